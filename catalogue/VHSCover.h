@@ -1,0 +1,53 @@
+#pragma once
+
+#include "Tape.h"
+#include "TapeRating.h"
+
+#include <QList>
+
+/** What a cassette box shows of a tape. */
+struct VHSCover
+{
+    Q_GADGET
+    Q_PROPERTY(QString title MEMBER title)
+    Q_PROPERTY(QString spineTitle MEMBER spineTitle)
+    Q_PROPERTY(QString bodyName MEMBER bodyName)
+    Q_PROPERTY(QString genre MEMBER genre)
+    Q_PROPERTY(QString shelf MEMBER shelf)
+    Q_PROPERTY(QString year MEMBER year)
+    Q_PROPERTY(QString dateLabel MEMBER dateLabel)
+    Q_PROPERTY(int runtime MEMBER runtime)
+    Q_PROPERTY(QString speed MEMBER speed)
+    Q_PROPERTY(TapeRating rating MEMBER rating)
+    Q_PROPERTY(QString tagline MEMBER tagline)
+    Q_PROPERTY(QString synopsis MEMBER synopsis)
+    Q_PROPERTY(double hue MEMBER hue)
+    Q_PROPERTY(QString catalogNo MEMBER catalogNo)
+    Q_PROPERTY(QList<int> barcode MEMBER barcode)
+    Q_PROPERTY(bool hasAgenda MEMBER hasAgenda)
+    Q_PROPERTY(bool hasTranscript MEMBER hasTranscript)
+
+public:
+    qint64 id = 0; ///< the tape's
+    QString title;
+    QString spineTitle; ///< the title without the body's name at its front
+    QString bodyName;
+    QString genre;      ///< upper-case
+    QString shelf;      ///< the name of the shelf it stands on
+    QString year;       ///< four characters, "19XX" when unknown
+    QString dateLabel;  ///< the date written out, or empty
+    int runtime = 42;   ///< minutes, 42 to 214
+    QString speed;      ///< "SP", "LP" or "EP"
+    TapeRating rating;
+    QString tagline;
+    QString synopsis;
+    double hue = 0; ///< degrees, one of ten
+    QString catalogNo;
+    QList<int> barcode; ///< 28 relative bar widths, 1 to 4
+    bool hasAgenda = false;
+    bool hasTranscript = false;
+
+    bool operator==(const VHSCover&) const = default;
+};
+
+size_t qHash(const VHSCover& cover, size_t seed = 0) noexcept;

@@ -1,0 +1,62 @@
+# How this tree makes its targets. A target's include folder is its own folder, so a header is found only by those
+# that link its library: an include against the order of the layers does not compile.
+
+function(quillmere_precompile name)
+    target_precompile_headers(${name} PRIVATE <QtCore/QtCore> <QCoroTask> <tl/expected.hpp>)
+endfunction()
+
+# quillmere_library(name SOURCES ... LINKS ...): a static library without QML types.
+function(quillmere_library name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(${name} STATIC ${arg_SOURCES})
+    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+    target_link_libraries(${name} PUBLIC ${arg_LINKS})
+    quillmere_precompile(${name})
+endfunction()
+
+# quillmere_module(name URI Quillmere.X SOURCES ... QML ... IMPORTS ... LINKS ...): a static library and its QML module.
+function(quillmere_module name)
+    cmake_parse_arguments(arg "" "URI" "SOURCES;QML;IMPORTS;LINKS" ${ARGN})
+    string(REPLACE "." "/" path ${arg_URI})
+    qt_add_qml_module(${name}
+        STATIC
+        URI ${arg_URI}
+        VERSION 1.0
+        RESOURCE_PREFIX /qt/qml
+        OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/qml/${path}
+        IMPORT_PATH ${PROJECT_BINARY_DIR}/qml
+        DEPENDENCIES QtQuick
+        IMPORTS ${arg_IMPORTS}
+        SOURCES ${arg_SOURCES}
+        QML_FILES ${arg_QML}
+    )
+    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+    # Linking a module links its plug-in too, so that whoever sees its headers can also import it.
+    target_link_libraries(${name} PUBLIC Qt6::Quick ${arg_LINKS})
+    quillmere_precompile(${name})
+endfunction()
+
+# quillmere_test(name SOURCES ... LINKS ... [LABELS ...] [DISPLAY] [LOCK resource] [TIMEOUT seconds])
+# DISPLAY runs it on a virtual display of its own; other tests use Qt's offscreen platform.
+function(quillmere_test name)
+    cmake_parse_arguments(arg "DISPLAY" "LOCK;TIMEOUT" "SOURCES;LINKS;LABELS" ${ARGN})
+    if(NOT arg_LABELS)
+        set(arg_LABELS unit)
+    endif()
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 60)
+    endif()
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE ${arg_LINKS} Qt6::Test)
+    if(arg_DISPLAY)
+        add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/tests/support/on-virtual-display $<TARGET_FILE:${name}>)
+    else()
+        add_test(NAME ${name} COMMAND ${name})
+        set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+    endif()
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT "QT_QUICK_BACKEND=software")
+    set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}" TIMEOUT ${arg_TIMEOUT})
+    if(arg_LOCK)
+        set_tests_properties(${name} PROPERTIES RESOURCE_LOCK ${arg_LOCK})
+    endif()
+endfunction()

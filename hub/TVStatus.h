@@ -1,0 +1,18 @@
+#pragma once
+
+#include "CatalogSummary.h"
+#include "NewsStatus.h"
+
+/** The combined status of tower and shop. Default-made, it is what the set knows before the hub has answered. */
+struct TVStatus
+{
+    Q_GADGET
+    Q_PROPERTY(NewsStatus news MEMBER news)
+    Q_PROPERTY(CatalogSummary rewindery MEMBER rewindery)
+
+public:
+    NewsStatus news;
+    CatalogSummary rewindery;
+
+    bool operator==(const TVStatus&) const = default;
+};

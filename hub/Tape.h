@@ -1,0 +1,44 @@
+#pragma once
+
+#include "TapeBody.h"
+#include "TapeDocument.h"
+#include "TapeMarket.h"
+
+#include <QList>
+
+#include <optional>
+
+/**
+ * One recording of one meeting. Equality and hash use the id alone: a tape fetched again with fresher details is still
+ * the same tape, so never skip an assignment because two tapes are equal.
+ */
+struct Tape
+{
+    Q_GADGET
+    Q_PROPERTY(QString title MEMBER title)
+    Q_PROPERTY(TapeMarket market MEMBER market)
+    Q_PROPERTY(QString streamURLPath MEMBER streamURLPath)
+    Q_PROPERTY(bool hasAgenda MEMBER hasAgenda)
+    Q_PROPERTY(bool hasTranscript MEMBER hasTranscript)
+    Q_PROPERTY(QString sourceURL MEMBER sourceURL)
+    Q_PROPERTY(QString location MEMBER location)
+    Q_PROPERTY(QList<TapeDocument> documents MEMBER documents)
+
+public:
+    qint64 id = 0;
+    QString title;
+    std::optional<QString> meetingDate; ///< as the hub sent it, year-month-day
+    TapeMarket market;
+    std::optional<TapeBody> body;
+    QString streamURLPath; ///< hub path or absolute address of the HLS stream
+    qint64 sizeBytes = 0;
+    bool hasAgenda = false;
+    bool hasTranscript = false;
+    QString sourceURL; ///< address of the source video
+    QString location;
+    QList<TapeDocument> documents;
+
+    bool operator==(const Tape& other) const { return id == other.id; }
+};
+
+size_t qHash(const Tape& tape, size_t seed = 0) noexcept;

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+/** The transcript of one meeting. */
+struct TranscriptResult
+{
+    Q_GADGET
+    Q_PROPERTY(QString status MEMBER status)
+    Q_PROPERTY(QString text MEMBER text)
+
+public:
+    QString status = QStringLiteral("none");
+    QString text; ///< the whole transcript
+    qint64 words = 0;
+
+    bool operator==(const TranscriptResult&) const = default;
+};
