@@ -1,0 +1,45 @@
+#pragma once
+
+#include "Completion.h"
+#include "Connectivity.h"
+#include "HttpClient.h"
+
+#include <QHash>
+#include <QThread>
+
+class HttpEngine;
+
+/**
+ * HTTP over QNetworkAccessManager, which lives on a network thread of its own: loading certificates, TLS and
+ * decompression never hold up the screen thread. The thread starts with the first request. Answers to be revalidated
+ * are kept in memory only (8 MiB). Screen thread only; its destructor waits for the network thread.
+ */
+class QtHttpClient : public HttpClient
+{
+public:
+    /**
+     * `extraCertificates` (PEM, may be empty) are trusted beside the system's. `connectivity` says whether the system
+     * is online; it is moved to the network thread and none stands for the system's own word.
+     */
+    explicit QtHttpClient(QByteArray extraCertificates = {}, std::unique_ptr<Connectivity> connectivity = {});
+    ~QtHttpClient() override;
+    QtHttpClient(const QtHttpClient&) = delete;
+    QtHttpClient& operator=(const QtHttpClient&) = delete;
+
+    QCoro::Task<HttpResult> get(HttpRequest request, CancelToken token) override;
+
+private:
+    using Id = quint64;
+
+    void open();
+    void finish(Id id, HttpResult result);
+
+    QThread m_thread;
+    QObject m_receiver; ///< where the network thread's answers are posted
+    HttpEngine* m_engine = nullptr; ///< on m_thread, deleted there
+    QHash<Id, Completion<HttpResult>> m_waiting;
+    Id m_nextId = 0;
+    bool m_isClosing = false;
+    QByteArray m_extraCertificates;
+    std::unique_ptr<Connectivity> m_connectivity;
+};
