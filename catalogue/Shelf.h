@@ -3,6 +3,7 @@
 #include "VHSCover.h"
 
 #include <QHash>
+#include <QtQml/qqmlregistration.h>
 
 using TapesByID = QHash<qint64, Tape>;
 
@@ -13,6 +14,7 @@ using TapesByID = QHash<qint64, Tape>;
 struct Shelf
 {
     Q_GADGET
+    QML_VALUE_TYPE(shelf)
     Q_PROPERTY(QString name MEMBER name)
     Q_PROPERTY(QList<VHSCover> covers MEMBER covers)
 

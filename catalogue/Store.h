@@ -7,6 +7,7 @@
 
 #include <QCoroTask>
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 
 #include <optional>
 
@@ -24,11 +25,15 @@ class HubAPI;
 class Store : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application entry makes the one store.")
     Q_PROPERTY(TVStatus status READ status WRITE setStatus NOTIFY statusChanged)
     Q_PROPERTY(QList<Tape> tapes READ tapes WRITE setTapes NOTIFY tapesChanged)
     Q_PROPERTY(QList<Shelf> shelves READ shelves WRITE setShelves NOTIFY shelvesChanged)
     Q_PROPERTY(bool isLoading READ isLoading WRITE setIsLoading NOTIFY isLoadingChanged)
     Q_PROPERTY(bool hasLoadedOnce READ hasLoadedOnce WRITE setHasLoadedOnce NOTIFY hasLoadedOnceChanged)
+    Q_PROPERTY(bool hasError READ hasError NOTIFY lastErrorChanged)
+    Q_PROPERTY(QString lastErrorText READ lastErrorText NOTIFY lastErrorChanged)
     Q_PROPERTY(QString market READ market WRITE setMarket NOTIFY marketChanged)
 
 public:
@@ -48,6 +53,8 @@ public:
     /** The text of the last failure that the viewer should see. */
     const std::optional<QString>& lastError() const { return m_lastError; }
     void setLastError(std::optional<QString> lastError);
+    bool hasError() const { return m_lastError.has_value(); }
+    QString lastErrorText() const { return m_lastError.value_or(QString()); }
 
     /** The slug of the chosen market, empty for all. Another value starts `loadTapes()`; the old tapes stay meanwhile. */
     const QString& market() const { return m_market; }
@@ -65,7 +72,10 @@ public:
     /** The tapes of the current market that match in title or transcript; a failure or a cancel gives none. */
     QCoro::Task<QList<Tape>> search(QString query, CancelToken token = {});
 
-    /** Keeps a position in seconds; below 60 it is forgotten instead. */
+    /**
+     * Keeps a position in seconds. Below 60 the tape's position is forgotten instead; what can be no position (not a
+     * number, beyond 10^9) changes nothing.
+     */
     void saveResume(qint64 id, double seconds);
 
     /** The position in seconds at which the viewer left a tape, 0 to 10^9; 0 when there is none or it is damaged. */

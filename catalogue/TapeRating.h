@@ -2,11 +2,13 @@
 
 #include <QObject>
 #include <QString>
+#include <QtQml/qqmlregistration.h>
 
 /** A parody rating. */
 struct TapeRating
 {
     Q_GADGET
+    QML_VALUE_TYPE(tapeRating)
     Q_PROPERTY(QString code MEMBER code)
     Q_PROPERTY(QString full MEMBER full)
 

@@ -4,11 +4,13 @@
 #include "TapeRating.h"
 
 #include <QList>
+#include <QtQml/qqmlregistration.h>
 
 /** What a cassette box shows of a tape. */
 struct VHSCover
 {
     Q_GADGET
+    QML_VALUE_TYPE(vhsCover)
     Q_PROPERTY(QString title MEMBER title)
     Q_PROPERTY(QString spineTitle MEMBER spineTitle)
     Q_PROPERTY(QString bodyName MEMBER bodyName)
@@ -32,12 +34,12 @@ public:
     QString title;
     QString spineTitle; ///< the title without the body's name at its front
     QString bodyName;
-    QString genre;      ///< upper-case
-    QString shelf;      ///< the name of the shelf it stands on
-    QString year;       ///< four characters, "19XX" when unknown
-    QString dateLabel;  ///< the date written out, or empty
-    int runtime = 42;   ///< minutes, 42 to 214
-    QString speed;      ///< "SP", "LP" or "EP"
+    QString genre;     ///< upper-case
+    QString shelf;     ///< the name of the shelf it stands on
+    QString year;      ///< four characters, "19XX" when unknown
+    QString dateLabel; ///< the date written out, or empty
+    int runtime = 42;  ///< minutes, 42 to 214
+    QString speed;     ///< "SP", "LP" or "EP"
     TapeRating rating;
     QString tagline;
     QString synopsis;

@@ -1,0 +1,284 @@
+#include "Dressing.h"
+
+#include "DateLabel.h"
+#include "DressingTables.h"
+#include "Graphemes.h"
+
+#include <QStringBuilder>
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr quint32 fnvOffsetBasis = 0x811C9DC5;
+constexpr quint32 fnvPrime = 0x01000193;
+
+quint32 hashOn(quint32 hash, char16_t unit)
+{
+    return (hash ^ unit) * fnvPrime;
+}
+
+quint32 hashOn(quint32 hash, QStringView text)
+{
+    for (const QChar unit : text)
+        hash = hashOn(hash, unit.unicode());
+    return hash;
+}
+
+/** Spaces of every kind and the tab, but no line break; all of them are in the basic plane. */
+bool isBlank(QChar unit)
+{
+    return unit == u'\t' || unit == u' ' || (unit.unicode() >= 0x80 && unit.category() == QChar::Separator_Space);
+}
+
+QStringView trim(QStringView text)
+{
+    while (!text.isEmpty() && isBlank(text.front()))
+        text = text.sliced(1);
+    while (!text.isEmpty() && isBlank(text.back()))
+        text.chop(1);
+    return text;
+}
+
+/** The trimmed text, which shares its storage with `text` when nothing was there to trim. */
+QString trimmed(const QString& text)
+{
+    const QStringView rest = trim(text);
+    return rest.size() == text.size() ? text : rest.toString();
+}
+
+QString titleOf(const Tape& tape)
+{
+    const QString title = trimmed(tape.title);
+    return title.isEmpty() ? u"Untitled Recording"_s : title;
+}
+
+bool isDash(QChar unit)
+{
+    return unit == u'-' || unit == u'–' || unit == u'—';
+}
+
+bool isSeparatorAt(QStringView text, qsizetype place)
+{
+    return isDash(text[place]) && Graphemes::isWholeCharacter(text, place);
+}
+
+/** The first piece that is not empty between the title's dashes; empty when there is none. */
+QStringView firstPiece(QStringView title)
+{
+    qsizetype start = 0;
+    while (start < title.size() && isSeparatorAt(title, start))
+        ++start;
+    qsizetype end = start;
+    while (end < title.size() && !isSeparatorAt(title, end))
+        ++end;
+    return title.sliced(start, end - start);
+}
+
+QString nameFrom(const QString& title)
+{
+    const QStringView name = trim(firstPiece(title));
+    if (name.isEmpty() || name.size() == title.size())
+        return title;
+    return Graphemes::count(name) < Graphemes::count(title) ? name.toString() : title;
+}
+
+bool isStrippedFromSpine(QChar unit)
+{
+    return unit == u' ' || isDash(unit) || unit == u':' || unit == u'·';
+}
+
+/** What the body's name leaves of the title that it begins. */
+QStringView withoutName(QStringView title, QStringView bodyName)
+{
+    const qsizetype characters = Graphemes::count(bodyName);
+    QStringView rest = title.sliced(Graphemes::lengthOf(title, characters).value_or(title.size()));
+    while (!rest.isEmpty() && isStrippedFromSpine(rest.front()) && Graphemes::isWholeCharacter(rest, 0))
+        rest = rest.sliced(1);
+    return trim(rest);
+}
+
+/** The names of a tape's cassette, with the lower-cased forms that more than one step looks at. */
+struct Names
+{
+    QString title;
+    QString bodyName;
+    QString hueKey;
+    QString loweredTitle;
+    QString loweredBodyName;
+};
+
+Names namesOf(const Tape& tape)
+{
+    Names names;
+    names.title = titleOf(tape);
+    const bool hasName = tape.body && !tape.body->name.isEmpty();
+    names.bodyName = hasName ? tape.body->name : nameFrom(names.title);
+    const bool hasSlug = tape.body && !tape.body->slug.isEmpty();
+    names.hueKey = hasSlug ? tape.body->slug : names.bodyName;
+    names.loweredTitle = names.title.toLower();
+    names.loweredBodyName = names.bodyName.toLower();
+    return names;
+}
+
+/** Lower-casing knows no context, so the lower-cased parts joined are the joined parts lower-cased. */
+const DressingTables::Genre& genreOf(const Names& names, const Tape& tape)
+{
+    const QString loweredKind = tape.body ? tape.body->kind.toLower() : QString();
+    const QString text = names.loweredTitle % u' ' % names.loweredBodyName % u' ' % loweredKind;
+    return DressingTables::genreOf(text);
+}
+
+QString yearOf(const std::optional<QString>& meetingDate)
+{
+    if (meetingDate) {
+        if (const auto length = Graphemes::lengthOf(*meetingDate, 4))
+            return meetingDate->first(*length);
+    }
+    return u"19XX"_s;
+}
+
+int runtimeOf(quint32 seed)
+{
+    return int(seed % 173) + 42;
+}
+
+/** The longer the programme, the slower the tape. */
+QString speedOf(int runtime)
+{
+    if (runtime <= 95)
+        return u"SP"_s;
+    return runtime <= 150 ? u"LP"_s : u"EP"_s;
+}
+
+/** The table's row for the signed seed shifted right, the sign kept. */
+template<typename Table>
+const auto& pick(const Table& table, quint32 seed, int shift)
+{
+    const int size = int(table.size());
+    const int index = qint32(seed) >> shift;
+    return table[size_t((index % size + size) % size)];
+}
+
+QString spineTitleOf(const Names& names, const QString& dateLabel)
+{
+    if (names.bodyName.isEmpty() || !names.loweredTitle.startsWith(names.loweredBodyName))
+        return names.title;
+    const QStringView rest = withoutName(names.title, names.bodyName);
+    if (!rest.isEmpty())
+        return rest.toString();
+    return dateLabel.isEmpty() ? names.title : dateLabel;
+}
+
+QString catalogNoOf(quint32 seed, const QString& speed)
+{
+    return u"RW "_s % QString::number(seed % 8999 + 1000) % u" · "_s % speed;
+}
+
+QString synopsisOf(const QString& bodyName, const QString& dateLabel, bool hasAgenda)
+{
+    const QString on = dateLabel.isEmpty() ? QString() : u" on "_s;
+    const QString feature = hasAgenda ? u"SPECIAL FEATURE: the original agenda packet is enclosed on this tape."_s
+                                      : u"Recorded live off the public record — no agenda packet located."_s;
+    return u"When "_s % bodyName % u" convenes"_s % on % dateLabel %
+           u", First Mate Coral dives for the sunken agenda while Captain Lowe raises his lantern over the murk of "
+           u"civic "
+           "jargon. Tally tallies every vote from the wheelhouse of the steamboat \"Public Record.\" "_s %
+           feature %
+           u" Captain Lowe and his crew sail the municipal waterways, lifting the fog off the public record so anyone "
+           u"can "
+           "follow along."_s;
+}
+
+QList<int> barcodeOf(quint32 seed)
+{
+    constexpr int bars = 28;
+    QList<int> widths(bars);
+    for (int& width : widths) {
+        seed = (seed ^ (seed >> 15)) * 0x85EBCA77U;
+        width = int(seed & 3) + 1;
+    }
+    return widths;
+}
+
+} // namespace
+
+quint32 fnv1a32(QStringView text)
+{
+    return hashOn(fnvOffsetBasis, text);
+}
+
+quint32 dressingSeed(qint64 id, QStringView title)
+{
+    std::array<char, std::numeric_limits<qint64>::digits10 + 2> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), id).ptr;
+    quint32 hash = fnvOffsetBasis;
+    for (const char* digit = digits.data(); digit != end; ++digit)
+        hash = hashOn(hash, char16_t(*digit));
+    return hashOn(hashOn(hash, u'|'), title);
+}
+
+VHSCover dress(const Tape& tape)
+{
+    const Names names = namesOf(tape);
+    const quint32 seed = dressingSeed(tape.id, names.title);
+    const DressingTables::Genre& genre = genreOf(names, tape);
+
+    VHSCover cover;
+    cover.id = tape.id;
+    cover.title = names.title;
+    cover.bodyName = names.bodyName;
+    cover.genre = genre.genre;
+    cover.shelf = genre.shelf;
+    cover.year = yearOf(tape.meetingDate);
+    cover.dateLabel = tape.meetingDate ? dateLabel(*tape.meetingDate) : QString();
+    cover.runtime = runtimeOf(seed);
+    cover.speed = speedOf(cover.runtime);
+    cover.rating = pick(DressingTables::ratings(), seed, 3);
+    cover.tagline = pick(DressingTables::taglines(), seed, 7);
+    cover.hue = DressingTables::hues[fnv1a32(names.hueKey) % DressingTables::hues.size()];
+    cover.spineTitle = spineTitleOf(names, cover.dateLabel);
+    cover.catalogNo = catalogNoOf(seed, cover.speed);
+    cover.synopsis = synopsisOf(cover.bodyName, cover.dateLabel, tape.hasAgenda);
+    cover.barcode = barcodeOf(seed);
+    cover.hasAgenda = tape.hasAgenda;
+    cover.hasTranscript = tape.hasTranscript;
+    return cover;
+}
+
+QList<Shelf> buildShelves(const QList<Tape>& tapes)
+{
+    TapesByID tapesByID;
+    tapesByID.reserve(tapes.size());
+    QList<Shelf> shelves;
+    for (const Tape& tape : tapes) {
+        VHSCover cover = dress(tape);
+        tapesByID.insert(tape.id, tape);
+        auto shelf = std::find_if(shelves.begin(), shelves.end(),
+                                  [&cover](const Shelf& candidate) { return candidate.name == cover.shelf; });
+        if (shelf == shelves.end())
+            shelf = shelves.insert(shelf, Shelf{cover.shelf, {}, {}});
+        shelf->covers.append(std::move(cover));
+    }
+    for (Shelf& shelf : shelves)
+        shelf.tapesByID = tapesByID;
+    return shelves;
+}
+
+QString bodySummary(const QList<VHSCover>& covers)
+{
+    constexpr qsizetype shown = 2;
+    QStringList names;
+    for (const VHSCover& cover : covers) {
+        if (!names.contains(cover.bodyName))
+            names.append(cover.bodyName);
+    }
+    QString summary = names.first(std::min(shown, names.size())).join(u" · "_s);
+    if (names.size() > shown)
+        summary += u" +"_s % QString::number(names.size() - shown) % u" more"_s;
+    return summary;
+}

@@ -1,0 +1,157 @@
+#include "Store.h"
+
+#include "Defaults.h"
+#include "Dressing.h"
+#include "HubAPI.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int firstPage = 1;
+constexpr int tapesPerPage = 200;
+constexpr double shortestResume = 60.0; // seconds
+constexpr double longestResume = 1e9;   // seconds
+
+QString resumeKey(qint64 id)
+{
+    return u"resume.tape."_s + QString::number(id);
+}
+
+} // namespace
+
+Store::Store(HubAPI& hub, Defaults& resumeDefaults, QObject* parent)
+    : QObject(parent), m_hub(hub), m_resumeDefaults(resumeDefaults)
+{}
+
+// No setter but the market's asks whether anything changed: equal tapes may differ in all but their ids.
+
+void Store::setStatus(TVStatus status)
+{
+    Q_EMIT objectWillChange();
+    m_status = std::move(status);
+    Q_EMIT statusChanged();
+}
+
+void Store::setTapes(QList<Tape> tapes)
+{
+    Q_EMIT objectWillChange();
+    m_tapes = std::move(tapes);
+    Q_EMIT tapesChanged();
+}
+
+void Store::setShelves(QList<Shelf> shelves)
+{
+    Q_EMIT objectWillChange();
+    m_shelves = std::move(shelves);
+    Q_EMIT shelvesChanged();
+}
+
+void Store::setIsLoading(bool isLoading)
+{
+    Q_EMIT objectWillChange();
+    m_isLoading = isLoading;
+    Q_EMIT isLoadingChanged();
+}
+
+void Store::setHasLoadedOnce(bool hasLoadedOnce)
+{
+    Q_EMIT objectWillChange();
+    m_hasLoadedOnce = hasLoadedOnce;
+    Q_EMIT hasLoadedOnceChanged();
+}
+
+void Store::setLastError(std::optional<QString> lastError)
+{
+    Q_EMIT objectWillChange();
+    m_lastError = std::move(lastError);
+    Q_EMIT lastErrorChanged();
+}
+
+void Store::setMarket(const QString& market)
+{
+    if (market == m_market)
+        return;
+    const QString chosen = market; // the argument may be a part of what an observer changes
+    Q_EMIT objectWillChange();
+    m_market = chosen;
+    Q_EMIT marketChanged();
+    loadTapes();
+}
+
+QCoro::Task<> Store::refresh()
+{
+    const CancelToken token = m_tasks.token();
+    setIsLoading(true);
+    const auto answer = co_await m_hub.get<TVStatus>(u"/api/tv/status"_s, token);
+    if (token.isCancelled())
+        co_return;
+    if (answer) {
+        setStatus(*answer);
+        setLastError(std::nullopt);
+    } else {
+        setLastError(answer.error().errorDescription());
+    }
+    co_await loadTapes();
+    if (token.isCancelled())
+        co_return;
+    setHasLoadedOnce(true);
+    setIsLoading(false);
+}
+
+QCoro::Task<> Store::loadTapes()
+{
+    const CancelToken token = m_tasks.token();
+    const QString market = m_market;
+    const auto page = co_await m_hub.tapes(market, {}, firstPage, tapesPerPage, token);
+    if (token.isCancelled() || market != m_market)
+        co_return;
+    if (page) {
+        setTapes(page->items);
+        setShelves(buildShelves(page->items));
+        setLastError(std::nullopt);
+    } else if (m_tapes.isEmpty()) {
+        setLastError(page.error().errorDescription());
+    }
+}
+
+QCoro::Task<QList<Tape>> Store::search(QString query, CancelToken token)
+{
+    const CancelToken either = m_tasks.token(token);
+    const auto page = co_await m_hub.tapes(m_market, query, firstPage, tapesPerPage, either);
+    if (either.isCancelled() || !page)
+        co_return {};
+    co_return page->items;
+}
+
+void Store::saveResume(qint64 id, double seconds)
+{
+    if (seconds < shortestResume)
+        removeResume(id);
+    else if (seconds <= longestResume)
+        m_resumeDefaults.setNumber(resumeKey(id), seconds);
+}
+
+double Store::resumePosition(qint64 id) const
+{
+    const double seconds = m_resumeDefaults.number(resumeKey(id));
+    // Written so that what is not a number fails it too.
+    return seconds >= 0 && seconds <= longestResume ? seconds : 0;
+}
+
+void Store::removeResume(qint64 id)
+{
+    m_resumeDefaults.remove(resumeKey(id));
+}
+
+qint64 Store::stockCount() const
+{
+    if (m_market.isEmpty())
+        return m_status.rewindery.tapes;
+    const auto& markets = m_status.rewindery.markets;
+    const auto chosen = std::find_if(markets.begin(), markets.end(),
+                                     [this](const TapeMarket& market) { return market.slug == m_market; });
+    return chosen == markets.end() ? m_tapes.size() : chosen->tapes;
+}
