@@ -3,11 +3,13 @@
 #include "TapeMarket.h"
 
 #include <QList>
+#include <QtQml/qqmlregistration.h>
 
 /** The rental shop's summary. */
 struct CatalogSummary
 {
     Q_GADGET
+    QML_VALUE_TYPE(catalogSummary)
     Q_PROPERTY(qint64 tapes MEMBER tapes)
     Q_PROPERTY(QList<TapeMarket> markets MEMBER markets)
 

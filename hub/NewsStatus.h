@@ -5,11 +5,13 @@
 
 #include <QMap>
 #include <QStringList>
+#include <QtQml/qqmlregistration.h>
 
 /** The state of the news transmission tower; default-made, it is the placeholder: a dark tower and empty texts. */
 struct NewsStatus
 {
     Q_GADGET
+    QML_VALUE_TYPE(newsStatus)
     Q_PROPERTY(bool towerLive MEMBER towerLive)
     Q_PROPERTY(bool takeover MEMBER takeover)
     Q_PROPERTY(QString hlsURL MEMBER hlsURL)

@@ -5,6 +5,7 @@
 #include "TapeMarket.h"
 
 #include <QList>
+#include <QtQml/qqmlregistration.h>
 
 #include <optional>
 
@@ -15,6 +16,7 @@
 struct Tape
 {
     Q_GADGET
+    QML_VALUE_TYPE(tape)
     Q_PROPERTY(QString title MEMBER title)
     Q_PROPERTY(TapeMarket market MEMBER market)
     Q_PROPERTY(QString streamURLPath MEMBER streamURLPath)
@@ -41,4 +43,7 @@ public:
     bool operator==(const Tape& other) const { return id == other.id; }
 };
 
-size_t qHash(const Tape& tape, size_t seed = 0) noexcept;
+inline size_t qHash(const Tape& tape, size_t seed = 0) noexcept
+{
+    return qHash(tape.id, seed);
+}

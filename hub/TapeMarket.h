@@ -2,11 +2,13 @@
 
 #include <QObject>
 #include <QString>
+#include <QtQml/qqmlregistration.h>
 
 /** A market (a city or region) with its tape count. Its identity for lists is its slug. */
 struct TapeMarket
 {
     Q_GADGET
+    QML_VALUE_TYPE(tapeMarket)
     Q_PROPERTY(QString slug MEMBER slug)
     Q_PROPERTY(QString name MEMBER name)
     Q_PROPERTY(QString stateCode MEMBER stateCode)
@@ -21,4 +23,7 @@ public:
     bool operator==(const TapeMarket&) const = default;
 };
 
-size_t qHash(const TapeMarket& market, size_t seed = 0) noexcept;
+inline size_t qHash(const TapeMarket& market, size_t seed = 0) noexcept
+{
+    return qHashMulti(seed, market.slug, market.name, market.stateCode, market.tapes);
+}

@@ -2,11 +2,13 @@
 
 #include <QObject>
 #include <QString>
+#include <QtQml/qqmlregistration.h>
 
 /** The transcript of one meeting. */
 struct TranscriptResult
 {
     Q_GADGET
+    QML_VALUE_TYPE(transcriptResult)
     Q_PROPERTY(QString status MEMBER status)
     Q_PROPERTY(QString text MEMBER text)
 

@@ -2,11 +2,13 @@
 
 #include <QObject>
 #include <QString>
+#include <QtQml/qqmlregistration.h>
 
 /** A station on the tuner strip; derived from a NewsStatus, never decoded. Its identity is its number. */
 struct TunerStation
 {
     Q_GADGET
+    QML_VALUE_TYPE(tunerStation)
     Q_PROPERTY(QString number MEMBER number)
     Q_PROPERTY(QString label MEMBER label)
     Q_PROPERTY(QString path MEMBER path)
@@ -19,4 +21,7 @@ public:
     bool operator==(const TunerStation&) const = default;
 };
 
-size_t qHash(const TunerStation& station, size_t seed = 0) noexcept;
+inline size_t qHash(const TunerStation& station, size_t seed = 0) noexcept
+{
+    return qHashMulti(seed, station.number, station.label, station.path);
+}

@@ -1,0 +1,156 @@
+#include "HubAPI.h"
+
+#include "RecordDecoder.h"
+
+#include <algorithm>
+#include <atomic>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto probeLimit = 8s;
+
+/** Bytes; far above any playlist, so that a body without an end cannot fill the memory while a probe lasts. */
+constexpr qint64 probeMaxBytes = 4 * 1024 * 1024;
+
+HubError cancelled()
+{
+    return HubError::transport(u"The request was called off."_s);
+}
+
+HubError unreadable()
+{
+    return HubError::transport(u"The hub sent something this app couldn't read."_s);
+}
+
+HubError noAnswer(const HttpFailure& failure)
+{
+    switch (failure.kind) {
+    case HttpFailure::Kind::Cancelled:
+        return cancelled();
+    case HttpFailure::Kind::TimedOut:
+        return HubError::transport(u"The hub took too long to answer."_s);
+    case HttpFailure::Kind::TooLarge:
+        return HubError::transport(u"The hub's answer was too big to read."_s);
+    case HttpFailure::Kind::Network:
+        break;
+    }
+    return HubError::transport(failure.description.isEmpty() ? u"The hub couldn't be reached."_s : failure.description);
+}
+
+/** Whether it is nothing but tabs and the Unicode spaces; a line break is neither. */
+bool isBlank(const QString& text)
+{
+    return std::all_of(text.begin(), text.end(), [](QChar character) {
+        return character == u'\t' || character.category() == QChar::Separator_Space;
+    });
+}
+
+QString queryValue(const QString& text)
+{
+    return QString::fromLatin1(QUrl::toPercentEncoding(text));
+}
+
+} // namespace
+
+HubAPI::HubAPI(HttpClient& http, QUrl base, QObject* parent) : QObject(parent), m_http(http), m_base(std::move(base)) {}
+
+HubAPI::~HubAPI() = default;
+
+template<typename T>
+QCoro::Task<HubResult<T>> HubAPI::get(QString path, CancelToken caller)
+{
+    const CancelToken token = m_tasks.token(caller);
+    HubResult<QByteArray> body = co_await fetch(std::move(path), token);
+    if (!body)
+        co_return tl::unexpected(body.error());
+    if (token.isCancelled())
+        co_return tl::unexpected(cancelled());
+    co_return co_await decode<T>(*std::move(body), token);
+}
+
+QCoro::Task<HubResult<QByteArray>> HubAPI::fetch(QString path, CancelToken token)
+{
+    const std::optional<QUrl> url = hubURL(path, m_base);
+    if (!url)
+        co_return tl::unexpected(HubError::badURL());
+    if (token.isCancelled())
+        co_return tl::unexpected(cancelled());
+    HttpRequest request;
+    request.url = *url;
+    HttpResult answer = co_await m_http.get(std::move(request), token);
+    if (!answer)
+        co_return tl::unexpected(noAnswer(answer.error()));
+    if (answer->status < 200 || answer->status > 299)
+        co_return tl::unexpected(HubError::http(answer->status));
+    co_return std::move(answer->body);
+}
+
+template<typename T>
+QCoro::Task<HubResult<T>> HubAPI::decode(QByteArray body, CancelToken token)
+{
+    const auto isUnwanted = std::make_shared<std::atomic<bool>>(false);
+    const auto decoded = m_decoder.run([body = std::move(body), isUnwanted]() -> HubResult<T> {
+        if (*isUnwanted)
+            return tl::unexpected(cancelled());
+        auto record = decodeRecord<T>(body);
+        if (!record)
+            return tl::unexpected(unreadable());
+        return *std::move(record);
+    });
+    // Resolved here and not by the worker, whose answer no event loop may be left to deliver.
+    const auto registration = token.onCancel([decoded, isUnwanted] {
+        *isUnwanted = true;
+        decoded.resolve(tl::unexpected(cancelled()));
+    });
+    co_return co_await decoded;
+}
+
+template QCoro::Task<HubResult<StationChannel>> HubAPI::get(QString, CancelToken);
+template QCoro::Task<HubResult<NewsStatus>> HubAPI::get(QString, CancelToken);
+template QCoro::Task<HubResult<TapeMarket>> HubAPI::get(QString, CancelToken);
+template QCoro::Task<HubResult<CatalogSummary>> HubAPI::get(QString, CancelToken);
+template QCoro::Task<HubResult<TVStatus>> HubAPI::get(QString, CancelToken);
+template QCoro::Task<HubResult<TapeBody>> HubAPI::get(QString, CancelToken);
+template QCoro::Task<HubResult<TapeDocument>> HubAPI::get(QString, CancelToken);
+template QCoro::Task<HubResult<Tape>> HubAPI::get(QString, CancelToken);
+template QCoro::Task<HubResult<TapePage>> HubAPI::get(QString, CancelToken);
+template QCoro::Task<HubResult<TranscriptResult>> HubAPI::get(QString, CancelToken);
+
+QCoro::Task<HubResult<TapePage>> HubAPI::tapes(QString market, QString query, int page, int perPage, CancelToken token)
+{
+    QString reference = u"/api/tv/tapes?page=%1&per_page=%2"_s.arg(page).arg(perPage);
+    if (!market.isEmpty())
+        reference += u"&market="_s + queryValue(market);
+    if (!isBlank(query))
+        reference += u"&q="_s + queryValue(query);
+    return get<TapePage>(reference, token);
+}
+
+QCoro::Task<HubResult<Tape>> HubAPI::tape(qint64 id, CancelToken token)
+{
+    return get<Tape>(u"/api/tv/tape/%1"_s.arg(id), token);
+}
+
+QCoro::Task<HubResult<TranscriptResult>> HubAPI::transcript(qint64 id, CancelToken token)
+{
+    return get<TranscriptResult>(u"/api/meetings/%1/transcript"_s.arg(id), token);
+}
+
+QCoro::Task<bool> HubAPI::probe(QString path, CancelToken caller)
+{
+    const CancelToken token = m_tasks.token(caller);
+    const std::optional<QUrl> url = hubURL(path, m_base);
+    if (!url || token.isCancelled())
+        co_return false;
+    HttpRequest request;
+    request.url = *url;
+    request.cache = HttpRequest::Cache::Bypass;
+    request.inactivityLimit = probeLimit;
+    request.overallLimit = probeLimit;
+    request.maxBytes = probeMaxBytes;
+    const HttpResult answer = co_await m_http.get(std::move(request), token);
+    co_return !token.isCancelled() && answer && answer->status == 200;
+}

@@ -1,0 +1,47 @@
+#include "HubURL.h"
+
+#include "BuildOptions.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QUrl builtBase()
+{
+    const QUrl base(QString::fromUtf8(BuildOptions::hubBase), QUrl::StrictMode);
+    if (!base.isValid() || base.scheme() != "https"_L1 || base.host().isEmpty() || !base.path().isEmpty())
+        qFatal("The hub's base address is no https origin.");
+    return base;
+}
+
+bool leadsToAHost(const QUrl& url)
+{
+    return url.isValid() && !url.host().isEmpty() && (url.scheme() == "http"_L1 || url.scheme() == "https"_L1);
+}
+
+} // namespace
+
+const QUrl& hubBase()
+{
+    static const QUrl base = builtBase();
+    return base;
+}
+
+QByteArray hubCertificates()
+{
+    return QByteArray::fromRawData(BuildOptions::hubCertificates.data(),
+                                   qsizetype(BuildOptions::hubCertificates.size()));
+}
+
+std::optional<QUrl> hubURL(const QString& path, const QUrl& base)
+{
+    if (path.isEmpty())
+        return std::nullopt;
+    const QUrl reference(path);
+    if (!reference.isValid())
+        return std::nullopt;
+    const bool isAbsolute = path.startsWith("http://"_L1) || path.startsWith("https://"_L1);
+    const QUrl url = isAbsolute ? reference : base.resolved(reference);
+    // A reference may name a scheme of its own; nothing here may reach a file or run a script.
+    return leadsToAHost(url) ? std::optional(url) : std::nullopt;
+}
