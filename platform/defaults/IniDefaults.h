@@ -7,6 +7,7 @@
 #include <QVariant>
 
 #include <memory>
+#include <optional>
 
 /**
  * Numbers kept in an INI file. The file is read once, at the first access, and written on a background thread,
@@ -28,10 +29,10 @@ public:
 
 private:
     class Writer;
-    void read() const;
+    const QMap<QString, QVariant>& values() const;
+    void change(const QString& key, const QVariant& value);
 
     QString m_path;
-    mutable bool m_isRead = false;
-    mutable QMap<QString, QVariant> m_values;
+    mutable std::optional<QMap<QString, QVariant>> m_values; ///< empty until the first access
     std::unique_ptr<Writer> m_writer;
 };

@@ -7,6 +7,8 @@
 #include <QHash>
 #include <QThread>
 
+#include <memory>
+
 class HttpEngine;
 
 /**
@@ -31,15 +33,14 @@ public:
 private:
     using Id = quint64;
 
-    void open();
-    void finish(Id id, HttpResult result);
+    void send(Id id, const HttpRequest& request);
+    void cancel(Id id);
+    void resolve(Id id, HttpResult result);
 
-    QThread m_thread;
-    QObject m_receiver; ///< where the network thread's answers are posted
-    HttpEngine* m_engine = nullptr; ///< on m_thread, deleted there
+    QObject m_receiver;             ///< where the network thread posts its answers
+    HttpEngine* m_engine = nullptr; ///< lives on m_thread, which deletes it
     QHash<Id, Completion<HttpResult>> m_waiting;
     Id m_nextId = 0;
     bool m_isClosing = false;
-    QByteArray m_extraCertificates;
-    std::unique_ptr<Connectivity> m_connectivity;
+    QThread m_thread;
 };

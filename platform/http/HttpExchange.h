@@ -1,0 +1,71 @@
+#pragma once
+
+#include "AnswerStore.h"
+#include "Gunzip.h"
+#include "HttpClient.h"
+
+#include <QDeadlineTimer>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QPointer>
+#include <QSslConfiguration>
+#include <QTimer>
+
+#include <functional>
+
+class Connectivity;
+
+/** What the exchanges of one client share. It lives on the network thread and outlives them. */
+struct HttpSession
+{
+    QNetworkAccessManager network;
+    QSslConfiguration tls;
+    AnswerStore answers;
+    Connectivity* connectivity = nullptr;
+};
+
+/**
+ * One request from its sending to its end, with its limits, its revalidation and its wait for the network.
+ * It lives on the network thread, owned by the engine; destroying it aborts what is under way and reports nothing.
+ */
+class HttpExchange : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** `overall` runs from the moment the request was made; `done` is called once, and may destroy this later only. */
+    HttpExchange(HttpSession& session, HttpRequest request, QDeadlineTimer overall,
+                 std::function<void(HttpResult)> done);
+    ~HttpExchange() override;
+
+    void start();
+
+private:
+    void send();
+    QNetworkRequest networkRequest() const;
+    void readBody();
+    bool takeBytes(const QByteArray& bytes);
+    void readAnswer();
+    void failWith(QNetworkReply::NetworkError error);
+    void settle(int status);
+    void waitForNetwork(HttpFailure failure);
+    void sendAgainIfOnline();
+    void onOverallLimit();
+    void fail(HttpFailure::Kind kind, const QString& description);
+    void finish(HttpResult result);
+    void closeReply();
+
+    HttpSession& m_session;
+    const HttpRequest m_request;
+    const QDeadlineTimer m_overall;
+    std::function<void(HttpResult)> m_done;
+    QPointer<QNetworkReply> m_reply;
+    QByteArray m_body;
+    std::optional<Gunzip> m_gunzip; ///< for a packed body, once its first bytes are there
+    std::optional<KeptAnswer> m_kept; ///< whose validators were sent
+    bool m_wasRedirected = false;
+    QTimer m_overallTimer;
+    QTimer m_waitTimer;                     ///< for the network to come back
+    QDeadlineTimer m_waitLimit;             ///< of all waits together, from the first
+    std::optional<HttpFailure> m_unreached; ///< why the network is waited for
+};

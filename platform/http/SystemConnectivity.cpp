@@ -1,0 +1,20 @@
+#include "SystemConnectivity.h"
+
+#include <QNetworkInformation>
+
+bool SystemConnectivity::isOnline()
+{
+    if (!m_isLoaded) {
+        m_isLoaded = true;
+        // The default back end fails where no NetworkManager runs; the glib one reads the routes itself.
+        if (QNetworkInformation::loadBackendByName(u"glib") || QNetworkInformation::loadDefaultBackend())
+            m_information = QNetworkInformation::instance();
+        if (m_information)
+            connect(m_information, &QNetworkInformation::reachabilityChanged, this, &Connectivity::changed);
+    }
+    if (!m_information)
+        return true;
+    const auto reachability = m_information->reachability();
+    return reachability == QNetworkInformation::Reachability::Online
+           || reachability == QNetworkInformation::Reachability::Unknown;
+}

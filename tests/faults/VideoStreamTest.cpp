@@ -1,0 +1,253 @@
+#include "VideoStage.h"
+
+#include <QTcpServer>
+
+using namespace Qt::StringLiterals;
+using Cause = VideoFailure::Cause;
+
+/** The real player against servers that do not do what they should. */
+class VideoStreamTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void aStreamPlayedToItsEndHasEnded();
+    void aStartLandsAtItsPosition();
+    void aStreamThatEndsBeforeItsEndIsBroken();
+    void aMissingStreamTellsItsStatus();
+    void aClosedPortIsARefusedConnection();
+    void aSilentServerTimesOut();
+    void aStrangersCertificateIsRefused();
+    void anotherHostsCertificateIsRefused();
+    void aSegmentWithAStrangersCertificateIsRefused();
+    void oldTlsIsRefused();
+    void aPlaylistReachesNoLocalFile_data();
+    void aPlaylistReachesNoLocalFile();
+    void aSecurePlaylistReachesNoPlainAddress();
+    void whatIsNoStreamFails_data();
+    void whatIsNoStreamFails();
+    void anAddressOfAnotherKindFailsAtOnce_data();
+    void anAddressOfAnotherKindFailsAtOnce();
+
+private:
+    QByteArray authority() const { return m_folder.read(u"authority.pem"_s); }
+    QByteArray playlistOf(const QByteArray& segment) const
+    {
+        return "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:2\n#EXT-X-PLAYLIST-TYPE:VOD\n#EXTINF:2,\n" + segment
+               + "\n#EXT-X-ENDLIST\n";
+    }
+    void expectFailure(VideoStage& stage, const QUrl& url, Cause cause);
+
+    StreamFolder m_folder;
+    std::unique_ptr<StreamServer> m_server;
+};
+
+void VideoStreamTest::initTestCase()
+{
+    QVERIFY(m_folder.isReady());
+    VideoPlugins::addFolder(QStringLiteral(QUILLMERE_TEST_PLUGINS));
+}
+
+void VideoStreamTest::init()
+{
+    m_server = std::make_unique<StreamServer>(m_folder.path());
+}
+
+void VideoStreamTest::expectFailure(VideoStage& stage, const QUrl& url, Cause cause)
+{
+    QVERIFY(stage.isExposed());
+    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
+    stage.player->load(url);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.player->state(), VideoPlayer::State::Failed, 20'000);
+    QCOMPARE(stage.failures.count(), 1);
+    if (stage.failure().cause != cause)
+        qInfo().noquote() << stage.failure().description;
+    QCOMPARE(int(stage.failure().cause), int(cause));
+    QCOMPARE(shown.count(), 0);
+}
+
+void VideoStreamTest::aStreamPlayedToItsEndHasEnded()
+{
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    QSignalSpy ended(stage.player.get(), &VideoPlayer::ended);
+    stage.player->load(m_server->url(u"/index.m3u8"_s), 9);
+    QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 20'000);
+    QCOMPARE(stage.player->state(), VideoPlayer::State::Ended);
+    QVERIFY(stage.player->position() > 11);
+    QCOMPARE(stage.failures.count(), 0);
+}
+
+void VideoStreamTest::aStartLandsAtItsPosition()
+{
+    for (const double start : {1.5, 5.0, 7.9}) {
+        VideoStage stage(authority());
+        QVERIFY(stage.isExposed());
+        QList<double> positions;
+        connect(stage.player.get(), &VideoPlayer::positionChanged, this, [&] { positions << stage.player->position(); });
+        stage.player->load(m_server->url(u"/index.m3u8"_s), start);
+        QVERIFY(stage.waitForPicture());
+        QVERIFY2(positions.first() >= start - 0.02 && positions.first() < start + 1,
+                 qPrintable(u"%1 for %2"_s.arg(positions.first()).arg(start)));
+    }
+}
+
+void VideoStreamTest::aStreamThatEndsBeforeItsEndIsBroken()
+{
+    for (const int part : {3, 4, 5})
+        m_server->answer(u"/part%1.ts"_s.arg(part), 404);
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    QSignalSpy ended(stage.player.get(), &VideoPlayer::ended);
+    stage.player->load(m_server->url(u"/index.m3u8"_s), 4);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.failures.count(), 1, 30'000);
+    QCOMPARE(int(stage.failure().cause), int(Cause::BrokenStream));
+    QCOMPARE(ended.count(), 0);
+}
+
+void VideoStreamTest::aMissingStreamTellsItsStatus()
+{
+    VideoStage stage(authority());
+    expectFailure(stage, m_server->url(u"/missing.m3u8"_s), Cause::Status);
+    QCOMPARE(stage.failure().httpStatus, 404);
+}
+
+void VideoStreamTest::aClosedPortIsARefusedConnection()
+{
+    const QUrl url = m_server->url(u"/index.m3u8"_s);
+    m_server.reset();
+    VideoStage stage(authority());
+    expectFailure(stage, url, Cause::Refused);
+}
+
+void VideoStreamTest::aSilentServerTimesOut()
+{
+    m_server->hold(u"/index.m3u8"_s);
+    VideoStage stage(authority());
+    expectFailure(stage, m_server->url(u"/index.m3u8"_s), Cause::TimedOut);
+}
+
+void VideoStreamTest::aStrangersCertificateIsRefused()
+{
+    VideoStage stage(m_folder.read(u"stranger.pem"_s));
+    expectFailure(stage, m_server->url(u"/index.m3u8"_s), Cause::Certificate);
+    QVERIFY(m_server->requests().isEmpty());
+}
+
+void VideoStreamTest::anotherHostsCertificateIsRefused()
+{
+    QUrl url = m_server->url(u"/index.m3u8"_s);
+    url.setHost(u"127.0.0.1"_s);
+    VideoStage stage(authority());
+    expectFailure(stage, url, Cause::Certificate);
+    QVERIFY(m_server->requests().isEmpty());
+}
+
+void VideoStreamTest::aSegmentWithAStrangersCertificateIsRefused()
+{
+    StreamServer stranger(m_folder.path(), u"stranger"_s);
+    m_server->put(u"/strange.m3u8"_s, playlistOf(stranger.url(u"/part0.ts"_s).toEncoded()));
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
+    stage.player->load(m_server->url(u"/strange.m3u8"_s));
+    QTRY_COMPARE_WITH_TIMEOUT(stage.failures.count(), 1, 30'000);
+    QCOMPARE(shown.count(), 0);
+    QVERIFY(stranger.requests().isEmpty());
+}
+
+void VideoStreamTest::oldTlsIsRefused()
+{
+    QProcess server;
+    server.setWorkingDirectory(m_folder.path());
+    server.start(u"openssl"_s, {u"s_server"_s, u"-accept"_s, u"localhost:0"_s, u"-cert"_s, u"server.pem"_s, u"-key"_s,
+                                u"server.key"_s, u"-tls1_1"_s, u"-cipher"_s, u"DEFAULT@SECLEVEL=0"_s, u"-WWW"_s});
+    QByteArray said;
+    QTRY_VERIFY((said += server.readAllStandardOutput()).contains("ACCEPT ") && said.endsWith('\n'));
+    const QByteArray address = said.mid(said.indexOf("ACCEPT ")).split('\n').first();
+    const QByteArray port = address.mid(address.lastIndexOf(':') + 1).trimmed();
+    VideoStage stage(authority());
+    expectFailure(stage, QUrl(u"https://localhost:"_s + QString::fromLatin1(port) + u"/index.m3u8"_s),
+                  Cause::Certificate);
+    server.kill();
+    server.waitForFinished();
+}
+
+void VideoStreamTest::aPlaylistReachesNoLocalFile_data()
+{
+    QTest::addColumn<QByteArray>("segment");
+    const QByteArray file = QFile::encodeName(m_folder.path() + u"/part0.ts"_s);
+    QTest::newRow("file") << "file://" + file;
+    QTest::newRow("path") << file;
+    QTest::newRow("wrapped") << "crypto+file://" + file;
+    QTest::newRow("concat") << "concat:" + file;
+    QTest::newRow("subfile") << "subfile,,start,0,end,0,,:" + file;
+    QTest::newRow("edl") << "edl://" + file;
+    QTest::newRow("lavf") << "lavf://file:" + file;
+}
+
+void VideoStreamTest::aPlaylistReachesNoLocalFile()
+{
+    QFETCH(const QByteArray, segment);
+    m_server->put(u"/sly.m3u8"_s, playlistOf(segment));
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
+    stage.player->load(m_server->url(u"/sly.m3u8"_s));
+    QTRY_COMPARE_WITH_TIMEOUT(stage.failures.count(), 1, 30'000);
+    QCOMPARE(shown.count(), 0);
+}
+
+void VideoStreamTest::aSecurePlaylistReachesNoPlainAddress()
+{
+    QTcpServer plain;
+    QVERIFY(plain.listen(QHostAddress::LocalHost));
+    m_server->put(u"/plain.m3u8"_s, playlistOf("http://localhost:" + QByteArray::number(plain.serverPort()) + "/a.ts"));
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    stage.player->load(m_server->url(u"/plain.m3u8"_s));
+    QTRY_COMPARE_WITH_TIMEOUT(stage.failures.count(), 1, 30'000);
+    QVERIFY(!plain.hasPendingConnections());
+}
+
+void VideoStreamTest::whatIsNoStreamFails_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::newRow("text") << QByteArray("Nothing to see here.\n");
+    QTest::newRow("bare playlist") << QByteArray("#EXTM3U\n");
+    QTest::newRow("plain playlist") << QByteArray("#EXTM3U\npart0.ts\n");
+    QTest::newRow("page") << QByteArray("<!DOCTYPE html><html><body>Maintenance</body></html>");
+}
+
+void VideoStreamTest::whatIsNoStreamFails()
+{
+    QFETCH(const QByteArray, body);
+    m_server->put(u"/odd.m3u8"_s, body);
+    VideoStage stage(authority());
+    expectFailure(stage, m_server->url(u"/odd.m3u8"_s), Cause::Unplayable);
+    QCOMPARE(m_server->requests().filter(u"part"_s).size(), 0);
+}
+
+void VideoStreamTest::anAddressOfAnotherKindFailsAtOnce_data()
+{
+    QTest::addColumn<QUrl>("url");
+    QTest::newRow("file") << QUrl::fromLocalFile(m_folder.path() + u"/index.m3u8"_s);
+    QTest::newRow("nothing") << QUrl();
+    QTest::newRow("rtmp") << QUrl(u"rtmp://localhost/live"_s);
+    QTest::newRow("no host") << QUrl(u"https:///index.m3u8"_s);
+    QTest::newRow("relative") << QUrl(u"index.m3u8"_s);
+}
+
+void VideoStreamTest::anAddressOfAnotherKindFailsAtOnce()
+{
+    QFETCH(const QUrl, url);
+    VideoStage stage(authority());
+    stage.player->load(url);
+    QCOMPARE(stage.player->state(), VideoPlayer::State::Failed);
+    QCOMPARE(int(stage.failure().cause), int(Cause::BadAddress));
+}
+
+QTEST_MAIN(VideoStreamTest)
+#include "VideoStreamTest.moc"

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QHash>
+#include <QSslServer>
+#include <QStringList>
+#include <QUrl>
+
+/** A small HTTPS server on localhost that serves a folder, and whatever faults the test asks for. Screen thread only. */
+class StreamServer : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** Shows the certificate `name`.pem with its key, from the folder. */
+    explicit StreamServer(const QString& folder, const QString& name = QStringLiteral("server"));
+
+    QUrl url(const QString& path) const;
+
+    /** Serves this in the place of the folder's file. */
+    void put(const QString& path, const QByteArray& body) { m_bodies.insert(path, body); }
+
+    /** Answers this status, with `header` (whole, without its line end) added. */
+    void answer(const QString& path, int status, const QByteArray& header = {}) { m_statuses.insert(path, {status, header}); }
+
+    /** Never answers. */
+    void hold(const QString& path) { m_held.append(path); }
+
+    /** The paths asked for, in order. */
+    const QStringList& requests() const { return m_requests; }
+
+private:
+    void serve(QTcpSocket* socket);
+    QByteArray answerTo(const QString& path) const;
+
+    QSslServer m_server;
+    QString m_folder;
+    QHash<QString, QByteArray> m_bodies;
+    QHash<QString, std::pair<int, QByteArray>> m_statuses;
+    QStringList m_held;
+    QStringList m_requests;
+};

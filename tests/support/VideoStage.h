@@ -1,0 +1,100 @@
+#pragma once
+
+#include "StreamPlayer.h"
+#include "StreamServer.h"
+#include "VideoView.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QQuickWindow>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+/** A folder with a stream and certificates, made by make-stream; `isReady` is false when that failed. */
+class StreamFolder
+{
+public:
+    StreamFolder()
+    {
+        QProcess make;
+        make.setProcessChannelMode(QProcess::ForwardedChannels);
+        make.start(QStringLiteral(QUILLMERE_TEST_SUPPORT "/make-stream"), {m_folder.path()});
+        m_ready = make.waitForFinished(60'000) && make.exitCode() == 0;
+    }
+
+    bool isReady() const { return m_ready; }
+    QString path() const { return m_folder.path(); }
+    QByteArray read(const QString& name) const
+    {
+        QFile file(m_folder.filePath(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+private:
+    QTemporaryDir m_folder;
+    bool m_ready = false;
+};
+
+/** A real player in a view in a window. */
+struct VideoStage
+{
+    explicit VideoStage(const QByteArray& certificates, QSize size = {640, 360})
+        : player(std::make_unique<StreamPlayer>(VideoOptions{certificates, QStringLiteral("Test")})),
+          view(std::make_unique<VideoView>(window.contentItem())),
+          failures(player.get(), &VideoPlayer::failed)
+    {
+        window.setColor(Qt::blue);
+        window.resize(size);
+        view->setSize(size);
+        view->setPlayer(player.get());
+        window.show();
+    }
+
+    bool isExposed() { return QTest::qWaitForWindowExposed(&window); }
+    bool waitForPicture(int milliseconds = 15'000)
+    {
+        return QTest::qWaitFor(
+            [this] { return player->state() == VideoPlayer::State::Playing && player->position() > 0; }, milliseconds);
+    }
+
+    /** How many of ten looks at the window, each after another step of the position, show a new picture. */
+    int newPictures()
+    {
+        int count = 0;
+        QImage last;
+        for (int look = 0; look < 10; ++look) {
+            const double before = player->position();
+            if (!QTest::qWaitFor([this, before] { return player->position() > before + 0.1; }))
+                break;
+            const QImage now = window.grabWindow();
+            count += !last.isNull() && now != last;
+            last = now;
+        }
+        return count;
+    }
+
+    VideoFailure failure() const { return failures.isEmpty() ? VideoFailure{} : failures.first().first().value<VideoFailure>(); }
+
+    QQuickWindow window;
+    std::unique_ptr<StreamPlayer> player;
+    std::unique_ptr<VideoView> view;
+    QSignalSpy failures;
+};
+
+namespace VideoStages {
+
+inline QByteArray readAll(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/** Whether libmpv or the plug-in is part of this process. */
+inline bool playerIsMapped()
+{
+    const QByteArray maps = readAll(QStringLiteral("/proc/self/maps"));
+    return maps.contains("libmpv") || maps.contains("quillmere-video");
+}
+
+}

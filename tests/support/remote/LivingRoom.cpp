@@ -1,0 +1,43 @@
+#include "LivingRoom.h"
+
+#include <stdexcept>
+
+using namespace std::chrono_literals;
+
+LivingRoom::LivingRoom() : m_connection(XConnection::open()), m_screen(m_connection), m_remote(m_connection) {}
+
+void LivingRoom::waitForEmptyScreen()
+{
+    if (!m_screen.waitUntil([this](const QImage&) { return !m_remote.giveFocus(); }, 5s))
+        throw std::runtime_error("There is a window on the display that does not belong to the test.");
+}
+
+void LivingRoom::switchOn()
+{
+    switchOff();
+    waitForEmptyScreen();
+    m_set = std::make_unique<TelevisionSet>();
+    const bool hasWindow = m_screen.waitUntil(
+        [this](const QImage&) { return m_remote.giveFocus() || !m_set->process().isRunning(); }, 15s);
+    if (!hasWindow || !m_set->process().isRunning())
+        throw std::runtime_error("The set was started but showed no window.");
+}
+
+void LivingRoom::switchOff()
+{
+    m_set.reset();
+}
+
+bool LivingRoom::pressAndSee(const QString& button)
+{
+    m_screen.waitForDrawing(0ms);
+    const QImage before = m_screen.look();
+    m_remote.press(button);
+    return m_screen.waitForChange(before, 2s).has_value();
+}
+
+bool LivingRoom::waitForText(const QRectF& points, const QString& text, std::chrono::milliseconds limit)
+{
+    return m_screen.waitUntil(
+        [&](const QImage& picture) { return TextReader::contains(m_reader.read(picture, points), text); }, limit);
+}

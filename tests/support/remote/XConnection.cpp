@@ -1,0 +1,22 @@
+#include "XConnection.h"
+
+#include <stdexcept>
+
+#include <X11/Xlib.h>
+
+XConnection::XConnection(_XDisplay* display) : m_display(display), m_root(DefaultRootWindow(display)) {}
+
+XConnection::~XConnection()
+{
+    XCloseDisplay(m_display);
+}
+
+std::shared_ptr<XConnection> XConnection::open()
+{
+    Display* display = XOpenDisplay(nullptr);
+    if (!display)
+        throw std::runtime_error("There is no X display; start this under tests/support/on-virtual-display.");
+    // A window that goes away between two requests is no reason to end.
+    XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
+    return std::shared_ptr<XConnection>(new XConnection(display));
+}

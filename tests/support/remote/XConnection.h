@@ -1,0 +1,23 @@
+#pragma once
+
+#include <memory>
+
+struct _XDisplay;
+
+/** One connection to the X display that DISPLAY names, shared by the screen and the remote. One thread. */
+class XConnection
+{
+public:
+    /** Throws std::runtime_error with a sentence when there is no display, or it lacks an extension. */
+    static std::shared_ptr<XConnection> open();
+    ~XConnection();
+
+    _XDisplay* display() const { return m_display; }
+    unsigned long root() const { return m_root; }
+
+private:
+    explicit XConnection(_XDisplay* display);
+
+    _XDisplay* m_display;
+    unsigned long m_root;
+};

@@ -1,0 +1,87 @@
+#include "SystemClock.h"
+
+#include <QElapsedTimer>
+#include <QTest>
+
+using namespace std::chrono_literals;
+
+class TestSystemClock : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void itTellsTheTimeOfHere()
+    {
+        const QDateTime before = QDateTime::currentDateTime();
+        const QDateTime now = SystemClock().now();
+        QVERIFY(now >= before && now <= QDateTime::currentDateTime());
+        QCOMPARE(now.timeSpec(), Qt::LocalTime);
+    }
+
+    void elapsedTimeGoesForward()
+    {
+        const SystemClock clock;
+        const auto start = clock.elapsed();
+        QTest::qWait(20);
+        QVERIFY(clock.elapsed() - start >= 19ms);
+    }
+
+    void aTimerFiresOnceFromTheEventLoopAndNotEarly()
+    {
+        SystemClock clock;
+        int calls = 0;
+        const auto start = clock.elapsed();
+        const auto timer = clock.after(30ms, [&] { ++calls; });
+        QCOMPARE(calls, 0);
+        QTRY_COMPARE(calls, 1);
+        QVERIFY(clock.elapsed() - start >= 30ms);
+        QTest::qWait(50);
+        QCOMPARE(calls, 1);
+    }
+
+    void aTimeInThePastIsNow()
+    {
+        SystemClock clock;
+        bool called = false;
+        const auto timer = clock.after(-5s, [&] { called = true; });
+        QVERIFY(!called);
+        QTRY_VERIFY(called);
+    }
+
+    void timersFireInTheOrderOfTheirTimes()
+    {
+        SystemClock clock;
+        QList<int> order;
+        const auto late = clock.after(60ms, [&] { order.append(2); });
+        const auto early = clock.after(10ms, [&] { order.append(1); });
+        QTRY_COMPARE(order, (QList<int>{1, 2}));
+    }
+
+    void lettingATimerGoTakesTheCallBack()
+    {
+        SystemClock clock;
+        bool called = false;
+        auto timer = clock.after(1ms, [&] { called = true; });
+        timer.reset();
+        QTest::qWait(20);
+        QVERIFY(!called);
+    }
+
+    void aCallbackMayLetItsOwnTimerGoAndStartTheNext()
+    {
+        SystemClock clock;
+        int ticks = 0;
+        std::unique_ptr<Clock::Timer> timer;
+        const std::function<void()> tick = [&] {
+            timer.reset();
+            if (++ticks < 3)
+                timer = clock.after(1ms, tick);
+        };
+        timer = clock.after(1ms, tick);
+        QTRY_COMPARE(ticks, 3);
+        QVERIFY(!timer);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSystemClock)
+#include "test_system_clock.moc"
