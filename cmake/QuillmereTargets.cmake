@@ -32,7 +32,7 @@ function(quillmere_module name)
     )
     target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
     # Linking a module links its plug-in too, so that whoever sees its headers can also import it.
-    target_link_libraries(${name} PUBLIC Qt6::Quick ${arg_LINKS})
+    target_link_libraries(${name} PUBLIC Qt6::Quick ${arg_LINKS} INTERFACE ${name}plugin)
     quillmere_precompile(${name})
 endfunction()
 

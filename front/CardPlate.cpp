@@ -1,0 +1,111 @@
+#include "CardPlate.h"
+
+#include <QPainter>
+
+#include <cmath>
+#include <numbers>
+
+namespace {
+
+// A superellipse through the middle of the circle's arc, that leaves the edge one and a half radii before the corner.
+constexpr double cornerReach = 1.5;
+constexpr double cornerExponent = 3.2;
+constexpr int cornerSteps = 24;
+
+} // namespace
+
+void CardPlate::setBackground(PaintedItem* background)
+{
+    if (m_background == background)
+        return;
+    if (m_background)
+        disconnect(m_background, nullptr, this, nullptr);
+    m_background = background;
+    if (background)
+        connect(background, &PaintedItem::artChanged, this, &CardPlate::repaint);
+    repaint();
+}
+
+void CardPlate::setRadius(double radius)
+{
+    m_radius = radius;
+    repaint();
+}
+
+void CardPlate::setContinuous(bool continuous)
+{
+    m_continuous = continuous;
+    repaint();
+}
+
+void CardPlate::setBorder(QColor border)
+{
+    if (m_border == border)
+        return;
+    m_border = border;
+    repaint();
+}
+
+void CardPlate::setBorderWidth(double borderWidth)
+{
+    m_borderWidth = borderWidth;
+    repaint();
+}
+
+void CardPlate::paint(QPainter& painter, const QSizeF& size) const
+{
+    const QPainterPath inside = outline(size);
+    painter.save();
+    if (m_background) {
+        painter.save();
+        m_background->paint(painter, size);
+        painter.restore();
+    }
+    // A clip would leave the corners jagged: what lies outside is rubbed out instead.
+    QPainterPath outside;
+    outside.addRect(QRectF(QPointF(), size).marginsAdded({2, 2, 2, 2}));
+    outside.addPath(inside);
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+    painter.fillPath(outside, Qt::black);
+
+    if (m_borderWidth > 0) {
+        // Twice as wide, as its outer half falls on nothing and is not drawn.
+        painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
+        painter.strokePath(inside, QPen(m_border, 2 * m_borderWidth));
+    }
+    painter.restore();
+}
+
+QPainterPath CardPlate::outline(const QSizeF& size) const
+{
+    const QRectF plate(QPointF(), size);
+    if (m_continuous)
+        return continuousOutline(plate, m_radius);
+    QPainterPath path;
+    path.addRoundedRect(plate, m_radius, m_radius);
+    return path;
+}
+
+QPainterPath CardPlate::continuousOutline(const QRectF& plate, double radius)
+{
+    const double reach = std::min({cornerReach * radius, plate.width() / 2, plate.height() / 2});
+    QPolygonF corner; // from the top edge to the trailing edge, as distances from the corner's centre
+    for (int step = 0; step <= cornerSteps; ++step) {
+        const double angle = std::numbers::pi / 2 * step / cornerSteps;
+        corner << QPointF(std::pow(std::sin(angle), 2 / cornerExponent) * reach,
+                          -std::pow(std::cos(angle), 2 / cornerExponent) * reach);
+    }
+    const QRectF centres = plate.marginsRemoved({reach, reach, reach, reach});
+    const QPointF anchors[] = {centres.topRight(), centres.bottomRight(), centres.bottomLeft(), centres.topLeft()};
+    QPolygonF outline;
+    for (const QPointF& anchor : anchors) {
+        for (const QPointF& point : std::as_const(corner))
+            outline << anchor + point;
+        for (QPointF& point : corner)
+            point = {-point.y(), point.x()};
+    }
+    QPainterPath path;
+    path.addPolygon(outline);
+    path.closeSubpath();
+    return path;
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "PaintedItem.h"
+
+#include <QColor>
+#include <QPainterPath>
+#include <QPointer>
+
+/**
+ * A plate with rounded corners, filled with another item's art and outlined along the inside of its edge.
+ * `background` is painted, never shown; it may be null for a plate without a filling.
+ */
+class CardPlate : public PaintedItem
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(PaintedItem* background READ background WRITE setBackground NOTIFY artChanged FINAL)
+    Q_PROPERTY(double radius READ radius WRITE setRadius NOTIFY artChanged FINAL)
+    /** Whether the corners run into the edges without a break, as those of the doors do. */
+    Q_PROPERTY(bool continuous READ isContinuous WRITE setContinuous NOTIFY artChanged FINAL)
+    Q_PROPERTY(QColor border READ border WRITE setBorder NOTIFY artChanged FINAL)
+    Q_PROPERTY(double borderWidth READ borderWidth WRITE setBorderWidth NOTIFY artChanged FINAL)
+
+public:
+    using PaintedItem::PaintedItem;
+
+    PaintedItem* background() const { return m_background; }
+    void setBackground(PaintedItem* background);
+    double radius() const { return m_radius; }
+    void setRadius(double radius);
+    bool isContinuous() const { return m_continuous; }
+    void setContinuous(bool continuous);
+    QColor border() const { return m_border; }
+    void setBorder(QColor border);
+    double borderWidth() const { return m_borderWidth; }
+    void setBorderWidth(double borderWidth);
+
+    void paint(QPainter& painter, const QSizeF& size) const override;
+
+    /** The outline of a plate whose corners' curvature grows from nothing; `radius` as of the circle they look like. */
+    static QPainterPath continuousOutline(const QRectF& plate, double radius);
+
+private:
+    QPainterPath outline(const QSizeF& size) const;
+
+    QPointer<PaintedItem> m_background;
+    double m_radius = 0;
+    bool m_continuous = false;
+    QColor m_border = Qt::transparent;
+    double m_borderWidth = 0;
+};

@@ -1,0 +1,27 @@
+#include "DiagonalGradient.h"
+
+#include <QPainter>
+
+void DiagonalGradient::setFrom(QColor from)
+{
+    if (m_from == from)
+        return;
+    m_from = from;
+    repaint();
+}
+
+void DiagonalGradient::setTo(QColor to)
+{
+    if (m_to == to)
+        return;
+    m_to = to;
+    repaint();
+}
+
+void DiagonalGradient::paint(QPainter& painter, const QSizeF& size) const
+{
+    QLinearGradient gradient(0, 0, size.width(), size.height());
+    gradient.setColorAt(0, m_from);
+    gradient.setColorAt(1, m_to);
+    painter.fillRect(QRectF(QPointF(), size), gradient);
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "PaintedItem.h"
+
+#include <QColor>
+
+/** A ground that runs from one colour in the top leading corner to another in the bottom trailing one. */
+class DiagonalGradient : public PaintedItem
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(QColor from READ from WRITE setFrom NOTIFY artChanged FINAL)
+    Q_PROPERTY(QColor to READ to WRITE setTo NOTIFY artChanged FINAL)
+
+public:
+    using PaintedItem::PaintedItem;
+
+    QColor from() const { return m_from; }
+    void setFrom(QColor from);
+    QColor to() const { return m_to; }
+    void setTo(QColor to);
+
+    void paint(QPainter& painter, const QSizeF& size) const override;
+
+private:
+    QColor m_from;
+    QColor m_to;
+};

@@ -1,0 +1,13 @@
+import QtQuick
+
+// What a door says of itself now. Its room is the same for every text, so that nothing moves when the text changes.
+Text {
+    height: 84
+    font: Typography.standard(22)
+    color: StationPalette.faded(StationPalette.cream, 0.6)
+    wrapMode: Text.Wrap
+    elide: Text.ElideRight
+    textFormat: Text.PlainText
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "PaintedItem.h"
+
+/** The disc of the on-air lamp: on-air red when live, soot when not, with a thin parchment rim. */
+class LampDisc : public PaintedItem
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(bool live READ isLive WRITE setLive NOTIFY artChanged FINAL)
+
+public:
+    using PaintedItem::PaintedItem;
+
+    bool isLive() const { return m_live; }
+    void setLive(bool live);
+
+    void paint(QPainter& painter, const QSizeF& size) const override;
+
+private:
+    bool m_live = false;
+};

@@ -1,0 +1,20 @@
+#include "MiniColorBars.h"
+
+#include <QPainter>
+
+void MiniColorBars::setBars(const QList<QColor>& bars)
+{
+    if (m_bars == bars)
+        return;
+    m_bars = bars;
+    repaint();
+}
+
+void MiniColorBars::paint(QPainter& painter, const QSizeF& size) const
+{
+    // Stripes meet on whole pixels, so that no seam shows between them.
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    const double width = size.width() / double(m_bars.size());
+    for (qsizetype i = 0; i < m_bars.size(); ++i)
+        painter.fillRect(QRectF(double(i) * width, 0, width, size.height()), m_bars.at(i));
+}

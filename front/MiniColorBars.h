@@ -1,0 +1,24 @@
+#pragma once
+
+#include "PaintedItem.h"
+
+#include <QColor>
+
+/** Colours side by side in equal upright stripes that fill the item. */
+class MiniColorBars : public PaintedItem
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(QList<QColor> bars READ bars WRITE setBars NOTIFY artChanged FINAL)
+
+public:
+    using PaintedItem::PaintedItem;
+
+    const QList<QColor>& bars() const { return m_bars; }
+    void setBars(const QList<QColor>& bars);
+
+    void paint(QPainter& painter, const QSizeF& size) const override;
+
+private:
+    QList<QColor> m_bars;
+};

@@ -1,0 +1,100 @@
+import QtQuick
+
+// The door to the live channel.
+DoorCard {
+    id: door
+
+    required property bool towerLive
+
+    title: "5 O'CLOCK NEWS"
+    background: VeneerBackground {}
+    border: StationPalette.faded(StationPalette.parchment, 0.25)
+
+    Column {
+        anchors.fill: parent
+        spacing: 22
+
+        CardPlate {
+            id: television
+
+            width: parent.width
+            height: parent.height - heading.height - station.height - subtitle.height - lampRow.height
+                    - 4 * parent.spacing
+            radius: 18
+            background: DiagonalGradient {
+                from: Qt.rgba(42 / 255, 39 / 255, 35 / 255, 1)
+                to: Qt.rgba(20 / 255, 18 / 255, 15 / 255, 1)
+            }
+
+            MiniColorBars {
+                anchors.fill: parent
+                anchors.margins: 22
+                visible: !door.towerLive
+                opacity: 0.85
+                bars: StationPalette.colorBars
+            }
+
+            Text {
+                anchors.centerIn: parent
+                // The last letter's spacing is not part of the word's width to the eye.
+                anchors.horizontalCenterOffset: 4
+                visible: door.towerLive
+                text: "LIVE"
+                font: Typography.standard(44, Font.Black, 8)
+                color: StationPalette.onAirRed
+                textFormat: Text.PlainText
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+
+        Text {
+            id: heading
+
+            width: parent.width
+            text: door.title
+            font: Typography.standard(46, Font.Black, 2)
+            color: StationPalette.parchment
+            textFormat: Text.PlainText
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+
+        Text {
+            id: station
+
+            width: parent.width
+            text: "Quillmere Television"
+            font: Typography.standard(24)
+            color: StationPalette.olive
+            textFormat: Text.PlainText
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+
+        DoorSubtitle {
+            id: subtitle
+
+            width: parent.width
+            text: door.subtitle
+        }
+
+        Row {
+            id: lampRow
+
+            spacing: 24
+
+            OnAirLamp {
+                live: door.towerLive
+            }
+
+            StationLabel {
+                anchors.verticalCenter: parent.verticalCenter
+                text: door.towerLive ? "on air" : "standby"
+                size: 20
+                color: door.towerLive ? StationPalette.onAirRed
+                                      : StationPalette.faded(StationPalette.parchment, 0.55)
+            }
+        }
+    }
+}

@@ -1,0 +1,13 @@
+#include "NightSky.h"
+
+#include "StationPalette.h"
+
+#include <QPainter>
+
+void NightSky::paint(QPainter& painter, const QSizeF& size) const
+{
+    QLinearGradient sky(0, 0, 0, size.height());
+    sky.setColorAt(0, StationPalette::inkNavy());
+    sky.setColorAt(1, QColor(5, 7, 15));
+    painter.fillRect(QRectF(QPointF(), size), sky);
+}

@@ -1,0 +1,70 @@
+import QtQuick
+
+// The on-air lamp and its words. Only a live one that can be seen pulses; it repaints nothing but its glow.
+Row {
+    id: lamp
+
+    required property bool live
+
+    // 0 to 1, from the faint glow to the full one.
+    property real glow: 0
+
+    spacing: 14
+
+    SequentialAnimation on glow {
+        running: lamp.live && lamp.visible
+        loops: Animation.Infinite
+
+        NumberAnimation {
+            from: 0
+            to: 1
+            duration: 1100
+            easing.type: Easing.InOutQuad
+        }
+        NumberAnimation {
+            from: 1
+            to: 0
+            duration: 1100
+            easing.type: Easing.InOutQuad
+        }
+    }
+
+    Item {
+        width: 26
+        height: 26
+        anchors.verticalCenter: parent.verticalCenter
+
+        SoftShadow {
+            anchors.fill: parent
+            visible: lamp.live
+            radius: 13
+            spread: 12
+            color: StationPalette.faded(StationPalette.onAirRed, 0.3)
+            opacity: 1 - lamp.glow
+        }
+
+        SoftShadow {
+            anchors.fill: parent
+            visible: lamp.live
+            radius: 13
+            spread: 36
+            color: StationPalette.faded(StationPalette.onAirRed, 0.9)
+            opacity: lamp.glow
+        }
+
+        LampDisc {
+            anchors.fill: parent
+            live: lamp.live
+        }
+    }
+
+    Text {
+        anchors.verticalCenter: parent.verticalCenter
+        text: lamp.live ? "ON AIR" : "OFF AIR"
+        font: Typography.standard(20, Font.DemiBold, 3)
+        color: lamp.live ? StationPalette.onAirRed : StationPalette.faded(StationPalette.parchment, 0.4)
+        textFormat: Text.PlainText
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+}

@@ -1,0 +1,27 @@
+import QtQuick
+
+// A small caption of the station's, in capitals.
+Item {
+    id: label
+
+    required property string text
+    required property int size
+    required property color color
+
+    implicitWidth: caption.implicitWidth
+    implicitHeight: caption.implicitHeight
+
+    Text {
+        id: caption
+
+        anchors.fill: parent
+        text: Typography.capitals(label.text)
+        font: Typography.label(label.size)
+        color: label.color
+        elide: Text.ElideRight
+        verticalAlignment: Text.AlignVCenter
+        textFormat: Text.PlainText
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+}

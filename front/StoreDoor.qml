@@ -1,0 +1,65 @@
+import QtQuick
+
+// The door to the rental shop.
+DoorCard {
+    id: door
+
+    title: "REWINDERY"
+    background: DiagonalGradient {
+        from: StationPalette.nightNavy
+        to: StationPalette.inkNavy
+    }
+    border: StationPalette.faded(StationPalette.amber, 0.35)
+
+    Column {
+        // Its lines stand level with those of the other door.
+        anchors.bottom: parent.bottom
+        width: parent.width
+        spacing: 22
+
+        SpineShelf {
+            width: parent.width
+        }
+
+        Text {
+            width: parent.width
+            text: door.title
+            font: Typography.standard(46, Font.Black, 2)
+            color: StationPalette.amber
+            textFormat: Text.PlainText
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+
+        Text {
+            width: parent.width
+            text: "Public-meeting rentals · Be Kind, Please Rewind"
+            font: Typography.standard(24)
+            color: StationPalette.teal
+            textFormat: Text.PlainText
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+
+        DoorSubtitle {
+            width: parent.width
+            text: door.subtitle
+        }
+
+        Row {
+            spacing: 36
+
+            StationLabel {
+                text: "open 24 hrs"
+                size: 20
+                color: StationPalette.amber
+            }
+
+            StationLabel {
+                text: "home video"
+                size: 20
+                color: StationPalette.faded(StationPalette.cream, 0.5)
+            }
+        }
+    }
+}

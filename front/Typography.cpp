@@ -1,0 +1,49 @@
+#include "Typography.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double labelSpacing = 0.18; // of the size
+
+QFont station(const QString& family, int size, int weight, double letterSpacing)
+{
+    QFont font;
+    font.setFamilies({family, u"Noto Sans"_s, u"Noto Sans Arabic"_s, u"Noto Sans CJK SC"_s, u"Noto Sans Symbols2"_s,
+                      u"DejaVu Sans"_s, u"Noto Color Emoji"_s});
+    font.setPixelSize(size);
+    font.setWeight(QFont::Weight(weight));
+    font.setLetterSpacing(QFont::AbsoluteSpacing, letterSpacing);
+    // Hinted advances would break lines differently at every scale of the canvas.
+    font.setHintingPreference(QFont::PreferNoHinting);
+    return font;
+}
+
+} // namespace
+
+QFont Typography::standard(int size, int weight, double letterSpacing)
+{
+    return station(u"Inter"_s, size, weight, letterSpacing);
+}
+
+QFont Typography::monospaced(int size, int weight, double letterSpacing)
+{
+    return station(u"JetBrains Mono"_s, size, weight, letterSpacing);
+}
+
+QFont Typography::serif(int size, int weight, bool italic)
+{
+    QFont font = station(u"Noto Serif"_s, size, weight, 0);
+    font.setItalic(italic);
+    return font;
+}
+
+QFont Typography::label(int size)
+{
+    return monospaced(size, QFont::DemiBold, size * labelSpacing);
+}
+
+QString Typography::capitals(const QString& text)
+{
+    return text.toUpper();
+}

@@ -1,0 +1,51 @@
+#include "Canvas.h"
+
+#include <QQuickWindow>
+
+#include <cmath>
+
+Canvas::Canvas(QQuickItem* parent) : QQuickItem(parent)
+{
+    setSize(points);
+    setTransformOrigin(TopLeft);
+    follow(parent);
+}
+
+void Canvas::itemChange(ItemChange change, const ItemChangeData& data)
+{
+    if (change == ItemParentHasChanged)
+        follow(data.item);
+    QQuickItem::itemChange(change, data);
+}
+
+void Canvas::follow(QQuickItem* parent)
+{
+    for (const auto& connection : std::as_const(m_connections))
+        disconnect(connection);
+    m_connections.clear();
+    if (!parent)
+        return;
+    m_connections << connect(parent, &QQuickItem::widthChanged, this, &Canvas::fit)
+                  << connect(parent, &QQuickItem::heightChanged, this, &Canvas::fit);
+    fit();
+}
+
+void Canvas::fit()
+{
+    const QSizeF space = parentItem()->size();
+    if (space.isEmpty())
+        return;
+    const double factor = std::min(space.width() / points.width(), space.height() / points.height());
+    // Whole device pixels, so that what is painted for the canvas lies on them too.
+    const double ratio = window() ? window()->effectiveDevicePixelRatio() : 1.0;
+    const auto whole = [ratio](double length) { return std::floor(length * ratio) / ratio; };
+    setScale(factor);
+    setPosition({whole((space.width() - points.width() * factor) / 2),
+                 whole((space.height() - points.height() * factor) / 2)});
+
+    const QRectF visible(-position() / factor, space / factor);
+    if (visible == m_visibleArea)
+        return;
+    m_visibleArea = visible;
+    Q_EMIT visibleAreaChanged();
+}

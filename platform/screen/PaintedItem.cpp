@@ -1,0 +1,166 @@
+#include "PaintedItem.h"
+
+#include <QPainter>
+#include <QQuickWindow>
+#include <QSGImageNode>
+
+#include <cmath>
+
+namespace {
+
+constexpr int picturesKept = 2;
+constexpr double pixelTolerance = 1.0 / 256;
+
+bool near(double a, double b)
+{
+    return std::abs(a - b) < pixelTolerance;
+}
+
+double fraction(double x)
+{
+    return x - std::floor(x + pixelTolerance);
+}
+
+/** The smallest rectangle of whole pixels around `area`, rounding errors left aside. */
+QRect wholePixels(const QRectF& area)
+{
+    const QPoint topLeft(int(std::floor(area.left() + pixelTolerance)), int(std::floor(area.top() + pixelTolerance)));
+    const QPoint end(int(std::ceil(area.right() - pixelTolerance)), int(std::ceil(area.bottom() - pixelTolerance)));
+    return {topLeft, QSize(end.x() - topLeft.x(), end.y() - topLeft.y())};
+}
+
+} // namespace
+
+bool PaintedItem::Placement::operator==(const Placement& other) const
+{
+    return near(origin.x(), other.origin.x()) && near(origin.y(), other.origin.y()) && looksLike(other);
+}
+
+/** Whether a picture made for one serves the other: they differ by whole pixels at most. */
+bool PaintedItem::Placement::looksLike(const Placement& other) const
+{
+    return pixels.size() == other.pixels.size() && near(fraction(origin.x()), fraction(other.origin.x())) &&
+           near(fraction(origin.y()), fraction(other.origin.y())) &&
+           near(scale.width() * pixels.width(), other.scale.width() * pixels.width()) &&
+           near(scale.height() * pixels.height(), other.scale.height() * pixels.height());
+}
+
+PaintedItem::PaintedItem(QQuickItem* parent) : QQuickItem(parent)
+{
+    setFlag(ItemHasContents);
+}
+
+void PaintedItem::repaint()
+{
+    m_inputsChanged = true;
+    update();
+    Q_EMIT artChanged();
+}
+
+void PaintedItem::itemChange(ItemChange change, const ItemChangeData& data)
+{
+    if (change == ItemSceneChange) {
+        disconnect(m_frames);
+        if (data.window)
+            m_frames = connect(data.window, &QQuickWindow::afterAnimating, this, &PaintedItem::follow);
+    } else if (change == ItemDevicePixelRatioHasChanged) {
+        update();
+    }
+    QQuickItem::itemChange(change, data);
+}
+
+void PaintedItem::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)
+{
+    QQuickItem::geometryChange(newGeometry, oldGeometry);
+    if (newGeometry.size() != oldGeometry.size())
+        repaint();
+}
+
+PaintedItem::Placement PaintedItem::placement() const
+{
+    const QTransform toScene = itemTransform(nullptr, nullptr);
+    const double ratio = window()->effectiveDevicePixelRatio();
+    Placement placement;
+    placement.origin = toScene.map(QPointF()) * ratio;
+    placement.scale = QSizeF(toScene.m11(), toScene.m22()) * ratio;
+    const QRectF art = QRectF(QPointF(), size()).marginsAdded({bleed(), bleed(), bleed(), bleed()});
+    placement.pixels = wholePixels(QRectF(
+        placement.origin.x() + art.x() * placement.scale.width(), placement.origin.y() + art.y() * placement.scale.height(),
+        art.width() * placement.scale.width(), art.height() * placement.scale.height()));
+    return placement;
+}
+
+/** Once a frame: notices that an ancestor moved or scaled this item, and when that has ended. */
+void PaintedItem::follow()
+{
+    if (!isVisible() || size().isEmpty())
+        return;
+    const Placement now = placement();
+    if (now == m_shown) {
+        m_seen = now;
+        return;
+    }
+    update();
+    if (!(now == m_seen)) {
+        m_seen = now;
+        // One more frame, to see whether it has come to rest; asked for later, as this frame would swallow it.
+        QMetaObject::invokeMethod(window(), &QQuickWindow::update, Qt::QueuedConnection);
+    }
+}
+
+const PaintedItem::Picture& PaintedItem::pictureFor(const Placement& placement)
+{
+    for (qsizetype i = 0; i < m_pictures.size(); ++i) {
+        if (m_pictures.at(i).placement.looksLike(placement)) {
+            m_pictures.move(i, 0);
+            return m_pictures.constFirst();
+        }
+    }
+    m_pictures.prepend({placement, painted(placement)});
+    if (m_pictures.size() > picturesKept)
+        m_pictures.removeLast();
+    return m_pictures.constFirst();
+}
+
+QImage PaintedItem::painted(const Placement& placement) const
+{
+    const QSize pixels(hasUniformRows() ? 1 : placement.pixels.width(), placement.pixels.height());
+    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(placement.origin - placement.pixels.topLeft());
+    painter.scale(placement.scale.width(), placement.scale.height());
+    paint(painter, size());
+    return image;
+}
+
+QSGNode* PaintedItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
+{
+    auto node = static_cast<QSGImageNode*>(old);
+    const Placement now = placement();
+    if (now.pixels.isEmpty()) {
+        delete node;
+        return nullptr;
+    }
+    const bool atRest = now == m_seen || now == m_shown;
+    if (m_inputsChanged)
+        m_pictures.clear();
+    const bool hasTexture = node != nullptr;
+    if (!node)
+        node = window()->createImageNode();
+    if (m_inputsChanged || !hasTexture || (atRest && !(now == m_shown))) {
+        const Picture& picture = pictureFor(now);
+        node->setOwnsTexture(true);
+        node->setTexture(window()->createTextureFromImage(picture.image));
+        node->setSourceRect(picture.image.rect());
+        const QPointF corner = now.pixels.topLeft() - now.origin;
+        node->setRect(QRectF(corner.x() / now.scale.width(), corner.y() / now.scale.height(),
+                             now.pixels.width() / now.scale.width(), now.pixels.height() / now.scale.height()));
+        m_shown = now;
+        m_inputsChanged = false;
+    }
+    // At rest one texel is one pixel, and a filter would only blur it.
+    node->setFiltering(now == m_shown ? QSGTexture::Nearest : QSGTexture::Linear);
+    return node;
+}

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QImage>
+#include <QList>
+#include <QQuickItem>
+
+class QPainter;
+
+/**
+ * Art drawn by C++ in points and shown pixel for pixel: it is painted once into an image of the size really shown, on
+ * whole device pixels, and painted again only when its inputs change or when it has come to rest at another size; while
+ * it moves, the picture at hand is scaled. The last two pictures are kept, so a card that lifts and settles again costs
+ * one painting.
+ *
+ * Screen thread, but for `paint`, which also runs on the render thread while the screen thread waits. Its parent item
+ * owns it. Rotations and shears are not followed.
+ */
+class PaintedItem : public QQuickItem
+{
+    Q_OBJECT
+    QML_NAMED_ELEMENT(PaintedItem)
+    QML_UNCREATABLE("A base for art drawn in C++")
+
+public:
+    explicit PaintedItem(QQuickItem* parent = nullptr);
+
+    /** Paints the art for an item of `size`, in points, with the item's top left corner at the origin. */
+    virtual void paint(QPainter& painter, const QSizeF& size) const = 0;
+
+    /** How far the art reaches past the item on every side, in points. */
+    virtual qreal bleed() const { return 0; }
+
+    /** Whether every row is of one colour; then one column is painted and stretched. */
+    virtual bool hasUniformRows() const { return false; }
+
+Q_SIGNALS:
+    /** The art's inputs have changed. */
+    void artChanged();
+
+protected:
+    /** To be called by every setter of an input. */
+    void repaint();
+
+    void itemChange(ItemChange change, const ItemChangeData& data) override;
+    void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
+    QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override;
+
+private:
+    /** Where the item stands on the glass, in device pixels. */
+    struct Placement
+    {
+        QPointF origin; ///< of the item's top left corner
+        QSizeF scale;   ///< device pixels a point
+        QRect pixels;   ///< what the art covers
+
+        bool operator==(const Placement& other) const;
+        bool looksLike(const Placement& other) const;
+    };
+    struct Picture
+    {
+        Placement placement;
+        QImage image;
+    };
+
+    Placement placement() const;
+    void follow();
+    const Picture& pictureFor(const Placement& placement);
+    QImage painted(const Placement& placement) const;
+
+    Placement m_seen;  ///< in the frame before
+    Placement m_shown; ///< the one that the picture on the glass was painted for
+    bool m_inputsChanged = true;
+    QList<Picture> m_pictures; ///< latest first
+    QMetaObject::Connection m_frames;
+};

@@ -1,0 +1,108 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Quillmere.Catalogue
+import Quillmere.Front
+import Quillmere.Hub
+import Quillmere.Screen
+
+// Scaffolding: the shop as one plain list, to be taken away together with TapeList once its shelves are built.
+FocusScope {
+    id: shop
+
+    required property Store store
+
+    // What plays a tape; it takes it from `chosen` and clears `playing` when it is done.
+    property Component playerScreen: null
+    property tape chosen
+    property bool playing: false
+
+    focus: true
+    onPlayingChanged: playing ? player.forceActiveFocus() : list.forceActiveFocus()
+
+    FullBleed {
+        NightSky {
+            anchors.fill: parent
+            visible: !shop.playing
+        }
+    }
+
+    ListView {
+        id: list
+
+        anchors.fill: parent
+        anchors.leftMargin: 160
+        anchors.rightMargin: 160
+        visible: !shop.playing
+        focus: true
+        interactive: false
+        keyNavigationEnabled: false
+        preferredHighlightBegin: 300
+        preferredHighlightEnd: 780
+        highlightRangeMode: ListView.ApplyRange
+        highlightMoveDuration: 120
+        highlightFollowsCurrentItem: true
+        model: tapes
+        currentIndex: tapes.currentRow
+        Keys.onUpPressed: tapes.move(-1)
+        Keys.onDownPressed: tapes.move(1)
+        Keys.onSelectPressed: shop.open()
+
+        delegate: Item {
+            id: row
+
+            required property int index
+            required property string text
+            required property bool isTape
+
+            width: list.width
+            height: isTape ? 62 : 104
+            Accessible.role: isTape ? Accessible.ListItem : Accessible.Heading
+            Accessible.name: text
+            Accessible.focused: ListView.isCurrentItem
+
+            Rectangle {
+                anchors.fill: parent
+                visible: row.isTape && row.ListView.isCurrentItem
+                radius: 14
+                color: StationPalette.cream
+            }
+
+            Text {
+                anchors.fill: parent
+                anchors.leftMargin: row.isTape ? 28 : 0
+                anchors.rightMargin: 28
+                anchors.bottomMargin: row.isTape ? 0 : 10
+                verticalAlignment: row.isTape ? Text.AlignVCenter : Text.AlignBottom
+                text: row.text
+                font: row.isTape ? Typography.standard(28) : Typography.standard(40, Font.Black, 1)
+                color: !row.isTape ? StationPalette.amber
+                                   : row.ListView.isCurrentItem ? StationPalette.inkNavy : StationPalette.cream
+                elide: Text.ElideRight
+                maximumLineCount: 1
+                textFormat: Text.PlainText
+            }
+        }
+    }
+
+    TapeList {
+        id: tapes
+
+        store: shop.store
+    }
+
+    Loader {
+        id: player
+
+        anchors.fill: parent
+        active: shop.playing && shop.playerScreen !== null
+        sourceComponent: shop.playerScreen
+        Keys.onBackPressed: shop.playing = false
+        onLoaded: item.forceActiveFocus()
+    }
+
+    function open() {
+        chosen = tapes.currentTape();
+        playing = tapes.currentRow >= 0 && playerScreen !== null;
+    }
+}

@@ -1,0 +1,151 @@
+#include "Typography.h"
+#include "ViewerTexts.h"
+
+#include <QFontInfo>
+#include <QGlyphRun>
+#include <QImage>
+#include <QPainter>
+#include <QRawFont>
+#include <QTest>
+#include <QTextLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QList<QGlyphRun> glyphsOf(const QString& text, const QFont& font)
+{
+    QTextLayout layout(text, font);
+    layout.beginLayout();
+    layout.createLine();
+    layout.endLayout();
+    return layout.glyphRuns();
+}
+
+QRawFont faceOf(const QFont& font)
+{
+    return QRawFont::fromFont(font);
+}
+
+const QList<QPair<const char*, QFont>>& designs()
+{
+    static const QList<QPair<const char*, QFont>> all{{"standard", Typography::standard(24)},
+                                                      {"black", Typography::standard(46, QFont::Black, 2)},
+                                                      {"monospaced", Typography::label(20)},
+                                                      {"serif italic", Typography::serif(30, QFont::Normal, true)}};
+    return all;
+}
+
+} // namespace
+
+class FontsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyTextIsDrawnWithRealGlyphs_data();
+    void everyTextIsDrawnWithRealGlyphs();
+    void aWeightIsARealFace_data();
+    void aWeightIsARealFace();
+    void theSerifHasATrueItalic();
+    void thePlaySignIsNoEmoji();
+    void anEmojiIsDrawnInColour();
+};
+
+void FontsTest::everyTextIsDrawnWithRealGlyphs_data()
+{
+    QTest::addColumn<QString>("text");
+    for (const char16_t* text : viewerTexts)
+        QTest::addRow("%s", qPrintable(QString::fromUtf16(text).left(60))) << QString::fromUtf16(text);
+    QTest::newRow("Chinese") << u"市議會會議記錄 · 市议会会议"_s;
+    QTest::newRow("Japanese") << u"市議会の定例会議"_s;
+    QTest::newRow("Korean") << u"시의회 정기 회의"_s;
+    QTest::newRow("Arabic") << u"اجتماع مجلس المدينة"_s;
+    QTest::newRow("Greek and Cyrillic") << u"Συμβούλιο · Городской совет"_s;
+    QTest::newRow("accents") << u"Çöşkün Ñandú Łódź Việt Nam"_s;
+    QTest::newRow("emoji") << u"\U0001F6A2\U0001F4FC\U0001F389\U0001F469\U0000200D\U0001F680"_s;
+    QTest::newRow("typographer's") << u"‘’“”…–—·•†€£°×÷½→←✓★"_s;
+}
+
+void FontsTest::everyTextIsDrawnWithRealGlyphs()
+{
+    QFETCH(QString, text);
+    for (const auto& [name, font] : designs()) {
+        const auto runs = glyphsOf(text, font);
+        QVERIFY(!runs.isEmpty() || text.trimmed().isEmpty());
+        for (const QGlyphRun& run : runs) {
+            QVERIFY2(!run.glyphIndexes().contains(0),
+                     qPrintable(u"%1: a box from %2"_s.arg(QLatin1StringView(name), run.rawFont().familyName())));
+        }
+    }
+}
+
+void FontsTest::aWeightIsARealFace_data()
+{
+    QTest::addColumn<QFont>("font");
+    QTest::addColumn<QString>("family");
+    QTest::addColumn<int>("weight");
+    QTest::newRow("regular") << Typography::standard(24) << u"Inter"_s << 400;
+    QTest::newRow("semibold") << Typography::standard(20, QFont::DemiBold, 3) << u"Inter"_s << 600;
+    QTest::newRow("bold") << Typography::standard(24, QFont::Bold) << u"Inter"_s << 700;
+    QTest::newRow("black") << Typography::standard(78, QFont::Black, 14) << u"Inter"_s << 900;
+    QTest::newRow("monospaced semibold") << Typography::label(20) << u"JetBrains Mono"_s << 600;
+    QTest::newRow("monospaced bold") << Typography::monospaced(64, QFont::Bold) << u"JetBrains Mono"_s << 700;
+    QTest::newRow("serif") << Typography::serif(30) << u"Noto Serif"_s << 400;
+}
+
+void FontsTest::aWeightIsARealFace()
+{
+    QFETCH(QFont, font);
+    QFETCH(QString, family);
+    QFETCH(int, weight);
+    const QRawFont face = faceOf(font);
+    QVERIFY2(face.familyName().startsWith(family), qPrintable(face.familyName()));
+    // The weight that the font file itself declares, not one that was drawn thicker.
+    const QByteArray os2 = face.fontTable("OS/2");
+    QVERIFY(os2.size() > 6);
+    QCOMPARE(int(quint8(os2[4])) * 256 + int(quint8(os2[5])), weight);
+}
+
+void FontsTest::theSerifHasATrueItalic()
+{
+    const QRawFont face = faceOf(Typography::serif(30, QFont::Normal, true));
+    QCOMPARE(face.familyName(), u"Noto Serif"_s);
+    QCOMPARE(face.style(), QFont::StyleItalic);
+    // A slanted upright face would have the upright's table of outlines.
+    QVERIFY(face.fontTable("post") != faceOf(Typography::serif(30)).fontTable("post"));
+}
+
+void FontsTest::thePlaySignIsNoEmoji()
+{
+    for (const QGlyphRun& run : glyphsOf(u"▶︎"_s, Typography::standard(22)))
+        QVERIFY2(!run.rawFont().familyName().contains(u"Emoji"_s), qPrintable(run.rawFont().familyName()));
+
+    QImage drawn(60, 60, QImage::Format_RGB32);
+    drawn.fill(Qt::black);
+    QPainter painter(&drawn);
+    painter.setFont(Typography::standard(40));
+    painter.setPen(Qt::white);
+    painter.drawText(drawn.rect(), Qt::AlignCenter, u"▶︎"_s);
+    painter.end();
+    int lit = 0;
+    for (int y = 0; y < drawn.height(); ++y) {
+        for (int x = 0; x < drawn.width(); ++x) {
+            const QColor pixel = drawn.pixelColor(x, y);
+            lit += pixel.lightness() > 128;
+            QVERIFY(pixel.saturation() == 0);
+        }
+    }
+    QVERIFY(lit > 100);
+}
+
+void FontsTest::anEmojiIsDrawnInColour()
+{
+    bool inColour = false;
+    for (const QGlyphRun& run : glyphsOf(u"\U0001F6A2"_s, Typography::standard(22)))
+        inColour |= run.rawFont().familyName().contains(u"Emoji"_s);
+    QVERIFY(inColour);
+}
+
+QTEST_MAIN(FontsTest)
+#include "FontsTest.moc"

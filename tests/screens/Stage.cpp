@@ -1,0 +1,106 @@
+#include "Stage.h"
+
+#include <QElapsedTimer>
+#include <QQmlComponent>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int quietTime = 100; // milliseconds
+constexpr int longestUnrest = 5000;
+
+void collect(QQuickItem* item, const QByteArray& type, QList<QQuickItem*>& found)
+{
+    for (const QMetaObject* meta = item->metaObject(); meta; meta = meta->superClass()) {
+        const QByteArray name = meta->className();
+        if (name == type || name.startsWith(type + "_QML")) {
+            found.append(item);
+            break;
+        }
+    }
+    const auto children = item->childItems();
+    for (QQuickItem* child : children)
+        collect(child, type, found);
+}
+
+} // namespace
+
+Stage::Stage(QSize size) : m_window(std::make_unique<QQuickWindow>())
+{
+    m_engine.addImportPath(u":/qt/qml"_s);
+    m_window->setColor(Qt::black);
+    m_window->resize(size);
+    QObject::connect(m_window.get(), &QQuickWindow::frameSwapped, m_window.get(), [this] { ++m_frames; });
+}
+
+Stage::~Stage()
+{
+    m_item.reset();
+}
+
+QQuickItem* Stage::put(const QString& qml, const QVariantMap& properties)
+{
+    QQmlComponent component(&m_engine);
+    component.setData("import QtQuick\nimport Quillmere.Front\nimport Quillmere.Screen\n" + qml.toUtf8(), QUrl());
+    m_item.reset(qobject_cast<QQuickItem*>(component.createWithInitialProperties(properties)));
+    if (!m_item) {
+        QTest::qFail(qPrintable(component.errorString()), __FILE__, __LINE__);
+        return nullptr;
+    }
+    m_item->setParentItem(m_window->contentItem());
+    m_window->show();
+    m_window->requestActivate();
+    if (!QTest::qWaitForWindowActive(m_window.get()))
+        QTest::qFail("the window is not active", __FILE__, __LINE__);
+    settle();
+    return m_item.get();
+}
+
+QImage Stage::picture()
+{
+    settle();
+    return m_window->grabWindow().convertToFormat(QImage::Format_RGB32);
+}
+
+void Stage::press(int key)
+{
+    QTest::keyClick(m_window.get(), Qt::Key(key));
+}
+
+void Stage::settle()
+{
+    QElapsedTimer sinceStart;
+    sinceStart.start();
+    int seen = -1;
+    while (seen != m_frames && sinceStart.elapsed() < longestUnrest) {
+        seen = m_frames;
+        QTest::qWait(quietTime);
+    }
+}
+
+QList<QQuickItem*> Stage::all(QQuickItem* root, const QByteArray& type)
+{
+    QList<QQuickItem*> found;
+    collect(root, type, found);
+    return found;
+}
+
+QQuickItem* Stage::first(QQuickItem* root, const QByteArray& type)
+{
+    const auto found = all(root, type);
+    return found.isEmpty() ? nullptr : found.constFirst();
+}
+
+QList<QQuickItem*> Stage::texts(QQuickItem* root)
+{
+    auto found = all(root, "QQuickText");
+    found.removeIf([](const QQuickItem* item) { return !item->isVisible(); });
+    return found;
+}
+
+QRectF Stage::area(const QQuickItem* item)
+{
+    return item->mapRectToScene(QRectF(QPointF(), item->size()));
+}

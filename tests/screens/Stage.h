@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QImage>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+
+#include <memory>
+
+/** A window on which a test puts a screen of the set, and the eyes and the remote in front of it. */
+class Stage
+{
+public:
+    explicit Stage(QSize size = {1920, 1080});
+    ~Stage();
+
+    /** Makes the QML document's item and shows it; the imports are written already. Fails the test when it does not load. */
+    QQuickItem* put(const QString& qml, const QVariantMap& properties = {});
+
+    QQuickWindow& window() { return *m_window; }
+    QQmlEngine& engine() { return m_engine; }
+
+    /** What is on the glass once nothing moves any more. */
+    QImage picture();
+
+    /** Presses and releases one key. */
+    void press(int key);
+
+    /** Waits until no frame has been drawn for a tenth of a second. */
+    void settle();
+
+    int frames() const { return m_frames; }
+
+    /** The items at and below `root` whose type is called `type`, in their order. */
+    static QList<QQuickItem*> all(QQuickItem* root, const QByteArray& type);
+    static QQuickItem* first(QQuickItem* root, const QByteArray& type);
+
+    /** The visible Text items below `root`. */
+    static QList<QQuickItem*> texts(QQuickItem* root);
+
+    /** Where an item is on the glass, in device pixels. */
+    static QRectF area(const QQuickItem* item);
+
+private:
+    QQmlEngine m_engine;
+    std::unique_ptr<QQuickWindow> m_window;
+    std::unique_ptr<QQuickItem> m_item;
+    int m_frames = 0;
+};

@@ -1,0 +1,217 @@
+#include "Stage.h"
+#include "StationPalette.h"
+#include "VeneerBackground.h"
+
+#include <QTest>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool isClose(QColor seen, QColor wanted, int tolerance = 1)
+{
+    return std::abs(seen.red() - wanted.red()) <= tolerance && std::abs(seen.green() - wanted.green()) <= tolerance &&
+           std::abs(seen.blue() - wanted.blue()) <= tolerance;
+}
+
+QColor over(QColor ground, QColor color, double opacity)
+{
+    const auto mix = [opacity](int below, int above) { return int(std::lround(below + (above - below) * opacity)); };
+    return {mix(ground.red(), color.red()), mix(ground.green(), color.green()), mix(ground.blue(), color.blue())};
+}
+
+} // namespace
+
+#define COMPARE_COLOR(seen, wanted)                                                                                    \
+    QVERIFY2(isClose(seen, wanted),                                                                                    \
+             qPrintable(QColor(seen).name() + u" instead of "_s + QColor(wanted).name()))
+
+/** What the pieces of the station's styling look like, pixel by pixel. */
+class StylingPicturesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void twoVeneersAreIdenticalPixelForPixel();
+    void theGrainDarkensTheWoodByItsOpacity();
+    void theNightSkyRunsFromInkNavyToNearBlack();
+    void theNightSkyFillsWhatTheCanvasLeavesFree();
+    void theBarsAreEqualStripesWithoutSeams_data();
+    void theBarsAreEqualStripesWithoutSeams();
+    void aDarkLampIsASootDiscWithoutAnyGlow();
+    void aLiveLampIsRedAndGlows();
+    void aPlateIsOutlinedInsideItsEdge();
+    void aPlateShowsNothingBeyondItsCorners();
+    void aCardThatHasGrownIsPaintedAtItsNewSize();
+    void artStandsOnWholePixels();
+};
+
+void StylingPicturesTest::twoVeneersAreIdenticalPixelForPixel()
+{
+    Stage first({620, 620});
+    first.put(u"VeneerBackground { width: 620; height: 620 }"_s);
+    const QImage one = first.picture();
+    Stage second({620, 620});
+    second.put(u"VeneerBackground { width: 620; height: 620 }"_s);
+    QCOMPARE(one, second.picture());
+}
+
+void StylingPicturesTest::theGrainDarkensTheWoodByItsOpacity()
+{
+    Stage stage({620, 620});
+    stage.put(u"VeneerBackground { width: 620; height: 620 }"_s);
+    const QImage picture = stage.picture();
+    const auto grain = VeneerBackground::grain(620);
+    // Along the top edge the wood runs from chestnut half-way to walnut.
+    const auto wood = [](double x) { return over(StationPalette::chestnut(), StationPalette::walnut(), x / 620); };
+    for (qsizetype i = 0; i < 12; ++i) {
+        const auto& streak = grain.at(i);
+        for (int x = int(streak.x); x < int(streak.x + streak.width); ++x)
+            COMPARE_COLOR(picture.pixelColor(x, 0), over(wood(x + 0.5), Qt::black, streak.opacity));
+        const int bare = int(streak.x + streak.width);
+        COMPARE_COLOR(picture.pixelColor(bare, 0), wood(bare + 0.5));
+    }
+    const QColor last = picture.pixelColor(619, 619);
+    QVERIFY(isClose(last, QColor(74, 51, 39), 8));
+}
+
+void StylingPicturesTest::theNightSkyRunsFromInkNavyToNearBlack()
+{
+    Stage stage;
+    stage.put(u"NightSky { width: 1920; height: 1080 }"_s);
+    const QImage picture = stage.picture();
+    COMPARE_COLOR(picture.pixelColor(0, 0), QColor(11, 16, 38));
+    COMPARE_COLOR(picture.pixelColor(1919, 0), QColor(11, 16, 38));
+    COMPARE_COLOR(picture.pixelColor(960, 540), QColor(8, 12, 27));
+    COMPARE_COLOR(picture.pixelColor(1919, 1079), QColor(5, 7, 15));
+}
+
+void StylingPicturesTest::theNightSkyFillsWhatTheCanvasLeavesFree()
+{
+    Stage stage({1024, 768});
+    QQuickItem* canvas = stage.put(u"Canvas { FullBleed { NightSky { anchors.fill: parent } } }"_s);
+    QCOMPARE(Stage::area(canvas), QRectF(0, 96, 1024, 576));
+    const QImage picture = stage.picture();
+    COMPARE_COLOR(picture.pixelColor(0, 0), QColor(11, 16, 38));
+    COMPARE_COLOR(picture.pixelColor(1023, 767), QColor(5, 7, 15));
+}
+
+void StylingPicturesTest::theBarsAreEqualStripesWithoutSeams_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::newRow("even") << 490;
+    QTest::newRow("uneven") << 500;
+    QTest::newRow("scaled down") << 333;
+}
+
+void StylingPicturesTest::theBarsAreEqualStripesWithoutSeams()
+{
+    QFETCH(int, width);
+    Stage stage({width, 100});
+    stage.put(u"MiniColorBars { width: %1; height: 100; bars: StationPalette.colorBars }"_s.arg(width));
+    const QImage picture = stage.picture();
+    const auto& bars = StationPalette::colorBars();
+    for (int x = 0; x < width; ++x) {
+        const QColor seen = picture.pixelColor(x, 50);
+        const qsizetype bar = bars.indexOf(QColor(seen.rgb()));
+        QVERIFY2(bar >= 0, qPrintable(u"a seam at %1"_s.arg(x)));
+        QVERIFY(std::abs((x + 0.5) / width * 7 - (double(bar) + 0.5)) <= 0.5 + 7.0 / width);
+    }
+}
+
+void StylingPicturesTest::aDarkLampIsASootDiscWithoutAnyGlow()
+{
+    Stage stage({400, 120});
+    QQuickItem* root = stage.put(u"Item { OnAirLamp { x: 50; y: 50; live: false } }"_s);
+    const QImage picture = stage.picture();
+    const QRectF disc = Stage::area(Stage::first(root, "LampDisc"));
+    QCOMPARE(disc.size(), QSizeF(26, 26));
+    COMPARE_COLOR(picture.pixelColor(disc.center().toPoint()), StationPalette::soot());
+    COMPARE_COLOR(picture.pixelColor(int(disc.left()) + 1, int(disc.center().y())),
+                  over(StationPalette::soot(), StationPalette::parchment(), 0.35));
+    for (int x = 0; x < int(disc.left()); ++x)
+        QCOMPARE(picture.pixelColor(x, int(disc.center().y())), QColor(Qt::black));
+    const QQuickItem* words = Stage::texts(root).constFirst();
+    QCOMPARE(words->property("text").toString(), u"OFF AIR"_s);
+    QCOMPARE(words->property("color").value<QColor>(), StationPalette::faded(StationPalette::parchment(), 0.4));
+    const int framesAtRest = stage.frames();
+    QTest::qWait(600);
+    QCOMPARE(stage.frames(), framesAtRest);
+}
+
+void StylingPicturesTest::aLiveLampIsRedAndGlows()
+{
+    Stage stage({400, 120});
+    QQuickItem* root = stage.put(u"Item { OnAirLamp { x: 50; y: 50; live: true } }"_s);
+    QQuickItem* lamp = Stage::first(root, "OnAirLamp");
+    QTRY_VERIFY(lamp->property("glow").toDouble() > 0.95);
+    const QImage bright = stage.window().grabWindow();
+    QTRY_VERIFY(lamp->property("glow").toDouble() < 0.05);
+    const QImage faint = stage.window().grabWindow();
+    const QPoint centre = Stage::area(Stage::first(root, "LampDisc")).center().toPoint();
+    COMPARE_COLOR(bright.pixelColor(centre), StationPalette::onAirRed());
+    COMPARE_COLOR(faint.pixelColor(centre), StationPalette::onAirRed());
+    const QPoint beside = centre - QPoint(20, 0);
+    QVERIFY(bright.pixelColor(beside).red() > 80);
+    QVERIFY(faint.pixelColor(beside).red() < 20);
+    const QQuickItem* words = Stage::texts(root).constFirst();
+    QCOMPARE(words->property("text").toString(), u"ON AIR"_s);
+    QCOMPARE(words->property("font").value<QFont>().letterSpacing(), 3.0);
+}
+
+void StylingPicturesTest::aPlateIsOutlinedInsideItsEdge()
+{
+    Stage stage({200, 200});
+    stage.put(u"Item { CardPlate { width: 200; height: 200; radius: 24; continuous: true; border: 'lime'; "
+              "borderWidth: 3; background: DiagonalGradient { from: 'red'; to: 'red' } } }"_s);
+    const QImage picture = stage.picture();
+    for (int depth = 0; depth < 6; ++depth) {
+        const QColor wanted = depth < 3 ? QColor(0, 255, 0) : QColor(255, 0, 0);
+        COMPARE_COLOR(picture.pixelColor(depth, 100), wanted);
+        COMPARE_COLOR(picture.pixelColor(100, 199 - depth), wanted);
+    }
+}
+
+void StylingPicturesTest::aPlateShowsNothingBeyondItsCorners()
+{
+    Stage stage({200, 200});
+    stage.put(u"Item { CardPlate { width: 200; height: 200; radius: 24; continuous: true; border: 'lime'; "
+              "borderWidth: 3; background: DiagonalGradient { from: 'red'; to: 'red' } } }"_s);
+    const QImage picture = stage.picture();
+    for (const QPoint corner : {QPoint(0, 0), QPoint(199, 0), QPoint(0, 199), QPoint(199, 199), QPoint(4, 4)})
+        QCOMPARE(picture.pixelColor(corner), QColor(Qt::black));
+    QCOMPARE(picture.pixelColor(13, 13), QColor(255, 0, 0));
+}
+
+void StylingPicturesTest::aCardThatHasGrownIsPaintedAtItsNewSize()
+{
+    Stage stage({300, 300});
+    QQuickItem* bars = stage.put(u"MiniColorBars { x: 50; y: 50; width: 140; height: 100; "
+                                 "bars: StationPalette.colorBars; Behavior on scale { NumberAnimation {} } }"_s);
+    bars->setProperty("scale", 1.5);
+    const QImage picture = stage.picture();
+    // 140 points grown to 210 pixels around their middle: each stripe is 30 pixels wide and meets the next sharply.
+    for (int bar = 0; bar < 7; ++bar) {
+        QCOMPARE(picture.pixelColor(15 + 30 * bar, 100), StationPalette::colorBars().at(bar));
+        QCOMPARE(picture.pixelColor(15 + 30 * bar + 29, 100), StationPalette::colorBars().at(bar));
+    }
+}
+
+void StylingPicturesTest::artStandsOnWholePixels()
+{
+    // A canvas of two thirds: 100.5 points are 67 pixels.
+    Stage stage({1280, 720});
+    stage.put(u"Canvas { MiniColorBars { x: 100.5; y: 30; width: 210; height: 60; bars: StationPalette.colorBars } }"_s);
+    const QImage picture = stage.picture();
+    QCOMPARE(picture.pixelColor(66, 40), QColor(Qt::black));
+    for (int bar = 0; bar < 7; ++bar) {
+        QCOMPARE(picture.pixelColor(67 + 20 * bar, 40), StationPalette::colorBars().at(bar));
+        QCOMPARE(picture.pixelColor(67 + 20 * bar + 19, 40), StationPalette::colorBars().at(bar));
+    }
+    QCOMPARE(picture.pixelColor(67 + 140, 40), QColor(Qt::black));
+}
+
+QTEST_MAIN(StylingPicturesTest)
+#include "StylingPicturesTest.moc"

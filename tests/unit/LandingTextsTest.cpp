@@ -1,0 +1,119 @@
+#include "LandingTexts.h"
+#include "StationPalette.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class LandingTextsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theNewsDoorSaysWhatTheTowerDoes_data();
+    void theNewsDoorSaysWhatTheTowerDoes();
+    void theShopDoorCountsItsTapes_data();
+    void theShopDoorCountsItsTapes();
+    void theStatusLineShowsTheErrorFirst_data();
+    void theStatusLineShowsTheErrorFirst();
+    void theHubsWordsAreTakenAsTheyAre();
+};
+
+void LandingTextsTest::theNewsDoorSaysWhatTheTowerDoes_data()
+{
+    QTest::addColumn<bool>("towerLive");
+    QTest::addColumn<QString>("programTitle");
+    QTest::addColumn<QString>("nextBroadcastLabel");
+    QTest::addColumn<QString>("subtitle");
+
+    QTest::newRow("live, with a title") << true << u"Harbour Council"_s << u"Tonight"_s << u"Harbour Council"_s;
+    QTest::newRow("live, without a title") << true << u""_s << u"Tonight"_s << u"The tower is lit — tune in."_s;
+    QTest::newRow("dark, with a label") << false << u"Harbour Council"_s << u"Tue 5 PM"_s
+                                        << u"Next broadcast · Tue 5 PM"_s;
+    QTest::newRow("dark, without a label") << false << u"Harbour Council"_s << u""_s
+                                           << u"The tower is dark. Colour bars and a countdown until it isn't."_s;
+}
+
+void LandingTextsTest::theNewsDoorSaysWhatTheTowerDoes()
+{
+    QFETCH(bool, towerLive);
+    QFETCH(QString, programTitle);
+    QFETCH(QString, nextBroadcastLabel);
+    NewsStatus news;
+    news.towerLive = towerLive;
+    news.programTitle = programTitle;
+    news.nextBroadcastLabel = nextBroadcastLabel;
+    QTEST(newsDoorSubtitle(news), "subtitle");
+}
+
+void LandingTextsTest::theShopDoorCountsItsTapes_data()
+{
+    QTest::addColumn<qint64>("tapes");
+    QTest::addColumn<qint64>("markets");
+    QTest::addColumn<QString>("subtitle");
+
+    const QString checking = u"Checking what's on the shelf…"_s;
+    QTest::newRow("nothing known") << qint64(0) << qint64(0) << checking;
+    QTest::newRow("no tapes in three markets") << qint64(0) << qint64(3) << checking;
+    QTest::newRow("a count below nothing") << qint64(-5) << qint64(3) << checking;
+    QTest::newRow("one tape, one market")
+        << qint64(1) << qint64(1) << u"1 tapes in stock · 1 market · every one plays right here"_s;
+    QTest::newRow("no markets") << qint64(12) << qint64(0)
+                                << u"12 tapes in stock · 0 markets · every one plays right here"_s;
+    QTest::newRow("no grouping") << qint64(123456) << qint64(3)
+                                 << u"123456 tapes in stock · 3 markets · every one plays right here"_s;
+}
+
+void LandingTextsTest::theShopDoorCountsItsTapes()
+{
+    QFETCH(qint64, tapes);
+    QFETCH(qint64, markets);
+    QTEST(storeDoorSubtitle(tapes, markets), "subtitle");
+}
+
+void LandingTextsTest::theStatusLineShowsTheErrorFirst_data()
+{
+    QTest::addColumn<QString>("lastError");
+    QTest::addColumn<bool>("isLoading");
+    QTest::addColumn<bool>("hasLoadedOnce");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("size");
+    QTest::addColumn<QColor>("color");
+
+    const QString error = u"The hub answered 503."_s;
+    const QColor red(217, 43, 43);
+    const QColor cream(247, 244, 236);
+    QTest::newRow("error at rest") << error << false << true << error << 24 << red;
+    QTest::newRow("error while loading first") << error << true << false << error << 24 << red;
+    QTest::newRow("first load") << QString() << true << false << u"Tuning in…"_s << 24
+                                << StationPalette::faded(cream, 0.6);
+    QTest::newRow("later load") << QString() << true << true << u"Press ▶︎ to refresh"_s << 22
+                                << StationPalette::faded(cream, 0.4);
+    QTest::newRow("before any load") << QString() << false << false << u"Press ▶︎ to refresh"_s << 22
+                                     << StationPalette::faded(cream, 0.4);
+    QTest::newRow("loaded") << QString() << false << true << u"Press ▶︎ to refresh"_s << 22
+                            << StationPalette::faded(cream, 0.4);
+}
+
+void LandingTextsTest::theStatusLineShowsTheErrorFirst()
+{
+    QFETCH(QString, lastError);
+    QFETCH(bool, isLoading);
+    QFETCH(bool, hasLoadedOnce);
+    const auto error = lastError.isNull() ? std::nullopt : std::optional(lastError);
+    const StatusLine line = statusLine(error, isLoading, hasLoadedOnce);
+    QTEST(line.text, "text");
+    QTEST(line.size, "size");
+    QTEST(line.color, "color");
+}
+
+void LandingTextsTest::theHubsWordsAreTakenAsTheyAre()
+{
+    NewsStatus news;
+    news.towerLive = true;
+    news.programTitle = u"  <b>市議會</b> \U0001F6A2 "_s;
+    QCOMPARE(newsDoorSubtitle(news), news.programTitle);
+}
+
+QTEST_GUILESS_MAIN(LandingTextsTest)
+#include "LandingTextsTest.moc"

@@ -1,0 +1,52 @@
+#include <QDir>
+#include <QDirIterator>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+/** Strings of the hub's are data: no screen reads them as markup. */
+class PlainTextTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyTextOfEveryScreenIsPlain_data();
+    void everyTextOfEveryScreenIsPlain();
+};
+
+void PlainTextTest::everyTextOfEveryScreenIsPlain_data()
+{
+    QTest::addColumn<QString>("path");
+    const QDir root(QStringLiteral(QUILLMERE_SOURCES));
+    for (const auto& folder : {u"platform"_s, u"front"_s, u"news"_s, u"shop"_s, u"playback"_s}) {
+        QDirIterator files(root.filePath(folder), {u"*.qml"_s}, QDir::Files, QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            const QString path = files.next();
+            QTest::newRow(qPrintable(root.relativeFilePath(path))) << path;
+        }
+    }
+}
+
+void PlainTextTest::everyTextOfEveryScreenIsPlain()
+{
+    QFETCH(QString, path);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString source = QString::fromUtf8(file.readAll());
+    static const QRegularExpression text(u"\\bText(Edit|Input)?\\s*\\{"_s);
+    for (auto matches = text.globalMatch(source); matches.hasNext();) {
+        const auto match = matches.next();
+        qsizetype end = match.capturedEnd();
+        for (int depth = 1; depth > 0 && end < source.size(); ++end)
+            depth += source.at(end) == u'{' ? 1 : source.at(end) == u'}' ? -1 : 0;
+        const auto line = source.left(match.capturedStart()).count(u'\n') + 1;
+        const bool input = match.captured(1) == u"Input"_s;
+        QVERIFY2(input || source.mid(match.capturedStart(), end - match.capturedStart())
+                              .contains(u"textFormat: Text"_s + match.captured(1) + u".PlainText"_s),
+                 qPrintable(u"line %1"_s.arg(line)));
+    }
+}
+
+QTEST_GUILESS_MAIN(PlainTextTest)
+#include "PlainTextTest.moc"

@@ -1,0 +1,164 @@
+#include "RemoteInput.h"
+#include "RemoteButton.h"
+
+#include <QKeyEvent>
+#include <QTest>
+#include <QWindow>
+
+#include <set>
+
+using namespace Qt::StringLiterals;
+
+Q_DECLARE_METATYPE(RemoteButton)
+
+namespace {
+
+/** A window that writes down the keys that reach it. */
+class ListeningWindow : public QWindow
+{
+public:
+    QList<int> pressed;
+    QList<int> released;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override { pressed.append(event->key()); }
+    void keyReleaseEvent(QKeyEvent* event) override { released.append(event->key()); }
+};
+
+void send(QWindow& window, QEvent::Type type, int key, quint32 scanCode = 0, bool autoRepeat = false)
+{
+    QKeyEvent event(type, key, Qt::NoModifier, scanCode, 0, 0, QString(), autoRepeat);
+    QCoreApplication::sendEvent(&window, &event);
+}
+
+} // namespace
+
+class RemoteInputTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aKeyIsItsButton_data();
+    void aKeyIsItsButton();
+    void everyButtonHasOneCanonicalKeyThatLeadsBackToIt();
+    void noRowIsHiddenByAnEarlierOne();
+    void aWindowSeesTheCanonicalKeyOnly();
+    void aHeldBackActsOnce();
+    void aHeldArrowRepeats();
+    void otherKeysPassUntouched();
+};
+
+void RemoteInputTest::aKeyIsItsButton_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<quint32>("scanCode");
+    QTest::addColumn<RemoteButton>("button");
+
+    QTest::newRow("KEY_OK without a keysym") << 0 << 360u << RemoteButton::Select;
+    QTest::newRow("KEY_SELECT without a keysym") << 0 << 361u << RemoteButton::Select;
+    QTest::newRow("KEY_OK as an unknown key") << int(Qt::Key_unknown) << 360u << RemoteButton::Select;
+    QTest::newRow("select") << int(Qt::Key_Select) << 0u << RemoteButton::Select;
+    QTest::newRow("return") << int(Qt::Key_Return) << 36u << RemoteButton::Select;
+    QTest::newRow("keypad enter") << int(Qt::Key_Enter) << 104u << RemoteButton::Select;
+    QTest::newRow("escape") << int(Qt::Key_Escape) << 9u << RemoteButton::Back;
+    QTest::newRow("back") << int(Qt::Key_Back) << 166u << RemoteButton::Back;
+    QTest::newRow("KEY_EXIT as close") << int(Qt::Key_Close) << 182u << RemoteButton::Back;
+    QTest::newRow("play/pause on X11") << int(Qt::Key_MediaPlay) << 172u << RemoteButton::PlayPause;
+    QTest::newRow("play/pause on the bare display")
+        << int(Qt::Key_MediaTogglePlayPause) << 172u << RemoteButton::PlayPause;
+    QTest::newRow("play over CEC") << int(Qt::Key_MediaPlay) << 208u << RemoteButton::Play;
+    QTest::newRow("pause over CEC") << int(Qt::Key_MediaPause) << 209u << RemoteButton::Pause;
+    QTest::newRow("KEY_PLAYCD without a keysym") << 0 << 208u << RemoteButton::Play;
+    QTest::newRow("stop") << int(Qt::Key_MediaStop) << 174u << RemoteButton::Stop;
+    QTest::newRow("fast forward") << int(Qt::Key_AudioForward) << 216u << RemoteButton::FastForward;
+    QTest::newRow("rewind") << int(Qt::Key_AudioRewind) << 176u << RemoteButton::Rewind;
+    QTest::newRow("next") << int(Qt::Key_MediaNext) << 171u << RemoteButton::Next;
+    QTest::newRow("previous") << int(Qt::Key_MediaPrevious) << 173u << RemoteButton::Previous;
+    QTest::newRow("channel up") << int(Qt::Key_ChannelUp) << 0u << RemoteButton::ChannelUp;
+    QTest::newRow("KEY_CHANNELDOWN without a keysym") << 0 << 411u << RemoteButton::ChannelDown;
+    QTest::newRow("left") << int(Qt::Key_Left) << 113u << RemoteButton::Left;
+    QTest::newRow("menu") << int(Qt::Key_Menu) << 135u << RemoteButton::Menu;
+    QTest::newRow("info") << int(Qt::Key_Info) << 366u << RemoteButton::Info;
+    QTest::newRow("page down") << int(Qt::Key_PageDown) << 117u << RemoteButton::PageDown;
+    QTest::newRow("a letter") << int(Qt::Key_A) << 38u << RemoteButton::None;
+    QTest::newRow("a letter with a button's scan code") << int(Qt::Key_A) << 360u << RemoteButton::None;
+    QTest::newRow("space types") << int(Qt::Key_Space) << 65u << RemoteButton::None;
+    QTest::newRow("backspace deletes") << int(Qt::Key_Backspace) << 22u << RemoteButton::None;
+    QTest::newRow("nothing known") << 0 << 0u << RemoteButton::None;
+}
+
+void RemoteInputTest::aKeyIsItsButton()
+{
+    QFETCH(int, key);
+    QFETCH(quint32, scanCode);
+    QTEST(remoteButton(key, scanCode), "button");
+}
+
+void RemoteInputTest::everyButtonHasOneCanonicalKeyThatLeadsBackToIt()
+{
+    std::set<RemoteButton> seen;
+    for (const CanonicalKey& row : canonicalKeys()) {
+        QVERIFY(seen.insert(row.button).second);
+        QCOMPARE(remoteButton(row.key, 0), row.button);
+    }
+    for (const RemoteKey& row : remoteKeys())
+        QVERIFY(seen.contains(row.button));
+    QCOMPARE(int(seen.size()), int(RemoteButton::PageDown));
+}
+
+void RemoteInputTest::noRowIsHiddenByAnEarlierOne()
+{
+    for (const RemoteKey& row : remoteKeys())
+        QCOMPARE(remoteButton(row.key, row.scanCode), row.button);
+}
+
+void RemoteInputTest::aWindowSeesTheCanonicalKeyOnly()
+{
+    ListeningWindow window;
+    new RemoteInput(&window);
+    send(window, QEvent::KeyPress, Qt::Key_Return, 36);
+    send(window, QEvent::KeyRelease, Qt::Key_Return, 36);
+    send(window, QEvent::KeyPress, 0, 360);
+    send(window, QEvent::KeyPress, Qt::Key_MediaPlay, 172);
+    send(window, QEvent::KeyPress, Qt::Key_Left, 113);
+    QCOMPARE(window.pressed, (QList<int>{Qt::Key_Select, Qt::Key_Select, Qt::Key_MediaTogglePlayPause, Qt::Key_Left}));
+    QCOMPARE(window.released, QList<int>{Qt::Key_Select});
+}
+
+void RemoteInputTest::aHeldBackActsOnce()
+{
+    ListeningWindow window;
+    new RemoteInput(&window);
+    for (const int key : {int(Qt::Key_Back), int(Qt::Key_Return), int(Qt::Key_MediaTogglePlayPause)}) {
+        window.pressed.clear();
+        send(window, QEvent::KeyPress, key);
+        for (int i = 0; i < 5; ++i) {
+            send(window, QEvent::KeyRelease, key, 0, true);
+            send(window, QEvent::KeyPress, key, 0, true);
+        }
+        send(window, QEvent::KeyRelease, key);
+        QCOMPARE(window.pressed.size(), 1);
+    }
+    QCOMPARE(window.released.size(), 3);
+}
+
+void RemoteInputTest::aHeldArrowRepeats()
+{
+    ListeningWindow window;
+    new RemoteInput(&window);
+    send(window, QEvent::KeyPress, Qt::Key_Down);
+    send(window, QEvent::KeyPress, Qt::Key_Down, 0, true);
+    QCOMPARE(window.pressed.size(), 2);
+}
+
+void RemoteInputTest::otherKeysPassUntouched()
+{
+    ListeningWindow window;
+    new RemoteInput(&window);
+    send(window, QEvent::KeyPress, Qt::Key_A, 38);
+    send(window, QEvent::KeyPress, Qt::Key_A, 38, true);
+    QCOMPARE(window.pressed, (QList<int>{Qt::Key_A, Qt::Key_A}));
+}
+
+QTEST_MAIN(RemoteInputTest)
+#include "RemoteInputTest.moc"

@@ -1,0 +1,122 @@
+#include "CardPlate.h"
+#include "StationPalette.h"
+#include "Typography.h"
+#include "VeneerBackground.h"
+
+#include <QTest>
+
+/** Numbers of the station's styling that need no picture. */
+class StylingTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aColourOfThePaletteIsAsPublished_data();
+    void aColourOfThePaletteIsAsPublished();
+    void theColourBarsRunFromGreyToBlue();
+    void fadingKeepsTheColour();
+    void aLabelOfSize20HasLetterSpacing3Point6();
+    void aLabelIsSetInCapitals();
+    void theGrainFollowsItsRecurrence();
+    void aWiderSurfaceContinuesTheSameGrain();
+    void aContinuousCornerStaysInsideThePlate();
+};
+
+void StylingTest::aColourOfThePaletteIsAsPublished_data()
+{
+    QTest::addColumn<QColor>("color");
+    QTest::addColumn<QColor>("published");
+
+    QTest::newRow("ink navy") << StationPalette::inkNavy() << QColor(11, 16, 38);
+    QTest::newRow("night navy") << StationPalette::nightNavy() << QColor(18, 24, 58);
+    QTest::newRow("amber") << StationPalette::amber() << QColor(255, 203, 45);
+    QTest::newRow("cream") << StationPalette::cream() << QColor(247, 244, 236);
+    QTest::newRow("teal") << StationPalette::teal() << QColor(31, 111, 139);
+    QTest::newRow("walnut") << StationPalette::walnut() << QColor(62, 43, 31);
+    QTest::newRow("chestnut") << StationPalette::chestnut() << QColor(92, 64, 51);
+    QTest::newRow("olive") << StationPalette::olive() << QColor(122, 139, 61);
+    QTest::newRow("brick") << StationPalette::brick() << QColor(192, 90, 31);
+    QTest::newRow("parchment") << StationPalette::parchment() << QColor(236, 224, 196);
+    QTest::newRow("soot") << StationPalette::soot() << QColor(38, 36, 31);
+    QTest::newRow("on-air red") << StationPalette::onAirRed() << QColor(217, 43, 43);
+}
+
+void StylingTest::aColourOfThePaletteIsAsPublished()
+{
+    QFETCH(QColor, color);
+    QTEST(color, "published");
+}
+
+void StylingTest::theColourBarsRunFromGreyToBlue()
+{
+    const QList<QColor> bars{{192, 192, 192}, {192, 192, 0}, {0, 192, 192}, {0, 192, 0},
+                             {192, 0, 192},   {192, 0, 0},   {0, 0, 192}};
+    QCOMPARE(StationPalette::colorBars(), bars);
+}
+
+void StylingTest::fadingKeepsTheColour()
+{
+    const QColor faded = StationPalette::faded(StationPalette::cream(), 0.65);
+    QCOMPARE(faded.rgb() & 0xffffff, StationPalette::cream().rgb() & 0xffffff);
+    QVERIFY(std::abs(faded.alphaF() - 0.65) < 0.001);
+}
+
+void StylingTest::aLabelOfSize20HasLetterSpacing3Point6()
+{
+    const QFont font = Typography::label(20);
+    QCOMPARE(font.letterSpacing(), 3.6);
+    QCOMPARE(font.letterSpacingType(), QFont::AbsoluteSpacing);
+    QCOMPARE(font.pixelSize(), 20);
+    QCOMPARE(int(font.weight()), 600);
+    QCOMPARE(font.families().constFirst(), QStringLiteral("JetBrains Mono"));
+}
+
+void StylingTest::aLabelIsSetInCapitals()
+{
+    QCOMPARE(Typography::capitals(QStringLiteral("open 24 hrs · straße")), QStringLiteral("OPEN 24 HRS · STRASSE"));
+}
+
+void StylingTest::theGrainFollowsItsRecurrence()
+{
+    // Worked by hand from the seed 2654435769: the states, then their remainders by 3, 5 and 7.
+    const auto grain = VeneerBackground::grain(620);
+    quint64 state = 2654435769;
+    double x = 0;
+    for (const auto& streak : grain) {
+        state = (state * 1664525 + 1013904223) % 4294967296;
+        QCOMPARE(streak.x, x);
+        QCOMPARE(streak.width, double(state % 3 + 1));
+        QCOMPARE(streak.opacity, double(state % 7) / 100 + 0.03);
+        x += double(state % 3 + state % 5 + 3);
+    }
+    QVERIFY(x >= 620);
+    QVERIFY(grain.constLast().x < 620);
+}
+
+void StylingTest::aWiderSurfaceContinuesTheSameGrain()
+{
+    const auto narrow = VeneerBackground::grain(620);
+    const auto wide = VeneerBackground::grain(1920);
+    for (qsizetype i = 0; i < narrow.size(); ++i)
+        QCOMPARE(narrow.at(i).x, wide.at(i).x);
+    QVERIFY(VeneerBackground::grain(0).isEmpty());
+}
+
+void StylingTest::aContinuousCornerStaysInsideThePlate()
+{
+    const QRectF plate(0, 0, 620, 620);
+    const QPainterPath outline = CardPlate::continuousOutline(plate, 24);
+    QCOMPARE(outline.boundingRect().toRect(), plate.toRect());
+    QVERIFY(outline.contains(QPointF(310, 0.5)));
+    QVERIFY(outline.contains(QPointF(0.5, 310)));
+    // Where a circle of radius 24 would turn, 7.03 points from both edges.
+    QVERIFY(!outline.contains(QPointF(6.5, 6.5)));
+    QVERIFY(outline.contains(QPointF(7.6, 7.6)));
+    QVERIFY(!outline.contains(QPointF(613.5, 613.5)));
+    // It leaves the edge one and a half radii before the corner, not one.
+    QVERIFY(!outline.contains(QPointF(26, 0.05)));
+    QVERIFY(outline.contains(QPointF(37, 0.05)));
+}
+
+QTEST_GUILESS_MAIN(StylingTest)
+#include "StylingTest.moc"
