@@ -29,5 +29,6 @@ public:
     virtual std::chrono::milliseconds elapsed() const = 0;
 
     /** Calls `callback` once, `delay` from now, from the event loop. */
-    [[nodiscard]] virtual std::unique_ptr<Timer> after(std::chrono::milliseconds delay, std::function<void()> callback) = 0;
+    [[nodiscard]] virtual std::unique_ptr<Timer> after(std::chrono::milliseconds delay,
+                                                       std::function<void()> callback) = 0;
 };

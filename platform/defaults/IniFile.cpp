@@ -25,7 +25,8 @@ bool hasIniForm(const QByteArray& bytes)
         const QByteArray text = line.trimmed();
         const bool isNote = text.isEmpty() || text.startsWith(';') || text.startsWith('#');
         const bool isSection = text.startsWith('[') && text.endsWith(']');
-        return (isNote || isSection || text.contains('=')) && std::none_of(line.begin(), line.end(), isControlCharacter);
+        return (isNote || isSection || text.contains('=')) &&
+               std::none_of(line.begin(), line.end(), isControlCharacter);
     });
 }
 

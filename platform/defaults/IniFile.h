@@ -18,5 +18,6 @@ struct IniFile
      * its folder made where there is none. A damaged file is set aside first and `whole` written in its place.
      * False, and the old file untouched, where that cannot be done.
      */
-    static bool write(const QString& path, const QMap<QString, QVariant>& changes, const QMap<QString, QVariant>& whole);
+    static bool write(const QString& path, const QMap<QString, QVariant>& changes,
+                      const QMap<QString, QVariant>& whole);
 };

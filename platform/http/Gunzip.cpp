@@ -6,8 +6,7 @@
 #include <array>
 
 struct Gunzip::Stream : z_stream
-{
-};
+{};
 
 Gunzip::Gunzip() : m_stream(std::make_unique<Stream>())
 {

@@ -2,8 +2,6 @@
 
 #include "SystemConnectivity.h"
 
-#include <QSslCertificate>
-
 HttpEngine::HttpEngine(QByteArray extraCertificates, std::unique_ptr<Connectivity> connectivity, Answer answer)
     : m_extraCertificates(std::move(extraCertificates)), m_answer(std::move(answer)),
       m_connectivity(connectivity ? std::move(connectivity) : std::make_unique<SystemConnectivity>())
@@ -14,25 +12,12 @@ HttpEngine::HttpEngine(QByteArray extraCertificates, std::unique_ptr<Connectivit
 
 HttpEngine::~HttpEngine() = default;
 
-void HttpEngine::open()
-{
-    m_session = std::make_unique<HttpSession>();
-    m_session->connectivity = m_connectivity.get();
-    m_session->tls = QSslConfiguration::defaultConfiguration();
-    m_session->tls.setProtocol(QSsl::TlsV1_2OrLater);
-    if (!m_extraCertificates.isEmpty()) {
-        // Naming any certificate ends the loading of the system's on demand, so they are named too.
-        m_session->tls.setCaCertificates(QSslConfiguration::systemCaCertificates()
-                                         + QSslCertificate::fromData(m_extraCertificates, QSsl::Pem));
-    }
-}
-
 void HttpEngine::start(quint64 id, const HttpRequest& request, QDeadlineTimer overall)
 {
     if (!m_session)
-        open();
-    auto exchange = std::make_unique<HttpExchange>(
-        *m_session, request, overall, [this, id](HttpResult result) { finish(id, std::move(result)); });
+        m_session = std::make_unique<HttpSession>(m_extraCertificates, *m_connectivity);
+    auto exchange = std::make_unique<HttpExchange>(*m_session, request, overall,
+                                                   [this, id](HttpResult result) { finish(id, std::move(result)); });
     HttpExchange* const started = exchange.get();
     m_exchanges.emplace(id, std::move(exchange));
     started->start();

@@ -29,7 +29,6 @@ public:
     void abort(quint64 id);
 
 private:
-    void open();
     void finish(quint64 id, HttpResult result);
 
     const QByteArray m_extraCertificates;

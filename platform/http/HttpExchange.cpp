@@ -1,7 +1,5 @@
 #include "HttpExchange.h"
 
-#include "Connectivity.h"
-
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -18,8 +16,9 @@ bool standsForStatus(QNetworkReply::NetworkError error, int status)
 {
     const bool isContentError =
         error >= QNetworkReply::ContentAccessDenied && error <= QNetworkReply::UnknownContentError;
-    const bool isServerError = error >= QNetworkReply::InternalServerError && error <= QNetworkReply::UnknownServerError;
-    const bool isOther = error == QNetworkReply::ProtocolInvalidOperationError // 400 and 418
+    const bool isServerError =
+        error >= QNetworkReply::InternalServerError && error <= QNetworkReply::UnknownServerError;
+    const bool isOther = error == QNetworkReply::ProtocolInvalidOperationError        // 400 and 418
                          || error == QNetworkReply::ProxyAuthenticationRequiredError; // 407
     return status >= firstErrorStatus && (isContentError || isServerError || isOther);
 }
@@ -33,8 +32,8 @@ bool isRedirect(int status)
 /** The errors that a machine without a network gives. */
 bool isNameOrRouteError(QNetworkReply::NetworkError error)
 {
-    return error == QNetworkReply::HostNotFoundError || error == QNetworkReply::TemporaryNetworkFailureError
-           || error == QNetworkReply::NetworkSessionFailedError || error == QNetworkReply::UnknownNetworkError;
+    return error == QNetworkReply::HostNotFoundError || error == QNetworkReply::TemporaryNetworkFailureError ||
+           error == QNetworkReply::NetworkSessionFailedError || error == QNetworkReply::UnknownNetworkError;
 }
 
 } // namespace
@@ -44,7 +43,9 @@ HttpExchange::HttpExchange(HttpSession& session, HttpRequest request, QDeadlineT
     : m_session(session), m_request(std::move(request)), m_overall(overall), m_done(std::move(done))
 {
     m_overallTimer.setSingleShot(true);
+    m_overallTimer.setTimerType(Qt::PreciseTimer); // a coarse one may end a minute three seconds early
     m_waitTimer.setSingleShot(true);
+    m_waitTimer.setTimerType(Qt::PreciseTimer);
     connect(&m_overallTimer, &QTimer::timeout, this, &HttpExchange::onOverallLimit);
     connect(&m_waitTimer, &QTimer::timeout, this, [this] { finish(tl::unexpected(*m_unreached)); });
 }
@@ -57,7 +58,7 @@ HttpExchange::~HttpExchange()
 void HttpExchange::start()
 {
     if (m_request.cache == HttpRequest::Cache::Revalidate)
-        m_kept = m_session.answers.find(m_request.url);
+        m_kept = m_session.answers().find(m_request.url);
     m_overallTimer.start(std::chrono::milliseconds(m_overall.remainingTime()));
     send();
 }
@@ -67,7 +68,8 @@ void HttpExchange::send()
     m_body.clear();
     m_gunzip.reset();
     m_wasRedirected = false;
-    m_reply = m_session.network.get(networkRequest());
+    m_trustedSystem = m_session.trustsSystem();
+    m_reply = m_session.get(networkRequest());
     m_reply->setReadBufferSize(readBufferBytes);
     connect(m_reply, &QNetworkReply::readyRead, this, &HttpExchange::readBody);
     connect(m_reply, &QNetworkReply::redirected, this, [this] { m_wasRedirected = true; });
@@ -77,7 +79,6 @@ void HttpExchange::send()
 QNetworkRequest HttpExchange::networkRequest() const
 {
     QNetworkRequest request(m_request.url);
-    request.setSslConfiguration(m_session.tls);
     request.setTransferTimeout(int(m_request.inactivityLimit.count()));
     request.setMaximumRedirectsAllowed(maxRedirects);
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
@@ -140,6 +141,8 @@ void HttpExchange::failWith(QNetworkReply::NetworkError error)
 {
     if (error == QNetworkReply::OperationCanceledError) // not by this object, so by the transfer's own limit
         fail(HttpFailure::Kind::TimedOut, u"The request timed out."_s);
+    else if (error == QNetworkReply::SslHandshakeFailedError && !m_trustedSystem)
+        sendAgainTrustingSystem();
     else if (isNameOrRouteError(error))
         waitForNetwork({HttpFailure::Kind::Network, m_reply->errorString()});
     else
@@ -153,7 +156,7 @@ void HttpExchange::settle(int status)
     } else if (status == notModified && m_kept && m_wasRedirected) {
         // The validators went along to another address, whose 304 says nothing of the kept body.
         m_kept.reset();
-        m_session.answers.drop(m_request.url);
+        m_session.answers().drop(m_request.url);
         closeReply();
         send();
     } else if (status == notModified && m_kept) {
@@ -161,22 +164,29 @@ void HttpExchange::settle(int status)
         finish(HttpResponse{ok, m_kept->body});
     } else {
         if (m_wasRedirected)
-            m_session.answers.drop(m_request.url);
+            m_session.answers().drop(m_request.url);
         else
-            m_session.answers.replace(m_request.url, *m_reply, status, m_body);
+            m_session.answers().replace(m_request.url, *m_reply, status, m_body);
         finish(HttpResponse{status, m_body});
     }
+}
+
+void HttpExchange::sendAgainTrustingSystem()
+{
+    closeReply();
+    m_session.trustSystem();
+    send();
 }
 
 void HttpExchange::waitForNetwork(HttpFailure failure)
 {
     closeReply();
-    if (m_session.connectivity->isOnline()) {
+    if (m_session.connectivity().isOnline()) {
         finish(tl::unexpected(std::move(failure)));
         return;
     }
     if (!m_unreached) {
-        connect(m_session.connectivity, &Connectivity::changed, this, &HttpExchange::sendAgainIfOnline);
+        connect(&m_session.connectivity(), &Connectivity::changed, this, &HttpExchange::sendAgainIfOnline);
         m_waitLimit.setRemainingTime(m_request.inactivityLimit);
     }
     m_unreached = std::move(failure);
@@ -185,7 +195,7 @@ void HttpExchange::waitForNetwork(HttpFailure failure)
 
 void HttpExchange::sendAgainIfOnline()
 {
-    if (m_reply || !m_session.connectivity->isOnline())
+    if (m_reply || !m_session.connectivity().isOnline())
         return;
     m_waitTimer.stop();
     send();

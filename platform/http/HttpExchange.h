@@ -1,28 +1,15 @@
 #pragma once
 
-#include "AnswerStore.h"
 #include "Gunzip.h"
 #include "HttpClient.h"
+#include "HttpSession.h"
 
 #include <QDeadlineTimer>
-#include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QPointer>
-#include <QSslConfiguration>
 #include <QTimer>
 
 #include <functional>
-
-class Connectivity;
-
-/** What the exchanges of one client share. It lives on the network thread and outlives them. */
-struct HttpSession
-{
-    QNetworkAccessManager network;
-    QSslConfiguration tls;
-    AnswerStore answers;
-    Connectivity* connectivity = nullptr;
-};
 
 /**
  * One request from its sending to its end, with its limits, its revalidation and its wait for the network.
@@ -48,6 +35,7 @@ private:
     void readAnswer();
     void failWith(QNetworkReply::NetworkError error);
     void settle(int status);
+    void sendAgainTrustingSystem();
     void waitForNetwork(HttpFailure failure);
     void sendAgainIfOnline();
     void onOverallLimit();
@@ -61,9 +49,10 @@ private:
     std::function<void(HttpResult)> m_done;
     QPointer<QNetworkReply> m_reply;
     QByteArray m_body;
-    std::optional<Gunzip> m_gunzip; ///< for a packed body, once its first bytes are there
+    std::optional<Gunzip> m_gunzip;   ///< for a packed body, once its first bytes are there
     std::optional<KeptAnswer> m_kept; ///< whose validators were sent
     bool m_wasRedirected = false;
+    bool m_trustedSystem = false; ///< when it was sent
     QTimer m_overallTimer;
     QTimer m_waitTimer;                     ///< for the network to come back
     QDeadlineTimer m_waitLimit;             ///< of all waits together, from the first

@@ -16,9 +16,9 @@ HttpResult cancelled()
 HttpResult unknownScheme(const QUrl& url)
 {
     // The words that the platform has for it; it would read a file: address itself.
-    return tl::unexpected(HttpFailure{
-        HttpFailure::Kind::Network,
-        QCoreApplication::translate("QNetworkReply", "Protocol \"%1\" is unknown").arg(url.scheme())});
+    return tl::unexpected(
+        HttpFailure{HttpFailure::Kind::Network,
+                    QCoreApplication::translate("QNetworkReply", "Protocol \"%1\" is unknown").arg(url.scheme())});
 }
 
 } // namespace
@@ -79,7 +79,8 @@ void QtHttpClient::send(Id id, const HttpRequest& request)
 void QtHttpClient::cancel(Id id)
 {
     if (!m_isClosing)
-        QMetaObject::invokeMethod(m_engine, [engine = m_engine, id] { engine->abort(id); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            m_engine, [engine = m_engine, id] { engine->abort(id); }, Qt::QueuedConnection);
     resolve(id, cancelled());
 }
 

@@ -15,6 +15,6 @@ bool SystemConnectivity::isOnline()
     if (!m_information)
         return true;
     const auto reachability = m_information->reachability();
-    return reachability == QNetworkInformation::Reachability::Online
-           || reachability == QNetworkInformation::Reachability::Unknown;
+    return reachability == QNetworkInformation::Reachability::Online ||
+           reachability == QNetworkInformation::Reachability::Unknown;
 }

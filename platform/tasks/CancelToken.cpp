@@ -37,8 +37,7 @@ CancelToken::Registration::Registration(std::weak_ptr<State> state, int key) : m
 
 CancelToken::Registration::Registration(Registration&& other) noexcept
     : m_state(std::exchange(other.m_state, {})), m_key(other.m_key)
-{
-}
+{}
 
 CancelToken::Registration& CancelToken::Registration::operator=(Registration&& other) noexcept
 {

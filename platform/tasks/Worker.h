@@ -22,8 +22,8 @@ public:
         m_pool.start([work = std::move(work), completion]() mutable {
             auto result = std::make_shared<decltype(work())>(work());
             QMetaObject::invokeMethod(
-                QCoreApplication::instance(),
-                [completion, result] { completion.resolve(std::move(*result)); }, Qt::QueuedConnection);
+                QCoreApplication::instance(), [completion, result] { completion.resolve(std::move(*result)); },
+                Qt::QueuedConnection);
         });
         return completion;
     }

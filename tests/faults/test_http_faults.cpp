@@ -111,6 +111,17 @@ private Q_SLOTS:
         QVERIFY(m_server->requests().isEmpty());
     }
 
+    void aRefusedServerLeavesTheGoodOneTrusted()
+    {
+        FaultServer server("unknown-issuer");
+        m_server->on("/", FaultServer::answer(200, "here"));
+        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("here"));
+        QVERIFY(fetch(*m_client, to(server.url())).failedAs(Kind::Network));
+        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("here"));
+        QVERIFY(fetch(*m_client, to(server.url())).failedAs(Kind::Network));
+        QVERIFY(server.requests().isEmpty());
+    }
+
     void plainHttpIsServedToo()
     {
         FaultServer server("");
@@ -139,8 +150,8 @@ private Q_SLOTS:
     void everyStatusIsAnAnswer_data()
     {
         QTest::addColumn<int>("status");
-        for (const int status : {200, 201, 204, 206, 226, 299, 300, 304, 305, 400, 401, 402, 403, 404, 405, 407, 409, 410, 418,
-                                 429, 451, 499, 500, 501, 502, 503, 504, 599})
+        for (const int status : {200, 201, 204, 206, 226, 299, 300, 304, 305, 400, 401, 402, 403, 404,
+                                 405, 407, 409, 410, 418, 429, 451, 499, 500, 501, 502, 503, 504, 599})
             QTest::addRow("%d", status) << status;
     }
     void everyStatusIsAnAnswer()
@@ -285,10 +296,11 @@ private Q_SLOTS:
         QTest::newRow("after the head") << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\n");
         QTest::newRow("within the body") << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nhalf");
         QTest::newRow("within a chunk") << QByteArray("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n9\r\nhalf");
-        QTest::newRow("between chunks") << QByteArray("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n4\r\nhalf\r\n");
+        QTest::newRow("between chunks") << QByteArray(
+            "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n4\r\nhalf\r\n");
         QTest::newRow("within a gzip body")
-            << QByteArray("HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\nContent-Length: 900\r\n\r\n")
-                   + gzip(QByteArray(90'000, 'a')).left(100);
+            << QByteArray("HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\nContent-Length: 900\r\n\r\n") +
+                   gzip(QByteArray(90'000, 'a')).left(100);
         QTest::newRow("not HTTP at all") << QByteArray("SSH-2.0-Something_1.0\r\n\r\nhello hello hello\r\n\r\n");
     }
     void aBrokenConnectionIsAFailure()
@@ -575,7 +587,8 @@ private Q_SLOTS:
 
 int main(int argc, char** argv)
 {
-    for (const char* const place : {"HOME", "TMPDIR", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"})
+    for (const char* const place :
+         {"HOME", "TMPDIR", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"})
         qputenv(place, home().path().toLocal8Bit());
     QCoreApplication application(argc, argv);
     TestHttpFaults test;

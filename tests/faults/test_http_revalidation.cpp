@@ -52,15 +52,18 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("condition");
         QTest::addColumn<QByteArray>("validator");
         QTest::newRow("ETag") << QByteArray("ETag: \"one\"") << QByteArray("if-none-match") << QByteArray("\"one\"");
-        QTest::newRow("weak ETag") << QByteArray("ETag: W/\"one\"") << QByteArray("if-none-match") << QByteArray("W/\"one\"");
+        QTest::newRow("weak ETag") << QByteArray("ETag: W/\"one\"") << QByteArray("if-none-match")
+                                   << QByteArray("W/\"one\"");
         QTest::newRow("Last-Modified") << QByteArray("Last-Modified: Tue, 03 Jun 2025 17:00:00 GMT")
-                                       << QByteArray("if-modified-since") << QByteArray("Tue, 03 Jun 2025 17:00:00 GMT");
+                                       << QByteArray("if-modified-since")
+                                       << QByteArray("Tue, 03 Jun 2025 17:00:00 GMT");
     }
     void aConfirmedAnswerGivesTheKeptBody()
     {
         QFETCH(QByteArray, header);
         QFETCH(QByteArray, condition);
-        m_server->on("/", FaultServer::answer(200, gzip("body"), {header, "Content-Encoding: gzip", "Cache-Control: max-age=60"}));
+        m_server->on("/", FaultServer::answer(200, gzip("body"),
+                                              {header, "Content-Encoding: gzip", "Cache-Control: max-age=60"}));
         QCOMPARE(fetchRoot().body(), QByteArray("body"));
         m_server->on("/", FaultServer::answer(304, {}, {header}));
         for (int again = 0; again < 2; ++again) {
@@ -75,7 +78,8 @@ private Q_SLOTS:
 
     void bothValidatorsAreSent()
     {
-        m_server->on("/", FaultServer::answer(200, "body", {"ETag: \"1\"", "Last-Modified: Tue, 03 Jun 2025 17:00:00 GMT"}));
+        m_server->on("/",
+                     FaultServer::answer(200, "body", {"ETag: \"1\"", "Last-Modified: Tue, 03 Jun 2025 17:00:00 GMT"}));
         fetchRoot();
         fetchRoot();
         QVERIFY(sent().contains("if-none-match") && sent().contains("if-modified-since"));

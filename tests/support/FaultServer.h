@@ -23,9 +23,9 @@ class FaultServer : public QTcpServer
 public:
     struct Request
     {
-        QByteArray target;                     ///< path and query, as sent
-        QMap<QByteArray, QByteArray> headers;  ///< names in lower case
-        QPointer<QSslSocket> socket;           ///< to answer on; gone once the client has closed
+        QByteArray target;                    ///< path and query, as sent
+        QMap<QByteArray, QByteArray> headers; ///< names in lower case
+        QPointer<QSslSocket> socket;          ///< to answer on; gone once the client has closed
     };
     using Handler = std::function<void(const Request&)>;
     using Headers = QList<QByteArray>; ///< whole lines without line ends
@@ -39,7 +39,7 @@ public:
     void on(const QByteArray& path, Handler handler);
 
     const QList<Request>& requests() const { return m_requests; }
-    int connections() const { return m_connections; }       ///< accepted so far, TLS or not
+    int connections() const { return m_connections; }         ///< accepted so far, TLS or not
     int openConnections() const { return m_openConnections; } ///< accepted and not closed
 
     /** The issuer of the good certificates, in PEM. */

@@ -18,7 +18,8 @@ struct HttpOutcome
     QString words() const { return result && !*result ? result->error().description : QStringLiteral("(no failure)"); }
 };
 
-inline QCoro::Task<> ask(HttpClient& client, HttpRequest request, CancelToken token, std::shared_ptr<HttpOutcome> outcome)
+inline QCoro::Task<> ask(HttpClient& client, HttpRequest request, CancelToken token,
+                         std::shared_ptr<HttpOutcome> outcome)
 {
     outcome->result = co_await client.get(std::move(request), std::move(token));
 }

@@ -130,7 +130,8 @@ private Q_SLOTS:
         QTest::newRow("binary noise") << noise << 0.0;
         QTest::newRow("zeros") << QByteArray(512, '\0') << 0.0;
         QTest::newRow("prose") << QByteArray("this is not what it was\nat all\n") << 0.0;
-        QTest::newRow("a tail of zeros") << QByteArray("[General]\nresume.tape.7=123.5\n") + QByteArray(64, '\0') << 123.5;
+        QTest::newRow("a tail of zeros") << QByteArray("[General]\nresume.tape.7=123.5\n") + QByteArray(64, '\0')
+                                         << 123.5;
         QTest::newRow("a line cut short") << QByteArray("[General]\nresume.tape.7=123.5\nresume.ta") << 123.5;
     }
     void aDamagedFileIsSetAsideBeforeAnythingIsWritten()

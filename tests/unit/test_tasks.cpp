@@ -55,7 +55,9 @@ private Q_SLOTS:
     void aRegistrationThatIsGoneIsNotCalled()
     {
         TaskScope scope;
-        { const auto registration = scope.token().onCancel([] { QFAIL("called"); }); }
+        {
+            const auto registration = scope.token().onCancel([] { QFAIL("called"); });
+        }
         scope.cancel();
     }
 
