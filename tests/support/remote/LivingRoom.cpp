@@ -28,6 +28,11 @@ void LivingRoom::switchOff()
     m_set.reset();
 }
 
+bool LivingRoom::isOn()
+{
+    return m_set && m_set->process().isRunning();
+}
+
 bool LivingRoom::pressAndSee(const QString& button)
 {
     m_screen.waitForDrawing(0ms);

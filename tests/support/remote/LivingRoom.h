@@ -34,6 +34,7 @@ public:
     void switchOn();
     /** Ends the program, as the box's shutdown would. */
     void switchOff();
+    bool isOn();
     /** The running program; it must have been switched on. */
     TelevisionSet& set() { return *m_set; }
 

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Figure.h"
+#include "LivingRoom.h"
+#include "SampleHub.h"
+
+/** How often and how long each thing is measured. */
+struct Effort
+{
+    int starts;                     ///< of each program
+    int presses;                    ///< of a key, in each program
+    int spans;                      ///< stretches of idleness and of playing
+    std::chrono::milliseconds idle; ///< one stretch
+    std::chrono::milliseconds playing;
+};
+
+/** Start to first and to settled picture, and the memory then: beside the empty window. */
+QList<Figure> measureStart(LivingRoom& room, const Effort& effort);
+
+/** Key to changed pixel on the front screen: beside the empty window. */
+QList<Figure> measureKeys(LivingRoom& room, const Effort& effort);
+
+/** Processor and pictures of the untouched front screen, the tower dark: beside the empty window. */
+QList<Figure> measureIdle(LivingRoom& room, const Effort& effort);
+
+/**
+ * Processor and pictures of the shop's first tape playing, whose stream's path on the hub is `firstTape`: beside the mpv program, where there is one.
+ */
+QList<Figure> measurePlaying(LivingRoom& room, const QString& firstTape, const Effort& effort);
+
+/** What the benchmarks of the libraries say of themselves; those whose name has "yardstick" in it are yardsticks. */
+QList<Figure> measureLibraries(const QStringList& programs, const Effort& effort);
+
+/** An empty full-screen window on the software path; answers at once. */
+std::unique_ptr<ChildProcess> launchEmptyWindow();
+/** The same, once it is there and has the input focus. */
+std::unique_ptr<ChildProcess> startEmptyWindow(LivingRoom& room);

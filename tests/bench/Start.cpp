@@ -1,0 +1,70 @@
+#include "Bench.h"
+#include "ProcessFigures.h"
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using std::chrono::milliseconds;
+
+namespace {
+
+constexpr milliseconds quiet = 1500ms; // without a change: the picture is settled
+constexpr milliseconds limit = 20s;
+constexpr double megabyte = 1e6;
+
+struct Starts
+{
+    QList<double> first;   // ms
+    QList<double> settled; // ms
+    QList<double> shared;  // PSS, MB
+    QList<double> resident;
+};
+
+double ms(ScreenWatch::Clock::duration span)
+{
+    return std::chrono::duration<double, std::milli>(span).count();
+}
+
+/** `start` starts the program and answers what keeps it running and its process id. */
+template<typename Start>
+void measureOne(LivingRoom& room, Starts& starts, const Start& start)
+{
+    room.waitForEmptyScreen();
+    ScreenWatch& screen = room.screen();
+    screen.waitForDrawing(0ms);
+    const QImage before = screen.look();
+    const auto begin = ScreenWatch::Clock::now();
+    const auto [program, pid] = start();
+    const auto first = screen.waitForChange(before, limit);
+    const auto settled = screen.waitUntilSettled(quiet, limit);
+    if (!first || !settled)
+        return;
+    starts.first.append(ms(*first - begin));
+    starts.settled.append(ms(std::max(*first, *settled) - begin));
+    starts.shared.append(double(figures::proportionalSetSize(pid)) / megabyte);
+    starts.resident.append(double(figures::residentSetSize(pid)) / megabyte);
+}
+
+} // namespace
+
+QList<Figure> measureStart(LivingRoom& room, const Effort& effort)
+{
+    Starts set;
+    Starts empty;
+    for (int i = 0; i < effort.starts; ++i) {
+        measureOne(room, set, [] {
+            auto program = std::make_unique<TelevisionSet>();
+            const qint64 pid = program->process().pid();
+            return std::pair(std::move(program), pid);
+        });
+        measureOne(room, empty, [] {
+            auto program = launchEmptyWindow();
+            const qint64 pid = program->pid();
+            return std::pair(std::move(program), pid);
+        });
+    }
+    const QString yardstick = u"empty window"_s;
+    return {{u"start to first picture"_s, u"ms"_s, set.first, yardstick, empty.first, 250},
+            {u"start to settled picture"_s, u"ms"_s, set.settled, yardstick, empty.settled, {}},
+            {u"memory, idle (PSS)"_s, u"MB"_s, set.shared, yardstick, empty.shared, 60},
+            {u"memory, idle (RSS)"_s, u"MB"_s, set.resident, yardstick, empty.resident, {}}};
+}

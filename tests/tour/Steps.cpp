@@ -1,0 +1,42 @@
+#include "Steps.h"
+
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace tour {
+
+Step switchOn()
+{
+    return [](Stage& stage) { stage.room.switchOn(); };
+}
+
+Step press(const QString& button, int times)
+{
+    return [=](Stage& stage) {
+        if (!stage.room.isOn())
+            throw std::runtime_error("The set is not running.");
+        for (int i = 0; i < times; ++i) {
+            stage.room.screen().waitUntilSettled(150ms, 1s);
+            stage.room.press(button);
+        }
+    };
+}
+
+Step order(const QString& path, const QJsonObject& body)
+{
+    return [=](Stage& stage) { stage.hub.order(path, body); };
+}
+
+Step fault(const QString& path, const QString& kind, const QJsonObject& more)
+{
+    return [=](Stage& stage) { stage.hub.fault(path, kind, more); };
+}
+
+Step calm()
+{
+    return [](Stage& stage) { stage.hub.calm(); };
+}
+
+} // namespace tour

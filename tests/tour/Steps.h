@@ -1,0 +1,16 @@
+#pragma once
+
+#include "State.h"
+
+/** The things that a tour does. */
+namespace tour {
+
+Step switchOn();
+Step press(const QString& button, int times = 1);
+/** Orders something of the hub's control address. */
+Step order(const QString& path, const QJsonObject& body = {});
+Step fault(const QString& path, const QString& kind, const QJsonObject& more = {});
+/** The tower dark, the status as it was, no faults. */
+Step calm();
+
+} // namespace tour
