@@ -1,0 +1,59 @@
+#include "OpenGLSurface.h"
+
+#include <QOpenGLFramebufferObject>
+#include <QQuickOpenGLUtils>
+
+/** The render thread's half. `synchronize` alone sees the item, while the screen thread stands still. */
+class OpenGLSurface::Painter : public QQuickFramebufferObject::Renderer
+{
+public:
+    explicit Painter(std::unique_ptr<OpenGLRenderer> renderer) : m_renderer(std::move(renderer)) {}
+
+    QOpenGLFramebufferObject* createFramebufferObject(const QSize&) override
+    {
+        return new QOpenGLFramebufferObject(m_pixels.expandedTo({1, 1}));
+    }
+
+    void synchronize(QQuickFramebufferObject* item) override
+    {
+        const QSize pixels = static_cast<OpenGLSurface*>(item)->m_pixels;
+        if (m_pixels == pixels)
+            return;
+        m_pixels = pixels;
+        if (framebufferObject())
+            invalidateFramebufferObject();
+    }
+
+    void render() override
+    {
+        m_renderer->render(framebufferObject()->handle(), framebufferObject()->size());
+        QQuickOpenGLUtils::resetOpenGLState();
+    }
+
+private:
+    std::unique_ptr<OpenGLRenderer> m_renderer;
+    QSize m_pixels;
+};
+
+OpenGLSurface::OpenGLSurface(std::shared_ptr<VideoEngine> engine, QQuickItem* view)
+    : QQuickFramebufferObject(view),
+      m_engine(std::move(engine)),
+      m_changed(std::make_shared<std::function<void()>>([this] { update(); }))
+{
+    setTextureFollowsItemSize(false);
+    setMirrorVertically(true);
+}
+
+void OpenGLSurface::fit(QSizeF size, QSize pixels)
+{
+    setSize(size);
+    if (m_pixels == pixels)
+        return;
+    m_pixels = pixels;
+    update();
+}
+
+QQuickFramebufferObject::Renderer* OpenGLSurface::createRenderer() const
+{
+    return new Painter(m_engine->makeOpenGLRenderer(PictureListener(m_changed)));
+}

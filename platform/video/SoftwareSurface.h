@@ -1,0 +1,30 @@
+#pragma once
+
+#include "SoftwareRenderer.h"
+#include "VideoSurface.h"
+
+#include <QQuickItem>
+
+class VideoEngine;
+
+/**
+ * Shows pictures that were drawn into memory; for windows without a GPU, which are drawn on the screen thread: all it
+ * costs there is one copy of the picture's pixels. Screen thread only.
+ */
+class SoftwareSurface : public QQuickItem, public VideoSurface
+{
+    Q_OBJECT
+
+public:
+    SoftwareSurface(VideoEngine& engine, QQuickItem* view);
+
+    void fit(QSizeF size, QSize pixels) override;
+
+protected:
+    QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
+
+private:
+    std::shared_ptr<std::function<void()>> m_changed;
+    std::unique_ptr<SoftwareRenderer> m_renderer;
+    QSize m_pixels;
+};

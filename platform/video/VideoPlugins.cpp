@@ -1,0 +1,109 @@
+#include "VideoPlugins.h"
+
+#include "MemoryFile.h"
+#include "Worker.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QPluginLoader>
+
+#include <clocale>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto pluginFile = "quillmere-video.so";
+constexpr std::chrono::seconds farewell{5};
+
+struct Loading
+{
+    QPluginLoader loader;
+    QStringList folders;
+    Worker worker;
+    QList<Completion<bool>> waiting;
+    VideoPlugin* plugin = nullptr;
+};
+
+// Made at the first use and kept: the plug-in's libraries must outlive whatever they still do at exit.
+Loading& loading()
+{
+    static auto* const one = new Loading;
+    return *one;
+}
+
+QString findPlugin()
+{
+    const QDir beside(QCoreApplication::applicationDirPath());
+    const QStringList folders = loading().folders + QStringList{beside.path(), beside.filePath(u"" QUILLMERE_PLUGINS ""_s)};
+    for (const QString& folder : folders) {
+        const QString path = QDir(folder).filePath(QLatin1StringView(pluginFile));
+        if (QFileInfo::exists(path))
+            return QDir::cleanPath(path);
+    }
+    return {};
+}
+
+// The TLS library below the player reads its policy from a file named in the environment, when it is loaded.
+void refuseOldTls()
+{
+    static const MemoryFile policy("tls-policy", "[overrides]\n"
+                                                 "disabled-version = ssl3.0\n"
+                                                 "disabled-version = tls1.0\n"
+                                                 "disabled-version = tls1.1\n"
+                                                 "disabled-version = dtls1.0\n");
+    if (policy.isValid())
+        qputenv("GNUTLS_SYSTEM_PRIORITY_FILE", policy.path());
+}
+
+void waitForEngines()
+{
+    if (loading().plugin)
+        loading().plugin->waitForEngines(farewell);
+}
+
+void adopt()
+{
+    auto* const plugin = qobject_cast<VideoPlugin*>(loading().loader.instance());
+    if (!plugin)
+        return;
+    loading().plugin = plugin;
+    qAddPostRoutine(waitForEngines);
+}
+
+QCoro::Task<> readIn()
+{
+    Loading& all = loading();
+    all.loader.setFileName(findPlugin());
+    refuseOldTls();
+    // The player's library insists on numbers with a point.
+    std::setlocale(LC_NUMERIC, "C");
+    if (co_await all.worker.run([&all] { return all.loader.load(); }))
+        adopt();
+    const auto waiting = std::exchange(all.waiting, {});
+    for (const Completion<bool>& one : waiting)
+        one.resolve(all.plugin != nullptr);
+}
+
+}
+
+QCoro::Task<tl::expected<VideoPlugin*, QString>> VideoPlugins::load()
+{
+    Loading& all = loading();
+    if (!all.plugin) {
+        const Completion<bool> done;
+        all.waiting.append(done);
+        if (all.waiting.size() == 1)
+            readIn();
+        if (!co_await done)
+            co_return tl::unexpected(all.loader.fileName().isEmpty()
+                                         ? u"%1 is not there."_s.arg(QLatin1StringView(pluginFile))
+                                         : all.loader.errorString());
+    }
+    co_return all.plugin;
+}
+
+void VideoPlugins::addFolder(const QString& folder)
+{
+    loading().folders.append(folder);
+}

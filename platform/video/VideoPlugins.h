@@ -1,0 +1,19 @@
+#pragma once
+
+#include "VideoPlugin.h"
+
+#include <QCoroTask>
+#include <QStringList>
+
+#include <tl/expected.hpp>
+
+/** Finds and loads the video plug-in, once a process and not before it is asked for. Screen thread only. */
+namespace VideoPlugins {
+
+/** The plug-in, or why there is none. The libraries are read in on another thread; a failed load is tried again. */
+QCoro::Task<tl::expected<VideoPlugin*, QString>> load();
+
+/** Looks here first; beside the executable and in the installation's folder of libraries otherwise. */
+void addFolder(const QString& folder);
+
+}

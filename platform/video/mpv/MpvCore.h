@@ -1,0 +1,77 @@
+#pragma once
+
+#include "LoadLog.h"
+#include "Mailbox.h"
+#include "VideoEngine.h"
+#include "VideoOptions.h"
+
+#include <mpv/client.h>
+
+#include <chrono>
+#include <functional>
+#include <mutex>
+#include <vector>
+
+/**
+ * libmpv's core on a thread of its own, which makes it, feeds it, listens to it and destroys it. Other threads only
+ * post to it. The thread holds it until it has ended, so nobody waits for the end.
+ */
+class MpvCore
+{
+public:
+    using Task = std::function<void(MpvCore&)>;
+
+    static std::shared_ptr<MpvCore> start(const VideoOptions& options, const Mailbox<VideoEngineListener>& listener);
+
+    /** Any thread; waits until every core has ended, or `limit` has passed and the answer is false. */
+    static bool waitForAll(std::chrono::milliseconds limit);
+
+    MpvCore(VideoOptions options, const Mailbox<VideoEngineListener>& listener);
+
+    /** Any thread; tasks run on the core's thread, in order, until `end`. */
+    void post(Task task);
+
+    /** Any thread; after this no render context may be left. */
+    void end();
+
+    const Mailbox<VideoEngineListener>& listener() const { return m_listener; }
+
+    /** Set from `engineReady` until `end`. For render contexts alone. */
+    mpv_handle* handle() const { return m_mpv; }
+
+    // On the core's thread, from tasks:
+    void load(int load, const QByteArray& url, double startAt);
+    void setPaused(bool paused);
+    void stop();
+
+    /** Before the first load: how frames will be drawn. */
+    void drawInMemory();
+    void drawWithOpenGL();
+
+private:
+    void run();
+    bool open();
+    void listen();
+    bool takeTasks();
+    void take(const mpv_event& event);
+    void takeEndOfFile(const mpv_event_end_file& end);
+    void reportFailure();
+    void takeProperty(const mpv_event_property& property);
+    void setOption(const char* name, const char* value);
+
+    const VideoOptions m_options;
+    const Mailbox<VideoEngineListener> m_listener;
+
+    std::mutex m_mutex; ///< guards the three below
+    std::vector<Task> m_tasks;
+    bool m_ending = false;
+    mpv_handle* m_awake = nullptr; ///< whom to wake for a new task
+
+    mpv_handle* m_mpv = nullptr; ///< the rest: the core's thread only
+    int m_load = 0;
+    int64_t m_entry = 0; ///< libmpv's number of the load
+    bool m_started = false;
+    bool m_failing = false; ///< the load has failed, its messages are still to come
+    int m_error = 0;
+    LoadLog m_log;
+};

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "OpenGLRenderer.h"
+#include "SoftwareRenderer.h"
+
+#include <memory>
+
+class MpvEngine;
+struct mpv_render_context;
+
+/** libmpv's OpenGL renderer, on the scene graph's render thread. */
+class MpvOpenGLRenderer : public OpenGLRenderer
+{
+public:
+    MpvOpenGLRenderer(std::shared_ptr<MpvEngine> engine, PictureListener changed);
+    ~MpvOpenGLRenderer() override;
+
+    void render(unsigned framebuffer, QSize pixels) override;
+
+private:
+    bool create();
+
+    std::shared_ptr<MpvEngine> m_engine; ///< let go of after the context
+    const PictureListener m_changed;
+    mpv_render_context* m_context = nullptr;
+    bool m_failed = false;
+};

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "VideoOptions.h"
+
+#include <mpv/client.h>
+
+/** How libmpv is set up. On the core's thread. */
+namespace MpvOptions {
+
+/** Before `mpv_initialize`; false when an option is refused, and then nothing may be played. */
+bool apply(mpv_handle* mpv, const VideoOptions& options);
+
+/** Before each load: what the playlist at `url` may reach. */
+void allowProtocols(mpv_handle* mpv, const QByteArray& url);
+
+}

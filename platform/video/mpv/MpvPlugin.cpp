@@ -1,0 +1,15 @@
+#include "MpvPlugin.h"
+
+#include "MpvCore.h"
+#include "MpvEngine.h"
+
+std::shared_ptr<VideoEngine> MpvPlugin::makeEngine(const VideoOptions& options,
+                                                   const Mailbox<VideoEngineListener>& listener)
+{
+    return std::make_shared<MpvEngine>(MpvCore::start(options, listener));
+}
+
+bool MpvPlugin::waitForEngines(std::chrono::milliseconds limit)
+{
+    return MpvCore::waitForAll(limit);
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "VideoPlugin.h"
+
+#include <QObject>
+
+/** The plug-in's way in: makes engines on libmpv. Screen thread only. */
+class MpvPlugin : public QObject, public VideoPlugin
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID QUILLMERE_VIDEO_PLUGIN)
+    Q_INTERFACES(VideoPlugin)
+
+public:
+    std::shared_ptr<VideoEngine> makeEngine(const VideoOptions& options,
+                                            const Mailbox<VideoEngineListener>& listener) override;
+    bool waitForEngines(std::chrono::milliseconds limit) override;
+};

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "Tape.h"
+#include "VideoPlayer.h"
+
+#include <QObject>
+#include <QQmlParserStatus>
+#include <QtQml/qqmlregistration.h>
+
+#include <functional>
+#include <memory>
+
+/**
+ * Plays one tape from its stream. Screen thread only; its TapePlayerView owns it, and destroying it ends the playback.
+ */
+class TapePlayer : public QObject, public QQmlParserStatus
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_INTERFACES(QQmlParserStatus)
+    Q_PROPERTY(Tape tape MEMBER m_tape)
+    Q_PROPERTY(double startAt MEMBER m_startAt)
+    Q_PROPERTY(VideoPlayer* player READ player NOTIFY playerChanged)
+    Q_PROPERTY(QString failure READ failure NOTIFY failureChanged)
+
+public:
+    using MakePlayer = std::function<std::unique_ptr<VideoPlayer>()>;
+
+    explicit TapePlayer(QObject* parent = nullptr);
+    explicit TapePlayer(MakePlayer makePlayer, QObject* parent = nullptr);
+
+    VideoPlayer* player() const { return m_player.get(); }
+
+    /** What the viewer reads when the tape does not play; empty while it does. */
+    QString failure() const { return m_failure; }
+
+    void classBegin() override {}
+
+    /** Starts to play; a tape without a stream fails instead, and no player is made. */
+    void componentComplete() override;
+
+    /** Select and play/pause hold the tape or let it go on; false for keys that are not this screen's. */
+    Q_INVOKABLE bool takeKey(int key);
+
+Q_SIGNALS:
+    void playerChanged();
+    void failureChanged();
+
+private:
+    void togglePause();
+    void fail(const QString& message);
+
+    MakePlayer m_makePlayer;
+    Tape m_tape;
+    double m_startAt = 0; ///< seconds; up to 1 is the top
+    std::unique_ptr<VideoPlayer> m_player;
+    QString m_failure;
+};
