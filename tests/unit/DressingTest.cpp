@@ -1,0 +1,256 @@
+#include "Dressing.h"
+
+#include <QRandomGenerator>
+#include <QSet>
+#include <QTest>
+
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Tape tape(qint64 id, const QString& title)
+{
+    Tape made;
+    made.id = id;
+    made.title = title;
+    return made;
+}
+
+Tape tapeOfCouncil()
+{
+    Tape made = tape(42, u"City Council Regular Meeting"_s);
+    made.meetingDate = u"2024-03-05"_s;
+    made.body = TapeBody{u"city-council"_s, u"City Council"_s, u"council"_s};
+    made.hasAgenda = true;
+    return made;
+}
+
+/** A text of up to `longest` pieces that are awkward in one way or another. */
+QString awkwardText(QRandomGenerator& random, int longest)
+{
+    static const QStringList pieces{u"City Council"_s,
+                                    u"Zoning"_s,
+                                    u" "_s,
+                                    u"\t"_s,
+                                    u"-"_s,
+                                    u"–"_s,
+                                    u"—"_s,
+                                    u":"_s,
+                                    u"·"_s,
+                                    u"\u0301"_s,
+                                    u"\u200D"_s,
+                                    u"\r\n"_s,
+                                    u"\r"_s,
+                                    u"\u00A0"_s,
+                                    u"\u3000"_s,
+                                    u"İ"_s,
+                                    u"ẞ"_s,
+                                    u"Σ"_s,
+                                    u"\U0001F469"_s,
+                                    u"\U0001F1FA"_s,
+                                    u"\u0600"_s,
+                                    u"board"_s,
+                                    u"2024-03-05"_s,
+                                    QString(QChar(0xD83D)),
+                                    QString(QChar(0xDC69))};
+    QString text;
+    for (int left = random.bounded(longest + 1); left > 0; --left)
+        text += pieces[random.bounded(pieces.size())];
+    return text;
+}
+
+Tape awkwardTape(QRandomGenerator& random)
+{
+    Tape made = tape(qint64(random.generate64()), awkwardText(random, 8));
+    if (random.bounded(3) > 0)
+        made.meetingDate = awkwardText(random, 3);
+    if (random.bounded(3) > 0)
+        made.body = TapeBody{awkwardText(random, 1), awkwardText(random, 3), awkwardText(random, 1)};
+    made.hasAgenda = random.bounded(2) == 0;
+    made.hasTranscript = random.bounded(2) == 0;
+    return made;
+}
+
+} // namespace
+
+class DressingTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void anOrdinaryMeetingIsDressedThroughout()
+    {
+        const VHSCover cover = dress(tapeOfCouncil());
+        QCOMPARE(dressingSeed(42, u"City Council Regular Meeting"), 1374309412U);
+        QCOMPARE(cover.id, 42);
+        QCOMPARE(cover.title, u"City Council Regular Meeting"_s);
+        QCOMPARE(cover.spineTitle, u"Regular Meeting"_s);
+        QCOMPARE(cover.bodyName, u"City Council"_s);
+        QCOMPARE(cover.genre, u"CHAMBER DRAMA"_s);
+        QCOMPARE(cover.shelf, u"Chamber Drama — New Releases"_s);
+        QCOMPARE(cover.year, u"2024"_s);
+        QCOMPARE(cover.dateLabel, u"March 5, 2024"_s);
+        QCOMPARE(cover.runtime, 49);
+        QCOMPARE(cover.speed, u"SP"_s);
+        QCOMPARE(cover.rating, (TapeRating{u"P.G."_s, u"PUBLIC GOVERNANCE — all citizens admitted"_s}));
+        QCOMPARE(cover.tagline, u"The fog rolls in. The record rolls on."_s);
+        QCOMPARE(cover.hue, 291.0);
+        QCOMPARE(cover.catalogNo, u"RW 1130 · SP"_s);
+        QCOMPARE(cover.barcode,
+                 (QList<int>{1, 4, 2, 1, 2, 1, 2, 1, 1, 3, 1, 3, 2, 4, 3, 1, 4, 3, 4, 4, 1, 2, 3, 1, 4, 3, 1, 1}));
+        QVERIFY(cover.hasAgenda);
+        QVERIFY(!cover.hasTranscript);
+    }
+
+    void theSynopsisNamesBodyDateAndAgenda()
+    {
+        QCOMPARE(
+            dress(tapeOfCouncil()).synopsis,
+            u"When City Council convenes on March 5, 2024, First Mate Coral dives for the sunken agenda while Captain "
+            u"Lowe raises his lantern over the murk of civic jargon. Tally tallies every vote from the wheelhouse of "
+            u"the steamboat \"Public Record.\" SPECIAL FEATURE: the original agenda packet is enclosed on this tape. "
+            u"Captain Lowe and his crew sail the municipal waterways, lifting the fog off the public record so anyone "
+            u"can follow along."_s);
+    }
+
+    void theSynopsisWithoutDateAndAgendaSaysSo()
+    {
+        QCOMPARE(
+            dress(tape(1, u"Open Mic"_s)).synopsis,
+            u"When Open Mic convenes, First Mate Coral dives for the sunken agenda while Captain Lowe raises his "
+            u"lantern over the murk of civic jargon. Tally tallies every vote from the wheelhouse of the steamboat "
+            u"\"Public Record.\" Recorded live off the public record — no agenda packet located. Captain Lowe and his "
+            u"crew sail the municipal waterways, lifting the fog off the public record so anyone can follow along."_s);
+    }
+
+    void aTitleOfSpacesIsUntitledAndItsNegativeSeedKeepsItsSign()
+    {
+        const VHSCover cover = dress(tape(1, u"   "_s));
+        QCOMPARE(cover.title, u"Untitled Recording"_s);
+        QCOMPARE(dressingSeed(1, cover.title), 0xCF095F9AU);
+        QCOMPARE(cover.rating.code, u"F.O.I.A."_s);
+        QCOMPARE(cover.tagline, u"Captain Lowe lifts the fog — you take the notes."_s);
+        QCOMPARE(cover.runtime, 73);
+        QCOMPARE(cover.speed, u"SP"_s);
+        QCOMPARE(cover.catalogNo, u"RW 1997 · SP"_s);
+    }
+
+    void aTitleWithASeparatorNamesItsBody()
+    {
+        const VHSCover cover = dress(tape(7, u"Planning Commission - Work Session"_s));
+        QCOMPARE(cover.bodyName, u"Planning Commission"_s);
+        QCOMPARE(cover.genre, u"CIVIC SLOW-BURN"_s);
+        QCOMPARE(cover.runtime, 145);
+        QCOMPARE(cover.speed, u"LP"_s);
+        QCOMPARE(cover.spineTitle, u"Work Session"_s);
+    }
+
+    void aBodyWithoutNameAndSlugTakesBothFromTheTitle()
+    {
+        Tape nameless = tape(10, u"Harbor Board - Special Meeting"_s);
+        const VHSCover without = dress(nameless);
+        nameless.body = TapeBody{};
+        QCOMPARE(dress(nameless).bodyName, u"Harbor Board"_s);
+        QCOMPARE(dress(nameless), without);
+    }
+
+    void theTapesOfABodyShareOneColour()
+    {
+        Tape one = tape(1, u"Monthly"_s);
+        Tape other = tape(99, u"Something else"_s);
+        one.body = TapeBody{u"harbor"_s, u"Harbor Board"_s, {}};
+        other.body = TapeBody{u"harbor"_s, u"The Board of the Harbor"_s, {}};
+        QCOMPARE(dress(one).hue, dress(other).hue);
+    }
+
+    void theSizeAndTheStreamPlayNoPart()
+    {
+        Tape other = tapeOfCouncil();
+        other.sizeBytes = 1'000'000'000;
+        other.streamURLPath = u"/elsewhere"_s;
+        other.location = u"Elsewhere"_s;
+        QCOMPARE(dress(other), dress(tapeOfCouncil()));
+    }
+
+    void hashesAreThoseOfTheUTF16CodeUnits_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<quint32>("hash");
+        QTest::newRow("nothing") << QString() << 0x811C9DC5U;
+        QTest::newRow("a letter, as of bytes") << u"a"_s << 0xE40C292CU;
+        QTest::newRow("a word, as of bytes") << u"foobar"_s << 0xBF9CF968U;
+        QTest::newRow("a unit beyond a byte") << u"—"_s << (0x811C9DC5U ^ 0x2014U) * 0x01000193U;
+        QTest::newRow("a pair is two units")
+            << u"\U0001F469"_s << ((((0x811C9DC5U ^ 0xD83DU) * 0x01000193U) ^ 0xDC69U) * 0x01000193U);
+    }
+
+    void hashesAreThoseOfTheUTF16CodeUnits()
+    {
+        QFETCH(QString, text);
+        QTEST(fnv1a32(text), "hash");
+    }
+
+    void theSeedIsTheHashOfIdAndTitle()
+    {
+        for (const qint64 id :
+             {qint64(0), qint64(-1), std::numeric_limits<qint64>::min(), std::numeric_limits<qint64>::max()})
+            QCOMPARE(dressingSeed(id, u"Zoning — é"), fnv1a32(QString::number(id) + u"|Zoning — é"_s));
+    }
+
+    void everyCassetteIsWellFormed()
+    {
+        QRandomGenerator random(20240305);
+        for (int round = 0; round < 20'000; ++round) {
+            const Tape awkward = awkwardTape(random);
+            const VHSCover cover = dress(awkward);
+            QVERIFY(!cover.title.isEmpty() && !cover.spineTitle.isEmpty() && !cover.bodyName.isEmpty());
+            QVERIFY(cover.runtime >= 42 && cover.runtime <= 214);
+            QCOMPARE(cover.speed, cover.runtime <= 95 ? u"SP"_s : cover.runtime <= 150 ? u"LP"_s : u"EP"_s);
+            const int number = cover.catalogNo.sliced(3, 4).toInt();
+            QVERIFY(number >= 1000 && number <= 9998);
+            QCOMPARE(cover.catalogNo.size(), 3 + 4 + 3 + 2);
+            QCOMPARE(cover.barcode.size(), 28);
+            QVERIFY(std::all_of(cover.barcode.begin(), cover.barcode.end(), [](int w) { return w >= 1 && w <= 4; }));
+            QCOMPARE(dress(awkward), cover);
+        }
+    }
+
+    void everyRowOfTheTablesIsDrawn()
+    {
+        QSet<QString> ratings;
+        QSet<QString> taglines;
+        QSet<QString> speeds;
+        QSet<double> hues;
+        for (int id = 0; id < 2000; ++id) {
+            const VHSCover cover = dress(tape(id, u"Body %1"_s.arg(id)));
+            ratings.insert(cover.rating.code);
+            taglines.insert(cover.tagline);
+            speeds.insert(cover.speed);
+            hues.insert(cover.hue);
+        }
+        QCOMPARE(ratings, (QSet<QString>{u"P.G."_s, u"N.R."_s, u"Q.M."_s, u"F.O.I.A."_s}));
+        QCOMPARE(taglines.size(), 8);
+        QCOMPARE(speeds.size(), 3);
+        QCOMPARE(hues, (QSet<double>{4, 20, 36, 145, 168, 200, 210, 262, 291, 330}));
+    }
+
+    void coversAreEqualInAllTheirFieldsOnly()
+    {
+        const VHSCover cover = dress(tapeOfCouncil());
+        VHSCover other = cover;
+        QCOMPARE(other, cover);
+        QCOMPARE(qHash(other), qHash(cover));
+        other.hasTranscript = true;
+        QVERIFY(!(other == cover));
+        QVERIFY(qHash(other) != qHash(cover));
+        other = cover;
+        other.rating.full += u'!';
+        QVERIFY(!(other == cover));
+        QVERIFY(qHash(other) != qHash(cover));
+    }
+};
+
+QTEST_GUILESS_MAIN(DressingTest)
+#include "DressingTest.moc"

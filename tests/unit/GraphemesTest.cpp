@@ -1,0 +1,91 @@
+#include "Graphemes.h"
+
+#include <QTest>
+
+#include <thread>
+
+using namespace Qt::StringLiterals;
+
+class GraphemesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void charactersAreCountedAsAReaderDoes_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<qsizetype>("characters");
+        QTest::newRow("nothing") << QString() << qsizetype(0);
+        QTest::newRow("plain letters") << u"Council"_s << qsizetype(7);
+        QTest::newRow("a line break of two units") << u"a\r\nb"_s << qsizetype(3);
+        QTest::newRow("a line break the wrong way round") << u"\n\r"_s << qsizetype(2);
+        QTest::newRow("a line break of two units among accents") << u"é\r\né"_s << qsizetype(3);
+        QTest::newRow("a carriage return at the end") << u"a\r"_s << qsizetype(2);
+        QTest::newRow("a letter with a mark") << u"e\u0301"_s << qsizetype(1);
+        QTest::newRow("a mark alone") << u"\u0301"_s << qsizetype(1);
+        QTest::newRow("a supplementary letter") << u"\U00010400"_s << qsizetype(1);
+        QTest::newRow("a family") << u"\U0001F469\u200D\U0001F469\u200D\U0001F467\u200D\U0001F466"_s << qsizetype(1);
+        QTest::newRow("a skin tone") << u"\U0001F44D\U0001F3FD"_s << qsizetype(1);
+        QTest::newRow("two flags") << u"\U0001F1FA\U0001F1F8\U0001F1E8\U0001F1E6"_s << qsizetype(2);
+        QTest::newRow("half a flag more") << u"\U0001F1FA\U0001F1F8\U0001F1E8"_s << qsizetype(2);
+        QTest::newRow("Hangul in parts") << u"\u1112\u1161\u11AB"_s << qsizetype(1);
+        QTest::newRow("Devanagari with a vowel sign") << u"\u0928\u093F"_s << qsizetype(1);
+        QTest::newRow("half a surrogate pair") << QString(QChar(0xD83D)) << qsizetype(1);
+    }
+
+    void charactersAreCountedAsAReaderDoes()
+    {
+        QFETCH(QString, text);
+        QFETCH(qsizetype, characters);
+        QCOMPARE(Graphemes::count(text), characters);
+        QVERIFY(Graphemes::lengthOf(text, characters) == text.size());
+        QVERIFY(!Graphemes::lengthOf(text, characters + 1));
+        QVERIFY(Graphemes::lengthOf(text, 0) == 0);
+    }
+
+    void theFirstCharactersEndBetweenCharacters()
+    {
+        QVERIFY(Graphemes::lengthOf(u"e\u0301a", 1) == 2);
+        QVERIFY(Graphemes::lengthOf(u"\r\na", 1) == 2);
+        QVERIFY(Graphemes::lengthOf(u"abc", 2) == 2);
+    }
+
+    void aHyphenIsACharacterUnlessSomethingJoinsIt_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("isWhole");
+        QTest::newRow("between letters") << u"a-b"_s << true;
+        QTest::newRow("at the end") << u"a-"_s << true;
+        QTest::newRow("between accents") << u"é-é"_s << true;
+        QTest::newRow("behind half a pair") << QString(QChar(0xD83D)) + u'-' << true;
+        QTest::newRow("with a mark") << u"a-\u0301"_s << false;
+        QTest::newRow("with a joiner") << u"a-\u200D"_s << false;
+        QTest::newRow("behind a sign that joins what follows") << u"\u0600-"_s << false;
+    }
+
+    void aHyphenIsACharacterUnlessSomethingJoinsIt()
+    {
+        QFETCH(QString, text);
+        QFETCH(bool, isWhole);
+        QCOMPARE(Graphemes::isWholeCharacter(text, 1), isWhole);
+    }
+
+    void threadsDoNotDisturbEachOther()
+    {
+        const auto countOften = [](const QString& text, qsizetype characters, bool& isRight) {
+            isRight = true;
+            for (int i = 0; i < 2000; ++i)
+                isRight = isRight && Graphemes::count(text) == characters;
+        };
+        bool isRightHere = false;
+        bool isRightThere = false;
+        std::thread there(countOften, u"éa"_s.repeated(10), qsizetype(20), std::ref(isRightThere));
+        countOften(u"e\u0301"_s.repeated(7), qsizetype(7), isRightHere);
+        there.join();
+        QVERIFY(isRightHere);
+        QVERIFY(isRightThere);
+    }
+};
+
+QTEST_GUILESS_MAIN(GraphemesTest)
+#include "GraphemesTest.moc"
