@@ -31,3 +31,7 @@ if(QUILLMERE_SANITIZE)
     add_compile_options(-fsanitize=${QUILLMERE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${QUILLMERE_SANITIZE})
 endif()
+if(QUILLMERE_BUILD_FUZZERS)
+    # Everything is instrumented, so that the fuzzer sees which paths of the libraries an input takes.
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
