@@ -1,6 +1,7 @@
 #include "HubAPI.h"
 
 #include "RecordDecoder.h"
+#include "WellFormed.h"
 
 #include <algorithm>
 #include <atomic>
@@ -50,7 +51,7 @@ bool isBlank(const QString& text)
 
 QString queryValue(const QString& text)
 {
-    return QString::fromLatin1(QUrl::toPercentEncoding(text));
+    return QString::fromLatin1(QUrl::toPercentEncoding(wellFormed(text)));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "HubURL.h"
 
 #include "BuildOptions.h"
+#include "WellFormed.h"
 
 using namespace Qt::StringLiterals;
 
@@ -37,7 +38,7 @@ std::optional<QUrl> hubURL(const QString& path, const QUrl& base)
 {
     if (path.isEmpty())
         return std::nullopt;
-    const QUrl reference(path);
+    const QUrl reference(wellFormed(path));
     if (!reference.isValid())
         return std::nullopt;
     const bool isAbsolute = path.startsWith("http://"_L1) || path.startsWith("https://"_L1);

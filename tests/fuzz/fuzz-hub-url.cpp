@@ -1,0 +1,25 @@
+#include "HubURL.h"
+
+#include <cstdint>
+#include <cstring>
+
+using namespace Qt::StringLiterals;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    // UTF-16 units as they come, so that halves of pairs are among them.
+    QString path(qsizetype(size / 2), Qt::Uninitialized);
+    std::memcpy(path.data(), data, size / 2 * 2);
+    static const QUrl base(u"https://hub.test:8443"_s);
+    for (const QString& text : {path, QString::fromUtf8(reinterpret_cast<const char*>(data), qsizetype(size))}) {
+        const auto url = hubURL(text, base);
+        if (!url)
+            continue;
+        const bool isWeb = url->scheme() == "http"_L1 || url->scheme() == "https"_L1;
+        // What is sent must name the same address when it is read again.
+        const QByteArray sent = url->toEncoded();
+        if (!isWeb || url->host().isEmpty() || QUrl::fromEncoded(sent, QUrl::StrictMode).toEncoded() != sent)
+            __builtin_trap();
+    }
+    return 0;
+}

@@ -1,0 +1,328 @@
+#include "JsonDocument.h"
+#include "JsonInteger.h"
+
+#include <QTest>
+
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+/** What counts as a JSON document, and what its values are. */
+class JsonDocumentTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aWellFormedDocumentIsTaken_data();
+    void aWellFormedDocumentIsTaken();
+    void aMalformedDocumentIsRefused_data();
+    void aMalformedDocumentIsRefused();
+    void depthIsBoundedAt512();
+    void endlessNestingNeedsNoStack();
+    void aTextIsReadAsWritten_data();
+    void aTextIsReadAsWritten();
+    void halfASurrogatePairIsAlsoReplacedInAKey();
+    void aNumberIsAnIntegerWhenItsTextSaysExactlyOne_data();
+    void aNumberIsAnIntegerWhenItsTextSaysExactlyOne();
+    void theDecimalPointOfTheLocaleIsAPointToo();
+    void ofMembersWithOneKeyTheLastCounts();
+    void membersOfMembersAreNotMembers();
+};
+
+void JsonDocumentTest::aWellFormedDocumentIsTaken_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    const QList<QByteArray> documents{"{}",
+                                      "[]",
+                                      "null",
+                                      "true",
+                                      "false",
+                                      "0",
+                                      "-0",
+                                      "-0.0",
+                                      "1E+2",
+                                      "1e-2",
+                                      "\"\"",
+                                      " \t\r\n{ } \n",
+                                      "[1,2,3]",
+                                      "{\"\":0}",
+                                      "{\"a\":{\"b\":[{}]}}",
+                                      "{\"a\":1,\"a\":2}",
+                                      "\"\\u0000\"",
+                                      "\"\\\"\\\\\\/\\b\\f\\n\\r\\t\"",
+                                      "\"\xF0\x9F\x93\xBC\"",
+                                      "\"\\uD83D\\uDCFC\"",
+                                      "\"\\uD800\"",
+                                      "\"\\uDC00\\uD800\"",
+                                      "\"\x7F\"",
+                                      "\"\xE2\x80\xA8\"",
+                                      "123456789012345678901234567890",
+                                      "0.1e1",
+                                      "1.5",
+                                      "-1",
+                                      "[\"a\",null,true,{}]",
+                                      "\xEF\xBB\xBF{}",
+                                      "\"\xF4\x8F\xBF\xBF\"",
+                                      "\"\xEF\xBF\xBF\"",
+                                      "[-1e-400]"};
+    for (const QByteArray& document : documents)
+        QTest::newRow(document.toPercentEncoding().constData()) << document;
+}
+
+void JsonDocumentTest::aWellFormedDocumentIsTaken()
+{
+    QFETCH(QByteArray, bytes);
+    QVERIFY(JsonDocument::parse(bytes));
+}
+
+void JsonDocumentTest::aMalformedDocumentIsRefused_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    const QList<QByteArray> documents{"",
+                                      " ",
+                                      "{",
+                                      "}",
+                                      "[",
+                                      "]",
+                                      "{]",
+                                      "[}",
+                                      "{\"a\"",
+                                      "{\"a\":",
+                                      "{\"a\":1",
+                                      "{\"a\":1,",
+                                      "{\"a\":1,}",
+                                      "{,}",
+                                      "{1:1}",
+                                      "{a:1}",
+                                      "{'a':1}",
+                                      "{\"a\" 1}",
+                                      "{\"a\":1 \"b\":2}",
+                                      "{\"a\"::1}",
+                                      "{null:1}",
+                                      "[1,]",
+                                      "[,1]",
+                                      "[1 2]",
+                                      "[1,,2]",
+                                      "\"",
+                                      "\"a",
+                                      "a\"",
+                                      "\"\\\"",
+                                      "\"\\x41\"",
+                                      "\"\\u\"",
+                                      "\"\\u12\"",
+                                      "\"\\uD80\"",
+                                      "\"\\uZZZZ\"",
+                                      "\"\\a\"",
+                                      "\"\\uD83D\\\"",
+                                      "\"a\nb\"",
+                                      "\"\x01\"",
+                                      "\"\t\"",
+                                      "nul",
+                                      "NULL",
+                                      "True",
+                                      "nan",
+                                      "NaN",
+                                      "Infinity",
+                                      "-Infinity",
+                                      "-",
+                                      "+1",
+                                      "01",
+                                      "-01",
+                                      "1.",
+                                      ".1",
+                                      "1.e1",
+                                      "1e",
+                                      "1e+",
+                                      "0x10",
+                                      "1_000",
+                                      "--1",
+                                      "1 2",
+                                      "{} {}",
+                                      "{}x",
+                                      "{},",
+                                      "{}]",
+                                      "null null",
+                                      "// no\n{}",
+                                      "{}/* no */",
+                                      "<html><body>404</body></html>",
+                                      "\"\x80\"",
+                                      "\"\xC0\xAF\"",
+                                      "\"\xE0\x80\x80\"",
+                                      "\"\xED\xA0\x80\"",
+                                      "\"\xF4\x90\x80\x80\"",
+                                      "\"\xF8\x88\x80\x80\x80\"",
+                                      "\"\xC3\"",
+                                      "\"\xFF\"",
+                                      "\xFF\xFE{\0}\0",
+                                      "{\"\xFF\":1}",
+                                      "\xC2\xA0{}",
+                                      "\xE2\x81\xA0[]",
+                                      "\v[]",
+                                      "\f[]",
+                                      "1e400",
+                                      QByteArray("{}\0", 3),
+                                      QByteArray("{}\0trailing", 11),
+                                      QByteArray("\0{}", 3),
+                                      QByteArray("\"a\0b\"", 5),
+                                      QByteArray("[1\0]", 4),
+                                      "\\uD800",
+                                      "[\\uD800]",
+                                      "{\"a\":\\uD800}"};
+    for (const QByteArray& document : documents)
+        QTest::newRow(document.toPercentEncoding().constData()) << document;
+}
+
+void JsonDocumentTest::aMalformedDocumentIsRefused()
+{
+    QFETCH(QByteArray, bytes);
+    QVERIFY(!JsonDocument::parse(bytes));
+}
+
+void JsonDocumentTest::depthIsBoundedAt512()
+{
+    const auto nested = [](qsizetype depth) { return QByteArray(depth, '[') + QByteArray(depth, ']'); };
+    QVERIFY(JsonDocument::parse(nested(512)));
+    QVERIFY(!JsonDocument::parse(nested(513)));
+    const auto nestedObjects = [](int depth) {
+        return QByteArray("{\"a\":").repeated(depth - 1) + "{}" + QByteArray("}").repeated(depth - 1);
+    };
+    QVERIFY(JsonDocument::parse(nestedObjects(512)));
+    QVERIFY(!JsonDocument::parse(nestedObjects(513)));
+    QVERIFY(JsonDocument::parse('[' + (nested(511) + ',').repeated(3) + "0]"));
+}
+
+void JsonDocumentTest::endlessNestingNeedsNoStack()
+{
+    QVERIFY(!JsonDocument::parse(QByteArray(10'000'000, '[')));
+    QVERIFY(!JsonDocument::parse(QByteArray("{\"a\":").repeated(1'000'000)));
+}
+
+void JsonDocumentTest::aTextIsReadAsWritten_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("text");
+    const QString half(QChar::ReplacementCharacter);
+    QTest::newRow("empty") << "\"\""_ba << u""_s;
+    QTest::newRow("escapes") << "\"\\\"\\\\\\/\\b\\f\\n\\r\\t\\u00e9\""_ba << u"\"\\/\b\f\n\r\té"_s;
+    QTest::newRow("raw bytes") << "\"\xC3\xA9\xF0\x9F\x93\xBC\""_ba << u"é📼"_s;
+    QTest::newRow("pair") << "\"\\uD83D\\uDCFC\""_ba << u"📼"_s;
+    QTest::newRow("pair in small letters") << "\"\\ud83d\\udcfc\""_ba << u"📼"_s;
+    QTest::newRow("high alone") << "\"a\\uD83Db\""_ba << u"a"_s + half + u"b"_s;
+    QTest::newRow("high at the end") << "\"\\uDBFF\""_ba << half;
+    QTest::newRow("low alone") << "\"\\udc00x\""_ba << half + u"x"_s;
+    QTest::newRow("wrong way round") << "\"\\uDCFC\\uD83D\""_ba << half + half;
+    QTest::newRow("high before a pair") << "\"\\uD83D\\uD83D\\uDCFC\""_ba << half + u"📼"_s;
+    QTest::newRow("high before a letter's escape") << "\"\\uD83D\\u0041\""_ba << half + u"A"_s;
+    QTest::newRow("high before another escape") << "\"\\uD83D\\n\""_ba << half + u"\n"_s;
+    QTest::newRow("not an escape") << "\"\\\\uD83D\""_ba << u"\\uD83D"_s;
+    QTest::newRow("zero") << "\"a\\u0000b\""_ba << QString(u"a\0b"_s);
+    QTest::newRow("byte order mark") << "\"\xEF\xBB\xBF\\uFEFFa\""_ba << u"\uFEFF\uFEFFa"_s;
+    QTest::newRow("not a character") << "\"\\uFFFF\""_ba << QString(QChar(0xFFFF));
+}
+
+void JsonDocumentTest::aTextIsReadAsWritten()
+{
+    QFETCH(QByteArray, bytes);
+    const auto document = JsonDocument::parse(bytes);
+    QVERIFY(document);
+    QTEST(document->root().toString().value_or(u"no text"_s), "text");
+}
+
+void JsonDocumentTest::halfASurrogatePairIsAlsoReplacedInAKey()
+{
+    const auto document = JsonDocument::parse("{\"\\uD83D\":1}");
+    QVERIFY(document);
+    QVERIFY(document->root().member("\xEF\xBF\xBD"));
+}
+
+void JsonDocumentTest::aNumberIsAnIntegerWhenItsTextSaysExactlyOne_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<bool>("isInteger");
+    QTest::addColumn<qint64>("value");
+    const auto integer = [](const char* text, qint64 value) {
+        QTest::newRow(text) << QByteArray(text) << true << value;
+    };
+    const auto fraction = [](const char* text) { QTest::newRow(text) << QByteArray(text) << false << qint64(0); };
+    constexpr qint64 largest = std::numeric_limits<qint64>::max();
+    constexpr qint64 smallest = std::numeric_limits<qint64>::min();
+    integer("0", 0);
+    integer("-0", 0);
+    integer("0.0", 0);
+    integer("-0.0e5", 0);
+    integer("0e999999999999999999999", 0);
+    integer("7", 7);
+    integer("-7", -7);
+    integer("1.0", 1);
+    integer("1e3", 1000);
+    integer("1E+3", 1000);
+    integer("1.5e1", 15);
+    integer("-2.50e1", -25);
+    integer("1200e-2", 12);
+    integer("0.00012e6", 120);
+    integer("9007199254740993", 9007199254740993);
+    integer("9007199254740993.0", 9007199254740993);
+    integer("9223372036854775807", largest);
+    integer("9223372036854775807.0", largest);
+    integer("9.223372036854775807e18", largest);
+    integer("922337203685477580700e-2", largest);
+    integer("-9223372036854775808", smallest);
+    integer("-9223372036854775808.000", smallest);
+    integer("1e18", 1'000'000'000'000'000'000);
+    fraction("1.5");
+    fraction("0.1");
+    fraction("-0.5");
+    fraction("1e-1");
+    fraction("1e-400");
+    fraction("9007199254740992.5");
+    fraction("9223372036854775808");
+    fraction("9223372036854775808.0");
+    fraction("9223372036854775807.5");
+    fraction("-9223372036854775809");
+    fraction("-9223372036854775809.0");
+    fraction("18446744073709551615");
+    fraction("18446744073709551616");
+    fraction("1e19");
+    fraction("1e308");
+    fraction("123456789012345678901234567890");
+}
+
+void JsonDocumentTest::aNumberIsAnIntegerWhenItsTextSaysExactlyOne()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(bool, isInteger);
+    const auto document = JsonDocument::parse(bytes);
+    QVERIFY(document);
+    const auto value = document->root().toInteger();
+    QCOMPARE(value.has_value(), isInteger);
+    QTEST(value.value_or(0), "value");
+    const auto fromText = exactJsonInteger({bytes.constData(), size_t(bytes.size())});
+    QCOMPARE(fromText.has_value(), isInteger);
+    QTEST(fromText.value_or(0), "value");
+}
+
+void JsonDocumentTest::theDecimalPointOfTheLocaleIsAPointToo()
+{
+    QCOMPARE(exactJsonInteger("1,0").value_or(-1), 1);
+    QVERIFY(!exactJsonInteger("1,5"));
+}
+
+void JsonDocumentTest::ofMembersWithOneKeyTheLastCounts()
+{
+    const auto document = JsonDocument::parse(R"({"a":1,"b":2,"a":{"a":4},"a":3})");
+    QVERIFY(document);
+    QCOMPARE(document->root().member("a")->toInteger().value_or(0), 3);
+    QCOMPARE(document->root().count(), 4);
+}
+
+void JsonDocumentTest::membersOfMembersAreNotMembers()
+{
+    const auto document = JsonDocument::parse(R"({"a":{"b":1,"c":[{"b":2}]},"d":3})");
+    QVERIFY(document);
+    QVERIFY(!document->root().member("b"));
+    QCOMPARE(document->root().member("d")->toInteger().value_or(0), 3);
+    QCOMPARE(document->root().member("a")->member("c")->count(), 1);
+}
+
+QTEST_APPLESS_MAIN(JsonDocumentTest)
+#include "JsonDocumentTest.moc"
