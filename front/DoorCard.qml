@@ -1,4 +1,5 @@
 import QtQuick
+import Quillmere.Front
 import Quillmere.Screen
 
 // The common frame of both doors: a button that lifts under the focus.
@@ -11,7 +12,9 @@ FocusScope {
     property string subtitle
     default property alias content: inside.data
 
-    readonly property real padding: 48
+    // Of the sides; the longest fixed line just fits.
+    readonly property real sidePadding: 36
+    readonly property real padding: 54
     readonly property real lift: 1.06
 
     signal selected
@@ -71,6 +74,8 @@ FocusScope {
 
             anchors.fill: parent
             anchors.margins: card.padding
+            anchors.leftMargin: card.sidePadding
+            anchors.rightMargin: card.sidePadding
         }
     }
 }

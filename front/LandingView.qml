@@ -1,5 +1,6 @@
 import QtQuick
 import Quillmere.Catalogue
+import Quillmere.Front
 import Quillmere.Screen
 
 // The front screen: the station's name and its two doors.

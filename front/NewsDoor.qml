@@ -1,4 +1,5 @@
 import QtQuick
+import Quillmere.Front
 
 // The door to the live channel.
 DoorCard {

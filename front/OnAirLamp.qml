@@ -1,4 +1,5 @@
 import QtQuick
+import Quillmere.Front
 
 // The on-air lamp and its words. Only a live one that can be seen pulses; it repaints nothing but its glow.
 Row {

@@ -1,4 +1,5 @@
 import QtQuick
+import Quillmere.Front
 
 // A small caption of the station's, in capitals.
 Item {

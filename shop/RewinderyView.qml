@@ -5,6 +5,7 @@ import Quillmere.Catalogue
 import Quillmere.Front
 import Quillmere.Hub
 import Quillmere.Screen
+import Quillmere.Shop
 
 // Scaffolding: the shop as one plain list, to be taken away together with TapeList once its shelves are built.
 FocusScope {

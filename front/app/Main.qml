@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Quillmere.App
 import Quillmere.Front
 import Quillmere.Playback
 import Quillmere.Screen

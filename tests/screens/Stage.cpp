@@ -1,6 +1,8 @@
 #include "Stage.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QKeyEvent>
 #include <QQmlComponent>
 #include <QTest>
 
@@ -44,10 +46,11 @@ QQuickItem* Stage::put(const QString& qml, const QVariantMap& properties)
 {
     QQmlComponent component(&m_engine);
     component.setData("import QtQuick\nimport Quillmere.Front\nimport Quillmere.Screen\n" + qml.toUtf8(), QUrl());
+    if (!QTest::qWaitFor([&] { return component.isReady(); }))
+        qFatal("%s", qPrintable(component.errorString()));
     m_item.reset(qobject_cast<QQuickItem*>(component.createWithInitialProperties(properties)));
     if (!m_item) {
-        QTest::qFail(qPrintable(component.errorString()), __FILE__, __LINE__);
-        return nullptr;
+        qFatal("%s", qPrintable(component.errorString()));
     }
     m_item->setParentItem(m_window->contentItem());
     m_window->show();
@@ -66,7 +69,10 @@ QImage Stage::picture()
 
 void Stage::press(int key)
 {
-    QTest::keyClick(m_window.get(), Qt::Key(key));
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_window.get(), &event);
+    }
 }
 
 void Stage::settle()

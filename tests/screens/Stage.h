@@ -14,7 +14,7 @@ public:
     explicit Stage(QSize size = {1920, 1080});
     ~Stage();
 
-    /** Makes the QML document's item and shows it; the imports are written already. Fails the test when it does not load. */
+    /** Makes the QML document's item and shows it; the imports are written already. Ends the test when it does not load. */
     QQuickItem* put(const QString& qml, const QVariantMap& properties = {});
 
     QQuickWindow& window() { return *m_window; }
