@@ -1,0 +1,188 @@
+#include "OrdinaryTapes.h"
+
+#include "Dice.h"
+
+#include <chrono>
+#include <cstdio>
+
+namespace demo {
+
+namespace {
+
+constexpr std::int64_t newestId = 7240;
+constexpr std::size_t longestTranscriptWords = 60000;
+constexpr std::size_t longestTranscriptAt = 5; // the sixth tape of the list
+
+struct Genre
+{
+    const char* kind;
+    std::array<Body, 3> bodies; // one a market
+    const char* fixedTitle;     // part of every title, or empty
+};
+
+// One row a shelf. No other row's keywords may occur in a row's names: they decide the shelf.
+const std::array<Genre, 8> genres = {{
+    {"council",
+     {{{"city-council", "City Council", ""},
+       {"town-council", "Town Council", ""},
+       {"village-council", "Village Council", ""}}},
+     ""},
+    {"commission",
+     {{{"planning-commission", "Planning Commission", ""},
+       {"zoning-appeals", "Zoning Appeals", ""},
+       {"planning-commission", "Planning Commission", ""}}},
+     ""},
+    {"board",
+     {{{"school-board", "School Board", ""},
+       {"ferry-board", "Ferry Board", ""},
+       {"board-of-trustees", "Board of Trustees", ""}}},
+     ""},
+    {"commission",
+     {{{"harbor-commission", "Harbor Commission", ""},
+       {"shellfish-commission", "Shellfish Commission", ""},
+       {"water-commission", "Water Commission", ""}}},
+     ""},
+    {"committee",
+     {{{"budget-committee", "Budget Committee", ""},
+       {"finance-committee", "Finance Committee", ""},
+       {"budget-committee", "Budget Committee", ""}}},
+     ""},
+    {"committee",
+     {{{"library-committee", "Library Committee", ""},
+       {"parks-committee", "Parks Committee", ""},
+       {"railroad-committee", "Railroad Committee", ""}}},
+     ""},
+    {"council",
+     {{{"city-council", "City Council", ""},
+       {"town-council", "Town Council", ""},
+       {"village-council", "Village Council", ""}}},
+     "Work Session"},
+    {"assembly",
+     {{{"town-assembly", "Town Assembly", ""},
+       {"citizens-forum", "Citizens' Forum", ""},
+       {"water-users-assembly", "Water Users' Assembly", ""}}},
+     ""},
+}};
+
+const std::array<const char*, 20> topics = {"The Fog Horn",
+                                            "Mill Creek Footbridge",
+                                            "Ferry Fares",
+                                            "The Library Roof",
+                                            "Salt for the Winter",
+                                            "Night Trains",
+                                            "The Pie Fair",
+                                            "Street Trees",
+                                            "Beavers at the Weir",
+                                            "Parking on Ferry Street",
+                                            "The Clock Tower",
+                                            "Short-Term Rentals",
+                                            "Bees in the Bell Tower",
+                                            "The Old Cannery",
+                                            "Storm Drains",
+                                            "Bus Route 9",
+                                            "The Skating Pond",
+                                            "Noise after Ten",
+                                            "Well No. 4",
+                                            "Names for the New Bridge"};
+
+const std::array<const char*, 6> halls = {"Council Chamber, Town Hall", "Grange Hall, 12 Ferry Street",
+                                          "Library, upper floor",       "Fire Station No. 2",
+                                          "School gymnasium",           "Net Loft, North Mole"};
+
+const std::array<const char*, 7> papers = {
+    "Minutes of the last meeting", "Staff report",    "Map of the site",  "Letters received",
+    "Engineer's survey",           "Draft ordinance", "Treasurer's table"};
+
+std::string titleFor(const Genre& genre, const std::string& bodyName, Dice& dice)
+{
+    const std::string topic = dice.oneOf(topics);
+    if (*genre.fixedTitle) {
+        return dice.below(2) ? bodyName + " " + genre.fixedTitle + " - " + topic
+                             : bodyName + " — " + genre.fixedTitle + ": " + topic;
+    }
+    switch (dice.below(6)) {
+    case 0:
+        return bodyName + " Regular Meeting";
+    case 1:
+        return bodyName + " - " + topic;
+    case 2:
+        return bodyName + ": Special Meeting on " + topic;
+    case 3:
+        return bodyName + " – Public Hearing, " + topic;
+    case 4:
+        return bodyName + " — " + topic;
+    default:
+        return bodyName + " - Regular Meeting, " + topic;
+    }
+}
+
+/// The date of the `index`th of `count` tapes: from the middle of 2026 evenly back to the beginning of 2019.
+std::string dateFor(std::size_t index, std::size_t count, Dice& dice)
+{
+    using namespace std::chrono;
+    const sys_days newest = 2026y / June / 24;
+    const sys_days oldest = 2019y / January / 15;
+    const auto span = static_cast<std::size_t>((newest - oldest).count());
+    const std::size_t step = span / count;
+    const year_month_day day{newest - days{static_cast<int>(index * step + dice.below(step))}};
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "%04d-%02u-%02u", static_cast<int>(day.year()),
+                  static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()));
+    return text.data();
+}
+
+std::vector<Document> documentsFor(bool hasAgenda, Dice& dice)
+{
+    std::vector<Document> documents;
+    if (hasAgenda) {
+        documents.push_back({"agenda", "Agenda packet"});
+    }
+    const std::size_t more = dice.below(6);
+    const std::size_t first = dice.below(papers.size());
+    for (std::size_t i = 0; i < more; ++i) {
+        documents.push_back({"exhibit", papers[(first + i) % papers.size()]});
+    }
+    return documents;
+}
+
+SampleTape ordinaryTape(const std::array<Market, 3>& markets, std::size_t index, std::size_t count)
+{
+    Dice dice(20190115 + index);
+    SampleTape tape;
+    const Genre& genre = genres[index % genres.size()];
+    const std::size_t town = index % markets.size();
+    tape.id = newestId - static_cast<std::int64_t>(index);
+    tape.market = &markets[town];
+    tape.body = Body{markets[town].slug + "-" + genre.bodies[town].slug, genre.bodies[town].name, genre.kind};
+    tape.title = titleFor(genre, tape.body->name, dice);
+    tape.date = dateFor(index, count, dice);
+    tape.recording = recordingNames[(index + index / genres.size()) % recordingNames.size()];
+    tape.stream = recordingPath(tape.recording);
+    tape.sizeBytes = static_cast<std::int64_t>(80'000'000 + dice.below(3'400'000'000));
+    tape.hasAgenda = dice.below(3) > 0;
+    tape.location = dice.oneOf(halls);
+    tape.documents = documentsFor(tape.hasAgenda, dice);
+    if (index < genres.size() || dice.below(6) > 0) {
+        tape.transcript = TranscriptState::Archived;
+        tape.transcriptWords = index == longestTranscriptAt ? longestTranscriptWords : 3000 + dice.below(6000);
+    }
+    return tape;
+}
+
+} // namespace
+
+std::string recordingPath(const std::string& recording)
+{
+    return "/recordings/" + recording + "/index.m3u8";
+}
+
+std::vector<SampleTape> ordinaryTapes(const std::array<Market, 3>& markets, std::size_t count)
+{
+    std::vector<SampleTape> tapes;
+    for (std::size_t i = 0; i < count; ++i) {
+        tapes.push_back(ordinaryTape(markets, i, count));
+    }
+    return tapes;
+}
+
+} // namespace demo

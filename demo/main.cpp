@@ -1,0 +1,97 @@
+// The sample hub: a real HTTPS hub of made-up towns, for demonstrations and tests, on loopback only.
+
+#include "ControlServer.h"
+#include "Options.h"
+#include "PublicServer.h"
+
+#include <arpa/inet.h>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <memory>
+#include <netinet/in.h>
+#include <stdexcept>
+#include <string>
+#include <sys/socket.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+using namespace demo;
+
+/// Whether this machine has ::1 at all.
+bool hasLoopback6()
+{
+    const int socket = ::socket(AF_INET6, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (socket < 0) {
+        return false;
+    }
+    sockaddr_in6 address{};
+    address.sin6_family = AF_INET6;
+    address.sin6_addr = in6addr_loopback;
+    const bool has = bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0;
+    close(socket);
+    return has;
+}
+
+void wantPort(bool bound, int port, const std::string& address)
+{
+    if (!bound) {
+        throw std::runtime_error("the port " + std::to_string(port) + " of " + address + " is taken.");
+    }
+}
+
+/// Serves until SIGINT or SIGTERM.
+void serve(const Options& options, const sigset_t& ending)
+{
+    Hub hub(options.port, options.recordings);
+    Faults faults;
+    RequestLog log;
+    std::vector<std::unique_ptr<PublicServer>> servers;
+    std::vector<std::string> addresses = {"127.0.0.1"};
+    if (hasLoopback6()) {
+        addresses.emplace_back("::1");
+    }
+    for (const std::string& address : addresses) {
+        auto& server =
+            servers.emplace_back(std::make_unique<PublicServer>(hub, faults, log, options.certificate, options.key));
+        if (!server->isValid()) {
+            throw std::runtime_error("the certificate " + options.certificate + " and its key are not usable.");
+        }
+        wantPort(server->bind(address, options.port), options.port, address);
+    }
+    ControlServer control(hub, faults, log);
+    wantPort(control.bind(options.controlPort), options.controlPort, "127.0.0.1");
+
+    for (const auto& server : servers) {
+        std::thread([&server] { server->run(); }).detach();
+    }
+    std::thread([&control] { control.run(); }).detach();
+    std::printf("ready https://localhost:%d control http://127.0.0.1:%d\n", options.port, options.controlPort);
+    std::fflush(stdout);
+
+    int signal = 0;
+    sigwait(&ending, &signal);
+    // The process keeps nothing, so its end need not wait for idle connections and held requests.
+    std::_Exit(EXIT_SUCCESS);
+}
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    sigset_t ending;
+    sigemptyset(&ending);
+    sigaddset(&ending, SIGINT);
+    sigaddset(&ending, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &ending, nullptr); // before any thread: all inherit it
+    try {
+        serve(Options::from(count, arguments), ending);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "sample-hub: %s\n", failure.what());
+    }
+    return EXIT_FAILURE;
+}
