@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Mailbox.h"
+#include "Messenger.h"
 
 #include <QImage>
 #include <QSize>
@@ -8,7 +8,7 @@
 #include <functional>
 
 /** Called on the screen thread when there is a new picture; whoever holds the other end goes when it likes. */
-using PictureListener = Mailbox<std::function<void()>>;
+using PictureListener = Messenger<std::function<void()>>;
 
 /**
  * Draws the pictures of an engine into memory, on a thread of its own. Screen thread only; the item on screen owns it.

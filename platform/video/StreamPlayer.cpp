@@ -63,7 +63,7 @@ QCoro::Task<> StreamPlayer::openEngine()
     if (token.isCancelled())
         co_return;
     if (plugin)
-        m_starting = (*plugin)->makeEngine(m_options, Mailbox<VideoEngineListener>(m_listener));
+        m_starting = (*plugin)->makeEngine(m_options, Messenger<VideoEngineListener>(m_listener));
     else
         engineFailed({VideoFailure::Cause::NoPlugin, 0, plugin.error()});
 }

@@ -15,7 +15,7 @@ public:
 
     /** Starts an engine; it reports `engineReady` or `engineFailed` later. */
     virtual std::shared_ptr<VideoEngine> makeEngine(const VideoOptions& options,
-                                                    const Mailbox<VideoEngineListener>& listener) = 0;
+                                                    const Messenger<VideoEngineListener>& listener) = 0;
 
     /** Waits for engines that were let go of and have not ended yet; false when some still run after `limit`. */
     virtual bool waitForEngines(std::chrono::milliseconds limit) = 0;

@@ -26,6 +26,8 @@ private Q_SLOTS:
     void aPlaylistReachesNoLocalFile_data();
     void aPlaylistReachesNoLocalFile();
     void aSecurePlaylistReachesNoPlainAddress();
+    void aSecureAddressIsNotSentOnToAPlainOne_data();
+    void aSecureAddressIsNotSentOnToAPlainOne();
     void whatIsNoStreamFails_data();
     void whatIsNoStreamFails();
     void anAddressOfAnotherKindFailsAtOnce_data();
@@ -209,6 +211,29 @@ void VideoStreamTest::aSecurePlaylistReachesNoPlainAddress()
     QVERIFY(stage.isExposed());
     stage.player->load(m_server->url(u"/plain.m3u8"_s));
     QTRY_COMPARE_WITH_TIMEOUT(stage.failures.count(), 1, 30'000);
+    QVERIFY(!plain.hasPendingConnections());
+}
+
+void VideoStreamTest::aSecureAddressIsNotSentOnToAPlainOne_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::newRow("playlist") << u"/away.m3u8"_s;
+    QTest::newRow("segment") << u"/segment-away.m3u8"_s;
+}
+
+void VideoStreamTest::aSecureAddressIsNotSentOnToAPlainOne()
+{
+    QFETCH(const QString, path);
+    QTcpServer plain;
+    QVERIFY(plain.listen(QHostAddress::LocalHost));
+    const QByteArray elsewhere = "Location: http://localhost:" + QByteArray::number(plain.serverPort()) + "/index.m3u8";
+    m_server->answer(u"/away.m3u8"_s, 302, elsewhere);
+    m_server->put(u"/segment-away.m3u8"_s, playlistOf("away.m3u8"));
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    stage.player->load(m_server->url(path));
+    QTRY_VERIFY_WITH_TIMEOUT(stage.player->state() == VideoPlayer::State::Failed || plain.hasPendingConnections(), 30'000);
+    QEXPECT_FAIL("", "libavformat 5.1 follows such a redirect and has no option against it", Continue);
     QVERIFY(!plain.hasPendingConnections());
 }
 

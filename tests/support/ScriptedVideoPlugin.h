@@ -16,7 +16,7 @@ public:
         double startAt;
     };
 
-    explicit ScriptedVideoEngine(Mailbox<VideoEngineListener> reportTo) : listener(std::move(reportTo)) {}
+    explicit ScriptedVideoEngine(Messenger<VideoEngineListener> reportTo) : listener(std::move(reportTo)) {}
 
     void load(int load, const QUrl& url, double startAt) override { loads.append({load, url, startAt}); }
     void setPaused(bool paused) override { pauses.append(paused); }
@@ -31,7 +31,7 @@ public:
         listener.post(std::move(report));
     }
 
-    Mailbox<VideoEngineListener> listener;
+    Messenger<VideoEngineListener> listener;
     QList<Load> loads;
     QList<bool> pauses;
     int stops = 0;
@@ -41,7 +41,7 @@ public:
 class ScriptedVideoPlugin : public VideoPlugin
 {
 public:
-    std::shared_ptr<VideoEngine> makeEngine(const VideoOptions&, const Mailbox<VideoEngineListener>& listener) override
+    std::shared_ptr<VideoEngine> makeEngine(const VideoOptions&, const Messenger<VideoEngineListener>& listener) override
     {
         auto engine = std::make_shared<ScriptedVideoEngine>(listener);
         latest = engine;

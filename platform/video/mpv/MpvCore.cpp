@@ -48,7 +48,7 @@ enum Property : uint64_t { Position = 1, Duration, Waiting };
 
 }
 
-std::shared_ptr<MpvCore> MpvCore::start(const VideoOptions& options, const Mailbox<VideoEngineListener>& listener)
+std::shared_ptr<MpvCore> MpvCore::start(const VideoOptions& options, const Messenger<VideoEngineListener>& listener)
 {
     auto core = std::make_shared<MpvCore>(options, listener);
     enter(core.get());
@@ -65,7 +65,7 @@ bool MpvCore::waitForAll(std::chrono::milliseconds limit)
     return running().changed.wait_for(lock, limit, [] { return running().cores.empty(); });
 }
 
-MpvCore::MpvCore(VideoOptions options, const Mailbox<VideoEngineListener>& listener)
+MpvCore::MpvCore(VideoOptions options, const Messenger<VideoEngineListener>& listener)
     : m_options(std::move(options)), m_listener(listener)
 {
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "LoadLog.h"
-#include "Mailbox.h"
+#include "Messenger.h"
 #include "VideoEngine.h"
 #include "VideoOptions.h"
 
@@ -21,12 +21,12 @@ class MpvCore
 public:
     using Task = std::function<void(MpvCore&)>;
 
-    static std::shared_ptr<MpvCore> start(const VideoOptions& options, const Mailbox<VideoEngineListener>& listener);
+    static std::shared_ptr<MpvCore> start(const VideoOptions& options, const Messenger<VideoEngineListener>& listener);
 
     /** Any thread; waits until every core has ended, or `limit` has passed and the answer is false. */
     static bool waitForAll(std::chrono::milliseconds limit);
 
-    MpvCore(VideoOptions options, const Mailbox<VideoEngineListener>& listener);
+    MpvCore(VideoOptions options, const Messenger<VideoEngineListener>& listener);
 
     /** Any thread; tasks run on the core's thread, in order, until `end`. */
     void post(Task task);
@@ -34,7 +34,7 @@ public:
     /** Any thread; after this no render context may be left. */
     void end();
 
-    const Mailbox<VideoEngineListener>& listener() const { return m_listener; }
+    const Messenger<VideoEngineListener>& listener() const { return m_listener; }
 
     /** Set from `engineReady` until `end`. For render contexts alone. */
     mpv_handle* handle() const { return m_mpv; }
@@ -60,7 +60,7 @@ private:
     void setOption(const char* name, const char* value);
 
     const VideoOptions m_options;
-    const Mailbox<VideoEngineListener> m_listener;
+    const Messenger<VideoEngineListener> m_listener;
 
     std::mutex m_mutex; ///< guards the three below
     std::vector<Task> m_tasks;

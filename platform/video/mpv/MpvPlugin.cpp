@@ -4,7 +4,7 @@
 #include "MpvEngine.h"
 
 std::shared_ptr<VideoEngine> MpvPlugin::makeEngine(const VideoOptions& options,
-                                                   const Mailbox<VideoEngineListener>& listener)
+                                                   const Messenger<VideoEngineListener>& listener)
 {
     return std::make_shared<MpvEngine>(MpvCore::start(options, listener));
 }

@@ -13,6 +13,6 @@ class MpvPlugin : public QObject, public VideoPlugin
 
 public:
     std::shared_ptr<VideoEngine> makeEngine(const VideoOptions& options,
-                                            const Mailbox<VideoEngineListener>& listener) override;
+                                            const Messenger<VideoEngineListener>& listener) override;
     bool waitForEngines(std::chrono::milliseconds limit) override;
 };

@@ -10,10 +10,10 @@
  * The receiver's owner holds it by a shared pointer: what arrives after that has gone is dropped.
  */
 template<typename Receiver>
-class Mailbox
+class Messenger
 {
 public:
-    explicit Mailbox(const std::shared_ptr<Receiver>& receiver) : m_receiver(receiver) {}
+    explicit Messenger(const std::shared_ptr<Receiver>& receiver) : m_receiver(receiver) {}
 
     template<typename Letter>
     void post(Letter letter) const
