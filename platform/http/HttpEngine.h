@@ -2,6 +2,7 @@
 
 #include "Connectivity.h"
 #include "HttpExchange.h"
+#include "Mailbox.h"
 
 #include <memory>
 #include <unordered_map>
@@ -11,10 +12,8 @@
  * certificates and the TLS library costs nobody else, and runs the exchanges. Made on the screen thread, then moved
  * to the network thread, which deletes it.
  */
-class HttpEngine : public QObject
+class HttpEngine : public Mailbox
 {
-    Q_OBJECT
-
 public:
     using Answer = std::function<void(quint64 id, HttpResult result)>;
 

@@ -26,8 +26,7 @@ HttpResult unknownScheme(const QUrl& url)
 QtHttpClient::QtHttpClient(QByteArray extraCertificates, std::unique_ptr<Connectivity> connectivity)
 {
     const auto answer = [this](Id id, HttpResult result) {
-        QMetaObject::invokeMethod(
-            &m_receiver, [this, id, result = std::move(result)] { resolve(id, result); }, Qt::QueuedConnection);
+        m_receiver.post([this, id, result = std::move(result)] { resolve(id, result); });
     };
     m_engine = new HttpEngine(std::move(extraCertificates), std::move(connectivity), answer);
     m_engine->moveToThread(&m_thread);
@@ -71,16 +70,13 @@ void QtHttpClient::send(Id id, const HttpRequest& request)
     if (!m_thread.isRunning())
         m_thread.start();
     const QDeadlineTimer overall(request.overallLimit);
-    QMetaObject::invokeMethod(
-        m_engine, [engine = m_engine, id, request, overall] { engine->start(id, request, overall); },
-        Qt::QueuedConnection);
+    m_engine->post([engine = m_engine, id, request, overall] { engine->start(id, request, overall); });
 }
 
 void QtHttpClient::cancel(Id id)
 {
     if (!m_isClosing)
-        QMetaObject::invokeMethod(
-            m_engine, [engine = m_engine, id] { engine->abort(id); }, Qt::QueuedConnection);
+        m_engine->post([engine = m_engine, id] { engine->abort(id); });
     resolve(id, cancelled());
 }
 

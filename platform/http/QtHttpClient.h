@@ -3,6 +3,7 @@
 #include "Completion.h"
 #include "Connectivity.h"
 #include "HttpClient.h"
+#include "Mailbox.h"
 
 #include <QHash>
 #include <QThread>
@@ -37,7 +38,7 @@ private:
     void cancel(Id id);
     void resolve(Id id, HttpResult result);
 
-    QObject m_receiver;             ///< where the network thread posts its answers
+    Mailbox m_receiver;             ///< where the network thread posts its answers
     HttpEngine* m_engine = nullptr; ///< lives on m_thread, which deletes it
     QHash<Id, Completion<HttpResult>> m_waiting;
     Id m_nextId = 0;
