@@ -126,9 +126,11 @@ private Q_SLOTS:
     {
         StoreOnScript stage;
         stage->setMarket(springfield);
+        const Announcements announcements(*stage.store);
         stage.store.reset();
         QVERIFY(stage.http.wasCancelled(0));
         stage.settle();
+        QVERIFY(announcements.heard.isEmpty());
     }
 
     void theStockIsThatOfTheMarket_data()

@@ -233,10 +233,12 @@ private Q_SLOTS:
         if (isLastAnswered)
             stage.http.answer(last, 200,
                               isStatusAnswered ? StoreOnScript::pageOf({u"Zoning"_s}) : StoreOnScript::statusOf(1));
+        const Announcements announcements(*stage.store);
         stage.store.reset();
         QCOMPARE(stage.http.wasCancelled(last), !isLastAnswered);
         stage.settle();
         QVERIFY(task.isReady());
+        QVERIFY(announcements.heard.isEmpty());
         QCOMPARE(stage.http.count(), last + 2);
     }
 };
