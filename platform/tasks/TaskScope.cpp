@@ -1,5 +1,7 @@
 #include "TaskScope.h"
 
+#include <utility>
+
 TaskScope::TaskScope()
 {
     m_token.m_state = std::make_shared<CancelToken::State>();

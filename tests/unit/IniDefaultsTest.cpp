@@ -28,7 +28,7 @@ void fill(const QString& path, const QByteArray& bytes)
 
 } // namespace
 
-class TestIniDefaults : public QObject
+class IniDefaultsTest : public QObject
 {
     Q_OBJECT
 
@@ -266,5 +266,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(TestIniDefaults)
-#include "test_ini_defaults.moc"
+QTEST_GUILESS_MAIN(IniDefaultsTest)
+#include "IniDefaultsTest.moc"

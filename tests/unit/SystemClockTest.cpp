@@ -5,7 +5,7 @@
 
 using namespace std::chrono_literals;
 
-class TestSystemClock : public QObject
+class SystemClockTest : public QObject
 {
     Q_OBJECT
 
@@ -83,5 +83,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(TestSystemClock)
-#include "test_system_clock.moc"
+QTEST_GUILESS_MAIN(SystemClockTest)
+#include "SystemClockTest.moc"

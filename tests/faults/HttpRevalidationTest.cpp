@@ -7,7 +7,7 @@
 
 using namespace Qt::StringLiterals;
 
-class TestHttpRevalidation : public QObject
+class HttpRevalidationTest : public QObject
 {
     Q_OBJECT
 
@@ -217,5 +217,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(TestHttpRevalidation)
-#include "test_http_revalidation.moc"
+QTEST_GUILESS_MAIN(HttpRevalidationTest)
+#include "HttpRevalidationTest.moc"

@@ -20,7 +20,7 @@ QCoro::Task<> wait(Completion<int> completion, CancelToken token, std::shared_pt
 
 } // namespace
 
-class TestTasks : public QObject
+class TasksTest : public QObject
 {
     Q_OBJECT
 
@@ -207,5 +207,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(TestTasks)
-#include "test_tasks.moc"
+QTEST_GUILESS_MAIN(TasksTest)
+#include "TasksTest.moc"
