@@ -70,13 +70,12 @@ void Store::setLastError(std::optional<QString> lastError)
     Q_EMIT lastErrorChanged();
 }
 
-void Store::setMarket(const QString& market)
+void Store::setMarket(QString market)
 {
     if (market == m_market)
         return;
-    const QString chosen = market; // the argument may be a part of what an observer changes
     Q_EMIT objectWillChange();
-    m_market = chosen;
+    m_market = std::move(market);
     Q_EMIT marketChanged();
     loadTapes();
 }

@@ -58,7 +58,7 @@ public:
 
     /** The slug of the chosen market, empty for all. Another value starts `loadTapes()`; the old tapes stay meanwhile. */
     const QString& market() const { return m_market; }
-    void setMarket(const QString& market);
+    void setMarket(QString market);
 
     /** Where resume positions live: seconds under "resume.tape." and the tape's id. */
     Defaults& resumeDefaults() const { return m_resumeDefaults; }
