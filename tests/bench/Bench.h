@@ -28,7 +28,7 @@ QList<Figure> measureIdle(LivingRoom& room, const Effort& effort);
  */
 QList<Figure> measurePlaying(LivingRoom& room, const QString& firstTape, const Effort& effort);
 
-/** What the benchmarks of the libraries say of themselves; those whose name has "yardstick" in it are yardsticks. */
+/** What the libraries' own benchmark programs measure, each beside the yardstick in the same program. */
 QList<Figure> measureLibraries(const QStringList& programs, const Effort& effort);
 
 /** An empty full-screen window on the software path; answers at once. */

@@ -63,11 +63,9 @@ void parseAPageOf200(benchmark::State& state)
     state.SetBytesProcessed(state.iterations() * bytes.size());
 }
 
-constexpr int repetitions = 9;
-
 } // namespace
 
-BENCHMARK(decodeAPageOf200)->Repetitions(repetitions)->ReportAggregatesOnly()->Unit(benchmark::kMicrosecond);
-BENCHMARK(parseAPageOf200)->Repetitions(repetitions)->ReportAggregatesOnly()->Unit(benchmark::kMicrosecond);
+BENCHMARK(decodeAPageOf200)->Unit(benchmark::kMicrosecond);
+BENCHMARK(parseAPageOf200)->Unit(benchmark::kMicrosecond);
 
 BENCHMARK_MAIN();

@@ -14,9 +14,9 @@ namespace tour {
 namespace {
 
 const QString sheetName = u"contact-sheet.png"_s;
-constexpr int columns = 4;
-constexpr QSize cell(480, 270); // pixels of one picture
-constexpr int caption = 34;     // pixels
+constexpr int columns = 6;
+constexpr QSize cell(384, 216); // pixels of one picture
+constexpr int caption = 28;     // pixels
 constexpr int gap = 12;
 
 void save(const QImage& picture, const QString& file)
@@ -63,8 +63,9 @@ void Album::add(const QString& name, const QImage& picture)
     save(picture, m_folder + u'/' + file);
 }
 
-void makeContactSheet(const QString& folder)
+void makeContactSheet(const QString& of)
 {
+    const QString folder = QDir(of).absolutePath();
     const QStringList files = picturesBelow(folder);
     const int rows = int(files.size() + columns - 1) / columns;
     QImage sheet(gap + columns * (cell.width() + gap), gap + rows * (cell.height() + caption + gap),
@@ -73,7 +74,7 @@ void makeContactSheet(const QString& folder)
     QPainter painter(&sheet);
     painter.setPen(Qt::white);
     QFont font = painter.font();
-    font.setPixelSize(20);
+    font.setPixelSize(17);
     painter.setFont(font);
     for (int i = 0; i < files.size(); ++i) {
         const QPoint corner(gap + (i % columns) * (cell.width() + gap),

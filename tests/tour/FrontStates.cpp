@@ -102,11 +102,11 @@ QList<State> inTrouble()
 {
     return {
         {u"front, the hub answers 503"_s,
-         {calm(), fault(status, u"error"_s, {{u"status"_s, 503}}), press(u"play/pause"_s)},
+         {calm(), fault(u"/api/tv"_s, u"error"_s, {{u"status"_s, 503}}), press(u"play/pause"_s)},
          {reads(area::statusLine, u"The hub answered 503."_s),
           shows(u"the line is red"_s, area::statusLine, onAirRed, 0.002)}},
         {u"front, the hub sends nonsense"_s,
-         {calm(), fault(status, u"garbage"_s), press(u"play/pause"_s)},
+         {calm(), fault(u"/api/tv"_s, u"garbage"_s), press(u"play/pause"_s)},
          {reads(area::statusLine, u"The hub sent something this app couldn't read."_s),
           shows(u"the line is red"_s, area::statusLine, onAirRed, 0.002)}},
         {u"front, the hub refuses"_s,

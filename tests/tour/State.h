@@ -15,6 +15,7 @@ struct Stage
 {
     SampleHub hub;
     LivingRoom room;
+    QString log; ///< file of what the program and its libraries complain of
     QMap<QString, QImage> pictures;
     int place = 0; ///< tapes before the one with the focus in the shop's list
 };

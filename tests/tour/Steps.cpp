@@ -9,7 +9,7 @@ namespace tour {
 
 Step switchOn()
 {
-    return [](Stage& stage) { stage.room.switchOn(); };
+    return [](Stage& stage) { stage.room.switchOn(stage.log); };
 }
 
 Step press(const QString& button, int times)

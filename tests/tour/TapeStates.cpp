@@ -9,10 +9,12 @@ namespace tour {
 
 namespace {
 
+constexpr QRectF message(300, 400, 1320, 280); // in the middle of a black screen
+
 Sight standsStill()
 {
-    return {u"nothing moves for a second"_s,
-            [](Stage& stage, const QImage&) { return stage.room.screen().waitUntilSettled(1s, 1500ms).has_value(); }};
+    return {u"nothing moves"_s,
+            [](Stage& stage, const QImage&) { return stage.room.screen().waitUntilSettled(700ms, 1s).has_value(); }};
 }
 
 Sight hasEnded()
@@ -38,11 +40,11 @@ QList<State> inTrouble()
     return {
         {u"tape, no copy"_s,
          {walkTo(u"Never Copied"_s), press(u"select"_s)},
-         {reads(area::everything, u"This tape has no playable copy on the shelf."_s)}},
+         {reads(message, u"This tape has no playable copy on the shelf."_s)}},
         {u"list, back at the tape without a copy"_s, {press(u"back"_s)}, {focusReads(u"Never Copied"_s)}},
         {u"tape, stream not found"_s,
          {walkTo(u"Lost in the Flood"_s), press(u"select"_s)},
-         {reads(area::everything, u"The tape wouldn't play. It may still be being archived."_s)}},
+         {reads(message, u"The tape wouldn't play. It may still be being archived."_s)}},
         {u"list, back at the lost tape"_s, {press(u"back"_s)}, {focusReads(u"Lost in the Flood"_s)}},
         {u"front, back from the shop"_s,
          {press(u"back"_s)},
@@ -53,7 +55,7 @@ QList<State> inTrouble()
          {reads(area::statusLine, u"The hub answered 500."_s)}},
         {u"list, empty"_s,
          {press(u"right"_s), press(u"select"_s)},
-         {hasNoRows(), readsNot(area::everything, u"REWINDERY"_s)}},
+         {hasNoRows(), readsNot(area::rightDoor, u"REWINDERY"_s)}},
         {u"front, back from the empty shop"_s, {press(u"back"_s)}, {reads(area::rightDoor, u"REWINDERY"_s)}},
     };
 }

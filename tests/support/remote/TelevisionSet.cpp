@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-TelevisionSet::TelevisionSet() : m_process(QStringLiteral(QUILLMERE_TV), {}, environment(), u"/dev/stderr"_s) {}
+TelevisionSet::TelevisionSet(const QString& log) : m_process(QStringLiteral(QUILLMERE_TV), {}, environment(), log) {}
 
 QProcessEnvironment TelevisionSet::environment() const
 {

@@ -8,8 +8,8 @@
 class TelevisionSet
 {
 public:
-    /** Starts it on the display that DISPLAY names. */
-    TelevisionSet();
+    /** Starts it on the display that DISPLAY names; what it and its libraries complain of is appended to `log`. */
+    explicit TelevisionSet(const QString& log = QStringLiteral("/dev/stderr"));
 
     ChildProcess& process() { return m_process; }
 

@@ -2,8 +2,6 @@
 
 #include "Picture.h"
 
-#include <QList>
-
 #include <stdexcept>
 
 #include <tesseract/baseapi.h>
@@ -92,6 +90,19 @@ TextReader::~TextReader()
 }
 
 QString TextReader::read(const QImage& picture, const QRectF& points)
+{
+    if (m_lastPicture != picture.cacheKey())
+        m_lastRead.clear();
+    m_lastPicture = picture.cacheKey();
+    for (const auto& [area, text] : m_lastRead) {
+        if (area == points)
+            return text;
+    }
+    m_lastRead.append({points, readAfresh(picture, points)});
+    return m_lastRead.last().second;
+}
+
+QString TextReader::readAfresh(const QImage& picture, const QRectF& points)
 {
     const QImage text = prepared(picture, points);
     m_engine->api.SetImage(text.constBits(), text.width(), text.height(), 1, int(text.bytesPerLine()));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QList>
 #include <QRectF>
 #include <QString>
 
@@ -14,7 +15,10 @@ public:
     TextReader();
     ~TextReader();
 
-    /** The text of an area (points of the 1920 x 1080 canvas), lines parted by line breaks. */
+    /**
+     * The text of an area (points of the 1920 x 1080 canvas), lines parted by line breaks. What was read of the last
+     * picture is remembered, as reading takes a fraction of a second.
+     */
     QString read(const QImage& picture, const QRectF& points);
 
     /**
@@ -26,5 +30,9 @@ public:
 private:
     struct Engine;
 
+    QString readAfresh(const QImage& picture, const QRectF& points);
+
     std::unique_ptr<Engine> m_engine;
+    qint64 m_lastPicture = 0; ///< its cache key
+    QList<std::pair<QRectF, QString>> m_lastRead;
 };
