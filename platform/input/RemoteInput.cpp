@@ -7,6 +7,13 @@
 #include <QScopedValueRollback>
 #include <QWindow>
 
+namespace {
+
+// Shorter than any finger, longer than what lies between the two halves of a repeat.
+constexpr quint64 shortestGap = 10; // milliseconds
+
+} // namespace
+
 RemoteInput::RemoteInput(QWindow* window) : QObject(window), m_window(window)
 {
     window->installEventFilter(this);
@@ -25,7 +32,7 @@ bool RemoteInput::translate(const QKeyEvent& event)
     const CanonicalKey* canonical = canonicalKey(remoteButton(event.key(), event.nativeScanCode()));
     if (!canonical)
         return false;
-    if (canonical->actsOnceAPress && event.isAutoRepeat())
+    if (isRepeat(event) && canonical->actsOnceAPress)
         return true;
     if (canonical->key == event.key())
         return false;
@@ -35,4 +42,20 @@ bool RemoteInput::translate(const QKeyEvent& event)
     const QScopedValueRollback guard(m_handingOn, true);
     QCoreApplication::sendEvent(m_window, &handedOn);
     return true;
+}
+
+/**
+ * X11 repeats a held key as releases and presses at one and the same time, which Qt recognises only when it finds both
+ * in its queue: on a busy machine they pass for a new press.
+ */
+bool RemoteInput::isRepeat(const QKeyEvent& event)
+{
+    if (event.isAutoRepeat())
+        return true;
+    if (event.type() == QEvent::KeyRelease) {
+        m_releasedKey = event.key();
+        m_releasedAt = event.timestamp();
+        return false;
+    }
+    return event.timestamp() > 0 && event.key() == m_releasedKey && event.timestamp() - m_releasedAt < shortestGap;
 }

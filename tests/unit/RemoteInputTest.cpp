@@ -25,9 +25,11 @@ protected:
     void keyReleaseEvent(QKeyEvent* event) override { released.append(event->key()); }
 };
 
-void send(QWindow& window, QEvent::Type type, int key, quint32 scanCode = 0, bool autoRepeat = false)
+void send(QWindow& window, QEvent::Type type, int key, quint32 scanCode = 0, bool autoRepeat = false,
+          quint64 timestamp = 0)
 {
     QKeyEvent event(type, key, Qt::NoModifier, scanCode, 0, 0, QString(), autoRepeat);
+    event.setTimestamp(timestamp);
     QCoreApplication::sendEvent(&window, &event);
 }
 
@@ -44,6 +46,7 @@ private Q_SLOTS:
     void noRowIsHiddenByAnEarlierOne();
     void aWindowSeesTheCanonicalKeyOnly();
     void aHeldBackActsOnce();
+    void aRepeatThatPassesForANewPressActsOnceToo();
     void aHeldArrowRepeats();
     void otherKeysPassUntouched();
 };
@@ -140,6 +143,21 @@ void RemoteInputTest::aHeldBackActsOnce()
         QCOMPARE(window.pressed.size(), 1);
     }
     QCOMPARE(window.released.size(), 3);
+}
+
+void RemoteInputTest::aRepeatThatPassesForANewPressActsOnceToo()
+{
+    ListeningWindow window;
+    new RemoteInput(&window);
+    send(window, QEvent::KeyPress, Qt::Key_Return, 36, false, 1000);
+    for (const quint64 time : {1660, 1700, 1740}) {
+        send(window, QEvent::KeyRelease, Qt::Key_Return, 36, false, time);
+        send(window, QEvent::KeyPress, Qt::Key_Return, 36, false, time);
+    }
+    send(window, QEvent::KeyRelease, Qt::Key_Return, 36, false, 1750);
+    QCOMPARE(window.pressed.size(), 1);
+    send(window, QEvent::KeyPress, Qt::Key_Return, 36, false, 1850);
+    QCOMPARE(window.pressed.size(), 2);
 }
 
 void RemoteInputTest::aHeldArrowRepeats()
