@@ -9,7 +9,7 @@ namespace {
 
 QUrl builtBase()
 {
-    const QUrl base(QString::fromUtf8(BuildOptions::hubBase), QUrl::StrictMode);
+    QUrl base(QString::fromUtf8(BuildOptions::hubBase), QUrl::StrictMode);
     if (!base.isValid() || base.scheme() != "https"_L1 || base.host().isEmpty() || !base.path().isEmpty())
         qFatal("The hub's base address is no https origin.");
     return base;

@@ -53,9 +53,10 @@ inline bool convert(const JsonValue& value, qint64& field)
 inline bool convert(const JsonValue& value, QString& field)
 {
     auto converted = value.toString();
-    if (converted)
-        field = *std::move(converted);
-    return converted.has_value();
+    if (!converted)
+        return false;
+    field = *std::move(converted);
+    return true;
 }
 
 template<typename Record>
