@@ -2,16 +2,25 @@
 
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
 namespace {
 
-/** Coverage, 0 to 1, of a rounded plate's blurred edge at a signed distance outside it, in spreads. */
-double coverage(double distance)
+constexpr int steps = 512; // from a spread inside the edge to a spread outside
+
+/** The shadow's colour by its distance from the edge: a bell curve's integral, all but ended after one spread. */
+std::vector<QRgb> falloff(const QColor& color)
 {
-    // The integral of a bell curve that has all but ended after one spread.
-    return 0.5 * std::erfc(distance * 2.0);
+    std::vector<QRgb> table(steps + 1);
+    for (int step = 0; step <= steps; ++step) {
+        const double spreads = 2.0 * step / steps - 1;
+        const double alpha = color.alphaF() * 0.5 * std::erfc(2 * spreads);
+        table[size_t(step)] =
+            qPremultiply(qRgba(color.red(), color.green(), color.blue(), int(std::lround(alpha * 255))));
+    }
+    return table;
 }
 
 /** Signed distance from a plate of half size `half` around the origin, with corners of `radius`; negative inside. */
@@ -19,7 +28,9 @@ double distanceOutside(QPointF point, QPointF half, double radius)
 {
     const double x = std::abs(point.x()) - half.x() + radius;
     const double y = std::abs(point.y()) - half.y() + radius;
-    return std::hypot(std::max(x, 0.0), std::max(y, 0.0)) + std::min(std::max(x, y), 0.0) - radius;
+    if (x <= 0 || y <= 0)
+        return std::max(x, y) - radius;
+    return std::sqrt(x * x + y * y) - radius;
 }
 
 } // namespace
@@ -50,16 +61,17 @@ void SoftShadow::paint(QPainter& painter, const QSizeF& size) const
     // Painted in device pixels: the transform scales and moves, no more.
     const QTransform toDevice = painter.deviceTransform();
     const QRect pixels = toDevice.mapRect(area).toAlignedRect();
-    const QTransform toPoints = toDevice.inverted();
     const QPointF half(size.width() / 2, size.height() / 2);
+    const QPointF pointsAPixel(1 / toDevice.m11(), 1 / toDevice.m22());
+    const QPointF first = toDevice.inverted().map(QPointF(pixels.topLeft()) + QPointF(0.5, 0.5)) - half;
+    const std::vector<QRgb> colors = falloff(m_color);
     QImage image(pixels.size(), QImage::Format_ARGB32_Premultiplied);
     for (int y = 0; y < image.height(); ++y) {
         auto line = reinterpret_cast<QRgb*>(image.scanLine(y));
         for (int x = 0; x < image.width(); ++x) {
-            const QPointF point = toPoints.map(QPointF(pixels.x() + x + 0.5, pixels.y() + y + 0.5)) - half;
-            const double distance = distanceOutside(point, half, m_radius);
-            const double alpha = m_color.alphaF() * coverage(distance / m_spread);
-            line[x] = qPremultiply(qRgba(m_color.red(), m_color.green(), m_color.blue(), int(std::lround(alpha * 255))));
+            const QPointF point(first.x() + x * pointsAPixel.x(), first.y() + y * pointsAPixel.y());
+            const double spreads = distanceOutside(point, half, m_radius) / m_spread;
+            line[x] = colors[size_t((std::clamp(spreads, -1.0, 1.0) + 1) / 2 * steps)];
         }
     }
     painter.save();

@@ -9,6 +9,7 @@
 namespace {
 
 constexpr int picturesKept = 2;
+constexpr int settlingTime = 50; // milliseconds, more than lies between the steps of a movement
 constexpr double pixelTolerance = 1.0 / 256;
 
 bool near(double a, double b)
@@ -97,15 +98,23 @@ void PaintedItem::follow()
         return;
     const Placement now = placement();
     if (now == m_shown) {
-        m_seen = now;
-        return;
+        m_settling.stop();
+        m_atRest = true;
+    } else if (!(now == m_seen)) {
+        m_settling.start(settlingTime, this);
+        m_atRest = false;
+        update();
     }
+    m_seen = now;
+}
+
+void PaintedItem::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_settling.timerId())
+        return QQuickItem::timerEvent(event);
+    m_settling.stop();
+    m_atRest = true;
     update();
-    if (!(now == m_seen)) {
-        m_seen = now;
-        // One more frame, to see whether it has come to rest; asked for later, as this frame would swallow it.
-        QMetaObject::invokeMethod(window(), &QQuickWindow::update, Qt::QueuedConnection);
-    }
 }
 
 const PaintedItem::Picture& PaintedItem::pictureFor(const Placement& placement)
@@ -143,13 +152,13 @@ QSGNode* PaintedItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
         delete node;
         return nullptr;
     }
-    const bool atRest = now == m_seen || now == m_shown;
     if (m_inputsChanged)
         m_pictures.clear();
     const bool hasTexture = node != nullptr;
     if (!node)
         node = window()->createImageNode();
-    if (m_inputsChanged || !hasTexture || (atRest && !(now == m_shown))) {
+    // A new input is painted at once, the rest when the movement has ended.
+    if (m_inputsChanged || !hasTexture || (m_atRest && !(now == m_shown))) {
         const Picture& picture = pictureFor(now);
         node->setOwnsTexture(true);
         node->setTexture(window()->createTextureFromImage(picture.image));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBasicTimer>
 #include <QImage>
 #include <QList>
 #include <QQuickItem>
@@ -41,6 +42,7 @@ protected:
     /** To be called by every setter of an input. */
     void repaint();
 
+    void timerEvent(QTimerEvent* event) override;
     void itemChange(ItemChange change, const ItemChangeData& data) override;
     void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
     QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override;
@@ -69,6 +71,8 @@ private:
 
     Placement m_seen;  ///< in the frame before
     Placement m_shown; ///< the one that the picture on the glass was painted for
+    bool m_atRest = true;
+    QBasicTimer m_settling; ///< runs from the latest movement until it counts as the last
     bool m_inputsChanged = true;
     QList<Picture> m_pictures; ///< latest first
     QMetaObject::Connection m_frames;

@@ -1,3 +1,4 @@
+#include "PaintedItem.h"
 #include "Stage.h"
 #include "StationPalette.h"
 #include "VeneerBackground.h"
@@ -22,6 +23,14 @@ QColor over(QColor ground, QColor color, double opacity)
     return {mix(ground.red(), color.red()), mix(ground.green(), color.green()), mix(ground.blue(), color.blue())};
 }
 
+/** Art that counts how often it is painted. */
+class CountedArt : public PaintedItem
+{
+public:
+    mutable int paintings = 0;
+    void paint(QPainter&, const QSizeF&) const override { ++paintings; }
+};
+
 } // namespace
 
 #define COMPARE_COLOR(seen, wanted)                                                                                    \
@@ -45,6 +54,7 @@ private Q_SLOTS:
     void aPlateIsOutlinedInsideItsEdge();
     void aPlateShowsNothingBeyondItsCorners();
     void aCardThatHasGrownIsPaintedAtItsNewSize();
+    void artIsNotPaintedWhileItMoves();
     void artStandsOnWholePixels();
 };
 
@@ -196,6 +206,30 @@ void StylingPicturesTest::aCardThatHasGrownIsPaintedAtItsNewSize()
     for (int bar = 0; bar < 7; ++bar) {
         QCOMPARE(picture.pixelColor(15 + 30 * bar, 100), StationPalette::colorBars().at(bar));
         QCOMPARE(picture.pixelColor(15 + 30 * bar + 29, 100), StationPalette::colorBars().at(bar));
+    }
+}
+
+void StylingPicturesTest::artIsNotPaintedWhileItMoves()
+{
+    Stage stage({300, 300});
+    QQuickItem* mover = stage.put(u"Item { transformOrigin: Item.TopLeft; Behavior on scale { NumberAnimation { "
+                                  "duration: 300 } } }"_s);
+    CountedArt art;
+    art.setSize({100, 100});
+    art.setParentItem(mover);
+    stage.settle();
+    QCOMPARE(art.paintings, 1);
+    for (int round = 0; round < 3; ++round) {
+        const int framesBefore = stage.frames();
+        mover->setProperty("scale", 1.5);
+        QTRY_COMPARE(mover->scale(), 1.5);
+        stage.settle();
+        QVERIFY(stage.frames() > framesBefore + 3);
+        QCOMPARE(art.paintings, 2);
+        mover->setProperty("scale", 1);
+        QTRY_COMPARE(mover->scale(), 1.0);
+        stage.settle();
+        QCOMPARE(art.paintings, 2);
     }
 }
 
