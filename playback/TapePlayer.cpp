@@ -14,7 +14,7 @@ std::unique_ptr<VideoPlayer> makeStreamPlayer()
     return std::make_unique<StreamPlayer>(VideoOptions{hubCertificates(), u"Quillmere Television"_s});
 }
 
-}
+} // namespace
 
 TapePlayer::TapePlayer(QObject* parent) : TapePlayer(&makeStreamPlayer, parent) {}
 

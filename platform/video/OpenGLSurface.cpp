@@ -36,8 +36,7 @@ private:
 };
 
 OpenGLSurface::OpenGLSurface(std::shared_ptr<VideoEngine> engine, QQuickItem* view)
-    : QQuickFramebufferObject(view),
-      m_engine(std::move(engine)),
+    : QQuickFramebufferObject(view), m_engine(std::move(engine)),
       m_changed(std::make_shared<std::function<void()>>([this] { update(); }))
 {
     setTextureFollowsItemSize(false);

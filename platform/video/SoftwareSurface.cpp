@@ -51,11 +51,10 @@ private:
     QRectF m_rect;
 };
 
-}
+} // namespace
 
 SoftwareSurface::SoftwareSurface(VideoEngine& engine, QQuickItem* view)
-    : QQuickItem(view),
-      m_changed(std::make_shared<std::function<void()>>([this] { update(); })),
+    : QQuickItem(view), m_changed(std::make_shared<std::function<void()>>([this] { update(); })),
       m_renderer(engine.makeSoftwareRenderer(PictureListener(m_changed)))
 {
     setFlag(ItemHasContents);

@@ -14,15 +14,12 @@ bool isPlayable(const QUrl& url)
     return url.isValid() && !url.host().isEmpty() && (url.scheme() == u"https"_s || url.scheme() == u"http"_s);
 }
 
-}
+} // namespace
 
 StreamPlayer::StreamPlayer(VideoOptions options, LoadPlugin loadPlugin, QObject* parent)
-    : VideoPlayer(parent),
-      m_options(std::move(options)),
-      m_loadPlugin(std::move(loadPlugin)),
+    : VideoPlayer(parent), m_options(std::move(options)), m_loadPlugin(std::move(loadPlugin)),
       m_listener(static_cast<VideoEngineListener*>(this), [](VideoEngineListener*) {})
-{
-}
+{}
 
 void StreamPlayer::load(const QUrl& url, double startAt)
 {

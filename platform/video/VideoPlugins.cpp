@@ -35,7 +35,8 @@ Loading& loading()
 QString findPlugin()
 {
     const QDir beside(QCoreApplication::applicationDirPath());
-    const QStringList folders = loading().folders + QStringList{beside.path(), beside.filePath(u"" QUILLMERE_PLUGINS ""_s)};
+    const QStringList folders =
+        loading().folders + QStringList{beside.path(), beside.filePath(u"" QUILLMERE_PLUGINS ""_s)};
     for (const QString& folder : folders) {
         const QString path = QDir(folder).filePath(QLatin1StringView(pluginFile));
         if (QFileInfo::exists(path))
@@ -85,7 +86,7 @@ QCoro::Task<> readIn()
         one.resolve(all.plugin != nullptr);
 }
 
-}
+} // namespace
 
 QCoro::Task<tl::expected<VideoPlugin*, QString>> VideoPlugins::load()
 {

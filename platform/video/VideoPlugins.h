@@ -16,4 +16,4 @@ QCoro::Task<tl::expected<VideoPlugin*, QString>> load();
 /** Looks here first; beside the executable and in the installation's folder of libraries otherwise. */
 void addFolder(const QString& folder);
 
-}
+} // namespace VideoPlugins

@@ -91,10 +91,10 @@ void VideoPictureTest::thePictureIsLetterboxedWithBlack()
 void VideoPictureTest::thePictureStandsUprightAndKeepsItsColours()
 {
     QProcess ffmpeg;
-    ffmpeg.start(u"ffmpeg"_s, {u"-v"_s, u"error"_s, u"-y"_s, u"-f"_s, u"lavfi"_s, u"-i"_s,
-                               u"color=red:s=640x360:r=25,drawbox=y=180:h=180:color=blue:t=fill"_s, u"-t"_s, u"6"_s,
-                               u"-pix_fmt"_s, u"yuv420p"_s, u"-preset"_s, u"ultrafast"_s, u"-f"_s, u"mpegts"_s,
-                               m_folder.path() + u"/halves.ts"_s});
+    ffmpeg.start(u"ffmpeg"_s,
+                 {u"-v"_s, u"error"_s, u"-y"_s, u"-f"_s, u"lavfi"_s, u"-i"_s,
+                  u"color=red:s=640x360:r=25,drawbox=y=180:h=180:color=blue:t=fill"_s, u"-t"_s, u"6"_s, u"-pix_fmt"_s,
+                  u"yuv420p"_s, u"-preset"_s, u"ultrafast"_s, u"-f"_s, u"mpegts"_s, m_folder.path() + u"/halves.ts"_s});
     QVERIFY(ffmpeg.waitForFinished() && ffmpeg.exitCode() == 0);
     m_server->put(u"/halves.m3u8"_s, "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:6\n#EXT-X-PLAYLIST-TYPE:VOD\n"
                                      "#EXTINF:6,\nhalves.ts\n#EXT-X-ENDLIST\n");
@@ -133,8 +133,8 @@ void VideoPictureTest::pausingHoldsThePicture()
     QCOMPARE(stage.player->state(), VideoPlayer::State::Paused);
     // A picture that was under way may still come.
     double still = -1;
-    QTRY_VERIFY_WITH_TIMEOUT(std::exchange(still, stage.player->position()) == stage.player->position()
-                                 && !QTest::qWaitFor([&] { return stage.player->position() != still; }, 400),
+    QTRY_VERIFY_WITH_TIMEOUT(std::exchange(still, stage.player->position()) == stage.player->position() &&
+                                 !QTest::qWaitFor([&] { return stage.player->position() != still; }, 400),
                              5000);
     stage.player->play();
     QTRY_VERIFY(stage.player->position() > still + 0.3);

@@ -37,8 +37,8 @@ private:
     QByteArray authority() const { return m_folder.read(u"authority.pem"_s); }
     QByteArray playlistOf(const QByteArray& segment) const
     {
-        return "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:2\n#EXT-X-PLAYLIST-TYPE:VOD\n#EXTINF:2,\n" + segment
-               + "\n#EXT-X-ENDLIST\n";
+        return "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:2\n#EXT-X-PLAYLIST-TYPE:VOD\n#EXTINF:2,\n" + segment +
+               "\n#EXT-X-ENDLIST\n";
     }
     void expectFailure(VideoStage& stage, const QUrl& url, Cause cause);
 
@@ -88,7 +88,8 @@ void VideoStreamTest::aStartLandsAtItsPosition()
         VideoStage stage(authority());
         QVERIFY(stage.isExposed());
         QList<double> positions;
-        connect(stage.player.get(), &VideoPlayer::positionChanged, this, [&] { positions << stage.player->position(); });
+        connect(stage.player.get(), &VideoPlayer::positionChanged, this,
+                [&] { positions << stage.player->position(); });
         stage.player->load(m_server->url(u"/index.m3u8"_s), start);
         QVERIFY(stage.waitForPicture());
         QVERIFY2(positions.first() >= start - 0.02 && positions.first() < start + 1,
@@ -149,7 +150,7 @@ void VideoStreamTest::anotherHostsCertificateIsRefused()
 
 void VideoStreamTest::aSegmentWithAStrangersCertificateIsRefused()
 {
-    StreamServer stranger(m_folder.path(), u"stranger"_s);
+    StreamServer stranger(m_folder.path(), u"strange-server"_s);
     m_server->put(u"/strange.m3u8"_s, playlistOf(stranger.url(u"/part0.ts"_s).toEncoded()));
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
@@ -232,7 +233,8 @@ void VideoStreamTest::aSecureAddressIsNotSentOnToAPlainOne()
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
     stage.player->load(m_server->url(path));
-    QTRY_VERIFY_WITH_TIMEOUT(stage.player->state() == VideoPlayer::State::Failed || plain.hasPendingConnections(), 30'000);
+    QTRY_VERIFY_WITH_TIMEOUT(stage.player->state() == VideoPlayer::State::Failed || plain.hasPendingConnections(),
+                             30'000);
     QEXPECT_FAIL("", "libavformat 5.1 follows such a redirect and has no option against it", Continue);
     QVERIFY(!plain.hasPendingConnections());
 }

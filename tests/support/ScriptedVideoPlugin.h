@@ -41,7 +41,8 @@ public:
 class ScriptedVideoPlugin : public VideoPlugin
 {
 public:
-    std::shared_ptr<VideoEngine> makeEngine(const VideoOptions&, const Messenger<VideoEngineListener>& listener) override
+    std::shared_ptr<VideoEngine> makeEngine(const VideoOptions&,
+                                            const Messenger<VideoEngineListener>& listener) override
     {
         auto engine = std::make_shared<ScriptedVideoEngine>(listener);
         latest = engine;

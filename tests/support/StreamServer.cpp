@@ -15,7 +15,7 @@ QByteArray read(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-}
+} // namespace
 
 StreamServer::StreamServer(const QString& folder, const QString& name) : m_folder(folder + u'/')
 {
@@ -60,6 +60,6 @@ QByteArray StreamServer::answerTo(const QString& path) const
         status = 404;
     if (!header.isEmpty())
         header += "\r\n";
-    return "HTTP/1.1 " + QByteArray::number(status) + " Said\r\n" + header
-           + "Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body;
+    return "HTTP/1.1 " + QByteArray::number(status) + " Said\r\n" + header +
+           "Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body;
 }

@@ -20,7 +20,10 @@ public:
     void put(const QString& path, const QByteArray& body) { m_bodies.insert(path, body); }
 
     /** Answers this status, with `header` (whole, without its line end) added. */
-    void answer(const QString& path, int status, const QByteArray& header = {}) { m_statuses.insert(path, {status, header}); }
+    void answer(const QString& path, int status, const QByteArray& header = {})
+    {
+        m_statuses.insert(path, {status, header});
+    }
 
     /** Never answers. */
     void hold(const QString& path) { m_held.append(path); }

@@ -41,8 +41,7 @@ struct VideoStage
 {
     explicit VideoStage(const QByteArray& certificates, QSize size = {640, 360})
         : player(std::make_unique<StreamPlayer>(VideoOptions{certificates, QStringLiteral("Test")})),
-          view(std::make_unique<VideoView>(window.contentItem())),
-          failures(player.get(), &VideoPlayer::failed)
+          view(std::make_unique<VideoView>(window.contentItem())), failures(player.get(), &VideoPlayer::failed)
     {
         window.setColor(Qt::blue);
         window.resize(size);
@@ -74,7 +73,10 @@ struct VideoStage
         return count;
     }
 
-    VideoFailure failure() const { return failures.isEmpty() ? VideoFailure{} : failures.first().first().value<VideoFailure>(); }
+    VideoFailure failure() const
+    {
+        return failures.isEmpty() ? VideoFailure{} : failures.first().first().value<VideoFailure>();
+    }
 
     QQuickWindow window;
     std::unique_ptr<StreamPlayer> player;
@@ -97,4 +99,4 @@ inline bool playerIsMapped()
     return maps.contains("libmpv") || maps.contains("quillmere-video");
 }
 
-}
+} // namespace VideoStages

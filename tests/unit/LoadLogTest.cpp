@@ -29,7 +29,8 @@ void LoadLogTest::theCauseIsReadFromTheMessages_data()
     row("refused", {"tcp: Connection to tcp://localhost:1 failed: Connection refused\n"}, Cause::Refused);
     row("certificate", {"tls: Peer certificate failed verification\n"}, Cause::Certificate);
     row("other host", {"tls: The certificate's owner does not match hostname hub\n"}, Cause::Certificate);
-    row("old TLS", {"tls: Unable to set up TLS session\n", "tls: A TLS fatal alert has been received.\n"}, Cause::Certificate);
+    row("old TLS", {"tls: Unable to set up TLS session\n", "tls: A TLS fatal alert has been received.\n"},
+        Cause::Certificate);
     row("silence", {"tcp: Connection to tcp://hub:443 failed: Connection timed out\n"}, Cause::TimedOut);
     row("no name", {"tcp: Failed to resolve hostname hub: Name or service not known\n"}, Cause::Network);
     row("forbidden address", {"ffmpeg: Protocol 'file' not on whitelist 'https,tls,tcp'!\n"}, Cause::Unplayable);

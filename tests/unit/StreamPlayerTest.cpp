@@ -1,5 +1,5 @@
-#include "ScriptedVideoPlugin.h"
 #include "StreamPlayer.h"
+#include "ScriptedVideoPlugin.h"
 
 #include "Completion.h"
 

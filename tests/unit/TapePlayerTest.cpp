@@ -1,5 +1,5 @@
-#include "ScriptedVideoPlayer.h"
 #include "TapePlayer.h"
+#include "ScriptedVideoPlayer.h"
 
 #include "HubURL.h"
 

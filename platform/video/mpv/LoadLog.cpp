@@ -13,16 +13,11 @@ struct Sign
 
 // In the order of their weight: a refused certificate is followed by words that fit any lost connection.
 constexpr Sign signs[] = {
-    {"certificate", VideoFailure::Cause::Certificate},
-    {"Certificate", VideoFailure::Cause::Certificate},
-    {"TLS fatal alert", VideoFailure::Cause::Certificate},
-    {"Unable to set up TLS", VideoFailure::Cause::Certificate},
-    {"protocol version", VideoFailure::Cause::Certificate},
-    {"Connection refused", VideoFailure::Cause::Refused},
-    {"timed out", VideoFailure::Cause::TimedOut},
-    {"resolve hostname", VideoFailure::Cause::Network},
-    {"unreachable", VideoFailure::Cause::Network},
-    {"No route to host", VideoFailure::Cause::Network},
+    {"certificate", VideoFailure::Cause::Certificate},      {"Certificate", VideoFailure::Cause::Certificate},
+    {"TLS fatal alert", VideoFailure::Cause::Certificate},  {"Unable to set up TLS", VideoFailure::Cause::Certificate},
+    {"protocol version", VideoFailure::Cause::Certificate}, {"Connection refused", VideoFailure::Cause::Refused},
+    {"timed out", VideoFailure::Cause::TimedOut},           {"resolve hostname", VideoFailure::Cause::Network},
+    {"unreachable", VideoFailure::Cause::Network},          {"No route to host", VideoFailure::Cause::Network},
     {"not on whitelist", VideoFailure::Cause::Unplayable},
 };
 
@@ -35,7 +30,7 @@ int statusIn(const QByteArray& message)
     return message.mid(at + qsizetype(sizeof words) - 1, 3).toInt();
 }
 
-}
+} // namespace
 
 void LoadLog::add(const QByteArray& message)
 {

@@ -46,7 +46,7 @@ void waitForTurn(const MpvCore* core)
 
 enum Property : uint64_t { Position = 1, Duration, Waiting };
 
-}
+} // namespace
 
 std::shared_ptr<MpvCore> MpvCore::start(const VideoOptions& options, const Messenger<VideoEngineListener>& listener)
 {
@@ -67,8 +67,7 @@ bool MpvCore::waitForAll(std::chrono::milliseconds limit)
 
 MpvCore::MpvCore(VideoOptions options, const Messenger<VideoEngineListener>& listener)
     : m_options(std::move(options)), m_listener(listener)
-{
-}
+{}
 
 void MpvCore::post(Task task)
 {
@@ -203,16 +202,14 @@ void MpvCore::takeProperty(const mpv_event_property& property)
     const std::string_view name = property.name;
     if (name == "paused-for-cache") {
         const bool waiting = *static_cast<const int*>(property.data) != 0;
-        m_listener.post([load = m_load, waiting](VideoEngineListener& listener) {
-            listener.waitingChanged(load, waiting);
-        });
+        m_listener.post(
+            [load = m_load, waiting](VideoEngineListener& listener) { listener.waitingChanged(load, waiting); });
         return;
     }
     const double seconds = *static_cast<const double*>(property.data);
     const auto report = name == "duration" ? &VideoEngineListener::durationKnown : &VideoEngineListener::positionMoved;
-    m_listener.post([load = m_load, seconds, report](VideoEngineListener& listener) {
-        (listener.*report)(load, seconds);
-    });
+    m_listener.post(
+        [load = m_load, seconds, report](VideoEngineListener& listener) { (listener.*report)(load, seconds); });
 }
 
 void MpvCore::load(int load, const QByteArray& url, double startAt)

@@ -10,8 +10,7 @@
 
 MpvOpenGLRenderer::MpvOpenGLRenderer(std::shared_ptr<MpvEngine> engine, PictureListener changed)
     : m_engine(std::move(engine)), m_changed(std::move(changed))
-{
-}
+{}
 
 MpvOpenGLRenderer::~MpvOpenGLRenderer()
 {
@@ -35,11 +34,11 @@ void MpvOpenGLRenderer::render(unsigned framebuffer, QSize pixels)
 
 bool MpvOpenGLRenderer::create()
 {
-    mpv_opengl_init_params functions{
-        [](void*, const char* name) -> void* {
-            return reinterpret_cast<void*>(QOpenGLContext::currentContext()->getProcAddress(name));
-        },
-        nullptr};
+    mpv_opengl_init_params functions{[](void*, const char* name) -> void* {
+                                         return reinterpret_cast<void*>(
+                                             QOpenGLContext::currentContext()->getProcAddress(name));
+                                     },
+                                     nullptr};
     char api[] = MPV_RENDER_API_TYPE_OPENGL;
     mpv_render_param parameters[] = {{MPV_RENDER_PARAM_API_TYPE, api},
                                      {MPV_RENDER_PARAM_OPENGL_INIT_PARAMS, &functions},

@@ -42,6 +42,8 @@ constexpr Option options[] = {
     {"vo", "libmpv"},
     {"osd-level", "0"},
     {"audio-display", "no"},
+    // The sound servers of a television box; others only cost time and leave things behind when there is no device.
+    {"ao", "pipewire,pulse,alsa"},
     // A start lands at its position or just after, never at the keyframe before.
     {"hr-seek", "yes"},
     // Room for a slow hub, on a box with little memory.
@@ -58,7 +60,8 @@ QByteArray trustFile(const QByteArray& certificates)
     std::shared_ptr<MemoryFile>& file = (*files)[certificates];
     if (!file) {
         QByteArray all;
-        for (const char* path : {"/etc/ssl/certs/ca-certificates.crt", "/etc/pki/tls/certs/ca-bundle.crt", "/etc/ssl/cert.pem"}) {
+        for (const char* path :
+             {"/etc/ssl/certs/ca-certificates.crt", "/etc/pki/tls/certs/ca-bundle.crt", "/etc/ssl/cert.pem"}) {
             QFile system(QString::fromLatin1(path));
             if (system.open(QIODevice::ReadOnly)) {
                 all = system.readAll();
@@ -70,18 +73,19 @@ QByteArray trustFile(const QByteArray& certificates)
     return file->isValid() ? file->path() : QByteArray();
 }
 
-}
+} // namespace
 
 bool MpvOptions::apply(mpv_handle* mpv, const VideoOptions& given)
 {
     const auto set = [mpv](const char* name, const char* value) {
         return mpv_set_option_string(mpv, name, value) >= 0;
     };
-    if (!std::all_of(std::begin(options), std::end(options), [set](const Option& one) { return set(one.name, one.value); }))
+    if (!std::all_of(std::begin(options), std::end(options),
+                     [set](const Option& one) { return set(one.name, one.value); }))
         return false;
     const QByteArray trust = trustFile(given.certificates);
-    return !trust.isEmpty() && set("tls-ca-file", trust.constData())
-           && set("audio-client-name", given.applicationName.toUtf8().constData());
+    return !trust.isEmpty() && set("tls-ca-file", trust.constData()) &&
+           set("audio-client-name", given.applicationName.toUtf8().constData());
 }
 
 void MpvOptions::allowProtocols(mpv_handle* mpv, const QByteArray& url)

@@ -13,4 +13,4 @@ bool apply(mpv_handle* mpv, const VideoOptions& options);
 /** Before each load: what the playlist at `url` may reach. */
 void allowProtocols(mpv_handle* mpv, const QByteArray& url);
 
-}
+} // namespace MpvOptions

@@ -19,7 +19,9 @@ void makeLetterboxOpaque(const PictureBuffers::Picture& picture)
 {
     const int width = picture.size.width();
     const int height = picture.size.height();
-    const auto row = [&picture](int y) { return reinterpret_cast<quint32*>(picture.pixels.get() + y * picture.stride); };
+    const auto row = [&picture](int y) {
+        return reinterpret_cast<quint32*>(picture.pixels.get() + y * picture.stride);
+    };
     const auto fill = [&row](int y, int from, int to) {
         for (int x = from; x < to; ++x)
             row(y)[x] |= opaque;
@@ -44,7 +46,7 @@ void makeLetterboxOpaque(const PictureBuffers::Picture& picture)
     }
 }
 
-}
+} // namespace
 
 /** The thread that draws: makes the render context, draws each picture when its time comes, frees the context. */
 class MpvSoftwareRenderer::Drawing
@@ -52,8 +54,7 @@ class MpvSoftwareRenderer::Drawing
 public:
     Drawing(std::shared_ptr<MpvEngine> engine, PictureListener changed)
         : m_engine(std::move(engine)), m_changed(std::move(changed))
-    {
-    }
+    {}
 
     void run()
     {

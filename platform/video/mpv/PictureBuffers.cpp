@@ -11,11 +11,12 @@ constexpr size_t alignment = 64;
 PictureBuffers::Picture makePicture(QSize size)
 {
     const qsizetype stride = (qsizetype(size.width()) * 4 + qsizetype(alignment) - 1) & ~(qsizetype(alignment) - 1);
-    auto* const pixels = static_cast<uchar*>(::operator new(size_t(stride * size.height()), std::align_val_t(alignment)));
+    auto* const pixels =
+        static_cast<uchar*>(::operator new(size_t(stride * size.height()), std::align_val_t(alignment)));
     return {{pixels, [](uchar* memory) { ::operator delete(memory, std::align_val_t(alignment)); }}, size, stride};
 }
 
-}
+} // namespace
 
 const PictureBuffers::Picture& PictureBuffers::toDraw(QSize size)
 {
