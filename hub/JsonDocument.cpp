@@ -1,5 +1,6 @@
 #include "JsonDocument.h"
 
+#include "HugeNumbers.h"
 #include "JsonInteger.h"
 
 #include <QStringConverter>
@@ -94,7 +95,15 @@ public:
     bool end_object() override { return close(); }
     bool start_array(std::size_t) override { return open(Type::Array); }
     bool end_array() override { return close(); }
-    bool parse_error(std::size_t, const std::string&, const nlohmann::json::exception&) override { return false; }
+    bool parse_error(std::size_t, const std::string&, const nlohmann::json::exception& error) override
+    {
+        constexpr int outOfRange = 406;
+        m_metHugeNumber = error.id == outOfRange;
+        return false;
+    }
+
+    /** Whether the document was refused for a number beyond a double's range. */
+    bool metHugeNumber() const { return m_metHugeNumber; }
 
 private:
     Node::Span keep(const string_t& text)
@@ -129,6 +138,7 @@ private:
 
     JsonDocument& m_document;
     Node::Span m_key{};
+    bool m_metHugeNumber = false;
     std::vector<std::uint32_t> m_open; ///< the containers that are not closed yet
 };
 
@@ -137,13 +147,18 @@ std::optional<JsonDocument> JsonDocument::parse(const QByteArray& bytes)
     // The parser would take a zero byte for the end and believe what stands before it.
     if (bytes.size() > maxBytes || bytes.contains('\0'))
         return std::nullopt;
-    const QByteArray whole = withoutLoneSurrogates(bytes);
-    JsonDocument document;
-    document.m_text.reserve(size_t(whole.size()));
-    Builder builder(document);
-    if (!nlohmann::json::sax_parse(whole.cbegin(), whole.cend(), &builder))
-        return std::nullopt;
-    return document;
+    QByteArray whole = withoutLoneSurrogates(bytes);
+    while (true) {
+        JsonDocument document;
+        document.m_text.reserve(size_t(whole.size()));
+        Builder builder(document);
+        if (nlohmann::json::sax_parse(whole.cbegin(), whole.cend(), &builder))
+            return document;
+        QByteArray calmed = builder.metHugeNumber() ? withoutHugeNumbers(whole) : whole;
+        if (calmed == whole)
+            return std::nullopt;
+        whole = std::move(calmed);
+    }
 }
 
 bool JsonValue::isObject() const

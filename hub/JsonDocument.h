@@ -52,7 +52,7 @@ class JsonDocument
 public:
     static constexpr int maxDepth = 512;
 
-    /** Nothing when the bytes are no JSON document. A number beyond a double's range is refused too. */
+    /** Nothing when the bytes are no JSON document, or nest deeper than `maxDepth`. */
     static std::optional<JsonDocument> parse(const QByteArray& bytes);
 
     JsonValue root() const { return {*this, 0}; }

@@ -17,6 +17,8 @@ private Q_SLOTS:
     void aWellFormedDocumentIsTaken();
     void aMalformedDocumentIsRefused_data();
     void aMalformedDocumentIsRefused();
+    void aNumberBeyondAnyRangeIsNoIntegerAndHarmsNothingElse_data();
+    void aNumberBeyondAnyRangeIsNoIntegerAndHarmsNothingElse();
     void depthIsBoundedAt512();
     void endlessNestingNeedsNoStack();
     void aTextIsReadAsWritten_data();
@@ -159,7 +161,13 @@ void JsonDocumentTest::aMalformedDocumentIsRefused_data()
                                       "\xE2\x81\xA0[]",
                                       "\v[]",
                                       "\f[]",
-                                      "1e400",
+                                      "[1e400,]",
+                                      "[01e400]",
+                                      "[1e400e1]",
+                                      "[1e400 1]",
+                                      "[1e400-1]",
+                                      "[-1.e400]",
+                                      "[1e400,\"\xFF\"]",
                                       QByteArray("{}\0", 3),
                                       QByteArray("{}\0trailing", 11),
                                       QByteArray("\0{}", 3),
@@ -176,6 +184,27 @@ void JsonDocumentTest::aMalformedDocumentIsRefused()
 {
     QFETCH(QByteArray, bytes);
     QVERIFY(!JsonDocument::parse(bytes));
+}
+
+void JsonDocumentTest::aNumberBeyondAnyRangeIsNoIntegerAndHarmsNothingElse_data()
+{
+    QTest::addColumn<QByteArray>("number");
+    const QByteArray numbers[] = {"1e400", "-1e400",    "1E+99999999999999999999",  "0.5e999",
+                                  "1e309", "-1.25e309", '9' + QByteArray(400, '0'), '-' + QByteArray(310, '9')};
+    for (const QByteArray& number : numbers)
+        QTest::newRow(number.left(30).constData()) << number;
+}
+
+void JsonDocumentTest::aNumberBeyondAnyRangeIsNoIntegerAndHarmsNothingElse()
+{
+    QFETCH(QByteArray, number);
+    const auto document =
+        JsonDocument::parse("{\"a\":[" + number + "],\"b\":" + number + ",\"c\":\"say \\\"" + number + "\",\"d\":7}");
+    QVERIFY(document);
+    QVERIFY(document->root().member("a"));
+    QVERIFY(!document->root().member("b")->toInteger());
+    QCOMPARE(document->root().member("c")->toString(), QString::fromUtf8("say \"" + number));
+    QCOMPARE(document->root().member("d")->toInteger(), 7);
 }
 
 void JsonDocumentTest::depthIsBoundedAt512()
