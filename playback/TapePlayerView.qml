@@ -1,5 +1,6 @@
 import QtQuick
 import Quillmere.Catalogue
+import Quillmere.Front
 import Quillmere.Hub
 import Quillmere.Playback
 import Quillmere.Screen
@@ -44,8 +45,10 @@ FocusScope {
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.Wrap
         textFormat: Text.PlainText
-        color: Qt.rgba(236 / 255, 224 / 255, 196 / 255, 0.75)
-        font.pixelSize: 28
+        color: StationPalette.faded(StationPalette.parchment, 0.75)
+        font: Typography.standard(28)
         text: controller.failure
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: text
     }
 }
