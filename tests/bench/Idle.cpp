@@ -31,7 +31,7 @@ Spans watch(LivingRoom& room, qint64 pid, const Effort& effort)
 
 QList<Figure> measureIdle(LivingRoom& room, const Effort& effort)
 {
-    room.switchOn();
+    room.switchOn(QProcess::nullDevice());
     const Spans set = watch(room, room.set().process().pid(), effort);
     room.switchOff();
 

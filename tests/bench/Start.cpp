@@ -52,7 +52,7 @@ QList<Figure> measureStart(LivingRoom& room, const Effort& effort)
     Starts empty;
     for (int i = 0; i < effort.starts; ++i) {
         measureOne(room, set, [] {
-            auto program = std::make_unique<TelevisionSet>();
+            auto program = std::make_unique<TelevisionSet>(QProcess::nullDevice());
             const qint64 pid = program->process().pid();
             return std::pair(std::move(program), pid);
         });

@@ -1,8 +1,10 @@
 import QtQuick
 
 Window {
+    // Of the screen's size rather than full-screen: there is no window manager to make it so.
+    width: Screen.width
+    height: Screen.height
     visible: true
-    visibility: Window.FullScreen
 
     Rectangle {
         property bool pressed: false

@@ -1,4 +1,4 @@
-// The yardstick of ./bench: an empty full-screen Qt Quick window that changes colour at each key.
+// The yardstick of ./bench: an empty Qt Quick window of the screen's size that changes colour at each key.
 
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
