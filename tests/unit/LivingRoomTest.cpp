@@ -1,0 +1,104 @@
+#include "Picture.h"
+#include "TextReader.h"
+
+#include <QPainter>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+/** The eyes that the tour, the journey and the measurements see with. */
+class LivingRoomTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aReadingMistakeInEightLettersIsForgiven_data();
+    void aReadingMistakeInEightLettersIsForgiven();
+    void theRecordingsPositionIsReadFromItsBlocks_data();
+    void theRecordingsPositionIsReadFromItsBlocks();
+    void aPictureWithoutBlocksHasNoPosition();
+    void theCanvasIsCentredInAnOddScreen();
+    void differencesBelowTheToleranceDoNotCount();
+};
+
+void LivingRoomTest::aReadingMistakeInEightLettersIsForgiven_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("wanted");
+    QTest::addColumn<bool>("contained");
+    QTest::newRow("the same") << u"Tuning in…"_s << u"Tuning in…"_s << true;
+    QTest::newRow("punctuation and case") << u"TUNING, IN"_s << u"Tuning in…"_s << true;
+    QTest::newRow("within more") << u"x Press > to refresh y"_s << u"to refresh"_s << true;
+    QTest::newRow("over a line's end") << u"every one plays\nright here"_s << u"every one plays right here"_s << true;
+    QTest::newRow("a wrong letter") << u"Tun1ng in"_s << u"Tuning in…"_s << true;
+    QTest::newRow("a missing letter") << u"Tunng in"_s << u"Tuning in…"_s << true;
+    QTest::newRow("two wrong letters") << u"Tun1nq in"_s << u"Tuning in…"_s << false;
+    QTest::newRow("a short word must be right") << u"LlVE"_s << u"LIVE"_s << false;
+    QTest::newRow("a wrong digit") << u"269 tapes in stock"_s << u"268 tapes in stock"_s << false;
+    QTest::newRow("a missing digit") << u"26 tapes in stock"_s << u"268 tapes in stock"_s << false;
+    QTest::newRow("a digit too many") << u"2168 tapes in stock"_s << u"268 tapes in stock"_s << false;
+    QTest::newRow("nothing") << QString() << u"LIVE"_s << false;
+}
+
+void LivingRoomTest::aReadingMistakeInEightLettersIsForgiven()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, wanted);
+    QTEST(TextReader::contains(text, wanted), "contained");
+}
+
+void LivingRoomTest::theRecordingsPositionIsReadFromItsBlocks_data()
+{
+    QTest::addColumn<QSize>("screen");
+    QTest::addColumn<int>("seconds");
+    for (const QSize size : {QSize(1280, 720), QSize(1920, 1080), QSize(3840, 2160)}) {
+        for (const int seconds : {0, 1, 5, 330, 4095})
+            QTest::addRow("%d at %d", seconds, size.width()) << size << seconds;
+    }
+}
+
+void LivingRoomTest::theRecordingsPositionIsReadFromItsBlocks()
+{
+    QFETCH(QSize, screen);
+    QFETCH(int, seconds);
+    QImage image(screen, QImage::Format_RGB32);
+    image.fill(QColor(90, 60, 40));
+    QPainter painter(&image);
+    const int top = screen.height() * 660 / 720;
+    for (int bit = 0; bit < 12; ++bit) {
+        const int left = (11 - bit) * screen.width() / 12;
+        const QColor compressed = (seconds >> bit & 1) != 0 ? QColor(240, 236, 244) : QColor(14, 18, 10);
+        painter.fillRect(left, top, screen.width() / 12 + 1, screen.height() - top, compressed);
+    }
+    painter.end();
+    QCOMPARE(picture::recordedSeconds(image), std::optional(seconds));
+}
+
+void LivingRoomTest::aPictureWithoutBlocksHasNoPosition()
+{
+    QImage image(1920, 1080, QImage::Format_RGB32);
+    image.fill(QColor(90, 120, 140));
+    QCOMPARE(picture::recordedSeconds(image), std::nullopt);
+}
+
+void LivingRoomTest::theCanvasIsCentredInAnOddScreen()
+{
+    QCOMPARE(picture::pixels({1920, 1080}, {100, 200, 300, 400}), QRect(100, 200, 300, 400));
+    QCOMPARE(picture::pixels({3840, 2160}, {100, 200, 300, 400}), QRect(200, 400, 600, 800));
+    QCOMPARE(picture::pixels({1920, 1200}, {0, 0, 1920, 1080}), QRect(0, 60, 1920, 1080));
+}
+
+void LivingRoomTest::differencesBelowTheToleranceDoNotCount()
+{
+    QImage one(1920, 1080, QImage::Format_RGB32);
+    one.fill(QColor(100, 100, 100));
+    QImage other = one;
+    other.fill(QColor(104, 100, 100));
+    QCOMPARE(picture::difference(one, other, {0, 0, 1920, 1080}, 8), 0.0);
+    QCOMPARE(picture::difference(one, other, {0, 0, 1920, 1080}, 3), 1.0);
+    QCOMPARE(picture::shareOf(one, {0, 0, 1920, 1080}, QColor(100, 100, 104), 8), 1.0);
+    QCOMPARE(picture::difference(one, QImage(1280, 720, QImage::Format_RGB32), {0, 0, 1920, 1080}), 1.0);
+}
+
+QTEST_GUILESS_MAIN(LivingRoomTest)
+#include "LivingRoomTest.moc"
