@@ -12,7 +12,8 @@ struct Spine
     double width; // relative to the others
 };
 
-constexpr Spine spines[] = {{4, 1.0}, {200, 1.25}, {36, 0.85}, {262, 1.1}, {145, 1.3}, {20, 0.9}, {210, 1.15}, {291, 1.0}};
+constexpr Spine spines[] = {{4, 1.0},   {200, 1.25}, {36, 0.85},  {262, 1.1},
+                            {145, 1.3}, {20, 0.9},   {210, 1.15}, {291, 1.0}};
 
 // In points. Centred in the strip, spines of this height stand on its edge.
 constexpr double spineHeight = 180;

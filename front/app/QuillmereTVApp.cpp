@@ -6,14 +6,10 @@
 
 using namespace Qt::StringLiterals;
 
-QuillmereTVApp::QuillmereTVApp() :
-    m_defaults(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + u"/resume.ini"_s),
-    m_http(hubCertificates()),
-    m_hub(m_http),
-    m_store(m_hub, m_defaults),
-    m_timepiece(m_clock)
-{
-}
+QuillmereTVApp::QuillmereTVApp()
+    : m_defaults(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + u"/resume.ini"_s),
+      m_http(hubCertificates()), m_hub(m_http), m_store(m_hub, m_defaults), m_timepiece(m_clock)
+{}
 
 void QuillmereTVApp::prepareSound()
 {

@@ -41,8 +41,8 @@ struct RemoteKey
 struct CanonicalKey
 {
     RemoteButton button;
-    int key;                ///< Qt::Key
-    bool actsOnceAPress;    ///< a held button does not repeat
+    int key;             ///< Qt::Key
+    bool actsOnceAPress; ///< a held button does not repeat
 };
 
 /** Every way in which a button arrives; the first row that fits counts. */

@@ -24,7 +24,7 @@ private:
     bool isRepeat(const QKeyEvent& event);
 
     QWindow* m_window;
-    int m_releasedKey = 0;      ///< Qt::Key of the latest release
-    quint64 m_releasedAt = 0;   ///< its time, in milliseconds
+    int m_releasedKey = 0;    ///< Qt::Key of the latest release
+    quint64 m_releasedAt = 0; ///< its time, in milliseconds
     bool m_handingOn = false;
 };

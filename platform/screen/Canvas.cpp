@@ -40,8 +40,8 @@ void Canvas::fit()
     const double ratio = window() ? window()->effectiveDevicePixelRatio() : 1.0;
     const auto whole = [ratio](double length) { return std::floor(length * ratio) / ratio; };
     setScale(factor);
-    setPosition({whole((space.width() - points.width() * factor) / 2),
-                 whole((space.height() - points.height() * factor) / 2)});
+    setPosition(
+        {whole((space.width() - points.width() * factor) / 2), whole((space.height() - points.height() * factor) / 2)});
 
     const QRectF visible(-position() / factor, space / factor);
     if (visible == m_visibleArea)

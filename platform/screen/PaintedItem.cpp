@@ -85,9 +85,10 @@ PaintedItem::Placement PaintedItem::placement() const
     placement.origin = toScene.map(QPointF()) * ratio;
     placement.scale = QSizeF(toScene.m11(), toScene.m22()) * ratio;
     const QRectF art = QRectF(QPointF(), size()).marginsAdded({bleed(), bleed(), bleed(), bleed()});
-    placement.pixels = wholePixels(QRectF(
-        placement.origin.x() + art.x() * placement.scale.width(), placement.origin.y() + art.y() * placement.scale.height(),
-        art.width() * placement.scale.width(), art.height() * placement.scale.height()));
+    placement.pixels =
+        wholePixels(QRectF(placement.origin.x() + art.x() * placement.scale.width(),
+                           placement.origin.y() + art.y() * placement.scale.height(),
+                           art.width() * placement.scale.width(), art.height() * placement.scale.height()));
     return placement;
 }
 

@@ -34,8 +34,7 @@ public:
 } // namespace
 
 #define COMPARE_COLOR(seen, wanted)                                                                                    \
-    QVERIFY2(isClose(seen, wanted),                                                                                    \
-             qPrintable(QColor(seen).name() + u" instead of "_s + QColor(wanted).name()))
+    QVERIFY2(isClose(seen, wanted), qPrintable(QColor(seen).name() + u" instead of "_s + QColor(wanted).name()))
 
 /** What the pieces of the station's styling look like, pixel by pixel. */
 class StylingPicturesTest : public QObject
@@ -237,7 +236,8 @@ void StylingPicturesTest::artStandsOnWholePixels()
 {
     // A canvas of two thirds: 100.5 points are 67 pixels.
     Stage stage({1280, 720});
-    stage.put(u"Canvas { MiniColorBars { x: 100.5; y: 30; width: 210; height: 60; bars: StationPalette.colorBars } }"_s);
+    stage.put(
+        u"Canvas { MiniColorBars { x: 100.5; y: 30; width: 210; height: 60; bars: StationPalette.colorBars } }"_s);
     const QImage picture = stage.picture();
     QCOMPARE(picture.pixelColor(66, 40), QColor(Qt::black));
     for (int bar = 0; bar < 7; ++bar) {
