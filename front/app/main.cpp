@@ -18,11 +18,10 @@ namespace {
 std::unique_ptr<ScreenWindow> makeWindow(QQmlEngine& engine, QuillmereTVApp& app)
 {
     QQmlComponent component(&engine, QUrl(u"qrc:/qt/qml/Quillmere/App/Main.qml"_s));
-    std::unique_ptr<QObject> root(component.createWithInitialProperties({{u"app"_s, QVariant::fromValue(&app)}}));
-    if (auto window = qobject_cast<ScreenWindow*>(root.get())) {
-        root.release();
+    QObject* const root = component.createWithInitialProperties({{u"app"_s, QVariant::fromValue(&app)}});
+    if (auto* const window = qobject_cast<ScreenWindow*>(root))
         return std::unique_ptr<ScreenWindow>(window);
-    }
+    delete root;
     std::fprintf(stderr, "quillmere-tv: the screens do not load: %s\n", qPrintable(component.errorString()));
     return nullptr;
 }

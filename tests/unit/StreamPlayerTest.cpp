@@ -18,6 +18,7 @@ class StreamPlayerTest : public QObject
 
 private Q_SLOTS:
     void init();
+    void cleanup();
     void nothingIsLoadedBeforeTheFirstPlayback();
     void aLoadWaitsForTheRenderer();
     void onlyTheLatestOfTwoEarlyLoadsIsPlayed();
@@ -63,6 +64,12 @@ void StreamPlayerTest::init()
     m_plugin = {};
     m_arrives = {};
     m_loads = 0;
+}
+
+// A plug-in that still comes finds its player gone, and no coroutine is left waiting for it.
+void StreamPlayerTest::cleanup()
+{
+    m_arrives.resolve(false);
 }
 
 // Loads the stream and brings the engine to the point where it was told to play.
