@@ -27,7 +27,7 @@ QList<Benchmark> run(const QString& program, int repetitions)
     QList<Benchmark> benchmarks;
     const QJsonArray entries =
         QJsonDocument::fromJson(process.readAllStandardOutput()).object().value(u"benchmarks"_s).toArray();
-    for (const QJsonValue& entry : entries) {
+    for (const QJsonValue entry : entries) {
         if (entry[u"run_type"] != "iteration"_L1)
             continue;
         const QString name = entry[u"run_name"].toString();

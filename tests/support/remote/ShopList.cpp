@@ -23,10 +23,10 @@ constexpr double beforeText = 14; // points into a row: past its rounded corner,
 
 std::optional<QRectF> focusedRow(const QImage& picture)
 {
-    constexpr double step = 2;
-    double top = -1;
-    for (double y = 0; y < 1080; y += step) {
-        const bool isCream = picture::isLike(picture::colourAt(picture, {listLeft + beforeText, y}), cream, 3);
+    constexpr int step = 2; // points
+    int top = -1;
+    for (int y = 0; y < 1080; y += step) {
+        const bool isCream = picture::isLike(picture::colourAt(picture, {listLeft + beforeText, double(y)}), cream, 3);
         if (isCream && top < 0)
             top = y;
         if (!isCream && top >= 0) {

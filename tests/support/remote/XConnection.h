@@ -2,7 +2,8 @@
 
 #include <memory>
 
-struct _XDisplay;
+// X's own name for it, so that its headers, which define macros like None and Bool, stay out of this one.
+struct _XDisplay; // NOLINT(bugprone-reserved-identifier)
 
 /** One connection to the X display that DISPLAY names, shared by the screen and the remote. One thread. */
 class XConnection
