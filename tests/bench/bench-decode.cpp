@@ -46,7 +46,7 @@ QByteArray page()
 void decodeAPageOf200(benchmark::State& state)
 {
     const QByteArray bytes = page();
-    for (auto round : state) {
+    while (state.KeepRunning()) {
         const auto decoded = decodeRecord<TapePage>(bytes);
         if (!decoded || decoded->items.size() != tapesOnAPage || decoded->items.back().documents.size() != 3)
             state.SkipWithError("The page was not decoded.");
@@ -58,7 +58,7 @@ void decodeAPageOf200(benchmark::State& state)
 void parseAPageOf200(benchmark::State& state)
 {
     const QByteArray bytes = page();
-    for (auto round : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(nlohmann::json::parse(bytes.cbegin(), bytes.cend()));
     state.SetBytesProcessed(state.iterations() * bytes.size());
 }

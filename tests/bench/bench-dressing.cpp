@@ -37,7 +37,7 @@ void buildOneSynopsis(benchmark::State& state)
     const QString name = u"City Council"_s;
     const QString date = u"March 5, 2024"_s;
     const QString rest = dress(asciiTape(42)).synopsis;
-    for (auto round : state) {
+    while (state.KeepRunning()) {
         QString text = u"When "_s % name % u" convenes on "_s % date % rest;
         benchmark::DoNotOptimize(text);
     }
@@ -46,14 +46,14 @@ void buildOneSynopsis(benchmark::State& state)
 void dressAsciiTape(benchmark::State& state)
 {
     const Tape tape = asciiTape(42);
-    for (auto round : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(dress(tape));
 }
 
 void dressAccentedTape(benchmark::State& state)
 {
     const Tape tape = accentedTape(42);
-    for (auto round : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(dress(tape));
 }
 
@@ -62,7 +62,7 @@ void buildShelvesOf200(benchmark::State& state)
     QList<Tape> tapes;
     for (qint64 id = 1; id <= 200; ++id)
         tapes.append(asciiTape(id));
-    for (auto round : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(buildShelves(tapes));
 }
 

@@ -62,7 +62,7 @@ QUrl FaultServer::url(const QByteArray& path) const
 
 void FaultServer::on(const QByteArray& path, Handler handler)
 {
-    m_handlers.insert(path, std::move(handler));
+    m_handlers[path] = std::move(handler);
 }
 
 QByteArray FaultServer::issuer()

@@ -48,8 +48,8 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QJsonArray rows = QJsonDocument::fromJson(file.readAll()).array();
         QCOMPARE_GE(rows.size(), 80);
-        for (const QJsonValue& row : rows)
-            QTest::newRow(qPrintable(row[u"row"_s].toString())) << row.toObject();
+        for (const auto row : rows)
+            QTest::newRow(qPrintable(row.toObject()[u"row"_s].toString())) << row.toObject();
     }
 
     void everyTapeOfTheTableGetsItsCassette()
