@@ -26,11 +26,12 @@ nlohmann::json realisticTape(int id)
         {"documents", nlohmann::json::array()}};
     for (int document = 0; document < id % 4; ++document) {
         const std::string name = std::to_string(document);
+        const std::string url = std::string("/documents/").append(number).append("/").append(name).append(".pdf");
         tape["documents"].push_back({{"id", id * 10 + document},
                                      {"kind", "agenda"},
                                      {"title", "Agenda packet, part " + name},
                                      {"mime_type", "application/pdf"},
-                                     {"url", "/documents/" + number + "/" + name + ".pdf"}});
+                                     {"url", url}});
     }
     return tape;
 }
