@@ -58,7 +58,7 @@ public:
     bool noticeShown() const { return m_notice != nullptr; }
     QString notice() const;
 
-    /** The screen has come into view. */
+    /** The screen has come into view: the store refreshes, a task of the store's that ends with the store. */
     Q_INVOKABLE void appear();
 
     /** Takes a remote's key (a Qt::Key); answers whether it meant something here. */

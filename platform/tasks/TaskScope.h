@@ -3,8 +3,8 @@
 #include "CancelToken.h"
 
 /**
- * The lifetime of an object's tasks: a controller holds one as its last member, so that its tasks end before anything
- * else of it goes. A task takes `token()` when it starts and re-checks it after every co_await.
+ * The lifetime of an object's tasks: whoever starts some holds one as its last member, so that they end before
+ * anything else of it goes. A task takes `token()` when it starts and re-checks it after every co_await.
  * Screen thread only.
  */
 class TaskScope
