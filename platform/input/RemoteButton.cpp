@@ -17,6 +17,7 @@ constexpr RemoteKey keys[] = {
     {Qt::Key_MediaPlay, scan(164), PlayPause}, // KEY_PLAYPAUSE
     {Qt::Key_MediaPlay, 0, Play},
     {Qt::Key_MediaTogglePlayPause, 0, PlayPause},
+    {Qt::Key_F5, 0, PlayPause}, // for keyboards without media keys
     {Qt::Key_Play, 0, Play},
     {Qt::Key_MediaPause, 0, Pause},
     {Qt::Key_Pause, 0, Pause},

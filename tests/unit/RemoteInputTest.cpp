@@ -69,6 +69,7 @@ void RemoteInputTest::aKeyIsItsButton_data()
     QTest::newRow("play/pause on X11") << int(Qt::Key_MediaPlay) << 172u << RemoteButton::PlayPause;
     QTest::newRow("play/pause on the bare display")
         << int(Qt::Key_MediaTogglePlayPause) << 172u << RemoteButton::PlayPause;
+    QTest::newRow("play/pause on an ordinary keyboard") << int(Qt::Key_F5) << 71u << RemoteButton::PlayPause;
     QTest::newRow("play over CEC") << int(Qt::Key_MediaPlay) << 208u << RemoteButton::Play;
     QTest::newRow("pause over CEC") << int(Qt::Key_MediaPause) << 209u << RemoteButton::Pause;
     QTest::newRow("KEY_PLAYCD without a keysym") << 0 << 208u << RemoteButton::Play;
