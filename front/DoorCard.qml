@@ -15,7 +15,6 @@ FocusScope {
     // Of the sides; the longest fixed line just fits.
     readonly property real sidePadding: 36
     readonly property real padding: 54
-    readonly property real lift: 1.06
 
     signal selected
 
@@ -34,8 +33,8 @@ FocusScope {
     SoftShadow {
         anchors.centerIn: parent
         anchors.verticalCenterOffset: 16
-        width: card.width * card.lift - 20
-        height: card.height * card.lift - 20
+        width: card.width * StationMotion.liftScale - 20
+        height: card.height * StationMotion.liftScale - 20
         radius: 30
         spread: 54
         color: StationPalette.faded("black", 0.75)
@@ -43,7 +42,7 @@ FocusScope {
 
         Behavior on opacity {
             NumberAnimation {
-                duration: 150
+                duration: StationMotion.liftTime
                 easing.type: Easing.OutQuad
             }
         }
@@ -51,11 +50,11 @@ FocusScope {
 
     Item {
         anchors.fill: parent
-        scale: card.activeFocus ? card.lift : 1
+        scale: card.activeFocus ? StationMotion.liftScale : 1
 
         Behavior on scale {
             NumberAnimation {
-                duration: 150
+                duration: StationMotion.liftTime
                 easing.type: Easing.OutQuad
             }
         }

@@ -3,7 +3,6 @@
 #include "HubURL.h"
 #include "LandingTexts.h"
 
-using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
@@ -50,6 +49,7 @@ void LandingController::setShowNews(bool showNews)
     m_showNews = showNews;
     setNotice(nullptr);
     Q_EMIT showNewsChanged();
+    Q_EMIT coverChanged();
 }
 
 void LandingController::setShowStore(bool showStore)
@@ -59,6 +59,38 @@ void LandingController::setShowStore(bool showStore)
     m_showStore = showStore;
     setNotice(nullptr);
     Q_EMIT showStoreChanged();
+    Q_EMIT coverChanged();
+}
+
+void LandingController::setNewsScreen(QQmlComponent* screen)
+{
+    if (m_newsScreen == screen)
+        return;
+    m_newsScreen = screen;
+    Q_EMIT coverChanged();
+}
+
+void LandingController::setShopScreen(QQmlComponent* screen)
+{
+    if (m_shopScreen == screen)
+        return;
+    m_shopScreen = screen;
+    Q_EMIT coverChanged();
+}
+
+QQmlComponent* LandingController::cover() const
+{
+    if (m_showNews && m_newsScreen)
+        return m_newsScreen;
+    return m_showStore ? m_shopScreen.data() : nullptr;
+}
+
+void LandingController::dismissCover()
+{
+    if (m_showNews && m_newsScreen)
+        setShowNews(false);
+    else
+        setShowStore(false);
 }
 
 QString LandingController::hubHost() const
@@ -99,11 +131,6 @@ QColor LandingController::statusColor() const
     return m_store ? lineOf(m_store).color : QColor();
 }
 
-QString LandingController::notice() const
-{
-    return u"Press back again to switch the set off"_s;
-}
-
 void LandingController::appear()
 {
     m_store->refresh();
@@ -111,6 +138,8 @@ void LandingController::appear()
 
 bool LandingController::press(int key)
 {
+    if (cover())
+        return false;
     switch (key) {
     case Qt::Key_MediaTogglePlayPause:
     case Qt::Key_MediaPlay:

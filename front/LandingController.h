@@ -6,6 +6,7 @@
 
 #include <QColor>
 #include <QPointer>
+#include <QQmlComponent>
 #include <QtQml/qqmlregistration.h>
 
 /**
@@ -19,9 +20,15 @@ class LandingController : public QObject
     Q_PROPERTY(Store* store READ store WRITE setStore NOTIFY storeChanged REQUIRED FINAL)
     Q_PROPERTY(Timepiece* timepiece READ timepiece WRITE setTimepiece NOTIFY timepieceChanged REQUIRED FINAL)
 
-    /** Whether a door's screen covers this one, or would if it existed. */
+    /** Whether a door was selected: its screen covers this one, or would if it existed. */
     Q_PROPERTY(bool showNews READ showNews WRITE setShowNews NOTIFY showNewsChanged FINAL)
     Q_PROPERTY(bool showStore READ showStore WRITE setShowStore NOTIFY showStoreChanged FINAL)
+
+    /** The screens behind the doors, null until they are built; their maker outlives this. */
+    Q_PROPERTY(QQmlComponent* newsScreen READ newsScreen WRITE setNewsScreen NOTIFY coverChanged FINAL)
+    Q_PROPERTY(QQmlComponent* shopScreen READ shopScreen WRITE setShopScreen NOTIFY coverChanged FINAL)
+    /** The one that covers this screen, null while none does. */
+    Q_PROPERTY(QQmlComponent* cover READ cover NOTIFY coverChanged FINAL)
 
     Q_PROPERTY(QString hubHost READ hubHost CONSTANT FINAL)
     Q_PROPERTY(bool towerLive READ towerLive NOTIFY statusChanged FINAL)
@@ -33,7 +40,6 @@ class LandingController : public QObject
 
     /** Whether back was pressed once, and pressed again now leaves. */
     Q_PROPERTY(bool noticeShown READ noticeShown NOTIFY noticeShownChanged FINAL)
-    Q_PROPERTY(QString notice READ notice CONSTANT FINAL)
 
 public:
     using QObject::QObject;
@@ -48,6 +54,12 @@ public:
     bool showStore() const { return m_showStore; }
     void setShowStore(bool showStore);
 
+    QQmlComponent* newsScreen() const { return m_newsScreen; }
+    void setNewsScreen(QQmlComponent* screen);
+    QQmlComponent* shopScreen() const { return m_shopScreen; }
+    void setShopScreen(QQmlComponent* screen);
+    QQmlComponent* cover() const;
+
     QString hubHost() const;
     bool towerLive() const;
     QString newsSubtitle() const;
@@ -56,19 +68,22 @@ public:
     int statusSize() const;
     QColor statusColor() const;
     bool noticeShown() const { return m_notice != nullptr; }
-    QString notice() const;
 
     /** The screen has come into view: the store refreshes, a task of the store's that ends with the store. */
     Q_INVOKABLE void appear();
 
-    /** Takes a remote's key (a Qt::Key); answers whether it meant something here. */
+    /** Takes a remote's key (a Qt::Key); answers whether it meant something here; under a cover none does. */
     Q_INVOKABLE bool press(int key);
+
+    /** The viewer leaves the screen that covers this one. */
+    Q_INVOKABLE void dismissCover();
 
 Q_SIGNALS:
     void storeChanged();
     void timepieceChanged();
     void showNewsChanged();
     void showStoreChanged();
+    void coverChanged();
     void statusChanged();
     void statusLineChanged();
     void noticeShownChanged();
@@ -84,5 +99,7 @@ private:
     QPointer<Timepiece> m_timepiece;
     bool m_showNews = false;
     bool m_showStore = false;
+    QPointer<QQmlComponent> m_newsScreen;
+    QPointer<QQmlComponent> m_shopScreen;
     std::unique_ptr<Clock::Timer> m_notice; ///< runs while the notice is shown
 };

@@ -11,19 +11,19 @@ FocusScope {
     required property Timepiece timepiece
 
     // What stands behind the doors; null until it is built.
-    property Component newsScreen: null
-    property Component shopScreen: null
+    property alias newsScreen: landing.newsScreen
+    property alias shopScreen: landing.shopScreen
 
     property alias showNews: landing.showNews
     property alias showStore: landing.showStore
-    readonly property bool covered: cover.active
+    readonly property bool covered: landing.cover !== null
 
     // The viewer switches the set off.
     signal leave
 
     Component.onCompleted: landing.appear()
     onCoveredChanged: covered ? cover.forceActiveFocus() : doorway.forceActiveFocus()
-    Keys.onPressed: (event) => event.accepted = !covered && landing.press(event.key)
+    Keys.onPressed: (event) => event.accepted = landing.press(event.key)
 
     LandingController {
         id: landing
@@ -54,7 +54,7 @@ FocusScope {
                 anchors.horizontalCenter: parent.horizontalCenter
                 // The last letter's spacing is not part of the word's width to the eye.
                 anchors.horizontalCenterOffset: 7
-                text: "QUILLMERE"
+                text: StationTexts.stationName
                 font: Typography.standard(78, Font.Black, 14)
                 color: StationPalette.cream
                 textFormat: Text.PlainText
@@ -148,7 +148,7 @@ FocusScope {
             id: notice
 
             anchors.centerIn: parent
-            text: landing.notice
+            text: StationTexts.leaveNotice
             font: Typography.standard(22)
             color: StationPalette.parchment
             textFormat: Text.PlainText
@@ -161,13 +161,9 @@ FocusScope {
     Loader {
         id: cover
 
-        readonly property bool hasNews: landing.showNews && screen.newsScreen !== null
-        readonly property bool hasShop: landing.showStore && screen.shopScreen !== null
-
         anchors.fill: parent
-        active: hasNews || hasShop
-        sourceComponent: hasNews ? screen.newsScreen : screen.shopScreen
-        Keys.onBackPressed: hasNews ? landing.showNews = false : landing.showStore = false
+        sourceComponent: landing.cover
+        Keys.onBackPressed: landing.dismissCover()
         onLoaded: (item as Item).forceActiveFocus()
     }
 }

@@ -7,7 +7,7 @@ DoorCard {
 
     required property bool towerLive
 
-    title: "5 O'CLOCK NEWS"
+    title: StationTexts.newsDoor
     background: VeneerBackground {}
     border: StationPalette.faded(StationPalette.parchment, 0.25)
 
@@ -40,7 +40,7 @@ DoorCard {
                 // The last letter's spacing is not part of the word's width to the eye.
                 anchors.horizontalCenterOffset: 4
                 visible: door.towerLive
-                text: "LIVE"
+                text: StationTexts.live
                 font: Typography.standard(44, Font.Black, 8)
                 color: StationPalette.onAirRed
                 textFormat: Text.PlainText
@@ -65,7 +65,7 @@ DoorCard {
             id: station
 
             width: parent.width
-            text: "Quillmere Television"
+            text: StationTexts.televisionName
             font: Typography.standard(24)
             color: StationPalette.olive
             textFormat: Text.PlainText
@@ -91,7 +91,7 @@ DoorCard {
 
             StationLabel {
                 anchors.verticalCenter: parent.verticalCenter
-                text: door.towerLive ? "on air" : "standby"
+                text: StationTexts.towerCaption(door.towerLive)
                 size: 20
                 color: door.towerLive ? StationPalette.onAirRed
                                       : StationPalette.faded(StationPalette.parchment, 0.55)

@@ -19,13 +19,13 @@ Row {
         NumberAnimation {
             from: 0
             to: 1
-            duration: 1100
+            duration: StationMotion.glowTime
             easing.type: Easing.InOutQuad
         }
         NumberAnimation {
             from: 1
             to: 0
-            duration: 1100
+            duration: StationMotion.glowTime
             easing.type: Easing.InOutQuad
         }
     }
@@ -39,8 +39,8 @@ Row {
             anchors.fill: parent
             visible: lamp.live
             radius: 13
-            spread: 12
-            color: StationPalette.faded(StationPalette.onAirRed, 0.3)
+            spread: StationMotion.faintGlowSpread
+            color: StationMotion.faintGlow
             opacity: 1 - lamp.glow
         }
 
@@ -48,8 +48,8 @@ Row {
             anchors.fill: parent
             visible: lamp.live
             radius: 13
-            spread: 36
-            color: StationPalette.faded(StationPalette.onAirRed, 0.9)
+            spread: StationMotion.fullGlowSpread
+            color: StationMotion.fullGlow
             opacity: lamp.glow
         }
 
@@ -61,7 +61,7 @@ Row {
 
     Text {
         anchors.verticalCenter: parent.verticalCenter
-        text: lamp.live ? "ON AIR" : "OFF AIR"
+        text: StationTexts.lampWords(lamp.live)
         font: Typography.standard(20, Font.DemiBold, 3)
         color: lamp.live ? StationPalette.onAirRed : StationPalette.faded(StationPalette.parchment, 0.4)
         textFormat: Text.PlainText

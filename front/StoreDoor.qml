@@ -5,7 +5,7 @@ import Quillmere.Front
 DoorCard {
     id: door
 
-    title: "REWINDERY"
+    title: StationTexts.storeDoor
     background: DiagonalGradient {
         from: StationPalette.nightNavy
         to: StationPalette.inkNavy
@@ -34,7 +34,7 @@ DoorCard {
 
         Text {
             width: parent.width
-            text: "Public-meeting rentals · Be Kind, Please Rewind"
+            text: StationTexts.storeMotto
             font: Typography.standard(24)
             color: StationPalette.teal
             textFormat: Text.PlainText
@@ -51,13 +51,13 @@ DoorCard {
             spacing: 36
 
             StationLabel {
-                text: "open 24 hrs"
+                text: StationTexts.openingHours
                 size: 20
                 color: StationPalette.amber
             }
 
             StationLabel {
-                text: "home video"
+                text: StationTexts.homeVideo
                 size: 20
                 color: StationPalette.faded(StationPalette.cream, 0.5)
             }

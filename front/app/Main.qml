@@ -10,7 +10,7 @@ ScreenWindow {
 
     required property QuillmereTVApp app
 
-    title: "Quillmere Television"
+    title: StationTexts.televisionName
     color: StationPalette.inkNavy
 
     Canvas {
@@ -31,7 +31,6 @@ ScreenWindow {
 
                     playerScreen: Component {
                         TapePlayerView {
-                            store: window.app.store
                             tape: shop.chosen
                             onDismissed: shop.playing = false
                         }

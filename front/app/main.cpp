@@ -3,13 +3,17 @@
 #include "RenderPath.h"
 #include "ScreenWindow.h"
 #include "StopSignals.h"
+#include "VideoPlugins.h"
 
 #include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
 
+#include <chrono>
 #include <clocale>
 #include <cstdio>
+#include <thread>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -26,20 +30,8 @@ std::unique_ptr<ScreenWindow> makeWindow(QQmlEngine& engine, QuillmereTVApp& app
     return nullptr;
 }
 
-} // namespace
-
-int main(int argc, char* argv[])
+int watch(QGuiApplication& application)
 {
-    QuillmereTVApp::prepareSound();
-    QGuiApplication application(argc, argv);
-    // The application object takes the user's locale; the video player reads and writes numbers in C's.
-    std::setlocale(LC_NUMERIC, "C");
-    QGuiApplication::setApplicationName(u"quillmere-tv"_s);
-    QGuiApplication::setApplicationDisplayName(u"Quillmere Television"_s);
-    QGuiApplication::setApplicationVersion(QStringLiteral(QUILLMERE_VERSION));
-    QGuiApplication::setDesktopFileName(u"quillmere-tv"_s);
-    chooseRenderPath();
-
     QuillmereTVApp app;
     QQmlEngine engine;
     engine.addImportPath(u":/qt/qml"_s);
@@ -53,4 +45,35 @@ int main(int argc, char* argv[])
     QObject::connect(&stopSignals, &StopSignals::stop, &application, &QCoreApplication::quit);
     window->present();
     return QGuiApplication::exec();
+}
+
+/** The toolkit's own end waits for a host name that is still being looked up, which may take half a minute. */
+void endAnyway(int status)
+{
+    constexpr std::chrono::seconds patience{5};
+    std::thread([status] {
+        std::this_thread::sleep_for(patience);
+        _exit(status);
+    }).detach();
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    // These set the environment, so they come before the first other thread.
+    QuillmereTVApp::prepareSound();
+    VideoPlugins::prepare();
+    QGuiApplication application(argc, argv);
+    // The application object takes the user's locale; the video player reads and writes numbers in C's.
+    std::setlocale(LC_NUMERIC, "C");
+    QGuiApplication::setApplicationName(u"quillmere-tv"_s);
+    QGuiApplication::setApplicationDisplayName(u"Quillmere Television"_s);
+    QGuiApplication::setApplicationVersion(QStringLiteral(QUILLMERE_VERSION));
+    QGuiApplication::setDesktopFileName(u"quillmere-tv"_s);
+    chooseRenderPath();
+
+    const int status = watch(application);
+    endAnyway(status);
+    return status;
 }

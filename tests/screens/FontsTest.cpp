@@ -1,9 +1,11 @@
+#include "StationTexts.h"
 #include "Typography.h"
 #include "ViewerTexts.h"
 
 #include <QFontInfo>
 #include <QGlyphRun>
 #include <QImage>
+#include <QMetaProperty>
 #include <QPainter>
 #include <QRawFont>
 #include <QTest>
@@ -57,6 +59,14 @@ void FontsTest::everyTextIsDrawnWithRealGlyphs_data()
     QTest::addColumn<QString>("text");
     for (const char16_t* text : viewerTexts)
         QTest::addRow("%s", qPrintable(QString::fromUtf16(text).left(60))) << QString::fromUtf16(text);
+    const StationTexts station;
+    const QMetaObject& texts = StationTexts::staticMetaObject;
+    for (int i = texts.propertyOffset(); i < texts.propertyCount(); ++i)
+        QTest::addRow("%s", texts.property(i).name()) << texts.property(i).read(&station).toString();
+    for (const bool live : {true, false}) {
+        QTest::addRow("lamp, %d", live) << StationTexts::lampWords(live);
+        QTest::addRow("tower, %d", live) << StationTexts::towerCaption(live);
+    }
     QTest::newRow("Chinese") << u"市議會會議記錄 · 市议会会议"_s;
     QTest::newRow("Japanese") << u"市議会の定例会議"_s;
     QTest::newRow("Korean") << u"시의회 정기 회의"_s;

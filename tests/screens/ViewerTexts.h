@@ -1,13 +1,12 @@
 #pragma once
 
-/** Every text that the set itself shows a viewer. */
+/** Texts that the set shows a viewer, or will on screens to come; those that never change are in StationTexts. */
 // clang-format off
 inline constexpr const char16_t* viewerTexts[] = {
-    u"5 O'CLOCK NEWS", u"Quillmere Television", u"QUILLMERE", u"REWINDERY", u"LIVE", u"ON AIR", u"OFF AIR", u"on air",
-    u"standby", u"open 24 hrs", u"home video", u"The tower is lit — tune in.", u"Next broadcast · ",
+    u"The tower is lit — tune in.", u"Next broadcast · ",
     u"The tower is dark. Colour bars and a countdown until it isn't.", u"Checking what's on the shelf…", u"1 market",
     u" markets", u" tapes in stock · ", u" · every one plays right here",
-    u"Public-meeting rentals · Be Kind, Please Rewind", u"Tuning in…", u"Press ▶︎ to refresh", u"5 O'Clock News",
+    u"Tuning in…", u"Press ▶︎ to refresh", u"5 O'Clock News",
     u"Channel ", u"CHECKING THE TOWER…", u"TRANSMISSION WILL RESUME — THIS SET IS WATCHING THE TOWER",
     u"no broadcast scheduled", u"last on the schedule · ", u"THIS IS THE 5 O'CLOCK NEWS · QUILLMERE TELEVISION · ",
     u"   ·   ", u"channels", u"1d 01:01:01", u"23:59:59", u"Rewindery", u"HOME VIDEO", u"Rewindery Home Video",
@@ -40,6 +39,5 @@ inline constexpr const char16_t* viewerTexts[] = {
     u"No transcript has been harvested for this tape yet.", u" words",
     u"This tape has no playable copy on the shelf.", u"The tape wouldn't play. It may still be being archived.",
     u"That address didn't resolve.", u"The hub answered ", u"The hub sent something this app couldn't read.",
-    u"Press back again to switch the set off",
 };
 // clang-format on
