@@ -81,7 +81,8 @@ public:
     }
     bool string(string_t& value) override
     {
-        add(Type::String);
+        if (!add(Type::String))
+            return false;
         m_document.m_nodes.back().text = keep(value);
         return true;
     }
@@ -115,6 +116,8 @@ private:
     bool add(Type type) { return addInteger(type, 0); }
     bool addInteger(Type type, qint64 value)
     {
+        if (m_document.m_nodes.size() == size_t(maxValues))
+            return false;
         Node node;
         node.integer = value;
         node.keyOffset = m_key.offset;

@@ -52,7 +52,10 @@ class JsonDocument
 public:
     static constexpr int maxDepth = 512;
 
-    /** Nothing when the bytes are no JSON document, or nest deeper than `maxDepth`. */
+    /** Of all kinds, in one document: far above any honest page, as a short text may hold millions of them. */
+    static constexpr int maxValues = 1'000'000;
+
+    /** Nothing when the bytes are no JSON document, nest deeper than `maxDepth` or hold more than `maxValues`. */
     static std::optional<JsonDocument> parse(const QByteArray& bytes);
 
     JsonValue root() const { return {*this, 0}; }

@@ -20,6 +20,7 @@ private Q_SLOTS:
     void aNumberBeyondAnyRangeIsNoIntegerAndHarmsNothingElse_data();
     void aNumberBeyondAnyRangeIsNoIntegerAndHarmsNothingElse();
     void depthIsBoundedAt512();
+    void theNumberOfValuesIsBounded();
     void endlessNestingNeedsNoStack();
     void aTextIsReadAsWritten_data();
     void aTextIsReadAsWritten();
@@ -218,6 +219,14 @@ void JsonDocumentTest::depthIsBoundedAt512()
     QVERIFY(JsonDocument::parse(nestedObjects(512)));
     QVERIFY(!JsonDocument::parse(nestedObjects(513)));
     QVERIFY(JsonDocument::parse('[' + (nested(511) + ',').repeated(3) + "0]"));
+}
+
+void JsonDocumentTest::theNumberOfValuesIsBounded()
+{
+    const auto list = [](int elements) { return '[' + QByteArray("1,").repeated(elements - 1) + "1]"; };
+    QVERIFY(JsonDocument::parse(list(JsonDocument::maxValues - 1)));
+    QVERIFY(!JsonDocument::parse(list(JsonDocument::maxValues)));
+    QVERIFY(!JsonDocument::parse('[' + QByteArray("\"\",").repeated(JsonDocument::maxValues) + "{}]"));
 }
 
 void JsonDocumentTest::endlessNestingNeedsNoStack()
