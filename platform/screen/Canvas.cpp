@@ -15,6 +15,8 @@ void Canvas::itemChange(ItemChange change, const ItemChangeData& data)
 {
     if (change == ItemParentHasChanged)
         follow(data.item);
+    else if (change == ItemDevicePixelRatioHasChanged)
+        fit();
     QQuickItem::itemChange(change, data);
 }
 
@@ -32,7 +34,7 @@ void Canvas::follow(QQuickItem* parent)
 
 void Canvas::fit()
 {
-    const QSizeF space = parentItem()->size();
+    const QSizeF space = parentItem() ? parentItem()->size() : QSizeF();
     if (space.isEmpty())
         return;
     const double factor = std::min(space.width() / points.width(), space.height() / points.height());
