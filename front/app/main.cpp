@@ -47,10 +47,11 @@ int watch(QGuiApplication& application)
     return QGuiApplication::exec();
 }
 
+constexpr std::chrono::seconds patience{5};
+
 /** The toolkit's own end waits for a host name that is still being looked up, which may take half a minute. */
 void endAnyway(int status)
 {
-    constexpr std::chrono::seconds patience{5};
     std::thread([status] {
         std::this_thread::sleep_for(patience);
         _exit(status);

@@ -102,7 +102,7 @@ void StreamPlayer::engineFailed(const VideoFailure& failure)
     m_starting.reset();
     if (std::exchange(m_engine, nullptr))
         Q_EMIT engineChanged();
-    if (m_state == State::Loading)
+    if (m_state == State::Loading || m_state == State::Playing || m_state == State::Paused)
         fail(failure);
 }
 

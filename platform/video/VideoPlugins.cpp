@@ -14,13 +14,13 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr auto pluginFile = "quillmere-video.so";
-constexpr std::chrono::seconds farewell{5};
+constexpr std::chrono::seconds farewell{3};
 
 struct Loading
 {
     QPluginLoader loader;
     QStringList folders;
-    Worker worker;
+    std::unique_ptr<Worker> worker; ///< from the first load to the end of the application object
     QList<Completion<bool>> waiting;
     VideoPlugin* plugin = nullptr;
 };
@@ -45,16 +45,10 @@ QString findPlugin()
     return {};
 }
 
-// The TLS library below the player reads its policy from a file named in the environment, when it is loaded.
-void refuseOldTls()
+// A load that is under way ends before what it reports to does.
+void waitForLoad()
 {
-    static const MemoryFile policy("tls-policy", "[overrides]\n"
-                                                 "disabled-version = ssl3.0\n"
-                                                 "disabled-version = tls1.0\n"
-                                                 "disabled-version = tls1.1\n"
-                                                 "disabled-version = dtls1.0\n");
-    if (policy.isValid())
-        qputenv("GNUTLS_SYSTEM_PRIORITY_FILE", policy.path());
+    loading().worker.reset();
 }
 
 void waitForEngines()
@@ -76,10 +70,14 @@ QCoro::Task<> readIn()
 {
     Loading& all = loading();
     all.loader.setFileName(findPlugin());
-    refuseOldTls();
+    VideoPlugins::prepare();
+    if (!all.worker) {
+        all.worker = std::make_unique<Worker>();
+        qAddPostRoutine(waitForLoad);
+    }
     // The player's library insists on numbers with a point.
     std::setlocale(LC_NUMERIC, "C");
-    if (co_await all.worker.run([&all] { return all.loader.load(); }))
+    if (co_await all.worker->run([&all] { return all.loader.load(); }))
         adopt();
     const auto waiting = std::exchange(all.waiting, {});
     for (const Completion<bool>& one : waiting)
@@ -102,6 +100,19 @@ QCoro::Task<tl::expected<VideoPlugin*, QString>> VideoPlugins::load()
                                          : all.loader.errorString());
     }
     co_return all.plugin;
+}
+
+void VideoPlugins::prepare()
+{
+    static const MemoryFile policy("tls-policy", "[overrides]\n"
+                                                 "disabled-version = ssl3.0\n"
+                                                 "disabled-version = tls1.0\n"
+                                                 "disabled-version = tls1.1\n"
+                                                 "disabled-version = dtls1.0\n");
+    // The TLS library below the player reads its policy from the file that this names.
+    constexpr auto variable = "GNUTLS_SYSTEM_PRIORITY_FILE";
+    if (policy.isValid() && qgetenv(variable) != policy.path())
+        qputenv(variable, policy.path());
 }
 
 void VideoPlugins::addFolder(const QString& folder)

@@ -220,8 +220,9 @@ void MpvCore::load(int load, const QByteArray& url, double startAt)
     m_started = false;
     m_entry = 0;
     MpvOptions::allowProtocols(m_mpv, url);
-    const QByteArray options = startAt > 0 ? "start=" + QByteArray::number(startAt, 'f', 3) : QByteArray();
-    const char* command[] = {"loadfile", url.constData(), "replace", options.constData(), nullptr};
+    // An option, as the place of a load's own options in the command differs between versions of the library.
+    setOption("start", startAt > 0 ? QByteArray::number(startAt, 'f', 3).constData() : "none");
+    const char* command[] = {"loadfile", url.constData(), "replace", nullptr};
     mpv_node result{};
     if (mpv_command_ret(m_mpv, command, &result) < 0) {
         m_listener.post([load](VideoEngineListener& listener) { listener.loadFailed(load, {}); });
