@@ -24,6 +24,7 @@ private Q_SLOTS:
     void onlyTheLatestOfTwoEarlyLoadsIsPlayed();
     void aPluginThatDoesNotLoadIsAFailureAndIsTriedAgain();
     void anEngineThatDoesNotStartIsAFailureAndIsTriedAgain();
+    void anEngineThatIsLostWhilePlayingIsAFailure();
     void theFirstPictureComesBeforeAnyPosition();
     void theEndIsBelievedNearTheDuration_data();
     void theEndIsBelievedNearTheDuration();
@@ -153,6 +154,21 @@ void StreamPlayerTest::anEngineThatDoesNotStartIsAFailureAndIsTriedAgain()
     const auto engine = start(player);
     QCOMPARE(m_plugin.made, 2);
     QCOMPARE(engine->loads.size(), 1);
+}
+
+void StreamPlayerTest::anEngineThatIsLostWhilePlayingIsAFailure()
+{
+    StreamPlayer player({}, loadPlugin());
+    QSignalSpy failed(&player, &VideoPlayer::failed);
+    const auto engine = start(player);
+    engine->report([](Listener& to) { to.pictureShown(1); });
+    deliver();
+    QCOMPARE(player.state(), State::Playing);
+    engine->report([](Listener& to) { to.engineFailed({Cause::NoPicture, 0, {}}); });
+    deliver();
+    QCOMPARE(failed.count(), 1);
+    QCOMPARE(player.state(), State::Failed);
+    QVERIFY(!player.engine());
 }
 
 void StreamPlayerTest::theFirstPictureComesBeforeAnyPosition()
