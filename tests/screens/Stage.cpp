@@ -86,6 +86,25 @@ void Stage::settle()
     }
 }
 
+void Stage::waitForFrame()
+{
+    const int seen = m_frames;
+    m_window->update();
+    if (!QTest::qWaitFor([&] { return m_frames > seen; }))
+        QTest::qFail("no frame is drawn", __FILE__, __LINE__);
+}
+
+QList<int> Stage::animationTimes(const QQuickItem* root)
+{
+    QList<int> times;
+    const auto objects = root->findChildren<QObject*>();
+    for (const QObject* object : objects) {
+        if (object->inherits("QQuickPropertyAnimation"))
+            times.append(object->property("duration").toInt());
+    }
+    return times;
+}
+
 QList<QQuickItem*> Stage::all(QQuickItem* root, const QByteArray& type)
 {
     QList<QQuickItem*> found;

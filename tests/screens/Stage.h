@@ -29,6 +29,9 @@ public:
     /** Waits until no frame has been drawn for a tenth of a second. */
     void settle();
 
+    /** Waits until a frame begun after this call has been drawn, so that everything stands where it should. */
+    void waitForFrame();
+
     int frames() const { return m_frames; }
 
     /** The items at and below `root` whose type is called `type`, in their order. */
@@ -37,6 +40,9 @@ public:
 
     /** The visible Text items below `root`. */
     static QList<QQuickItem*> texts(QQuickItem* root);
+
+    /** The durations of the animations made at and below `root`, in milliseconds. */
+    static QList<int> animationTimes(const QQuickItem* root);
 
     /** Where an item is on the glass, in device pixels. */
     static QRectF area(const QQuickItem* item);

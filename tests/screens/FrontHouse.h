@@ -1,0 +1,63 @@
+#pragma once
+
+#include "HubAPI.h"
+#include "MemoryDefaults.h"
+#include "ScriptedClock.h"
+#include "ScriptedHttpClient.h"
+#include "Stage.h"
+#include "Store.h"
+#include "Timepiece.h"
+
+#include <algorithm>
+
+/** The front screen on a scripted network and clock. */
+struct FrontHouse
+{
+    ScriptedHttpClient http;
+    HubAPI hub{http, QUrl(QStringLiteral("https://hub.example.org"))};
+    MemoryDefaults defaults;
+    Store store{hub, defaults};
+    ScriptedClock clock;
+    Timepiece timepiece{clock};
+    Stage stage;
+    QQuickItem* view = nullptr;
+
+    explicit FrontHouse(QSize size = {1920, 1080}, const QString& doors = {}) : stage(size)
+    {
+        QQuickItem* root = stage.put(
+            QStringLiteral("Canvas { property QtObject store; property QtObject timepiece; LandingView { "
+                           "anchors.fill: parent; focus: true; store: parent.store; timepiece: parent.timepiece; "
+                           "%1 } }")
+                .arg(doors),
+            {{QStringLiteral("store"), QVariant::fromValue<QObject*>(&store)},
+             {QStringLiteral("timepiece"), QVariant::fromValue<QObject*>(&timepiece)}});
+        view = root ? Stage::first(root, "LandingView") : nullptr;
+    }
+
+    QQuickItem* newsDoor() { return Stage::first(view, "NewsDoor"); }
+    QQuickItem* storeDoor() { return Stage::first(view, "StoreDoor"); }
+
+    bool shows(const QString& text)
+    {
+        const auto texts = Stage::texts(view);
+        return std::any_of(texts.begin(), texts.end(),
+                           [&](const QQuickItem* item) { return item->property("text").toString() == text; });
+    }
+
+    void setNews(bool live, const QString& title, const QString& next = {})
+    {
+        TVStatus status = store.status();
+        status.news.towerLive = live;
+        status.news.programTitle = title;
+        status.news.nextBroadcastLabel = next;
+        store.setStatus(status);
+    }
+
+    int statusRequests()
+    {
+        int count = 0;
+        for (int call = 0; call < http.count(); ++call)
+            count += http.request(call).url.path() == QStringLiteral("/api/tv/status");
+        return count;
+    }
+};
