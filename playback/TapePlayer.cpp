@@ -7,8 +7,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double shortestSkip = 1.0; // a start this near to the top is the top
-
 std::unique_ptr<VideoPlayer> makeStreamPlayer()
 {
     return std::make_unique<StreamPlayer>(VideoOptions{hubCertificates(), u"Quillmere Television"_s});
@@ -31,22 +29,36 @@ void TapePlayer::componentComplete()
     connect(m_player.get(), &VideoPlayer::failed, this,
             [this] { fail(u"The tape wouldn't play. It may still be being archived."_s); });
     Q_EMIT playerChanged();
-    m_player->load(*url, m_startAt > shortestSkip ? m_startAt : 0);
+    m_player->load(*url);
 }
 
-bool TapePlayer::takeKey(int key)
+bool TapePlayer::press(int key)
 {
-    if (key != Qt::Key_Select && key != Qt::Key_MediaTogglePlayPause)
+    switch (key) {
+    case Qt::Key_Select:
+    case Qt::Key_MediaTogglePlayPause:
+        setPaused(m_player && m_player->state() == VideoPlayer::State::Playing);
+        return true;
+    case Qt::Key_MediaPlay:
+        setPaused(false);
+        return true;
+    case Qt::Key_MediaPause:
+        setPaused(true);
+        return true;
+    case Qt::Key_MediaStop:
+    case Qt::Key_Back:
+        Q_EMIT leave();
+        return true;
+    default:
         return false;
-    togglePause();
-    return true;
+    }
 }
 
-void TapePlayer::togglePause()
+void TapePlayer::setPaused(bool paused)
 {
     if (!m_player)
         return;
-    if (m_player->state() == VideoPlayer::State::Playing)
+    if (paused)
         m_player->pause();
     else
         m_player->play();

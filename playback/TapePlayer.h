@@ -19,7 +19,6 @@ class TapePlayer : public QObject, public QQmlParserStatus
     QML_ELEMENT
     Q_INTERFACES(QQmlParserStatus)
     Q_PROPERTY(Tape tape MEMBER m_tape)
-    Q_PROPERTY(double startAt MEMBER m_startAt)
     Q_PROPERTY(VideoPlayer* player READ player NOTIFY playerChanged)
     Q_PROPERTY(QString failure READ failure NOTIFY failureChanged)
 
@@ -39,20 +38,25 @@ public:
     /** Starts to play; a tape without a stream fails instead, and no player is made. */
     void componentComplete() override;
 
-    /** Select and play/pause hold the tape or let it go on; false for keys that are not this screen's. */
-    Q_INVOKABLE bool takeKey(int key);
+    /**
+     * Takes a remote's key (a Qt::Key); answers whether it meant something here. Select and play/pause hold the tape or
+     * let it go on, play and pause do one of the two, stop and back leave.
+     */
+    Q_INVOKABLE bool press(int key);
 
 Q_SIGNALS:
     void playerChanged();
     void failureChanged();
 
+    /** The viewer leaves the tape. */
+    void leave();
+
 private:
-    void togglePause();
+    void setPaused(bool paused);
     void fail(const QString& message);
 
     MakePlayer m_makePlayer;
     Tape m_tape;
-    double m_startAt = 0; ///< seconds; up to 1 is the top
     std::unique_ptr<VideoPlayer> m_player;
     QString m_failure;
 };

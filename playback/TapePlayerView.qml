@@ -1,30 +1,26 @@
 import QtQuick
-import Quillmere.Catalogue
 import Quillmere.Front
 import Quillmere.Hub
 import Quillmere.Playback
 import Quillmere.Screen
 import Quillmere.Video
 
-// A tape, full screen. Select or play/pause holds it, back leaves.
+// A tape, full screen.
 FocusScope {
     id: view
 
-    required property Store store
     required property tape tape
-    property double startAt: 0
 
     signal dismissed()
 
     focus: true
-    Keys.onBackPressed: dismissed()
-    Keys.onPressed: event => event.accepted = controller.takeKey(event.key)
+    Keys.onPressed: event => event.accepted = controller.press(event.key)
 
     TapePlayer {
         id: controller
 
         tape: view.tape
-        startAt: view.startAt
+        onLeave: view.dismissed()
     }
 
     FullBleed {

@@ -1,7 +1,4 @@
-#include "HubAPI.h"
-#include "MemoryDefaults.h"
-#include "ScriptedHttpClient.h"
-#include "Store.h"
+#include "Tape.h"
 
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -24,15 +21,6 @@ private Q_SLOTS:
     void playPauseStaysHere();
 
 private:
-    QVariantMap properties(QObject* store)
-    {
-        return {{u"store"_s, QVariant::fromValue(store)}, {u"tape"_s, QVariant::fromValue(Tape{})}};
-    }
-
-    ScriptedHttpClient m_http;
-    HubAPI m_hub{m_http, QUrl(u"https://hub.example"_s)};
-    MemoryDefaults m_defaults;
-    Store m_store{m_hub, m_defaults};
     QQmlEngine m_engine;
     QQuickWindow m_window;
     std::unique_ptr<QQuickItem> m_view;
@@ -43,7 +31,7 @@ void TapePlayerViewTest::initTestCase()
     m_engine.addImportPath(u":/qt/qml"_s);
     QQmlComponent component(&m_engine);
     component.setData("import Quillmere.Playback\nTapePlayerView {}", {});
-    std::unique_ptr<QObject> made(component.createWithInitialProperties(properties(&m_store)));
+    std::unique_ptr<QObject> made(component.createWithInitialProperties({{u"tape"_s, QVariant::fromValue(Tape{})}}));
     QVERIFY2(made, qPrintable(component.errorString()));
     m_view.reset(qobject_cast<QQuickItem*>(made.release()));
     m_window.setColor(Qt::blue);

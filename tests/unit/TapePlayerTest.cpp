@@ -18,18 +18,21 @@ class TapePlayerTest : public QObject
 private Q_SLOTS:
     void init();
     void aTapePlaysItsStreamFromTheHub();
-    void onlyAStartBeyondOneSecondIsASkip_data();
-    void onlyAStartBeyondOneSecondIsASkip();
     void aTapeWithoutAStreamHasNoPlayableCopy_data();
     void aTapeWithoutAStreamHasNoPlayableCopy();
     void aStreamThatFailsMayStillBeBeingArchived();
     void selectAndPlayPauseHoldTheTape_data();
     void selectAndPlayPauseHoldTheTape();
+    void playPlaysAndPausePauses_data();
+    void playPlaysAndPausePauses();
+    void stopAndBackLeave_data();
+    void stopAndBackLeave();
+    void keysAreSafeWithoutAPlayer();
     void otherKeysAreNotTaken();
     void leavingEndsThePlayback();
 
 private:
-    std::unique_ptr<TapePlayer> open(const QString& path, double startAt = 0);
+    std::unique_ptr<TapePlayer> open(const QString& path);
 
     QPointer<ScriptedVideoPlayer> m_player;
 };
@@ -39,7 +42,7 @@ void TapePlayerTest::init()
     m_player.clear();
 }
 
-std::unique_ptr<TapePlayer> TapePlayerTest::open(const QString& path, double startAt)
+std::unique_ptr<TapePlayer> TapePlayerTest::open(const QString& path)
 {
     auto screen = std::make_unique<TapePlayer>([this] {
         auto player = std::make_unique<ScriptedVideoPlayer>();
@@ -50,7 +53,6 @@ std::unique_ptr<TapePlayer> TapePlayerTest::open(const QString& path, double sta
     tape.id = 7;
     tape.streamURLPath = path;
     screen->setProperty("tape", QVariant::fromValue(tape));
-    screen->setProperty("startAt", startAt);
     screen->componentComplete();
     return screen;
 }
@@ -62,24 +64,8 @@ void TapePlayerTest::aTapePlaysItsStreamFromTheHub()
     QCOMPARE(screen->player(), m_player.data());
     QCOMPARE(m_player->loads().size(), 1);
     QCOMPARE(m_player->loads().first().url, *hubURL(u"/media/7/index.m3u8"_s));
+    QCOMPARE(m_player->loads().first().startAt, 0.0);
     QCOMPARE(screen->failure(), QString());
-}
-
-void TapePlayerTest::onlyAStartBeyondOneSecondIsASkip_data()
-{
-    QTest::addColumn<double>("startAt");
-    QTest::addColumn<double>("loaded");
-    QTest::newRow("the top") << 0.0 << 0.0;
-    QTest::newRow("exactly one second") << 1.0 << 0.0;
-    QTest::newRow("a second and a half") << 1.5 << 1.5;
-    QTest::newRow("minutes in") << 125.0 << 125.0;
-}
-
-void TapePlayerTest::onlyAStartBeyondOneSecondIsASkip()
-{
-    QFETCH(const double, startAt);
-    const auto screen = open(u"/media/7/index.m3u8"_s, startAt);
-    QTEST(m_player->loads().first().startAt, "loaded");
 }
 
 void TapePlayerTest::aTapeWithoutAStreamHasNoPlayableCopy_data()
@@ -96,7 +82,7 @@ void TapePlayerTest::aTapeWithoutAStreamHasNoPlayableCopy()
     QVERIFY(!m_player);
     QVERIFY(!screen->player());
     QCOMPARE(screen->failure(), u"This tape has no playable copy on the shelf."_s);
-    QVERIFY(screen->takeKey(Qt::Key_Select));
+    QVERIFY(screen->press(Qt::Key_Select));
 }
 
 void TapePlayerTest::aStreamThatFailsMayStillBeBeingArchived()
@@ -120,18 +106,68 @@ void TapePlayerTest::selectAndPlayPauseHoldTheTape()
     QFETCH(const int, key);
     const auto screen = open(u"/media/7/index.m3u8"_s);
     m_player->showPicture();
-    QVERIFY(screen->takeKey(key));
+    QVERIFY(screen->press(key));
     QCOMPARE(m_player->state(), State::Paused);
-    QVERIFY(screen->takeKey(key));
+    QVERIFY(screen->press(key));
     QCOMPARE(m_player->state(), State::Playing);
+}
+
+void TapePlayerTest::playPlaysAndPausePauses_data()
+{
+    QTest::addColumn<bool>("isPaused");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<State>("state");
+    QTest::newRow("pause while it plays") << false << int(Qt::Key_MediaPause) << State::Paused;
+    QTest::newRow("pause while it is paused") << true << int(Qt::Key_MediaPause) << State::Paused;
+    QTest::newRow("play while it plays") << false << int(Qt::Key_MediaPlay) << State::Playing;
+    QTest::newRow("play while it is paused") << true << int(Qt::Key_MediaPlay) << State::Playing;
+}
+
+void TapePlayerTest::playPlaysAndPausePauses()
+{
+    QFETCH(const bool, isPaused);
+    QFETCH(const int, key);
+    const auto screen = open(u"/media/7/index.m3u8"_s);
+    m_player->showPicture();
+    if (isPaused)
+        m_player->pause();
+    QVERIFY(screen->press(key));
+    QTEST(m_player->state(), "state");
+}
+
+void TapePlayerTest::stopAndBackLeave_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("stop") << int(Qt::Key_MediaStop);
+    QTest::newRow("back") << int(Qt::Key_Back);
+}
+
+void TapePlayerTest::stopAndBackLeave()
+{
+    QFETCH(const int, key);
+    const auto screen = open(u"/media/7/index.m3u8"_s);
+    m_player->showPicture();
+    QSignalSpy left(screen.get(), &TapePlayer::leave);
+    QVERIFY(screen->press(key));
+    QCOMPARE(left.count(), 1);
+}
+
+void TapePlayerTest::keysAreSafeWithoutAPlayer()
+{
+    const auto screen = open({});
+    for (const int key : {Qt::Key_Select, Qt::Key_MediaTogglePlayPause, Qt::Key_MediaPlay, Qt::Key_MediaPause})
+        QVERIFY(screen->press(key));
+    QSignalSpy left(screen.get(), &TapePlayer::leave);
+    QVERIFY(screen->press(Qt::Key_MediaStop));
+    QCOMPARE(left.count(), 1);
 }
 
 void TapePlayerTest::otherKeysAreNotTaken()
 {
     const auto screen = open(u"/media/7/index.m3u8"_s);
     m_player->showPicture();
-    for (const int key : {Qt::Key_Back, Qt::Key_Left, Qt::Key_Down, Qt::Key_A})
-        QVERIFY(!screen->takeKey(key));
+    for (const int key : {Qt::Key_Left, Qt::Key_Down, Qt::Key_A})
+        QVERIFY(!screen->press(key));
     QCOMPARE(m_player->state(), State::Playing);
 }
 
