@@ -14,9 +14,9 @@ FocusScope {
     required property Store store
 
     // What plays a tape; it takes it from `chosen` and clears `playing` when it is done.
-    property Component playerScreen: null
-    property tape chosen
-    property bool playing: false
+    required property Component playerScreen
+    property alias chosen: tapes.chosen
+    property alias playing: tapes.playing
 
     focus: true
     onPlayingChanged: playing ? player.forceActiveFocus() : list.forceActiveFocus()
@@ -47,7 +47,7 @@ FocusScope {
         currentIndex: tapes.currentRow
         Keys.onUpPressed: tapes.move(-1)
         Keys.onDownPressed: tapes.move(1)
-        Keys.onSelectPressed: shop.open()
+        Keys.onSelectPressed: tapes.playing = true
 
         delegate: Item {
             id: row
@@ -86,6 +86,19 @@ FocusScope {
         }
     }
 
+    Text {
+        anchors.centerIn: parent
+        width: parent.width - 400
+        visible: !shop.playing && text !== ""
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.Wrap
+        textFormat: Text.PlainText
+        color: StationPalette.cream
+        font: Typography.standard(28)
+        text: tapes.emptyText
+        Accessible.name: text
+    }
+
     TapeList {
         id: tapes
 
@@ -96,14 +109,9 @@ FocusScope {
         id: player
 
         anchors.fill: parent
-        active: shop.playing && shop.playerScreen !== null
+        active: shop.playing
         sourceComponent: shop.playerScreen
         Keys.onBackPressed: shop.playing = false
         onLoaded: (item as Item).forceActiveFocus()
-    }
-
-    function open() {
-        chosen = tapes.currentTape();
-        playing = tapes.currentRow >= 0 && playerScreen !== null;
     }
 }

@@ -1,14 +1,51 @@
 #include "TapeList.h"
 
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A row is one line high: what follows a line break would not be seen.
+QString onOneLine(QString text)
+{
+    static const QRegularExpression lineBreaks(u"\\R+"_s);
+    return text.replace(lineBreaks, u" "_s);
+}
+
+} // namespace
+
 void TapeList::setStore(Store* store)
 {
     if (m_store)
         m_store->disconnect(this);
     m_store = store;
-    if (m_store)
+    if (m_store) {
         connect(m_store, &Store::shelvesChanged, this, &TapeList::rebuild);
+        connect(m_store, &Store::lastErrorChanged, this, &TapeList::emptyTextChanged);
+    }
     rebuild();
     Q_EMIT storeChanged();
+}
+
+QString TapeList::emptyText() const
+{
+    if (m_currentRow >= 0)
+        return {};
+    const QString error = m_store ? m_store->lastErrorText() : QString();
+    return error.isEmpty() ? u"Checking what's on the shelf…"_s : error;
+}
+
+void TapeList::setPlaying(bool playing)
+{
+    if (playing == m_playing || (playing && m_currentRow < 0))
+        return;
+    if (playing) {
+        m_chosen = currentTape();
+        Q_EMIT chosenChanged();
+    }
+    m_playing = playing;
+    Q_EMIT playingChanged();
 }
 
 void TapeList::move(int step)
@@ -56,9 +93,9 @@ void TapeList::rebuild()
     m_rows.clear();
     if (m_store) {
         for (const Shelf& shelf : m_store->shelves()) {
-            m_rows.append({shelf.name, {}});
+            m_rows.append({onOneLine(shelf.name), {}});
             for (const VHSCover& cover : shelf.covers)
-                m_rows.append({cover.title, shelf.tapesByID.value(cover.id)});
+                m_rows.append({onOneLine(cover.title), shelf.tapesByID.value(cover.id)});
         }
     }
     m_currentRow = -1;
@@ -96,4 +133,5 @@ void TapeList::setCurrentRow(int row)
 {
     m_currentRow = row;
     Q_EMIT currentRowChanged();
+    Q_EMIT emptyTextChanged();
 }

@@ -17,6 +17,12 @@ class TapeList : public QAbstractListModel
     Q_PROPERTY(Store* store READ store WRITE setStore NOTIFY storeChanged REQUIRED)
     /** The row of the tape that has the focus, -1 while there is none. */
     Q_PROPERTY(int currentRow READ currentRow NOTIFY currentRowChanged)
+    /** What the viewer reads while there are no tapes; empty while there are some. */
+    Q_PROPERTY(QString emptyText READ emptyText NOTIFY emptyTextChanged)
+    /** Whether a tape plays; set, the current one starts to, and where there is none nothing does. */
+    Q_PROPERTY(bool playing READ isPlaying WRITE setPlaying NOTIFY playingChanged)
+    /** The tape that plays, or played last. */
+    Q_PROPERTY(Tape chosen READ chosen NOTIFY chosenChanged)
 
 public:
     enum Role { TextRole = Qt::UserRole, IsTapeRole };
@@ -26,12 +32,16 @@ public:
     Store* store() const { return m_store; }
     void setStore(Store* store);
     int currentRow() const { return m_currentRow; }
+    QString emptyText() const;
+    bool isPlaying() const { return m_playing; }
+    void setPlaying(bool playing);
+    const Tape& chosen() const { return m_chosen; }
 
     /** Steps to the next tape that way, +1 down or -1 up; stays where there is none. */
     Q_INVOKABLE void move(int step);
 
     /** The tape of the current row; a default one while there is none. */
-    Q_INVOKABLE Tape currentTape() const;
+    Tape currentTape() const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -40,6 +50,9 @@ public:
 Q_SIGNALS:
     void storeChanged();
     void currentRowChanged();
+    void emptyTextChanged();
+    void playingChanged();
+    void chosenChanged();
 
 private:
     struct Row
@@ -56,6 +69,8 @@ private:
     QPointer<Store> m_store;
     QList<Row> m_rows;
     int m_currentRow = -1;
+    Tape m_chosen;
+    bool m_playing = false;
 };
 
 /** Qt 6.4 does not describe its own model class to the QML tools. */
