@@ -35,6 +35,10 @@ HubError noAnswer(const HttpFailure& failure)
         return HubError::transport(u"The hub took too long to answer."_s);
     case HttpFailure::Kind::TooLarge:
         return HubError::transport(u"The hub's answer was too big to read."_s);
+    case HttpFailure::Kind::CutShort:
+        return HubError::transport(u"The hub's answer was cut short."_s);
+    case HttpFailure::Kind::Unreadable:
+        return unreadable();
     case HttpFailure::Kind::Network:
         break;
     }

@@ -35,10 +35,17 @@ struct HttpResponse
 /** Why there is no answer. */
 struct HttpFailure
 {
-    enum class Kind { Cancelled, TimedOut, TooLarge, Network };
+    enum class Kind {
+        Cancelled,
+        TimedOut,
+        TooLarge,
+        CutShort,   ///< a packed body that ended before its own end
+        Unreadable, ///< a body that cannot be unpacked
+        Network     ///< anything else that the platform reports
+    };
 
     Kind kind = Kind::Network;
-    QString description; ///< the platform's own words for it
+    QString description; ///< the platform's own words where the kind is Network, otherwise empty
 };
 
 using HttpResult = tl::expected<HttpResponse, HttpFailure>;

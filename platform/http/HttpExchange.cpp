@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr int maxRedirects = 20;
@@ -104,9 +102,9 @@ void HttpExchange::readBody()
         if (bytes.isEmpty())
             return;
         if (!takeBytes(bytes))
-            fail(HttpFailure::Kind::Network, u"The answer cannot be unpacked."_s);
+            fail(HttpFailure::Kind::Unreadable);
         else if (m_body.size() > m_request.maxBytes)
-            fail(HttpFailure::Kind::TooLarge, u"The answer is too large."_s);
+            fail(HttpFailure::Kind::TooLarge);
     }
 }
 
@@ -132,7 +130,7 @@ void HttpExchange::readAnswer()
     if (error != QNetworkReply::NoError && !standsForStatus(error, status) && !leadsNowhere)
         failWith(error);
     else if (m_gunzip && !m_gunzip->isWhole())
-        fail(HttpFailure::Kind::Network, u"The answer was cut short."_s);
+        fail(HttpFailure::Kind::CutShort);
     else
         settle(status);
 }
@@ -140,7 +138,7 @@ void HttpExchange::readAnswer()
 void HttpExchange::failWith(QNetworkReply::NetworkError error)
 {
     if (error == QNetworkReply::OperationCanceledError) // not by this object, so by the transfer's own limit
-        fail(HttpFailure::Kind::TimedOut, u"The request timed out."_s);
+        fail(HttpFailure::Kind::TimedOut);
     else if (error == QNetworkReply::SslHandshakeFailedError && !m_trustedSystem)
         sendAgainTrustingSystem();
     else if (isNameOrRouteError(error))
@@ -206,7 +204,7 @@ void HttpExchange::onOverallLimit()
     if (m_unreached && !m_reply)
         finish(tl::unexpected(*m_unreached));
     else
-        fail(HttpFailure::Kind::TimedOut, u"The request timed out."_s);
+        fail(HttpFailure::Kind::TimedOut);
 }
 
 void HttpExchange::fail(HttpFailure::Kind kind, const QString& description)

@@ -39,7 +39,7 @@ private:
     void waitForNetwork(HttpFailure failure);
     void sendAgainIfOnline();
     void onOverallLimit();
-    void fail(HttpFailure::Kind kind, const QString& description);
+    void fail(HttpFailure::Kind kind, const QString& description = {});
     void finish(HttpResult result);
     void closeReply();
 

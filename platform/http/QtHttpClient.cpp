@@ -10,7 +10,7 @@ namespace {
 
 HttpResult cancelled()
 {
-    return tl::unexpected(HttpFailure{HttpFailure::Kind::Cancelled, u"The request was cancelled."_s});
+    return tl::unexpected(HttpFailure{HttpFailure::Kind::Cancelled, {}});
 }
 
 HttpResult unknownScheme(const QUrl& url)

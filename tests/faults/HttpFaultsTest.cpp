@@ -77,7 +77,7 @@ private Q_SLOTS:
         timer.start();
         const HttpOutcome outcome = fetch(*m_client, request);
         QVERIFY(outcome.failedAs(Kind::TimedOut));
-        QCOMPARE(outcome.words(), u"The request timed out."_s);
+        QCOMPARE(outcome.words(), QString());
         QVERIFY2(timer.elapsed() >= 290 && timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
         QTRY_COMPARE(m_server->openConnections(), 0);
     }
@@ -150,7 +150,7 @@ private Q_SLOTS:
         m_server->on("/", FaultServer::answer(200, body, {"Content-Encoding: gzip"}));
         const HttpOutcome outcome = fetch(*m_client, to(m_server->url()));
         qInfo() << outcome.words() << outcome.status() << outcome.body().size();
-        QVERIFY(outcome.failedAs(Kind::Network));
+        QVERIFY(outcome.failedAs(Kind::CutShort));
     }
 
     void aDamagedGzipBodyIsAFailure()
@@ -158,7 +158,7 @@ private Q_SLOTS:
         m_server->on("/", FaultServer::answer(200, "this is not gzip at all", {"Content-Encoding: gzip"}));
         const HttpOutcome outcome = fetch(*m_client, to(m_server->url()));
         qInfo() << outcome.words();
-        QVERIFY(outcome.failedAs(Kind::Network));
+        QVERIFY(outcome.failedAs(Kind::Unreadable));
     }
 
     void aBodyUpToTheCloseIsAnAnswer()
@@ -213,7 +213,7 @@ private Q_SLOTS:
         QCOMPARE(outcome.body().size() == size, fits);
         QCOMPARE(outcome.failedAs(Kind::TooLarge), !fits);
         if (!fits)
-            QCOMPARE(outcome.words(), u"The answer is too large."_s);
+            QCOMPARE(outcome.words(), QString());
     }
 
     void aBodyOfTheFullSizeFits()

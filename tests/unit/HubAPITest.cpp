@@ -203,6 +203,8 @@ void HubAPITest::noAnswerSaysWhy_data()
     QTest::newRow("without words") << Kind::Network << u""_s << u"The hub couldn't be reached."_s;
     QTest::newRow("late") << Kind::TimedOut << u"Timer 3"_s << u"The hub took too long to answer."_s;
     QTest::newRow("large") << Kind::TooLarge << u"Cap"_s << u"The hub's answer was too big to read."_s;
+    QTest::newRow("cut short") << Kind::CutShort << u""_s << u"The hub's answer was cut short."_s;
+    QTest::newRow("unreadable") << Kind::Unreadable << u""_s << unreadable;
     QTest::newRow("cancelled") << Kind::Cancelled << u""_s << calledOff;
 }
 
@@ -504,6 +506,8 @@ void HubAPITest::aProbeThatFailsIsAnsweredNo_data()
     QTest::newRow("network") << Kind::Network;
     QTest::newRow("late") << Kind::TimedOut;
     QTest::newRow("large") << Kind::TooLarge;
+    QTest::newRow("cut short") << Kind::CutShort;
+    QTest::newRow("unreadable") << Kind::Unreadable;
     QTest::newRow("cancelled") << Kind::Cancelled;
 }
 
