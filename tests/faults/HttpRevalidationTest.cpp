@@ -1,18 +1,11 @@
-#include "FaultServer.h"
-#include "HttpOutcome.h"
-#include "QtHttpClient.h"
-#include "ScriptedConnectivity.h"
+#include "HttpOnServer.h"
 
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
-class HttpRevalidationTest : public QObject
+/** Kept answers, and when they are used again. */
+class HttpRevalidationTest : public HttpOnServer
 {
     Q_OBJECT
-
-    std::unique_ptr<FaultServer> m_server;
-    std::unique_ptr<QtHttpClient> m_client;
 
     HttpOutcome fetchRoot(HttpRequest::Cache cache = HttpRequest::Cache::Revalidate)
     {
@@ -24,18 +17,6 @@ class HttpRevalidationTest : public QObject
     bool sentNoValidator() const { return !sent().contains("if-none-match") && !sent().contains("if-modified-since"); }
 
 private Q_SLOTS:
-    void init()
-    {
-        m_server = std::make_unique<FaultServer>();
-        m_client = std::make_unique<QtHttpClient>(FaultServer::issuer(), std::make_unique<ScriptedConnectivity>(true));
-    }
-
-    void cleanup()
-    {
-        m_client.reset();
-        m_server.reset();
-    }
-
     void theFirstRequestIsAPlainOne()
     {
         m_server->on("/", FaultServer::answer(200, "body"));

@@ -1,0 +1,83 @@
+#include "HttpOnServer.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using Kind = HttpFailure::Kind;
+
+/** Answers that end too early, or hold something else than they say. */
+class HttpBrokenAnswersTest : public HttpOnServer
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aBrokenConnectionIsAFailure_data()
+    {
+        QTest::addColumn<QByteArray>("sent");
+        QTest::newRow("before the head") << QByteArray();
+        QTest::newRow("within the head") << QByteArray("HTTP/1.1 200 OK\r\nContent-");
+        QTest::newRow("after the head") << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\n");
+        QTest::newRow("within the body") << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nhalf");
+        QTest::newRow("within a chunk") << QByteArray("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n9\r\nhalf");
+        QTest::newRow("between chunks") << QByteArray(
+            "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n4\r\nhalf\r\n");
+        QTest::newRow("within a gzip body")
+            << QByteArray("HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\nContent-Length: 900\r\n\r\n") +
+                   gzip(QByteArray(90'000, 'a')).left(100);
+        QTest::newRow("not HTTP at all") << QByteArray("SSH-2.0-Something_1.0\r\n\r\nhello hello hello\r\n\r\n");
+    }
+    void aBrokenConnectionIsAFailure()
+    {
+        QFETCH(QByteArray, sent);
+        m_server->on("/", FaultServer::sendAndClose(sent));
+        const HttpOutcome outcome = fetch(*m_client, to(m_server->url()));
+        QVERIFY(outcome.failedAs(Kind::Network));
+        QVERIFY(!outcome.words().isEmpty());
+    }
+
+    void aGzipBodyThatIsWholeByItsLengthButCutShortInsideIsAFailure()
+    {
+        const QByteArray body = gzip(QByteArray(90'000, 'a')).left(100);
+        m_server->on("/", FaultServer::answer(200, body, {"Content-Encoding: gzip"}));
+        const HttpOutcome outcome = fetch(*m_client, to(m_server->url()));
+        QVERIFY(outcome.failedAs(Kind::CutShort));
+        QCOMPARE(outcome.words(), QString());
+    }
+
+    void aDamagedGzipBodyIsAFailure()
+    {
+        m_server->on("/", FaultServer::answer(200, "this is not gzip at all", {"Content-Encoding: gzip"}));
+        const HttpOutcome outcome = fetch(*m_client, to(m_server->url()));
+        QVERIFY(outcome.failedAs(Kind::Unreadable));
+        QCOMPARE(outcome.words(), QString());
+    }
+
+    void aBodyUpToTheCloseIsAnAnswer()
+    {
+        m_server->on("/", FaultServer::sendAndClose("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\nall of it"));
+        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("all of it"));
+    }
+
+    void aGzipBodyIsUnpacked()
+    {
+        QByteArray text;
+        for (int line = 0; line < 60'000; ++line)
+            text += "line " + QByteArray::number(line * 7919) + "\n";
+        m_server->on("/", FaultServer::answer(200, gzip(text), {"Content-Encoding: gzip"}));
+        const HttpOutcome outcome = fetch(*m_client, to(m_server->url()));
+        QCOMPARE(outcome.body().size(), text.size());
+        QVERIFY(outcome.body() == text);
+    }
+
+    void aClosedPortIsRefused()
+    {
+        const QUrl url = m_server->url();
+        m_server.reset();
+        const HttpOutcome outcome = fetch(*m_client, to(url));
+        QVERIFY(outcome.failedAs(Kind::Network));
+        QCOMPARE(outcome.words(), u"Connection refused"_s);
+    }
+};
+
+QTEST_GUILESS_MAIN(HttpBrokenAnswersTest)
+#include "HttpBrokenAnswersTest.moc"

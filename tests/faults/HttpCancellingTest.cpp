@@ -1,0 +1,113 @@
+#include "HttpOnServer.h"
+#include "TaskScope.h"
+
+#include <QTest>
+#include <QTimer>
+
+#include <algorithm>
+
+using Kind = HttpFailure::Kind;
+
+/** Requests called off, and many of them under way at once. */
+class HttpCancellingTest : public HttpOnServer
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cancellingFailsInsideTheCallAndClosesTheConnection()
+    {
+        m_server->on("/", FaultServer::sendAndWait("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nhalf"));
+        TaskScope scope;
+        const auto outcome = start(*m_client, to(m_server->url()), scope.token());
+        QTRY_COMPARE(m_server->requests().size(), 1);
+        QCOMPARE(m_server->openConnections(), 1);
+        scope.cancel();
+        QVERIFY(outcome->failedAs(Kind::Cancelled));
+        QTRY_COMPARE(m_server->openConnections(), 0);
+        QCOMPARE(outcome.use_count(), 1);
+    }
+
+    void cancellingBeforeOrAtOnceSendsNothing()
+    {
+        TaskScope scope;
+        const CancelToken token = scope.token();
+        const auto second = start(*m_client, to(m_server->url()), token);
+        scope.cancel();
+        const auto first = start(*m_client, to(m_server->url()), token);
+        QVERIFY(first->failedAs(Kind::Cancelled));
+        QVERIFY(second->failedAs(Kind::Cancelled));
+        m_server->on("/after", FaultServer::answer(200));
+        QCOMPARE(fetch(*m_client, to(m_server->url("/after"))).status(), 200);
+        QTRY_VERIFY(m_server->openConnections() <= 1);
+        for (const auto& request : m_server->requests())
+            QCOMPARE(request.target, QByteArray("/after"));
+    }
+
+    void cancellingAfterTheAnswerChangesNothing()
+    {
+        m_server->on("/", FaultServer::answer(200, "here"));
+        TaskScope scope;
+        const auto outcome = start(*m_client, to(m_server->url()), scope.token());
+        QTRY_VERIFY(outcome->result);
+        scope.cancel();
+        QCOMPARE(outcome->body(), QByteArray("here"));
+    }
+
+    void destroyingTheClientFailsThoseStillWaiting()
+    {
+        m_server->on("/", FaultServer::sendAndWait());
+        QList<std::shared_ptr<HttpOutcome>> outcomes;
+        for (int request = 0; request < 10; ++request)
+            outcomes.append(start(*m_client, to(m_server->url())));
+        QTRY_VERIFY(m_server->requests().size() >= 6);
+        m_client.reset();
+        for (const auto& outcome : outcomes) {
+            QVERIFY(outcome->failedAs(Kind::Cancelled));
+            QCOMPARE(outcome.use_count(), 1);
+        }
+        QTRY_COMPARE(m_server->openConnections(), 0);
+    }
+
+    void destroyingTheClientAtOnceOrUnusedIsClean()
+    {
+        const auto outcome = start(*m_client, to(m_server->url()));
+        m_client.reset();
+        QVERIFY(outcome->failedAs(Kind::Cancelled));
+        QtHttpClient unused;
+    }
+
+    void thirtyOverlappingRequestsAnsweredInReverseGetEachItsOwn()
+    {
+        // The newest first, whenever no further request comes: the client opens only a few connections at a time.
+        QList<FaultServer::Request> waiting;
+        QTimer quiet;
+        quiet.setInterval(20);
+        connect(&quiet, &QTimer::timeout, this, [&] {
+            if (!waiting.isEmpty()) {
+                const auto newest = waiting.takeLast();
+                FaultServer::answer(200, "body of " + newest.target)(newest);
+            }
+        });
+        quiet.start();
+        QList<std::shared_ptr<HttpOutcome>> outcomes;
+        qsizetype atOnce = 0;
+        for (int request = 0; request < 30; ++request) {
+            const QByteArray path = "/" + QByteArray::number(request);
+            m_server->on(path, [&](const FaultServer::Request& received) {
+                waiting.append(received);
+                atOnce = std::max(atOnce, waiting.size());
+                quiet.start();
+            });
+            outcomes.append(start(*m_client, to(m_server->url(path))));
+        }
+        for (int request = 0; request < 30; ++request) {
+            QTRY_VERIFY(outcomes.at(request)->result);
+            QCOMPARE(outcomes.at(request)->body(), "body of /" + QByteArray::number(request));
+        }
+        QCOMPARE(m_server->requests().size(), 30);
+        QCOMPARE(atOnce, 6);
+    }
+};
+
+QTEST_GUILESS_MAIN(HttpCancellingTest)
+#include "HttpCancellingTest.moc"

@@ -1,0 +1,43 @@
+#include "HttpOnServer.h"
+
+#include <QDirIterator>
+#include <QTemporaryDir>
+
+namespace {
+
+QTemporaryDir& home()
+{
+    static QTemporaryDir folder;
+    return folder;
+}
+
+} // namespace
+
+/** What is left on the disk: nothing. */
+class HttpDiskTest : public HttpOnServer
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void nothingIsWrittenToDisk()
+    {
+        m_server->on("/", FaultServer::answer(200, "kept", {"ETag: \"1\"", "Set-Cookie: a=b; Max-Age=9999"}));
+        fetch(*m_client, to(m_server->url()));
+        fetch(*m_client, to(m_server->url()));
+        m_client.reset();
+        QDirIterator files(home().path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+        QVERIFY2(!files.hasNext(), qPrintable(files.next()));
+    }
+};
+
+int main(int argc, char** argv)
+{
+    for (const char* const place :
+         {"HOME", "TMPDIR", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"})
+        qputenv(place, home().path().toLocal8Bit());
+    QCoreApplication application(argc, argv);
+    HttpDiskTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "HttpDiskTest.moc"

@@ -1,0 +1,147 @@
+#include "HttpOnServer.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTcpServer>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using Kind = HttpFailure::Kind;
+
+namespace {
+
+/** The most memory that this process ever held, in MiB. */
+qint64 peakMemory()
+{
+    QFile status(u"/proc/self/status"_s);
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    const QList<QByteArray> lines = status.readAll().split('\n');
+    for (const QByteArray& line : lines) {
+        if (line.startsWith("VmHWM:"))
+            return line.mid(6).trimmed().split(' ').first().toLongLong() / 1024;
+    }
+    return 0;
+}
+
+} // namespace
+
+/** How long and how large an answer may be. */
+class HttpLimitsTest : public HttpOnServer
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void silenceEndsAtTheInactivityLimit_data()
+    {
+        QTest::addColumn<QByteArray>("sent");
+        QTest::newRow("before the head") << QByteArray();
+        QTest::newRow("within the head") << QByteArray("HTTP/1.1 200 OK\r\nContent-");
+        QTest::newRow("within the body") << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nhalf");
+    }
+    void silenceEndsAtTheInactivityLimit()
+    {
+        QFETCH(QByteArray, sent);
+        m_server->on("/", FaultServer::sendAndWait(sent));
+        HttpRequest request = to(m_server->url());
+        request.inactivityLimit = 300ms;
+        QElapsedTimer timer;
+        timer.start();
+        const HttpOutcome outcome = fetch(*m_client, request);
+        QVERIFY(outcome.failedAs(Kind::TimedOut));
+        QCOMPARE(outcome.words(), QString());
+        QVERIFY2(timer.elapsed() >= 290 && timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
+        QTRY_COMPARE(m_server->openConnections(), 0);
+    }
+
+    void aServerThatNeverFinishesTheHandshakeEndsAtTheInactivityLimit()
+    {
+        QTcpServer mute;
+        QVERIFY(mute.listen(QHostAddress::LocalHost));
+        HttpRequest request = to(QUrl(u"https://localhost:%1/"_s.arg(mute.serverPort())));
+        request.inactivityLimit = 300ms;
+        QVERIFY(fetch(*m_client, request).failedAs(Kind::TimedOut));
+    }
+
+    void aByteNowAndThenEndsAtTheOverallLimit()
+    {
+        m_server->on("/", FaultServer::trickle(100'000, 50));
+        HttpRequest request = to(m_server->url());
+        request.inactivityLimit = 400ms;
+        request.overallLimit = 1200ms;
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(fetch(*m_client, request).failedAs(Kind::TimedOut));
+        QVERIFY2(timer.elapsed() >= 1190 && timer.elapsed() < 4000, qPrintable(QString::number(timer.elapsed())));
+        QTRY_COMPARE(m_server->openConnections(), 0);
+    }
+
+    void aByteNowAndThenThatComesToItsEndIsAnAnswer()
+    {
+        m_server->on("/", FaultServer::trickle(10, 60));
+        HttpRequest request = to(m_server->url());
+        request.inactivityLimit = 400ms;
+        QCOMPARE(fetch(*m_client, request).body(), QByteArray(10, 'x'));
+    }
+
+    void aDelayWithinTheLimitsIsWaitedFor()
+    {
+        m_server->on("/", [](const FaultServer::Request& request) {
+            QTimer::singleShot(300, request.socket, [request] { FaultServer::answer(200, "late")(request); });
+        });
+        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("late"));
+    }
+
+    void theLimitOfTheBodyIsExact_data()
+    {
+        QTest::addColumn<int>("size");
+        QTest::addColumn<bool>("packed");
+        QTest::addColumn<bool>("fits");
+        for (const bool packed : {false, true}) {
+            const char* const form = packed ? "gzip" : "plain";
+            QTest::addRow("%s, at the limit", form) << 300'000 << packed << true;
+            QTest::addRow("%s, one above", form) << 300'001 << packed << false;
+            QTest::addRow("%s, far above", form) << 3'000'000 << packed << false;
+        }
+    }
+    void theLimitOfTheBodyIsExact()
+    {
+        QFETCH(int, size);
+        QFETCH(bool, packed);
+        const QByteArray body(size, 'b');
+        m_server->on("/", packed ? FaultServer::answer(200, gzip(body), {"Content-Encoding: gzip"})
+                                 : FaultServer::answer(200, body));
+        HttpRequest request = to(m_server->url());
+        request.maxBytes = 300'000;
+        const HttpOutcome outcome = fetch(*m_client, request);
+        QFETCH(bool, fits);
+        QCOMPARE(outcome.body().size() == size, fits);
+        QCOMPARE(outcome.failedAs(Kind::TooLarge), !fits);
+        if (!fits)
+            QCOMPARE(outcome.words(), QString());
+    }
+
+    void aBodyOfTheFullSizeFits()
+    {
+        m_server->on("/", FaultServer::answer(200, QByteArray(16 * 1024 * 1024, 'b')));
+        QCOMPARE(fetch(*m_client, to(m_server->url())).body().size(), 16 * 1024 * 1024);
+    }
+
+    void aGzipBombIsRefusedWithoutItsMemory()
+    {
+        constexpr qint64 mebi = 1024 * 1024;
+        const QByteArray bomb = gzipBomb(200 * mebi);
+        QVERIFY(bomb.size() < mebi);
+        m_server->on("/", FaultServer::answer(200, bomb, {"Content-Encoding: gzip"}));
+        const qint64 before = peakMemory();
+        const HttpOutcome outcome = fetch(*m_client, to(m_server->url()));
+        const qint64 after = peakMemory();
+        QVERIFY(outcome.failedAs(Kind::TooLarge));
+        QVERIFY2(after - before < 64, qPrintable(u"%1 MiB more"_s.arg(after - before)));
+        QTRY_COMPARE(m_server->openConnections(), 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(HttpLimitsTest)
+#include "HttpLimitsTest.moc"

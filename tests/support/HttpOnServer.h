@@ -1,0 +1,31 @@
+#pragma once
+
+#include "FaultServer.h"
+#include "HttpOutcome.h"
+#include "QtHttpClient.h"
+#include "ScriptedConnectivity.h"
+
+#include <memory>
+
+/** A test whose every function has a fresh client, with a network, and a fresh server whose certificate it trusts. */
+class HttpOnServer : public QObject
+{
+    Q_OBJECT
+
+protected:
+    std::unique_ptr<FaultServer> m_server;
+    std::unique_ptr<QtHttpClient> m_client;
+
+private Q_SLOTS:
+    void init()
+    {
+        m_server = std::make_unique<FaultServer>();
+        m_client = std::make_unique<QtHttpClient>(FaultServer::issuer(), std::make_unique<ScriptedConnectivity>(true));
+    }
+
+    void cleanup()
+    {
+        m_client.reset();
+        m_server.reset();
+    }
+};
