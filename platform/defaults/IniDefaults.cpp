@@ -12,7 +12,9 @@ class IniDefaults::Writer
 {
 public:
     explicit Writer(QString path) : m_path(std::move(path)) { m_pool.setMaxThreadCount(1); }
-    ~Writer() { m_pool.waitForDone(); }
+    ~Writer() { flush(); }
+
+    void flush() { m_pool.waitForDone(); }
 
     /** `change` is invalid to take the key out; `whole` is everything, for a file that has to be begun anew. */
     void write(const QString& key, const QVariant& change, const QMap<QString, QVariant>& whole)
@@ -80,6 +82,11 @@ void IniDefaults::remove(const QString& key)
 {
     if (contains(key))
         change(key, {});
+}
+
+void IniDefaults::flush()
+{
+    m_writer->flush();
 }
 
 void IniDefaults::change(const QString& key, const QVariant& value)

@@ -27,6 +27,9 @@ public:
     void setNumber(const QString& key, double value) override;
     void remove(const QString& key) override;
 
+    /** Returns once nothing is being written; what could not be written still waits for the next change. */
+    void flush();
+
 private:
     class Writer;
     const QMap<QString, QVariant>& values() const;
