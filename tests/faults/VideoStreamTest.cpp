@@ -64,9 +64,8 @@ void VideoStreamTest::expectFailure(VideoStage& stage, const QUrl& url, Cause ca
     stage.player->load(url);
     QTRY_COMPARE_WITH_TIMEOUT(stage.player->state(), VideoPlayer::State::Failed, 20'000);
     QCOMPARE(stage.failures.count(), 1);
-    if (stage.failure().cause != cause)
-        qInfo().noquote() << stage.failure().description;
-    QCOMPARE(int(stage.failure().cause), int(cause));
+    QVERIFY2(stage.failure().cause == cause,
+             qPrintable(u"%1: %2"_s.arg(int(stage.failure().cause)).arg(stage.failure().description)));
     QCOMPARE(shown.count(), 0);
 }
 
