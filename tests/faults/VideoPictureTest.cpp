@@ -4,6 +4,25 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+qsizetype entries(const QString& folder)
+{
+    return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
+}
+
+qsizetype descriptors()
+{
+    return entries(u"/proc/self/fd"_s);
+}
+
+qsizetype threads()
+{
+    return entries(u"/proc/self/task"_s);
+}
+
+} // namespace
+
 /** The real player on the screen, once for each way of drawing: the environment says which. */
 class VideoPictureTest : public QObject
 {
@@ -172,28 +191,43 @@ void VideoPictureTest::goingAwayAtAnyMomentIsSafe()
 {
     QFETCH(const int, after);
     QFETCH(const bool, viewFirst);
-    VideoStage stage(authority(), {320, 180});
-    QVERIFY(stage.isExposed());
-    stage.player->load(m_stream);
+    QQuickWindow window; // stays, so that only players and views come and go
+    window.resize(320, 180);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    std::unique_ptr<StreamPlayer> player;
+    std::unique_ptr<VideoView> view;
+    const auto open = [&] {
+        player = std::make_unique<StreamPlayer>(VideoOptions{authority(), u"Test"_s});
+        view = std::make_unique<VideoView>(window.contentItem());
+        view->setSize({320, 180});
+        view->setPlayer(player.get());
+        player->load(m_stream);
+    };
+    const auto close = [&] {
+        if (viewFirst)
+            view.reset();
+        else
+            player.reset();
+        QTest::qWait(10);
+        view.reset();
+        player.reset();
+    };
+    open();
+    QTRY_COMPARE_WITH_TIMEOUT(player->state(), VideoPlayer::State::Playing, 10'000);
+    close();
+    QTest::qWait(1000);
+    const auto descriptorsBefore = descriptors();
+    const auto threadsBefore = threads();
+    open();
     QTest::qWait(after);
-    if (viewFirst) {
-        stage.view.reset();
-        QTest::qWait(10);
-        stage.player.reset();
-    } else {
-        stage.player.reset();
-        QTest::qWait(10);
-        stage.view.reset();
-    }
+    close();
+    QTRY_VERIFY2_WITH_TIMEOUT(threads() <= threadsBefore, qPrintable(u"%1 threads"_s.arg(threads())), 10'000);
+    QTRY_VERIFY2_WITH_TIMEOUT(descriptors() <= descriptorsBefore, qPrintable(u"%1 files"_s.arg(descriptors())), 10'000);
 }
 
 void VideoPictureTest::openingAndClosingLeavesNothingBehind()
 {
-    const auto entries = [](const QString& folder) {
-        return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
-    };
-    const auto descriptors = [&] { return entries(u"/proc/self/fd"_s); };
-    const auto threads = [&] { return entries(u"/proc/self/task"_s); };
     QQuickWindow window; // stays, so that only players come and go
     window.resize(320, 180);
     window.show();
