@@ -3,7 +3,6 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Quillmere.Catalogue
 import Quillmere.Front
-import Quillmere.Hub
 import Quillmere.Screen
 import Quillmere.Shop
 
