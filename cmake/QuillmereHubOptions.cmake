@@ -6,7 +6,7 @@ set(quillmere_host "(${quillmere_label}(\\.${quillmere_label})*|\\[[0-9A-Fa-f:.]
 if(NOT QUILLMERE_HUB_BASE MATCHES "^https://${quillmere_host}(:[0-9]+)?$")
     message(FATAL_ERROR
         "QUILLMERE_HUB_BASE must be an https origin without a path, such as https://hub.example.org "
-        "or https://localhost:47443, but it is \"${QUILLMERE_HUB_BASE}\".")
+        "or https://localhost:17443, but it is \"${QUILLMERE_HUB_BASE}\".")
 endif()
 if(QUILLMERE_HUB_BASE MATCHES ":([0-9]+)$")
     set(quillmere_port "${CMAKE_MATCH_1}")

@@ -1,6 +1,7 @@
 # Build options of the set. The hub's address is fixed here, when the set is built: there is no setting at run time.
 
-set(QUILLMERE_HUB_BASE "https://localhost:47443" CACHE STRING
+# The default port lies below those that the system hands out by itself, so that nothing takes it by chance.
+set(QUILLMERE_HUB_BASE "https://localhost:17443" CACHE STRING
     "The hub's https origin: scheme, host and optional port, no path. The default is the sample hub.")
 set(QUILLMERE_HUB_CA "" CACHE FILEPATH
     "A PEM file, embedded and trusted beside the system's certificates, for JSON and for video alike.")

@@ -2,6 +2,7 @@
 
 #include "HubURL.h"
 #include "LandingTexts.h"
+#include "ShortenedText.h"
 
 using namespace std::chrono_literals;
 
@@ -105,7 +106,7 @@ bool LandingController::towerLive() const
 
 QString LandingController::newsSubtitle() const
 {
-    return m_store ? newsDoorSubtitle(m_store->status().news) : QString();
+    return m_store ? shortenedText(newsDoorSubtitle(m_store->status().news)) : QString();
 }
 
 QString LandingController::storeSubtitle() const
@@ -118,7 +119,7 @@ QString LandingController::storeSubtitle() const
 
 QString LandingController::statusText() const
 {
-    return m_store ? lineOf(m_store).text : QString();
+    return m_store ? shortenedText(lineOf(m_store).text) : QString();
 }
 
 int LandingController::statusSize() const

@@ -18,7 +18,7 @@ class TapePlayer : public QObject, public QQmlParserStatus
     Q_OBJECT
     QML_ELEMENT
     Q_INTERFACES(QQmlParserStatus)
-    Q_PROPERTY(Tape tape MEMBER m_tape)
+    Q_PROPERTY(Tape tape READ tape WRITE setTape)
     Q_PROPERTY(VideoPlayer* player READ player NOTIFY playerChanged)
     Q_PROPERTY(QString failure READ failure NOTIFY failureChanged)
 
@@ -27,6 +27,11 @@ public:
 
     explicit TapePlayer(QObject* parent = nullptr);
     explicit TapePlayer(MakePlayer makePlayer, QObject* parent = nullptr);
+
+    const Tape& tape() const { return m_tape; }
+
+    /** Before completion. Takes every tape, as a fresher record equals the one it replaces. */
+    void setTape(Tape tape) { m_tape = std::move(tape); }
 
     VideoPlayer* player() const { return m_player.get(); }
 

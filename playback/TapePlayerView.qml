@@ -9,7 +9,8 @@ import Quillmere.Video
 FocusScope {
     id: view
 
-    required property tape tape
+    // An alias, as a property of QML's own would not take a tape that equals the default one.
+    property alias tape: controller.tape
 
     signal dismissed()
 
@@ -19,7 +20,6 @@ FocusScope {
     TapePlayer {
         id: controller
 
-        tape: view.tape
         onLeave: view.dismissed()
     }
 

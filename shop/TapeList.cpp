@@ -1,5 +1,7 @@
 #include "TapeList.h"
 
+#include "ShortenedText.h"
+
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
@@ -7,10 +9,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // A row is one line high: what follows a line break would not be seen.
-QString onOneLine(QString text)
+QString onOneLine(const QString& text)
 {
     static const QRegularExpression lineBreaks(u"\\R+"_s);
-    return text.replace(lineBreaks, u" "_s);
+    return shortenedText(text).replace(lineBreaks, u" "_s);
 }
 
 } // namespace
@@ -33,7 +35,7 @@ QString TapeList::emptyText() const
     if (m_currentRow >= 0)
         return {};
     const QString error = m_store ? m_store->lastErrorText() : QString();
-    return error.isEmpty() ? u"Checking what's on the shelf…"_s : error;
+    return error.isEmpty() ? u"Checking what's on the shelf…"_s : shortenedText(error);
 }
 
 void TapeList::setPlaying(bool playing)

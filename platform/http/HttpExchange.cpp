@@ -5,6 +5,7 @@
 namespace {
 
 constexpr int maxRedirects = 20;
+constexpr std::chrono::seconds retryInterval{1};
 constexpr qint64 readBufferBytes = 64 * 1024;
 constexpr int firstErrorStatus = 400;
 constexpr int notModified = 304;
@@ -43,6 +44,10 @@ HttpExchange::HttpExchange(HttpSession& session, HttpRequest request, QDeadlineT
     m_overallTimer.setSingleShot(true);
     m_overallTimer.setTimerType(Qt::PreciseTimer); // a coarse one may end a minute three seconds early
     m_waitTimer.setSingleShot(true);
+    m_retryTimer.setSingleShot(true);
+    // Without NetworkManager the toolkit never tells that a network has come.
+    m_retryTimer.setInterval(retryInterval);
+    connect(&m_retryTimer, &QTimer::timeout, this, &HttpExchange::sendAgain);
     m_waitTimer.setTimerType(Qt::PreciseTimer);
     connect(&m_overallTimer, &QTimer::timeout, this, &HttpExchange::onOverallLimit);
     connect(&m_waitTimer, &QTimer::timeout, this, [this] { finish(tl::unexpected(*m_unreached)); });
@@ -189,13 +194,19 @@ void HttpExchange::waitForNetwork(HttpFailure failure)
     }
     m_unreached = std::move(failure);
     m_waitTimer.start(std::chrono::milliseconds(m_waitLimit.remainingTime()));
+    m_retryTimer.start();
 }
 
 void HttpExchange::sendAgainIfOnline()
 {
-    if (m_reply || !m_session.connectivity().isOnline())
-        return;
+    if (!m_reply && m_session.connectivity().isOnline())
+        sendAgain();
+}
+
+void HttpExchange::sendAgain()
+{
     m_waitTimer.stop();
+    m_retryTimer.stop();
     send();
 }
 
@@ -216,6 +227,7 @@ void HttpExchange::finish(HttpResult result)
 {
     m_overallTimer.stop();
     m_waitTimer.stop();
+    m_retryTimer.stop();
     closeReply();
     if (const auto done = std::exchange(m_done, {}))
         done(std::move(result));

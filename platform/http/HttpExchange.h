@@ -37,6 +37,7 @@ private:
     void settle(int status);
     void sendAgainTrustingSystem();
     void waitForNetwork(HttpFailure failure);
+    void sendAgain();
     void sendAgainIfOnline();
     void onOverallLimit();
     void fail(HttpFailure::Kind kind, const QString& description = {});
@@ -55,6 +56,7 @@ private:
     bool m_trustedSystem = false; ///< when it was sent
     QTimer m_overallTimer;
     QTimer m_waitTimer;                     ///< for the network to come back
+    QTimer m_retryTimer;                    ///< tries it meanwhile, whatever the system says of it
     QDeadlineTimer m_waitLimit;             ///< of all waits together, from the first
     std::optional<HttpFailure> m_unreached; ///< why the network is waited for
 };

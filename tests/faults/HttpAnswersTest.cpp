@@ -1,6 +1,5 @@
 #include "HttpOnServer.h"
 
-#include <QElapsedTimer>
 #include <QTest>
 
 #include <algorithm>
@@ -22,17 +21,6 @@ private Q_SLOTS:
         QCOMPARE(outcome.body(), QByteArray("{\"on\":true}"));
         QCOMPARE(m_server->requests().size(), 1);
         QCOMPARE(m_server->requests().first().target, QByteArray("/status?page=1&q=%20a"));
-    }
-
-    void startingNeverHoldsUpTheScreenThread()
-    {
-        QElapsedTimer timer;
-        timer.start();
-        m_client = std::make_unique<QtHttpClient>(FaultServer::issuer());
-        m_server->on("/", FaultServer::answer(200, "here"));
-        const auto outcome = start(*m_client, to(m_server->url()));
-        QVERIFY2(timer.elapsed() < 20, qPrintable(u"%1 ms"_s.arg(timer.elapsed())));
-        QTRY_VERIFY(outcome->result);
     }
 
     void plainHttpIsServedToo()

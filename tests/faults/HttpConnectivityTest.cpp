@@ -21,13 +21,23 @@ private Q_SLOTS:
         QtHttpClient client(FaultServer::issuer(), std::move(network));
         const auto outcome = start(client, to(QUrl(u"https://no-such-host.invalid/"_s)));
         QTRY_VERIFY(connectivity->questions() > 0);
-        QTest::qWait(100);
         QVERIFY(!outcome->result);
         connectivity->setOnline(true);
         QTRY_VERIFY(outcome->result);
         // It was sent again, and failed as a machine with a network fails.
         QVERIFY(outcome->failedAs(Kind::Network));
         QVERIFY(connectivity->questions() >= 3);
+    }
+
+    void whileTheNetworkIsWaitedForItIsTriedWithoutAnyonesWord()
+    {
+        auto network = std::make_unique<ScriptedConnectivity>(false);
+        const ScriptedConnectivity* const connectivity = network.get();
+        QtHttpClient client(FaultServer::issuer(), std::move(network));
+        const auto outcome = start(client, to(QUrl(u"https://no-such-host.invalid/"_s)));
+        // Asked once after each attempt that failed.
+        QTRY_VERIFY_WITH_TIMEOUT(connectivity->questions() >= 3, 15000);
+        QVERIFY(!outcome->result);
     }
 
     void aNetworkThatStaysAwayFailsWithTheFirstErrorAtTheLimit_data()

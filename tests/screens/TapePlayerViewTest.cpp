@@ -19,21 +19,39 @@ private Q_SLOTS:
     void theGroundIsBlackToTheEdgesAndSaysWhatIsMissing();
     void backLeavesOnce();
     void playPauseStaysHere();
+    void aTapeThatEqualsTheDefaultOneIsTaken();
 
 private:
+    std::unique_ptr<QQuickItem> make(const Tape& tape);
+    static bool says(const QQuickItem& view, const QString& text);
+
     QQmlEngine m_engine;
     QQuickWindow m_window;
     std::unique_ptr<QQuickItem> m_view;
 };
 
+std::unique_ptr<QQuickItem> TapePlayerViewTest::make(const Tape& tape)
+{
+    QQmlComponent component(&m_engine);
+    component.setData("import Quillmere.Playback\nTapePlayerView {}", {});
+    QObject* const made = component.createWithInitialProperties({{u"tape"_s, QVariant::fromValue(tape)}});
+    if (!made)
+        qWarning("%s", qPrintable(component.errorString()));
+    return std::unique_ptr<QQuickItem>(qobject_cast<QQuickItem*>(made));
+}
+
+bool TapePlayerViewTest::says(const QQuickItem& view, const QString& text)
+{
+    const auto items = view.childItems();
+    return std::any_of(items.begin(), items.end(),
+                       [&text](const QQuickItem* item) { return item->property("text").toString() == text; });
+}
+
 void TapePlayerViewTest::initTestCase()
 {
     m_engine.addImportPath(u":/qt/qml"_s);
-    QQmlComponent component(&m_engine);
-    component.setData("import Quillmere.Playback\nTapePlayerView {}", {});
-    std::unique_ptr<QObject> made(component.createWithInitialProperties({{u"tape"_s, QVariant::fromValue(Tape{})}}));
-    QVERIFY2(made, qPrintable(component.errorString()));
-    m_view.reset(qobject_cast<QQuickItem*>(made.release()));
+    m_view = make({});
+    QVERIFY(m_view);
     m_window.setColor(Qt::blue);
     m_window.resize(1920, 1080);
     m_view->setParentItem(m_window.contentItem());
@@ -48,10 +66,7 @@ void TapePlayerViewTest::theGroundIsBlackToTheEdgesAndSaysWhatIsMissing()
     const QImage picture = m_window.grabWindow();
     for (const QPoint corner : {QPoint(0, 0), QPoint(1919, 0), QPoint(0, 1079), QPoint(1919, 1079)})
         QCOMPARE(picture.pixelColor(corner), QColor(Qt::black));
-    const auto items = m_view->childItems();
-    QVERIFY(std::any_of(items.begin(), items.end(), [](const QQuickItem* item) {
-        return item->property("text").toString() == u"This tape has no playable copy on the shelf."_s;
-    }));
+    QVERIFY(says(*m_view, u"This tape has no playable copy on the shelf."_s));
 }
 
 void TapePlayerViewTest::backLeavesOnce()
@@ -69,6 +84,16 @@ void TapePlayerViewTest::playPauseStaysHere()
     QKeyEvent left(QEvent::KeyPress, Qt::Key_Left, Qt::NoModifier);
     QCoreApplication::sendEvent(&m_window, &left);
     QVERIFY(!left.isAccepted());
+}
+
+void TapePlayerViewTest::aTapeThatEqualsTheDefaultOneIsTaken()
+{
+    Tape tape;
+    tape.streamURLPath = u"/recordings/none/index.m3u8"_s;
+    QCOMPARE(tape, Tape{});
+    const auto view = make(tape);
+    QVERIFY(view);
+    QVERIFY(!says(*view, u"This tape has no playable copy on the shelf."_s));
 }
 
 QTEST_MAIN(TapePlayerViewTest)

@@ -1,4 +1,5 @@
 #include "LandingTexts.h"
+#include "ShortenedText.h"
 #include "StationPalette.h"
 
 #include <QTest>
@@ -17,6 +18,7 @@ private Q_SLOTS:
     void theStatusLineShowsTheErrorFirst_data();
     void theStatusLineShowsTheErrorFirst();
     void theHubsWordsAreTakenAsTheyAre();
+    void aTextNoScreenHasRoomForIsShortened();
 };
 
 void LandingTextsTest::theNewsDoorSaysWhatTheTowerDoes_data()
@@ -113,6 +115,16 @@ void LandingTextsTest::theHubsWordsAreTakenAsTheyAre()
     news.towerLive = true;
     news.programTitle = u"  <b>市議會</b> \U0001F6A2 "_s;
     QCOMPARE(newsDoorSubtitle(news), news.programTitle);
+}
+
+void LandingTextsTest::aTextNoScreenHasRoomForIsShortened()
+{
+    const QString whole(1000, u'a');
+    QCOMPARE(shortenedText(whole), whole);
+    QCOMPARE(shortenedText(whole + u'b'), whole + u'…');
+    // Half of a pair would be drawn as a box.
+    const QString split = QString(999, u'a') + u"\U0001F4FA and on"_s;
+    QCOMPARE(shortenedText(split), QString(999, u'a') + u'…');
 }
 
 QTEST_GUILESS_MAIN(LandingTextsTest)

@@ -22,7 +22,7 @@ function(refuses base ca words)
     endif()
 endfunction()
 
-takes("https://localhost:47443")
+takes("https://localhost:17443")
 takes("https://hub.example.org")
 takes("https://hub-2.example.org:1")
 takes("https://192.0.2.7:65535")
