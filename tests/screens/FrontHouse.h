@@ -31,7 +31,9 @@ struct FrontHouse
                 .arg(doors),
             {{QStringLiteral("store"), QVariant::fromValue<QObject*>(&store)},
              {QStringLiteral("timepiece"), QVariant::fromValue<QObject*>(&timepiece)}});
-        view = root ? Stage::first(root, "LandingView") : nullptr;
+        if (!root)
+            qFatal("The front screen does not load.");
+        view = Stage::first(root, "LandingView");
     }
 
     QQuickItem* newsDoor() { return Stage::first(view, "NewsDoor"); }
