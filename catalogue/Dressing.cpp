@@ -186,12 +186,10 @@ QString synopsisOf(const QString& bodyName, const QString& dateLabel, bool hasAg
                                       : u"Recorded live off the public record — no agenda packet located."_s;
     return u"When "_s % bodyName % u" convenes"_s % on % dateLabel %
            u", First Mate Coral dives for the sunken agenda while Captain Lowe raises his lantern over the murk of "
-           u"civic "
-           "jargon. Tally tallies every vote from the wheelhouse of the steamboat \"Public Record.\" "_s %
+           u"civic jargon. Tally tallies every vote from the wheelhouse of the steamboat \"Public Record.\" "_s %
            feature %
            u" Captain Lowe and his crew sail the municipal waterways, lifting the fog off the public record so anyone "
-           u"can "
-           "follow along."_s;
+           u"can follow along."_s;
 }
 
 QList<int> barcodeOf(quint32 seed)
