@@ -167,7 +167,7 @@ std::string minutesOf(const SampleTape& tape, const std::string& spoken)
         std::string sentence = filled(dice.oneOf(sentences), dice);
         if (turn % sentencesPerSpeaker == 0) {
             captions.newLine();
-            sentence = "MEMBER " + std::string(dice.oneOf(people)) + ": " + sentence;
+            sentence.insert(0, std::string("MEMBER ").append(dice.oneOf(people)).append(": "));
         }
         const bool fits = captions.words() + wordsIn(sentence) + endingWords <= tape.transcriptWords;
         captions.add(fits ? sentence : "Aye.");

@@ -108,6 +108,8 @@ void TapeList::rebuild()
 // The same tape where it still stands, else the nearest one to its old place.
 int TapeList::rowToKeep(qint64 id, int formerRow) const
 {
+    if (m_rows.isEmpty())
+        return -1;
     if (formerRow >= 0) {
         // Two tapes may share an id: the one that did not move comes first.
         if (formerRow < m_rows.size() && m_rows.at(formerRow).tape && m_rows.at(formerRow).tape->id == id)
