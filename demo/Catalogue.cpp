@@ -13,12 +13,13 @@ constexpr std::size_t ordinaryCount = 240;
 constexpr std::size_t ordinaryFirst = 24; // tapes before the first odd one
 constexpr std::size_t ordinaryBetween = 4;
 
+const std::array<Market, 3> towns = {{{"brindlemere", "Brindlemere", "OR"},
+                                      {"tern-hollow", "Tern Hollow", "ME"},
+                                      {"marrowby-flats", "Marrowby Flats", "NM"}}};
+
 } // namespace
 
-Catalogue::Catalogue(int port)
-    : m_markets{{{"brindlemere", "Brindlemere", "OR"},
-                 {"tern-hollow", "Tern Hollow", "ME"},
-                 {"marrowby-flats", "Marrowby Flats", "NM"}}}
+Catalogue::Catalogue(int port) : m_markets(towns)
 {
     std::vector<SampleTape> ordinary = ordinaryTapes(m_markets, ordinaryCount);
     std::vector<SampleTape> odd = oddTapes(m_markets, port);
@@ -30,6 +31,11 @@ Catalogue::Catalogue(int port)
         }
         m_tapes.push_back(std::move(ordinary[i]));
     }
+    countMarkets();
+}
+
+Catalogue::Catalogue(OneShelf shelf) : m_markets(towns), m_tapes(tapesOfOneShelf(m_markets, shelf.tapes))
+{
     countMarkets();
 }
 

@@ -12,6 +12,14 @@ class Catalogue
 public:
     /// `port` is the hub's own, for the few addresses that are written out in full.
     explicit Catalogue(int port);
+
+    struct OneShelf
+    {
+        std::size_t tapes; ///< up to 2500
+    };
+    /// The same towns with nothing but one long shelf.
+    explicit Catalogue(OneShelf shelf);
+
     Catalogue(const Catalogue&) = delete;
     Catalogue& operator=(const Catalogue&) = delete;
 

@@ -34,6 +34,9 @@ ControlServer::ControlServer(Hub& hub, Faults& faults, RequestLog& log) : m_hub(
     order("/status/reset", [this] { m_hub.resetStatus(); });
     order("/fault/clear", [this] { m_faults.clear(); });
     order("/log/clear", [this] { m_log.clear(); });
+    order("/catalogue/reset", [this] { m_hub.offer(nullptr); });
+    m_server.Post("/catalogue/one-shelf",
+                  [this](const auto& request, auto& response) { orderOneShelf(request, response); });
     m_server.Post("/status", [this](const auto& request, auto& response) { orderStatus(request, response); });
     m_server.Post("/fault", [this](const auto& request, auto& response) { orderFault(request, response); });
     m_server.Get("/log", [this](const auto&, auto& response) { reply(response, documentAnswer(m_log.toJson())); });
@@ -55,6 +58,19 @@ void ControlServer::orderStatus(const httplib::Request& request, httplib::Respon
         return;
     }
     m_hub.amendStatus(document);
+    accept(response);
+}
+
+void ControlServer::orderOneShelf(const httplib::Request& request, httplib::Response& response)
+{
+    constexpr int most = 2500;
+    const json document = json::parse(request.body, nullptr, false);
+    const json tapes = document.is_object() ? document.value("tapes", json()) : json();
+    if (!tapes.is_number_integer() || tapes < 1 || tapes > most) {
+        reply(response, errorAnswer(400, "The shelf holds from 1 to " + std::to_string(most) + " tapes."));
+        return;
+    }
+    m_hub.offer(std::make_shared<const Catalogue>(Catalogue::OneShelf{tapes.get<std::size_t>()}));
     accept(response);
 }
 

@@ -24,6 +24,7 @@ private:
     /// An order without a body: `action` is done, and the answer says so.
     void order(const std::string& path, std::function<void()> action);
     void orderStatus(const httplib::Request& request, httplib::Response& response);
+    void orderOneShelf(const httplib::Request& request, httplib::Response& response);
     void orderFault(const httplib::Request& request, httplib::Response& response);
 
     Hub& m_hub;

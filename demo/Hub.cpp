@@ -51,7 +51,8 @@ Answer notFound()
 } // namespace
 
 Hub::Hub(int port, std::filesystem::path recordings)
-    : m_recordings(std::move(recordings)), m_catalogue(port), m_transcripts(m_recordings)
+    : m_recordings(std::move(recordings)), m_own(std::make_shared<const Catalogue>(port)), m_transcripts(m_recordings),
+      m_offered(m_own)
 {
     for (const char* name : recordingNames) {
         if (!std::filesystem::exists(m_recordings / name / "index.m3u8")) {
@@ -107,14 +108,27 @@ void Hub::resetStatus()
     m_amendment = json::object();
 }
 
+void Hub::offer(std::shared_ptr<const Catalogue> catalogue)
+{
+    const std::lock_guard lock(m_mutex);
+    m_offered = catalogue ? std::move(catalogue) : m_own;
+}
+
+std::shared_ptr<const Catalogue> Hub::catalogue() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_offered;
+}
+
 Answer Hub::status()
 {
+    const auto offered = catalogue();
     json markets = json::array();
-    for (const Market& market : m_catalogue.markets()) {
+    for (const Market& market : offered->markets()) {
         markets.push_back(toJson(market));
     }
     json document = {{"news", m_tower.news()},
-                     {"rewindery", {{"tapes", m_catalogue.tapes().size()}, {"markets", std::move(markets)}}}};
+                     {"rewindery", {{"tapes", offered->tapes().size()}, {"markets", std::move(markets)}}}};
     const std::lock_guard lock(m_mutex);
     document.merge_patch(m_amendment);
     return documentAnswer(document);
@@ -129,9 +143,10 @@ Answer Hub::tapes(const Query& query)
     std::string wanted = Transcripts::folded(valueOf(query, "q"));
     wanted.erase(0, wanted.find_first_not_of(' '));
 
+    const auto offered = catalogue();
     std::int64_t total = 0;
     json items = json::array();
-    for (const SampleTape& tape : m_catalogue.tapes()) {
+    for (const SampleTape& tape : offered->tapes()) {
         if (!market.empty() && (!tape.market || tape.market->slug != market)) {
             continue;
         }
@@ -147,20 +162,25 @@ Answer Hub::tapes(const Query& query)
     return documentAnswer({{"total", total}, {"page", page}, {"per_page", perPage}, {"items", std::move(items)}});
 }
 
-const SampleTape* Hub::find(const std::string& id) const
+std::shared_ptr<const SampleTape> Hub::find(const std::string& id) const
 {
-    return m_catalogue.find(number(id, -1));
+    for (const auto& shelves : {catalogue(), m_own}) {
+        if (const SampleTape* tape = shelves->find(number(id, -1))) {
+            return {shelves, tape};
+        }
+    }
+    return nullptr;
 }
 
 Answer Hub::tape(const std::string& id)
 {
-    const SampleTape* tape = find(id);
+    const auto tape = find(id);
     return tape ? documentAnswer(tape->detailed()) : errorAnswer(404, "There is no such tape.");
 }
 
 Answer Hub::transcript(const std::string& id)
 {
-    const SampleTape* tape = find(id);
+    const auto tape = find(id);
     if (!tape) {
         return errorAnswer(404, "There is no such meeting.");
     }

@@ -8,6 +8,7 @@
 
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <string>
 
@@ -28,6 +29,8 @@ public:
     /// Merges a document into the status (a null removes a member); an empty object takes all of that back.
     void amendStatus(const nlohmann::json& amendment);
     void resetStatus();
+    /// From now on the tapes are those of this catalogue; null for the hub's own. Any of its tapes can still be asked for.
+    void offer(std::shared_ptr<const Catalogue> catalogue);
 
 private:
     Answer status();
@@ -36,15 +39,17 @@ private:
     Answer transcript(const std::string& id);
     Answer recording(const std::string& name, const std::string& file) const;
     Answer live(const std::string& name, const std::string& file) const;
-    const SampleTape* find(const std::string& id) const;
+    std::shared_ptr<const Catalogue> catalogue() const;
+    std::shared_ptr<const SampleTape> find(const std::string& id) const;
 
     const std::filesystem::path m_recordings;
-    const Catalogue m_catalogue;
+    const std::shared_ptr<const Catalogue> m_own;
     Transcripts m_transcripts;
     Tower m_tower;
     std::map<std::string, LiveChannel> m_channels; // by name; fixed once made
-    std::mutex m_mutex;
+    mutable std::mutex m_mutex;
     nlohmann::json m_amendment = nlohmann::json::object();
+    std::shared_ptr<const Catalogue> m_offered;
 };
 
 } // namespace demo

@@ -10,6 +10,7 @@ namespace demo {
 namespace {
 
 constexpr std::int64_t newestId = 7240;
+constexpr std::int64_t oneShelfsNewestId = 12000; // apart from all others, as a transcript is kept by its tape's id
 constexpr std::size_t longestTranscriptWords = 60000;
 constexpr std::size_t longestTranscriptAt = 5; // the sixth tape of the list
 
@@ -145,11 +146,10 @@ std::vector<Document> documentsFor(bool hasAgenda, Dice& dice)
     return documents;
 }
 
-SampleTape ordinaryTape(const std::array<Market, 3>& markets, std::size_t index, std::size_t count)
+SampleTape ordinaryTape(const std::array<Market, 3>& markets, const Genre& genre, std::size_t index, std::size_t count)
 {
     Dice dice(20190115 + index);
     SampleTape tape;
-    const Genre& genre = genres[index % genres.size()];
     const std::size_t town = index % markets.size();
     tape.id = newestId - static_cast<std::int64_t>(index);
     tape.market = &markets[town];
@@ -180,7 +180,17 @@ std::vector<SampleTape> ordinaryTapes(const std::array<Market, 3>& markets, std:
 {
     std::vector<SampleTape> tapes;
     for (std::size_t i = 0; i < count; ++i) {
-        tapes.push_back(ordinaryTape(markets, i, count));
+        tapes.push_back(ordinaryTape(markets, genres[i % genres.size()], i, count));
+    }
+    return tapes;
+}
+
+std::vector<SampleTape> tapesOfOneShelf(const std::array<Market, 3>& markets, std::size_t count)
+{
+    std::vector<SampleTape> tapes;
+    for (std::size_t i = 0; i < count; ++i) {
+        tapes.push_back(ordinaryTape(markets, genres.front(), i, count));
+        tapes.back().id = oneShelfsNewestId - static_cast<std::int64_t>(i);
     }
     return tapes;
 }

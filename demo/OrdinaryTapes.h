@@ -16,4 +16,7 @@ std::string recordingPath(const std::string& recording);
 /// `markets` must outlive them.
 std::vector<SampleTape> ordinaryTapes(const std::array<Market, 3>& markets, std::size_t count);
 
+/// The same for up to 2500 tapes that all stand on the councils' shelf, with ids of their own.
+std::vector<SampleTape> tapesOfOneShelf(const std::array<Market, 3>& markets, std::size_t count);
+
 } // namespace demo
