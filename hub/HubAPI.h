@@ -10,6 +10,7 @@
 #include "Worker.h"
 
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 
 template<typename T>
 using HubResult = tl::expected<T, HubError>;
@@ -25,6 +26,8 @@ using HubResult = tl::expected<T, HubError>;
 class HubAPI : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application entry makes the one client.")
 
 public:
     explicit HubAPI(HttpClient& http, QUrl base = hubBase(), QObject* parent = nullptr);
