@@ -1,15 +1,19 @@
 #include "ShortenedText.h"
 
-namespace {
+#include <QRegularExpression>
 
-constexpr qsizetype longest = 1000; // UTF-16 units; the roomiest line of a screen shows a few hundred
+using namespace Qt::StringLiterals;
 
-} // namespace
-
-QString shortenedText(const QString& text)
+QString shortenedText(const QString& text, qsizetype longest)
 {
     if (text.size() <= longest)
         return text;
     const bool splitsAPair = text.at(longest - 1).isHighSurrogate();
     return text.first(splitsAPair ? longest - 1 : longest) + u'…';
+}
+
+QString shortenedLine(const QString& text, qsizetype longest)
+{
+    static const QRegularExpression lineBreaks(u"\\R+"_s);
+    return shortenedText(text, longest).replace(lineBreaks, u" "_s);
 }
