@@ -1,0 +1,162 @@
+#include "TapeDetailController.h"
+
+#include "Dressing.h"
+
+void TapeDetailController::setStore(Store* store)
+{
+    if (m_store == store)
+        return;
+    m_store = store;
+    Q_EMIT storeChanged();
+    readResumePosition();
+}
+
+void TapeDetailController::setHub(HubAPI* hub)
+{
+    if (m_hub == hub)
+        return;
+    m_hub = hub;
+    Q_EMIT hubChanged();
+}
+
+// No setter of a tape asks whether it changed: equal tapes may differ in all but their ids.
+
+void TapeDetailController::setTape(Tape tape)
+{
+    m_tape = std::move(tape);
+    show();
+}
+
+VHSCover TapeDetailController::cover() const
+{
+    return dress(shownTape());
+}
+
+void TapeDetailController::setPlaying(bool playing)
+{
+    if (m_playing == playing)
+        return;
+    m_playing = playing;
+    // The player may have left a new position.
+    if (!playing)
+        readResumePosition();
+    Q_EMIT playingChanged();
+}
+
+void TapeDetailController::setReadingTranscript(bool readingTranscript)
+{
+    if (m_readingTranscript == readingTranscript)
+        return;
+    m_readingTranscript = readingTranscript;
+    Q_EMIT readingTranscriptChanged();
+}
+
+QString TapeDetailController::title() const
+{
+    return titleText(cover());
+}
+
+QString TapeDetailController::genreBadge() const
+{
+    return cover().genre;
+}
+
+QString TapeDetailController::ratingBadge() const
+{
+    return cover().rating.code;
+}
+
+QString TapeDetailController::runtimeBadge() const
+{
+    return ::runtimeBadge(cover());
+}
+
+QString TapeDetailController::speedBadge() const
+{
+    return ::speedBadge(cover());
+}
+
+QString TapeDetailController::agendaBadge() const
+{
+    return ::agendaBadge(cover());
+}
+
+QString TapeDetailController::tagline() const
+{
+    return taglineText(cover());
+}
+
+QString TapeDetailController::synopsis() const
+{
+    return synopsisText(cover());
+}
+
+QString TapeDetailController::catalogueLine() const
+{
+    return ::catalogueLine(cover());
+}
+
+QString TapeDetailController::playText() const
+{
+    return playButtonText(m_resumePosition);
+}
+
+void TapeDetailController::appear()
+{
+    m_tasks.cancel();
+    readResumePosition();
+    fetch();
+}
+
+void TapeDetailController::disappear()
+{
+    m_tasks.cancel();
+}
+
+void TapeDetailController::play()
+{
+    playFrom(m_resumePosition);
+}
+
+void TapeDetailController::startOver()
+{
+    playFrom(0);
+}
+
+void TapeDetailController::readTranscript()
+{
+    setReadingTranscript(true);
+}
+
+QCoro::Task<> TapeDetailController::fetch()
+{
+    const CancelToken token = m_tasks.token();
+    auto answer = co_await m_hub->tape(m_tape.id, token);
+    if (token.isCancelled() || !answer)
+        co_return;
+    m_detail = *std::move(answer);
+    show();
+}
+
+void TapeDetailController::show()
+{
+    m_facts.setFacts(factsOf(shownTape(), cover()));
+    readResumePosition();
+    Q_EMIT shownTapeChanged();
+}
+
+void TapeDetailController::readResumePosition()
+{
+    const double position = m_store ? m_store->resumePosition(shownTape().id) : 0;
+    if (position == m_resumePosition)
+        return;
+    m_resumePosition = position;
+    Q_EMIT resumePositionChanged();
+}
+
+void TapeDetailController::playFrom(double seconds)
+{
+    m_startAt = seconds;
+    Q_EMIT startAtChanged();
+    setPlaying(true);
+}

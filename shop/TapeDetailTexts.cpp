@@ -1,0 +1,128 @@
+#include "TapeDetailTexts.h"
+
+#include "ShortenedText.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double megabyte = 1048576;
+constexpr double megabytesInAGigabyte = 1024;
+constexpr qsizetype namedDocuments = 3;
+constexpr qsizetype longestParagraph = 4000; // UTF-16 units, about 50 lines
+constexpr double tooLarge = 0x1p63;          // the first that no 64-bit whole number can be
+
+// A tie goes to the even digit here; Qt's own formatting rounds it up.
+QString fixed(double value, int decimals)
+{
+    std::array<char, 40> digits{};
+    const auto end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, decimals).ptr;
+    return QString::fromLatin1(digits.data(), end - digits.data());
+}
+
+QString twoDigits(qint64 number)
+{
+    return u"%1"_s.arg(number, 2, 10, QChar(u'0'));
+}
+
+qint64 wholeSeconds(double seconds)
+{
+    // Written so that what is not a number fails it too.
+    if (!(seconds > 0))
+        return 0;
+    return seconds < tooLarge ? qint64(seconds) : std::numeric_limits<qint64>::max();
+}
+
+} // namespace
+
+QString clockText(double seconds)
+{
+    const qint64 whole = wholeSeconds(seconds);
+    const qint64 minutes = whole % 3600 / 60;
+    const QString upToSeconds = u':' + twoDigits(whole % 60);
+    if (whole < 3600)
+        return QString::number(minutes) + upToSeconds;
+    return QString::number(whole / 3600) + u':' + twoDigits(minutes) + upToSeconds;
+}
+
+QString playButtonText(double resumePosition)
+{
+    return resumePosition > 0 ? u"Resume at "_s + clockText(resumePosition) : u"Push it in"_s;
+}
+
+QString titleText(const VHSCover& cover)
+{
+    return shortenedText(cover.title, longestParagraph);
+}
+
+QString synopsisText(const VHSCover& cover)
+{
+    return shortenedText(cover.synopsis, longestParagraph);
+}
+
+QString runtimeBadge(const VHSCover& cover)
+{
+    return QString::number(cover.runtime) + u" MIN"_s;
+}
+
+QString speedBadge(const VHSCover& cover)
+{
+    return cover.speed + u" MODE"_s;
+}
+
+QString agendaBadge(const VHSCover& cover)
+{
+    return cover.hasAgenda ? u"◈ AGENDA ENCLOSED"_s : QString();
+}
+
+QString taglineText(const VHSCover& cover)
+{
+    return u'“' + cover.tagline + u'”';
+}
+
+QString catalogueLine(const VHSCover& cover)
+{
+    return u"Cat. "_s + cover.catalogNo + u" · "_s + cover.rating.full;
+}
+
+QString sizeText(qint64 bytes)
+{
+    const double megabytes = double(bytes) / megabyte;
+    const QString size = megabytes >= megabytesInAGigabyte ? fixed(megabytes / megabytesInAGigabyte, 1) + u" GB"_s
+                                                           : fixed(megabytes, 0) + u" MB"_s;
+    return size + u" · self-hosted"_s;
+}
+
+QString documentsText(const QList<TapeDocument>& documents)
+{
+    QStringList titles;
+    for (const TapeDocument& document : documents.first(std::min(namedDocuments, documents.size())))
+        titles.append(shortenedText(document.title));
+    const qsizetype more = documents.size() - titles.size();
+    return titles.join(u" · "_s) + (more > 0 ? u" +"_s + QString::number(more) + u" more"_s : QString());
+}
+
+QList<TapeFact> factsOf(const Tape& tape, const VHSCover& cover)
+{
+    QList<TapeFact> facts{{u"BODY"_s, shortenedText(cover.bodyName)}};
+    const auto addUnlessEmpty = [&facts](const QString& label, const QString& value) {
+        if (!value.isEmpty())
+            facts.append({label, shortenedText(value)});
+    };
+    addUnlessEmpty(u"RECORDED"_s, cover.dateLabel);
+    addUnlessEmpty(u"MARKET"_s, tape.market.name);
+    addUnlessEmpty(u"LOCATION"_s, tape.location);
+    facts.append({u"TAPE SIZE"_s, sizeText(tape.sizeBytes)});
+    facts.append({u"TRANSCRIPT"_s, tape.hasTranscript ? u"Searchable transcript on file (CC)"_s : u"None harvested"_s});
+    if (!tape.documents.isEmpty())
+        facts.append({u"BONUS MATERIALS"_s, documentsText(tape.documents)});
+    return facts;
+}

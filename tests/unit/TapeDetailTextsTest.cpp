@@ -1,0 +1,306 @@
+#include "TapeDetailTexts.h"
+
+#include <QTest>
+
+#include <cmath>
+#include <limits>
+#include <locale.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Tape plainTape()
+{
+    Tape tape;
+    tape.title = u"Harbour Council"_s;
+    tape.market.name = u"Springfield"_s;
+    tape.location = u"Town Hall"_s;
+    tape.sizeBytes = 524288000;
+    tape.hasTranscript = true;
+    return tape;
+}
+
+VHSCover plainCover()
+{
+    VHSCover cover;
+    cover.bodyName = u"Council"_s;
+    cover.dateLabel = u"March 5, 2024"_s;
+    return cover;
+}
+
+QList<TapeDocument> documentsNamed(const QStringList& titles)
+{
+    QList<TapeDocument> documents;
+    for (const QString& title : titles) {
+        TapeDocument document;
+        document.title = title;
+        documents.append(document);
+    }
+    return documents;
+}
+
+QStringList labelsOf(const QList<TapeFact>& facts)
+{
+    QStringList labels;
+    for (const TapeFact& fact : facts)
+        labels.append(fact.label);
+    return labels;
+}
+
+} // namespace
+
+class TapeDetailTextsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void aPositionReadsAsAClock_data();
+    void aPositionReadsAsAClock();
+    void thePlayButtonOffersToResume_data();
+    void thePlayButtonOffersToResume();
+    void theBadgesSayWhatTheBoxSays();
+    void anAgendaHasItsBadge();
+    void theTaglineStandsInCurlyQuotes();
+    void theCatalogueLineEndsWithTheLongRating();
+    void aLongTitleAndSynopsisAreWhole();
+    void aTitleNobodyWouldReadToItsEndIsCut();
+    void theSizeIsInMegabytesUpToAGigabyte_data();
+    void theSizeIsInMegabytesUpToAGigabyte();
+    void threeDocumentsAreNamedAndTheRestCounted_data();
+    void threeDocumentsAreNamedAndTheRestCounted();
+    void aDocumentWithAnEndlessTitleHidesNoCount();
+    void theFactsStandInTheirOrder();
+    void whatIsEmptyHasNoRow_data();
+    void whatIsEmptyHasNoRow();
+    void theBodyHasItsRowEvenWhenItIsEmpty();
+    void withoutATranscriptNoneWasHarvested();
+    void documentsHaveTheLastRow();
+    void anEndlessValueIsShortened();
+};
+
+void TapeDetailTextsTest::initTestCase()
+{
+    // No number may follow the machine's locale; where the machine has no such locale the test has less to catch.
+    setlocale(LC_ALL, "de_DE.UTF-8");
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+}
+
+void TapeDetailTextsTest::aPositionReadsAsAClock_data()
+{
+    QTest::addColumn<double>("seconds");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("the top") << 0.0 << u"0:00"_s;
+    QTest::newRow("below a second") << 0.999 << u"0:00"_s;
+    QTest::newRow("seconds in two digits") << 9.0 << u"0:09"_s;
+    QTest::newRow("below a minute") << 59.0 << u"0:59"_s;
+    QTest::newRow("a fraction is dropped") << 59.4 << u"0:59"_s;
+    QTest::newRow("nearly a minute") << 59.999 << u"0:59"_s;
+    QTest::newRow("a minute") << 60.0 << u"1:00"_s;
+    QTest::newRow("minutes in one digit") << 125.0 << u"2:05"_s;
+    QTest::newRow("nearly an hour") << 3599.9 << u"59:59"_s;
+    QTest::newRow("an hour") << 3600.0 << u"1:00:00"_s;
+    QTest::newRow("hours") << 3725.0 << u"1:02:05"_s;
+    QTest::newRow("more than a day") << 100000.0 << u"27:46:40"_s;
+    QTest::newRow("the longest kept") << 1e9 << u"277777:46:40"_s;
+    QTest::newRow("before the top") << -5.0 << u"0:00"_s;
+    QTest::newRow("no number") << std::nan("") << u"0:00"_s;
+    QTest::newRow("without end") << std::numeric_limits<double>::infinity() << u"2562047788015215:30:07"_s;
+}
+
+void TapeDetailTextsTest::aPositionReadsAsAClock()
+{
+    QFETCH(const double, seconds);
+    QTEST(clockText(seconds), "text");
+}
+
+void TapeDetailTextsTest::thePlayButtonOffersToResume_data()
+{
+    QTest::addColumn<double>("position");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("nothing kept") << 0.0 << u"Push it in"_s;
+    QTest::newRow("less than a minute") << 59.4 << u"Resume at 0:59"_s;
+    QTest::newRow("nearly an hour") << 3599.9 << u"Resume at 59:59"_s;
+    QTest::newRow("an hour") << 3600.0 << u"Resume at 1:00:00"_s;
+}
+
+void TapeDetailTextsTest::thePlayButtonOffersToResume()
+{
+    QFETCH(const double, position);
+    QTEST(playButtonText(position), "text");
+}
+
+void TapeDetailTextsTest::theBadgesSayWhatTheBoxSays()
+{
+    VHSCover cover;
+    cover.runtime = 214;
+    cover.speed = u"EP"_s;
+    QCOMPARE(runtimeBadge(cover), u"214 MIN"_s);
+    QCOMPARE(speedBadge(cover), u"EP MODE"_s);
+}
+
+void TapeDetailTextsTest::anAgendaHasItsBadge()
+{
+    VHSCover cover;
+    QCOMPARE(agendaBadge(cover), QString());
+    cover.hasAgenda = true;
+    QCOMPARE(agendaBadge(cover), u"◈ AGENDA ENCLOSED"_s);
+}
+
+void TapeDetailTextsTest::theTaglineStandsInCurlyQuotes()
+{
+    VHSCover cover;
+    cover.tagline = u"Every vote leaves a wake."_s;
+    QCOMPARE(taglineText(cover), u"\u201CEvery vote leaves a wake.\u201D"_s);
+}
+
+void TapeDetailTextsTest::theCatalogueLineEndsWithTheLongRating()
+{
+    VHSCover cover;
+    cover.catalogNo = u"RW 1130 · SP"_s;
+    cover.rating = {u"N.R."_s, u"NO RECESS — mature deliberation"_s};
+    QCOMPARE(catalogueLine(cover), u"Cat. RW 1130 · SP · NO RECESS — mature deliberation"_s);
+}
+
+void TapeDetailTextsTest::aLongTitleAndSynopsisAreWhole()
+{
+    VHSCover cover;
+    cover.title = QString(3000, u't');
+    cover.synopsis = QString(3000, u's');
+    QCOMPARE(titleText(cover), cover.title);
+    QCOMPARE(synopsisText(cover), cover.synopsis);
+}
+
+void TapeDetailTextsTest::aTitleNobodyWouldReadToItsEndIsCut()
+{
+    VHSCover cover;
+    cover.title = QString(1'000'000, u't');
+    cover.synopsis = cover.title;
+    QCOMPARE(titleText(cover), QString(4000, u't') + u'…');
+    QCOMPARE(synopsisText(cover), titleText(cover));
+}
+
+void TapeDetailTextsTest::theSizeIsInMegabytesUpToAGigabyte_data()
+{
+    constexpr qint64 mebibyte = 1048576;
+    QTest::addColumn<qint64>("bytes");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("nothing") << qint64(0) << u"0 MB · self-hosted"_s;
+    QTest::newRow("a tie goes to the even digit below") << mebibyte / 2 << u"0 MB · self-hosted"_s;
+    QTest::newRow("more than half") << mebibyte / 2 + 1 << u"1 MB · self-hosted"_s;
+    QTest::newRow("a tie goes to the even digit above") << mebibyte * 3 / 2 << u"2 MB · self-hosted"_s;
+    QTest::newRow("megabytes") << 500 * mebibyte << u"500 MB · self-hosted"_s;
+    QTest::newRow("nearly a gigabyte") << qint64(1023.6 * mebibyte) << u"1024 MB · self-hosted"_s;
+    QTest::newRow("a byte less than a gigabyte") << 1024 * mebibyte - 1 << u"1024 MB · self-hosted"_s;
+    QTest::newRow("a gigabyte") << qint64(1073741824) << u"1.0 GB · self-hosted"_s;
+    QTest::newRow("a tie of tenths") << 1280 * mebibyte << u"1.2 GB · self-hosted"_s;
+    QTest::newRow("gigabytes") << 2600 * mebibyte << u"2.5 GB · self-hosted"_s;
+    QTest::newRow("no grouping") << 2048000 * mebibyte << u"2000.0 GB · self-hosted"_s;
+    QTest::newRow("the most there can be") << std::numeric_limits<qint64>::max() << u"8589934592.0 GB · self-hosted"_s;
+    QTest::newRow("below nothing") << -5 * mebibyte << u"-5 MB · self-hosted"_s;
+}
+
+void TapeDetailTextsTest::theSizeIsInMegabytesUpToAGigabyte()
+{
+    QFETCH(const qint64, bytes);
+    QTEST(sizeText(bytes), "text");
+}
+
+void TapeDetailTextsTest::threeDocumentsAreNamedAndTheRestCounted_data()
+{
+    QTest::addColumn<QStringList>("titles");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("none") << QStringList{} << QString();
+    QTest::newRow("one") << QStringList{u"A"_s} << u"A"_s;
+    QTest::newRow("two") << QStringList{u"A"_s, u"B"_s} << u"A · B"_s;
+    QTest::newRow("three") << QStringList{u"A"_s, u"B"_s, u"C"_s} << u"A · B · C"_s;
+    QTest::newRow("four") << QStringList{u"A"_s, u"B"_s, u"C"_s, u"D"_s} << u"A · B · C +1 more"_s;
+    QTest::newRow("five") << QStringList{u"A"_s, u"B"_s, u"C"_s, u"D"_s, u"E"_s} << u"A · B · C +2 more"_s;
+    QTest::newRow("without a title") << QStringList{u""_s, u"B"_s} << u" · B"_s;
+}
+
+void TapeDetailTextsTest::threeDocumentsAreNamedAndTheRestCounted()
+{
+    QFETCH(const QStringList, titles);
+    QTEST(documentsText(documentsNamed(titles)), "text");
+}
+
+void TapeDetailTextsTest::aDocumentWithAnEndlessTitleHidesNoCount()
+{
+    const QString text = documentsText(documentsNamed({QString(1'000'000, u'A'), u"B"_s, u"C"_s, u"D"_s}));
+    QVERIFY(text.size() < 1100);
+    QVERIFY(text.endsWith(u"A… · B · C +1 more"_s));
+}
+
+void TapeDetailTextsTest::theFactsStandInTheirOrder()
+{
+    const QList<TapeFact> expected{{u"BODY"_s, u"Council"_s},
+                                   {u"RECORDED"_s, u"March 5, 2024"_s},
+                                   {u"MARKET"_s, u"Springfield"_s},
+                                   {u"LOCATION"_s, u"Town Hall"_s},
+                                   {u"TAPE SIZE"_s, u"500 MB · self-hosted"_s},
+                                   {u"TRANSCRIPT"_s, u"Searchable transcript on file (CC)"_s}};
+    QCOMPARE(factsOf(plainTape(), plainCover()), expected);
+}
+
+void TapeDetailTextsTest::whatIsEmptyHasNoRow_data()
+{
+    QTest::addColumn<QString>("date");
+    QTest::addColumn<QString>("market");
+    QTest::addColumn<QString>("location");
+    QTest::addColumn<QStringList>("labels");
+    QTest::newRow("no date") << u""_s << u"M"_s << u"L"_s
+                             << QStringList{u"BODY"_s, u"MARKET"_s, u"LOCATION"_s, u"TAPE SIZE"_s, u"TRANSCRIPT"_s};
+    QTest::newRow("no market") << u"D"_s << u""_s << u"L"_s
+                               << QStringList{u"BODY"_s, u"RECORDED"_s, u"LOCATION"_s, u"TAPE SIZE"_s, u"TRANSCRIPT"_s};
+    QTest::newRow("no location") << u"D"_s << u"M"_s << u""_s
+                                 << QStringList{u"BODY"_s, u"RECORDED"_s, u"MARKET"_s, u"TAPE SIZE"_s, u"TRANSCRIPT"_s};
+    QTest::newRow("none of them") << u""_s << u""_s << u""_s << QStringList{u"BODY"_s, u"TAPE SIZE"_s, u"TRANSCRIPT"_s};
+}
+
+void TapeDetailTextsTest::whatIsEmptyHasNoRow()
+{
+    QFETCH(const QString, date);
+    QFETCH(const QString, market);
+    QFETCH(const QString, location);
+    VHSCover cover = plainCover();
+    cover.dateLabel = date;
+    Tape tape = plainTape();
+    tape.market.name = market;
+    tape.location = location;
+    QTEST(labelsOf(factsOf(tape, cover)), "labels");
+}
+
+void TapeDetailTextsTest::theBodyHasItsRowEvenWhenItIsEmpty()
+{
+    const TapeFact first = factsOf({}, {}).constFirst();
+    QCOMPARE(first.label, u"BODY"_s);
+    QCOMPARE(first.value, QString());
+}
+
+void TapeDetailTextsTest::withoutATranscriptNoneWasHarvested()
+{
+    Tape tape = plainTape();
+    tape.hasTranscript = false;
+    QCOMPARE(factsOf(tape, plainCover()).constLast().value, u"None harvested"_s);
+}
+
+void TapeDetailTextsTest::documentsHaveTheLastRow()
+{
+    Tape tape = plainTape();
+    tape.documents = documentsNamed({u"Agenda"_s, u"Minutes"_s});
+    const TapeFact last = factsOf(tape, plainCover()).constLast();
+    QCOMPARE(last.label, u"BONUS MATERIALS"_s);
+    QCOMPARE(last.value, u"Agenda · Minutes"_s);
+}
+
+void TapeDetailTextsTest::anEndlessValueIsShortened()
+{
+    Tape tape = plainTape();
+    tape.location = QString(1'000'000, u'x');
+    QCOMPARE(factsOf(tape, plainCover()).at(3).value.size(), 1001);
+}
+
+QTEST_GUILESS_MAIN(TapeDetailTextsTest)
+#include "TapeDetailTextsTest.moc"
