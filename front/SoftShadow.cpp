@@ -6,6 +6,8 @@
 #include <cmath>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int steps = 512; // from a spread inside the edge to a spread outside
@@ -78,4 +80,9 @@ void SoftShadow::paint(QPainter& painter, const QSizeF& size) const
     painter.resetTransform();
     painter.drawImage(pixels.topLeft(), image);
     painter.restore();
+}
+
+QString SoftShadow::softLook() const
+{
+    return u"shadow %1 %2 %3"_s.arg(m_color.name(QColor::HexArgb)).arg(m_spread).arg(m_radius);
 }

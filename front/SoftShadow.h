@@ -6,7 +6,8 @@
 
 /**
  * The soft shadow of a plate as large as the item, or the glow of a round lamp: painted once, shown, faded and scaled
- * as a picture. `spread` is the distance in points at which it has faded out; a `radius` of half the size makes it round.
+ * as a picture, which equal shadows share. `spread` is the distance in points at which it has faded out; a `radius` of
+ * half the size makes it round.
  */
 class SoftShadow : public PaintedItem
 {
@@ -28,6 +29,7 @@ public:
 
     void paint(QPainter& painter, const QSizeF& size) const override;
     qreal bleed() const override { return m_spread; }
+    QString softLook() const override;
 
 private:
     QColor m_color = Qt::black;

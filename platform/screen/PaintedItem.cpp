@@ -1,5 +1,6 @@
 #include "PaintedItem.h"
 
+#include <QMutex>
 #include <QPainter>
 #include <QQuickWindow>
 #include <QSGImageNode>
@@ -9,6 +10,7 @@
 namespace {
 
 constexpr int picturesKept = 2;
+constexpr int sharedPicturesKept = 6;
 constexpr int settlingTime = 50; // milliseconds, more than lies between the steps of a movement
 constexpr double pixelTolerance = 1.0 / 256;
 
@@ -17,9 +19,10 @@ bool near(double a, double b)
     return std::abs(a - b) < pixelTolerance;
 }
 
-double fraction(double x)
+/** The line between two pixels that art standing at `x` is painted from: the one before it, or the nearest. */
+double gridLine(double x, bool nearest)
 {
-    return x - std::floor(x + pixelTolerance);
+    return std::floor(x + (nearest ? 0.5 : 0) + pixelTolerance);
 }
 
 /** The smallest rectangle of whole pixels around `area`, rounding errors left aside. */
@@ -34,17 +37,17 @@ QRect wholePixels(const QRectF& area)
 
 bool PaintedItem::Placement::operator==(const Placement& other) const
 {
-    return near(origin.x(), other.origin.x()) && near(origin.y(), other.origin.y()) && looksLike(other);
-}
-
-/** Whether a picture made for one serves the other: they differ by whole pixels at most. */
-bool PaintedItem::Placement::looksLike(const Placement& other) const
-{
-    return pixels.size() == other.pixels.size() && near(fraction(origin.x()), fraction(other.origin.x())) &&
-           near(fraction(origin.y()), fraction(other.origin.y())) &&
+    return pixels == other.pixels && near(phase.x(), other.phase.x()) && near(phase.y(), other.phase.y()) &&
            near(scale.width() * pixels.width(), other.scale.width() * pixels.width()) &&
            near(scale.height() * pixels.height(), other.scale.height() * pixels.height());
 }
+
+struct PaintedItem::SharedPicture
+{
+    QString look;
+    QSizeF size; ///< points
+    Picture picture;
+};
 
 PaintedItem::PaintedItem(QQuickItem* parent) : QQuickItem(parent)
 {
@@ -81,13 +84,17 @@ PaintedItem::Placement PaintedItem::placement() const
 {
     const QTransform toScene = itemTransform(nullptr, nullptr);
     const double ratio = window()->effectiveDevicePixelRatio();
+    const QPointF origin = toScene.map(QPointF()) * ratio;
+    const bool isSoft = !softLook().isEmpty();
+    const QPointF onGrid(gridLine(origin.x(), isSoft), gridLine(origin.y(), isSoft));
     Placement placement;
-    placement.origin = toScene.map(QPointF()) * ratio;
+    placement.offGrid = origin - onGrid;
+    placement.phase = isSoft ? QPointF() : placement.offGrid;
     placement.scale = QSizeF(toScene.m11(), toScene.m22()) * ratio;
     const QRectF art = QRectF(QPointF(), size()).marginsAdded({bleed(), bleed(), bleed(), bleed()});
     placement.pixels =
-        wholePixels(QRectF(placement.origin.x() + art.x() * placement.scale.width(),
-                           placement.origin.y() + art.y() * placement.scale.height(),
+        wholePixels(QRectF(placement.phase.x() + art.x() * placement.scale.width(),
+                           placement.phase.y() + art.y() * placement.scale.height(),
                            art.width() * placement.scale.width(), art.height() * placement.scale.height()));
     return placement;
 }
@@ -121,12 +128,12 @@ void PaintedItem::timerEvent(QTimerEvent* event)
 const PaintedItem::Picture& PaintedItem::pictureFor(const Placement& placement)
 {
     for (qsizetype i = 0; i < m_pictures.size(); ++i) {
-        if (m_pictures.at(i).placement.looksLike(placement)) {
+        if (m_pictures.at(i).placement == placement) {
             m_pictures.move(i, 0);
             return m_pictures.constFirst();
         }
     }
-    m_pictures.prepend({placement, painted(placement)});
+    m_pictures.prepend({placement, softLook().isEmpty() ? painted(placement) : shared(placement)});
     if (m_pictures.size() > picturesKept)
         m_pictures.removeLast();
     return m_pictures.constFirst();
@@ -139,10 +146,30 @@ QImage PaintedItem::painted(const Placement& placement) const
     image.fill(Qt::transparent);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(placement.origin - placement.pixels.topLeft());
+    painter.translate(placement.phase - placement.pixels.topLeft());
     painter.scale(placement.scale.width(), placement.scale.height());
     paint(painter, size());
     return image;
+}
+
+/** The picture of soft art of this look and size, painted by whichever item needed it first. */
+QImage PaintedItem::shared(const Placement& placement) const
+{
+    static QMutex mutex;                  // a render thread is a window's
+    static QList<SharedPicture> pictures; // latest first
+    const QMutexLocker lock(&mutex);
+    const QString look = softLook();
+    for (qsizetype i = 0; i < pictures.size(); ++i) {
+        const SharedPicture& known = pictures.at(i);
+        if (known.look == look && known.size == size() && known.picture.placement == placement) {
+            pictures.move(i, 0);
+            return pictures.constFirst().picture.image;
+        }
+    }
+    pictures.prepend({look, size(), {placement, painted(placement)}});
+    if (pictures.size() > sharedPicturesKept)
+        pictures.removeLast();
+    return pictures.constFirst().picture.image;
 }
 
 QSGNode* PaintedItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
@@ -164,7 +191,7 @@ QSGNode* PaintedItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
         node->setOwnsTexture(true);
         node->setTexture(window()->createTextureFromImage(picture.image));
         node->setSourceRect(picture.image.rect());
-        const QPointF corner = now.pixels.topLeft() - now.origin;
+        const QPointF corner = now.pixels.topLeft() - now.offGrid;
         node->setRect(QRectF(corner.x() / now.scale.width(), corner.y() / now.scale.height(),
                              now.pixels.width() / now.scale.width(), now.pixels.height() / now.scale.height()));
         m_shown = now;

@@ -11,7 +11,7 @@ class QPainter;
  * Art drawn by C++ in points and shown pixel for pixel: it is painted once into an image of the size really shown, on
  * whole device pixels, and painted again only when its inputs change or when it has come to rest at another size; while
  * it moves, the picture at hand is scaled. The last two pictures are kept, so a card that lifts and settles again costs
- * one painting.
+ * one painting. A move by whole device pixels, as of a scroll, changes nothing but where the picture stands.
  *
  * Screen thread, but for `paint`, which also runs on the render thread while the screen thread waits. Its parent item
  * owns it. Rotations and shears are not followed.
@@ -34,6 +34,12 @@ public:
     /** Whether every row is of one colour; then one column is painted and stretched. */
     virtual bool hasUniformRows() const { return false; }
 
+    /**
+     * What the art looks like, in words, if it is so soft that half a pixel to either side does not show: items that
+     * answer the same share one picture of each size. Empty for art of its own.
+     */
+    virtual QString softLook() const { return {}; }
+
 Q_SIGNALS:
     /** The art's inputs have changed. */
     void artChanged();
@@ -48,26 +54,29 @@ protected:
     QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override;
 
 private:
-    /** Where the item stands on the glass, in device pixels. */
+    /** How the item stands on the grid of the device's pixels; a move by whole ones makes no difference. */
     struct Placement
     {
-        QPointF origin; ///< of the item's top left corner
-        QSizeF scale;   ///< device pixels a point
-        QRect pixels;   ///< what the art covers
+        QPointF offGrid; ///< from a corner of the grid to the item's top left corner, in device pixels
+        QPointF phase;   ///< the same as it is painted: nothing for soft art
+        QSizeF scale;    ///< device pixels a point
+        QRect pixels;    ///< what the art covers, from that corner of the grid
 
+        /** Whether a picture painted for one serves the other. */
         bool operator==(const Placement& other) const;
-        bool looksLike(const Placement& other) const;
     };
     struct Picture
     {
         Placement placement;
         QImage image;
     };
+    struct SharedPicture;
 
     Placement placement() const;
     void follow();
     const Picture& pictureFor(const Placement& placement);
     QImage painted(const Placement& placement) const;
+    QImage shared(const Placement& placement) const;
 
     Placement m_seen;  ///< in the frame before
     Placement m_shown; ///< the one that the picture on the glass was painted for

@@ -1,0 +1,116 @@
+#include "Icon.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <array>
+#include <cmath>
+
+namespace {
+
+// The signs are drawn on a square of 100 units, with strokes as heavy as those of the letters beside them.
+constexpr double grid = 100;
+constexpr double stroke = 11;
+
+/** A rectangle between lines that the device's pixels meet, for edges without a grey fringe. */
+QRectF onPixels(const QPainter& painter, const QRectF& area)
+{
+    const QTransform toDevice = painter.deviceTransform();
+    const QRectF device = toDevice.mapRect(area);
+    const QPointF topLeft(std::round(device.left()), std::round(device.top()));
+    const QSizeF size(std::max(1.0, std::round(device.width())), std::max(1.0, std::round(device.height())));
+    return toDevice.inverted().mapRect(QRectF(topLeft, size));
+}
+
+QPen pen(const QColor& color, double width = stroke)
+{
+    return {color, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
+}
+
+void drawMagnifyingGlass(QPainter& painter, const QColor& color)
+{
+    const QPointF centre(42, 42);
+    constexpr double radius = 30;
+    constexpr double handle = 91; // where it ends
+    const double rim = centre.x() + radius * std::sqrt(0.5);
+    painter.setPen(pen(color));
+    painter.drawEllipse(centre, radius, radius);
+    painter.setPen(pen(color, stroke * 1.2));
+    painter.drawLine(QPointF(rim, rim), QPointF(handle, handle));
+}
+
+void drawPlay(QPainter& painter, const QColor& color)
+{
+    // Rounded by a thin stroke of its own colour; the middle of its weight stands in the middle of the square.
+    constexpr double rounding = 10;
+    const QRectF area = onPixels(painter, {18, 9, 76, 82});
+    const QRectF inner = area.marginsRemoved({rounding / 2, rounding / 2, rounding / 2, rounding / 2});
+    painter.setPen(pen(color, rounding));
+    painter.setBrush(color);
+    painter.drawPolygon(QPolygonF{inner.topLeft(), QPointF(inner.right(), inner.center().y()), inner.bottomLeft()});
+}
+
+void drawStartOver(QPainter& painter, const QColor& color)
+{
+    // From a gap left of the top all the way round, to the arrow's head at the top, which points left.
+    const QPointF centre(50, 54);
+    constexpr double radius = 36;
+    constexpr double gapEnd = 150; // degrees anticlockwise from the right
+    const QRectF circle(centre - QPointF(radius, radius), QSizeF(2 * radius, 2 * radius));
+    painter.setPen(pen(color));
+    painter.drawArc(circle, int(gapEnd * 16), int((90 + 360 - gapEnd) * 16));
+    const QPointF tip(centre.x() - 26, centre.y() - radius);
+    const QPolygonF head{tip, tip + QPointF(26, -18), tip + QPointF(26, 18)};
+    painter.setPen(pen(color, 4));
+    painter.setBrush(color);
+    painter.drawPolygon(head);
+}
+
+void drawTextLines(QPainter& painter, const QColor& color)
+{
+    constexpr std::array lengths{84.0, 56.0, 84.0, 44.0};
+    constexpr double left = 8;
+    constexpr double first = 13; // the first line's top
+    constexpr double pitch = 21.5;
+    for (size_t line = 0; line < lengths.size(); ++line)
+        painter.fillRect(onPixels(painter, {left, first + double(line) * pitch, lengths[line], 10}), color);
+}
+
+} // namespace
+
+void Icon::setName(Name name)
+{
+    if (m_name == name)
+        return;
+    m_name = name;
+    repaint();
+}
+
+void Icon::setColor(QColor color)
+{
+    if (m_color == color)
+        return;
+    m_color = color;
+    repaint();
+}
+
+void Icon::paint(QPainter& painter, const QSizeF& size) const
+{
+    painter.scale(size.width() / grid, size.height() / grid);
+    switch (m_name) {
+    case None:
+        break;
+    case MagnifyingGlass:
+        drawMagnifyingGlass(painter, m_color);
+        break;
+    case Play:
+        drawPlay(painter, m_color);
+        break;
+    case StartOver:
+        drawStartOver(painter, m_color);
+        break;
+    case TextLines:
+        drawTextLines(painter, m_color);
+        break;
+    }
+}

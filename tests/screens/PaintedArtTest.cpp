@@ -1,0 +1,268 @@
+#include "SoftShadow.h"
+#include "Stage.h"
+
+#include <QPainter>
+#include <QTest>
+
+#include <array>
+#include <cmath>
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/** A red disc that counts how often it is painted. */
+class CountedDisc : public PaintedItem
+{
+public:
+    mutable int paintings = 0;
+
+    void paint(QPainter& painter, const QSizeF& size) const override
+    {
+        ++paintings;
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(Qt::red);
+        painter.drawEllipse(QRectF(QPointF(), size));
+    }
+};
+
+/** A shadow that counts how often any of its kind is painted. */
+class CountedShadow : public SoftShadow
+{
+public:
+    static inline int paintings = 0;
+
+    void paint(QPainter& painter, const QSizeF& size) const override
+    {
+        ++paintings;
+        SoftShadow::paint(painter, size);
+    }
+};
+
+void place(CountedShadow& shadow, QQuickItem* parent, QPointF at)
+{
+    shadow.setSize({100, 60});
+    shadow.setSpread(20);
+    shadow.setRadius(10);
+    shadow.setPosition(at);
+    shadow.setParentItem(parent);
+}
+
+int difference(const QImage& one, const QImage& other)
+{
+    int largest = 0;
+    for (int y = 0; y < one.height(); ++y) {
+        for (int x = 0; x < one.width(); ++x)
+            largest = std::max(largest, std::abs(qRed(one.pixel(x, y)) - qRed(other.pixel(x, y))));
+    }
+    return largest;
+}
+
+} // namespace
+
+/** What moving painted art costs, and what art is shared. */
+class PaintedArtTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aMoveByWholePixelsLeavesThePictureAsItIs_data();
+    void aMoveByWholePixelsLeavesThePictureAsItIs();
+    void aMoveByWholePixelsDrawsOneFrame();
+    void aMoveByPartOfAPixelPaintsOnceAtItsEnd();
+    void artThatGrewIsSharpThoughItIsStillScrolled();
+    void equalShadowsArePaintedOnce_data();
+    void equalShadowsArePaintedOnce();
+    void shadowsThatDifferArePaintedEach_data();
+    void shadowsThatDifferArePaintedEach();
+    void aSharedShadowStandsWhereItBelongs();
+    void aShadowThatReturnsIsNotPaintedAgain();
+    void onlyAFewSharedPicturesAreKept();
+};
+
+void PaintedArtTest::aMoveByWholePixelsLeavesThePictureAsItIs_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("720p") << QSize(1280, 720);
+    QTest::newRow("1080p") << QSize(1920, 1080);
+    QTest::newRow("2160p") << QSize(3840, 2160);
+}
+
+void PaintedArtTest::aMoveByWholePixelsLeavesThePictureAsItIs()
+{
+    QFETCH(QSize, size);
+    Stage stage(size);
+    QQuickItem* canvas = stage.put(u"Canvas {}"_s);
+    CountedDisc disc;
+    disc.setSize({101, 101});
+    disc.setPosition({40.3, 30.7});
+    disc.setParentItem(canvas);
+    const QImage before = stage.picture();
+    const double points = 1920.0 / size.width(); // a pixel
+    int moved = 0;
+    for (const int step : {1, 7, 30, 2, 11}) {
+        moved += step;
+        disc.setX(40.3 + moved * points);
+        stage.waitForFrame();
+        // On the way no less sharp than at rest.
+        const QImage now = stage.window().grabWindow().convertToFormat(QImage::Format_RGB32);
+        QCOMPARE(now.copy(moved, 0, 300, 300), before.copy(0, 0, 300, 300));
+    }
+    stage.settle();
+    QCOMPARE(disc.paintings, 1);
+}
+
+void PaintedArtTest::aMoveByWholePixelsDrawsOneFrame()
+{
+    Stage stage({400, 300});
+    QQuickItem* root = stage.put(u"Item {}"_s);
+    CountedDisc disc;
+    disc.setSize({100, 100});
+    disc.setParentItem(root);
+    stage.settle();
+    const int before = stage.frames();
+    disc.setX(25);
+    stage.settle();
+    QCOMPARE(stage.frames(), before + 1);
+}
+
+void PaintedArtTest::aMoveByPartOfAPixelPaintsOnceAtItsEnd()
+{
+    Stage stage({400, 300});
+    QQuickItem* root = stage.put(u"Item {}"_s);
+    CountedDisc disc;
+    disc.setSize({100, 100});
+    disc.setParentItem(root);
+    stage.settle();
+    for (const double x : {0.2, 0.4, 0.6}) {
+        disc.setX(x);
+        stage.waitForFrame();
+        QCOMPARE(disc.paintings, 1);
+    }
+    stage.settle();
+    QCOMPARE(disc.paintings, 2);
+}
+
+void PaintedArtTest::artThatGrewIsSharpThoughItIsStillScrolled()
+{
+    Stage stage({600, 300});
+    QQuickItem* root = stage.put(u"Item {}"_s);
+    CountedDisc disc;
+    disc.setSize({100, 100});
+    disc.setTransformOrigin(QQuickItem::TopLeft);
+    disc.setParentItem(root);
+    stage.settle();
+    disc.setScale(1.5);
+    QTRY_VERIFY_WITH_TIMEOUT(
+        [&] {
+            disc.setX(std::fmod(disc.x() + 1, 300));
+            stage.waitForFrame();
+            return disc.paintings == 2;
+        }(),
+        2000);
+}
+
+void PaintedArtTest::equalShadowsArePaintedOnce_data()
+{
+    aMoveByWholePixelsLeavesThePictureAsItIs_data();
+}
+
+void PaintedArtTest::equalShadowsArePaintedOnce()
+{
+    QFETCH(QSize, size);
+    Stage stage(size);
+    QQuickItem* canvas = stage.put(u"Canvas {}"_s);
+    CountedShadow::paintings = 0;
+    std::array<CountedShadow, 6> shadows;
+    for (size_t i = 0; i < shadows.size(); ++i)
+        place(shadows[i], canvas, {100 + 130.4 * double(i), 90 + 0.3 * double(i)}); // on other parts of a pixel each
+    stage.settle();
+    QCOMPARE(CountedShadow::paintings, 1);
+}
+
+void PaintedArtTest::shadowsThatDifferArePaintedEach_data()
+{
+    QTest::addColumn<QByteArray>("property");
+    QTest::addColumn<QVariant>("value");
+    QTest::newRow("colour") << QByteArray("color") << QVariant(QColor(Qt::red));
+    QTest::newRow("opacity") << QByteArray("color") << QVariant(QColor(0, 0, 0, 100));
+    QTest::newRow("spread") << QByteArray("spread") << QVariant(21);
+    QTest::newRow("radius") << QByteArray("radius") << QVariant(11);
+    QTest::newRow("width") << QByteArray("width") << QVariant(101);
+    QTest::newRow("scale") << QByteArray("scale") << QVariant(1.25);
+}
+
+void PaintedArtTest::shadowsThatDifferArePaintedEach()
+{
+    QFETCH(QByteArray, property);
+    QFETCH(QVariant, value);
+    Stage stage({600, 300});
+    QQuickItem* root = stage.put(u"Item {}"_s);
+    CountedShadow one;
+    place(one, root, {50, 50});
+    stage.settle();
+    CountedShadow::paintings = 0;
+    CountedShadow other;
+    other.setProperty(property, value);
+    place(other, root, {300, 50});
+    other.setProperty(property, value);
+    stage.settle();
+    QCOMPARE(CountedShadow::paintings, 1);
+}
+
+void PaintedArtTest::aSharedShadowStandsWhereItBelongs()
+{
+    const auto shot = [](double x) {
+        Stage stage({300, 200});
+        QQuickItem* root = stage.put(u"Item { Rectangle { color: 'white'; width: 300; height: 200 } }"_s);
+        CountedShadow shadow;
+        place(shadow, root, {x, 60});
+        return stage.picture();
+    };
+    const QImage onGrid = shot(80);
+    QCOMPARE(shot(80.3), onGrid);
+    QCOMPARE(shot(79.8), onGrid);
+    QCOMPARE(shot(80.6).copy(1, 0, 299, 200), onGrid.copy(0, 0, 299, 200));
+    // The pictures above would be equal as well if no shadow were there.
+    QVERIFY(difference(onGrid, shot(120)) > 100);
+}
+
+void PaintedArtTest::aShadowThatReturnsIsNotPaintedAgain()
+{
+    Stage stage({600, 300});
+    QQuickItem* root = stage.put(u"Item {}"_s);
+    {
+        CountedShadow first;
+        place(first, root, {50, 50});
+        stage.settle();
+    }
+    CountedShadow::paintings = 0;
+    CountedShadow second;
+    place(second, root, {200, 50});
+    stage.settle();
+    QCOMPARE(CountedShadow::paintings, 0);
+}
+
+void PaintedArtTest::onlyAFewSharedPicturesAreKept()
+{
+    Stage stage({600, 300});
+    QQuickItem* root = stage.put(u"Item {}"_s);
+    const auto show = [&](int spread) {
+        CountedShadow shadow;
+        place(shadow, root, {50, 50});
+        shadow.setSpread(spread);
+        stage.waitForFrame();
+    };
+    show(10);
+    for (int spread = 30; spread < 60; ++spread)
+        show(spread);
+    CountedShadow::paintings = 0;
+    show(59);
+    QCOMPARE(CountedShadow::paintings, 0);
+    show(10);
+    QCOMPARE(CountedShadow::paintings, 1);
+}
+
+QTEST_MAIN(PaintedArtTest)
+#include "PaintedArtTest.moc"
