@@ -6,13 +6,14 @@ namespace {
 
 constexpr double labelSpacing = 0.18; // of the size
 
-QFont station(const QString& family, int size, int weight, double letterSpacing)
+QFont station(const QString& family, int size, int weight, double letterSpacing, bool italic = false)
 {
     QFont font;
     font.setFamilies({family, u"Noto Sans"_s, u"Noto Sans Arabic"_s, u"Noto Sans CJK SC"_s, u"Noto Sans Symbols2"_s,
                       u"DejaVu Sans"_s, u"Noto Color Emoji"_s});
     font.setPixelSize(size);
     font.setWeight(QFont::Weight(weight));
+    font.setItalic(italic);
     font.setLetterSpacing(QFont::AbsoluteSpacing, letterSpacing);
     // Hinted advances would break lines differently at every scale of the canvas.
     font.setHintingPreference(QFont::PreferNoHinting);
@@ -21,9 +22,9 @@ QFont station(const QString& family, int size, int weight, double letterSpacing)
 
 } // namespace
 
-QFont Typography::standard(int size, int weight, double letterSpacing)
+QFont Typography::standard(int size, int weight, double letterSpacing, bool italic)
 {
-    return station(u"Inter"_s, size, weight, letterSpacing);
+    return station(u"Inter"_s, size, weight, letterSpacing, italic);
 }
 
 QFont Typography::monospaced(int size, int weight, double letterSpacing)
@@ -33,9 +34,7 @@ QFont Typography::monospaced(int size, int weight, double letterSpacing)
 
 QFont Typography::serif(int size, int weight, bool italic)
 {
-    QFont font = station(u"Noto Serif"_s, size, weight, 0);
-    font.setItalic(italic);
-    return font;
+    return station(u"Noto Serif"_s, size, weight, 0, italic);
 }
 
 QFont Typography::label(int size)

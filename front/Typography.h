@@ -15,7 +15,8 @@ class Typography : public QObject
     QML_SINGLETON
 
 public:
-    Q_INVOKABLE static QFont standard(int size, int weight = QFont::Normal, double letterSpacing = 0);
+    Q_INVOKABLE static QFont standard(int size, int weight = QFont::Normal, double letterSpacing = 0,
+                                      bool italic = false);
     Q_INVOKABLE static QFont monospaced(int size, int weight = QFont::Normal, double letterSpacing = 0);
     Q_INVOKABLE static QFont serif(int size, int weight = QFont::Normal, bool italic = false);
 

@@ -49,7 +49,8 @@ private Q_SLOTS:
     void everyTextIsDrawnWithRealGlyphs();
     void aWeightIsARealFace_data();
     void aWeightIsARealFace();
-    void theSerifHasATrueItalic();
+    void anItalicIsARealFace_data();
+    void anItalicIsARealFace();
     void thePlaySignIsNoEmoji();
     void anEmojiIsDrawnInColour();
 };
@@ -117,13 +118,22 @@ void FontsTest::aWeightIsARealFace()
     QCOMPARE(int(quint8(os2[4])) * 256 + int(quint8(os2[5])), weight);
 }
 
-void FontsTest::theSerifHasATrueItalic()
+void FontsTest::anItalicIsARealFace_data()
 {
-    const QRawFont face = faceOf(Typography::serif(30, QFont::Normal, true));
-    QCOMPARE(face.familyName(), u"Noto Serif"_s);
-    QCOMPARE(face.style(), QFont::StyleItalic);
-    // A slanted upright face would have the upright's table of outlines.
-    QVERIFY(face.fontTable("post") != faceOf(Typography::serif(30)).fontTable("post"));
+    QTest::addColumn<QFont>("upright");
+    QTest::addColumn<QFont>("italic");
+    QTest::newRow("standard") << Typography::standard(30) << Typography::standard(30, QFont::Normal, 0, true);
+    QTest::newRow("serif") << Typography::serif(30) << Typography::serif(30, QFont::Normal, true);
+}
+
+void FontsTest::anItalicIsARealFace()
+{
+    QFETCH(const QFont, upright);
+    QFETCH(const QFont, italic);
+    QCOMPARE(faceOf(italic).familyName(), faceOf(upright).familyName());
+    QCOMPARE(faceOf(italic).style(), QFont::StyleItalic);
+    // A slanted upright face would have the upright's table of angles.
+    QVERIFY(faceOf(italic).fontTable("post") != faceOf(upright).fontTable("post"));
 }
 
 void FontsTest::thePlaySignIsNoEmoji()
