@@ -29,7 +29,7 @@ void TapePlayer::componentComplete()
     connect(m_player.get(), &VideoPlayer::failed, this,
             [this] { fail(u"The tape wouldn't play. It may still be being archived."_s); });
     Q_EMIT playerChanged();
-    m_player->load(*url);
+    m_player->load(*url, m_startAt);
 }
 
 bool TapePlayer::press(int key)
@@ -52,6 +52,12 @@ bool TapePlayer::press(int key)
     default:
         return false;
     }
+}
+
+void TapePlayer::end()
+{
+    if (m_player)
+        m_player->stop();
 }
 
 void TapePlayer::setPaused(bool paused)

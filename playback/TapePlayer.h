@@ -19,6 +19,8 @@ class TapePlayer : public QObject, public QQmlParserStatus
     QML_ELEMENT
     Q_INTERFACES(QQmlParserStatus)
     Q_PROPERTY(Tape tape READ tape WRITE setTape)
+    /** Where the tape starts, in seconds; before completion. */
+    Q_PROPERTY(double startAt MEMBER m_startAt)
     Q_PROPERTY(VideoPlayer* player READ player NOTIFY playerChanged)
     Q_PROPERTY(QString failure READ failure NOTIFY failureChanged)
 
@@ -49,6 +51,9 @@ public:
      */
     Q_INVOKABLE bool press(int key);
 
+    /** Ends picture and sound at once, although the screen may still be seen for a moment. */
+    Q_INVOKABLE void end();
+
 Q_SIGNALS:
     void playerChanged();
     void failureChanged();
@@ -62,6 +67,7 @@ private:
 
     MakePlayer m_makePlayer;
     Tape m_tape;
+    double m_startAt = 0;
     std::unique_ptr<VideoPlayer> m_player;
     QString m_failure;
 };

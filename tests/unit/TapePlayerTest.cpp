@@ -29,10 +29,13 @@ private Q_SLOTS:
     void stopAndBackLeave();
     void keysAreSafeWithoutAPlayer();
     void otherKeysAreNotTaken();
+    void theTapeStartsWhereItIsTold();
+    void endingEndsThePlaybackAtOnce();
+    void endingIsSafeWithoutAPlayer();
     void leavingEndsThePlayback();
 
 private:
-    std::unique_ptr<TapePlayer> open(const QString& path);
+    std::unique_ptr<TapePlayer> open(const QString& path, double startAt = 0);
 
     QPointer<ScriptedVideoPlayer> m_player;
 };
@@ -42,7 +45,7 @@ void TapePlayerTest::init()
     m_player.clear();
 }
 
-std::unique_ptr<TapePlayer> TapePlayerTest::open(const QString& path)
+std::unique_ptr<TapePlayer> TapePlayerTest::open(const QString& path, double startAt)
 {
     auto screen = std::make_unique<TapePlayer>([this] {
         auto player = std::make_unique<ScriptedVideoPlayer>();
@@ -53,6 +56,7 @@ std::unique_ptr<TapePlayer> TapePlayerTest::open(const QString& path)
     tape.id = 7;
     tape.streamURLPath = path;
     screen->setProperty("tape", QVariant::fromValue(tape));
+    screen->setProperty("startAt", startAt);
     screen->componentComplete();
     return screen;
 }
@@ -169,6 +173,28 @@ void TapePlayerTest::otherKeysAreNotTaken()
     for (const int key : {Qt::Key_Left, Qt::Key_Down, Qt::Key_A})
         QVERIFY(!screen->press(key));
     QCOMPARE(m_player->state(), State::Playing);
+}
+
+void TapePlayerTest::theTapeStartsWhereItIsTold()
+{
+    const auto screen = open(u"/media/7/index.m3u8"_s, 3725.5);
+    QCOMPARE(m_player->loads().first().startAt, 3725.5);
+}
+
+void TapePlayerTest::endingEndsThePlaybackAtOnce()
+{
+    const auto screen = open(u"/media/7/index.m3u8"_s);
+    m_player->showPicture();
+    screen->end();
+    QVERIFY(m_player);
+    QCOMPARE(m_player->state(), State::Idle);
+}
+
+void TapePlayerTest::endingIsSafeWithoutAPlayer()
+{
+    const auto screen = open({});
+    screen->end();
+    QVERIFY(!screen->player());
 }
 
 void TapePlayerTest::leavingEndsThePlayback()
