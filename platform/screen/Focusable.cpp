@@ -1,0 +1,39 @@
+#include "Focusable.h"
+
+#include "FocusScreen.h"
+
+#include <QKeyEvent>
+
+Focusable::Focusable(QQuickItem* parent) : QQuickItem(parent) {}
+
+void Focusable::keyPressEvent(QKeyEvent* event)
+{
+    const bool select = event->key() == Qt::Key_Select && canHoldFocus();
+    event->setAccepted(select);
+    if (select && !event->isAutoRepeat())
+        Q_EMIT selected();
+}
+
+void Focusable::itemChange(ItemChange change, const ItemChangeData& data)
+{
+    QQuickItem::itemChange(change, data);
+    if (change == ItemActiveFocusHasChanged && data.boolValue) {
+        if (FocusScreen* const screen = FocusScreen::around(this); screen && screen->focused() != this)
+            screen->focus(this);
+    } else if (change == ItemVisibleHasChanged || change == ItemEnabledHasChanged || change == ItemSceneChange) {
+        tellScreen();
+    }
+}
+
+void Focusable::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)
+{
+    QQuickItem::geometryChange(newGeometry, oldGeometry);
+    if (newGeometry.isEmpty() != oldGeometry.isEmpty())
+        tellScreen();
+}
+
+void Focusable::tellScreen()
+{
+    if (FocusScreen* const screen = FocusScreen::around(this))
+        screen->keepFocusSoon();
+}
