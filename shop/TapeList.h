@@ -72,11 +72,3 @@ private:
     Tape m_chosen;
     bool m_playing = false;
 };
-
-/** Qt 6.4 does not describe its own model class to the QML tools. */
-struct ItemModelForQmlTools
-{
-    Q_GADGET
-    QML_FOREIGN(QAbstractItemModel)
-    QML_ANONYMOUS
-};

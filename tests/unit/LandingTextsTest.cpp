@@ -19,6 +19,8 @@ private Q_SLOTS:
     void theStatusLineShowsTheErrorFirst();
     void theHubsWordsAreTakenAsTheyAre();
     void aTextNoScreenHasRoomForIsShortened();
+    void onALineALineBreakReadsAsASpace_data();
+    void onALineALineBreakReadsAsASpace();
 };
 
 void LandingTextsTest::theNewsDoorSaysWhatTheTowerDoes_data()
@@ -125,6 +127,23 @@ void LandingTextsTest::aTextNoScreenHasRoomForIsShortened()
     // Half of a pair would be drawn as a box.
     const QString split = QString(999, u'a') + u"\U0001F4FA and on"_s;
     QCOMPARE(shortenedText(split), QString(999, u'a') + u'…');
+}
+
+void LandingTextsTest::onALineALineBreakReadsAsASpace_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("line feed") << u"Zoning\nand more"_s;
+    QTest::newRow("carriage return and line feed") << u"Zoning\r\nand more"_s;
+    QTest::newRow("carriage return") << u"Zoning\rand more"_s;
+    QTest::newRow("line separator") << u"Zoning\u2028and more"_s;
+    QTest::newRow("paragraph separator") << u"Zoning\u2029and more"_s;
+    QTest::newRow("several") << u"Zoning\n\nand more"_s;
+}
+
+void LandingTextsTest::onALineALineBreakReadsAsASpace()
+{
+    QFETCH(const QString, text);
+    QCOMPARE(shortenedLine(text), u"Zoning and more"_s);
 }
 
 QTEST_GUILESS_MAIN(LandingTextsTest)

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "Shelf.h"
+
+#include <QAbstractListModel>
+#include <QtQml/qqmlregistration.h>
+
+/**
+ * One shelf of the shop: its title line, and its cassettes as rows with their keys and covers. It outlives a change of
+ * its shelf and then keeps the viewer's place in it. Screen thread only; the ShelfList makes and owns it.
+ */
+class CassetteRow : public QAbstractListModel
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The list of shelves makes its rows.")
+    Q_PROPERTY(QString name READ name NOTIFY contentChanged FINAL)
+    /** The number of covers on the shelf, those without a tape included. */
+    Q_PROPERTY(int count READ count NOTIFY contentChanged FINAL)
+    Q_PROPERTY(QString caption READ caption NOTIFY contentChanged FINAL)
+    /** The row that holds or last held the focus; -1 before any did. */
+    Q_PROPERTY(int place READ place NOTIFY placeChanged FINAL)
+
+public:
+    enum Role { KeyRole = Qt::UserRole, CoverRole };
+
+    /** What a shelf comes to: only a cover that has its tape stands in the row. */
+    struct Content
+    {
+        Content() = default;
+        explicit Content(const Shelf& shelf);
+
+        QString name;
+        QString caption;
+        int count = 0;
+        QList<VHSCover> covers;
+        QList<Tape> tapes; ///< one for each cover
+
+        /** The row of a tape, `likely` where it stands there; -1 when it does not stand here. */
+        int rowOf(qint64 id, int likely) const;
+        /** The row nearest to `row`, -1 when there is none. */
+        int nearest(int row) const { return std::min(row, int(covers.size()) - 1); }
+    };
+
+    using QAbstractListModel::QAbstractListModel;
+
+    QString name() const { return m_content.name; }
+    int count() const { return m_content.count; }
+    QString caption() const { return m_content.caption; }
+    const Content& content() const { return m_content; }
+    int place() const { return m_place; }
+
+    void show(Content content, int place);
+    /** The place that the viewer has once `content` is shown: on the same tape, else as near as can be. */
+    int placeIn(const Content& content) const;
+
+    /** The viewer's move to a row; while the rows change there is none. */
+    Q_INVOKABLE void hold(int row);
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+Q_SIGNALS:
+    void contentChanged();
+    void placeChanged();
+
+private:
+    Content m_content;
+    int m_place = -1;
+    bool m_isChanging = false;
+};

@@ -1,0 +1,121 @@
+#include "MarketList.h"
+
+#include "RewinderyTexts.h"
+#include "ShortenedText.h"
+#include "Typography.h"
+
+#include <QFontMetricsF>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int fewestMarkets = 2;
+
+int widthOf(const QString& text, const QFont& font)
+{
+    return qCeil(QFontMetricsF(font).horizontalAdvance(text));
+}
+
+} // namespace
+
+QFont MarketList::titleFont()
+{
+    return Typography::standard(24);
+}
+
+QFont MarketList::countFont()
+{
+    return Typography::standard(20, QFont::DemiBold);
+}
+
+void MarketList::show(const CatalogSummary& summary, const QString& selection)
+{
+    const QScopedValueRollback changing(m_isChanging, true);
+    const bool wasShown = isShown();
+    QList<Chip> chips;
+    if (summary.markets.size() >= fewestMarkets) {
+        chips.append(chipOf({}, RewinderyTexts::allMarkets(), summary.tapes, selection));
+        for (const TapeMarket& market : summary.markets)
+            chips.append(chipOf(market.slug, market.name, market.tapes, selection));
+    }
+    const int place = placeAmong(chips);
+    beginResetModel();
+    m_chips = std::move(chips);
+    m_place = place;
+    endResetModel();
+    Q_EMIT placeChanged();
+    if (isShown() != wasShown)
+        Q_EMIT isShownChanged();
+}
+
+MarketList::Chip MarketList::chipOf(const QString& slug, const QString& title, qint64 tapes, const QString& selection)
+{
+    Chip chip{slug, shortenedLine(title), QString::number(tapes), slug == selection, 0};
+    chip.extent = padding() + std::min(widthOf(chip.title, titleFont()), widestTitle) + gap() +
+                  widthOf(chip.count, countFont()) + padding();
+    return chip;
+}
+
+// On the same market, where it did not move if two share a slug; else as near as can be.
+int MarketList::placeAmong(const QList<Chip>& chips) const
+{
+    if (m_place < 0)
+        return -1;
+    const QString slug = slugAt(m_place);
+    if (m_place < chips.size() && chips.at(m_place).slug == slug)
+        return m_place;
+    const auto same =
+        std::find_if(chips.cbegin(), chips.cend(), [&slug](const Chip& chip) { return chip.slug == slug; });
+    return same != chips.cend() ? int(same - chips.cbegin()) : std::min(m_place, int(chips.size()) - 1);
+}
+
+void MarketList::hold(int chip)
+{
+    if (m_isChanging || chip == m_place || chip < 0 || chip >= rowCount())
+        return;
+    m_place = chip;
+    Q_EMIT placeChanged();
+}
+
+void MarketList::pick(int chip)
+{
+    if (chip >= 0 && chip < rowCount())
+        Q_EMIT picked(slugAt(chip));
+}
+
+int MarketList::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : int(m_chips.size());
+}
+
+QVariant MarketList::data(const QModelIndex& index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const Chip& chip = m_chips.at(index.row());
+    switch (role) {
+    case KeyRole:
+        return chip.slug;
+    case TitleRole:
+        return chip.title;
+    case CountRole:
+        return chip.count;
+    case SelectedRole:
+        return chip.isSelected;
+    case ExtentRole:
+        return chip.extent;
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> MarketList::roleNames() const
+{
+    return {{KeyRole, "key"},
+            {TitleRole, "title"},
+            {CountRole, "count"},
+            {SelectedRole, "selected"},
+            {ExtentRole, "extent"}};
+}

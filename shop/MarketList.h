@@ -1,0 +1,78 @@
+#pragma once
+
+#include "CatalogSummary.h"
+
+#include <QAbstractListModel>
+#include <QFont>
+#include <QtQml/qqmlregistration.h>
+
+/**
+ * The chips of the market picker: one for all markets, then one for each. There are none while there are not at least
+ * two markets to choose from. Screen thread only; the controller owns it; the application object outlives it, as the
+ * chips are measured by their fonts.
+ */
+class MarketList : public QAbstractListModel
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The shop's controller makes it.")
+    Q_PROPERTY(bool isShown READ isShown NOTIFY isShownChanged FINAL)
+    /** The chip that holds or last held the focus; -1 before any did. */
+    Q_PROPERTY(int place READ place NOTIFY placeChanged FINAL)
+
+    /** How a chip is set: its title, a gap and its count, with padding before and after; lengths in points. */
+    Q_PROPERTY(QFont titleFont READ titleFont CONSTANT FINAL)
+    Q_PROPERTY(QFont countFont READ countFont CONSTANT FINAL)
+    Q_PROPERTY(int padding READ padding CONSTANT FINAL)
+    Q_PROPERTY(int gap READ gap CONSTANT FINAL)
+
+public:
+    enum Role { KeyRole = Qt::UserRole, TitleRole, CountRole, SelectedRole, ExtentRole };
+
+    static QFont titleFont();
+    static QFont countFont();
+    static constexpr int padding() { return 22; }
+    static constexpr int gap() { return 10; }
+    static constexpr int widestTitle = 480; ///< points; a longer one is elided
+
+    using QAbstractListModel::QAbstractListModel;
+
+    /** Shows the markets of `summary`; `selection` is the slug of the chosen one, empty for all. */
+    void show(const CatalogSummary& summary, const QString& selection);
+
+    bool isShown() const { return !m_chips.isEmpty(); }
+    int place() const { return m_place; }
+    /** The market of a chip: its slug, empty for all markets. */
+    QString slugAt(int chip) const { return m_chips.at(chip).slug; }
+
+    /** The viewer's move to a chip; while the chips change there is none. */
+    Q_INVOKABLE void hold(int chip);
+    /** The viewer chooses a chip's market. */
+    Q_INVOKABLE void pick(int chip);
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+Q_SIGNALS:
+    void isShownChanged();
+    void placeChanged();
+    void picked(const QString& slug);
+
+private:
+    struct Chip
+    {
+        QString slug;
+        QString title;
+        QString count;
+        bool isSelected;
+        int extent; ///< points
+    };
+
+    static Chip chipOf(const QString& slug, const QString& title, qint64 tapes, const QString& selection);
+    int placeAmong(const QList<Chip>& chips) const;
+
+    QList<Chip> m_chips;
+    int m_place = -1;
+    bool m_isChanging = false;
+};

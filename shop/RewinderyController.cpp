@@ -1,0 +1,82 @@
+#include "RewinderyController.h"
+
+#include "RewinderyTexts.h"
+#include "ShortenedText.h"
+
+RewinderyController::RewinderyController(QObject* parent) : QObject(parent)
+{
+    connect(&m_markets, &MarketList::picked, this, [this](const QString& slug) { m_store->setMarket(slug); });
+}
+
+void RewinderyController::setStore(Store* store)
+{
+    if (m_store == store)
+        return;
+    m_store = store;
+    connect(store, &Store::shelvesChanged, this, &RewinderyController::showShelves);
+    connect(store, &Store::statusChanged, this, &RewinderyController::showMarkets);
+    connect(store, &Store::marketChanged, this, &RewinderyController::showMarkets);
+    connect(store, &Store::tapesChanged, this, &RewinderyController::stockLineChanged);
+    connect(store, &Store::isLoadingChanged, this, &RewinderyController::isLoadingChanged);
+    connect(store, &Store::lastErrorChanged, this, &RewinderyController::messageChanged);
+    showMarkets();
+    showShelves();
+    Q_EMIT storeChanged();
+    Q_EMIT isLoadingChanged();
+    Q_EMIT messageChanged();
+}
+
+void RewinderyController::setSearching(bool searching)
+{
+    if (searching == m_searching)
+        return;
+    m_searching = searching;
+    Q_EMIT searchingChanged();
+}
+
+QString RewinderyController::message() const
+{
+    return m_store ? shortenedText(RewinderyTexts::message(m_store->lastError())) : QString();
+}
+
+QString RewinderyController::stockLine() const
+{
+    return m_store ? RewinderyTexts::stockLine(m_store->stockCount()) : QString();
+}
+
+void RewinderyController::open(CassetteRow* shelf, int cassette)
+{
+    m_path.append(shelf->content().tapes.at(cassette));
+    Q_EMIT pathChanged();
+}
+
+void RewinderyController::pop()
+{
+    if (m_path.isEmpty())
+        return;
+    m_path.removeLast();
+    Q_EMIT pathChanged();
+}
+
+void RewinderyController::retry()
+{
+    m_store->refresh();
+}
+
+void RewinderyController::leave()
+{
+    if (!showsShelves())
+        m_store->setMarket({});
+}
+
+void RewinderyController::showShelves()
+{
+    m_shelves.show(m_store->shelves());
+    Q_EMIT shelvesChanged();
+}
+
+void RewinderyController::showMarkets()
+{
+    m_markets.show(m_store->status().rewindery, m_store->market());
+    Q_EMIT stockLineChanged();
+}

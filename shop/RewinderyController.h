@@ -1,0 +1,79 @@
+#pragma once
+
+#include "MarketList.h"
+#include "ShelfList.h"
+#include "Store.h"
+
+#include <QPointer>
+
+/**
+ * The shop screen's state and texts. It loads nothing of its own when it is shown: it shows what the store holds.
+ * Screen thread only; the screen makes and owns it; the store, set once when it is made, outlives it.
+ */
+class RewinderyController : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(Store* store READ store WRITE setStore NOTIFY storeChanged REQUIRED FINAL)
+    /** Whether the tape search covers the screen, or would if there were one. */
+    Q_PROPERTY(bool searching READ isSearching WRITE setSearching NOTIFY searchingChanged FINAL)
+    /** The tapes opened from the shelves; the last one's screen is in front. `depth` is their number. */
+    Q_PROPERTY(QList<Tape> path READ path NOTIFY pathChanged FINAL)
+    Q_PROPERTY(int depth READ depth NOTIFY pathChanged FINAL)
+
+    Q_PROPERTY(ShelfList* shelves READ shelves CONSTANT FINAL)
+    Q_PROPERTY(MarketList* markets READ markets CONSTANT FINAL)
+    /** Whether there are shelves to show; the state panel stands in for them. */
+    Q_PROPERTY(bool showsShelves READ showsShelves NOTIFY shelvesChanged FINAL)
+    Q_PROPERTY(bool isLoading READ isLoading NOTIFY isLoadingChanged FINAL)
+    Q_PROPERTY(QString message READ message NOTIFY messageChanged FINAL)
+    Q_PROPERTY(QString stockLine READ stockLine NOTIFY stockLineChanged FINAL)
+
+public:
+    explicit RewinderyController(QObject* parent = nullptr);
+
+    Store* store() const { return m_store; }
+    void setStore(Store* store);
+    bool isSearching() const { return m_searching; }
+    void setSearching(bool searching);
+    const QList<Tape>& path() const { return m_path; }
+    int depth() const { return int(m_path.size()); }
+
+    ShelfList* shelves() { return &m_shelves; }
+    MarketList* markets() { return &m_markets; }
+    bool showsShelves() const { return m_store && !m_store->shelves().isEmpty(); }
+    bool isLoading() const { return m_store && m_store->isLoading(); }
+    QString message() const;
+    QString stockLine() const;
+
+    /** The viewer chooses a cassette: its tape comes onto the path. */
+    Q_INVOKABLE void open(CassetteRow* shelf, int cassette);
+    /** The tape at a level of the path, 0 for the first. */
+    Q_INVOKABLE Tape tapeAt(int level) const { return m_path.value(level); }
+    Q_INVOKABLE void pop();
+
+    /** Starts a load, a task of the store's that ends with the store; each call starts one more. */
+    Q_INVOKABLE void retry();
+
+    /** The screen goes away: a market that has shown nothing is not kept, as no picker is there to leave it with. */
+    Q_INVOKABLE void leave();
+
+Q_SIGNALS:
+    void storeChanged();
+    void searchingChanged();
+    void pathChanged();
+    void shelvesChanged();
+    void isLoadingChanged();
+    void messageChanged();
+    void stockLineChanged();
+
+private:
+    void showShelves();
+    void showMarkets();
+
+    QPointer<Store> m_store;
+    bool m_searching = false;
+    QList<Tape> m_path;
+    ShelfList m_shelves;
+    MarketList m_markets;
+};

@@ -1,0 +1,92 @@
+#include "RewinderyTexts.h"
+
+#include "Dressing.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// QString's own conversion takes spaces and signs too.
+std::optional<qint64> wholeNumber(QStringView text)
+{
+    const auto isDigit = [](QChar letter) { return letter >= u'0' && letter <= u'9'; };
+    if (!std::all_of(text.begin(), text.end(), isDigit))
+        return {};
+    bool isNumber = false;
+    const qint64 number = text.toLongLong(&isNumber);
+    return isNumber ? std::optional(number) : std::nullopt;
+}
+
+} // namespace
+
+QString RewinderyTexts::sign()
+{
+    return u"Rewindery"_s;
+}
+
+QString RewinderyTexts::homeVideo()
+{
+    return u"HOME VIDEO"_s;
+}
+
+QString RewinderyTexts::search()
+{
+    return u"Search the stacks"_s;
+}
+
+QString RewinderyTexts::allMarkets()
+{
+    return u"All markets"_s;
+}
+
+QString RewinderyTexts::checking()
+{
+    return u"Checking the shelves…"_s;
+}
+
+QString RewinderyTexts::tryAgain()
+{
+    return u"Try again"_s;
+}
+
+QString RewinderyTexts::creditLine()
+{
+    return u"Rewindery Home Video — A Captain Lowe of the Waterways Production. Be Kind, Please Rewind."_s;
+}
+
+QString RewinderyTexts::disclaimer()
+{
+    return u"Captain Lowe and his crew are this shop's own invention."_s;
+}
+
+QString RewinderyTexts::stockLine(qint64 tapes)
+{
+    return QString::number(tapes) + u" tapes in stock — pull one off the shelf and push it into the set. "
+                                    "Every tape here plays on this television."_s;
+}
+
+QString RewinderyTexts::caption(const QList<VHSCover>& covers)
+{
+    const QString years = yearSpan(covers);
+    return years.isEmpty() ? bodySummary(covers) : bodySummary(covers) + u" · "_s + years;
+}
+
+QString RewinderyTexts::yearSpan(const QList<VHSCover>& covers)
+{
+    QList<qint64> years;
+    for (const VHSCover& cover : covers) {
+        if (const auto year = wholeNumber(cover.year))
+            years.append(*year);
+    }
+    if (years.isEmpty())
+        return {};
+    const auto [first, last] = std::minmax_element(years.cbegin(), years.cend());
+    return *first == *last ? QString::number(*first) : QString::number(*first) + u'–' + QString::number(*last);
+}
+
+QString RewinderyTexts::message(const std::optional<QString>& lastError)
+{
+    return lastError.value_or(u"No tapes on the shelf for this view."_s);
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "Shelf.h"
+
+using namespace Qt::StringLiterals;
+
+/** Shelves as a test wants them: tapes by their ids, titled after them. */
+
+inline Tape tapeOf(qint64 id)
+{
+    Tape tape;
+    tape.id = id;
+    tape.title = u"Tape %1"_s.arg(id);
+    return tape;
+}
+
+inline Shelf shelfOf(const QString& name, const QList<qint64>& ids)
+{
+    Shelf shelf;
+    shelf.name = name;
+    for (const qint64 id : ids) {
+        VHSCover cover;
+        cover.id = id;
+        cover.title = tapeOf(id).title;
+        cover.bodyName = u"City Council"_s;
+        cover.year = u"2024"_s;
+        shelf.covers.append(cover);
+        shelf.tapesByID.insert(id, tapeOf(id));
+    }
+    return shelf;
+}
