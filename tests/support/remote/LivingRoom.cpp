@@ -12,11 +12,11 @@ void LivingRoom::waitForEmptyScreen()
         throw std::runtime_error("There is a window on the display that does not belong to the test.");
 }
 
-void LivingRoom::switchOn(const QString& log)
+void LivingRoom::switchOn(const QString& log, const QMap<qint64, double>& kept)
 {
     switchOff();
     waitForEmptyScreen();
-    m_set = std::make_unique<TelevisionSet>(log);
+    m_set = std::make_unique<TelevisionSet>(log, kept);
     const bool hasWindow = m_screen.waitUntil(
         [this](const QImage&) { return m_remote.giveFocus() || !m_set->process().isRunning(); }, 15s);
     if (!hasWindow || !m_set->process().isRunning())

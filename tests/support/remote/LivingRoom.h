@@ -31,10 +31,10 @@ public:
     /** Waits until the window of a program that was ended is gone; throws when it stays. */
     void waitForEmptyScreen();
     /**
-     * Starts the real program and gives its window the input focus; throws when no window comes. What the program and
-     * its libraries complain of is appended to `log`.
+     * Starts the real program, with these resume positions (seconds by tape id) kept from before, and gives its window
+     * the input focus; throws when no window comes. What the program and its libraries complain of is appended to `log`.
      */
-    void switchOn(const QString& log = QStringLiteral("/dev/stderr"));
+    void switchOn(const QString& log = QStringLiteral("/dev/stderr"), const QMap<qint64, double>& kept = {});
     /** Ends the program, as the box's shutdown would. */
     void switchOff();
     bool isOn();

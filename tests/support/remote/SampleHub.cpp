@@ -108,6 +108,7 @@ void SampleHub::calm()
 {
     order(u"/fault/clear"_s);
     order(u"/status/reset"_s);
+    order(u"/catalogue/reset"_s);
     darken();
 }
 

@@ -23,7 +23,7 @@ public:
     void darken() { order(QStringLiteral("/tower/dark")); }
     /** Lets requests whose path starts so fail: `kind` and `more` as the control address takes them. */
     void fault(const QString& path, const QString& kind, QJsonObject more = {});
-    /** The tower dark, the status as it was, no faults. */
+    /** The tower dark, the status and the tapes as they were, no faults. */
     void calm();
 
     /** A document of the hub over HTTPS, its certificate checked; throws std::runtime_error when it is not 200. */

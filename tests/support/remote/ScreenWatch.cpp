@@ -147,7 +147,7 @@ std::optional<ScreenWatch::Clock::time_point> ScreenWatch::waitForChange(const Q
 }
 
 std::optional<ScreenWatch::Clock::time_point> ScreenWatch::waitUntilSettled(milliseconds quiet, milliseconds limit,
-                                                                            const QRect& area)
+                                                                            const QRect& area, const See& see)
 {
     const auto deadline = Clock::now() + limit;
     waitForDrawing(0ms);
@@ -164,6 +164,8 @@ std::optional<ScreenWatch::Clock::time_point> ScreenWatch::waitUntilSettled(mill
         if (now != last) {
             last = std::move(now);
             changed = drawn;
+            if (see)
+                see(last, drawn);
         }
     }
     return std::nullopt;

@@ -33,9 +33,14 @@ public:
     std::optional<Clock::time_point> waitForChange(const QImage& before, std::chrono::milliseconds limit,
                                                    const QRect& area = {});
 
-    /** Waits until no pixel of `area` has changed for `quiet`; answers the last change, nothing past `limit`. */
+    using See = std::function<void(const QImage&, Clock::time_point)>;
+
+    /**
+     * Waits until no pixel of `area` has changed for `quiet`; answers the last change, nothing past `limit`. Each new
+     * picture of the area is told to `see` with the time at which it was drawn.
+     */
     std::optional<Clock::time_point> waitUntilSettled(std::chrono::milliseconds quiet, std::chrono::milliseconds limit,
-                                                      const QRect& area = {});
+                                                      const QRect& area = {}, const See& see = {});
 
     struct Count
     {

@@ -3,9 +3,29 @@
 #include <QDir>
 #include <QDirIterator>
 
+#include <stdexcept>
+
 using namespace Qt::StringLiterals;
 
-TelevisionSet::TelevisionSet(const QString& log) : m_process(QStringLiteral(QUILLMERE_TV), {}, environment(), log) {}
+TelevisionSet::TelevisionSet(const QString& log, const QMap<qint64, double>& kept)
+{
+    keep(kept);
+    m_process = std::make_unique<ChildProcess>(QStringLiteral(QUILLMERE_TV), QStringList(), environment(), log);
+}
+
+void TelevisionSet::keep(const QMap<qint64, double>& positions) const
+{
+    if (positions.isEmpty())
+        return;
+    const QString folder = m_home.path() + u"/.local/share/quillmere-tv"_s;
+    QDir().mkpath(folder);
+    QFile file(folder + u"/resume.ini"_s);
+    if (!file.open(QIODevice::WriteOnly))
+        throw std::runtime_error("The resume positions cannot be written.");
+    file.write("[General]\n");
+    for (const auto& [id, seconds] : positions.asKeyValueRange())
+        file.write(u"resume.tape.%1=%2\n"_s.arg(id).arg(seconds).toUtf8());
+}
 
 QProcessEnvironment TelevisionSet::environment() const
 {

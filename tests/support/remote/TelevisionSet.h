@@ -2,23 +2,30 @@
 
 #include "ChildProcess.h"
 
+#include <QMap>
 #include <QTemporaryDir>
+
+#include <memory>
 
 /** The real program, run as a viewer's: in a home of its own, with nothing told it but the display. One thread. */
 class TelevisionSet
 {
 public:
-    /** Starts it on the display that DISPLAY names; what it and its libraries complain of is appended to `log`. */
-    explicit TelevisionSet(const QString& log = QStringLiteral("/dev/stderr"));
+    /**
+     * Starts it on the display that DISPLAY names, with these resume positions (seconds by tape id) kept from before;
+     * what it and its libraries complain of is appended to `log`.
+     */
+    explicit TelevisionSet(const QString& log = QStringLiteral("/dev/stderr"), const QMap<qint64, double>& kept = {});
 
-    ChildProcess& process() { return m_process; }
+    ChildProcess& process() { return *m_process; }
 
     /** Every file that it has left in its home, as paths below it. */
     QStringList writtenFiles() const;
 
 private:
     QProcessEnvironment environment() const;
+    void keep(const QMap<qint64, double>& positions) const;
 
     QTemporaryDir m_home;
-    ChildProcess m_process;
+    std::unique_ptr<ChildProcess> m_process;
 };
