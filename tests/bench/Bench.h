@@ -9,6 +9,7 @@ struct Effort
 {
     int starts;                     ///< of each program
     int presses;                    ///< of a key, in each program
+    int rides;                      ///< from end to end of a shelf and back
     int spans;                      ///< stretches of idleness and of playing
     std::chrono::milliseconds idle; ///< one stretch
     std::chrono::milliseconds playing;
@@ -19,6 +20,14 @@ QList<Figure> measureStart(LivingRoom& room, const Effort& effort);
 
 /** Key to changed pixel on the front screen: beside the empty window. */
 QList<Figure> measureKeys(LivingRoom& room, const Effort& effort);
+
+/** Keys, frames under a held key, blank cards and memory on a shelf of 200 tapes: beside one of 20. */
+QList<Figure> measureShelves(LivingRoom& room, SampleHub& hub, const Effort& effort);
+
+/** Milliseconds from key to changed pixel of each of these buttons; a press without effect is left out. */
+QList<double> timePresses(LivingRoom& room, const QStringList& buttons);
+/** The 95th percentile of each of five parts of the presses. */
+QList<double> slowest(const QList<double>& times);
 
 /** Processor and pictures of the untouched front screen, the tower dark: beside the empty window. */
 QList<Figure> measureIdle(LivingRoom& room, const Effort& effort);

@@ -1,7 +1,7 @@
 #include "Bench.h"
 #include "Picture.h"
 #include "ProcessFigures.h"
-#include "ShopList.h"
+#include "Shop.h"
 
 #include <QStandardPaths>
 
@@ -45,12 +45,16 @@ Spans watch(LivingRoom& room, qint64 pid, const Effort& effort)
     return spans;
 }
 
-/** The first tape of the hub's list is the first of the shop's. */
+/** The first tape of the hub's list is the first of the shop's first shelf. */
 void playFirstTape(LivingRoom& room)
 {
     room.switchOn(QProcess::nullDevice());
-    if (!shoplist::open(room))
+    if (!shop::open(room))
         throw std::runtime_error("The shop does not open.");
+    room.press(u"down"_s);
+    room.press(u"select"_s);
+    if (!room.waitForText(area::everything, u"Push it in"_s))
+        throw std::runtime_error("The tape's screen does not come.");
     room.press(u"select"_s);
 }
 

@@ -14,8 +14,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr Effort whole{.starts = 7, .presses = 60, .spans = 5, .idle = 10s, .playing = 5s};
-constexpr Effort quick{.starts = 5, .presses = 20, .spans = 5, .idle = 2s, .playing = 2s};
+constexpr Effort whole{.starts = 7, .presses = 60, .rides = 3, .spans = 5, .idle = 10s, .playing = 5s};
+constexpr Effort quick{.starts = 5, .presses = 20, .rides = 1, .spans = 5, .idle = 2s, .playing = 2s};
 
 void note(const char* what)
 {
@@ -37,6 +37,8 @@ QList<Figure> measureAll(const QStringList& libraries, const Effort& effort)
     figures += measureStart(room, effort);
     note("keys");
     figures += measureKeys(room, effort);
+    note("the shelves");
+    figures += measureShelves(room, hub, effort);
     note("idleness");
     figures += measureIdle(room, effort);
     note("a playing tape");
