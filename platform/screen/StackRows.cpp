@@ -1,0 +1,38 @@
+#include "StackRows.h"
+
+#include <QHash>
+
+#include <algorithm>
+
+StackRows::StackRows(const QAbstractItemModel* model, qreal extent, qreal spacing)
+{
+    if (!model)
+        return;
+    const QHash<int, QByteArray> roles = model->roleNames();
+    const int keyRole = roles.key("key", -1);
+    const int extentRole = roles.key("extent", -1);
+    const int count = model->rowCount();
+    m_rows.reserve(count);
+    QHash<QString, int> seen;
+    qreal end = -spacing;
+    for (int i = 0; i < count; ++i) {
+        const QModelIndex index = model->index(i, 0);
+        Row row;
+        if (keyRole >= 0)
+            row.identity.key = index.data(keyRole).toString();
+        row.identity.occurrence = seen[row.identity.key]++;
+        row.first = end + spacing;
+        row.last = row.first + (extentRole >= 0 ? index.data(extentRole).toReal() : extent);
+        end = row.last;
+        m_rows.append(row);
+    }
+}
+
+StackRows::Span StackRows::between(qreal first, qreal last) const
+{
+    const auto begin =
+        std::partition_point(m_rows.cbegin(), m_rows.cend(), [first](const Row& row) { return row.last <= first; });
+    const auto end =
+        std::partition_point(m_rows.cbegin(), m_rows.cend(), [last](const Row& row) { return row.first < last; });
+    return {int(begin - m_rows.cbegin()), int(end - m_rows.cbegin()) - 1};
+}
