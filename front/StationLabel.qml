@@ -11,6 +11,7 @@ Item {
 
     implicitWidth: caption.implicitWidth
     implicitHeight: caption.implicitHeight
+    baselineOffset: caption.baselineOffset
 
     Text {
         id: caption
