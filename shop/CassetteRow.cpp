@@ -36,9 +36,10 @@ void CassetteRow::show(Content content, int place)
     beginResetModel();
     m_content = std::move(content);
     m_place = place;
+    // A stack takes the place together with the rows it counts.
+    Q_EMIT placeChanged();
     endResetModel();
     Q_EMIT contentChanged();
-    Q_EMIT placeChanged();
 }
 
 int CassetteRow::placeIn(const Content& content) const

@@ -44,8 +44,8 @@ void MarketList::show(const CatalogSummary& summary, const QString& selection)
     beginResetModel();
     m_chips = std::move(chips);
     m_place = place;
-    endResetModel();
     Q_EMIT placeChanged();
+    endResetModel();
     if (isShown() != wasShown)
         Q_EMIT isShownChanged();
 }
@@ -116,6 +116,6 @@ QHash<int, QByteArray> MarketList::roleNames() const
     return {{KeyRole, "key"},
             {TitleRole, "title"},
             {CountRole, "count"},
-            {SelectedRole, "selected"},
+            {SelectedRole, "isSelected"},
             {ExtentRole, "extent"}};
 }

@@ -29,8 +29,8 @@ void ShelfList::show(const QList<Shelf>& shelves)
     beginResetModel();
     m_rows = std::move(rows);
     m_place = place;
-    endResetModel();
     Q_EMIT placeChanged();
+    endResetModel();
     for (CassetteRow* row : std::as_const(leaving))
         row->deleteLater();
 }

@@ -30,6 +30,7 @@ private Q_SLOTS:
     void aFresherTapeIsTakenThoughItsIdIsTheSame();
     void whileTheShelvesChangeNoMoveIsTaken();
     void theRowsHaveChangedBeforeTheListSaysSo();
+    void thePlaceIsToldBeforeTheChangeIsThrough();
     void anEmptiedListStartsAnew();
 
 private:
@@ -306,6 +307,25 @@ void ShelfListTest::theRowsHaveChangedBeforeTheListSaysSo()
     connect(m_list.get(), &ShelfList::modelReset, this, [this, &seen] { seen = contents() + u" at "_s + place(); });
     show(u"A: 1; B: 3 2"_s);
     QCOMPARE(seen, u"A: 1; B: 3 2 at B: 2"_s);
+}
+
+void ShelfListTest::thePlaceIsToldBeforeTheChangeIsThrough()
+{
+    show(u"A: 1 2; B: 3"_s);
+    goTo(0, 1);
+    int told = -1;
+    int toldByRow = -1;
+    bool isThrough = false;
+    const CassetteRow* row = m_list->row(0);
+    connect(m_list.get(), &ShelfList::modelReset, this, [&] { isThrough = true; });
+    connect(row, &CassetteRow::modelReset, this, [&] { isThrough = true; });
+    connect(row, &CassetteRow::placeChanged, this, [&] { toldByRow = isThrough ? -1 : row->place(); });
+    show(u"B: 3; A: 2 1"_s);
+    QCOMPARE(toldByRow, 0);
+    isThrough = false;
+    connect(m_list.get(), &ShelfList::placeChanged, this, [&] { told = isThrough ? -1 : m_list->place(); });
+    show(u"A: 2 1; C: 3"_s);
+    QCOMPARE(told, 0);
 }
 
 void ShelfListTest::anEmptiedListStartsAnew()
