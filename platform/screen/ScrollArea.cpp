@@ -23,8 +23,11 @@ ScrollArea::ScrollArea(QQuickItem* parent) : QQuickItem(parent), m_contentItem(n
     m_motion.setStartValue(0.0);
     m_motion.setEndValue(1.0);
     m_motion.setEasingCurve(QEasingCurve::OutCubic);
-    connect(&m_motion, &QVariantAnimation::valueChanged, this,
-            [this](const QVariant& progress) { moveTo(m_from + (m_aim - m_from) * progress.toReal()); });
+    connect(&m_motion, &QVariantAnimation::valueChanged, this, [this](const QVariant& progress) {
+        // Another duration changes the value of a motion that stands still too.
+        if (m_motion.state() == QAbstractAnimation::Running)
+            moveTo(m_from + (m_aim - m_from) * progress.toReal());
+    });
 }
 
 ScrollArea::~ScrollArea() = default;
