@@ -6,15 +6,17 @@ import Quillmere.Screen
 import Quillmere.Video
 
 // A tape, full screen.
-FocusScope {
+FocusScreen {
     id: view
 
     // An alias, as a property of QML's own would not take a tape that equals the default one.
     property alias tape: controller.tape
+    property alias startAt: controller.startAt
 
     signal dismissed()
 
-    focus: true
+    // Picture and sound end with the press that leaves, not with the slide that follows.
+    onDisappeared: controller.end()
     Keys.onPressed: event => event.accepted = controller.press(event.key)
 
     TapePlayer {

@@ -1,4 +1,4 @@
-#include "Tape.h"
+#include "TapePlayer.h"
 
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -18,11 +18,13 @@ private Q_SLOTS:
     void initTestCase();
     void theGroundIsBlackToTheEdgesAndSaysWhatIsMissing();
     void backLeavesOnce();
-    void playPauseStaysHere();
+    void playPauseAndTheArrowsStayHere();
     void aTapeThatEqualsTheDefaultOneIsTaken();
+    void theTapeStartsWhereTheScreenIsTold();
+    void playbackEndsAsSoonAsTheScreenLeaves();
 
 private:
-    std::unique_ptr<QQuickItem> make(const Tape& tape);
+    std::unique_ptr<QQuickItem> make(const Tape& tape, double startAt = 0);
     static bool says(const QQuickItem& view, const QString& text);
 
     QQmlEngine m_engine;
@@ -30,11 +32,12 @@ private:
     std::unique_ptr<QQuickItem> m_view;
 };
 
-std::unique_ptr<QQuickItem> TapePlayerViewTest::make(const Tape& tape)
+std::unique_ptr<QQuickItem> TapePlayerViewTest::make(const Tape& tape, double startAt)
 {
     QQmlComponent component(&m_engine);
     component.setData("import Quillmere.Playback\nTapePlayerView {}", {});
-    QObject* const made = component.createWithInitialProperties({{u"tape"_s, QVariant::fromValue(tape)}});
+    QObject* const made =
+        component.createWithInitialProperties({{u"tape"_s, QVariant::fromValue(tape)}, {u"startAt"_s, startAt}});
     if (!made)
         qWarning("%s", qPrintable(component.errorString()));
     return std::unique_ptr<QQuickItem>(qobject_cast<QQuickItem*>(made));
@@ -76,14 +79,14 @@ void TapePlayerViewTest::backLeavesOnce()
     QCOMPARE(dismissed.count(), 1);
 }
 
-void TapePlayerViewTest::playPauseStaysHere()
+void TapePlayerViewTest::playPauseAndTheArrowsStayHere()
 {
     QKeyEvent press(QEvent::KeyPress, Qt::Key_MediaTogglePlayPause, Qt::NoModifier);
     QCoreApplication::sendEvent(&m_window, &press);
     QVERIFY(press.isAccepted());
     QKeyEvent left(QEvent::KeyPress, Qt::Key_Left, Qt::NoModifier);
     QCoreApplication::sendEvent(&m_window, &left);
-    QVERIFY(!left.isAccepted());
+    QVERIFY(left.isAccepted());
 }
 
 void TapePlayerViewTest::aTapeThatEqualsTheDefaultOneIsTaken()
@@ -94,6 +97,25 @@ void TapePlayerViewTest::aTapeThatEqualsTheDefaultOneIsTaken()
     const auto view = make(tape);
     QVERIFY(view);
     QVERIFY(!says(*view, u"This tape has no playable copy on the shelf."_s));
+}
+
+void TapePlayerViewTest::theTapeStartsWhereTheScreenIsTold()
+{
+    const auto view = make({}, 3725.5);
+    QVERIFY(view);
+    QCOMPARE(view->findChild<TapePlayer*>()->property("startAt").toDouble(), 3725.5);
+}
+
+void TapePlayerViewTest::playbackEndsAsSoonAsTheScreenLeaves()
+{
+    Tape tape;
+    tape.streamURLPath = u"/recordings/none/index.m3u8"_s;
+    const auto view = make(tape);
+    QVERIFY(view);
+    const VideoPlayer* const player = view->findChild<TapePlayer*>()->player();
+    QVERIFY(player->state() != VideoPlayer::State::Idle);
+    QMetaObject::invokeMethod(view.get(), "disappeared");
+    QCOMPARE(player->state(), VideoPlayer::State::Idle);
 }
 
 QTEST_MAIN(TapePlayerViewTest)
