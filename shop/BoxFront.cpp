@@ -1,0 +1,161 @@
+#include "BoxFront.h"
+
+#include "Barcode.h"
+#include "CoverArt.h"
+#include "FittedText.h"
+#include "SnappedRect.h"
+#include "StationPalette.h"
+#include "Typography.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double unbounded = 1e5;
+
+// All in units of the box.
+constexpr double outlineWidth = 3;
+constexpr double miterLimit = 10;
+constexpr double padding = 10;
+constexpr double spacing = 6;
+constexpr QRectF inside(padding, padding, BoxFront::gridWidth - 2 * padding, BoxFront::gridHeight - 2 * padding);
+
+constexpr QRectF band(inside.left(), inside.top(), inside.width(), 34);
+constexpr int brandSize = 17;
+constexpr double brandSpacing = 1.5;
+constexpr double textInset = 10; // of the band and of the strip
+
+constexpr QRectF scene(inside.left(), band.bottom() + spacing, inside.width(), 250);
+
+constexpr QRectF strip(inside.left(), scene.bottom() + spacing, inside.width(), 24);
+constexpr int genreSize = 13;
+constexpr double genreSpacing = 2;
+constexpr int yearSize = 11;
+constexpr double yearGap = 4;
+constexpr double leastStrip = 0.6; // of the texts' sizes, as those below
+
+constexpr double titleTop = strip.bottom() + spacing;
+constexpr int titleSize = 26;
+constexpr double leastTitle = 0.5;
+constexpr int taglineSize = 12;
+constexpr double taglineGap = 2;
+constexpr double taglineOpacity = 0.7;
+constexpr double leastTagline = 0.5;
+
+constexpr QSizeF barcodeFrame(120, 26);
+constexpr double catalogGap = 4;
+constexpr int catalogSize = 10;
+constexpr int ratingSize = 11;
+constexpr double leastBottom = 0.6;
+
+void paintFace(QPainter& painter)
+{
+    // The stroke lies inside the edge, so that the box measures what it says.
+    constexpr double half = outlineWidth / 2;
+    const QRectF middle = QRectF(0, 0, BoxFront::gridWidth, BoxFront::gridHeight).adjusted(half, half, -half, -half);
+    QPen pen(StationPalette::inkNavy(), outlineWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
+    pen.setMiterLimit(miterLimit);
+    painter.setPen(pen);
+    painter.setBrush(StationPalette::cream());
+    painter.drawRoundedRect(middle, BoxFront::cornerRadius - half, BoxFront::cornerRadius - half);
+    painter.setPen(Qt::NoPen);
+}
+
+void paintBand(QPainter& painter)
+{
+    painter.fillRect(snappedRect(painter, band), StationPalette::inkNavy());
+    const FittedText brand = FittedText::line(
+        u"REWINDERY"_s, Typography::standard(brandSize, QFont::Black, brandSpacing), band.width() - 2 * textInset, 1);
+    brand.paint(painter, {band.left() + textInset, band.center().y() - brand.height() / 2}, StationPalette::amber());
+}
+
+void paintScene(QPainter& painter, const VHSCover& cover)
+{
+    const QRectF area = snappedRect(painter, scene);
+    painter.save();
+    painter.translate(area.topLeft());
+    CoverArt{cover, 1}.paint(painter, area.size());
+    painter.restore();
+}
+
+void paintStrip(QPainter& painter, const VHSCover& cover)
+{
+    painter.fillRect(snappedRect(painter, strip), StationPalette::teal());
+    const QFont genreFont = Typography::standard(genreSize, QFont::Bold, genreSpacing);
+    const QFont yearFont = Typography::standard(yearSize, QFont::Bold);
+    const double room = strip.width() - 2 * textInset - yearGap;
+    const double genreWidth = FittedText::line(cover.genre, genreFont, unbounded, 1).width();
+    const double yearWidth = FittedText::line(cover.year, yearFont, unbounded, 1).width();
+    // Both shrink by one share; what is then still too long is the genre.
+    const double share = std::min(1.0, room / (genreWidth + yearWidth));
+    const FittedText year = FittedText::line(cover.year, yearFont, std::min(yearWidth * share, room), leastStrip);
+    const FittedText genre = FittedText::line(cover.genre, genreFont, room - year.width(), leastStrip);
+    const double left = strip.left() + textInset;
+    const double top = strip.center().y() - genre.height() / 2;
+    genre.paint(painter, {left, top}, Qt::white);
+    year.paint(painter, {left + genre.width() + yearGap, top + genre.ascent() - year.ascent()}, Qt::white);
+}
+
+void paintTitleBlock(QPainter& painter, const VHSCover& cover, double bottom)
+{
+    const QFont taglineFont = Typography::serif(taglineSize, QFont::Normal, true);
+    // The tagline always has room for one line of its full size; what the title leaves is its as well.
+    const double oneLine = cover.tagline.isEmpty() ? 0 : QFontMetricsF(taglineFont).height() + taglineGap;
+    const QSizeF room(inside.width(), bottom - titleTop);
+    const FittedText title = FittedText::block(cover.title, Typography::standard(titleSize, QFont::Black),
+                                               QSizeF(room.width(), room.height() - oneLine), leastTitle);
+    title.paint(painter, {inside.left(), titleTop}, StationPalette::inkNavy());
+    const double titleHeight = title.height() + taglineGap;
+    const FittedText tagline =
+        FittedText::block(cover.tagline, taglineFont, QSizeF(room.width(), room.height() - titleHeight), leastTagline);
+    tagline.paint(painter, {inside.left(), titleTop + titleHeight},
+                  StationPalette::faded(StationPalette::inkNavy(), taglineOpacity));
+}
+
+/** Returns where the row begins. */
+double paintBottomRow(QPainter& painter, const VHSCover& cover, double unitsAPoint)
+{
+    const QFont catalogFont = Typography::monospaced(catalogSize);
+    const FittedText catalogNo = FittedText::line(cover.catalogNo, catalogFont, barcodeFrame.width(), leastBottom);
+    const QPointF frame(inside.right() - barcodeFrame.width(),
+                        inside.bottom() - QFontMetricsF(catalogFont).height() - catalogGap - barcodeFrame.height());
+    catalogNo.paint(painter,
+                    {frame.x() + (barcodeFrame.width() - catalogNo.width()) / 2, inside.bottom() - catalogNo.height()},
+                    StationPalette::inkNavy());
+
+    const QString words =
+        u"RATED %1 · %2 MIN · %3"_s.arg(cover.rating.code, QString::number(cover.runtime), cover.speed);
+    const FittedText rating = FittedText::line(words, Typography::standard(ratingSize, QFont::Bold),
+                                               frame.x() - spacing - inside.left(), leastBottom);
+    rating.paint(painter, {inside.left(), inside.bottom() - rating.height()}, StationPalette::inkNavy());
+
+    painter.save();
+    painter.translate(snappedRect(painter, QRectF(frame, barcodeFrame)).topLeft());
+    painter.scale(unitsAPoint, unitsAPoint);
+    Barcode{cover.barcode}.paint(painter, barcodeFrame / unitsAPoint);
+    painter.restore();
+    return frame.y();
+}
+
+} // namespace
+
+void BoxFront::paint(QPainter& painter) const
+{
+    painter.save();
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    painter.scale(width / gridWidth, width / gridWidth);
+    // A bar code in a small box is longer than its frame, and ends with the box.
+    painter.setClipRect(snappedRect(painter, QRectF(0, 0, gridWidth, gridHeight)), Qt::IntersectClip);
+    paintFace(painter);
+    paintBand(painter);
+    paintScene(painter, cover);
+    paintStrip(painter, cover);
+    const double bottomRow = paintBottomRow(painter, cover, gridWidth / width);
+    paintTitleBlock(painter, cover, bottomRow - spacing);
+    painter.restore();
+}

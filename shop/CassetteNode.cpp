@@ -1,0 +1,82 @@
+#include "CassetteNode.h"
+
+#include <QPainter>
+#include <QQuickWindow>
+#include <QSGImageNode>
+#include <QSGNinePatchNode>
+
+#include <cmath>
+#include <utility>
+
+namespace {
+
+/** The least picture of a plate: its four corners around one pixel that is stretched. */
+QImage cornersOf(const QColor& color, double radius, int margin)
+{
+    const int side = 2 * margin + 1;
+    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawRoundedRect(image.rect(), radius, radius);
+    return image;
+}
+
+} // namespace
+
+CassetteNode::CassetteNode(QQuickWindow* window) : m_window(window) {}
+
+void CassetteNode::showPicture(const CassetteStudio::Picture& picture, const QRectF& area, bool pixelForPixel)
+{
+    removePlate();
+    const bool isNew = !m_pictureNode;
+    if (isNew) {
+        m_pictureNode = m_window->createImageNode();
+        m_pictureNode->setOwnsTexture(true);
+    }
+    if (m_picture != picture) {
+        m_picture = picture;
+        m_pictureNode->setTexture(m_window->createTextureFromImage(*picture));
+        m_pictureNode->setSourceRect(picture->rect());
+    }
+    m_pictureNode->setRect(area);
+    m_pictureNode->setFiltering(pixelForPixel ? QSGTexture::Nearest : QSGTexture::Linear);
+    // Only now: the software adaptation looks for the texture at once.
+    if (isNew)
+        appendChildNode(m_pictureNode);
+}
+
+void CassetteNode::showPlate(const QColor& color, const QRectF& area, double radius)
+{
+    removePicture();
+    if (m_plateNode && (m_plateColor != color || m_plateRadius != radius))
+        removePlate();
+    if (!m_plateNode) {
+        const int margin = int(std::ceil(radius));
+        m_plateNode = m_window->createNinePatchNode();
+        m_plateNode->setTexture(m_window->createTextureFromImage(cornersOf(color, radius, margin)));
+        m_plateNode->setPadding(margin, margin, margin, margin);
+        m_plateNode->setDevicePixelRatio(1);
+        m_plateNode->setBounds(area);
+        m_plateNode->update();
+        m_plateColor = color;
+        m_plateRadius = radius;
+        appendChildNode(m_plateNode);
+    } else {
+        m_plateNode->setBounds(area);
+        m_plateNode->update();
+    }
+}
+
+void CassetteNode::removePicture()
+{
+    delete std::exchange(m_pictureNode, nullptr);
+    m_picture.reset();
+}
+
+void CassetteNode::removePlate()
+{
+    delete std::exchange(m_plateNode, nullptr);
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QFont>
+#include <QString>
+#include <QTextLayout>
+
+#include <memory>
+
+class QPainter;
+
+/**
+ * A text laid out for the room that it has: at its font's size if it fits, else smaller, down to a given share of that
+ * size, and elided beyond. Line breaks and control characters count as a space. Lengths are in the units of the font's
+ * size, whatever the painter's scale. A value, to be used up on the thread that made it.
+ */
+class FittedText
+{
+public:
+    /** On one line of at most `width`. */
+    static FittedText line(const QString& text, const QFont& font, double width, double least);
+
+    /** On as many lines as `room` has height for; a word is only broken where shrinking does not keep it whole. */
+    static FittedText block(const QString& text, const QFont& font, QSizeF room, double least);
+
+    /** The share of the font's size at which it is set. */
+    double scale() const { return m_scale; }
+    bool isElided() const { return m_elided; }
+    int lineCount() const { return int(m_layout->lineCount()); }
+    double width() const;
+    double height() const;
+    double ascent() const; ///< from the top to the first baseline
+
+    void paint(QPainter& painter, QPointF topLeft, const QColor& color) const;
+
+private:
+    FittedText(const QString& text, const QFont& font);
+    double pitch() const { return m_ascent + m_descent; }
+    int linesIn(double height) const;
+    bool fits(double scale, QSizeF room);
+    bool breakLines(double width, QTextOption::WrapMode wrap, int atMost);
+    void elide(double width, int atMost);
+
+    QString m_text;
+    QFont m_font;
+    double m_ascent; ///< of every line, as the descent, whatever other fonts its glyphs come from
+    double m_descent;
+    std::unique_ptr<QTextLayout> m_layout;
+    double m_scale = 1;
+    bool m_elided = false;
+};
