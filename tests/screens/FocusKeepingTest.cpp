@@ -1,0 +1,275 @@
+#include "FocusStage.h"
+
+#include "FocusSection.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <functional>
+
+using namespace Qt::StringLiterals;
+
+using Change = std::function<void(FocusStage&)>;
+Q_DECLARE_METATYPE(Change)
+
+/** What holds the focus as things and screens come and go. */
+class FocusKeepingTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theTopmostThenLeadingThingIsFirst();
+    void thePreferredThingIsFirst();
+    void aScreenThatGetsTheFocusGivesItToAThing();
+    void aScreenWithoutAnythingTakesTheKeysUntilSomethingComes();
+    void theNearestInItsSectionFollowsAVanishedThing_data();
+    void theNearestInItsSectionFollowsAVanishedThing();
+    void theScreensFirstThingFollowsAVanishedSection();
+    void aKeyFindsTheFocusInOrder();
+    void aHiddenThingIsNotSelected();
+    void theLastThingLeavesTheKeysToTheScreen();
+    void theFocusStaysThroughChangesAroundIt_data();
+    void theFocusStaysThroughChangesAroundIt();
+    void aCoverHasTheKeysAndGivesThemBack();
+    void whatVanishedUnderACoverIsReplacedAfterwards();
+    void aHiddenScreenRemembersItsFocus();
+    void aScreenThatIsNotInFrontDoesNotTakeTheKeys();
+    void aScreenGoesWithItsFocusedThing();
+
+private:
+    static QString row(const FocusStage& stage);
+};
+
+/** Three things, the middle one nearer to the last. */
+QString FocusKeepingTest::row(const FocusStage& stage)
+{
+    const QString things = stage.thing("a", {0, 0, 100, 100}) + stage.thing("b", {200, 0, 100, 100}) +
+                           stage.thing("c", {310, 0, 100, 100});
+    return stage.item("FocusSection", "row", {0, 200, 500, 100}, things);
+}
+
+void FocusKeepingTest::theTopmostThenLeadingThingIsFirst()
+{
+    FocusStage stage;
+    stage.walk(stage.thing("below", {0, 300, 100, 100}) + stage.thing("trailing", {300, 0, 100, 100}) +
+               stage.thing("leading", {100, 10, 100, 80}));
+    QCOMPARE(stage.focused(), u"leading"_s);
+}
+
+void FocusKeepingTest::thePreferredThingIsFirst()
+{
+    FocusStage stage;
+    stage.walk(stage.thing("a", {0, 0, 100, 100}) + stage.thing("b", {0, 200, 100, 100}, "preferred: true") +
+               stage.thing("c", {0, 100, 100, 100}, "preferred: true"));
+    QCOMPARE(stage.focused(), u"b"_s);
+}
+
+void FocusKeepingTest::aScreenThatGetsTheFocusGivesItToAThing()
+{
+    FocusStage stage;
+    auto* const scene = stage.put(u"FocusScreen { focus: true; width: 100; height: 100\n"_s +
+                                  stage.thing("a", {0, 0, 100, 100}) + u"}"_s);
+    QCOMPARE(stage.focused(), u"a"_s);
+    scene->setFocus(false);
+    QVERIFY(stage.focused() != u"a"_s);
+    scene->setFocus(true);
+    QCOMPARE(stage.focused(), u"a"_s);
+}
+
+void FocusKeepingTest::aScreenWithoutAnythingTakesTheKeysUntilSomethingComes()
+{
+    FocusStage stage;
+    stage.walk(stage.thing("a", {0, 0, 100, 100}, "visible: false"));
+    QCOMPARE(stage.focused(), u"screen"_s);
+    QCOMPARE(stage.screen().focused(), nullptr);
+    QVERIFY(!stage.screen().move(Qt::Key_Down));
+    const QSignalSpy changed(&stage.screen(), &FocusScreen::focusedChanged);
+    stage.named("a").setVisible(true);
+    QTRY_COMPARE(stage.focused(), u"a"_s);
+    QCOMPARE(changed.count(), 1);
+}
+
+void FocusKeepingTest::theNearestInItsSectionFollowsAVanishedThing_data()
+{
+    QTest::addColumn<Change>("change");
+    QTest::newRow("hidden") << Change([](FocusStage& stage) { stage.named("b").setVisible(false); });
+    QTest::newRow("disabled") << Change([](FocusStage& stage) { stage.named("b").setEnabled(false); });
+    QTest::newRow("without a size") << Change([](FocusStage& stage) { stage.named("b").setWidth(0); });
+    QTest::newRow("destroyed") << Change([](FocusStage& stage) { delete &stage.named("b"); });
+    QTest::newRow("taken out") << Change([](FocusStage& stage) { stage.named("b").setParentItem(nullptr); });
+}
+
+void FocusKeepingTest::theNearestInItsSectionFollowsAVanishedThing()
+{
+    QFETCH(Change, change);
+    FocusStage stage;
+    stage.walk(stage.thing("top", {200, 0, 100, 100}, "preferred: true") + row(stage));
+    stage.screen().focus(&stage.named("b"));
+    change(stage);
+    QTRY_COMPARE(stage.focused(), u"c"_s);
+    QCOMPARE(stage.screen().focused(), &stage.named("c"));
+}
+
+void FocusKeepingTest::theScreensFirstThingFollowsAVanishedSection()
+{
+    FocusStage stage;
+    stage.walk(stage.thing("top", {200, 0, 100, 100}) +
+               stage.thing("preferred", {0, 900, 100, 100}, "preferred: true") + row(stage));
+    stage.screen().focus(&stage.named("b"));
+    delete &stage.named<FocusSection>("row");
+    QTRY_COMPARE(stage.focused(), u"preferred"_s);
+    stage.named("preferred").setVisible(false);
+    QTRY_COMPARE(stage.focused(), u"top"_s);
+}
+
+void FocusKeepingTest::aKeyFindsTheFocusInOrder()
+{
+    FocusStage stage;
+    stage.walk(row(stage));
+    stage.screen().focus(&stage.named("c"));
+    stage.named("c").setVisible(false);
+    stage.press(Qt::Key_Left);
+    QCOMPARE(stage.focused(), u"a"_s);
+}
+
+void FocusKeepingTest::aHiddenThingIsNotSelected()
+{
+    FocusStage stage;
+    stage.walk(row(stage));
+    const QSignalSpy selected(&stage.named("a"), &Focusable::selected);
+    stage.named("a").setVisible(false);
+    stage.press(Qt::Key_Select);
+    QCOMPARE(selected.count(), 0);
+}
+
+void FocusKeepingTest::theLastThingLeavesTheKeysToTheScreen()
+{
+    FocusStage stage;
+    stage.walk(stage.thing("a", {0, 0, 100, 100}));
+    stage.named("a").setVisible(false);
+    QTRY_COMPARE(stage.focused(), u"screen"_s);
+    QCOMPARE(stage.screen().focused(), nullptr);
+}
+
+void FocusKeepingTest::theFocusStaysThroughChangesAroundIt_data()
+{
+    QTest::addColumn<Change>("change");
+    QTest::newRow("neighbours destroyed") << Change([](FocusStage& stage) {
+        delete &stage.named("a");
+        delete &stage.named("c");
+    });
+    QTest::newRow("moved to another parent")
+        << Change([](FocusStage& stage) { stage.named("b").setParentItem(&stage.named<QQuickItem>("elsewhere")); });
+    QTest::newRow("out of its section and back") << Change([](FocusStage& stage) {
+        stage.named("b").setParentItem(&stage.screen());
+        stage.named("b").setParentItem(&stage.named<QQuickItem>("row"));
+    });
+    QTest::newRow("hidden and shown in one turn") << Change([](FocusStage& stage) {
+        stage.named("b").setVisible(false);
+        stage.named("b").setVisible(true);
+    });
+    QTest::newRow("disabled and enabled in one turn") << Change([](FocusStage& stage) {
+        stage.screen().setEnabled(false);
+        stage.screen().setEnabled(true);
+    });
+}
+
+void FocusKeepingTest::theFocusStaysThroughChangesAroundIt()
+{
+    QFETCH(Change, change);
+    FocusStage stage;
+    stage.walk(row(stage) + stage.item("Item", "elsewhere", {0, 600, 500, 100}, {}));
+    stage.screen().focus(&stage.named("b"));
+    const QSignalSpy changed(&stage.screen(), &FocusScreen::focusedChanged);
+    change(stage);
+    QCoreApplication::processEvents();
+    QCOMPARE(stage.focused(), u"b"_s);
+    QCOMPARE(changed.count(), 0);
+    stage.press(Qt::Key_Up);
+    QCOMPARE(stage.screen().focused()->hasActiveFocus(), true);
+}
+
+void FocusKeepingTest::aCoverHasTheKeysAndGivesThemBack()
+{
+    FocusStage stage;
+    stage.walk(row(stage) +
+               stage.item("FocusScreen", "cover", {0, 0, 1920, 1080}, stage.thing("onCover", {0, 0, 100, 100})));
+    auto& cover = stage.named<FocusScreen>("cover");
+    stage.screen().focus(&stage.named("b"));
+    stage.screen().setCover(&cover);
+    stage.screen().takeFocus();
+    QCOMPARE(stage.focused(), u"onCover"_s);
+    QVERIFY(!stage.named("b").hasActiveFocus());
+    QCOMPARE(stage.screen().focused(), &stage.named("b"));
+
+    stage.screen().setCover(nullptr);
+    stage.screen().takeFocus();
+    QCOMPARE(stage.focused(), u"b"_s);
+}
+
+void FocusKeepingTest::whatVanishedUnderACoverIsReplacedAfterwards()
+{
+    FocusStage stage;
+    stage.walk(row(stage) +
+               stage.item("FocusScreen", "cover", {0, 0, 1920, 1080}, stage.thing("onCover", {0, 0, 100, 100})));
+    stage.screen().focus(&stage.named("b"));
+    stage.screen().setCover(&stage.named<FocusScreen>("cover"));
+    stage.screen().takeFocus();
+    delete &stage.named("b");
+    QCoreApplication::processEvents();
+    QCOMPARE(stage.focused(), u"onCover"_s);
+    stage.screen().focus(&stage.named("a"));
+    QCOMPARE(stage.focused(), u"onCover"_s);
+    delete &stage.named("a");
+
+    stage.screen().setCover(nullptr);
+    stage.screen().takeFocus();
+    QCOMPARE(stage.focused(), u"c"_s);
+}
+
+void FocusKeepingTest::aHiddenScreenRemembersItsFocus()
+{
+    FocusStage stage;
+    stage.walk(row(stage));
+    stage.screen().focus(&stage.named("b"));
+    stage.screen().setVisible(false);
+    QCoreApplication::processEvents();
+    stage.screen().takeFocus();
+    QCOMPARE(stage.screen().focused(), &stage.named("b"));
+    stage.screen().setVisible(true);
+    stage.screen().takeFocus();
+    QCOMPARE(stage.focused(), u"b"_s);
+}
+
+void FocusKeepingTest::aScreenThatIsNotInFrontDoesNotTakeTheKeys()
+{
+    FocusStage stage;
+    const QString page = stage.thing("onPage", {0, 0, 100, 100}) + stage.thing("alsoOnPage", {0, 200, 100, 100});
+    stage.walk(row(stage) + stage.item("FocusScreen", "page", {0, 0, 1920, 1080}, page));
+    auto& page_ = stage.named<FocusScreen>("page");
+    page_.takeFocus();
+    page_.focus(&stage.named("alsoOnPage"));
+    stage.screen().takeFocus();
+    QCOMPARE(stage.focused(), u"a"_s);
+    page_.focus(&stage.named("onPage"));
+    QCoreApplication::processEvents();
+    QCOMPARE(stage.focused(), u"a"_s);
+    page_.takeFocus();
+    QCOMPARE(stage.focused(), u"onPage"_s);
+}
+
+void FocusKeepingTest::aScreenGoesWithItsFocusedThing()
+{
+    FocusStage stage;
+    stage.walk(row(stage) +
+               stage.item("FocusScreen", "page", {0, 0, 1920, 1080}, stage.thing("onPage", {0, 0, 100, 100})));
+    auto& page = stage.named<FocusScreen>("page");
+    page.takeFocus();
+    delete &page;
+    QCOMPARE(stage.focused(), u"screen"_s);
+    stage.screen().takeFocus();
+    QCOMPARE(stage.focused(), u"a"_s);
+}
+
+QTEST_MAIN(FocusKeepingTest)
+#include "FocusKeepingTest.moc"

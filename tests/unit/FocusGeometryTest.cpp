@@ -1,0 +1,97 @@
+#include "FocusGeometry.h"
+
+#include <QTest>
+
+using FocusGeometry::Beam;
+
+Q_DECLARE_METATYPE(FocusGeometry::Beam)
+
+class FocusGeometryTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theNextOneThatWay_data();
+    void theNextOneThatWay();
+    void theClosestHasTheNearestCentre();
+    void theTopmostLineIsReadFromItsLeadingEnd();
+    void ofNothingThereIsNone();
+};
+
+void FocusGeometryTest::theNextOneThatWay_data()
+{
+    QTest::addColumn<int>("arrow");
+    QTest::addColumn<QList<QRectF>>("targets");
+    QTest::addColumn<Beam>("beam");
+    QTest::addColumn<int>("next");
+
+    using Rects = QList<QRectF>;
+    const QRectF right(300, 100, 100, 100);
+    const QRectF left(-100, 100, 100, 100);
+    const QRectF above(100, -100, 100, 100);
+    const QRectF below(100, 300, 100, 100);
+    const Rects around{right, left, above, below};
+    QTest::newRow("right") << int(Qt::Key_Right) << around << Beam::Needed << 0;
+    QTest::newRow("left") << int(Qt::Key_Left) << around << Beam::Needed << 1;
+    QTest::newRow("up") << int(Qt::Key_Up) << around << Beam::Needed << 2;
+    QTest::newRow("down") << int(Qt::Key_Down) << around << Beam::Needed << 3;
+    QTest::newRow("nothing that way") << int(Qt::Key_Right) << Rects{left, above, below} << Beam::Needed << -1;
+
+    const QRectF far(600, 100, 100, 100);
+    QTest::newRow("the nearer one") << int(Qt::Key_Right) << Rects{far, right} << Beam::Needed << 1;
+    const QRectF off(300, 150, 100, 100);
+    QTest::newRow("of one line the one opposite") << int(Qt::Key_Right) << Rects{off, right} << Beam::Needed << 1;
+    const QRectF offAndNearer(299.6, 150, 100, 100);
+    QTest::newRow("a fraction is the same line")
+        << int(Qt::Key_Right) << Rects{offAndNearer, right} << Beam::Needed << 1;
+    QTest::newRow("the gap before the offset")
+        << int(Qt::Key_Right) << Rects{right.translated(2, 0), off} << Beam::Needed << 1;
+
+    const QRectF touching(200, 100, 100, 100);
+    QTest::newRow("side by side") << int(Qt::Key_Right) << Rects{touching} << Beam::Needed << 0;
+    QTest::newRow("half a point of overlap")
+        << int(Qt::Key_Right) << Rects{touching.translated(-0.5, 0)} << Beam::Needed << 0;
+    QTest::newRow("a point of overlap") << int(Qt::Key_Right) << Rects{touching.translated(-1, 0)} << Beam::Needed
+                                        << -1;
+
+    const QRectF atTheBeamsEdge(300, 200, 100, 100);
+    QTest::newRow("outside the beam") << int(Qt::Key_Right) << Rects{atTheBeamsEdge} << Beam::Needed << -1;
+    QTest::newRow("without a beam") << int(Qt::Key_Right) << Rects{atTheBeamsEdge} << Beam::Free << 0;
+    QTest::newRow("into the beam by a little")
+        << int(Qt::Key_Right) << Rects{atTheBeamsEdge.translated(0, -1)} << Beam::Needed << 0;
+}
+
+void FocusGeometryTest::theNextOneThatWay()
+{
+    QFETCH(int, arrow);
+    QFETCH(QList<QRectF>, targets);
+    QFETCH(Beam, beam);
+    QFETCH(int, next);
+    QCOMPARE(int(FocusGeometry::next({100, 100, 100, 100}, targets, arrow, beam)), next);
+}
+
+void FocusGeometryTest::theClosestHasTheNearestCentre()
+{
+    const QRectF from(100, 0, 100, 100);
+    QCOMPARE(int(FocusGeometry::closest(from, {{0, 0, 90, 100}, {210, 0, 100, 100}, {0, 200, 400, 400}})), 0);
+    QCOMPARE(int(FocusGeometry::closest(from, {{0, 0, 10, 100}, {210, 0, 100, 100}, {0, 200, 400, 400}})), 1);
+}
+
+void FocusGeometryTest::theTopmostLineIsReadFromItsLeadingEnd()
+{
+    const QRectF small(0, 10, 80, 40);
+    const QRectF tall(200, 0, 80, 60);
+    const QRectF next(0, 70, 80, 60);
+    QCOMPARE(int(FocusGeometry::topmostLeading({next, tall, small})), 2);
+    QCOMPARE(int(FocusGeometry::topmostLeading({next, tall})), 1);
+}
+
+void FocusGeometryTest::ofNothingThereIsNone()
+{
+    QCOMPARE(int(FocusGeometry::next({0, 0, 1, 1}, {}, Qt::Key_Up, Beam::Free)), -1);
+    QCOMPARE(int(FocusGeometry::closest({0, 0, 1, 1}, {})), -1);
+    QCOMPARE(int(FocusGeometry::topmostLeading({})), -1);
+}
+
+QTEST_MAIN(FocusGeometryTest)
+#include "FocusGeometryTest.moc"
