@@ -26,6 +26,14 @@ void CardPlate::setBackground(PaintedItem* background)
     repaint();
 }
 
+void CardPlate::setFill(QColor fill)
+{
+    if (m_fill == fill)
+        return;
+    m_fill = fill;
+    repaint();
+}
+
 void CardPlate::setRadius(double radius)
 {
     m_radius = radius;
@@ -56,23 +64,25 @@ void CardPlate::paint(QPainter& painter, const QSizeF& size) const
 {
     const QPainterPath inside = outline(size);
     painter.save();
+    painter.fillRect(QRectF(QPointF(), size), m_fill);
     if (m_background) {
         painter.save();
         m_background->paint(painter, size);
         painter.restore();
     }
+    // Twice as wide, as its outer half is rubbed out below. Over art it lets an edge within a pixel be.
+    if (m_background)
+        painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
+    if (m_borderWidth > 0)
+        painter.strokePath(inside, QPen(m_border, 2 * m_borderWidth));
+
     // A clip would leave the corners jagged: what lies outside is rubbed out instead.
+    const double reach = 2 + m_borderWidth;
     QPainterPath outside;
-    outside.addRect(QRectF(QPointF(), size).marginsAdded({2, 2, 2, 2}));
+    outside.addRect(QRectF(QPointF(), size).marginsAdded({reach, reach, reach, reach}));
     outside.addPath(inside);
     painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
     painter.fillPath(outside, Qt::black);
-
-    if (m_borderWidth > 0) {
-        // Twice as wide, as its outer half falls on nothing and is not drawn.
-        painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
-        painter.strokePath(inside, QPen(m_border, 2 * m_borderWidth));
-    }
     painter.restore();
 }
 

@@ -7,14 +7,15 @@
 #include <QPointer>
 
 /**
- * A plate with rounded corners, filled with another item's art and outlined along the inside of its edge.
- * `background` is painted, never shown; it may be null for a plate without a filling.
+ * A plate with rounded corners, filled with a colour or another item's art and outlined along the inside of its edge.
+ * `background` is painted, never shown; it may be null, and the plate is then filled with `fill` alone.
  */
 class CardPlate : public PaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(PaintedItem* background READ background WRITE setBackground NOTIFY artChanged FINAL)
+    Q_PROPERTY(QColor fill READ fill WRITE setFill NOTIFY artChanged FINAL)
     Q_PROPERTY(double radius READ radius WRITE setRadius NOTIFY artChanged FINAL)
     /** Whether the corners run into the edges without a break, as those of the doors do. */
     Q_PROPERTY(bool continuous READ isContinuous WRITE setContinuous NOTIFY artChanged FINAL)
@@ -26,6 +27,8 @@ public:
 
     PaintedItem* background() const { return m_background; }
     void setBackground(PaintedItem* background);
+    QColor fill() const { return m_fill; }
+    void setFill(QColor fill);
     double radius() const { return m_radius; }
     void setRadius(double radius);
     bool isContinuous() const { return m_continuous; }
@@ -44,6 +47,7 @@ private:
     QPainterPath outline(const QSizeF& size) const;
 
     QPointer<PaintedItem> m_background;
+    QColor m_fill = Qt::transparent;
     double m_radius = 0;
     bool m_continuous = false;
     QColor m_border = Qt::transparent;

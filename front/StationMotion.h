@@ -2,15 +2,19 @@
 
 #include "StationPalette.h"
 
-/** What moves on the front screen, how far and how fast: times in milliseconds, lengths in points. Any thread. */
+/** What moves on every screen, how far and how fast: times in milliseconds, lengths in points. Any thread. */
 class StationMotion : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
-    /** The focused door grows to `liftScale` of its size. */
+    /** Whatever gets the focus grows to a part of its size: a door, a card, a plate. */
     Q_PROPERTY(int liftTime READ liftTime CONSTANT FINAL)
     Q_PROPERTY(double liftScale READ liftScale CONSTANT FINAL)
+    Q_PROPERTY(double cardScale READ cardScale CONSTANT FINAL)
+    Q_PROPERTY(double plateScale READ plateScale CONSTANT FINAL)
+    /** How much of white lies over a focused card, 0 to 1. */
+    Q_PROPERTY(double cardBrightening READ cardBrightening CONSTANT FINAL)
     /** A live lamp's glow goes from faint to full, and back in the same time. */
     Q_PROPERTY(int glowTime READ glowTime CONSTANT FINAL)
     Q_PROPERTY(double faintGlowSpread READ faintGlowSpread CONSTANT FINAL)
@@ -23,6 +27,9 @@ public:
 
     static constexpr int liftTime() { return 150; }
     static constexpr double liftScale() { return 1.06; }
+    static constexpr double cardScale() { return 1.08; }
+    static constexpr double plateScale() { return 1.05; }
+    static constexpr double cardBrightening() { return 0.06; }
     static constexpr int glowTime() { return 1100; }
 
     static constexpr double faintGlowRadius = 6;

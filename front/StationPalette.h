@@ -44,4 +44,7 @@ public:
 
     /** `color` at `opacity`, 0 to 1. */
     Q_INVOKABLE static QColor faded(QColor color, double opacity);
+
+    /** The colour that lies `part`, 0 to 1, of the way from `from` to `to`. */
+    Q_INVOKABLE static QColor mixed(const QColor& from, const QColor& to, double part);
 };

@@ -1,0 +1,71 @@
+import QtQuick
+import Quillmere.Front
+
+// A button in the set's default style: a dim plate with an icon and a text, cream and a little larger under the focus.
+StationButton {
+    id: button
+
+    property string text
+    // One of Icon's names.
+    property int icon: Icon.None
+    // Of the letters.
+    property int size: 28
+    // Beside the label, within what every plate leaves free.
+    property real padding: 14
+
+    readonly property real margin: 26
+    readonly property color ink: StationPalette.mixed(StationPalette.cream, StationPalette.inkNavy, lift)
+
+    name: text
+    implicitWidth: label.implicitWidth + 2 * (margin + padding)
+    implicitHeight: size + 38
+
+    Item {
+        anchors.fill: parent
+        scale: 1 + (StationMotion.plateScale - 1) * button.lift
+
+        CardPlate {
+            anchors.fill: parent
+            radius: 14
+            border: StationPalette.faded(StationPalette.cream, 0.35)
+            borderWidth: 2
+            fill: StationPalette.faded(StationPalette.cream, 0.08)
+        }
+
+        CardPlate {
+            anchors.fill: parent
+            visible: button.lift > 0
+            opacity: button.lift
+            radius: 14
+            fill: StationPalette.cream
+        }
+
+        Row {
+            id: label
+
+            anchors.verticalCenter: parent.verticalCenter
+            anchors.horizontalCenter: parent.horizontalCenter
+            spacing: 14
+
+            Icon {
+                anchors.verticalCenter: parent.verticalCenter
+                visible: button.icon !== Icon.None
+                width: button.size
+                height: button.size
+                name: button.icon
+                color: button.ink
+            }
+
+            Text {
+                anchors.verticalCenter: parent.verticalCenter
+                text: button.text
+                font: Typography.standard(button.size)
+                color: button.ink
+                textFormat: Text.PlainText
+                Accessible.ignored: true
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+    }
+}

@@ -1,0 +1,322 @@
+#include "Stage.h"
+#include "StationMotion.h"
+#include "StationPalette.h"
+
+#include <QAccessible>
+#include <QKeyEvent>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString grey = u"Rectangle { anchors.fill: parent; color: '#808080' }"_s;
+const QString capsule = u"Rectangle { width: 300; height: 60; radius: 30; color: StationPalette.amber }"_s;
+
+/** Two buttons of one style side by side on a canvas; the first has the focus. */
+struct Pair
+{
+    Stage stage;
+    QQuickItem* first = nullptr;
+    QQuickItem* second = nullptr;
+
+    Pair(QSize size, const QString& style, const QString& one, const QString& other) : stage(size)
+    {
+        QQuickItem* root =
+            stage.put(u"Canvas { FocusScreen { anchors.fill: parent; focus: true; "
+                      "%1 { x: 300; y: 300; %2 } %1 { x: 900; y: 300; %3 } } }"_s.arg(style, one, other));
+        const auto buttons = Stage::all(root, style.toLatin1());
+        first = buttons.at(0);
+        second = buttons.at(1);
+    }
+
+    explicit Pair(const QString& style, QSize size = {1920, 1080})
+        : Pair(size, style, properties(style, u"one"_s), properties(style, u"other"_s))
+    {}
+
+    static QString properties(const QString& style, const QString& name)
+    {
+        if (style == u"PlateButton")
+            return u"text: '%1'"_s.arg(name);
+        const QString size = style == u"CardButton" ? u"width: 250; height: 390; "_s : QString();
+        return u"name: '%1'; "_s.arg(name) + size + (style == u"CardButton" ? grey : capsule);
+    }
+
+    double points() { return stage.window().width() / 1920.0; }
+
+    QColor at(const QImage& picture, double x, double y)
+    {
+        return picture.pixelColor(int(x * points()), int(y * points()));
+    }
+};
+
+bool isClose(const QColor& seen, const QColor& wanted, int tolerance = 2)
+{
+    return std::abs(seen.red() - wanted.red()) <= tolerance && std::abs(seen.green() - wanted.green()) <= tolerance &&
+           std::abs(seen.blue() - wanted.blue()) <= tolerance;
+}
+
+QList<QQuickItem*> visible(QList<QQuickItem*> items)
+{
+    items.removeIf([](const QQuickItem* item) { return !item->isVisible() || item->opacity() == 0; });
+    return items;
+}
+
+double scaleOf(const QQuickItem* button)
+{
+    double scale = 1;
+    for (const QQuickItem* child : button->childItems())
+        scale = std::max(scale, child->scale());
+    return scale;
+}
+
+} // namespace
+
+#define COMPARE_COLOR(seen, wanted)                                                                                    \
+    QVERIFY2(isClose(seen, wanted), qPrintable(QColor(seen).name() + u" instead of "_s + QColor(wanted).name()))
+
+/** The three styles of buttons: what they look like at rest and under the focus, and how they are pressed. */
+class ButtonStylesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aStyleLiftsByItsOwnScale_data();
+    void aStyleLiftsByItsOwnScale();
+    void aLiftTakesFifteenHundredthsOfASecond_data() { styles(); }
+    void aLiftTakesFifteenHundredthsOfASecond();
+    void aButtonIsSelectedOncePerPress_data() { styles(); }
+    void aButtonIsSelectedOncePerPress();
+    void aButtonIsHeardAsAButton_data() { styles(); }
+    void aButtonIsHeardAsAButton();
+    void nothingIsDrawnAtRest_data() { styles(); }
+    void nothingIsDrawnAtRest();
+    void onlyALiftedCardHasAShadow();
+    void aLiftedCardIsBrighter();
+    void aLiftedCardStandsBeforeItsNeighbours();
+    void aPlateAtRestIsOutlinedDimly_data() { sizes(); }
+    void aPlateAtRestIsOutlinedDimly();
+    void aFocusedPlateIsCreamWithDarkLetters_data() { sizes(); }
+    void aFocusedPlateIsCreamWithDarkLetters();
+    void aPlateIsAsWideAsItsLabel();
+    void aPlainButtonKeepsItsLook_data() { sizes(); }
+    void aPlainButtonKeepsItsLook();
+    void theRingShowsBesideAnAmberPlate_data() { sizes(); }
+    void theRingShowsBesideAnAmberPlate();
+
+private:
+    static void styles();
+    static void sizes();
+};
+
+void ButtonStylesTest::styles()
+{
+    QTest::addColumn<QString>("style");
+    for (const char* style : {"CardButton", "PlateButton", "PlainButton"})
+        QTest::newRow(style) << QString::fromLatin1(style);
+}
+
+void ButtonStylesTest::sizes()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("720p") << QSize(1280, 720);
+    QTest::newRow("1080p") << QSize(1920, 1080);
+    QTest::newRow("2160p") << QSize(3840, 2160);
+}
+
+void ButtonStylesTest::aStyleLiftsByItsOwnScale_data()
+{
+    QTest::addColumn<QString>("style");
+    QTest::addColumn<double>("scale");
+    QTest::newRow("card") << u"CardButton"_s << 1.08;
+    QTest::newRow("plate") << u"PlateButton"_s << 1.05;
+    QTest::newRow("plain") << u"PlainButton"_s << 1.0;
+}
+
+void ButtonStylesTest::aStyleLiftsByItsOwnScale()
+{
+    QFETCH(QString, style);
+    QFETCH(double, scale);
+    Pair pair(style);
+    QVERIFY(pair.first->hasActiveFocus());
+    QTRY_COMPARE(scaleOf(pair.first), scale);
+    QCOMPARE(scaleOf(pair.second), 1.0);
+    const QSizeF size = pair.first->size();
+    pair.stage.press(Qt::Key_Right);
+    QTRY_COMPARE(scaleOf(pair.second), scale);
+    QTRY_COMPARE(scaleOf(pair.first), 1.0);
+    // The button itself, by which the focus finds its way, never grows.
+    QCOMPARE(pair.first->size(), size);
+    QCOMPARE(pair.second->scale(), 1.0);
+}
+
+void ButtonStylesTest::aLiftTakesFifteenHundredthsOfASecond()
+{
+    QFETCH(QString, style);
+    Pair pair(style);
+    pair.stage.press(Qt::Key_Right);
+    QCOMPARE(StationMotion::liftTime(), 150);
+    for (const QQuickItem* button : {pair.first, pair.second})
+        QCOMPARE(Stage::animationTimes(button), QList<int>{150});
+    QCOMPARE(pair.second->property("lift").toDouble(), 0.0);
+    QTRY_COMPARE(pair.second->property("lift").toDouble(), 1.0);
+    QTRY_COMPARE(pair.first->property("lift").toDouble(), 0.0);
+}
+
+void ButtonStylesTest::aButtonIsSelectedOncePerPress()
+{
+    QFETCH(QString, style);
+    Pair pair(style);
+    QSignalSpy first(pair.first, SIGNAL(selected()));
+    QSignalSpy second(pair.second, SIGNAL(selected()));
+    pair.stage.press(Qt::Key_Select);
+    QCOMPARE(first.size(), 1);
+    for (int repeat = 0; repeat < 5; ++repeat) {
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Select, Qt::NoModifier, {}, true);
+        QCoreApplication::sendEvent(&pair.stage.window(), &held);
+    }
+    QCOMPARE(first.size(), 1);
+    pair.stage.press(Qt::Key_Right);
+    pair.stage.press(Qt::Key_Select);
+    QCOMPARE(first.size(), 1);
+    QCOMPARE(second.size(), 1);
+}
+
+void ButtonStylesTest::aButtonIsHeardAsAButton()
+{
+    QFETCH(QString, style);
+    Pair pair(style);
+    QAccessible::setActive(true);
+    const auto heard = [](QQuickItem* button) { return QAccessible::queryAccessibleInterface(button); };
+    QCOMPARE(heard(pair.first)->role(), QAccessible::Button);
+    QCOMPARE(heard(pair.first)->text(QAccessible::Name), u"one"_s);
+    QCOMPARE(heard(pair.second)->text(QAccessible::Name), u"other"_s);
+    QVERIFY(heard(pair.first)->state().focusable);
+    QVERIFY(heard(pair.first)->state().focused);
+    QVERIFY(heard(pair.second)->state().focusable);
+    QVERIFY(!heard(pair.second)->state().focused);
+    QSignalSpy selected(pair.second, SIGNAL(selected()));
+    heard(pair.second)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QCOMPARE(selected.size(), 1);
+}
+
+void ButtonStylesTest::nothingIsDrawnAtRest()
+{
+    QFETCH(QString, style);
+    Pair pair(style);
+    pair.stage.press(Qt::Key_Right);
+    pair.stage.settle();
+    const int frames = pair.stage.frames();
+    QTest::qWait(500);
+    QCOMPARE(pair.stage.frames(), frames);
+}
+
+void ButtonStylesTest::onlyALiftedCardHasAShadow()
+{
+    Pair pair(u"CardButton"_s);
+    const auto shadows = [](QQuickItem* card) { return Stage::all(card, "SoftShadow").size(); };
+    QCOMPARE(shadows(pair.first), 1);
+    QCOMPARE(shadows(pair.second), 0);
+    pair.stage.press(Qt::Key_Right);
+    QTRY_COMPARE(shadows(pair.first), 0);
+    QCOMPARE(shadows(pair.second), 1);
+}
+
+void ButtonStylesTest::aLiftedCardIsBrighter()
+{
+    Pair pair(u"CardButton"_s);
+    const QImage picture = pair.stage.picture();
+    COMPARE_COLOR(pair.at(picture, 425, 495), StationPalette::mixed(QColor(128, 128, 128), Qt::white, 0.06));
+    COMPARE_COLOR(pair.at(picture, 1025, 495), QColor(128, 128, 128));
+    // So are its outermost points, and no further.
+    COMPARE_COLOR(pair.at(picture, 291, 495), StationPalette::mixed(QColor(128, 128, 128), Qt::white, 0.06));
+    COMPARE_COLOR(pair.at(picture, 289, 495), QColor(Qt::black));
+}
+
+void ButtonStylesTest::aLiftedCardStandsBeforeItsNeighbours()
+{
+    const QString card = u"name: 'card'; width: 598; height: 400; Rectangle { anchors.fill: parent; color: '%1' }"_s;
+    Pair pair({1920, 1080}, u"CardButton"_s, card.arg(u"red"), card.arg(u"blue"));
+    // Between the two the lifted one is seen, whichever was made later.
+    const QColor left = pair.at(pair.stage.picture(), 905, 500);
+    QVERIFY(left.red() > 200 && left.blue() < 50);
+    pair.stage.press(Qt::Key_Right);
+    const QColor right = pair.at(pair.stage.picture(), 893, 500);
+    QVERIFY(right.blue() > 200 && right.red() < 50);
+}
+
+void ButtonStylesTest::aPlateAtRestIsOutlinedDimly()
+{
+    QFETCH(QSize, size);
+    Pair pair(u"PlateButton"_s, size);
+    const QRectF plate = pair.second->mapRectToScene(QRectF({}, pair.second->size()));
+    const QImage picture = pair.stage.picture();
+    const int middle = int(plate.center().x());
+    const QColor outline = picture.pixelColor(middle, int(plate.top()));
+    const QColor inside = picture.pixelColor(middle, int(plate.top() + 8 * pair.points()));
+    QVERIFY2(outline.red() > 50 && outline.red() < 130, qPrintable(outline.name()));
+    QVERIFY2(inside.red() > 10 && inside.red() < 30, qPrintable(inside.name()));
+    COMPARE_COLOR(picture.pixelColor(middle, int(plate.top()) - 2), QColor(Qt::black));
+    COMPARE_COLOR(picture.pixelColor(plate.topLeft().toPoint()), QColor(Qt::black)); // a rounded corner
+    QCOMPARE(Stage::texts(pair.second).constFirst()->property("color").value<QColor>(), StationPalette::cream());
+}
+
+void ButtonStylesTest::aFocusedPlateIsCreamWithDarkLetters()
+{
+    QFETCH(QSize, size);
+    Pair pair(size, u"PlateButton"_s, u"text: 'Push it in'; icon: Icon.Play"_s, u"text: 'Start over'"_s);
+    const QImage picture = pair.stage.picture();
+    const QRectF plate = pair.first->mapRectToScene(QRectF({}, pair.first->size()));
+    COMPARE_COLOR(picture.pixelColor(int(plate.left()), int(plate.center().y())), StationPalette::cream());
+    const QRectF icon = Stage::area(Stage::first(pair.first, "Icon"));
+    COMPARE_COLOR(picture.pixelColor(icon.center().toPoint()), StationPalette::inkNavy());
+    QCOMPARE(Stage::texts(pair.first).constFirst()->property("color").value<QColor>(), StationPalette::inkNavy());
+}
+
+void ButtonStylesTest::aPlateIsAsWideAsItsLabel()
+{
+    Pair pair({1920, 1080}, u"PlateButton"_s, u"text: 'Search the stacks'; icon: Icon.MagnifyingGlass"_s,
+              u"text: 'Search the stacks'; padding: 24"_s);
+    const QQuickItem* words = Stage::texts(pair.first).constFirst();
+    const QQuickItem* icon = Stage::first(pair.first, "Icon");
+    QCOMPARE(pair.first->width() - words->width() - icon->width(), 2 * (26 + 14) + 14.0);
+    QCOMPARE(pair.second->width() - words->width(), 2 * (26 + 24.0));
+    QCOMPARE(visible(Stage::all(pair.second, "Icon")).size(), 0);
+}
+
+void ButtonStylesTest::aPlainButtonKeepsItsLook()
+{
+    QFETCH(QSize, size);
+    Pair pair(u"PlainButton"_s, size);
+    QCOMPARE(pair.first->size(), QSizeF(300, 60));
+    // The ring runs through the corners of the rectangle around a capsule.
+    const auto content = [&](const QQuickItem* button, const QImage& picture) {
+        return picture.copy(button->mapRectToScene(QRectF(30, 0, 240, 60)).toAlignedRect());
+    };
+    const QImage picture = pair.stage.picture();
+    QCOMPARE(content(pair.first, picture), content(pair.second, picture));
+    COMPARE_COLOR(content(pair.first, picture).pixelColor(0, 0), StationPalette::amber());
+    // At rest there is nothing around it.
+    QCOMPARE(visible(Stage::all(pair.second, "CardPlate")).size(), 0);
+    COMPARE_COLOR(pair.at(picture, 1050, 294), QColor(Qt::black));
+}
+
+void ButtonStylesTest::theRingShowsBesideAnAmberPlate()
+{
+    QFETCH(QSize, size);
+    Pair pair(u"PlainButton"_s, size);
+    const QImage picture = pair.stage.picture();
+    COMPARE_COLOR(pair.at(picture, 450, 294), StationPalette::amber()); // the ring
+    COMPARE_COLOR(pair.at(picture, 450, 297.9), QColor(Qt::black));     // the gap
+    COMPARE_COLOR(pair.at(picture, 450, 304), StationPalette::amber()); // the plate
+    COMPARE_COLOR(pair.at(picture, 450, 289), QColor(Qt::black));
+    pair.stage.press(Qt::Key_Right);
+    QTRY_COMPARE(visible(Stage::all(pair.first, "CardPlate")).size(), 0);
+    COMPARE_COLOR(pair.at(pair.stage.picture(), 450, 294), QColor(Qt::black));
+}
+
+QTEST_MAIN(ButtonStylesTest)
+#include "ButtonStylesTest.moc"
