@@ -25,6 +25,7 @@ class QuillmereTVApp : public QObject
 public:
     QuillmereTVApp();
 
+    Clock& clock() { return m_clock; }
     Store* store() { return &m_store; }
     Timepiece* timepiece() { return &m_timepiece; }
 

@@ -39,7 +39,7 @@ int watch(QGuiApplication& application)
     if (!window)
         return EXIT_FAILURE;
 
-    new RemoteInput(window.get());
+    new RemoteInput(window.get(), app.clock());
     QObject::connect(&engine, &QQmlEngine::quit, &application, &QCoreApplication::quit, Qt::QueuedConnection);
     StopSignals stopSignals;
     QObject::connect(&stopSignals, &StopSignals::stop, &application, &QCoreApplication::quit);

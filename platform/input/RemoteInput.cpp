@@ -1,7 +1,5 @@
 #include "RemoteInput.h"
 
-#include "RemoteButton.h"
-
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
@@ -14,48 +12,90 @@ constexpr quint64 shortestGap = 10; // milliseconds
 
 } // namespace
 
-RemoteInput::RemoteInput(QWindow* window) : QObject(window), m_window(window)
+RemoteInput::RemoteInput(QWindow* window, Clock& clock)
+    : QObject(window), m_window(window), m_repeat(clock, [this] { makeStep(); })
 {
     window->installEventFilter(this);
 }
 
 bool RemoteInput::eventFilter(QObject* watched, QEvent* event)
 {
-    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
-    if (m_handingOn || watched != m_window || !isKey)
+    if (watched != m_window)
         return false;
-    return translate(static_cast<const QKeyEvent&>(*event));
+    if (event->type() == QEvent::FocusOut)
+        letGo();
+    if (m_handingOn || (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease))
+        return false;
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    const CanonicalKey* const canonical = canonicalKey(remoteButton(key.key(), key.nativeScanCode()));
+    return canonical && translate(key, *canonical);
 }
 
-bool RemoteInput::translate(const QKeyEvent& event)
+bool RemoteInput::translate(const QKeyEvent& event, const CanonicalKey& canonical)
 {
-    const CanonicalKey* canonical = canonicalKey(remoteButton(event.key(), event.nativeScanCode()));
-    if (!canonical)
-        return false;
-    if (isRepeat(event) && canonical->actsOnceAPress)
+    if (event.isAutoRepeat())
         return true;
-    if (canonical->key == event.key())
+    if (event.type() == QEvent::KeyRelease) {
+        release(event, canonical.button);
+    } else if (isRepeat(event, canonical.button)) {
+        if (canonical.button == m_held)
+            m_repeat.resume();
+        return true;
+    } else {
+        press(canonical);
+    }
+    if (canonical.key == event.key())
         return false;
-    QKeyEvent handedOn(event.type(), canonical->key, event.modifiers(), event.nativeScanCode(),
-                       event.nativeVirtualKey(), event.nativeModifiers(), QString(), event.isAutoRepeat(),
-                       ushort(event.count()));
-    const QScopedValueRollback guard(m_handingOn, true);
-    QCoreApplication::sendEvent(m_window, &handedOn);
+    QKeyEvent handedOn(event.type(), canonical.key, event.modifiers(), event.nativeScanCode(), event.nativeVirtualKey(),
+                       event.nativeModifiers());
+    handOn(handedOn);
     return true;
+}
+
+void RemoteInput::press(const CanonicalKey& canonical)
+{
+    letGo();
+    if (canonical.actsOnceAPress)
+        return;
+    m_held = canonical.button;
+    m_repeat.press();
+}
+
+void RemoteInput::release(const QKeyEvent& event, RemoteButton button)
+{
+    m_released = button;
+    m_releasedAt = event.timestamp();
+    // It stays the held one, as this may be the first half of a repeat.
+    if (button == m_held)
+        m_repeat.release();
+}
+
+/** Ends the repeats; after a loss of the focus the release will go to another window. */
+void RemoteInput::letGo()
+{
+    m_repeat.release();
+    m_held = RemoteButton::None;
 }
 
 /**
  * X11 repeats a held key as releases and presses at one and the same time, which Qt recognises only when it finds both
  * in its queue: on a busy machine they pass for a new press.
  */
-bool RemoteInput::isRepeat(const QKeyEvent& event)
+bool RemoteInput::isRepeat(const QKeyEvent& press, RemoteButton button) const
 {
-    if (event.isAutoRepeat())
-        return true;
-    if (event.type() == QEvent::KeyRelease) {
-        m_releasedKey = event.key();
-        m_releasedAt = event.timestamp();
-        return false;
+    return press.timestamp() > 0 && button == m_released && press.timestamp() - m_releasedAt < shortestGap;
+}
+
+void RemoteInput::makeStep()
+{
+    if (const CanonicalKey* const canonical = canonicalKey(m_held)) {
+        QKeyEvent step(QEvent::KeyPress, canonical->key, Qt::NoModifier, QString(), true);
+        handOn(step);
     }
-    return event.timestamp() > 0 && event.key() == m_releasedKey && event.timestamp() - m_releasedAt < shortestGap;
+}
+
+void RemoteInput::handOn(QKeyEvent& event)
+{
+    const QScopedValueRollback guard(m_handingOn, true);
+    QCoreApplication::sendEvent(m_window, &event);
 }

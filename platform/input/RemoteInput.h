@@ -1,30 +1,41 @@
 #pragma once
 
+#include "KeyRepeat.h"
+#include "RemoteButton.h"
+
 #include <QObject>
 
 class QKeyEvent;
 class QWindow;
 
 /**
- * Turns whatever a remote sends to a window into one Qt key a button, before anything else sees it; a held select,
- * back or play/pause acts once. Keys that are no remote button pass untouched.
- * Screen thread only; the window owns it.
+ * Turns whatever a remote sends to a window into one Qt key a button, before anything else sees it. A held select, back
+ * or play/pause acts once; other held buttons repeat by the set's own clock, at one pace whatever the system's is: each
+ * step is a press with `isAutoRepeat()`. Keys that are no remote button pass untouched, with the system's repeats.
+ * Screen thread only; the window owns it; the clock outlives it.
  */
 class RemoteInput : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit RemoteInput(QWindow* window);
+    RemoteInput(QWindow* window, Clock& clock);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    bool translate(const QKeyEvent& event);
-    bool isRepeat(const QKeyEvent& event);
+    bool translate(const QKeyEvent& event, const CanonicalKey& canonical);
+    void press(const CanonicalKey& canonical);
+    void release(const QKeyEvent& event, RemoteButton button);
+    void letGo();
+    bool isRepeat(const QKeyEvent& press, RemoteButton button) const;
+    void makeStep();
+    void handOn(QKeyEvent& event);
 
     QWindow* m_window;
-    int m_releasedKey = 0;    ///< Qt::Key of the latest release
-    quint64 m_releasedAt = 0; ///< its time, in milliseconds
+    KeyRepeat m_repeat;
+    RemoteButton m_held = RemoteButton::None;     ///< the one that repeats, or would but for its latest release
+    RemoteButton m_released = RemoteButton::None; ///< the latest to be released
+    quint64 m_releasedAt = 0;                     ///< and when, in milliseconds
     bool m_handingOn = false;
 };

@@ -39,6 +39,12 @@ void ScriptedClock::advance(std::chrono::milliseconds by)
     m_pending.removeIf([](const auto& weak) { return weak.expired() || !weak.lock()->callback; });
 }
 
+void ScriptedClock::stall(std::chrono::milliseconds by)
+{
+    m_now = m_now.addMSecs(by.count());
+    m_elapsed += by;
+}
+
 int ScriptedClock::pendingTimers() const
 {
     return int(std::count_if(m_pending.begin(), m_pending.end(), [](const auto& weak) {

@@ -17,6 +17,9 @@ public:
     /** Lets time pass: both clocks move and the timers that come due fire. */
     void advance(std::chrono::milliseconds by);
 
+    /** Time passes in which no timer gets to fire, as during a slow frame; those that came due fire at the next move. */
+    void stall(std::chrono::milliseconds by);
+
     /** Sets the wall clock alone, as an adjustment of the system's time does. */
     void jumpTo(const QDateTime& now) { m_now = now; }
 

@@ -1,5 +1,6 @@
 #include "RemoteInput.h"
 #include "RemoteButton.h"
+#include "ScriptedClock.h"
 
 #include <QKeyEvent>
 #include <QTest>
@@ -8,20 +9,29 @@
 #include <set>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 Q_DECLARE_METATYPE(RemoteButton)
 
 namespace {
 
-/** A window that writes down the keys that reach it. */
+/** A window with a remote, that writes down the keys that reach it and moves the time. */
 class ListeningWindow : public QWindow
 {
 public:
+    ListeningWindow() { new RemoteInput(this, clock); }
+
+    ScriptedClock clock;
     QList<int> pressed;
     QList<int> released;
+    int repeats = 0; ///< of the presses
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override { pressed.append(event->key()); }
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        pressed.append(event->key());
+        repeats += event->isAutoRepeat();
+    }
     void keyReleaseEvent(QKeyEvent* event) override { released.append(event->key()); }
 };
 
@@ -47,7 +57,15 @@ private Q_SLOTS:
     void aWindowSeesTheCanonicalKeyOnly();
     void aHeldBackActsOnce();
     void aRepeatThatPassesForANewPressActsOnceToo();
-    void aHeldArrowRepeats();
+    void aHeldArrowRepeatsByTheSetsOwnClock();
+    void theSystemsRepeatsAreSwallowed();
+    void aRepeatThatPassesForANewPressNeitherAddsNorDelaysAStep();
+    void aRepeatEndsWithTheRelease();
+    void aRepeatEndsWithAnotherButton_data();
+    void aRepeatEndsWithAnotherButton();
+    void theReleaseOfAnotherButtonEndsNothing();
+    void aRepeatEndsWhenTheWindowLosesTheFocus();
+    void aRepeatIsHandedOnAsItsButton();
     void otherKeysPassUntouched();
 };
 
@@ -119,7 +137,6 @@ void RemoteInputTest::noRowIsHiddenByAnEarlierOne()
 void RemoteInputTest::aWindowSeesTheCanonicalKeyOnly()
 {
     ListeningWindow window;
-    new RemoteInput(&window);
     send(window, QEvent::KeyPress, Qt::Key_Return, 36);
     send(window, QEvent::KeyRelease, Qt::Key_Return, 36);
     send(window, QEvent::KeyPress, 0, 360);
@@ -132,7 +149,6 @@ void RemoteInputTest::aWindowSeesTheCanonicalKeyOnly()
 void RemoteInputTest::aHeldBackActsOnce()
 {
     ListeningWindow window;
-    new RemoteInput(&window);
     for (const int key : {int(Qt::Key_Back), int(Qt::Key_Return), int(Qt::Key_MediaTogglePlayPause)}) {
         window.pressed.clear();
         send(window, QEvent::KeyPress, key);
@@ -149,7 +165,6 @@ void RemoteInputTest::aHeldBackActsOnce()
 void RemoteInputTest::aRepeatThatPassesForANewPressActsOnceToo()
 {
     ListeningWindow window;
-    new RemoteInput(&window);
     send(window, QEvent::KeyPress, Qt::Key_Return, 36, false, 1000);
     for (const quint64 time : {1660, 1700, 1740}) {
         send(window, QEvent::KeyRelease, Qt::Key_Return, 36, false, time);
@@ -161,19 +176,122 @@ void RemoteInputTest::aRepeatThatPassesForANewPressActsOnceToo()
     QCOMPARE(window.pressed.size(), 2);
 }
 
-void RemoteInputTest::aHeldArrowRepeats()
+void RemoteInputTest::aHeldArrowRepeatsByTheSetsOwnClock()
 {
     ListeningWindow window;
-    new RemoteInput(&window);
     send(window, QEvent::KeyPress, Qt::Key_Down);
+    QCOMPARE(window.pressed.size(), 1);
+    QCOMPARE(window.repeats, 0);
+    window.clock.advance(399ms);
+    QCOMPARE(window.repeats, 0);
+    window.clock.advance(1ms);
+    QCOMPARE(window.repeats, 1);
+    window.clock.advance(600ms);
+    QCOMPARE(window.repeats, 5);
+    QCOMPARE(window.pressed, QList<int>(6, Qt::Key_Down));
+}
+
+void RemoteInputTest::theSystemsRepeatsAreSwallowed()
+{
+    ListeningWindow window;
+    send(window, QEvent::KeyPress, Qt::Key_Down);
+    for (int i = 0; i < 40; ++i) {
+        send(window, QEvent::KeyRelease, Qt::Key_Down, 0, true);
+        send(window, QEvent::KeyPress, Qt::Key_Down, 0, true);
+        window.clock.advance(25ms);
+    }
+    QCOMPARE(window.pressed.size(), 6);
+    QCOMPARE(window.released.size(), 0);
+}
+
+void RemoteInputTest::aRepeatThatPassesForANewPressNeitherAddsNorDelaysAStep()
+{
+    ListeningWindow window;
+    send(window, QEvent::KeyPress, Qt::Key_Down, 116, false, 1000);
+    for (quint64 time = 1025; time <= 2000; time += 25) {
+        window.clock.advance(25ms);
+        send(window, QEvent::KeyRelease, Qt::Key_Down, 116, false, time);
+        send(window, QEvent::KeyPress, Qt::Key_Down, 116, false, time);
+    }
+    QCOMPARE(window.repeats, 5);
+    QCOMPARE(window.pressed.size(), 6);
+    send(window, QEvent::KeyRelease, Qt::Key_Down, 116, false, 2010);
+    window.clock.advance(10s);
+    QCOMPARE(window.pressed.size(), 6);
+}
+
+void RemoteInputTest::aRepeatEndsWithTheRelease()
+{
+    ListeningWindow window;
+    send(window, QEvent::KeyPress, Qt::Key_Down, 0, false, 1000);
+    window.clock.advance(500ms);
+    send(window, QEvent::KeyRelease, Qt::Key_Down, 0, false, 1500);
+    window.clock.advance(10s);
+    QCOMPARE(window.repeats, 1);
+    QCOMPARE(window.released.size(), 1);
+    send(window, QEvent::KeyPress, Qt::Key_Down, 0, false, 11500);
+    window.clock.advance(399ms);
+    QCOMPARE(window.repeats, 1);
+}
+
+void RemoteInputTest::aRepeatEndsWithAnotherButton_data()
+{
+    QTest::addColumn<int>("other");
+    QTest::addColumn<bool>("repeats");
+    QTest::newRow("that repeats") << int(Qt::Key_Right) << true;
+    QTest::newRow("that acts once") << int(Qt::Key_Select) << false;
+}
+
+void RemoteInputTest::aRepeatEndsWithAnotherButton()
+{
+    QFETCH(int, other);
+    QFETCH(bool, repeats);
+    ListeningWindow window;
+    send(window, QEvent::KeyPress, Qt::Key_Down);
+    window.clock.advance(1s);
+    send(window, QEvent::KeyPress, other);
+    window.pressed.clear();
+    window.clock.advance(399ms);
+    QCOMPARE(window.pressed, QList<int>());
+    window.clock.advance(1ms);
+    QCOMPARE(window.pressed, repeats ? QList<int>{other} : QList<int>());
+}
+
+void RemoteInputTest::theReleaseOfAnotherButtonEndsNothing()
+{
+    ListeningWindow window;
+    send(window, QEvent::KeyPress, Qt::Key_Down);
+    send(window, QEvent::KeyPress, Qt::Key_Right);
+    send(window, QEvent::KeyRelease, Qt::Key_Down);
+    window.clock.advance(400ms);
+    QCOMPARE(window.repeats, 1);
+}
+
+void RemoteInputTest::aRepeatEndsWhenTheWindowLosesTheFocus()
+{
+    ListeningWindow window;
+    send(window, QEvent::KeyPress, Qt::Key_Down);
+    window.clock.advance(500ms);
+    QFocusEvent lost(QEvent::FocusOut);
+    QCoreApplication::sendEvent(&window, &lost);
+    window.clock.advance(10s);
+    // The focus may come back with the key still down.
     send(window, QEvent::KeyPress, Qt::Key_Down, 0, true);
-    QCOMPARE(window.pressed.size(), 2);
+    window.clock.advance(10s);
+    QCOMPARE(window.repeats, 1);
+}
+
+void RemoteInputTest::aRepeatIsHandedOnAsItsButton()
+{
+    ListeningWindow window;
+    send(window, QEvent::KeyPress, 0, 216);
+    window.clock.advance(400ms);
+    QCOMPARE(window.pressed, (QList<int>{Qt::Key_AudioForward, Qt::Key_AudioForward}));
 }
 
 void RemoteInputTest::otherKeysPassUntouched()
 {
     ListeningWindow window;
-    new RemoteInput(&window);
     send(window, QEvent::KeyPress, Qt::Key_A, 38);
     send(window, QEvent::KeyPress, Qt::Key_A, 38, true);
     QCOMPARE(window.pressed, (QList<int>{Qt::Key_A, Qt::Key_A}));

@@ -1,0 +1,152 @@
+#include "KeyRepeat.h"
+#include "ScriptedClock.h"
+
+#include <QTest>
+
+using namespace std::chrono_literals;
+
+class KeyRepeatTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theStepsOfAHeldButton();
+    void stepsSoFar_data();
+    void stepsSoFar();
+    void aReleaseThatWaitsBehindADueStepComesFirst();
+    void missedStepsAreDropped();
+    void aLateStepIsNotFollowedHardByTheNext();
+    void aFalseReleaseLosesNoStep();
+    void theNextPressBeginsAnew();
+    void aRepeatEndsWithItsOwner();
+};
+
+void KeyRepeatTest::theStepsOfAHeldButton()
+{
+    ScriptedClock clock;
+    clock.advance(12345ms);
+    QList<int> steps;
+    const auto pressed = clock.elapsed();
+    KeyRepeat repeat(clock, [&] { steps.append(int((clock.elapsed() - pressed).count())); });
+    repeat.press();
+    clock.advance(2130ms);
+    QCOMPARE(steps, (QList<int>{400, 525, 650, 775, 900, 1025, 1150, 1275, 1400, 1525, 1650, 1775, 1900, 2000, 2040,
+                                2080, 2120}));
+}
+
+void KeyRepeatTest::stepsSoFar_data()
+{
+    QTest::addColumn<int>("time");
+    QTest::addColumn<int>("steps");
+    QTest::newRow("just before the first") << 399 << 0;
+    QTest::newRow("400 ms") << 400 << 1;
+    QTest::newRow("1 s") << 1000 << 5;
+    QTest::newRow("2 s") << 2000 << 14;
+    QTest::newRow("3 s") << 3000 << 39;
+    QTest::newRow("10 s") << 10000 << 214;
+}
+
+void KeyRepeatTest::stepsSoFar()
+{
+    QFETCH(int, time);
+    ScriptedClock clock;
+    int steps = 0;
+    KeyRepeat repeat(clock, [&] { ++steps; });
+    repeat.press();
+    clock.advance(std::chrono::milliseconds(time));
+    QTEST(steps, "steps");
+}
+
+void KeyRepeatTest::aReleaseThatWaitsBehindADueStepComesFirst()
+{
+    ScriptedClock clock;
+    int steps = 0;
+    KeyRepeat repeat(clock, [&] { ++steps; });
+    repeat.press();
+    // Due at the same moment as the step, and queued after it.
+    const auto queued = clock.after(400ms, [&] { repeat.release(); });
+    clock.advance(10s);
+    QCOMPARE(steps, 0);
+}
+
+void KeyRepeatTest::missedStepsAreDropped()
+{
+    ScriptedClock clock;
+    int steps = 0;
+    KeyRepeat repeat(clock, [&] { ++steps; });
+    repeat.press();
+    clock.advance(2500ms);
+    steps = 0;
+    clock.stall(300ms);
+    clock.advance(0ms);
+    QCOMPARE(steps, 1);
+    clock.advance(40ms);
+    QCOMPARE(steps, 2);
+}
+
+void KeyRepeatTest::aLateStepIsNotFollowedHardByTheNext()
+{
+    ScriptedClock clock;
+    int steps = 0;
+    KeyRepeat repeat(clock, [&] { ++steps; });
+    repeat.press();
+    clock.advance(2001ms);
+    steps = 0;
+    clock.stall(78ms);
+    clock.advance(0ms);
+    QCOMPARE(steps, 1);
+    clock.advance(19ms);
+    QCOMPARE(steps, 1);
+    clock.advance(22ms);
+    QCOMPARE(steps, 2);
+}
+
+void KeyRepeatTest::aFalseReleaseLosesNoStep()
+{
+    ScriptedClock clock;
+    int steps = 0;
+    KeyRepeat repeat(clock, [&] { ++steps; });
+    repeat.press();
+    // Between the moment a step falls due and the step itself.
+    const auto queued = clock.after(400ms, [&] {
+        repeat.release();
+        repeat.resume();
+    });
+    clock.advance(400ms);
+    QCOMPARE(steps, 1);
+    clock.advance(125ms);
+    QCOMPARE(steps, 2);
+}
+
+void KeyRepeatTest::theNextPressBeginsAnew()
+{
+    ScriptedClock clock;
+    int steps = 0;
+    KeyRepeat repeat(clock, [&] { ++steps; });
+    repeat.press();
+    clock.advance(3s);
+    repeat.release();
+    clock.advance(10s);
+    QCOMPARE(steps, 39);
+    QCOMPARE(clock.pendingTimers(), 0);
+    repeat.press();
+    clock.advance(399ms);
+    QCOMPARE(steps, 39);
+    clock.advance(601ms);
+    QCOMPARE(steps, 44);
+}
+
+void KeyRepeatTest::aRepeatEndsWithItsOwner()
+{
+    ScriptedClock clock;
+    int steps = 0;
+    {
+        KeyRepeat repeat(clock, [&] { ++steps; });
+        repeat.press();
+    }
+    clock.advance(1s);
+    QCOMPARE(steps, 0);
+}
+
+QTEST_MAIN(KeyRepeatTest)
+#include "KeyRepeatTest.moc"
