@@ -1,0 +1,302 @@
+#include "NavigationStack.h"
+#include "Stage.h"
+
+#include <QQmlContext>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/** A stack that goes back by itself, with a button on its root and two on each page. */
+const QString plainStack = u"NavigationStack { id: stack; width: 1920; height: 1080; focus: true; property var log: [];"
+                           "  onPopped: stack.depth = stack.depth - 1;"
+                           "  FocusScreen { objectName: 'root'; onAppeared: stack.log.push('root');"
+                           "    onDisappeared: stack.log.push('-root');"
+                           "    Focusable { width: 100; height: 100 }"
+                           "    Focusable { x: 200; width: 100; height: 100 } }"
+                           "  page: Component { FocusScreen { id: it; required property int level;"
+                           "    objectName: 'page' + level; onAppeared: stack.log.push(it.objectName);"
+                           "    onDisappeared: stack.log.push('-' + it.objectName);"
+                           "    Component.onDestruction: stack.log.push('gone');"
+                           "    Rectangle { anchors.fill: parent; color: Qt.rgba(0.5, it.level * 0.25, 0, 1) }"
+                           "    Focusable { width: 100; height: 100 }"
+                           "    Focusable { x: 200; width: 100; height: 100 } } } %1 }"_s;
+
+} // namespace
+
+/** Screens pushed one over the other. */
+class NavigationStackTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theRootHasTheKeysAtFirst();
+    void aPageHasTheKeysAtOnceAndFadesIn();
+    void aPopGivesBackTheFocusAtOnceAndFadesOut();
+    void backPopsOnceAPress();
+    void backOnTheRootIsLeftToOthers();
+    void whatIsCoveredIsNotDrawn();
+    void aDepthMayJump();
+    void itGoesBackAndForthDuringATransition();
+    void theDepthMayBeSetFromTheBeginning();
+    void aPageMayChangeTheDepthAsItIsMade();
+    void pagesAppearAndDisappear();
+    void theStackTellsItsPagesOfItself();
+    void itDrawsNothingAfterATransition();
+    void aStackBehindACoverKeepsItsFocusToItself();
+    void whatIsNoScreenIsRefused();
+
+private:
+    static NavigationStack* put(Stage& stage, const QString& more = {})
+    {
+        auto stack = static_cast<NavigationStack*>(stage.put(plainStack.arg(more)));
+        stack->takeFocus();
+        return stack;
+    }
+    static QStringList log(const NavigationStack* stack) { return stack->property("log").toStringList(); }
+    static QStringList visible(const NavigationStack* stack)
+    {
+        QStringList names;
+        const auto children = stack->childItems();
+        for (const QQuickItem* child : children) {
+            if (child->isVisible())
+                names.append(child->objectName());
+        }
+        return names;
+    }
+    static QStringList existing(const NavigationStack* stack)
+    {
+        QStringList names;
+        const auto children = stack->childItems();
+        for (const QQuickItem* child : children)
+            names.append(child->objectName());
+        return names;
+    }
+};
+
+void NavigationStackTest::theRootHasTheKeysAtFirst()
+{
+    Stage stage;
+    NavigationStack* stack = put(stage);
+    QCOMPARE(stack->front()->objectName(), u"root"_s);
+    QVERIFY(stack->front()->focused());
+    QVERIFY(stack->front()->focused()->hasActiveFocus());
+    QCOMPARE(stack->front()->size(), QSizeF(1920, 1080));
+}
+
+void NavigationStackTest::aPageHasTheKeysAtOnceAndFadesIn()
+{
+    Stage stage;
+    NavigationStack* stack = put(stage);
+    stack->setDepth(1);
+    QPointer<FocusScreen> page = stack->front();
+    QCOMPARE(page->objectName(), u"page0"_s);
+    QCOMPARE(page->size(), QSizeF(1920, 1080));
+    QVERIFY(page->focused()->hasActiveFocus());
+    QCOMPARE(page->opacity(), 0.0);
+    QTRY_VERIFY(page->opacity() > 0 && page->opacity() < 1);
+    QTRY_COMPARE(page->opacity(), 1.0);
+}
+
+void NavigationStackTest::aPopGivesBackTheFocusAtOnceAndFadesOut()
+{
+    Stage stage;
+    NavigationStack* stack = put(stage);
+    stage.press(Qt::Key_Right);
+    Focusable* second = stack->front()->focused();
+    stack->setDepth(1);
+    QPointer<FocusScreen> page = stack->front();
+    QTRY_COMPARE(visible(stack), QStringList{u"page0"_s});
+    stack->setDepth(0);
+    QVERIFY(second->hasActiveFocus());
+    QVERIFY(!page->isEnabled());
+    QCOMPARE(visible(stack), (QStringList{u"root"_s, u"page0"_s}));
+    stage.press(Qt::Key_Left);
+    QVERIFY(stack->front()->focused() != second);
+    QVERIFY(stack->front()->focused()->hasActiveFocus());
+    QTRY_VERIFY(!page);
+}
+
+void NavigationStackTest::backPopsOnceAPress()
+{
+    Stage stage;
+    NavigationStack* stack = put(stage);
+    QSignalSpy popped(stack, &NavigationStack::popped);
+    stack->setDepth(3);
+    for (const bool isRepeat : {false, true, true, true}) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Back, Qt::NoModifier, {}, isRepeat);
+        QCoreApplication::sendEvent(&stage.window(), &press);
+        QVERIFY(press.isAccepted());
+    }
+    QCOMPARE(stack->depth(), 2);
+    QCOMPARE(popped.size(), 1);
+    stage.press(Qt::Key_Back);
+    stage.press(Qt::Key_Back);
+    QCOMPARE(stack->depth(), 0);
+    QCOMPARE(popped.size(), 3);
+}
+
+void NavigationStackTest::backOnTheRootIsLeftToOthers()
+{
+    Stage stage;
+    NavigationStack* stack = put(stage);
+    QSignalSpy popped(stack, &NavigationStack::popped);
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Back, Qt::NoModifier);
+    QCoreApplication::sendEvent(&stage.window(), &press);
+    QVERIFY(!press.isAccepted());
+    QVERIFY(popped.isEmpty());
+}
+
+void NavigationStackTest::whatIsCoveredIsNotDrawn()
+{
+    Stage stage;
+    NavigationStack* stack = put(stage);
+    stack->setDepth(1);
+    QCOMPARE(visible(stack), (QStringList{u"root"_s, u"page0"_s}));
+    QTRY_COMPARE(visible(stack), QStringList{u"page0"_s});
+    stack->setDepth(2);
+    QCOMPARE(visible(stack), (QStringList{u"page0"_s, u"page1"_s}));
+    QTRY_COMPARE(visible(stack), QStringList{u"page1"_s});
+    stack->setDepth(1);
+    QCOMPARE(visible(stack), (QStringList{u"page0"_s, u"page1"_s}));
+    QTRY_COMPARE(existing(stack), (QStringList{u"root"_s, u"page0"_s}));
+    QCOMPARE(visible(stack), QStringList{u"page0"_s});
+}
+
+void NavigationStackTest::aDepthMayJump()
+{
+    Stage stage;
+    NavigationStack* stack = put(stage);
+    stack->setDepth(3);
+    QCOMPARE(stack->front()->objectName(), u"page2"_s);
+    QVERIFY(stack->front()->focused()->hasActiveFocus());
+    QTRY_COMPARE(visible(stack), QStringList{u"page2"_s});
+    QCOMPARE(existing(stack).size(), 4);
+    QCOMPARE(log(stack), QStringList{u"page2"_s}); // the others never came into sight
+    stack->setDepth(0);
+    QVERIFY(stack->front()->focused()->hasActiveFocus());
+    QCOMPARE(log(stack), (QStringList{u"page2"_s, u"-page2"_s, u"root"_s}));
+    QCOMPARE(visible(stack), (QStringList{u"root"_s, u"page2"_s}));
+    QTRY_COMPARE(existing(stack), QStringList{u"root"_s});
+}
+
+void NavigationStackTest::itGoesBackAndForthDuringATransition()
+{
+    Stage stage;
+    NavigationStack* stack = put(stage);
+    for (const int depth : {1, 0, 1, 2, 0, 3, 2, 1, 2}) {
+        stack->setDepth(depth);
+        QVERIFY(stack->front()->focused()->hasActiveFocus());
+        QVERIFY(stack->front()->isVisible());
+        QTest::qWait(40);
+    }
+    QTRY_COMPARE(existing(stack), (QStringList{u"root"_s, u"page0"_s, u"page1"_s}));
+    QTRY_COMPARE(visible(stack), QStringList{u"page1"_s});
+    QCOMPARE(stack->front()->opacity(), 1.0);
+}
+
+void NavigationStackTest::theDepthMayBeSetFromTheBeginning()
+{
+    Stage stage;
+    NavigationStack* stack = put(stage, u"depth: 2"_s);
+    QCOMPARE(visible(stack), QStringList{u"page1"_s});
+    QCOMPARE(stack->front()->opacity(), 1.0);
+    QVERIFY(stack->front()->focused()->hasActiveFocus());
+    QCOMPARE(log(stack), QStringList{}); // it has not appeared itself
+    stage.press(Qt::Key_Back);
+    QCOMPARE(stack->front()->objectName(), u"page0"_s);
+    QVERIFY(stack->front()->focused()->hasActiveFocus());
+}
+
+void NavigationStackTest::aPageMayChangeTheDepthAsItIsMade()
+{
+    Stage stage;
+    auto stack = static_cast<NavigationStack*>(
+        stage.put(u"NavigationStack { id: stack; focus: true; FocusScreen { }"
+                  "  page: Component { FocusScreen { required property int level;"
+                  "    Component.onCompleted: stack.depth = level === 0 ? 3 : stack.depth;"
+                  "    onAppeared: stack.depth = level === 2 ? 1 : stack.depth } } }"_s));
+    stack->takeFocus();
+    stack->setDepth(1);
+    QCOMPARE(stack->depth(), 1);
+    QCOMPARE(stack->front()->property("level").toInt(), 0);
+    QVERIFY(stack->front()->hasActiveFocus());
+    QTRY_COMPARE(stack->childItems().size(), 2);
+}
+
+void NavigationStackTest::pagesAppearAndDisappear()
+{
+    Stage stage;
+    NavigationStack* stack = put(stage);
+    stack->setDepth(1);
+    stack->setDepth(2);
+    QCOMPARE(log(stack), (QStringList{u"page0"_s, u"page1"_s}));
+    stack->setDepth(1);
+    QCOMPARE(log(stack), (QStringList{u"page0"_s, u"page1"_s, u"-page1"_s, u"page0"_s}));
+    stack->setDepth(0);
+    QCOMPARE(log(stack).mid(4), (QStringList{u"-page0"_s, u"root"_s}));
+    QTRY_COMPARE(log(stack).mid(6), (QStringList{u"gone"_s, u"gone"_s}));
+}
+
+void NavigationStackTest::theStackTellsItsPagesOfItself()
+{
+    Stage stage;
+    NavigationStack* stack = put(stage);
+    Q_EMIT stack->appeared();
+    QCOMPARE(log(stack), QStringList{u"root"_s});
+    stack->setDepth(1);
+    Q_EMIT stack->disappeared();
+    QCOMPARE(log(stack), (QStringList{u"root"_s, u"page0"_s, u"-page0"_s, u"-root"_s}));
+    Q_EMIT stack->appeared();
+    QCOMPARE(log(stack).mid(4), QStringList{u"page0"_s});
+}
+
+void NavigationStackTest::itDrawsNothingAfterATransition()
+{
+    Stage stage;
+    NavigationStack* stack = put(stage);
+    for (const int depth : {1, 0}) {
+        stack->setDepth(depth);
+        QTRY_COMPARE(visible(stack).size(), 1);
+        stage.settle();
+        const int frames = stage.frames();
+        QTest::qWait(300);
+        QCOMPARE(stage.frames(), frames);
+    }
+}
+
+void NavigationStackTest::aStackBehindACoverKeepsItsFocusToItself()
+{
+    Stage stage;
+    QQuickItem* host = stage.put(u"FocusScope { focus: true; "_s + plainStack.arg(QString()) +
+                                 u"FocusScreen { id: other; objectName: 'other' } }"_s);
+    auto stack = static_cast<NavigationStack*>(Stage::first(host, "NavigationStack"));
+    stack->takeFocus();
+    stack->setDepth(1);
+    auto other = host->findChild<FocusScreen*>(u"other"_s);
+    other->takeFocus();
+    QVERIFY(other->hasActiveFocus());
+    stack->setDepth(0);
+    stack->setDepth(1);
+    QVERIFY(other->hasActiveFocus());
+    stack->takeFocus();
+    QVERIFY(stack->front()->focused()->hasActiveFocus());
+}
+
+void NavigationStackTest::whatIsNoScreenIsRefused()
+{
+    Stage stage;
+    QTest::ignoreMessage(QtWarningMsg, "a page of a NavigationStack is no FocusScreen");
+    auto stack = static_cast<NavigationStack*>(stage.put(
+        u"NavigationStack { depth: 2; FocusScreen { } page: Component { Item { required property int level } } }"_s));
+    stack->setDepth(1);
+    QTRY_COMPARE(stack->childItems().size(), 1);
+    QVERIFY(stack->front());
+    stack->setDepth(0);
+    QVERIFY(stack->front());
+}
+
+QTEST_MAIN(NavigationStackTest)
+#include "NavigationStackTest.moc"
