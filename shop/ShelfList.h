@@ -2,8 +2,6 @@
 
 #include "CassetteRow.h"
 
-#include <QtQml/qqml.h>
-
 /**
  * The shelves of the shop, one under the other. A shelf that is still there after a change keeps its CassetteRow, and
  * the viewer's place stays on the same tape wherever it stands now, else as near to it as can be.
@@ -52,12 +50,4 @@ private:
     QList<CassetteRow*> m_rows;
     int m_place = -1;
     bool m_isChanging = false;
-};
-
-/** Qt 6.4 does not describe its own model class to the QML tools. */
-struct ItemModelForQmlTools
-{
-    Q_GADGET
-    QML_FOREIGN(QAbstractItemModel)
-    QML_ANONYMOUS
 };

@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QQmlComponent>
 #include <QQuickItem>
+#include <QtQml/qqml.h>
 
 class Focusable;
 class FocusScreen;
@@ -124,4 +125,12 @@ private:
     bool m_isRefused = false;    ///< the delegate cannot be made
     bool m_isPlaceShown = false; ///< the area was told of the place that the stack began with
     bool m_isMovingFocus = false;
+};
+
+/** Qt 6.4 does not describe its own model class to the QML tools. */
+struct ItemModelForQmlTools
+{
+    Q_GADGET
+    QML_FOREIGN(QAbstractItemModel)
+    QML_ANONYMOUS
 };

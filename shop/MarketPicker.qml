@@ -1,0 +1,98 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Quillmere.Front
+import Quillmere.Screen
+import Quillmere.Shop
+
+// A row of chips, one for all markets and one for each; it moves where they are more than it has room for.
+ScrollArea {
+    id: picker
+
+    required property MarketList markets
+
+    readonly property real chipHeight: 53
+    // Room for the ring around a chip.
+    readonly property real margin: 10
+
+    height: chipHeight + 2 * margin
+    orientation: Qt.Horizontal
+    // More than the space between two chips, so that left is the chip before and not the button that it lies under.
+    lead: 300
+    contentExtent: chips.width + 2 * margin
+    clip: contentExtent > width
+
+    LazyStack {
+        id: chips
+
+        x: picker.margin
+        y: picker.margin
+        height: picker.chipHeight
+        orientation: Qt.Horizontal
+        spacing: 14
+        ahead: 400
+        model: picker.markets
+        place: picker.markets.place
+        onHeld: chip => picker.markets.hold(chip)
+
+        PlainButton {
+            id: chip
+
+            required property int index
+            required property string title
+            required property string count
+            required property bool isSelected
+            required property real extent
+
+            readonly property color ink: isSelected ? StationPalette.inkNavy : StationPalette.cream
+
+            name: title + " " + count
+            width: extent
+            height: picker.chipHeight
+            onSelected: picker.markets.pick(index)
+
+            CardPlate {
+                anchors.fill: parent
+                radius: height / 2
+                border: StationPalette.faded(StationPalette.cream, 0.2)
+                borderWidth: 1
+                background: DiagonalGradient {
+                    from: chip.isSelected ? StationPalette.amber : StationPalette.nightNavy
+                    to: from
+                }
+            }
+
+            Text {
+                anchors.left: parent.left
+                anchors.leftMargin: picker.markets.padding
+                anchors.right: tapes.left
+                anchors.rightMargin: picker.markets.gap
+                anchors.verticalCenter: parent.verticalCenter
+                text: chip.title
+                font: picker.markets.titleFont
+                color: chip.ink
+                elide: Text.ElideRight
+                maximumLineCount: 1
+                textFormat: Text.PlainText
+                Accessible.ignored: true
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+
+            Text {
+                id: tapes
+
+                anchors.right: parent.right
+                anchors.rightMargin: picker.markets.padding
+                anchors.verticalCenter: parent.verticalCenter
+                text: chip.count
+                font: picker.markets.countFont
+                color: chip.ink
+                textFormat: Text.PlainText
+                Accessible.ignored: true
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+    }
+}

@@ -1,0 +1,134 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Quillmere.Catalogue
+import Quillmere.Front
+import Quillmere.Screen
+import Quillmere.Shop
+
+// A shelf: its title line, and its cassettes side by side.
+FocusSection {
+    id: shelf
+
+    required property CassetteRow row
+
+    signal opened(int cassette)
+
+    Item {
+        id: titleLine
+
+        width: parent.width
+        height: 48
+        // That of the name's own font, so that a letter borrowed from a taller one moves nothing.
+        baselineOffset: face.ascent
+
+        FontMetrics {
+            id: face
+
+            font: name.font
+        }
+
+        Text {
+            id: name
+
+            anchors.baseline: parent.baseline
+            width: Math.min(implicitWidth, 1000)
+            text: shelf.row.name
+            font: Typography.standard(38, Font.Black)
+            color: StationPalette.cream
+            elide: Text.ElideRight
+            maximumLineCount: 1
+            textFormat: Text.PlainText
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
+        }
+
+        Rectangle {
+            id: badge
+
+            anchors.left: name.right
+            anchors.leftMargin: 16
+            anchors.baseline: parent.baseline
+            baselineOffset: count.y + count.baselineOffset
+            width: count.width + 24
+            height: count.height + 8
+            radius: 8
+            color: StationPalette.amber
+
+            Text {
+                id: count
+
+                x: 12
+                y: 4
+                text: shelf.row.count
+                font: Typography.monospaced(24, Font.DemiBold)
+                color: StationPalette.inkNavy
+                textFormat: Text.PlainText
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+
+        Text {
+            anchors.left: badge.right
+            anchors.leftMargin: 16
+            anchors.right: parent.right
+            anchors.baseline: parent.baseline
+            text: shelf.row.caption
+            font: Typography.standard(24)
+            color: StationPalette.teal
+            elide: Text.ElideRight
+            maximumLineCount: 1
+            textFormat: Text.PlainText
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+    }
+
+    ScrollArea {
+        y: titleLine.height + 18
+        width: parent.width
+        height: parent.height - y
+        orientation: Qt.Horizontal
+        // The cassette on either side of the focused one is always in sight.
+        lead: cassettes.extent + cassettes.spacing
+        contentExtent: cassettes.width + 12
+
+        LazyStack {
+            id: cassettes
+
+            x: 6
+            y: 34
+            height: parent.height - 68
+            orientation: Qt.Horizontal
+            extent: 250
+            spacing: 40
+            // The cassettes run on to the edges of the display; a held key should find those beyond it painted.
+            ahead: 960
+            model: shelf.row
+            place: shelf.row.place
+            onHeld: cassette => shelf.row.hold(cassette)
+
+            CardButton {
+                id: button
+
+                required property int index
+                required property vhsCover cover
+
+                name: cover.title
+                width: cassettes.extent
+                height: card.height
+                radius: card.radius
+                onSelected: shelf.opened(index)
+
+                VHSShelfCard {
+                    id: card
+
+                    width: parent.width
+                    height: implicitHeight
+                    cover: button.cover
+                }
+            }
+        }
+    }
+}

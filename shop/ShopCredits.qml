@@ -1,0 +1,29 @@
+import QtQuick
+import Quillmere.Front
+import Quillmere.Shop
+
+// The foot of the shop.
+Column {
+    topPadding: 20
+    spacing: 8
+
+    Text {
+        width: parent.width
+        text: RewinderyTexts.creditLine
+        font: Typography.standard(22)
+        color: StationPalette.faded(StationPalette.cream, 0.45)
+        textFormat: Text.PlainText
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+
+    Text {
+        width: parent.width
+        text: RewinderyTexts.disclaimer
+        font: Typography.standard(20)
+        color: StationPalette.faded(StationPalette.cream, 0.3)
+        textFormat: Text.PlainText
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+}
