@@ -20,6 +20,7 @@ class QuillmereTVApp : public QObject
     QML_ELEMENT
     QML_UNCREATABLE("main makes the one there is.")
     Q_PROPERTY(Store* store READ store CONSTANT FINAL)
+    Q_PROPERTY(HubAPI* hub READ hub CONSTANT FINAL)
     Q_PROPERTY(Timepiece* timepiece READ timepiece CONSTANT FINAL)
 
 public:
@@ -27,6 +28,7 @@ public:
 
     Clock& clock() { return m_clock; }
     Store* store() { return &m_store; }
+    HubAPI* hub() { return &m_hub; }
     Timepiece* timepiece() { return &m_timepiece; }
 
     /** Tells the sound servers that this program plays films; before the application object, as they read it once. */
