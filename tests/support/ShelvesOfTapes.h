@@ -29,3 +29,18 @@ inline Shelf shelfOf(const QString& name, const QList<qint64>& ids)
     }
     return shelf;
 }
+
+/** Shelves from "name: ids; name: ids". */
+inline QList<Shelf> shelvesOf(const QString& text)
+{
+    QList<Shelf> all;
+    const auto shelves = text.split(u"; "_s, Qt::SkipEmptyParts);
+    for (const QString& shelf : shelves) {
+        QList<qint64> ids;
+        const auto words = shelf.section(u':', 1).split(u' ', Qt::SkipEmptyParts);
+        for (const QString& id : words)
+            ids.append(id.toLongLong());
+        all.append(shelfOf(shelf.section(u':', 0, 0), ids));
+    }
+    return all;
+}

@@ -34,9 +34,7 @@ private Q_SLOTS:
     void anEmptiedListStartsAnew();
 
 private:
-    /** The shelves as "name: ids", e.g. "A: 1 2 3; B: 4". */
-    static QList<Shelf> shelves(const QString& text);
-    void show(const QString& text) { m_list->show(shelves(text)); }
+    void show(const QString& text) { m_list->show(shelvesOf(text)); }
     /** Walks to a card, as the stacks report it. */
     void goTo(int shelf, int cassette);
     /** Where the place is: "shelf name: id", and nothing while there is none. */
@@ -52,18 +50,6 @@ void ShelfListTest::init()
     m_tester.reset();
     m_list = std::make_unique<ShelfList>();
     m_tester = std::make_unique<QAbstractItemModelTester>(m_list.get());
-}
-
-QList<Shelf> ShelfListTest::shelves(const QString& text)
-{
-    QList<Shelf> all;
-    for (const QString& shelf : text.split(u"; "_s, Qt::SkipEmptyParts)) {
-        QList<qint64> ids;
-        for (const QString& id : shelf.section(u':', 1).split(u' ', Qt::SkipEmptyParts))
-            ids.append(id.toLongLong());
-        all.append(shelfOf(shelf.section(u':', 0, 0), ids));
-    }
-    return all;
 }
 
 void ShelfListTest::goTo(int shelf, int cassette)
