@@ -12,7 +12,8 @@ StationButton {
 
     z: activeFocus ? 1 : 0
 
-    // Stands unscaled behind the content, so that it is painted once and only fades; there is none at rest.
+    // Shadow and sheen stand unscaled around the content, so that they are painted once for all cards of a size and only
+    // fade; at rest there are none.
     Loader {
         anchors.centerIn: parent
         anchors.verticalCenterOffset: 16
@@ -32,13 +33,19 @@ StationButton {
 
         anchors.fill: parent
         scale: 1 + (card.liftScale - 1) * card.lift
+    }
 
-        Rectangle {
-            anchors.fill: parent
-            z: 1
-            radius: card.radius
-            color: "white"
-            opacity: StationMotion.cardBrightening * card.lift
+    Loader {
+        anchors.centerIn: parent
+        width: card.width * card.liftScale
+        height: card.height * card.liftScale
+        active: card.lift > 0
+        opacity: card.lift
+        sourceComponent: SoftShadow {
+            // No linter knows that a Loader's component sees the file's own names.
+            radius: card.radius * card.liftScale // qmllint disable unqualified
+            spread: 1
+            color: StationPalette.faded("white", StationMotion.cardBrightening)
         }
     }
 }

@@ -53,14 +53,14 @@ void drawPlay(QPainter& painter, const QColor& color)
 void drawStartOver(QPainter& painter, const QColor& color)
 {
     // From a gap left of the top all the way round, to the arrow's head at the top, which points left.
-    const QPointF centre(50, 54);
-    constexpr double radius = 36;
+    const QPointF centre(50, 56);
+    constexpr double radius = 35;
     constexpr double gapEnd = 150; // degrees anticlockwise from the right
     const QRectF circle(centre - QPointF(radius, radius), QSizeF(2 * radius, 2 * radius));
     painter.setPen(pen(color));
     painter.drawArc(circle, int(gapEnd * 16), int((90 + 360 - gapEnd) * 16));
     const QPointF tip(centre.x() - 26, centre.y() - radius);
-    const QPolygonF head{tip, tip + QPointF(26, -18), tip + QPointF(26, 18)};
+    const QPolygonF head{tip, tip + QPointF(26, -17), tip + QPointF(26, 17)};
     painter.setPen(pen(color, 4));
     painter.setBrush(color);
     painter.drawPolygon(head);

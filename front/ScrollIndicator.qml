@@ -13,11 +13,11 @@ Item {
     implicitWidth: 6
     visible: hidden > 0
 
-    Rectangle {
+    CardPlate {
         width: parent.width
         height: Math.max(40, indicator.height * indicator.area.height / indicator.area.contentExtent)
         y: (indicator.height - height) * indicator.area.position / indicator.hidden
         radius: width / 2
-        color: StationPalette.faded(StationPalette.cream, 0.35)
+        fill: StationPalette.faded(StationPalette.cream, 0.35)
     }
 }

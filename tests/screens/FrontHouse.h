@@ -39,6 +39,8 @@ struct FrontHouse
     QQuickItem* newsDoor() { return Stage::first(view, "NewsDoor"); }
     QQuickItem* storeDoor() { return Stage::first(view, "StoreDoor"); }
 
+    bool isCovered() { return Stage::first(view, "FullScreenCover")->property("item").value<QQuickItem*>(); }
+
     bool shows(const QString& text)
     {
         const auto texts = Stage::texts(view);
