@@ -1,0 +1,41 @@
+import QtQuick
+import Quillmere.Front
+
+// One word about a tape, on a plate; none without a text.
+Rectangle {
+    id: badge
+
+    required property string text
+    property color ink: StationPalette.cream
+    property real longest: 1280
+
+    visible: text !== ""
+    width: Math.min(words.implicitWidth + 32, longest)
+    height: face.height + 16
+    radius: 6
+    color: StationPalette.nightNavy
+
+    Text {
+        id: words
+
+        // A sign from a taller face than the letters' makes its badge no taller, and stands on their line.
+        anchors.baseline: parent.top
+        anchors.baselineOffset: 8 + face.ascent
+        x: 16
+        width: parent.width - 32
+        text: badge.text
+        font: Typography.monospaced(20, Font.DemiBold, 2)
+        color: badge.ink
+        elide: Text.ElideRight
+        maximumLineCount: 1
+        textFormat: Text.PlainText
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+
+    FontMetrics {
+        id: face
+
+        font: words.font
+    }
+}
