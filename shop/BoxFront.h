@@ -6,7 +6,10 @@
 
 class QPainter;
 
-/** The front of a cassette box: brand band, scene, genre strip, title, rating and bar code. A value, painted on any thread. */
+/**
+ * The front of a cassette box: brand band, scene, genre strip, title, rating and bar code.
+ * A value, painted on any thread.
+ */
 struct BoxFront
 {
     static constexpr double gridWidth = 320; ///< the units that a box is as wide as; all its lengths are in them

@@ -10,15 +10,15 @@ class QSGImageNode;
 class QSGNinePatchNode;
 
 /**
- * What the scene graph draws of a cassette: its picture or the plate. A transform node, as the software adaptation loses
- * the place of what is put later below a plain one. Render thread, while the screen thread waits.
+ * What the scene graph draws of a cassette: its picture or the plate. A transform node, as the software adaptation
+ * loses the place of what is put below a plain one later. Render thread, while the screen thread waits.
  */
 class CassetteNode : public QSGTransformNode
 {
 public:
     explicit CassetteNode(QQuickWindow* window);
 
-    /** Lies at `area`, in the item's coordinates; `pixelForPixel` if that gives each of its pixels one of the display. */
+    /** `area` is in the item's coordinates; `pixelForPixel` if it gives a pixel of the picture one of the display. */
     void showPicture(const CassetteStudio::Picture& picture, const QRectF& area, bool pixelForPixel);
 
     /** Lengths are in points. */

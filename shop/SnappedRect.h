@@ -4,5 +4,5 @@
 
 class QPainter;
 
-/** `rect` with each edge moved to the nearest edge of a device pixel, so that a plain shape has no blurred rim. Any thread. */
+/** `rect` with its edges moved to those of device pixels, so that a plain shape has no blurred rim. Any thread. */
 QRectF snappedRect(const QPainter& painter, const QRectF& rect);
