@@ -1,0 +1,306 @@
+#include "CoverArt.h"
+#include "SampleCover.h"
+#include "Stage.h"
+#include "VHSBoxFront.h"
+#include "VHSShelfCard.h"
+
+#include <QPainter>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Form = CassettePrint::Form;
+
+/** What a print looks like on the black stage. */
+QImage printOf(const CassettePrint& print)
+{
+    QImage ground(print.pixels, QImage::Format_RGB32);
+    ground.fill(Qt::black);
+    QPainter(&ground).drawImage(0, 0, print.paint());
+    return ground;
+}
+
+CassetteItem* cassetteOf(QQuickItem* root)
+{
+    return qobject_cast<CassetteItem*>(Stage::first(root, "CassetteItem"));
+}
+
+/** What is on the glass this very moment, before anything ordered can have arrived. */
+QImage glance(Stage& stage)
+{
+    return stage.window().grabWindow().convertToFormat(QImage::Format_RGB32);
+}
+
+/** A card that counts how often its node was touched. */
+class CountedCard : public VHSShelfCard
+{
+public:
+    using VHSShelfCard::VHSShelfCard;
+    int updates = 0;
+
+protected:
+    QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override
+    {
+        ++updates;
+        return VHSShelfCard::updatePaintNode(old, data);
+    }
+};
+
+} // namespace
+
+/** Cassettes on the glass: plates, pictures, lifts and moves. */
+class CassetteItemTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aCassetteIsAsTallAsItsWidthAsksFor();
+    void aCassetteAtRestIsItsPicturePixelForPixel_data();
+    void aCassetteAtRestIsItsPicturePixelForPixel();
+    void untilItsPictureIsThereItIsAPlateOfItsHue();
+    void aNewCoverNeverShowsTheOldPicture();
+    void theCardsOfARowAreAllOfOneSize();
+    void aLiftedCardIsPaintedAtItsSizeWhenItHasComeToRest();
+    void aCardThatSettlesShowsItsFirstPictureAgain();
+    void whileItGrowsThePictureAtHandIsScaled();
+    void movingByWholePixelsTouchesNothing();
+    void anotherWidthShowsTheOldPictureUntilTheNewOneIsThere();
+    void aHiddenCassetteOrdersNothing();
+    void anEmptyCassetteDrawsNothing();
+    void thePicturesGoWithTheLastCassette();
+};
+
+void CassetteItemTest::aCassetteIsAsTallAsItsWidthAsksFor()
+{
+    Stage stage({500, 700});
+    CassetteItem* card = cassetteOf(stage.put(u"import Quillmere.Shop\nItem { VHSShelfCard { width: 250 } }"_s));
+    QCOMPARE(card->height(), 390.625);
+    card->setWidth(320);
+    QCOMPARE(card->height(), 500);
+    QCOMPARE(card->radius(), 10.0);
+}
+
+void CassetteItemTest::aCassetteAtRestIsItsPicturePixelForPixel_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<double>("width");
+    QTest::addColumn<double>("scale");
+    QTest::addColumn<QSize>("pixels");
+    QTest::newRow("card") << u"VHSShelfCard"_s << 250.0 << 1.0 << QSize(250, 391);
+    QTest::newRow("card at 720p") << u"VHSShelfCard"_s << 250.0 << 2.0 / 3 << QSize(167, 260);
+    QTest::newRow("search card") << u"VHSShelfCard"_s << 230.0 << 1.0 << QSize(230, 359);
+    QTest::newRow("lifted card") << u"VHSShelfCard"_s << 250.0 << 1.08 << QSize(270, 422);
+    QTest::newRow("card at 2160p") << u"VHSShelfCard"_s << 250.0 << 2.0 << QSize(500, 781);
+    QTest::newRow("box") << u"VHSBoxFront"_s << 420.0 << 1.0 << QSize(420, 656);
+}
+
+void CassetteItemTest::aCassetteAtRestIsItsPicturePixelForPixel()
+{
+    QFETCH(QString, type);
+    QFETCH(double, width);
+    QFETCH(double, scale);
+    QFETCH(QSize, pixels);
+    Stage stage({600, 900});
+    CassetteItem* cassette = cassetteOf(stage.put(
+        u"import Quillmere.Shop\nItem { scale: %1; transformOrigin: Item.TopLeft; %2 { x: 20; y: 20; width: %3 } }"_s
+            .arg(scale, 0, 'g', 17)
+            .arg(type)
+            .arg(width)));
+    cassette->setCover(sampleCover());
+    QTRY_VERIFY(cassette->hasPicture());
+    const auto form = type == u"VHSBoxFront"_s ? Form::BoxFront : Form::ShelfCard;
+    const QPoint corner = (QPointF(20, 20) * scale).toPoint();
+    QCOMPARE(stage.picture().copy(QRect(corner, pixels)), printOf({form, sampleCover(), width, pixels}));
+}
+
+void CassetteItemTest::untilItsPictureIsThereItIsAPlateOfItsHue()
+{
+    Stage stage({500, 700});
+    CassetteItem* card =
+        cassetteOf(stage.put(u"import Quillmere.Shop\nItem { VHSShelfCard { x: 20; y: 20; width: 250 } }"_s));
+    card->setCover(sampleCover(145));
+    const QImage glass = glance(stage);
+    QVERIFY(!card->hasPicture());
+    const QColor sky = CoverArt::skyTop(145);
+    for (const QPoint place : {QPoint(145, 200), QPoint(21, 200), QPoint(268, 200), QPoint(145, 21), QPoint(145, 408)})
+        QCOMPARE(glass.pixel(place), sky.rgb());
+    for (const QPoint outside : {QPoint(20, 20), QPoint(269, 20), QPoint(20, 410), QPoint(271, 200), QPoint(145, 412)})
+        QCOMPARE(glass.pixelColor(outside), QColor(Qt::black));
+    QTRY_VERIFY(card->hasPicture());
+    QVERIFY(glance(stage).pixel(145, 400) != sky.rgb());
+}
+
+void CassetteItemTest::aNewCoverNeverShowsTheOldPicture()
+{
+    Stage stage({500, 700});
+    CassetteItem* card =
+        cassetteOf(stage.put(u"import Quillmere.Shop\nItem { VHSShelfCard { x: 20; y: 20; width: 250 } }"_s));
+    card->setCover(sampleCover(145));
+    QTRY_VERIFY(card->hasPicture());
+    card->setCover(sampleCover(4));
+    QVERIFY(!card->hasPicture());
+    QCOMPARE(glance(stage).pixel(145, 300), CoverArt::skyTop(4).rgb());
+    QTRY_VERIFY(card->hasPicture());
+    QCOMPARE(stage.picture().copy(20, 20, 250, 391), printOf({Form::ShelfCard, sampleCover(4), 250, QSize(250, 391)}));
+    // This one is at hand.
+    card->setCover(sampleCover(145));
+    QVERIFY(card->hasPicture());
+    QCOMPARE(glance(stage).copy(20, 20, 250, 391), printOf({Form::ShelfCard, sampleCover(145), 250, QSize(250, 391)}));
+}
+
+void CassetteItemTest::theCardsOfARowAreAllOfOneSize()
+{
+    Stage stage({1280, 720});
+    QQuickItem* root = stage.put(u"import Quillmere.Shop\nCanvas { Row { x: 70; y: 101; spacing: 40; Repeater { "
+                                 "model: 5; VHSShelfCard { width: 250 } } } }"_s);
+    const auto cards = Stage::all(root, "CassetteItem");
+    QCOMPARE(cards.size(), 5);
+    for (QQuickItem* card : cards) {
+        auto* cassette = qobject_cast<CassetteItem*>(card);
+        cassette->setCover(sampleCover());
+        QTRY_VERIFY(cassette->hasPicture());
+    }
+    const QImage glass = stage.picture();
+    const QImage print = printOf({Form::ShelfCard, sampleCover(), 250, QSize(167, 260)});
+    for (int i = 0; i < 5; ++i) {
+        const QPoint corner = (QPointF(70 + 290 * i, 101) * 2 / 3).toPoint();
+        QCOMPARE(glass.copy(QRect(corner, print.size())), print);
+    }
+}
+
+void CassetteItemTest::aLiftedCardIsPaintedAtItsSizeWhenItHasComeToRest()
+{
+    Stage stage({500, 700});
+    QQuickItem* root = stage.put(u"import Quillmere.Shop\nItem { x: 50; y: 50; width: 250; height: 390.625; "
+                                 "Behavior on scale { NumberAnimation { duration: 150 } } "
+                                 "VHSShelfCard { width: 250 } }"_s);
+    CassetteItem* card = cassetteOf(root);
+    card->setCover(sampleCover());
+    QTRY_VERIFY(card->hasPicture());
+    root->setProperty("scale", 1.08);
+    QTRY_COMPARE(root->scale(), 1.08);
+    const QImage print = printOf({Form::ShelfCard, sampleCover(), 250, QSize(270, 422)});
+    QTRY_COMPARE(stage.picture().copy(40, 34, 270, 422), print);
+}
+
+void CassetteItemTest::aCardThatSettlesShowsItsFirstPictureAgain()
+{
+    Stage stage({500, 700});
+    QQuickItem* root = stage.put(u"import Quillmere.Shop\nItem { x: 50; y: 50; width: 250; height: 390.625; "
+                                 "VHSShelfCard { width: 250 } }"_s);
+    CassetteItem* card = cassetteOf(root);
+    card->setCover(sampleCover());
+    QTRY_VERIFY(card->hasPicture());
+    const QImage before = stage.picture();
+    const qint64 kept = CassetteStudio::shared()->bytesKept();
+    root->setScale(1.08);
+    QTRY_VERIFY(stage.picture() != before);
+    QTRY_COMPARE(CassetteStudio::shared()->bytesKept(), kept + 270 * 422 * 4);
+    for (int round = 0; round < 3; ++round) {
+        root->setScale(1.08);
+        stage.settle();
+        root->setScale(1);
+        QTRY_COMPARE(stage.picture(), before);
+    }
+    QCOMPARE(CassetteStudio::shared()->bytesKept(), kept + 270 * 422 * 4);
+}
+
+void CassetteItemTest::whileItGrowsThePictureAtHandIsScaled()
+{
+    Stage stage({500, 700});
+    QQuickItem* root = stage.put(u"import Quillmere.Shop\nItem { transformOrigin: Item.TopLeft; "
+                                 "VHSShelfCard { width: 250 } }"_s);
+    CassetteItem* card = cassetteOf(root);
+    card->setCover(sampleCover());
+    QTRY_VERIFY(card->hasPicture());
+    root->setScale(1.5);
+    const QImage glass = glance(stage);
+    QVERIFY(card->hasPicture());
+    // The strip is where it belongs, and its edge is not that of a picture painted anew.
+    QCOMPARE(glass.pixelColor(367, 470),
+             printOf({Form::ShelfCard, sampleCover(), 250, {250, 391}}).pixelColor(244, 313));
+    QVERIFY(glass.copy(0, 0, 375, 586) != printOf({Form::ShelfCard, sampleCover(), 250, QSize(375, 586)}));
+    QTRY_COMPARE(stage.picture().copy(0, 0, 375, 586), printOf({Form::ShelfCard, sampleCover(), 250, QSize(375, 586)}));
+}
+
+void CassetteItemTest::movingByWholePixelsTouchesNothing()
+{
+    Stage stage({1280, 720});
+    QQuickItem* root = stage.put(u"Canvas { Item { } }"_s);
+    QQuickItem* row = root->childItems().constFirst();
+    CountedCard card;
+    card.setParentItem(row);
+    card.setWidth(250);
+    card.setCover(sampleCover());
+    QTRY_VERIFY(card.hasPicture());
+    stage.settle();
+    const int updates = card.updates;
+    const qint64 kept = CassetteStudio::shared()->bytesKept();
+    for (int pixels = 1; pixels <= 40; ++pixels) {
+        row->setPosition(QPointF(pixels, 2 * pixels) * 1.5);
+        stage.waitForFrame();
+    }
+    QCOMPARE(card.updates, updates);
+    QCOMPARE(CassetteStudio::shared()->bytesKept(), kept);
+    const QImage print = printOf({Form::ShelfCard, sampleCover(), 250, QSize(167, 260)});
+    QCOMPARE(stage.picture().copy(QRect(QPoint(40, 80), print.size())), print);
+}
+
+void CassetteItemTest::anotherWidthShowsTheOldPictureUntilTheNewOneIsThere()
+{
+    Stage stage({500, 700});
+    CassetteItem* box = cassetteOf(stage.put(u"import Quillmere.Shop\nItem { VHSBoxFront { width: 250 } }"_s));
+    box->setCover(sampleCover());
+    QTRY_VERIFY(box->hasPicture());
+    box->setWidth(420);
+    glance(stage);
+    QVERIFY(box->hasPicture());
+    QTRY_COMPARE(stage.picture().copy(0, 0, 420, 656), printOf({Form::BoxFront, sampleCover(), 420, QSize(420, 656)}));
+}
+
+void CassetteItemTest::aHiddenCassetteOrdersNothing()
+{
+    Stage stage({500, 700});
+    QQuickItem* root = stage.put(u"import Quillmere.Shop\nItem { visible: false; VHSShelfCard { width: 250 } }"_s);
+    CassetteItem* card = cassetteOf(root);
+    card->setCover(sampleCover());
+    stage.settle();
+    QVERIFY(!card->hasPicture());
+    QCOMPARE(CassetteStudio::shared()->bytesKept(), 0);
+    root->setVisible(true);
+    QTRY_VERIFY(card->hasPicture());
+}
+
+void CassetteItemTest::anEmptyCassetteDrawsNothing()
+{
+    Stage stage({500, 700});
+    CassetteItem* card = cassetteOf(stage.put(u"import Quillmere.Shop\nItem { VHSShelfCard { } }"_s));
+    card->setCover(sampleCover());
+    stage.settle();
+    QVERIFY(!card->hasPicture());
+    card->setWidth(250);
+    QTRY_VERIFY(card->hasPicture());
+    card->setWidth(0);
+    QImage black(500, 700, QImage::Format_RGB32);
+    black.fill(Qt::black);
+    QCOMPARE(stage.picture(), black);
+}
+
+void CassetteItemTest::thePicturesGoWithTheLastCassette()
+{
+    std::weak_ptr<CassetteStudio> studio;
+    {
+        Stage stage({500, 700});
+        CassetteItem* card = cassetteOf(stage.put(u"import Quillmere.Shop\nItem { VHSShelfCard { width: 250 } }"_s));
+        card->setCover(sampleCover());
+        QTRY_VERIFY(card->hasPicture());
+        studio = CassetteStudio::shared();
+        QVERIFY(!studio.expired());
+    }
+    QVERIFY(studio.expired());
+}
+
+QTEST_MAIN(CassetteItemTest)
+#include "CassetteItemTest.moc"
