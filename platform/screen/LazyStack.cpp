@@ -189,20 +189,28 @@ void LazyStack::readModel()
     if (!isComponentComplete())
         return;
     FocusScreen* screen = screenFocusedHere();
-    Focusable* focused = screen ? screen->focused() : nullptr;
+    const QPointer<Focusable> focused = screen ? screen->focused() : nullptr;
     const QPointF stood = focused ? focused->mapToItem(this, QPointF()) : QPointF();
     const StackRows before = std::exchange(m_rows, StackRows(m_model, m_extent, m_spacing));
-    keepItems(before);
-    if (m_orientation == Qt::Vertical)
-        setImplicitHeight(m_rows.length());
-    else
-        setImplicitWidth(m_rows.length());
+    {
+        // Until the area shows what has the focus, that would count as far away.
+        const QScopedValueRollback populating(m_isPopulating, true);
+        keepItems(before);
+        if (m_orientation == Qt::Vertical)
+            setImplicitHeight(m_rows.length());
+        else
+            setImplicitWidth(m_rows.length());
+        if (focused && focused->isVisible() && focused->mapToItem(this, QPointF()) != stood)
+            moveFocus(screen, focused);
+    }
     populate();
     rememberPlace();
-    focusPlace(screen);
-    if (screen && screen == screenFocusedHere() && screen->focused() == focused &&
-        focused->mapToItem(this, QPointF()) != stood)
-        moveFocus(screen, focused);
+    if (focused && focused->isVisible())
+        // The owner may be about to tell that the place has moved with it.
+        QMetaObject::invokeMethod(
+            this, [this] { focusPlace(screenFocusedHere()); }, Qt::QueuedConnection);
+    else
+        focusPlace(screen);
 }
 
 /** After a change of the model: those whose row is still there stay, and take its number and values. */
@@ -279,6 +287,8 @@ void LazyStack::discardFar()
 
 void LazyStack::make(int row)
 {
+    if (m_isRefused)
+        return;
     QQuickItem* begun = nullptr;
     const auto begin = [&](QQuickItem& item) {
         begun = &item;
