@@ -45,6 +45,7 @@ ScrollArea {
             required property real extent
 
             readonly property color ink: isSelected ? StationPalette.inkNavy : StationPalette.cream
+            readonly property color plate: isSelected ? StationPalette.amber : StationPalette.nightNavy
 
             name: title + " " + count
             width: extent
@@ -57,8 +58,8 @@ ScrollArea {
                 border: StationPalette.faded(StationPalette.cream, 0.2)
                 borderWidth: 1
                 background: DiagonalGradient {
-                    from: chip.isSelected ? StationPalette.amber : StationPalette.nightNavy
-                    to: from
+                    from: chip.plate
+                    to: chip.plate
                 }
             }
 

@@ -3,114 +3,132 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Quillmere.Catalogue
 import Quillmere.Front
+import Quillmere.Hub
 import Quillmere.Screen
 import Quillmere.Shop
 
-// Scaffolding: the shop as one plain list, to be taken away together with TapeList once its shelves are built.
-FocusScope {
+// The rental shop: its sign, its counter and its shelves; a chosen cassette's screen is pushed over them.
+NavigationStack {
     id: shop
 
     required property Store store
+    required property HubAPI hub
 
-    // What plays a tape; it takes it from `chosen` and clears `playing` when it is done.
-    required property Component playerScreen
-    property alias chosen: tapes.chosen
-    property alias playing: tapes.playing
+    // What plays a tape, shows its transcript and searches the tapes; null until it is built.
+    property Component playerScreen
+    property Component transcriptScreen
+    property Component searchScreen
 
-    focus: true
-    onPlayingChanged: playing ? player.forceActiveFocus() : list.forceActiveFocus()
+    property alias searching: controller.searching
 
-    FullBleed {
-        NightSky {
-            anchors.fill: parent
-            visible: !shop.playing
+    depth: controller.depth
+    onPopped: controller.pop()
+    onDisappeared: controller.leave()
+
+    page: Component {
+        TapeDetailView {
+            required property int level
+
+            store: shop.store
+            hub: shop.hub
+            tape: controller.tapeAt(level)
+            playerScreen: shop.playerScreen
+            transcriptScreen: shop.transcriptScreen
         }
     }
 
-    ListView {
-        id: list
-
-        anchors.fill: parent
-        anchors.leftMargin: 160
-        anchors.rightMargin: 160
-        visible: !shop.playing
-        focus: true
-        interactive: false
-        keyNavigationEnabled: false
-        preferredHighlightBegin: 300
-        preferredHighlightEnd: 780
-        highlightRangeMode: ListView.ApplyRange
-        highlightMoveDuration: 120
-        highlightFollowsCurrentItem: true
-        model: tapes
-        currentIndex: tapes.currentRow
-        Keys.onUpPressed: tapes.move(-1)
-        Keys.onDownPressed: tapes.move(1)
-        Keys.onSelectPressed: tapes.playing = true
-
-        delegate: Item {
-            id: row
-
-            required property int index
-            required property string text
-            required property bool isTape
-
-            width: list.width
-            height: isTape ? 62 : 104
-            Accessible.role: isTape ? Accessible.ListItem : Accessible.Heading
-            Accessible.name: text
-            Accessible.focused: ListView.isCurrentItem
-
-            Rectangle {
-                anchors.fill: parent
-                visible: row.isTape && row.ListView.isCurrentItem
-                radius: 14
-                color: StationPalette.cream
-            }
-
-            Text {
-                anchors.fill: parent
-                anchors.leftMargin: row.isTape ? 28 : 0
-                anchors.rightMargin: 28
-                anchors.bottomMargin: row.isTape ? 0 : 10
-                verticalAlignment: row.isTape ? Text.AlignVCenter : Text.AlignBottom
-                text: row.text
-                font: row.isTape ? Typography.standard(28) : Typography.standard(40, Font.Black, 1)
-                color: !row.isTape ? StationPalette.amber
-                                   : row.ListView.isCurrentItem ? StationPalette.inkNavy : StationPalette.cream
-                elide: Text.ElideRight
-                maximumLineCount: 1
-                textFormat: Text.PlainText
-            }
-        }
-    }
-
-    Text {
-        anchors.centerIn: parent
-        width: parent.width - 400
-        visible: !shop.playing && text !== ""
-        horizontalAlignment: Text.AlignHCenter
-        wrapMode: Text.Wrap
-        textFormat: Text.PlainText
-        color: StationPalette.cream
-        font: Typography.standard(28)
-        text: tapes.emptyText
-        Accessible.name: text
-    }
-
-    TapeList {
-        id: tapes
+    RewinderyController {
+        id: controller
 
         store: shop.store
     }
 
-    Loader {
-        id: player
-
+    FocusScreen {
         anchors.fill: parent
-        active: shop.playing
-        sourceComponent: shop.playerScreen
-        Keys.onBackPressed: shop.playing = false
-        onLoaded: (item as Item).forceActiveFocus()
+
+        Item {
+            id: sight
+
+            anchors.fill: parent
+
+            FullBleed {
+                VeneerBackground {
+                    anchors.fill: parent
+                }
+            }
+
+            ScrollArea {
+                id: room
+
+                x: 70
+                width: 1780
+                height: parent.height
+                visible: controller.showsShelves
+                lead: 300
+                contentExtent: column.height
+
+                Column {
+                    id: column
+
+                    width: parent.width
+                    topPadding: 50
+                    bottomPadding: 50
+                    spacing: 54
+
+                    ShopCounter {
+                        width: parent.width
+                        stockLine: controller.stockLine
+                        markets: controller.markets
+                        onSearched: controller.searching = true
+                    }
+
+                    LazyStack {
+                        id: shelves
+
+                        width: parent.width
+                        spacing: 54
+                        // A shelf's title line, its cassettes and the space around them.
+                        extent: 525
+                        ahead: extent + spacing
+                        model: controller.shelves
+                        place: controller.shelves.place
+                        onHeld: shelf => controller.shelves.hold(shelf)
+
+                        ShelfRow {
+                            width: room.width
+                            height: shelves.extent
+                            onOpened: cassette => controller.open(row, cassette)
+                        }
+                    }
+
+                    ShopCredits {
+                        width: parent.width
+                    }
+                }
+            }
+
+            ScrollIndicator {
+                anchors.right: parent.right
+                anchors.rightMargin: 32
+                y: 50
+                height: parent.height - 100
+                area: room
+            }
+
+            StatePanel {
+                anchors.fill: parent
+                visible: !controller.showsShelves
+                isLoading: controller.isLoading
+                message: controller.message
+                onRetried: controller.retry()
+            }
+        }
+
+        FullScreenCover {
+            anchors.fill: parent
+            screen: controller.searching ? shop.searchScreen : null
+            beneath: sight
+            onDismissed: controller.searching = false
+        }
     }
 }

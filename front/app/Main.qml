@@ -25,14 +25,18 @@ ScreenWindow {
             // qmllint disable unqualified
             shopScreen: Component {
                 RewinderyView {
-                    id: shop
-
                     store: window.app.store
+                    hub: window.app.hub
 
                     playerScreen: Component {
                         TapePlayerView {
-                            tape: shop.chosen
-                            onDismissed: shop.playing = false
+                            id: player
+
+                            required property TapeDetailController detail
+
+                            tape: player.detail.shownTape
+                            startAt: player.detail.startAt
+                            onDismissed: player.detail.playing = false
                         }
                     }
                 }

@@ -1,0 +1,208 @@
+#include "ShopHouse.h"
+
+#include <QElapsedTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QKeyEvent>
+#include <QRandomGenerator>
+
+/** Whatever is pressed, and whatever the hub sends meanwhile: one thing has the focus, or the screen itself. */
+class RandomKeysTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void oneThingIsAlwaysFocused();
+
+private:
+    void pressOrRelease();
+    void changeTheWorld();
+    void answerSomething();
+    QByteArray status();
+    QByteArray page();
+    QJsonObject tape(int id) const;
+    void send(QEvent::Type type, int key, bool isRepeat = false);
+    QString complaint() const;
+
+    std::unique_ptr<ShopHouse> m_house;
+    QRandomGenerator m_dice;
+    QSet<int> m_down; ///< keys that are held
+    int m_keys = 0;
+};
+
+namespace {
+
+constexpr int keyCount = 20000;
+
+int among(QRandomGenerator& dice, std::initializer_list<int> choices)
+{
+    return choices.begin()[dice.bounded(int(choices.size()))];
+}
+
+} // namespace
+
+void RandomKeysTest::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    bool isSet = false;
+    quint32 seed = qEnvironmentVariable("QUILLMERE_SEED").toUInt(&isSet);
+    if (!isSet)
+        seed = QRandomGenerator::global()->generate();
+    qInfo("QUILLMERE_SEED=%u", seed);
+    m_dice.seed(seed);
+    m_house = std::make_unique<ShopHouse>(
+        QSize(320, 180),
+        u"searchScreen: Component { FocusScreen { Focusable { width: 90; height: 90 } Focusable { y: 99; width: 90; "
+        "height: 90 } } }\n"
+        "playerScreen: Component { FocusScreen { required property QtObject detail } }\n"
+        "transcriptScreen: Component { FocusScreen { required property QtObject detail; Focusable { width: 90; "
+        "height: 90 } } }"_s);
+}
+
+void RandomKeysTest::oneThingIsAlwaysFocused()
+{
+    QElapsedTimer taken;
+    taken.start();
+    while (m_keys < keyCount) {
+        pressOrRelease();
+        if (m_dice.bounded(12) == 0)
+            changeTheWorld();
+        answerSomething();
+        QCoreApplication::processEvents();
+        if (!m_house->isOpen())
+            m_house->open();
+        QCoreApplication::sendPostedEvents();
+        const QString wrong = complaint();
+        QVERIFY2(wrong.isEmpty(), qPrintable(u"after %1 keys: %2"_s.arg(m_keys).arg(wrong)));
+    }
+    qInfo("%d keys in %lld ms, %d requests", m_keys, taken.elapsed(), m_house->http.count());
+}
+
+void RandomKeysTest::send(QEvent::Type type, int key, bool isRepeat)
+{
+    QKeyEvent event(type, key, Qt::NoModifier, QString(), isRepeat);
+    QCoreApplication::sendEvent(&m_house->stage.window(), &event);
+    m_keys += type == QEvent::KeyPress;
+}
+
+void RandomKeysTest::pressOrRelease()
+{
+    const int key = among(m_dice, {Qt::Key_Up, Qt::Key_Up, Qt::Key_Down, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right,
+                                   Qt::Key_Right, Qt::Key_Right, Qt::Key_Select, Qt::Key_Back, Qt::Key_PageUp,
+                                   Qt::Key_PageDown, Qt::Key_MediaPlay, Qt::Key_Tab, Qt::Key_A});
+    send(QEvent::KeyPress, key, m_down.contains(key));
+    m_down.insert(key);
+    if (m_dice.bounded(5) == 0)
+        return;
+    // Held on for a while, or not; sometimes it is another one that is let go.
+    for (int repeat = m_dice.bounded(8) == 0 ? m_dice.bounded(12) : 0; repeat > 0; --repeat)
+        send(QEvent::KeyPress, key, true);
+    for (const int held : QSet(m_down)) {
+        if (held == key || m_dice.bounded(2) == 0) {
+            send(QEvent::KeyRelease, held);
+            m_down.remove(held);
+        }
+    }
+}
+
+void RandomKeysTest::changeTheWorld()
+{
+    Store& store = m_house->store;
+    switch (m_dice.bounded(7)) {
+    case 0:
+        store.setStatus({});
+        break;
+    case 1:
+        store.setShelves({});
+        break;
+    case 2:
+        store.setMarket(u"m%1"_s.arg(m_dice.bounded(4)));
+        break;
+    case 3:
+        store.setLastError(m_dice.bounded(2) == 0 ? std::optional<QString>() : u"X"_s);
+        break;
+    default:
+        if (m_house->http.count() < 100000 && !store.isLoading())
+            store.refresh();
+        break;
+    }
+}
+
+void RandomKeysTest::answerSomething()
+{
+    ScriptedHttpClient& http = m_house->http;
+    for (int call = http.count() - 1; call >= std::max(0, http.count() - 8); --call) {
+        if (!http.isWaiting(call) || m_dice.bounded(3) != 0)
+            continue;
+        const QString path = http.request(call).url.path();
+        if (m_dice.bounded(10) == 0)
+            http.fail(call, u"X"_s);
+        else if (path == u"/api/tv/status")
+            http.answer(call, 200, status());
+        else if (path == u"/api/tv/tapes")
+            http.answer(call, 200, page());
+        else
+            http.answer(call, 200, QJsonDocument(tape(path.section(u'/', -1).toInt())).toJson());
+        return;
+    }
+}
+
+QByteArray RandomKeysTest::status()
+{
+    QJsonArray markets;
+    for (int market = m_dice.bounded(12); market > 0; --market) {
+        const int number = m_dice.bounded(12);
+        markets.append(QJsonObject{
+            {u"slug"_s, u"m%1"_s.arg(number)}, {u"name"_s, u"Market number %1"_s.arg(number)}, {u"tapes"_s, number}});
+    }
+    return QJsonDocument(QJsonObject{{u"rewindery"_s, QJsonObject{{u"tapes"_s, 99}, {u"markets"_s, markets}}}}).toJson();
+}
+
+/** Some of the tapes that there are, in some order. */
+QByteArray RandomKeysTest::page()
+{
+    QJsonArray items;
+    const int count = m_dice.bounded(4) == 0 ? m_dice.bounded(3) : m_dice.bounded(60);
+    for (int item = 0; item < count; ++item)
+        items.append(tape(m_dice.bounded(1, 60)));
+    return QJsonDocument(QJsonObject{{u"items"_s, items}}).toJson();
+}
+
+QJsonObject RandomKeysTest::tape(int id) const
+{
+    static const QStringList kinds{u"council"_s, u"commission"_s, u"board"_s, u"committee"_s, u"other"_s};
+    const QString kind = kinds.at(id % kinds.size());
+    return {{u"id"_s, id},
+            {u"title"_s, u"Tape %1"_s.arg(id) + (id % 7 == 0 ? u" on Zoning "_s.repeated(40) : QString())},
+            {u"meeting_date"_s, u"2024-01-02"_s},
+            {u"has_transcript"_s, id % 2 == 0},
+            {u"body"_s, QJsonObject{{u"slug"_s, kind}, {u"name"_s, kind}, {u"kind"_s, kind}}}};
+}
+
+/** What is wrong with the focus; nothing when it is as it should be. */
+QString RandomKeysTest::complaint() const
+{
+    const FocusScreen* front = m_house->front();
+    const QQuickItem* focused = m_house->focused();
+    QList<const QQuickItem*> active;
+    bool isAnyPossible = false;
+    const auto things = Stage::all(m_house->house, "Focusable");
+    for (const QQuickItem* item : things) {
+        const auto* thing = static_cast<const Focusable*>(item);
+        if (thing->hasActiveFocus())
+            active.append(thing);
+        isAnyPossible |= FocusScreen::around(thing) == front && thing->canHoldFocus();
+    }
+    if (!isAnyPossible)
+        return focused == front ? QString() : u"the screen does not have the focus"_s;
+    if (active.size() != 1 || active.constFirst() != focused)
+        return u"%1 things are focused"_s.arg(active.size());
+    if (FocusScreen::around(focused) != front)
+        return u"what is focused is not on the screen in front"_s;
+    return static_cast<const Focusable*>(focused)->canHoldFocus() ? QString() : u"what is focused cannot be"_s;
+}
+
+QTEST_MAIN(RandomKeysTest)
+#include "RandomKeysTest.moc"

@@ -1,0 +1,100 @@
+#pragma once
+
+#include "FocusScreen.h"
+#include "HubAPI.h"
+#include "MemoryDefaults.h"
+#include "NavigationStack.h"
+#include "ScriptedHttpClient.h"
+#include "ShelvesOfTapes.h"
+#include "Stage.h"
+#include "Store.h"
+
+#include <QTest>
+
+/** The shop on a scripted network, opened over a screen as the front screen opens it. */
+struct ShopHouse
+{
+    ScriptedHttpClient http;
+    HubAPI hub{http, QUrl(u"https://hub.example.org"_s)};
+    MemoryDefaults defaults;
+    Store store{hub, defaults};
+    Stage stage;
+    QQuickItem* house = nullptr;
+
+    /** `more` are further properties of the shop, as QML. */
+    explicit ShopHouse(QSize size = {1920, 1080}, const QString& more = {}) : stage(size)
+    {
+        const QString qml =
+            u"import Quillmere.Shop\n"
+            "Canvas { id: house; property QtObject store; property QtObject hub; property bool open: true\n"
+            "FocusScreen { anchors.fill: parent; focus: true\n"
+            "FullScreenCover { anchors.fill: parent; screen: house.open ? shop : null; onDismissed: house.open = false "
+            "}\n"
+            "Component { id: shop; RewinderyView { store: house.store; hub: house.hub; %1 } } } }"_s;
+        house = stage.put(qml.arg(more), {{u"store"_s, QVariant::fromValue<QObject*>(&store)},
+                                          {u"hub"_s, QVariant::fromValue<QObject*>(&hub)}});
+    }
+
+    bool isOpen() const { return house->property("open").toBool(); }
+    void open() { house->setProperty("open", true); }
+
+    NavigationStack* shop() const { return static_cast<NavigationStack*>(Stage::first(house, "RewinderyView")); }
+
+    /** The screen that the remote is for. */
+    FocusScreen* front() const
+    {
+        FocusScreen* screen =
+            isOpen() ? shop()->front() : static_cast<FocusScreen*>(Stage::first(house, "FocusScreen"));
+        while (screen->cover())
+            screen = screen->cover();
+        return screen;
+    }
+
+    /** What has the keys. */
+    QQuickItem* focused() { return stage.window().activeFocusItem(); }
+
+    /** The name that the focused thing is heard by; empty while it has none. */
+    QString heard() { return focused() ? focused()->property("name").toString() : QString(); }
+
+    void press(std::initializer_list<int> keys)
+    {
+        for (const int key : keys)
+            stage.press(key);
+    }
+
+    QQuickItem* text(const QString& text) const
+    {
+        const auto texts = Stage::texts(house);
+        const auto found = std::find_if(texts.cbegin(), texts.cend(), [&text](const QQuickItem* item) {
+            return item->property("text").toString() == text;
+        });
+        return found == texts.cend() ? nullptr : *found;
+    }
+
+    /** The visible thing that is heard by this name. */
+    QQuickItem* thing(const QString& name) const
+    {
+        for (QQuickItem* item : Stage::all(house, "Focusable")) {
+            if (item->isVisible() && item->property("name").toString() == name)
+                return item;
+        }
+        return nullptr;
+    }
+
+    void setMarkets(const QStringList& slugs)
+    {
+        TVStatus status = store.status();
+        status.rewindery.tapes = 99;
+        status.rewindery.markets.clear();
+        for (const QString& slug : slugs)
+            status.rewindery.markets.append({slug, slug.toUpper(), {}, status.rewindery.markets.size() + 1});
+        store.setStatus(status);
+    }
+
+    /** Answers the request for `path` that waits, once there is one. */
+    void answer(const QString& path, const QByteArray& body, int status = 200)
+    {
+        QTRY_VERIFY2(http.waitingFor(path) >= 0, qPrintable(path));
+        http.answer(http.waitingFor(path), status, body);
+    }
+};
