@@ -53,6 +53,10 @@ constexpr Row rows[] = {
     {u"dressAccentedTape", u"dressing a tape with accents", u"buildOneSynopsis", u"joining one text of that length", 0},
     {u"buildShelvesOf200", u"shelves of 200 tapes", u"buildOneSynopsis", u"joining one text", 1500},
     {u"decodeAPageOf200", u"decoding a page of 200", u"parseAPageOf200", u"the JSON parser alone", 0},
+    {u"paintShelfCard/1080p", u"shelf card, 1080p", u"fillAndCompose/1080p", u"filling and laying down one image", 3},
+    {u"paintShelfCard/1620p", u"shelf card, 1620p", u"fillAndCompose/1620p", u"filling and laying down one image", 0},
+    {u"paintShelfCard/2160p", u"shelf card, 2160p", u"fillAndCompose/2160p", u"filling and laying down one image", 0},
+    {u"paintCrowdedCard", u"crowded card, 1080p", u"fillAndCompose/1080p", u"filling and laying down one image", 0},
 };
 
 const Row* rowOf(const QString& benchmark)
