@@ -8,6 +8,8 @@ StationButton {
     // Of the content's corners.
     property real radius
     property real liftScale: StationMotion.cardScale
+    // How much of white lies over it under the focus, 0 to 1.
+    property real brightening: StationMotion.cardBrightening
     default property alias content: lifted.data
 
     z: activeFocus ? 1 : 0
@@ -39,13 +41,13 @@ StationButton {
         anchors.centerIn: parent
         width: card.width * card.liftScale
         height: card.height * card.liftScale
-        active: card.lift > 0
-        opacity: card.lift
+        active: card.lift > 0 && card.brightening > 0
+        opacity: card.lift * card.brightening
         sourceComponent: SoftShadow {
             // No linter knows that a Loader's component sees the file's own names.
             radius: card.radius * card.liftScale // qmllint disable unqualified
             spread: 1
-            color: StationPalette.faded("white", StationMotion.cardBrightening)
+            color: "white"
         }
     }
 }

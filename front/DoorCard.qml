@@ -21,6 +21,7 @@ CardButton {
     implicitHeight: 620
     radius: 24
     liftScale: StationMotion.liftScale
+    brightening: 0 // its colours are its own
     Accessible.description: subtitle
 
     CardPlate {

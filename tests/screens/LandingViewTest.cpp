@@ -32,6 +32,8 @@ private Q_SLOTS:
     void aDoorLiftsInFifteenHundredthsOfASecond();
     void selectingADoorOnlySetsItsFlagWhileItsScreenIsMissing();
     void aDoorsScreenCoversThisOneUntilBackIsPressed();
+    void backDuringTheSlideOnlyTakesTheCoverAway();
+    void whatIsCoveredIsNotDrawn();
     void playPauseBelongsToTheCoverWhileThereIsOne();
     void backLeavesOnlyWhenPressedAgainWithinThreeSeconds();
     void theDoorsSayWhatTheHubSaid();
@@ -146,6 +148,37 @@ void LandingViewTest::aDoorsScreenCoversThisOneUntilBackIsPressed()
         QVERIFY(!house.shows(u"Press back again to switch the set off"_s));
     }
     QCOMPARE(house.statusRequests(), 1);
+}
+
+void LandingViewTest::backDuringTheSlideOnlyTakesTheCoverAway()
+{
+    FrontHouse house({1920, 1080}, u"newsScreen: %1"_s.arg(cover));
+    const QString notice = u"Press back again to switch the set off"_s;
+    house.stage.press(Qt::Key_Select);
+    house.stage.press(Qt::Key_Back);
+    QVERIFY(!house.isCovered());
+    QVERIFY(house.newsDoor()->hasActiveFocus());
+    QVERIFY(!house.shows(notice));
+    // While the cover still slides away, the keys are the front screen's again.
+    house.stage.press(Qt::Key_Right);
+    QVERIFY(house.storeDoor()->hasActiveFocus());
+    house.stage.press(Qt::Key_Back);
+    QVERIFY(house.shows(notice));
+}
+
+void LandingViewTest::whatIsCoveredIsNotDrawn()
+{
+    FrontHouse house({1920, 1080}, u"newsScreen: %1"_s.arg(cover));
+    house.setNews(true, u"Harbour Council"_s);
+    house.stage.press(Qt::Key_Select);
+    QTRY_VERIFY(!house.newsDoor()->isVisible());
+    house.stage.settle();
+    const int frames = house.stage.frames();
+    QTest::qWait(500); // of the lit lamp's pulse
+    QCOMPARE(house.stage.frames(), frames);
+    house.stage.press(Qt::Key_Back);
+    QVERIFY(house.newsDoor()->isVisible());
+    QTRY_VERIFY(house.stage.frames() > frames + 5);
 }
 
 void LandingViewTest::playPauseBelongsToTheCoverWhileThereIsOne()
