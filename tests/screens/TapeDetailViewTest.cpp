@@ -1,0 +1,239 @@
+#include "TapeDetailHouse.h"
+
+/** What a tape's screen says and does. */
+class TapeDetailViewTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup() { m_house.reset(); }
+    void everyWordOfTheTapeIsThere();
+    void theBadgesStandInTheirOrder_data();
+    void theBadgesStandInTheirOrder();
+    void theButtonsAreThoseThatMakeSense_data();
+    void theButtonsAreThoseThatMakeSense();
+    void theFactsStandInTheirOrder_data();
+    void theFactsStandInTheirOrder();
+    void theHubsWordsAreNoMarkup();
+    void theFullRecordIsShownWhenItComes();
+    void aFailureShowsNoMessage();
+    void selectOpensThePlayerAndBackReturnsToTheButton();
+    void thePlayerIsGivenTheTapeAndWhereItStarts();
+    void theResumeOfferIsFreshWhenThePlayerCloses();
+    void theTranscriptsDoorOnlySetsItsFlag();
+    void aScreenThatIsLeftAsksNoMore();
+
+private:
+    void open(const Tape& tape, double resumePosition = 0)
+    {
+        m_house = std::make_unique<TapeDetailHouse>(tape, resumePosition);
+    }
+
+    std::unique_ptr<TapeDetailHouse> m_house;
+};
+
+void TapeDetailViewTest::everyWordOfTheTapeIsThere()
+{
+    open(TapeDetailHouse::rich());
+    const QStringList expected{
+        u"City Council Regular Meeting"_s,
+        u"CHAMBER DRAMA"_s,
+        u"P.G."_s,
+        u"49 MIN"_s,
+        u"SP MODE"_s,
+        u"◈ AGENDA ENCLOSED"_s,
+        m_house->controller->tagline(),
+        m_house->controller->synopsis(),
+        u"Push it in"_s,
+        u"Read the transcript"_s,
+        u"BODY"_s,
+        u"City Council"_s,
+        u"RECORDED"_s,
+        u"March 5, 2024"_s,
+        u"MARKET"_s,
+        u"Springfield"_s,
+        u"LOCATION"_s,
+        u"Town Hall"_s,
+        u"TAPE SIZE"_s,
+        u"1.0 GB · self-hosted"_s,
+        u"TRANSCRIPT"_s,
+        u"Searchable transcript on file (CC)"_s,
+        u"BONUS MATERIALS"_s,
+        u"Agenda · Minutes · Staff report +2 more"_s,
+        u"Cat. RW 1130 · SP · PUBLIC GOVERNANCE — all citizens admitted"_s,
+    };
+    QCOMPARE(m_house->shown(), expected);
+}
+
+void TapeDetailViewTest::theBadgesStandInTheirOrder_data()
+{
+    QTest::addColumn<Tape>("tape");
+    QTest::addColumn<QStringList>("badges");
+    const QStringList plain{u"CHAMBER DRAMA"_s, u"P.G."_s, u"49 MIN"_s, u"SP MODE"_s};
+    QTest::newRow("without an agenda") << TapeDetailHouse::ordinary() << plain;
+    QTest::newRow("with an agenda") << TapeDetailHouse::rich()
+                                    << QStringList(plain + QStringList{u"◈ AGENDA ENCLOSED"_s});
+}
+
+void TapeDetailViewTest::theBadgesStandInTheirOrder()
+{
+    QFETCH(const Tape, tape);
+    open(tape);
+    QTEST(m_house->badges(), "badges");
+    qreal end = 0;
+    for (const QQuickItem* badge : Stage::all(m_house->view, "TapeBadge")) {
+        if (!badge->isVisible())
+            continue;
+        QVERIFY(m_house->place(badge).left() > end);
+        end = m_house->place(badge).right();
+    }
+}
+
+void TapeDetailViewTest::theButtonsAreThoseThatMakeSense_data()
+{
+    QTest::addColumn<bool>("hasTranscript");
+    QTest::addColumn<double>("position");
+    QTest::addColumn<QStringList>("buttons");
+    QTest::newRow("new to the viewer") << false << 0.0 << QStringList{u"Push it in"_s};
+    QTest::newRow("with a transcript") << true << 0.0 << QStringList{u"Push it in"_s, u"Read the transcript"_s};
+    QTest::newRow("left part-way") << false << 3725.0 << QStringList{u"Resume at 1:02:05"_s, u"Start over"_s};
+    QTest::newRow("both") << true << 125.0
+                          << QStringList{u"Resume at 2:05"_s, u"Start over"_s, u"Read the transcript"_s};
+}
+
+void TapeDetailViewTest::theButtonsAreThoseThatMakeSense()
+{
+    QFETCH(const bool, hasTranscript);
+    QFETCH(const double, position);
+    Tape tape = TapeDetailHouse::ordinary();
+    tape.hasTranscript = hasTranscript;
+    open(tape, position);
+    QTEST(m_house->buttons(), "buttons");
+}
+
+void TapeDetailViewTest::theFactsStandInTheirOrder_data()
+{
+    QTest::addColumn<Tape>("tape");
+    QTest::addColumn<QStringList>("facts");
+    const QString body = u"BODY=City Council"_s;
+    const QString size = u"TAPE SIZE=1.0 GB · self-hosted"_s;
+    const QString none = u"TRANSCRIPT=None harvested"_s;
+    QTest::newRow("all but documents")
+        << TapeDetailHouse::ordinary()
+        << QStringList{body, u"RECORDED=March 5, 2024"_s, u"MARKET=Springfield"_s, u"LOCATION=Town Hall"_s, size, none};
+    Tape bare = TapeDetailHouse::ordinary();
+    bare.meetingDate.reset();
+    bare.market.name.clear();
+    bare.location.clear();
+    QTest::newRow("nothing but what there always is") << bare << QStringList{body, size, none};
+}
+
+void TapeDetailViewTest::theFactsStandInTheirOrder()
+{
+    QFETCH(const Tape, tape);
+    open(tape);
+    QTEST(m_house->facts(), "facts");
+    qreal end = 0;
+    for (const QQuickItem* row : Stage::all(m_house->view, "FactRow")) {
+        QVERIFY(m_house->place(row).top() >= end);
+        end = m_house->place(row).bottom();
+    }
+}
+
+void TapeDetailViewTest::theHubsWordsAreNoMarkup()
+{
+    Tape tape = TapeDetailHouse::ordinary();
+    tape.title = u"<b>Budget</b> &amp; <img src='https://elsewhere.example/x.png'>"_s;
+    tape.location = u"<i>Hall</i>"_s;
+    open(tape);
+    QVERIFY(m_house->shown().contains(tape.title));
+    for (const QQuickItem* text : Stage::texts(m_house->view))
+        QCOMPARE(text->property("textFormat").toInt(), 0);
+}
+
+void TapeDetailViewTest::theFullRecordIsShownWhenItComes()
+{
+    open(TapeDetailHouse::ordinary());
+    m_house->answer(R"({"id": 42, "title": "In full", "has_transcript": true, "location": "Harbour House"})");
+    QTRY_VERIFY(m_house->shown().contains(u"In full"_s));
+    QVERIFY(m_house->shown().contains(u"Harbour House"_s));
+    QCOMPARE(m_house->buttons(), QStringList({u"Push it in"_s, u"Read the transcript"_s}));
+    QCOMPARE(Stage::first(m_house->view, "VHSBoxFront")->property("cover").value<VHSCover>().title, u"In full"_s);
+    QCOMPARE(m_house->focused(), u"Push it in"_s);
+}
+
+void TapeDetailViewTest::aFailureShowsNoMessage()
+{
+    open(TapeDetailHouse::rich());
+    const QStringList before = m_house->shown();
+    m_house->answer({}, 503);
+    QTRY_COMPARE(m_house->request(), -1);
+    m_house->stage.settle();
+    QCOMPARE(m_house->shown(), before);
+}
+
+void TapeDetailViewTest::selectOpensThePlayerAndBackReturnsToTheButton()
+{
+    open(TapeDetailHouse::rich(), 125);
+    m_house->stage.press(Qt::Key_Right);
+    m_house->stage.press(Qt::Key_Select);
+    QVERIFY(m_house->controller->isPlaying());
+    QVERIFY(m_house->player());
+    QVERIFY(m_house->player()->hasActiveFocus());
+    m_house->stage.press(Qt::Key_Right);
+    m_house->stage.press(Qt::Key_Back);
+    QVERIFY(!m_house->controller->isPlaying());
+    QCOMPARE(m_house->focused(), u"Start over"_s);
+    QTRY_VERIFY(!m_house->player());
+    QCOMPARE(m_house->focused(), u"Start over"_s);
+    QCOMPARE(m_house->http.count(), 1 + m_house->request());
+}
+
+void TapeDetailViewTest::thePlayerIsGivenTheTapeAndWhereItStarts()
+{
+    open(TapeDetailHouse::rich(), 125);
+    m_house->stage.press(Qt::Key_Select);
+    QVERIFY(m_house->player());
+    QCOMPARE(m_house->player()->property("tape").value<Tape>().streamURLPath, u"/media/42/index.m3u8"_s);
+    QCOMPARE(m_house->player()->property("detail").value<TapeDetailController*>()->startAt(), 125.0);
+}
+
+void TapeDetailViewTest::theResumeOfferIsFreshWhenThePlayerCloses()
+{
+    open(TapeDetailHouse::rich());
+    m_house->stage.press(Qt::Key_Select);
+    m_house->store.saveResume(42, 3600);
+    m_house->stage.press(Qt::Key_Back);
+    QCOMPARE(m_house->buttons(), QStringList({u"Resume at 1:00:00"_s, u"Start over"_s, u"Read the transcript"_s}));
+    QCOMPARE(m_house->focused(), u"Resume at 1:00:00"_s);
+    m_house->stage.settle();
+    m_house->stage.press(Qt::Key_Right);
+    m_house->stage.press(Qt::Key_Select);
+    m_house->store.removeResume(42);
+    m_house->stage.press(Qt::Key_Back);
+    QCOMPARE(m_house->buttons(), QStringList({u"Push it in"_s, u"Read the transcript"_s}));
+    // The button that was pressed is no longer there.
+    QTRY_COMPARE(m_house->focused(), u"Push it in"_s);
+}
+
+void TapeDetailViewTest::theTranscriptsDoorOnlySetsItsFlag()
+{
+    open(TapeDetailHouse::rich());
+    m_house->stage.press(Qt::Key_Right);
+    m_house->stage.press(Qt::Key_Select);
+    QVERIFY(m_house->controller->isReadingTranscript());
+    QVERIFY(!m_house->controller->isPlaying());
+    QCOMPARE(m_house->focused(), u"Read the transcript"_s);
+}
+
+void TapeDetailViewTest::aScreenThatIsLeftAsksNoMore()
+{
+    open(TapeDetailHouse::rich());
+    const int call = m_house->request();
+    QVERIFY(call >= 0);
+    Q_EMIT m_house->view->disappeared();
+    QVERIFY(m_house->http.wasCancelled(call));
+}
+
+QTEST_MAIN(TapeDetailViewTest)
+#include "TapeDetailViewTest.moc"
