@@ -27,11 +27,6 @@ void TapeDetailController::setTape(Tape tape)
     show();
 }
 
-VHSCover TapeDetailController::cover() const
-{
-    return dress(shownTape());
-}
-
 void TapeDetailController::setPlaying(bool playing)
 {
     if (m_playing == playing)
@@ -53,47 +48,47 @@ void TapeDetailController::setReadingTranscript(bool readingTranscript)
 
 QString TapeDetailController::title() const
 {
-    return titleText(cover());
+    return titleText(m_cover);
 }
 
 QString TapeDetailController::genreBadge() const
 {
-    return cover().genre;
+    return m_cover.genre;
 }
 
 QString TapeDetailController::ratingBadge() const
 {
-    return cover().rating.code;
+    return m_cover.rating.code;
 }
 
 QString TapeDetailController::runtimeBadge() const
 {
-    return ::runtimeBadge(cover());
+    return ::runtimeBadge(m_cover);
 }
 
 QString TapeDetailController::speedBadge() const
 {
-    return ::speedBadge(cover());
+    return ::speedBadge(m_cover);
 }
 
 QString TapeDetailController::agendaBadge() const
 {
-    return ::agendaBadge(cover());
+    return ::agendaBadge(m_cover);
 }
 
 QString TapeDetailController::tagline() const
 {
-    return taglineText(cover());
+    return taglineText(m_cover);
 }
 
 QString TapeDetailController::synopsis() const
 {
-    return synopsisText(cover());
+    return synopsisText(m_cover);
 }
 
 QString TapeDetailController::catalogueLine() const
 {
-    return ::catalogueLine(cover());
+    return ::catalogueLine(m_cover);
 }
 
 QString TapeDetailController::playText() const
@@ -140,7 +135,8 @@ QCoro::Task<> TapeDetailController::fetch()
 
 void TapeDetailController::show()
 {
-    m_facts.setFacts(factsOf(shownTape(), cover()));
+    m_cover = dress(shownTape());
+    m_facts.setFacts(factsOf(shownTape(), m_cover));
     readResumePosition();
     Q_EMIT shownTapeChanged();
 }

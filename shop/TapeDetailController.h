@@ -62,7 +62,8 @@ public:
     /** The full record, once fetched; kept as long as the screen lives. */
     const std::optional<Tape>& detail() const { return m_detail; }
     const Tape& shownTape() const { return m_detail ? *m_detail : m_tape; }
-    VHSCover cover() const;
+    /** Dressed anew with every change of the shown tape, and so never older than it. */
+    const VHSCover& cover() const { return m_cover; }
 
     bool isPlaying() const { return m_playing; }
     void setPlaying(bool playing);
@@ -116,6 +117,7 @@ private:
     QPointer<HubAPI> m_hub;
     Tape m_tape;
     std::optional<Tape> m_detail;
+    VHSCover m_cover; ///< kept between changes, as dressing a title without end takes its time
     bool m_playing = false;
     bool m_readingTranscript = false;
     double m_startAt = 0;
