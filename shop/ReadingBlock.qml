@@ -8,6 +8,9 @@ Focusable {
 
     default property alias content: inside.data
 
+    // What is heard of it.
+    required property string name
+
     // The room above and below the texts that comes into sight with them.
     property real above: 0
     property real below: 0
@@ -16,6 +19,10 @@ Focusable {
     readonly property real gap: 8
     readonly property real line: 4
 
+    Accessible.role: Accessible.Grouping
+    Accessible.name: name
+    Accessible.focusable: true
+    Accessible.focused: activeFocus
     implicitHeight: above + inside.childrenRect.height + below
 
     Item {

@@ -80,6 +80,7 @@ FocusScreen {
                 spacing: 26
 
                 ReadingBlock {
+                    name: controller.title
                     above: page.margin
                     width: parent.width
                     enabled: view.overflows
@@ -192,6 +193,7 @@ FocusScreen {
                 }
 
                 ReadingBlock {
+                    name: controller.catalogueLine
                     below: page.margin
                     width: parent.width
                     enabled: view.overflows
