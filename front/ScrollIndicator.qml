@@ -8,15 +8,16 @@ Item {
 
     required property ScrollArea area
 
-    readonly property real hidden: area.contentExtent - area.height
+    // Of the content, at its length or that of the room.
+    readonly property real whole: Math.max(area.contentExtent, area.height, 1)
 
     implicitWidth: 6
-    visible: hidden > 0
+    visible: whole > area.height
 
     CardPlate {
         width: parent.width
-        height: Math.max(40, indicator.height * indicator.area.height / indicator.area.contentExtent)
-        y: (indicator.height - height) * indicator.area.position / indicator.hidden
+        height: Math.max(40, indicator.height * indicator.area.height / indicator.whole)
+        y: (indicator.height - height) * indicator.area.position / Math.max(indicator.whole - indicator.area.height, 1)
         radius: width / 2
         fill: StationPalette.faded(StationPalette.cream, 0.35)
     }

@@ -67,7 +67,7 @@ void PaintedItem::itemChange(ItemChange change, const ItemChangeData& data)
         disconnect(m_frames);
         if (data.window)
             m_frames = connect(data.window, &QQuickWindow::afterAnimating, this, &PaintedItem::follow);
-    } else if (change == ItemDevicePixelRatioHasChanged) {
+    } else if (change == ItemDevicePixelRatioHasChanged || change == ItemVisibleHasChanged) {
         update();
     }
     QQuickItem::itemChange(change, data);
@@ -175,6 +175,8 @@ QImage PaintedItem::shared(const Placement& placement) const
 QSGNode* PaintedItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
 {
     auto node = static_cast<QSGImageNode*>(old);
+    if (!isVisible())
+        return node;
     const Placement now = placement();
     if (now.pixels.isEmpty()) {
         delete node;

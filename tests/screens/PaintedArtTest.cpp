@@ -72,6 +72,7 @@ private Q_SLOTS:
     void aMoveByWholePixelsDrawsOneFrame();
     void aMoveByPartOfAPixelPaintsOnceAtItsEnd();
     void artThatGrewIsSharpThoughItIsStillScrolled();
+    void hiddenArtIsNotPainted();
     void equalShadowsArePaintedOnce_data();
     void equalShadowsArePaintedOnce();
     void shadowsThatDifferArePaintedEach_data();
@@ -161,6 +162,28 @@ void PaintedArtTest::artThatGrewIsSharpThoughItIsStillScrolled()
             return disc.paintings == 2;
         }(),
         2000);
+}
+
+void PaintedArtTest::hiddenArtIsNotPainted()
+{
+    Stage stage({400, 300});
+    QQuickItem* root = stage.put(u"Item { Rectangle { width: 400; height: 300; color: 'white' } Item {} }"_s);
+    QQuickItem* cupboard = root->childItems().constLast();
+    cupboard->setVisible(false);
+    CountedDisc disc;
+    disc.setSize({100, 100});
+    disc.setParentItem(cupboard);
+    stage.settle();
+    QCOMPARE(disc.paintings, 0);
+    cupboard->setVisible(true);
+    QCOMPARE(stage.picture().pixelColor(50, 50), QColor(Qt::red));
+    QCOMPARE(disc.paintings, 1);
+    // Hidden for a while it keeps its picture.
+    cupboard->setVisible(false);
+    stage.settle();
+    cupboard->setVisible(true);
+    QCOMPARE(stage.picture().pixelColor(50, 50), QColor(Qt::red));
+    QCOMPARE(disc.paintings, 1);
 }
 
 void PaintedArtTest::equalShadowsArePaintedOnce_data()
