@@ -11,7 +11,7 @@ ScrollArea {
 
     required property MarketList markets
 
-    readonly property real chipHeight: 53
+    readonly property real chipHeight: 54
     // Room for the ring around a chip.
     readonly property real margin: 10
 

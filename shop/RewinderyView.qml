@@ -65,45 +65,44 @@ NavigationStack {
                 height: parent.height
                 visible: controller.showsShelves
                 lead: 300
-                contentExtent: column.height
+                contentExtent: credits.y + credits.height + 50
 
-                Column {
-                    id: column
+                // Placed by bindings and not by a column, so that a change of the shelves is through at once.
+                ShopCounter {
+                    id: counter
 
+                    y: 50
                     width: parent.width
-                    topPadding: 50
-                    bottomPadding: 50
+                    stockLine: controller.stockLine
+                    markets: controller.markets
+                    onSearched: controller.searching = true
+                }
+
+                LazyStack {
+                    id: shelves
+
+                    y: counter.y + counter.height + spacing
+                    width: parent.width
                     spacing: 54
+                    // A shelf's title line, its cassettes and the space around them.
+                    extent: 525
+                    ahead: extent + spacing
+                    model: controller.shelves
+                    place: controller.shelves.place
+                    onHeld: shelf => controller.shelves.hold(shelf)
 
-                    ShopCounter {
-                        width: parent.width
-                        stockLine: controller.stockLine
-                        markets: controller.markets
-                        onSearched: controller.searching = true
+                    ShelfRow {
+                        width: room.width
+                        height: shelves.extent
+                        onOpened: cassette => controller.open(row, cassette)
                     }
+                }
 
-                    LazyStack {
-                        id: shelves
+                ShopCredits {
+                    id: credits
 
-                        width: parent.width
-                        spacing: 54
-                        // A shelf's title line, its cassettes and the space around them.
-                        extent: 525
-                        ahead: extent + spacing
-                        model: controller.shelves
-                        place: controller.shelves.place
-                        onHeld: shelf => controller.shelves.hold(shelf)
-
-                        ShelfRow {
-                            width: room.width
-                            height: shelves.extent
-                            onOpened: cassette => controller.open(row, cassette)
-                        }
-                    }
-
-                    ShopCredits {
-                        width: parent.width
-                    }
+                    y: shelves.y + shelves.height + shelves.spacing
+                    width: parent.width
                 }
             }
 

@@ -113,7 +113,7 @@ void RewinderyViewTest::everyTextOfTheShopIsRead()
 
 void RewinderyViewTest::thePartsStandWhereTheyShould()
 {
-    show(u"Staff Picks: 1 2; Procedurals: 3"_s);
+    show(u"Staff Picks: 1 2 4; Procedurals: 3"_s);
     showMarkets({u"a"_s, u"b"_s});
     const QRectF sign = areaOf(u"Rewindery"_s);
     QCOMPARE(sign.topLeft(), QPointF(70, 50));
@@ -134,8 +134,8 @@ void RewinderyViewTest::thePartsStandWhereTheyShould()
     const QRectF second = areaOfThing(u"Tape 2"_s);
     QCOMPARE(picks.left(), 70.0);
     QVERIFY(qAbs(picks.top() - search.bottom() - 6 - 54) < 1);
-    QCOMPARE(areaOf(u"2"_s).left(), picks.right() + 16 + 12);
-    QCOMPARE(areaOf(u"City Council · 2024"_s).left(), areaOf(u"2"_s).right() + 12 + 16);
+    QCOMPARE(areaOf(u"3"_s).left(), picks.right() + 16 + 12);
+    QCOMPARE(areaOf(u"City Council · 2024"_s).left(), areaOf(u"3"_s).right() + 12 + 16);
     QCOMPARE(first.size(), QSizeF(250, 250 * 1.5625));
     QCOMPARE(first.left(), 70.0 + 6);
     QCOMPARE(first.top(), picks.top() + 48 + 18 + 34);

@@ -38,16 +38,21 @@ struct ShopHouse
     bool isOpen() const { return house->property("open").toBool(); }
     void open() { house->setProperty("open", true); }
 
-    NavigationStack* shop() const { return static_cast<NavigationStack*>(Stage::first(house, "RewinderyView")); }
+    /** The screen that the shop is opened over, and the shop while it is open. */
+    FocusScreen* host() const { return static_cast<FocusScreen*>(Stage::first(house, "FocusScreen")); }
+    NavigationStack* shop() const { return static_cast<NavigationStack*>(host()->cover()); }
 
     /** The screen that the remote is for. */
     FocusScreen* front() const
     {
-        FocusScreen* screen =
-            isOpen() ? shop()->front() : static_cast<FocusScreen*>(Stage::first(house, "FocusScreen"));
-        while (screen->cover())
-            screen = screen->cover();
-        return screen;
+        FocusScreen* screen = host();
+        while (true) {
+            const auto* pages = qobject_cast<NavigationStack*>(screen);
+            FocusScreen* const inner = screen->cover() || !pages ? screen->cover() : pages->front();
+            if (!inner)
+                return screen;
+            screen = inner;
+        }
     }
 
     /** What has the keys. */
