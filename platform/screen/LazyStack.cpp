@@ -2,50 +2,33 @@
 
 #include "FocusScreen.h"
 #include "FocusSection.h"
-#include "MadeItem.h"
 #include "ScrollArea.h"
 
 #include <QElapsedTimer>
-#include <QQmlProperty>
 #include <QScopedValueRollback>
 
 namespace {
 
 constexpr qint64 turnBudget = 4; // milliseconds of making items ahead, in one turn of the event loop
 
-/** Whether `item` is `ancestor` or stands in it. */
-bool isWithin(const QQuickItem* ancestor, const QQuickItem* item)
-{
-    return ancestor && item && (ancestor == item || ancestor->isAncestorOf(item));
-}
-
-Focusable* firstFocusable(QQuickItem* item)
+/** What is to have the focus in `item`: what held it last in its section, else the first thing that can. */
+Focusable* entrance(QQuickItem* item)
 {
     if (auto focusable = qobject_cast<Focusable*>(item))
         return focusable;
+    if (auto section = qobject_cast<FocusSection*>(item); section && section->held())
+        return section->held();
     const auto children = item->childItems();
     for (QQuickItem* child : children) {
-        if (Focusable* focusable = firstFocusable(child))
+        if (Focusable* focusable = entrance(child))
             return focusable;
-    }
-    return nullptr;
-}
-
-FocusSection* firstSection(QQuickItem* item)
-{
-    if (auto section = qobject_cast<FocusSection*>(item))
-        return section;
-    const auto children = item->childItems();
-    for (QQuickItem* child : children) {
-        if (FocusSection* section = firstSection(child))
-            return section;
     }
     return nullptr;
 }
 
 } // namespace
 
-LazyStack::LazyStack(QQuickItem* parent) : QQuickItem(parent) {}
+LazyStack::LazyStack(QQuickItem* parent) : QQuickItem(parent), m_items(*this) {}
 
 LazyStack::~LazyStack() = default;
 
@@ -88,9 +71,7 @@ void LazyStack::setDelegate(QQmlComponent* delegate)
         return;
     m_delegate = delegate;
     m_isRefused = false;
-    for (QQuickItem* item : std::as_const(m_items))
-        discard(item);
-    m_items.clear();
+    m_items.discardUnless([](int) { return false; });
     populate();
     Q_EMIT delegateChanged();
 }
@@ -195,46 +176,22 @@ void LazyStack::readModel()
     {
         // Until the area shows what has the focus, that would count as far away.
         const QScopedValueRollback populating(m_isPopulating, true);
-        keepItems(before);
+        m_items.keep(before, m_rows, m_model, [this](QQuickItem& item, int row) { layOut(item, row); });
         if (m_orientation == Qt::Vertical)
             setImplicitHeight(m_rows.length());
         else
             setImplicitWidth(m_rows.length());
-        if (focused && focused->isVisible() && focused->mapToItem(this, QPointF()) != stood)
+        if (m_items.rowAround(focused) >= 0 && focused->mapToItem(this, QPointF()) != stood)
             moveFocus(screen, focused);
     }
     populate();
     rememberPlace();
-    if (focused && focused->isVisible())
+    if (m_items.rowAround(focused) >= 0)
         // The owner may be about to tell that the place has moved with it.
         QMetaObject::invokeMethod(
             this, [this] { focusPlace(screenFocusedHere()); }, Qt::QueuedConnection);
     else
         focusPlace(screen);
-}
-
-/** After a change of the model: those whose row is still there stay, and take its number and values. */
-void LazyStack::keepItems(const StackRows& before)
-{
-    QHash<StackRows::Identity, QQuickItem*> left;
-    for (auto i = m_items.cbegin(); i != m_items.cend(); ++i)
-        left.insert(before.at(i.key()).identity, i.value());
-    m_items.clear();
-    for (int row = 0; row < m_rows.count() && !left.isEmpty(); ++row) {
-        if (QQuickItem* item = left.take(m_rows.at(row).identity))
-            m_items.insert(row, item);
-    }
-    for (QQuickItem* item : std::as_const(left))
-        discard(item);
-    const auto kept = m_items;
-    for (auto i = kept.cbegin(); i != kept.cend(); ++i) {
-        if (m_items.value(i.key()) != i.value())
-            continue; // the model has changed again
-        layOut(i.value(), i.key());
-        const QVariantMap values = roles(i.value(), i.key());
-        for (auto value = values.cbegin(); value != values.cend(); ++value)
-            QQmlProperty::write(i.value(), value.key(), value.value());
-    }
 }
 
 /** Brings what exists up to date with what is near what is shown. */
@@ -266,72 +223,41 @@ void LazyStack::timerEvent(QTimerEvent* event)
     const QList<int> rows = missing(m_ahead);
     if (rows.isEmpty())
         m_makingAhead.stop();
-    const QScopedValueRollback populating(m_isPopulating, true);
-    m_isOutdated = false;
-    for (auto row = rows.cbegin(); row != rows.cend() && !m_isOutdated && turn.elapsed() < turnBudget; ++row)
-        make(*row);
+    {
+        const QScopedValueRollback populating(m_isPopulating, true);
+        m_isOutdated = false;
+        for (auto row = rows.cbegin(); row != rows.cend() && !m_isOutdated && turn.elapsed() < turnBudget; ++row)
+            make(*row);
+    }
+    if (m_isOutdated)
+        populate();
 }
 
 void LazyStack::discardFar()
 {
     const QList<StackRows::Span> spans = shown(m_ahead);
-    for (auto i = m_items.begin(); i != m_items.end();) {
-        const int row = i.key();
-        const bool isWanted = isNearPlace(row) || std::any_of(spans.cbegin(), spans.cend(),
-                                                              [row](const auto& span) { return span.contains(row); });
-        if (!isWanted)
-            discard(i.value());
-        i = isWanted ? std::next(i) : m_items.erase(i);
-    }
+    m_items.discardUnless([&](int row) {
+        return isNearPlace(row) ||
+               std::any_of(spans.cbegin(), spans.cend(), [row](const auto& span) { return span.contains(row); });
+    });
 }
 
 void LazyStack::make(int row)
 {
     if (m_isRefused)
         return;
-    QQuickItem* begun = nullptr;
-    const auto begin = [&](QQuickItem& item) {
-        begun = &item;
-        m_items.insert(row, begun);
-        layOut(begun, row);
-        return roles(begun, row);
-    };
-    if (!madeItem(*m_delegate, *this, begin)) {
-        // The programmer's mistake; it would be the same for every row.
-        m_isRefused = true;
-        m_items.removeIf([begun](const auto& item) { return item.value() == begun; });
-    } else if (row == m_place) {
+    // The programmer's mistake, which would be the same for every row.
+    m_isRefused = !m_items.make(row, *m_delegate, m_model, [this](QQuickItem& item, int at) { layOut(item, at); });
+    if (row == m_place)
         rememberPlace();
-    }
 }
 
-void LazyStack::discard(QQuickItem* item)
-{
-    // It may be in the middle of telling that it was selected.
-    item->setVisible(false);
-    item->deleteLater();
-}
-
-QVariantMap LazyStack::roles(const QQuickItem* item, int row) const
-{
-    const auto has = [item](const char* name) { return item->metaObject()->indexOfProperty(name) >= 0; };
-    QVariantMap values;
-    if (has("index"))
-        values.insert(QStringLiteral("index"), row);
-    const auto names = m_model ? m_model->roleNames() : QHash<int, QByteArray>();
-    for (auto role = names.cbegin(); role != names.cend(); ++role) {
-        if (has(role.value()))
-            values.insert(QString::fromUtf8(role.value()), m_model->index(row, 0).data(role.key()));
-    }
-    return values;
-}
-
-void LazyStack::layOut(QQuickItem* item, int row) const
+void LazyStack::layOut(QQuickItem& item, int row) const
 {
     if (m_orientation == Qt::Vertical)
-        item->setY(m_rows.at(row).first);
+        item.setY(m_rows.at(row).first);
     else
-        item->setX(m_rows.at(row).first);
+        item.setX(m_rows.at(row).first);
 }
 
 /** Where this begins in the content of the scroll area. */
@@ -362,7 +288,7 @@ QList<int> LazyStack::missing(qreal margin) const
     QList<int> rows;
     const auto add = [&](int first, int last) {
         for (int row = std::max(0, first); row <= std::min(last, m_rows.count() - 1); ++row) {
-            if (!m_items.contains(row) && !rows.contains(row))
+            if (!m_items.has(row) && !rows.contains(row))
                 rows.append(row);
         }
     };
@@ -386,39 +312,24 @@ void LazyStack::showPlaceAtOnce()
     m_area->reveal(offset() + row.first, offset() + row.last, true);
 }
 
-QQuickItem* LazyStack::itemAt(int row) const
-{
-    return m_items.value(row);
-}
-
-int LazyStack::existing() const
-{
-    return int(m_items.size());
-}
-
 void LazyStack::hold(const QQuickItem* descendant)
 {
-    for (auto i = m_items.cbegin(); i != m_items.cend(); ++i) {
-        if (!isWithin(i.value(), descendant))
-            continue;
-        const int row = i.key();
-        if (row == m_place || m_isMovingFocus)
-            return;
-        // The place follows the focus here, not the other way round.
-        const QScopedValueRollback moving(m_isMovingFocus, true);
-        Q_EMIT held(row);
+    const int row = m_items.rowAround(descendant);
+    if (row < 0 || row == m_place || m_isMovingFocus)
         return;
-    }
+    // The place follows the focus here, not the other way round.
+    const QScopedValueRollback moving(m_isMovingFocus, true);
+    Q_EMIT held(row);
 }
 
 /** The section around this is entered at the place, also when the item there is a new one. */
 void LazyStack::rememberPlace() const
 {
-    QQuickItem* item = m_items.value(m_place);
+    QQuickItem* item = m_items.at(m_place);
     FocusSection* section = item ? FocusSection::around(this) : nullptr;
-    if (!section || isWithin(item, section->held()))
+    if (!section || m_items.rowAround(section->held()) == m_place)
         return;
-    if (Focusable* focusable = firstFocusable(item))
+    if (Focusable* focusable = entrance(item))
         section->setHeld(focusable);
 }
 
@@ -426,18 +337,16 @@ void LazyStack::rememberPlace() const
 FocusScreen* LazyStack::screenFocusedHere() const
 {
     FocusScreen* screen = FocusScreen::around(this);
-    return screen && isWithin(this, screen->focused()) ? screen : nullptr;
+    return screen && screen->focused() && isAncestorOf(screen->focused()) ? screen : nullptr;
 }
 
 /** Gives the focus, which was in this stack, to the item at the place. */
 void LazyStack::focusPlace(FocusScreen* screen)
 {
-    QQuickItem* item = m_items.value(m_place);
-    if (!screen || !item || isWithin(item, screen->focused()))
+    QQuickItem* item = m_items.at(m_place);
+    if (!screen || !item || m_items.rowAround(screen->focused()) == m_place)
         return;
-    const FocusSection* section = firstSection(item);
-    Focusable* held = section ? section->held() : nullptr;
-    if (Focusable* focusable = held ? held : firstFocusable(item))
+    if (Focusable* focusable = entrance(item))
         moveFocus(screen, focusable);
 }
 

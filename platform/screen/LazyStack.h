@@ -1,10 +1,10 @@
 #pragma once
 
+#include "StackItems.h"
 #include "StackRows.h"
 
 #include <QAbstractItemModel>
 #include <QBasicTimer>
-#include <QMap>
 #include <QPointer>
 #include <QQmlComponent>
 #include <QQuickItem>
@@ -36,7 +36,7 @@ class LazyStack : public QQuickItem
     Q_PROPERTY(qreal ahead READ ahead WRITE setAhead NOTIFY aheadChanged FINAL)
     /**
      * The row that holds, or last held, the focus; -1 before any did. The model's owner decides it when the model
-     * changes; if the focus was in this stack, it then goes to that row.
+     * changes, before or right after; if the focus was in this stack, it then goes to that row.
      */
     Q_PROPERTY(int place READ place WRITE setPlace NOTIFY placeChanged FINAL)
     Q_CLASSINFO("DefaultProperty", "delegate")
@@ -61,9 +61,9 @@ public:
     void setPlace(int place);
 
     /** The item of a row, nothing while it does not exist. */
-    QQuickItem* itemAt(int row) const;
+    QQuickItem* itemAt(int row) const { return m_items.at(row); }
     /** How many items exist. */
-    int existing() const;
+    int existing() const { return m_items.count(); }
 
     /** To be called when something in the item `descendant` of this stack got the focus. */
     void hold(const QQuickItem* descendant);
@@ -89,13 +89,10 @@ protected:
 private:
     void followSurroundings();
     void readModel();
-    void keepItems(const StackRows& before);
     void populate();
     void discardFar();
     void make(int row);
-    static void discard(QQuickItem* item);
-    QVariantMap roles(const QQuickItem* item, int row) const;
-    void layOut(QQuickItem* item, int row) const;
+    void layOut(QQuickItem& item, int row) const;
     void showPlaceAtOnce();
     void rememberPlace() const;
     void focusPlace(FocusScreen* screen);
@@ -117,7 +114,7 @@ private:
     QPointer<ScrollArea> m_area;
     QList<QMetaObject::Connection> m_surroundings;
     StackRows m_rows;
-    QMap<int, QQuickItem*> m_items; ///< by row
+    StackItems m_items;
     QBasicTimer m_makingAhead;
     bool m_isModelChanging = false; ///< a reset was announced and is not through
     bool m_isPopulating = false;

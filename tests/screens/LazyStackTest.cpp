@@ -163,6 +163,7 @@ private Q_SLOTS:
     void theFocusGoesWhereThePlaceIs_data();
     void theFocusGoesWhereThePlaceIs();
     void aFocusElsewhereStaysThere();
+    void whatMovedUnderTheFocusStaysInSight_data();
     void whatMovedUnderTheFocusStaysInSight();
     void theViewersMoveIsToldOnce();
     void theSectionIsEnteredAtThePlace();
@@ -379,18 +380,26 @@ void LazyStackTest::aFocusElsewhereStaysThere()
     QVERIFY(below->hasActiveFocus());
 }
 
+void LazyStackTest::whatMovedUnderTheFocusStaysInSight_data()
+{
+    QTest::addColumn<bool>("isSeen");
+    QTest::newRow("while it is seen") << true;
+    QTest::newRow("while another screen covers it") << false;
+}
+
 void LazyStackTest::whatMovedUnderTheFocusStaysInSight()
 {
+    QFETCH(bool, isSeen);
     Rows rows(3);
     Shelf shelf(&rows);
     shelf.focusRow(2);
+    shelf.area->setVisible(isSeen);
     QStringList keys = rows.keys();
     for (int i = 100; i < 150; ++i)
         keys.prepend(QString::number(i));
     const QPointer<Focusable> focused = shelf.screen->focused();
     rows.change(keys, 52);
     QCOMPARE(shelf.screen->focused(), focused.data());
-    QVERIFY(focused->hasActiveFocus());
     QCOMPARE(focused->x(), 52 * pitch);
     QCOMPARE(shelf.area->position(), 52 * pitch + extent + 6 - room);
 }
