@@ -39,7 +39,7 @@ void FocusTargets::gather(const QQuickItem& item, QPointF origin, FocusSection* 
 {
     const auto children = item.childItems();
     for (QQuickItem* const child : children) {
-        if (!child->isVisible() || !child->isEnabled() || qobject_cast<FocusScreen*>(child))
+        if (!child->isVisible() || qobject_cast<FocusScreen*>(child))
             continue;
         const QPointF position = origin + positionOfRest(*child);
         if (auto* const thing = qobject_cast<Focusable*>(child)) {
@@ -98,16 +98,15 @@ FocusTargets::Targets FocusTargets::within(const FocusSection* section) const
     return targets;
 }
 
-/** What stands in no section, and each other section as a whole. */
+/** What stands in no section, and the other sections as a whole, once for each of their things. */
 FocusTargets::Targets FocusTargets::outside(const FocusSection* section, const Focusable& focused) const
 {
     Targets targets;
     for (const Target& target : m_things) {
-        const auto isKnown = [&target](const Target& other) { return other.section == target.section; };
-        if (!target.section && target.thing != &focused)
-            targets.append(target);
-        else if (target.section && target.section != section && std::none_of(targets.begin(), targets.end(), isKnown))
+        if (target.section && target.section != section)
             targets.append({nullptr, target.section, rectOfRest(*target.section, &m_screen)});
+        else if (!target.section && target.thing != &focused)
+            targets.append(target);
     }
     return targets;
 }

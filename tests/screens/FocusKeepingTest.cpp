@@ -21,6 +21,8 @@ private Q_SLOTS:
     void theTopmostThenLeadingThingIsFirst();
     void thePreferredThingIsFirst();
     void aScreenThatGetsTheFocusGivesItToAThing();
+    void aScreenThatGetsTheFocusBackLeavesItToTheScreenWithin();
+    void aThingThatGetsTheFocusByItselfIsTheFocusedOne();
     void aScreenWithoutAnythingTakesTheKeysUntilSomethingComes();
     void theNearestInItsSectionFollowsAVanishedThing_data();
     void theNearestInItsSectionFollowsAVanishedThing();
@@ -32,6 +34,8 @@ private Q_SLOTS:
     void theFocusStaysThroughChangesAroundIt();
     void aCoverHasTheKeysAndGivesThemBack();
     void whatVanishedUnderACoverIsReplacedAfterwards();
+    void whatIsAwayForAWhileUnderACoverKeepsTheFocus();
+    void whatIsAwayForAWhileOnAScreenNotInFrontKeepsTheFocus();
     void aHiddenScreenRemembersItsFocus();
     void aScreenThatIsNotInFrontDoesNotTakeTheKeys();
     void aScreenGoesWithItsFocusedThing();
@@ -45,7 +49,7 @@ QString FocusKeepingTest::row(const FocusStage& stage)
 {
     const QString things = stage.thing("a", {0, 0, 100, 100}) + stage.thing("b", {200, 0, 100, 100}) +
                            stage.thing("c", {310, 0, 100, 100});
-    return stage.item("FocusSection", "row", {0, 200, 500, 100}, things);
+    return stage.item("FocusSection", "row", {250, 200, 500, 100}, things);
 }
 
 void FocusKeepingTest::theTopmostThenLeadingThingIsFirst()
@@ -67,13 +71,32 @@ void FocusKeepingTest::thePreferredThingIsFirst()
 void FocusKeepingTest::aScreenThatGetsTheFocusGivesItToAThing()
 {
     FocusStage stage;
-    auto* const scene = stage.put(u"FocusScreen { focus: true; width: 100; height: 100\n"_s +
-                                  stage.thing("a", {0, 0, 100, 100}) + u"}"_s);
+    auto* const screen = stage.put(stage.item("FocusScreen", "screen", {0, 0, 100, 100}, row(stage)));
+    QCOMPARE(stage.focused(), QString());
+    screen->setFocus(true);
     QCOMPARE(stage.focused(), u"a"_s);
-    scene->setFocus(false);
-    QVERIFY(stage.focused() != u"a"_s);
-    scene->setFocus(true);
-    QCOMPARE(stage.focused(), u"a"_s);
+}
+
+void FocusKeepingTest::aScreenThatGetsTheFocusBackLeavesItToTheScreenWithin()
+{
+    FocusStage stage;
+    stage.walk(row(stage) +
+               stage.item("FocusScreen", "page", {0, 0, 1920, 1080}, stage.thing("onPage", {0, 0, 100, 100})));
+    stage.named<FocusScreen>("page").takeFocus();
+    stage.screen().setFocus(false);
+    QVERIFY(stage.focused() != u"onPage"_s);
+    stage.screen().setFocus(true);
+    QCOMPARE(stage.focused(), u"onPage"_s);
+}
+
+void FocusKeepingTest::aThingThatGetsTheFocusByItselfIsTheFocusedOne()
+{
+    FocusStage stage;
+    stage.walk(row(stage));
+    stage.named("b").forceActiveFocus();
+    QCOMPARE(stage.screen().focused(), &stage.named("b"));
+    stage.press(Qt::Key_Right);
+    QCOMPARE(stage.focused(), u"c"_s);
 }
 
 void FocusKeepingTest::aScreenWithoutAnythingTakesTheKeysUntilSomethingComes()
@@ -87,6 +110,14 @@ void FocusKeepingTest::aScreenWithoutAnythingTakesTheKeysUntilSomethingComes()
     stage.named("a").setVisible(true);
     QTRY_COMPARE(stage.focused(), u"a"_s);
     QCOMPARE(changed.count(), 1);
+    delete &stage.named("a");
+    QCoreApplication::processEvents();
+    QCOMPARE(stage.focused(), u"screen"_s);
+    Focusable made;
+    made.setObjectName(u"made"_s);
+    made.setSize({100, 100});
+    made.setParentItem(&stage.screen());
+    QTRY_COMPARE(stage.focused(), u"made"_s);
 }
 
 void FocusKeepingTest::theNearestInItsSectionFollowsAVanishedThing_data()
@@ -103,7 +134,7 @@ void FocusKeepingTest::theNearestInItsSectionFollowsAVanishedThing()
 {
     QFETCH(Change, change);
     FocusStage stage;
-    stage.walk(stage.thing("top", {200, 0, 100, 100}, "preferred: true") + row(stage));
+    stage.walk(stage.thing("top", {400, 0, 100, 100}, "preferred: true") + row(stage));
     stage.screen().focus(&stage.named("b"));
     change(stage);
     QTRY_COMPARE(stage.focused(), u"c"_s);
@@ -113,7 +144,7 @@ void FocusKeepingTest::theNearestInItsSectionFollowsAVanishedThing()
 void FocusKeepingTest::theScreensFirstThingFollowsAVanishedSection()
 {
     FocusStage stage;
-    stage.walk(stage.thing("top", {200, 0, 100, 100}) +
+    stage.walk(stage.thing("top", {400, 0, 100, 100}) +
                stage.thing("preferred", {0, 900, 100, 100}, "preferred: true") + row(stage));
     stage.screen().focus(&stage.named("b"));
     delete &stage.named<FocusSection>("row");
@@ -225,6 +256,42 @@ void FocusKeepingTest::whatVanishedUnderACoverIsReplacedAfterwards()
     stage.screen().setCover(nullptr);
     stage.screen().takeFocus();
     QCOMPARE(stage.focused(), u"c"_s);
+}
+
+void FocusKeepingTest::whatIsAwayForAWhileUnderACoverKeepsTheFocus()
+{
+    FocusStage stage;
+    stage.walk(row(stage) +
+               stage.item("FocusScreen", "cover", {0, 0, 1920, 1080}, stage.thing("onCover", {0, 0, 100, 100})));
+    stage.screen().focus(&stage.named("b"));
+    stage.screen().setCover(&stage.named<FocusScreen>("cover"));
+    stage.screen().takeFocus();
+    stage.named("b").setVisible(false);
+    QCoreApplication::processEvents();
+    stage.named("b").setVisible(true);
+    stage.screen().setCover(nullptr);
+    stage.screen().takeFocus();
+    QCOMPARE(stage.focused(), u"b"_s);
+}
+
+void FocusKeepingTest::whatIsAwayForAWhileOnAScreenNotInFrontKeepsTheFocus()
+{
+    FocusStage stage;
+    stage.put(u"Item { FocusScreen { objectName: 'back'\n"_s + row(stage) + u"}\n"_s +
+              stage.item("FocusScreen", "front", {0, 0, 1920, 1080}, stage.thing("inFront", {0, 0, 100, 100})) +
+              u"}"_s);
+    const auto screens = Stage::all(stage.window().contentItem(), "FocusScreen");
+    auto* const back = qobject_cast<FocusScreen*>(screens.first());
+    auto* const thing = back->findChild<Focusable*>(u"b"_s);
+    back->takeFocus();
+    back->focus(thing);
+    qobject_cast<FocusScreen*>(screens.last())->takeFocus();
+    QCOMPARE(stage.focused(), u"inFront"_s);
+    thing->setVisible(false);
+    QCoreApplication::processEvents();
+    thing->setVisible(true);
+    back->takeFocus();
+    QCOMPARE(stage.focused(), u"b"_s);
 }
 
 void FocusKeepingTest::aHiddenScreenRemembersItsFocus()

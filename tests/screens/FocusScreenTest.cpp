@@ -1,6 +1,7 @@
 #include "FocusStage.h"
 
 #include "FocusSection.h"
+#include "LazyStack.h"
 #include "ScrollArea.h"
 
 #include <QKeyEvent>
@@ -20,6 +21,7 @@ private Q_SLOTS:
     void aSectionIsATargetByItsWholeArea();
     void aSectionIsEnteredAtTheNearestAndThenWhereItWasLeft();
     void aSectionWhoseHeldThingIsGoneIsEnteredAtTheNearest();
+    void aSectionWhoseThingsReachOutOfItIsEnteredAllTheSame();
     void aSectionIsLeftOnlyWhereItHasNothingMore();
     void theShortLastLineOfASectionIsReached();
     void anEmptySectionIsPassed();
@@ -27,6 +29,10 @@ private Q_SLOTS:
     void theLiftOfACardDoesNotCount();
     void aScrollUnderWayCountsAsEnded();
     void theSectionComesIntoSightWhereItFits();
+    void aThingInARowThatScrollsComesIntoSight();
+    void theFirstFocusIsInSightAtOnce();
+    void whatIsWhollyShownIsNotReadOn();
+    void aStackIsToldOfTheRowThatHoldsTheFocus();
     void aThingTallerThanTheViewIsReadToItsEndFirst();
     void selectActsOnceAPress();
     void arrowsStayOnTheScreenAndBackLeavesIt();
@@ -95,6 +101,17 @@ void FocusScreenTest::aSectionWhoseHeldThingIsGoneIsEnteredAtTheNearest()
     QCOMPARE(stage.named<FocusSection>("row").held(), nullptr);
     stage.press(Qt::Key_Down);
     QCOMPARE(stage.focused(), u"b"_s);
+    stage.named("b").setParentItem(&stage.screen());
+    QCOMPARE(stage.named<FocusSection>("row").held(), nullptr);
+}
+
+void FocusScreenTest::aSectionWhoseThingsReachOutOfItIsEnteredAllTheSame()
+{
+    FocusStage stage;
+    const QString things = stage.thing("far", {-300, 0, 100, 100}) + stage.thing("near", {-150, 0, 100, 100});
+    stage.walk(stage.thing("a", {0, 0, 100, 100}, "preferred: true") +
+               stage.item("FocusSection", "row", {200, 0, 500, 100}, things));
+    QCOMPARE(stage.after("a", Qt::Key_Right), u"near"_s);
 }
 
 void FocusScreenTest::aSectionIsLeftOnlyWhereItHasNothingMore()
@@ -181,6 +198,58 @@ void FocusScreenTest::theSectionComesIntoSightWhereItFits()
     stage.named("last").setY(950);
     stage.screen().focus(&stage.named("last"), true);
     QCOMPARE(area.aim(), 650.0);
+}
+
+void FocusScreenTest::aThingInARowThatScrollsComesIntoSight()
+{
+    FocusStage stage;
+    const QString content = u"orientation: Qt.Horizontal; contentExtent: 3000\n"_s +
+                            stage.thing("first", {0, 0, 100, 100}) + stage.thing("last", {2900, 0, 100, 100});
+    const QString area = stage.item("ScrollArea", "area", {0, 0, 1000, 100}, content);
+    stage.walk(stage.item("FocusSection", "row", {0, 0, 1000, 100}, area));
+    QCOMPARE(stage.after("first", Qt::Key_Right), u"last"_s);
+    QCOMPARE(stage.named<ScrollArea>("area").aim(), 2000.0);
+    stage.press(Qt::Key_Left);
+    QCOMPARE(stage.named<ScrollArea>("area").aim(), 0.0);
+}
+
+void FocusScreenTest::theFirstFocusIsInSightAtOnce()
+{
+    FocusStage stage;
+    const QString content = u"contentExtent: 3000\n"_s + stage.thing("a", {0, 0, 100, 100}) +
+                            stage.thing("b", {0, 2900, 100, 100}, "preferred: true");
+    stage.walk(stage.item("ScrollArea", "area", {0, 0, 100, 1000}, content));
+    QCOMPARE(stage.named<ScrollArea>("area").position(), 2000.0);
+}
+
+void FocusScreenTest::whatIsWhollyShownIsNotReadOn()
+{
+    FocusStage stage;
+    const QString content = u"contentExtent: 3000\n"_s + stage.thing("above", {0, 900, 100, 100}) +
+                            stage.thing("middle", {0, 1300, 100, 100}) + stage.thing("below", {0, 1700, 100, 100});
+    stage.walk(stage.item("ScrollArea", "area", {0, 0, 100, 1000}, content));
+    const auto& area = stage.named<ScrollArea>("area");
+    stage.screen().focus(&stage.named("below"), true);
+    QCOMPARE(area.aim(), 800.0);
+    QCOMPARE(stage.after("middle", Qt::Key_Down), u"below"_s);
+    QCOMPARE(stage.after("middle", Qt::Key_Up), u"above"_s);
+    QCOMPARE(area.aim(), 800.0);
+}
+
+void FocusScreenTest::aStackIsToldOfTheRowThatHoldsTheFocus()
+{
+    FocusStage stage;
+    const QString stack = u"orientation: Qt.Horizontal; extent: 100; spacing: 10; model: ListModel {\n"
+                          u"ListElement { key: 1 } ListElement { key: 2 } }\n"_s +
+                          u"Focusable { required property int index; objectName: index; width: 100; height: 100 }"_s;
+    const QString content = u"orientation: Qt.Horizontal; contentExtent: 210\n"_s +
+                            stage.item("LazyStack", "stack", {0, 0, 210, 100}, stack);
+    stage.walk(stage.item("ScrollArea", "area", {0, 0, 1000, 100}, content));
+    const QSignalSpy held(&stage.named<LazyStack>("stack"), &LazyStack::held);
+    stage.press(Qt::Key_Right);
+    QCOMPARE(stage.focused(), u"1"_s);
+    QCOMPARE(held.count(), 1);
+    QCOMPARE(held.first().first().toInt(), 1);
 }
 
 void FocusScreenTest::aThingTallerThanTheViewIsReadToItsEndFirst()
