@@ -172,8 +172,12 @@ void RemoteInputTest::aRepeatThatPassesForANewPressActsOnceToo()
     }
     send(window, QEvent::KeyRelease, Qt::Key_Return, 36, false, 1750);
     QCOMPARE(window.pressed.size(), 1);
+    QCOMPARE(window.clock.pendingTimers(), 0);
     send(window, QEvent::KeyPress, Qt::Key_Return, 36, false, 1850);
     QCOMPARE(window.pressed.size(), 2);
+    send(window, QEvent::KeyRelease, Qt::Key_Return, 36, false, 1900);
+    send(window, QEvent::KeyPress, Qt::Key_Left, 113, false, 1900);
+    QCOMPARE(window.pressed.size(), 3);
 }
 
 void RemoteInputTest::aHeldArrowRepeatsByTheSetsOwnClock()
@@ -277,6 +281,8 @@ void RemoteInputTest::aRepeatEndsWhenTheWindowLosesTheFocus()
     window.clock.advance(10s);
     // The focus may come back with the key still down.
     send(window, QEvent::KeyPress, Qt::Key_Down, 0, true);
+    send(window, QEvent::KeyRelease, Qt::Key_Down, 0, false, 20500);
+    send(window, QEvent::KeyPress, Qt::Key_Down, 0, false, 20500);
     window.clock.advance(10s);
     QCOMPARE(window.repeats, 1);
 }
