@@ -19,10 +19,9 @@ bool near(double a, double b)
     return std::abs(a - b) < pixelTolerance;
 }
 
-/** The line between two pixels that art standing at `x` is painted from: the one before it, or the nearest. */
-double gridLine(double x, bool nearest)
+double fraction(double x)
 {
-    return std::floor(x + (nearest ? 0.5 : 0) + pixelTolerance);
+    return x - std::floor(x + pixelTolerance);
 }
 
 /** The smallest rectangle of whole pixels around `area`, rounding errors left aside. */
@@ -85,11 +84,10 @@ PaintedItem::Placement PaintedItem::placement() const
     const QTransform toScene = itemTransform(nullptr, nullptr);
     const double ratio = window()->effectiveDevicePixelRatio();
     const QPointF origin = toScene.map(QPointF()) * ratio;
-    const bool isSoft = !softLook().isEmpty();
-    const QPointF onGrid(gridLine(origin.x(), isSoft), gridLine(origin.y(), isSoft));
     Placement placement;
-    placement.offGrid = origin - onGrid;
-    placement.phase = isSoft ? QPointF() : placement.offGrid;
+    // Soft art is painted as if it stood on the grid, and shown on whole pixels by not being filtered.
+    if (softLook().isEmpty())
+        placement.phase = QPointF(fraction(origin.x()), fraction(origin.y()));
     placement.scale = QSizeF(toScene.m11(), toScene.m22()) * ratio;
     const QRectF art = QRectF(QPointF(), size()).marginsAdded({bleed(), bleed(), bleed(), bleed()});
     placement.pixels =
@@ -193,7 +191,7 @@ QSGNode* PaintedItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
         node->setOwnsTexture(true);
         node->setTexture(window()->createTextureFromImage(picture.image));
         node->setSourceRect(picture.image.rect());
-        const QPointF corner = now.pixels.topLeft() - now.offGrid;
+        const QPointF corner = now.pixels.topLeft() - now.phase;
         node->setRect(QRectF(corner.x() / now.scale.width(), corner.y() / now.scale.height(),
                              now.pixels.width() / now.scale.width(), now.pixels.height() / now.scale.height()));
         m_shown = now;

@@ -57,10 +57,9 @@ private:
     /** How the item stands on the grid of the device's pixels; a move by whole ones makes no difference. */
     struct Placement
     {
-        QPointF offGrid; ///< from a corner of the grid to the item's top left corner, in device pixels
-        QPointF phase;   ///< the same as it is painted: nothing for soft art
-        QSizeF scale;    ///< device pixels a point
-        QRect pixels;    ///< what the art covers, from that corner of the grid
+        QPointF phase; ///< from a corner of the grid to the item's top left corner, in device pixels
+        QSizeF scale;  ///< device pixels a point
+        QRect pixels;  ///< what the art covers, from that corner of the grid
 
         /** Whether a picture painted for one serves the other. */
         bool operator==(const Placement& other) const;
