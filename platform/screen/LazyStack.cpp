@@ -28,7 +28,10 @@ Focusable* entrance(QQuickItem* item)
 
 } // namespace
 
-LazyStack::LazyStack(QQuickItem* parent) : QQuickItem(parent), m_items(*this) {}
+LazyStack::LazyStack(QQuickItem* parent) : QQuickItem(parent), m_sight(*this), m_items(*this)
+{
+    connect(&m_sight, &StackSight::changed, this, &LazyStack::populate);
+}
 
 LazyStack::~LazyStack() = default;
 
@@ -37,7 +40,7 @@ void LazyStack::setOrientation(Qt::Orientation orientation)
     if (m_orientation == orientation)
         return;
     m_orientation = orientation;
-    followSurroundings();
+    m_sight.follow();
     readModel();
     Q_EMIT orientationChanged();
 }
@@ -120,7 +123,7 @@ void LazyStack::setPlace(int place)
 void LazyStack::componentComplete()
 {
     QQuickItem::componentComplete();
-    followSurroundings();
+    m_sight.follow();
     readModel();
 }
 
@@ -133,35 +136,9 @@ void LazyStack::geometryChange(const QRectF& newGeometry, const QRectF& oldGeome
 
 void LazyStack::itemChange(ItemChange change, const ItemChangeData& data)
 {
-    if (change == ItemParentHasChanged)
-        followSurroundings();
+    if (change == ItemParentHasChanged && isComponentComplete())
+        m_sight.follow();
     QQuickItem::itemChange(change, data);
-}
-
-/** Finds the scroll area around this and listens to all that decides what of this it shows. */
-void LazyStack::followSurroundings()
-{
-    if (!isComponentComplete())
-        return;
-    for (const auto& connection : std::as_const(m_surroundings))
-        disconnect(connection);
-    m_surroundings.clear();
-    m_area = nullptr;
-    for (QQuickItem* item = parentItem(); item && !m_area; item = item->parentItem()) {
-        m_surroundings << connect(item, &QQuickItem::parentChanged, this, &LazyStack::followSurroundings);
-        auto area = qobject_cast<ScrollArea*>(item);
-        if (area && area->orientation() == m_orientation)
-            m_area = area;
-        else
-            m_surroundings << connect(item, &QQuickItem::xChanged, this, &LazyStack::populate)
-                           << connect(item, &QQuickItem::yChanged, this, &LazyStack::populate);
-    }
-    if (m_area)
-        m_surroundings << connect(m_area, &ScrollArea::positionChanged, this, &LazyStack::populate)
-                       << connect(m_area, &ScrollArea::aimChanged, this, &LazyStack::populate)
-                       << connect(m_area, &QQuickItem::widthChanged, this, &LazyStack::populate)
-                       << connect(m_area, &QQuickItem::heightChanged, this, &LazyStack::populate);
-    populate();
 }
 
 void LazyStack::readModel()
@@ -206,11 +183,11 @@ void LazyStack::populate()
     showPlaceAtOnce();
     while (std::exchange(m_isOutdated, false)) {
         discardFar();
-        const QList<int> rows = missing(0);
+        const QList<int> rows = missing(m_sight.isNear() ? m_sight.shown(0) : QList<StackSight::Stretch>());
         for (auto row = rows.cbegin(); row != rows.cend() && !m_isOutdated; ++row)
             make(*row);
     }
-    if (!missing(m_ahead).isEmpty())
+    if (!missing(m_sight.shown(m_ahead)).isEmpty())
         m_makingAhead.start(0, this);
 }
 
@@ -220,7 +197,7 @@ void LazyStack::timerEvent(QTimerEvent* event)
         return QQuickItem::timerEvent(event);
     QElapsedTimer turn;
     turn.start();
-    const QList<int> rows = missing(m_ahead);
+    const QList<int> rows = missing(m_sight.shown(0) + m_sight.shown(m_ahead));
     if (rows.isEmpty())
         m_makingAhead.stop();
     {
@@ -235,7 +212,9 @@ void LazyStack::timerEvent(QTimerEvent* event)
 
 void LazyStack::discardFar()
 {
-    const QList<StackRows::Span> spans = shown(m_ahead);
+    QList<StackRows::Span> spans;
+    for (const auto& stretch : m_sight.shown(m_ahead))
+        spans.append(m_rows.between(stretch.first, stretch.last));
     m_items.discardUnless([&](int row) {
         return isNearPlace(row) ||
                std::any_of(spans.cbegin(), spans.cend(), [row](const auto& span) { return span.contains(row); });
@@ -260,28 +239,8 @@ void LazyStack::layOut(QQuickItem& item, int row) const
         item.setX(m_rows.at(row).first);
 }
 
-/** Where this begins in the content of the scroll area. */
-qreal LazyStack::offset() const
-{
-    const QPointF origin = mapToItem(m_area->contentItem(), QPointF());
-    return m_orientation == Qt::Vertical ? origin.y() : origin.x();
-}
-
-/** The rows in sight now and those that will be when the scroll under way has ended, with a margin on either side. */
-QList<StackRows::Span> LazyStack::shown(qreal margin) const
-{
-    if (!m_area)
-        return {};
-    QList<StackRows::Span> spans;
-    for (const qreal position : {m_area->aim(), m_area->position()}) {
-        const qreal first = position - offset();
-        spans.append(m_rows.between(first - margin, first + m_area->viewExtent() + margin));
-    }
-    return spans;
-}
-
-/** Rows without an item that should have one. Those beside the place count, so that a move finds them. */
-QList<int> LazyStack::missing(qreal margin) const
+/** Rows that have no item, of those in some stretches and those at the place and beside it: a move finds those. */
+QList<int> LazyStack::missing(const QList<StackSight::Stretch>& stretches) const
 {
     if (!m_delegate || m_isRefused)
         return {};
@@ -294,22 +253,29 @@ QList<int> LazyStack::missing(qreal margin) const
     };
     if (m_place >= 0)
         add(m_place - 1, m_place + 1);
-    const auto spans = shown(margin);
-    for (const auto& span : spans)
+    for (const auto& stretch : stretches) {
+        const StackRows::Span span = m_rows.between(stretch.first, stretch.last);
         add(span.first, span.last);
+    }
     return rows;
 }
 
 /** A row that was made anew stands from the beginning where it was left. */
 void LazyStack::showPlaceAtOnce()
 {
-    if (m_isPlaceShown || !m_area || m_rows.count() == 0)
+    if (m_isPlaceShown || !m_sight.area() || m_rows.count() == 0)
         return;
     m_isPlaceShown = true;
     if (m_orientation != Qt::Horizontal || m_place < 0 || m_place >= m_rows.count())
         return;
     const StackRows::Row& row = m_rows.at(m_place);
-    m_area->reveal(offset() + row.first, offset() + row.last, true);
+    m_sight.area()->reveal(m_sight.offset() + row.first, m_sight.offset() + row.last, true);
+}
+
+bool LazyStack::isBesidePlace(const QQuickItem* descendant) const
+{
+    const int row = m_items.rowAround(descendant);
+    return row >= 0 && isNearPlace(row);
 }
 
 void LazyStack::hold(const QQuickItem* descendant)

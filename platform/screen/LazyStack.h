@@ -2,6 +2,7 @@
 
 #include "StackItems.h"
 #include "StackRows.h"
+#include "StackSight.h"
 
 #include <QAbstractItemModel>
 #include <QBasicTimer>
@@ -12,7 +13,6 @@
 
 class Focusable;
 class FocusScreen;
-class ScrollArea;
 
 /**
  * A row or column of items made from a model, of which only those exist that are near what the scroll area around it
@@ -65,6 +65,9 @@ public:
     /** How many items exist. */
     int existing() const { return m_items.count(); }
 
+    /** Whether `descendant` stands in the item at the place or in one beside it. */
+    bool isBesidePlace(const QQuickItem* descendant) const;
+
     /** To be called when something in the item `descendant` of this stack got the focus. */
     void hold(const QQuickItem* descendant);
 
@@ -87,7 +90,6 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
-    void followSurroundings();
     void readModel();
     void populate();
     void discardFar();
@@ -98,9 +100,7 @@ private:
     void focusPlace(FocusScreen* screen);
     void moveFocus(FocusScreen* screen, Focusable* focusable);
     FocusScreen* screenFocusedHere() const;
-    qreal offset() const;
-    QList<StackRows::Span> shown(qreal margin) const;
-    QList<int> missing(qreal margin) const;
+    QList<int> missing(const QList<StackSight::Stretch>& stretches) const;
     bool isNearPlace(int row) const { return m_place >= 0 && std::abs(row - m_place) <= 1; }
 
     Qt::Orientation m_orientation = Qt::Vertical;
@@ -111,8 +111,7 @@ private:
     qreal m_ahead = 0;
     int m_place = -1;
 
-    QPointer<ScrollArea> m_area;
-    QList<QMetaObject::Connection> m_surroundings;
+    StackSight m_sight;
     StackRows m_rows;
     StackItems m_items;
     QBasicTimer m_makingAhead;

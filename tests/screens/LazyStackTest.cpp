@@ -97,6 +97,17 @@ const QString stack = u"LazyStack { x: 6; orientation: Qt.Horizontal; extent: 25
                       "  delegate: Focusable { required property int index; required property string title;"
                       "    width: 250; height: 390 } }"_s;
 
+/** Rows make nothing ahead while this exists, columns do. */
+struct NoAheadInRows : QObject
+{
+    NoAheadInRows() { qApp->installEventFilter(this); }
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        auto stack = event->type() == QEvent::Timer ? qobject_cast<LazyStack*>(watched) : nullptr;
+        return stack && stack->orientation() == Qt::Horizontal;
+    }
+};
+
 /** A screen with one row of things to focus in a section, and a button below. */
 struct Shelf
 {
@@ -156,6 +167,7 @@ private Q_SLOTS:
     void aWalkFindsEveryRow();
     void whatIsInSightIsMadeAtOnceAndTheRestInTime();
     void aLongScrollMakesOnlyWhatItPasses();
+    void rowsOfRowsFillWhenTheyAreInSight();
     void rowsHaveTheirOwnExtents();
     void itemsKnowTheirRoles();
     void aKeptItemIsTheSameOneWithNewValues();
@@ -262,6 +274,39 @@ void LazyStackTest::aLongScrollMakesOnlyWhatItPasses()
     connect(shelf.area, &ScrollArea::positionChanged, this, [&] { most = std::max(most, shelf.row->existing()); });
     QTRY_COMPARE(shelf.area->position(), shelf.area->aim());
     QVERIFY(most <= 25);
+}
+
+void LazyStackTest::rowsOfRowsFillWhenTheyAreInSight()
+{
+    Rows rows(20);
+    Shelf shelf(&rows);
+    auto column = static_cast<LazyStack*>(
+        Stage::first(shelf.stage.put(u"FocusScreen { id: screen; width: 1920; height: 1080; property var rows;"
+                                     "  ScrollArea { width: 1920; height: 1000; contentExtent: 10000;"
+                                     "    LazyStack { extent: 500; ahead: 1500; model: screen.rows;"
+                                     "      delegate: FocusSection { id: line; width: 1920; height: 500;"
+                                     "        ScrollArea { width: 1780; height: 400; orientation: Qt.Horizontal;"
+                                     "          LazyStack { orientation: Qt.Horizontal; extent: 250; spacing: 40;"
+                                     "            model: screen.rows; delegate: Focusable { } } } } } } }"_s,
+                                     {{u"rows"_s, QVariant::fromValue<QObject*>(&rows)}}),
+                     "LazyStack"));
+    const auto cards = [column](int row) {
+        QQuickItem* line = column->itemAt(row);
+        return line ? static_cast<LazyStack*>(Stage::first(line, "LazyStack"))->existing() : -1;
+    };
+    // In time all that exist are full; but not before.
+    QTRY_COMPARE(cards(4), 7);
+    NoAheadInRows noAhead;
+    column->setPlace(10);
+    QCOMPARE(cards(10), 7);
+    QCOMPARE(cards(11), 7);
+    QCOMPARE(cards(12), -1);
+    auto area = static_cast<ScrollArea*>(column->parentItem()->parentItem());
+    area->reveal(5000, 5500);
+    QCOMPARE(cards(9), 7);
+    QTRY_COMPARE(cards(13), 0);
+    area->reveal(6500, 7000);
+    QCOMPARE(cards(13), 7);
 }
 
 void LazyStackTest::rowsHaveTheirOwnExtents()
