@@ -293,7 +293,11 @@ void LazyStack::rememberPlace() const
 {
     QQuickItem* item = m_items.at(m_place);
     FocusSection* section = item ? FocusSection::around(this) : nullptr;
-    if (!section || m_items.rowAround(section->held()) == m_place)
+    if (!section)
+        return;
+    // What it was left at beside this stack is where it is entered again.
+    const Focusable* held = section->held();
+    if (held && (!isAncestorOf(held) || m_items.rowAround(held) == m_place))
         return;
     if (Focusable* focusable = entrance(item))
         section->setHeld(focusable);
