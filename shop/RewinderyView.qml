@@ -64,7 +64,8 @@ NavigationStack {
                 width: 1780
                 height: parent.height
                 visible: controller.showsShelves
-                lead: 300
+                // The neighbours of a shelf look in, and the first one leaves the counter wholly in sight.
+                lead: 200
                 contentExtent: credits.y + credits.height + 50
 
                 // Placed by bindings and not by a column, so that a change of the shelves is through at once.

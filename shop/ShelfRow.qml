@@ -43,7 +43,7 @@ FocusSection {
             Accessible.name: text
         }
 
-        Rectangle {
+        CardPlate {
             id: badge
 
             anchors.left: name.right
@@ -53,7 +53,10 @@ FocusSection {
             width: count.width + 24
             height: count.height + 8
             radius: 8
-            color: StationPalette.amber
+            background: DiagonalGradient {
+                from: StationPalette.amber
+                to: StationPalette.amber
+            }
 
             Text {
                 id: count

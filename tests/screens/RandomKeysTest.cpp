@@ -63,12 +63,12 @@ void RandomKeysTest::init()
     qInfo("QUILLMERE_SEED=%u", seed);
     m_dice.seed(seed);
     m_house = std::make_unique<ShopHouse>(
-        QSize(320, 180),
         u"searchScreen: Component { FocusScreen { Focusable { width: 90; height: 90 } Focusable { y: 99; width: 90; "
         "height: 90 } } }\n"
         "playerScreen: Component { FocusScreen { required property QtObject detail } }\n"
         "transcriptScreen: Component { FocusScreen { required property QtObject detail; Focusable { width: 90; "
-        "height: 90 } } }"_s);
+        "height: 90 } } }"_s,
+        QSize(320, 180));
 }
 
 void RandomKeysTest::oneThingIsAlwaysFocused()
@@ -112,9 +112,10 @@ void RandomKeysTest::note(const QString& event)
 
 void RandomKeysTest::pressOrRelease()
 {
-    const int key = among(m_dice, {Qt::Key_Up, Qt::Key_Up, Qt::Key_Down, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right,
-                                   Qt::Key_Right, Qt::Key_Right, Qt::Key_Select, Qt::Key_Back, Qt::Key_PageUp,
-                                   Qt::Key_PageDown, Qt::Key_MediaPlay, Qt::Key_Tab, Qt::Key_A});
+    const int key =
+        among(m_dice, {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Left, Qt::Key_Up, Qt::Key_Up, Qt::Key_Down,
+                       Qt::Key_Down, Qt::Key_Left, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, Qt::Key_Select,
+                       Qt::Key_Back, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_MediaPlay, Qt::Key_Tab, Qt::Key_A});
     send(QEvent::KeyPress, key, m_down.contains(key));
     m_down.insert(key);
     if (m_dice.bounded(5) == 0)

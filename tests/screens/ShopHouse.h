@@ -22,7 +22,7 @@ struct ShopHouse
     QQuickItem* house = nullptr;
 
     /** `more` are further properties of the shop, as QML. */
-    explicit ShopHouse(QSize size = {1920, 1080}, const QString& more = {}) : stage(size)
+    explicit ShopHouse(const QString& more = {}, QSize size = {960, 540}) : stage(size)
     {
         const QString qml =
             u"import Quillmere.Shop\n"
@@ -65,6 +65,12 @@ struct ShopHouse
     {
         for (const int key : keys)
             stage.press(key);
+    }
+
+    /** Where an item stands on the display, in points of the canvas. */
+    QRectF area(const QQuickItem* item) const
+    {
+        return item ? item->mapRectToItem(house, QRectF(QPointF(), item->size())) : QRectF();
     }
 
     QQuickItem* text(const QString& text) const
