@@ -5,6 +5,7 @@
 #include "ScrollArea.h"
 
 #include <QElapsedTimer>
+#include <QQmlContext>
 #include <QScopedValueRollback>
 
 namespace {
@@ -242,7 +243,9 @@ void LazyStack::layOut(QQuickItem& item, int row) const
 /** Rows that have no item, of those in some stretches and those at the place and beside it: a move finds those. */
 QList<int> LazyStack::missing(const QList<StackSight::Stretch>& stretches) const
 {
-    if (!m_delegate || m_isRefused)
+    // The screen that the delegate stands on may be in the middle of going.
+    const QQmlContext* context = m_delegate ? m_delegate->creationContext() : nullptr;
+    if (!m_delegate || m_isRefused || (context && !context->isValid()))
         return {};
     QList<int> rows;
     const auto add = [&](int first, int last) {
