@@ -90,7 +90,7 @@ void ShelfListTest::shelvesAndCassettesStandInTheirOrder()
     const QAbstractItemModelTester tester(m_list->row(0));
     QCOMPARE(m_list->row(0)->count(), 2);
     QCOMPARE(m_list->row(0)->caption(), u"City Council · 2024"_s);
-    QCOMPARE(m_list->roleNames().values(), (QByteArrayList{"key", "row"}));
+    QCOMPARE(m_list->roleNames(), (QHash<int, QByteArray>{{ShelfList::KeyRole, "key"}, {ShelfList::RowRole, "row"}}));
     show(u"A: 1"_s);
     QCOMPARE(contents(), u"A: 1"_s);
 }
