@@ -152,7 +152,8 @@ void CassetteArtTest::theSkyDarkensDownwardInItsHue()
     const Box box(sampleCover(hue));
     COMPARE_COLOR(box.at(15, 50), QColor::fromHsvF(float(hue) / 360, 0.55F, 0.42F));
     double before = 1;
-    for (double share = 0.02; share < 0.7; share += 0.04) {
+    for (int percent = 2; percent < 70; percent += 4) {
+        const double share = percent / 100.0;
         const QColor sky = box.at(15, 50 + 250 * share);
         QVERIFY2(sky.valueF() < before, qPrintable(QString::number(share)));
         QVERIFY(std::abs(sky.valueF() - (0.42 - 0.2 * share)) < 0.015);
