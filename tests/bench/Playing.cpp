@@ -53,7 +53,7 @@ void playFirstTape(LivingRoom& room)
         throw std::runtime_error("The shop does not open.");
     room.press(u"down"_s);
     room.press(u"select"_s);
-    if (!room.waitForText(area::everything, u"Push it in"_s))
+    if (!room.waitForText(shop::firstButton, u"Push it in"_s))
         throw std::runtime_error("The tape's screen does not come.");
     room.press(u"select"_s);
 }

@@ -2,7 +2,7 @@
 #include "Picture.h"
 #include "ProcessFigures.h"
 #include "SampleHub.h"
-#include "ShopList.h"
+#include "Shop.h"
 
 #include <QElapsedTimer>
 #include <QJsonArray>
@@ -12,7 +12,7 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-/** From the front screen to a playing tape and back out of the door: the real program, the real sample hub. */
+/** From the front screen along the shelves to a playing tape and back out of the door: the real program, the real hub. */
 class JourneyTest : public QObject
 {
     Q_OBJECT
@@ -22,23 +22,57 @@ private Q_SLOTS:
     void theFrontScreenShowsTheHubsFigures();
     void theFrontScreenDoesNotLoadThePlayer();
     void aDarkFrontScreenDrawsNothing();
-    void theShopDoorOpensTheList();
-    void aSelectedTapePlays();
-    void backReturnsToTheSameRow();
+    void theShopDoorOpensTheShelves();
+    void theShelvesAreWalkedUpAndDownAndAlong();
+    void anotherMarketHasItsOwnTapes();
+    void aShopAtRestDrawsNothing();
+    void aChosenCardOpensItsTape();
+    void backReturnsToTheSameCard();
+    void theTapePlays();
+    void backReturnsToTheSameButton();
+    void backLeadsFromTheTapeToTheDoors();
     void backTwiceSwitchesTheSetOff();
     void nothingButResumePositionsIsKept();
+    void withoutTheHubTheShopSaysSo();
+    void tryAgainFillsTheShelves();
 
 private:
+    QImage rest();
+    bool comesBackTo(const QImage& picture);
     std::optional<int> recordedSeconds();
+    int stock(int market = -1);
 
     std::unique_ptr<SampleHub> m_hub;
     std::unique_ptr<LivingRoom> m_room;
-    QImage m_listBefore;
+    QImage m_cardBefore;
+    QImage m_buttonBefore;
 };
+
+/** The picture once nothing moves. */
+QImage JourneyTest::rest()
+{
+    m_room->screen().waitUntilSettled(400ms, 5s);
+    return m_room->screen().look();
+}
+
+/** Whether the picture becomes that one again, to the pixel but for how its edges were blended. */
+bool JourneyTest::comesBackTo(const QImage& picture)
+{
+    constexpr int blending = 4; // of 255
+    return m_room->screen().waitUntil(
+        [&](const QImage& now) { return picture::difference(now, picture, area::everything, blending) == 0; }, 5s);
+}
 
 std::optional<int> JourneyTest::recordedSeconds()
 {
     return picture::recordedSeconds(m_room->screen().look());
+}
+
+/** The tapes of the hub's n-th market, or of all. */
+int JourneyTest::stock(int market)
+{
+    const QJsonObject shop = m_hub->fetch(u"/api/tv/status"_s).value(u"rewindery"_s).toObject();
+    return market < 0 ? shop[u"tapes"_s].toInt() : shop[u"markets"_s].toArray()[market][u"tapes"].toInt();
 }
 
 void JourneyTest::initTestCase()
@@ -54,8 +88,8 @@ void JourneyTest::theFrontScreenShowsTheHubsFigures()
     static const QRegularExpression figures(u"(\\d+)\\s*tapes in stock\\D*(\\d+)\\s*market"_s);
     const QRegularExpressionMatch seen = figures.match(m_room->read(area::rightDoor).simplified());
     const QJsonObject shop = m_hub->fetch(u"/api/tv/status"_s).value(u"rewindery"_s).toObject();
-    QVERIFY(shop.value(u"tapes"_s).toInt() >= 240);
-    QCOMPARE(seen.captured(1).toInt(), shop.value(u"tapes"_s).toInt());
+    QVERIFY(stock() >= 240);
+    QCOMPARE(seen.captured(1).toInt(), stock());
     QCOMPARE(seen.captured(2).toInt(), int(shop.value(u"markets"_s).toArray().size()));
 }
 
@@ -71,19 +105,70 @@ void JourneyTest::aDarkFrontScreenDrawsNothing()
     QCOMPARE(m_room->screen().count(2s).drawings, 0);
 }
 
-void JourneyTest::theShopDoorOpensTheList()
+void JourneyTest::theShopDoorOpensTheShelves()
 {
-    QVERIFY(shoplist::open(*m_room));
-    for (int i = 0; i < 3; ++i) {
-        m_room->screen().waitUntilSettled(200ms, 2s);
-        QVERIFY(m_room->pressAndSee(u"down"_s));
-    }
-    QVERIFY(m_room->screen().waitUntilSettled(300ms, 3s));
-    m_listBefore = m_room->screen().look();
+    QVERIFY(shop::open(*m_room));
+    QVERIFY(m_room->waitForText(shop::header, u"%1 tapes in stock"_s.arg(stock())));
 }
 
-void JourneyTest::aSelectedTapePlays()
+void JourneyTest::theShelvesAreWalkedUpAndDownAndAlong()
 {
+    const QImage top = rest();
+    QList<QImage> shelves;
+    for (int shelf = 0; shelf < 4; ++shelf) {
+        QVERIFY(m_room->pressAndSee(u"down"_s));
+        QVERIFY(m_room->pressAndSee(u"right"_s));
+        shelves.append(rest());
+    }
+    for (int shelf = 0; shelf < 4; ++shelf)
+        QVERIFY(m_room->pressAndSee(u"up"_s));
+    QVERIFY(comesBackTo(top));
+    // Each shelf remembers its card.
+    for (const QImage& shelf : shelves) {
+        m_room->press(u"down"_s);
+        QVERIFY(comesBackTo(shelf));
+    }
+    for (int shelf = 0; shelf < 4; ++shelf)
+        m_room->press(u"up"_s);
+    QVERIFY(comesBackTo(top));
+}
+
+void JourneyTest::anotherMarketHasItsOwnTapes()
+{
+    for (const char16_t* button : {u"right", u"right", u"select"})
+        m_room->press(QString::fromUtf16(button));
+    QVERIFY(m_room->waitForText(shop::header, u"%1 tapes in stock"_s.arg(stock(0))));
+    for (const char16_t* button : {u"left", u"select"})
+        m_room->press(QString::fromUtf16(button));
+    QVERIFY(m_room->waitForText(shop::header, u"%1 tapes in stock"_s.arg(stock())));
+}
+
+void JourneyTest::aShopAtRestDrawsNothing()
+{
+    m_room->press(u"down"_s);
+    m_room->press(u"down"_s);
+    m_cardBefore = rest();
+    QCOMPARE(m_room->screen().count(2s).drawings, 0);
+}
+
+void JourneyTest::aChosenCardOpensItsTape()
+{
+    m_room->press(u"select"_s);
+    QVERIFY(m_room->waitForText(shop::detailFacts, u"self-hosted"_s));
+    QVERIFY(!figures::maps(m_room->set().process().pid(), u"libmpv"_s));
+}
+
+void JourneyTest::backReturnsToTheSameCard()
+{
+    m_room->press(u"back"_s);
+    QVERIFY(comesBackTo(m_cardBefore));
+}
+
+void JourneyTest::theTapePlays()
+{
+    m_room->press(u"select"_s);
+    QVERIFY(m_room->waitForText(shop::detailFacts, u"self-hosted"_s));
+    m_buttonBefore = rest();
     m_room->press(u"select"_s);
     QVERIFY(m_room->screen().waitUntil(
         [](const QImage& picture) { return picture::recordedSeconds(picture).value_or(0) >= 1; }, 15s));
@@ -98,18 +183,22 @@ void JourneyTest::aSelectedTapePlays()
     QVERIFY2(time.elapsed() > 2800 && time.elapsed() < 6000, qPrintable(QString::number(time.elapsed())));
 }
 
-void JourneyTest::backReturnsToTheSameRow()
+void JourneyTest::backReturnsToTheSameButton()
 {
     m_room->press(u"back"_s);
-    QVERIFY(m_room->screen().waitUntil(
-        [this](const QImage& picture) { return picture::difference(picture, m_listBefore, area::everything) == 0; },
-        5s));
+    QVERIFY(comesBackTo(m_buttonBefore));
+}
+
+void JourneyTest::backLeadsFromTheTapeToTheDoors()
+{
+    m_room->press(u"back"_s);
+    QVERIFY(comesBackTo(m_cardBefore));
+    m_room->press(u"back"_s);
+    QVERIFY(m_room->waitForText(area::rightDoor, u"every one plays right here"_s));
 }
 
 void JourneyTest::backTwiceSwitchesTheSetOff()
 {
-    m_room->press(u"back"_s);
-    QVERIFY(m_room->waitForText(area::rightDoor, u"every one plays right here"_s));
     m_room->press(u"back"_s);
     QVERIFY(m_room->waitForText(area::notice, u"back again"_s, 2s));
     QVERIFY(m_room->set().process().isRunning());
@@ -121,6 +210,26 @@ void JourneyTest::nothingButResumePositionsIsKept()
 {
     for (const QString& file : m_room->set().writtenFiles())
         QVERIFY2(file.endsWith(u"/resume.ini"_s), qPrintable(file));
+}
+
+void JourneyTest::withoutTheHubTheShopSaysSo()
+{
+    m_hub.reset();
+    m_room->switchOn();
+    QVERIFY(m_room->screen().waitUntilSettled(1s, 10s));
+    QVERIFY(m_room->pressAndSee(u"right"_s));
+    m_room->press(u"select"_s);
+    QVERIFY(m_room->waitForText(area::everything, u"Try again"_s));
+}
+
+void JourneyTest::tryAgainFillsTheShelves()
+{
+    m_hub = std::make_unique<SampleHub>();
+    m_room->press(u"select"_s);
+    QVERIFY(m_room->waitForText(shop::header, u"%1 tapes in stock"_s.arg(stock())));
+    QVERIFY(m_room->pressAndSee(u"down"_s));
+    m_room->press(u"back"_s);
+    QVERIFY(m_room->waitForText(area::rightDoor, u"every one plays right here"_s));
 }
 
 QTEST_GUILESS_MAIN(JourneyTest)

@@ -14,6 +14,7 @@ const QColor yellowBar(167, 167, 4);               // the bars are a little fade
 constexpr QRectF leftDoorsLift(292, 420, 12, 360); // beside the door at rest, covered by it when it lifts
 constexpr QRectF rightDoorsLift(1616, 420, 12, 360);
 const QString status = u"/api/tv/status"_s;
+constexpr qint64 leftTape = 7238; // "Board of Trustees - Noise after Ten"
 const QString everyone = u"every one plays right here"_s;
 
 QJsonObject news(const QJsonObject& amendment)
@@ -60,7 +61,7 @@ QList<State> comingUp()
 {
     return {
         {u"front, tuning in"_s,
-         {calm(), fault(status, u"delay"_s, {{u"ms"_s, 20000}}), switchOn()},
+         {calm(), fault(status, u"delay"_s, {{u"ms"_s, 20000}}), switchOn({{leftTape, 83.4}})},
          {reads(area::statusLine, u"Tuning in…"_s), reads(area::rightDoor, u"Checking what's on the shelf…"_s),
           reads(area::leftDoor, u"The tower is dark. Colour bars and a countdown until it isn't."_s), bars()}},
         {u"front, tower dark"_s,
@@ -133,7 +134,7 @@ QList<State> frontStates()
 
 QList<State> allStates()
 {
-    return frontStates() + listStates() + tapeStates();
+    return frontStates() + shopStates() + detailStates() + tapeStates() + panelStates();
 }
 
 } // namespace tour

@@ -2,6 +2,7 @@
 
 #include "LivingRoom.h"
 #include "SampleHub.h"
+#include "Shop.h"
 
 #include <QList>
 #include <QMap>
@@ -17,7 +18,7 @@ struct Stage
     LivingRoom room;
     QString log; ///< file of what the program and its libraries complain of
     QMap<QString, QImage> pictures;
-    int place = 0; ///< tapes before the one with the focus in the shop's list
+    shop::Place place; ///< of the focus in the shop
 };
 
 /** One thing done to get to a state. */
@@ -42,7 +43,9 @@ struct State
 QList<State> allStates();
 
 QList<State> frontStates();
-QList<State> listStates();
+QList<State> shopStates();
+QList<State> detailStates();
 QList<State> tapeStates();
+QList<State> panelStates();
 
 } // namespace tour

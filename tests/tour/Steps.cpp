@@ -7,9 +7,9 @@ using namespace std::chrono_literals;
 
 namespace tour {
 
-Step switchOn()
+Step switchOn(const QMap<qint64, double>& kept)
 {
-    return [](Stage& stage) { stage.room.switchOn(stage.log); };
+    return [=](Stage& stage) { stage.room.switchOn(stage.log, kept); };
 }
 
 Step press(const QString& button, int times)

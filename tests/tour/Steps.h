@@ -5,7 +5,8 @@
 /** The things that a tour does. */
 namespace tour {
 
-Step switchOn();
+/** Switches the set on, with these resume positions (seconds by tape id) kept from before. */
+Step switchOn(const QMap<qint64, double>& kept = {});
 Step press(const QString& button, int times = 1);
 /** Orders something of the hub's control address. */
 Step order(const QString& path, const QJsonObject& body = {});

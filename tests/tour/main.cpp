@@ -47,6 +47,7 @@ QString visit(Stage& stage, const State& state, QImage& picture)
         return lacking == nullptr;
     };
     ScreenWatch& screen = stage.room.screen();
+    screen.waitUntilSettled(150ms, 500ms); // reading what still moves takes time and tells nothing
     if (screen.waitUntil(isSeen, limit)) {
         // A change on its way is let come to rest before the picture is taken; a playing tape never does.
         screen.waitUntilSettled(200ms, 600ms);

@@ -1,5 +1,7 @@
 #include "RemoteControl.h"
 
+#include <QThread>
+
 #include <stdexcept>
 
 #include <X11/Xlib.h>
@@ -30,6 +32,8 @@ constexpr Button table[] = {
     {u"page up", "Prior"},
     {u"page down", "Next"},
 };
+
+constexpr unsigned long betweenPresses = 15; // milliseconds; X repeats a held key by letting it go for none at all
 
 QByteArray keysymOf(const QString& button)
 {
@@ -64,6 +68,7 @@ void RemoteControl::press(const QString& button)
 {
     send(button, true);
     send(button, false);
+    QThread::msleep(betweenPresses);
 }
 
 void RemoteControl::pushDown(const QString& button)
@@ -84,7 +89,7 @@ void RemoteControl::send(const QString& button, bool down)
     if (key == 0)
         throw std::invalid_argument(("The display has no key for \""_L1 + button + "\"."_L1).toStdString());
     XTestFakeKeyEvent(display, key, down ? True : False, CurrentTime);
-    XFlush(display);
+    XSync(display, False); // the server gives the event its time
 }
 
 bool RemoteControl::giveFocus()

@@ -11,8 +11,13 @@ class SampleHub;
 /** The rental shop, as a test sees it and walks along its shelves. Areas are in points of the canvas. */
 namespace shop {
 
-inline constexpr QRectF header(40, 20, 1840, 360);       ///< while nothing is scrolled: sign, stock line, controls
-inline constexpr QRectF detailTitle(550, 40, 1300, 200); ///< of a tape's own screen, not scrolled
+inline constexpr QRectF header(40, 20, 1840, 360); ///< while nothing is scrolled: sign, stock line, controls
+
+// A tape's own screen, its title on one line.
+inline constexpr QRectF detailTitle(550, 40, 1300, 200);
+inline constexpr QRectF detailTexts(540, 20, 1340, 460);  ///< from the title to the synopsis
+inline constexpr QRectF detailFacts(540, 480, 1340, 560); ///< from the buttons to the catalogue line
+inline constexpr QRectF firstButton(562, 502, 240, 60);   ///< within its plate under focus
 
 /** Where something stands: the shelf from above, -1 for the controls over them, and the place on it from the left. */
 struct Place

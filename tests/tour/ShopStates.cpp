@@ -1,0 +1,92 @@
+#include "ShopSteps.h"
+#include "Sights.h"
+#include "Steps.h"
+
+#include <QJsonArray>
+
+using namespace Qt::StringLiterals;
+
+namespace tour {
+
+namespace {
+
+constexpr QRectF panel(200, 200, 1520, 680);     // in the middle of the screen
+constexpr QRectF searchButton(70, 222, 336, 56); // within its plate under focus
+const QString tapes = u"/api/tv/tapes"_s;
+const QString status = u"/status"_s;
+
+QJsonObject oneMarket()
+{
+    const QJsonObject town{{u"slug"_s, u"brindlemere"_s}, {u"name"_s, u"Brindlemere"_s}, {u"tapes"_s, 1}};
+    return {{u"rewindery"_s, QJsonObject{{u"tapes"_s, 1}, {u"markets"_s, QJsonArray{town}}}}};
+}
+
+QList<State> alongTheShelves()
+{
+    return {
+        {u"shop, top"_s,
+         {openShop()},
+         {reads(shop::header, u"Rewindery"_s), reads(shop::header, u"open 24 hrs"_s), countsStock(),
+          reads(searchButton, u"Search the stacks"_s), reads(shop::header, u"All markets"_s),
+          reads(shop::header, u"Marrowby Flats"_s)}},
+        {u"shop, the first shelf"_s, {press(u"down"_s)}, {differsFrom(u"shop, top"_s, area::everything)}},
+        {u"shop, along a shelf"_s,
+         {press(u"right"_s, 12)},
+         {differsFrom(u"shop, the first shelf"_s, area::everything, 0.05)}},
+        {u"shop, the end of a shelf"_s,
+         {pressRapidly(u"right"_s, 40)},
+         {differsFrom(u"shop, along a shelf"_s, area::everything, 0.05)}},
+        {u"shop, still the end of the shelf"_s,
+         {press(u"right"_s)},
+         {looksAsIn(u"shop, the end of a shelf"_s, area::everything)}},
+        {u"shop, the beginning of the shelf"_s,
+         {pressRapidly(u"left"_s, 45)},
+         {looksAsIn(u"shop, the first shelf"_s, area::everything)}},
+        {u"shop, four shelves down"_s,
+         {press(u"down"_s, 4)},
+         {differsFrom(u"shop, the first shelf"_s, area::everything, 0.05)}},
+        {u"shop, the last shelf and the credits"_s,
+         {pressRapidly(u"down"_s, 10)},
+         {reads(QRectF(40, 540, 1840, 540), u"Captain Lowe of the Waterways Production. Be Kind, Please Rewind."_s)}},
+        {u"shop, top again"_s, {pressRapidly(u"up"_s, 12)}, {looksAsIn(u"shop, top"_s, area::everything)}},
+    };
+}
+
+} // namespace
+
+QList<State> shopStates()
+{
+    return alongTheShelves();
+}
+
+QList<State> panelStates()
+{
+    return {
+        {u"front, no tapes to be had"_s,
+         {fault(tapes, u"error"_s, {{u"status"_s, 500}}), switchOn()},
+         {reads(area::statusLine, u"The hub answered 500."_s)}},
+        {u"shop, no tapes to be had"_s,
+         {press(u"right"_s), press(u"select"_s)},
+         {reads(panel, u"Rewindery"_s), reads(panel, u"The hub answered 500."_s), reads(panel, u"Try again"_s)}},
+        {u"shop, checking the shelves"_s,
+         {calm(), fault(tapes, u"delay"_s, {{u"ms"_s, 20000}}), order(status, oneMarket()), press(u"select"_s)},
+         {reads(panel, u"Checking the shelves…"_s), readsNot(panel, u"Try again"_s)}},
+        {u"shop, one market and one tape"_s,
+         {order(u"/fault/clear"_s)},
+         {reads(shop::header, u"1 tapes in stock — pull one off"_s), reads(searchButton, u"Search the stacks"_s),
+          readsNot(shop::header, u"All markets"_s)}},
+        {u"front, back from one market"_s,
+         {press(u"back"_s), calm(), addEmptyMarket(), press(u"play/pause"_s)},
+         {reads(area::rightDoor, u"4 markets"_s)}},
+        {u"shop, a market chosen"_s,
+         {press(u"select"_s), press(u"right"_s, 2), press(u"select"_s)},
+         {countsStock(u"brindlemere"_s)}},
+        {u"shop, an empty market"_s,
+         {press(u"right"_s, 3), press(u"select"_s)},
+         {reads(panel, u"No tapes on the shelf for this view."_s), reads(panel, u"Try again"_s)}},
+        {u"front, back from the empty market"_s, {press(u"back"_s)}, {reads(area::rightDoor, u"REWINDERY"_s)}},
+        {u"shop, all markets again"_s, {press(u"select"_s)}, {countsStock()}},
+    };
+}
+
+} // namespace tour
