@@ -5,15 +5,18 @@
 #include <QScopedValueRollback>
 #include <QWindow>
 
+#include <utility>
+
 namespace {
 
-// Shorter than any finger, longer than what lies between the two halves of a repeat.
-constexpr quint64 shortestGap = 10; // milliseconds
+// Milliseconds. Both halves of a repeat bear one time, and no system repeats faster than this.
+constexpr quint64 longestGap = 1;
+constexpr quint64 shortestRepeat = 20;
 
 } // namespace
 
 RemoteInput::RemoteInput(QWindow* window, Clock& clock)
-    : QObject(window), m_window(window), m_repeat(clock, [this] { makeStep(); })
+    : QObject(window), m_window(window), m_clock(clock), m_repeat(clock, [this] { makeStep(); })
 {
     window->installEventFilter(this);
 }
@@ -36,19 +39,18 @@ bool RemoteInput::translate(const QKeyEvent& event, const CanonicalKey& canonica
     if (event.isAutoRepeat())
         return true;
     if (event.type() == QEvent::KeyRelease) {
-        release(event, canonical.button);
-    } else if (isRepeat(event, canonical.button)) {
-        if (canonical.button == m_held)
-            m_repeat.resume();
+        release(event, canonical);
         return true;
-    } else {
-        press(canonical);
     }
-    if (canonical.key == event.key())
-        return false;
-    QKeyEvent handedOn(event.type(), canonical.key, event.modifiers(), event.nativeScanCode(), event.nativeVirtualKey(),
-                       event.nativeModifiers());
-    handOn(handedOn);
+    const bool goesOn = isRepeat(event, canonical.button);
+    m_pressedAt = event.timestamp();
+    if (!goesOn) {
+        press(canonical);
+        handOn(QEvent::KeyPress, canonical.key);
+    } else if (canonical.button == m_held) {
+        m_letGo.reset();
+        m_repeat.resume();
+    }
     return true;
 }
 
@@ -61,20 +63,26 @@ void RemoteInput::press(const CanonicalKey& canonical)
     m_repeat.press();
 }
 
-void RemoteInput::release(const QKeyEvent& event, RemoteButton button)
+void RemoteInput::release(const QKeyEvent& event, const CanonicalKey& canonical)
 {
-    m_released = button;
+    m_released = canonical.button;
     m_releasedAt = event.timestamp();
-    // It stays the held one, as this may be the first half of a repeat.
-    if (button == m_held)
-        m_repeat.release();
+    if (canonical.button != m_held) {
+        handOn(QEvent::KeyRelease, canonical.key);
+        return;
+    }
+    // It may be the first half of a repeat: it is told once no input waits any more, and is the held one till then.
+    m_repeat.release();
+    m_letGo = m_clock.after(std::chrono::milliseconds(0), [this] { letGo(); });
 }
 
 /** Ends the repeats; after a loss of the focus the release will go to another window. */
 void RemoteInput::letGo()
 {
+    m_letGo.reset();
     m_repeat.release();
-    m_held = RemoteButton::None;
+    if (const CanonicalKey* const canonical = canonicalKey(std::exchange(m_held, RemoteButton::None)))
+        handOn(QEvent::KeyRelease, canonical->key);
 }
 
 /**
@@ -83,19 +91,19 @@ void RemoteInput::letGo()
  */
 bool RemoteInput::isRepeat(const QKeyEvent& press, RemoteButton button) const
 {
-    return press.timestamp() > 0 && button == m_released && press.timestamp() - m_releasedAt < shortestGap;
+    return press.timestamp() > 0 && button == m_released && press.timestamp() - m_releasedAt <= longestGap &&
+           m_releasedAt - m_pressedAt >= shortestRepeat;
 }
 
 void RemoteInput::makeStep()
 {
-    if (const CanonicalKey* const canonical = canonicalKey(m_held)) {
-        QKeyEvent step(QEvent::KeyPress, canonical->key, Qt::NoModifier, QString(), true);
-        handOn(step);
-    }
+    if (const CanonicalKey* const canonical = canonicalKey(m_held))
+        handOn(QEvent::KeyPress, canonical->key, true);
 }
 
-void RemoteInput::handOn(QKeyEvent& event)
+void RemoteInput::handOn(QEvent::Type type, int key, bool isRepeat)
 {
     const QScopedValueRollback guard(m_handingOn, true);
+    QKeyEvent event(type, key, Qt::NoModifier, QString(), isRepeat);
     QCoreApplication::sendEvent(m_window, &event);
 }

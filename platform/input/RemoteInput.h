@@ -3,6 +3,7 @@
 #include "KeyRepeat.h"
 #include "RemoteButton.h"
 
+#include <QEvent>
 #include <QObject>
 
 class QKeyEvent;
@@ -26,16 +27,19 @@ public:
 private:
     bool translate(const QKeyEvent& event, const CanonicalKey& canonical);
     void press(const CanonicalKey& canonical);
-    void release(const QKeyEvent& event, RemoteButton button);
+    void release(const QKeyEvent& event, const CanonicalKey& canonical);
     void letGo();
     bool isRepeat(const QKeyEvent& press, RemoteButton button) const;
     void makeStep();
-    void handOn(QKeyEvent& event);
+    void handOn(QEvent::Type type, int key, bool isRepeat = false);
 
     QWindow* m_window;
+    Clock& m_clock;
     KeyRepeat m_repeat;
     RemoteButton m_held = RemoteButton::None;     ///< the one that repeats, or would but for its latest release
+    std::unique_ptr<Clock::Timer> m_letGo;        ///< its release waits to be told, as it may be none
     RemoteButton m_released = RemoteButton::None; ///< the latest to be released
-    quint64 m_releasedAt = 0;                     ///< and when, in milliseconds
+    quint64 m_pressedAt = 0;                      ///< when it was pressed, in milliseconds
+    quint64 m_releasedAt = 0;                     ///< and released
     bool m_handingOn = false;
 };

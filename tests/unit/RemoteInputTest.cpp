@@ -60,6 +60,7 @@ private Q_SLOTS:
     void aHeldArrowRepeatsByTheSetsOwnClock();
     void theSystemsRepeatsAreSwallowed();
     void aRepeatThatPassesForANewPressNeitherAddsNorDelaysAStep();
+    void quickPressesAreAllMade();
     void aRepeatEndsWithTheRelease();
     void aRepeatEndsWithAnotherButton_data();
     void aRepeatEndsWithAnotherButton();
@@ -219,9 +220,24 @@ void RemoteInputTest::aRepeatThatPassesForANewPressNeitherAddsNorDelaysAStep()
     }
     QCOMPARE(window.repeats, 5);
     QCOMPARE(window.pressed.size(), 6);
-    send(window, QEvent::KeyRelease, Qt::Key_Down, 116, false, 2010);
+    QCOMPARE(window.released.size(), 0);
+    send(window, QEvent::KeyRelease, Qt::Key_Down, 116, false, 2025);
     window.clock.advance(10s);
     QCOMPARE(window.pressed.size(), 6);
+    QCOMPARE(window.released.size(), 1);
+}
+
+void RemoteInputTest::quickPressesAreAllMade()
+{
+    ListeningWindow window;
+    for (const quint64 time : {1000, 1002, 1004, 1006}) {
+        send(window, QEvent::KeyPress, Qt::Key_Right, 114, false, time);
+        send(window, QEvent::KeyRelease, Qt::Key_Right, 114, false, time + 1);
+    }
+    QCOMPARE(window.pressed.size(), 4);
+    window.clock.advance(10s);
+    QCOMPARE(window.repeats, 0);
+    QCOMPARE(window.released.size(), 4);
 }
 
 void RemoteInputTest::aRepeatEndsWithTheRelease()
