@@ -63,6 +63,9 @@ void FocusScreen::focus(Focusable* focusable, bool atOnce)
     const bool isNew = m_focused != focusable;
     m_focused = focusable;
     disconnect(m_leaving);
+    for (const auto& length : std::exchange(m_lengths, {}))
+        disconnect(length);
+    m_isReading = false;
     m_leaving = connect(focusable, &QQuickItem::windowChanged, this, &FocusScreen::keepFocusSoon);
     if (!isYielding())
         focusable->setFocus(true);
@@ -71,8 +74,10 @@ void FocusScreen::focus(Focusable* focusable, bool atOnce)
             section->setHeld(focusable);
         else if (auto* const stack = qobject_cast<LazyStack*>(parent))
             stack->hold(focusable);
-        else if (auto* const area = qobject_cast<ScrollArea*>(parent))
+        else if (auto* const area = qobject_cast<ScrollArea*>(parent)) {
             reveal(*area, atOnce);
+            follow(*area);
+        }
     }
     remember();
     if (isNew)
@@ -193,8 +198,17 @@ void FocusScreen::reveal(ScrollArea& area, bool atOnce) const
     area.reveal(first, last, atOnce);
 }
 
+/** What grows or goes before the focused thing moves it: it stays in sight. */
+void FocusScreen::follow(ScrollArea& area)
+{
+    m_lengths.append(connect(&area, &ScrollArea::contentExtentChanged, this, [this, &area] {
+        if (canKeep() && !m_isReading)
+            reveal(area, false);
+    }));
+}
+
 /** Scrolls on through a focused thing that is longer than its view. */
-bool FocusScreen::readOn(int arrow) const
+bool FocusScreen::readOn(int arrow)
 {
     if (!isVertical(arrow))
         return false;
@@ -206,8 +220,10 @@ bool FocusScreen::readOn(int arrow) const
         const qreal hidden =
             arrow == Qt::Key_Down ? rect.bottom() - area->aim() - area->viewExtent() : area->aim() - rect.top();
         const qreal step = std::min(readingStep * area->viewExtent(), hidden + area->lead());
-        if (hidden > 1 && area->scrollBy(arrow == Qt::Key_Down ? step : -step))
+        if (hidden > 1 && area->scrollBy(arrow == Qt::Key_Down ? step : -step)) {
+            m_isReading = true;
             return true;
+        }
     }
     return false;
 }

@@ -74,7 +74,8 @@ private:
     void letGo();
     void remember();
     void reveal(ScrollArea& area, bool atOnce) const;
-    bool readOn(int arrow) const;
+    void follow(ScrollArea& area);
+    bool readOn(int arrow);
 
     QPointer<Focusable> m_focused;
     QPointer<FocusScreen> m_cover;
@@ -83,6 +84,8 @@ private:
     QPointer<FocusSection> m_section;
     QRectF m_place; ///< in its section; null before anything held the focus
 
-    QMetaObject::Connection m_leaving; ///< the focused thing leaves the window
+    QMetaObject::Connection m_leaving;        ///< the focused thing leaves the window
+    QList<QMetaObject::Connection> m_lengths; ///< the content around the focused thing grows or shrinks
+    bool m_isReading = false;                 ///< the viewer scrolls through the focused thing
     bool m_keepingSoon = false;
 };

@@ -16,6 +16,7 @@ private Q_SLOTS:
     void nothingOverlaps();
     void aLongPageIsReadFromItsTopToItsEnd();
     void selectOnATextDoesNothing();
+    void whatGrowsAboveTheFocusDoesNotPushItOutOfSight();
     void aButtonThatGoesGivesTheFocusToItsNeighbour();
 
 private:
@@ -142,6 +143,17 @@ void TapeDetailLayoutTest::selectOnATextDoesNothing()
     m_house->stage.press(Qt::Key_Select);
     QVERIFY(!m_house->controller->isPlaying());
     QVERIFY(!m_house->controller->isReadingTranscript());
+}
+
+void TapeDetailLayoutTest::whatGrowsAboveTheFocusDoesNotPushItOutOfSight()
+{
+    open(TapeDetailHouse::ordinary());
+    m_house->answer(R"({"id": 42, "title": ")" + QByteArray("Very long ").repeated(300) + R"("})");
+    QTRY_VERIFY(m_house->page->contentExtent() > 2000);
+    m_house->stage.settle();
+    QCOMPARE(m_house->focused(), u"Push it in"_s);
+    const QRectF area = Stage::area(m_house->view->focused());
+    QVERIFY(area.top() >= 0 && area.bottom() <= 1080);
 }
 
 void TapeDetailLayoutTest::aButtonThatGoesGivesTheFocusToItsNeighbour()
