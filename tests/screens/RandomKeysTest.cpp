@@ -1,11 +1,14 @@
 #include "ShopHouse.h"
 
+#include <QDebug>
 #include <QElapsedTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 
 /** Whatever is pressed, and whatever the hub sends meanwhile: one thing has the focus, or the screen itself. */
 class RandomKeysTest : public QObject
@@ -201,7 +204,7 @@ QByteArray RandomKeysTest::page()
 QJsonObject RandomKeysTest::tape(int id) const
 {
     static const QStringList kinds{u"council"_s, u"commission"_s, u"board"_s, u"committee"_s, u"other"_s};
-    const QString kind = kinds.at(id % kinds.size());
+    const QString& kind = kinds.at(id % kinds.size());
     return {{u"id"_s, id},
             {u"title"_s, u"Tape %1"_s.arg(id) + (id % 7 == 0 ? u" on Zoning "_s.repeated(40) : QString())},
             {u"meeting_date"_s, u"2024-01-02"_s},
