@@ -1,5 +1,6 @@
 #include "TapeDetailTexts.h"
 
+#include "ClockText.h"
 #include "ShortenedText.h"
 
 #include <QStringList>
@@ -7,7 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -17,7 +17,6 @@ constexpr double megabyte = 1048576;
 constexpr double megabytesInAGigabyte = 1024;
 constexpr qsizetype namedDocuments = 3;
 constexpr qsizetype longestParagraph = 4000; // UTF-16 units, about 50 lines
-constexpr double tooLarge = 0x1p63;          // the first that no 64-bit whole number can be
 
 // A tie goes to the even digit here; Qt's own formatting rounds it up.
 QString fixed(double value, int decimals)
@@ -28,30 +27,7 @@ QString fixed(double value, int decimals)
     return QString::fromLatin1(digits.data(), end - digits.data());
 }
 
-QString twoDigits(qint64 number)
-{
-    return u"%1"_s.arg(number, 2, 10, QChar(u'0'));
-}
-
-qint64 wholeSeconds(double seconds)
-{
-    // Written so that what is not a number fails it too.
-    if (!(seconds > 0))
-        return 0;
-    return seconds < tooLarge ? qint64(seconds) : std::numeric_limits<qint64>::max();
-}
-
 } // namespace
-
-QString clockText(double seconds)
-{
-    const qint64 whole = wholeSeconds(seconds);
-    const qint64 minutes = whole % 3600 / 60;
-    const QString upToSeconds = u':' + twoDigits(whole % 60);
-    if (whole < 3600)
-        return QString::number(minutes) + upToSeconds;
-    return QString::number(whole / 3600) + u':' + twoDigits(minutes) + upToSeconds;
-}
 
 QString playButtonText(double resumePosition)
 {

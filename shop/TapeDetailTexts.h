@@ -6,9 +6,6 @@
 
 /** The words of one tape's screen. Pure functions, total, usable from any thread; no locale has a say. */
 
-/** A position in seconds as a clock reads: "2:05", "1:02:05"; fractions are dropped, what is no position reads "0:00". */
-QString clockText(double seconds);
-
 /** What the first play button offers; 0 is the top of the tape. */
 QString playButtonText(double resumePosition);
 
