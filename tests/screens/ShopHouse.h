@@ -73,6 +73,11 @@ struct ShopHouse
         return item ? item->mapRectToItem(house, QRectF(QPointF(), item->size())) : QRectF();
     }
 
+    bool isInSight(const QRectF& area) const { return QRectF(0, 0, 1920, 1080).contains(area); }
+    bool isFocusInSight() { return isInSight(area(focused())); }
+    QRectF areaOf(const QString& shown) const { return area(text(shown)); }
+    QRectF areaOfThing(const QString& name) const { return area(thing(name)); }
+
     QQuickItem* text(const QString& text) const
     {
         const auto texts = Stage::texts(house);
@@ -92,7 +97,14 @@ struct ShopHouse
         return nullptr;
     }
 
-    void setMarkets(const QStringList& slugs)
+    void show(const QString& shelves)
+    {
+        store.setShelves(shelvesOf(shelves));
+        stage.waitForFrame();
+    }
+
+    /** Markets named after their slugs, the first with 1 tape, the next with 2, and so on. */
+    void showMarkets(const QStringList& slugs)
     {
         TVStatus status = store.status();
         status.rewindery.tapes = 99;
@@ -100,6 +112,7 @@ struct ShopHouse
         for (const QString& slug : slugs)
             status.rewindery.markets.append({slug, slug.toUpper(), {}, status.rewindery.markets.size() + 1});
         store.setStatus(status);
+        stage.waitForFrame();
     }
 
     /** Answers the request for `path` that waits, once there is one. */

@@ -1,0 +1,156 @@
+#include "ShopHouse.h"
+
+#include <QAccessible>
+#include <QRegularExpression>
+
+/** What stands in the shop and where, as the viewer sees and hears it. */
+class RewinderyLayoutTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup() { m_house.reset(); }
+
+    void everyTextOfTheShopIsRead();
+    void thePartsStandWhereTheyShould();
+    void textsOfOneLineStandOnOneBaseline();
+    void aThingIsHeardByItsName();
+    void longNamesDoNotOverlap();
+    void withTheFirstShelfTheCounterIsInSight();
+    void theFootIsInSightWithTheLastShelf();
+
+private:
+    std::unique_ptr<ShopHouse> m_house;
+};
+
+void RewinderyLayoutTest::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    m_house = std::make_unique<ShopHouse>();
+}
+
+void RewinderyLayoutTest::everyTextOfTheShopIsRead()
+{
+    m_house->show(u"Staff Picks: 1 2 3"_s);
+    m_house->showMarkets({u"a"_s, u"b"_s});
+    const QString stock = u"99 tapes in stock — pull one off the shelf and push it into the set. "
+                          "Every tape here plays on this television."_s;
+    const QString credits = u"Rewindery Home Video — A Captain Lowe of the Waterways Production. "
+                            "Be Kind, Please Rewind."_s;
+    for (const QString& text :
+         {u"Rewindery"_s, u"HOME VIDEO"_s, u"OPEN 24 HRS"_s, stock, u"Search the stacks"_s, u"All markets"_s, u"99"_s,
+          u"A"_s, u"1"_s, u"B"_s, u"2"_s, u"Staff Picks"_s, u"3"_s, u"City Council · 2024"_s, credits,
+          u"Captain Lowe and his crew are this shop's own invention."_s})
+        QVERIFY2(m_house->text(text), qPrintable(text));
+    QVERIFY(!m_house->text(u"Try again"_s));
+    m_house->showMarkets({u"a"_s});
+    QVERIFY(!m_house->text(u"All markets"_s));
+    QVERIFY(!m_house->text(u"A"_s));
+}
+
+void RewinderyLayoutTest::thePartsStandWhereTheyShould()
+{
+    m_house->show(u"Staff Picks: 1 2 4; Procedurals: 3"_s);
+    m_house->showMarkets({u"a"_s, u"b"_s});
+    const QRectF sign = m_house->areaOf(u"Rewindery"_s);
+    QCOMPARE(sign.topLeft(), QPointF(70, 50));
+    QCOMPARE(m_house->areaOf(u"HOME VIDEO"_s).left(), sign.right() + 24);
+    QCOMPARE(m_house->areaOf(u"OPEN 24 HRS"_s).left(), m_house->areaOf(u"HOME VIDEO"_s).right() + 24);
+
+    const QRectF search = m_house->areaOfThing(u"Search the stacks"_s);
+    const QRectF all = m_house->areaOfThing(u"All markets 99"_s);
+    QCOMPARE(search.left(), 70.0);
+    QCOMPARE(all.left(), search.right() + 20);
+    QCOMPARE(all.center().y(), search.center().y());
+    QCOMPARE(m_house->areaOfThing(u"A 1"_s).left(), all.right() + 14);
+    QCOMPARE(m_house->areaOf(u"All markets"_s).left(), all.left() + 22);
+    QCOMPARE(m_house->areaOf(u"99"_s).right(), all.right() - 22);
+
+    const QRectF picks = m_house->areaOf(u"Staff Picks"_s);
+    const QRectF first = m_house->areaOfThing(u"Tape 1"_s);
+    const QRectF second = m_house->areaOfThing(u"Tape 2"_s);
+    QCOMPARE(picks.left(), 70.0);
+    QVERIFY(qAbs(picks.top() - search.bottom() - 6 - 54) < 1);
+    QCOMPARE(m_house->areaOf(u"3"_s).left(), picks.right() + 16 + 12);
+    QCOMPARE(m_house->areaOf(u"City Council · 2024"_s).left(), m_house->areaOf(u"3"_s).right() + 12 + 16);
+    QCOMPARE(first.size(), QSizeF(250, 250 * 1.5625));
+    QCOMPARE(first.left(), 70.0 + 6);
+    QCOMPARE(first.top(), picks.top() + 48 + 18 + 34);
+    QCOMPARE(second.topLeft(), first.topRight() + QPointF(40, 0));
+    QVERIFY(qAbs(m_house->areaOf(u"Procedurals"_s).top() - (first.bottom() + 34) - 54) < 1);
+}
+
+void RewinderyLayoutTest::textsOfOneLineStandOnOneBaseline()
+{
+    m_house->show(u"Staff Picks: 1 2; 港口委員會: 3"_s);
+    const auto baseline = [this](const QString& text) {
+        const QQuickItem* item = m_house->text(text);
+        return item ? item->mapToItem(m_house->house, QPointF(0, item->baselineOffset())).y() : -1;
+    };
+    for (const QString& text : {u"HOME VIDEO"_s, u"OPEN 24 HRS"_s})
+        QVERIFY2(qAbs(baseline(text) - baseline(u"Rewindery"_s)) < 0.5, qPrintable(text));
+    for (const QString& text : {u"2"_s, u"City Council · 2024"_s})
+        QVERIFY2(qAbs(baseline(text) - baseline(u"Staff Picks"_s)) < 0.5, qPrintable(text));
+    QVERIFY(qAbs(baseline(u"1"_s) - baseline(u"港口委員會"_s)) < 0.5);
+    QVERIFY(qAbs(baseline(u"港口委員會"_s) - baseline(u"Staff Picks"_s) - 525 - 54) < 0.5);
+}
+
+void RewinderyLayoutTest::aThingIsHeardByItsName()
+{
+    m_house->show(u"Staff Picks: 1 2"_s);
+    m_house->press({Qt::Key_Down, Qt::Key_Right});
+    QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(m_house->focused());
+    QVERIFY(heard);
+    QCOMPARE(heard->text(QAccessible::Name), u"Tape 2"_s);
+    QCOMPARE(heard->role(), QAccessible::Button);
+    QVERIFY(heard->state().focused);
+}
+
+void RewinderyLayoutTest::longNamesDoNotOverlap()
+{
+    Shelf shelf = shelfOf(QString(400, u'W'), {1, 2});
+    shelf.covers.first().bodyName = QString(400, u'M');
+    m_house->store.setShelves({shelf});
+    TVStatus status = m_house->store.status();
+    status.rewindery.markets = {{u"a"_s, QString(400, u'N'), {}, 9007199254740993}, {u"b"_s, u"B"_s, {}, 1}};
+    m_house->store.setStatus(status);
+    m_house->stage.settle();
+    const QRectF name = m_house->areaOf(QString(400, u'W'));
+    const QRectF count = m_house->areaOf(u"2"_s);
+    const QRectF caption = m_house->areaOf(QString(400, u'M') + u" · City Council · 2024"_s);
+    QVERIFY(name.width() > 500);
+    QVERIFY(name.right() < count.left() && count.right() < caption.left());
+    QVERIFY(caption.width() > 200 && caption.right() <= 1850);
+    const QRectF market = m_house->areaOf(QString(400, u'N'));
+    const QRectF tapes = m_house->areaOf(u"9007199254740993"_s);
+    QVERIFY(market.width() > 300 && market.right() < tapes.left());
+    QVERIFY(tapes.right() < m_house->areaOf(u"B"_s).left());
+}
+
+void RewinderyLayoutTest::withTheFirstShelfTheCounterIsInSight()
+{
+    m_house->show(u"A: 1; B: 2; C: 3"_s);
+    m_house->stage.press(Qt::Key_Down);
+    m_house->stage.settle();
+    QCOMPARE(m_house->areaOf(u"Rewindery"_s).top(), 50.0);
+    m_house->stage.press(Qt::Key_Down);
+    m_house->stage.settle();
+    for (const QString& name : {u"A"_s, u"C"_s})
+        QVERIFY2(m_house->isInSight(m_house->areaOf(name)) == (name == u"C"_s), qPrintable(name));
+    QVERIFY(m_house->isFocusInSight());
+}
+
+void RewinderyLayoutTest::theFootIsInSightWithTheLastShelf()
+{
+    m_house->show(u"A: 1; B: 2; C: 3"_s);
+    m_house->press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down});
+    m_house->stage.settle();
+    QCOMPARE(m_house->heard(), u"Tape 3"_s);
+    const QRectF foot = m_house->areaOf(u"Captain Lowe and his crew are this shop's own invention."_s);
+    QVERIFY(!foot.isEmpty() && foot.bottom() <= 1080 - 49);
+    QVERIFY(m_house->isFocusInSight());
+}
+
+QTEST_MAIN(RewinderyLayoutTest)
+#include "RewinderyLayoutTest.moc"

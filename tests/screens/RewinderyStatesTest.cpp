@@ -1,0 +1,175 @@
+#include "ShopHouse.h"
+
+#include <QRegularExpression>
+
+/** The shop as the store changes under the viewer: refreshes, markets, no shelves at all. */
+class RewinderyStatesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup() { m_house.reset(); }
+
+    void aRefreshKeepsTheViewersPlace_data();
+    void aRefreshKeepsTheViewersPlace();
+    void aRefreshLeavesTheCounterFocused();
+    void withoutShelvesThePanelSaysWhy();
+    void tryingAgainSpinsUntilTheShelvesAreThere();
+    void tryingAgainInVainMayBeRepeated();
+    void marketsAreChosenByTheirChips();
+    void thePickerMayGoWhileItIsWalked();
+    void aMarketWithoutTapesIsLeftWithTheShop();
+
+private:
+    std::unique_ptr<ShopHouse> m_house;
+};
+
+void RewinderyStatesTest::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    m_house = std::make_unique<ShopHouse>();
+}
+
+void RewinderyStatesTest::aRefreshKeepsTheViewersPlace_data()
+{
+    QTest::addColumn<QString>("after");
+    QTest::addColumn<QString>("heard");
+    // Before: "A: 1 2 3; B: 4 5 6; C: 7 8", with the viewer at 5.
+    QTest::newRow("nothing changed") << u"A: 1 2 3; B: 4 5 6; C: 7 8"_s << u"Tape 5"_s;
+    QTest::newRow("tapes before it") << u"A: 1 2 3; B: 31 32 33 34 35 36 37 38 4 5 6; C: 7 8"_s << u"Tape 5"_s;
+    QTest::newRow("the others are gone") << u"B: 5"_s << u"Tape 5"_s;
+    QTest::newRow("in another order") << u"C: 8 7; B: 6 5 4; A: 3"_s << u"Tape 5"_s;
+    QTest::newRow("shelves before it") << u"N: 91; M: 92; L: 93; K: 94; A: 1; B: 4 5"_s << u"Tape 5"_s;
+    QTest::newRow("on another shelf") << u"A: 1 5; B: 4 6; C: 7 8"_s << u"Tape 5"_s;
+    QTest::newRow("on a new shelf far away") << u"A: 1; B: 4; C: 7; D: 21; E: 22; F: 23; G: 24 25 5"_s << u"Tape 5"_s;
+    QTest::newRow("gone") << u"A: 1 2 3; B: 4 6; C: 7 8"_s << u"Tape 6"_s;
+    QTest::newRow("gone from the end") << u"A: 1 2 3; B: 4; C: 7 8"_s << u"Tape 4"_s;
+    QTest::newRow("gone with its shelf") << u"A: 1 2 3; C: 7 8"_s << u"Tape 8"_s;
+    QTest::newRow("another market") << u"X: 21; Y: 22 23"_s << u"Tape 23"_s;
+    QTest::newRow("nothing is left") << QString() << u"Try again"_s;
+}
+
+void RewinderyStatesTest::aRefreshKeepsTheViewersPlace()
+{
+    QFETCH(QString, after);
+    m_house->show(u"A: 1 2 3; B: 4 5 6; C: 7 8"_s);
+    m_house->press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Right});
+    QCOMPARE(m_house->heard(), u"Tape 5"_s);
+    m_house->stage.settle();
+    m_house->show(after);
+    QTEST(m_house->heard(), "heard");
+    QVERIFY(m_house->isFocusInSight());
+}
+
+void RewinderyStatesTest::aRefreshLeavesTheCounterFocused()
+{
+    m_house->show(u"A: 1 2 3; B: 4 5 6"_s);
+    m_house->press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Up});
+    QCOMPARE(m_house->heard(), u"Search the stacks"_s);
+    m_house->show(u"B: 4 6; C: 2"_s);
+    QCOMPARE(m_house->heard(), u"Search the stacks"_s);
+}
+
+void RewinderyStatesTest::withoutShelvesThePanelSaysWhy()
+{
+    QVERIFY(m_house->text(u"Rewindery"_s));
+    QVERIFY(m_house->text(u"No tapes on the shelf for this view."_s));
+    QVERIFY(!m_house->text(u"Checking the shelves…"_s));
+    QVERIFY(!m_house->text(u"HOME VIDEO"_s));
+    QCOMPARE(m_house->heard(), u"Try again"_s);
+    m_house->store.setLastError(u"X"_s);
+    m_house->stage.settle();
+    QVERIFY(m_house->text(u"X"_s));
+    QVERIFY(!m_house->text(u"No tapes on the shelf for this view."_s));
+    m_house->store.setLastError(QString(5000, u'\n') + u"Y"_s);
+    m_house->stage.settle();
+    QVERIFY(m_house->isFocusInSight());
+    QVERIFY(m_house->text(u"Rewindery"_s));
+    QVERIFY(m_house->areaOf(u"Rewindery"_s).top() > 0);
+}
+
+void RewinderyStatesTest::tryingAgainSpinsUntilTheShelvesAreThere()
+{
+    m_house->stage.press(Qt::Key_Select);
+    QVERIFY(m_house->store.isLoading());
+    QVERIFY(m_house->text(u"Checking the shelves…"_s));
+    QVERIFY(!m_house->text(u"Try again"_s));
+    QQuickItem* spinner = Stage::first(m_house->shop(), "Spinner");
+    QVERIFY(spinner && spinner->isVisible());
+    QCOMPARE(m_house->area(spinner).width(), 1.6 * spinner->width());
+    QTRY_COMPARE(m_house->focused(), m_house->front());
+    m_house->answer(u"/api/tv/status"_s, R"({"rewindery": {"tapes": 1}})");
+    m_house->answer(u"/api/tv/tapes"_s, R"({"items": [{"id": 1, "title": "Zoning"}]})");
+    QTRY_VERIFY(!m_house->store.isLoading());
+    QVERIFY(m_house->thing(u"Zoning"_s));
+    QTRY_COMPARE(m_house->heard(), u"Search the stacks"_s);
+    QVERIFY(!spinner->isVisible());
+}
+
+void RewinderyStatesTest::tryingAgainInVainMayBeRepeated()
+{
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        m_house->stage.press(Qt::Key_Select);
+        m_house->answer(u"/api/tv/status"_s, {}, 500);
+        m_house->answer(u"/api/tv/tapes"_s, {}, 503);
+        QTRY_VERIFY(!m_house->store.isLoading());
+        QVERIFY(m_house->text(m_house->store.lastErrorText()));
+        QTRY_COMPARE(m_house->heard(), u"Try again"_s);
+    }
+    QCOMPARE(m_house->http.count(), 4);
+}
+
+void RewinderyStatesTest::marketsAreChosenByTheirChips()
+{
+    m_house->show(u"A: 1"_s);
+    m_house->showMarkets({u"a"_s, u"b"_s});
+    m_house->press({Qt::Key_Right, Qt::Key_Right, Qt::Key_Right});
+    QCOMPARE(m_house->heard(), u"B 2"_s);
+    const auto isSelected = [this](const QString& name) {
+        return m_house->thing(name)->property("isSelected").toBool();
+    };
+    QVERIFY(isSelected(u"All markets 99"_s));
+    m_house->stage.press(Qt::Key_Select);
+    QCOMPARE(m_house->store.market(), u"b"_s);
+    QVERIFY(isSelected(u"B 2"_s) && !isSelected(u"All markets 99"_s) && !isSelected(u"A 1"_s));
+    QVERIFY(m_house->text(u"2 tapes in stock — pull one off the shelf and push it into the set. "
+                          "Every tape here plays on this television."_s));
+    m_house->answer(u"/api/tv/tapes?page=1&per_page=200&market=b"_s, R"({"items": [{"id": 7, "title": "Harbour"}]})");
+    QTRY_VERIFY(m_house->thing(u"Harbour"_s));
+    QCOMPARE(m_house->heard(), u"B 2"_s);
+    m_house->showMarkets({u"c"_s, u"b"_s, u"a"_s});
+    QCOMPARE(m_house->heard(), u"B 2"_s);
+    m_house->press({Qt::Key_Left, Qt::Key_Left, Qt::Key_Select});
+    QCOMPARE(m_house->heard(), u"All markets 99"_s);
+    QCOMPARE(m_house->store.market(), QString());
+    QVERIFY(isSelected(u"All markets 99"_s));
+}
+
+void RewinderyStatesTest::thePickerMayGoWhileItIsWalked()
+{
+    m_house->show(u"A: 1"_s);
+    m_house->showMarkets({u"a"_s, u"b"_s});
+    m_house->press({Qt::Key_Right, Qt::Key_Right});
+    m_house->showMarkets({u"a"_s});
+    QCOMPARE(m_house->heard(), u"Search the stacks"_s);
+    m_house->showMarkets({u"a"_s, u"b"_s});
+    QCOMPARE(m_house->heard(), u"Search the stacks"_s);
+}
+
+void RewinderyStatesTest::aMarketWithoutTapesIsLeftWithTheShop()
+{
+    m_house->show(u"A: 1"_s);
+    m_house->showMarkets({u"a"_s, u"b"_s});
+    m_house->press({Qt::Key_Right, Qt::Key_Right, Qt::Key_Select});
+    QCOMPARE(m_house->store.market(), u"a"_s);
+    m_house->answer(u"/api/tv/tapes?page=1&per_page=200&market=a"_s, R"({"items": []})");
+    QTRY_COMPARE(m_house->heard(), u"Try again"_s);
+    QVERIFY(m_house->text(u"No tapes on the shelf for this view."_s));
+    m_house->stage.press(Qt::Key_Back);
+    QVERIFY(!m_house->isOpen());
+    QCOMPARE(m_house->store.market(), QString());
+}
+
+QTEST_MAIN(RewinderyStatesTest)
+#include "RewinderyStatesTest.moc"
