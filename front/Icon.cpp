@@ -76,6 +76,29 @@ void drawTextLines(QPainter& painter, const QColor& color)
         painter.fillRect(onPixels(painter, {left, first + double(line) * pitch, lengths[line], 10}), color);
 }
 
+void drawPause(QPainter& painter, const QColor& color)
+{
+    constexpr double rounding = 6;
+    painter.setPen(pen(color, rounding));
+    painter.setBrush(color);
+    for (const double left : {17.0, 59.0}) {
+        const QRectF bar = onPixels(painter, {left, 11, 24, 78});
+        painter.drawRect(bar.marginsRemoved({rounding / 2, rounding / 2, rounding / 2, rounding / 2}));
+    }
+}
+
+void drawFastForward(QPainter& painter, const QColor& color)
+{
+    constexpr double rounding = 8;
+    painter.setPen(pen(color, rounding));
+    painter.setBrush(color);
+    for (const double left : {3.0, 50.0}) {
+        const QRectF area =
+            QRectF(left, 18, 47, 64).marginsRemoved({rounding / 2, rounding / 2, rounding / 2, rounding / 2});
+        painter.drawPolygon(QPolygonF{area.topLeft(), QPointF(area.right(), area.center().y()), area.bottomLeft()});
+    }
+}
+
 } // namespace
 
 void Icon::setName(Name name)
@@ -111,6 +134,16 @@ void Icon::paint(QPainter& painter, const QSizeF& size) const
         break;
     case TextLines:
         drawTextLines(painter, m_color);
+        break;
+    case Pause:
+        drawPause(painter, m_color);
+        break;
+    case Rewind:
+        painter.translate(grid, 0);
+        painter.scale(-1, 1);
+        [[fallthrough]];
+    case FastForward:
+        drawFastForward(painter, m_color);
         break;
     }
 }

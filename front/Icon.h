@@ -16,9 +16,12 @@ public:
     enum Name {
         None,
         MagnifyingGlass,
-        Play,      ///< a triangle
-        StartOver, ///< an arrow that circles anticlockwise
-        TextLines, ///< lines of text, aligned left
+        Play,        ///< a triangle
+        StartOver,   ///< an arrow that circles anticlockwise
+        TextLines,   ///< lines of text, aligned left
+        Pause,       ///< two upright bars
+        FastForward, ///< two triangles one behind the other
+        Rewind,      ///< the same, the other way
     };
     Q_ENUM(Name)
 

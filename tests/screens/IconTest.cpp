@@ -38,6 +38,7 @@ private Q_SLOTS:
     void anIconTakesItsColor();
     void thePlayTrianglePointsForward();
     void startOverCirclesAnticlockwise();
+    void aScrubPointsItsWay();
     void theLinesOfTextAreSharp_data();
     void theLinesOfTextAreSharp();
 };
@@ -45,7 +46,7 @@ private Q_SLOTS:
 void IconTest::anIconKeepsItsWeightAtEverySize_data()
 {
     QTest::addColumn<QString>("name");
-    for (const char* name : {"MagnifyingGlass", "Play", "StartOver", "TextLines"})
+    for (const char* name : {"MagnifyingGlass", "Play", "StartOver", "TextLines", "Pause", "FastForward", "Rewind"})
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 
@@ -96,6 +97,17 @@ void IconTest::startOverCirclesAnticlockwise()
     // The head is wider behind than in front.
     QVERIFY(lit(47, 5));
     QVERIFY(!lit(30, 8));
+}
+
+void IconTest::aScrubPointsItsWay()
+{
+    for (const QImage& picture : {shot(u"FastForward"_s, 100), shot(u"Rewind"_s, 100).mirrored(true, false)}) {
+        const auto lit = [&](int x, int y) { return qRed(picture.pixel(x, y)) > 128; };
+        for (const int left : {6, 53}) {
+            QVERIFY(lit(left, 25) && lit(left, 75));
+            QVERIFY(lit(left + 36, 50) && !lit(left + 36, 25) && !lit(left + 36, 75));
+        }
+    }
 }
 
 void IconTest::theLinesOfTextAreSharp_data()
