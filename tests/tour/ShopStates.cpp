@@ -12,6 +12,9 @@ namespace {
 
 constexpr QRectF panel(200, 200, 1520, 680);     // in the middle of the screen
 constexpr QRectF searchButton(70, 222, 336, 56); // within its plate under focus
+constexpr QRectF allMarkets(440, 226, 190, 46);  // within its chip
+constexpr QRectF firstMarket(680, 226, 170, 46);
+const QColor amber(255, 203, 45);
 const QString tapes = u"/api/tv/tapes"_s;
 const QString status = u"/status"_s;
 
@@ -21,17 +24,21 @@ QJsonObject oneMarket()
     return {{u"rewindery"_s, QJsonObject{{u"tapes"_s, 1}, {u"markets"_s, QJsonArray{town}}}}};
 }
 
+Sight isChosen(const QRectF& chip)
+{
+    return shows(u"the market's chip is amber"_s, chip, amber, 0.5);
+}
+
 QList<State> alongTheShelves()
 {
     return {
         {u"shop, top"_s,
          {openShop()},
          {reads(shop::header, u"Rewindery"_s), reads(shop::header, u"open 24 hrs"_s), countsStock(),
-          reads(searchButton, u"Search the stacks"_s), reads(shop::header, u"All markets"_s),
-          reads(shop::header, u"Marrowby Flats"_s)}},
+          reads(searchButton, u"Search the stacks"_s), isChosen(allMarkets), reads(shop::header, u"Marrowby Flats"_s)}},
         {u"shop, the first shelf"_s, {press(u"down"_s)}, {differsFrom(u"shop, top"_s, area::everything)}},
         {u"shop, along a shelf"_s,
-         {press(u"right"_s, 12)},
+         {pressRapidly(u"right"_s, 12)},
          {differsFrom(u"shop, the first shelf"_s, area::everything, 0.05)}},
         {u"shop, the end of a shelf"_s,
          {pressRapidly(u"right"_s, 40)},
@@ -47,7 +54,7 @@ QList<State> alongTheShelves()
          {differsFrom(u"shop, the first shelf"_s, area::everything, 0.05)}},
         {u"shop, the last shelf and the credits"_s,
          {pressRapidly(u"down"_s, 10)},
-         {reads(QRectF(40, 540, 1840, 540), u"Captain Lowe of the Waterways Production. Be Kind, Please Rewind."_s)}},
+         {reads(QRectF(40, 900, 1500, 160), u"Captain Lowe of the Waterways Production. Be Kind, Please Rewind."_s)}},
         {u"shop, top again"_s, {pressRapidly(u"up"_s, 12)}, {looksAsIn(u"shop, top"_s, area::everything)}},
     };
 }
@@ -74,18 +81,18 @@ QList<State> panelStates()
         {u"shop, one market and one tape"_s,
          {order(u"/fault/clear"_s)},
          {reads(shop::header, u"1 tapes in stock — pull one off"_s), reads(searchButton, u"Search the stacks"_s),
-          readsNot(shop::header, u"All markets"_s)}},
+          showsNot(u"there is no chip"_s, allMarkets, amber, 0.1)}},
         {u"front, back from one market"_s,
          {press(u"back"_s), calm(), addEmptyMarket(), press(u"play/pause"_s)},
          {reads(area::rightDoor, u"4 markets"_s)}},
         {u"shop, a market chosen"_s,
          {press(u"select"_s), press(u"right"_s, 2), press(u"select"_s)},
-         {countsStock(u"brindlemere"_s)}},
+         {countsStock(u"brindlemere"_s), isChosen(firstMarket)}},
         {u"shop, an empty market"_s,
          {press(u"right"_s, 3), press(u"select"_s)},
          {reads(panel, u"No tapes on the shelf for this view."_s), reads(panel, u"Try again"_s)}},
         {u"front, back from the empty market"_s, {press(u"back"_s)}, {reads(area::rightDoor, u"REWINDERY"_s)}},
-        {u"shop, all markets again"_s, {press(u"select"_s)}, {countsStock()}},
+        {u"shop, all markets again"_s, {press(u"select"_s)}, {countsStock(), isChosen(allMarkets)}},
     };
 }
 

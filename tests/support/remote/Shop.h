@@ -11,7 +11,7 @@ class SampleHub;
 /** The rental shop, as a test sees it and walks along its shelves. Areas are in points of the canvas. */
 namespace shop {
 
-inline constexpr QRectF header(40, 20, 1840, 360); ///< while nothing is scrolled: sign, stock line, controls
+inline constexpr QRectF header(40, 20, 1400, 280); ///< while nothing is scrolled: sign, stock line, controls
 
 // A tape's own screen, its title on one line.
 inline constexpr QRectF detailTitle(550, 40, 1300, 200);
