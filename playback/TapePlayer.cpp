@@ -2,6 +2,7 @@
 
 #include "HubURL.h"
 #include "StreamPlayer.h"
+#include "SystemClock.h"
 
 using namespace Qt::StringLiterals;
 
@@ -9,7 +10,8 @@ namespace {
 
 std::unique_ptr<VideoPlayer> makeStreamPlayer()
 {
-    return std::make_unique<StreamPlayer>(VideoOptions{hubCertificates(), u"Quillmere Television"_s});
+    static SystemClock clock;
+    return std::make_unique<StreamPlayer>(VideoOptions{hubCertificates(), u"Quillmere Television"_s}, clock);
 }
 
 } // namespace
@@ -26,10 +28,15 @@ void TapePlayer::componentComplete()
         return;
     }
     m_player = m_makePlayer();
-    connect(m_player.get(), &VideoPlayer::failed, this,
-            [this] { fail(u"The tape wouldn't play. It may still be being archived."_s); });
+    const auto item = std::make_shared<PlayerItem>(*url);
+    connect(item.get(), &PlayerItem::statusChanged, this, [this, item = item.get()] {
+        if (item->status() == PlayerItem::Status::Failed)
+            fail(u"The tape wouldn't play. It may still be being archived."_s);
+    });
     Q_EMIT playerChanged();
-    m_player->load(*url, m_startAt);
+    m_player->setItem(item);
+    m_player->seek(m_startAt, SeekTolerance::AtOrAfter);
+    m_player->play();
 }
 
 bool TapePlayer::press(int key)
@@ -37,7 +44,7 @@ bool TapePlayer::press(int key)
     switch (key) {
     case Qt::Key_Select:
     case Qt::Key_MediaTogglePlayPause:
-        setPaused(m_player && m_player->state() == VideoPlayer::State::Playing);
+        setPaused(m_player && m_player->timeControl() != VideoPlayer::TimeControl::Paused);
         return true;
     case Qt::Key_MediaPlay:
         setPaused(false);
@@ -57,7 +64,7 @@ bool TapePlayer::press(int key)
 void TapePlayer::end()
 {
     if (m_player)
-        m_player->stop();
+        m_player->setItem(nullptr);
 }
 
 void TapePlayer::setPaused(bool paused)

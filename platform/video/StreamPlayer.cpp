@@ -1,13 +1,18 @@
 #include "StreamPlayer.h"
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
+using Cause = VideoFailure::Cause;
 
 namespace {
 
 // A server that dies leaves an end of file like any other; only near the duration is it the end of play.
-constexpr double endTolerance = 2.0;
+constexpr double endTolerance = 2;
+
+// The furthest that a seek goes: an end of file soon after it would otherwise pass for the end of play.
+constexpr double beforeEnd = 3;
 
 bool isPlayable(const QUrl& url)
 {
@@ -16,40 +21,126 @@ bool isPlayable(const QUrl& url)
 
 } // namespace
 
-StreamPlayer::StreamPlayer(VideoOptions options, LoadPlugin loadPlugin, QObject* parent)
+StreamPlayer::StreamPlayer(VideoOptions options, Clock& clock, LoadPlugin loadPlugin, QObject* parent)
     : VideoPlayer(parent), m_options(std::move(options)), m_loadPlugin(std::move(loadPlugin)),
+      m_reconnection(clock, [this] { reconnect(); }), m_stallWatch(clock, [this] { stalled(); }),
       m_listener(static_cast<VideoEngineListener*>(this), [](VideoEngineListener*) {})
 {}
 
-void StreamPlayer::load(const QUrl& url, double startAt)
+void StreamPlayer::setItem(std::shared_ptr<PlayerItem> item)
 {
+    const Change change(*this);
     letGo();
-    m_url = url;
-    m_startAt = std::isfinite(startAt) ? std::max(startAt, 0.0) : 0.0;
-    setState(State::Loading);
-    if (!isPlayable(url))
-        fail({VideoFailure::Cause::BadAddress, 0, url.toDisplayString()});
-    else if (m_engine)
-        startLoading();
-    else if (!m_opening)
-        openEngine();
-}
-
-void StreamPlayer::stop()
-{
-    letGo();
-    setState(State::Idle);
-}
-
-void StreamPlayer::setPaused(bool paused)
-{
-    if (m_paused == paused)
+    m_item = std::move(item);
+    m_announcements.add([this] { Q_EMIT itemChanged(); });
+    if (!m_item)
         return;
-    m_paused = paused;
+    m_reconnection.begin(m_item->isLive());
+    load(0);
+}
+
+void StreamPlayer::setPlaying(bool playing)
+{
+    const Change change(*this);
+    m_playing = playing;
     if (m_engine)
-        m_engine->setPaused(paused);
-    if (m_state == State::Playing || m_state == State::Paused)
-        setState(paused ? State::Paused : State::Playing);
+        m_engine->setPaused(!playing);
+    if (playing && m_phase == Phase::Ended)
+        load(0);
+}
+
+VideoPlayer::TimeControl StreamPlayer::timeControl() const
+{
+    if (!m_playing || m_phase == Phase::Idle || m_phase == Phase::Ended || m_phase == Phase::Failed)
+        return TimeControl::Paused;
+    return isWaiting() ? TimeControl::WaitingToPlay : TimeControl::Playing;
+}
+
+bool StreamPlayer::isWaiting() const
+{
+    return m_phase == Phase::Loading || m_phase == Phase::Broken ||
+           (m_phase == Phase::Shown && (m_buffering || m_target));
+}
+
+void StreamPlayer::setAutomaticallyWaitsToMinimizeStalling(bool waits)
+{
+    m_waitsForData = waits;
+    if (m_engine)
+        m_engine->setWaitsForData(waits);
+}
+
+void StreamPlayer::seek(double seconds, SeekTolerance tolerance, SeekDone done)
+{
+    const Change change(*this);
+    if (!m_item || m_item->isLive() || m_phase == Phase::Failed || !std::isfinite(seconds)) {
+        callLater(std::move(done), false);
+        return;
+    }
+    finishSeek(false);
+    m_seekDone = std::move(done);
+    m_target = bounded(seconds);
+    if (m_phase == Phase::Shown) {
+        m_stallWatch.positionMoved();
+        m_engine->seek(m_load, ++m_seek, *m_target, tolerance);
+    } else if (m_phase != Phase::Broken) {
+        load(*m_target);
+    }
+}
+
+std::unique_ptr<TimeObserver> StreamPlayer::addPeriodicTimeObserver(std::chrono::seconds interval,
+                                                                    std::function<void(double)> callback)
+{
+    return m_periodicTime.add(interval, std::move(callback));
+}
+
+void StreamPlayer::select(MediaTrack::Kind kind, int id)
+{
+    if (!m_item)
+        return;
+    m_selected[kind] = id;
+    if (m_phase == Phase::Shown)
+        m_engine->selectTrack(kind, id);
+}
+
+void StreamPlayer::load(double startAt)
+{
+    m_phase = Phase::Loading;
+    m_target = startAt;
+    m_buffering = false;
+    m_bufferedTo = 0;
+    ++m_load;
+    if (!isPlayable(m_item->url())) {
+        const auto refuse = [this, load = m_load] {
+            const Change change(*this);
+            if (concerns(load))
+                fail({Cause::BadAddress, 0, m_item->url().toString()});
+        };
+        QMetaObject::invokeMethod(this, refuse, Qt::QueuedConnection);
+    } else if (m_rendererReady) {
+        const bool isLive = m_item->isLive();
+        m_engine->load({m_load, m_item->url(), isLive ? 0 : startAt, isLive, !m_playing});
+    } else if (!m_engine && !m_opening) {
+        openEngine();
+    }
+}
+
+void StreamPlayer::letGo()
+{
+    ++m_load;
+    if (m_rendererReady && m_phase != Phase::Idle)
+        m_engine->stop();
+    m_phase = Phase::Idle;
+    finishSeek(false);
+    m_reconnection.cancel();
+    m_periodicTime.end();
+    m_hasShownPicture = false;
+    m_target.reset();
+    m_position = 0;
+    m_duration = 0;
+    m_bufferedTo = 0;
+    m_seekable = false;
+    m_selected.clear();
+    setTracks({});
 }
 
 QCoro::Task<> StreamPlayer::openEngine()
@@ -62,144 +153,114 @@ QCoro::Task<> StreamPlayer::openEngine()
     if (plugin)
         m_starting = (*plugin)->makeEngine(m_options, Messenger<VideoEngineListener>(m_listener));
     else
-        engineFailed({VideoFailure::Cause::NoPlugin, 0, plugin.error()});
+        engineFailed({Cause::NoPlugin, 0, plugin.error()});
 }
 
-void StreamPlayer::engineReady()
+void StreamPlayer::stalled()
 {
-    m_engine = std::move(m_starting);
-    m_engine->setPaused(m_paused);
-    Q_EMIT engineChanged();
+    const Change change(*this);
+    m_engine->stop();
+    takeBreak({Cause::TimedOut, 0, {}});
 }
 
-void StreamPlayer::rendererReady()
+void StreamPlayer::reconnect()
 {
-    m_rendererReady = true;
-    Q_EMIT VideoPlayer::rendererReady();
-    startLoading();
+    const Change change(*this);
+    load(position());
 }
 
-void StreamPlayer::startLoading()
+// A load or a seek has come to its picture.
+void StreamPlayer::arriveAt(double seconds)
 {
-    if (m_rendererReady && m_state == State::Loading)
-        m_engine->load(m_load, m_url, m_startAt);
+    m_target.reset();
+    moveTo(seconds);
+    finishSeek(true);
 }
 
-void StreamPlayer::letGo()
+void StreamPlayer::moveTo(double seconds)
 {
-    ++m_load;
-    if (m_engine && m_rendererReady && m_state != State::Idle)
-        m_engine->stop();
-    setWaiting(false);
-    setPosition(0);
-    setDuration(0);
-}
-
-void StreamPlayer::engineFailed(const VideoFailure& failure)
-{
-    m_opening = false;
-    m_rendererReady = false;
-    m_starting.reset();
-    if (std::exchange(m_engine, nullptr))
-        Q_EMIT engineChanged();
-    if (m_state == State::Loading || m_state == State::Playing || m_state == State::Paused)
-        fail(failure);
-}
-
-void StreamPlayer::pictureShown(int load)
-{
-    if (!concerns(load) || m_state != State::Loading)
-        return;
-    setState(m_paused ? State::Paused : State::Playing);
-    Q_EMIT VideoPlayer::pictureShown();
-}
-
-void StreamPlayer::positionMoved(int load, double seconds)
-{
-    if (concerns(load) && m_state != State::Loading)
-        setPosition(seconds);
-}
-
-void StreamPlayer::durationKnown(int load, double seconds)
-{
-    if (concerns(load))
-        setDuration(seconds);
-}
-
-void StreamPlayer::waitingChanged(int load, bool waiting)
-{
-    if (concerns(load))
-        setWaiting(waiting);
-}
-
-void StreamPlayer::endOfFile(int load)
-{
-    if (concerns(load))
-        finish({});
-}
-
-void StreamPlayer::loadFailed(int load, const VideoFailure& failure)
-{
-    if (!concerns(load))
-        return;
-    if (m_state == State::Loading)
-        fail(failure);
-    else
-        finish(failure.description);
+    m_position = seconds;
+    m_stallWatch.positionMoved();
+    m_reconnection.reached(seconds);
+    m_announcements.add([this, seconds] { m_periodicTime.moveTo(seconds); });
 }
 
 // However the data stopped: whether it was the end of play, the position says.
-void StreamPlayer::finish(const QString& description)
+void StreamPlayer::takeBreak(const VideoFailure& failure)
 {
-    if (m_duration <= 0 || m_position < m_duration - endTolerance) {
-        fail({VideoFailure::Cause::BrokenStream, 0, description});
-        return;
-    }
-    setWaiting(false);
-    setState(State::Ended);
-    Q_EMIT ended();
+    ++m_load;
+    m_buffering = false;
+    if (m_phase == Phase::Shown && !m_target && m_duration > 0 && m_position >= m_duration - endTolerance)
+        end();
+    else if (m_phase == Phase::Loading && bounded(*m_target) < *m_target)
+        load(bounded(*m_target)); // the start was beyond the end
+    else if ((m_hasShownPicture || m_item->isLive()) && m_reconnection.planAfterBreakAt(position()))
+        m_phase = Phase::Broken;
+    else
+        fail(failure);
+}
+
+void StreamPlayer::end()
+{
+    m_phase = Phase::Ended;
+    m_playing = false;
+    m_engine->setPaused(true);
+    m_announcements.add([this, item = m_item] {
+        if (item == m_item)
+            item->setPlayedToEnd();
+    });
 }
 
 void StreamPlayer::fail(const VideoFailure& failure)
 {
-    setWaiting(false);
-    setState(State::Failed);
-    Q_EMIT failed(failure);
+    ++m_load;
+    m_phase = Phase::Failed;
+    m_reconnection.cancel();
+    finishSeek(false);
+    m_announcements.add([this, item = m_item, failure] {
+        if (item == m_item)
+            item->setFailed(failure);
+    });
 }
 
-bool StreamPlayer::concerns(int load) const
+void StreamPlayer::finishSeek(bool finished)
 {
-    return load == m_load && (m_state == State::Loading || m_state == State::Playing || m_state == State::Paused);
+    callLater(std::exchange(m_seekDone, {}), finished);
 }
 
-void StreamPlayer::setState(State state)
+void StreamPlayer::callLater(SeekDone done, bool finished)
 {
-    if (m_state == state)
-        return;
-    m_state = state;
-    Q_EMIT stateChanged();
+    if (done)
+        QMetaObject::invokeMethod(
+            this, [done = std::move(done), finished] { done(finished); }, Qt::QueuedConnection);
 }
 
-void StreamPlayer::setWaiting(bool waiting)
+// Near the end, so that it is still played; a start beyond it shows only when the duration is known.
+double StreamPlayer::bounded(double seconds) const
 {
-    if (m_waiting == waiting)
-        return;
-    m_waiting = waiting;
-    Q_EMIT VideoPlayer::waitingChanged();
+    const double last = m_duration > 0 ? std::max(m_duration - beforeEnd, 0.0) : seconds;
+    return std::max(std::min(seconds, last), 0.0);
 }
 
-void StreamPlayer::setPosition(double seconds)
+void StreamPlayer::setTracks(const QList<MediaTrack>& tracks)
 {
-    if (m_position == seconds)
-        return;
-    m_position = seconds;
-    Q_EMIT positionChanged();
+    if (std::exchange(m_tracks, tracks) != tracks)
+        m_announcements.add([this] { Q_EMIT tracksChanged(); });
 }
 
-void StreamPlayer::setDuration(double seconds)
+void StreamPlayer::announceChanges()
 {
-    if (m_duration == seconds)
-        return;
-    m_duration = seconds;
-    Q_EMIT durationChanged();
+    m_stallWatch.setWatching(m_phase == Phase::Shown && (m_playing || m_target));
+    const Public now{timeControl(), isWaiting(), position(), duration(), bufferedTo(), isSeekable()};
+    const Public before = std::exchange(m_announced, now);
+    const auto announce = [this](bool changed, void (VideoPlayer::*signal)()) {
+        if (changed)
+            m_announcements.add([this, signal] { Q_EMIT(this->*signal)(); });
+    };
+    announce(now.timeControl != before.timeControl, &VideoPlayer::timeControlChanged);
+    announce(now.isWaiting != before.isWaiting, &VideoPlayer::waitingChanged);
+    announce(now.position != before.position, &VideoPlayer::positionChanged);
+    announce(now.duration != before.duration, &VideoPlayer::durationChanged);
+    announce(now.bufferedTo != before.bufferedTo, &VideoPlayer::bufferedToChanged);
+    announce(now.isSeekable != before.isSeekable, &VideoPlayer::seekableChanged);
 }

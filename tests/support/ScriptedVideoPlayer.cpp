@@ -1,23 +1,89 @@
 #include "ScriptedVideoPlayer.h"
 
-void ScriptedVideoPlayer::load(const QUrl& url, double startAt)
+using namespace Qt::StringLiterals;
+
+void ScriptedVideoPlayer::setItem(std::shared_ptr<PlayerItem> item)
 {
-    m_loads.append({url, startAt});
+    m_calls->append(item ? u"setItem"_s : u"letGo"_s);
+    items.append(item);
+    m_item = std::move(item);
+    Q_EMIT itemChanged();
     moveTo(0);
     setDuration(0);
-    setState(State::Loading);
+    setBufferedTo(0);
+    setSeekable(false);
+    setTracks({});
+    setWaiting(m_item != nullptr);
 }
 
-void ScriptedVideoPlayer::stop()
+void ScriptedVideoPlayer::play()
 {
-    moveTo(0);
-    setState(State::Idle);
+    m_calls->append(u"play"_s);
+    m_playing = true;
+    Q_EMIT timeControlChanged();
+}
+
+void ScriptedVideoPlayer::pause()
+{
+    m_calls->append(u"pause"_s);
+    m_playing = false;
+    Q_EMIT timeControlChanged();
+}
+
+VideoPlayer::TimeControl ScriptedVideoPlayer::timeControl() const
+{
+    if (!m_playing || !m_item)
+        return TimeControl::Paused;
+    return m_waiting ? TimeControl::WaitingToPlay : TimeControl::Playing;
+}
+
+void ScriptedVideoPlayer::seek(double seconds, SeekTolerance tolerance, SeekDone done)
+{
+    m_calls->append(u"seek"_s);
+    seeks.append({seconds, tolerance, std::move(done)});
+    moveTo(seconds);
+}
+
+std::unique_ptr<TimeObserver> ScriptedVideoPlayer::addPeriodicTimeObserver(std::chrono::seconds interval,
+                                                                           std::function<void(double)> callback)
+{
+    struct Token : TimeObserver
+    {
+        explicit Token(std::shared_ptr<QStringList> noted) : calls(std::move(noted)) {}
+        ~Token() override { calls->append(u"unobserve"_s); }
+
+        std::shared_ptr<QStringList> calls;
+        std::shared_ptr<int> presence = std::make_shared<int>();
+    };
+    m_calls->append(u"observe"_s);
+    auto token = std::make_unique<Token>(m_calls);
+    observations.append({interval, std::move(callback), token->presence});
+    return token;
 }
 
 void ScriptedVideoPlayer::showPicture()
 {
-    setState(m_paused ? State::Paused : State::Playing);
+    const auto item = m_item;
+    setWaiting(false);
     Q_EMIT pictureShown();
+    item->setReadyToPlay();
+}
+
+void ScriptedVideoPlayer::fail(const VideoFailure& failure)
+{
+    const auto item = m_item;
+    m_playing = false;
+    setWaiting(false);
+    Q_EMIT timeControlChanged();
+    item->setFailed(failure);
+}
+
+void ScriptedVideoPlayer::end()
+{
+    const auto item = m_item;
+    m_playing = false;
+    Q_EMIT timeControlChanged();
+    item->setPlayedToEnd();
 }
 
 void ScriptedVideoPlayer::moveTo(double seconds)
@@ -26,39 +92,50 @@ void ScriptedVideoPlayer::moveTo(double seconds)
     Q_EMIT positionChanged();
 }
 
-void ScriptedVideoPlayer::setDuration(double seconds)
+void ScriptedVideoPlayer::report(double seconds)
 {
-    m_duration = seconds;
-    Q_EMIT durationChanged();
+    moveTo(seconds);
+    const auto all = observations;
+    for (const Observation& observation : all) {
+        if (!observation.token.expired())
+            observation.callback(seconds);
+    }
+}
+
+void ScriptedVideoPlayer::finishSeek(bool finished)
+{
+    const Seek seek = seeks.last();
+    if (seek.done)
+        seek.done(finished);
 }
 
 void ScriptedVideoPlayer::setWaiting(bool waiting)
 {
     m_waiting = waiting;
     Q_EMIT waitingChanged();
+    Q_EMIT timeControlChanged();
 }
 
-void ScriptedVideoPlayer::end()
+void ScriptedVideoPlayer::setDuration(double seconds)
 {
-    setState(State::Ended);
-    Q_EMIT ended();
+    m_duration = seconds;
+    Q_EMIT durationChanged();
 }
 
-void ScriptedVideoPlayer::fail(const VideoFailure& failure)
+void ScriptedVideoPlayer::setBufferedTo(double seconds)
 {
-    setState(State::Failed);
-    Q_EMIT failed(failure);
+    m_bufferedTo = seconds;
+    Q_EMIT bufferedToChanged();
 }
 
-void ScriptedVideoPlayer::setState(State state)
+void ScriptedVideoPlayer::setSeekable(bool seekable)
 {
-    m_state = state;
-    Q_EMIT stateChanged();
+    m_seekable = seekable;
+    Q_EMIT seekableChanged();
 }
 
-void ScriptedVideoPlayer::setPaused(bool paused)
+void ScriptedVideoPlayer::setTracks(const QList<MediaTrack>& tracks)
 {
-    m_paused = paused;
-    if (m_state == State::Playing || m_state == State::Paused)
-        setState(paused ? State::Paused : State::Playing);
+    m_tracks = tracks;
+    Q_EMIT tracksChanged();
 }

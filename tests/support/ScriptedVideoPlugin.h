@@ -9,18 +9,32 @@
 class ScriptedVideoEngine : public VideoEngine
 {
 public:
-    struct Load
+    struct Seek
     {
+        int load;
         int number;
-        QUrl url;
-        double startAt;
+        double seconds;
+        SeekTolerance tolerance;
+    };
+    struct Selection
+    {
+        MediaTrack::Kind kind;
+        int id;
+
+        bool operator==(const Selection&) const = default;
     };
 
     explicit ScriptedVideoEngine(Messenger<VideoEngineListener> reportTo) : listener(std::move(reportTo)) {}
 
-    void load(int load, const QUrl& url, double startAt) override { loads.append({load, url, startAt}); }
-    void setPaused(bool paused) override { pauses.append(paused); }
+    void load(const VideoLoad& load) override { loads.append(load); }
+    void setPaused(bool paused) override { isPaused = paused; }
+    void setWaitsForData(bool waits) override { waitsForData = waits; }
     void stop() override { ++stops; }
+    void seek(int load, int seek, double seconds, SeekTolerance tolerance) override
+    {
+        seeks.append({load, seek, seconds, tolerance});
+    }
+    void selectTrack(MediaTrack::Kind kind, int id) override { selections.append({kind, id}); }
     std::unique_ptr<SoftwareRenderer> makeSoftwareRenderer(PictureListener) override { return nullptr; }
     std::unique_ptr<OpenGLRenderer> makeOpenGLRenderer(PictureListener) override { return nullptr; }
 
@@ -32,8 +46,11 @@ public:
     }
 
     Messenger<VideoEngineListener> listener;
-    QList<Load> loads;
-    QList<bool> pauses;
+    QList<VideoLoad> loads;
+    QList<Seek> seeks;
+    QList<Selection> selections;
+    bool isPaused = false;
+    bool waitsForData = true;
     int stops = 0;
 };
 

@@ -3,7 +3,6 @@
 #include <QFile>
 #include <QSslConfiguration>
 #include <QSslKey>
-#include <QTcpSocket>
 
 using namespace Qt::StringLiterals;
 

@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QSslServer>
 #include <QStringList>
+#include <QTcpSocket>
 #include <QUrl>
 
 /** A small HTTPS server on localhost that serves a folder, and whatever faults the test asks for. Screen thread only. */
@@ -27,6 +28,8 @@ public:
 
     /** Never answers. */
     void hold(const QString& path) { m_held.append(path); }
+
+    qsizetype openConnections() const { return m_server.findChildren<QTcpSocket*>().size(); }
 
     /** The paths asked for, in order. */
     const QStringList& requests() const { return m_requests; }

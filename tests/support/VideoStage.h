@@ -2,6 +2,7 @@
 
 #include "StreamPlayer.h"
 #include "StreamServer.h"
+#include "SystemClock.h"
 #include "VideoView.h"
 
 #include <QFile>
@@ -40,8 +41,8 @@ private:
 struct VideoStage
 {
     explicit VideoStage(const QByteArray& certificates, QSize size = {640, 360})
-        : player(std::make_unique<StreamPlayer>(VideoOptions{certificates, QStringLiteral("Test")})),
-          view(std::make_unique<VideoView>(window.contentItem())), failures(player.get(), &VideoPlayer::failed)
+        : player(std::make_unique<StreamPlayer>(VideoOptions{certificates, QStringLiteral("Test")}, clock)),
+          view(std::make_unique<VideoView>(window.contentItem()))
     {
         window.setColor(Qt::blue);
         window.resize(size);
@@ -51,11 +52,25 @@ struct VideoStage
     }
 
     bool isExposed() { return QTest::qWaitForWindowExposed(&window); }
+
+    /** Plays a stream from `startAt` seconds, in the place of what played. */
+    void play(const QUrl& url, double startAt = 0, PlayerItem::Kind kind = PlayerItem::Kind::Recording)
+    {
+        item = std::make_shared<PlayerItem>(url, kind);
+        player->setItem(item);
+        player->seek(startAt, SeekTolerance::AtOrAfter);
+        player->play();
+    }
+
     bool waitForPicture(int milliseconds = 15'000)
     {
         return QTest::qWaitFor(
-            [this] { return player->state() == VideoPlayer::State::Playing && player->position() > 0; }, milliseconds);
+            [this] { return player->timeControl() == VideoPlayer::TimeControl::Playing && player->position() > 0; },
+            milliseconds);
     }
+
+    bool hasFailed() const { return item->status() == PlayerItem::Status::Failed; }
+    VideoFailure failure() const { return item->error().value_or(VideoFailure{}); }
 
     /** How many of ten looks at the window, each after another step of the position, show a new picture. */
     int newPictures()
@@ -73,15 +88,11 @@ struct VideoStage
         return count;
     }
 
-    VideoFailure failure() const
-    {
-        return failures.isEmpty() ? VideoFailure{} : failures.first().first().value<VideoFailure>();
-    }
-
+    SystemClock clock;
     QQuickWindow window;
     std::unique_ptr<StreamPlayer> player;
     std::unique_ptr<VideoView> view;
-    QSignalSpy failures;
+    std::shared_ptr<PlayerItem> item; ///< from `play`
 };
 
 namespace VideoStages {

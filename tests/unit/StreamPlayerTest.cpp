@@ -1,191 +1,153 @@
-#include "StreamPlayer.h"
-#include "ScriptedVideoPlugin.h"
-
-#include "Completion.h"
+#include "StreamOnScript.h"
 
 #include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using Cause = VideoFailure::Cause;
+using Kind = PlayerItem::Kind;
 using Listener = VideoEngineListener;
-using State = VideoPlayer::State;
+using Status = PlayerItem::Status;
+using TimeControl = VideoPlayer::TimeControl;
 
-/** The rules of playing, on an engine that does what the test says. */
+/** Loading, playing, pausing, ending. */
 class StreamPlayerTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-    void nothingIsLoadedBeforeTheFirstPlayback();
-    void aLoadWaitsForTheRenderer();
-    void onlyTheLatestOfTwoEarlyLoadsIsPlayed();
-    void aPluginThatDoesNotLoadIsAFailureAndIsTriedAgain();
-    void anEngineThatDoesNotStartIsAFailureAndIsTriedAgain();
-    void anEngineThatIsLostWhilePlayingIsAFailure();
-    void theFirstPictureComesBeforeAnyPosition();
+    void anAddressOfAnotherKindFailsTheItemLater_data();
+    void anAddressOfAnotherKindFailsTheItemLater();
+    void aFailureWhileLoadingKeepsItsCause();
+    void aFailureWithoutACauseIsNoError();
+    void aPlayerStartsPaused();
+    void playingAndPausingReachTheEngine();
+    void theTimeControlTellsWhatTheViewerSees();
+    void theFirstPictureMakesTheItemReadyOnce();
     void theEndIsBelievedNearTheDuration_data();
     void theEndIsBelievedNearTheDuration();
-    void aFailureWhileLoadingKeepsItsCause();
-    void reportsOfAnEarlierLoadAreDropped();
-    void reportsAfterTheEndAreDropped();
-    void pausingWhileLoadingHoldsTheFirstPicture();
-    void stoppingLetsGoOfTheStream();
-    void aStartThatIsNoNumberIsTheTop_data();
-    void aStartThatIsNoNumberIsTheTop();
-    void destroyingThePlayerEndsItsEngineAndDropsWhatComesLate();
-    void destroyingThePlayerWhileThePluginLoadsIsSafe();
-
-private:
-    StreamPlayer::LoadPlugin loadPlugin()
-    {
-        return [this] { return loadOnce(); };
-    }
-    QCoro::Task<tl::expected<VideoPlugin*, QString>> loadOnce()
-    {
-        ++m_loads;
-        const Completion<bool> arrives = m_arrives;
-        if (co_await arrives)
-            co_return &m_plugin;
-        co_return tl::unexpected(u"not there"_s);
-    }
-    std::shared_ptr<ScriptedVideoEngine> start(StreamPlayer& player);
-    static void deliver() { QCoreApplication::processEvents(); }
-
-    ScriptedVideoPlugin m_plugin;
-    Completion<bool> m_arrives;
-    int m_loads = 0;
-    const QUrl m_url{u"https://hub.example/tape.m3u8"_s};
+    void playingAtTheEndStartsFromTheTop();
+    void whatIsBufferedIsNeverBeforeThePosition();
+    void onlyARecordingOfKnownLengthIsSeekable_data();
+    void onlyARecordingOfKnownLengthIsSeekable();
+    void theViewersTracksAreSelectedAgainAfterABreak();
 };
 
-void StreamPlayerTest::init()
+void StreamPlayerTest::anAddressOfAnotherKindFailsTheItemLater_data()
 {
-    m_plugin = {};
-    m_arrives = {};
-    m_loads = 0;
+    QTest::addColumn<QUrl>("url");
+    QTest::newRow("file") << QUrl(u"file:///etc/hosts"_s);
+    QTest::newRow("nothing") << QUrl();
+    QTest::newRow("rtmp") << QUrl(u"rtmp://localhost/live"_s);
+    QTest::newRow("no host") << QUrl(u"https:///index.m3u8"_s);
+    QTest::newRow("relative") << QUrl(u"index.m3u8"_s);
 }
 
-// A plug-in that still comes finds its player gone, and no coroutine is left waiting for it.
-void StreamPlayerTest::cleanup()
+void StreamPlayerTest::anAddressOfAnotherKindFailsTheItemLater()
 {
-    m_arrives.resolve(false);
+    QFETCH(const QUrl, url);
+    StreamOnScript script;
+    const auto item = std::make_shared<PlayerItem>(url);
+    script.player->setItem(item);
+    // Whoever hands over an item begins to observe it after that.
+    QSignalSpy changed(item.get(), &PlayerItem::statusChanged);
+    QCOMPARE(item->status(), Status::Unknown);
+    script.deliver();
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(int(item->error()->cause), int(Cause::BadAddress));
+    QCOMPARE(script.pluginLoads, 0);
 }
 
-// Loads the stream and brings the engine to the point where it was told to play.
-std::shared_ptr<ScriptedVideoEngine> StreamPlayerTest::start(StreamPlayer& player)
+void StreamPlayerTest::aFailureWhileLoadingKeepsItsCause()
 {
-    player.load(m_url);
-    m_arrives.resolve(true);
-    auto engine = m_plugin.latest.lock();
-    engine->report([](Listener& to) { to.engineReady(); });
-    engine->report([](Listener& to) { to.rendererReady(); });
-    deliver();
-    return engine;
+    StreamOnScript script;
+    script.setItem();
+    script.start();
+    QSignalSpy changed(script.item.get(), &PlayerItem::statusChanged);
+    script.fail({Cause::Status, 404, u"why"_s});
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(script.item->status(), Status::Failed);
+    QCOMPARE(int(script.item->error()->cause), int(Cause::Status));
+    QCOMPARE(script.item->error()->httpStatus, 404);
+    QCOMPARE(script.item->error()->description, u"why"_s);
+    script.clock.advance(std::chrono::minutes(1));
+    QCOMPARE(script.engine->loads.size(), 1);
 }
 
-void StreamPlayerTest::nothingIsLoadedBeforeTheFirstPlayback()
+void StreamPlayerTest::aFailureWithoutACauseIsNoError()
 {
-    StreamPlayer player({}, loadPlugin());
-    deliver();
-    QCOMPARE(m_loads, 0);
-    player.load(m_url);
-    QCOMPARE(m_loads, 1);
-    QCOMPARE(player.state(), State::Loading);
+    StreamOnScript script;
+    script.setItem();
+    script.start();
+    script.fail({Cause::Unknown, 0, u"why"_s});
+    QCOMPARE(script.item->status(), Status::Failed);
+    QVERIFY(!script.item->error());
 }
 
-void StreamPlayerTest::aLoadWaitsForTheRenderer()
+void StreamPlayerTest::aPlayerStartsPaused()
 {
-    StreamPlayer player({}, loadPlugin());
-    QSignalSpy engineChanged(&player, &VideoPlayer::engineChanged);
-    player.load(m_url, 125);
-    m_arrives.resolve(true);
-    const auto engine = m_plugin.latest.lock();
-    QVERIFY(engine);
-    QVERIFY(!player.engine());
-    engine->report([](Listener& to) { to.engineReady(); });
-    deliver();
-    QCOMPARE(engineChanged.count(), 1);
-    QCOMPARE(player.engine(), engine);
-    QVERIFY(engine->loads.isEmpty());
-    engine->report([](Listener& to) { to.rendererReady(); });
-    deliver();
-    QCOMPARE(engine->loads.size(), 1);
-    QCOMPARE(engine->loads.first().url, m_url);
-    QCOMPARE(engine->loads.first().startAt, 125.0);
+    StreamOnScript script;
+    script.setItem();
+    script.start();
+    QVERIFY(script.engine->isPaused);
+    QVERIFY(script.engine->loads.first().isPaused);
+    script.show(0);
+    QCOMPARE(script.item->status(), Status::ReadyToPlay);
+    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
+    QVERIFY(!script.player->isWaiting());
 }
 
-void StreamPlayerTest::onlyTheLatestOfTwoEarlyLoadsIsPlayed()
+void StreamPlayerTest::playingAndPausingReachTheEngine()
 {
-    StreamPlayer player({}, loadPlugin());
-    player.load(QUrl(u"https://hub.example/other.m3u8"_s));
-    const auto engine = start(player);
-    QCOMPARE(m_loads, 1);
-    QCOMPARE(engine->loads.size(), 1);
-    QCOMPARE(engine->loads.first().url, m_url);
+    StreamOnScript script;
+    script.player->play();
+    script.setItem();
+    script.start();
+    QVERIFY(!script.engine->isPaused);
+    QVERIFY(!script.engine->loads.first().isPaused);
+    script.player->pause();
+    QVERIFY(script.engine->isPaused);
+    script.player->setAutomaticallyWaitsToMinimizeStalling(false);
+    QVERIFY(!script.engine->waitsForData);
 }
 
-void StreamPlayerTest::aPluginThatDoesNotLoadIsAFailureAndIsTriedAgain()
+void StreamPlayerTest::theTimeControlTellsWhatTheViewerSees()
 {
-    StreamPlayer player({}, loadPlugin());
-    QSignalSpy failed(&player, &VideoPlayer::failed);
-    player.load(m_url);
-    m_arrives.resolve(false);
-    QCOMPARE(failed.count(), 1);
-    QCOMPARE(int(failed.first().first().value<VideoFailure>().cause), int(Cause::NoPlugin));
-    QCOMPARE(player.state(), State::Failed);
-    m_arrives = {};
-    const auto engine = start(player);
-    QCOMPARE(engine->loads.size(), 1);
-    QCOMPARE(player.state(), State::Loading);
+    StreamOnScript script;
+    QSignalSpy changed(script.player.get(), &VideoPlayer::timeControlChanged);
+    script.player->play();
+    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
+    script.setItem();
+    script.start();
+    QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
+    script.show(0);
+    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
+    script.wait(true);
+    QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
+    QVERIFY(script.player->isWaiting());
+    script.player->pause();
+    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
+    script.wait(false);
+    script.player->play();
+    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
+    QCOMPARE(changed.count(), 5);
 }
 
-void StreamPlayerTest::anEngineThatDoesNotStartIsAFailureAndIsTriedAgain()
+void StreamPlayerTest::theFirstPictureMakesTheItemReadyOnce()
 {
-    StreamPlayer player({}, loadPlugin());
-    QSignalSpy failed(&player, &VideoPlayer::failed);
-    player.load(m_url);
-    m_arrives.resolve(true);
-    m_plugin.latest.lock()->report([](Listener& to) { to.engineFailed({Cause::NoPicture, 0, {}}); });
-    deliver();
-    QCOMPARE(int(failed.first().first().value<VideoFailure>().cause), int(Cause::NoPicture));
-    QVERIFY(m_plugin.latest.expired());
-    const auto engine = start(player);
-    QCOMPARE(m_plugin.made, 2);
-    QCOMPARE(engine->loads.size(), 1);
-}
-
-void StreamPlayerTest::anEngineThatIsLostWhilePlayingIsAFailure()
-{
-    StreamPlayer player({}, loadPlugin());
-    QSignalSpy failed(&player, &VideoPlayer::failed);
-    const auto engine = start(player);
-    engine->report([](Listener& to) { to.pictureShown(1); });
-    deliver();
-    QCOMPARE(player.state(), State::Playing);
-    engine->report([](Listener& to) { to.engineFailed({Cause::NoPicture, 0, {}}); });
-    deliver();
-    QCOMPARE(failed.count(), 1);
-    QCOMPARE(player.state(), State::Failed);
-    QVERIFY(!player.engine());
-}
-
-void StreamPlayerTest::theFirstPictureComesBeforeAnyPosition()
-{
-    StreamPlayer player({}, loadPlugin());
-    const auto engine = start(player);
-    QSignalSpy moved(&player, &VideoPlayer::positionChanged);
-    engine->report([](Listener& to) { to.positionMoved(1, 0); });
-    engine->report([](Listener& to) { to.positionMoved(1, 1200); });
-    deliver();
-    QCOMPARE(moved.count(), 0);
-    QCOMPARE(player.position(), 0.0);
-    engine->report([](Listener& to) { to.pictureShown(1); });
-    engine->report([](Listener& to) { to.positionMoved(1, 1200.5); });
-    deliver();
-    QCOMPARE(player.state(), State::Playing);
-    QCOMPARE(player.position(), 1200.5);
+    StreamOnScript script;
+    script.setItem();
+    script.start();
+    QSignalSpy changed(script.item.get(), &PlayerItem::statusChanged);
+    QSignalSpy shown(script.player.get(), &VideoPlayer::pictureShown);
+    script.moveTo(1200);
+    QCOMPARE(script.player->position(), 0.0);
+    script.show(0.04);
+    script.moveTo(0.08);
+    script.show(0.12);
+    QCOMPARE(script.player->position(), 0.08);
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(shown.count(), 1);
 }
 
 void StreamPlayerTest::theEndIsBelievedNearTheDuration_data()
@@ -193,15 +155,18 @@ void StreamPlayerTest::theEndIsBelievedNearTheDuration_data()
     QTest::addColumn<double>("position");
     QTest::addColumn<double>("duration");
     QTest::addColumn<bool>("byError");
+    QTest::addColumn<Kind>("kind");
     QTest::addColumn<bool>("believed");
-    QTest::newRow("at the end") << 120.0 << 120.0 << false << true;
-    QTest::newRow("two seconds before") << 118.0 << 120.0 << false << true;
-    QTest::newRow("a little more than that") << 117.99 << 120.0 << false << false;
-    QTest::newRow("in the middle") << 57.0 << 120.0 << false << false;
-    QTest::newRow("past the end") << 121.0 << 120.0 << false << true;
-    QTest::newRow("no duration") << 57.0 << 0.0 << false << false;
-    QTest::newRow("by an error at the end") << 119.9 << 120.0 << true << true;
-    QTest::newRow("by an error in the middle") << 57.0 << 120.0 << true << false;
+    QTest::newRow("at the end") << 120.0 << 120.0 << false << Kind::Recording << true;
+    QTest::newRow("two seconds before") << 118.0 << 120.0 << false << Kind::Recording << true;
+    QTest::newRow("a little more than that") << 117.99 << 120.0 << false << Kind::Recording << false;
+    QTest::newRow("in the middle") << 57.0 << 120.0 << false << Kind::Recording << false;
+    QTest::newRow("past the end") << 121.0 << 120.0 << false << Kind::Recording << true;
+    QTest::newRow("no duration") << 57.0 << 0.0 << false << Kind::Recording << false;
+    QTest::newRow("a duration that is no number") << 57.0 << qQNaN() << false << Kind::Recording << false;
+    QTest::newRow("by an error at the end") << 119.9 << 120.0 << true << Kind::Recording << true;
+    QTest::newRow("by an error in the middle") << 57.0 << 120.0 << true << Kind::Recording << false;
+    QTest::newRow("live") << 119.9 << 120.0 << false << Kind::Live << false;
 }
 
 void StreamPlayerTest::theEndIsBelievedNearTheDuration()
@@ -209,148 +174,91 @@ void StreamPlayerTest::theEndIsBelievedNearTheDuration()
     QFETCH(const double, position);
     QFETCH(const double, duration);
     QFETCH(const bool, byError);
+    QFETCH(const Kind, kind);
     QFETCH(const bool, believed);
-    StreamPlayer player({}, loadPlugin());
-    QSignalSpy ended(&player, &VideoPlayer::ended);
-    QSignalSpy failed(&player, &VideoPlayer::failed);
-    const auto engine = start(player);
-    engine->report([=](Listener& to) {
-        to.durationKnown(1, duration);
-        to.pictureShown(1);
-        to.positionMoved(1, position);
-        if (byError)
-            to.loadFailed(1, {Cause::Status, 500, {}});
-        else
-            to.endOfFile(1);
-    });
-    deliver();
+    StreamOnScript script;
+    script.setItem(kind);
+    script.player->play();
+    script.start();
+    QSignalSpy ended(script.item.get(), &PlayerItem::didPlayToEnd);
+    script.know(duration);
+    script.show(0);
+    script.moveTo(position);
+    if (byError)
+        script.fail({Cause::Status, 500, {}});
+    else
+        script.endFile();
     QCOMPARE(ended.count(), believed ? 1 : 0);
-    QCOMPARE(failed.count(), believed ? 0 : 1);
-    QCOMPARE(player.state(), believed ? State::Ended : State::Failed);
-    if (!believed)
-        QCOMPARE(int(failed.first().first().value<VideoFailure>().cause), int(Cause::BrokenStream));
+    QCOMPARE(script.item->status(), Status::ReadyToPlay);
+    QCOMPARE(script.player->timeControl(), believed ? TimeControl::Paused : TimeControl::WaitingToPlay);
+    QCOMPARE(script.player->position(), position);
+    script.endFile();
+    QCOMPARE(ended.count(), believed ? 1 : 0);
 }
 
-void StreamPlayerTest::aFailureWhileLoadingKeepsItsCause()
+void StreamPlayerTest::playingAtTheEndStartsFromTheTop()
 {
-    StreamPlayer player({}, loadPlugin());
-    QSignalSpy failed(&player, &VideoPlayer::failed);
-    const auto engine = start(player);
-    engine->report([](Listener& to) { to.loadFailed(1, {Cause::Status, 404, u"why"_s}); });
-    deliver();
-    const auto failure = failed.first().first().value<VideoFailure>();
-    QCOMPARE(int(failure.cause), int(Cause::Status));
-    QCOMPARE(failure.httpStatus, 404);
-    QCOMPARE(failure.description, u"why"_s);
+    StreamOnScript script;
+    script.playFrom(119);
+    script.endFile();
+    QVERIFY(script.engine->isPaused);
+    script.player->play();
+    QCOMPARE(script.engine->loads.last().startAt, 0.0);
+    QVERIFY(!script.engine->loads.last().isPaused);
+    script.show(0);
+    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
 }
 
-void StreamPlayerTest::reportsOfAnEarlierLoadAreDropped()
+void StreamPlayerTest::whatIsBufferedIsNeverBeforeThePosition()
 {
-    StreamPlayer player({}, loadPlugin());
-    QSignalSpy failed(&player, &VideoPlayer::failed);
-    const auto engine = start(player);
-    player.load(m_url, 60);
-    QCOMPARE(engine->loads.size(), 2);
-    engine->report([](Listener& to) {
-        to.pictureShown(1);
-        to.durationKnown(1, 12);
-        to.waitingChanged(1, true);
-        to.loadFailed(1, {});
-        to.endOfFile(1);
-    });
-    deliver();
-    QCOMPARE(player.state(), State::Loading);
-    QCOMPARE(player.duration(), 0.0);
-    QVERIFY(!player.isWaiting());
-    QCOMPARE(failed.count(), 0);
-    engine->report([](Listener& to) { to.pictureShown(2); });
-    deliver();
-    QCOMPARE(player.state(), State::Playing);
+    StreamOnScript script;
+    script.playFrom(0);
+    script.tell([load = script.load()](Listener& to) { to.dataBuffered(load, 30); });
+    QCOMPARE(script.player->bufferedTo(), 30.0);
+    script.moveTo(31);
+    QCOMPARE(script.player->bufferedTo(), 31.0);
 }
 
-void StreamPlayerTest::reportsAfterTheEndAreDropped()
+void StreamPlayerTest::onlyARecordingOfKnownLengthIsSeekable_data()
 {
-    StreamPlayer player({}, loadPlugin());
-    QSignalSpy failed(&player, &VideoPlayer::failed);
-    const auto engine = start(player);
-    engine->report([](Listener& to) { to.loadFailed(1, {}); });
-    engine->report([](Listener& to) { to.loadFailed(1, {}); });
-    engine->report([](Listener& to) { to.positionMoved(1, 5); });
-    deliver();
-    QCOMPARE(failed.count(), 1);
-    QCOMPARE(player.position(), 0.0);
+    QTest::addColumn<Kind>("kind");
+    QTest::addColumn<double>("duration");
+    QTest::addColumn<bool>("seekable");
+    QTest::newRow("recording") << Kind::Recording << 120.0 << true;
+    QTest::newRow("of unknown length") << Kind::Recording << 0.0 << false;
+    QTest::newRow("live") << Kind::Live << 120.0 << false;
 }
 
-void StreamPlayerTest::pausingWhileLoadingHoldsTheFirstPicture()
+void StreamPlayerTest::onlyARecordingOfKnownLengthIsSeekable()
 {
-    StreamPlayer player({}, loadPlugin());
-    player.pause();
-    const auto engine = start(player);
-    QCOMPARE(engine->pauses, QList<bool>{true});
-    engine->report([](Listener& to) { to.pictureShown(1); });
-    deliver();
-    QCOMPARE(player.state(), State::Paused);
-    player.play();
-    QCOMPARE(player.state(), State::Playing);
-    QCOMPARE(engine->pauses, (QList<bool>{true, false}));
+    QFETCH(const Kind, kind);
+    QFETCH(const double, duration);
+    StreamOnScript script;
+    script.setItem(kind);
+    script.start();
+    script.know(duration);
+    QVERIFY(!script.player->isSeekable());
+    script.tell([load = script.load()](Listener& to) { to.seekableKnown(load, true); });
+    QTEST(script.player->isSeekable(), "seekable");
 }
 
-void StreamPlayerTest::stoppingLetsGoOfTheStream()
+void StreamPlayerTest::theViewersTracksAreSelectedAgainAfterABreak()
 {
-    StreamPlayer player({}, loadPlugin());
-    const auto engine = start(player);
-    engine->report([](Listener& to) {
-        to.pictureShown(1);
-        to.positionMoved(1, 5);
-    });
-    deliver();
-    player.stop();
-    QCOMPARE(engine->stops, 1);
-    QCOMPARE(player.state(), State::Idle);
-    QCOMPARE(player.position(), 0.0);
-    engine->report([](Listener& to) { to.endOfFile(1); });
-    deliver();
-    QCOMPARE(player.state(), State::Idle);
-}
-
-void StreamPlayerTest::aStartThatIsNoNumberIsTheTop_data()
-{
-    QTest::addColumn<double>("start");
-    QTest::newRow("negative") << -3.0;
-    QTest::newRow("not a number") << qQNaN();
-    QTest::newRow("infinite") << qInf();
-}
-
-void StreamPlayerTest::aStartThatIsNoNumberIsTheTop()
-{
-    QFETCH(const double, start);
-    StreamPlayer player({}, loadPlugin());
-    const auto engine = this->start(player);
-    player.load(m_url, start);
-    QCOMPARE(engine->loads.last().startAt, 0.0);
-}
-
-void StreamPlayerTest::destroyingThePlayerEndsItsEngineAndDropsWhatComesLate()
-{
-    auto player = std::make_unique<StreamPlayer>(VideoOptions{}, loadPlugin());
-    auto engine = start(*player);
-    const std::weak_ptr<ScriptedVideoEngine> seen = engine;
-    engine->report([](Listener& to) { to.pictureShown(1); });
-    player.reset();
-    engine->report([](Listener& to) { to.endOfFile(1); });
-    engine.reset();
-    QVERIFY(seen.expired());
-    deliver();
-}
-
-void StreamPlayerTest::destroyingThePlayerWhileThePluginLoadsIsSafe()
-{
-    auto player = std::make_unique<StreamPlayer>(VideoOptions{}, loadPlugin());
-    player->load(m_url);
-    player.reset();
-    m_arrives.resolve(true);
-    deliver();
-    QCOMPARE(m_plugin.made, 0);
+    using Selections = QList<ScriptedVideoEngine::Selection>;
+    const Selections chosen{{MediaTrack::Kind::Audio, 2}, {MediaTrack::Kind::Subtitle, MediaTrack::none}};
+    StreamOnScript script;
+    script.playFrom(0);
+    for (const auto& [kind, id] : chosen)
+        script.player->select(kind, id);
+    QCOMPARE(script.engine->selections, chosen);
+    script.engine->selections.clear();
+    script.endFile();
+    script.clock.advance(std::chrono::seconds(1));
+    QCOMPARE(script.engine->selections, Selections{});
+    script.show(0);
+    QCOMPARE(script.engine->selections, chosen);
+    script.playFrom(0);
+    QCOMPARE(script.engine->selections, chosen);
 }
 
 QTEST_GUILESS_MAIN(StreamPlayerTest)

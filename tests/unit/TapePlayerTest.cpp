@@ -8,7 +8,7 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-using State = VideoPlayer::State;
+using TimeControl = VideoPlayer::TimeControl;
 
 /** The thin player screen's controller, on a scripted player. */
 class TapePlayerTest : public QObject
@@ -66,9 +66,9 @@ void TapePlayerTest::aTapePlaysItsStreamFromTheHub()
     const auto screen = open(u"/media/7/index.m3u8"_s);
     QVERIFY(m_player);
     QCOMPARE(screen->player(), m_player.data());
-    QCOMPARE(m_player->loads().size(), 1);
-    QCOMPARE(m_player->loads().first().url, *hubURL(u"/media/7/index.m3u8"_s));
-    QCOMPARE(m_player->loads().first().startAt, 0.0);
+    QCOMPARE(m_player->items.size(), 1);
+    QCOMPARE(m_player->item()->url(), *hubURL(u"/media/7/index.m3u8"_s));
+    QCOMPARE(m_player->seeks.first().seconds, 0.0);
     QCOMPARE(screen->failure(), QString());
 }
 
@@ -111,20 +111,20 @@ void TapePlayerTest::selectAndPlayPauseHoldTheTape()
     const auto screen = open(u"/media/7/index.m3u8"_s);
     m_player->showPicture();
     QVERIFY(screen->press(key));
-    QCOMPARE(m_player->state(), State::Paused);
+    QCOMPARE(m_player->timeControl(), TimeControl::Paused);
     QVERIFY(screen->press(key));
-    QCOMPARE(m_player->state(), State::Playing);
+    QCOMPARE(m_player->timeControl(), TimeControl::Playing);
 }
 
 void TapePlayerTest::playPlaysAndPausePauses_data()
 {
     QTest::addColumn<bool>("isPaused");
     QTest::addColumn<int>("key");
-    QTest::addColumn<State>("state");
-    QTest::newRow("pause while it plays") << false << int(Qt::Key_MediaPause) << State::Paused;
-    QTest::newRow("pause while it is paused") << true << int(Qt::Key_MediaPause) << State::Paused;
-    QTest::newRow("play while it plays") << false << int(Qt::Key_MediaPlay) << State::Playing;
-    QTest::newRow("play while it is paused") << true << int(Qt::Key_MediaPlay) << State::Playing;
+    QTest::addColumn<TimeControl>("state");
+    QTest::newRow("pause while it plays") << false << int(Qt::Key_MediaPause) << TimeControl::Paused;
+    QTest::newRow("pause while it is paused") << true << int(Qt::Key_MediaPause) << TimeControl::Paused;
+    QTest::newRow("play while it plays") << false << int(Qt::Key_MediaPlay) << TimeControl::Playing;
+    QTest::newRow("play while it is paused") << true << int(Qt::Key_MediaPlay) << TimeControl::Playing;
 }
 
 void TapePlayerTest::playPlaysAndPausePauses()
@@ -136,7 +136,7 @@ void TapePlayerTest::playPlaysAndPausePauses()
     if (isPaused)
         m_player->pause();
     QVERIFY(screen->press(key));
-    QTEST(m_player->state(), "state");
+    QTEST(m_player->timeControl(), "state");
 }
 
 void TapePlayerTest::stopAndBackLeave_data()
@@ -172,13 +172,13 @@ void TapePlayerTest::otherKeysAreNotTaken()
     m_player->showPicture();
     for (const int key : {Qt::Key_Left, Qt::Key_Down, Qt::Key_A})
         QVERIFY(!screen->press(key));
-    QCOMPARE(m_player->state(), State::Playing);
+    QCOMPARE(m_player->timeControl(), TimeControl::Playing);
 }
 
 void TapePlayerTest::theTapeStartsWhereItIsTold()
 {
     const auto screen = open(u"/media/7/index.m3u8"_s, 3725.5);
-    QCOMPARE(m_player->loads().first().startAt, 3725.5);
+    QCOMPARE(m_player->seeks.first().seconds, 3725.5);
 }
 
 void TapePlayerTest::endingEndsThePlaybackAtOnce()
@@ -187,7 +187,7 @@ void TapePlayerTest::endingEndsThePlaybackAtOnce()
     m_player->showPicture();
     screen->end();
     QVERIFY(m_player);
-    QCOMPARE(m_player->state(), State::Idle);
+    QVERIFY(!m_player->item());
 }
 
 void TapePlayerTest::endingIsSafeWithoutAPlayer()

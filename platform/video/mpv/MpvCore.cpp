@@ -1,72 +1,40 @@
 #include "MpvCore.h"
 
 #include "MpvOptions.h"
+#include "MpvTracks.h"
+#include "RunningCores.h"
 
-#include <condition_variable>
-#include <list>
+#include <string_view>
 #include <thread>
 
 namespace {
 
-// How long a new core waits for one that was let go of: the libraries below tell their troubles to one core alone.
-constexpr std::chrono::seconds turn{1};
+constexpr std::string_view entryMember = "playlist_entry_id";
 
-struct Running
+int64_t entryIn(const mpv_node& result)
 {
-    std::mutex mutex;
-    std::condition_variable changed;
-    std::list<const MpvCore*> cores; ///< the oldest first
-};
-
-// Kept for good: threads may still report their end while the process leaves.
-Running& running()
-{
-    static auto* const one = new Running;
-    return *one;
+    for (int i = 0; result.format == MPV_FORMAT_NODE_MAP && i < result.u.list->num; ++i) {
+        if (result.u.list->keys[i] == entryMember)
+            return result.u.list->values[i].u.int64;
+    }
+    return 0;
 }
-
-void enter(const MpvCore* core)
-{
-    const std::lock_guard lock(running().mutex);
-    running().cores.push_back(core);
-}
-
-void leave(const MpvCore* core)
-{
-    const std::lock_guard lock(running().mutex);
-    running().cores.remove(core);
-    running().changed.notify_all();
-}
-
-void waitForTurn(const MpvCore* core)
-{
-    std::unique_lock lock(running().mutex);
-    running().changed.wait_for(lock, turn, [core] { return running().cores.front() == core; });
-}
-
-enum Property : uint64_t { Position = 1, Duration, Waiting };
 
 } // namespace
 
 std::shared_ptr<MpvCore> MpvCore::start(const VideoOptions& options, const Messenger<VideoEngineListener>& listener)
 {
     auto core = std::make_shared<MpvCore>(options, listener);
-    enter(core.get());
+    RunningCores::enter(core.get());
     std::thread([core] {
         core->run();
-        leave(core.get());
+        RunningCores::leave(core.get());
     }).detach();
     return core;
 }
 
-bool MpvCore::waitForAll(std::chrono::milliseconds limit)
-{
-    std::unique_lock lock(running().mutex);
-    return running().changed.wait_for(lock, limit, [] { return running().cores.empty(); });
-}
-
 MpvCore::MpvCore(VideoOptions options, const Messenger<VideoEngineListener>& listener)
-    : m_options(std::move(options)), m_listener(listener)
+    : m_options(std::move(options)), m_listener(listener), m_properties(listener)
 {}
 
 void MpvCore::post(Task task)
@@ -88,7 +56,7 @@ void MpvCore::end()
 void MpvCore::run()
 {
     pthread_setname_np(pthread_self(), "video-core");
-    waitForTurn(this);
+    RunningCores::waitForTurn(this);
     if (open()) {
         m_listener.post([](VideoEngineListener& listener) { listener.engineReady(); });
         listen();
@@ -111,9 +79,7 @@ bool MpvCore::open()
     if (!m_mpv || !MpvOptions::apply(m_mpv, m_options) || mpv_initialize(m_mpv) < 0)
         return false;
     mpv_request_log_messages(m_mpv, "warn");
-    mpv_observe_property(m_mpv, Position, "time-pos", MPV_FORMAT_DOUBLE);
-    mpv_observe_property(m_mpv, Duration, "duration", MPV_FORMAT_DOUBLE);
-    mpv_observe_property(m_mpv, Waiting, "paused-for-cache", MPV_FORMAT_FLAG);
+    MpvProperties::observe(m_mpv);
     const std::lock_guard lock(m_mutex);
     m_awake = m_mpv;
     return true;
@@ -122,11 +88,11 @@ bool MpvCore::open()
 void MpvCore::listen()
 {
     while (takeTasks()) {
-        const mpv_event* const event = mpv_wait_event(m_mpv, m_failing ? 0 : -1);
+        const mpv_event* const event = mpv_wait_event(m_mpv, m_ended ? 0 : -1);
         if (event->event_id == MPV_EVENT_SHUTDOWN)
             return;
-        if (event->event_id == MPV_EVENT_NONE && std::exchange(m_failing, false))
-            reportFailure();
+        if (event->event_id == MPV_EVENT_NONE && m_ended)
+            reportEnd(*std::exchange(m_ended, std::nullopt));
         take(*event);
     }
 }
@@ -157,12 +123,16 @@ void MpvCore::take(const mpv_event& event)
     case MPV_EVENT_END_FILE:
         takeEndOfFile(*static_cast<const mpv_event_end_file*>(event.data));
         break;
+    case MPV_EVENT_COMMAND_REPLY:
+    case MPV_EVENT_SEEK:
+        takeSeek(event);
+        break;
     case MPV_EVENT_PLAYBACK_RESTART:
-        if (m_started)
-            m_listener.post([load = m_load](VideoEngineListener& listener) { listener.pictureShown(load); });
+        takePicture();
         break;
     case MPV_EVENT_PROPERTY_CHANGE:
-        takeProperty(*static_cast<const mpv_event_property*>(event.data));
+        if (m_started)
+            m_properties.changed(event.reply_userdata, *static_cast<const mpv_event_property*>(event.data));
         break;
     case MPV_EVENT_LOG_MESSAGE:
         m_log.add(static_cast<const mpv_event_log_message*>(event.data)->text);
@@ -177,62 +147,100 @@ void MpvCore::takeEndOfFile(const mpv_event_end_file& end)
     if (end.playlist_entry_id != m_entry || end.reason == MPV_END_FILE_REASON_STOP)
         return;
     m_started = false;
-    if (end.reason == MPV_END_FILE_REASON_EOF) {
+    // The messages that tell why come after it.
+    m_ended = end;
+}
+
+void MpvCore::reportEnd(const mpv_event_end_file& end)
+{
+    VideoFailure failure = m_log.failure();
+    const bool isUnexplained = failure.cause == VideoFailure::Cause::Unknown;
+    // Once it has played, what the messages tell may be a trouble long past.
+    if (end.reason == MPV_END_FILE_REASON_EOF && (isUnexplained || m_properties.isPictureShown())) {
         m_listener.post([load = m_load](VideoEngineListener& listener) { listener.endOfFile(load); });
         return;
     }
-    // The messages that tell why come after it.
-    m_failing = true;
-    m_error = end.error;
-}
-
-void MpvCore::reportFailure()
-{
-    VideoFailure failure = m_log.failure();
-    const bool strange = m_error == MPV_ERROR_UNKNOWN_FORMAT || m_error == MPV_ERROR_NOTHING_TO_PLAY;
-    if (failure.cause == VideoFailure::Cause::Unknown && strange)
+    const bool strange = end.error == MPV_ERROR_UNKNOWN_FORMAT || end.error == MPV_ERROR_NOTHING_TO_PLAY;
+    if (isUnexplained && strange)
         failure.cause = VideoFailure::Cause::Unplayable;
     m_listener.post([load = m_load, failure](VideoEngineListener& listener) { listener.loadFailed(load, failure); });
 }
 
-void MpvCore::takeProperty(const mpv_event_property& property)
+void MpvCore::load(const VideoLoad& load)
 {
-    if (!m_started || property.format == MPV_FORMAT_NONE)
-        return;
-    const std::string_view name = property.name;
-    if (name == "paused-for-cache") {
-        const bool waiting = *static_cast<const int*>(property.data) != 0;
-        m_listener.post(
-            [load = m_load, waiting](VideoEngineListener& listener) { listener.waitingChanged(load, waiting); });
-        return;
-    }
-    const double seconds = *static_cast<const double*>(property.data);
-    const auto report = name == "duration" ? &VideoEngineListener::durationKnown : &VideoEngineListener::positionMoved;
-    m_listener.post(
-        [load = m_load, seconds, report](VideoEngineListener& listener) { (listener.*report)(load, seconds); });
-}
-
-void MpvCore::load(int load, const QByteArray& url, double startAt)
-{
-    m_load = load;
+    m_load = load.number;
+    m_isLive = load.isLive;
     m_log = {};
-    m_failing = false;
+    m_ended.reset();
     m_started = false;
-    m_entry = 0;
-    MpvOptions::allowProtocols(m_mpv, url);
-    // An option, as the place of a load's own options in the command differs between versions of the library.
-    setOption("start", startAt > 0 ? QByteArray::number(startAt, 'f', 3).constData() : "none");
-    const char* command[] = {"loadfile", url.constData(), "replace", nullptr};
+    m_seek = {};
+    m_properties.begin(load.number, load.isLive);
+    setPaused(load.isPaused);
+    const QByteArray address = MpvOptions::setForLoad(m_mpv, load);
+    const char* command[] = {"loadfile", address.constData(), "replace", nullptr};
     mpv_node result{};
     if (mpv_command_ret(m_mpv, command, &result) < 0) {
-        m_listener.post([load](VideoEngineListener& listener) { listener.loadFailed(load, {}); });
+        m_listener.post([number = m_load](VideoEngineListener& listener) { listener.loadFailed(number, {}); });
         return;
     }
-    for (int i = 0; result.format == MPV_FORMAT_NODE_MAP && i < result.u.list->num; ++i) {
-        if (std::string_view(result.u.list->keys[i]) == "playlist_entry_id")
-            m_entry = result.u.list->values[i].u.int64;
-    }
+    m_entry = entryIn(result);
     mpv_free_node_contents(&result);
+}
+
+void MpvCore::seek(int load, int seek, double seconds, SeekTolerance tolerance)
+{
+    if (load != m_load || !m_started)
+        return;
+    m_seek = {seek, SeekStep::Asked};
+    const QByteArray target = QByteArray::number(seconds, 'f', 3);
+    const char* const way = tolerance == SeekTolerance::Nearest ? "absolute+keyframes" : "absolute+exact";
+    const char* command[] = {"seek", target.constData(), way, nullptr};
+    mpv_command_async(m_mpv, uint64_t(seek), command);
+}
+
+// A picture that comes before the library has begun this seek is still that of one before it.
+void MpvCore::takeSeek(const mpv_event& event)
+{
+    const bool isReply = event.event_id == MPV_EVENT_COMMAND_REPLY;
+    if (isReply && m_seek.step == SeekStep::Asked && event.reply_userdata == uint64_t(m_seek.number)) {
+        m_seek.step = SeekStep::Taken;
+        if (event.error < 0)
+            finishSeek();
+    } else if (!isReply && m_seek.step == SeekStep::Taken) {
+        m_seek.step = SeekStep::Begun;
+    }
+}
+
+void MpvCore::takePicture()
+{
+    if (!m_started)
+        return;
+    if (!m_properties.isPictureShown())
+        m_properties.showPicture(m_mpv);
+    if (m_seek.step == SeekStep::Begun)
+        finishSeek();
+}
+
+void MpvCore::finishSeek()
+{
+    m_properties.finishSeek(m_mpv, m_seek.number);
+    m_seek = {};
+}
+
+void MpvCore::selectTrack(MediaTrack::Kind kind, int id)
+{
+    const bool isNone = id == MediaTrack::none;
+    setOption(MpvTracks::option(kind), isNone ? "no" : QByteArray::number(id).constData());
+    if (isNone || m_isLive || !m_started)
+        return;
+    // What was read ahead holds nothing of the track; read on from there, a stream would break off.
+    const char* command[] = {"seek", "0", "relative+exact", nullptr};
+    mpv_command(m_mpv, command);
+}
+
+void MpvCore::setWaitsForData(bool waits)
+{
+    setOption("cache-pause", waits ? "yes" : "no");
 }
 
 void MpvCore::setPaused(bool paused)
@@ -245,7 +253,7 @@ void MpvCore::stop()
 {
     m_entry = 0;
     m_started = false;
-    m_failing = false;
+    m_ended.reset();
     const char* command[] = {"stop", nullptr};
     mpv_command(m_mpv, command);
 }

@@ -2,14 +2,15 @@
 
 #include "LoadLog.h"
 #include "Messenger.h"
+#include "MpvProperties.h"
 #include "VideoEngine.h"
 #include "VideoOptions.h"
 
 #include <mpv/client.h>
 
-#include <chrono>
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 /**
@@ -22,9 +23,6 @@ public:
     using Task = std::function<void(MpvCore&)>;
 
     static std::shared_ptr<MpvCore> start(const VideoOptions& options, const Messenger<VideoEngineListener>& listener);
-
-    /** Any thread; waits until every core has ended, or `limit` has passed and the answer is false. */
-    static bool waitForAll(std::chrono::milliseconds limit);
 
     MpvCore(VideoOptions options, const Messenger<VideoEngineListener>& listener);
 
@@ -40,23 +38,40 @@ public:
     mpv_handle* handle() const { return m_mpv; }
 
     // On the core's thread, from tasks:
-    void load(int load, const QByteArray& url, double startAt);
-    void setPaused(bool paused);
+    void load(const VideoLoad& load);
     void stop();
+    void setPaused(bool paused);
+    void setWaitsForData(bool waits);
+    void seek(int load, int seek, double seconds, SeekTolerance tolerance);
+    void selectTrack(MediaTrack::Kind kind, int id);
 
     /** Before the first load: how frames will be drawn. */
     void drawInMemory();
     void drawWithOpenGL();
 
 private:
+    enum class SeekStep {
+        None,
+        Asked, ///< the library has not taken it yet
+        Taken,
+        Begun ///< the next picture is its own
+    };
+    struct Seek
+    {
+        int number = 0;
+        SeekStep step = SeekStep::None;
+    };
+
     void run();
     bool open();
     void listen();
     bool takeTasks();
     void take(const mpv_event& event);
     void takeEndOfFile(const mpv_event_end_file& end);
-    void reportFailure();
-    void takeProperty(const mpv_event_property& property);
+    void reportEnd(const mpv_event_end_file& end);
+    void takeSeek(const mpv_event& event);
+    void takePicture();
+    void finishSeek();
     void setOption(const char* name, const char* value);
 
     const VideoOptions m_options;
@@ -69,9 +84,11 @@ private:
 
     mpv_handle* m_mpv = nullptr; ///< the rest: the core's thread only
     int m_load = 0;
+    bool m_isLive = false;
     int64_t m_entry = 0; ///< libmpv's number of the load
     bool m_started = false;
-    bool m_failing = false; ///< the load has failed, its messages are still to come
-    int m_error = 0;
+    std::optional<mpv_event_end_file> m_ended; ///< its messages are still to come
+    MpvProperties m_properties;
+    Seek m_seek;
     LoadLog m_log;
 };

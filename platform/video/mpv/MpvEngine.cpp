@@ -11,9 +11,14 @@ MpvEngine::~MpvEngine()
     m_core->end();
 }
 
-void MpvEngine::load(int load, const QUrl& url, double startAt)
+void MpvEngine::load(const VideoLoad& load)
 {
-    m_core->post([load, address = url.toEncoded(), startAt](MpvCore& core) { core.load(load, address, startAt); });
+    m_core->post([load](MpvCore& core) { core.load(load); });
+}
+
+void MpvEngine::stop()
+{
+    m_core->post([](MpvCore& core) { core.stop(); });
 }
 
 void MpvEngine::setPaused(bool paused)
@@ -21,9 +26,19 @@ void MpvEngine::setPaused(bool paused)
     m_core->post([paused](MpvCore& core) { core.setPaused(paused); });
 }
 
-void MpvEngine::stop()
+void MpvEngine::setWaitsForData(bool waits)
 {
-    m_core->post([](MpvCore& core) { core.stop(); });
+    m_core->post([waits](MpvCore& core) { core.setWaitsForData(waits); });
+}
+
+void MpvEngine::seek(int load, int seek, double seconds, SeekTolerance tolerance)
+{
+    m_core->post([=](MpvCore& core) { core.seek(load, seek, seconds, tolerance); });
+}
+
+void MpvEngine::selectTrack(MediaTrack::Kind kind, int id)
+{
+    m_core->post([kind, id](MpvCore& core) { core.selectTrack(kind, id); });
 }
 
 std::unique_ptr<SoftwareRenderer> MpvEngine::makeSoftwareRenderer(PictureListener changed)

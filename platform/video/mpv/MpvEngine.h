@@ -14,9 +14,12 @@ public:
     explicit MpvEngine(std::shared_ptr<MpvCore> core);
     ~MpvEngine() override;
 
-    void load(int load, const QUrl& url, double startAt) override;
-    void setPaused(bool paused) override;
+    void load(const VideoLoad& load) override;
     void stop() override;
+    void setPaused(bool paused) override;
+    void setWaitsForData(bool waits) override;
+    void seek(int load, int seek, double seconds, SeekTolerance tolerance) override;
+    void selectTrack(MediaTrack::Kind kind, int id) override;
     std::unique_ptr<SoftwareRenderer> makeSoftwareRenderer(PictureListener changed) override;
     std::unique_ptr<OpenGLRenderer> makeOpenGLRenderer(PictureListener changed) override;
 

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <iterator>
 #include <mutex>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -44,8 +45,17 @@ constexpr Option options[] = {
     {"audio-display", "no"},
     // The sound servers of a television box; others only cost time and leave things behind when there is no device.
     {"ao", "pipewire,pulse,alsa"},
+    // Without a device a stream is played in silence, its tracks are chosen as ever, and its end is no error.
+    {"audio-fallback-to-null", "yes"},
     // A start lands at its position or just after, never at the keyframe before.
     {"hr-seek", "yes"},
+    // In points of 1080: 66 high, 60 from above and below, 80 from the sides; the library counts 720.
+    {"sub-font-size", "44"},
+    {"sub-margin-y", "40"},
+    {"sub-margin-x", "53"},
+    // What is asked for directly counts as no network to the library, and would be played without a cache.
+    {"cache", "yes"},
+    {"cache-pause-wait", "2"},
     // Room for a slow hub, on a box with little memory.
     {"demuxer-max-bytes", "32MiB"},
     {"demuxer-max-back-bytes", "8MiB"},
@@ -73,6 +83,32 @@ QByteArray trustFile(const QByteArray& certificates)
     return file->isValid() ? file->path() : QByteArray();
 }
 
+/** Options of the stream's own reader. */
+class Map
+{
+public:
+    void add(const char* name, const char* value)
+    {
+        m_names.push_back(const_cast<char*>(name));
+        mpv_node& node = m_values.emplace_back();
+        node.format = MPV_FORMAT_STRING;
+        node.u.string = const_cast<char*>(value); // only read
+    }
+
+    void set(mpv_handle* mpv, const char* property)
+    {
+        mpv_node_list list{int(m_names.size()), m_values.data(), m_names.data()};
+        mpv_node map{};
+        map.format = MPV_FORMAT_NODE_MAP;
+        map.u.list = &list;
+        mpv_set_property(mpv, property, MPV_FORMAT_NODE, &map);
+    }
+
+private:
+    std::vector<char*> m_names;
+    std::vector<mpv_node> m_values;
+};
+
 } // namespace
 
 bool MpvOptions::apply(mpv_handle* mpv, const VideoOptions& given)
@@ -88,20 +124,25 @@ bool MpvOptions::apply(mpv_handle* mpv, const VideoOptions& given)
            set("audio-client-name", given.applicationName.toUtf8().constData());
 }
 
-void MpvOptions::allowProtocols(mpv_handle* mpv, const QByteArray& url)
+QByteArray MpvOptions::setForLoad(mpv_handle* mpv, const VideoLoad& load)
 {
+    const auto set = [mpv](const char* name, const char* value) { mpv_set_property_string(mpv, name, value); };
+    // An option, as the place of a load's own options in the command differs between versions of the library.
+    const bool fromTheTop = load.isLive || load.startAt <= 0;
+    set("start", fromTheTop ? "none" : QByteArray::number(load.startAt, 'f', 3).constData());
+    set("aid", "auto");
+    set("sid", "auto");
+    const QByteArray url = load.url.toEncoded();
+    Map options;
     // "crypto" only unwraps what one of the others brought.
-    const bool secure = url.startsWith("https:");
-    QByteArray allowed = secure ? "https,tls,tcp,crypto" : "http,https,tls,tcp,crypto";
-    char key[] = "protocol_whitelist";
-    char* keys[] = {key};
-    mpv_node value{};
-    value.format = MPV_FORMAT_STRING;
-    value.u.string = allowed.data();
-    mpv_node_list list{1, &value, keys};
-    mpv_node map{};
-    map.format = MPV_FORMAT_NODE_MAP;
-    map.u.list = &list;
-    mpv_set_property(mpv, "demuxer-lavf-o", MPV_FORMAT_NODE, &map);
-    mpv_set_property(mpv, "stream-lavf-o", MPV_FORMAT_NODE, &map);
+    options.add("protocol_whitelist", url.startsWith("https:") ? "https,tls,tcp,crypto" : "http,https,tls,tcp,crypto");
+    // A recording that still grows is no live stream: it starts at its top. Live is three segments before the end.
+    options.add("live_start_index", load.isLive ? "-3" : "0");
+    // Segmented subtitles count as an experiment.
+    options.add("strict", "experimental");
+    // The second segment's connection would hold up the first picture.
+    options.add("http_multiple", "0");
+    options.set(mpv, "demuxer-lavf-o");
+    // Asks the format's reader directly: the library would else fetch the playlist once more, only to guess its format.
+    return "av://hls:" + url;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VideoEngine.h"
 #include "VideoOptions.h"
 
 #include <mpv/client.h>
@@ -10,7 +11,7 @@ namespace MpvOptions {
 /** Before `mpv_initialize`; false when an option is refused, and then nothing may be played. */
 bool apply(mpv_handle* mpv, const VideoOptions& options);
 
-/** Before each load: what the playlist at `url` may reach. */
-void allowProtocols(mpv_handle* mpv, const QByteArray& url);
+/** Before each load: what the playlist may reach, where it starts. What to load is the answer. */
+QByteArray setForLoad(mpv_handle* mpv, const VideoLoad& load);
 
 } // namespace MpvOptions

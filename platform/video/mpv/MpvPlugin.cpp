@@ -2,6 +2,7 @@
 
 #include "MpvCore.h"
 #include "MpvEngine.h"
+#include "RunningCores.h"
 
 std::shared_ptr<VideoEngine> MpvPlugin::makeEngine(const VideoOptions& options,
                                                    const Messenger<VideoEngineListener>& listener)
@@ -11,5 +12,5 @@ std::shared_ptr<VideoEngine> MpvPlugin::makeEngine(const VideoOptions& options,
 
 bool MpvPlugin::waitForEngines(std::chrono::milliseconds limit)
 {
-    return MpvCore::waitForAll(limit);
+    return RunningCores::waitForAll(limit);
 }

@@ -1,0 +1,111 @@
+#include "MpvProperties.h"
+
+#include "MpvTracks.h"
+
+#include <cmath>
+
+namespace {
+
+// The library tells of every few packets; a viewer sees no smaller step of the buffered part.
+constexpr double bufferedStep = 0.5;
+
+enum Property : uint64_t { Position = 1, Duration, Buffered, Waiting, Seekable, Tracks };
+
+struct Observed
+{
+    Property property;
+    const char* name;
+    mpv_format format;
+};
+
+constexpr Observed observed[] = {
+    {Position, "time-pos", MPV_FORMAT_DOUBLE},
+    {Duration, "duration", MPV_FORMAT_DOUBLE},
+    {Buffered, "demuxer-cache-time", MPV_FORMAT_DOUBLE},
+    {Waiting, "paused-for-cache", MPV_FORMAT_FLAG},
+    {Seekable, "seekable", MPV_FORMAT_FLAG},
+    {Tracks, "track-list", MPV_FORMAT_NODE},
+};
+
+} // namespace
+
+void MpvProperties::observe(mpv_handle* mpv)
+{
+    for (const Observed& one : observed)
+        mpv_observe_property(mpv, one.property, one.name, one.format);
+}
+
+void MpvProperties::begin(int load, bool isLive)
+{
+    m_load = load;
+    m_isLive = isLive;
+    m_pictureShown = false;
+    m_bufferedTo = -bufferedStep;
+}
+
+void MpvProperties::changed(uint64_t property, const mpv_event_property& value)
+{
+    if (value.format == MPV_FORMAT_NONE)
+        return;
+    switch (property) {
+    case Position:
+        if (m_pictureShown)
+            report(&VideoEngineListener::positionMoved, *static_cast<const double*>(value.data));
+        break;
+    case Duration:
+        report(&VideoEngineListener::durationKnown, *static_cast<const double*>(value.data));
+        break;
+    case Buffered:
+        takeBuffered(*static_cast<const double*>(value.data));
+        break;
+    case Waiting:
+        report(&VideoEngineListener::waitingChanged, *static_cast<const int*>(value.data) != 0);
+        break;
+    case Seekable:
+        report(&VideoEngineListener::seekableKnown, !m_isLive && *static_cast<const int*>(value.data) != 0);
+        break;
+    case Tracks:
+        report(&VideoEngineListener::tracksKnown, MpvTracks::read(*static_cast<const mpv_node*>(value.data)));
+        break;
+    default:
+        break;
+    }
+}
+
+void MpvProperties::takeBuffered(double seconds)
+{
+    if (std::abs(seconds - m_bufferedTo) < bufferedStep)
+        return;
+    m_bufferedTo = seconds;
+    report(&VideoEngineListener::dataBuffered, seconds);
+}
+
+// A value that is the same as that of the load before may not have been told as a change.
+void MpvProperties::showPicture(mpv_handle* mpv)
+{
+    double seconds = 0;
+    if (mpv_get_property(mpv, "duration", MPV_FORMAT_DOUBLE, &seconds) >= 0)
+        report(&VideoEngineListener::durationKnown, seconds);
+    int seekable = 0;
+    mpv_get_property(mpv, "seekable", MPV_FORMAT_FLAG, &seekable);
+    report(&VideoEngineListener::seekableKnown, !m_isLive && seekable != 0);
+    mpv_node tracks{};
+    if (mpv_get_property(mpv, "track-list", MPV_FORMAT_NODE, &tracks) >= 0) {
+        report(&VideoEngineListener::tracksKnown, MpvTracks::read(tracks));
+        mpv_free_node_contents(&tracks);
+    }
+    m_pictureShown = true;
+    report(&VideoEngineListener::pictureShown, position(mpv));
+}
+
+void MpvProperties::finishSeek(mpv_handle* mpv, int seek)
+{
+    report(&VideoEngineListener::seekDone, seek, position(mpv));
+}
+
+double MpvProperties::position(mpv_handle* mpv)
+{
+    double seconds = 0;
+    mpv_get_property(mpv, "time-pos", MPV_FORMAT_DOUBLE, &seconds);
+    return seconds;
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "Messenger.h"
+#include "VideoEngine.h"
+
+#include <mpv/client.h>
+
+/** What libmpv knows of the load that it plays, brought to the listener. On the core's thread; the core owns it. */
+class MpvProperties
+{
+public:
+    explicit MpvProperties(const Messenger<VideoEngineListener>& listener) : m_listener(listener) {}
+
+    /** Once: `changed` will hear of them under their numbers. */
+    static void observe(mpv_handle* mpv);
+
+    void begin(int load, bool isLive);
+
+    /** One change; positions are held back until `showPicture`. */
+    void changed(uint64_t property, const mpv_event_property& value);
+
+    /** The first picture of the load is there: tells what is known of it, and then that. */
+    void showPicture(mpv_handle* mpv);
+    bool isPictureShown() const { return m_pictureShown; }
+
+    void finishSeek(mpv_handle* mpv, int seek);
+
+private:
+    static double position(mpv_handle* mpv);
+    void takeBuffered(double seconds);
+
+    template<typename... Parameters, typename... Values>
+    void report(void (VideoEngineListener::*what)(int, Parameters...), Values... values)
+    {
+        m_listener.post([load = m_load, what, values...](VideoEngineListener& to) { (to.*what)(load, values...); });
+    }
+
+    const Messenger<VideoEngineListener> m_listener;
+    int m_load = 0;
+    bool m_isLive = false;
+    bool m_pictureShown = false;
+    double m_bufferedTo = 0;
+};

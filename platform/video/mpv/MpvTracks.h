@@ -1,0 +1,17 @@
+#pragma once
+
+#include "MediaTrack.h"
+
+#include <QList>
+
+#include <mpv/client.h>
+
+namespace MpvTracks {
+
+/** The audio and subtitle tracks in libmpv's list of tracks, in its order. Any thread. */
+QList<MediaTrack> read(const mpv_node& list);
+
+/** The name of the option that selects a track of this kind. */
+const char* option(MediaTrack::Kind kind);
+
+} // namespace MpvTracks

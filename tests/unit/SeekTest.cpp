@@ -1,0 +1,299 @@
+#include "StreamOnScript.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using Cause = VideoFailure::Cause;
+using Kind = PlayerItem::Kind;
+using Listener = VideoEngineListener;
+using Status = PlayerItem::Status;
+using TimeControl = VideoPlayer::TimeControl;
+
+/** Seeking: where to, when it is done, and what comes in between. */
+class SeekTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m_done.clear(); }
+    void aSeekBeforeTheLoadIsItsStart();
+    void aSeekWhileLoadingIsWhereItLoadsAgain();
+    void aSeekThatStartsTheItemIsDoneWithThePicture();
+    void aSeekLandsWhereTheEngineSays();
+    void theToleranceReachesTheEngine_data();
+    void theToleranceReachesTheEngine();
+    void seekingShowsItsTargetAndWaits();
+    void positionsOfBeforeTheSeekAreDropped();
+    void aLaterSeekReplacesAnEarlierOne();
+    void aSeekIsBoundedToTheRecording_data();
+    void aSeekIsBoundedToTheRecording();
+    void aSeekThatCannotBeIsNotFinished_data();
+    void aSeekThatCannotBeIsNotFinished();
+    void completionsComeFromTheEventLoop();
+    void anotherItemEndsTheSeek();
+    void aFailureEndsTheSeek();
+    void aBreakDuringASeekIsNotTheEnd();
+    void aSeekThatDoesNotLandIsAStallAlsoWhenPaused();
+    void aSeekAfterTheEndLoadsAgainAndStaysPaused();
+    void aDestroyedPlayerCompletesNothing();
+
+private:
+    VideoPlayer::SeekDone done()
+    {
+        return [this](bool finished) { m_done.append(finished); };
+    }
+
+    QList<bool> m_done;
+};
+
+void SeekTest::aSeekBeforeTheLoadIsItsStart()
+{
+    StreamOnScript script;
+    script.setItem();
+    script.player->seek(1200, SeekTolerance::AtOrAfter);
+    QCOMPARE(script.player->position(), 1200.0);
+    script.start();
+    QCOMPARE(script.engine->loads.size(), 1);
+    QCOMPARE(script.engine->loads.first().startAt, 1200.0);
+    QVERIFY(script.engine->seeks.isEmpty());
+}
+
+void SeekTest::aSeekWhileLoadingIsWhereItLoadsAgain()
+{
+    StreamOnScript script;
+    script.setItem();
+    script.start();
+    const int first = script.load();
+    script.player->seek(60, SeekTolerance::AtOrAfter, done());
+    QCOMPARE(script.engine->loads.size(), 2);
+    QCOMPARE(script.engine->loads.last().startAt, 60.0);
+    script.tell([=](Listener& to) { to.pictureShown(first, 0); });
+    QCOMPARE(script.item->status(), Status::Unknown);
+    script.show(60.2);
+    QCOMPARE(script.player->position(), 60.2);
+    QCOMPARE(m_done, QList<bool>{true});
+}
+
+void SeekTest::aSeekThatStartsTheItemIsDoneWithThePicture()
+{
+    StreamOnScript script;
+    script.setItem();
+    script.player->seek(60, SeekTolerance::AtOrAfter, done());
+    script.start();
+    QVERIFY(m_done.isEmpty());
+    script.show(60);
+    QCOMPARE(m_done, QList<bool>{true});
+    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
+}
+
+void SeekTest::aSeekLandsWhereTheEngineSays()
+{
+    StreamOnScript script;
+    script.playFrom(0);
+    script.player->seek(60, SeekTolerance::AtOrAfter, done());
+    script.land(60.4);
+    QCOMPARE(script.player->position(), 60.4);
+    QCOMPARE(m_done, QList<bool>{true});
+    script.moveTo(60.5);
+    QCOMPARE(script.player->position(), 60.5);
+}
+
+void SeekTest::theToleranceReachesTheEngine_data()
+{
+    QTest::addColumn<SeekTolerance>("tolerance");
+    QTest::newRow("at or after") << SeekTolerance::AtOrAfter;
+    QTest::newRow("nearest") << SeekTolerance::Nearest;
+}
+
+void SeekTest::theToleranceReachesTheEngine()
+{
+    QFETCH(const SeekTolerance, tolerance);
+    StreamOnScript script;
+    script.playFrom(0);
+    script.player->seek(60, tolerance);
+    QCOMPARE(script.engine->seeks.size(), 1);
+    QCOMPARE(script.engine->seeks.first().load, script.load());
+    QCOMPARE(script.engine->seeks.first().seconds, 60.0);
+    QCOMPARE(int(script.engine->seeks.first().tolerance), int(tolerance));
+}
+
+void SeekTest::seekingShowsItsTargetAndWaits()
+{
+    StreamOnScript script;
+    script.playFrom(0);
+    script.player->seek(60, SeekTolerance::AtOrAfter);
+    QCOMPARE(script.player->position(), 60.0);
+    QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
+    script.land(60);
+    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
+}
+
+void SeekTest::positionsOfBeforeTheSeekAreDropped()
+{
+    StreamOnScript script;
+    script.playFrom(0);
+    script.player->seek(60, SeekTolerance::AtOrAfter);
+    script.moveTo(0.04);
+    QCOMPARE(script.player->position(), 60.0);
+}
+
+void SeekTest::aLaterSeekReplacesAnEarlierOne()
+{
+    StreamOnScript script;
+    script.playFrom(0);
+    QStringList order;
+    script.player->seek(30, SeekTolerance::Nearest,
+                        [&](bool finished) { order << (finished ? u"+first"_s : u"-first"_s); });
+    const auto first = script.engine->seeks.last();
+    script.player->seek(60, SeekTolerance::Nearest,
+                        [&](bool finished) { order << (finished ? u"+later"_s : u"-later"_s); });
+    script.tell([=](Listener& to) { to.seekDone(first.load, first.number, 30); });
+    QCOMPARE(script.player->position(), 60.0);
+    script.land(60);
+    QCOMPARE(order, QStringList({u"-first"_s, u"+later"_s}));
+}
+
+void SeekTest::aSeekIsBoundedToTheRecording_data()
+{
+    QTest::addColumn<double>("duration");
+    QTest::addColumn<double>("wanted");
+    QTest::addColumn<double>("sought");
+    QTest::newRow("before the top") << 120.0 << -10.0 << 0.0;
+    QTest::newRow("within") << 120.0 << 100.0 << 100.0;
+    QTest::newRow("near the end") << 120.0 << 119.0 << 117.0;
+    QTest::newRow("beyond") << 120.0 << 4000.0 << 117.0;
+    QTest::newRow("a short one") << 2.0 << 1.0 << 0.0;
+}
+
+void SeekTest::aSeekIsBoundedToTheRecording()
+{
+    QFETCH(const double, duration);
+    QFETCH(const double, wanted);
+    StreamOnScript script;
+    script.setItem();
+    script.start();
+    script.know(duration);
+    script.show(0);
+    script.player->seek(wanted, SeekTolerance::AtOrAfter);
+    QTEST(script.engine->seeks.first().seconds, "sought");
+}
+
+void SeekTest::aSeekThatCannotBeIsNotFinished_data()
+{
+    QTest::addColumn<Kind>("kind");
+    QTest::addColumn<bool>("failed");
+    QTest::addColumn<double>("to");
+    QTest::newRow("live") << Kind::Live << false << 60.0;
+    QTest::newRow("failed") << Kind::Recording << true << 60.0;
+    QTest::newRow("no number") << Kind::Recording << false << qQNaN();
+    QTest::newRow("infinite") << Kind::Recording << false << qInf();
+}
+
+void SeekTest::aSeekThatCannotBeIsNotFinished()
+{
+    QFETCH(const Kind, kind);
+    QFETCH(const bool, failed);
+    QFETCH(const double, to);
+    StreamOnScript script;
+    script.setItem(kind);
+    script.start();
+    if (failed)
+        script.fail({Cause::Status, 404, {}});
+    else
+        script.show(5);
+    const double before = script.player->position();
+    script.player->seek(to, SeekTolerance::AtOrAfter, done());
+    script.deliver();
+    QCOMPARE(m_done, QList<bool>{false});
+    QCOMPARE(script.player->position(), before);
+    QVERIFY(script.engine->seeks.isEmpty());
+    QCOMPARE(script.engine->loads.size(), 1);
+}
+
+void SeekTest::completionsComeFromTheEventLoop()
+{
+    StreamOnScript script;
+    script.player->seek(10, SeekTolerance::AtOrAfter, done());
+    QVERIFY(m_done.isEmpty());
+    script.deliver();
+    QCOMPARE(m_done, QList<bool>{false});
+}
+
+void SeekTest::anotherItemEndsTheSeek()
+{
+    StreamOnScript script;
+    script.playFrom(0);
+    script.player->seek(60, SeekTolerance::AtOrAfter, done());
+    script.player->setItem(nullptr);
+    QVERIFY(m_done.isEmpty());
+    script.deliver();
+    QCOMPARE(m_done, QList<bool>{false});
+}
+
+void SeekTest::aFailureEndsTheSeek()
+{
+    StreamOnScript script;
+    script.setItem();
+    script.player->seek(60, SeekTolerance::AtOrAfter, done());
+    script.start();
+    script.fail({Cause::Status, 404, {}});
+    QCOMPARE(m_done, QList<bool>{false});
+}
+
+void SeekTest::aBreakDuringASeekIsNotTheEnd()
+{
+    StreamOnScript script;
+    script.playFrom(0);
+    script.moveTo(119);
+    script.player->seek(117, SeekTolerance::AtOrAfter, done());
+    script.endFile();
+    QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
+    script.clock.advance(1s);
+    QCOMPARE(script.engine->loads.last().startAt, 117.0);
+    QVERIFY(m_done.isEmpty());
+    script.show(117);
+    QCOMPARE(m_done, QList<bool>{true});
+}
+
+void SeekTest::aSeekThatDoesNotLandIsAStallAlsoWhenPaused()
+{
+    StreamOnScript script;
+    script.playFrom(0);
+    script.player->pause();
+    script.player->seek(60, SeekTolerance::AtOrAfter);
+    script.clock.advance(11s);
+    script.player->seek(70, SeekTolerance::AtOrAfter);
+    script.clock.advance(12s - 1ms);
+    QCOMPARE(script.engine->stops, 0);
+    script.clock.advance(1ms + 1s);
+    QCOMPARE(script.engine->loads.last().startAt, 70.0);
+    QVERIFY(script.engine->loads.last().isPaused);
+}
+
+void SeekTest::aSeekAfterTheEndLoadsAgainAndStaysPaused()
+{
+    StreamOnScript script;
+    script.playFrom(119);
+    script.endFile();
+    script.player->seek(60, SeekTolerance::AtOrAfter, done());
+    QCOMPARE(script.engine->loads.last().startAt, 60.0);
+    QVERIFY(script.engine->loads.last().isPaused);
+    script.show(60);
+    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
+    QCOMPARE(m_done, QList<bool>{true});
+}
+
+void SeekTest::aDestroyedPlayerCompletesNothing()
+{
+    StreamOnScript script;
+    script.playFrom(0);
+    script.player->seek(60, SeekTolerance::AtOrAfter, done());
+    script.player->setItem(nullptr);
+    script.player.reset();
+    script.deliver();
+    QVERIFY(m_done.isEmpty());
+}
+
+QTEST_GUILESS_MAIN(SeekTest)
+#include "SeekTest.moc"

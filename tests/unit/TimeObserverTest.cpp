@@ -1,0 +1,214 @@
+#include "StreamOnScript.h"
+
+#include <QTest>
+
+using namespace std::chrono_literals;
+
+/** The periodic time observer, in play time. */
+class TimeObserverTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyTenSecondsOfPlayTimeAreReported();
+    void nothingIsReportedBeforeThePicture();
+    void openingAtTwentyMinutesNeverReportsZero();
+    void timeThatPassesWithoutPlayIsNotReported();
+    void aJumpIsReportedAtOnce_data();
+    void aJumpIsReportedAtOnce();
+    void aSeekIsReportedWhereItLands();
+    void smallStepsBackCountAsPlayTime();
+    void aReconnectionReportsNothingOfItsOwn();
+    void anotherItemCountsAnew();
+    void anObserverThatIsGoneIsNotCalled();
+    void observersMayGoInsideTheReport();
+    void anObserverMayOutliveThePlayer();
+    void theLongerIntervalReportsLessOften();
+
+private:
+    std::unique_ptr<TimeObserver> observe(StreamOnScript& script, std::chrono::seconds interval = 10s)
+    {
+        m_reports.clear();
+        return script.player->addPeriodicTimeObserver(interval, [this](double seconds) { m_reports << seconds; });
+    }
+    static void play(StreamOnScript& script, double from, double to)
+    {
+        for (double at = from; at <= to; at += 0.5)
+            script.moveTo(at);
+    }
+
+    QList<double> m_reports;
+};
+
+void TimeObserverTest::everyTenSecondsOfPlayTimeAreReported()
+{
+    StreamOnScript script;
+    const auto observer = observe(script);
+    script.playFrom(0);
+    play(script, 0, 9.5);
+    QCOMPARE(m_reports, QList<double>{});
+    play(script, 10, 45);
+    QCOMPARE(m_reports, QList<double>({10, 20, 30, 40}));
+}
+
+void TimeObserverTest::nothingIsReportedBeforeThePicture()
+{
+    StreamOnScript script;
+    const auto observer = observe(script);
+    script.setItem();
+    script.player->seek(60, SeekTolerance::AtOrAfter);
+    script.start();
+    for (const double at : {0.0, 30.0, 60.0})
+        script.moveTo(at);
+    QCOMPARE(m_reports, QList<double>{});
+}
+
+void TimeObserverTest::openingAtTwentyMinutesNeverReportsZero()
+{
+    StreamOnScript script;
+    const auto observer = observe(script);
+    script.playFrom(1200);
+    play(script, 1200, 1225);
+    QCOMPARE(m_reports, QList<double>({1210, 1220}));
+}
+
+void TimeObserverTest::timeThatPassesWithoutPlayIsNotReported()
+{
+    StreamOnScript script;
+    const auto observer = observe(script);
+    script.playFrom(60);
+    script.player->pause();
+    script.clock.advance(1h);
+    script.moveTo(60);
+    script.player->setItem(nullptr);
+    QCOMPARE(m_reports, QList<double>{});
+}
+
+void TimeObserverTest::aJumpIsReportedAtOnce_data()
+{
+    QTest::addColumn<double>("to");
+    QTest::addColumn<bool>("reported");
+    QTest::newRow("10 seconds forward") << 70.0 << true;
+    QTest::newRow("less") << 69.0 << false;
+    QTest::newRow("10 seconds back") << 50.0 << true;
+    QTest::newRow("less far back") << 51.0 << false;
+}
+
+void TimeObserverTest::aJumpIsReportedAtOnce()
+{
+    QFETCH(const double, to);
+    QFETCH(const bool, reported);
+    StreamOnScript script;
+    const auto observer = observe(script);
+    script.playFrom(60);
+    script.moveTo(to);
+    QCOMPARE(m_reports, reported ? QList<double>{to} : QList<double>{});
+    m_reports.clear();
+    if (reported) {
+        play(script, to, to + 9.5);
+        QCOMPARE(m_reports, QList<double>{});
+    }
+}
+
+void TimeObserverTest::aSeekIsReportedWhereItLands()
+{
+    StreamOnScript script;
+    const auto observer = observe(script);
+    script.playFrom(0);
+    script.player->seek(90, SeekTolerance::AtOrAfter);
+    QCOMPARE(m_reports, QList<double>{});
+    script.land(90.4);
+    QCOMPARE(m_reports, QList<double>{90.4});
+}
+
+void TimeObserverTest::smallStepsBackCountAsPlayTime()
+{
+    StreamOnScript script;
+    const auto observer = observe(script);
+    script.playFrom(60);
+    for (const double at : {64.0, 60.0, 62.0})
+        script.moveTo(at);
+    QCOMPARE(m_reports, QList<double>{62});
+}
+
+void TimeObserverTest::aReconnectionReportsNothingOfItsOwn()
+{
+    StreamOnScript script;
+    const auto observer = observe(script);
+    script.playFrom(60);
+    script.moveTo(65);
+    script.endFile();
+    script.clock.advance(1s);
+    script.moveTo(0);
+    script.show(65.5);
+    QCOMPARE(m_reports, QList<double>{});
+    script.moveTo(70);
+    QCOMPARE(m_reports, QList<double>{70});
+}
+
+void TimeObserverTest::anotherItemCountsAnew()
+{
+    StreamOnScript script;
+    const auto observer = observe(script);
+    script.playFrom(60);
+    script.moveTo(69);
+    script.playFrom(0);
+    script.moveTo(9);
+    QCOMPARE(m_reports, QList<double>{});
+    script.moveTo(10);
+    QCOMPARE(m_reports, QList<double>{10});
+}
+
+void TimeObserverTest::anObserverThatIsGoneIsNotCalled()
+{
+    StreamOnScript script;
+    auto observer = observe(script);
+    script.playFrom(60);
+    observer.reset();
+    script.moveTo(80);
+    QCOMPARE(m_reports, QList<double>{});
+}
+
+void TimeObserverTest::observersMayGoInsideTheReport()
+{
+    StreamOnScript script;
+    std::unique_ptr<TimeObserver> first;
+    std::unique_ptr<TimeObserver> second;
+    QList<double> reports;
+    first = script.player->addPeriodicTimeObserver(10s, [&](double seconds) {
+        reports << seconds;
+        first.reset();
+        second.reset();
+    });
+    second = observe(script);
+    script.playFrom(60);
+    script.moveTo(80);
+    script.moveTo(100);
+    QCOMPARE(reports, QList<double>{80});
+    QCOMPARE(m_reports, QList<double>{});
+}
+
+void TimeObserverTest::anObserverMayOutliveThePlayer()
+{
+    StreamOnScript script;
+    auto observer = observe(script);
+    script.playFrom(60);
+    script.player.reset();
+    observer.reset();
+    QCOMPARE(m_reports, QList<double>{});
+}
+
+void TimeObserverTest::theLongerIntervalReportsLessOften()
+{
+    StreamOnScript script;
+    QList<double> often;
+    const auto seldom = observe(script, 30s);
+    const auto other = script.player->addPeriodicTimeObserver(1s, [&](double seconds) { often << seconds; });
+    script.playFrom(0);
+    play(script, 0, 60);
+    QCOMPARE(m_reports, QList<double>({30, 60}));
+    QCOMPARE(often.size(), 60);
+}
+
+QTEST_GUILESS_MAIN(TimeObserverTest)
+#include "TimeObserverTest.moc"
