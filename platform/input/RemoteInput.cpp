@@ -47,7 +47,8 @@ bool RemoteInput::translate(const QKeyEvent& event, const CanonicalKey& canonica
     if (!goesOn) {
         press(canonical);
         handOn(QEvent::KeyPress, canonical.key);
-    } else if (canonical.button == m_held) {
+    } else if (canonical.button == m_held || canonical.button == m_told) {
+        m_held = canonical.button;
         m_letGo.reset();
         m_repeat.resume();
     }
@@ -73,7 +74,10 @@ void RemoteInput::release(const QKeyEvent& event, const CanonicalKey& canonical)
     }
     // It may be the first half of a repeat: it is told once no input waits any more, and is the held one till then.
     m_repeat.release();
-    m_letGo = m_clock.after(std::chrono::milliseconds(0), [this] { letGo(); });
+    m_letGo = m_clock.after(std::chrono::milliseconds(0), [this, held = m_held] {
+        letGo();
+        m_told = held; // the second half may have been sent in a piece of its own
+    });
 }
 
 /** Ends the repeats; after a loss of the focus the release will go to another window. */
@@ -81,6 +85,7 @@ void RemoteInput::letGo()
 {
     m_letGo.reset();
     m_repeat.release();
+    m_told = RemoteButton::None;
     if (const CanonicalKey* const canonical = canonicalKey(std::exchange(m_held, RemoteButton::None)))
         handOn(QEvent::KeyRelease, canonical->key);
 }

@@ -38,6 +38,7 @@ private:
     KeyRepeat m_repeat;
     RemoteButton m_held = RemoteButton::None;     ///< the one that repeats, or would but for its latest release
     std::unique_ptr<Clock::Timer> m_letGo;        ///< its release waits to be told, as it may be none
+    RemoteButton m_told = RemoteButton::None;     ///< was held until its release was told, which may have been none
     RemoteButton m_released = RemoteButton::None; ///< the latest to be released
     quint64 m_pressedAt = 0;                      ///< when it was pressed, in milliseconds
     quint64 m_releasedAt = 0;                     ///< and released

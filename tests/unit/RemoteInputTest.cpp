@@ -60,6 +60,7 @@ private Q_SLOTS:
     void aHeldArrowRepeatsByTheSetsOwnClock();
     void theSystemsRepeatsAreSwallowed();
     void aRepeatThatPassesForANewPressNeitherAddsNorDelaysAStep();
+    void aRepeatThatComesInTwoPiecesGoesOn();
     void quickPressesAreAllMade();
     void aRepeatEndsWithTheRelease();
     void aRepeatEndsWithAnotherButton_data();
@@ -225,6 +226,22 @@ void RemoteInputTest::aRepeatThatPassesForANewPressNeitherAddsNorDelaysAStep()
     window.clock.advance(10s);
     QCOMPARE(window.pressed.size(), 6);
     QCOMPARE(window.released.size(), 1);
+}
+
+void RemoteInputTest::aRepeatThatComesInTwoPiecesGoesOn()
+{
+    ListeningWindow window;
+    send(window, QEvent::KeyPress, Qt::Key_Down, 116, false, 1000);
+    for (quint64 time = 1040; time <= 2000; time += 40) {
+        window.clock.advance(38ms);
+        send(window, QEvent::KeyRelease, Qt::Key_Down, 116, false, time);
+        window.clock.advance(2ms);
+        send(window, QEvent::KeyPress, Qt::Key_Down, 116, false, time);
+    }
+    QCOMPARE(window.repeats, 5);
+    send(window, QEvent::KeyRelease, Qt::Key_Down, 116, false, 2030);
+    window.clock.advance(10s);
+    QCOMPARE(window.repeats, 5);
 }
 
 void RemoteInputTest::quickPressesAreAllMade()
