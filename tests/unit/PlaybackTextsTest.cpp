@@ -1,0 +1,118 @@
+#include "PlaybackTexts.h"
+
+#include <QLocale>
+#include <QTest>
+
+#include <limits>
+#include <locale.h>
+
+using namespace Qt::StringLiterals;
+using Cause = VideoFailure::Cause;
+
+class PlaybackTextsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void theTimeLeftReadsAsAClock_data();
+    void theTimeLeftReadsAsAClock();
+    void aScrubTellsItsSpeed();
+    void aTrackHasAName_data();
+    void aTrackHasAName();
+    void aFailureHasItsSentence_data();
+    void aFailureHasItsSentence();
+    void withoutACauseThereIsNoSentence();
+};
+
+void PlaybackTextsTest::initTestCase()
+{
+    // No text may follow the machine's locale; where the machine has no such locale the test has less to catch.
+    setlocale(LC_ALL, "de_DE.UTF-8");
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+}
+
+void PlaybackTextsTest::theTimeLeftReadsAsAClock_data()
+{
+    QTest::addColumn<double>("position");
+    QTest::addColumn<double>("duration");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("minutes") << 60.0 << 814.0 << u"-12:34"_s;
+    QTest::newRow("hours") << 0.0 << 3725.0 << u"-1:02:05"_s;
+    QTest::newRow("it changes with the time played, before") << 9.99 << 100.5 << u"-1:31"_s;
+    QTest::newRow("it changes with the time played, after") << 10.0 << 100.5 << u"-1:30"_s;
+    QTest::newRow("the end") << 814.0 << 814.0 << u"-0:00"_s;
+    QTest::newRow("beyond it") << 820.0 << 814.0 << u"-0:00"_s;
+    QTest::newRow("no number") << std::numeric_limits<double>::quiet_NaN() << 814.0 << u"-0:00"_s;
+}
+
+void PlaybackTextsTest::theTimeLeftReadsAsAClock()
+{
+    QFETCH(const double, position);
+    QFETCH(const double, duration);
+    QTEST(remainingText(position, duration), "text");
+}
+
+void PlaybackTextsTest::aScrubTellsItsSpeed()
+{
+    QCOMPARE(scrubbingText(8), u"Fast forward 8×"_s);
+    QCOMPARE(scrubbingText(-128), u"Rewind 128×"_s);
+}
+
+void PlaybackTextsTest::aTrackHasAName_data()
+{
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("its title") << u"The clerk's notes"_s << u"en"_s << u"The clerk's notes"_s;
+    QTest::newRow("two letters") << QString() << u"en"_s << u"English"_s;
+    QTest::newRow("three letters") << QString() << u"spa"_s << u"Spanish"_s;
+    QTest::newRow("the librarians' three") << QString() << u"ger"_s << u"German"_s;
+    QTest::newRow("with a country") << QString() << u"fr-CA"_s << u"French"_s;
+    QTest::newRow("undetermined") << QString() << u"und"_s << u"Track 3"_s;
+    QTest::newRow("no language") << QString() << u"x"_s << u"Track 3"_s;
+    QTest::newRow("nothing") << QString() << QString() << u"Track 3"_s;
+    QTest::newRow("a title of two lines") << u"one\ntwo"_s << QString() << u"one two"_s;
+}
+
+void PlaybackTextsTest::aTrackHasAName()
+{
+    QFETCH(const QString, title);
+    QFETCH(const QString, language);
+    QTEST(trackText({3, MediaTrack::Kind::Audio, title, language, false}), "text");
+}
+
+void PlaybackTextsTest::aFailureHasItsSentence_data()
+{
+    QTest::addColumn<Cause>("cause");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("unknown") << Cause::Unknown << 0 << QString();
+    QTest::newRow("no plug-in") << Cause::NoPlugin << 0 << u"The player couldn't be started."_s;
+    QTest::newRow("no picture") << Cause::NoPicture << 0 << u"This set has no way to show the picture."_s;
+    QTest::newRow("address") << Cause::BadAddress << 0 << u"The tape's address can't be opened."_s;
+    QTest::newRow("404") << Cause::Status << 404 << u"The hub answered 404."_s;
+    QTest::newRow("503") << Cause::Status << 503 << u"The hub answered 503."_s;
+    QTest::newRow("refused") << Cause::Refused << 0 << u"The connection was refused."_s;
+    QTest::newRow("certificate") << Cause::Certificate << 0 << u"The hub's certificate isn't valid."_s;
+    QTest::newRow("timed out") << Cause::TimedOut << 0 << u"The hub stopped answering."_s;
+    QTest::newRow("network") << Cause::Network << 0 << u"The hub couldn't be reached."_s;
+    QTest::newRow("no stream") << Cause::Unplayable << 0 << u"What the hub sent can't be played."_s;
+    QTest::newRow("broken off") << Cause::BrokenStream << 0
+                                << u"The tape broke off, and the hub doesn't give the rest."_s;
+}
+
+void PlaybackTextsTest::aFailureHasItsSentence()
+{
+    QFETCH(const Cause, cause);
+    QFETCH(const int, status);
+    QTEST(failureText(VideoFailure{cause, status, u"for developers"_s}), "text");
+}
+
+void PlaybackTextsTest::withoutACauseThereIsNoSentence()
+{
+    QCOMPARE(failureText(std::nullopt), QString());
+}
+
+QTEST_GUILESS_MAIN(PlaybackTextsTest)
+#include "PlaybackTextsTest.moc"

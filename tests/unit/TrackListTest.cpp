@@ -1,0 +1,123 @@
+#include "TrackList.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using Kind = MediaTrack::Kind;
+
+namespace {
+
+const MediaTrack english{1, Kind::Audio, {}, u"en"_s, true};
+const MediaTrack spanish{2, Kind::Audio, {}, u"es"_s, false};
+const MediaTrack captions{1, Kind::Subtitle, u"Captions"_s, {}, false};
+
+/** The rows as they read, the selected one in brackets. */
+QStringList rowsOf(const TrackList& list)
+{
+    QStringList rows;
+    for (int row = 0; row < list.rowCount(); ++row) {
+        const QString title = list.data(list.index(row), TrackList::TitleRole).toString();
+        const bool isSelected = list.data(list.index(row), TrackList::SelectedRole).toBool();
+        rows.append(isSelected ? u"[%1]"_s.arg(title) : title);
+    }
+    return rows;
+}
+
+} // namespace
+
+class TrackListTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void itShowsWhatThereIsToChoose_data();
+    void itShowsWhatThereIsToChoose();
+    void aSelectionChangesInPlace();
+    void otherTracksAreOtherRows();
+    void aPickNamesTheTrack();
+    void noRowIsPickedThatIsNotThere();
+};
+
+void TrackListTest::itShowsWhatThereIsToChoose_data()
+{
+    QTest::addColumn<Kind>("kind");
+    QTest::addColumn<QList<MediaTrack>>("tracks");
+    QTest::addColumn<QStringList>("rows");
+    MediaTrack selectedCaptions = captions;
+    selectedCaptions.selected = true;
+    QTest::newRow("no sound") << Kind::Audio << QList<MediaTrack>{captions} << QStringList();
+    QTest::newRow("one sound track") << Kind::Audio << QList<MediaTrack>{english} << QStringList();
+    QTest::newRow("two sound tracks") << Kind::Audio << QList<MediaTrack>{english, captions, spanish}
+                                      << QStringList{u"[English]"_s, u"Spanish"_s};
+    QTest::newRow("no subtitles") << Kind::Subtitle << QList<MediaTrack>{english, spanish} << QStringList();
+    QTest::newRow("subtitles off") << Kind::Subtitle << QList<MediaTrack>{english, captions}
+                                   << QStringList{u"[Off]"_s, u"Captions"_s};
+    QTest::newRow("subtitles on") << Kind::Subtitle << QList<MediaTrack>{english, selectedCaptions}
+                                  << QStringList{u"Off"_s, u"[Captions]"_s};
+}
+
+void TrackListTest::itShowsWhatThereIsToChoose()
+{
+    QFETCH(const Kind, kind);
+    QFETCH(const QList<MediaTrack>, tracks);
+    TrackList list(kind);
+    list.show(tracks);
+    QTEST(rowsOf(list), "rows");
+}
+
+void TrackListTest::aSelectionChangesInPlace()
+{
+    TrackList list(Kind::Audio);
+    list.show({english, spanish});
+    const QSignalSpy resets(&list, &QAbstractItemModel::modelReset);
+    const QSignalSpy changes(&list, &QAbstractItemModel::dataChanged);
+    MediaTrack first = english;
+    MediaTrack second = spanish;
+    first.selected = false;
+    second.selected = true;
+    list.show({first, second});
+    QCOMPARE(rowsOf(list), (QStringList{u"English"_s, u"[Spanish]"_s}));
+    QCOMPARE(resets.count(), 0);
+    QCOMPARE(changes.count(), 1);
+    QCOMPARE(changes.first().at(1).toModelIndex().row(), 1);
+}
+
+void TrackListTest::otherTracksAreOtherRows()
+{
+    TrackList list(Kind::Audio);
+    const QSignalSpy resets(&list, &QAbstractItemModel::modelReset);
+    const QSignalSpy counts(&list, &TrackList::countChanged);
+    list.show({english, spanish});
+    list.show({});
+    QCOMPARE(resets.count(), 2);
+    QCOMPARE(counts.count(), 2);
+    QCOMPARE(list.count(), 0);
+}
+
+void TrackListTest::aPickNamesTheTrack()
+{
+    TrackList list(Kind::Subtitle);
+    list.show({captions});
+    const QSignalSpy picks(&list, &TrackList::picked);
+    list.pick(1);
+    list.pick(0);
+    QCOMPARE(picks.count(), 2);
+    QCOMPARE(picks.at(0).at(0).value<Kind>(), Kind::Subtitle);
+    QCOMPARE(picks.at(0).at(1).toInt(), 1);
+    QCOMPARE(picks.at(1).at(1).toInt(), MediaTrack::none);
+}
+
+void TrackListTest::noRowIsPickedThatIsNotThere()
+{
+    TrackList list(Kind::Subtitle);
+    const QSignalSpy picks(&list, &TrackList::picked);
+    list.pick(0);
+    list.pick(-1);
+    list.show({captions});
+    list.pick(2);
+    QCOMPARE(picks.count(), 0);
+}
+
+QTEST_GUILESS_MAIN(TrackListTest)
+#include "TrackListTest.moc"
