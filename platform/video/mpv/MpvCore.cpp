@@ -57,7 +57,7 @@ void MpvCore::run()
 {
     pthread_setname_np(pthread_self(), "video-core");
     RunningCores::waitForTurn(this);
-    if (open()) {
+    if (create()) {
         m_listener.post([](VideoEngineListener& listener) { listener.engineReady(); });
         listen();
     } else {
@@ -73,7 +73,7 @@ void MpvCore::run()
         mpv_terminate_destroy(m_mpv);
 }
 
-bool MpvCore::open()
+bool MpvCore::create()
 {
     m_mpv = mpv_create();
     if (!m_mpv || !MpvOptions::apply(m_mpv, m_options) || mpv_initialize(m_mpv) < 0)
@@ -172,11 +172,16 @@ void MpvCore::load(const VideoLoad& load)
     m_isLive = load.isLive;
     m_log = {};
     m_ended.reset();
-    m_started = false;
     m_seek = {};
     m_properties.begin(load.number, load.isLive);
     setPaused(load.isPaused);
-    const QByteArray address = MpvOptions::setForLoad(m_mpv, load);
+    m_address = MpvOptions::setForLoad(m_mpv, load);
+    open(m_address);
+}
+
+void MpvCore::open(const QByteArray& address)
+{
+    m_started = false;
     const char* command[] = {"loadfile", address.constData(), "replace", nullptr};
     mpv_node result{};
     if (mpv_command_ret(m_mpv, command, &result) < 0) {
@@ -233,6 +238,14 @@ void MpvCore::selectTrack(MediaTrack::Kind kind, int id)
     setOption(MpvTracks::option(kind), isNone ? "no" : QByteArray::number(id).constData());
     if (isNone || m_isLive || !m_started)
         return;
+    if (kind == MediaTrack::Kind::Subtitle && !MpvTracks::isSubtitlePlaylist(m_mpv))
+        return;
+    if (kind == MediaTrack::Kind::Subtitle) {
+        // Its playlist is read right only from the opening of the stream on.
+        setOption("start", QByteArray::number(MpvProperties::position(m_mpv), 'f', 3).constData());
+        open(m_address);
+        return;
+    }
     // What was read ahead holds nothing of the track; read on from there, a stream would break off.
     const char* command[] = {"seek", "0", "relative+exact", nullptr};
     mpv_command(m_mpv, command);

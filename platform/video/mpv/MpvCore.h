@@ -63,7 +63,8 @@ private:
     };
 
     void run();
-    bool open();
+    bool create();
+    void open(const QByteArray& address);
     void listen();
     bool takeTasks();
     void take(const mpv_event& event);
@@ -85,6 +86,7 @@ private:
     mpv_handle* m_mpv = nullptr; ///< the rest: the core's thread only
     int m_load = 0;
     bool m_isLive = false;
+    QByteArray m_address;
     int64_t m_entry = 0; ///< libmpv's number of the load
     bool m_started = false;
     std::optional<mpv_event_end_file> m_ended; ///< its messages are still to come

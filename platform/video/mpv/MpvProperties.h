@@ -25,8 +25,9 @@ public:
 
     void finishSeek(mpv_handle* mpv, int seek);
 
-private:
     static double position(mpv_handle* mpv);
+
+private:
     void takeBuffered(double seconds);
 
     template<typename... Parameters, typename... Values>

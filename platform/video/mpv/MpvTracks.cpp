@@ -50,3 +50,11 @@ const char* MpvTracks::option(MediaTrack::Kind kind)
 {
     return kind == MediaTrack::Kind::Audio ? "aid" : "sid";
 }
+
+bool MpvTracks::isSubtitlePlaylist(mpv_handle* mpv)
+{
+    char* const codec = mpv_get_property_string(mpv, "current-tracks/sub/codec");
+    const bool is = codec && std::string_view(codec) == "webvtt";
+    mpv_free(codec);
+    return is;
+}

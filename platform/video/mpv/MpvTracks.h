@@ -14,4 +14,7 @@ QList<MediaTrack> read(const mpv_node& list);
 /** The name of the option that selects a track of this kind. */
 const char* option(MediaTrack::Kind kind);
 
+/** Whether the selected subtitles are a playlist of their own beside the picture's. */
+bool isSubtitlePlaylist(mpv_handle* mpv);
+
 } // namespace MpvTracks
