@@ -205,10 +205,7 @@ void StreamPlayer::end()
     m_phase = Phase::Ended;
     m_playing = false;
     m_engine->setPaused(true);
-    m_announcements.add([this, item = m_item] {
-        if (item == m_item)
-            item->setPlayedToEnd();
-    });
+    tellItem([](PlayerItem& item) { item.setPlayedToEnd(); });
 }
 
 void StreamPlayer::fail(const VideoFailure& failure)
@@ -217,10 +214,7 @@ void StreamPlayer::fail(const VideoFailure& failure)
     m_phase = Phase::Failed;
     m_reconnection.cancel();
     finishSeek(false);
-    m_announcements.add([this, item = m_item, failure] {
-        if (item == m_item)
-            item->setFailed(failure);
-    });
+    tellItem([failure](PlayerItem& item) { item.setFailed(failure); });
 }
 
 void StreamPlayer::finishSeek(bool finished)
@@ -233,6 +227,15 @@ void StreamPlayer::callLater(SeekDone done, bool finished)
     if (done)
         QMetaObject::invokeMethod(
             this, [done = std::move(done), finished] { done(finished); }, Qt::QueuedConnection);
+}
+
+// An item that has been let go by then is told nothing.
+void StreamPlayer::tellItem(std::function<void(PlayerItem&)> news)
+{
+    m_announcements.add([this, item = m_item, news = std::move(news)] {
+        if (item == m_item)
+            news(*item);
+    });
 }
 
 // Near the end, so that it is still played; a start beyond it shows only when the duration is known.

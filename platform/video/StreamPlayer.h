@@ -62,6 +62,7 @@ private:
         Ended,
         Failed
     };
+    /** What viewers see of it; what differs from the last time is told. */
     struct Public
     {
         TimeControl timeControl = TimeControl::Paused;
@@ -71,6 +72,7 @@ private:
         double bufferedTo = 0;
         bool isSeekable = false;
     };
+
     /** Around each change from outside: what has come of it is told at its end, when the player may be destroyed. */
     class Change
     {
@@ -113,6 +115,7 @@ private:
     void finishSeek(bool finished);
     void callLater(SeekDone done, bool finished);
     bool concerns(int load) const { return load == m_load && (m_phase == Phase::Loading || m_phase == Phase::Shown); }
+    void tellItem(std::function<void(PlayerItem&)> news);
     double bounded(double seconds) const;
     void setTracks(const QList<MediaTrack>& tracks);
     void announceChanges();

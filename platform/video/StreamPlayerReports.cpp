@@ -45,7 +45,7 @@ void StreamPlayer::pictureShown(int load, double seconds)
     m_announcements.add([this] { Q_EMIT VideoPlayer::pictureShown(); });
     if (!std::exchange(m_hasShownPicture, true)) {
         m_periodicTime.begin(seconds);
-        m_announcements.add([item = m_item] { item->setReadyToPlay(); });
+        tellItem([](PlayerItem& item) { item.setReadyToPlay(); });
     }
     for (auto it = m_selected.cbegin(); it != m_selected.cend(); ++it)
         m_engine->selectTrack(it.key(), it.value());
@@ -69,7 +69,7 @@ void StreamPlayer::durationKnown(int load, double seconds)
 void StreamPlayer::dataBuffered(int load, double upTo)
 {
     const Change change(*this);
-    if (concerns(load))
+    if (concerns(load) && std::isfinite(upTo))
         m_bufferedTo = upTo;
 }
 

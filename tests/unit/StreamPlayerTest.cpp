@@ -215,6 +215,8 @@ void StreamPlayerTest::whatIsBufferedIsNeverBeforeThePosition()
     script.playFrom(0);
     script.tell([load = script.load()](Listener& to) { to.dataBuffered(load, 30); });
     QCOMPARE(script.player->bufferedTo(), 30.0);
+    script.tell([load = script.load()](Listener& to) { to.dataBuffered(load, qQNaN()); });
+    QCOMPARE(script.player->bufferedTo(), 30.0);
     script.moveTo(31);
     QCOMPARE(script.player->bufferedTo(), 31.0);
 }
