@@ -13,11 +13,6 @@ namespace {
 
 constexpr int fewestMarkets = 2;
 
-int widthOf(const QString& text, const QFont& font)
-{
-    return qCeil(QFontMetricsF(font).horizontalAdvance(text));
-}
-
 } // namespace
 
 QFont MarketList::titleFont()
@@ -32,14 +27,27 @@ QFont MarketList::countFont()
 
 void MarketList::show(const CatalogSummary& summary, const QString& selection)
 {
+    CatalogSummary shown{summary.tapes, summary.markets.first(std::min(mostMarkets, summary.markets.size()))};
+    if (shown == m_summary)
+        return setSelection(selection);
+    m_summary = std::move(shown);
+    m_selection = selection;
+    setChips(chipsOf(m_summary));
+}
+
+void MarketList::setSelection(const QString& selection)
+{
+    if (selection == m_selection)
+        return;
+    m_selection = selection;
+    if (isShown())
+        Q_EMIT dataChanged(index(0), index(rowCount() - 1), {SelectedRole});
+}
+
+void MarketList::setChips(QList<Chip> chips)
+{
     const QScopedValueRollback changing(m_isChanging, true);
     const bool wasShown = isShown();
-    QList<Chip> chips;
-    if (summary.markets.size() >= fewestMarkets) {
-        chips.append(chipOf({}, RewinderyTexts::allMarkets(), summary.tapes, selection));
-        for (const TapeMarket& market : summary.markets)
-            chips.append(chipOf(market.slug, market.name, market.tapes, selection));
-    }
     const int place = placeAmong(chips);
     beginResetModel();
     m_chips = std::move(chips);
@@ -50,12 +58,23 @@ void MarketList::show(const CatalogSummary& summary, const QString& selection)
         Q_EMIT isShownChanged();
 }
 
-MarketList::Chip MarketList::chipOf(const QString& slug, const QString& title, qint64 tapes, const QString& selection)
+QList<MarketList::Chip> MarketList::chipsOf(const CatalogSummary& summary)
 {
-    Chip chip{slug, shortenedLine(title), QString::number(tapes), slug == selection, 0};
-    chip.extent = padding() + std::min(widthOf(chip.title, titleFont()), widestTitle) + gap() +
-                  widthOf(chip.count, countFont()) + padding();
-    return chip;
+    if (summary.markets.size() < fewestMarkets)
+        return {};
+    const QFontMetricsF titleMetrics(titleFont());
+    const QFontMetricsF countMetrics(countFont());
+    QList<Chip> chips;
+    const auto add = [&](const QString& slug, const QString& name, qint64 tapes) {
+        Chip chip{slug, shortenedLine(name, longestTitle), QString::number(tapes), 0};
+        chip.extent = padding() + std::min(qCeil(titleMetrics.horizontalAdvance(chip.title)), widestTitle) + gap() +
+                      qCeil(countMetrics.horizontalAdvance(chip.count)) + padding();
+        chips.append(std::move(chip));
+    };
+    add({}, RewinderyTexts::allMarkets(), summary.tapes);
+    for (const TapeMarket& market : summary.markets)
+        add(market.slug, market.name, market.tapes);
+    return chips;
 }
 
 // On the same market, where it did not move if two share a slug; else as near as can be.
@@ -103,7 +122,7 @@ QVariant MarketList::data(const QModelIndex& index, int role) const
     case CountRole:
         return chip.count;
     case SelectedRole:
-        return chip.isSelected;
+        return chip.slug == m_selection;
     case ExtentRole:
         return chip.extent;
     default:

@@ -7,9 +7,9 @@
 #include <QtQml/qqmlregistration.h>
 
 /**
- * The chips of the market picker: one for all markets, then one for each. There are none while there are not at least
- * two markets to choose from. Screen thread only; the controller owns it; the application object outlives it, as the
- * chips are measured by their fonts.
+ * The chips of the market picker: one for all markets, then one for each of the first 500. There are none while there
+ * are not at least two markets to choose from. Screen thread only; the controller owns it; the application object
+ * outlives it, as the chips are measured by their fonts.
  */
 class MarketList : public QAbstractListModel
 {
@@ -33,7 +33,9 @@ public:
     static QFont countFont();
     static constexpr int padding() { return 22; }
     static constexpr int gap() { return 10; }
-    static constexpr int widestTitle = 480; ///< points; a longer one is elided
+    static constexpr int widestTitle = 480;       ///< points; a longer one is elided
+    static constexpr int longestTitle = 120;      ///< UTF-16 units, more than fit into the widest
+    static constexpr qsizetype mostMarkets = 500; ///< nobody walks past more, and every chip costs its measuring
 
     using QAbstractListModel::QAbstractListModel;
 
@@ -65,13 +67,16 @@ private:
         QString slug;
         QString title;
         QString count;
-        bool isSelected;
         int extent; ///< points
     };
 
-    static Chip chipOf(const QString& slug, const QString& title, qint64 tapes, const QString& selection);
+    static QList<Chip> chipsOf(const CatalogSummary& summary);
+    void setSelection(const QString& selection);
+    void setChips(QList<Chip> chips);
     int placeAmong(const QList<Chip>& chips) const;
 
+    CatalogSummary m_summary; ///< what the chips show, with no more markets than they do
+    QString m_selection;
     QList<Chip> m_chips;
     int m_place = -1;
     bool m_isChanging = false;

@@ -22,6 +22,9 @@ private Q_SLOTS:
     void aChipSaysItsNameAndItsCount();
     void aChipIsAsLongAsItsTexts();
     void aLongNameIsBounded();
+    void thereAreChipsForTheFirstMarketsOfVeryMany();
+    void whatTheHubSaysAgainChangesNoChip();
+    void anotherChoiceChangesOnlyWhichChipIsSelected();
     void pickingTellsTheSlug();
     void thePlaceStaysOnItsMarket_data();
     void thePlaceStaysOnItsMarket();
@@ -135,8 +138,43 @@ void MarketListTest::aLongNameIsBounded()
     CatalogSummary summary = summaryOf({u"a"_s, u"b"_s});
     summary.markets[0].name = QString(100000, u'W');
     m_list->show(summary, {});
-    QVERIFY(chip(1, MarketList::TitleRole).toString().size() <= 1001);
+    QVERIFY(chip(1, MarketList::TitleRole).toString().size() <= MarketList::longestTitle + 1);
     QVERIFY(chip(1, MarketList::ExtentRole).toInt() < MarketList::widestTitle + 100);
+}
+
+void MarketListTest::thereAreChipsForTheFirstMarketsOfVeryMany()
+{
+    QStringList slugs;
+    for (int i = 0; i < 10000; ++i)
+        slugs.append(QString::number(i));
+    m_list->show(summaryOf(slugs), u"499"_s);
+    QCOMPARE(m_list->rowCount(), 1 + 500);
+    QCOMPARE(selected(), QStringList{u"499"_s});
+    QVERIFY(m_list->isShown());
+}
+
+void MarketListTest::whatTheHubSaysAgainChangesNoChip()
+{
+    m_list->show(summaryOf({u"a"_s, u"b"_s}), u"a"_s);
+    QSignalSpy reset(m_list.get(), &MarketList::modelReset);
+    QSignalSpy changed(m_list.get(), &MarketList::dataChanged);
+    m_list->show(summaryOf({u"a"_s, u"b"_s}), u"a"_s);
+    QCOMPARE(reset.count(), 0);
+    QCOMPARE(changed.count(), 0);
+    m_list->show(summaryOf({u"b"_s, u"a"_s}), u"a"_s);
+    QCOMPARE(reset.count(), 1);
+}
+
+void MarketListTest::anotherChoiceChangesOnlyWhichChipIsSelected()
+{
+    m_list->show(summaryOf({u"a"_s, u"b"_s}), u"a"_s);
+    QSignalSpy reset(m_list.get(), &MarketList::modelReset);
+    QSignalSpy changed(m_list.get(), &MarketList::dataChanged);
+    m_list->show(summaryOf({u"a"_s, u"b"_s}), u"b"_s);
+    QCOMPARE(selected(), QStringList{u"B"_s});
+    QCOMPARE(reset.count(), 0);
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(changed.at(0).at(2).value<QList<int>>(), QList<int>{MarketList::SelectedRole});
 }
 
 void MarketListTest::pickingTellsTheSlug()
@@ -187,9 +225,9 @@ void MarketListTest::whileTheChipsChangeNoMoveIsTaken()
     m_list->show(summaryOf({u"a"_s, u"b"_s}), {});
     m_list->hold(2);
     connect(m_list.get(), &MarketList::modelReset, this, [this] { m_list->hold(0); });
-    m_list->show(summaryOf({u"a"_s, u"b"_s}), {});
+    m_list->show(summaryOf({u"a"_s, u"b"_s, u"c"_s}), {});
     QCOMPARE(m_list->place(), 2);
-    m_list->hold(3);
+    m_list->hold(4);
     m_list->hold(-1);
     QCOMPARE(m_list->place(), 2);
 }
