@@ -4,6 +4,7 @@
 #include "DressingTables.h"
 #include "Graphemes.h"
 
+#include <QSet>
 #include <QStringBuilder>
 
 #include <algorithm>
@@ -270,12 +271,15 @@ QList<Shelf> buildShelves(const QList<Tape>& tapes)
 QString bodySummary(const QList<VHSCover>& covers)
 {
     constexpr qsizetype shown = 2;
-    QStringList names;
+    QSet<QString> names;
+    QStringList first;
     for (const VHSCover& cover : covers) {
-        if (!names.contains(cover.bodyName))
-            names.append(cover.bodyName);
+        const bool isKnown = names.contains(cover.bodyName);
+        names.insert(cover.bodyName);
+        if (!isKnown && first.size() < shown)
+            first.append(cover.bodyName);
     }
-    QString summary = names.first(std::min(shown, names.size())).join(u" · "_s);
+    QString summary = first.join(u" · "_s);
     if (names.size() > shown)
         summary += u" +"_s % QString::number(names.size() - shown) % u" more"_s;
     return summary;

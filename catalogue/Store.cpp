@@ -20,6 +20,12 @@ QString resumeKey(qint64 id)
     return u"resume.tape."_s + QString::number(id);
 }
 
+/** The tapes of an answer, which may hold more than were asked for. */
+QList<Tape> tapesOf(const TapePage& page)
+{
+    return page.items.first(std::min<qsizetype>(tapesPerPage, page.items.size()));
+}
+
 } // namespace
 
 Store::Store(HubAPI& hub, Defaults& resumeDefaults, QObject* parent)
@@ -108,8 +114,9 @@ QCoro::Task<> Store::loadTapes()
     if (token.isCancelled() || market != m_market)
         co_return;
     if (page) {
-        setTapes(page->items);
-        setShelves(buildShelves(page->items));
+        const QList<Tape> tapes = tapesOf(*page);
+        setTapes(tapes);
+        setShelves(buildShelves(tapes));
         setLastError(std::nullopt);
     } else if (m_tapes.isEmpty()) {
         setLastError(page.error().errorDescription());
@@ -122,7 +129,7 @@ QCoro::Task<QList<Tape>> Store::search(QString query, CancelToken token)
     const auto page = co_await m_hub.tapes(m_market, query, firstPage, tapesPerPage, either);
     if (either.isCancelled() || !page)
         co_return {};
-    co_return page->items;
+    co_return tapesOf(*page);
 }
 
 void Store::saveResume(qint64 id, double seconds)

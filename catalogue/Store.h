@@ -66,10 +66,10 @@ public:
     /** Loads the status, then the tapes. Nothing keeps two from overlapping. */
     QCoro::Task<> refresh();
 
-    /** Loads the tapes of the current market; the answer for a market that is no longer chosen is dropped. */
+    /** Loads the first 200 tapes of the current market; the answer for a market that is no longer chosen is dropped. */
     QCoro::Task<> loadTapes();
 
-    /** The tapes of the current market that match in title or transcript; a failure or a cancel gives none. */
+    /** The first 200 tapes of the current market that match in title or transcript; a failure or a cancel gives none. */
     QCoro::Task<QList<Tape>> search(QString query, CancelToken token = {});
 
     /**

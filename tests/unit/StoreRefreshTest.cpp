@@ -63,6 +63,18 @@ private Q_SLOTS:
         QCOMPARE(stage.http.count(), 0);
     }
 
+    void ofMoreTapesThanWereAskedForTheFirstAreKept()
+    {
+        StoreOnScript stage;
+        stage.loadOnce(QStringList(199, u"A"_s) + QStringList{u"Last"_s} + QStringList(100, u"B"_s));
+        QCOMPARE(stage->tapes().size(), 200);
+        QCOMPARE(stage->tapes().constLast().title, u"Last"_s);
+        qsizetype covers = 0;
+        for (const Shelf& shelf : stage->shelves())
+            covers += shelf.covers.size();
+        QCOMPARE(covers, 200);
+    }
+
     void aRefreshAsksForTheStatusAndThenForTheTapes()
     {
         StoreOnScript stage;

@@ -45,6 +45,15 @@ private Q_SLOTS:
         QVERIFY(announcements.heard.isEmpty());
     }
 
+    void ofMoreTapesThanWereAskedForTheFirstAreFound()
+    {
+        StoreOnScript stage;
+        const Found found = search(stage, u"zoning"_s);
+        stage.answerTapes(QStringList(300, u"Zoning"_s));
+        QTRY_VERIFY(*found);
+        QCOMPARE((*found)->size(), 200);
+    }
+
     void aSearchThatFailsFindsNothingAndIsForgotten()
     {
         StoreOnScript stage;
