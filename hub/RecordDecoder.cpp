@@ -32,7 +32,7 @@ static void readFields(const RecordReader& reader, NewsStatus& news)
 static void readFields(const RecordReader& reader, TapeMarket& market)
 {
     reader.read("slug", market.slug);
-    reader.read("name", market.name);
+    reader.readBounded("name", market.name);
     reader.read("state_code", market.stateCode);
     reader.read("tapes", market.tapes);
 }
@@ -51,16 +51,16 @@ static void readFields(const RecordReader& reader, TVStatus& status)
 
 static void readFields(const RecordReader& reader, TapeBody& body)
 {
-    reader.read("slug", body.slug);
-    reader.read("name", body.name);
-    reader.read("kind", body.kind);
+    reader.readBounded("slug", body.slug);
+    reader.readBounded("name", body.name);
+    reader.readBounded("kind", body.kind);
 }
 
 static void readFields(const RecordReader& reader, TapeDocument& document)
 {
     reader.read("id", document.id);
-    reader.read("kind", document.kind);
-    reader.read("title", document.title);
+    reader.readBounded("kind", document.kind);
+    reader.readBounded("title", document.title);
     reader.read("mime_type", document.mimeType);
     reader.read("url", document.url);
 }
@@ -68,8 +68,8 @@ static void readFields(const RecordReader& reader, TapeDocument& document)
 static void readFields(const RecordReader& reader, Tape& tape)
 {
     reader.read("id", tape.id);
-    reader.read("title", tape.title);
-    reader.read("meeting_date", tape.meetingDate);
+    reader.readBounded("title", tape.title);
+    reader.readBounded("meeting_date", tape.meetingDate);
     reader.read("market", tape.market);
     reader.read("body", tape.body);
     reader.read("stream_url", tape.streamURLPath);
@@ -77,7 +77,7 @@ static void readFields(const RecordReader& reader, Tape& tape)
     reader.read("has_agenda", tape.hasAgenda);
     reader.read("has_transcript", tape.hasTranscript);
     reader.read("video_url", tape.sourceURL);
-    reader.read("location", tape.location);
+    reader.readBounded("location", tape.location);
     reader.read("documents", tape.documents);
 }
 

@@ -30,7 +30,33 @@ public:
             field = std::move(text);
     }
 
+    /**
+     * For what is looked through on the screen thread, letter by letter: of a text that is longer than `longestText`
+     * only so much is taken, less half of a surrogate pair.
+     */
+    template<typename Text>
+    void readBounded(std::string_view key, Text& field) const
+    {
+        read(key, field);
+        bound(field);
+    }
+
+    static constexpr qsizetype longestText = 20'000; ///< UTF-16 units, many times more than anybody reads of a title
+
 private:
+    static void bound(QString& text)
+    {
+        if (text.size() <= longestText)
+            return;
+        const bool splitsAPair = text.at(longestText - 1).isHighSurrogate();
+        text = text.first(splitsAPair ? longestText - 1 : longestText);
+    }
+    static void bound(std::optional<QString>& text)
+    {
+        if (text)
+            bound(*text);
+    }
+
     JsonValue m_object;
 };
 

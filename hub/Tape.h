@@ -11,7 +11,8 @@
 
 /**
  * One recording of one meeting. Equality and hash use the id alone: a tape fetched again with fresher details is still
- * the same tape, so never skip an assignment because two tapes are equal.
+ * the same tape, so never skip an assignment because two tapes are equal. Of texts to be read, addresses are none, a
+ * record holds no more than 20,000 UTF-16 units each.
  */
 struct Tape
 {

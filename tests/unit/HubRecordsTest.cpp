@@ -38,6 +38,9 @@ private Q_SLOTS:
     void theStreamOfTheNewsIsReplacedOnlyByAText_data();
     void theStreamOfTheNewsIsReplacedOnlyByAText();
     void otherTextsStayEmptyAsSent();
+    void whatIsReadOnScreenIsBounded_data();
+    void whatIsReadOnScreenIsBounded();
+    void addressesAndTranscriptsAreWhole();
     void oneBadElementEmptiesTheWholeField_data();
     void oneBadElementEmptiesTheWholeField();
     void aBodyIsThereOnlyAsAnObject();
@@ -197,6 +200,38 @@ void HubRecordsTest::otherTextsStayEmptyAsSent()
     const auto tape = decoded<Tape>(R"({"meeting_date":""})");
     QVERIFY(tape.meetingDate);
     QCOMPARE(*tape.meetingDate, u""_s);
+}
+
+void HubRecordsTest::whatIsReadOnScreenIsBounded_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("kept");
+    const QString longest(20000, u'a');
+    QTest::newRow("the longest") << longest << longest;
+    QTest::newRow("longer") << longest + u'b' << longest;
+    QTest::newRow("without end") << QString(1'000'000, u'a') << longest;
+    QTest::newRow("a pair across the end") << longest.chopped(1) + u"\U0001F4FC"_s << longest.chopped(1);
+    QTest::newRow("a pair before the end")
+        << longest.chopped(2) + u"\U0001F4FCb"_s << longest.chopped(2) + u"\U0001F4FC"_s;
+}
+
+void HubRecordsTest::whatIsReadOnScreenIsBounded()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, kept);
+    const QByteArray json = R"({"title": "@", "meeting_date": "@", "location": "@", "market": {"name": "@"},
+        "body": {"slug": "@", "name": "@", "kind": "@"}, "documents": [{"title": "@", "kind": "@"}]})";
+    const auto tape = decoded<Tape>(QByteArray(json).replace('@', text.toUtf8()));
+    for (const QString& read : {tape.title, tape.meetingDate.value(), tape.location, tape.market.name, tape.body->slug,
+                                tape.body->name, tape.body->kind, tape.documents[0].title, tape.documents[0].kind})
+        QCOMPARE(read, kept);
+}
+
+void HubRecordsTest::addressesAndTranscriptsAreWhole()
+{
+    const QByteArray endless(30000, 'a');
+    QCOMPARE(decoded<Tape>(R"({"stream_url": ")" + endless + R"("})").streamURLPath.size(), endless.size());
+    QCOMPARE(decoded<TranscriptResult>(R"({"text": ")" + endless + R"("})").text.size(), endless.size());
 }
 
 void HubRecordsTest::oneBadElementEmptiesTheWholeField_data()
