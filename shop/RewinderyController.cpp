@@ -46,6 +46,8 @@ QString RewinderyController::stockLine() const
 
 void RewinderyController::open(CassetteRow* shelf, int cassette)
 {
+    if (!shelf || cassette < 0 || cassette >= shelf->rowCount())
+        return;
     m_path.append(shelf->content().tapes.at(cassette));
     Q_EMIT pathChanged();
 }

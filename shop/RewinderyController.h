@@ -4,8 +4,6 @@
 #include "ShelfList.h"
 #include "Store.h"
 
-#include <QPointer>
-
 /**
  * The shop screen's state and texts. It loads nothing of its own when it is shown: it shows what the store holds.
  * Screen thread only; the screen makes and owns it; the store, set once when it is made, outlives it.
@@ -71,7 +69,7 @@ private:
     void showShelves();
     void showMarkets();
 
-    QPointer<Store> m_store;
+    Store* m_store = nullptr; ///< not there before it is set: bindings may look then, nothing acts
     bool m_searching = false;
     QList<Tape> m_path;
     ShelfList m_shelves;

@@ -32,10 +32,10 @@ void TapeDetailController::setPlaying(bool playing)
     if (m_playing == playing)
         return;
     m_playing = playing;
-    // The player may have left a new position.
+    Q_EMIT playingChanged();
+    // The player, which goes with that, may have left a new position.
     if (!playing)
         readResumePosition();
-    Q_EMIT playingChanged();
 }
 
 void TapeDetailController::setReadingTranscript(bool readingTranscript)

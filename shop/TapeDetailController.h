@@ -4,7 +4,6 @@
 #include "HubAPI.h"
 #include "Store.h"
 
-#include <QPointer>
 #include <QtQml/qqmlregistration.h>
 
 /**
@@ -113,8 +112,8 @@ private:
     void readResumePosition();
     void playFrom(double seconds);
 
-    QPointer<Store> m_store;
-    QPointer<HubAPI> m_hub;
+    Store* m_store = nullptr; ///< not there before it is set, when the tape may be already
+    HubAPI* m_hub = nullptr;
     Tape m_tape;
     std::optional<Tape> m_detail;
     VHSCover m_cover; ///< kept between changes, as dressing a title without end takes its time

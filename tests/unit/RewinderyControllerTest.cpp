@@ -26,6 +26,7 @@ private Q_SLOTS:
     void aMarketWithoutTapesIsGivenUpOnLeaving();
     void aMarketWithTapesIsKept();
     void openingAndGoingBackIsThePath();
+    void whatIsNotOnAShelfDoesNotOpen();
     void ofTwoTapesWithOneIdTheChosenOneOpens();
     void anOpenTapeStaysThoughTheShelvesChange();
     void searchingIsToldOnce();
@@ -208,6 +209,16 @@ void RewinderyControllerTest::openingAndGoingBackIsThePath()
     m_shop->pop();
     QCOMPARE(m_shop->depth(), 0);
     QCOMPARE(changed.count(), 4);
+}
+
+void RewinderyControllerTest::whatIsNotOnAShelfDoesNotOpen()
+{
+    m_house->store->setShelves({shelfOf(u"A"_s, {1, 2})});
+    CassetteRow* const shelf = m_shop->shelves()->row(0);
+    m_shop->open(shelf, -1);
+    m_shop->open(shelf, 2);
+    m_shop->open(m_shop->shelves()->row(1), 0);
+    QCOMPARE(m_shop->depth(), 0);
 }
 
 void RewinderyControllerTest::ofTwoTapesWithOneIdTheChosenOneOpens()

@@ -27,6 +27,7 @@ private Q_SLOTS:
     void withoutAPositionTheTapeStartsAtItsTop();
     void aPositionIsResumedOrStartedOver();
     void thePositionIsReadAgainWhenThePlayerCloses();
+    void aPositionThatThePlayerKeepsInGoingIsShown();
     void thePositionIsReadAgainOnAppearing();
     void aDamagedPositionIsNone_data();
     void aDamagedPositionIsNone();
@@ -288,6 +289,14 @@ void TapeDetailControllerTest::thePositionIsReadAgainWhenThePlayerCloses()
     m_screen->setPlaying(false);
     QCOMPARE(m_screen->playText(), u"Push it in"_s);
     QVERIFY(!m_screen->canStartOver());
+}
+
+void TapeDetailControllerTest::aPositionThatThePlayerKeepsInGoingIsShown()
+{
+    m_screen->play();
+    connect(m_screen.get(), &TapeDetailController::playingChanged, this, [this] { m_shop->store->saveResume(id, 95); });
+    m_screen->setPlaying(false);
+    QVERIFY(m_screen->canStartOver());
 }
 
 void TapeDetailControllerTest::thePositionIsReadAgainOnAppearing()
