@@ -73,6 +73,8 @@ QVariant CassetteRow::data(const QModelIndex& index, int role) const
         return cover.id;
     case CoverRole:
         return QVariant::fromValue(cover);
+    case TitleRole:
+        return shortenedLine(cover.title);
     default:
         return {};
     }
@@ -80,5 +82,5 @@ QVariant CassetteRow::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> CassetteRow::roleNames() const
 {
-    return {{KeyRole, "key"}, {CoverRole, "cover"}};
+    return {{KeyRole, "key"}, {CoverRole, "cover"}, {TitleRole, "title"}};
 }

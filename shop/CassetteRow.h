@@ -6,7 +6,7 @@
 #include <QtQml/qqmlregistration.h>
 
 /**
- * One shelf of the shop: its title line, and its cassettes as rows with their keys and covers. It outlives a change of
+ * One shelf of the shop: its title line, and its cassettes as rows with their keys, covers and titles. It outlives a change of
  * its shelf and then keeps the viewer's place in it. Screen thread only; the ShelfList makes and owns it.
  */
 class CassetteRow : public QAbstractListModel
@@ -22,7 +22,7 @@ class CassetteRow : public QAbstractListModel
     Q_PROPERTY(int place READ place NOTIFY placeChanged FINAL)
 
 public:
-    enum Role { KeyRole = Qt::UserRole, CoverRole };
+    enum Role { KeyRole = Qt::UserRole, CoverRole, TitleRole };
 
     /** What a shelf comes to: only a cover that has its tape stands in the row. */
     struct Content

@@ -51,6 +51,8 @@ ScrollArea {
             width: extent
             height: picker.chipHeight
             onSelected: picker.markets.pick(index)
+            Accessible.checkable: true
+            Accessible.checked: isSelected
 
             CardPlate {
                 anchors.fill: parent

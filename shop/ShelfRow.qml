@@ -117,8 +117,9 @@ FocusSection {
 
                 required property int index
                 required property vhsCover cover
+                required property string title
 
-                name: cover.title
+                name: title
                 width: cassettes.extent
                 height: card.height
                 radius: card.radius
