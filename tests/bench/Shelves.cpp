@@ -31,7 +31,8 @@ struct Walk
 QRect stripThrough(const QImage& picture)
 {
     const QColor amber(255, 203, 45);
-    const auto isAmber = [&](int y) { return picture::shareOf(picture, QRectF(700, y, 1100, 1), amber, 60) > 0.03; };
+    // On the right, as the shelf's title line has a badge in that colour.
+    const auto isAmber = [&](int y) { return picture::shareOf(picture, QRectF(900, y, 900, 1), amber, 60) > 0.03; };
     int first = 0; // points
     while (first < 1080 && !isAmber(first))
         ++first;
@@ -95,7 +96,7 @@ void ride(LivingRoom& room, const QString& button, const QRect& strip, const QLi
         blank += seen[i - 1].isBlank && seen[i].isBlank ? 1 : 0;
     }
     if (frames.isEmpty())
-        return;
+        throw std::runtime_error("The shelf does not move while a key is held.");
     const auto slow = std::count_if(frames.cbegin(), frames.cend(), [](double frame) { return frame > slowFrame; });
     shelf.frames += frames;
     shelf.longest.append(*std::max_element(frames.cbegin(), frames.cend()));
@@ -125,6 +126,9 @@ Walk walk(LivingRoom& room, SampleHub& hub, int tapes, const Effort& effort)
     const QRect strip = stripThrough(room.screen().look());
     const QList<QColor> colours = plates(hub);
     shelf.keys = timePresses(room, stepsAlong(tapes, effort.presses));
+    room.remote().pushDown(u"left"_s);
+    room.screen().waitUntilSettled(1500ms, 120s);
+    room.remote().letGo(u"left"_s);
     for (int i = 0; i < effort.rides; ++i) {
         ride(room, u"right"_s, strip, colours, shelf);
         ride(room, u"left"_s, strip, colours, shelf);

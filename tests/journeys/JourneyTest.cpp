@@ -24,6 +24,7 @@ private Q_SLOTS:
     void aDarkFrontScreenDrawsNothing();
     void theShopDoorOpensTheShelves();
     void theShelvesAreWalkedUpAndDownAndAlong();
+    void aHeldButtonWalksToTheEndOfAShelf();
     void anotherMarketHasItsOwnTapes();
     void aShopAtRestDrawsNothing();
     void aChosenCardOpensItsTape();
@@ -60,7 +61,7 @@ bool JourneyTest::comesBackTo(const QImage& picture)
 {
     constexpr int blending = 4; // of 255
     return m_room->screen().waitUntil(
-        [&](const QImage& now) { return picture::difference(now, picture, area::everything, blending) == 0; }, 5s);
+        [&](const QImage& now) { return picture::difference(now, picture, area::everything, blending) == 0; }, 10s);
 }
 
 std::optional<int> JourneyTest::recordedSeconds()
@@ -130,6 +131,26 @@ void JourneyTest::theShelvesAreWalkedUpAndDownAndAlong()
     }
     for (int shelf = 0; shelf < 4; ++shelf)
         m_room->press(u"up"_s);
+    QVERIFY(comesBackTo(top));
+}
+
+void JourneyTest::aHeldButtonWalksToTheEndOfAShelf()
+{
+    const QImage top = rest();
+    m_room->press(u"down"_s);
+    m_room->press(u"left"_s);
+    const QImage first = rest();
+    m_room->remote().pushDown(u"right"_s);
+    QVERIFY(m_room->screen().waitUntilSettled(1s, 20s));
+    m_room->remote().letGo(u"right"_s);
+    const QImage last = rest();
+    QVERIFY(picture::difference(first, last, area::everything) > 0.05);
+    m_room->press(u"right"_s);
+    QVERIFY(comesBackTo(last));
+    m_room->remote().pushDown(u"left"_s);
+    QVERIFY(comesBackTo(first));
+    m_room->remote().letGo(u"left"_s);
+    m_room->press(u"up"_s);
     QVERIFY(comesBackTo(top));
 }
 
