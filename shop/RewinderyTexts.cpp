@@ -8,7 +8,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// QString's own conversion takes spaces and signs too.
+// A year is the beginning of a date, which the hub writes in ASCII digits: " 202" or "+202", which QString's own
+// conversion takes as well, is the beginning of something else.
 std::optional<qint64> wholeNumber(QStringView text)
 {
     const auto isDigit = [](QChar letter) { return letter >= u'0' && letter <= u'9'; };
