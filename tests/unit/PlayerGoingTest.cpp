@@ -42,6 +42,7 @@ private Q_SLOTS:
     void whatIsToldMayDestroyThePlayer_data();
     void whatIsToldMayDestroyThePlayer();
     void whatIsToldMaySetAnotherItem();
+    void anItemLetGoMeanwhileIsNotTold();
 };
 
 void PlayerGoingTest::destroyingThePlayerEndsItsEngineAndDropsWhatComesLate()
@@ -155,6 +156,18 @@ void PlayerGoingTest::whatIsToldMaySetAnotherItem()
     QCOMPARE(script.engine->loads.last().url, next->url());
     script.show(0);
     QCOMPARE(next->status(), Status::ReadyToPlay);
+}
+
+void PlayerGoingTest::anItemLetGoMeanwhileIsNotTold()
+{
+    StreamOnScript script;
+    script.setItem();
+    script.start();
+    QObject viewer;
+    connect(script.player.get(), &VideoPlayer::pictureShown, &viewer, [&] { script.player->setItem(nullptr); });
+    script.show(0);
+    QVERIFY(!script.player->item());
+    QCOMPARE(script.item->status(), Status::Unknown);
 }
 
 QTEST_GUILESS_MAIN(PlayerGoingTest)
