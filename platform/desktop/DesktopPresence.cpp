@@ -1,0 +1,119 @@
+#include "DesktopPresence.h"
+
+#include "DesktopLink.h"
+
+#include <QGuiApplication>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/** A step of the position, in seconds, that playing alone does not make. */
+constexpr double jump = 2;
+
+constexpr double microseconds = 1e6;
+
+/** The number of microseconds, which any number of seconds may be given as. */
+qint64 toMicroseconds(double seconds)
+{
+    constexpr double year = 366 * 24 * 3600.0;
+    return std::isfinite(seconds) ? std::llround(std::clamp(seconds, 0.0, year) * microseconds) : 0;
+}
+
+double toSeconds(qint64 time)
+{
+    return double(time) / microseconds;
+}
+
+} // namespace
+
+DesktopPresence::DesktopPresence(VideoPlayer& player, const QString& reason, const QString& busAddress)
+    : m_player(player)
+{
+    if (busAddress.isEmpty())
+        return;
+    m_link = new DesktopLink(
+        {busAddress, {QGuiApplication::applicationDisplayName(), QGuiApplication::desktopFileName()}, reason});
+    drive();
+    connect(&m_player, &VideoPlayer::itemChanged, this, &DesktopPresence::takeItem);
+    connect(&m_player, &VideoPlayer::timeControlChanged, this, &DesktopPresence::tell);
+    connect(&m_player, &VideoPlayer::durationChanged, this, &DesktopPresence::tell);
+    connect(&m_player, &VideoPlayer::seekableChanged, this, &DesktopPresence::tell);
+    connect(&m_player, &VideoPlayer::positionChanged, this, &DesktopPresence::positionChanged);
+    positionChanged();
+    takeItem();
+}
+
+DesktopPresence::~DesktopPresence()
+{
+    if (m_link != nullptr)
+        m_link->close();
+}
+
+void DesktopPresence::drive()
+{
+    connect(m_link, &DesktopLink::playRequested, this, [this] { m_player.play(); });
+    connect(m_link, &DesktopLink::pauseRequested, this, [this] { m_player.pause(); });
+    connect(m_link, &DesktopLink::playPauseRequested, this, [this] {
+        if (m_player.timeControl() == VideoPlayer::TimeControl::Paused)
+            m_player.play();
+        else
+            m_player.pause();
+    });
+    connect(m_link, &DesktopLink::seekRequested, this, [this](qint64 offset) {
+        m_player.seek(std::max(0.0, m_player.position() + toSeconds(offset)), SeekTolerance::AtOrAfter);
+    });
+    connect(m_link, &DesktopLink::positionRequested, this,
+            [this](qint64 position) { m_player.seek(toSeconds(position), SeekTolerance::AtOrAfter); });
+    connect(m_link, &DesktopLink::stopRequested, this, &DesktopPresence::stopRequested);
+}
+
+void DesktopPresence::takeItem()
+{
+    disconnect(m_itemStatus);
+    if (const auto item = m_player.item())
+        m_itemStatus = connect(item.get(), &PlayerItem::statusChanged, this, &DesktopPresence::tell);
+    tell();
+}
+
+void DesktopPresence::tell()
+{
+    const bool inhibits = m_player.timeControl() != VideoPlayer::TimeControl::Paused;
+    MprisState now = state();
+    if (now == m_told && inhibits == m_inhibits)
+        return;
+    m_told = std::move(now);
+    m_inhibits = inhibits;
+    m_link->setState(m_told, m_inhibits);
+}
+
+void DesktopPresence::positionChanged()
+{
+    const double before = std::exchange(m_position, m_player.position());
+    const qint64 position = toMicroseconds(m_position);
+    m_link->setPosition(position);
+    if (m_position < before || m_position > before + jump)
+        m_link->tellSeeked(position);
+}
+
+MprisState DesktopPresence::state() const
+{
+    using Identifier = MetadataItem::Identifier;
+    const auto item = m_player.item();
+    if (!item)
+        return {};
+    MprisState state;
+    state.length = toMicroseconds(m_player.duration());
+    state.title = item->metadata(Identifier::Title);
+    state.subtitle = item->metadata(Identifier::SubTitle);
+    state.description = item->metadata(Identifier::Description);
+    state.publisher = item->metadata(Identifier::Publisher);
+    if (item->status() == PlayerItem::Status::Failed)
+        return state;
+    state.canPlay = true;
+    state.canSeek = m_player.isSeekable();
+    const bool isPaused = m_player.timeControl() == VideoPlayer::TimeControl::Paused;
+    state.playback = isPaused ? MprisState::Playback::Paused : MprisState::Playback::Playing;
+    return state;
+}

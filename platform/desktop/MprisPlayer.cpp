@@ -1,0 +1,102 @@
+#include "MprisPlayer.h"
+
+#include "MprisPlayerInterface.h"
+#include "MprisRootInterface.h"
+
+#include <QCoreApplication>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+
+#include <atomic>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto objectPath = "/org/mpris/MediaPlayer2"_L1;
+constexpr auto busName = "org.mpris.MediaPlayer2.quillmere_tv"_L1;
+
+/** Longer than any that is read, short enough for every message. */
+constexpr qsizetype longestText = 4000;
+
+QDBusObjectPath nextTrackId()
+{
+    static std::atomic_int last = 0;
+    return QDBusObjectPath(u"/tv/quillmere/tape/%1"_s.arg(++last));
+}
+
+QString bounded(const QString& text)
+{
+    const bool cutsCharacter = text.size() > longestText && text.at(longestText - 1).isHighSurrogate();
+    return text.left(cutsCharacter ? longestText - 1 : longestText);
+}
+
+void insertText(QVariantMap& metadata, const QString& key, const QString& text)
+{
+    if (!text.isEmpty())
+        metadata.insert(key, bounded(text));
+}
+
+void insertList(QVariantMap& metadata, const QString& key, const QString& text)
+{
+    if (!text.isEmpty())
+        metadata.insert(key, QStringList(bounded(text)));
+}
+
+} // namespace
+
+MprisPlayer::MprisPlayer(QDBusConnection bus, Application application, std::function<qint64()> position,
+                         QObject* parent)
+    : QObject(parent), m_bus(std::move(bus)), m_application(std::move(application)), m_position(std::move(position)),
+      m_trackId(nextTrackId()), m_interface(new MprisPlayerInterface(this))
+{
+    new MprisRootInterface(this);
+    m_bus.registerObject(objectPath, this);
+    if (!takeName(busName))
+        takeName(busName + u".instance%1"_s.arg(QCoreApplication::applicationPid()));
+}
+
+MprisPlayer::~MprisPlayer()
+{
+    if (!m_serviceName.isEmpty())
+        m_bus.unregisterService(m_serviceName);
+    m_bus.unregisterObject(objectPath);
+}
+
+bool MprisPlayer::takeName(const QString& name)
+{
+    if (!m_bus.registerService(name))
+        return false;
+    m_serviceName = name;
+    return true;
+}
+
+QVariantMap MprisPlayer::metadata() const
+{
+    QVariantMap metadata{{u"mpris:trackid"_s, QVariant::fromValue(m_trackId)}};
+    if (m_state.length > 0)
+        metadata.insert(u"mpris:length"_s, m_state.length);
+    insertText(metadata, u"xesam:title"_s, m_state.title);
+    insertText(metadata, u"xesam:album"_s, m_state.subtitle);
+    insertList(metadata, u"xesam:artist"_s, m_state.publisher);
+    insertList(metadata, u"xesam:comment"_s, m_state.description);
+    return metadata;
+}
+
+void MprisPlayer::setState(MprisState state)
+{
+    const QVariantMap before = m_interface->toldProperties();
+    m_state = std::move(state);
+    QVariantMap changes;
+    const QVariantMap now = m_interface->toldProperties();
+    for (auto property = now.cbegin(); property != now.cend(); ++property) {
+        if (before.value(property.key()) != property.value())
+            changes.insert(property.key(), property.value());
+    }
+    if (changes.isEmpty())
+        return;
+    QDBusMessage signal =
+        QDBusMessage::createSignal(objectPath, u"org.freedesktop.DBus.Properties"_s, u"PropertiesChanged"_s);
+    signal << u"org.mpris.MediaPlayer2.Player"_s << changes << QStringList();
+    m_bus.send(signal);
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "MprisPlayer.h"
+
+#include <QDBusAbstractAdaptor>
+#include <QStringList>
+
+/** `org.mpris.MediaPlayer2`: which program this is. Made by the MprisPlayer, which owns it. */
+class MprisRootInterface : public QDBusAbstractAdaptor
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.mpris.MediaPlayer2")
+    Q_PROPERTY(QString Identity READ identity CONSTANT)
+    Q_PROPERTY(QString DesktopEntry READ desktopEntry CONSTANT)
+    Q_PROPERTY(bool CanQuit READ no CONSTANT)
+    Q_PROPERTY(bool CanRaise READ no CONSTANT)
+    Q_PROPERTY(bool HasTrackList READ no CONSTANT)
+    Q_PROPERTY(QStringList SupportedUriSchemes READ none CONSTANT)
+    Q_PROPERTY(QStringList SupportedMimeTypes READ none CONSTANT)
+
+public:
+    explicit MprisRootInterface(MprisPlayer* player) : QDBusAbstractAdaptor(player), m_player(player) {}
+
+    QString identity() const { return m_player->application().name; }
+    QString desktopEntry() const { return m_player->application().desktopEntry; }
+    bool no() const { return false; }
+    QStringList none() const { return {}; }
+
+public Q_SLOTS:
+    void Raise() {}
+    void Quit() {}
+
+private:
+    MprisPlayer* m_player;
+};
