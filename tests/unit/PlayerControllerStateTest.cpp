@@ -6,7 +6,7 @@ using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 using State = PlayerController::State;
 
-/** What the controls say of the player: texts, state, times, the spinner; and that they say it when it changes. */
+/** What the controls say of the player: texts, state, times; and that they say it when it changes. */
 class PlayerControllerStateTest : public QObject
 {
     Q_OBJECT
@@ -25,10 +25,6 @@ private Q_SLOTS:
     void aDurationThatComesLateIsShown();
     void aPositionBeyondTheDurationIsTheEnd();
     void aLiveItemHasNoTimes();
-    void theSpinnerComesAfterHalfASecond();
-    void theSpinnerGoesAtOnce();
-    void aShortWaitShowsNoSpinner();
-    void theSpinnerShowsWhileTheFirstPictureLoads();
     void nothingIsToldTwice();
     void thePlayerMayGoFirst();
     void theNextPlayerIsFollowedAlone();
@@ -197,51 +193,6 @@ void PlayerControllerStateTest::aLiveItemHasNoTimes()
     QCOMPARE(script.controller.progress(), 0.0);
 }
 
-void PlayerControllerStateTest::theSpinnerComesAfterHalfASecond()
-{
-    PlayerOnScript script;
-    script.player->setWaiting(true);
-    script.clock.advance(499ms);
-    script.player->setWaiting(true);
-    QVERIFY(!script.controller.spinnerShown());
-    script.clock.advance(1ms);
-    QVERIFY(script.controller.spinnerShown());
-}
-
-void PlayerControllerStateTest::theSpinnerGoesAtOnce()
-{
-    PlayerOnScript script;
-    script.player->setWaiting(true);
-    script.clock.advance(1s);
-    script.player->setWaiting(false);
-    QVERIFY(!script.controller.spinnerShown());
-}
-
-void PlayerControllerStateTest::aShortWaitShowsNoSpinner()
-{
-    PlayerOnScript script;
-    for (int wait = 0; wait < 3; ++wait) {
-        script.player->setWaiting(true);
-        script.clock.advance(400ms);
-        script.player->setWaiting(false);
-    }
-    script.clock.advance(1s);
-    QVERIFY(!script.controller.spinnerShown());
-}
-
-void PlayerControllerStateTest::theSpinnerShowsWhileTheFirstPictureLoads()
-{
-    ScriptedClock clock;
-    ScriptedVideoPlayer player;
-    PlayerController controller(clock);
-    controller.setPlayer(&player);
-    player.setItem(std::make_shared<PlayerItem>(QUrl()));
-    clock.advance(500ms);
-    QVERIFY(controller.spinnerShown());
-    player.showPicture();
-    QVERIFY(!controller.spinnerShown());
-}
-
 void PlayerControllerStateTest::nothingIsToldTwice()
 {
     PlayerOnScript script;
@@ -284,12 +235,17 @@ void PlayerControllerStateTest::theNextPlayerIsFollowedAlone()
     SeekingPlayer next;
     script.controller.setPlayer(&next);
     next.setItem(std::make_shared<PlayerItem>(QUrl()));
+    QCOMPARE(script.controller.state(), State::Waiting);
     next.play();
     next.showPicture();
+    script.tap(Qt::Key_Down);
     const QSignalSpy states(&script.controller, &PlayerController::stateChanged);
     script.player->pause();
     script.item->setFailed({});
+    script.player->setItem(nullptr);
+    script.player.reset();
     QCOMPARE(states.count(), 0);
+    QVERIFY(script.controller.panelShown());
     next.pause();
     QCOMPARE(script.controller.state(), State::Paused);
     script.controller.setPlayer(nullptr);
