@@ -1,4 +1,5 @@
 import QtQuick
+import Quillmere.Catalogue
 import Quillmere.Front
 import Quillmere.Hub
 import Quillmere.Playback
@@ -9,19 +10,26 @@ import Quillmere.Video
 FocusScreen {
     id: view
 
-    // An alias, as a property of QML's own would not take a tape that equals the default one.
+    required property Store store
+    required property Timepiece timepiece
+
+    // Aliases, as a property of QML's own would not take a tape that equals the default one.
     property alias tape: controller.tape
+    property alias cover: controller.cover
     property alias startAt: controller.startAt
 
     signal dismissed()
 
     // Picture and sound end with the press that leaves, not with the slide that follows.
-    onDisappeared: controller.end()
-    Keys.onPressed: event => event.accepted = controller.press(event.key)
+    onDisappeared: controller.dismantle()
+    Keys.onPressed: event => event.accepted = controller.press(event.key, event.isAutoRepeat)
+    Keys.onReleased: event => event.accepted = controller.release(event.key)
 
-    TapePlayer {
+    TapePlayerController {
         id: controller
 
+        store: view.store
+        timepiece: view.timepiece
         onLeave: view.dismissed()
     }
 
@@ -37,16 +45,33 @@ FocusScreen {
         }
     }
 
-    Text {
-        anchors.centerIn: parent
-        width: parent.width - 400
-        horizontalAlignment: Text.AlignHCenter
-        wrapMode: Text.Wrap
-        textFormat: Text.PlainText
-        color: StationPalette.faded(StationPalette.parchment, 0.75)
-        font: Typography.standard(28)
-        text: controller.failure
-        Accessible.role: Accessible.AlertMessage
-        Accessible.name: text
+    Loader {
+        anchors.fill: parent
+        active: controller.controls !== null
+
+        sourceComponent: Item {
+            LoadingSign {
+                anchors.centerIn: parent
+                shown: controller.controls.spinnerShown
+            }
+
+            PlayerControls {
+                anchors.fill: parent
+                controls: controller.controls
+            }
+
+            InformationPanel {
+                x: 80
+                y: 60
+                controls: controller.controls
+            }
+        }
+    }
+
+    FailurePanel {
+        anchors.fill: parent
+        visible: controller.failed
+        message: controller.failure
+        onDismissed: view.dismissed()
     }
 }

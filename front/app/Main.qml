@@ -34,7 +34,10 @@ ScreenWindow {
 
                             required property TapeDetailController detail
 
+                            store: window.app.store
+                            timepiece: window.app.timepiece
                             tape: player.detail.shownTape
+                            cover: player.detail.cover
                             startAt: player.detail.startAt
                             onDismissed: player.detail.playing = false
                         }

@@ -1,0 +1,54 @@
+import QtQuick
+import Quillmere.Front
+import Quillmere.Playback
+
+// What a viewer reads when a tape does not play, and the way back.
+Item {
+    id: panel
+
+    required property string message
+
+    signal dismissed()
+
+    Column {
+        anchors.verticalCenter: parent.verticalCenter
+        width: parent.width
+        spacing: 26
+
+        Text {
+            width: parent.width
+            text: TapePlayerTexts.tracking
+            font: Typography.standard(64, Font.Black, 10)
+            color: StationPalette.parchment
+            horizontalAlignment: Text.AlignHCenter
+            // The last letter's tracking would push the word off the centre.
+            leftPadding: 10
+            textFormat: Text.PlainText
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
+        }
+
+        Text {
+            x: 200
+            width: parent.width - 2 * x
+            text: panel.message
+            font: Typography.standard(28)
+            color: StationPalette.faded(StationPalette.parchment, 0.75)
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+            elide: Text.ElideRight
+            maximumLineCount: 8
+            textFormat: Text.PlainText
+            Accessible.role: Accessible.AlertMessage
+            Accessible.name: text
+        }
+
+        PlateButton {
+            anchors.horizontalCenter: parent.horizontalCenter
+            preferred: true
+            text: TapePlayerTexts.backToTheShelves
+            size: 26
+            onSelected: panel.dismissed()
+        }
+    }
+}

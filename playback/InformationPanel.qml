@@ -1,0 +1,132 @@
+import QtQuick
+import Quillmere.Front
+import Quillmere.Playback
+
+// What is known of what plays, and the tracks there are to choose from; it comes down from the top.
+Item {
+    id: panel
+
+    required property PlayerController controls
+
+    // How far it has come.
+    property real sight: controls.panelShown ? 1 : 0
+
+    readonly property real padding: 44
+
+    width: plate.width
+    height: plate.height
+    opacity: sight
+    visible: sight > 0
+    // What can no more be chosen gives the focus back at once.
+    enabled: controls.panelShown
+
+    Behavior on sight {
+        NumberAnimation {
+            duration: 200
+            easing.type: Easing.OutCubic
+        }
+    }
+
+    Binding {
+        target: panel.controls
+        property: "panelTopFocused"
+        value: !(subtitles.holdsFocus && sound.visible)
+    }
+
+    CardPlate {
+        id: plate
+
+        y: -40 * (1 - panel.sight)
+        width: 1760
+        height: information.height + 2 * panel.padding
+        radius: 28
+        fill: StationPalette.faded(StationPalette.inkNavy, 0.92)
+        border: StationPalette.faded(StationPalette.cream, 0.18)
+        borderWidth: 2
+
+        Column {
+            id: information
+
+            x: panel.padding
+            y: panel.padding
+            width: parent.width - 2 * x
+            spacing: 18
+
+            Text {
+                width: parent.width
+                visible: text !== ""
+                text: panel.controls.title
+                font: Typography.standard(42, Font.Black)
+                color: StationPalette.cream
+                wrapMode: Text.Wrap
+                elide: Text.ElideRight
+                maximumLineCount: 2
+                textFormat: Text.PlainText
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
+            }
+
+            Text {
+                width: parent.width
+                visible: text !== ""
+                text: panel.controls.subtitle
+                font: Typography.standard(28, Font.DemiBold)
+                color: StationPalette.amber
+                elide: Text.ElideRight
+                maximumLineCount: 1
+                textFormat: Text.PlainText
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+
+            Text {
+                width: parent.width
+                visible: text !== ""
+                text: panel.controls.description
+                font: Typography.standard(28)
+                color: StationPalette.faded(StationPalette.cream, 0.85)
+                wrapMode: Text.Wrap
+                elide: Text.ElideRight
+                maximumLineCount: 5
+                lineHeight: 1.15
+                textFormat: Text.PlainText
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+
+            Text {
+                width: parent.width
+                visible: text !== ""
+                text: panel.controls.publisher
+                font: Typography.standard(24, Font.DemiBold)
+                color: StationPalette.faded(StationPalette.cream, 0.55)
+                elide: Text.ElideRight
+                maximumLineCount: 1
+                textFormat: Text.PlainText
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+
+            Column {
+                width: parent.width
+                visible: sound.visible || subtitles.visible
+
+                TrackRow {
+                    id: sound
+
+                    width: parent.width
+                    name: TapePlayerTexts.sound
+                    tracks: panel.controls.audioTracks
+                }
+
+                TrackRow {
+                    id: subtitles
+
+                    width: parent.width
+                    name: TapePlayerTexts.subtitles
+                    tracks: panel.controls.subtitleTracks
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,136 @@
+import QtQuick
+import Quillmere.Front
+import Quillmere.Playback
+import Quillmere.Screen
+
+// The transport bar: what plays, how, and where in it; nothing while it is hidden.
+Item {
+    id: transport
+
+    required property PlayerController controls
+
+    // Of what is drawn, by PlayerController.State.
+    readonly property var signs: [Icon.None, Icon.Play, Icon.Pause, Icon.FastForward, Icon.Rewind]
+    readonly property bool isScrubbing: controls.state === PlayerController.FastForwarding
+                                        || controls.state === PlayerController.Rewinding
+
+    opacity: controls.transportShown ? 1 : 0
+    visible: opacity > 0
+
+    Behavior on opacity {
+        NumberAnimation {
+            duration: 200
+        }
+    }
+
+    FullBleed {
+        Scrim {
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            height: 420
+            color: StationPalette.faded("black", 0.85)
+        }
+    }
+
+    Column {
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        anchors.leftMargin: 80
+        anchors.rightMargin: 80
+        anchors.bottomMargin: 60
+        spacing: 8
+
+        Text {
+            width: parent.width
+            visible: text !== ""
+            text: transport.controls.title
+            font: Typography.standard(44, Font.Black)
+            color: StationPalette.cream
+            elide: Text.ElideRight
+            maximumLineCount: 1
+            textFormat: Text.PlainText
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
+        }
+
+        Text {
+            width: parent.width
+            visible: text !== ""
+            text: transport.controls.subtitle
+            font: Typography.standard(28)
+            color: StationPalette.faded(StationPalette.cream, 0.75)
+            elide: Text.ElideRight
+            maximumLineCount: 1
+            textFormat: Text.PlainText
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+
+        Item {
+            width: parent.width
+            height: 68
+            visible: transport.controls.seekable
+
+            PlayheadBar {
+                anchors.verticalCenter: parent.verticalCenter
+                width: parent.width
+                played: transport.controls.progress
+                buffered: transport.controls.bufferedPart
+                held: transport.isScrubbing
+                Accessible.role: Accessible.ProgressBar
+                Accessible.name: elapsed.text
+            }
+        }
+
+        Item {
+            width: parent.width
+            height: 40
+
+            Icon {
+                anchors.verticalCenter: parent.verticalCenter
+                width: 34
+                height: 34
+                name: transport.signs[transport.controls.state]
+                color: StationPalette.cream
+            }
+
+            Text {
+                id: elapsed
+
+                x: 52
+                anchors.verticalCenter: parent.verticalCenter
+                text: transport.controls.elapsedText
+                font: Typography.monospaced(30, Font.DemiBold)
+                color: StationPalette.cream
+                textFormat: Text.PlainText
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+
+            Text {
+                anchors.left: elapsed.right
+                anchors.leftMargin: elapsed.text === "" ? 0 : 30
+                anchors.verticalCenter: parent.verticalCenter
+                text: transport.controls.stateText
+                font: Typography.standard(28)
+                color: StationPalette.faded(StationPalette.cream, 0.75)
+                textFormat: Text.PlainText
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+
+            Text {
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                text: transport.controls.remainingText
+                font: Typography.monospaced(30, Font.DemiBold)
+                color: StationPalette.cream
+                textFormat: Text.PlainText
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+    }
+}

@@ -1,0 +1,30 @@
+#include "Scrim.h"
+
+#include <QPainter>
+
+namespace {
+
+constexpr int stops = 8;
+
+} // namespace
+
+void Scrim::setColor(QColor color)
+{
+    if (m_color == color)
+        return;
+    m_color = color;
+    repaint();
+}
+
+void Scrim::paint(QPainter& painter, const QSizeF& size) const
+{
+    // A straight run would show where it begins.
+    QLinearGradient gradient(0, 0, 0, size.height());
+    for (int stop = 0; stop <= stops; ++stop) {
+        const double depth = double(stop) / stops;
+        QColor color = m_color;
+        color.setAlphaF(color.alphaF() * float(depth * depth * (3 - 2 * depth)));
+        gradient.setColorAt(depth, color);
+    }
+    painter.fillRect(QRectF(QPointF(), size), gradient);
+}

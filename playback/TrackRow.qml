@@ -1,0 +1,100 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Quillmere.Front
+import Quillmere.Playback
+import Quillmere.Screen
+
+// The tracks of one kind as chips beside what they are; nothing where there is nothing to choose.
+FocusSection {
+    id: row
+
+    required property string name
+    required property TrackList tracks
+
+    // Whether one of the chips is focused.
+    property bool holdsFocus: false
+
+    readonly property real chipHeight: 60
+    // Room for the ring around a chip.
+    readonly property real margin: 10
+
+    visible: tracks.count > 0
+    height: visible ? chipHeight + 2 * margin : 0
+
+    Text {
+        anchors.verticalCenter: parent.verticalCenter
+        width: area.x
+        text: row.name
+        font: Typography.standard(26, Font.DemiBold)
+        color: StationPalette.faded(StationPalette.cream, 0.7)
+        textFormat: Text.PlainText
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+
+    ScrollArea {
+        id: area
+
+        x: 190
+        width: parent.width - x
+        height: parent.height
+        orientation: Qt.Horizontal
+        lead: 200
+        contentExtent: chips.width + 2 * row.margin
+        clip: contentExtent > width
+
+        Row {
+            id: chips
+
+            x: row.margin
+            y: row.margin
+            spacing: 16
+
+            Repeater {
+                model: row.tracks
+
+                PlainButton {
+                    id: chip
+
+                    required property int index
+                    required property string title
+                    required property bool isSelected
+
+                    name: title
+                    preferred: isSelected
+                    width: label.width + 56
+                    height: row.chipHeight
+                    Accessible.checkable: true
+                    Accessible.checked: isSelected
+                    onActiveFocusChanged: row.holdsFocus = activeFocus
+                    onSelected: row.tracks.pick(index)
+
+                    CardPlate {
+                        anchors.fill: parent
+                        radius: height / 2
+                        fill: chip.isSelected ? StationPalette.amber : StationPalette.nightNavy
+                        border: StationPalette.faded(StationPalette.cream, 0.25)
+                        borderWidth: chip.isSelected ? 0 : 2
+                    }
+
+                    Text {
+                        id: label
+
+                        anchors.centerIn: parent
+                        width: Math.min(implicitWidth, 420)
+                        text: chip.title
+                        font: Typography.standard(26, Font.DemiBold)
+                        color: chip.isSelected ? StationPalette.inkNavy : StationPalette.cream
+                        elide: Text.ElideRight
+                        maximumLineCount: 1
+                        textFormat: Text.PlainText
+                        Accessible.ignored: true
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
+                    }
+                }
+            }
+        }
+    }
+}
