@@ -3,8 +3,6 @@
 #include "RewinderyTexts.h"
 #include "ShortenedText.h"
 
-#include <QScopedValueRollback>
-
 CassetteRow::Content::Content(const Shelf& shelf)
     : name(shortenedLine(shelf.name)), caption(shortenedLine(RewinderyTexts::caption(shelf.covers))),
       count(int(shelf.covers.size()))
@@ -32,30 +30,16 @@ int CassetteRow::Content::rowOf(qint64 id, int likely) const
 
 void CassetteRow::show(Content content, int place)
 {
-    const QScopedValueRollback changing(m_isChanging, true);
-    beginResetModel();
-    m_content = std::move(content);
-    m_place = place;
-    // A stack takes the place together with the rows it counts.
-    Q_EMIT placeChanged();
-    endResetModel();
+    reset(place, [&] { m_content = std::move(content); });
     Q_EMIT contentChanged();
 }
 
 int CassetteRow::placeIn(const Content& content) const
 {
-    if (m_place < 0)
+    if (place() < 0)
         return -1;
-    const int row = content.rowOf(m_content.covers.at(m_place).id, m_place);
-    return row >= 0 ? row : content.nearest(m_place);
-}
-
-void CassetteRow::hold(int row)
-{
-    if (m_isChanging || row == m_place || row < 0 || row >= rowCount())
-        return;
-    m_place = row;
-    Q_EMIT placeChanged();
+    const int row = content.rowOf(m_content.covers.at(place()).id, place());
+    return row >= 0 ? row : content.nearest(place());
 }
 
 int CassetteRow::rowCount(const QModelIndex& parent) const

@@ -1,15 +1,13 @@
 #pragma once
 
+#include "PlacedListModel.h"
 #include "Shelf.h"
 
-#include <QAbstractListModel>
-#include <QtQml/qqmlregistration.h>
-
 /**
- * One shelf of the shop: its title line, and its cassettes as rows with their keys, covers and titles. It outlives a change of
- * its shelf and then keeps the viewer's place in it. Screen thread only; the ShelfList makes and owns it.
+ * One shelf of the shop: its title line, and its cassettes as rows with their keys, covers and titles. It outlives a
+ * change of its shelf and then keeps the viewer's place in it. Screen thread only; the ShelfList makes and owns it.
  */
-class CassetteRow : public QAbstractListModel
+class CassetteRow : public PlacedListModel
 {
     Q_OBJECT
     QML_ELEMENT
@@ -18,8 +16,6 @@ class CassetteRow : public QAbstractListModel
     /** The number of covers on the shelf, those without a tape included. */
     Q_PROPERTY(int count READ count NOTIFY contentChanged FINAL)
     Q_PROPERTY(QString caption READ caption NOTIFY contentChanged FINAL)
-    /** The row that holds or last held the focus; -1 before any did. */
-    Q_PROPERTY(int place READ place NOTIFY placeChanged FINAL)
 
 public:
     enum Role { KeyRole = Qt::UserRole, CoverRole, TitleRole };
@@ -42,20 +38,16 @@ public:
         int nearest(int row) const { return std::min(row, int(covers.size()) - 1); }
     };
 
-    using QAbstractListModel::QAbstractListModel;
+    using PlacedListModel::PlacedListModel;
 
     QString name() const { return m_content.name; }
     int count() const { return m_content.count; }
     QString caption() const { return m_content.caption; }
     const Content& content() const { return m_content; }
-    int place() const { return m_place; }
 
     void show(Content content, int place);
     /** The place that the viewer has once `content` is shown: on the same tape, else as near as can be. */
     int placeIn(const Content& content) const;
-
-    /** The viewer's move to a row; while the rows change there is none. */
-    Q_INVOKABLE void hold(int row);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -63,10 +55,7 @@ public:
 
 Q_SIGNALS:
     void contentChanged();
-    void placeChanged();
 
 private:
     Content m_content;
-    int m_place = -1;
-    bool m_isChanging = false;
 };

@@ -5,7 +5,6 @@
 #include "Typography.h"
 
 #include <QFontMetricsF>
-#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -46,14 +45,8 @@ void MarketList::setSelection(const QString& selection)
 
 void MarketList::setChips(QList<Chip> chips)
 {
-    const QScopedValueRollback changing(m_isChanging, true);
     const bool wasShown = isShown();
-    const int place = placeAmong(chips);
-    beginResetModel();
-    m_chips = std::move(chips);
-    m_place = place;
-    Q_EMIT placeChanged();
-    endResetModel();
+    reset(placeAmong(chips), [&] { m_chips = std::move(chips); });
     if (isShown() != wasShown)
         Q_EMIT isShownChanged();
 }
@@ -80,22 +73,14 @@ QList<MarketList::Chip> MarketList::chipsOf(const CatalogSummary& summary)
 // On the same market, where it did not move if two share a slug; else as near as can be.
 int MarketList::placeAmong(const QList<Chip>& chips) const
 {
-    if (m_place < 0)
+    if (place() < 0)
         return -1;
-    const QString slug = slugAt(m_place);
-    if (m_place < chips.size() && chips.at(m_place).slug == slug)
-        return m_place;
+    const QString slug = slugAt(place());
+    if (place() < chips.size() && chips.at(place()).slug == slug)
+        return place();
     const auto same =
         std::find_if(chips.cbegin(), chips.cend(), [&slug](const Chip& chip) { return chip.slug == slug; });
-    return same != chips.cend() ? int(same - chips.cbegin()) : std::min(m_place, int(chips.size()) - 1);
-}
-
-void MarketList::hold(int chip)
-{
-    if (m_isChanging || chip == m_place || chip < 0 || chip >= rowCount())
-        return;
-    m_place = chip;
-    Q_EMIT placeChanged();
+    return same != chips.cend() ? int(same - chips.cbegin()) : std::min(place(), int(chips.size()) - 1);
 }
 
 void MarketList::pick(int chip)

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "CatalogSummary.h"
+#include "PlacedListModel.h"
 
-#include <QAbstractListModel>
 #include <QFont>
 #include <QtQml/qqmlregistration.h>
 
@@ -11,14 +11,12 @@
  * are not at least two markets to choose from. Screen thread only; the controller owns it; the application object
  * outlives it, as the chips are measured by their fonts.
  */
-class MarketList : public QAbstractListModel
+class MarketList : public PlacedListModel
 {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("The shop's controller makes it.")
     Q_PROPERTY(bool isShown READ isShown NOTIFY isShownChanged FINAL)
-    /** The chip that holds or last held the focus; -1 before any did. */
-    Q_PROPERTY(int place READ place NOTIFY placeChanged FINAL)
 
     /** How a chip is set: its title, a gap and its count, with padding before and after; lengths in points. */
     Q_PROPERTY(QFont titleFont READ titleFont CONSTANT FINAL)
@@ -37,18 +35,15 @@ public:
     static constexpr int longestTitle = 120;      ///< UTF-16 units, more than fit into the widest
     static constexpr qsizetype mostMarkets = 500; ///< nobody walks past more, and every chip costs its measuring
 
-    using QAbstractListModel::QAbstractListModel;
+    using PlacedListModel::PlacedListModel;
 
     /** Shows the markets of `summary`; `selection` is the slug of the chosen one, empty for all. */
     void show(const CatalogSummary& summary, const QString& selection);
 
     bool isShown() const { return !m_chips.isEmpty(); }
-    int place() const { return m_place; }
     /** The market of a chip: its slug, empty for all markets. */
     QString slugAt(int chip) const { return m_chips.at(chip).slug; }
 
-    /** The viewer's move to a chip; while the chips change there is none. */
-    Q_INVOKABLE void hold(int chip);
     /** The viewer chooses a chip's market. */
     Q_INVOKABLE void pick(int chip);
 
@@ -58,7 +53,6 @@ public:
 
 Q_SIGNALS:
     void isShownChanged();
-    void placeChanged();
     void picked(const QString& slug);
 
 private:
@@ -78,6 +72,4 @@ private:
     CatalogSummary m_summary; ///< what the chips show, with no more markets than they do
     QString m_selection;
     QList<Chip> m_chips;
-    int m_place = -1;
-    bool m_isChanging = false;
 };

@@ -33,7 +33,7 @@ ScrollArea {
         ahead: 400
         model: picker.markets
         place: picker.markets.place
-        onHeld: chip => picker.markets.hold(chip)
+        onHeld: chip => picker.markets.place = chip
 
         PlainButton {
             id: chip

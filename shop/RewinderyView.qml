@@ -90,12 +90,12 @@ NavigationStack {
                     ahead: extent + spacing
                     model: controller.shelves
                     place: controller.shelves.place
-                    onHeld: shelf => controller.shelves.hold(shelf)
+                    onHeld: shelf => controller.shelves.place = shelf
 
                     ShelfRow {
                         width: room.width
                         height: shelves.extent
-                        onOpened: cassette => controller.open(row, cassette)
+                        onOpened: cassette => controller.open(cassettes, cassette)
                     }
                 }
 

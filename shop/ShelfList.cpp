@@ -1,12 +1,9 @@
 #include "ShelfList.h"
 
-#include <QScopedValueRollback>
-
 #include <algorithm>
 
 void ShelfList::show(const QList<Shelf>& shelves)
 {
-    const QScopedValueRollback changing(m_isChanging, true);
     QList<CassetteRow*> leaving = m_rows;
     QList<Change> changes;
     for (const Shelf& shelf : shelves) {
@@ -20,17 +17,15 @@ void ShelfList::show(const QList<Shelf>& shelves)
     }
     const int place = changePlace(changes);
 
-    // The rows first: the focus comes to its tape when the list itself has changed, and must find it there.
-    QList<CassetteRow*> rows;
-    for (Change& change : changes) {
-        change.row->show(std::move(change.content), change.place);
-        rows.append(change.row);
-    }
-    beginResetModel();
-    m_rows = std::move(rows);
-    m_place = place;
-    Q_EMIT placeChanged();
-    endResetModel();
+    reset(place, [&] {
+        // The rows first: the focus comes to its tape when the list itself has changed, and must find it there.
+        QList<CassetteRow*> rows;
+        for (Change& change : changes) {
+            change.row->show(std::move(change.content), change.place);
+            rows.append(change.row);
+        }
+        m_rows = std::move(rows);
+    });
     for (CassetteRow* row : std::as_const(leaving))
         row->deleteLater();
 }
@@ -38,9 +33,9 @@ void ShelfList::show(const QList<Shelf>& shelves)
 // Puts the place of the shelf that comes to have the viewer's place where his tape is, and tells which shelf it is.
 int ShelfList::changePlace(QList<Change>& changes) const
 {
-    const CassetteRow* former = row(m_place);
+    const CassetteRow* former = row(place());
     if (!former || former->place() < 0)
-        return nearestShelf(changes, m_place);
+        return nearestShelf(changes, place());
     const qint64 id = former->content().covers.at(former->place()).id;
     const auto stays = [former](const Change& change) { return change.row == former; };
     const auto sameShelf = int(std::find_if(changes.cbegin(), changes.cend(), stays) - changes.cbegin());
@@ -48,13 +43,13 @@ int ShelfList::changePlace(QList<Change>& changes) const
     if (isThere && changes.at(sameShelf).content.rowOf(id, former->place()) >= 0)
         return sameShelf;
     for (int shelf = 0; shelf < changes.size(); ++shelf) {
-        const int row = changes.at(shelf).content.rowOf(id, former->place());
-        if (row < 0)
+        const int cassette = changes.at(shelf).content.rowOf(id, former->place());
+        if (cassette < 0)
             continue;
-        changes[shelf].place = row;
+        changes[shelf].place = cassette;
         return shelf;
     }
-    const int shelf = nearestShelf(changes, isThere ? sameShelf : m_place);
+    const int shelf = nearestShelf(changes, isThere ? sameShelf : place());
     if (shelf >= 0 && changes.at(shelf).place < 0)
         changes[shelf].place = changes.at(shelf).content.nearest(former->place());
     return shelf;
@@ -73,14 +68,6 @@ int ShelfList::nearestShelf(const QList<Change>& changes, int shelf) const
     return nearest;
 }
 
-void ShelfList::hold(int shelf)
-{
-    if (m_isChanging || shelf == m_place || shelf < 0 || shelf >= rowCount())
-        return;
-    m_place = shelf;
-    Q_EMIT placeChanged();
-}
-
 int ShelfList::rowCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : int(m_rows.size());
@@ -90,12 +77,12 @@ QVariant ShelfList::data(const QModelIndex& index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    CassetteRow* row = m_rows.at(index.row());
+    CassetteRow* cassettes = m_rows.at(index.row());
     switch (role) {
     case KeyRole:
-        return row->name();
-    case RowRole:
-        return QVariant::fromValue(row);
+        return cassettes->name();
+    case CassettesRole:
+        return QVariant::fromValue(cassettes);
     default:
         return {};
     }
@@ -103,5 +90,5 @@ QVariant ShelfList::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> ShelfList::roleNames() const
 {
-    return {{KeyRole, "key"}, {RowRole, "row"}};
+    return {{KeyRole, "key"}, {CassettesRole, "cassettes"}};
 }

@@ -10,7 +10,7 @@ import Quillmere.Shop
 FocusSection {
     id: shelf
 
-    required property CassetteRow row
+    required property CassetteRow cassettes
 
     signal opened(int cassette)
 
@@ -33,7 +33,7 @@ FocusSection {
 
             anchors.baseline: parent.baseline
             width: Math.min(implicitWidth, 1000)
-            text: shelf.row.name
+            text: shelf.cassettes.name
             font: Typography.standard(38, Font.Black)
             color: StationPalette.cream
             elide: Text.ElideRight
@@ -63,7 +63,7 @@ FocusSection {
 
                 x: 12
                 y: 4
-                text: shelf.row.count
+                text: shelf.cassettes.count
                 font: Typography.monospaced(24, Font.DemiBold)
                 color: StationPalette.inkNavy
                 textFormat: Text.PlainText
@@ -77,7 +77,7 @@ FocusSection {
             anchors.leftMargin: 16
             anchors.right: parent.right
             anchors.baseline: parent.baseline
-            text: shelf.row.caption
+            text: shelf.cassettes.caption
             font: Typography.standard(24)
             color: StationPalette.teal
             elide: Text.ElideRight
@@ -94,11 +94,11 @@ FocusSection {
         height: parent.height - y
         orientation: Qt.Horizontal
         // The cassette on either side of the focused one is always in sight.
-        lead: cassettes.extent + cassettes.spacing
-        contentExtent: cassettes.width + 12
+        lead: stack.extent + stack.spacing
+        contentExtent: stack.width + 12
 
         LazyStack {
-            id: cassettes
+            id: stack
 
             x: 6
             y: 34
@@ -108,9 +108,9 @@ FocusSection {
             spacing: 40
             // The cassettes run on to the edges of the display; a held key should find those beyond it painted.
             ahead: 960
-            model: shelf.row
-            place: shelf.row.place
-            onHeld: cassette => shelf.row.hold(cassette)
+            model: shelf.cassettes
+            place: shelf.cassettes.place
+            onHeld: cassette => shelf.cassettes.place = cassette
 
             CardButton {
                 id: button
@@ -120,7 +120,7 @@ FocusSection {
                 required property string title
 
                 name: title
-                width: cassettes.extent
+                width: stack.extent
                 height: card.height
                 radius: card.radius
                 onSelected: shelf.opened(index)

