@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TapeDetailTexts.h"
+#include "TapeFact.h"
 
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>

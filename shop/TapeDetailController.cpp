@@ -1,6 +1,7 @@
 #include "TapeDetailController.h"
 
 #include "Dressing.h"
+#include "TapeDetailTexts.h"
 
 void TapeDetailController::setStore(Store* store)
 {
@@ -48,7 +49,7 @@ void TapeDetailController::setReadingTranscript(bool readingTranscript)
 
 QString TapeDetailController::title() const
 {
-    return titleText(m_cover);
+    return TapeDetailTexts::title(m_cover);
 }
 
 QString TapeDetailController::genreBadge() const
@@ -63,37 +64,37 @@ QString TapeDetailController::ratingBadge() const
 
 QString TapeDetailController::runtimeBadge() const
 {
-    return ::runtimeBadge(m_cover);
+    return TapeDetailTexts::runtimeBadge(m_cover);
 }
 
 QString TapeDetailController::speedBadge() const
 {
-    return ::speedBadge(m_cover);
+    return TapeDetailTexts::speedBadge(m_cover);
 }
 
 QString TapeDetailController::agendaBadge() const
 {
-    return ::agendaBadge(m_cover);
+    return TapeDetailTexts::agendaBadge(m_cover);
 }
 
 QString TapeDetailController::tagline() const
 {
-    return taglineText(m_cover);
+    return TapeDetailTexts::tagline(m_cover);
 }
 
 QString TapeDetailController::synopsis() const
 {
-    return synopsisText(m_cover);
+    return TapeDetailTexts::synopsis(m_cover);
 }
 
 QString TapeDetailController::catalogueLine() const
 {
-    return ::catalogueLine(m_cover);
+    return TapeDetailTexts::catalogueLine(m_cover);
 }
 
 QString TapeDetailController::playText() const
 {
-    return playButtonText(m_resumePosition);
+    return TapeDetailTexts::play(m_resumePosition);
 }
 
 void TapeDetailController::appear()
@@ -136,7 +137,7 @@ QCoro::Task<> TapeDetailController::fetch()
 void TapeDetailController::show()
 {
     m_cover = dress(shownTape());
-    m_facts.setFacts(factsOf(shownTape(), m_cover));
+    m_facts.setFacts(TapeDetailTexts::facts(shownTape(), m_cover));
     readResumePosition();
     Q_EMIT shownTapeChanged();
 }

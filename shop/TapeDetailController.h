@@ -41,10 +41,8 @@ class TapeDetailController : public QObject
     Q_PROPERTY(QString catalogueLine READ catalogueLine NOTIFY shownTapeChanged FINAL)
     Q_PROPERTY(FactList* facts READ facts CONSTANT FINAL)
 
-    /** What the buttons say; which of them there are. */
+    /** What the first button says; which others there are. */
     Q_PROPERTY(QString playText READ playText NOTIFY resumePositionChanged FINAL)
-    Q_PROPERTY(QString startOverText READ startOverText CONSTANT FINAL)
-    Q_PROPERTY(QString readTranscriptText READ readTranscriptText CONSTANT FINAL)
     Q_PROPERTY(bool canStartOver READ canStartOver NOTIFY resumePositionChanged FINAL)
     Q_PROPERTY(bool hasTranscript READ hasTranscript NOTIFY shownTapeChanged FINAL)
 
@@ -82,8 +80,6 @@ public:
     FactList* facts() { return &m_facts; }
 
     QString playText() const;
-    QString startOverText() const { return ::startOverText; }
-    QString readTranscriptText() const { return ::readTranscriptText; }
     bool canStartOver() const { return m_resumePosition > 0; }
     bool hasTranscript() const { return shownTape().hasTranscript; }
 

@@ -16,7 +16,7 @@ namespace {
 constexpr double megabyte = 1048576;
 constexpr double megabytesInAGigabyte = 1024;
 constexpr qsizetype namedDocuments = 3;
-constexpr qsizetype longestParagraph = 4000; // UTF-16 units, about 50 lines
+constexpr qsizetype longestSynopsis = 4000; // UTF-16 units, about 50 lines
 
 // A tie goes to the even digit here; Qt's own formatting rounds it up.
 QString fixed(double value, int decimals)
@@ -29,55 +29,65 @@ QString fixed(double value, int decimals)
 
 } // namespace
 
-QString playButtonText(double resumePosition)
+QString TapeDetailTexts::play(double resumePosition)
 {
     return resumePosition > 0 ? u"Resume at "_s + clockText(resumePosition) : u"Push it in"_s;
 }
 
-QString titleText(const VHSCover& cover)
+QString TapeDetailTexts::startOver()
 {
-    return shortenedText(cover.title, longestParagraph);
+    return u"Start over"_s;
 }
 
-QString synopsisText(const VHSCover& cover)
+QString TapeDetailTexts::readTranscript()
 {
-    return shortenedText(cover.synopsis, longestParagraph);
+    return u"Read the transcript"_s;
 }
 
-QString runtimeBadge(const VHSCover& cover)
+QString TapeDetailTexts::title(const VHSCover& cover)
+{
+    return shortenedText(cover.title);
+}
+
+QString TapeDetailTexts::synopsis(const VHSCover& cover)
+{
+    return shortenedText(cover.synopsis, longestSynopsis);
+}
+
+QString TapeDetailTexts::runtimeBadge(const VHSCover& cover)
 {
     return QString::number(cover.runtime) + u" MIN"_s;
 }
 
-QString speedBadge(const VHSCover& cover)
+QString TapeDetailTexts::speedBadge(const VHSCover& cover)
 {
     return cover.speed + u" MODE"_s;
 }
 
-QString agendaBadge(const VHSCover& cover)
+QString TapeDetailTexts::agendaBadge(const VHSCover& cover)
 {
     return cover.hasAgenda ? u"◈ AGENDA ENCLOSED"_s : QString();
 }
 
-QString taglineText(const VHSCover& cover)
+QString TapeDetailTexts::tagline(const VHSCover& cover)
 {
     return u'“' + cover.tagline + u'”';
 }
 
-QString catalogueLine(const VHSCover& cover)
+QString TapeDetailTexts::catalogueLine(const VHSCover& cover)
 {
     return u"Cat. "_s + cover.catalogNo + u" · "_s + cover.rating.full;
 }
 
-QString sizeText(qint64 bytes)
+QString TapeDetailTexts::size(qint64 bytes)
 {
     const double megabytes = double(bytes) / megabyte;
-    const QString size = megabytes >= megabytesInAGigabyte ? fixed(megabytes / megabytesInAGigabyte, 1) + u" GB"_s
-                                                           : fixed(megabytes, 0) + u" MB"_s;
-    return size + u" · self-hosted"_s;
+    const QString amount = megabytes >= megabytesInAGigabyte ? fixed(megabytes / megabytesInAGigabyte, 1) + u" GB"_s
+                                                             : fixed(megabytes, 0) + u" MB"_s;
+    return amount + u" · self-hosted"_s;
 }
 
-QString documentsText(const QList<TapeDocument>& documents)
+QString TapeDetailTexts::documents(const QList<TapeDocument>& documents)
 {
     QStringList titles;
     for (const TapeDocument& document : documents.first(std::min(namedDocuments, documents.size())))
@@ -86,7 +96,7 @@ QString documentsText(const QList<TapeDocument>& documents)
     return titles.join(u" · "_s) + (more > 0 ? u" +"_s + QString::number(more) + u" more"_s : QString());
 }
 
-QList<TapeFact> factsOf(const Tape& tape, const VHSCover& cover)
+QList<TapeFact> TapeDetailTexts::facts(const Tape& tape, const VHSCover& cover)
 {
     QList<TapeFact> facts{{u"BODY"_s, shortenedText(cover.bodyName)}};
     const auto addUnlessEmpty = [&facts](const QString& label, const QString& value) {
@@ -96,9 +106,9 @@ QList<TapeFact> factsOf(const Tape& tape, const VHSCover& cover)
     addUnlessEmpty(u"RECORDED"_s, cover.dateLabel);
     addUnlessEmpty(u"MARKET"_s, tape.market.name);
     addUnlessEmpty(u"LOCATION"_s, tape.location);
-    facts.append({u"TAPE SIZE"_s, sizeText(tape.sizeBytes)});
+    facts.append({u"TAPE SIZE"_s, size(tape.sizeBytes)});
     facts.append({u"TRANSCRIPT"_s, tape.hasTranscript ? u"Searchable transcript on file (CC)"_s : u"None harvested"_s});
     if (!tape.documents.isEmpty())
-        facts.append({u"BONUS MATERIALS"_s, documentsText(tape.documents)});
+        facts.append({u"BONUS MATERIALS"_s, documents(tape.documents)});
     return facts;
 }

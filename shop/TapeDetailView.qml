@@ -178,14 +178,14 @@ FocusScreen {
 
                         PlateButton {
                             visible: controller.canStartOver
-                            text: controller.startOverText
+                            text: TapeDetailTexts.startOver
                             icon: Icon.StartOver
                             onSelected: controller.startOver()
                         }
 
                         PlateButton {
                             visible: controller.hasTranscript
-                            text: controller.readTranscriptText
+                            text: TapeDetailTexts.readTranscript
                             icon: Icon.TextLines
                             onSelected: controller.readTranscript()
                         }

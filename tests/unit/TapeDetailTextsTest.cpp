@@ -57,6 +57,7 @@ private Q_SLOTS:
     void initTestCase();
     void thePlayButtonOffersToResume_data();
     void thePlayButtonOffersToResume();
+    void theOtherButtonsSayWhatTheyDo();
     void theBadgesSayWhatTheBoxSays();
     void anAgendaHasItsBadge();
     void theTaglineStandsInCurlyQuotes();
@@ -97,7 +98,13 @@ void TapeDetailTextsTest::thePlayButtonOffersToResume_data()
 void TapeDetailTextsTest::thePlayButtonOffersToResume()
 {
     QFETCH(const double, position);
-    QTEST(playButtonText(position), "text");
+    QTEST(TapeDetailTexts::play(position), "text");
+}
+
+void TapeDetailTextsTest::theOtherButtonsSayWhatTheyDo()
+{
+    QCOMPARE(TapeDetailTexts::startOver(), u"Start over"_s);
+    QCOMPARE(TapeDetailTexts::readTranscript(), u"Read the transcript"_s);
 }
 
 void TapeDetailTextsTest::theBadgesSayWhatTheBoxSays()
@@ -105,23 +112,23 @@ void TapeDetailTextsTest::theBadgesSayWhatTheBoxSays()
     VHSCover cover;
     cover.runtime = 214;
     cover.speed = u"EP"_s;
-    QCOMPARE(runtimeBadge(cover), u"214 MIN"_s);
-    QCOMPARE(speedBadge(cover), u"EP MODE"_s);
+    QCOMPARE(TapeDetailTexts::runtimeBadge(cover), u"214 MIN"_s);
+    QCOMPARE(TapeDetailTexts::speedBadge(cover), u"EP MODE"_s);
 }
 
 void TapeDetailTextsTest::anAgendaHasItsBadge()
 {
     VHSCover cover;
-    QCOMPARE(agendaBadge(cover), QString());
+    QCOMPARE(TapeDetailTexts::agendaBadge(cover), QString());
     cover.hasAgenda = true;
-    QCOMPARE(agendaBadge(cover), u"◈ AGENDA ENCLOSED"_s);
+    QCOMPARE(TapeDetailTexts::agendaBadge(cover), u"◈ AGENDA ENCLOSED"_s);
 }
 
 void TapeDetailTextsTest::theTaglineStandsInCurlyQuotes()
 {
     VHSCover cover;
     cover.tagline = u"Every vote leaves a wake."_s;
-    QCOMPARE(taglineText(cover), u"\u201CEvery vote leaves a wake.\u201D"_s);
+    QCOMPARE(TapeDetailTexts::tagline(cover), u"\u201CEvery vote leaves a wake.\u201D"_s);
 }
 
 void TapeDetailTextsTest::theCatalogueLineEndsWithTheLongRating()
@@ -129,16 +136,16 @@ void TapeDetailTextsTest::theCatalogueLineEndsWithTheLongRating()
     VHSCover cover;
     cover.catalogNo = u"RW 1130 · SP"_s;
     cover.rating = {u"N.R."_s, u"NO RECESS — mature deliberation"_s};
-    QCOMPARE(catalogueLine(cover), u"Cat. RW 1130 · SP · NO RECESS — mature deliberation"_s);
+    QCOMPARE(TapeDetailTexts::catalogueLine(cover), u"Cat. RW 1130 · SP · NO RECESS — mature deliberation"_s);
 }
 
 void TapeDetailTextsTest::aLongTitleAndSynopsisAreWhole()
 {
     VHSCover cover;
-    cover.title = QString(3000, u't');
+    cover.title = QString(1000, u't');
     cover.synopsis = QString(3000, u's');
-    QCOMPARE(titleText(cover), cover.title);
-    QCOMPARE(synopsisText(cover), cover.synopsis);
+    QCOMPARE(TapeDetailTexts::title(cover), cover.title);
+    QCOMPARE(TapeDetailTexts::synopsis(cover), cover.synopsis);
 }
 
 void TapeDetailTextsTest::aTitleNobodyWouldReadToItsEndIsCut()
@@ -146,8 +153,8 @@ void TapeDetailTextsTest::aTitleNobodyWouldReadToItsEndIsCut()
     VHSCover cover;
     cover.title = QString(1'000'000, u't');
     cover.synopsis = cover.title;
-    QCOMPARE(titleText(cover), QString(4000, u't') + u'…');
-    QCOMPARE(synopsisText(cover), titleText(cover));
+    QCOMPARE(TapeDetailTexts::title(cover), QString(1000, u't') + u'…');
+    QCOMPARE(TapeDetailTexts::synopsis(cover), QString(4000, u't') + u'…');
 }
 
 void TapeDetailTextsTest::theSizeIsInMegabytesUpToAGigabyte_data()
@@ -173,7 +180,7 @@ void TapeDetailTextsTest::theSizeIsInMegabytesUpToAGigabyte_data()
 void TapeDetailTextsTest::theSizeIsInMegabytesUpToAGigabyte()
 {
     QFETCH(const qint64, bytes);
-    QTEST(sizeText(bytes), "text");
+    QTEST(TapeDetailTexts::size(bytes), "text");
 }
 
 void TapeDetailTextsTest::threeDocumentsAreNamedAndTheRestCounted_data()
@@ -192,12 +199,12 @@ void TapeDetailTextsTest::threeDocumentsAreNamedAndTheRestCounted_data()
 void TapeDetailTextsTest::threeDocumentsAreNamedAndTheRestCounted()
 {
     QFETCH(const QStringList, titles);
-    QTEST(documentsText(documentsNamed(titles)), "text");
+    QTEST(TapeDetailTexts::documents(documentsNamed(titles)), "text");
 }
 
 void TapeDetailTextsTest::aDocumentWithAnEndlessTitleHidesNoCount()
 {
-    const QString text = documentsText(documentsNamed({QString(1'000'000, u'A'), u"B"_s, u"C"_s, u"D"_s}));
+    const QString text = TapeDetailTexts::documents(documentsNamed({QString(1'000'000, u'A'), u"B"_s, u"C"_s, u"D"_s}));
     QVERIFY(text.size() < 1100);
     QVERIFY(text.endsWith(u"A… · B · C +1 more"_s));
 }
@@ -210,7 +217,7 @@ void TapeDetailTextsTest::theFactsStandInTheirOrder()
                                    {u"LOCATION"_s, u"Town Hall"_s},
                                    {u"TAPE SIZE"_s, u"500 MB · self-hosted"_s},
                                    {u"TRANSCRIPT"_s, u"Searchable transcript on file (CC)"_s}};
-    QCOMPARE(factsOf(plainTape(), plainCover()), expected);
+    QCOMPARE(TapeDetailTexts::facts(plainTape(), plainCover()), expected);
 }
 
 void TapeDetailTextsTest::whatIsEmptyHasNoRow_data()
@@ -238,12 +245,12 @@ void TapeDetailTextsTest::whatIsEmptyHasNoRow()
     Tape tape = plainTape();
     tape.market.name = market;
     tape.location = location;
-    QTEST(labelsOf(factsOf(tape, cover)), "labels");
+    QTEST(labelsOf(TapeDetailTexts::facts(tape, cover)), "labels");
 }
 
 void TapeDetailTextsTest::theBodyHasItsRowEvenWhenItIsEmpty()
 {
-    const TapeFact first = factsOf({}, {}).constFirst();
+    const TapeFact first = TapeDetailTexts::facts({}, {}).constFirst();
     QCOMPARE(first.label, u"BODY"_s);
     QCOMPARE(first.value, QString());
 }
@@ -252,14 +259,14 @@ void TapeDetailTextsTest::withoutATranscriptNoneWasHarvested()
 {
     Tape tape = plainTape();
     tape.hasTranscript = false;
-    QCOMPARE(factsOf(tape, plainCover()).constLast().value, u"None harvested"_s);
+    QCOMPARE(TapeDetailTexts::facts(tape, plainCover()).constLast().value, u"None harvested"_s);
 }
 
 void TapeDetailTextsTest::documentsHaveTheLastRow()
 {
     Tape tape = plainTape();
     tape.documents = documentsNamed({u"Agenda"_s, u"Minutes"_s});
-    const TapeFact last = factsOf(tape, plainCover()).constLast();
+    const TapeFact last = TapeDetailTexts::facts(tape, plainCover()).constLast();
     QCOMPARE(last.label, u"BONUS MATERIALS"_s);
     QCOMPARE(last.value, u"Agenda · Minutes"_s);
 }
@@ -268,7 +275,7 @@ void TapeDetailTextsTest::anEndlessValueIsShortened()
 {
     Tape tape = plainTape();
     tape.location = QString(1'000'000, u'x');
-    QCOMPARE(factsOf(tape, plainCover()).at(3).value.size(), 1001);
+    QCOMPARE(TapeDetailTexts::facts(tape, plainCover()).at(3).value.size(), 1001);
 }
 
 QTEST_GUILESS_MAIN(TapeDetailTextsTest)
