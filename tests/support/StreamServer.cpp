@@ -16,14 +16,14 @@ QByteArray read(const QString& path)
 
 } // namespace
 
-StreamServer::StreamServer(const QString& folder, const QString& name) : m_folder(folder + u'/')
+StreamServer::StreamServer(const QString& folder, const QString& name, quint16 port) : m_folder(folder + u'/')
 {
     QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
     configuration.setLocalCertificate(QSslCertificate(read(m_folder + name + u".pem"_s)));
     configuration.setPrivateKey(QSslKey(read(m_folder + name + u".key"_s), QSsl::Ec));
     configuration.setPeerVerifyMode(QSslSocket::VerifyNone);
     m_server.setSslConfiguration(configuration);
-    m_server.listen(QHostAddress::LocalHost);
+    m_server.listen(QHostAddress::LocalHost, port);
     connect(&m_server, &QTcpServer::pendingConnectionAvailable, this, [this] {
         while (QTcpSocket* const socket = m_server.nextPendingConnection()) {
             connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
@@ -43,8 +43,13 @@ void StreamServer::serve(QTcpSocket* socket)
     for (qsizetype end; (end = waiting.indexOf("\r\n\r\n")) >= 0; waiting = waiting.mid(end + 4)) {
         const QString path = QString::fromLatin1(waiting.split(' ').value(1));
         m_requests.append(path);
-        if (!m_held.contains(path))
-            socket->write(answerTo(path));
+        if (m_held.contains(path))
+            continue;
+        const QByteArray answer = answerTo(path);
+        const bool isWhole = !m_stalled.contains(path) && !m_cut.contains(path);
+        socket->write(isWhole ? answer : answer.left(answer.size() / 2));
+        if (m_cut.contains(path))
+            socket->disconnectFromHost();
     }
     socket->setProperty("waiting", waiting);
 }

@@ -12,8 +12,8 @@ class StreamServer : public QObject
     Q_OBJECT
 
 public:
-    /** Shows the certificate `name`.pem with its key, from the folder. */
-    explicit StreamServer(const QString& folder, const QString& name = QStringLiteral("server"));
+    /** Shows the certificate `name`.pem with its key, from the folder; at a port of its own unless one is given. */
+    explicit StreamServer(const QString& folder, const QString& name = QStringLiteral("server"), quint16 port = 0);
 
     QUrl url(const QString& path) const;
 
@@ -29,6 +29,10 @@ public:
     /** Never answers. */
     void hold(const QString& path) { m_held.append(path); }
 
+    /** Announces the whole and sends half of it; then silence, or the connection is closed. */
+    void stall(const QString& path) { m_stalled.append(path); }
+    void cut(const QString& path) { m_cut.append(path); }
+
     qsizetype openConnections() const { return m_server.findChildren<QTcpSocket*>().size(); }
 
     /** The paths asked for, in order. */
@@ -43,5 +47,7 @@ private:
     QHash<QString, QByteArray> m_bodies;
     QHash<QString, std::pair<int, QByteArray>> m_statuses;
     QStringList m_held;
+    QStringList m_stalled;
+    QStringList m_cut;
     QStringList m_requests;
 };

@@ -1,0 +1,133 @@
+#include "VideoStage.h"
+
+using namespace Qt::StringLiterals;
+
+/** The real player on streams that break in the middle; the stream has six parts of two seconds. */
+class VideoBreakTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void aBadSegmentIsPassedOver_data();
+    void aBadSegmentIsPassedOver();
+    void aStalledSegmentIsWaitedFor();
+    void playbackGoesOnWhenTheServerIsBack();
+    void aServerThatStaysAwayFailsTheItemWithItsCause();
+    void aLiveListThatStopsGrowingIsTriedAgain();
+
+private:
+    void killWhenAskedFor(const QString& path);
+    QByteArray authority() const { return m_folder.read(u"authority.pem"_s); }
+
+    StreamFolder m_folder;
+    std::unique_ptr<StreamServer> m_server;
+    QUrl m_stream;
+};
+
+void VideoBreakTest::initTestCase()
+{
+    QVERIFY(m_folder.isReady());
+    VideoPlugins::addFolder(QStringLiteral(QUILLMERE_TEST_PLUGINS));
+}
+
+void VideoBreakTest::init()
+{
+    m_server = std::make_unique<StreamServer>(m_folder.path());
+    m_stream = m_server->url(u"/index.m3u8"_s);
+}
+
+void VideoBreakTest::aBadSegmentIsPassedOver_data()
+{
+    QTest::addColumn<bool>("isCut");
+    QTest::newRow("missing") << false;
+    QTest::newRow("cut short") << true;
+}
+
+void VideoBreakTest::aBadSegmentIsPassedOver()
+{
+    QFETCH(const bool, isCut);
+    if (isCut)
+        m_server->cut(u"/part4.ts"_s);
+    else
+        m_server->answer(u"/part4.ts"_s, 404);
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    stage.play(m_stream, 7);
+    QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
+    QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 20'000);
+    QVERIFY(!stage.hasFailed());
+    QVERIFY(m_server->requests().contains(u"/part5.ts"_s));
+}
+
+void VideoBreakTest::aStalledSegmentIsWaitedFor()
+{
+    m_server->stall(u"/part4.ts"_s);
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    stage.play(m_stream, 7);
+    QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
+    QVERIFY(stage.waitForPicture());
+    QTRY_VERIFY_WITH_TIMEOUT(stage.player->isWaiting(), 10'000);
+    QCOMPARE(stage.player->timeControl(), VideoPlayer::TimeControl::WaitingToPlay);
+    QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 30'000);
+    QVERIFY(!stage.hasFailed());
+}
+
+/** The server goes at the moment when this is asked for, as if its process had been killed. */
+void VideoBreakTest::killWhenAskedFor(const QString& path)
+{
+    m_server->hold(path);
+    QTRY_VERIFY_WITH_TIMEOUT(m_server->requests().contains(path), 15'000);
+    m_server.reset();
+}
+
+void VideoBreakTest::playbackGoesOnWhenTheServerIsBack()
+{
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    stage.play(m_stream, 2.5);
+    QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
+    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
+    killWhenAskedFor(u"/part3.ts"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(stage.player->isWaiting() && stage.player->position() > 5, 15'000);
+    const double broken = stage.player->position();
+    m_server = std::make_unique<StreamServer>(m_folder.path(), u"server"_s, quint16(m_stream.port()));
+    QTRY_COMPARE_WITH_TIMEOUT(shown.count(), 2, 15'000);
+    QVERIFY2(std::abs(stage.player->position() - broken) < 1, qPrintable(QString::number(stage.player->position())));
+    QTRY_VERIFY(stage.player->position() > broken + 1);
+    QVERIFY(!stage.hasFailed());
+    QCOMPARE(ended.count(), 0);
+}
+
+void VideoBreakTest::aServerThatStaysAwayFailsTheItemWithItsCause()
+{
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    stage.play(m_stream, 4.5);
+    QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
+    killWhenAskedFor(u"/part3.ts"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(stage.hasFailed(), 40'000);
+    QCOMPARE(int(stage.failure().cause), int(VideoFailure::Cause::Refused));
+    QCOMPARE(ended.count(), 0);
+}
+
+void VideoBreakTest::aLiveListThatStopsGrowingIsTriedAgain()
+{
+    m_server->put(u"/live.m3u8"_s, "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:2\n#EXT-X-MEDIA-SEQUENCE:3\n"
+                                   "#EXTINF:2,\npart3.ts\n#EXTINF:2,\npart4.ts\n");
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
+    stage.play(m_server->url(u"/live.m3u8"_s), 0, PlayerItem::Kind::Live);
+    QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
+    QTRY_COMPARE_WITH_TIMEOUT(shown.count(), 1, 15'000);
+    QVERIFY(!stage.player->isSeekable());
+    QTRY_COMPARE_WITH_TIMEOUT(shown.count(), 2, 45'000);
+    QVERIFY(!stage.hasFailed());
+    QCOMPARE(ended.count(), 0);
+}
+
+QTEST_MAIN(VideoBreakTest)
+#include "VideoBreakTest.moc"

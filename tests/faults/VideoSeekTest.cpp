@@ -1,0 +1,190 @@
+#include "VideoStage.h"
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The recording tells its second in binary, the highest bit on the left.
+constexpr int bits = 12;
+constexpr auto seconds =
+    "color=black:s=192x108:r=5,geq=lum='16+219*mod(floor(T/pow(2,11-floor(X*12/W))),2)':cb=128:cr=128";
+constexpr int length = 1230;
+
+int secondShown(const QImage& picture)
+{
+    int second = 0;
+    for (int bit = 0; bit < bits; ++bit) {
+        const int x = picture.width() * (2 * bit + 1) / (2 * bits);
+        second = 2 * second + (picture.pixelColor(x, picture.height() / 2).lightness() > 128 ? 1 : 0);
+    }
+    return second;
+}
+
+} // namespace
+
+/** Where the real player lands, by its position and by the picture. */
+class VideoSeekTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void aStartLandsAtOrAfterItsPosition_data() { positions(); }
+    void aStartLandsAtOrAfterItsPosition();
+    void aSeekLandsAtOrAfterItsPosition_data() { positions(); }
+    void aSeekLandsAtOrAfterItsPosition();
+    void aSeekWhilePlayingPlaysOnFromThere();
+    void aSeekForScrubbingLandsNearby();
+    void theLastOfManySeeksCounts();
+    void dataIsBufferedAhead();
+    void aRecordingThatStillGrowsStartsAtItsTop();
+
+private:
+    void positions();
+    QByteArray authority() const { return m_folder.read(u"authority.pem"_s); }
+
+    StreamFolder m_folder;
+    std::unique_ptr<StreamServer> m_server;
+    QUrl m_recording;
+};
+
+void VideoSeekTest::initTestCase()
+{
+    QVERIFY(m_folder.isReady());
+    QProcess ffmpeg;
+    ffmpeg.setWorkingDirectory(m_folder.path());
+    ffmpeg.start(u"ffmpeg"_s, {u"-v"_s,
+                               u"error"_s,
+                               u"-nostdin"_s,
+                               u"-f"_s,
+                               u"lavfi"_s,
+                               u"-i"_s,
+                               QString::fromLatin1(seconds),
+                               u"-t"_s,
+                               QString::number(length),
+                               u"-pix_fmt"_s,
+                               u"yuv420p"_s,
+                               u"-preset"_s,
+                               u"ultrafast"_s,
+                               u"-g"_s,
+                               u"20"_s,
+                               u"-hls_time"_s,
+                               u"4"_s,
+                               u"-hls_playlist_type"_s,
+                               u"vod"_s,
+                               u"-hls_segment_filename"_s,
+                               u"long%d.ts"_s,
+                               u"long.m3u8"_s});
+    QVERIFY(ffmpeg.waitForFinished(60'000) && ffmpeg.exitCode() == 0);
+    m_server = std::make_unique<StreamServer>(m_folder.path());
+    m_recording = m_server->url(u"/long.m3u8"_s);
+    VideoPlugins::addFolder(QStringLiteral(QUILLMERE_TEST_PLUGINS));
+}
+
+void VideoSeekTest::positions()
+{
+    QTest::addColumn<double>("wanted");
+    for (const double wanted : {1.5, 125.0, 1200.0})
+        QTest::addRow("%.1f s", wanted) << wanted;
+}
+
+void VideoSeekTest::aStartLandsAtOrAfterItsPosition()
+{
+    QFETCH(const double, wanted);
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
+    stage.play(m_recording, wanted);
+    stage.player->pause();
+    QTRY_COMPARE_WITH_TIMEOUT(shown.count(), 1, 15'000);
+    const double landed = stage.player->position();
+    QVERIFY2(landed >= wanted && landed < wanted + 1, qPrintable(QString::number(landed, 'f', 4)));
+    QTRY_COMPARE(secondShown(stage.window.grabWindow()), int(std::floor(landed)));
+}
+
+void VideoSeekTest::aSeekLandsAtOrAfterItsPosition()
+{
+    QFETCH(const double, wanted);
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    stage.play(m_recording, 600);
+    QVERIFY(stage.waitForPicture());
+    stage.player->pause();
+    std::optional<bool> finished;
+    stage.player->seek(wanted, SeekTolerance::AtOrAfter, [&finished](bool done) { finished = done; });
+    QTRY_VERIFY_WITH_TIMEOUT(finished, 15'000);
+    QVERIFY(*finished);
+    const double landed = stage.player->position();
+    QVERIFY2(landed >= wanted && landed < wanted + 1, qPrintable(QString::number(landed, 'f', 4)));
+    QTRY_COMPARE(secondShown(stage.window.grabWindow()), int(std::floor(landed)));
+}
+
+void VideoSeekTest::aSeekWhilePlayingPlaysOnFromThere()
+{
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    stage.play(m_recording);
+    QVERIFY(stage.waitForPicture());
+    stage.player->seek(125, SeekTolerance::AtOrAfter);
+    QTRY_VERIFY_WITH_TIMEOUT(stage.player->position() > 126.5, 15'000);
+    QCOMPARE(stage.player->timeControl(), VideoPlayer::TimeControl::Playing);
+    QVERIFY(secondShown(stage.window.grabWindow()) >= 126);
+}
+
+void VideoSeekTest::aSeekForScrubbingLandsNearby()
+{
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    stage.play(m_recording);
+    QVERIFY(stage.waitForPicture());
+    stage.player->pause();
+    std::optional<bool> finished;
+    stage.player->seek(902, SeekTolerance::Nearest, [&finished](bool done) { finished = done; });
+    QTRY_VERIFY_WITH_TIMEOUT(finished, 15'000);
+    QVERIFY(*finished);
+    QVERIFY2(std::abs(stage.player->position() - 902) <= 8, qPrintable(QString::number(stage.player->position())));
+}
+
+void VideoSeekTest::theLastOfManySeeksCounts()
+{
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    stage.play(m_recording);
+    QVERIFY(stage.waitForPicture());
+    stage.player->pause();
+    QList<bool> ends;
+    for (const double wanted : {800.0, 20.0, 1100.0, 333.0})
+        stage.player->seek(wanted, SeekTolerance::AtOrAfter, [&ends](bool done) { ends << done; });
+    QTRY_COMPARE_WITH_TIMEOUT(ends.size(), 4, 15'000);
+    QCOMPARE(ends, (QList<bool>{false, false, false, true}));
+    QVERIFY(stage.player->position() >= 333 && stage.player->position() < 334);
+    QTRY_COMPARE(secondShown(stage.window.grabWindow()), 333);
+}
+
+void VideoSeekTest::dataIsBufferedAhead()
+{
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    stage.play(m_recording, 125);
+    QVERIFY(stage.waitForPicture());
+    QTRY_VERIFY(stage.player->bufferedTo() > stage.player->position() + 8);
+    QVERIFY(stage.player->bufferedTo() <= length + 1);
+    QVERIFY(stage.player->isSeekable());
+}
+
+void VideoSeekTest::aRecordingThatStillGrowsStartsAtItsTop()
+{
+    QByteArray list = m_folder.read(u"long.m3u8"_s);
+    list.replace("#EXT-X-PLAYLIST-TYPE:VOD\n", "").replace("#EXT-X-ENDLIST\n", "");
+    m_server->put(u"/growing.m3u8"_s, list);
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    stage.play(m_server->url(u"/growing.m3u8"_s));
+    QVERIFY(stage.waitForPicture());
+    QVERIFY(stage.player->position() < 5);
+}
+
+QTEST_MAIN(VideoSeekTest)
+#include "VideoSeekTest.moc"

@@ -1,0 +1,153 @@
+#include "VideoStage.h"
+
+using namespace Qt::StringLiterals;
+using Kind = MediaTrack::Kind;
+
+namespace {
+
+constexpr QSize canvas{960, 540}; // half of 1920 x 1080
+constexpr QRect safeArea{40, 30, 880, 480};
+
+/** Where the picture is not black. */
+QRect litArea(const QImage& picture)
+{
+    QRect area;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixelColor(x, y).lightness() > 64)
+                area |= QRect(x, y, 1, 1);
+        }
+    }
+    return area;
+}
+
+} // namespace
+
+/** Audio and subtitle tracks of a real stream: a black picture, two sounds, subtitles in segments. */
+class VideoTrackTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void theStreamsTracksAreListed();
+    void anotherSoundIsChosenAndThePictureGoesOn();
+    void subtitlesStandInTheSafeArea();
+
+private:
+    bool make(const QStringList& input, const QString& name);
+    void putSubtitles();
+    const MediaTrack* track(const VideoStage& stage, Kind kind, int id) const;
+    bool waitForTracks(VideoStage& stage);
+    QByteArray authority() const { return m_folder.read(u"authority.pem"_s); }
+
+    StreamFolder m_folder;
+    std::unique_ptr<StreamServer> m_server;
+};
+
+bool VideoTrackTest::make(const QStringList& input, const QString& name)
+{
+    QProcess ffmpeg;
+    ffmpeg.setWorkingDirectory(m_folder.path());
+    ffmpeg.start(u"ffmpeg"_s, QStringList{u"-v"_s, u"error"_s, u"-nostdin"_s, u"-f"_s, u"lavfi"_s} + input +
+                                  QStringList{u"-t"_s, u"16"_s, u"-hls_time"_s, u"2"_s, u"-hls_playlist_type"_s,
+                                              u"vod"_s, name + u".m3u8"_s});
+    return ffmpeg.waitForFinished() && ffmpeg.exitCode() == 0;
+}
+
+void VideoTrackTest::putSubtitles()
+{
+    QByteArray list = "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:2\n#EXT-X-PLAYLIST-TYPE:VOD\n";
+    for (int part = 0; part < 8; ++part) {
+        const auto time = [](int seconds) { return "00:00:" + QByteArray::number(seconds).rightJustified(2, '0'); };
+        list += "#EXTINF:2,\nwords" + QByteArray::number(part) + ".vtt\n";
+        m_server->put(u"/words%1.vtt"_s.arg(part), "WEBVTT\n\n" + time(2 * part) + ".000 --> " + time(2 * part + 1) +
+                                                       ".900\n" + QByteArray("The harbour stays closed. ").repeated(8) +
+                                                       "\n\n");
+    }
+    m_server->put(u"/words.m3u8"_s, list + "#EXT-X-ENDLIST\n");
+}
+
+void VideoTrackTest::initTestCase()
+{
+    QVERIFY(m_folder.isReady());
+    QVERIFY(make({u"-i"_s, u"color=black:s=640x360:r=25"_s, u"-pix_fmt"_s, u"yuv420p"_s, u"-preset"_s, u"ultrafast"_s,
+                  u"-g"_s, u"50"_s},
+                 u"black"_s));
+    QVERIFY(make({u"-i"_s, u"sine=660"_s, u"-c:a"_s, u"aac"_s}, u"sound"_s));
+    m_server = std::make_unique<StreamServer>(m_folder.path());
+    putSubtitles();
+    m_server->put(u"/other.m3u8"_s, m_folder.read(u"sound.m3u8"_s));
+    m_server->put(u"/master.m3u8"_s,
+                  "#EXTM3U\n#EXT-X-VERSION:4\n"
+                  "#EXT-X-MEDIA:TYPE=AUDIO,GROUP-ID=\"a\",NAME=\"Crier\",LANGUAGE=\"en\",DEFAULT=YES,AUTOSELECT=YES,"
+                  "URI=\"sound.m3u8\"\n"
+                  "#EXT-X-MEDIA:TYPE=AUDIO,GROUP-ID=\"a\",NAME=\"Ausrufer\",LANGUAGE=\"de\",URI=\"other.m3u8\"\n"
+                  "#EXT-X-MEDIA:TYPE=SUBTITLES,GROUP-ID=\"s\",NAME=\"English\",LANGUAGE=\"en\",URI=\"words.m3u8\"\n"
+                  "#EXT-X-STREAM-INF:BANDWIDTH=759000,RESOLUTION=640x360,AUDIO=\"a\",SUBTITLES=\"s\"\nblack.m3u8\n");
+    VideoPlugins::addFolder(QStringLiteral(QUILLMERE_TEST_PLUGINS));
+}
+
+const MediaTrack* VideoTrackTest::track(const VideoStage& stage, Kind kind, int id) const
+{
+    for (const MediaTrack& one : stage.player->tracks()) {
+        if (one.kind == kind && one.id == id)
+            return &one;
+    }
+    return nullptr;
+}
+
+bool VideoTrackTest::waitForTracks(VideoStage& stage)
+{
+    stage.play(m_server->url(u"/master.m3u8"_s));
+    return stage.waitForPicture() && QTest::qWaitFor([&] { return stage.player->tracks().size() == 3; });
+}
+
+void VideoTrackTest::theStreamsTracksAreListed()
+{
+    VideoStage stage(authority(), canvas);
+    QVERIFY(stage.isExposed());
+    QVERIFY(waitForTracks(stage));
+    QVERIFY(track(stage, Kind::Audio, 1) && track(stage, Kind::Audio, 2) && track(stage, Kind::Subtitle, 1));
+    QCOMPARE(track(stage, Kind::Audio, 1)->language, u"en"_s);
+    QCOMPARE(track(stage, Kind::Audio, 2)->language, u"de"_s);
+    QCOMPARE(track(stage, Kind::Subtitle, 1)->language, u"en"_s);
+    QTRY_VERIFY(track(stage, Kind::Audio, 1)->selected);
+    QVERIFY(!track(stage, Kind::Audio, 2)->selected);
+    QVERIFY(!track(stage, Kind::Subtitle, 1)->selected);
+}
+
+void VideoTrackTest::anotherSoundIsChosenAndThePictureGoesOn()
+{
+    VideoStage stage(authority(), canvas);
+    QVERIFY(stage.isExposed());
+    QVERIFY(waitForTracks(stage));
+    const double before = stage.player->position();
+    stage.player->select(Kind::Audio, 2);
+    QTRY_VERIFY(track(stage, Kind::Audio, 2) && track(stage, Kind::Audio, 2)->selected);
+    QVERIFY(!track(stage, Kind::Audio, 1)->selected);
+    QTRY_VERIFY(stage.player->position() > before + 2);
+    QVERIFY(stage.player->position() < before + 4);
+    QCOMPARE(stage.player->timeControl(), VideoPlayer::TimeControl::Playing);
+}
+
+void VideoTrackTest::subtitlesStandInTheSafeArea()
+{
+    VideoStage stage(authority(), canvas);
+    QVERIFY(stage.isExposed());
+    QVERIFY(waitForTracks(stage));
+    QVERIFY(litArea(stage.window.grabWindow()).isEmpty());
+    stage.player->select(Kind::Subtitle, 1);
+    QTRY_VERIFY(track(stage, Kind::Subtitle, 1) && track(stage, Kind::Subtitle, 1)->selected);
+    QRect words;
+    QTRY_VERIFY_WITH_TIMEOUT(!(words = litArea(stage.window.grabWindow())).isEmpty(), 10'000);
+    QVERIFY2(safeArea.contains(words),
+             qPrintable(u"%1,%2 %3x%4"_s.arg(words.x()).arg(words.y()).arg(words.width()).arg(words.height())));
+    QVERIFY(words.width() > canvas.width() / 2);
+    QVERIFY(words.height() > 40);
+    stage.player->select(Kind::Subtitle, MediaTrack::none);
+    QTRY_VERIFY(litArea(stage.window.grabWindow()).isEmpty());
+}
+
+QTEST_MAIN(VideoTrackTest)
+#include "VideoTrackTest.moc"
