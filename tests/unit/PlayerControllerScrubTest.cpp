@@ -30,6 +30,7 @@ private Q_SLOTS:
     void theEndMovesUnderAScrub();
     void whatThePlayerReportsMeanwhileMovesNothing();
     void anotherKeyEndsTheScrubThere();
+    void aPressWithoutAReleaseBeforeEndsTheScrubToo();
     void playEndsTheScrubThereAndPlays();
     void theReleaseOfAnotherKeyEndsNothing();
     void itCannotBeSoughtAnyMoreWhenItIsLetGo();
@@ -217,6 +218,19 @@ void PlayerControllerScrubTest::anotherKeyEndsTheScrubThere()
     QCOMPARE(script.player->timeControl(), TimeControl::Playing);
     QVERIFY(!script.controller.release(Qt::Key_AudioForward));
     QCOMPARE(script.player->seeks.size(), 2);
+}
+
+void PlayerControllerScrubTest::aPressWithoutAReleaseBeforeEndsTheScrubToo()
+{
+    PlayerOnScript script;
+    script.hold(Qt::Key_AudioForward, 3s);
+    script.controller.press(Qt::Key_AudioForward);
+    QCOMPARE(script.player->targets(), QList<double>{632});
+    QCOMPARE(script.controller.stateText(), u"Fast forward 8×"_s);
+    script.clock.advance(1s);
+    script.controller.press(Qt::Key_Left, true);
+    QCOMPARE(script.player->targets(), (QList<double>{632, 640}));
+    QCOMPARE(script.controller.state(), State::Rewinding);
 }
 
 void PlayerControllerScrubTest::playEndsTheScrubThereAndPlays()
