@@ -1,5 +1,7 @@
 #include "Icon.h"
 
+#include "SnappedRect.h"
+
 #include <QPainter>
 #include <QPainterPath>
 
@@ -11,16 +13,6 @@ namespace {
 // The signs are drawn on a square of 100 units, with strokes as heavy as those of the letters beside them.
 constexpr double grid = 100;
 constexpr double stroke = 11;
-
-/** A rectangle between lines that the device's pixels meet, for edges without a grey fringe. */
-QRectF onPixels(const QPainter& painter, const QRectF& area)
-{
-    const QTransform toDevice = painter.deviceTransform();
-    const QRectF device = toDevice.mapRect(area);
-    const QPointF topLeft(std::round(device.left()), std::round(device.top()));
-    const QSizeF size(std::max(1.0, std::round(device.width())), std::max(1.0, std::round(device.height())));
-    return toDevice.inverted().mapRect(QRectF(topLeft, size));
-}
 
 QPen pen(const QColor& color, double width = stroke)
 {
@@ -43,7 +35,7 @@ void drawPlay(QPainter& painter, const QColor& color)
 {
     // Rounded by a thin stroke of its own colour; the middle of its weight stands in the middle of the square.
     constexpr double rounding = 10;
-    const QRectF area = onPixels(painter, {18, 9, 76, 82});
+    const QRectF area = snappedRect(painter, {18, 9, 76, 82}, SnapTo::Size);
     const QRectF inner = area.marginsRemoved({rounding / 2, rounding / 2, rounding / 2, rounding / 2});
     painter.setPen(pen(color, rounding));
     painter.setBrush(color);
@@ -73,7 +65,8 @@ void drawTextLines(QPainter& painter, const QColor& color)
     constexpr double first = 13; // the first line's top
     constexpr double pitch = 21.5;
     for (size_t line = 0; line < lengths.size(); ++line)
-        painter.fillRect(onPixels(painter, {left, first + double(line) * pitch, lengths[line], 10}), color);
+        painter.fillRect(snappedRect(painter, {left, first + double(line) * pitch, lengths[line], 10}, SnapTo::Size),
+                         color);
 }
 
 void drawPause(QPainter& painter, const QColor& color)
@@ -82,7 +75,7 @@ void drawPause(QPainter& painter, const QColor& color)
     painter.setPen(pen(color, rounding));
     painter.setBrush(color);
     for (const double left : {17.0, 59.0}) {
-        const QRectF bar = onPixels(painter, {left, 11, 24, 78});
+        const QRectF bar = snappedRect(painter, {left, 11, 24, 78}, SnapTo::Size);
         painter.drawRect(bar.marginsRemoved({rounding / 2, rounding / 2, rounding / 2, rounding / 2}));
     }
 }

@@ -82,7 +82,7 @@ void SoftShadow::paint(QPainter& painter, const QSizeF& size) const
     painter.restore();
 }
 
-QString SoftShadow::softLook() const
+QString SoftShadow::look() const
 {
     return u"shadow %1 %2 %3"_s.arg(m_color.name(QColor::HexArgb)).arg(m_spread).arg(m_radius);
 }

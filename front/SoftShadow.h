@@ -29,7 +29,8 @@ public:
 
     void paint(QPainter& painter, const QSizeF& size) const override;
     qreal bleed() const override { return m_spread; }
-    QString softLook() const override;
+    QString look() const override;
+    bool isSoft() const override { return true; }
 
 private:
     QColor m_color = Qt::black;

@@ -20,6 +20,7 @@ public:
     using PaintedItem::PaintedItem;
 
     void paint(QPainter& painter, const QSizeF& size) const override;
+    QString look() const override { return QStringLiteral("veneer"); }
 
     /** The grain of a surface `width` points wide, from the leading edge on. */
     static QList<Streak> grain(double width);

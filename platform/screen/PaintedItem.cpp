@@ -1,6 +1,5 @@
 #include "PaintedItem.h"
 
-#include <QMutex>
 #include <QPainter>
 #include <QQuickWindow>
 #include <QSGImageNode>
@@ -10,43 +9,24 @@
 namespace {
 
 constexpr int picturesKept = 2;
-constexpr int sharedPicturesKept = 6;
 constexpr int settlingTime = 50; // milliseconds, more than lies between the steps of a movement
-constexpr double pixelTolerance = 1.0 / 256;
-
-bool near(double a, double b)
-{
-    return std::abs(a - b) < pixelTolerance;
-}
 
 double fraction(double x)
 {
-    return x - std::floor(x + pixelTolerance);
+    return x - std::floor(x + PixelPlacement::tolerance);
 }
 
 /** The smallest rectangle of whole pixels around `area`, rounding errors left aside. */
 QRect wholePixels(const QRectF& area)
 {
-    const QPoint topLeft(int(std::floor(area.left() + pixelTolerance)), int(std::floor(area.top() + pixelTolerance)));
-    const QPoint end(int(std::ceil(area.right() - pixelTolerance)), int(std::ceil(area.bottom() - pixelTolerance)));
+    const QPoint topLeft(int(std::floor(area.left() + PixelPlacement::tolerance)),
+                         int(std::floor(area.top() + PixelPlacement::tolerance)));
+    const QPoint end(int(std::ceil(area.right() - PixelPlacement::tolerance)),
+                     int(std::ceil(area.bottom() - PixelPlacement::tolerance)));
     return {topLeft, QSize(end.x() - topLeft.x(), end.y() - topLeft.y())};
 }
 
 } // namespace
-
-bool PaintedItem::Placement::operator==(const Placement& other) const
-{
-    return pixels == other.pixels && near(phase.x(), other.phase.x()) && near(phase.y(), other.phase.y()) &&
-           near(scale.width() * pixels.width(), other.scale.width() * pixels.width()) &&
-           near(scale.height() * pixels.height(), other.scale.height() * pixels.height());
-}
-
-struct PaintedItem::SharedPicture
-{
-    QString look;
-    QSizeF size; ///< points
-    Picture picture;
-};
 
 PaintedItem::PaintedItem(QQuickItem* parent) : QQuickItem(parent)
 {
@@ -79,14 +59,14 @@ void PaintedItem::geometryChange(const QRectF& newGeometry, const QRectF& oldGeo
         repaint();
 }
 
-PaintedItem::Placement PaintedItem::placement() const
+PixelPlacement PaintedItem::placement() const
 {
     const QTransform toScene = itemTransform(nullptr, nullptr);
     const double ratio = window()->effectiveDevicePixelRatio();
     const QPointF origin = toScene.map(QPointF()) * ratio;
-    Placement placement;
+    PixelPlacement placement;
     // Soft art is painted as if it stood on the grid, and shown on whole pixels by not being filtered.
-    if (softLook().isEmpty())
+    if (!isSoft())
         placement.phase = QPointF(fraction(origin.x()), fraction(origin.y()));
     placement.scale = QSizeF(toScene.m11(), toScene.m22()) * ratio;
     const QRectF art = QRectF(QPointF(), size()).marginsAdded({bleed(), bleed(), bleed(), bleed()});
@@ -102,7 +82,7 @@ void PaintedItem::follow()
 {
     if (!isVisible() || size().isEmpty())
         return;
-    const Placement now = placement();
+    const PixelPlacement now = placement();
     if (now == m_shown) {
         m_settling.stop();
         m_atRest = true;
@@ -123,21 +103,24 @@ void PaintedItem::timerEvent(QTimerEvent* event)
     update();
 }
 
-const PaintedItem::Picture& PaintedItem::pictureFor(const Placement& placement)
+SharedPictures::Picture PaintedItem::pictureFor(const PixelPlacement& placement)
 {
     for (qsizetype i = 0; i < m_pictures.size(); ++i) {
         if (m_pictures.at(i).placement == placement) {
             m_pictures.move(i, 0);
-            return m_pictures.constFirst();
+            return m_pictures.constFirst().image;
         }
     }
-    m_pictures.prepend({placement, softLook().isEmpty() ? painted(placement) : shared(placement)});
+    const auto paint = [&] { return painted(placement); };
+    const QString words = look();
+    m_pictures.prepend({placement, words.isEmpty() ? std::make_shared<const QImage>(paint())
+                                                   : SharedPictures::get({words, size(), placement}, paint)});
     if (m_pictures.size() > picturesKept)
         m_pictures.removeLast();
-    return m_pictures.constFirst();
+    return m_pictures.constFirst().image;
 }
 
-QImage PaintedItem::painted(const Placement& placement) const
+QImage PaintedItem::painted(const PixelPlacement& placement) const
 {
     const QSize pixels(hasUniformRows() ? 1 : placement.pixels.width(), placement.pixels.height());
     QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
@@ -150,32 +133,12 @@ QImage PaintedItem::painted(const Placement& placement) const
     return image;
 }
 
-/** The picture of soft art of this look and size, painted by whichever item needed it first. */
-QImage PaintedItem::shared(const Placement& placement) const
-{
-    static QMutex mutex;                  // a render thread is a window's
-    static QList<SharedPicture> pictures; // latest first
-    const QMutexLocker lock(&mutex);
-    const QString look = softLook();
-    for (qsizetype i = 0; i < pictures.size(); ++i) {
-        const SharedPicture& known = pictures.at(i);
-        if (known.look == look && known.size == size() && known.picture.placement == placement) {
-            pictures.move(i, 0);
-            return pictures.constFirst().picture.image;
-        }
-    }
-    pictures.prepend({look, size(), {placement, painted(placement)}});
-    if (pictures.size() > sharedPicturesKept)
-        pictures.removeLast();
-    return pictures.constFirst().picture.image;
-}
-
 QSGNode* PaintedItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
 {
     auto node = static_cast<QSGImageNode*>(old);
     if (!isVisible())
         return node;
-    const Placement now = placement();
+    const PixelPlacement now = placement();
     if (now.pixels.isEmpty()) {
         delete node;
         return nullptr;
@@ -187,10 +150,10 @@ QSGNode* PaintedItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
         node = window()->createImageNode();
     // A new input is painted at once, the rest when the movement has ended.
     if (m_inputsChanged || !hasTexture || (m_atRest && !(now == m_shown))) {
-        const Picture& picture = pictureFor(now);
+        const SharedPictures::Picture picture = pictureFor(now);
         node->setOwnsTexture(true);
-        node->setTexture(window()->createTextureFromImage(picture.image));
-        node->setSourceRect(picture.image.rect());
+        node->setTexture(window()->createTextureFromImage(*picture));
+        node->setSourceRect(picture->rect());
         const QPointF corner = now.pixels.topLeft() - now.phase;
         node->setRect(QRectF(corner.x() / now.scale.width(), corner.y() / now.scale.height(),
                              now.pixels.width() / now.scale.width(), now.pixels.height() / now.scale.height()));

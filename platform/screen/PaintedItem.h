@@ -1,7 +1,9 @@
 #pragma once
 
+#include "PixelPlacement.h"
+#include "SharedPictures.h"
+
 #include <QBasicTimer>
-#include <QImage>
 #include <QList>
 #include <QQuickItem>
 
@@ -35,10 +37,16 @@ public:
     virtual bool hasUniformRows() const { return false; }
 
     /**
-     * What the art looks like, in words, if it is so soft that half a pixel to either side does not show: items that
-     * answer the same share one picture of each size. Empty for art of its own.
+     * What the art looks like, in words: items that answer the same, and have the same size and stand alike on the grid
+     * of the device's pixels, share one picture. Empty for art of its own.
      */
-    virtual QString softLook() const { return {}; }
+    virtual QString look() const { return {}; }
+
+    /** Whether half a pixel to either side does not show; then where it stands makes no difference. */
+    virtual bool isSoft() const { return false; }
+
+    /** The picture on the glass; null while there is none. */
+    SharedPictures::Picture picture() const { return m_pictures.isEmpty() ? nullptr : m_pictures.constFirst().image; }
 
 Q_SIGNALS:
     /** The art's inputs have changed. */
@@ -54,31 +62,19 @@ protected:
     QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override;
 
 private:
-    /** How the item stands on the grid of the device's pixels; a move by whole ones makes no difference. */
-    struct Placement
-    {
-        QPointF phase; ///< from a corner of the grid to the item's top left corner, in device pixels
-        QSizeF scale;  ///< device pixels a point
-        QRect pixels;  ///< what the art covers, from that corner of the grid
-
-        /** Whether a picture painted for one serves the other. */
-        bool operator==(const Placement& other) const;
-    };
     struct Picture
     {
-        Placement placement;
-        QImage image;
+        PixelPlacement placement;
+        SharedPictures::Picture image;
     };
-    struct SharedPicture;
 
-    Placement placement() const;
+    PixelPlacement placement() const;
     void follow();
-    const Picture& pictureFor(const Placement& placement);
-    QImage painted(const Placement& placement) const;
-    QImage shared(const Placement& placement) const;
+    SharedPictures::Picture pictureFor(const PixelPlacement& placement);
+    QImage painted(const PixelPlacement& placement) const;
 
-    Placement m_seen;  ///< in the frame before
-    Placement m_shown; ///< the one that the picture on the glass was painted for
+    PixelPlacement m_seen;  ///< in the frame before
+    PixelPlacement m_shown; ///< the one that the picture on the glass was painted for
     bool m_atRest = true;
     QBasicTimer m_settling; ///< runs from the latest movement until it counts as the last
     bool m_inputsChanged = true;

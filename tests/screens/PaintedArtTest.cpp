@@ -1,5 +1,6 @@
 #include "SoftShadow.h"
 #include "Stage.h"
+#include "VeneerBackground.h"
 
 #include <QPainter>
 #include <QTest>
@@ -37,6 +38,26 @@ public:
     {
         ++paintings;
         SoftShadow::paint(painter, size);
+    }
+};
+
+/** A veneer that counts how often any of its kind is painted. */
+class CountedVeneer : public VeneerBackground
+{
+public:
+    static inline int paintings = 0;
+
+    CountedVeneer(QQuickItem* parent, QPointF at)
+    {
+        setSize({1200, 700}); // more than is kept unshown
+        setPosition(at);
+        setParentItem(parent);
+    }
+
+    void paint(QPainter& painter, const QSizeF& size) const override
+    {
+        ++paintings;
+        VeneerBackground::paint(painter, size);
     }
 };
 
@@ -80,6 +101,10 @@ private Q_SLOTS:
     void aSharedShadowStandsWhereItBelongs();
     void aShadowThatReturnsIsNotPaintedAgain();
     void onlyAFewSharedPicturesAreKept();
+    void manyShadowsThatAreShownAreAllShared();
+    void equalVeneersArePaintedOnceIfTheyStandAlike_data();
+    void equalVeneersArePaintedOnceIfTheyStandAlike();
+    void aVeneerThatNobodyShowsIsReleased();
 };
 
 void PaintedArtTest::aMoveByWholePixelsLeavesThePictureAsItIs_data()
@@ -278,13 +303,71 @@ void PaintedArtTest::onlyAFewSharedPicturesAreKept()
         stage.waitForFrame();
     };
     show(10);
-    for (int spread = 30; spread < 60; ++spread)
+    for (int spread = 30; spread < 70; ++spread)
         show(spread);
     CountedShadow::paintings = 0;
-    show(59);
+    show(69);
     QCOMPARE(CountedShadow::paintings, 0);
     show(10);
     QCOMPARE(CountedShadow::paintings, 1);
+}
+
+void PaintedArtTest::manyShadowsThatAreShownAreAllShared()
+{
+    Stage stage({1920, 300});
+    QQuickItem* root = stage.put(u"Item {}"_s);
+    std::array<CountedShadow, 12> shadows;
+    std::array<CountedShadow, 12> others;
+    for (size_t i = 0; i < shadows.size(); ++i) {
+        place(shadows[i], root, {150.0 * double(i), 20});
+        shadows[i].setSpread(10 + double(i));
+    }
+    stage.settle();
+    CountedShadow::paintings = 0;
+    for (size_t i = 0; i < others.size(); ++i) {
+        place(others[i], root, {150.0 * double(i), 160});
+        others[i].setSpread(10 + double(i));
+    }
+    stage.settle();
+    QCOMPARE(CountedShadow::paintings, 0);
+}
+
+void PaintedArtTest::equalVeneersArePaintedOnceIfTheyStandAlike_data()
+{
+    QTest::addColumn<QPointF>("at");
+    QTest::addColumn<int>("paintings");
+    QTest::newRow("at the same place") << QPointF(0, 0) << 1;
+    QTest::newRow("whole pixels on") << QPointF(12, 7) << 1;
+    QTest::newRow("half a pixel on") << QPointF(0.5, 0) << 2;
+}
+
+void PaintedArtTest::equalVeneersArePaintedOnceIfTheyStandAlike()
+{
+    QFETCH(QPointF, at);
+    QFETCH(int, paintings);
+    Stage stage({1300, 800});
+    QQuickItem* root = stage.put(u"Item {}"_s);
+    CountedVeneer::paintings = 0;
+    const CountedVeneer first(root, {0, 0});
+    stage.settle();
+    const CountedVeneer second(root, at);
+    stage.settle();
+    QCOMPARE(CountedVeneer::paintings, paintings);
+    QCOMPARE(first.picture() == second.picture(), paintings == 1);
+}
+
+void PaintedArtTest::aVeneerThatNobodyShowsIsReleased()
+{
+    Stage stage({1300, 800});
+    QQuickItem* root = stage.put(u"Item {}"_s);
+    std::weak_ptr<const QImage> picture;
+    {
+        const CountedVeneer veneer(root, {0, 0});
+        stage.settle();
+        picture = veneer.picture();
+        QVERIFY(!picture.expired());
+    }
+    QVERIFY(picture.expired());
 }
 
 QTEST_MAIN(PaintedArtTest)

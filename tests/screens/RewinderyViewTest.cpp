@@ -1,4 +1,5 @@
 #include "ShopHouse.h"
+#include "VeneerBackground.h"
 
 #include <QRegularExpression>
 
@@ -18,6 +19,7 @@ private Q_SLOTS:
     void aLongRowHasFewCassettesAtATime();
     void manyChipsAreAllReached();
     void aCassetteOpensItsTapeAndBackReturnsToIt();
+    void aTapesPageShowsTheShopsOwnVeneer();
     void backLeavesTheShopOnce();
     void theSearchIsAFlagUntilItHasAScreen();
     void theSearchScreenCoversTheShop();
@@ -168,6 +170,19 @@ void RewinderyViewTest::aCassetteOpensItsTapeAndBackReturnsToIt()
     QCOMPARE(m_house->heard(), u"Tape 2"_s);
     m_house->stage.settle();
     QVERIFY(m_house->isFocusInSight());
+}
+
+void RewinderyViewTest::aTapesPageShowsTheShopsOwnVeneer()
+{
+    m_house->show(u"A: 1 2 3; B: 4"_s);
+    m_house->press({Qt::Key_Down, Qt::Key_Select});
+    m_house->stage.settle();
+    const auto veneers = Stage::all(m_house->house, "VeneerBackground");
+    QCOMPARE(veneers.size(), 2);
+    const auto picture = [](QQuickItem* veneer) { return qobject_cast<VeneerBackground*>(veneer)->picture(); };
+    QVERIFY(picture(veneers.first()));
+    // To paint another takes longer than several frames.
+    QCOMPARE(picture(veneers.last()), picture(veneers.first()));
 }
 
 void RewinderyViewTest::backLeavesTheShopOnce()
