@@ -44,13 +44,16 @@ void CassetteItem::setCover(const VHSCover& cover)
 {
     if (m_cover == cover)
         return;
+    const bool looksTheSame = printOf(m_cover) == printOf(cover);
     m_cover = cover;
-    // Never another tape's picture, not even for a frame.
-    m_picture.reset();
-    m_studio->cancel(*this);
-    if (m_placed)
-        order();
-    update();
+    if (!looksTheSame) {
+        // Never another tape's picture, not even for a frame.
+        m_picture.reset();
+        m_studio->cancel(*this);
+        if (m_placed)
+            order();
+        update();
+    }
     Q_EMIT coverChanged();
 }
 
@@ -63,8 +66,14 @@ void CassetteItem::itemChange(ItemChange change, const ItemChangeData& data)
 {
     if (change == ItemSceneChange) {
         disconnect(m_frames);
-        if (data.window)
+        disconnect(m_heights);
+        if (data.window) {
             m_frames = connect(data.window, &QQuickWindow::afterAnimating, this, &CassetteItem::follow);
+            m_heights = connect(data.window, &QQuickWindow::heightChanged, this, &CassetteItem::adaptBudget);
+            adaptBudget();
+        }
+    } else if (change == ItemDevicePixelRatioHasChanged) {
+        adaptBudget();
     }
     // Who cannot be seen wants nothing, and starts anew when it is seen.
     if (change == ItemSceneChange || change == ItemVisibleHasChanged) {
@@ -127,11 +136,20 @@ void CassetteItem::timerEvent(QTimerEvent* event)
     order();
 }
 
+CassettePrint CassetteItem::printOf(const VHSCover& cover) const
+{
+    return {m_form, cover, width(), m_restingPixels};
+}
+
 void CassetteItem::order()
 {
-    m_studio->setBudget(CassetteStudio::budgetFor(int(window()->height() * window()->effectiveDevicePixelRatio())));
-    if (const auto picture = m_studio->order(*this, {m_form, m_cover, width(), m_restingPixels}))
+    if (const auto picture = m_studio->order(*this, printOf(m_cover)))
         take(picture);
+}
+
+void CassetteItem::adaptBudget()
+{
+    m_studio->setBudget(CassetteStudio::budgetFor(int(window()->height() * window()->effectiveDevicePixelRatio())));
 }
 
 double CassetteItem::distance() const

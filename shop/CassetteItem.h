@@ -56,7 +56,9 @@ private:
 
     Placement placement() const;
     void follow();
+    CassettePrint printOf(const VHSCover& cover) const;
     void order();
+    void adaptBudget();
 
     CassettePrint::Form m_form;
     VHSCover m_cover;
@@ -66,4 +68,5 @@ private:
     QSize m_restingPixels;             ///< the size at which it last was at rest
     QBasicTimer m_settling;            ///< runs from the latest change of size until it counts as the last
     QMetaObject::Connection m_frames;
+    QMetaObject::Connection m_heights;
 };

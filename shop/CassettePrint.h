@@ -10,6 +10,10 @@ struct CassettePrint
 {
     enum class Form { BoxFront, ShelfCard };
 
+    CassettePrint() = default;
+    /** Of `cover` it takes only what is drawn. */
+    CassettePrint(Form form, const VHSCover& cover, double width, QSize pixels);
+
     Form form = Form::BoxFront;
     VHSCover cover;
     double width = 0; ///< points
@@ -17,6 +21,7 @@ struct CassettePrint
 
     bool operator==(const CassettePrint&) const = default;
 
+    /** Null if there is no memory for it. */
     QImage paint() const;
 };
 

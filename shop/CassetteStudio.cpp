@@ -27,13 +27,13 @@ std::shared_ptr<CassetteStudio> CassetteStudio::shared()
 
 CassetteStudio::Picture CassetteStudio::order(Customer& customer, const CassettePrint& print)
 {
-    ++m_time;
+    ++m_turn;
     if (const auto kept = m_kept.find(print); kept != m_kept.end()) {
         m_orders.erase(&customer);
-        kept->lastUse = m_time;
+        kept->lastUse = m_turn;
         return kept->picture;
     }
-    m_orders.insert_or_assign(&customer, Order{print, m_time});
+    m_orders.insert_or_assign(&customer, Order{print, m_turn});
     if (!m_isWorking) {
         m_isWorking = true;
         // Later, so that of a whole screen's orders the most wanted is the first.
@@ -76,17 +76,20 @@ std::optional<CassettePrint> CassetteStudio::mostWanted() const
 
 void CassetteStudio::keep(const CassettePrint& print, QImage image)
 {
-    m_bytes += image.sizeInBytes();
-    const auto kept = m_kept.insert(print, {std::make_shared<const QImage>(std::move(image)), ++m_time});
     QList<Customer*> waiting;
     for (const auto& [customer, order] : m_orders) {
         if (order.print == print)
             waiting.append(customer);
     }
-    for (Customer* customer : std::as_const(waiting)) {
+    for (Customer* customer : std::as_const(waiting))
         m_orders.erase(customer);
+    // There was no memory for it: what was shown until now stays.
+    if (image.isNull())
+        return;
+    m_bytes += image.sizeInBytes();
+    const auto kept = m_kept.insert(print, {std::make_shared<const QImage>(std::move(image)), ++m_turn});
+    for (Customer* customer : std::as_const(waiting))
         customer->take(kept->picture);
-    }
     discard();
 }
 

@@ -74,7 +74,7 @@ private:
     QHash<CassettePrint, Kept> m_kept;
     qint64 m_bytes = 0;
     qint64 m_budget = budgetFor(0);
-    quint64 m_time = 0; ///< counts orders and uses
+    quint64 m_turn = 0; ///< counts orders and uses
     bool m_isWorking = false;
     Worker m_worker;
     Mailbox m_mailbox;

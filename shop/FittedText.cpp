@@ -7,14 +7,13 @@
 
 namespace {
 
-constexpr qsizetype longest = 600; // UTF-16 units, more than the smallest type has room for
 constexpr double unbounded = 1e6;
 constexpr double tolerance = 0.01;
 constexpr double finestStep = 1.0 / 64; // of the size, in the search for the one that fits
 
 QString onOneLine(const QString& text)
 {
-    QString line = text.first(std::min(text.size(), longest));
+    QString line = text.left(FittedText::longest);
     if (!line.isEmpty() && line.back().isHighSurrogate())
         line.chop(1);
     for (QChar& character : line) {

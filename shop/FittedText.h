@@ -16,6 +16,9 @@ class QPainter;
 class FittedText
 {
 public:
+    /** What can be read of a text, in UTF-16 units: more than the smallest type has room for. */
+    static constexpr qsizetype longest = 600;
+
     /** On one line of at most `width`. */
     static FittedText line(const QString& text, const QFont& font, double width, double least);
 

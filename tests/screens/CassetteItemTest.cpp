@@ -61,6 +61,8 @@ private Q_SLOTS:
     void aCassetteAtRestIsItsPicturePixelForPixel();
     void untilItsPictureIsThereItIsAPlateOfItsHue();
     void aNewCoverNeverShowsTheOldPicture();
+    void aCoverThatLooksTheSameKeepsThePicture_data();
+    void aCoverThatLooksTheSameKeepsThePicture();
     void theCardsOfARowAreAllOfOneSize();
     void aLiftedCardIsPaintedAtItsSizeWhenItHasComeToRest();
     void aCardThatSettlesShowsItsFirstPictureAgain();
@@ -148,6 +150,40 @@ void CassetteItemTest::aNewCoverNeverShowsTheOldPicture()
     card->setCover(sampleCover(145));
     QVERIFY(card->hasPicture());
     QCOMPARE(glance(stage).copy(20, 20, 250, 391), printOf({Form::ShelfCard, sampleCover(145), 250, QSize(250, 391)}));
+}
+
+void CassetteItemTest::aCoverThatLooksTheSameKeepsThePicture_data()
+{
+    VHSCover full = sampleCover();
+    full.id = 7;
+    full.spineTitle = full.bodyName = full.shelf = full.dateLabel = full.synopsis = full.rating.full = u"x"_s;
+    full.hasAgenda = true;
+    VHSCover withoutTranscript = sampleCover();
+    withoutTranscript.hasTranscript = false;
+    VHSCover renamed = full;
+    renamed.title = u"x"_s;
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<VHSCover>("cover");
+    QTest::addColumn<bool>("isKept");
+    QTest::newRow("box, what it does not draw") << u"VHSBoxFront"_s << full << true;
+    QTest::newRow("card, what it does not draw") << u"VHSShelfCard"_s << full << true;
+    QTest::newRow("box, a transcript") << u"VHSBoxFront"_s << withoutTranscript << true;
+    QTest::newRow("card, a transcript") << u"VHSShelfCard"_s << withoutTranscript << false;
+    QTest::newRow("box, another title") << u"VHSBoxFront"_s << renamed << false;
+}
+
+void CassetteItemTest::aCoverThatLooksTheSameKeepsThePicture()
+{
+    QFETCH(QString, type);
+    QFETCH(VHSCover, cover);
+    QFETCH(bool, isKept);
+    Stage stage({500, 700});
+    CassetteItem* item = cassetteOf(stage.put(u"import Quillmere.Shop\nItem { %1 { width: 250 } }"_s.arg(type)));
+    item->setCover(sampleCover());
+    QTRY_VERIFY(item->hasPicture());
+    item->setCover(cover);
+    QCOMPARE(item->cover(), cover);
+    QCOMPARE(item->hasPicture(), isKept);
 }
 
 void CassetteItemTest::theCardsOfARowAreAllOfOneSize()

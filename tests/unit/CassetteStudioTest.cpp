@@ -70,6 +70,7 @@ private Q_SLOTS:
     void anyDifferenceIsAnotherPicture();
     void thePictureUsedLongestAgoGoesFirst();
     void whatIsShownIsNeverGivenUp();
+    void aPictureThatThereIsNoMemoryForIsNotDelivered();
     void aTallWindowHasALargerBudget();
     void theSharedStudioGoesWithItsLastUser();
     void aStudioThatGoesDeliversNothingMore();
@@ -232,6 +233,20 @@ void CassetteStudioTest::whatIsShownIsNeverGivenUp()
     viewers.clear();
     studio.setBudget(2 * pictureSize);
     QCOMPARE(studio.bytesKept(), 2 * pictureSize);
+}
+
+void CassetteStudioTest::aPictureThatThereIsNoMemoryForIsNotDelivered()
+{
+    CassetteStudio studio;
+    Viewer viewer;
+    CassettePrint huge = printOf(u"A"_s);
+    huge.pixels = QSize(1, 1) * 1'000'000'000;
+    studio.order(viewer, huge);
+    Viewer after;
+    studio.order(after, printOf(u"B"_s));
+    QTRY_VERIFY(after.shown);
+    QCOMPARE(viewer.taken, 0);
+    QCOMPARE(studio.bytesKept(), pictureSize);
 }
 
 void CassetteStudioTest::aTallWindowHasALargerBudget()
