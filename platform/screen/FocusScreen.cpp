@@ -31,8 +31,8 @@ FocusScreen::FocusScreen(QQuickItem* parent) : QQuickItem(parent)
 
 FocusScreen::~FocusScreen()
 {
-    // The things on it leave after its own members have gone.
-    disconnect(m_leaving);
+    // The things on it leave, and its contents shrink, after its own members have gone.
+    forget();
 }
 
 FocusScreen* FocusScreen::around(const QQuickItem* item)
@@ -61,11 +61,8 @@ void FocusScreen::focus(Focusable* focusable, bool atOnce)
     if (!focusable || around(focusable) != this)
         return;
     const bool isNew = m_focused != focusable;
+    forget();
     m_focused = focusable;
-    disconnect(m_leaving);
-    for (const auto& length : std::exchange(m_lengths, {}))
-        disconnect(length);
-    m_isReading = false;
     m_leaving = connect(focusable, &QQuickItem::windowChanged, this, &FocusScreen::keepFocusSoon);
     if (!isYielding())
         focusable->setFocus(true);
@@ -80,6 +77,7 @@ void FocusScreen::focus(Focusable* focusable, bool atOnce)
         }
     }
     remember();
+    m_toldOfFocus = true;
     if (isNew)
         Q_EMIT focusedChanged();
 }
@@ -170,8 +168,19 @@ void FocusScreen::letGo()
 {
     if (scopedFocusItem())
         scopedFocusItem()->setFocus(false);
+    forget();
+    if (std::exchange(m_toldOfFocus, false))
+        Q_EMIT focusedChanged();
+}
+
+/** Ends all that is done for the focused thing's sake. */
+void FocusScreen::forget()
+{
     m_focused = nullptr;
-    Q_EMIT focusedChanged();
+    disconnect(m_leaving);
+    for (const auto& length : std::exchange(m_lengths, {}))
+        disconnect(length);
+    m_isReading = false;
 }
 
 void FocusScreen::remember()

@@ -72,12 +72,14 @@ private:
     void settle();
     Focusable* successor() const;
     void letGo();
+    void forget();
     void remember();
     void reveal(ScrollArea& area, bool atOnce) const;
     void follow(ScrollArea& area);
     bool readOn(int arrow);
 
     QPointer<Focusable> m_focused;
+    bool m_toldOfFocus = false; ///< by the latest focusedChanged
     QPointer<FocusScreen> m_cover;
 
     // Where the focused thing stood, for when it has vanished.

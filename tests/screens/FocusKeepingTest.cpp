@@ -1,7 +1,9 @@
 #include "FocusStage.h"
 
 #include "FocusSection.h"
+#include "ScrollArea.h"
 
+#include <QMetaMethod>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -11,6 +13,18 @@ using namespace Qt::StringLiterals;
 
 using Change = std::function<void(FocusStage&)>;
 Q_DECLARE_METATYPE(Change)
+
+namespace {
+
+/** An area that tells whether anyone hears of its length. */
+class HeardArea : public ScrollArea
+{
+public:
+    using ScrollArea::ScrollArea;
+    bool isHeard() const { return isSignalConnected(QMetaMethod::fromSignal(&ScrollArea::contentExtentChanged)); }
+};
+
+} // namespace
 
 /** What holds the focus as things and screens come and go. */
 class FocusKeepingTest : public QObject
@@ -39,6 +53,9 @@ private Q_SLOTS:
     void aHiddenScreenRemembersItsFocus();
     void aScreenThatIsNotInFrontDoesNotTakeTheKeys();
     void aScreenGoesWithItsFocusedThing();
+    void aScreenThatGoesHearsNoMoreOfItsContents();
+    void aScreenWithoutFocusHearsNothingOfItsContents();
+    void thatThereIsNothingToFocusIsToldOnce();
 
 private:
     static QString row(const FocusStage& stage);
@@ -336,6 +353,51 @@ void FocusKeepingTest::aScreenGoesWithItsFocusedThing()
     QCOMPARE(stage.focused(), u"screen"_s);
     stage.screen().takeFocus();
     QCOMPARE(stage.focused(), u"a"_s);
+}
+
+void FocusKeepingTest::aScreenThatGoesHearsNoMoreOfItsContents()
+{
+    HeardArea area;
+    auto screen = std::make_unique<FocusScreen>();
+    area.setParentItem(screen.get());
+    Focusable thing;
+    thing.setParentItem(area.contentItem());
+    screen->focus(&thing);
+    QVERIFY(area.isHeard());
+    bool wasHeard = true;
+    connect(&area, &QQuickItem::parentChanged, this, [&] { wasHeard = area.isHeard(); });
+    screen.reset();
+    QVERIFY(!wasHeard);
+}
+
+void FocusKeepingTest::aScreenWithoutFocusHearsNothingOfItsContents()
+{
+    FocusStage stage;
+    FocusScreen& screen = stage.walk({});
+    HeardArea area;
+    area.setSize({500, 500});
+    area.setParentItem(&screen);
+    Focusable thing;
+    thing.setSize({100, 100});
+    thing.setParentItem(area.contentItem());
+    screen.focus(&thing);
+    QVERIFY(area.isHeard());
+    thing.setVisible(false);
+    screen.keepFocus();
+    QVERIFY(!screen.focused());
+    QVERIFY(!area.isHeard());
+}
+
+void FocusKeepingTest::thatThereIsNothingToFocusIsToldOnce()
+{
+    FocusStage stage;
+    FocusScreen& screen = stage.walk(stage.thing("only", {0, 0, 100, 100}));
+    const QSignalSpy told(&screen, &FocusScreen::focusedChanged);
+    delete &stage.named("only");
+    stage.press(Qt::Key_Down);
+    stage.press(Qt::Key_Down);
+    stage.press(Qt::Key_Left);
+    QCOMPARE(told.count(), 1);
 }
 
 QTEST_MAIN(FocusKeepingTest)
