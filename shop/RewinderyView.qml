@@ -85,8 +85,7 @@ NavigationStack {
                     y: counter.y + counter.height + spacing
                     width: parent.width
                     spacing: 54
-                    // A shelf's title line, its cassettes and the space around them.
-                    extent: 525
+                    extent: ShelfRow.Size.Length
                     ahead: extent + spacing
                     model: controller.shelves
                     place: controller.shelves.place
@@ -94,7 +93,6 @@ NavigationStack {
 
                     ShelfRow {
                         width: room.width
-                        height: shelves.extent
                         onOpened: cassette => controller.open(cassettes, cassette)
                     }
                 }
@@ -109,7 +107,7 @@ NavigationStack {
 
             ScrollIndicator {
                 anchors.right: parent.right
-                anchors.rightMargin: 32
+                anchors.rightMargin: 8
                 y: 50
                 height: parent.height - 100
                 area: room
