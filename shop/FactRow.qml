@@ -11,6 +11,8 @@ Row {
     spacing: 16
 
     Text {
+        id: name
+
         width: 240
         text: fact.label
         font: Typography.monospaced(20, Font.DemiBold, 2)
@@ -22,7 +24,7 @@ Row {
     }
 
     Text {
-        width: fact.width - 240 - fact.spacing
+        width: fact.width - name.width - fact.spacing
         text: fact.value
         font: Typography.standard(24)
         color: StationPalette.faded(StationPalette.cream, 0.85)

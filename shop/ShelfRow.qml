@@ -14,6 +14,17 @@ FocusSection {
 
     signal opened(int cassette)
 
+    enum Size {
+        // The title line, the cassettes and the space around them.
+        Length = 525
+    }
+
+    // Around the cassettes, for the lift and the shadow of the focused one.
+    readonly property real above: 34
+    readonly property real beside: 6
+
+    height: ShelfRow.Size.Length
+
     Item {
         id: titleLine
 
@@ -95,14 +106,14 @@ FocusSection {
         orientation: Qt.Horizontal
         // The cassette on either side of the focused one is always in sight.
         lead: stack.extent + stack.spacing
-        contentExtent: stack.width + 12
+        contentExtent: stack.width + 2 * shelf.beside
 
         LazyStack {
             id: stack
 
-            x: 6
-            y: 34
-            height: parent.height - 68
+            x: shelf.beside
+            y: shelf.above
+            height: parent.height - 2 * shelf.above
             orientation: Qt.Horizontal
             extent: 250
             spacing: 40

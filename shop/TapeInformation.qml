@@ -1,0 +1,172 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Quillmere.Front
+import Quillmere.Screen
+import Quillmere.Shop
+
+// What is known of a tape, and the buttons that play it: the column beside its box.
+Column {
+    id: information
+
+    required property TapeDetailController detail
+
+    // Above and below the texts at the ends.
+    required property real margin
+
+    // Whether the focus comes to the texts, too.
+    required property bool isWalked
+
+    spacing: 26
+
+    ReadingBlock {
+        name: information.detail.title
+        above: information.margin
+        width: parent.width
+        enabled: information.isWalked
+
+        Column {
+            width: parent.width
+            spacing: 26
+
+            Text {
+                width: parent.width
+                text: information.detail.title
+                font: Typography.standard(52, Font.Black)
+                color: StationPalette.cream
+                horizontalAlignment: Text.AlignLeft
+                wrapMode: Text.Wrap
+                textFormat: Text.PlainText
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
+            }
+
+            Flow {
+                width: parent.width
+                spacing: 12
+
+                TapeBadge {
+                    text: information.detail.genreBadge
+                    color: StationPalette.teal
+                }
+                TapeBadge {
+                    text: information.detail.ratingBadge
+                }
+                TapeBadge {
+                    text: information.detail.runtimeBadge
+                }
+                TapeBadge {
+                    text: information.detail.speedBadge
+                }
+                TapeBadge {
+                    text: information.detail.agendaBadge
+                    color: StationPalette.amber
+                    ink: StationPalette.inkNavy
+                }
+            }
+
+            Text {
+                width: parent.width
+                text: information.detail.tagline
+                font: Typography.standard(30, Font.Normal, 0, true)
+                color: StationPalette.amber
+                horizontalAlignment: Text.AlignLeft
+                wrapMode: Text.Wrap
+                textFormat: Text.PlainText
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+
+            Text {
+                width: parent.width
+                text: information.detail.synopsis
+                font: line.font
+                color: StationPalette.faded(StationPalette.cream, 0.8)
+                horizontalAlignment: Text.AlignLeft
+                wrapMode: Text.Wrap
+                lineHeight: 1 + 6 / line.lineSpacing
+                bottomPadding: -6
+                textFormat: Text.PlainText
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+
+                FontMetrics {
+                    id: line
+
+                    font: Typography.standard(26)
+                }
+            }
+        }
+    }
+
+    FocusSection {
+        width: parent.width
+        height: buttons.height + 8
+
+        Row {
+            id: buttons
+
+            y: 8
+            spacing: 22
+
+            PlateButton {
+                text: information.detail.playText
+                icon: Icon.Play
+                preferred: true
+                onSelected: information.detail.play()
+            }
+
+            PlateButton {
+                visible: information.detail.canStartOver
+                text: TapeDetailTexts.startOver
+                icon: Icon.StartOver
+                onSelected: information.detail.startOver()
+            }
+
+            PlateButton {
+                visible: information.detail.hasTranscript
+                text: TapeDetailTexts.readTranscript
+                icon: Icon.TextLines
+                onSelected: information.detail.readTranscript()
+            }
+        }
+    }
+
+    ReadingBlock {
+        name: information.detail.catalogueLine
+        below: information.margin
+        width: parent.width
+        enabled: information.isWalked
+
+        Column {
+            width: parent.width
+            spacing: 26
+
+            Column {
+                topPadding: 10
+                spacing: 10
+
+                Repeater {
+                    model: information.detail.facts
+
+                    FactRow {
+                        width: information.width
+                    }
+                }
+            }
+
+            Text {
+                topPadding: 10
+                width: parent.width
+                text: information.detail.catalogueLine
+                font: Typography.standard(20, Font.DemiBold)
+                color: StationPalette.faded(StationPalette.cream, 0.4)
+                horizontalAlignment: Text.AlignLeft
+                wrapMode: Text.Wrap
+                textFormat: Text.PlainText
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+    }
+}
