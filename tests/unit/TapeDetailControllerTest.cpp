@@ -1,16 +1,13 @@
-#include "TapeDetailController.h"
-#include "StoreOnScript.h"
+#include "TapeDetailOnScript.h"
 
 #include <QSignalSpy>
 
-/** The tape's screen without a window, on a hub that answers when and what the test says. */
-class TapeDetailControllerTest : public QObject
+/** The tape and its full record on its screen, and what the screen says. */
+class TapeDetailControllerTest : public TapeDetailOnScript
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
     void untilTheHubAnswersTheTapeIsShownAsItCame();
     void appearingFetchesTheTapeByItsId();
     void theFullRecordReplacesTheTape();
@@ -24,76 +21,11 @@ private Q_SLOTS:
     void appearingAgainFetchesAgainAndKeepsTheRecord();
     void coveringTheScreenFetchesNothing();
     void aFreshScreenFetchesAnew();
-    void withoutAPositionTheTapeStartsAtItsTop();
-    void aPositionIsResumedOrStartedOver();
-    void thePositionIsReadAgainWhenThePlayerCloses();
-    void aPositionThatThePlayerKeepsInGoingIsShown();
-    void thePositionIsReadAgainOnAppearing();
-    void aDamagedPositionIsNone_data();
-    void aDamagedPositionIsNone();
-    void thePositionIsThatOfTheTapeOnScreen();
-    void startAtKeepsItsLastValue();
     void theTranscriptIsOfferedOnlyWhereThereIsOne();
-    void readingAndPlayingAreToldOnce();
     void theTextsAreThoseOfTheTapeOnScreen();
     void theFactsAreRowsOfLabelAndValue();
     void theStoresNewsChangesNothingHere();
-
-private:
-    static Tape ordinary();
-    void open(const Tape& tape = ordinary());
-    QStringList values() const;
-    QByteArray fullRecord() const;
-
-    std::unique_ptr<StoreOnScript> m_shop;
-    std::unique_ptr<TapeDetailController> m_screen;
-    const QString m_path = u"/api/tv/tape/9007199254740993"_s;
-    static constexpr qint64 id = 9007199254740993; // one more than a double can count to
 };
-
-void TapeDetailControllerTest::init()
-{
-    m_shop = std::make_unique<StoreOnScript>();
-    open();
-}
-
-void TapeDetailControllerTest::cleanup()
-{
-    m_screen.reset();
-    m_shop.reset();
-    QCoreApplication::processEvents();
-}
-
-Tape TapeDetailControllerTest::ordinary()
-{
-    Tape tape;
-    tape.id = id;
-    tape.title = u"Harbour Council"_s;
-    return tape;
-}
-
-void TapeDetailControllerTest::open(const Tape& tape)
-{
-    m_screen = std::make_unique<TapeDetailController>();
-    m_screen->setProperty("store", QVariant::fromValue(m_shop->store.get()));
-    m_screen->setProperty("hub", QVariant::fromValue(&m_shop->hub));
-    m_screen->setProperty("tape", QVariant::fromValue(tape));
-}
-
-QByteArray TapeDetailControllerTest::fullRecord() const
-{
-    return R"({"id": 9007199254740993, "title": "Harbour Council, in full", "has_transcript": true,
-               "location": "Town Hall", "documents": [{"title": "Agenda"}]})";
-}
-
-QStringList TapeDetailControllerTest::values() const
-{
-    QStringList values;
-    FactList* const facts = m_screen->facts();
-    for (int row = 0; row < facts->rowCount(); ++row)
-        values.append(facts->data(facts->index(row), FactList::ValueRole).toString());
-    return values;
-}
 
 void TapeDetailControllerTest::untilTheHubAnswersTheTapeIsShownAsItCame()
 {
@@ -253,99 +185,6 @@ void TapeDetailControllerTest::aFreshScreenFetchesAnew()
     QCOMPARE(m_shop->http.count(), 2);
 }
 
-void TapeDetailControllerTest::withoutAPositionTheTapeStartsAtItsTop()
-{
-    QCOMPARE(m_screen->playText(), u"Push it in"_s);
-    QVERIFY(!m_screen->canStartOver());
-    m_screen->play();
-    QVERIFY(m_screen->isPlaying());
-    QCOMPARE(m_screen->startAt(), 0.0);
-}
-
-void TapeDetailControllerTest::aPositionIsResumedOrStartedOver()
-{
-    (*m_shop)->saveResume(id, 3725.5);
-    m_screen->appear();
-    QCOMPARE(m_screen->playText(), u"Resume at 1:02:05"_s);
-    QVERIFY(m_screen->canStartOver());
-    m_screen->play();
-    QVERIFY(m_screen->isPlaying());
-    QCOMPARE(m_screen->startAt(), 3725.5);
-    m_screen->setPlaying(false);
-    m_screen->startOver();
-    QVERIFY(m_screen->isPlaying());
-    QCOMPARE(m_screen->startAt(), 0.0);
-}
-
-void TapeDetailControllerTest::thePositionIsReadAgainWhenThePlayerCloses()
-{
-    m_screen->appear();
-    m_screen->play();
-    (*m_shop)->saveResume(id, 125);
-    m_screen->setPlaying(false);
-    QCOMPARE(m_screen->playText(), u"Resume at 2:05"_s);
-    m_screen->play();
-    (*m_shop)->removeResume(id);
-    m_screen->setPlaying(false);
-    QCOMPARE(m_screen->playText(), u"Push it in"_s);
-    QVERIFY(!m_screen->canStartOver());
-}
-
-void TapeDetailControllerTest::aPositionThatThePlayerKeepsInGoingIsShown()
-{
-    m_screen->play();
-    connect(m_screen.get(), &TapeDetailController::playingChanged, this, [this] { m_shop->store->saveResume(id, 95); });
-    m_screen->setPlaying(false);
-    QVERIFY(m_screen->canStartOver());
-}
-
-void TapeDetailControllerTest::thePositionIsReadAgainOnAppearing()
-{
-    m_screen->appear();
-    m_screen->disappear();
-    (*m_shop)->saveResume(id, 125);
-    m_screen->appear();
-    QCOMPARE(m_screen->playText(), u"Resume at 2:05"_s);
-}
-
-void TapeDetailControllerTest::aDamagedPositionIsNone_data()
-{
-    QTest::addColumn<double>("kept");
-    QTest::newRow("no number") << qQNaN();
-    QTest::newRow("without end") << qInf();
-    QTest::newRow("before the top") << -125.0;
-}
-
-void TapeDetailControllerTest::aDamagedPositionIsNone()
-{
-    QFETCH(const double, kept);
-    m_shop->defaults.setNumber(u"resume.tape.9007199254740993"_s, kept);
-    m_screen->appear();
-    QCOMPARE(m_screen->playText(), u"Push it in"_s);
-    m_screen->play();
-    QCOMPARE(m_screen->startAt(), 0.0);
-}
-
-void TapeDetailControllerTest::thePositionIsThatOfTheTapeOnScreen()
-{
-    (*m_shop)->saveResume(id, 125);
-    (*m_shop)->saveResume(7, 250);
-    m_screen->appear();
-    QCOMPARE(m_screen->playText(), u"Resume at 2:05"_s);
-    m_shop->answer(m_path, R"({"id": 7})");
-    QTRY_COMPARE(m_screen->playText(), u"Resume at 4:10"_s);
-}
-
-void TapeDetailControllerTest::startAtKeepsItsLastValue()
-{
-    (*m_shop)->saveResume(id, 125);
-    m_screen->appear();
-    m_screen->play();
-    (*m_shop)->saveResume(id, 500);
-    m_screen->setPlaying(false);
-    QCOMPARE(m_screen->startAt(), 125.0);
-}
-
 void TapeDetailControllerTest::theTranscriptIsOfferedOnlyWhereThereIsOne()
 {
     QVERIFY(!m_screen->hasTranscript());
@@ -353,22 +192,9 @@ void TapeDetailControllerTest::theTranscriptIsOfferedOnlyWhereThereIsOne()
     tape.hasTranscript = true;
     open(tape);
     QVERIFY(m_screen->hasTranscript());
-    QCOMPARE(m_screen->readTranscriptText(), u"Read the transcript"_s);
     m_screen->readTranscript();
     QVERIFY(m_screen->isReadingTranscript());
     QVERIFY(!m_screen->isPlaying());
-}
-
-void TapeDetailControllerTest::readingAndPlayingAreToldOnce()
-{
-    QSignalSpy playing(m_screen.get(), &TapeDetailController::playingChanged);
-    QSignalSpy reading(m_screen.get(), &TapeDetailController::readingTranscriptChanged);
-    m_screen->play();
-    m_screen->play();
-    m_screen->readTranscript();
-    m_screen->readTranscript();
-    QCOMPARE(playing.count(), 1);
-    QCOMPARE(reading.count(), 1);
 }
 
 void TapeDetailControllerTest::theTextsAreThoseOfTheTapeOnScreen()
@@ -389,7 +215,6 @@ void TapeDetailControllerTest::theTextsAreThoseOfTheTapeOnScreen()
     QCOMPARE(m_screen->tagline(), u"“%1”"_s.arg(m_screen->cover().tagline));
     QVERIFY(m_screen->synopsis().startsWith(u"When City Council convenes on March 5, 2024, First Mate Coral"_s));
     QCOMPARE(m_screen->catalogueLine(), u"Cat. RW 1130 · SP · PUBLIC GOVERNANCE — all citizens admitted"_s);
-    QCOMPARE(m_screen->startOverText(), u"Start over"_s);
 }
 
 void TapeDetailControllerTest::theFactsAreRowsOfLabelAndValue()
