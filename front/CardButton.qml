@@ -43,11 +43,10 @@ StationButton {
         height: card.height * card.liftScale
         active: card.lift > 0 && card.brightening > 0
         opacity: card.lift * card.brightening
-        sourceComponent: SoftShadow {
+        sourceComponent: CardPlate {
             // No linter knows that a Loader's component sees the file's own names.
             radius: card.radius * card.liftScale // qmllint disable unqualified
-            spread: 1
-            color: "white"
+            fill: "white"
         }
     }
 }

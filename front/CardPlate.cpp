@@ -5,6 +5,8 @@
 #include <cmath>
 #include <numbers>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // A superellipse through the middle of the circle's arc, that leaves the edge one and a half radii before the corner.
@@ -84,6 +86,16 @@ void CardPlate::paint(QPainter& painter, const QSizeF& size) const
     painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
     painter.fillPath(outside, Qt::black);
     painter.restore();
+}
+
+QString CardPlate::look() const
+{
+    if (m_background)
+        return {};
+    return u"plate %1 %2 %3 %4 %5"_s.arg(m_fill.name(QColor::HexArgb), m_border.name(QColor::HexArgb))
+        .arg(m_borderWidth)
+        .arg(m_radius)
+        .arg(m_continuous);
 }
 
 QPainterPath CardPlate::outline(const QSizeF& size) const

@@ -39,6 +39,7 @@ public:
     void setBorderWidth(double borderWidth);
 
     void paint(QPainter& painter, const QSizeF& size) const override;
+    QString look() const override;
 
     /** The outline of a plate whose corners' curvature grows from nothing; `radius` as of the circle they look like. */
     static QPainterPath continuousOutline(const QRectF& plate, double radius);

@@ -15,9 +15,7 @@ Focusable {
     property real above: 0
     property real below: 0
 
-    // From the texts to the ring's inner edge.
-    readonly property real gap: 8
-    readonly property real line: 4
+    property real lift: activeFocus ? 1 : 0
 
     Accessible.role: Accessible.Grouping
     Accessible.name: name
@@ -33,20 +31,16 @@ Focusable {
         height: childrenRect.height
     }
 
-    Rectangle {
+    FocusRing {
         anchors.fill: inside
-        anchors.margins: -block.gap - block.line
-        opacity: block.activeFocus ? 1 : 0
-        visible: opacity > 0
-        color: "transparent"
-        radius: 14
-        border.color: StationPalette.amber
-        border.width: block.line
+        lift: block.lift
+        corner: 2
+        gap: 8
+    }
 
-        Behavior on opacity {
-            NumberAnimation {
-                duration: StationMotion.liftTime
-            }
+    Behavior on lift {
+        NumberAnimation {
+            duration: StationMotion.liftTime
         }
     }
 }

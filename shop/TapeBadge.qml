@@ -2,7 +2,7 @@ import QtQuick
 import Quillmere.Front
 
 // One word about a tape, on a plate; none without a text.
-Rectangle {
+CardPlate {
     id: badge
 
     required property string text
@@ -13,7 +13,8 @@ Rectangle {
     width: Math.min(words.implicitWidth + 32, longest)
     height: face.height + 16
     radius: 6
-    color: StationPalette.nightNavy
+    continuous: true
+    fill: StationPalette.nightNavy
 
     Text {
         id: words

@@ -47,7 +47,7 @@ Column {
 
                 TapeBadge {
                     text: information.detail.genreBadge
-                    color: StationPalette.teal
+                    fill: StationPalette.teal
                 }
                 TapeBadge {
                     text: information.detail.ratingBadge
@@ -60,7 +60,7 @@ Column {
                 }
                 TapeBadge {
                     text: information.detail.agendaBadge
-                    color: StationPalette.amber
+                    fill: StationPalette.amber
                     ink: StationPalette.inkNavy
                 }
             }

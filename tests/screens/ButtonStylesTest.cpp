@@ -41,8 +41,9 @@ struct Pair
     {
         if (style == u"PlateButton")
             return u"text: '%1'"_s.arg(name);
-        const QString size = style == u"CardButton" ? u"width: 250; height: 390; "_s : QString();
-        return u"name: '%1'; "_s.arg(name) + size + (style == u"CardButton" ? grey : capsule);
+        const bool isCard = style == u"CardButton";
+        const QString size = isCard ? u"width: 250; height: 390; "_s : u"width: 300; height: 60; "_s;
+        return u"name: '%1'; "_s.arg(name) + size + (isCard ? grey : capsule);
     }
 
     double points() { return stage.window().width() / 1920.0; }
@@ -94,7 +95,7 @@ private Q_SLOTS:
     void aButtonIsHeardAsAButton();
     void nothingIsDrawnAtRest_data() { styles(); }
     void nothingIsDrawnAtRest();
-    void onlyALiftedCardHasAShadow();
+    void onlyALiftedCardHasAShadowAndASheen();
     void aLiftedCardIsBrighter();
     void aLiftedCardStandsBeforeItsNeighbours();
     void aPlateAtRestIsOutlinedDimly_data() { sizes(); }
@@ -214,16 +215,18 @@ void ButtonStylesTest::nothingIsDrawnAtRest()
     QCOMPARE(pair.stage.frames(), frames);
 }
 
-void ButtonStylesTest::onlyALiftedCardHasAShadow()
+void ButtonStylesTest::onlyALiftedCardHasAShadowAndASheen()
 {
     Pair pair(u"CardButton"_s);
-    // The one behind it, and the sheen over it.
     const auto shadows = [](QQuickItem* card) { return Stage::all(card, "SoftShadow").size(); };
-    QCOMPARE(shadows(pair.first), 2);
-    QCOMPARE(shadows(pair.second), 0);
+    const auto sheens = [](QQuickItem* card) { return Stage::all(card, "CardPlate").size(); };
+    QCOMPARE(shadows(pair.first), 1);
+    QCOMPARE(sheens(pair.first), 1);
+    QCOMPARE(shadows(pair.second) + sheens(pair.second), 0);
     pair.stage.press(Qt::Key_Right);
-    QTRY_COMPARE(shadows(pair.first), 0);
-    QCOMPARE(shadows(pair.second), 2);
+    QTRY_COMPARE(shadows(pair.first) + sheens(pair.first), 0);
+    QCOMPARE(shadows(pair.second), 1);
+    QCOMPARE(sheens(pair.second), 1);
 }
 
 void ButtonStylesTest::aLiftedCardIsBrighter()
