@@ -88,6 +88,7 @@ FocusScreen {
             anchors.bottom: parent.bottom
             anchors.right: parent.right
             anchors.margins: 30
+            anchors.rightMargin: 8
             area: page
         }
     }
