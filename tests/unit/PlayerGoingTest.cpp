@@ -42,7 +42,7 @@ private Q_SLOTS:
     void whatIsToldMayDestroyThePlayer_data();
     void whatIsToldMayDestroyThePlayer();
     void whatIsToldMaySetAnotherItem();
-    void anItemLetGoMeanwhileIsNotTold();
+    void whatIsOwedOfAnItemLetGoMeanwhileIsNotTold();
 };
 
 void PlayerGoingTest::destroyingThePlayerEndsItsEngineAndDropsWhatComesLate()
@@ -158,15 +158,18 @@ void PlayerGoingTest::whatIsToldMaySetAnotherItem()
     QCOMPARE(next->status(), Status::ReadyToPlay);
 }
 
-void PlayerGoingTest::anItemLetGoMeanwhileIsNotTold()
+void PlayerGoingTest::whatIsOwedOfAnItemLetGoMeanwhileIsNotTold()
 {
     StreamOnScript script;
     script.setItem();
     script.start();
     QObject viewer;
+    int reports = 0;
+    const auto observer = script.player->addPeriodicTimeObserver(10s, [&](double) { ++reports; });
     connect(script.player.get(), &VideoPlayer::pictureShown, &viewer, [&] { script.player->setItem(nullptr); });
-    script.show(0);
+    script.show(60);
     QVERIFY(!script.player->item());
+    QCOMPARE(reports, 0);
     QCOMPARE(script.item->status(), Status::Unknown);
 }
 

@@ -89,6 +89,7 @@ void TimeObserverTest::aJumpIsReportedAtOnce_data()
     QTest::addColumn<double>("to");
     QTest::addColumn<bool>("reported");
     QTest::newRow("10 seconds forward") << 70.0 << true;
+    QTest::newRow("further") << 77.0 << true;
     QTest::newRow("less") << 69.0 << false;
     QTest::newRow("10 seconds back") << 50.0 << true;
     QTest::newRow("less far back") << 51.0 << false;
