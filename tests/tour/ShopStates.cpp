@@ -11,6 +11,7 @@ namespace tour {
 namespace {
 
 constexpr QRectF panel(200, 200, 1520, 680);     // in the middle of the screen
+constexpr QRectF tryAgain(866, 600, 188, 54);    // within its plate under focus
 constexpr QRectF searchButton(70, 222, 336, 56); // within its plate under focus
 constexpr QRectF allMarkets(440, 226, 190, 46);  // within its chip
 constexpr QRectF firstMarket(680, 226, 170, 46);
@@ -74,10 +75,10 @@ QList<State> panelStates()
          {reads(area::statusLine, u"The hub answered 500."_s)}},
         {u"shop, no tapes to be had"_s,
          {press(u"right"_s), press(u"select"_s)},
-         {reads(panel, u"Rewindery"_s), reads(panel, u"The hub answered 500."_s), reads(panel, u"Try again"_s)}},
+         {reads(panel, u"Rewindery"_s), reads(panel, u"The hub answered 500."_s), reads(tryAgain, u"Try again"_s)}},
         {u"shop, checking the shelves"_s,
          {calm(), fault(tapes, u"delay"_s, {{u"ms"_s, 20000}}), order(status, oneMarket()), press(u"select"_s)},
-         {reads(panel, u"Checking the shelves…"_s), readsNot(panel, u"Try again"_s)}},
+         {reads(panel, u"Checking the shelves…"_s), readsNot(tryAgain, u"Try again"_s)}},
         {u"shop, one market and one tape"_s,
          {order(u"/fault/clear"_s)},
          {reads(shop::header, u"1 tapes in stock — pull one off"_s), reads(searchButton, u"Search the stacks"_s),
@@ -90,7 +91,7 @@ QList<State> panelStates()
          {countsStock(u"brindlemere"_s), isChosen(firstMarket)}},
         {u"shop, an empty market"_s,
          {press(u"right"_s, 3), press(u"select"_s)},
-         {reads(panel, u"No tapes on the shelf for this view."_s), reads(panel, u"Try again"_s)}},
+         {reads(panel, u"No tapes on the shelf for this view."_s), reads(tryAgain, u"Try again"_s)}},
         {u"front, back from the empty market"_s, {press(u"back"_s)}, {reads(area::rightDoor, u"REWINDERY"_s)}},
         {u"shop, all markets again"_s, {press(u"select"_s)}, {countsStock(), isChosen(allMarkets)}},
     };
