@@ -12,6 +12,8 @@ namespace {
 // Milliseconds. Both halves of a repeat bear one time, and no system repeats faster than this.
 constexpr quint64 longestGap = 1;
 constexpr quint64 shortestRepeat = 20;
+// How long the second half may follow in a piece of its own; nobody feels it.
+constexpr std::chrono::milliseconds patience{10};
 
 } // namespace
 
@@ -72,11 +74,11 @@ void RemoteInput::release(const QKeyEvent& event, const CanonicalKey& canonical)
         handOn(QEvent::KeyRelease, canonical.key);
         return;
     }
-    // It may be the first half of a repeat: it is told once no input waits any more, and is the held one till then.
+    // It may be the first half of a repeat: it is told when the second half has not come, and is the held one till then.
     m_repeat.release();
-    m_letGo = m_clock.after(std::chrono::milliseconds(0), [this, held = m_held] {
+    m_letGo = m_clock.after(patience, [this, held = m_held] {
         letGo();
-        m_told = held; // the second half may have been sent in a piece of its own
+        m_told = held; // the second half may come even later
     });
 }
 
