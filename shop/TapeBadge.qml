@@ -1,16 +1,15 @@
 import QtQuick
 import Quillmere.Front
 
-// One word about a tape, on a plate; none without a text.
+// One word about a tape, on a plate that is no wider than what it stands in; none without a text.
 CardPlate {
     id: badge
 
     required property string text
     property color ink: StationPalette.cream
-    property real longest: 1280
 
     visible: text !== ""
-    width: Math.min(words.implicitWidth + 32, longest)
+    width: Math.min(words.implicitWidth + 32, parent.width)
     height: face.height + 16
     radius: 6
     continuous: true
