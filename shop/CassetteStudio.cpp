@@ -6,7 +6,8 @@
 namespace {
 
 constexpr qint64 megabyte = 1024 * 1024;
-constexpr qint64 budget = 64 * megabyte;
+// About fifty cassettes in sight and near it, and what was lifted: a long shelf shall take no more memory than a short one.
+constexpr qint64 budget = 28 * megabyte;
 constexpr int tallestOrdinaryWindow = 1080; // device pixels
 constexpr qint64 budgetOfTallWindows = 160 * megabyte;
 

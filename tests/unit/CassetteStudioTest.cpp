@@ -251,8 +251,8 @@ void CassetteStudioTest::aPictureThatThereIsNoMemoryForIsNotDelivered()
 
 void CassetteStudioTest::aTallWindowHasALargerBudget()
 {
-    QCOMPARE(CassetteStudio::budgetFor(720), 64LL * 1024 * 1024);
-    QCOMPARE(CassetteStudio::budgetFor(1080), 64LL * 1024 * 1024);
+    QCOMPARE(CassetteStudio::budgetFor(720), 28LL * 1024 * 1024);
+    QCOMPARE(CassetteStudio::budgetFor(1080), 28LL * 1024 * 1024);
     QCOMPARE(CassetteStudio::budgetFor(1081), 160LL * 1024 * 1024);
     QCOMPARE(CassetteStudio::budgetFor(2160), 160LL * 1024 * 1024);
 }
