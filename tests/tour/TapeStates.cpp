@@ -10,6 +10,7 @@ namespace tour {
 namespace {
 
 constexpr QRectF message(300, 400, 1320, 280); // in the middle of a black screen
+constexpr QRectF transport(0, 700, 1920, 380);
 
 Sight standsStill()
 {
@@ -31,8 +32,10 @@ QList<State> playing()
          {reads(shop::detailTitle, u"City Council Regular Meeting"_s), reads(shop::detailFacts, u"BONUS MATERIALS"_s)}},
         {u"tape, playing"_s, {press(u"select"_s)}, {plays()}},
         {u"tape, three seconds on"_s, {}, {playsOnFrom(u"tape, playing"_s, 3)}},
-        {u"tape, held"_s, {press(u"play/pause"_s)}, {plays(), standsStill()}},
-        {u"tape, playing again"_s, {press(u"play/pause"_s)}, {playsOnFrom(u"tape, held"_s, 1)}},
+        {u"tape, held"_s,
+         {press(u"play/pause"_s)},
+         {reads(transport, u"City Council Regular Meeting"_s), standsStill()}},
+        {u"tape, playing again"_s, {press(u"play/pause"_s)}, {playsOnFrom(u"tape, three seconds on"_s, 1)}},
         {u"detail, back from the tape"_s,
          {press(u"back"_s)},
          {looksAsIn(u"detail, before the tape"_s, area::everything)}},
@@ -51,7 +54,7 @@ QList<State> inTrouble()
          {reads(shop::detailTitle, u"Never Copied"_s), readsNot(message, noCopy)}},
         {u"tape, stream not found"_s,
          {press(u"back"_s), walkTo(u"Lost in the Flood"_s), press(u"select"_s, 2)},
-         {reads(message, u"The tape wouldn't play. It may still be being archived."_s)}},
+         {reads(message, u"The hub answered 404."_s)}},
         {u"detail, back from the lost tape"_s, {press(u"back"_s)}, {reads(shop::detailTitle, u"Lost in the Flood"_s)}},
         {u"front, back from the shop"_s,
          {press(u"back"_s, 2)},
