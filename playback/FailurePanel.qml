@@ -16,11 +16,10 @@ Item {
         spacing: 26
 
         Text {
-            width: parent.width
+            anchors.horizontalCenter: parent.horizontalCenter
             text: TapePlayerTexts.tracking
             font: Typography.standard(64, Font.Black, 10)
             color: StationPalette.parchment
-            horizontalAlignment: Text.AlignHCenter
             // The last letter's tracking would push the word off the centre.
             leftPadding: 10
             textFormat: Text.PlainText

@@ -30,7 +30,7 @@ Item {
     Binding {
         target: panel.controls
         property: "panelTopFocused"
-        value: !(subtitles.holdsFocus && sound.visible)
+        value: !(subtitles.holdsFocus && sound.hasChoice)
     }
 
     CardPlate {
@@ -109,7 +109,7 @@ Item {
 
             Column {
                 width: parent.width
-                visible: sound.visible || subtitles.visible
+                visible: sound.hasChoice || subtitles.hasChoice
 
                 TrackRow {
                     id: sound

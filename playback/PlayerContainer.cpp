@@ -1,6 +1,7 @@
 #include "PlayerContainer.h"
 
 #include "Coordinator.h"
+#include "DesktopPresence.h"
 #include "HubURL.h"
 #include "PlayerController.h"
 #include "StreamPlayer.h"
@@ -31,6 +32,9 @@ PlayerContainer::PlayerContainer(const QUrl& url, double startAt, const QList<Me
                                                   [this] { Q_EMIT finished(); },
                                                   [this](const QString& message) { Q_EMIT failure(message); });
     m_coordinator->attach(m_player, *item, startAt);
+
+    m_presence = std::make_unique<DesktopPresence>(*m_player, u"Playing a tape"_s);
+    connect(m_presence.get(), &DesktopPresence::stopRequested, this, &PlayerContainer::leave);
 }
 
 PlayerContainer::~PlayerContainer()
@@ -42,6 +46,7 @@ void PlayerContainer::dismantle()
 {
     if (!m_player)
         return;
+    m_presence.reset();
     m_coordinator->tearDown();
     m_player->pause();
     m_controller->setPlayer(nullptr);

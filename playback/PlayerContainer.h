@@ -12,6 +12,7 @@
 
 class Clock;
 class Coordinator;
+class DesktopPresence;
 class PlayerController;
 
 /**
@@ -48,11 +49,12 @@ Q_SIGNALS:
     void finished();
     void failure(const QString& message);
 
-    /** The viewer leaves the player. */
+    /** The viewer leaves the player, by a key or from the desktop. */
     void leave();
 
 private:
     std::shared_ptr<VideoPlayer> m_player;
     std::unique_ptr<PlayerController> m_controller;
     std::unique_ptr<Coordinator> m_coordinator;
+    std::unique_ptr<DesktopPresence> m_presence;
 };

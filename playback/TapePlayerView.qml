@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quillmere.Catalogue
 import Quillmere.Front
@@ -45,11 +47,13 @@ FocusScreen {
         }
     }
 
-    Loader {
-        anchors.fill: parent
-        active: controller.controls !== null
+    // No Loader, as that would keep the focus of the panel's tracks to itself.
+    Repeater {
+        model: controller.controls ? 1 : 0
 
-        sourceComponent: Item {
+        Item {
+            anchors.fill: parent
+
             LoadingSign {
                 anchors.centerIn: parent
                 shown: controller.controls.spinnerShown

@@ -12,6 +12,7 @@ FocusSection {
     required property string name
     required property TrackList tracks
 
+    readonly property bool hasChoice: tracks.count > 0
     // Whether one of the chips is focused.
     property bool holdsFocus: false
 
@@ -19,8 +20,8 @@ FocusSection {
     // Room for the ring around a chip.
     readonly property real margin: 10
 
-    visible: tracks.count > 0
-    height: visible ? chipHeight + 2 * margin : 0
+    visible: hasChoice
+    height: hasChoice ? chipHeight + 2 * margin : 0
 
     Text {
         anchors.verticalCenter: parent.verticalCenter
