@@ -2,227 +2,229 @@
 
 /** The screen that plays a tape: what it shows when there is nothing to see,
  * and how it is left. */
-class TapePlayerViewTest : public QObject {
-  Q_OBJECT
+class TapePlayerViewTest : public QObject
+{
+    Q_OBJECT
 
 private Q_SLOTS:
-  void cleanup() { m_house.reset(); }
-  void theGroundIsBlackToTheEdges();
-  void aTapeWithoutAStreamSaysSoAndMakesNoPlayer();
-  void theFailurePanelStandsWhereItShould();
-  void theFailurePanelIsSetAsItShould();
-  void theWayBackIsFocusedAndLeavesOnce_data();
-  void theWayBackIsFocusedAndLeavesOnce();
-  void backAndStopLeaveBesideAFailure_data();
-  void backAndStopLeaveBesideAFailure();
-  void aFailureStandsInFrontOfThePictureWithoutAGround();
-  void aFailureHidesWhatElseWasShown();
-  void aLongFailureStaysInTheSafeArea();
-  void backLeavesOnce();
-  void aTapeThatEqualsTheDefaultOneIsTaken();
-  void theTapeStartsWhereTheScreenIsTold();
-  void playbackEndsAsSoonAsTheScreenLeaves();
-  void theKeysOfThePlayerStayHere();
+    void cleanup() { m_house.reset(); }
+    void theGroundIsBlackToTheEdges();
+    void aTapeWithoutAStreamSaysSoAndMakesNoPlayer();
+    void theFailurePanelStandsWhereItShould();
+    void theFailurePanelIsSetAsItShould();
+    void theWayBackIsFocusedAndLeavesOnce_data();
+    void theWayBackIsFocusedAndLeavesOnce();
+    void backAndStopLeaveBesideAFailure_data();
+    void backAndStopLeaveBesideAFailure();
+    void aFailureStandsInFrontOfThePictureWithoutAGround();
+    void aFailureHidesWhatElseWasShown();
+    void aLongFailureStaysInTheSafeArea();
+    void backLeavesOnce();
+    void aTapeThatEqualsTheDefaultOneIsTaken();
+    void theTapeStartsWhereTheScreenIsTold();
+    void playbackEndsAsSoonAsTheScreenLeaves();
+    void theKeysOfThePlayerStayHere();
 
 private:
-  TapePlayerHouse &open(const Tape &tape, double startAt = 0) {
-    m_house = std::make_unique<TapePlayerHouse>(
-        tape, TapePlayerHouse::cassette(), startAt);
-    return *m_house;
-  }
+    TapePlayerHouse& open(const Tape& tape, double startAt = 0)
+    {
+        m_house = std::make_unique<TapePlayerHouse>(tape, TapePlayerHouse::cassette(), startAt);
+        return *m_house;
+    }
 
-  /** One whose stream failed after its first picture. */
-  TapePlayerHouse &openFailing(const VideoFailure &failure = {}) {
-    TapePlayerHouse &house = open(TapePlayerHouse::tape());
-    house.play();
-    house.player->fail(failure);
-    house.stage.settle();
-    return house;
-  }
+    /** One whose stream failed after its first picture. */
+    TapePlayerHouse& openFailing(const VideoFailure& failure = {})
+    {
+        TapePlayerHouse& house = open(TapePlayerHouse::tape());
+        house.play();
+        house.player->fail(failure);
+        house.stage.settle();
+        return house;
+    }
 
-  std::unique_ptr<TapePlayerHouse> m_house;
+    std::unique_ptr<TapePlayerHouse> m_house;
 };
 
-void TapePlayerViewTest::theGroundIsBlackToTheEdges() {
-  TapePlayerHouse &house = open(TapePlayerHouse::tape());
-  house.stage.window().setColor(Qt::blue);
-  const QImage picture = house.stage.picture();
-  for (const QPoint corner :
-       {QPoint(0, 0), QPoint(1919, 0), QPoint(0, 1079), QPoint(1919, 1079)})
-    QCOMPARE(picture.pixelColor(corner), QColor(Qt::black));
+void TapePlayerViewTest::theGroundIsBlackToTheEdges()
+{
+    TapePlayerHouse& house = open(TapePlayerHouse::tape());
+    house.stage.window().setColor(Qt::blue);
+    const QImage picture = house.stage.picture();
+    for (const QPoint corner : {QPoint(0, 0), QPoint(1919, 0), QPoint(0, 1079), QPoint(1919, 1079)})
+        QCOMPARE(picture.pixelColor(corner), QColor(Qt::black));
 }
 
-void TapePlayerViewTest::aTapeWithoutAStreamSaysSoAndMakesNoPlayer() {
-  TapePlayerHouse &house = open(TapePlayerHouse::tape({}));
-  QVERIFY(!house.player);
-  QCOMPARE(house.read("FailurePanel"),
-           QStringList({u"TRACKING"_s,
-                        u"This tape has no playable copy on the shelf."_s,
-                        u"Back to the shelves"_s}));
+void TapePlayerViewTest::aTapeWithoutAStreamSaysSoAndMakesNoPlayer()
+{
+    TapePlayerHouse& house = open(TapePlayerHouse::tape({}));
+    QVERIFY(!house.player);
+    QCOMPARE(house.read("FailurePanel"),
+             QStringList({u"TRACKING"_s, u"This tape has no playable copy on the shelf."_s, u"Back to the shelves"_s}));
 }
 
-void TapePlayerViewTest::theFailurePanelStandsWhereItShould() {
-  TapePlayerHouse &house = open(TapePlayerHouse::tape({}));
-  const QRectF sign = Stage::area(house.text(u"TRACKING"_s));
-  const QRectF message = Stage::area(
-      house.text(u"This tape has no playable copy on the shelf."_s));
-  const QRectF button = Stage::area(house.view->focused());
-  QCOMPARE(message.left(), 200.0);
-  QCOMPARE(message.right(), 1720.0);
-  QCOMPARE(message.top() - sign.bottom(), 26.0);
-  QCOMPARE(button.top() - message.bottom(), 26.0);
-  QCOMPARE(sign.center().x(), 960.0);
-  QVERIFY(std::abs(button.center().x() - 960) < 1);
-  QVERIFY(std::abs((sign.top() + button.bottom()) / 2 - 540) < 1);
+void TapePlayerViewTest::theFailurePanelStandsWhereItShould()
+{
+    TapePlayerHouse& house = open(TapePlayerHouse::tape({}));
+    const QRectF sign = Stage::area(house.text(u"TRACKING"_s));
+    const QRectF message = Stage::area(house.text(u"This tape has no playable copy on the shelf."_s));
+    const QRectF button = Stage::area(house.view->focused());
+    QCOMPARE(message.left(), 200.0);
+    QCOMPARE(message.right(), 1720.0);
+    QCOMPARE(message.top() - sign.bottom(), 26.0);
+    QCOMPARE(button.top() - message.bottom(), 26.0);
+    QCOMPARE(sign.center().x(), 960.0);
+    QVERIFY(std::abs(button.center().x() - 960) < 1);
+    QVERIFY(std::abs((sign.top() + button.bottom()) / 2 - 540) < 1);
 }
 
-void TapePlayerViewTest::theFailurePanelIsSetAsItShould() {
-  TapePlayerHouse &house = open(TapePlayerHouse::tape({}));
-  const QQuickItem *const sign = house.text(u"TRACKING"_s);
-  const QFont signFont = sign->property("font").value<QFont>();
-  QCOMPARE(signFont.pixelSize(), 64);
-  QCOMPARE(signFont.weight(), QFont::Black);
-  QCOMPARE(signFont.letterSpacing(), 10.0);
-  QCOMPARE(sign->property("color").value<QColor>(), QColor(236, 224, 196));
+void TapePlayerViewTest::theFailurePanelIsSetAsItShould()
+{
+    TapePlayerHouse& house = open(TapePlayerHouse::tape({}));
+    const QQuickItem* const sign = house.text(u"TRACKING"_s);
+    const QFont signFont = sign->property("font").value<QFont>();
+    QCOMPARE(signFont.pixelSize(), 64);
+    QCOMPARE(signFont.weight(), QFont::Black);
+    QCOMPARE(signFont.letterSpacing(), 10.0);
+    QCOMPARE(sign->property("color").value<QColor>(), QColor(236, 224, 196));
 
-  const QQuickItem *const message =
-      house.text(u"This tape has no playable copy on the shelf."_s);
-  const QFont messageFont = message->property("font").value<QFont>();
-  QCOMPARE(messageFont.pixelSize(), 28);
-  QCOMPARE(messageFont.weight(), QFont::Normal);
-  const auto color = message->property("color").value<QColor>();
-  QCOMPARE(color.rgb(), QColor(236, 224, 196).rgb());
-  QCOMPARE(qRound(color.alphaF() * 100), 75);
+    const QQuickItem* const message = house.text(u"This tape has no playable copy on the shelf."_s);
+    const QFont messageFont = message->property("font").value<QFont>();
+    QCOMPARE(messageFont.pixelSize(), 28);
+    QCOMPARE(messageFont.weight(), QFont::Normal);
+    const auto color = message->property("color").value<QColor>();
+    QCOMPARE(color.rgb(), QColor(236, 224, 196).rgb());
+    QCOMPARE(qRound(color.alphaF() * 100), 75);
 
-  const QFont buttonFont =
-      house.text(u"Back to the shelves"_s)->property("font").value<QFont>();
-  QCOMPARE(buttonFont.pixelSize(), 26);
-  QCOMPARE(buttonFont.weight(), QFont::Normal);
+    const QFont buttonFont = house.text(u"Back to the shelves"_s)->property("font").value<QFont>();
+    QCOMPARE(buttonFont.pixelSize(), 26);
+    QCOMPARE(buttonFont.weight(), QFont::Normal);
 }
 
-void TapePlayerViewTest::theWayBackIsFocusedAndLeavesOnce_data() {
-  QTest::addColumn<bool>("hasStream");
-  QTest::newRow("no playable copy") << false;
-  QTest::newRow("a failure") << true;
+void TapePlayerViewTest::theWayBackIsFocusedAndLeavesOnce_data()
+{
+    QTest::addColumn<bool>("hasStream");
+    QTest::newRow("no playable copy") << false;
+    QTest::newRow("a failure") << true;
 }
 
-void TapePlayerViewTest::theWayBackIsFocusedAndLeavesOnce() {
-  QFETCH(const bool, hasStream);
-  TapePlayerHouse &house =
-      hasStream ? openFailing() : open(TapePlayerHouse::tape({}));
-  QCOMPARE(house.focused(), u"Back to the shelves"_s);
-  for (const int arrow :
-       {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right}) {
-    house.press(arrow);
+void TapePlayerViewTest::theWayBackIsFocusedAndLeavesOnce()
+{
+    QFETCH(const bool, hasStream);
+    TapePlayerHouse& house = hasStream ? openFailing() : open(TapePlayerHouse::tape({}));
     QCOMPARE(house.focused(), u"Back to the shelves"_s);
-  }
-  QCOMPARE(house.dismissals->count(), 0);
-  house.press(Qt::Key_Select);
-  QCOMPARE(house.dismissals->count(), 1);
+    for (const int arrow : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right}) {
+        house.press(arrow);
+        QCOMPARE(house.focused(), u"Back to the shelves"_s);
+    }
+    QCOMPARE(house.dismissals->count(), 0);
+    house.press(Qt::Key_Select);
+    QCOMPARE(house.dismissals->count(), 1);
 }
 
-void TapePlayerViewTest::backAndStopLeaveBesideAFailure_data() {
-  QTest::addColumn<bool>("hasStream");
-  QTest::addColumn<int>("key");
-  QTest::newRow("back without a copy") << false << int(Qt::Key_Back);
-  QTest::newRow("stop without a copy") << false << int(Qt::Key_MediaStop);
-  QTest::newRow("back after a failure") << true << int(Qt::Key_Back);
-  QTest::newRow("stop after a failure") << true << int(Qt::Key_MediaStop);
+void TapePlayerViewTest::backAndStopLeaveBesideAFailure_data()
+{
+    QTest::addColumn<bool>("hasStream");
+    QTest::addColumn<int>("key");
+    QTest::newRow("back without a copy") << false << int(Qt::Key_Back);
+    QTest::newRow("stop without a copy") << false << int(Qt::Key_MediaStop);
+    QTest::newRow("back after a failure") << true << int(Qt::Key_Back);
+    QTest::newRow("stop after a failure") << true << int(Qt::Key_MediaStop);
 }
 
-void TapePlayerViewTest::backAndStopLeaveBesideAFailure() {
-  QFETCH(const bool, hasStream);
-  QFETCH(const int, key);
-  TapePlayerHouse &house =
-      hasStream ? openFailing() : open(TapePlayerHouse::tape({}));
-  house.press(key);
-  QCOMPARE(house.dismissals->count(), 1);
+void TapePlayerViewTest::backAndStopLeaveBesideAFailure()
+{
+    QFETCH(const bool, hasStream);
+    QFETCH(const int, key);
+    TapePlayerHouse& house = hasStream ? openFailing() : open(TapePlayerHouse::tape({}));
+    house.press(key);
+    QCOMPARE(house.dismissals->count(), 1);
 }
 
-void TapePlayerViewTest::aFailureStandsInFrontOfThePictureWithoutAGround() {
-  TapePlayerHouse &house = open(TapePlayerHouse::tape());
-  house.play();
-  QQuickItem *const picture = house.piece("VideoView");
-  QQmlComponent paint(&house.stage.engine());
-  paint.setData(
-      "import QtQuick\nRectangle { anchors.fill: parent; color: 'green' }", {});
-  const std::unique_ptr<QObject> paper(paint.createWithInitialProperties(
-      {{u"parent"_s, QVariant::fromValue(picture)}}));
-  house.player->fail({});
-  house.stage.settle();
-  const auto message =
-      u"The tape wouldn't play. It may still be being archived."_s;
-  QCOMPARE(house.read("FailurePanel"),
-           QStringList({u"TRACKING"_s, message, u"Back to the shelves"_s}));
-  QCOMPARE(picture->property("player").value<VideoPlayer *>(),
-           house.player.data());
-  const QImage seen = house.stage.picture();
-  const QRectF words = Stage::area(house.text(message));
-  for (const QPointF place : {QPointF(960, 20), QPointF(960, 1060),
-                              words.topLeft(), words.bottomRight()})
-    QCOMPARE(seen.pixelColor(place.toPoint()), QColor(u"green"_s));
+void TapePlayerViewTest::aFailureStandsInFrontOfThePictureWithoutAGround()
+{
+    TapePlayerHouse& house = open(TapePlayerHouse::tape());
+    house.play();
+    QQuickItem* const picture = house.piece("VideoView");
+    QQmlComponent paint(&house.stage.engine());
+    paint.setData("import QtQuick\nRectangle { anchors.fill: parent; color: 'green' }", {});
+    const std::unique_ptr<QObject> paper(
+        paint.createWithInitialProperties({{u"parent"_s, QVariant::fromValue(picture)}}));
+    house.player->fail({});
+    house.stage.settle();
+    const auto message = u"The tape wouldn't play. It may still be being archived."_s;
+    QCOMPARE(house.read("FailurePanel"), QStringList({u"TRACKING"_s, message, u"Back to the shelves"_s}));
+    QCOMPARE(picture->property("player").value<VideoPlayer*>(), house.player.data());
+    const QImage seen = house.stage.picture();
+    const QRectF words = Stage::area(house.text(message));
+    for (const QPointF place : {QPointF(960, 20), QPointF(960, 1060), words.topLeft(), words.bottomRight()})
+        QCOMPARE(seen.pixelColor(place.toPoint()), QColor(u"green"_s));
 }
 
-void TapePlayerViewTest::aFailureHidesWhatElseWasShown() {
-  TapePlayerHouse &house = open(TapePlayerHouse::tape());
-  house.play();
-  house.press(Qt::Key_Down);
-  QVERIFY(house.shows("InformationPanel"));
-  house.player->fail({});
-  house.stage.settle();
-  QVERIFY(!house.shows("InformationPanel"));
-  QVERIFY(!house.shows("PlayerControls"));
-  QVERIFY(!house.shows("LoadingSign"));
-  QCOMPARE(house.focused(), u"Back to the shelves"_s);
+void TapePlayerViewTest::aFailureHidesWhatElseWasShown()
+{
+    TapePlayerHouse& house = open(TapePlayerHouse::tape());
+    house.play();
+    house.press(Qt::Key_Down);
+    QVERIFY(house.shows("InformationPanel"));
+    house.player->fail({});
+    house.stage.settle();
+    QVERIFY(!house.shows("InformationPanel"));
+    QVERIFY(!house.shows("PlayerControls"));
+    QVERIFY(!house.shows("LoadingSign"));
+    QCOMPARE(house.focused(), u"Back to the shelves"_s);
 }
 
-void TapePlayerViewTest::aLongFailureStaysInTheSafeArea() {
-  TapePlayerHouse &house = open(TapePlayerHouse::tape({}));
-  house.piece("FailurePanel")
-      ->setProperty("message", u"This goes on and on. "_s.repeated(400));
-  house.stage.settle();
-  for (const QQuickItem *text : Stage::texts(house.view))
-    QVERIFY(QRectF(80, 60, 1760, 960).contains(Stage::area(text)));
+void TapePlayerViewTest::aLongFailureStaysInTheSafeArea()
+{
+    TapePlayerHouse& house = open(TapePlayerHouse::tape({}));
+    house.piece("FailurePanel")->setProperty("message", u"This goes on and on. "_s.repeated(400));
+    house.stage.settle();
+    for (const QQuickItem* text : Stage::texts(house.view))
+        QVERIFY(QRectF(80, 60, 1760, 960).contains(Stage::area(text)));
 }
 
-void TapePlayerViewTest::backLeavesOnce() {
-  TapePlayerHouse &house = open(TapePlayerHouse::tape());
-  house.play();
-  house.press(Qt::Key_Back);
-  QCOMPARE(house.dismissals->count(), 1);
+void TapePlayerViewTest::backLeavesOnce()
+{
+    TapePlayerHouse& house = open(TapePlayerHouse::tape());
+    house.play();
+    house.press(Qt::Key_Back);
+    QCOMPARE(house.dismissals->count(), 1);
 }
 
-void TapePlayerViewTest::aTapeThatEqualsTheDefaultOneIsTaken() {
-  Tape tape;
-  tape.streamURLPath = u"/recordings/none/index.m3u8"_s;
-  QCOMPARE(tape, Tape{});
-  QVERIFY(open(tape).player);
+void TapePlayerViewTest::aTapeThatEqualsTheDefaultOneIsTaken()
+{
+    Tape tape;
+    tape.streamURLPath = u"/recordings/none/index.m3u8"_s;
+    QCOMPARE(tape, Tape{});
+    QVERIFY(open(tape).player);
 }
 
-void TapePlayerViewTest::theTapeStartsWhereTheScreenIsTold() {
-  TapePlayerHouse &house = open(TapePlayerHouse::tape(), 3725.5);
-  QCOMPARE(house.player->seeks.first().seconds, 3725.5);
+void TapePlayerViewTest::theTapeStartsWhereTheScreenIsTold()
+{
+    TapePlayerHouse& house = open(TapePlayerHouse::tape(), 3725.5);
+    QCOMPARE(house.player->seeks.first().seconds, 3725.5);
 }
 
-void TapePlayerViewTest::playbackEndsAsSoonAsTheScreenLeaves() {
-  TapePlayerHouse &house = open(TapePlayerHouse::tape());
-  house.play();
-  Q_EMIT house.view->disappeared();
-  QVERIFY(!house.player);
-  QVERIFY(!house.controller->player());
+void TapePlayerViewTest::playbackEndsAsSoonAsTheScreenLeaves()
+{
+    TapePlayerHouse& house = open(TapePlayerHouse::tape());
+    house.play();
+    Q_EMIT house.view->disappeared();
+    QVERIFY(!house.player);
+    QVERIFY(!house.controller->player());
 }
 
-void TapePlayerViewTest::theKeysOfThePlayerStayHere() {
-  TapePlayerHouse &house = open(TapePlayerHouse::tape());
-  house.play();
-  for (const int key : {Qt::Key_MediaTogglePlayPause, Qt::Key_Select,
-                        Qt::Key_Left, Qt::Key_Right}) {
-    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-    QCoreApplication::sendEvent(&house.stage.window(), &press);
-    QVERIFY(press.isAccepted());
-    QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier);
-    QCoreApplication::sendEvent(&house.stage.window(), &release);
-  }
+void TapePlayerViewTest::theKeysOfThePlayerStayHere()
+{
+    TapePlayerHouse& house = open(TapePlayerHouse::tape());
+    house.play();
+    for (const int key : {Qt::Key_MediaTogglePlayPause, Qt::Key_Select, Qt::Key_Left, Qt::Key_Right}) {
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(&house.stage.window(), &press);
+        QVERIFY(press.isAccepted());
+        QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(&house.stage.window(), &release);
+    }
 }
 
 QTEST_MAIN(TapePlayerViewTest)
