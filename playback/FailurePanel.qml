@@ -8,6 +8,8 @@ Item {
 
     required property string message
 
+    readonly property color outline: StationPalette.faded("black", 0.6)
+
     signal dismissed()
 
     Column {
@@ -20,6 +22,9 @@ Item {
             text: TapePlayerTexts.tracking
             font: Typography.standard(64, Font.Black, 10)
             color: StationPalette.parchment
+            // To be read on a bright picture, too.
+            style: Text.Outline
+            styleColor: panel.outline
             // The last letter's tracking would push the word off the centre.
             leftPadding: 10
             textFormat: Text.PlainText
@@ -33,6 +38,8 @@ Item {
             text: panel.message
             font: Typography.standard(28)
             color: StationPalette.faded(StationPalette.parchment, 0.75)
+            style: Text.Outline
+            styleColor: panel.outline
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
             elide: Text.ElideRight

@@ -9,6 +9,8 @@ Item {
 
     required property PlayerController controls
 
+    // The panel says it larger.
+    readonly property bool isTitled: !controls.panelShown
     // Of what is drawn, by PlayerController.State.
     readonly property var signs: [Icon.None, Icon.Play, Icon.Pause, Icon.FastForward, Icon.Rewind]
     readonly property bool isScrubbing: controls.state === PlayerController.FastForwarding
@@ -28,8 +30,8 @@ Item {
             anchors.left: parent.left
             anchors.right: parent.right
             anchors.bottom: parent.bottom
-            height: 420
-            color: StationPalette.faded("black", 0.85)
+            height: 480
+            color: StationPalette.faded("black", 0.8)
         }
     }
 
@@ -44,7 +46,7 @@ Item {
 
         Text {
             width: parent.width
-            visible: text !== ""
+            visible: transport.isTitled
             text: transport.controls.title
             font: Typography.standard(44, Font.Black)
             color: StationPalette.cream
@@ -57,7 +59,7 @@ Item {
 
         Text {
             width: parent.width
-            visible: text !== ""
+            visible: transport.isTitled
             text: transport.controls.subtitle
             font: Typography.standard(28)
             color: StationPalette.faded(StationPalette.cream, 0.75)

@@ -6,6 +6,9 @@ namespace {
 
 constexpr int stops = 8;
 
+// Of the height; what is written stands below the run.
+constexpr double run = 0.65;
+
 } // namespace
 
 void Scrim::setColor(QColor color)
@@ -24,7 +27,7 @@ void Scrim::paint(QPainter& painter, const QSizeF& size) const
         const double depth = double(stop) / stops;
         QColor color = m_color;
         color.setAlphaF(color.alphaF() * float(depth * depth * (3 - 2 * depth)));
-        gradient.setColorAt(depth, color);
+        gradient.setColorAt(run * depth, color);
     }
     painter.fillRect(QRectF(QPointF(), size), gradient);
 }

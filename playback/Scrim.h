@@ -4,7 +4,7 @@
 
 #include <QColor>
 
-/** A shade over a picture that deepens from nothing at its top to `color` at its bottom, for texts to be read on. */
+/** A shade over a picture that deepens from nothing at its top to `color` towards its bottom, for texts to be read on. */
 class Scrim : public PaintedItem
 {
     Q_OBJECT
