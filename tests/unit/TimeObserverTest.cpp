@@ -33,8 +33,9 @@ private:
     }
     static void play(StreamOnScript& script, double from, double to)
     {
-        for (double at = from; at <= to; at += 0.5)
-            script.moveTo(at);
+        const int halves = int((to - from) * 2);
+        for (int half = 0; half <= halves; ++half)
+            script.moveTo(from + half / 2.0);
     }
 
     QList<double> m_reports;
