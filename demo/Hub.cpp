@@ -111,7 +111,11 @@ void Hub::resetStatus()
 void Hub::offer(std::shared_ptr<const Catalogue> catalogue)
 {
     const std::lock_guard lock(m_mutex);
-    m_offered = catalogue ? std::move(catalogue) : m_own;
+    if (catalogue) {
+        m_offered = std::move(catalogue);
+    } else {
+        m_offered = m_own;
+    }
 }
 
 std::shared_ptr<const Catalogue> Hub::catalogue() const
