@@ -60,8 +60,15 @@ QImage JourneyTest::rest()
 bool JourneyTest::comesBackTo(const QImage& picture)
 {
     constexpr int blending = 4; // of 255
-    return m_room->screen().waitUntil(
+    const bool same = m_room->screen().waitUntil(
         [&](const QImage& now) { return picture::difference(now, picture, area::everything, blending) == 0; }, 10s);
+    if (!same) {
+        const QImage seen = m_room->screen().look();
+        qWarning() << "The picture is another one in" << picture::whereDifferent(seen, picture, blending);
+        picture.save(u"journey-expected.png"_s);
+        seen.save(u"journey-seen.png"_s);
+    }
+    return same;
 }
 
 std::optional<int> JourneyTest::recordedSeconds()

@@ -75,6 +75,18 @@ double difference(const QImage& one, const QImage& other, const QRectF& points, 
                  [&](int x, int y) { return !isLike(row(one, y)[x], row(other, y)[x], tolerance); });
 }
 
+QRect whereDifferent(const QImage& one, const QImage& other, int tolerance)
+{
+    QRect place;
+    for (int y = 0; y < one.height(); ++y) {
+        for (int x = 0; x < one.width(); ++x) {
+            if (!isLike(row(one, y)[x], row(other, y)[x], tolerance))
+                place |= QRect(x, y, 1, 1);
+        }
+    }
+    return place;
+}
+
 std::optional<int> recordedSeconds(const QImage& picture)
 {
     int seconds = 0;

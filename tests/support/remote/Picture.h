@@ -22,6 +22,9 @@ double shareOf(const QImage& picture, const QRectF& points, const QColor& colour
 /** Share, 0 to 1, of the area's pixels in which two pictures of one size differ by more than `tolerance`. */
 double difference(const QImage& one, const QImage& other, const QRectF& points, int tolerance = 8);
 
+/** The least rectangle, in pixels, around what differs between two pictures of one size; empty when nothing does. */
+QRect whereDifferent(const QImage& one, const QImage& other, int tolerance);
+
 /**
  * The seconds that a sample recording, shown on the full screen, writes in blocks along its bottom edge: twelve bits,
  * the highest on the left, white is 1. Nothing when a block is neither black nor white.
