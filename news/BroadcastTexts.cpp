@@ -1,0 +1,152 @@
+#include "BroadcastTexts.h"
+
+#include <QStringBuilder>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+// Digits stand where these have zeros.
+constexpr QStringView dateAndTime = u"0000-00-00T00:00:00";
+constexpr QStringView offsetForm = u"+00:00";
+constexpr qint64 referenceDate = 978'307'200'000; // 2001-01-01T00:00:00Z, in milliseconds since 1970
+constexpr double charactersPerSecond = 11;
+constexpr double shortestPeriod = 24; // seconds
+
+bool isDigit(QChar unit)
+{
+    return unit >= u'0' && unit <= u'9';
+}
+
+bool hasForm(QStringView text, QStringView form)
+{
+    return text.size() == form.size() &&
+           std::equal(text.begin(), text.end(), form.begin(),
+                      [](QChar unit, QChar place) { return place == u'0' ? isDigit(unit) : unit == place; });
+}
+
+int number(QStringView digits)
+{
+    int value = 0;
+    for (const QChar digit : digits)
+        value = value * 10 + (digit.unicode() - u'0');
+    return value;
+}
+
+/** Takes ".25" off the front of `text` and gives its whole milliseconds; nothing when there is a point without digits. */
+std::optional<int> takeFraction(QStringView& text)
+{
+    if (!text.startsWith(u'.'))
+        return 0;
+    const auto end = std::find_if_not(text.begin() + 1, text.end(), isDigit);
+    const QStringView digits = text.sliced(1, end - text.begin() - 1);
+    text = text.sliced(digits.size() + 1);
+    if (digits.isEmpty())
+        return std::nullopt;
+    int milliseconds = 0;
+    for (qsizetype place = 0; place < 3; ++place)
+        milliseconds = milliseconds * 10 + (place < digits.size() ? number(digits.sliced(place, 1)) : 0);
+    return milliseconds;
+}
+
+/** The seconds that a time zone such as "Z" or "-05:30" is ahead of UTC. */
+std::optional<int> zoneOffset(QStringView zone)
+{
+    if (zone == u'Z')
+        return 0;
+    const bool isBehind = zone.startsWith(u'-');
+    const bool hasSign = isBehind || zone.startsWith(u'+');
+    if (!hasSign || !hasForm(zone.sliced(1), offsetForm.sliced(1)))
+        return std::nullopt;
+    const int hours = number(zone.sliced(1, 2));
+    const int minutes = number(zone.sliced(4, 2));
+    if (hours > 23 || minutes > 59)
+        return std::nullopt;
+    return (isBehind ? -1 : 1) * (hours * 60 + minutes) * 60;
+}
+
+QString twoDigits(qint64 number)
+{
+    return u"%1"_s.arg(number, 2, 10, QChar(u'0'));
+}
+
+} // namespace
+
+std::optional<QDateTime> broadcastDate(QStringView nextBroadcast)
+{
+    if (!hasForm(nextBroadcast.first(std::min(nextBroadcast.size(), dateAndTime.size())), dateAndTime))
+        return std::nullopt;
+    const auto part = [&](qsizetype place, qsizetype digits) { return number(nextBroadcast.sliced(place, digits)); };
+    const QDate date(part(0, 4), part(5, 2), part(8, 2));
+    const QTime time(part(11, 2), part(14, 2), part(17, 2));
+    QStringView rest = nextBroadcast.sliced(dateAndTime.size());
+    const std::optional<int> milliseconds = takeFraction(rest);
+    const std::optional<int> offset = zoneOffset(rest);
+    if (!date.isValid() || !time.isValid() || !milliseconds || !offset)
+        return std::nullopt;
+    return QDateTime(date, time.addMSecs(*milliseconds), Qt::UTC).addSecs(-*offset);
+}
+
+QString remainingText(std::chrono::milliseconds remaining)
+{
+    const qint64 seconds = std::chrono::floor<std::chrono::seconds>(remaining).count();
+    constexpr qint64 day = 86'400;
+    const QString clock =
+        twoDigits(seconds % day / 3600) % u':' % twoDigits(seconds % 3600 / 60) % u':' % twoDigits(seconds % 60);
+    return seconds < day ? clock : QString(QString::number(seconds / day) % u"d "_s % clock);
+}
+
+QString scheduleText(const QDateTime& moment)
+{
+    static constexpr std::array<QStringView, 7> days{u"Mon", u"Tue", u"Wed", u"Thu", u"Fri", u"Sat", u"Sun"};
+    static constexpr std::array<QStringView, 12> months{u"Jan", u"Feb", u"Mar", u"Apr", u"May", u"Jun",
+                                                        u"Jul", u"Aug", u"Sep", u"Oct", u"Nov", u"Dec"};
+    const QDateTime local = moment.toLocalTime();
+    const QDate date = local.date();
+    const int hour = local.time().hour();
+    return days[size_t(date.dayOfWeek()) - 1] % u' ' % months[size_t(date.month()) - 1] % u' ' %
+           QString::number(date.day()) % u" · "_s % QString::number((hour + 11) % 12 + 1) % u':' %
+           twoDigits(local.time().minute()) % (hour < 12 ? u" AM"_s : u" PM"_s);
+}
+
+CountdownReading countdownReading(const std::optional<QDateTime>& target, const QString& label, const QDateTime& now)
+{
+    const QString nothing = u"no broadcast scheduled"_s;
+    if (!target)
+        return {false, nothing, {}};
+    const QString which = label.isEmpty() ? scheduleText(*target) : label;
+    const std::chrono::milliseconds remaining(now.msecsTo(*target));
+    if (remaining > 0ms)
+        return {true, remainingText(remaining), which};
+    return {false, nothing, u"last on the schedule · "_s + which};
+}
+
+QString tickerSeparator()
+{
+    return u"   ·   "_s;
+}
+
+QString tickerText(const QStringList& lines, const QString& hubHost)
+{
+    if (lines.isEmpty())
+        return u"THIS IS THE 5 O'CLOCK NEWS · QUILLMERE TELEVISION · "_s + hubHost.toUpper();
+    return lines.join(tickerSeparator());
+}
+
+double tickerPeriod(qsizetype characters)
+{
+    return std::max(double(characters) / charactersPerSecond, shortestPeriod);
+}
+
+double tickerOffset(double width, double period, const QDateTime& now)
+{
+    const double seconds = double(now.toMSecsSinceEpoch() - referenceDate) / 1000;
+    const double rounds = seconds / period;
+    const double phase = rounds - std::floor(rounds);
+    return width - 2 * width * phase;
+}
