@@ -2,18 +2,11 @@
 
 #include "Coordinator.h"
 #include "DesktopPresence.h"
-#include "HubURL.h"
 #include "PlayerController.h"
-#include "StreamPlayer.h"
 
 #include <utility>
 
 using namespace Qt::StringLiterals;
-
-std::shared_ptr<VideoPlayer> PlayerContainer::makeStreamPlayer(Clock& clock)
-{
-    return std::make_shared<StreamPlayer>(VideoOptions{hubCertificates(), u"Quillmere Television"_s}, clock);
-}
 
 PlayerContainer::PlayerContainer(const QUrl& url, double startAt, const QList<MetadataItem>& metadata, Clock& clock,
                                  const MakePlayer& makePlayer)

@@ -1,16 +1,15 @@
 #pragma once
 
 #include "MetadataItem.h"
+#include "StreamPlayers.h"
 #include "VideoPlayer.h"
 
 #include <QList>
 #include <QObject>
 #include <QUrl>
 
-#include <functional>
 #include <memory>
 
-class Clock;
 class Coordinator;
 class DesktopPresence;
 class PlayerController;
@@ -24,11 +23,6 @@ class PlayerContainer : public QObject
     Q_OBJECT
 
 public:
-    using MakePlayer = std::function<std::shared_ptr<VideoPlayer>(Clock& clock)>;
-
-    /** The real players; they trust the hub's certificates. */
-    static std::shared_ptr<VideoPlayer> makeStreamPlayer(Clock& clock);
-
     /** `startAt` in seconds; up to 1.0 it is the top. `metadata` is what the viewer and the desktop are told. */
     PlayerContainer(const QUrl& url, double startAt, const QList<MetadataItem>& metadata, Clock& clock,
                     const MakePlayer& makePlayer = &makeStreamPlayer);

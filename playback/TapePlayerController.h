@@ -50,7 +50,7 @@ public:
     void setCover(VHSCover cover) { m_cover = std::move(cover); }
 
     /** How players are made, before completion. */
-    void setMakePlayer(PlayerContainer::MakePlayer makePlayer) { m_makePlayer = std::move(makePlayer); }
+    void setMakePlayer(MakePlayer makePlayer) { m_makePlayer = std::move(makePlayer); }
 
     VideoPlayer* player() const { return m_container ? m_container->player() : nullptr; }
     PlayerController* controls() const { return m_container ? m_container->controller() : nullptr; }
@@ -84,7 +84,7 @@ private:
 
     QPointer<Store> m_store;
     QPointer<Timepiece> m_timepiece;
-    PlayerContainer::MakePlayer m_makePlayer = &PlayerContainer::makeStreamPlayer;
+    MakePlayer m_makePlayer = &makeStreamPlayer;
     Tape m_tape;
     VHSCover m_cover;
     double m_startAt = 0;

@@ -1,0 +1,11 @@
+#include "StreamPlayers.h"
+
+#include "HubURL.h"
+#include "StreamPlayer.h"
+
+using namespace Qt::StringLiterals;
+
+std::shared_ptr<VideoPlayer> makeStreamPlayer(Clock& clock)
+{
+    return std::make_shared<StreamPlayer>(VideoOptions{hubCertificates(), u"Quillmere Television"_s}, clock);
+}
