@@ -67,11 +67,25 @@ void SoftShadow::paint(QPainter& painter, const QSizeF& size) const
     const QPointF pointsAPixel(1 / toDevice.m11(), 1 / toDevice.m22());
     const QPointF first = toDevice.inverted().map(QPointF(pixels.topLeft()) + QPointF(0.5, 0.5)) - half;
     const std::vector<QRgb> colors = falloff(m_color);
+    // As far inside as this, only the nearer pair of edges counts: rows there are alike, and so are columns.
+    const double margin = std::max(m_spread, m_radius);
+    const auto isAlike = [margin](double before, double now, double half) {
+        return std::max(std::abs(before), std::abs(now)) <= half - margin;
+    };
     QImage image(pixels.size(), QImage::Format_ARGB32_Premultiplied);
     for (int y = 0; y < image.height(); ++y) {
         auto line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        const double pointY = first.y() + y * pointsAPixel.y();
+        if (y > 0 && isAlike(pointY - pointsAPixel.y(), pointY, half.y())) {
+            std::copy_n(line - image.bytesPerLine() / qsizetype(sizeof(QRgb)), image.width(), line);
+            continue;
+        }
         for (int x = 0; x < image.width(); ++x) {
-            const QPointF point(first.x() + x * pointsAPixel.x(), first.y() + y * pointsAPixel.y());
+            const QPointF point(first.x() + x * pointsAPixel.x(), pointY);
+            if (x > 0 && isAlike(point.x() - pointsAPixel.x(), point.x(), half.x())) {
+                line[x] = line[x - 1];
+                continue;
+            }
             const double spreads = distanceOutside(point, half, m_radius) / m_spread;
             line[x] = colors[size_t((std::clamp(spreads, -1.0, 1.0) + 1) / 2 * steps)];
         }

@@ -12,12 +12,25 @@ void VeneerBackground::paint(QPainter& painter, const QSizeF& size) const
     wood.setColorAt(1, QColor(74, 51, 39));
     painter.fillRect(QRectF(QPointF(), size), wood);
 
-    painter.save();
-    painter.setCompositionMode(QPainter::CompositionMode_Multiply);
+    // The grain is the same in every row of pixels: one is painted and laid over all.
+    const QTransform toDevice = painter.deviceTransform();
+    const QRectF area = toDevice.mapRect(QRectF(QPointF(), size));
+    const QRect pixels = area.toAlignedRect();
+    QImage row(pixels.width(), 1, QImage::Format_ARGB32_Premultiplied);
+    row.fill(Qt::transparent);
+    QPainter rowPainter(&row);
+    rowPainter.setRenderHints(painter.renderHints());
+    rowPainter.translate(area.left() - pixels.left(), 0);
+    rowPainter.scale(toDevice.m11(), 1);
     for (const Streak& streak : grain(size.width())) {
-        const QRectF area(streak.x, 0, std::min(streak.width, size.width() - streak.x), size.height());
-        painter.fillRect(area, StationPalette::faded(Qt::black, streak.opacity));
+        const QRectF part(streak.x, 0, std::min(streak.width, size.width() - streak.x), 1);
+        rowPainter.fillRect(part, StationPalette::faded(Qt::black, streak.opacity));
     }
+    rowPainter.end();
+    painter.save();
+    painter.resetTransform();
+    painter.setBrushOrigin(pixels.topLeft());
+    painter.fillRect(area, QBrush(row));
     painter.restore();
 }
 
