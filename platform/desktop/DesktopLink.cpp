@@ -70,6 +70,8 @@ void DesktopLink::open()
     if (!bus.isConnected() || m_closing)
         return;
     m_inhibitor = std::make_unique<ScreenSaverInhibitor>(bus, m_terms.application.name, m_terms.reason);
+    if (!m_terms.isDrivable)
+        return;
     m_mpris = std::make_unique<MprisPlayer>(bus, m_terms.application, [this] { return m_position.load(); });
     connect(m_mpris.get(), &MprisPlayer::playRequested, this, &DesktopLink::playRequested);
     connect(m_mpris.get(), &MprisPlayer::pauseRequested, this, &DesktopLink::pauseRequested);
@@ -81,9 +83,10 @@ void DesktopLink::open()
 
 void DesktopLink::takeState(const MprisState& state, bool inhibits)
 {
-    if (!m_mpris)
+    if (!m_inhibitor)
         return;
-    m_mpris->setState(state);
+    if (m_mpris)
+        m_mpris->setState(state);
     if (inhibits)
         m_inhibitor->inhibit();
     else

@@ -9,9 +9,10 @@
 #include <memory>
 
 /**
- * The session bus's end of a DesktopPresence: a connection of its own, with the inhibitor and the MPRIS player on it.
- * Without a bus it does nothing. Made on the screen thread, it lives on the desktop's, posts everything there, and
- * destroys itself after `close`. Its signals are what programs on the bus ask for.
+ * The session bus's end of a DesktopPresence or a WakeLock: a connection of its own, with the inhibitor on it and, where
+ * there is something to drive, the MPRIS player. Without a bus it does nothing. Made on the screen thread, it lives on
+ * the desktop's, posts everything there, and destroys itself after `close`. Its signals are what programs on the bus ask
+ * for.
  */
 class DesktopLink : public QObject
 {
@@ -22,7 +23,8 @@ public:
     {
         QString busAddress;
         MprisPlayer::Application application;
-        QString reason; ///< why the screensaver is inhibited, for people
+        QString reason;         ///< why the screensaver is inhibited, for people
+        bool isDrivable = true; ///< whether it has an MPRIS player
     };
 
     explicit DesktopLink(Terms terms);

@@ -1,0 +1,20 @@
+#include "WakeLock.h"
+
+#include "DesktopLink.h"
+
+#include <QGuiApplication>
+
+WakeLock::WakeLock(const QString& reason, const QString& busAddress)
+{
+    if (busAddress.isEmpty())
+        return;
+    m_link = new DesktopLink(
+        {busAddress, {QGuiApplication::applicationDisplayName(), QGuiApplication::desktopFileName()}, reason, false});
+    m_link->setState({}, true);
+}
+
+WakeLock::~WakeLock()
+{
+    if (m_link != nullptr)
+        m_link->close();
+}
