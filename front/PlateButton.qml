@@ -1,7 +1,7 @@
 import QtQuick
 import Quillmere.Front
 
-// A button in the set's default style: a dim plate with an icon and a text, cream and a little larger under the focus.
+// A button in the set's default style, with an icon and a text.
 StationButton {
     id: button
 
@@ -20,25 +20,8 @@ StationButton {
     implicitWidth: label.implicitWidth + 2 * (margin + padding)
     implicitHeight: size + 38
 
-    Item {
-        anchors.fill: parent
-        scale: 1 + (StationMotion.plateScale - 1) * button.lift
-
-        CardPlate {
-            anchors.fill: parent
-            radius: 14
-            border: StationPalette.faded(StationPalette.cream, 0.35)
-            borderWidth: 2
-            fill: StationPalette.faded(StationPalette.cream, 0.08)
-        }
-
-        CardPlate {
-            anchors.fill: parent
-            visible: button.lift > 0
-            opacity: button.lift
-            radius: 14
-            fill: StationPalette.cream
-        }
+    StationPlate {
+        lift: button.lift
 
         Row {
             id: label

@@ -1,0 +1,42 @@
+#include "NewsTexts.h"
+
+#include "ShortenedText.h"
+#include "StationTexts.h"
+#include "Typography.h"
+
+using namespace Qt::StringLiterals;
+
+QString NewsTexts::heading()
+{
+    return StationTexts::newsDoor();
+}
+
+QString NewsTexts::channels()
+{
+    return u"channels"_s;
+}
+
+QString NewsTexts::towerLine(bool checking)
+{
+    return checking ? u"CHECKING THE TOWER…"_s : u"TRANSMISSION WILL RESUME — THIS SET IS WATCHING THE TOWER"_s;
+}
+
+QString NewsTexts::cardLine(const QString& text)
+{
+    return shortenedText(text);
+}
+
+QString NewsTexts::onAirTitle(const QString& program)
+{
+    return program.isEmpty() ? u"5 O'Clock News"_s : shortenedText(program);
+}
+
+QString NewsTexts::onAirDetail(const QString& note, const QString& tagline)
+{
+    return shortenedLine(note.isEmpty() ? tagline : note);
+}
+
+QString NewsTexts::onAirStation(const QString& label)
+{
+    return Typography::capitals(shortenedLine(label));
+}

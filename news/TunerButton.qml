@@ -1,0 +1,60 @@
+import QtQuick
+import Quillmere.Front
+import Quillmere.News
+
+// One station of the tuner strip: its number, which alone tells that it is the current one, and its label.
+StationButton {
+    id: button
+
+    required property TunerList tuner
+    required property string number
+    required property string label
+    required property real numberExtent
+    required property bool isCurrent
+
+    name: number + " " + label
+    height: 64
+    Accessible.checkable: true
+    Accessible.checked: isCurrent
+
+    StationPlate {
+        lift: button.lift
+
+        Text {
+            id: digits
+
+            x: button.tuner.margin
+            anchors.verticalCenter: parent.verticalCenter
+            width: button.numberExtent
+            text: button.number
+            font: button.tuner.numberFont
+            color: button.isCurrent ? StationPalette.onAirRed
+                                    : StationPalette.mixed(StationPalette.parchment, StationPalette.inkNavy, button.lift)
+            elide: Text.ElideRight
+            maximumLineCount: 1
+            textFormat: Text.PlainText
+            Accessible.ignored: true
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+
+        Text {
+            anchors.left: digits.right
+            anchors.leftMargin: button.tuner.gap
+            anchors.right: parent.right
+            anchors.rightMargin: button.tuner.margin
+            anchors.verticalCenter: parent.verticalCenter
+            text: button.label
+            font: button.tuner.labelFont
+            color: StationPalette.mixed(StationPalette.faded(StationPalette.parchment, 0.85), StationPalette.inkNavy,
+                                        button.lift)
+            horizontalAlignment: Text.AlignLeft
+            elide: Text.ElideRight
+            maximumLineCount: 1
+            textFormat: Text.PlainText
+            Accessible.ignored: true
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+    }
+}
