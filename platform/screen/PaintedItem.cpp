@@ -4,6 +4,7 @@
 #include <QQuickWindow>
 #include <QSGImageNode>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -24,6 +25,16 @@ QRect wholePixels(const QRectF& area)
     const QPoint end(int(std::ceil(area.right() - PixelPlacement::tolerance)),
                      int(std::ceil(area.bottom() - PixelPlacement::tolerance)));
     return {topLeft, QSize(end.x() - topLeft.x(), end.y() - topLeft.y())};
+}
+
+bool isOpaque(const QImage& image)
+{
+    for (int y = 0; y < image.height(); ++y) {
+        const auto line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        if (!std::all_of(line, line + image.width(), [](QRgb pixel) { return qAlpha(pixel) == 255; }))
+            return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -130,6 +141,10 @@ QImage PaintedItem::painted(const PixelPlacement& placement) const
     painter.translate(placement.phase - placement.pixels.topLeft());
     painter.scale(placement.scale.width(), placement.scale.height());
     paint(painter, size());
+    painter.end();
+    // Without an alpha channel it is faded at a third of the cost, and what it hides is not drawn.
+    if (isOpaque(image))
+        image.reinterpretAsFormat(QImage::Format_RGB32);
     return image;
 }
 
