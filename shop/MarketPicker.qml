@@ -45,7 +45,6 @@ ScrollArea {
             required property real extent
 
             readonly property color ink: isSelected ? StationPalette.inkNavy : StationPalette.cream
-            readonly property color plate: isSelected ? StationPalette.amber : StationPalette.nightNavy
 
             name: title + " " + count
             width: extent
@@ -59,10 +58,7 @@ ScrollArea {
                 radius: height / 2
                 border: StationPalette.faded(StationPalette.cream, 0.2)
                 borderWidth: 1
-                background: DiagonalGradient {
-                    from: chip.plate
-                    to: chip.plate
-                }
+                fill: chip.isSelected ? StationPalette.amber : StationPalette.nightNavy
             }
 
             Text {

@@ -64,10 +64,7 @@ FocusSection {
             width: count.width + 24
             height: count.height + 8
             radius: 8
-            background: DiagonalGradient {
-                from: StationPalette.amber
-                to: StationPalette.amber
-            }
+            fill: StationPalette.amber
 
             Text {
                 id: count
