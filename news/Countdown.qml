@@ -1,0 +1,61 @@
+import QtQuick
+import Quillmere.Front
+import Quillmere.News
+
+// The time that is left until the next broadcast, and which one that is. Made narrower than it asks for, it folds its texts.
+Item {
+    id: countdown
+
+    required property string nextBroadcast
+    required property string label
+    required property Timepiece timepiece
+
+    implicitWidth: Math.max(headline.implicitWidth, detail.visible ? detail.implicitWidth : 0)
+    implicitHeight: rows.implicitHeight
+
+    CountdownTimer {
+        id: timer
+
+        nextBroadcast: countdown.nextBroadcast
+        label: countdown.label
+        timepiece: countdown.timepiece
+        running: countdown.visible
+    }
+
+    Column {
+        id: rows
+
+        width: countdown.width
+        spacing: 10
+
+        Text {
+            id: headline
+
+            width: parent.width
+            text: timer.headline
+            font: timer.counting ? Typography.monospaced(64, Font.Bold, 0) : Typography.standard(28)
+            color: timer.counting ? StationPalette.brick : StationPalette.faded(StationPalette.parchment, 0.65)
+            horizontalAlignment: Text.AlignHCenter
+            textFormat: Text.PlainText
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+
+        Text {
+            id: detail
+
+            width: parent.width
+            visible: text !== ""
+            text: timer.detail
+            font: Typography.standard(timer.counting ? 24 : 22)
+            color: StationPalette.faded(StationPalette.parchment, timer.counting ? 0.7 : 0.4)
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+            elide: Text.ElideRight
+            maximumLineCount: 2
+            textFormat: Text.PlainText
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+    }
+}
