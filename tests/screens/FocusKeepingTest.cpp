@@ -26,7 +26,7 @@ public:
 
 } // namespace
 
-/** What holds the focus as things and screens come and go. */
+/** What holds the focus as things come and go. */
 class FocusKeepingTest : public QObject
 {
     Q_OBJECT
@@ -35,7 +35,6 @@ private Q_SLOTS:
     void theTopmostThenLeadingThingIsFirst();
     void thePreferredThingIsFirst();
     void aScreenThatGetsTheFocusGivesItToAThing();
-    void aScreenThatGetsTheFocusBackLeavesItToTheScreenWithin();
     void aThingThatGetsTheFocusByItselfIsTheFocusedOne();
     void aScreenWithoutAnythingTakesTheKeysUntilSomethingComes();
     void theNearestInItsSectionFollowsAVanishedThing_data();
@@ -46,28 +45,10 @@ private Q_SLOTS:
     void theLastThingLeavesTheKeysToTheScreen();
     void theFocusStaysThroughChangesAroundIt_data();
     void theFocusStaysThroughChangesAroundIt();
-    void aCoverHasTheKeysAndGivesThemBack();
-    void whatVanishedUnderACoverIsReplacedAfterwards();
-    void whatIsAwayForAWhileUnderACoverKeepsTheFocus();
-    void whatIsAwayForAWhileOnAScreenNotInFrontKeepsTheFocus();
-    void aHiddenScreenRemembersItsFocus();
-    void aScreenThatIsNotInFrontDoesNotTakeTheKeys();
-    void aScreenGoesWithItsFocusedThing();
     void aScreenThatGoesHearsNoMoreOfItsContents();
     void aScreenWithoutFocusHearsNothingOfItsContents();
     void thatThereIsNothingToFocusIsToldOnce();
-
-private:
-    static QString row(const FocusStage& stage);
 };
-
-/** Three things, the middle one nearer to the last. */
-QString FocusKeepingTest::row(const FocusStage& stage)
-{
-    const QString things = stage.thing("a", {0, 0, 100, 100}) + stage.thing("b", {200, 0, 100, 100}) +
-                           stage.thing("c", {310, 0, 100, 100});
-    return stage.item("FocusSection", "row", {250, 200, 500, 100}, things);
-}
 
 void FocusKeepingTest::theTopmostThenLeadingThingIsFirst()
 {
@@ -88,28 +69,16 @@ void FocusKeepingTest::thePreferredThingIsFirst()
 void FocusKeepingTest::aScreenThatGetsTheFocusGivesItToAThing()
 {
     FocusStage stage;
-    auto* const screen = stage.put(stage.item("FocusScreen", "screen", {0, 0, 100, 100}, row(stage)));
+    auto* const screen = stage.put(stage.item("FocusScreen", "screen", {0, 0, 100, 100}, FocusStage::row()));
     QCOMPARE(stage.focused(), QString());
     screen->setFocus(true);
     QCOMPARE(stage.focused(), u"a"_s);
 }
 
-void FocusKeepingTest::aScreenThatGetsTheFocusBackLeavesItToTheScreenWithin()
-{
-    FocusStage stage;
-    stage.walk(row(stage) +
-               stage.item("FocusScreen", "page", {0, 0, 1920, 1080}, stage.thing("onPage", {0, 0, 100, 100})));
-    stage.named<FocusScreen>("page").takeFocus();
-    stage.screen().setFocus(false);
-    QVERIFY(stage.focused() != u"onPage"_s);
-    stage.screen().setFocus(true);
-    QCOMPARE(stage.focused(), u"onPage"_s);
-}
-
 void FocusKeepingTest::aThingThatGetsTheFocusByItselfIsTheFocusedOne()
 {
     FocusStage stage;
-    stage.walk(row(stage));
+    stage.walk(FocusStage::row());
     stage.named("b").forceActiveFocus();
     QCOMPARE(stage.screen().focused(), &stage.named("b"));
     stage.press(Qt::Key_Right);
@@ -151,7 +120,7 @@ void FocusKeepingTest::theNearestInItsSectionFollowsAVanishedThing()
 {
     QFETCH(Change, change);
     FocusStage stage;
-    stage.walk(stage.thing("top", {400, 0, 100, 100}, "preferred: true") + row(stage));
+    stage.walk(stage.thing("top", {400, 0, 100, 100}, "preferred: true") + FocusStage::row());
     stage.screen().focus(&stage.named("b"));
     change(stage);
     QTRY_COMPARE(stage.focused(), u"c"_s);
@@ -162,7 +131,7 @@ void FocusKeepingTest::theScreensFirstThingFollowsAVanishedSection()
 {
     FocusStage stage;
     stage.walk(stage.thing("top", {400, 0, 100, 100}) +
-               stage.thing("preferred", {0, 900, 100, 100}, "preferred: true") + row(stage));
+               stage.thing("preferred", {0, 900, 100, 100}, "preferred: true") + FocusStage::row());
     stage.screen().focus(&stage.named("b"));
     delete &stage.named<FocusSection>("row");
     QTRY_COMPARE(stage.focused(), u"preferred"_s);
@@ -173,7 +142,7 @@ void FocusKeepingTest::theScreensFirstThingFollowsAVanishedSection()
 void FocusKeepingTest::aKeyFindsTheFocusInOrder()
 {
     FocusStage stage;
-    stage.walk(row(stage));
+    stage.walk(FocusStage::row());
     stage.screen().focus(&stage.named("c"));
     stage.named("c").setVisible(false);
     stage.press(Qt::Key_Left);
@@ -183,7 +152,7 @@ void FocusKeepingTest::aKeyFindsTheFocusInOrder()
 void FocusKeepingTest::aHiddenThingIsNotSelected()
 {
     FocusStage stage;
-    stage.walk(row(stage));
+    stage.walk(FocusStage::row());
     const QSignalSpy selected(&stage.named("a"), &Focusable::selected);
     stage.named("a").setVisible(false);
     stage.press(Qt::Key_Select);
@@ -226,7 +195,7 @@ void FocusKeepingTest::theFocusStaysThroughChangesAroundIt()
 {
     QFETCH(Change, change);
     FocusStage stage;
-    stage.walk(row(stage) + stage.item("Item", "elsewhere", {0, 600, 500, 100}, {}));
+    stage.walk(FocusStage::row() + stage.item("Item", "elsewhere", {0, 600, 500, 100}, {}));
     stage.screen().focus(&stage.named("b"));
     const QSignalSpy changed(&stage.screen(), &FocusScreen::focusedChanged);
     change(stage);
@@ -235,124 +204,6 @@ void FocusKeepingTest::theFocusStaysThroughChangesAroundIt()
     QCOMPARE(changed.count(), 0);
     stage.press(Qt::Key_Up);
     QCOMPARE(stage.screen().focused()->hasActiveFocus(), true);
-}
-
-void FocusKeepingTest::aCoverHasTheKeysAndGivesThemBack()
-{
-    FocusStage stage;
-    stage.walk(row(stage) +
-               stage.item("FocusScreen", "cover", {0, 0, 1920, 1080}, stage.thing("onCover", {0, 0, 100, 100})));
-    auto& cover = stage.named<FocusScreen>("cover");
-    stage.screen().focus(&stage.named("b"));
-    stage.screen().setCover(&cover);
-    stage.screen().takeFocus();
-    QCOMPARE(stage.focused(), u"onCover"_s);
-    QVERIFY(!stage.named("b").hasActiveFocus());
-    QCOMPARE(stage.screen().focused(), &stage.named("b"));
-
-    stage.screen().setCover(nullptr);
-    stage.screen().takeFocus();
-    QCOMPARE(stage.focused(), u"b"_s);
-}
-
-void FocusKeepingTest::whatVanishedUnderACoverIsReplacedAfterwards()
-{
-    FocusStage stage;
-    stage.walk(row(stage) +
-               stage.item("FocusScreen", "cover", {0, 0, 1920, 1080}, stage.thing("onCover", {0, 0, 100, 100})));
-    stage.screen().focus(&stage.named("b"));
-    stage.screen().setCover(&stage.named<FocusScreen>("cover"));
-    stage.screen().takeFocus();
-    delete &stage.named("b");
-    QCoreApplication::processEvents();
-    QCOMPARE(stage.focused(), u"onCover"_s);
-    stage.screen().focus(&stage.named("a"));
-    QCOMPARE(stage.focused(), u"onCover"_s);
-    delete &stage.named("a");
-
-    stage.screen().setCover(nullptr);
-    stage.screen().takeFocus();
-    QCOMPARE(stage.focused(), u"c"_s);
-}
-
-void FocusKeepingTest::whatIsAwayForAWhileUnderACoverKeepsTheFocus()
-{
-    FocusStage stage;
-    stage.walk(row(stage) +
-               stage.item("FocusScreen", "cover", {0, 0, 1920, 1080}, stage.thing("onCover", {0, 0, 100, 100})));
-    stage.screen().focus(&stage.named("b"));
-    stage.screen().setCover(&stage.named<FocusScreen>("cover"));
-    stage.screen().takeFocus();
-    stage.named("b").setVisible(false);
-    QCoreApplication::processEvents();
-    stage.named("b").setVisible(true);
-    stage.screen().setCover(nullptr);
-    stage.screen().takeFocus();
-    QCOMPARE(stage.focused(), u"b"_s);
-}
-
-void FocusKeepingTest::whatIsAwayForAWhileOnAScreenNotInFrontKeepsTheFocus()
-{
-    FocusStage stage;
-    stage.put(u"Item { FocusScreen { objectName: 'back'\n"_s + row(stage) + u"}\n"_s +
-              stage.item("FocusScreen", "front", {0, 0, 1920, 1080}, stage.thing("inFront", {0, 0, 100, 100})) +
-              u"}"_s);
-    const auto screens = Stage::all(stage.window().contentItem(), "FocusScreen");
-    auto* const back = qobject_cast<FocusScreen*>(screens.first());
-    auto* const thing = back->findChild<Focusable*>(u"b"_s);
-    back->takeFocus();
-    back->focus(thing);
-    qobject_cast<FocusScreen*>(screens.last())->takeFocus();
-    QCOMPARE(stage.focused(), u"inFront"_s);
-    thing->setVisible(false);
-    QCoreApplication::processEvents();
-    thing->setVisible(true);
-    back->takeFocus();
-    QCOMPARE(stage.focused(), u"b"_s);
-}
-
-void FocusKeepingTest::aHiddenScreenRemembersItsFocus()
-{
-    FocusStage stage;
-    stage.walk(row(stage));
-    stage.screen().focus(&stage.named("b"));
-    stage.screen().setVisible(false);
-    QCoreApplication::processEvents();
-    stage.screen().takeFocus();
-    QCOMPARE(stage.screen().focused(), &stage.named("b"));
-    stage.screen().setVisible(true);
-    stage.screen().takeFocus();
-    QCOMPARE(stage.focused(), u"b"_s);
-}
-
-void FocusKeepingTest::aScreenThatIsNotInFrontDoesNotTakeTheKeys()
-{
-    FocusStage stage;
-    const QString page = stage.thing("onPage", {0, 0, 100, 100}) + stage.thing("alsoOnPage", {0, 200, 100, 100});
-    stage.walk(row(stage) + stage.item("FocusScreen", "page", {0, 0, 1920, 1080}, page));
-    auto& page_ = stage.named<FocusScreen>("page");
-    page_.takeFocus();
-    page_.focus(&stage.named("alsoOnPage"));
-    stage.screen().takeFocus();
-    QCOMPARE(stage.focused(), u"a"_s);
-    page_.focus(&stage.named("onPage"));
-    QCoreApplication::processEvents();
-    QCOMPARE(stage.focused(), u"a"_s);
-    page_.takeFocus();
-    QCOMPARE(stage.focused(), u"onPage"_s);
-}
-
-void FocusKeepingTest::aScreenGoesWithItsFocusedThing()
-{
-    FocusStage stage;
-    stage.walk(row(stage) +
-               stage.item("FocusScreen", "page", {0, 0, 1920, 1080}, stage.thing("onPage", {0, 0, 100, 100})));
-    auto& page = stage.named<FocusScreen>("page");
-    page.takeFocus();
-    delete &page;
-    QCOMPARE(stage.focused(), u"screen"_s);
-    stage.screen().takeFocus();
-    QCOMPARE(stage.focused(), u"a"_s);
 }
 
 void FocusKeepingTest::aScreenThatGoesHearsNoMoreOfItsContents()

@@ -24,6 +24,14 @@ public:
             .arg(more);
     }
 
+    /** A section of three things "a", "b" and "c", the middle one nearer to the last. */
+    static QString row()
+    {
+        const QString things =
+            thing("a", {0, 0, 100, 100}) + thing("b", {200, 0, 100, 100}) + thing("c", {310, 0, 100, 100});
+        return item("FocusSection", "row", {250, 200, 500, 100}, things);
+    }
+
     /** Shows a screen of these things, in front. */
     FocusScreen& walk(const QString& things)
     {
