@@ -14,8 +14,9 @@ namespace VideoPlugins {
 QCoro::Task<tl::expected<VideoPlugin*, QString>> load();
 
 /**
- * Sets what the video libraries read from the environment when they are loaded: the refusal of TLS below 1.2. Before
- * the program's first other thread, which might be reading the environment; the first load does it where nobody did.
+ * Sets what the video libraries read from the environment when they are loaded: the refusal of TLS below 1.2; and has
+ * the process give back the memory of their buffers. Before the program's first other thread, which might be reading
+ * the environment; the first load does it where nobody did.
  */
 void prepare();
 
