@@ -1,0 +1,394 @@
+#include "NewsController.h"
+#include "HubURL.h"
+#include "NewsOnScript.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+/** The news channel from pass to pass of its watch: what it asks, in which order, and what comes of the answers. */
+class NewsControllerTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m_news = std::make_unique<NewsOnScript>(); }
+    void cleanup() { m_news.reset(); }
+    void beforeItAppearsItAsksNobody();
+    void openingItChecks();
+    void aDarkTowerLeavesItOnStandby();
+    void aLitTowerIsPlayedLive();
+    void thePlayerIsKeptWhileTheTowerStaysLit();
+    void aTowerThatGoesDarkLosesItsPlayer();
+    void aTowerLitAgainHasANewPlayer();
+    void eachPassAsksOnceForEach();
+    void aPassIsSixSecondsAfterTheAnswersOfTheLast();
+    void theRefreshedStatusIsTheStores();
+    void aFailedRefreshKeepsTheOldStatus_data();
+    void aFailedRefreshKeepsTheOldStatus();
+    void aHubThatHangsIsWaitedFor();
+    void aPathThatMakesNoAddressStaysOnStandby_data();
+    void aPathThatMakesNoAddressStaysOnStandby();
+    void aNewPathOfTheStationIsProbedAtOnce();
+    void itChecksOnlyUntilTheFirstAnswerOfAWatch();
+    void aBrokenPictureIsThePlayersAffair();
+
+    void leavingWhileLitSilencesAtOnce();
+    void leavingWhileLitShowsNoCard();
+    void leavingWhileDarkKeepsTheCard();
+    void leavingTwiceIsSafe();
+    void aProbeAnsweredAfterTheScreenHasGoneChangesNothing();
+    void aStatusThatArrivesAfterTheScreenHasGoneChangesNothing();
+    void noPassFollowsTheScreensEnd();
+    void destroyingTheScreenEndsItsPassAtAnyPoint_data();
+    void destroyingTheScreenEndsItsPassAtAnyPoint();
+    void destroyingTheScreenWhileLitLetsGoOfTheStream();
+
+private:
+    NewsController& screen() { return *m_news->screen; }
+
+    std::unique_ptr<NewsOnScript> m_news;
+};
+
+void NewsControllerTest::beforeItAppearsItAsksNobody()
+{
+    QCOMPARE(m_news->store.http.count(), 0);
+    QVERIFY(!screen().isChecking());
+    QVERIFY(!screen().isLive());
+    QVERIFY(!screen().player());
+    QVERIFY(!screen().selected());
+    QVERIFY(screen().isOnStandby());
+}
+
+void NewsControllerTest::openingItChecks()
+{
+    screen().appear();
+    QVERIFY(screen().isChecking());
+    QVERIFY(!screen().isLive());
+    QVERIFY(screen().isOnStandby());
+    QCOMPARE(m_news->store.http.count(), 1);
+    QVERIFY(m_news->asks(NewsOnScript::five));
+}
+
+void NewsControllerTest::aDarkTowerLeavesItOnStandby()
+{
+    screen().appear();
+    m_news->probe(false);
+    QVERIFY(!screen().isChecking());
+    QVERIFY(!screen().isLive());
+    QVERIFY(screen().isOnStandby());
+    QVERIFY(m_news->players.isEmpty());
+    QVERIFY(m_news->asks(NewsOnScript::status));
+}
+
+void NewsControllerTest::aLitTowerIsPlayedLive()
+{
+    screen().appear();
+    m_news->probe(true);
+    QVERIFY(screen().isLive());
+    QVERIFY(!screen().isChecking());
+    QVERIFY(screen().isLit());
+    QVERIFY(!screen().isOnStandby());
+    QCOMPARE(screen().onAir(), QStringList{u"5"_s});
+    QCOMPARE(screen().player(), m_news->player());
+    QCOMPARE(m_news->player()->item()->url(), *hubURL(NewsOnScript::five));
+    QVERIFY(m_news->player()->item()->isLive());
+    QVERIFY(m_news->player()->automaticallyWaitsToMinimizeStalling());
+    QCOMPARE(m_news->player()->timeControl(), VideoPlayer::TimeControl::WaitingToPlay);
+    QVERIFY(m_news->asks(NewsOnScript::status));
+}
+
+void NewsControllerTest::thePlayerIsKeptWhileTheTowerStaysLit()
+{
+    m_news->open(true);
+    const QPointer<ScriptedVideoPlayer> player = m_news->player();
+    const auto heard = *m_news->calls.last();
+    QSignalSpy pictures(&screen(), &NewsController::pictureChanged);
+    for (int pass = 0; pass < 5; ++pass) {
+        m_news->pause();
+        m_news->pass(true);
+    }
+    QCOMPARE(screen().player(), player.data());
+    QCOMPARE(m_news->players.size(), 1);
+    QCOMPARE(*m_news->calls.last(), heard);
+    QVERIFY(pictures.isEmpty());
+}
+
+void NewsControllerTest::aTowerThatGoesDarkLosesItsPlayer()
+{
+    m_news->open(true);
+    m_news->pause();
+    QVERIFY(screen().player());
+    m_news->probe(false);
+    QVERIFY(!screen().player());
+    QVERIFY(!m_news->players.first());
+    QVERIFY(!screen().isLive());
+    QVERIFY(!screen().isChecking());
+    QVERIFY(screen().isOnStandby());
+    QCOMPARE(m_news->calls.first()->last(2), QStringList({u"pause"_s, u"letGo"_s}));
+}
+
+void NewsControllerTest::aTowerLitAgainHasANewPlayer()
+{
+    m_news->open(true);
+    m_news->pause();
+    m_news->pass(false);
+    m_news->pause();
+    QSignalSpy pictures(&screen(), &NewsController::pictureChanged);
+    m_news->probe(true);
+    QCOMPARE(m_news->players.size(), 2);
+    QCOMPARE(screen().player(), m_news->player());
+    QVERIFY(screen().isLit());
+    // Shown once, not first on standby with a live tower.
+    QCOMPARE(pictures.count(), 1);
+}
+
+void NewsControllerTest::eachPassAsksOnceForEach()
+{
+    screen().appear();
+    for (int pass = 1; pass <= 4; ++pass) {
+        QCOMPARE(m_news->requests(NewsOnScript::five), pass);
+        QCOMPARE(m_news->requests(NewsOnScript::status), pass - 1);
+        m_news->probe(pass % 2 == 0);
+        QCOMPARE(m_news->requests(NewsOnScript::status), pass);
+        m_news->refresh();
+        m_news->pause();
+    }
+    // The same requests, whose answers nobody kept: each asks the hub itself.
+    QCOMPARE(m_news->store.http.request(0).cache, HttpRequest::Cache::Bypass);
+}
+
+void NewsControllerTest::aPassIsSixSecondsAfterTheAnswersOfTheLast()
+{
+    screen().appear();
+    m_news->clock.advance(5s);
+    m_news->probe(false);
+    m_news->clock.advance(5s);
+    QCOMPARE(m_news->requests(NewsOnScript::five), 1);
+    m_news->refresh();
+    m_news->clock.advance(5999ms);
+    QCOMPARE(m_news->requests(NewsOnScript::five), 1);
+    m_news->clock.advance(1ms);
+    QCOMPARE(m_news->requests(NewsOnScript::five), 2);
+}
+
+void NewsControllerTest::theRefreshedStatusIsTheStores()
+{
+    m_news->open(false, R"({"news": {"program_title": "The Late Report"}})");
+    QCOMPARE(m_news->store->status().news.programTitle, u"The Late Report"_s);
+}
+
+void NewsControllerTest::aFailedRefreshKeepsTheOldStatus_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<int>("code");
+    QTest::newRow("an error") << QByteArray() << 503;
+    QTest::newRow("not a record") << QByteArray("<html>") << 200;
+}
+
+void NewsControllerTest::aFailedRefreshKeepsTheOldStatus()
+{
+    QFETCH(const QByteArray, body);
+    QFETCH(const int, code);
+    m_news->open(true, R"({"news": {"program_title": "The Late Report"}})");
+    m_news->pause();
+    m_news->probe(true);
+    QSignalSpy changes(m_news->store.store.get(), &Store::objectWillChange);
+    m_news->refresh(body, code);
+    QCOMPARE(m_news->store->status().news.programTitle, u"The Late Report"_s);
+    QVERIFY(changes.isEmpty());
+    QVERIFY(screen().isLit());
+    m_news->pause();
+    QVERIFY(m_news->asks(NewsOnScript::five));
+}
+
+void NewsControllerTest::aHubThatHangsIsWaitedFor()
+{
+    screen().appear();
+    m_news->clock.advance(1h);
+    QVERIFY(screen().isChecking());
+    QCOMPARE(m_news->store.http.count(), 1);
+    m_news->store.http.fail(0, u"too late"_s, HttpFailure::Kind::TimedOut);
+    QVERIFY(!screen().isChecking());
+    QVERIFY(!screen().isLive());
+    m_news->clock.advance(1h);
+    QCOMPARE(m_news->store.http.count(), 2);
+    m_news->store.http.fail(1, u"too late"_s, HttpFailure::Kind::TimedOut);
+    m_news->pause();
+    m_news->probe(true);
+    QVERIFY(screen().isLit());
+}
+
+void NewsControllerTest::aPathThatMakesNoAddressStaysOnStandby_data()
+{
+    QTest::addColumn<QByteArray>("path");
+    QTest::newRow("broken") << QByteArray("https://[broken");
+    QTest::newRow("another scheme") << QByteArray("file:///etc/passwd");
+}
+
+void NewsControllerTest::aPathThatMakesNoAddressStaysOnStandby()
+{
+    QFETCH(const QByteArray, path);
+    m_news->open(true, R"({"news": {"hls_url": ")" + path + R"("}})");
+    for (int pass = 0; pass < 3; ++pass) {
+        QVERIFY(screen().isOnStandby());
+        QVERIFY(!screen().player());
+        QVERIFY(!screen().isLive());
+        QVERIFY(!screen().isChecking());
+        m_news->refresh(R"({"news": {"hls_url": ")" + path + R"("}})");
+        m_news->pause();
+    }
+    QCOMPARE(m_news->requests(NewsOnScript::five), 1);
+    QCOMPARE(m_news->players.size(), 1);
+}
+
+void NewsControllerTest::aNewPathOfTheStationIsProbedAtOnce()
+{
+    m_news->open(false, R"({"news": {"hls_url": "/live/other.m3u8"}})");
+    QVERIFY(m_news->asks(u"/live/other.m3u8"_s));
+    QVERIFY(screen().isChecking());
+    m_news->pause();
+    // The watch that was replaced asks for nothing any more.
+    QCOMPARE(m_news->requests(NewsOnScript::five), 1);
+    QCOMPARE(m_news->requests(u"/live/other.m3u8"_s), 1);
+}
+
+void NewsControllerTest::itChecksOnlyUntilTheFirstAnswerOfAWatch()
+{
+    QSignalSpy changes(&screen(), &NewsController::checkingChanged);
+    m_news->open(false);
+    m_news->pause();
+    m_news->pass(true);
+    m_news->pause();
+    m_news->pass(false);
+    QCOMPARE(changes.count(), 2);
+}
+
+void NewsControllerTest::aBrokenPictureIsThePlayersAffair()
+{
+    m_news->open(true);
+    m_news->player()->fail({});
+    QVERIFY(screen().isLit());
+    m_news->pause();
+    m_news->pass(true);
+    QCOMPARE(m_news->players.size(), 1);
+    QVERIFY(screen().isLit());
+}
+
+void NewsControllerTest::leavingWhileLitSilencesAtOnce()
+{
+    m_news->open(true);
+    screen().disappear();
+    QVERIFY(!screen().player());
+    QVERIFY(!m_news->players.first());
+    QCOMPARE(m_news->calls.first()->last(2), QStringList({u"pause"_s, u"letGo"_s}));
+}
+
+void NewsControllerTest::leavingWhileLitShowsNoCard()
+{
+    m_news->open(true);
+    bool wasOnStandby = false;
+    connect(&screen(), &NewsController::pictureChanged, this,
+            [&] { wasOnStandby = wasOnStandby || screen().isOnStandby(); });
+    screen().disappear();
+    QVERIFY(!screen().isLit());
+    QVERIFY(!screen().isOnStandby());
+    QVERIFY(!wasOnStandby);
+}
+
+void NewsControllerTest::leavingWhileDarkKeepsTheCard()
+{
+    m_news->open(false);
+    screen().disappear();
+    QVERIFY(screen().isOnStandby());
+}
+
+void NewsControllerTest::leavingTwiceIsSafe()
+{
+    m_news->open(true);
+    screen().disappear();
+    screen().disappear();
+    QVERIFY(!screen().isOnStandby());
+}
+
+void NewsControllerTest::aProbeAnsweredAfterTheScreenHasGoneChangesNothing()
+{
+    screen().appear();
+    const int probe = m_news->store.http.waitingFor(NewsOnScript::five);
+    QSignalSpy checking(&screen(), &NewsController::checkingChanged);
+    QSignalSpy live(&screen(), &NewsController::isLiveChanged);
+    screen().disappear();
+    QVERIFY(m_news->store.http.wasCancelled(probe));
+    m_news->store.http.answer(probe, 200);
+    QVERIFY(m_news->players.isEmpty());
+    QVERIFY(screen().isChecking());
+    QVERIFY(checking.isEmpty());
+    QVERIFY(live.isEmpty());
+    QCOMPARE(m_news->store.http.count(), 1);
+}
+
+void NewsControllerTest::aStatusThatArrivesAfterTheScreenHasGoneChangesNothing()
+{
+    screen().appear();
+    m_news->probe(false);
+    // Answered, and still being decoded.
+    m_news->store.answer(NewsOnScript::status, R"({"news": {"program_title": "Too late"}})");
+    screen().disappear();
+    m_news->store.settle();
+    QCOMPARE(m_news->store->status().news.programTitle, QString());
+}
+
+void NewsControllerTest::noPassFollowsTheScreensEnd()
+{
+    m_news->open(true);
+    screen().disappear();
+    const int asked = m_news->store.http.count();
+    QCOMPARE(m_news->clock.pendingTimers(), 0);
+    m_news->clock.advance(1h);
+    TVStatus moved;
+    moved.news.hlsURL = u"/live/other.m3u8"_s;
+    m_news->store->setStatus(moved);
+    screen().pick(NewsOnScript::station(u"7"_s, NewsOnScript::seven));
+    screen().press(Qt::Key_ChannelUp);
+    QCOMPARE(m_news->store.http.count(), asked);
+    QVERIFY(!screen().selected());
+}
+
+void NewsControllerTest::destroyingTheScreenEndsItsPassAtAnyPoint_data()
+{
+    QTest::addColumn<int>("steps");
+    QTest::newRow("during the probe") << 0;
+    QTest::newRow("during the refresh") << 1;
+    QTest::newRow("while the status is decoded") << 2;
+    QTest::newRow("during the pause") << 3;
+}
+
+void NewsControllerTest::destroyingTheScreenEndsItsPassAtAnyPoint()
+{
+    QFETCH(const int, steps);
+    screen().appear();
+    if (steps > 0)
+        m_news->probe(true);
+    if (steps > 1)
+        m_news->store.answer(NewsOnScript::status, R"({"news": {"program_title": "Too late"}})");
+    if (steps > 2)
+        m_news->store.settle();
+    const QString title = m_news->store->status().news.programTitle;
+    m_news->screen.reset();
+    const int asked = m_news->store.http.count();
+    m_news->clock.advance(1h);
+    m_news->store.settle();
+    QCOMPARE(m_news->store.http.count(), asked + 1);
+    QCOMPARE(m_news->store->status().news.programTitle, title);
+    QVERIFY(!m_news->player());
+}
+
+void NewsControllerTest::destroyingTheScreenWhileLitLetsGoOfTheStream()
+{
+    m_news->open(true);
+    m_news->screen.reset();
+    QVERIFY(!m_news->players.first());
+    QCOMPARE(m_news->calls.first()->last(), u"letGo"_s);
+}
+
+QTEST_GUILESS_MAIN(NewsControllerTest)
+#include "NewsControllerTest.moc"

@@ -1,0 +1,352 @@
+#include "HubURL.h"
+#include "NewsController.h"
+#include "NewsOnScript.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+const QByteArray reordered = R"({"news": {"channels": {"2": {"label": "Two", "path": "two"}}}})";
+const QString two = u"/live/two/index.m3u8"_s;
+
+} // namespace
+
+/** The stations of the news channel: which is on screen, and how the viewer changes it. */
+class NewsStationsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m_news = std::make_unique<NewsOnScript>(); }
+    void cleanup() { m_news.reset(); }
+    void withoutChannelsThereIsOneStationAndNoTuner();
+    void twoStationsMakeATuner();
+    void oneChannelWithoutAPathMakesNoTuner();
+    void aFreshStatusIsToldOnlyWhereItDiffers();
+
+    void pickingRetunes();
+    void pickingTheStationOnTheAirChangesNothing();
+    void anotherStationWithTheSameNumberIsTheSameOne();
+    void pickingDuringAProbeEndsUpChecking();
+    void pickingDuringARefreshDropsThatRefresh();
+    void pickingDuringThePauseProbesAtOnce();
+    void aPickedStationWithTheSamePathLeavesTheWatchAlone();
+    void aPickedStationStaysWhateverTheStatusSays();
+    void whatWasPickedIsForgottenWithTheScreen();
+    void thePickedStationIsPlayedOnceItsTowerIsLit();
+
+    void aStatusThatReordersTheStationsMovesTheScreen();
+    void aReorderingWhileLitKeepsThePlayerUntilTheNewTowerIsDark();
+    void aReorderingFromOutsideDuringAProbeAbortsIt();
+    void aReorderingWithTheSamePathLeavesTheWatchAlone();
+
+    void channelKeysStepRoundTheStations();
+    void channelKeysPassByWhatCannotBePicked();
+    void channelKeysFromAStationThatHasLeft_data();
+    void channelKeysFromAStationThatHasLeft();
+    void channelKeysFindAStationWhoseLabelHasChanged();
+    void channelKeysChangeNothingWithOneStation();
+    void otherKeysMeanNothing();
+
+private:
+    NewsController& screen() { return *m_news->screen; }
+    void openThree(bool lit) { m_news->open(lit, NewsOnScript::threeStations()); }
+    void pick(int place) { screen().pick(screen().stations().at(place)); }
+
+    std::unique_ptr<NewsOnScript> m_news;
+};
+
+void NewsStationsTest::withoutChannelsThereIsOneStationAndNoTuner()
+{
+    m_news->open(false);
+    QCOMPARE(screen().stations(), QList<TunerStation>({{u"5"_s, u"5 O'Clock News"_s, NewsOnScript::five}}));
+    QCOMPARE(screen().currentStation(), screen().stations().constFirst());
+    QVERIFY(!screen().hasTuner());
+}
+
+void NewsStationsTest::twoStationsMakeATuner()
+{
+    m_news->open(false, R"({"news": {"channels": {"7": {"label": "Seven", "path": "seven"}}}})");
+    QCOMPARE(screen().stations().size(), 2);
+    QVERIFY(screen().hasTuner());
+    QCOMPARE(m_news->number(), u"5"_s);
+}
+
+void NewsStationsTest::oneChannelWithoutAPathMakesNoTuner()
+{
+    m_news->open(false, R"({"news": {"channels": {"7": {"label": "Seven", "path": ""}}}})");
+    QVERIFY(!screen().hasTuner());
+}
+
+void NewsStationsTest::aFreshStatusIsToldOnlyWhereItDiffers()
+{
+    openThree(true);
+    QSignalSpy stations(&screen(), &NewsController::stationsChanged);
+    QSignalSpy station(&screen(), &NewsController::currentStationChanged);
+    m_news->pause();
+    m_news->pass(true, NewsOnScript::five, NewsOnScript::threeStations());
+    QCOMPARE(stations.count(), 0);
+    QCOMPARE(station.count(), 0);
+}
+
+void NewsStationsTest::pickingRetunes()
+{
+    openThree(true);
+    const auto heard = m_news->calls.last();
+    pick(1);
+    QCOMPARE(heard->last(2), QStringList({u"pause"_s, u"letGo"_s}));
+    QVERIFY(!screen().player());
+    QVERIFY(!screen().isLive());
+    QVERIFY(screen().isChecking());
+    QVERIFY(screen().isOnStandby());
+    QCOMPARE(screen().selected(), screen().stations().at(1));
+    QCOMPARE(m_news->number(), u"7"_s);
+    QVERIFY(m_news->asks(NewsOnScript::seven));
+}
+
+void NewsStationsTest::pickingTheStationOnTheAirChangesNothing()
+{
+    openThree(true);
+    const int asked = m_news->store.http.count();
+    const auto heard = *m_news->calls.last();
+    pick(0);
+    QVERIFY(screen().isLit());
+    QVERIFY(!screen().isChecking());
+    QVERIFY(!screen().selected());
+    QCOMPARE(m_news->store.http.count(), asked);
+    QCOMPARE(*m_news->calls.last(), heard);
+}
+
+void NewsStationsTest::anotherStationWithTheSameNumberIsTheSameOne()
+{
+    m_news->open(true, R"({"news": {"channels": {"5": {"label": "Another", "path": "another"}}}})");
+    QCOMPARE(screen().stations().size(), 2);
+    QVERIFY(screen().hasTuner());
+    pick(1);
+    QVERIFY(screen().isLit());
+    QVERIFY(!screen().selected());
+    QCOMPARE(screen().currentStation().path, NewsOnScript::five);
+}
+
+void NewsStationsTest::pickingDuringAProbeEndsUpChecking()
+{
+    openThree(true);
+    m_news->pause();
+    const int probe = m_news->store.http.waitingFor(NewsOnScript::five);
+    QStringList seen;
+    connect(&screen(), &NewsController::checkingChanged, this,
+            [&] { seen.append(screen().isChecking() ? u"checking"_s : u"answered"_s); });
+    pick(1);
+    QVERIFY(m_news->store.http.wasCancelled(probe));
+    // The aborted probe's answer is false and counts as one, before the new station's watch begins.
+    QCOMPARE(seen, QStringList({u"checking"_s, u"answered"_s, u"checking"_s}));
+    QVERIFY(!screen().isLive());
+    QCOMPARE(m_news->requests(NewsOnScript::seven), 1);
+    m_news->pass(true, NewsOnScript::seven, NewsOnScript::threeStations());
+    QVERIFY(screen().isLit());
+    QCOMPARE(m_news->clock.pendingTimers(), 1);
+}
+
+void NewsStationsTest::pickingDuringARefreshDropsThatRefresh()
+{
+    openThree(false);
+    m_news->pause();
+    m_news->probe(true);
+    const int refresh = m_news->store.http.waitingFor(NewsOnScript::status);
+    pick(2);
+    QVERIFY(m_news->store.http.wasCancelled(refresh));
+    QVERIFY(!screen().isLive());
+    QVERIFY(!screen().player());
+    m_news->pass(true, NewsOnScript::nine, NewsOnScript::threeStations());
+    QVERIFY(screen().isLit());
+    m_news->pause();
+    QCOMPARE(m_news->requests(NewsOnScript::nine), 2);
+    QCOMPARE(m_news->requests(NewsOnScript::five), 2);
+}
+
+void NewsStationsTest::pickingDuringThePauseProbesAtOnce()
+{
+    openThree(false);
+    pick(1);
+    QCOMPARE(m_news->clock.pendingTimers(), 0);
+    QVERIFY(m_news->asks(NewsOnScript::seven));
+    m_news->clock.advance(1h);
+    QCOMPARE(m_news->requests(NewsOnScript::five), 1);
+}
+
+void NewsStationsTest::aPickedStationWithTheSamePathLeavesTheWatchAlone()
+{
+    m_news->open(true, R"({"news": {"channels": {"7": {"label": "Seven", "path": "/live/news/index.m3u8"}}}})");
+    const int asked = m_news->store.http.count();
+    pick(1);
+    QCOMPARE(m_news->number(), u"7"_s);
+    QVERIFY(!screen().player());
+    QVERIFY(screen().isChecking());
+    QCOMPARE(m_news->store.http.count(), asked);
+    m_news->pause();
+    m_news->probe(true);
+    QVERIFY(screen().isLit());
+    QVERIFY(!screen().isChecking());
+    QCOMPARE(screen().onAir(), QStringList{u"7"_s});
+}
+
+void NewsStationsTest::aPickedStationStaysWhateverTheStatusSays()
+{
+    openThree(false);
+    pick(1);
+    m_news->pass(true, NewsOnScript::seven, "{}");
+    QVERIFY(!screen().hasTuner());
+    QCOMPARE(m_news->number(), u"7"_s);
+    QVERIFY(screen().isLit());
+    m_news->pause();
+    QVERIFY(m_news->asks(NewsOnScript::seven));
+}
+
+void NewsStationsTest::whatWasPickedIsForgottenWithTheScreen()
+{
+    openThree(false);
+    pick(1);
+    screen().disappear();
+    NewsController next;
+    next.setStore(m_news->store.store.get());
+    QVERIFY(!next.selected());
+    QCOMPARE(next.currentStation().number, u"5"_s);
+}
+
+void NewsStationsTest::thePickedStationIsPlayedOnceItsTowerIsLit()
+{
+    openThree(true);
+    pick(1);
+    m_news->pass(false, NewsOnScript::seven, NewsOnScript::threeStations());
+    QCOMPARE(m_news->players.size(), 1);
+    m_news->pause();
+    m_news->probe(true, NewsOnScript::seven);
+    QCOMPARE(m_news->players.size(), 2);
+    QCOMPARE(m_news->player()->item()->url(), *hubURL(NewsOnScript::seven));
+    QCOMPARE(screen().onAir(), QStringList{u"7"_s});
+}
+
+void NewsStationsTest::aStatusThatReordersTheStationsMovesTheScreen()
+{
+    m_news->open(false, reordered);
+    QCOMPARE(m_news->number(), u"2"_s);
+    QVERIFY(m_news->asks(two));
+    QVERIFY(screen().isChecking());
+    QVERIFY(!screen().selected());
+    QCOMPARE(m_news->clock.pendingTimers(), 0);
+}
+
+void NewsStationsTest::aReorderingWhileLitKeepsThePlayerUntilTheNewTowerIsDark()
+{
+    m_news->open(true, reordered);
+    QVERIFY(screen().isLit());
+    QVERIFY(screen().isChecking());
+    QCOMPARE(screen().onAir(), QStringList{u"2"_s});
+    const QPointer<ScriptedVideoPlayer> player = m_news->player();
+    m_news->pass(true, two, reordered);
+    QCOMPARE(screen().player(), player.data());
+    QCOMPARE(m_news->players.size(), 1);
+    m_news->pause();
+    m_news->pass(false, two, reordered);
+    QVERIFY(!player);
+    QVERIFY(screen().isOnStandby());
+}
+
+void NewsStationsTest::aReorderingFromOutsideDuringAProbeAbortsIt()
+{
+    m_news->open(true);
+    m_news->pause();
+    const int probe = m_news->store.http.waitingFor(NewsOnScript::five);
+    TVStatus status;
+    status.news.hlsURL = u"/live/other.m3u8"_s;
+    m_news->store->setStatus(status);
+    QVERIFY(m_news->store.http.wasCancelled(probe));
+    QVERIFY(!screen().player());
+    QVERIFY(!screen().isLive());
+    QVERIFY(screen().isChecking());
+    QVERIFY(m_news->asks(u"/live/other.m3u8"_s));
+}
+
+void NewsStationsTest::aReorderingWithTheSamePathLeavesTheWatchAlone()
+{
+    m_news->open(false, R"({"news": {"channels": {"2": {"label": "Two", "path": "/live/news/index.m3u8"}}}})");
+    QCOMPARE(m_news->number(), u"2"_s);
+    QVERIFY(!screen().isChecking());
+    QCOMPARE(m_news->clock.pendingTimers(), 1);
+}
+
+void NewsStationsTest::channelKeysStepRoundTheStations()
+{
+    openThree(false);
+    QStringList seen;
+    for (const int key : {Qt::Key_ChannelUp, Qt::Key_ChannelUp, Qt::Key_ChannelUp, Qt::Key_ChannelDown,
+                          Qt::Key_ChannelDown, Qt::Key_ChannelDown}) {
+        QVERIFY(screen().press(key));
+        seen.append(m_news->number());
+        QVERIFY(screen().isChecking());
+    }
+    QCOMPARE(seen, QStringList({u"7"_s, u"9"_s, u"5"_s, u"9"_s, u"7"_s, u"5"_s}));
+}
+
+void NewsStationsTest::channelKeysPassByWhatCannotBePicked()
+{
+    m_news->open(false, R"({"news": {"channels": {"5": {"label": "Another", "path": "another"},
+        "7": {"label": "Seven", "path": "seven"}}}})");
+    QCOMPARE(screen().stations().size(), 3);
+    QStringList seen;
+    for (int press = 0; press < 2; ++press) {
+        screen().press(Qt::Key_ChannelUp);
+        seen.append(screen().currentStation().path);
+    }
+    screen().press(Qt::Key_ChannelDown);
+    screen().press(Qt::Key_ChannelDown);
+    seen.append(screen().currentStation().path);
+    QCOMPARE(seen, QStringList({NewsOnScript::seven, NewsOnScript::five, u"/live/another/index.m3u8"_s}));
+}
+
+void NewsStationsTest::channelKeysFromAStationThatHasLeft_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QString>("station");
+    QTest::newRow("up") << int(Qt::Key_ChannelUp) << u"5"_s;
+    QTest::newRow("down") << int(Qt::Key_ChannelDown) << u"9"_s;
+}
+
+void NewsStationsTest::channelKeysFromAStationThatHasLeft()
+{
+    QFETCH(const int, key);
+    openThree(false);
+    screen().pick(NewsOnScript::station(u"13"_s, u"/live/thirteen.m3u8"_s));
+    screen().press(key);
+    QTEST(m_news->number(), "station");
+}
+
+void NewsStationsTest::channelKeysFindAStationWhoseLabelHasChanged()
+{
+    openThree(false);
+    screen().pick(NewsOnScript::station(u"7"_s, NewsOnScript::seven));
+    QVERIFY(!screen().stations().contains(screen().currentStation()));
+    screen().press(Qt::Key_ChannelUp);
+    QCOMPARE(m_news->number(), u"9"_s);
+}
+
+void NewsStationsTest::channelKeysChangeNothingWithOneStation()
+{
+    m_news->open(true);
+    QVERIFY(screen().press(Qt::Key_ChannelUp));
+    QVERIFY(screen().press(Qt::Key_ChannelDown));
+    QVERIFY(screen().isLit());
+    QVERIFY(!screen().selected());
+}
+
+void NewsStationsTest::otherKeysMeanNothing()
+{
+    openThree(true);
+    for (const int key : {Qt::Key_Back, Qt::Key_Up, Qt::Key_Left, Qt::Key_Select, Qt::Key_MediaTogglePlayPause})
+        QVERIFY(!screen().press(key));
+    QVERIFY(screen().isLit());
+}
+
+QTEST_GUILESS_MAIN(NewsStationsTest)
+#include "NewsStationsTest.moc"
