@@ -1,11 +1,5 @@
 #include "StallWatch.h"
 
-namespace {
-
-constexpr std::chrono::seconds limit{12};
-
-} // namespace
-
 void StallWatch::setWatching(bool watching)
 {
     if (watching == (m_timer != nullptr))
@@ -13,8 +7,8 @@ void StallWatch::setWatching(bool watching)
     m_timer.reset();
     if (!watching)
         return;
-    positionMoved();
-    wait(limit);
+    moved();
+    wait(m_limit);
 }
 
 void StallWatch::wait(std::chrono::milliseconds time)
@@ -22,12 +16,12 @@ void StallWatch::wait(std::chrono::milliseconds time)
     m_timer = m_clock.after(time, [this] { look(); });
 }
 
-// One timer for all the moves of 12 seconds, which may be hundreds.
+// One timer for all the moves until the limit, which may be hundreds.
 void StallWatch::look()
 {
-    const auto still = m_clock.elapsed() - m_lastMove;
-    if (still < limit) {
-        wait(limit - still);
+    const auto still = sinceLastMove();
+    if (still < m_limit) {
+        wait(m_limit - still);
         return;
     }
     // What is told may end this object.

@@ -14,6 +14,11 @@ constexpr double endTolerance = 2;
 // The furthest that a seek goes: an end of file soon after it would otherwise pass for the end of play.
 constexpr double beforeEnd = 3;
 
+constexpr std::chrono::seconds stallLimit{12};
+
+// A server that sends a little now and then never falls silent, and yet there is nothing to see.
+constexpr std::chrono::seconds firstPictureLimit{30};
+
 bool isPlayable(const QUrl& url)
 {
     return url.isValid() && !url.host().isEmpty() && (url.scheme() == u"https"_s || url.scheme() == u"http"_s);
@@ -23,7 +28,8 @@ bool isPlayable(const QUrl& url)
 
 StreamPlayer::StreamPlayer(VideoOptions options, Clock& clock, LoadPlugin loadPlugin, QObject* parent)
     : VideoPlayer(parent), m_options(std::move(options)), m_loadPlugin(std::move(loadPlugin)),
-      m_reconnection(clock, [this] { reconnect(); }), m_stallWatch(clock, [this] { stalled(); }),
+      m_reconnection(clock, [this] { reconnect(); }), m_stallWatch(clock, stallLimit, [this] { stalled(); }),
+      m_loadWatch(clock, firstPictureLimit, [this] { stalled(); }),
       m_listener(static_cast<VideoEngineListener*>(this), [](VideoEngineListener*) {})
 {}
 
@@ -69,6 +75,12 @@ void StreamPlayer::setAutomaticallyWaitsToMinimizeStalling(bool waits)
         m_engine->setWaitsForData(waits);
 }
 
+double StreamPlayer::bufferedTo() const
+{
+    const double known = m_timeline.positionAt(m_bufferedTo);
+    return std::max(m_duration > 0 ? std::min(known, m_duration) : known, position());
+}
+
 void StreamPlayer::seek(double seconds, SeekTolerance tolerance, SeekDone done)
 {
     const Change change(*this);
@@ -80,7 +92,7 @@ void StreamPlayer::seek(double seconds, SeekTolerance tolerance, SeekDone done)
     m_seekDone = std::move(done);
     m_target = bounded(seconds);
     if (m_phase == Phase::Shown) {
-        m_stallWatch.positionMoved();
+        m_stallWatch.moved();
         m_engine->seek(m_load, ++m_seek, *m_target, tolerance);
     } else if (m_phase != Phase::Broken) {
         load(*m_target);
@@ -108,6 +120,8 @@ void StreamPlayer::load(double startAt)
     m_target = startAt;
     m_buffering = false;
     m_bufferedTo = 0;
+    m_timeline.begin();
+    m_loadWatch.moved();
     ++m_load;
     if (!isPlayable(m_item->url())) {
         const auto refuse = [this, load = m_load] {
@@ -139,6 +153,7 @@ void StreamPlayer::letGo()
     m_duration = 0;
     m_bufferedTo = 0;
     m_seekable = false;
+    m_timeline = {};
     m_selected.clear();
     setTracks({});
 }
@@ -170,19 +185,33 @@ void StreamPlayer::reconnect()
 }
 
 // A load or a seek has come to its picture.
-void StreamPlayer::arriveAt(double seconds)
+void StreamPlayer::arriveAt(Timeline::Place place)
 {
-    m_target.reset();
-    moveTo(seconds);
-    finishSeek(true);
+    if (!isBreak(place)) {
+        m_target.reset();
+        finishSeek(true);
+    }
+    moveTo(place);
 }
 
-void StreamPlayer::moveTo(double seconds)
+void StreamPlayer::moveTo(Timeline::Place place)
 {
-    m_position = seconds;
-    m_stallWatch.positionMoved();
-    m_reconnection.reached(seconds);
-    m_announcements.add([this, seconds] { m_periodicTime.moveTo(seconds); });
+    if (isBreak(place)) {
+        m_engine->stop();
+        takeBreak({Cause::BrokenStream, 0, {}});
+        return;
+    }
+    m_position = place.position;
+    m_stallWatch.moved();
+    m_reconnection.reached(m_position);
+    m_announcements.add([this, seconds = m_position] { m_periodicTime.moveTo(seconds); });
+}
+
+// What a server leaves out again it does not have, and the viewer wants to see the rest; the very end is none.
+bool StreamPlayer::isBreak(Timeline::Place place) const
+{
+    const bool isAtEnd = m_duration > 0 && place.position >= m_duration - endTolerance;
+    return place.kind == Timeline::Place::Kind::Jumped || (place.kind == Timeline::Place::Kind::JumpedAgain && isAtEnd);
 }
 
 // However the data stopped: whether it was the end of play, the position says.
@@ -254,6 +283,7 @@ void StreamPlayer::setTracks(const QList<MediaTrack>& tracks)
 void StreamPlayer::announceChanges()
 {
     m_stallWatch.setWatching(m_phase == Phase::Shown && (m_playing || m_target));
+    m_loadWatch.setWatching(m_phase == Phase::Loading && m_rendererReady);
     const Public now{timeControl(), isWaiting(), position(), duration(), bufferedTo(), isSeekable()};
     const Public before = std::exchange(m_announced, now);
     const auto announce = [this](bool changed, void (VideoPlayer::*signal)()) {

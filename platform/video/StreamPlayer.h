@@ -5,6 +5,7 @@
 #include "Reconnection.h"
 #include "StallWatch.h"
 #include "TaskScope.h"
+#include "Timeline.h"
 #include "VideoEngine.h"
 #include "VideoOptions.h"
 #include "VideoPlayer.h"
@@ -21,7 +22,8 @@
  * only; whoever made it owns it; the clock outlives it. Destroying it does not wait for the engine.
  *
  * Data that stop coming are the end of play only where the position has come within 2 seconds of the duration. Anywhere
- * else, and when the position has not moved for 12 seconds, it reconnects (see Reconnection) and goes on where it was.
+ * else, when the position has not moved for 12 seconds, and when a load shows no picture within 30, it reconnects (see
+ * Reconnection) and goes on where it was; so it does, once for each place, where data were left out (see Timeline).
  * A recording that cannot be loaded at all fails at once.
  */
 class StreamPlayer : public VideoPlayer, private VideoEngineListener
@@ -44,7 +46,7 @@ public:
     void setAutomaticallyWaitsToMinimizeStalling(bool waits) override;
     double position() const override { return m_target.value_or(m_position); }
     double duration() const override { return m_duration; }
-    double bufferedTo() const override { return std::max(m_bufferedTo, position()); }
+    double bufferedTo() const override;
     bool isSeekable() const override { return m_seekable && m_duration > 0; }
     void seek(double seconds, SeekTolerance tolerance, SeekDone done = {}) override;
     [[nodiscard]] std::unique_ptr<TimeObserver>
@@ -98,6 +100,7 @@ private:
     void tracksKnown(int load, const QList<MediaTrack>& tracks) override;
     void waitingChanged(int load, bool waiting) override;
     void seekDone(int load, int seek, double seconds) override;
+    void dataSkipped(int load) override;
     void endOfFile(int load) override;
     void loadFailed(int load, const VideoFailure& failure) override;
 
@@ -107,8 +110,10 @@ private:
     void letGo();
     void reconnect();
     void stalled();
-    void arriveAt(double seconds);
-    void moveTo(double seconds);
+    void arriveAt(Timeline::Place place);
+    void moveTo(Timeline::Place place);
+    bool isBreak(Timeline::Place place) const;
+    Timeline::Place landing(double seconds);
     void takeBreak(const VideoFailure& failure);
     void end();
     void fail(const VideoFailure& failure);
@@ -139,14 +144,16 @@ private:
     int m_seek = 0;
     SeekDone m_seekDone;
     double m_duration = 0;
-    double m_bufferedTo = 0;
+    double m_bufferedTo = 0; ///< as the stream counts
     bool m_seekable = false;
+    Timeline m_timeline;
     QList<MediaTrack> m_tracks;
     QMap<MediaTrack::Kind, int> m_selected; ///< by the viewer
 
     PeriodicTime m_periodicTime;
     Reconnection m_reconnection;
     StallWatch m_stallWatch;
+    StallWatch m_loadWatch;
     Public m_announced;
     Announcements m_announcements;
     std::shared_ptr<VideoEngineListener> m_listener; ///< this object, held so that late reports find nobody

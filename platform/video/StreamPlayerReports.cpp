@@ -42,21 +42,33 @@ void StreamPlayer::pictureShown(int load, double seconds)
     if (!concerns(load) || m_phase != Phase::Loading)
         return;
     m_phase = Phase::Shown;
+    const Timeline::Place place = landing(seconds);
     m_announcements.add([this] { Q_EMIT VideoPlayer::pictureShown(); });
     if (!std::exchange(m_hasShownPicture, true)) {
-        m_periodicTime.begin(seconds);
+        m_periodicTime.begin(isBreak(place) ? *m_target : place.position);
         tellItem([](PlayerItem& item) { item.setReadyToPlay(); });
     }
     for (auto it = m_selected.cbegin(); it != m_selected.cend(); ++it)
         m_engine->selectTrack(it.key(), it.value());
-    arriveAt(seconds);
+    arriveAt(place);
+}
+
+// A live stream's positions are what they are.
+Timeline::Place StreamPlayer::landing(double seconds)
+{
+    return m_item->isLive() ? Timeline::Place{seconds} : m_timeline.landed(*m_target, seconds);
 }
 
 void StreamPlayer::positionMoved(int load, double seconds)
 {
     const Change change(*this);
-    if (concerns(load) && m_phase == Phase::Shown && !m_target && std::isfinite(seconds) && seconds != m_position)
-        moveTo(seconds);
+    if (!concerns(load) || m_phase != Phase::Shown || m_target || !std::isfinite(seconds))
+        return;
+    const std::chrono::duration<double> elapsed = m_stallWatch.sinceLastMove();
+    const auto place =
+        m_item->isLive() ? Timeline::Place{seconds} : m_timeline.moved(m_position, seconds, elapsed.count());
+    if (place && place->position != m_position)
+        moveTo(*place);
 }
 
 void StreamPlayer::durationKnown(int load, double seconds)
@@ -100,7 +112,13 @@ void StreamPlayer::seekDone(int load, int seek, double seconds)
     if (!concerns(load) || seek != m_seek || !m_target)
         return;
     m_reconnection.forgetBreaks();
-    arriveAt(seconds);
+    arriveAt(landing(seconds));
+}
+
+void StreamPlayer::dataSkipped(int load)
+{
+    if (concerns(load))
+        m_timeline.dataSkipped();
 }
 
 void StreamPlayer::endOfFile(int load)

@@ -45,7 +45,8 @@ public:
     /** The picture is there again, at `seconds`; of several seeks under way the last alone need report. */
     virtual void seekDone(int load, int seek, double seconds) = 0;
 
-    virtual void endOfFile(int load) = 0; ///< no more data came, which is not yet the end of play
+    virtual void dataSkipped(int load) = 0; ///< segments were left out, as the server did not give them
+    virtual void endOfFile(int load) = 0;   ///< no more data came, which is not yet the end of play
     virtual void loadFailed(int load, const VideoFailure& failure) = 0;
 };
 

@@ -4,9 +4,6 @@
 #include <QTest>
 
 using namespace std::chrono_literals;
-using Cause = VideoFailure::Cause;
-using Kind = PlayerItem::Kind;
-using Listener = VideoEngineListener;
 using Status = PlayerItem::Status;
 using TimeControl = VideoPlayer::TimeControl;
 
@@ -20,7 +17,10 @@ private Q_SLOTS:
     void aMoveInTimeIsNoStall();
     void aPausedStreamDoesNotStall();
     void aStallCountsFromPlayingOn();
-    void loadingIsNoStall();
+    void aPictureIsWaitedForThirtySeconds_data();
+    void aPictureIsWaitedForThirtySeconds();
+    void aBrokenStreamsPictureIsWaitedForAgain();
+    void theWaitForAPictureBeginsWithTheLoad();
     void bufferingIsAStallInTheEnd();
     void aStallAtTheEndIsTheEnd();
 };
@@ -78,15 +78,65 @@ void StallTest::aStallCountsFromPlayingOn()
     QCOMPARE(script.engine->stops, 1);
 }
 
-void StallTest::loadingIsNoStall()
+void StallTest::aPictureIsWaitedForThirtySeconds_data()
+{
+    QTest::addColumn<Kind>("kind");
+    QTest::addColumn<bool>("isPaused");
+    QTest::addColumn<Status>("status");
+    QTest::newRow("recording") << Kind::Recording << false << Status::Failed;
+    QTest::newRow("paused") << Kind::Recording << true << Status::Failed;
+    QTest::newRow("live") << Kind::Live << false << Status::Unknown;
+}
+
+void StallTest::aPictureIsWaitedForThirtySeconds()
+{
+    QFETCH(const Kind, kind);
+    QFETCH(const bool, isPaused);
+    StreamOnScript script;
+    script.setItem(kind);
+    if (!isPaused)
+        script.player->play();
+    script.start();
+    script.know(120); // a server that says little by little
+    script.clock.advance(30s - 1ms);
+    QCOMPARE(script.engine->stops, 0);
+    QCOMPARE(script.item->status(), Status::Unknown);
+    script.clock.advance(1ms);
+    QCOMPARE(script.engine->stops, 1);
+    QTEST(script.item->status(), "status");
+    if (kind == Kind::Recording)
+        QCOMPARE(int(script.item->error()->cause), int(Cause::TimedOut));
+    script.clock.advance(8s);
+    QCOMPARE(script.engine->loads.size(), kind == Kind::Live ? 2 : 1);
+}
+
+void StallTest::aBrokenStreamsPictureIsWaitedForAgain()
+{
+    StreamOnScript script;
+    script.playFrom(20);
+    script.endFile();
+    script.clock.advance(1s);
+    QCOMPARE(script.engine->loads.size(), 2);
+    script.clock.advance(30s);
+    QCOMPARE(script.engine->stops, 1);
+    QCOMPARE(script.item->status(), Status::ReadyToPlay);
+    script.clock.advance(2s);
+    QCOMPARE(script.engine->loads.size(), 3);
+}
+
+void StallTest::theWaitForAPictureBeginsWithTheLoad()
 {
     StreamOnScript script;
     script.setItem();
-    script.player->play();
-    script.start();
     script.clock.advance(1h);
-    QCOMPARE(script.engine->loads.size(), 1);
     QCOMPARE(script.item->status(), Status::Unknown);
+    script.start();
+    script.clock.advance(29s);
+    script.player->seek(60, SeekTolerance::AtOrAfter);
+    script.clock.advance(30s - 1ms);
+    QCOMPARE(script.item->status(), Status::Unknown);
+    script.clock.advance(1ms);
+    QCOMPARE(script.item->status(), Status::Failed);
 }
 
 void StallTest::bufferingIsAStallInTheEnd()

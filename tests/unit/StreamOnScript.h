@@ -70,9 +70,20 @@ public:
     {
         tell([=, load = load()](VideoEngineListener& to) { to.durationKnown(load, duration); });
     }
-    void moveTo(double seconds)
+    void report(double seconds)
     {
         tell([=, load = load()](VideoEngineListener& to) { to.positionMoved(load, seconds); });
+    }
+    /** Plays up to there in no time, a second at a time. */
+    void moveTo(double seconds)
+    {
+        for (double at = player->position() + 0.9; player && at < seconds; at += 0.9)
+            report(at);
+        report(seconds);
+    }
+    void skipData()
+    {
+        tell([load = load()](VideoEngineListener& to) { to.dataSkipped(load); });
     }
     void wait(bool waiting)
     {

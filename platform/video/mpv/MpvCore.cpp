@@ -88,9 +88,12 @@ bool MpvCore::create()
 void MpvCore::listen()
 {
     while (takeTasks()) {
-        const mpv_event* const event = mpv_wait_event(m_mpv, m_ended ? 0 : -1);
+        // Messages come after the events that they led to.
+        const mpv_event* const event = mpv_wait_event(m_mpv, m_ended || m_pictureDue ? 0 : -1);
         if (event->event_id == MPV_EVENT_SHUTDOWN)
             return;
+        if (event->event_id == MPV_EVENT_NONE && std::exchange(m_pictureDue, false))
+            takePicture();
         if (event->event_id == MPV_EVENT_NONE && m_ended)
             reportEnd(*std::exchange(m_ended, std::nullopt));
         take(*event);
@@ -128,14 +131,14 @@ void MpvCore::take(const mpv_event& event)
         takeSeek(event);
         break;
     case MPV_EVENT_PLAYBACK_RESTART:
-        takePicture();
+        m_pictureDue = true;
         break;
     case MPV_EVENT_PROPERTY_CHANGE:
         if (m_started)
             m_properties.changed(event.reply_userdata, *static_cast<const mpv_event_property*>(event.data));
         break;
     case MPV_EVENT_LOG_MESSAGE:
-        m_log.add(static_cast<const mpv_event_log_message*>(event.data)->text);
+        takeMessage(static_cast<const mpv_event_log_message*>(event.data)->text);
         break;
     default:
         break;
@@ -172,6 +175,7 @@ void MpvCore::load(const VideoLoad& load)
     m_isLive = load.isLive;
     m_log = {};
     m_ended.reset();
+    m_skippedData = false;
     m_seek = {};
     m_properties.begin(load.number, load.isLive);
     setPaused(load.isPaused);
@@ -182,6 +186,7 @@ void MpvCore::load(const VideoLoad& load)
 void MpvCore::open(const QByteArray& address)
 {
     m_started = false;
+    m_pictureDue = false;
     const char* command[] = {"loadfile", address.constData(), "replace", nullptr};
     mpv_node result{};
     if (mpv_command_ret(m_mpv, command, &result) < 0) {
@@ -213,6 +218,7 @@ void MpvCore::takeSeek(const mpv_event& event)
             finishSeek();
     } else if (!isReply && m_seek.step == SeekStep::Taken) {
         m_seek.step = SeekStep::Begun;
+        m_pictureDue = false;
     }
 }
 
@@ -224,6 +230,15 @@ void MpvCore::takePicture()
         m_properties.showPicture(m_mpv);
     if (m_seek.step == SeekStep::Begun)
         finishSeek();
+}
+
+void MpvCore::takeMessage(const char* text)
+{
+    m_log.add(text);
+    if (m_skippedData || !LoadLog::tellsOfSkippedData(text))
+        return;
+    m_skippedData = true;
+    m_listener.post([load = m_load](VideoEngineListener& listener) { listener.dataSkipped(load); });
 }
 
 void MpvCore::finishSeek()

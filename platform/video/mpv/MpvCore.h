@@ -72,6 +72,7 @@ private:
     void reportEnd(const mpv_event_end_file& end);
     void takeSeek(const mpv_event& event);
     void takePicture();
+    void takeMessage(const char* text);
     void finishSeek();
     void setOption(const char* name, const char* value);
 
@@ -90,6 +91,8 @@ private:
     int64_t m_entry = 0; ///< libmpv's number of the load
     bool m_started = false;
     std::optional<mpv_event_end_file> m_ended; ///< its messages are still to come
+    bool m_pictureDue = false;                 ///< so are those of before a picture
+    bool m_skippedData = false;
     MpvProperties m_properties;
     Seek m_seek;
     LoadLog m_log;

@@ -40,6 +40,7 @@ void MpvProperties::begin(int load, bool isLive)
     m_load = load;
     m_isLive = isLive;
     m_pictureShown = false;
+    m_durationStands = false;
     m_bufferedTo = -bufferedStep;
 }
 
@@ -53,7 +54,8 @@ void MpvProperties::changed(uint64_t property, const mpv_event_property& value)
             report(&VideoEngineListener::positionMoved, *static_cast<const double*>(value.data));
         break;
     case Duration:
-        report(&VideoEngineListener::durationKnown, *static_cast<const double*>(value.data));
+        if (!m_durationStands)
+            report(&VideoEngineListener::durationKnown, *static_cast<const double*>(value.data));
         break;
     case Buffered:
         takeBuffered(*static_cast<const double*>(value.data));
@@ -89,6 +91,10 @@ void MpvProperties::showPicture(mpv_handle* mpv)
     int seekable = 0;
     mpv_get_property(mpv, "seekable", MPV_FORMAT_FLAG, &seekable);
     report(&VideoEngineListener::seekableKnown, !m_isLive && seekable != 0);
+    int partially = 0;
+    mpv_get_property(mpv, "partially-seekable", MPV_FORMAT_FLAG, &partially);
+    // The list of a whole recording has said it; timestamps that begin anew further on would seem to lengthen it.
+    m_durationStands = seekable != 0 && partially == 0;
     mpv_node tracks{};
     if (mpv_get_property(mpv, "track-list", MPV_FORMAT_NODE, &tracks) >= 0) {
         report(&VideoEngineListener::tracksKnown, MpvTracks::read(tracks));

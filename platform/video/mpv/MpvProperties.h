@@ -40,5 +40,6 @@ private:
     int m_load = 0;
     bool m_isLive = false;
     bool m_pictureShown = false;
+    bool m_durationStands = false;
     double m_bufferedTo = 0;
 };
