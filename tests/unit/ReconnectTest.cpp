@@ -6,7 +6,6 @@
 using namespace std::chrono_literals;
 using Cause = VideoFailure::Cause;
 using Kind = PlayerItem::Kind;
-using Listener = VideoEngineListener;
 using Status = PlayerItem::Status;
 using TimeControl = VideoPlayer::TimeControl;
 
