@@ -4,6 +4,8 @@
 #include <QTest>
 
 using namespace std::chrono_literals;
+using Cause = VideoFailure::Cause;
+using Kind = PlayerItem::Kind;
 using Status = PlayerItem::Status;
 using TimeControl = VideoPlayer::TimeControl;
 
