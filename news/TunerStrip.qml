@@ -8,8 +8,8 @@ import Quillmere.Screen
 FocusSection {
     id: strip
 
-    property alias stations: tuner.stations
-    property alias current: tuner.current
+    property alias stations: list.stations
+    property alias current: list.current
 
     signal picked(tunerStation station)
 
@@ -22,7 +22,7 @@ FocusSection {
     implicitHeight: 64 + 2 * padding
 
     TunerList {
-        id: tuner
+        id: list
 
         onPicked: station => strip.picked(station)
     }
@@ -69,18 +69,18 @@ FocusSection {
             orientation: Qt.Horizontal
             spacing: strip.spacing
             ahead: 400
-            model: tuner
-            place: tuner.place
-            onHeld: row => tuner.place = row
+            model: list
+            place: list.place
+            onHeld: row => list.place = row
 
             TunerButton {
                 required property int index
                 required property real extent
 
-                tuner: tuner
+                tuner: list
                 width: extent
                 preferred: isCurrent
-                onSelected: tuner.pick(index)
+                onSelected: list.pick(index)
             }
         }
     }

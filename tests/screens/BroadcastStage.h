@@ -1,0 +1,86 @@
+#pragma once
+
+#include "NewsStatus.h"
+#include "ScriptedClock.h"
+#include "Stage.h"
+#include "Timepiece.h"
+
+#include <QFont>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+/** A broadcast graphic on the canvas, with what the hub says of the news and a clock that stands still. */
+struct BroadcastStage
+{
+    ScriptedClock clock;
+    Timepiece timepiece{clock};
+    Stage stage;
+    QQuickItem* canvas = nullptr;
+
+    /**
+     * `qml` is what stands on the canvas; it finds what it is given as canvas.news, .stations, .station and .timepiece.
+     * It appears only now, since the stage waits for a stillness that a ticker never comes to.
+     */
+    explicit BroadcastStage(const QString& qml, QSize size = {1920, 1080}, const NewsStatus& news = {},
+                            qsizetype current = 0)
+        : stage(size)
+    {
+        const QString document = u"import Quillmere.Hub\nimport Quillmere.News\n"
+                                 "Canvas { id: canvas; visible: false; property newsStatus news; property var "
+                                 "stations; property var station; "
+                                 "property Timepiece timepiece; %1 }"_s;
+        const QList<TunerStation> stations = news.stations();
+        canvas = stage.put(document.arg(qml), {{u"news"_s, QVariant::fromValue(news)},
+                                               {u"stations"_s, QVariant::fromValue(stations)},
+                                               {u"station"_s, QVariant::fromValue(stations.at(current))},
+                                               {u"timepiece"_s, QVariant::fromValue(&timepiece)}});
+        canvas->setVisible(true);
+        stage.waitForFrame();
+    }
+
+    void setNews(const NewsStatus& news)
+    {
+        canvas->setProperty("news", QVariant::fromValue(news));
+        stage.waitForFrame();
+    }
+
+    double factor() const { return canvas->scale(); }
+
+    QQuickItem* first(const QByteArray& type) const { return Stage::first(canvas, type); }
+
+    /** Where an item stands, in points of the canvas. */
+    QRectF area(const QQuickItem* item) const
+    {
+        return item ? item->mapRectToItem(canvas, QRectF(QPointF(), item->size())) : QRectF();
+    }
+
+    /** The visible text that reads so. */
+    QQuickItem* text(const QString& words) const
+    {
+        const auto texts = Stage::texts(canvas);
+        const auto found = std::find_if(texts.cbegin(), texts.cend(), [&words](const QQuickItem* item) {
+            return item->property("text").toString() == words;
+        });
+        return found == texts.cend() ? nullptr : *found;
+    }
+
+    QRectF areaOf(const QString& words) const { return area(text(words)); }
+
+    QFont fontOf(const QString& words) const { return text(words)->property("font").value<QFont>(); }
+    QColor colorOf(const QString& words) const { return text(words)->property("color").value<QColor>(); }
+
+    /** What a picture shows at a place of the canvas. */
+    QColor at(const QImage& picture, double x, double y) const
+    {
+        return picture.pixelColor(canvas->mapToScene({x, y}).toPoint());
+    }
+
+    /** What is on the glass now, whether or not it moves. */
+    QImage picture()
+    {
+        stage.waitForFrame();
+        return stage.window().grabWindow().convertToFormat(QImage::Format_RGB32);
+    }
+};

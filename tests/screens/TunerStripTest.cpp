@@ -1,0 +1,282 @@
+#include "BroadcastStage.h"
+#include "FocusScreen.h"
+#include "StationPalette.h"
+#include "TunerList.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <cmath>
+
+namespace {
+
+const QString tunerStrip =
+    u"property string picked; FocusScreen { anchors.fill: parent; focus: true; TunerStrip { width: parent.width; "
+    "height: implicitHeight; stations: canvas.stations; current: canvas.station; "
+    "onPicked: station => canvas.picked = station.path } }"_s;
+
+NewsStatus newsOf(const QMap<QString, QString>& channels)
+{
+    NewsStatus news;
+    for (auto channel = channels.cbegin(); channel != channels.cend(); ++channel)
+        news.channels.insert(channel.key(), {channel.value(), u"/live/"_s + channel.key()});
+    return news;
+}
+
+NewsStatus newsOf(int channels)
+{
+    QMap<QString, QString> labels;
+    for (int number = 6; labels.size() < channels; ++number)
+        labels.insert(QString::number(number), u"Committee room %1"_s.arg(number));
+    return newsOf(labels);
+}
+
+struct Scene : BroadcastStage
+{
+    explicit Scene(const NewsStatus& news, QSize size = {1920, 1080}, qsizetype current = 0)
+        : BroadcastStage(tunerStrip, size, news, current)
+    {
+        stage.settle();
+    }
+
+    QQuickItem* strip() const { return first("TunerStrip"); }
+    QList<QQuickItem*> buttons() const { return Stage::all(strip(), "TunerButton"); }
+
+    QQuickItem* focused() { return stage.window().activeFocusItem(); }
+    QString heard() { return focused()->property("name").toString(); }
+    QString picked() const { return canvas->property("picked").toString(); }
+
+    void setStations(const QList<TunerStation>& stations)
+    {
+        canvas->setProperty("stations", QVariant::fromValue(stations));
+        stage.settle();
+    }
+    void setCurrent(const TunerStation& station)
+    {
+        canvas->setProperty("station", QVariant::fromValue(station));
+        stage.settle();
+    }
+};
+
+bool isClose(QColor seen, QColor wanted, int tolerance = 2)
+{
+    return std::abs(seen.red() - wanted.red()) <= tolerance && std::abs(seen.green() - wanted.green()) <= tolerance &&
+           std::abs(seen.blue() - wanted.blue()) <= tolerance;
+}
+
+} // namespace
+
+/** The strip to change the station on: what it looks like, and how it is walked. */
+class TunerStripTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void itStandsAsPublished_data();
+    void itStandsAsPublished();
+    void itsTextsAreSetAsPublished();
+    void itsGroundReachesToTheEdgesOfTheDisplay_data();
+    void itsGroundReachesToTheEdgesOfTheDisplay();
+    void onlyItsNumberTellsTheCurrentStation();
+    void itIsEnteredAtTheCurrentStation();
+    void selectPicksTheFocusedStation();
+    void everyOneOfFiftyChannelsIsReached();
+    void anotherCurrentStationTakesTheFocusAlong();
+    void theFocusStaysOnItsStationWhenTheHubMovesIt();
+    void longLabelsAreCut_data();
+    void longLabelsAreCut();
+};
+
+void TunerStripTest::itStandsAsPublished_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("720p") << QSize(1280, 720);
+    QTest::newRow("1080p") << QSize(1920, 1080);
+    QTest::newRow("2160p") << QSize(3840, 2160);
+}
+
+void TunerStripTest::itStandsAsPublished()
+{
+    QFETCH(QSize, size);
+    Scene scene(newsOf(2), size);
+    const QRectF strip = scene.area(scene.strip());
+    QCOMPARE(strip.topLeft(), QPointF(0, 0));
+    QCOMPARE(strip.width(), 1920.0);
+    const QRectF caption = scene.areaOf(u"CHANNELS"_s);
+    QCOMPARE(caption.left(), 50.0);
+    QVERIFY(std::abs(caption.center().y() - strip.center().y()) < 1);
+    QRectF before = caption;
+    QCOMPARE(scene.buttons().size(), 3);
+    const auto buttons = scene.buttons();
+    for (const QQuickItem* button : buttons) {
+        const QRectF area = scene.area(button);
+        QCOMPARE(area.left(), before.right() + 18);
+        QCOMPARE(area.top(), 14.0);
+        QCOMPARE(area.bottom(), strip.bottom() - 14);
+        const auto texts = Stage::all(const_cast<QQuickItem*>(button), "QQuickText");
+        // On the plate, which is larger under the focus.
+        const QRectF number(texts.at(0)->position(), texts.at(0)->size());
+        const QRectF label(texts.at(1)->position(), texts.at(1)->size());
+        QCOMPARE(label.left(), number.right() + 10);
+        QVERIFY(number.left() >= 20 && label.right() <= area.width() - 20);
+        QVERIFY(number.top() >= 10 && number.bottom() <= area.height() - 10);
+        QVERIFY(texts.at(0)->property("contentWidth").toDouble() <= number.width());
+        QVERIFY(texts.at(1)->property("contentWidth").toDouble() <= label.width());
+        before = area;
+    }
+}
+
+void TunerStripTest::itsTextsAreSetAsPublished()
+{
+    Scene scene(newsOf(2));
+    QCOMPARE(scene.fontOf(u"CHANNELS"_s).pixelSize(), 20);
+    QCOMPARE(scene.colorOf(u"CHANNELS"_s).rgba(), StationPalette::faded(StationPalette::parchment(), 0.6).rgba());
+    QCOMPARE(scene.fontOf(u"7"_s).pixelSize(), 26);
+    QCOMPARE(scene.fontOf(u"7"_s).weight(), QFont::Black);
+    QCOMPARE(scene.fontOf(u"Committee room 7"_s).pixelSize(), 24);
+    QCOMPARE(scene.fontOf(u"Committee room 7"_s).weight(), QFont::Normal);
+}
+
+void TunerStripTest::itsGroundReachesToTheEdgesOfTheDisplay_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("wide") << QSize(1920, 1080);
+    QTest::newRow("wider") << QSize(2560, 1080);
+    QTest::newRow("taller") << QSize(1024, 768);
+}
+
+void TunerStripTest::itsGroundReachesToTheEdgesOfTheDisplay()
+{
+    QFETCH(QSize, size);
+    Scene scene(newsOf(1), size);
+    const QImage picture = scene.picture();
+    const int bottom = int(scene.strip()->mapToScene({0, scene.strip()->height()}).y());
+    const QColor ground(34, 32, 28); // soot at nine tenths over black
+    for (const QPoint place :
+         {QPoint(0, 0), QPoint(size.width() - 1, 0), QPoint(0, bottom - 2), QPoint(size.width() - 1, bottom - 2)})
+        QVERIFY2(isClose(picture.pixelColor(place), ground), qPrintable(picture.pixelColor(place).name()));
+    QCOMPARE(picture.pixelColor(0, bottom + 2), QColor(Qt::black));
+}
+
+void TunerStripTest::onlyItsNumberTellsTheCurrentStation()
+{
+    Scene scene(newsOf(2));
+    // The focus has a look of its own.
+    scene.stage.press(Qt::Key_Right);
+    scene.stage.press(Qt::Key_Right);
+    scene.stage.settle();
+    QCOMPARE(scene.colorOf(u"5"_s).rgba(), StationPalette::onAirRed().rgba());
+    QCOMPARE(scene.colorOf(u"6"_s).rgba(), StationPalette::parchment().rgba());
+    const QColor label = StationPalette::faded(StationPalette::parchment(), 0.85);
+    QCOMPARE(scene.colorOf(u"5 O'Clock News"_s).rgba(), label.rgba());
+    QCOMPARE(scene.colorOf(u"Committee room 6"_s).rgba(), label.rgba());
+    scene.setCurrent({u"6"_s, u"Committee room 6"_s, u"/live/6"_s});
+    QCOMPARE(scene.colorOf(u"5"_s).rgba(), StationPalette::parchment().rgba());
+    QCOMPARE(scene.colorOf(u"6"_s).rgba(), StationPalette::onAirRed().rgba());
+    QCOMPARE(scene.heard(), u"7 Committee room 7"_s);
+}
+
+void TunerStripTest::itIsEnteredAtTheCurrentStation()
+{
+    Scene scene(newsOf(30), {1920, 1080}, 20);
+    QCOMPARE(scene.heard(), u"25 Committee room 25"_s);
+    const QRectF area = scene.area(scene.focused());
+    QVERIFY(area.left() > scene.areaOf(u"CHANNELS"_s).right() && area.right() < 1920);
+}
+
+void TunerStripTest::selectPicksTheFocusedStation()
+{
+    Scene scene(newsOf(2));
+    QCOMPARE(scene.heard(), u"5 5 O'Clock News"_s);
+    scene.stage.press(Qt::Key_Right);
+    QCOMPARE(scene.heard(), u"6 Committee room 6"_s);
+    QCOMPARE(scene.picked(), QString());
+    scene.stage.press(Qt::Key_Select);
+    QCOMPARE(scene.picked(), u"/live/6"_s);
+    scene.stage.press(Qt::Key_Left);
+    scene.stage.press(Qt::Key_Left);
+    scene.stage.press(Qt::Key_Select);
+    QCOMPARE(scene.picked(), u"/live/news/index.m3u8"_s);
+}
+
+void TunerStripTest::everyOneOfFiftyChannelsIsReached()
+{
+    Scene scene(newsOf(50));
+    const QRectF caption = scene.areaOf(u"CHANNELS"_s);
+    for (int number = 6; number < 56; ++number) {
+        scene.stage.press(Qt::Key_Right);
+        QCOMPARE(scene.heard(), u"%1 Committee room %1"_s.arg(number));
+    }
+    scene.stage.press(Qt::Key_Right);
+    QCOMPARE(scene.heard(), u"55 Committee room 55"_s);
+    scene.stage.settle();
+    const QRectF last = scene.area(scene.focused());
+    QVERIFY(std::abs(last.right() - (1920 - 50)) < 1);
+    QCOMPARE(scene.areaOf(u"CHANNELS"_s), caption);
+    // Nothing is drawn over the caption, and only what is near exists.
+    const QImage picture = scene.picture();
+    QVERIFY(isClose(scene.at(picture, 20, 46), QColor(34, 32, 28)));
+    QVERIFY(isClose(scene.at(picture, caption.left() + 2, 20), QColor(34, 32, 28)));
+    QVERIFY(scene.buttons().size() < 15);
+    for (int number = 54; number >= 5; --number)
+        scene.stage.press(Qt::Key_Left);
+    scene.stage.settle();
+    QCOMPARE(scene.heard(), u"5 5 O'Clock News"_s);
+    QCOMPARE(scene.area(scene.focused()).left(), caption.right() + 18);
+}
+
+void TunerStripTest::anotherCurrentStationTakesTheFocusAlong()
+{
+    const NewsStatus news = newsOf(30);
+    Scene scene(news);
+    scene.setCurrent(news.stations().at(25));
+    QCOMPARE(scene.heard(), u"30 Committee room 30"_s);
+    QVERIFY(scene.area(scene.focused()).right() < 1920);
+    scene.stage.press(Qt::Key_Left);
+    scene.setCurrent(news.stations().at(2));
+    QCOMPARE(scene.heard(), u"29 Committee room 29"_s);
+}
+
+void TunerStripTest::theFocusStaysOnItsStationWhenTheHubMovesIt()
+{
+    Scene scene(newsOf(2));
+    scene.stage.press(Qt::Key_Right);
+    QList<TunerStation> stations = newsOf(2).stations();
+    stations.prepend({u"1"_s, u"Early"_s, u"/live/1"_s});
+    scene.setStations(stations);
+    QCOMPARE(scene.heard(), u"6 Committee room 6"_s);
+    stations.removeAt(2);
+    scene.setStations(stations);
+    QVERIFY(scene.heard() == u"7 Committee room 7"_s || scene.heard() == u"5 5 O'Clock News"_s);
+}
+
+void TunerStripTest::longLabelsAreCut_data()
+{
+    QTest::addColumn<QString>("label");
+    QTest::newRow("300 characters") << u"Joint special session of the harbour board "_s.repeated(7).left(300);
+    QTest::newRow("Chinese") << u"市議會定期會議與港口委員會聯席特別會議"_s.repeated(15).left(300);
+    QTest::newRow("Arabic") << u"اجتماع مجلس المدينة "_s.repeated(15);
+    QTest::newRow("lines") << u"one\ntwo\nthree\nfour"_s;
+    QTest::newRow("blank") << u" "_s;
+}
+
+void TunerStripTest::longLabelsAreCut()
+{
+    QFETCH(QString, label);
+    Scene scene(newsOf({{u"6"_s, label}, {QString(40, u'8'), label}}));
+    QRectF before;
+    const auto buttons = scene.buttons();
+    for (QQuickItem* button : buttons) {
+        QVERIFY(button->width() <= 2 * 46 + 160 + 10 + 400);
+        const auto texts = Stage::texts(button);
+        for (const QQuickItem* text : texts) {
+            QVERIFY(scene.area(button).contains(scene.area(text)));
+            QVERIFY(text->property("contentWidth").toDouble() <= text->width() + 24);
+        }
+        QVERIFY(!scene.area(button).intersects(before));
+        before = scene.area(button);
+    }
+}
+
+QTEST_MAIN(TunerStripTest)
+#include "TunerStripTest.moc"

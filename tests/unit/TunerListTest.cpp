@@ -1,0 +1,197 @@
+#include "TunerList.h"
+
+#include <QAbstractItemModelTester>
+#include <QFontMetricsF>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+/** The tuner strip's buttons, and the viewer's place among them. */
+class TunerListTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void aButtonSaysItsNumberAndItsLabel();
+    void everyButtonWithTheCurrentNumberIsMarked();
+    void aButtonIsAsLongAsItsTexts();
+    void longTextsAreBounded();
+    void thereAreButtonsForTheFirstOfVeryManyStations();
+    void theSameStationsAgainChangeNothing();
+    void pickingTellsTheStation();
+    void thePlaceBeginsAtTheCurrentStation_data();
+    void thePlaceBeginsAtTheCurrentStation();
+    void thePlaceGoesWithTheCurrentStation();
+    void aViewerWhoHasMovedOnIsNotCalledBack();
+    void thePlaceStaysOnItsStation_data();
+    void thePlaceStaysOnItsStation();
+
+private:
+    static TunerStation station(const QString& number)
+    {
+        return {number, u"Channel "_s + number, u"/live/"_s + number};
+    }
+    static QList<TunerStation> stations(const QStringList& numbers);
+    QVariant button(int row, TunerList::Role role) const { return m_list->index(row).data(role); }
+
+    std::unique_ptr<TunerList> m_list;
+    std::unique_ptr<QAbstractItemModelTester> m_tester;
+};
+
+void TunerListTest::init()
+{
+    m_tester.reset();
+    m_list = std::make_unique<TunerList>();
+    m_tester = std::make_unique<QAbstractItemModelTester>(m_list.get());
+}
+
+QList<TunerStation> TunerListTest::stations(const QStringList& numbers)
+{
+    QList<TunerStation> stations;
+    for (const QString& number : numbers)
+        stations.append(station(number));
+    return stations;
+}
+
+void TunerListTest::aButtonSaysItsNumberAndItsLabel()
+{
+    m_list->setStations({{u"5"_s, u"5 O'Clock\nNews"_s, u"/a"_s}, {u"7"_s, {}, u"/b"_s}});
+    QCOMPARE(m_list->rowCount(), 2);
+    QCOMPARE(button(0, TunerList::NumberRole).toString(), u"5"_s);
+    QCOMPARE(button(0, TunerList::LabelRole).toString(), u"5 O'Clock News"_s);
+    QCOMPARE(button(1, TunerList::LabelRole).toString(), QString());
+}
+
+void TunerListTest::everyButtonWithTheCurrentNumberIsMarked()
+{
+    m_list->setStations({{u"5"_s, u"A"_s, u"/a"_s}, {u"5"_s, u"B"_s, u"/b"_s}, {u"6"_s, u"A"_s, u"/a"_s}});
+    m_list->setCurrent({u"5"_s, u"elsewhere"_s, u"/c"_s});
+    QVERIFY(button(0, TunerList::CurrentRole).toBool());
+    QVERIFY(button(1, TunerList::CurrentRole).toBool());
+    QVERIFY(!button(2, TunerList::CurrentRole).toBool());
+}
+
+void TunerListTest::aButtonIsAsLongAsItsTexts()
+{
+    m_list->setStations(stations({u"12"_s}));
+    const double number = std::ceil(QFontMetricsF(TunerList::numberFont()).horizontalAdvance(u"12"_s));
+    const double label = std::ceil(QFontMetricsF(TunerList::labelFont()).horizontalAdvance(u"Channel 12"_s));
+    QCOMPARE(button(0, TunerList::NumberExtentRole).toDouble(), number);
+    QCOMPARE(button(0, TunerList::ExtentRole).toDouble(), 2 * (26 + 20) + number + 10 + label);
+}
+
+void TunerListTest::longTextsAreBounded()
+{
+    const QString endless(1'000'000, u'W');
+    m_list->setStations({{endless, endless, u"/a"_s}});
+    QCOMPARE(button(0, TunerList::LabelRole).toString().size(), 121);
+    QCOMPARE(button(0, TunerList::ExtentRole).toDouble(), 2.0 * 46 + 160 + 10 + 400);
+}
+
+void TunerListTest::thereAreButtonsForTheFirstOfVeryManyStations()
+{
+    QStringList numbers;
+    for (int number = 0; number < 10'000; ++number)
+        numbers.append(QString::number(number));
+    m_list->setStations(stations(numbers));
+    QCOMPARE(m_list->rowCount(), 500);
+    QCOMPARE(button(499, TunerList::NumberRole).toString(), u"499"_s);
+}
+
+void TunerListTest::theSameStationsAgainChangeNothing()
+{
+    m_list->setStations(stations({u"5"_s, u"6"_s}));
+    m_list->setCurrent(station(u"5"_s));
+    const QSignalSpy resets(m_list.get(), &QAbstractItemModel::modelReset);
+    const QSignalSpy changes(m_list.get(), &QAbstractItemModel::dataChanged);
+    m_list->setStations(stations({u"5"_s, u"6"_s}));
+    m_list->setCurrent(station(u"5"_s));
+    QCOMPARE(resets.count() + changes.count(), 0);
+    m_list->setCurrent(station(u"6"_s));
+    QCOMPARE(resets.count(), 0);
+    QCOMPARE(changes.count(), 1);
+}
+
+void TunerListTest::pickingTellsTheStation()
+{
+    m_list->setStations({{u"5"_s, u"A"_s, u"/a"_s}, {u"5"_s, u"B"_s, u"/b"_s}});
+    QSignalSpy picks(m_list.get(), &TunerList::picked);
+    m_list->pick(1);
+    m_list->pick(-1);
+    m_list->pick(2);
+    QCOMPARE(picks.count(), 1);
+    QCOMPARE(picks.at(0).at(0).value<TunerStation>(), (TunerStation{u"5"_s, u"B"_s, u"/b"_s}));
+}
+
+void TunerListTest::thePlaceBeginsAtTheCurrentStation_data()
+{
+    QTest::addColumn<bool>("stationsFirst");
+    QTest::newRow("the stations come first") << true;
+    QTest::newRow("the current one comes first") << false;
+}
+
+void TunerListTest::thePlaceBeginsAtTheCurrentStation()
+{
+    QFETCH(bool, stationsFirst);
+    if (stationsFirst)
+        m_list->setStations(stations({u"5"_s, u"6"_s, u"7"_s}));
+    m_list->setCurrent(station(u"7"_s));
+    if (!stationsFirst)
+        m_list->setStations(stations({u"5"_s, u"6"_s, u"7"_s}));
+    QCOMPARE(m_list->place(), 2);
+}
+
+void TunerListTest::thePlaceGoesWithTheCurrentStation()
+{
+    m_list->setStations(stations({u"5"_s, u"6"_s, u"7"_s}));
+    m_list->setCurrent(station(u"5"_s));
+    m_list->setCurrent(station(u"6"_s));
+    QCOMPARE(m_list->place(), 1);
+    // The hub moves another one to the front.
+    m_list->setStations(stations({u"3"_s, u"5"_s, u"6"_s}));
+    QCOMPARE(m_list->place(), 2);
+    m_list->setCurrent(station(u"3"_s));
+    QCOMPARE(m_list->place(), 0);
+}
+
+void TunerListTest::aViewerWhoHasMovedOnIsNotCalledBack()
+{
+    m_list->setStations(stations({u"5"_s, u"6"_s, u"7"_s}));
+    m_list->setCurrent(station(u"5"_s));
+    m_list->setPlace(2);
+    m_list->setCurrent(station(u"6"_s));
+    QCOMPARE(m_list->place(), 2);
+}
+
+void TunerListTest::thePlaceStaysOnItsStation_data()
+{
+    QTest::addColumn<QStringList>("before");
+    QTest::addColumn<int>("place");
+    QTest::addColumn<QStringList>("after");
+    QTest::addColumn<int>("newPlace");
+    QTest::newRow("one is added before") << QStringList{u"5"_s, u"7"_s} << 1 << QStringList{u"5"_s, u"6"_s, u"7"_s}
+                                         << 2;
+    QTest::newRow("it goes") << QStringList{u"5"_s, u"6"_s, u"7"_s} << 1 << QStringList{u"7"_s, u"5"_s} << 1;
+    QTest::newRow("it goes, and the current one")
+        << QStringList{u"5"_s, u"6"_s, u"7"_s} << 2 << QStringList{u"8"_s} << 0;
+    QTest::newRow("two share a number") << QStringList{u"5"_s, u"5"_s} << 1 << QStringList{u"5"_s, u"5"_s, u"6"_s} << 1;
+    QTest::newRow("all go") << QStringList{u"5"_s, u"6"_s} << 1 << QStringList() << -1;
+}
+
+void TunerListTest::thePlaceStaysOnItsStation()
+{
+    QFETCH(QStringList, before);
+    QFETCH(int, place);
+    QFETCH(QStringList, after);
+    m_list->setStations(stations(before));
+    m_list->setCurrent(station(u"5"_s));
+    m_list->setPlace(place);
+    m_list->setStations(stations(after));
+    QTEST(m_list->place(), "newPlace");
+}
+
+QTEST_MAIN(TunerListTest)
+#include "TunerListTest.moc"
