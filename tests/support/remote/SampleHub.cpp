@@ -77,6 +77,11 @@ QNetworkRequest request(const QUrl& url)
 
 SampleHub::SampleHub() : m_controlPort(freePort())
 {
+    start();
+}
+
+void SampleHub::start()
+{
     waitForPort(base.port());
     const QStringList arguments{
         u"--port"_s,        QString::number(base.port()), u"--control-port"_s, QString::number(m_controlPort),
@@ -87,6 +92,11 @@ SampleHub::SampleHub() : m_controlPort(freePort())
     if (!m_process->waitForLine(u"ready"_s, 20s))
         fail(u"The sample hub did not get ready."_s);
     darken();
+}
+
+void SampleHub::stop()
+{
+    m_process.reset();
 }
 
 void SampleHub::order(const QString& path, const QJsonObject& body)
@@ -121,6 +131,11 @@ QByteArray SampleHub::fetchBody(const QString& path)
 QJsonObject SampleHub::fetch(const QString& path)
 {
     return QJsonDocument::fromJson(fetchBody(path)).object();
+}
+
+QString SampleHub::address(const QString& path)
+{
+    return base.resolved(QUrl(path)).toString();
 }
 
 QString SampleHub::file(const QString& path)

@@ -16,6 +16,11 @@ public:
     /** Waits for the port while another test has it; throws std::runtime_error with a sentence when it fails. */
     SampleHub();
 
+    /** Ends it: from then on its port refuses. */
+    void stop();
+    /** Starts it again after stop(), on the same ports and with no faults; throws as the constructor does. */
+    void start();
+
     /** Sends an order to the control address; throws std::runtime_error when it is not taken. */
     void order(const QString& path, const QJsonObject& body = {});
 
@@ -29,6 +34,8 @@ public:
     /** A document of the hub over HTTPS, its certificate checked; throws std::runtime_error when it is not 200. */
     QByteArray fetchBody(const QString& path);
     QJsonObject fetch(const QString& path);
+    /** The absolute address of a path on the hub. */
+    static QString address(const QString& path);
     /** The file that the hub serves under a path below "/recordings/". */
     static QString file(const QString& path);
     /** The requests it has seen. */

@@ -6,6 +6,7 @@
 #include "SampleHub.h"
 #include "TapePage.h"
 
+#include <optional>
 #include <stdexcept>
 
 using namespace Qt::StringLiterals;
@@ -22,6 +23,22 @@ void pressAll(LivingRoom& room, const QString& button, int count)
         room.press(button);
 }
 
+template<typename Fits>
+std::optional<Place> firstPlace(SampleHub& hub, const Fits& fits)
+{
+    Place place{0, 0};
+    for (const Shelf& shelf : shelves(hub)) {
+        place.column = 0;
+        for (const VHSCover& cover : shelf.covers) {
+            if (fits(cover))
+                return place;
+            ++place.column;
+        }
+        ++place.shelf;
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 QList<Shelf> shelves(SampleHub& hub)
@@ -32,17 +49,18 @@ QList<Shelf> shelves(SampleHub& hub)
 
 Place placeOf(SampleHub& hub, const QString& title)
 {
-    Place place{0, 0};
-    for (const Shelf& shelf : shelves(hub)) {
-        place.column = 0;
-        for (const VHSCover& cover : shelf.covers) {
-            if (cover.title.contains(title))
-                return place;
-            ++place.column;
-        }
-        ++place.shelf;
-    }
-    throw std::runtime_error(("No shelf has the tape \""_L1 + title + "\"."_L1).toStdString());
+    const auto place = firstPlace(hub, [&](const VHSCover& cover) { return cover.title.contains(title); });
+    if (!place)
+        throw std::runtime_error(("No shelf has the tape \""_L1 + title + "\"."_L1).toStdString());
+    return *place;
+}
+
+Place placeOf(SampleHub& hub, qint64 tape)
+{
+    const auto place = firstPlace(hub, [tape](const VHSCover& cover) { return cover.id == tape; });
+    if (!place)
+        throw std::runtime_error("No shelf has the tape " + std::to_string(tape) + '.');
+    return *place;
 }
 
 bool enter(LivingRoom& room)

@@ -32,6 +32,9 @@ QList<Shelf> shelves(SampleHub& hub);
 /** Where the tape whose cover's title contains `title` stands; throws std::runtime_error when it is on no shelf. */
 Place placeOf(SampleHub& hub, const QString& title);
 
+/** Where the tape with this id stands; throws the same. */
+Place placeOf(SampleHub& hub, qint64 tape);
+
 /** Waits for the front screen's figures and selects the shop's door; false when they do not come. */
 bool enter(LivingRoom& room);
 

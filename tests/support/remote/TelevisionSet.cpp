@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QDirIterator>
+#include <QFileInfo>
 
 #include <stdexcept>
 
@@ -17,14 +18,31 @@ void TelevisionSet::keep(const QMap<qint64, double>& positions) const
 {
     if (positions.isEmpty())
         return;
-    const QString folder = m_home.path() + u"/.local/share/quillmere-tv"_s;
-    QDir().mkpath(folder);
-    QFile file(folder + u"/resume.ini"_s);
+    QFile file(resumeFile());
+    QDir().mkpath(QFileInfo(file).path());
     if (!file.open(QIODevice::WriteOnly))
         throw std::runtime_error("The resume positions cannot be written.");
     file.write("[General]\n");
     for (const auto& [id, seconds] : positions.asKeyValueRange())
         file.write(u"resume.tape.%1=%2\n"_s.arg(id).arg(seconds).toUtf8());
+}
+
+QString TelevisionSet::resumeFile() const
+{
+    return m_home.path() + u"/.local/share/quillmere-tv/resume.ini"_s;
+}
+
+std::optional<double> TelevisionSet::keptPosition(qint64 tape) const
+{
+    QFile file(resumeFile());
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const QByteArray key = "resume.tape." + QByteArray::number(tape) + '=';
+    for (QByteArray line = file.readLine(); !line.isEmpty(); line = file.readLine()) {
+        if (line.startsWith(key))
+            return line.mid(key.size()).trimmed().toDouble();
+    }
+    return std::nullopt;
 }
 
 QProcessEnvironment TelevisionSet::environment() const

@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 
 #include <memory>
+#include <optional>
 
 /** The real program, run as a viewer's: in a home of its own, with nothing told it but the display. One thread. */
 class TelevisionSet
@@ -19,11 +20,15 @@ public:
 
     ChildProcess& process() { return *m_process; }
 
+    /** The resume position, in seconds, that is kept of a tape now; nothing when there is none. */
+    std::optional<double> keptPosition(qint64 tape) const;
+
     /** Every file that it has left in its home, as paths below it. */
     QStringList writtenFiles() const;
 
 private:
     QProcessEnvironment environment() const;
+    QString resumeFile() const;
     void keep(const QMap<qint64, double>& positions) const;
 
     QTemporaryDir m_home;
