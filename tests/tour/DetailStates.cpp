@@ -3,6 +3,7 @@
 #include "Steps.h"
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace tour {
 
@@ -22,6 +23,12 @@ State oddTitle(const QString& name, const QString& part, const QString& reading)
 State foreignTitle(const QString& name, const QString& part)
 {
     return {u"detail, "_s + name, {press(u"back"_s), walkTo(part), press(u"select"_s)}, {titleIsWritten()}};
+}
+
+Sight hasEnded()
+{
+    return {u"the program has ended without complaint"_s,
+            [](Stage& stage, const QImage&) { return stage.room.set().process().waitForEnd(3s) == 0; }};
 }
 
 Sight stands(const QString& text)
@@ -94,6 +101,10 @@ QList<State> detailStates()
                foreignTitle(u"japanese and korean"_s, u"港湾委員会"_s),
                foreignTitle(u"arabic"_s, u"اجتماع"_s),
                oddTitle(u"emoji"_s, u"Family Night"_s, u"Family Night"_s),
+               {u"front, back from the shop"_s,
+                {press(u"back"_s, 2)},
+                {looksAsIn(u"front, focus on the shop"_s, area::everything)}},
+               {u"switched off"_s, {press(u"back"_s), press(u"back"_s)}, {hasEnded()}},
            };
 }
 

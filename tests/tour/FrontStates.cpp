@@ -134,7 +134,7 @@ QList<State> frontStates()
 
 QList<State> allStates()
 {
-    return frontStates() + shopStates() + detailStates() + tapeStates() + panelStates();
+    return frontStates() + shopStates() + detailStates() + panelStates() + tapeStates();
 }
 
 } // namespace tour

@@ -24,6 +24,16 @@ Step press(const QString& button, int times)
     };
 }
 
+Step pushDown(const QString& button)
+{
+    return [=](Stage& stage) { stage.room.remote().pushDown(button); };
+}
+
+Step letGo(const QString& button)
+{
+    return [=](Stage& stage) { stage.room.remote().letGo(button); };
+}
+
 Step order(const QString& path, const QJsonObject& body)
 {
     return [=](Stage& stage) { stage.hub.order(path, body); };
@@ -37,6 +47,24 @@ Step fault(const QString& path, const QString& kind, const QJsonObject& more)
 Step calm()
 {
     return [](Stage& stage) { stage.hub.calm(); };
+}
+
+Step stopHub()
+{
+    return [](Stage& stage) { stage.hub.stop(); };
+}
+
+Step startHub()
+{
+    return [](Stage& stage) { stage.hub.start(); };
+}
+
+Step waitToRead(const QRectF& area, const QString& text)
+{
+    return [=](Stage& stage) {
+        if (!stage.room.waitForText(area, text, 60s))
+            throw std::runtime_error(("There never stood \""_L1 + text + "\"."_L1).toStdString());
+    };
 }
 
 } // namespace tour

@@ -1,5 +1,6 @@
 // Drives the real program through every screen and state there is, and leaves a picture of each.
-//   tour FOLDER     the states, on the display that DISPLAY names: pictures in FOLDER/WIDTHxHEIGHT
+//   tour FOLDER [STATE]     the states, on the display that DISPLAY names: pictures in FOLDER/WIDTHxHEIGHT;
+//                           with the name of a state that switches the set on: only those from it on
 //   tour --sheet FOLDER     one contact sheet of all pictures in FOLDER
 
 #include "Album.h"
@@ -8,8 +9,9 @@
 #include <QElapsedTimer>
 #include <QGuiApplication>
 
+#include <algorithm>
 #include <cstdio>
-#include <exception>
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -57,7 +59,17 @@ QString visit(Stage& stage, const State& state, QImage& picture)
     return lacking ? u"It cannot be seen that "_s + lacking->what + u'.' : QString();
 }
 
-int tourAll(const QString& folder)
+QList<State> statesFrom(const QString& name)
+{
+    QList<State> states = allStates();
+    const auto first = std::find_if(states.begin(), states.end(), [&](const State& one) { return one.name == name; });
+    if (first == states.end())
+        throw std::runtime_error(("There is no state \""_L1 + name + "\"."_L1).toStdString());
+    states.erase(states.begin(), first);
+    return states;
+}
+
+int visitAll(const QString& folder, const QList<State>& states)
 {
     Stage stage;
     const QSize size = stage.room.screen().size();
@@ -67,7 +79,7 @@ int tourAll(const QString& folder)
     int failures = 0;
     QElapsedTimer whole;
     whole.start();
-    for (const State& state : allStates()) {
+    for (const State& state : states) {
         QElapsedTimer time;
         time.start();
         QImage picture;
@@ -80,8 +92,8 @@ int tourAll(const QString& folder)
         std::fflush(stdout);
         failures += wrong.isEmpty() ? 0 : 1;
     }
-    std::printf("%dx%d: %d states, %d not reached, %.1f s\n", size.width(), size.height(), int(allStates().size()),
-                failures, double(whole.elapsed()) / 1000);
+    std::printf("%dx%d: %d states, %d not reached, %.1f s\n", size.width(), size.height(), int(states.size()), failures,
+                double(whole.elapsed()) / 1000);
     return failures == 0 ? 0 : 1;
 }
 
@@ -98,8 +110,10 @@ int main(int count, char** arguments)
             return 0;
         }
         if (words.size() == 2)
-            return tourAll(words[1]);
-        std::fprintf(stderr, "tour FOLDER, or tour --sheet FOLDER\n");
+            return visitAll(words[1], allStates());
+        if (words.size() == 3)
+            return visitAll(words[1], statesFrom(words[2]));
+        std::fprintf(stderr, "tour FOLDER [STATE], or tour --sheet FOLDER\n");
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "tour: %s\n", failure.what());
     }
