@@ -1,0 +1,92 @@
+#include "NewsOnScript.h"
+#include "PrivateBus.h"
+#include "StandInScreenSaver.h"
+
+#include <QTest>
+
+/** When the screensaver may come while the news channel is watched. */
+class NewsScreenSaverTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void cleanupTestCase();
+    void init() { m_news = std::make_unique<NewsOnScript>(); }
+    void cleanup() { m_news.reset(); }
+    void itMayComeWhileTheTowerIsDark();
+    void itIsAwayWhileTheTowerIsLit();
+    void itIsAwayWithoutABreakWhereThePlayerIsKept();
+    void itMayComeOnceTheScreenIsLeft();
+
+private:
+    qsizetype inhibitions() const { return m_screenSaver->inhibitions().size(); }
+
+    std::unique_ptr<PrivateBus> m_bus;
+    std::unique_ptr<StandInScreenSaver> m_screenSaver;
+    std::unique_ptr<NewsOnScript> m_news;
+};
+
+void NewsScreenSaverTest::initTestCase()
+{
+    m_bus = std::make_unique<PrivateBus>();
+    m_screenSaver = std::make_unique<StandInScreenSaver>(m_bus->connect());
+    qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus->address().toUtf8());
+}
+
+void NewsScreenSaverTest::cleanupTestCase()
+{
+    m_screenSaver.reset();
+    m_bus.reset();
+}
+
+void NewsScreenSaverTest::itMayComeWhileTheTowerIsDark()
+{
+    const int before = m_screenSaver->asked();
+    m_news->open(false);
+    m_news->pause();
+    m_news->pass(true);
+    // The first that asks is the lit tower's.
+    QTRY_COMPARE(inhibitions(), 1);
+    QCOMPARE(m_screenSaver->asked(), before + 1);
+    m_news->pause();
+    m_news->pass(false);
+    QTRY_COMPARE(inhibitions(), 0);
+}
+
+void NewsScreenSaverTest::itIsAwayWhileTheTowerIsLit()
+{
+    m_news->open(true);
+    QTRY_COMPARE(inhibitions(), 1);
+    const int asked = m_screenSaver->asked();
+    m_news->player()->setWaiting(true);
+    for (int pass = 0; pass < 3; ++pass) {
+        m_news->pause();
+        m_news->pass(true);
+    }
+    QCOMPARE(inhibitions(), 1);
+    QCOMPARE(m_screenSaver->asked(), asked);
+}
+
+void NewsScreenSaverTest::itIsAwayWithoutABreakWhereThePlayerIsKept()
+{
+    m_news->open(true, R"({"news": {"channels": {"2": {"label": "Two", "path": "two"}}}})");
+    QTRY_COMPARE(inhibitions(), 1);
+    QCOMPARE(m_news->number(), u"2"_s);
+    const int asked = m_screenSaver->asked();
+    m_news->pass(true, u"/live/two/index.m3u8"_s, R"({"news": {"channels": {}}})");
+    QCOMPARE(m_news->number(), u"5"_s);
+    QCOMPARE(inhibitions(), 1);
+    QCOMPARE(m_screenSaver->asked(), asked);
+}
+
+void NewsScreenSaverTest::itMayComeOnceTheScreenIsLeft()
+{
+    m_news->open(true);
+    QTRY_COMPARE(inhibitions(), 1);
+    m_news->screen->disappear();
+    QTRY_COMPARE(inhibitions(), 0);
+}
+
+QTEST_GUILESS_MAIN(NewsScreenSaverTest)
+#include "NewsScreenSaverTest.moc"
