@@ -1,0 +1,186 @@
+#include "TickerPrint.h"
+#include "BroadcastTexts.h"
+#include "StationPalette.h"
+
+#include <QPainter>
+#include <QTest>
+#include <QTextLayout>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString arabic = u"نشرة أخبار الساعة الخامسة "_s;
+const QString hebrew = u"חדשות השעה חמש "_s;
+const QString families = u"👨‍👩‍👧‍👦"_s;
+
+QString words(qsizetype length)
+{
+    QString text;
+    for (int number = 0; text.size() < length; ++number)
+        text += u"Item %1 on the agenda. "_s.arg(number);
+    return text.first(length);
+}
+
+/** The tiles as one picture, on soot. */
+QImage joined(const TickerPicture& picture)
+{
+    int width = 0;
+    for (const QImage& tile : picture.tiles)
+        width += tile.width();
+    QImage whole(width, picture.tiles.isEmpty() ? 0 : picture.tiles.constFirst().height(), QImage::Format_RGB32);
+    whole.fill(StationPalette::soot());
+    QPainter painter(&whole);
+    int left = 0;
+    for (const QImage& tile : picture.tiles) {
+        painter.drawImage(left, 0, tile);
+        left += tile.width();
+    }
+    return whole;
+}
+
+/** The left edge of the whole line, all of which is laid out. */
+QImage wholeLine(const QString& text, double scale, const TickerPicture& like)
+{
+    QImage image(joined(like).size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QTextLayout layout(text + tickerSeparator() + text, TickerPrint::font());
+    QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+    option.setWrapMode(QTextOption::NoWrap);
+    option.setTextDirection(Qt::LayoutDirectionAuto);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    line.setLineWidth(10'000'000);
+    layout.endLayout();
+    QPainter painter(&image);
+    painter.translate(0, like.baseline);
+    painter.scale(scale, scale);
+    painter.setPen(StationPalette::parchment());
+    layout.draw(&painter, QPointF(0, -line.ascent()));
+    painter.end();
+    return joined({0, 0, {image}});
+}
+
+} // namespace
+
+/** What is painted of the ticker's line. */
+class TickerPrintTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void itIsTheLeftEdgeOfTheWholeLine_data();
+    void itIsTheLeftEdgeOfTheWholeLine();
+    void noMoreThanTwoWidthsArePainted_data();
+    void noMoreThanTwoWidthsArePainted();
+    void aShortLineIsPaintedToItsEnd();
+    void noTileIsWiderThanADisplayTakes();
+    void controlsAreSpaces();
+    void thePeriodCountsCharactersAsAReaderDoes();
+    void aLineOfMarksAloneIsPainted();
+    void whatIsStoppedPaintsNothing();
+};
+
+void TickerPrintTest::itIsTheLeftEdgeOfTheWholeLine_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("short") << u"THE COUNCIL MEETS TONIGHT"_s;
+    QTest::newRow("long") << words(20'000);
+    QTest::newRow("right to left") << arabic.repeated(4);
+    QTest::newRow("right to left, long") << arabic.repeated(800);
+    QTest::newRow("right to left, another script") << hebrew.repeated(1000);
+    QTest::newRow("right to left with numbers") << (arabic + u"2025 - 17:00 "_s).repeated(200);
+    QTest::newRow("right to left with names") << (arabic + u"Channel 5 (News) "_s).repeated(200);
+    QTest::newRow("left to right with names") << (u"Channel 5 (News) "_s + arabic).repeated(200);
+    QTest::newRow("a long run the other way") << u"5 NEWS · "_s + arabic.repeated(200) + words(3000);
+    QTest::newRow("a long run the other way from the right") << arabic + words(6000) + hebrew.repeated(20);
+    QTest::newRow("marked to be the other way") << u"5 NEWS \u202E"_s + words(3000) + u"\u202C"_s + words(3000);
+    QTest::newRow("isolated") << u"5 NEWS \u2067"_s + (words(100) + arabic).repeated(20) + u"\u2069"_s + words(3000);
+    QTest::newRow("emoji") << (families + u" ✓ 📺 "_s).repeated(50);
+    QTest::newRow("Chinese") << u"五点钟新闻"_s.repeated(300);
+    QTest::newRow("many marks") << (u"e"_s + QString(40, QChar(0x301))).repeated(400);
+    QTest::newRow("nothing") << QString();
+}
+
+void TickerPrintTest::itIsTheLeftEdgeOfTheWholeLine()
+{
+    QFETCH(QString, text);
+    for (const double scale : {1.0, 2.0 / 3}) {
+        const TickerPicture picture = TickerPrint{text, 1920, scale}.paint();
+        QVERIFY(!picture.tiles.isEmpty());
+        QCOMPARE(joined(picture), wholeLine(text, scale, picture));
+    }
+}
+
+void TickerPrintTest::noMoreThanTwoWidthsArePainted_data()
+{
+    QTest::addColumn<double>("width");
+    QTest::addColumn<double>("scale");
+    QTest::addColumn<QList<int>>("widths");
+    QTest::newRow("720p") << 1920.0 << 2.0 / 3 << QList<int>{2561};
+    QTest::newRow("1080p") << 1920.0 << 1.0 << QList<int>{3841};
+    QTest::newRow("2160p") << 1920.0 << 2.0 << QList<int>{4096, 3585};
+    QTest::newRow("a wide display") << 2580.0 << 4.0 / 3 << QList<int>{4096, 2785};
+}
+
+void TickerPrintTest::noMoreThanTwoWidthsArePainted()
+{
+    QFETCH(double, width);
+    QFETCH(double, scale);
+    QFETCH(QList<int>, widths);
+    const TickerPicture picture = TickerPrint{words(20'000), width, scale}.paint();
+    QList<int> painted;
+    for (const QImage& tile : picture.tiles)
+        painted.append(tile.width());
+    QCOMPARE(painted, widths);
+}
+
+void TickerPrintTest::aShortLineIsPaintedToItsEnd()
+{
+    const TickerPicture picture = TickerPrint{u"5"_s, 1920, 1}.paint();
+    QCOMPARE(picture.tiles.size(), 1);
+    QVERIFY(picture.tiles.constFirst().width() < 200);
+    QVERIFY(picture.baseline > 20 && picture.baseline < picture.tiles.constFirst().height());
+}
+
+void TickerPrintTest::noTileIsWiderThanADisplayTakes()
+{
+    const TickerPicture picture = TickerPrint{words(4000), 5000, 2}.paint();
+    QCOMPARE(picture.tiles.size(), 5);
+    for (const QImage& tile : picture.tiles)
+        QVERIFY(tile.width() <= 4096);
+    QCOMPARE(joined(picture), wholeLine(words(4000), 2, picture));
+}
+
+void TickerPrintTest::controlsAreSpaces()
+{
+    const TickerPicture picture = TickerPrint{u"One\nTwo\tThree\u2028Four\u2029Five\u0001Six\r"_s, 1920, 1}.paint();
+    QCOMPARE(joined(picture), joined(TickerPrint{u"One Two Three Four Five Six "_s, 1920, 1}.paint()));
+}
+
+void TickerPrintTest::thePeriodCountsCharactersAsAReaderDoes()
+{
+    QCOMPARE((TickerPrint{families.repeated(330), 1920, 1}.paint().period), 30.0);
+    QCOMPARE((TickerPrint{u"e\u0301"_s.repeated(330), 1920, 1}.paint().period), 30.0);
+    QCOMPARE((TickerPrint{QString(100, u'x'), 1920, 1}.paint().period), 24.0);
+}
+
+void TickerPrintTest::aLineOfMarksAloneIsPainted()
+{
+    const TickerPicture picture = TickerPrint{QString(60'000, QChar(0x301)), 1920, 1}.paint();
+    QCOMPARE(picture.tiles.size(), 1);
+}
+
+void TickerPrintTest::whatIsStoppedPaintsNothing()
+{
+    std::stop_source order;
+    order.request_stop();
+    const TickerPicture picture = TickerPrint{words(1000), 1920, 1}.paint(order.get_token());
+    QVERIFY(picture.tiles.isEmpty());
+}
+
+QTEST_MAIN(TickerPrintTest)
+#include "TickerPrintTest.moc"
