@@ -33,9 +33,10 @@ QList<double> slowest(const QList<double>& times);
 QList<Figure> measureIdle(LivingRoom& room, const Effort& effort);
 
 /**
- * Processor and pictures of the shop's first tape playing, whose stream's path on the hub is `firstTape`: beside the mpv program, where there is one.
+ * Key to first picture, processor and pictures of the shop's first tape playing, whose stream's address is `stream`: in
+ * turns with the mpv program, where there is one, playing the same from the same hub.
  */
-QList<Figure> measurePlaying(LivingRoom& room, const QString& firstTape, const Effort& effort);
+QList<Figure> measurePlaying(LivingRoom& room, const QString& stream, const Effort& effort);
 
 /** What the libraries' own benchmark programs measure, each beside the yardstick in the same program. */
 QList<Figure> measureLibraries(const QStringList& programs, const Effort& effort);
