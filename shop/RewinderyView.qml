@@ -21,6 +21,9 @@ NavigationStack {
 
     property alias searching: controller.searching
 
+    // A tape's screen has come: it may be played soon.
+    signal tapeOpened()
+
     depth: controller.depth
     onPopped: controller.pop()
     onDisappeared: controller.leave()
@@ -34,6 +37,7 @@ NavigationStack {
             tape: controller.tapeAt(level)
             playerScreen: shop.playerScreen
             transcriptScreen: shop.transcriptScreen
+            onAppeared: shop.tapeOpened()
         }
     }
 

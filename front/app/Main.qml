@@ -27,6 +27,7 @@ ScreenWindow {
                 RewinderyView {
                     store: window.app.store
                     hub: window.app.hub
+                    onTapeOpened: window.app.preparePlayer()
 
                     playerScreen: Component {
                         TapePlayerView {

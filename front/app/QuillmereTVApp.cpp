@@ -1,6 +1,7 @@
 #include "QuillmereTVApp.h"
 
 #include "HubURL.h"
+#include "VideoPlugins.h"
 
 #include <QStandardPaths>
 
@@ -10,6 +11,12 @@ QuillmereTVApp::QuillmereTVApp()
     : m_defaults(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + u"/resume.ini"_s),
       m_http(hubCertificates()), m_hub(m_http), m_store(m_hub, m_defaults), m_timepiece(m_clock)
 {}
+
+void QuillmereTVApp::preparePlayer()
+{
+    // Should it fail, the player that asks again says so.
+    VideoPlugins::load();
+}
 
 void QuillmereTVApp::prepareSound()
 {

@@ -31,6 +31,9 @@ public:
     HubAPI* hub() { return &m_hub; }
     Timepiece* timepiece() { return &m_timepiece; }
 
+    /** Brings in what plays video, so that the first playback does not wait for it; another thread does the work. */
+    Q_INVOKABLE void preparePlayer();
+
     /** Tells the sound servers that this program plays films; before the application object, as they read it once. */
     static void prepareSound();
 
