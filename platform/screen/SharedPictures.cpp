@@ -15,7 +15,7 @@ struct Known
 void hold(QList<SharedPictures::Picture>& latest, const SharedPictures::Picture& picture)
 {
     latest.removeOne(picture);
-    if (picture->sizeInBytes() > SharedPictures::keptUnshown)
+    if (picture->sizeInBytes() > SharedPictures::largestUnshown)
         return;
     latest.prepend(picture);
     qint64 bytes = 0;

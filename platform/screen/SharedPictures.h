@@ -26,8 +26,10 @@ public:
         bool operator==(const Subject&) const = default;
     };
 
-    /** Bytes of pictures that stay although nobody shows them: a few shadows, but no background of a whole display. */
-    static constexpr qint64 keptUnshown = 3 * 1024 * 1024;
+    /** Bytes of pictures that stay although nobody shows them: the shadows of two screens of 1080 lines. */
+    static constexpr qint64 keptUnshown = 4 * 1024 * 1024;
+    /** Bytes of the largest that stays so: no background of a whole display. */
+    static constexpr qint64 largestUnshown = 2 * 1024 * 1024;
 
     static Picture get(const Subject& subject, const std::function<QImage()>& paint);
 };
