@@ -233,6 +233,7 @@ void StreamPlayer::end()
 {
     m_phase = Phase::Ended;
     m_playing = false;
+    m_position = std::max(m_position, m_duration); // the engine does not tell of the last moment
     m_engine->setPaused(true);
     tellItem([](PlayerItem& item) { item.setPlayedToEnd(); });
 }

@@ -191,7 +191,8 @@ void StreamPlayerTest::theEndIsBelievedNearTheDuration()
     QCOMPARE(ended.count(), believed ? 1 : 0);
     QCOMPARE(script.item->status(), Status::ReadyToPlay);
     QCOMPARE(script.player->timeControl(), believed ? TimeControl::Paused : TimeControl::WaitingToPlay);
-    QCOMPARE(script.player->position(), position);
+    // What the engine has not told of the last moment is played all the same.
+    QCOMPARE(script.player->position(), believed ? std::max(position, duration) : position);
     script.endFile();
     QCOMPARE(ended.count(), believed ? 1 : 0);
 }
