@@ -19,16 +19,13 @@ struct BroadcastStage
     Stage stage;
     QQuickItem* canvas = nullptr;
 
-    /**
-     * `qml` is what stands on the canvas; it finds what it is given as canvas.news, .stations, .station and .timepiece.
-     * It appears only now, since the stage waits for a stillness that a ticker never comes to.
-     */
+    /** `qml` is what stands on the canvas; it finds what it is given as canvas.news, .stations, .station, .timepiece. */
     explicit BroadcastStage(const QString& qml, QSize size = {1920, 1080}, const NewsStatus& news = {},
                             qsizetype current = 0)
         : stage(size)
     {
         const QString document = u"import Quillmere.Hub\nimport Quillmere.News\n"
-                                 "Canvas { id: canvas; visible: false; property newsStatus news; property var "
+                                 "Canvas { id: canvas; property newsStatus news; property var "
                                  "stations; property var station; "
                                  "property Timepiece timepiece; %1 }"_s;
         const QList<TunerStation> stations = news.stations();
@@ -36,8 +33,6 @@ struct BroadcastStage
                                                {u"stations"_s, QVariant::fromValue(stations)},
                                                {u"station"_s, QVariant::fromValue(stations.at(current))},
                                                {u"timepiece"_s, QVariant::fromValue(&timepiece)}});
-        canvas->setVisible(true);
-        stage.waitForFrame();
     }
 
     void setNews(const NewsStatus& news)
