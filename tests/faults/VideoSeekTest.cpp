@@ -1,26 +1,14 @@
+#include "CountedRecording.h"
 #include "VideoStage.h"
 
 #include <cmath>
 
 using namespace Qt::StringLiterals;
+using CountedRecording::secondShown;
 
 namespace {
 
-// The recording tells its second in binary, the highest bit on the left.
-constexpr int bits = 12;
-constexpr auto seconds =
-    "color=black:s=192x108:r=5,geq=lum='16+219*mod(floor(T/pow(2,11-floor(X*12/W))),2)':cb=128:cr=128";
 constexpr int length = 1230;
-
-int secondShown(const QImage& picture)
-{
-    int second = 0;
-    for (int bit = 0; bit < bits; ++bit) {
-        const int x = picture.width() * (2 * bit + 1) / (2 * bits);
-        second = 2 * second + (picture.pixelColor(x, picture.height() / 2).lightness() > 128 ? 1 : 0);
-    }
-    return second;
-}
 
 } // namespace
 
@@ -53,31 +41,7 @@ private:
 void VideoSeekTest::initTestCase()
 {
     QVERIFY(m_folder.isReady());
-    QProcess ffmpeg;
-    ffmpeg.setWorkingDirectory(m_folder.path());
-    ffmpeg.start(u"ffmpeg"_s, {u"-v"_s,
-                               u"error"_s,
-                               u"-nostdin"_s,
-                               u"-f"_s,
-                               u"lavfi"_s,
-                               u"-i"_s,
-                               QString::fromLatin1(seconds),
-                               u"-t"_s,
-                               QString::number(length),
-                               u"-pix_fmt"_s,
-                               u"yuv420p"_s,
-                               u"-preset"_s,
-                               u"ultrafast"_s,
-                               u"-g"_s,
-                               u"20"_s,
-                               u"-hls_time"_s,
-                               u"4"_s,
-                               u"-hls_playlist_type"_s,
-                               u"vod"_s,
-                               u"-hls_segment_filename"_s,
-                               u"long%d.ts"_s,
-                               u"long.m3u8"_s});
-    QVERIFY(ffmpeg.waitForFinished(60'000) && ffmpeg.exitCode() == 0);
+    QVERIFY(CountedRecording::make(m_folder.path(), u"long"_s, length, CountedRecording::Kind::Slides));
     m_server = std::make_unique<StreamServer>(m_folder.path());
     m_recording = m_server->url(u"/long.m3u8"_s);
     VideoPlugins::addFolder(QStringLiteral(QUILLMERE_TEST_PLUGINS));

@@ -17,6 +17,7 @@ private Q_SLOTS:
     void aMissingStreamTellsItsStatus();
     void aClosedPortIsARefusedConnection();
     void aSilentServerTimesOut();
+    void aTricklingServerTimesOut();
     void aStrangersCertificateIsRefused();
     void anotherHostsCertificateIsRefused();
     void aSegmentWithAStrangersCertificateIsRefused();
@@ -60,7 +61,7 @@ void VideoStreamTest::expectFailure(VideoStage& stage, const QUrl& url, Cause ca
     QVERIFY(stage.isExposed());
     QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
     stage.play(url);
-    QTRY_VERIFY_WITH_TIMEOUT(stage.hasFailed(), 20'000);
+    QTRY_VERIFY_WITH_TIMEOUT(stage.hasFailed(), 60'000);
     QVERIFY2(stage.failure().cause == cause,
              qPrintable(u"%1: %2"_s.arg(int(stage.failure().cause)).arg(stage.failure().description)));
     QCOMPARE(shown.count(), 0);
@@ -97,6 +98,14 @@ void VideoStreamTest::aSilentServerTimesOut()
     m_server->hold(u"/index.m3u8"_s);
     VideoStage stage(authority());
     expectFailure(stage, m_server->url(u"/index.m3u8"_s), Cause::TimedOut);
+}
+
+void VideoStreamTest::aTricklingServerTimesOut()
+{
+    m_server->trickle(u"/index.m3u8"_s);
+    VideoStage stage(authority());
+    expectFailure(stage, m_server->url(u"/index.m3u8"_s), Cause::TimedOut);
+    QTRY_COMPARE(m_server->openConnections(), 0);
 }
 
 void VideoStreamTest::aStrangersCertificateIsRefused()

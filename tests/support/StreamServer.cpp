@@ -3,8 +3,10 @@
 #include <QFile>
 #include <QSslConfiguration>
 #include <QSslKey>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -45,13 +47,27 @@ void StreamServer::serve(QTcpSocket* socket)
         m_requests.append(path);
         if (m_held.contains(path))
             continue;
-        const QByteArray answer = answerTo(path);
-        const bool isWhole = !m_stalled.contains(path) && !m_cut.contains(path);
-        socket->write(isWhole ? answer : answer.left(answer.size() / 2));
-        if (m_cut.contains(path))
-            socket->disconnectFromHost();
+        send(socket, path);
     }
     socket->setProperty("waiting", waiting);
+}
+
+void StreamServer::send(QTcpSocket* socket, const QString& path)
+{
+    const QByteArray answer = answerTo(path);
+    if (m_trickling.contains(path)) {
+        const qsizetype head = answer.indexOf("\r\n\r\n") + 4;
+        socket->write(answer.left(head));
+        auto* const timer = new QTimer(socket);
+        connect(timer, &QTimer::timeout, socket,
+                [socket, rest = answer.mid(head)]() mutable { socket->write(rest.left(1)), rest.remove(0, 1); });
+        timer->start(1s);
+        return;
+    }
+    const bool isWhole = !m_stalled.contains(path) && !m_cut.contains(path);
+    socket->write(isWhole ? answer : answer.left(answer.size() / 2));
+    if (m_cut.contains(path))
+        socket->disconnectFromHost();
 }
 
 QByteArray StreamServer::answerTo(const QString& path) const

@@ -33,6 +33,9 @@ public:
     void stall(const QString& path) { m_stalled.append(path); }
     void cut(const QString& path) { m_cut.append(path); }
 
+    /** Announces the whole and sends a byte of it each second. */
+    void trickle(const QString& path) { m_trickling.append(path); }
+
     qsizetype openConnections() const { return m_server.findChildren<QTcpSocket*>().size(); }
 
     /** The paths asked for, in order. */
@@ -40,6 +43,7 @@ public:
 
 private:
     void serve(QTcpSocket* socket);
+    void send(QTcpSocket* socket, const QString& path);
     QByteArray answerTo(const QString& path) const;
 
     QSslServer m_server;
@@ -49,5 +53,6 @@ private:
     QStringList m_held;
     QStringList m_stalled;
     QStringList m_cut;
+    QStringList m_trickling;
     QStringList m_requests;
 };
