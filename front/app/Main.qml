@@ -1,6 +1,7 @@
 import QtQuick
 import Quillmere.App
 import Quillmere.Front
+import Quillmere.News
 import Quillmere.Playback
 import Quillmere.Screen
 import Quillmere.Shop
@@ -23,6 +24,14 @@ ScreenWindow {
 
             // Qt 6.4 lets no Loader make a component that is bound to its context, so the linter is told to trust these.
             // qmllint disable unqualified
+            newsScreen: Component {
+                NewsView {
+                    store: window.app.store
+                    hub: window.app.hub
+                    timepiece: window.app.timepiece
+                }
+            }
+
             shopScreen: Component {
                 RewinderyView {
                     store: window.app.store
