@@ -91,6 +91,8 @@ Item {
             height: 40
 
             Icon {
+                id: sign
+
                 anchors.verticalCenter: parent.verticalCenter
                 width: 34
                 height: 34
@@ -101,7 +103,7 @@ Item {
             Text {
                 id: elapsed
 
-                x: 52
+                x: sign.name === Icon.None ? 0 : 52
                 anchors.verticalCenter: parent.verticalCenter
                 text: transport.controls.elapsedText
                 font: Typography.monospaced(30, Font.DemiBold)

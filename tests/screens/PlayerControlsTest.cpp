@@ -12,6 +12,7 @@ private Q_SLOTS:
     void theWheelTurnsAfterHalfASecond();
     void theTransportIsHiddenUntilAKeyIsPressed();
     void theTransportSaysWhatPlaysAndWhere();
+    void withoutASignTheTimeStandsAtTheEdge();
     void theBarShowsWhatIsPlayedAndWhatIsThere();
     void theTransportHidesAfterFourSecondsAndThenDrawsNothing();
     void aPausedTapeKeepsItsTransport();
@@ -69,6 +70,16 @@ void PlayerControlsTest::theTransportSaysWhatPlaysAndWhere()
     for (const QString& expected :
          {u"City Council Regular Meeting"_s, u"CHAMBER DRAMA · City Council"_s, u"10:05"_s, u"-52:00"_s, u"Paused"_s})
         QVERIFY2(words.contains(expected), qPrintable(expected + u" is not among "_s + words.join(u", "_s)));
+}
+
+void PlayerControlsTest::withoutASignTheTimeStandsAtTheEdge()
+{
+    m_house = std::make_unique<TapePlayerHouse>(TapePlayerHouse::tape());
+    m_house->press(Qt::Key_Up);
+    QVERIFY(m_house->text(u"Loading…"_s));
+    QCOMPARE(Stage::area(m_house->text(u"0:00"_s)).left(), 80.0);
+    m_house->play();
+    QCOMPARE(Stage::area(m_house->text(u"10:05"_s)).left(), 132.0);
 }
 
 void PlayerControlsTest::theBarShowsWhatIsPlayedAndWhatIsThere()
