@@ -59,11 +59,11 @@ Step startHub()
     return [](Stage& stage) { stage.hub.start(); };
 }
 
-Step waitToRead(const QRectF& area, const QString& text)
+Step waitFor(const Sight& sight)
 {
     return [=](Stage& stage) {
-        if (!stage.room.waitForText(area, text, 60s))
-            throw std::runtime_error(("There never stood \""_L1 + text + "\"."_L1).toStdString());
+        if (!stage.room.screen().waitUntil([&](const QImage& picture) { return sight.holds(stage, picture); }, 60s))
+            throw std::runtime_error(("It was never seen that "_L1 + sight.what + u'.').toStdString());
     };
 }
 

@@ -19,6 +19,6 @@ Step calm();
 Step stopHub();
 Step startHub();
 /** Waits for what takes longer than the way to a state does. */
-Step waitToRead(const QRectF& area, const QString& text);
+Step waitFor(const Sight& sight);
 
 } // namespace tour

@@ -84,7 +84,7 @@ QList<State> inTrouble()
          {reads(message, u"The connection was refused."_s), reads(message, back)}},
         {u"tape, the hub goes while it plays"_s,
          {press(u"select"_s), startHub(), fault(u"/recordings/[a-z-]*/segment-001.ts"_s, u"stall"_s),
-          press(u"select"_s), waitToRead(message, u"00:03"_s), stopHub(), waitToRead(message, u"TRACKING"_s)},
+          press(u"select"_s), waitFor(plays()), stopHub(), waitFor(reads(message, u"TRACKING"_s))},
          {reads(message, u"The connection was refused."_s), reads(message, back)}},
         {u"front, back from the tapes"_s,
          {startHub(), press(u"back"_s, 3)},
