@@ -30,25 +30,62 @@ QString onOneLine(QString text)
     return text;
 }
 
-/** How a code point changes how deep the text is nested in directions of its own. */
-int nesting(char32_t point)
+/** Follows a line code point by code point and tells where it runs the way that it does as a whole. */
+class Flow
 {
-    switch (QChar::direction(point)) {
-    case QChar::DirLRE:
-    case QChar::DirRLE:
-    case QChar::DirLRO:
-    case QChar::DirRLO:
-    case QChar::DirLRI:
-    case QChar::DirRLI:
-    case QChar::DirFSI:
-        return 1;
-    case QChar::DirPDF:
-    case QChar::DirPDI:
-        return -1;
-    default:
-        return 0;
+public:
+    explicit Flow(bool runsLeft) : m_runsLeft(runsLeft) {}
+
+    void follow(char32_t point)
+    {
+        switch (QChar::direction(point)) {
+        case QChar::DirLRE:
+        case QChar::DirRLE:
+        case QChar::DirLRO:
+        case QChar::DirRLO:
+        case QChar::DirLRI:
+        case QChar::DirRLI:
+        case QChar::DirFSI:
+            ++m_depth;
+            break;
+        case QChar::DirPDF:
+        case QChar::DirPDI:
+            m_depth = std::max(0, m_depth - 1);
+            m_isAgainst = true; // as what follows may join what was nested
+            break;
+        case QChar::DirL:
+            meet(!m_runsLeft);
+            break;
+        case QChar::DirR:
+        case QChar::DirAL:
+            meet(m_runsLeft);
+            break;
+        case QChar::DirEN:
+            if (m_runsLeft)
+                meet(false);
+            break;
+        case QChar::DirAN:
+            meet(false);
+            break;
+        default:
+            break;
+        }
     }
-}
+
+    /** Spaces and signs after a letter that runs with the line do so, too. */
+    bool isWithTheLine() const { return m_depth == 0 && !m_isAgainst; }
+
+private:
+    void meet(bool isWithTheLine)
+    {
+        if (m_depth == 0)
+            m_isAgainst = !isWithTheLine;
+    }
+
+    bool m_runsLeft;
+    bool m_isAgainst = false;
+    int m_depth = 0; ///< of texts with a direction of their own
+};
 
 /**
  * The ticker's line as far as it must be known to draw its left edge. A line that runs from the left begins there, one
@@ -83,25 +120,23 @@ private:
 
     qsizetype firstCut(qsizetype from) const
     {
-        int depth = 0;
+        Flow flow(m_runsLeft);
         for (qsizetype place = 0; place < size(); ++place) {
-            // With this letter, since spaces at the end of a line run as the line does and not as what they follow.
-            if (place >= from && depth == 0 && QChar::direction(m_points.at(place)) == QChar::DirL)
+            flow.follow(m_points.at(place));
+            if (place + 1 >= from && flow.isWithTheLine())
                 return place + 1;
-            depth = std::max(0, depth + nesting(m_points.at(place)));
         }
         return size();
     }
 
     qsizetype lastCut(qsizetype upTo) const
     {
-        int depth = 0;
+        Flow flow(m_runsLeft);
         qsizetype cut = 0;
         for (qsizetype place = 0; place <= upTo; ++place) {
-            const QChar::Direction direction = QChar::direction(m_points.at(place));
-            if (depth == 0 && (direction == QChar::DirR || direction == QChar::DirAL))
+            flow.follow(m_points.at(place));
+            if (flow.isWithTheLine())
                 cut = place;
-            depth = std::max(0, depth + nesting(m_points.at(place)));
         }
         return cut;
     }

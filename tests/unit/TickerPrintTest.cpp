@@ -100,6 +100,14 @@ void TickerPrintTest::itIsTheLeftEdgeOfTheWholeLine_data()
     QTest::newRow("marked to be the other way") << u"5 NEWS \u202E"_s + words(3000) + u"\u202C"_s + words(3000);
     QTest::newRow("isolated") << u"5 NEWS \u2067"_s + (words(100) + arabic).repeated(20) + u"\u2069"_s + words(3000);
     QTest::newRow("emoji") << (families + u" ✓ 📺 "_s).repeated(50);
+    QTest::newRow("emoji, long") << (families + u" ✓ 📺 "_s).repeated(400);
+    QTest::newRow("emoji from the right, long") << arabic + (families + u" ✓ 📺 "_s).repeated(400) + arabic;
+    QTest::newRow("signs within a run the other way")
+        << u"5 NEWS "_s + (arabic + u"!? · "_s).repeated(200) + words(3000);
+    QTest::newRow("nested, then signs") << u"5 NEWS \u202B"_s + arabic.repeated(60) + u"\u202C"_s +
+                                               u"!? · "_s.repeated(100) + arabic;
+    QTest::newRow("a long number from the right") << arabic + u"0123456789"_s.repeated(500) + u" "_s + arabic;
+    QTest::newRow("Arabic digits") << u"5 NEWS "_s + u"٠١٢٣٤٥ "_s.repeated(500) + words(2000);
     QTest::newRow("Chinese") << u"五点钟新闻"_s.repeated(300);
     QTest::newRow("many marks") << (u"e"_s + QString(40, QChar(0x301))).repeated(400);
     QTest::newRow("nothing") << QString();
