@@ -16,10 +16,8 @@ FocusSection {
     readonly property real sidePadding: 50
     readonly property real padding: 14
     readonly property real spacing: 18
-    // Room for a plate that has grown.
-    readonly property real growth: 10
 
-    implicitHeight: 64 + 2 * padding
+    implicitHeight: plates.height + 2 * padding
 
     TunerList {
         id: list
@@ -37,33 +35,27 @@ FocusSection {
         }
     }
 
-    StationLabel {
-        id: caption
-
-        x: strip.sidePadding
-        anchors.verticalCenter: parent.verticalCenter
-        text: NewsTexts.channels
-        size: 20
-        color: StationPalette.faded(StationPalette.parchment, 0.6)
-    }
-
     ScrollArea {
-        id: room
-
-        anchors.left: caption.right
-        anchors.leftMargin: strip.spacing - strip.growth
-        anchors.right: parent.right
-        height: parent.height
+        anchors.fill: parent
         orientation: Qt.Horizontal
         // More than the space between two plates, so that the next one is seen coming.
         lead: 300
-        contentExtent: strip.growth + plates.width + strip.sidePadding
-        clip: contentExtent > width
+        contentExtent: plates.x + plates.width + strip.sidePadding
+
+        StationLabel {
+            id: caption
+
+            x: strip.sidePadding
+            anchors.verticalCenter: parent.verticalCenter
+            text: NewsTexts.channels
+            size: 20
+            color: StationPalette.faded(StationPalette.parchment, 0.6)
+        }
 
         LazyStack {
             id: plates
 
-            x: strip.growth
+            x: caption.x + caption.width + strip.spacing
             y: strip.padding
             height: 64
             orientation: Qt.Horizontal
