@@ -53,7 +53,6 @@ FocusScreen {
             program: view.store.status.news.programTitle
             note: view.store.status.news.programNote
             tagline: view.store.status.news.tagline
-            ticker: view.store.status.news.ticker
         }
     }
 

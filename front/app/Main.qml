@@ -29,6 +29,7 @@ ScreenWindow {
                     store: window.app.store
                     hub: window.app.hub
                     timepiece: window.app.timepiece
+                    onAppeared: window.app.preparePlayer()
                 }
             }
 
