@@ -1,0 +1,147 @@
+#include "BroadcastStage.h"
+#include "StationPalette.h"
+#include "Typography.h"
+
+#include <QTest>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString nothing = u"no broadcast scheduled"_s;
+const QString soon = u"2025-01-01T12:00:05Z"_s; // the clock stands at noon
+
+NewsStatus newsOf(const QString& nextBroadcast, const QString& label)
+{
+    NewsStatus news;
+    news.nextBroadcast = nextBroadcast;
+    news.nextBroadcastLabel = label;
+    return news;
+}
+
+struct Scene : BroadcastStage
+{
+    explicit Scene(const QString& nextBroadcast, const QString& label = u"Tonight at five"_s,
+                   const QString& width = u"implicitWidth"_s)
+        : BroadcastStage(u"property bool sight: true; Item { visible: canvas.sight; Countdown { x: 100; y: 100; width: "
+                         "%1; nextBroadcast: canvas.news.nextBroadcast; label: canvas.news.nextBroadcastLabel; "
+                         "timepiece: canvas.timepiece } }"_s.arg(width),
+                         {1920, 1080}, newsOf(nextBroadcast, label))
+    {}
+
+    QList<QQuickItem*> rows() const { return Stage::texts(first("Countdown")); }
+
+    QStringList words() const
+    {
+        QStringList words;
+        const auto texts = rows();
+        for (const QQuickItem* text : texts)
+            words.append(text->property("text").toString());
+        return words;
+    }
+};
+
+} // namespace
+
+/** The countdown on the glass: its texts, where they stand, and what its ticking draws. */
+class CountdownTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theRemainingTimeStandsOverTheLabel();
+    void aPassedBroadcastIsTheLastOnTheSchedule();
+    void withoutABroadcastThereIsOneRow();
+    void theRowsAreCentredTenPointsApart();
+    void itIsDrawnOnceASecond();
+    void outOfSightItRests();
+    void aLongLabelFoldsAndEnds();
+};
+
+void CountdownTest::theRemainingTimeStandsOverTheLabel()
+{
+    const Scene scene(u"2025-01-02T13:01:01Z"_s);
+    const QString time = u"1d 01:01:01"_s;
+    const QString label = u"Tonight at five"_s;
+    QCOMPARE(scene.words(), (QStringList{time, label}));
+    QCOMPARE(scene.fontOf(time), Typography::monospaced(64, QFont::Bold, 0));
+    QCOMPARE(scene.colorOf(time).rgba(), StationPalette::brick().rgba());
+    QCOMPARE(scene.fontOf(label), Typography::standard(24));
+    QCOMPARE(scene.colorOf(label).rgba(), StationPalette::faded(StationPalette::parchment(), 0.7).rgba());
+}
+
+void CountdownTest::aPassedBroadcastIsTheLastOnTheSchedule()
+{
+    const Scene scene(u"2025-01-01T12:00:00Z"_s);
+    const QString last = u"last on the schedule · Tonight at five"_s;
+    QCOMPARE(scene.words(), (QStringList{nothing, last}));
+    QCOMPARE(scene.fontOf(nothing), Typography::standard(28));
+    QCOMPARE(scene.colorOf(nothing).rgba(), StationPalette::faded(StationPalette::parchment(), 0.65).rgba());
+    QCOMPARE(scene.fontOf(last), Typography::standard(22));
+    QCOMPARE(scene.colorOf(last).rgba(), StationPalette::faded(StationPalette::parchment(), 0.4).rgba());
+}
+
+void CountdownTest::withoutABroadcastThereIsOneRow()
+{
+    const Scene scene(u"2025-06-03 17:00"_s);
+    QCOMPARE(scene.words(), QStringList{nothing});
+    QCOMPARE(scene.first("Countdown")->height(), scene.text(nothing)->height());
+    QCOMPARE(scene.first("Countdown")->width(), scene.text(nothing)->implicitWidth());
+}
+
+void CountdownTest::theRowsAreCentredTenPointsApart()
+{
+    const Scene scene(soon);
+    const auto rows = scene.rows();
+    QCOMPARE(rows.size(), 2);
+    const QRectF whole = scene.area(scene.first("Countdown"));
+    QCOMPARE(scene.area(rows.at(1)).top() - scene.area(rows.at(0)).bottom(), 10.0);
+    QCOMPARE(whole.bottom(), scene.area(rows.at(1)).bottom());
+    for (const QQuickItem* row : rows) {
+        QCOMPARE(row->property("horizontalAlignment").toInt(), int(Qt::AlignHCenter));
+        QCOMPARE(scene.area(row).center().x(), whole.center().x());
+    }
+    // What counts down is the wider one, and the countdown no wider.
+    QCOMPARE(whole.width(), rows.at(0)->implicitWidth());
+}
+
+void CountdownTest::itIsDrawnOnceASecond()
+{
+    Scene scene(soon);
+    scene.stage.settle();
+    int frames = scene.stage.frames();
+    for (const QString& time : {u"00:00:04"_s, u"00:00:03"_s, u"00:00:02"_s}) {
+        scene.clock.advance(999ms);
+        scene.stage.settle();
+        QCOMPARE(scene.stage.frames(), frames);
+        scene.clock.advance(1ms);
+        QCOMPARE(scene.words().constFirst(), time);
+        scene.stage.settle();
+        QCOMPARE(scene.stage.frames(), ++frames);
+    }
+}
+
+void CountdownTest::outOfSightItRests()
+{
+    Scene scene(soon);
+    QCOMPARE(scene.clock.pendingTimers(), 1);
+    scene.canvas->setProperty("sight", false);
+    QCOMPARE(scene.clock.pendingTimers(), 0);
+    scene.clock.advance(2s);
+    scene.canvas->setProperty("sight", true);
+    QCOMPARE(scene.clock.pendingTimers(), 1);
+    QCOMPARE(scene.words().constFirst(), u"00:00:03"_s);
+}
+
+void CountdownTest::aLongLabelFoldsAndEnds()
+{
+    const Scene scene(soon, u"a meeting of the council "_s.repeated(10'000), u"1320"_s);
+    const QQuickItem* label = scene.rows().at(1);
+    QCOMPARE(label->property("lineCount").toInt(), 2);
+    QVERIFY(label->property("truncated").toBool());
+    QCOMPARE(label->width(), 1320.0);
+    QVERIFY(label->property("contentWidth").toReal() <= 1320);
+}
+
+QTEST_MAIN(CountdownTest)
+#include "CountdownTest.moc"
