@@ -72,15 +72,15 @@ void SoftShadow::paint(QPainter& painter, const QSizeF& size) const
     const auto isAlike = [margin](double before, double now, double half) {
         return std::max(std::abs(before), std::abs(now)) <= half - margin;
     };
-    QImage image(pixels.size(), QImage::Format_ARGB32_Premultiplied);
-    for (int y = 0; y < image.height(); ++y) {
-        auto line = reinterpret_cast<QRgb*>(image.scanLine(y));
+    // Row by row, as the memory of a second picture costs more than its pixels.
+    QImage row(pixels.width(), 1, QImage::Format_ARGB32_Premultiplied);
+    auto* const line = reinterpret_cast<QRgb*>(row.bits());
+    painter.save();
+    painter.resetTransform();
+    for (int y = 0; y < pixels.height(); ++y) {
         const double pointY = first.y() + y * pointsAPixel.y();
-        if (y > 0 && isAlike(pointY - pointsAPixel.y(), pointY, half.y())) {
-            std::copy_n(line - image.bytesPerLine() / qsizetype(sizeof(QRgb)), image.width(), line);
-            continue;
-        }
-        for (int x = 0; x < image.width(); ++x) {
+        const bool isRepeated = y > 0 && isAlike(pointY - pointsAPixel.y(), pointY, half.y());
+        for (int x = 0; x < row.width() && !isRepeated; ++x) {
             const QPointF point(first.x() + x * pointsAPixel.x(), pointY);
             if (x > 0 && isAlike(point.x() - pointsAPixel.x(), point.x(), half.x())) {
                 line[x] = line[x - 1];
@@ -89,10 +89,8 @@ void SoftShadow::paint(QPainter& painter, const QSizeF& size) const
             const double spreads = distanceOutside(point, half, m_radius) / m_spread;
             line[x] = colors[size_t((std::clamp(spreads, -1.0, 1.0) + 1) / 2 * steps)];
         }
+        painter.drawImage(pixels.left(), pixels.top() + y, row);
     }
-    painter.save();
-    painter.resetTransform();
-    painter.drawImage(pixels.topLeft(), image);
     painter.restore();
 }
 
