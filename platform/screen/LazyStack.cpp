@@ -72,6 +72,15 @@ void LazyStack::setExtent(qreal extent)
     Q_EMIT extentChanged();
 }
 
+void LazyStack::setMeasured(bool measured)
+{
+    if (m_isMeasured == measured)
+        return;
+    m_isMeasured = measured;
+    readModel();
+    Q_EMIT measuredChanged();
+}
+
 void LazyStack::setSpacing(qreal spacing)
 {
     if (m_spacing == spacing)
@@ -138,10 +147,8 @@ void LazyStack::readModel()
         // Until the area shows what has the focus, that would count as far away.
         const QScopedValueRollback populating(m_isPopulating, true);
         m_items.keep(before, m_rows, m_model, [this](QQuickItem& item, int row) { layOut(item, row); });
-        if (m_orientation == Qt::Vertical)
-            setImplicitHeight(m_rows.length());
-        else
-            setImplicitWidth(m_rows.length());
+        m_items.forEach([this](const QQuickItem& item, int) { measure(item); });
+        showLength();
         if (m_items.rowAround(focused) >= 0 && focused->mapToItem(this, QPointF()) != stood)
             moveFocus(screen, focused);
     }
@@ -211,8 +218,32 @@ void LazyStack::make(int row)
         return;
     // The programmer's mistake, which would be the same for every row.
     m_isRefused = !m_items.make(row, *m_delegate, m_model, [this](QQuickItem& item, int at) { layOut(item, at); });
+    if (QQuickItem* const item = m_items.at(row)) {
+        const auto changed = m_orientation == Qt::Vertical ? &QQuickItem::heightChanged : &QQuickItem::widthChanged;
+        connect(item, changed, this, [this, item] { measure(*item); });
+        measure(*item);
+    }
     if (row == m_place)
         rememberPlace();
+}
+
+/** The item's row becomes as long as it is, and the others move. */
+void LazyStack::measure(const QQuickItem& item)
+{
+    const int row = m_isMeasured ? m_items.rowAround(&item) : -1;
+    if (row < 0 || !m_rows.setExtent(row, m_orientation == Qt::Vertical ? item.height() : item.width()))
+        return;
+    m_items.forEach([this](QQuickItem& moved, int at) { layOut(moved, at); });
+    showLength();
+    populate();
+}
+
+void LazyStack::showLength()
+{
+    if (m_orientation == Qt::Vertical)
+        setImplicitHeight(m_rows.length());
+    else
+        setImplicitWidth(m_rows.length());
 }
 
 void LazyStack::layOut(QQuickItem& item, int row) const

@@ -21,7 +21,7 @@ class FocusScreen;
  * moves; two equal keys are told apart by their order.
  *
  * Lengths are points along `orientation`; an item is `extent` long, or as long as the role "extent" says where the model
- * has one. Screen thread only; its parent item owns it; a model that goes before it leaves it empty.
+ * has one; where items are `measured`, that is a guess which holds until the item is first made. Screen thread only; its parent item owns it; a model that goes before it leaves it empty.
  */
 class LazyStack : public QQuickItem
 {
@@ -31,6 +31,8 @@ class LazyStack : public QQuickItem
     Q_PROPERTY(QAbstractItemModel* model READ model WRITE setModel NOTIFY modelChanged FINAL)
     Q_PROPERTY(QQmlComponent* delegate READ delegate WRITE setDelegate NOTIFY delegateChanged FINAL)
     Q_PROPERTY(qreal extent READ extent WRITE setExtent NOTIFY extentChanged FINAL)
+    /** Whether items have lengths of their own. A row keeps the one it was found to have until the model changes. */
+    Q_PROPERTY(bool measured READ isMeasured WRITE setMeasured NOTIFY measuredChanged FINAL)
     Q_PROPERTY(qreal spacing READ spacing WRITE setSpacing NOTIFY spacingChanged FINAL)
     /** How far beyond what is shown items exist, on either side. */
     Q_PROPERTY(qreal ahead READ ahead WRITE setAhead NOTIFY aheadChanged FINAL)
@@ -53,6 +55,8 @@ public:
     void setDelegate(QQmlComponent* delegate);
     qreal extent() const { return m_extent; }
     void setExtent(qreal extent);
+    bool isMeasured() const { return m_isMeasured; }
+    void setMeasured(bool measured);
     qreal spacing() const { return m_spacing; }
     void setSpacing(qreal spacing);
     qreal ahead() const { return m_ahead; }
@@ -76,6 +80,7 @@ Q_SIGNALS:
     void modelChanged();
     void delegateChanged();
     void extentChanged();
+    void measuredChanged();
     void spacingChanged();
     void aheadChanged();
     void placeChanged();
@@ -94,7 +99,9 @@ private:
     void populate();
     void discardFar();
     void make(int row);
+    void measure(const QQuickItem& item);
     void layOut(QQuickItem& item, int row) const;
+    void showLength();
     void showPlaceAtOnce();
     void rememberPlace() const;
     void focusPlace(FocusScreen* screen);
@@ -107,6 +114,7 @@ private:
     QPointer<QAbstractItemModel> m_model;
     QPointer<QQmlComponent> m_delegate;
     qreal m_extent = 0;
+    bool m_isMeasured = false;
     qreal m_spacing = 0;
     qreal m_ahead = 0;
     int m_place = -1;

@@ -57,14 +57,21 @@ void StackItems::keep(const StackRows& before, const StackRows& after, const QAb
     }
     for (QQuickItem* item : std::as_const(left))
         discard(item);
-    const auto kept = m_items;
-    for (auto i = kept.cbegin(); i != kept.cend(); ++i) {
-        if (at(i.key()) != i.value())
-            continue; // the model has changed again
-        layOut(*i.value(), i.key());
-        const QVariantMap fresh = values(*i.value(), model, i.key());
+    forEach([&](QQuickItem& item, int row) {
+        layOut(item, row);
+        const QVariantMap fresh = values(item, model, row);
         for (auto value = fresh.cbegin(); value != fresh.cend(); ++value)
-            QQmlProperty::write(i.value(), value.key(), value.value());
+            QQmlProperty::write(&item, value.key(), value.value());
+    });
+}
+
+void StackItems::forEach(const std::function<void(QQuickItem&, int)>& visit) const
+{
+    const auto items = m_items;
+    for (auto i = items.cbegin(); i != items.cend(); ++i) {
+        // What is done to one may change the model once more.
+        if (at(i.key()) == i.value())
+            visit(*i.value(), i.key());
     }
 }
 

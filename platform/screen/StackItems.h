@@ -37,6 +37,8 @@ public:
     void keep(const StackRows& before, const StackRows& after, const QAbstractItemModel* model,
               const std::function<void(QQuickItem&, int)>& layOut);
 
+    void forEach(const std::function<void(QQuickItem&, int row)>& visit) const;
+
     void discardUnless(const std::function<bool(int row)>& isWanted);
 
 private:

@@ -28,6 +28,19 @@ StackRows::StackRows(const QAbstractItemModel* model, qreal extent, qreal spacin
     }
 }
 
+bool StackRows::setExtent(int row, qreal extent)
+{
+    const qreal more = extent - (m_rows.at(row).last - m_rows.at(row).first);
+    if (more == 0)
+        return false;
+    m_rows[row].last += more;
+    for (auto after = m_rows.begin() + row + 1; after != m_rows.end(); ++after) {
+        after->first += more;
+        after->last += more;
+    }
+    return true;
+}
+
 StackRows::Span StackRows::between(qreal first, qreal last) const
 {
     const auto begin =

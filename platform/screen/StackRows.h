@@ -47,6 +47,9 @@ public:
     const Row& at(int row) const { return m_rows.at(row); }
     qreal length() const { return m_rows.isEmpty() ? 0 : m_rows.constLast().last; }
 
+    /** Makes a row this long, and moves those after it; answers whether it was of another length. */
+    bool setExtent(int row, qreal extent);
+
     /** The rows of which something lies between two points. */
     Span between(qreal first, qreal last) const;
 
