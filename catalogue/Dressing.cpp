@@ -1,5 +1,6 @@
 #include "Dressing.h"
 
+#include "Blanks.h"
 #include "DateLabel.h"
 #include "DressingTables.h"
 #include "Graphemes.h"
@@ -30,25 +31,10 @@ quint32 hashOn(quint32 hash, QStringView text)
     return hash;
 }
 
-/** Spaces of every kind and the tab, but no line break; all of them are in the basic plane. */
-bool isBlank(QChar unit)
-{
-    return unit == u'\t' || unit == u' ' || (unit.unicode() >= 0x80 && unit.category() == QChar::Separator_Space);
-}
-
-QStringView trim(QStringView text)
-{
-    while (!text.isEmpty() && isBlank(text.front()))
-        text = text.sliced(1);
-    while (!text.isEmpty() && isBlank(text.back()))
-        text.chop(1);
-    return text;
-}
-
 /** The trimmed text, which shares its storage with `text` when nothing was there to trim. */
 QString trimmed(const QString& text)
 {
-    const QStringView rest = trim(text);
+    const QStringView rest = Blanks::trimmed(text);
     return rest.size() == text.size() ? text : rest.toString();
 }
 
@@ -82,7 +68,7 @@ QStringView firstPiece(QStringView title)
 
 QString nameFrom(const QString& title)
 {
-    const QStringView name = trim(firstPiece(title));
+    const QStringView name = Blanks::trimmed(firstPiece(title));
     if (name.isEmpty() || name.size() == title.size())
         return title;
     return Graphemes::count(name) < Graphemes::count(title) ? name.toString() : title;
@@ -100,7 +86,7 @@ QStringView withoutName(QStringView title, QStringView bodyName)
     QStringView rest = title.sliced(Graphemes::lengthOf(title, characters).value_or(title.size()));
     while (!rest.isEmpty() && isStrippedFromSpine(rest.front()) && Graphemes::isWholeCharacter(rest, 0))
         rest = rest.sliced(1);
-    return trim(rest);
+    return Blanks::trimmed(rest);
 }
 
 /** The names of a tape's cassette, with the lower-cased forms that more than one step looks at. */

@@ -56,6 +56,14 @@ constexpr Row rows[] = {
     {u"paintShelfCard/1080p", u"shelf card, 1080p", u"fillAndCompose/1080p", u"filling and laying down one image", 3},
     {u"paintShelfCard/1620p", u"shelf card, 1620p", u"fillAndCompose/1620p", u"filling and laying down one image", 0},
     {u"paintShelfCard/2160p", u"shelf card, 2160p", u"fillAndCompose/2160p", u"filling and laying down one image", 0},
+    {u"reflowAscii/500", u"a transcript of 0.5 MB", u"splitAscii/5000", u"splitting 5 MB into lines", 0},
+    {u"reflowAscii/1000", u"a transcript of 1 MB", u"splitAscii/5000", u"splitting 5 MB into lines", 0},
+    {u"reflowAscii/2000", u"a transcript of 2 MB", u"splitAscii/5000", u"splitting 5 MB into lines", 0},
+    {u"reflowAscii/5000", u"a transcript of 5 MB", u"splitAscii/5000", u"splitting 5 MB into lines", 150},
+    {u"reflowMixedScripts/500", u"mixed scripts, 0.5 MB", u"splitAscii/5000", u"splitting 5 MB into lines", 0},
+    {u"reflowMixedScripts/1000", u"mixed scripts, 1 MB", u"splitAscii/5000", u"splitting 5 MB into lines", 0},
+    {u"reflowMixedScripts/2000", u"mixed scripts, 2 MB", u"splitAscii/5000", u"splitting 5 MB into lines", 0},
+    {u"reflowMixedScripts/5000", u"mixed scripts, 5 MB", u"splitAscii/5000", u"splitting 5 MB into lines", 150},
     {u"paintCrowdedCard", u"crowded card, 1080p", u"fillAndCompose/1080p", u"filling and laying down one image", 0},
 };
 

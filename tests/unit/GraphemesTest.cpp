@@ -1,5 +1,6 @@
 #include "Graphemes.h"
 
+#include <QFile>
 #include <QTest>
 
 #include <thread>
@@ -68,6 +69,33 @@ private Q_SLOTS:
         QFETCH(QString, text);
         QFETCH(bool, isWhole);
         QCOMPARE(Graphemes::isWholeCharacter(text, 1), isWhole);
+    }
+
+    void theOfficialCasesOfUnicodeAreCountedRight()
+    {
+        QFile file(QStringLiteral(QUILLMERE_GRAPHEME_CASES));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        int cases = 0;
+        while (!file.atEnd()) {
+            // Of the form "÷ 0020 × 0308 ÷ 0020 ÷ # why".
+            const QString line = QString::fromUtf8(file.readLine()).section(u'#', 0, 0).trimmed();
+            if (line.isEmpty())
+                continue;
+            ++cases;
+            QString text;
+            QList<qsizetype> ends;
+            for (const QString& word : line.split(u' ')) {
+                const char32_t point = word.toUInt(nullptr, 16);
+                if (point != 0)
+                    text += QString::fromUcs4(&point, 1);
+                else if (word == u"÷"_s && !text.isEmpty())
+                    ends.append(text.size());
+            }
+            QVERIFY2(Graphemes::count(text) == ends.size(), qPrintable(line));
+            for (qsizetype i = 0; i < ends.size(); ++i)
+                QVERIFY2(Graphemes::lengthOf(text, i + 1) == ends[i], qPrintable(line));
+        }
+        QCOMPARE(cases, 602);
     }
 
     void threadsDoNotDisturbEachOther()

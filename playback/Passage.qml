@@ -1,0 +1,61 @@
+import QtQuick
+import Quillmere.Front
+import Quillmere.Screen
+
+// One paragraph of a transcript.
+Focusable {
+    id: passage
+
+    required property string text
+
+    property real lift: activeFocus ? 1 : 0
+
+    Accessible.role: Accessible.Paragraph
+    Accessible.name: text
+    Accessible.focusable: true
+    Accessible.focused: activeFocus
+    implicitHeight: words.implicitHeight + 2 * words.y
+
+    // No painted plates, as a paragraph may be far taller than the display and its picture with it.
+    Rectangle {
+        anchors.fill: parent
+        visible: passage.lift > 0
+        opacity: passage.lift
+        radius: 10
+        color: StationPalette.faded(StationPalette.amber, 0.35)
+    }
+
+    Rectangle {
+        width: 6
+        height: parent.height
+        visible: passage.lift > 0
+        opacity: passage.lift
+        radius: 2
+        color: StationPalette.teal
+    }
+
+    // Not aligned: so each stands at the side on which its own script begins.
+    Text {
+        id: words
+
+        x: 24
+        y: 16
+        width: parent.width - 2 * x
+        text: passage.text
+        font: Typography.standard(30)
+        color: StationPalette.inkNavy
+        opacity: 0.72 + 0.28 * passage.lift
+        wrapMode: Text.Wrap
+        textFormat: Text.PlainText
+        Accessible.ignored: true
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+
+    Behavior on lift {
+        NumberAnimation {
+            duration: StationMotion.liftTime
+            easing.type: Easing.OutQuad
+        }
+    }
+}

@@ -1,0 +1,136 @@
+import QtQuick
+import Quillmere.Catalogue
+import Quillmere.Front
+import Quillmere.Hub
+import Quillmere.Playback
+import Quillmere.Screen
+
+// What was said on a tape, to be read.
+ReadingScreen {
+    id: view
+
+    required property HubAPI hub
+
+    // Aliases, as a property of QML's own would not take a tape that equals the default one.
+    property alias tape: controller.tape
+    property alias cover: controller.cover
+
+    signal dismissed()
+
+    onAppeared: controller.appear()
+    onDisappeared: controller.disappear()
+
+    TranscriptController {
+        id: controller
+
+        hub: view.hub
+    }
+
+    FullBleed {
+        Rectangle {
+            anchors.fill: parent
+            color: StationPalette.cream
+        }
+    }
+
+    TranscriptHeader {
+        id: header
+
+        width: parent.width
+        transcript: controller
+    }
+
+    Item {
+        anchors.fill: parent
+        anchors.topMargin: header.height
+        // What is scrolled up goes under the header.
+        clip: true
+
+        ScrollArea {
+            id: page
+
+            readonly property real margin: 40
+
+            anchors.fill: parent
+            visible: controller.state === TranscriptController.Ready
+            contentExtent: passages.height + 2 * margin
+            lead: margin
+
+            LazyStack {
+                id: passages
+
+                x: 110
+                y: page.margin
+                width: parent.width - 2 * x
+                model: controller.passages
+                measured: true
+                // Four lines and a half.
+                extent: 200
+                spacing: 26
+                ahead: 400
+                onHeld: row => passages.place = row
+
+                Passage {
+                    width: passages.width
+                }
+            }
+        }
+
+        ScrollIndicator {
+            anchors.top: parent.top
+            anchors.bottom: parent.bottom
+            anchors.right: parent.right
+            anchors.margins: 40
+            area: page
+        }
+
+        Column {
+            anchors.centerIn: parent
+            visible: controller.state === TranscriptController.Loading
+            spacing: 40
+
+            Spinner {
+                anchors.horizontalCenter: parent.horizontalCenter
+                scale: 1.5
+                color: StationPalette.inkNavy
+            }
+
+            Text {
+                text: TranscriptTexts.pulling
+                font: Typography.standard(28)
+                color: StationPalette.faded(StationPalette.inkNavy, 0.6)
+                textFormat: Text.PlainText
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+
+        Column {
+            anchors.centerIn: parent
+            width: parent.width - 400
+            visible: controller.state === TranscriptController.Empty
+            spacing: 40
+
+            Text {
+                width: parent.width
+                text: controller.message
+                font: Typography.standard(30)
+                color: StationPalette.faded(StationPalette.inkNavy, 0.7)
+                horizontalAlignment: Text.AlignHCenter
+                wrapMode: Text.Wrap
+                elide: Text.ElideRight
+                maximumLineCount: 12
+                textFormat: Text.PlainText
+                Accessible.role: Accessible.AlertMessage
+                Accessible.name: text
+            }
+
+            PlateButton {
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: TranscriptTexts.backToTheTape
+                size: 26
+                onSelected: view.dismissed()
+            }
+        }
+    }
+}

@@ -1,0 +1,218 @@
+#include "Reflow.h"
+
+#include "Blanks.h"
+#include "Graphemes.h"
+
+#include <QRandomGenerator>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype limit = 420;
+
+/** What a text may be made of, by code points; many marks and joiners, as these decide where a character ends. */
+constexpr char32_t letters[] = {
+    U'a',          U'Z',          U'7',          U'-',          U' ',          U'\t',         U'\0',
+    U'\u00A0',     U'\u00E9',     U'\u00DF',     U'\u0301',     U'\u0308',     U'\u0600',     U'\u06DD',
+    U'\u0627',     U'\u0644',     U'\u05D0',     U'\u05B8',     U'\u0939',     U'\u093F',     U'\u094D',
+    U'\u0E33',     U'\u0EB3',     U'\u1100',     U'\u1161',     U'\u11A8',     U'\uAC00',     U'\uAC01',
+    U'\u200B',     U'\u200C',     U'\u200D',     U'\u202E',     U'\u2603',     U'\u3000',     U'\u3042',
+    U'\u6E2F',     U'\uFE0F',     U'\uFFFD',     U'\U0001F1FA', U'\U0001F1F8', U'\U0001F44D', U'\U0001F3FD',
+    U'\U0001F469', U'\U0001F3F3', U'\U000110BD', U'\U0001D400'};
+constexpr char16_t lineBreaks[] = {u'\n', u'\v', u'\f', u'\r', u'\u0085', u'\u2028', u'\u2029'};
+
+QString randomText(QRandomGenerator& random)
+{
+    QString text;
+    const int length = random.bounded(400);
+    for (int i = 0; i < length; ++i) {
+        const int kind = random.bounded(40);
+        if (kind == 0)
+            text += QChar(lineBreaks[random.bounded(int(std::size(lineBreaks)))]);
+        else if (kind == 1)
+            text += QChar(char16_t(0xD800 + random.bounded(0x800))); // half a pair
+        else
+            text += QString::fromUcs4(&letters[random.bounded(int(std::size(letters)))], 1);
+    }
+    return text;
+}
+
+/** The lines that are to be read, found in another way than the reflow finds them. */
+QStringList linesOf(QString text)
+{
+    for (const char16_t lineBreak : lineBreaks)
+        text.replace(QChar(lineBreak), u"\n"_s);
+    QStringList lines;
+    for (const QString& piece : text.split(u'\n')) {
+        const QString line = Blanks::trimmed(piece).toString();
+        if (!line.isEmpty())
+            lines.append(line);
+    }
+    return lines;
+}
+
+/** The reflow word for word: after each line the whole paragraph is counted anew. */
+QStringList slowParagraphs(const QStringList& lines, qsizetype limit)
+{
+    QStringList result;
+    QString paragraph;
+    for (const QString& line : lines) {
+        paragraph = paragraph.isEmpty() ? line : paragraph + u' ' + line;
+        if (Graphemes::count(paragraph) >= limit)
+            result.append(std::exchange(paragraph, {}));
+    }
+    return paragraph.isEmpty() ? result : result << paragraph;
+}
+
+} // namespace
+
+/** Caption text made into paragraphs. */
+class ReflowTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void linesAreJoinedBySpaces_data();
+    void linesAreJoinedBySpaces();
+    void aParagraphClosesWithTheLineThatFillsIt();
+    void aParagraphIsFullAtItsLimit_data();
+    void aParagraphIsFullAtItsLimit();
+    void aLineIsNeverCut();
+    void charactersAreCountedNotUnits();
+    void aSignThatJoinsTheSpaceCountsWithIt();
+    void randomTextsKeepTheRules();
+    void aWholeTranscriptIsReflowedInOnePass();
+    void whatIsTooLongToBeLaidOutIsCutBetweenWords_data();
+    void whatIsTooLongToBeLaidOutIsCutBetweenWords();
+};
+
+void ReflowTest::linesAreJoinedBySpaces_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QStringList>("paragraphs");
+    QTest::newRow("three short lines") << u"a\nb\n\nc"_s << QStringList{u"a b c"_s};
+    QTest::newRow("nothing") << QString() << QStringList();
+    QTest::newRow("only blanks") << u" \t\u00A0\u3000\n\n \r\n\t"_s << QStringList();
+    QTest::newRow("blank lines between") << u"a\n \t \n\t\nb"_s << QStringList{u"a b"_s};
+    QTest::newRow("blanks at the ends of lines") << u"  a \n\tb\t\n c"_s << QStringList{u"a b c"_s};
+    QTest::newRow("blanks within a line") << u"a  b\tc\nd"_s << QStringList{u"a  b\tc d"_s};
+    QTest::newRow("no line break at the end") << u"a"_s << QStringList{u"a"_s};
+    QTest::newRow("a line break at the end") << u"a\n"_s << QStringList{u"a"_s};
+    QTest::newRow("every line break") << u"a\nb\vc\fd\re\r\nf\u0085g\u2028h\u2029i"_s
+                                      << QStringList{u"a b c d e f g h i"_s};
+    QTest::newRow("separators that break no line") << u"a\u001Cb\u001Fc"_s << QStringList{u"a\u001Cb\u001Fc"_s};
+}
+
+void ReflowTest::linesAreJoinedBySpaces()
+{
+    QFETCH(const QString, text);
+    QTEST(Reflow::paragraphs(text, limit), "paragraphs");
+}
+
+void ReflowTest::aParagraphClosesWithTheLineThatFillsIt()
+{
+    const QString line = u"twenty characters it"_s;
+    const QStringList paragraphs = Reflow::paragraphs((line + u'\n').repeated(30), limit);
+    QCOMPARE(paragraphs.size(), 2);
+    QCOMPARE(paragraphs.first(), QStringList(21, line).join(u' '));
+    QCOMPARE(paragraphs.first().size(), 440);
+    QCOMPARE(paragraphs.last(), QStringList(9, line).join(u' '));
+}
+
+void ReflowTest::aParagraphIsFullAtItsLimit_data()
+{
+    QTest::addColumn<qsizetype>("first");
+    QTest::addColumn<QList<qsizetype>>("lengths");
+    // With its space the second line adds two, and the third two more.
+    QTest::newRow("one short") << limit - 3 << QList<qsizetype>{limit + 1};
+    QTest::newRow("just full") << limit - 2 << QList<qsizetype>{limit, 1};
+    QTest::newRow("full by the first line") << limit << QList<qsizetype>{limit, 3};
+}
+
+void ReflowTest::aParagraphIsFullAtItsLimit()
+{
+    QFETCH(const qsizetype, first);
+    QList<qsizetype> lengths;
+    for (const QString& paragraph : Reflow::paragraphs(QString(first, u'x') + u"\ny\nz"_s, limit))
+        lengths.append(paragraph.size());
+    QTEST(lengths, "lengths");
+}
+
+void ReflowTest::aLineIsNeverCut()
+{
+    const QString line(1000, u'x');
+    QCOMPARE(Reflow::paragraphs(line, limit), QStringList{line});
+    QCOMPARE(Reflow::paragraphs(u"a\n"_s + line + u"\nb"_s, limit), (QStringList{u"a "_s + line, u"b"_s}));
+}
+
+void ReflowTest::charactersAreCountedNotUnits()
+{
+    const QString family = u"\U0001F469\u200D\U0001F469\u200D\U0001F467\u200D\U0001F466"_s;
+    QCOMPARE(Reflow::paragraphs((family + u'\n').repeated(210), limit).size(), 1);
+    // With the spaces between them 211 families are 421 characters.
+    QCOMPARE(Reflow::paragraphs((family + u'\n').repeated(211), limit).size(), 1);
+    QCOMPARE(Reflow::paragraphs((family + u'\n').repeated(212), limit).size(), 2);
+}
+
+void ReflowTest::aSignThatJoinsTheSpaceCountsWithIt()
+{
+    const QString full(9, u'x');
+    QCOMPARE(Reflow::paragraphs(full + u"\ny\nz"_s, 11), (QStringList{full + u" y"_s, u"z"_s}));
+    // The one takes the space behind it into its character, the other the one before it.
+    QCOMPARE(Reflow::paragraphs(QString(8, u'x') + u"\u0600\ny\nz"_s, 11).size(), 1);
+    QCOMPARE(Reflow::paragraphs(QString(8, u'x') + u"\U000110BD\ny\nz"_s, 11).size(), 1);
+    QCOMPARE(Reflow::paragraphs(full + u"\n\u0301\nz"_s, 11).size(), 1);
+}
+
+void ReflowTest::randomTextsKeepTheRules()
+{
+    QRandomGenerator random(20260612);
+    for (int round = 0; round < 4000; ++round) {
+        const QString text = randomText(random);
+        const qsizetype full = 1 + random.bounded(60);
+        const QStringList lines = linesOf(text);
+        const QStringList paragraphs = Reflow::paragraphs(text, full);
+        for (qsizetype i = 0; i + 1 < paragraphs.size(); ++i)
+            QVERIFY(Graphemes::count(paragraphs[i]) >= full);
+        // No line is cut, and nothing but the spaces between them is added or lost.
+        QCOMPARE(paragraphs.join(u' '), lines.join(u' '));
+        QCOMPARE(paragraphs, slowParagraphs(lines, full));
+    }
+}
+
+void ReflowTest::aWholeTranscriptIsReflowedInOnePass()
+{
+    // Were the paragraph counted anew for each of its lines, this would take hours.
+    const QString text = u"é\n"_s.repeated(1'000'000);
+    const QStringList paragraphs = Reflow::paragraphs(text, text.size());
+    QCOMPARE(paragraphs.size(), 1);
+    QCOMPARE(paragraphs.first().size(), text.size() - 1);
+}
+
+void ReflowTest::whatIsTooLongToBeLaidOutIsCutBetweenWords_data()
+{
+    QTest::addColumn<QStringList>("paragraphs");
+    QTest::addColumn<QStringList>("passages");
+    const QStringList short_{u"one"_s, u"two words"_s, u"ten words."_s};
+    QTest::newRow("nothing") << QStringList() << QStringList();
+    QTest::newRow("none too long") << short_ << short_;
+    QTest::newRow("words") << QStringList{u"a"_s, u"an eleventh word follows"_s}
+                           << QStringList{u"a"_s, u"an "_s, u"eleventh "_s, u"word "_s, u"follows"_s};
+    QTest::newRow("no words") << QStringList{u"abcdefghijklmnopqrstuvwxyz"_s}
+                              << QStringList{u"abcdefghij"_s, u"klmnopqrst"_s, u"uvwxyz"_s};
+    QTest::newRow("a pair at the cut") << QStringList{u"abcdefghi\U0001F44Djk"_s}
+                                       << QStringList{u"abcdefghi"_s, u"\U0001F44Djk"_s};
+}
+
+void ReflowTest::whatIsTooLongToBeLaidOutIsCutBetweenWords()
+{
+    QFETCH(const QStringList, paragraphs);
+    const QStringList passages = Reflow::passages(paragraphs, 10);
+    QCOMPARE(passages.join(QString()), paragraphs.join(QString()));
+    QTEST(passages, "passages");
+}
+
+QTEST_GUILESS_MAIN(ReflowTest)
+#include "ReflowTest.moc"
