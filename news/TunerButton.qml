@@ -13,7 +13,6 @@ StationButton {
     required property bool isCurrent
 
     name: number + " " + label
-    height: 64
     Accessible.checkable: true
     Accessible.checked: isCurrent
 

@@ -3,8 +3,8 @@ import Quillmere.Front
 import Quillmere.News
 import Quillmere.Screen
 
-// The stations to choose from, across the top of the screen; it moves where they are more than it has room for. It
-// stands at the canvas's origin, and its ground reaches to the edges of the display.
+// The stations to choose from, across the top of the display; it moves where they are more than it has room for. It
+// stands at the canvas's origin, and what it shows reaches to the edges of the display.
 FocusSection {
     id: strip
 
@@ -26,53 +26,53 @@ FocusSection {
     }
 
     FullBleed {
-        id: display
-
         Rectangle {
             width: parent.width
-            height: strip.height - display.y
+            height: strip.height
             color: StationPalette.faded(StationPalette.soot, 0.9)
         }
-    }
 
-    ScrollArea {
-        anchors.fill: parent
-        orientation: Qt.Horizontal
-        // More than the space between two plates, so that the next one is seen coming.
-        lead: 300
-        contentExtent: plates.x + plates.width + strip.sidePadding
-
-        StationLabel {
-            id: caption
-
-            x: strip.sidePadding
-            anchors.verticalCenter: parent.verticalCenter
-            text: NewsTexts.channels
-            size: 20
-            color: StationPalette.faded(StationPalette.parchment, 0.6)
-        }
-
-        LazyStack {
-            id: plates
-
-            x: caption.x + caption.width + strip.spacing
-            y: strip.padding
-            height: 64
+        ScrollArea {
+            width: parent.width
+            height: strip.height
             orientation: Qt.Horizontal
-            spacing: strip.spacing
-            ahead: 400
-            model: list
-            place: list.place
-            onHeld: row => list.place = row
+            // More than the space between two plates, so that the next one is seen coming.
+            lead: 300
+            contentExtent: plates.x + plates.width + strip.sidePadding
 
-            TunerButton {
-                required property int index
-                required property real extent
+            StationLabel {
+                id: caption
 
-                tuner: list
-                width: extent
-                preferred: isCurrent
-                onSelected: list.pick(index)
+                x: strip.sidePadding
+                anchors.verticalCenter: parent.verticalCenter
+                text: NewsTexts.channels
+                size: 20
+                color: StationPalette.faded(StationPalette.parchment, 0.6)
+            }
+
+            LazyStack {
+                id: plates
+
+                x: caption.x + caption.width + strip.spacing
+                y: strip.padding
+                height: 64
+                orientation: Qt.Horizontal
+                spacing: strip.spacing
+                ahead: 400
+                model: list
+                place: list.place
+                onHeld: row => list.place = row
+
+                TunerButton {
+                    required property int index
+                    required property real extent
+
+                    tuner: list
+                    width: extent
+                    height: plates.height
+                    preferred: isCurrent
+                    onSelected: list.pick(index)
+                }
             }
         }
     }

@@ -75,8 +75,8 @@ private Q_SLOTS:
     void itStandsAsPublished_data();
     void itStandsAsPublished();
     void itsTextsAreSetAsPublished();
-    void itsGroundReachesToTheEdgesOfTheDisplay_data();
-    void itsGroundReachesToTheEdgesOfTheDisplay();
+    void itStretchesAlongTheTopOfTheDisplay_data();
+    void itStretchesAlongTheTopOfTheDisplay();
     void onlyItsNumberTellsTheCurrentStation();
     void itIsEnteredAtTheCurrentStation();
     void selectPicksTheFocusedStation();
@@ -137,7 +137,7 @@ void TunerStripTest::itsTextsAreSetAsPublished()
     QCOMPARE(scene.fontOf(u"Committee room 7"_s).weight(), QFont::Normal);
 }
 
-void TunerStripTest::itsGroundReachesToTheEdgesOfTheDisplay_data()
+void TunerStripTest::itStretchesAlongTheTopOfTheDisplay_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::newRow("wide") << QSize(1920, 1080);
@@ -145,17 +145,21 @@ void TunerStripTest::itsGroundReachesToTheEdgesOfTheDisplay_data()
     QTest::newRow("taller") << QSize(1024, 768);
 }
 
-void TunerStripTest::itsGroundReachesToTheEdgesOfTheDisplay()
+void TunerStripTest::itStretchesAlongTheTopOfTheDisplay()
 {
     QFETCH(QSize, size);
     Scene scene(newsOf(1), size);
     const QImage picture = scene.picture();
-    const int bottom = int(scene.strip()->mapToScene({0, scene.strip()->height()}).y());
+    const int bottom = int(scene.strip()->height() * scene.factor());
     const QColor ground(34, 32, 28); // soot at nine tenths over black
     for (const QPoint place :
          {QPoint(0, 0), QPoint(size.width() - 1, 0), QPoint(0, bottom - 2), QPoint(size.width() - 1, bottom - 2)})
         QVERIFY2(isClose(picture.pixelColor(place), ground), qPrintable(picture.pixelColor(place).name()));
     QCOMPARE(picture.pixelColor(0, bottom + 2), QColor(Qt::black));
+    QVERIFY(std::abs(Stage::area(scene.text(u"CHANNELS"_s)).left() - 50 * scene.factor()) < 1);
+    scene.stage.press(Qt::Key_Right);
+    QCOMPARE(scene.heard(), u"6 Committee room 6"_s);
+    QVERIFY(QRectF(0, 0, size.width(), bottom).contains(Stage::area(scene.focused())));
 }
 
 void TunerStripTest::onlyItsNumberTellsTheCurrentStation()
