@@ -53,6 +53,19 @@ ScreenWindow {
                             onDismissed: player.detail.playing = false
                         }
                     }
+
+                    transcriptScreen: Component {
+                        TranscriptView {
+                            id: reader
+
+                            required property TapeDetailController detail
+
+                            hub: window.app.hub
+                            tape: reader.detail.shownTape
+                            cover: reader.detail.cover
+                            onDismissed: reader.detail.readingTranscript = false
+                        }
+                    }
                 }
             }
             // qmllint enable unqualified
