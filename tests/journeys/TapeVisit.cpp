@@ -46,7 +46,7 @@ bool TapeVisit::reads(const QRectF& area, const QString& text, std::chrono::seco
 {
     const bool read = m_room.waitForText(area, text, limit);
     if (!read)
-        m_room.screen().look().save(u"tape-journey-seen.png"_s);
+        m_room.screen().look().save(u"journey-seen.png"_s);
     return read;
 }
 

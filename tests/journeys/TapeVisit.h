@@ -14,6 +14,9 @@ public:
     static constexpr QRectF transport{60, 780, 1800, 250};
     static constexpr QRectF information{80, 60, 1760, 500};
     static constexpr QRectF failure{200, 380, 1520, 320};
+    // What can be read of it over the figures of a recording's last picture.
+    static constexpr QRectF failureMessage{775, 526, 375, 30};
+    static constexpr QRectF failureButton{800, 592, 320, 60};
 
     SampleHub& hub() { return m_hub; }
     LivingRoom& room() { return m_room; }
