@@ -82,7 +82,8 @@ void NewsController::setTimepiece(Timepiece* timepiece)
 void NewsController::appear()
 {
     m_isStanding = true;
-    m_wasLeftLit = false;
+    if (std::exchange(m_wasLeftLit, false))
+        Q_EMIT pictureChanged();
     restartWatch();
 }
 

@@ -36,6 +36,7 @@ private Q_SLOTS:
     void leavingWhileLitShowsNoCard();
     void leavingWhileDarkKeepsTheCard();
     void leavingTwiceIsSafe();
+    void aScreenShownAgainBeginsAnew();
     void aProbeAnsweredAfterTheScreenHasGoneChangesNothing();
     void aStatusThatArrivesAfterTheScreenHasGoneChangesNothing();
     void noPassFollowsTheScreensEnd();
@@ -308,6 +309,22 @@ void NewsControllerTest::leavingTwiceIsSafe()
     screen().disappear();
     screen().disappear();
     QVERIFY(!screen().isOnStandby());
+}
+
+void NewsControllerTest::aScreenShownAgainBeginsAnew()
+{
+    m_news->open(true);
+    screen().disappear();
+    QSignalSpy pictures(&screen(), &NewsController::pictureChanged);
+    screen().appear();
+    QVERIFY(screen().isOnStandby());
+    QVERIFY(screen().isChecking());
+    QCOMPARE(pictures.count(), 1);
+    m_news->pass(true);
+    QVERIFY(screen().isLit());
+    QCOMPARE(m_news->players.size(), 2);
+    m_news->pause();
+    QCOMPARE(m_news->requests(NewsOnScript::five), 3);
 }
 
 void NewsControllerTest::aProbeAnsweredAfterTheScreenHasGoneChangesNothing()
