@@ -31,14 +31,15 @@ struct Scene : BroadcastStage
 {
     explicit Scene(const NewsStatus& news, QSize size = {1920, 1080}) : BroadcastStage(lowerThird, size, news)
     {
-        settle();
+        if (!QTest::qWaitFor([this] { return presence() == 1; }))
+            QTest::qFail("it does not come", __FILE__, __LINE__);
+        stage.settle();
     }
 
     QQuickItem* third() const { return first("LowerThird"); }
     QQuickItem* panel() const { return third()->childItems().constFirst(); }
     QRectF panelArea() const { return area(panel()); }
     double presence() const { return third()->property("presence").toDouble(); }
-    void settle() { stage.settle(); }
 };
 
 bool isClose(QColor seen, QColor wanted, int tolerance = 2)
@@ -173,7 +174,7 @@ void LowerThirdTest::itSlidesInFromTheEdge()
     QVERIFY(scene.panelArea().top() > 1000);
     const QSignalSpy moves(scene.panel(), &QQuickItem::yChanged);
     QTRY_COMPARE(scene.presence(), 1.0);
-    QVERIFY(moves.count() > 3);
+    QVERIFY(moves.count() > 1);
     QCOMPARE(scene.panelArea().bottom(), 1056.0);
     QCOMPARE(Stage::animationTimes(scene.third()), QList<int>{500});
 }
@@ -182,16 +183,16 @@ void LowerThirdTest::itLeavesAfterEightSecondsForGood()
 {
     Scene scene(newsOf(u"A"_s));
     scene.clock.advance(7999ms);
-    scene.settle();
+    scene.stage.settle();
     QCOMPARE(scene.presence(), 1.0);
     const QSignalSpy fades(scene.panel(), &QQuickItem::opacityChanged);
     scene.clock.advance(1ms);
     QTRY_VERIFY(!scene.panel()->isVisible());
-    QVERIFY(fades.count() > 3);
+    QVERIFY(fades.count() > 1);
     QVERIFY(scene.panelArea().top() >= 1080);
     scene.setNews(newsOf(u"another programme"_s));
     scene.clock.advance(60s);
-    scene.settle();
+    scene.stage.settle();
     QVERIFY(!scene.panel()->isVisible());
 }
 
@@ -202,8 +203,7 @@ void LowerThirdTest::oneThatIsMadeAnewComesAgain()
     QTRY_VERIFY(!scene.panel()->isVisible());
     scene.canvas->setProperty("lit", false);
     scene.canvas->setProperty("lit", true);
-    scene.settle();
-    QCOMPARE(scene.presence(), 1.0);
+    QTRY_COMPARE(scene.presence(), 1.0);
     scene.clock.advance(8s);
     QTRY_VERIFY(!scene.panel()->isVisible());
 }
