@@ -143,9 +143,9 @@ QString SampleHub::file(const QString& path)
     return folder + path;
 }
 
-QJsonObject SampleHub::log()
+QJsonArray SampleHub::log()
 {
     QNetworkAccessManager network;
     const QUrl url(u"http://127.0.0.1:%1/log"_s.arg(m_controlPort));
-    return QJsonDocument::fromJson(bodyOf(network.get(request(url)))).object();
+    return QJsonDocument::fromJson(bodyOf(network.get(request(url)))).array();
 }

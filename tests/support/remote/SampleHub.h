@@ -2,6 +2,7 @@
 
 #include "ChildProcess.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
 
 #include <memory>
@@ -39,7 +40,7 @@ public:
     /** The file that the hub serves under a path below "/recordings/". */
     static QString file(const QString& path);
     /** The requests it has seen. */
-    QJsonObject log();
+    QJsonArray log();
 
 private:
     int m_controlPort;

@@ -1,0 +1,181 @@
+#include "CountedRecording.h"
+#include "SampleHub.h"
+#include "VideoStage.h"
+
+#include <QElapsedTimer>
+#include <QRegularExpression>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString channel = u"/live/council/"_s;
+const QString list = channel + u"index.m3u8"_s;
+
+} // namespace
+
+/** The real player on the sample hub's live channel; its list holds six segments of 4 seconds. */
+class VideoLiveTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void itJoinsNearTheLiveEdgeAndGoesOnWithTheList();
+    void aHubThatWentAwayIsWatchedAgainWhenItIsBack();
+    void aListThatIsRefusedIsTriedForAsLongAsItIsKept();
+    void itPlaysOnThroughADiscontinuity();
+
+private:
+    QList<int> segmentsAskedFor();
+    int newestSegment();
+    qsizetype timesAskedForTheList();
+    QByteArray certificates() const { return VideoStages::readAll(QStringLiteral(QUILLMERE_HUB_CA)); }
+
+    std::unique_ptr<SampleHub> m_hub;
+};
+
+void VideoLiveTest::initTestCase()
+{
+    VideoPlugins::addFolder(QStringLiteral(QUILLMERE_TEST_PLUGINS));
+    m_hub = std::make_unique<SampleHub>();
+}
+
+void VideoLiveTest::init()
+{
+    m_hub->calm();
+    m_hub->order(u"/log/clear"_s);
+}
+
+QList<int> VideoLiveTest::segmentsAskedFor()
+{
+    QList<int> numbers;
+    const QRegularExpression segment(QRegularExpression::escape(channel) + u"segment-(\\d+)\\.ts"_s);
+    const QJsonArray requests = m_hub->log();
+    for (const auto& request : requests) {
+        if (const auto match = segment.match(request[u"target"_s].toString()); match.hasMatch())
+            numbers << match.captured(1).toInt();
+    }
+    return numbers;
+}
+
+int VideoLiveTest::newestSegment()
+{
+    const QString text = QString::fromLatin1(m_hub->fetchBody(list));
+    return text.section(u"segment-"_s, -1).section(u'.', 0, 0).toInt();
+}
+
+qsizetype VideoLiveTest::timesAskedForTheList()
+{
+    const QJsonArray requests = m_hub->log();
+    return std::count_if(requests.begin(), requests.end(),
+                         [](const auto& request) { return request[u"target"_s].toString() == list; });
+}
+
+void VideoLiveTest::itJoinsNearTheLiveEdgeAndGoesOnWithTheList()
+{
+    VideoStage stage(certificates());
+    QVERIFY(stage.isExposed());
+    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
+    const int newest = newestSegment();
+    stage.play(QUrl(SampleHub::address(list)), 0, PlayerItem::Kind::Live);
+    QVERIFY(stage.waitForPicture());
+    const int first = segmentsAskedFor().value(0);
+    QVERIFY2(first >= newest - 2, qPrintable(u"%1 of %2"_s.arg(first).arg(newest)));
+    QVERIFY(!stage.player->isSeekable());
+    QCOMPARE(stage.player->duration(), 0.0);
+    // Beyond all that the list held at first.
+    const double joined = stage.player->position();
+    QTRY_VERIFY_WITH_TIMEOUT(stage.player->position() > joined + 16, 60'000);
+    QCOMPARE(shown.count(), 1);
+    QVERIFY(stage.newPictures() >= 5);
+}
+
+void VideoLiveTest::aHubThatWentAwayIsWatchedAgainWhenItIsBack()
+{
+    VideoStage stage(certificates());
+    QVERIFY(stage.isExposed());
+    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
+    stage.play(QUrl(SampleHub::address(list)), 0, PlayerItem::Kind::Live);
+    QVERIFY(stage.waitForPicture());
+    m_hub->stop();
+    QTRY_VERIFY_WITH_TIMEOUT(stage.player->isWaiting(), 60'000);
+    m_hub->start();
+    QTRY_COMPARE_WITH_TIMEOUT(shown.count(), 2, 90'000);
+    QTRY_COMPARE(stage.player->timeControl(), VideoPlayer::TimeControl::Playing);
+    QVERIFY(!stage.hasFailed());
+}
+
+void VideoLiveTest::aListThatIsRefusedIsTriedForAsLongAsItIsKept()
+{
+    m_hub->fault(list, u"error"_s);
+    VideoStage stage(certificates());
+    QVERIFY(stage.isExposed());
+    QElapsedTimer time;
+    time.start();
+    stage.play(QUrl(SampleHub::address(list)), 0, PlayerItem::Kind::Live);
+    QTRY_COMPARE_WITH_TIMEOUT(timesAskedForTheList(), 3, 60'000);
+    QVERIFY2(time.elapsed() >= 16'000, qPrintable(QString::number(time.elapsed())));
+    QVERIFY(!stage.hasFailed());
+    m_hub->calm();
+    QVERIFY(stage.waitForPicture(30'000));
+    stage.player->setItem(nullptr);
+    m_hub->fault(list, u"error"_s);
+    m_hub->order(u"/log/clear"_s);
+    QTest::qWait(9'000);
+    QCOMPARE(timesAskedForTheList(), 0);
+}
+
+// A list of the test's own, as the sample hub's channels count on: a part a second more, round and round.
+void VideoLiveTest::itPlaysOnThroughADiscontinuity()
+{
+    constexpr int parts = 3;
+    constexpr int window = 4;
+    StreamFolder folder;
+    QVERIFY(folder.isReady());
+    QVERIFY(CountedRecording::make(folder.path(), u"round"_s, parts * CountedRecording::segmentSeconds,
+                                   CountedRecording::Kind::Film));
+    StreamServer server(folder.path());
+    int newest = window - 1;
+    const auto publish = [&] {
+        const int first = newest - window + 1;
+        QByteArray text =
+            "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:4\n#EXT-X-MEDIA-SEQUENCE:" + QByteArray::number(first) +
+            "\n#EXT-X-DISCONTINUITY-SEQUENCE:" + QByteArray::number((first + parts - 1) / parts) + '\n';
+        for (int part = first; part <= newest; ++part) {
+            if (part % parts == 0)
+                text += "#EXT-X-DISCONTINUITY\n";
+            text += "#EXTINF:4,\nround" + QByteArray::number(part % parts) + ".ts\n";
+        }
+        server.put(u"/round.m3u8"_s, text);
+        ++newest;
+    };
+    QTimer timer;
+    connect(&timer, &QTimer::timeout, this, publish);
+    timer.start(CountedRecording::segmentSeconds * 1000);
+    publish();
+    VideoStage stage(folder.read(u"authority.pem"_s));
+    QVERIFY(stage.isExposed());
+    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
+    stage.play(server.url(u"/round.m3u8"_s), 0, PlayerItem::Kind::Live);
+    QVERIFY(stage.waitForPicture());
+    int turns = 0;
+    int last = 0;
+    QElapsedTimer time;
+    time.start();
+    while (turns < 2 && time.elapsed() < 60'000) {
+        QTest::qWait(250);
+        const int second = CountedRecording::secondShown(stage.window.grabWindow());
+        turns += second < last;
+        last = second;
+    }
+    QCOMPARE(turns, 2);
+    QVERIFY2(time.elapsed() < 40'000, qPrintable(QString::number(time.elapsed())));
+    QCOMPARE(shown.count(), 1);
+    QVERIFY(!stage.hasFailed());
+}
+
+QTEST_MAIN(VideoLiveTest)
+#include "VideoLiveTest.moc"
