@@ -8,7 +8,7 @@ Item {
 
     required property string message
 
-    readonly property color outline: StationPalette.faded("black", 0.6)
+    readonly property color outline: StationPalette.faded("black", 0.9)
 
     signal dismissed()
 
