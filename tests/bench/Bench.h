@@ -38,6 +38,9 @@ QList<Figure> measureIdle(LivingRoom& room, const Effort& effort);
  */
 QList<Figure> measurePlaying(LivingRoom& room, const QString& stream, const Effort& effort);
 
+/** Processor and drawings of the news channel: the standby card with its ticker, and the lit picture. */
+QList<Figure> measureNews(LivingRoom& room, SampleHub& hub, const Effort& effort);
+
 /** What the libraries' own benchmark programs measure, each beside the yardstick in the same program. */
 QList<Figure> measureLibraries(const QStringList& programs, const Effort& effort);
 

@@ -50,6 +50,7 @@ QList<Part> allParts(const QStringList& libraries)
          [](LivingRoom& room, SampleHub& hub, const Effort& effort) {
              return measurePlaying(room, firstTapesStream(hub), effort);
          }},
+        {"news", "the news channel", &measureNews},
         {"libraries", "the libraries",
          [libraries](LivingRoom&, SampleHub&, const Effort& effort) { return measureLibraries(libraries, effort); }},
     };
