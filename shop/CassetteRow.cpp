@@ -1,5 +1,6 @@
 #include "CassetteRow.h"
 
+#include "Dressing.h"
 #include "RewinderyTexts.h"
 #include "ShortenedText.h"
 
@@ -14,6 +15,12 @@ CassetteRow::Content::Content(const Shelf& shelf)
         covers.append(cover);
         tapes.append(*tape);
     }
+}
+
+CassetteRow::Content::Content(const QList<Tape>& loose) : count(int(loose.size())), tapes(loose)
+{
+    for (const Tape& tape : loose)
+        covers.append(dress(tape));
 }
 
 int CassetteRow::Content::rowOf(qint64 id, int likely) const

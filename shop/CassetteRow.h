@@ -4,14 +4,14 @@
 #include "Shelf.h"
 
 /**
- * One shelf of the shop: its title line, and its cassettes as rows with their keys, covers and titles. It outlives a
- * change of its shelf and then keeps the viewer's place in it. Screen thread only; the ShelfList makes and owns it.
+ * Cassettes side by side, as rows with their keys, covers and titles, and for a shelf its title line. It outlives a change
+ * of them and then keeps the viewer's place among them. Screen thread only; the ShelfList makes and owns those of shelves.
  */
 class CassetteRow : public PlacedListModel
 {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("The list of shelves makes its rows.")
+    QML_UNCREATABLE("Whoever has the tapes makes their row.")
     Q_PROPERTY(QString name READ name NOTIFY contentChanged FINAL)
     /** The number of covers on the shelf, those without a tape included. */
     Q_PROPERTY(int count READ count NOTIFY contentChanged FINAL)
@@ -25,6 +25,8 @@ public:
     {
         Content() = default;
         explicit Content(const Shelf& shelf);
+        /** Tapes that stand on no shelf, in their order, without a title line. */
+        explicit Content(const QList<Tape>& loose);
 
         QString name;
         QString caption;

@@ -1,7 +1,4 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
-import Quillmere.Catalogue
 import Quillmere.Front
 import Quillmere.Screen
 import Quillmere.Shop
@@ -18,10 +15,6 @@ FocusSection {
         // The title line, the cassettes and the space around them.
         Length = 525
     }
-
-    // Around the cassettes, for the lift and the shadow of the focused one.
-    readonly property real above: 34
-    readonly property real beside: 6
 
     height: ShelfRow.Size.Length
 
@@ -96,51 +89,13 @@ FocusSection {
         }
     }
 
-    ScrollArea {
+    CassetteStrip {
         y: titleLine.height + 18
         width: parent.width
         height: parent.height - y
-        orientation: Qt.Horizontal
-        // The cassette on either side of the focused one is always in sight.
-        lead: stack.extent + stack.spacing
-        contentExtent: stack.width + 2 * shelf.beside
-
-        LazyStack {
-            id: stack
-
-            x: shelf.beside
-            y: shelf.above
-            height: parent.height - 2 * shelf.above
-            orientation: Qt.Horizontal
-            extent: 250
-            spacing: 40
-            // The cassettes run on to the edges of the display; a held key should find those beyond it painted.
-            ahead: 960
-            model: shelf.cassettes
-            place: shelf.cassettes.place
-            onHeld: cassette => shelf.cassettes.place = cassette
-
-            CardButton {
-                id: button
-
-                required property int index
-                required property vhsCover cover
-                required property string title
-
-                name: title
-                width: stack.extent
-                height: card.height
-                radius: card.radius
-                onSelected: shelf.opened(index)
-
-                VHSShelfCard {
-                    id: card
-
-                    width: parent.width
-                    height: implicitHeight
-                    cover: button.cover
-                }
-            }
-        }
+        cassettes: shelf.cassettes
+        extent: 250
+        margin: 34
+        onOpened: cassette => shelf.opened(cassette)
     }
 }

@@ -35,6 +35,8 @@ ScreenWindow {
 
             shopScreen: Component {
                 RewinderyView {
+                    id: shop
+
                     store: window.app.store
                     hub: window.app.hub
                     onTapeOpened: window.app.preparePlayer()
@@ -64,6 +66,16 @@ ScreenWindow {
                             tape: reader.detail.shownTape
                             cover: reader.detail.cover
                             onDismissed: reader.detail.readingTranscript = false
+                        }
+                    }
+
+                    searchScreen: Component {
+                        TapeSearchView {
+                            store: window.app.store
+                            hub: window.app.hub
+                            playerScreen: shop.playerScreen
+                            transcriptScreen: shop.transcriptScreen
+                            onTapeOpened: window.app.preparePlayer()
                         }
                     }
                 }

@@ -1,0 +1,167 @@
+import QtQuick
+import Quillmere.Catalogue
+import Quillmere.Front
+import Quillmere.Hub
+import Quillmere.Screen
+import Quillmere.Shop
+
+// The tape search: its field and what was found; a chosen cassette's screen is pushed over them.
+NavigationStack {
+    id: search
+
+    required property Store store
+    required property HubAPI hub
+
+    // What plays a tape, and shows its transcript; null until it is built.
+    property Component playerScreen
+    property Component transcriptScreen
+
+    // A tape's screen has come: it may be played soon.
+    signal tapeOpened
+
+    depth: controller.depth
+    onPopped: controller.pop()
+    onDisappeared: controller.leave()
+
+    page: Component {
+        TapeDetailView {
+            required property int level
+
+            store: search.store
+            hub: search.hub
+            tape: controller.tapeAt(level)
+            playerScreen: search.playerScreen
+            transcriptScreen: search.transcriptScreen
+            onAppeared: search.tapeOpened()
+        }
+    }
+
+    TapeSearchController {
+        id: controller
+
+        store: search.store
+        query: field.text
+    }
+
+    FocusScreen {
+        anchors.fill: parent
+
+        FullBleed {
+            VeneerBackground {
+                anchors.fill: parent
+            }
+        }
+
+        // Placed by bindings and not by a column, so that a change of the outcome is through at once.
+        Item {
+            id: sheet
+
+            readonly property real spacing: 34
+
+            anchors.fill: parent
+            anchors.leftMargin: 90
+            anchors.rightMargin: 90
+            anchors.topMargin: 60
+            anchors.bottomMargin: 60
+
+            Text {
+                id: title
+
+                text: TapeSearchTexts.title
+                font: Typography.standard(56, Font.Black)
+                color: StationPalette.amber
+                textFormat: Text.PlainText
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
+            }
+
+            Text {
+                id: invitation
+
+                y: title.height + sheet.spacing
+                text: TapeSearchTexts.invitation
+                font: Typography.standard(26)
+                color: StationPalette.faded(StationPalette.cream, 0.65)
+                textFormat: Text.PlainText
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+
+            Focusable {
+                id: field
+
+                property alias text: input.text
+
+                y: invitation.y + invitation.height + sheet.spacing
+                width: parent.width
+                height: 70
+                preferred: true
+                onSelected: controller.search()
+
+                TextInput {
+                    id: input
+
+                    anchors.fill: parent
+                    focus: true
+                    font: Typography.standard(32)
+                    color: StationPalette.cream
+                }
+            }
+
+            Item {
+                id: outcome
+
+                y: field.y + field.height + sheet.spacing
+                width: parent.width
+                height: parent.height - y
+
+                Spinner {
+                    visible: controller.busy
+                    scale: 1.4
+                    color: StationPalette.cream
+                }
+
+                Text {
+                    id: count
+
+                    visible: controller.showsResults
+                    text: controller.countLine
+                    font: Typography.monospaced(24, Font.DemiBold)
+                    color: StationPalette.teal
+                    textFormat: Text.PlainText
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                }
+
+                // Made anew for each outcome, so that it begins at its first cassette.
+                Loader {
+                    y: count.height + sheet.spacing
+                    width: parent.width
+                    height: parent.height - y
+                    active: controller.showsResults
+                    sourceComponent: FocusSection {
+                        CassetteStrip {
+                            anchors.fill: parent
+                            cassettes: controller.cassettes
+                            extent: 230
+                            margin: 30
+                            onOpened: cassette => controller.open(cassette)
+                        }
+                    }
+                }
+
+                Text {
+                    width: parent.width
+                    visible: controller.showsNoMatch
+                    text: controller.noMatchLine
+                    font: Typography.standard(28)
+                    color: StationPalette.faded(StationPalette.cream, 0.7)
+                    wrapMode: Text.Wrap
+                    textFormat: Text.PlainText
+                    Accessible.role: Accessible.AlertMessage
+                    Accessible.name: text
+                }
+            }
+        }
+    }
+}
