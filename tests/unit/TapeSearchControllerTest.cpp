@@ -1,0 +1,375 @@
+#include "TapeSearchController.h"
+#include "StoreOnScript.h"
+#include "TapeSearchTexts.h"
+
+#include <QSignalSpy>
+
+/** The tape search without a window, on a store whose hub answers when and what the test says. */
+class TapeSearchControllerTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void theScreenSaysItsWords();
+    void aFreshScreenShowsNothing();
+    void typingAloneSearchesNothing();
+    void whiteSpaceAloneIsNoQuery_data();
+    void whiteSpaceAloneIsNoQuery();
+    void whiteSpaceAfterAResultLeavesTheResult();
+    void oneCharacterIsQueryEnough();
+    void theBareWordIsSearchedAndTheTypedOneQuoted();
+    void aSearchCarriesTheMarketOfTheShop();
+    void oneFullPageIsAllThatIsAskedFor();
+    void theSpinnerStandsInUntilTheAnswer();
+    void resultsAreInTheHubsOrder();
+    void resultsAreCounted_data();
+    void resultsAreCounted();
+    void whatCannotBeHadIsNotFound_data();
+    void whatCannotBeHadIsNotFound();
+    void theSearchThatEndsLastShowsItsResults_data();
+    void theSearchThatEndsLastShowsItsResults();
+    void theFirstAnswerOfTwoIsShownUntilTheSecond();
+    void theNextSearchBeginsAtItsFirstResult();
+    void aLateAnswerLeavesTheViewerOnTheSameTape();
+    void aResultOpensAndBackReturns();
+    void whatIsNoResultDoesNotOpen();
+    void anOpenTapeStaysThoughTheResultsChange();
+    void anAnswerAfterTheScreenIsGoneChangesNothing_data();
+    void anAnswerAfterTheScreenIsGoneChangesNothing();
+    void aScreenDestroyedWhileItSearchesHarmsNobody();
+
+private:
+    void search(const QString& query);
+    QStringList found() const;
+
+    std::unique_ptr<StoreOnScript> m_house;
+    std::unique_ptr<TapeSearchController> m_screen;
+};
+
+namespace {
+
+QString request(const QString& query)
+{
+    return u"/api/tv/tapes?page=1&per_page=200&q="_s + query;
+}
+
+} // namespace
+
+void TapeSearchControllerTest::init()
+{
+    m_house = std::make_unique<StoreOnScript>();
+    m_screen = std::make_unique<TapeSearchController>();
+    m_screen->setStore(m_house->store.get());
+}
+
+void TapeSearchControllerTest::cleanup()
+{
+    m_screen.reset();
+    m_house.reset();
+    QCoreApplication::processEvents();
+}
+
+void TapeSearchControllerTest::search(const QString& query)
+{
+    m_screen->setQuery(query);
+    m_screen->search();
+}
+
+QStringList TapeSearchControllerTest::found() const
+{
+    QStringList titles;
+    for (const Tape& tape : m_screen->results())
+        titles.append(tape.title);
+    return titles;
+}
+
+void TapeSearchControllerTest::theScreenSaysItsWords()
+{
+    QCOMPARE(TapeSearchTexts::title(), u"Search the stacks"_s);
+    QCOMPARE(TapeSearchTexts::invitation(), u"A name, a street, a motion — titles and spoken transcripts both."_s);
+}
+
+void TapeSearchControllerTest::aFreshScreenShowsNothing()
+{
+    QVERIFY(m_screen->query().isEmpty());
+    QVERIFY(m_screen->results().isEmpty());
+    QVERIFY(!m_screen->hasSearched());
+    QVERIFY(!m_screen->isBusy());
+    QVERIFY(!m_screen->showsResults());
+    QVERIFY(!m_screen->showsNoMatch());
+    QCOMPARE(m_screen->depth(), 0);
+}
+
+void TapeSearchControllerTest::typingAloneSearchesNothing()
+{
+    m_screen->setQuery(u"zoning"_s);
+    QCOMPARE(m_house->http.count(), 0);
+    QVERIFY(!m_screen->isBusy());
+}
+
+void TapeSearchControllerTest::whiteSpaceAloneIsNoQuery_data()
+{
+    QTest::addColumn<QString>("query");
+    QTest::newRow("nothing") << QString();
+    QTest::newRow("spaces") << u"   "_s;
+    QTest::newRow("line breaks") << u"\n\r\n"_s;
+    QTest::newRow("both") << u" \t\n \u2028 "_s;
+    QTest::newRow("wide ones") << u"\u00a0\u2003\u3000"_s;
+}
+
+void TapeSearchControllerTest::whiteSpaceAloneIsNoQuery()
+{
+    QFETCH(const QString, query);
+    QSignalSpy changed(m_screen.get(), &TapeSearchController::outcomeChanged);
+    search(query);
+    QCOMPARE(changed.count(), 0);
+    QCOMPARE(m_house->http.count(), 0);
+    QVERIFY(!m_screen->isBusy());
+}
+
+void TapeSearchControllerTest::whiteSpaceAfterAResultLeavesTheResult()
+{
+    search(u"zoning"_s);
+    m_house->answerTapes({u"Zoning"_s});
+    QTRY_VERIFY(m_screen->showsResults());
+    search(u"  "_s);
+    QVERIFY(m_screen->showsResults());
+    QCOMPARE(m_house->http.count(), 1);
+}
+
+void TapeSearchControllerTest::oneCharacterIsQueryEnough()
+{
+    search(u"z"_s);
+    QVERIFY(m_house->http.waitingFor(request(u"z"_s)) >= 0);
+}
+
+void TapeSearchControllerTest::theBareWordIsSearchedAndTheTypedOneQuoted()
+{
+    search(u"  council  "_s);
+    m_house->answerTapes({}, request(u"council"_s));
+    QTRY_VERIFY(m_screen->showsNoMatch());
+    QCOMPARE(m_screen->noMatchLine(), u"No tapes match “  council  ”. Try a different word."_s);
+    QCOMPARE(m_screen->query(), u"  council  "_s);
+}
+
+void TapeSearchControllerTest::aSearchCarriesTheMarketOfTheShop()
+{
+    m_house->store->setMarket(u"springfield"_s);
+    search(u"zoning"_s);
+    QVERIFY(m_house->http.waitingFor(u"/api/tv/tapes?page=1&per_page=200&market=springfield&q=zoning"_s) >= 0);
+    m_house->store->setMarket({});
+    search(u"zoning"_s);
+    QVERIFY(m_house->http.waitingFor(request(u"zoning"_s)) >= 0);
+}
+
+void TapeSearchControllerTest::oneFullPageIsAllThatIsAskedFor()
+{
+    search(u"zoning"_s);
+    m_house->answerTapes(QStringList(300, u"Zoning"_s));
+    QTRY_COMPARE(m_screen->results().size(), 200);
+    QCOMPARE(m_screen->countLine(), u"200 tapes found"_s);
+    QCOMPARE(m_house->http.count(), 1);
+}
+
+void TapeSearchControllerTest::theSpinnerStandsInUntilTheAnswer()
+{
+    search(u"zoning"_s);
+    QVERIFY(m_screen->isBusy());
+    QVERIFY(!m_screen->hasSearched());
+    m_house->answerTapes({u"Zoning"_s});
+    QTRY_VERIFY(!m_screen->isBusy());
+    QVERIFY(m_screen->hasSearched());
+    QVERIFY(m_screen->showsResults());
+
+    search(u"parade"_s);
+    QVERIFY(m_screen->isBusy());
+    QVERIFY(m_screen->hasSearched());
+    QVERIFY(!m_screen->showsResults());
+    QVERIFY(!m_screen->showsNoMatch());
+    m_house->answerTapes({});
+    QTRY_VERIFY(m_screen->showsNoMatch());
+    QVERIFY(!m_screen->isBusy());
+}
+
+void TapeSearchControllerTest::resultsAreInTheHubsOrder()
+{
+    search(u"o"_s);
+    m_house->answerTapes({u"Zoo"_s, u"Arbour"_s, u"Moor"_s});
+    QTRY_COMPARE(found(), (QStringList{u"Zoo"_s, u"Arbour"_s, u"Moor"_s}));
+    QCOMPARE(m_screen->cassettes()->rowCount(), 3);
+    QCOMPARE(m_screen->cassettes()->content().covers.at(1).title, u"Arbour"_s);
+}
+
+void TapeSearchControllerTest::resultsAreCounted_data()
+{
+    QTest::addColumn<qsizetype>("tapes");
+    QTest::addColumn<QString>("line");
+    QTest::newRow("one") << qsizetype(1) << u"1 tape found"_s;
+    QTest::newRow("two") << qsizetype(2) << u"2 tapes found"_s;
+    QTest::newRow("a dozen") << qsizetype(12) << u"12 tapes found"_s;
+    QTest::newRow("ungrouped") << qsizetype(1234) << u"1234 tapes found"_s;
+}
+
+void TapeSearchControllerTest::resultsAreCounted()
+{
+    QFETCH(const qsizetype, tapes);
+    QTEST(TapeSearchTexts::countLine(tapes), "line");
+}
+
+void TapeSearchControllerTest::whatCannotBeHadIsNotFound_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QByteArray>("body");
+    QTest::newRow("no match") << 200 << QByteArray(R"({"items": []})");
+    QTest::newRow("refused") << 503 << QByteArray();
+    QTest::newRow("no JSON") << 200 << QByteArray("<html>");
+    QTest::newRow("no page") << 200 << QByteArray("[]");
+    QTest::newRow("no answer") << 0 << QByteArray();
+}
+
+void TapeSearchControllerTest::whatCannotBeHadIsNotFound()
+{
+    QFETCH(const int, status);
+    QFETCH(const QByteArray, body);
+    search(u"zoning"_s);
+    if (status == 0)
+        m_house->fail(request(u"zoning"_s), u"The network is down."_s);
+    else
+        m_house->answer(request(u"zoning"_s), body, status);
+    QTRY_VERIFY(m_screen->showsNoMatch());
+    QVERIFY(!m_screen->isBusy());
+    QCOMPARE(m_screen->noMatchLine(), u"No tapes match “zoning”. Try a different word."_s);
+    QVERIFY(!(*m_house)->lastError());
+}
+
+void TapeSearchControllerTest::theSearchThatEndsLastShowsItsResults_data()
+{
+    QTest::addColumn<QStringList>("answers");
+    QTest::addColumn<QString>("last");
+    QTest::newRow("in order") << QStringList{u"zo"_s, u"zoning"_s} << u"zoning"_s;
+    QTest::newRow("the first one late") << QStringList{u"zoning"_s, u"zo"_s} << u"zo"_s;
+}
+
+void TapeSearchControllerTest::theSearchThatEndsLastShowsItsResults()
+{
+    QFETCH(const QStringList, answers);
+    QFETCH(const QString, last);
+    search(u"zo"_s);
+    search(u"zoning"_s);
+    QCOMPARE(m_house->http.count(), 2);
+    for (const QString& query : answers)
+        m_house->answerTapes({query + u" A"_s, query + u" B"_s}, request(query));
+    m_house->settle();
+    QCOMPARE(found(), (QStringList{last + u" A"_s, last + u" B"_s}));
+    QVERIFY(!m_screen->isBusy());
+}
+
+void TapeSearchControllerTest::theFirstAnswerOfTwoIsShownUntilTheSecond()
+{
+    search(u"zo"_s);
+    search(u"zoning"_s);
+    m_house->answerTapes({u"Zoning"_s}, request(u"zoning"_s));
+    QTRY_COMPARE(found(), QStringList{u"Zoning"_s});
+    QVERIFY(!m_screen->isBusy());
+    QVERIFY(m_screen->showsResults());
+    m_house->fail(request(u"zo"_s), u"The network is down."_s);
+    QTRY_VERIFY(m_screen->showsNoMatch());
+}
+
+void TapeSearchControllerTest::theNextSearchBeginsAtItsFirstResult()
+{
+    search(u"zo"_s);
+    m_house->answerTapes({u"A"_s, u"B"_s, u"C"_s});
+    QTRY_VERIFY(m_screen->showsResults());
+    m_screen->cassettes()->setPlace(2);
+    search(u"zoning"_s);
+    m_house->answerTapes({u"A"_s, u"B"_s, u"C"_s});
+    QTRY_VERIFY(m_screen->showsResults());
+    QCOMPARE(m_screen->cassettes()->place(), -1);
+}
+
+void TapeSearchControllerTest::aLateAnswerLeavesTheViewerOnTheSameTape()
+{
+    search(u"zo"_s);
+    search(u"zoning"_s);
+    m_house->answerTapes({u"A"_s, u"B"_s, u"C"_s}, request(u"zoning"_s));
+    QTRY_VERIFY(m_screen->showsResults());
+    m_screen->cassettes()->setPlace(1);
+    m_house->answer(request(u"zo"_s), R"({"items": [{"id": 9}, {"id": 8}, {"id": 2}]})");
+    QTRY_COMPARE(m_screen->results().first().id, 9);
+    QCOMPARE(m_screen->cassettes()->place(), 2);
+}
+
+void TapeSearchControllerTest::aResultOpensAndBackReturns()
+{
+    search(u"o"_s);
+    m_house->answerTapes({u"Zoo"_s, u"Arbour"_s});
+    QTRY_VERIFY(m_screen->showsResults());
+    m_screen->open(1);
+    QCOMPARE(m_screen->depth(), 1);
+    QCOMPARE(m_screen->tapeAt(0).title, u"Arbour"_s);
+    m_screen->pop();
+    m_screen->pop();
+    QCOMPARE(m_screen->depth(), 0);
+    QVERIFY(m_screen->showsResults());
+}
+
+void TapeSearchControllerTest::whatIsNoResultDoesNotOpen()
+{
+    m_screen->open(0);
+    search(u"o"_s);
+    m_house->answerTapes({u"Zoo"_s});
+    QTRY_VERIFY(m_screen->showsResults());
+    m_screen->open(-1);
+    m_screen->open(1);
+    QCOMPARE(m_screen->depth(), 0);
+}
+
+void TapeSearchControllerTest::anOpenTapeStaysThoughTheResultsChange()
+{
+    search(u"zo"_s);
+    search(u"zoning"_s);
+    m_house->answerTapes({u"Zoning"_s}, request(u"zoning"_s));
+    QTRY_VERIFY(m_screen->showsResults());
+    m_screen->open(0);
+    m_house->answerTapes({}, request(u"zo"_s));
+    QTRY_VERIFY(m_screen->showsNoMatch());
+    QCOMPARE(m_screen->depth(), 1);
+    QCOMPARE(m_screen->tapeAt(0).title, u"Zoning"_s);
+}
+
+void TapeSearchControllerTest::anAnswerAfterTheScreenIsGoneChangesNothing_data()
+{
+    QTest::addColumn<bool>("isDecoding");
+    QTest::newRow("on its way") << false;
+    QTest::newRow("being decoded") << true;
+}
+
+void TapeSearchControllerTest::anAnswerAfterTheScreenIsGoneChangesNothing()
+{
+    QFETCH(const bool, isDecoding);
+    search(u"zoning"_s);
+    if (isDecoding)
+        m_house->answerTapes({u"Zoning"_s});
+    m_screen->leave();
+    QCOMPARE(m_house->http.wasCancelled(0), !isDecoding);
+    m_house->settle();
+    QVERIFY(!m_screen->hasSearched());
+    QVERIFY(m_screen->results().isEmpty());
+}
+
+void TapeSearchControllerTest::aScreenDestroyedWhileItSearchesHarmsNobody()
+{
+    search(u"zo"_s);
+    search(u"zoning"_s);
+    m_house->answerTapes({u"Zoning"_s}, request(u"zoning"_s));
+    m_screen.reset();
+    m_house->settle();
+    QVERIFY(m_house->http.wasCancelled(0));
+}
+
+QTEST_GUILESS_MAIN(TapeSearchControllerTest)
+#include "TapeSearchControllerTest.moc"
