@@ -12,6 +12,8 @@ class LoadLogTest : public QObject
 private Q_SLOTS:
     void theCauseIsReadFromTheMessages_data();
     void theCauseIsReadFromTheMessages();
+    void dataLeftOutAreTold_data();
+    void dataLeftOutAreTold();
 };
 
 void LoadLogTest::theCauseIsReadFromTheMessages_data()
@@ -44,6 +46,21 @@ void LoadLogTest::theCauseIsReadFromTheMessages()
         log.add(message);
     QTEST(int(log.failure().cause), "cause");
     QTEST(log.failure().httpStatus, "status");
+}
+
+void LoadLogTest::dataLeftOutAreTold_data()
+{
+    QTest::addColumn<QByteArray>("message");
+    QTest::addColumn<bool>("told");
+    QTest::newRow("a segment") << QByteArray("hls: Failed to open segment 5 of playlist 0\n") << true;
+    QTest::newRow("the stream") << QByteArray("Failed to open https://hub/x.\n") << false;
+    QTest::newRow("a cut segment") << QByteArray("mpegts: Packet corrupt (stream = 0, dts = 1024490).\n") << false;
+}
+
+void LoadLogTest::dataLeftOutAreTold()
+{
+    QFETCH(const QByteArray, message);
+    QTEST(LoadLog::tellsOfSkippedData(message), "told");
 }
 
 QTEST_APPLESS_MAIN(LoadLogTest)
