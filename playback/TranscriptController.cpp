@@ -72,9 +72,11 @@ QCoro::Task<> TranscriptController::load()
         show(Empty, TranscriptTexts::outOfReach(answer.error().errorDescription()));
         co_return;
     }
-    QStringList passages;
-    if (answer->status == "archived"_L1)
-        passages = co_await m_reflow.run([text = answer->text] { return passagesOf(text); });
+    // An answer that is no transcript has no text to be shown.
+    const QString text = answer->status == "archived"_L1 ? answer->text : QString();
+    // Awaited by name: GCC 12 destroys what a lambda within an awaited expression holds once too often.
+    const auto reflow = m_reflow.run([text] { return passagesOf(text); });
+    QStringList passages = co_await reflow;
     if (token.isCancelled())
         co_return;
     if (passages.isEmpty()) {

@@ -1,0 +1,249 @@
+#include "TranscriptController.h"
+#include "StoreOnScript.h"
+#include "TranscriptTexts.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSignalSpy>
+
+/** What the transcript's screen shows of what the hub answers, and when. */
+class TranscriptControllerTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void itIsFetchedByTheTapesId();
+    void aTapeWithoutATranscriptAsksNobody();
+    void anArchivedTranscriptIsReflowed();
+    void whatIsNoTranscriptIsToldAsNone_data();
+    void whatIsNoTranscriptIsToldAsNone();
+    void aFailureIsToldInTheHubsWords_data();
+    void aFailureIsToldInTheHubsWords();
+    void aReasonThatIsEmptyLeavesTheSentence();
+    void theWordsAreTheHubs_data();
+    void theWordsAreTheHubs();
+    void whatTheCoverLacksIsNotInTheCaption_data();
+    void whatTheCoverLacksIsNotInTheCaption();
+    void anAnswerAfterTheScreenIsGoneChangesNothing();
+    void leavingEndsTheRequest();
+    void aScreenDestroyedWhileItFetchesHarmsNobody();
+    void aScreenDestroyedWhileItReflowsHarmsNobody();
+    void aTextWithoutLineBreaksIsShownInParts();
+    void nothingIsTriedAgain();
+
+private:
+    static QByteArray record(const QString& text, const QString& status = u"archived"_s, qint64 words = 3)
+    {
+        return QJsonDocument(QJsonObject{{u"status"_s, status}, {u"text"_s, text}, {u"words"_s, words}}).toJson();
+    }
+    void answer(const QByteArray& body, int status = 200) { m_hub->answer(m_path, body, status); }
+    bool isThrough() const { return m_screen->state() != TranscriptController::Loading; }
+
+    std::unique_ptr<StoreOnScript> m_hub;
+    std::unique_ptr<TranscriptController> m_screen;
+    const QString m_path = u"/api/meetings/9007199254740993/transcript"_s;
+    const QString m_none = u"No transcript has been harvested for this tape yet."_s;
+};
+
+void TranscriptControllerTest::init()
+{
+    m_hub = std::make_unique<StoreOnScript>();
+    m_screen = std::make_unique<TranscriptController>();
+    Tape tape;
+    tape.id = 9007199254740993; // one more than a double can count to
+    tape.hasTranscript = true;
+    m_screen->setHub(&m_hub->hub);
+    m_screen->setTape(tape);
+}
+
+void TranscriptControllerTest::cleanup()
+{
+    m_screen.reset();
+    m_hub.reset();
+    QCoreApplication::processEvents();
+}
+
+void TranscriptControllerTest::itIsFetchedByTheTapesId()
+{
+    QCOMPARE(m_hub->http.count(), 0);
+    m_screen->appear();
+    QCOMPARE(m_screen->state(), TranscriptController::Loading);
+    QCOMPARE(m_hub->http.count(), 1);
+    QCOMPARE(m_hub->http.request(0).url, QUrl(u"https://hub.example"_s + m_path));
+}
+
+void TranscriptControllerTest::aTapeWithoutATranscriptAsksNobody()
+{
+    Tape tape = m_screen->tape();
+    tape.hasTranscript = false;
+    m_screen->setTape(tape);
+    m_screen->appear();
+    QCOMPARE(m_screen->state(), TranscriptController::Empty);
+    QCOMPARE(m_screen->message(), m_none);
+    QCOMPARE(m_hub->http.count(), 0);
+}
+
+void TranscriptControllerTest::anArchivedTranscriptIsReflowed()
+{
+    m_screen->appear();
+    const QString line = u"twenty characters it"_s;
+    answer(record(u" \n\t"_s + (line + u'\n').repeated(30) + u"\u2029 "_s));
+    QTRY_COMPARE(m_screen->state(), TranscriptController::Ready);
+    QCOMPARE(m_screen->passages()->passages(),
+             (QStringList{QStringList(21, line).join(u' '), QStringList(9, line).join(u' ')}));
+    QCOMPARE(m_screen->message(), QString());
+}
+
+void TranscriptControllerTest::whatIsNoTranscriptIsToldAsNone_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::newRow("not archived yet") << record(u"Words."_s, u"pending"_s);
+    QTest::newRow("with a capital letter") << record(u"Words."_s, u"Archived"_s);
+    QTest::newRow("with a space") << record(u"Words."_s, u"archived "_s);
+    QTest::newRow("empty") << record({});
+    QTest::newRow("blank") << record(u" \n\t\u00A0\u2028\r\n"_s);
+    QTest::newRow("an empty record") << QByteArray("{}");
+}
+
+void TranscriptControllerTest::whatIsNoTranscriptIsToldAsNone()
+{
+    QFETCH(const QByteArray, body);
+    m_screen->appear();
+    answer(body);
+    QTRY_COMPARE(m_screen->state(), TranscriptController::Empty);
+    QCOMPARE(m_screen->message(), m_none);
+    QCOMPARE(m_screen->wordCount(), QString());
+    QCOMPARE(m_screen->passages()->rowCount(), 0);
+}
+
+void TranscriptControllerTest::aFailureIsToldInTheHubsWords_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("refused") << 503 << HubError::http(503).errorDescription();
+    QTest::newRow("unreachable") << 0 << u"The network is down."_s;
+}
+
+void TranscriptControllerTest::aFailureIsToldInTheHubsWords()
+{
+    QFETCH(const int, status);
+    QFETCH(const QString, reason);
+    m_screen->appear();
+    if (status == 0)
+        m_hub->fail(m_path, reason);
+    else
+        answer({}, status);
+    QTRY_COMPARE(m_screen->state(), TranscriptController::Empty);
+    QCOMPARE(m_screen->message(), u"Couldn't reach the transcript. "_s + reason);
+}
+
+void TranscriptControllerTest::aReasonThatIsEmptyLeavesTheSentence()
+{
+    QCOMPARE(TranscriptTexts::outOfReach({}), u"Couldn't reach the transcript. "_s);
+}
+
+void TranscriptControllerTest::theWordsAreTheHubs_data()
+{
+    QTest::addColumn<qint64>("words");
+    QTest::addColumn<QString>("line");
+    QTest::newRow("none") << qint64(0) << QString();
+    QTest::newRow("one") << qint64(1) << u"1 words"_s;
+    QTest::newRow("three digits") << qint64(999) << u"999 words"_s;
+    QTest::newRow("four digits") << qint64(1000) << u"1,000 words"_s;
+    QTest::newRow("five digits") << qint64(12408) << u"12,408 words"_s;
+}
+
+void TranscriptControllerTest::theWordsAreTheHubs()
+{
+    QFETCH(const qint64, words);
+    m_screen->appear();
+    QCOMPARE(m_screen->wordCount(), QString());
+    answer(record(u"Two words."_s, u"archived"_s, words));
+    QTRY_COMPARE(m_screen->state(), TranscriptController::Ready);
+    QTEST(m_screen->wordCount(), "line");
+    QCOMPARE(m_screen->passages()->rowCount(), 1);
+}
+
+void TranscriptControllerTest::whatTheCoverLacksIsNotInTheCaption_data()
+{
+    QTest::addColumn<QString>("body");
+    QTest::addColumn<QString>("date");
+    QTest::addColumn<QString>("caption");
+    QTest::newRow("both") << u"Comité d’urbanisme"_s << u"June 18, 2026"_s
+                          << u"THE SPOKEN RECORD · COMITÉ D’URBANISME · JUNE 18, 2026"_s;
+    QTest::newRow("no date") << u"City Council"_s << QString() << u"THE SPOKEN RECORD · CITY COUNCIL"_s;
+}
+
+void TranscriptControllerTest::whatTheCoverLacksIsNotInTheCaption()
+{
+    QFETCH(const QString, body);
+    QFETCH(const QString, date);
+    VHSCover cover;
+    cover.bodyName = body;
+    cover.dateLabel = date;
+    m_screen->setCover(cover);
+    QTEST(m_screen->caption(), "caption");
+}
+
+void TranscriptControllerTest::anAnswerAfterTheScreenIsGoneChangesNothing()
+{
+    m_screen->appear();
+    QSignalSpy changed(m_screen.get(), &TranscriptController::stateChanged);
+    answer(record(u"Words."_s));
+    m_screen->disappear();
+    m_hub->settle();
+    QCOMPARE(changed.count(), 0);
+    QCOMPARE(m_screen->state(), TranscriptController::Loading);
+}
+
+void TranscriptControllerTest::leavingEndsTheRequest()
+{
+    m_screen->appear();
+    QVERIFY(m_hub->http.isWaiting(0));
+    m_screen->disappear();
+    QVERIFY(m_hub->http.wasCancelled(0));
+}
+
+void TranscriptControllerTest::aScreenDestroyedWhileItFetchesHarmsNobody()
+{
+    m_screen->appear();
+    m_screen.reset();
+    QVERIFY(m_hub->http.wasCancelled(0));
+    m_hub->settle();
+}
+
+void TranscriptControllerTest::aScreenDestroyedWhileItReflowsHarmsNobody()
+{
+    m_screen->appear();
+    answer(record(u"Words without an end.\n"_s.repeated(200'000)));
+    // What settles is decoded after the transcript, whose reflow has begun then.
+    m_hub->settle();
+    QVERIFY(!isThrough());
+    m_screen.reset();
+    QCoreApplication::processEvents();
+}
+
+void TranscriptControllerTest::aTextWithoutLineBreaksIsShownInParts()
+{
+    m_screen->appear();
+    const QString text = u"Words without a line break. "_s.repeated(2000).trimmed();
+    answer(record(text));
+    QTRY_COMPARE(m_screen->state(), TranscriptController::Ready);
+    QCOMPARE(m_screen->passages()->passages().join(QString()), text);
+    for (const QString& passage : m_screen->passages()->passages())
+        QVERIFY(passage.size() <= 20'000);
+}
+
+void TranscriptControllerTest::nothingIsTriedAgain()
+{
+    m_screen->appear();
+    answer({}, 503);
+    QTRY_VERIFY(isThrough());
+    m_hub->settle();
+    QCOMPARE(m_hub->http.count(), 2); // the transcript, and what settled
+}
+
+QTEST_GUILESS_MAIN(TranscriptControllerTest)
+#include "TranscriptControllerTest.moc"
