@@ -80,8 +80,27 @@ ReadingScreen {
             anchors.top: parent.top
             anchors.bottom: parent.bottom
             anchors.right: parent.right
-            anchors.margins: 40
+            anchors.margins: page.margin
             area: page
+            fill: StationPalette.faded(StationPalette.inkNavy, 0.4)
+        }
+
+        // A line that is half under the header fades out.
+        Rectangle {
+            width: parent.width
+            height: 28
+            visible: page.position > 0
+
+            gradient: Gradient {
+                GradientStop {
+                    position: 0
+                    color: StationPalette.cream
+                }
+                GradientStop {
+                    position: 1
+                    color: StationPalette.faded(StationPalette.cream, 0)
+                }
+            }
         }
 
         Column {
