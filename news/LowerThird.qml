@@ -11,7 +11,7 @@ Item {
     required property string program
     required property string note
     required property string tagline
-    property list<string> ticker // part of what it is given; it shows none of it
+    required property var ticker // a list of texts, part of what it is given; it shows none of it
 
     property alias shown: lower.isShown
 

@@ -53,6 +53,7 @@ FocusScreen {
             program: view.store.status.news.programTitle
             note: view.store.status.news.programNote
             tagline: view.store.status.news.tagline
+            ticker: view.store.status.news.ticker
         }
     }
 

@@ -28,6 +28,8 @@ Item {
             anchors.bottom: parent.bottom
             lines: standby.news.ticker
             timepiece: standby.timepiece
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
     }
 

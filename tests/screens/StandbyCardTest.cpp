@@ -1,6 +1,7 @@
 #include "BroadcastStage.h"
 #include "StationPalette.h"
 
+#include <QAccessible>
 #include <QTest>
 
 #include <cmath>
@@ -72,6 +73,7 @@ private Q_SLOTS:
     void itCountsDownToTheNextBroadcast();
     void theTickerRunsAlongTheBottomOfTheDisplay_data();
     void theTickerRunsAlongTheBottomOfTheDisplay();
+    void itsTickerCanBeHeard();
     void longTextsStayOnTheCard_data();
     void longTextsStayOnTheCard();
 };
@@ -235,6 +237,18 @@ void StandbyCardTest::theTickerRunsAlongTheBottomOfTheDisplay()
     QVERIFY(std::abs(ticker.bottom() - size.height()) < 0.01);
     const QRectF bars = Stage::area(scene.first("ColorBars"));
     QVERIFY(bars.marginsAdded({1, 1, 1, 1}).contains(QRectF({}, QSizeF(size))));
+}
+
+void StandbyCardTest::itsTickerCanBeHeard()
+{
+    NewsStatus news;
+    news.ticker = QStringList{u"One"_s, u"Two"_s};
+    Scene scene(news);
+    QAccessible::setActive(true);
+    QAccessibleInterface* const ticker = QAccessible::queryAccessibleInterface(scene.first("TickerCrawl"));
+    QVERIFY(ticker);
+    QCOMPARE(ticker->role(), QAccessible::StaticText);
+    QCOMPARE(ticker->text(QAccessible::Name), u"One   ·   Two"_s);
 }
 
 void StandbyCardTest::longTextsStayOnTheCard_data()
