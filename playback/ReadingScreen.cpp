@@ -44,6 +44,9 @@ void ReadingScreen::turnPage(int arrow)
     // A move that reads on in what is longer than a page has turned one.
     for (const Focusable* before = focused(); move(arrow) && focused() != before; before = focused()) {
         const QRectF rect = rectOfRest(*focused(), area->contentItem());
+        // What is longer than a page stands at its beginning already.
+        if (rect.height() >= length)
+            return;
         if (arrow == Qt::Key_Down && rect.bottom() > begin + length) {
             const qreal top = rect.top() - area->lead();
             return area->reveal(top, top + length);

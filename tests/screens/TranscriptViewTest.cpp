@@ -28,6 +28,7 @@ private Q_SLOTS:
     void aPageIsTurned();
     void pagesAreTurnedBackToTheBeginning();
     void pagesEndWithTheTranscript();
+    void pagesGoThroughWhatIsLongerThanOne();
     void theHubsWordsAreNoMarkup();
     void onlyPassagesNearTheScreenExist();
     void theFirstPageOfALongTranscriptComesSoon();
@@ -294,6 +295,23 @@ void TranscriptViewTest::pagesEndWithTheTranscript()
         house.press(Qt::Key_PageDown);
     QCOMPARE(house.number(), 11);
     QCOMPARE(house.page->position(), house.page->contentExtent() - house.page->height());
+}
+
+void TranscriptViewTest::pagesGoThroughWhatIsLongerThanOne()
+{
+    TranscriptHouse& house = open();
+    const QString line = u"Words without an end, "_s.repeated(900);
+    house.read(TranscriptHouse::paragraphs(2) + u"3. "_s + line + u"\n4. The end."_s);
+    int pages = 0;
+    for (; house.number() < 4 && pages < 40; ++pages)
+        house.press(Qt::Key_PageDown);
+    QCOMPARE(house.number(), 4);
+    QVERIFY2(pages > 6, qPrintable(QString::number(pages)));
+    house.press(Qt::Key_PageUp);
+    QCOMPARE(house.number(), 3);
+    QCOMPARE(house.place().top(), 0);
+    house.press(Qt::Key_PageUp);
+    QCOMPARE(house.number(), 1);
 }
 
 void TranscriptViewTest::theHubsWordsAreNoMarkup()
