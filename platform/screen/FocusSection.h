@@ -13,6 +13,8 @@ class FocusSection : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
+    /** Whether it is first entered, not at the nearest, but at what stands topmost and then leading. */
+    Q_PROPERTY(bool beginsAtFirst MEMBER m_beginsAtFirst FINAL)
 
 public:
     explicit FocusSection(QQuickItem* parent = nullptr);
@@ -23,7 +25,9 @@ public:
     /** What last held the focus here and still can; nothing when there is no such thing. */
     Focusable* held() const;
     void setHeld(Focusable* focusable);
+    bool beginsAtFirst() const { return m_beginsAtFirst; }
 
 private:
+    bool m_beginsAtFirst = false;
     QPointer<Focusable> m_held;
 };

@@ -116,6 +116,8 @@ Focusable* FocusTargets::entrance(const FocusSection& section, const QRectF& fro
     if (Focusable* const held = section.held())
         return held;
     const Targets targets = within(&section);
+    if (section.beginsAtFirst())
+        return targets[FocusGeometry::topmostLeading(rects(targets))].thing;
     const auto i = FocusGeometry::next(from, rects(targets), arrow, Beam::Free);
     return targets[i < 0 ? FocusGeometry::closest(from, rects(targets)) : i].thing;
 }

@@ -20,6 +20,7 @@ private Q_SLOTS:
     void anArrowLeadsToTheNearest();
     void aSectionIsATargetByItsWholeArea();
     void aSectionIsEnteredAtTheNearestAndThenWhereItWasLeft();
+    void aSectionThatBeginsAtItsFirstIsEnteredThereAndThenWhereItWasLeft();
     void aSectionWhoseHeldThingIsGoneIsEnteredAtTheNearest();
     void aSectionWhoseThingsReachOutOfItIsEnteredAllTheSame();
     void aSectionIsLeftOnlyWhereItHasNothingMore();
@@ -88,6 +89,21 @@ void FocusScreenTest::aSectionIsEnteredAtTheNearestAndThenWhereItWasLeft()
     stage.press(Qt::Key_Left);
     QCOMPARE(stage.focused(), u"a"_s);
     QCOMPARE(stage.after("above", Qt::Key_Down), u"a"_s);
+}
+
+void FocusScreenTest::aSectionThatBeginsAtItsFirstIsEnteredThereAndThenWhereItWasLeft()
+{
+    FocusStage stage;
+    const QString things = stage.thing("last", {310, 0, 100, 100}) + stage.thing("b", {200, 0, 100, 100}) +
+                           stage.thing("a", {0, 0, 99, 99});
+    stage.walk(stage.thing("above", {310, 0, 100, 100}) +
+               stage.item("FocusSection", "row", {0, 200, 500, 100}, u"beginsAtFirst: true\n"_s + things));
+    stage.press(Qt::Key_Down);
+    QCOMPARE(stage.focused(), u"a"_s);
+    stage.press(Qt::Key_Right);
+    stage.press(Qt::Key_Up);
+    stage.press(Qt::Key_Down);
+    QCOMPARE(stage.focused(), u"b"_s);
 }
 
 void FocusScreenTest::aSectionWhoseHeldThingIsGoneIsEnteredAtTheNearest()
