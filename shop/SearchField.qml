@@ -3,28 +3,39 @@ import Quillmere.Front
 import Quillmere.Screen
 import Quillmere.Shop
 
-// The single line in which a query is typed.
+// The line in which a query is typed: on a real keyboard at once, with the remote on the OnScreenKeyboard that its screen
+// has for it.
 Focusable {
     id: field
 
     property alias text: line.text
+    readonly property alias keyboard: controller
 
-    readonly property string placeholder: "Search"
-
-    // The viewer is done with typing.
+    // The viewer has finished the text and wants it searched.
     signal submitted
 
-    implicitHeight: 70
-    onSelected: field.submitted()
-    Keys.forwardTo: [line]
+    readonly property real corner: 14
+    readonly property real margin: 26
+
+    implicitHeight: 72
+    onSelected: controller.open()
+    Component.onCompleted: controller.typeAt(field)
     Accessible.role: Accessible.EditableText
-    Accessible.name: field.placeholder
+    Accessible.name: line.text === "" ? controller.placeholder : line.text
     Accessible.focusable: true
     Accessible.focused: activeFocus
+    Accessible.onPressAction: field.selected()
+
+    KeyboardController {
+        id: controller
+
+        line: line
+        onSubmitted: field.submitted()
+    }
 
     CardPlate {
         anchors.fill: parent
-        radius: 14
+        radius: field.corner
         border: StationPalette.faded(StationPalette.cream, 0.35)
         borderWidth: 2
         fill: StationPalette.faded(StationPalette.cream, 0.08)
@@ -33,8 +44,8 @@ Focusable {
     Text {
         anchors.fill: line
         verticalAlignment: Text.AlignVCenter
-        visible: line.text === ""
-        text: field.placeholder
+        visible: line.text === "" && line.preeditText === ""
+        text: controller.placeholder
         font: line.font
         color: StationPalette.faded(StationPalette.cream, 0.5)
         textFormat: Text.PlainText
@@ -47,20 +58,32 @@ Focusable {
         id: line
 
         anchors.fill: parent
-        anchors.leftMargin: 26
-        anchors.rightMargin: 26
+        anchors.leftMargin: field.margin
+        anchors.rightMargin: field.margin
         verticalAlignment: TextInput.AlignVCenter
         font: Typography.standard(32)
         color: StationPalette.cream
+        selectionColor: StationPalette.teal
+        selectedTextColor: StationPalette.cream
         clip: true
-        maximumLength: 200
+        activeFocusOnPress: false
+        maximumLength: controller.longestText
+        cursorVisible: field.activeFocus || controller.shown
+        onCursorRectangleChanged: Qt.inputMethod.update(Qt.ImQueryInput)
         Accessible.ignored: true
         Accessible.role: Accessible.EditableText
         Accessible.name: text
+
+        // It does not blink, so that a set at rest draws nothing.
+        cursorDelegate: Rectangle {
+            width: 3
+            visible: line.cursorVisible // qmllint disable unqualified
+            color: StationPalette.amber
+        }
     }
 
     FocusRing {
         lift: field.activeFocus ? 1 : 0
-        corner: 14
+        corner: field.corner
     }
 }

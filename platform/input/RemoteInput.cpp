@@ -48,7 +48,7 @@ bool RemoteInput::translate(const QKeyEvent& event, const CanonicalKey& canonica
     m_pressedAt = event.timestamp();
     if (!goesOn) {
         press(canonical);
-        handOn(QEvent::KeyPress, canonical.key);
+        handOn(QEvent::KeyPress, canonical.key, event.text());
     } else if (canonical.button == m_held || canonical.button == m_told) {
         m_held = canonical.button;
         m_letGo.reset();
@@ -105,12 +105,12 @@ bool RemoteInput::isRepeat(const QKeyEvent& press, RemoteButton button) const
 void RemoteInput::makeStep()
 {
     if (const CanonicalKey* const canonical = canonicalKey(m_held))
-        handOn(QEvent::KeyPress, canonical->key, true);
+        handOn(QEvent::KeyPress, canonical->key, {}, true);
 }
 
-void RemoteInput::handOn(QEvent::Type type, int key, bool isRepeat)
+void RemoteInput::handOn(QEvent::Type type, int key, const QString& text, bool isRepeat)
 {
     const QScopedValueRollback guard(m_handingOn, true);
-    QKeyEvent event(type, key, Qt::NoModifier, QString(), isRepeat);
+    QKeyEvent event(type, key, Qt::NoModifier, text, isRepeat);
     QCoreApplication::sendEvent(m_window, &event);
 }

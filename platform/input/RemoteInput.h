@@ -12,7 +12,8 @@ class QWindow;
 /**
  * Turns whatever a remote sends to a window into one Qt key a button, before anything else sees it. A held select, back
  * or play/pause acts once; other held buttons repeat by the set's own clock, at one pace whatever the system's is: each
- * step is a press with `isAutoRepeat()`. Keys that are no remote button pass untouched, with the system's repeats.
+ * step is a press with `isAutoRepeat()`. The first press keeps its text, which tells a return key from a select button.
+ * Keys that are no remote button pass untouched, with the system's repeats.
  * Screen thread only; the window owns it; the clock outlives it.
  */
 class RemoteInput : public QObject
@@ -31,7 +32,7 @@ private:
     void letGo();
     bool isRepeat(const QKeyEvent& press, RemoteButton button) const;
     void makeStep();
-    void handOn(QEvent::Type type, int key, bool isRepeat = false);
+    void handOn(QEvent::Type type, int key, const QString& text = {}, bool isRepeat = false);
 
     QWindow* m_window;
     Clock& m_clock;
