@@ -18,7 +18,7 @@ CassettePrint printOf(const QString& title)
 }
 
 /** Keeps what it is given, and writes down when. */
-class Viewer : public CassetteStudio::Customer
+class Viewer final : public CassetteStudio::Customer
 {
 public:
     explicit Viewer(double distance = 0, QString name = {}, QStringList* log = nullptr)

@@ -11,7 +11,7 @@ namespace {
 qint64 memoryInUse()
 {
     const struct mallinfo2 heap = mallinfo2();
-    return qint64(heap.uordblks + heap.hblkhd);
+    return qint64(heap.uordblks) + qint64(heap.hblkhd);
 }
 
 /** A hub that answers at once: its tower is lit every other time, and now and then something is wrong. It keeps nothing. */
