@@ -134,7 +134,7 @@ QList<State> frontStates()
 
 QList<State> allStates()
 {
-    return frontStates() + shopStates() + detailStates() + panelStates() + tapeStates();
+    return frontStates() + shopStates() + detailStates() + panelStates() + tapeStates() + transcriptStates();
 }
 
 } // namespace tour

@@ -46,6 +46,7 @@ QList<State> frontStates();
 QList<State> shopStates();
 QList<State> detailStates();
 QList<State> tapeStates();
+QList<State> transcriptStates();
 QList<State> panelStates();
 
 } // namespace tour
