@@ -24,12 +24,14 @@ public:
     ScriptedClock clock;
     QList<int> pressed;
     QList<int> released;
+    QString text;    ///< of the presses
     int repeats = 0; ///< of the presses
 
 protected:
     void keyPressEvent(QKeyEvent* event) override
     {
         pressed.append(event->key());
+        text += event->text();
         repeats += event->isAutoRepeat();
     }
     void keyReleaseEvent(QKeyEvent* event) override { released.append(event->key()); }
@@ -55,6 +57,7 @@ private Q_SLOTS:
     void everyButtonHasOneCanonicalKeyThatLeadsBackToIt();
     void noRowIsHiddenByAnEarlierOne();
     void aWindowSeesTheCanonicalKeyOnly();
+    void aReturnKeyIsToldFromASelectButtonByItsText();
     void aHeldBackActsOnce();
     void aRepeatThatPassesForANewPressActsOnceToo();
     void aHeldArrowRepeatsByTheSetsOwnClock();
@@ -146,6 +149,18 @@ void RemoteInputTest::aWindowSeesTheCanonicalKeyOnly()
     send(window, QEvent::KeyPress, Qt::Key_Left, 113);
     QCOMPARE(window.pressed, (QList<int>{Qt::Key_Select, Qt::Key_Select, Qt::Key_MediaTogglePlayPause, Qt::Key_Left}));
     QCOMPARE(window.released, QList<int>{Qt::Key_Select});
+}
+
+void RemoteInputTest::aReturnKeyIsToldFromASelectButtonByItsText()
+{
+    ListeningWindow window;
+    QKeyEvent select(QEvent::KeyPress, Qt::Key_Select, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window, &select);
+    QCOMPARE(window.text, QString());
+    QKeyEvent returned(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, u"\r"_s);
+    QCoreApplication::sendEvent(&window, &returned);
+    QCOMPARE(window.text, u"\r"_s);
+    QCOMPARE(window.pressed, (QList<int>{Qt::Key_Select, Qt::Key_Select}));
 }
 
 void RemoteInputTest::aHeldBackActsOnce()
