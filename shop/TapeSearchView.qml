@@ -87,25 +87,14 @@ NavigationStack {
                 Accessible.name: text
             }
 
-            Focusable {
+            SearchField {
                 id: field
-
-                property alias text: input.text
 
                 y: invitation.y + invitation.height + sheet.spacing
                 width: parent.width
-                height: 70
+                height: implicitHeight
                 preferred: true
-                onSelected: controller.search()
-
-                TextInput {
-                    id: input
-
-                    anchors.fill: parent
-                    focus: true
-                    font: Typography.standard(32)
-                    color: StationPalette.cream
-                }
+                onSubmitted: controller.search()
             }
 
             Item {
@@ -133,13 +122,17 @@ NavigationStack {
                     Accessible.name: text
                 }
 
-                // Made anew for each outcome, so that it begins at its first cassette.
-                Loader {
-                    y: count.height + sheet.spacing
-                    width: parent.width
-                    height: parent.height - y
-                    active: controller.showsResults
-                    sourceComponent: FocusSection {
+                // Made anew for each outcome, so that it begins at its first cassette; a Loader would keep the focus to itself.
+                Repeater {
+                    model: controller.showsResults ? 1 : 0
+
+                    FocusSection {
+                        y: count.height + sheet.spacing
+                        width: outcome.width
+                        height: outcome.height - y
+                        // And not below the middle of the field.
+                        beginsAtFirst: true
+
                         CassetteStrip {
                             anchors.fill: parent
                             cassettes: controller.cassettes
@@ -162,6 +155,10 @@ NavigationStack {
                     Accessible.name: text
                 }
             }
+        }
+
+        OnScreenKeyboard {
+            field: field
         }
     }
 }

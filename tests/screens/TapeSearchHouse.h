@@ -1,0 +1,67 @@
+#pragma once
+
+#include "ShopHouse.h"
+#include "TapeSearchController.h"
+
+/** A shop whose search is open, on a scripted network, with screens for the player and the transcript. */
+struct TapeSearchHouse : ShopHouse
+{
+    TapeSearchHouse() : ShopHouse(screens())
+    {
+        show(u"A: 1 2 3"_s);
+        openSearch();
+    }
+
+    static QString screens()
+    {
+        return u"searchScreen: Component { TapeSearchView { store: house.store; hub: house.hub\n"
+               "playerScreen: Component { FocusScreen { objectName: 'player'; required property QtObject detail } }\n"
+               "transcriptScreen: Component { FocusScreen { objectName: 'transcript'\n"
+               "required property QtObject detail } } } }"_s;
+    }
+
+    void openSearch()
+    {
+        stage.press(Qt::Key_Select);
+        stage.settle();
+    }
+
+    NavigationStack* search() const { return static_cast<NavigationStack*>(Stage::first(house, "TapeSearchView")); }
+    TapeSearchController* controller() const { return search()->findChild<TapeSearchController*>(); }
+    QQuickItem* field() const { return Stage::first(search(), "SearchField"); }
+    QQuickItem* spinner() const
+    {
+        const auto spinners = Stage::all(search(), "Spinner");
+        const auto seen =
+            std::find_if(spinners.cbegin(), spinners.cend(), [](auto* item) { return item->isVisible(); });
+        return seen == spinners.cend() ? nullptr : *seen;
+    }
+
+    /** Types and submits, as the field does. */
+    void submit(const QString& query)
+    {
+        field()->setProperty("text", query);
+        QMetaObject::invokeMethod(field(), "submitted");
+    }
+
+    /** A page of the tapes with these ids, titled after them. */
+    static QByteArray pageOf(const QList<int>& ids)
+    {
+        QByteArrayList items;
+        for (const int id : ids) {
+            const QByteArray number = QByteArray::number(id);
+            items.append(R"({"id": )" + number + R"(, "title": "Tape )" + number + R"(", "has_transcript": true})");
+        }
+        return R"({"items": [)" + items.join(",") + "]}";
+    }
+
+    void find(const QString& query, const QList<int>& ids)
+    {
+        submit(query);
+        answer(path(query), pageOf(ids));
+        QTRY_VERIFY(!controller()->isBusy());
+        stage.settle();
+    }
+
+    static QString path(const QString& query) { return u"/api/tv/tapes?page=1&per_page=200&q="_s + query; }
+};
