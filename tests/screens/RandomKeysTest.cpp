@@ -66,8 +66,7 @@ void RandomKeysTest::init()
     qInfo("QUILLMERE_SEED=%u", seed);
     m_dice.seed(seed);
     m_house = std::make_unique<ShopHouse>(
-        u"searchScreen: Component { FocusScreen { Focusable { width: 90; height: 90 } Focusable { y: 99; width: 90; "
-        "height: 90 } } }\n"
+        u"searchScreen: Component { TapeSearchView { store: house.store; hub: house.hub } }\n"
         "playerScreen: Component { FocusScreen { required property QtObject detail } }\n"
         "transcriptScreen: Component { FocusScreen { required property QtObject detail; Focusable { width: 90; "
         "height: 90 } } }"_s,

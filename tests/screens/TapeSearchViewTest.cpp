@@ -31,6 +31,7 @@ private Q_SLOTS:
     void aLateFailureBringsTheFocusBackToTheField();
     void resultsThatChangeBeneathATapeLeaveItOpen();
     void aSearchEndsWithItsScreen();
+    void aWordTypedWithTheRemoteIsSearched();
 
 private:
     std::unique_ptr<TapeSearchHouse> m_house;
@@ -272,6 +273,18 @@ void TapeSearchViewTest::aSearchEndsWithItsScreen()
     QVERIFY(m_house->http.isWaiting(0));
     m_house->press({Qt::Key_Back});
     QVERIFY(m_house->http.wasCancelled(0));
+}
+
+void TapeSearchViewTest::aWordTypedWithTheRemoteIsSearched()
+{
+    // The keyboard begins at its "a".
+    m_house->press({Qt::Key_Select, Qt::Key_Select, Qt::Key_Right, Qt::Key_Select});
+    m_house->press({Qt::Key_MediaTogglePlayPause});
+    m_house->answer(TapeSearchHouse::path(u"ab"_s), TapeSearchHouse::pageOf({5, 6}));
+    QTRY_VERIFY(m_house->controller()->showsResults());
+    QCOMPARE(m_house->focused(), m_house->field());
+    m_house->press({Qt::Key_Down});
+    QCOMPARE(m_house->heard(), u"Tape 5"_s);
 }
 
 QTEST_MAIN(TapeSearchViewTest)
