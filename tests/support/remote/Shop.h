@@ -19,6 +19,12 @@ inline constexpr QRectF detailTexts(540, 20, 1340, 460);  ///< from the title to
 inline constexpr QRectF detailFacts(540, 480, 1340, 560); ///< from the buttons to the catalogue line
 inline constexpr QRectF firstButton(562, 502, 240, 60);   ///< within its plate under focus
 
+// The search, its title and its invitation over its field.
+inline constexpr QRectF searchHeader(80, 50, 1760, 160);
+inline constexpr QRectF searchField(106, 232, 1700, 60);
+inline constexpr QRectF searchOutcome(80, 320, 1760, 56);
+inline constexpr QRectF keyboard(0, 544, 1920, 536); ///< over the lower half
+
 /** Where something stands: the shelf from above, -1 for the controls over them, and the place on it from the left. */
 struct Place
 {
