@@ -12,16 +12,24 @@ StationButton {
     property int size: 28
     // Beside the label, within what every plate leaves free.
     property real padding: 14
+    property alias growth: plate.growth
+
+    // Of the plate, and of the letters while they are on the ground that is seen through it.
+    property color tone: StationPalette.cream
+    property color ground: StationPalette.inkNavy
 
     readonly property real margin: 26
-    readonly property color ink: StationPalette.mixed(StationPalette.cream, StationPalette.inkNavy, lift)
+    readonly property color ink: StationPalette.mixed(tone, ground, lift)
 
     name: text
     implicitWidth: label.implicitWidth + 2 * (margin + padding)
     implicitHeight: size + 38
 
     StationPlate {
+        id: plate
+
         lift: button.lift
+        tone: button.tone
 
         Row {
             id: label

@@ -21,6 +21,8 @@ QVariant KeyList::data(const QModelIndex& index, int role) const
     switch (role) {
     case CaptionRole:
         return key.caption;
+    case TitleRole:
+        return key.title;
     case RowRole:
         return key.row;
     case ColumnRole:
@@ -34,5 +36,9 @@ QVariant KeyList::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> KeyList::roleNames() const
 {
-    return {{CaptionRole, "caption"_ba}, {RowRole, "row"_ba}, {ColumnRole, "column"_ba}, {SpanRole, "span"_ba}};
+    return {{CaptionRole, "caption"_ba},
+            {TitleRole, "title"_ba},
+            {RowRole, "row"_ba},
+            {ColumnRole, "column"_ba},
+            {SpanRole, "span"_ba}};
 }

@@ -18,7 +18,7 @@ class KeyList : public QAbstractListModel
     Q_PROPERTY(int columns READ columns CONSTANT FINAL)
 
 public:
-    enum Role { CaptionRole = Qt::UserRole, RowRole, ColumnRole, SpanRole };
+    enum Role { CaptionRole = Qt::UserRole, TitleRole, RowRole, ColumnRole, SpanRole };
 
     using QAbstractListModel::QAbstractListModel;
 

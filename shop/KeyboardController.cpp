@@ -1,6 +1,8 @@
 #include "KeyboardController.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
+#include <QInputMethod>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 
@@ -27,6 +29,12 @@ void KeyboardController::typeAt(Focusable* spot)
 {
     spot->setFlag(QQuickItem::ItemAcceptsInputMethod);
     spot->installEventFilter(this);
+}
+
+void KeyboardController::tellInputMethod()
+{
+    // Only an item that has the focus itself does this unasked.
+    QGuiApplication::inputMethod()->update(Qt::ImQueryInput);
 }
 
 void KeyboardController::open()

@@ -37,6 +37,9 @@ public:
     /** Whatever is typed while `spot` has the focus goes into the line from now on. */
     Q_INVOKABLE void typeAt(Focusable* spot);
 
+    /** The line is not as it was: an input method at work asks about it anew. */
+    Q_INVOKABLE void tellInputMethod();
+
     /** Shows the on-screen keyboard, with its letters. */
     Q_INVOKABLE void open();
     Q_INVOKABLE void close();

@@ -33,11 +33,11 @@ Key pageKey(Page page)
 {
     switch (page) {
     case Page::AccentedLetters:
-        return {u"à é ñ"_s, Action::ShowPage, {}, page};
+        return {u"à é ñ"_s, u"Accented letters"_s, Action::ShowPage, {}, page};
     case Page::Punctuation:
-        return {u". ? !"_s, Action::ShowPage, {}, page};
+        return {u". ? !"_s, u"Punctuation"_s, Action::ShowPage, {}, page};
     default:
-        return {u"a b c"_s, Action::ShowPage, {}, page};
+        return {u"a b c"_s, u"Letters"_s, Action::ShowPage, {}, page};
     }
 }
 
@@ -46,7 +46,7 @@ std::array<Key, characterRows> sideKeys(Page page)
 {
     const bool isAccented = page == Page::AccentedLetters;
     const bool isPunctuation = page == Page::Punctuation;
-    return {Key{u"Delete"_s, Action::Delete, {}}, Key{u"Clear"_s, Action::Clear, {}},
+    return {Key{u"Delete"_s, u"Delete"_s, Action::Delete, {}}, Key{u"Clear"_s, u"Clear"_s, Action::Clear, {}},
             pageKey(isAccented ? Page::Letters : Page::AccentedLetters),
             pageKey(isPunctuation ? Page::Letters : Page::Punctuation)};
 }
@@ -68,12 +68,12 @@ QList<Key> KeyboardLayout::keys(Page page)
     for (int row = 0; row < characterRows; ++row) {
         for (int column = 0; column < characterColumns; ++column) {
             const QString character = characters(page)[size_t(row)].mid(column, 1).toString();
-            keys.append(placed({character, Action::Write, character}, row, column, 1));
+            keys.append(placed({character, character, Action::Write, character}, row, column, 1));
         }
         keys.append(placed(side[size_t(row)], row, characterColumns, columns - characterColumns));
     }
     constexpr int spaceSpan = 7;
-    keys.append(placed({u"Space"_s, Action::Write, u" "_s}, characterRows, 0, spaceSpan));
-    keys.append(placed({u"Search"_s, Action::Search, {}}, characterRows, spaceSpan, columns - spaceSpan));
+    keys.append(placed({u"Space"_s, u"Space"_s, Action::Write, u" "_s}, characterRows, 0, spaceSpan));
+    keys.append(placed({u"Search"_s, u"Search"_s, Action::Search, {}}, characterRows, spaceSpan, columns - spaceSpan));
     return keys;
 }

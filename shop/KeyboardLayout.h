@@ -12,7 +12,8 @@ enum class Action { Write, Delete, Clear, ShowPage, Search };
 
 struct Key
 {
-    QString caption; ///< in words; a key that writes shows the character
+    QString caption; ///< what it shows
+    QString title;   ///< what is heard
     Action action = Action::Write;
     QString text;              ///< what it writes
     Page page = Page::Letters; ///< what it shows

@@ -16,6 +16,8 @@ Focusable {
 
     readonly property real corner: 14
     readonly property real margin: 26
+    // Between the cursor and the placeholder.
+    readonly property real gap: 8
 
     implicitHeight: 72
     onSelected: controller.open()
@@ -43,6 +45,7 @@ Focusable {
 
     Text {
         anchors.fill: line
+        anchors.leftMargin: field.gap
         verticalAlignment: Text.AlignVCenter
         visible: line.text === "" && line.preeditText === ""
         text: controller.placeholder
@@ -69,7 +72,7 @@ Focusable {
         activeFocusOnPress: false
         maximumLength: controller.longestText
         cursorVisible: field.activeFocus || controller.shown
-        onCursorRectangleChanged: Qt.inputMethod.update(Qt.ImQueryInput)
+        onCursorRectangleChanged: controller.tellInputMethod()
         Accessible.ignored: true
         Accessible.role: Accessible.EditableText
         Accessible.name: text

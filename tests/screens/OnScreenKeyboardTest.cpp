@@ -24,6 +24,7 @@ private Q_SLOTS:
     void itBeginsWithTheLettersEachTime();
     void everyKeyIsReachedAndLeftAgain();
     void anArrowAtItsEdgeStaysOnIt();
+    void aFocusedKeyTouchesNoOther();
     void itStandsInTheLowerHalfOfWhatEveryDisplayShows();
     void everyCaptionIsLargeAndFitsItsKey();
     void aRealKeyboardTypesWhileItIsThere();
@@ -202,12 +203,32 @@ void OnScreenKeyboardTest::anArrowAtItsEdgeStaysOnIt()
     QCOMPARE(house.key(), u"Search"_s);
 }
 
+void OnScreenKeyboardTest::aFocusedKeyTouchesNoOther()
+{
+    TypingHouse house;
+    house.open();
+    const auto keys = house.keys();
+    for (const QString& caption : {u"n"_s, u"Delete"_s, u"Space"_s, u"Search"_s}) {
+        house.walkTo(caption);
+        house.stage.settle();
+        const QQuickItem* const focused = house.focused();
+        const QRectF area = Stage::area(Stage::first(house.focused(), "StationPlate"));
+        for (const QQuickItem* key : keys)
+            QVERIFY2(key == focused || !Stage::area(key).intersects(area), qPrintable(caption));
+    }
+}
+
 void OnScreenKeyboardTest::itStandsInTheLowerHalfOfWhatEveryDisplayShows()
 {
     TypingHouse house;
     house.open();
-    house.stage.settle();
     const QRectF room(80, 540, 1920 - 2 * 80, 540 - 60);
+    // Under the focus a key is larger than at rest.
+    house.walkTo(u"Search"_s);
+    house.stage.settle();
+    const QQuickItem* const plate = Stage::first(house.focused(), "StationPlate");
+    QVERIFY(plate->scale() > 1);
+    QVERIFY(room.contains(plate->mapRectToItem(house.house, QRectF(QPointF(), plate->size()))));
     const auto keys = house.keys();
     QCOMPARE(keys.size(), 42);
     for (const QQuickItem* key : keys) {
