@@ -1,5 +1,6 @@
 #include "ProcessFigures.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <unistd.h>
@@ -49,6 +50,16 @@ double processorSeconds(qint64 pid)
 bool maps(qint64 pid, const QString& name)
 {
     return contents(pid, u"maps"_s).contains(name.toUtf8());
+}
+
+QStringList threads(qint64 pid)
+{
+    QStringList names;
+    const QDir folder(u"/proc/%1/task"_s.arg(pid));
+    for (const QString& thread : folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+        names.append(QString::fromUtf8(contents(pid, u"task/"_s + thread + u"/comm"_s)).trimmed());
+    names.sort();
+    return names;
 }
 
 } // namespace figures

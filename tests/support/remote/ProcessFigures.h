@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 /** What the kernel says of a running process. All read as 0, or false, when it is gone. */
 namespace figures {
@@ -13,5 +14,7 @@ qint64 residentSetSize(qint64 pid);
 double processorSeconds(qint64 pid);
 /** Whether a file whose path contains `name` is mapped into it. */
 bool maps(qint64 pid, const QString& name);
+/** The names of its threads, sorted. */
+QStringList threads(qint64 pid);
 
 } // namespace figures
