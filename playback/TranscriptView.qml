@@ -147,6 +147,8 @@ ReadingScreen {
             PlateButton {
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: TranscriptTexts.backToTheTape
+                tone: StationPalette.inkNavy
+                ground: StationPalette.cream
                 size: 26
                 onSelected: view.dismissed()
             }

@@ -15,6 +15,7 @@ private Q_SLOTS:
     void theHeaderTellsWhatItIsOf();
     void untilTheHubAnswersAWheelTurns();
     void whereThereIsNoTranscriptThereIsAWayBack();
+    void theWayBackStandsOutOnThePage();
     void aFailureIsToldInTheHubsWords();
     void theWordsAreCountedWhereTheyAreKnown_data();
     void theWordsAreCountedWhereTheyAreKnown();
@@ -87,6 +88,14 @@ void TranscriptViewTest::whereThereIsNoTranscriptThereIsAWayBack()
     QCOMPARE(house.dismissals->count(), 0);
     house.press(Qt::Key_Select);
     QCOMPARE(house.dismissals->count(), 1);
+}
+
+void TranscriptViewTest::theWayBackStandsOutOnThePage()
+{
+    TranscriptHouse& house = open(false);
+    house.stage.settle();
+    const QPoint plate = house.focused()->mapToScene(QPointF(20, house.focused()->height() / 2)).toPoint();
+    QCOMPARE(house.stage.picture().pixelColor(plate), StationPalette::inkNavy());
 }
 
 void TranscriptViewTest::aFailureIsToldInTheHubsWords()
