@@ -134,7 +134,8 @@ QList<State> frontStates()
 
 QList<State> allStates()
 {
-    return frontStates() + shopStates() + detailStates() + panelStates() + tapeStates() + transcriptStates();
+    return frontStates() + newsStates() + shopStates() + detailStates() + panelStates() + tapeStates() +
+           transcriptStates();
 }
 
 } // namespace tour

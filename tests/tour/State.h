@@ -43,6 +43,7 @@ struct State
 QList<State> allStates();
 
 QList<State> frontStates();
+QList<State> newsStates();
 QList<State> shopStates();
 QList<State> detailStates();
 QList<State> tapeStates();
