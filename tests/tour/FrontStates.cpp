@@ -135,7 +135,7 @@ QList<State> frontStates()
 QList<State> allStates()
 {
     return frontStates() + newsStates() + shopStates() + detailStates() + panelStates() + tapeStates() +
-           transcriptStates();
+           transcriptStates() + searchStates();
 }
 
 } // namespace tour

@@ -48,6 +48,7 @@ QList<State> shopStates();
 QList<State> detailStates();
 QList<State> tapeStates();
 QList<State> transcriptStates();
+QList<State> searchStates();
 QList<State> panelStates();
 
 } // namespace tour
