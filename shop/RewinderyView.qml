@@ -14,7 +14,7 @@ NavigationStack {
     required property Store store
     required property HubAPI hub
 
-    // What plays a tape, shows its transcript and searches the tapes; null until it is built.
+    // What plays a tape, shows its transcript and searches the tapes; null for none.
     property Component playerScreen
     property Component transcriptScreen
     property Component searchScreen

@@ -15,7 +15,7 @@ FocusScreen {
     // An alias, as a property of QML's own would not take a tape that equals the one it has.
     property alias tape: controller.tape
 
-    // What covers this screen, given the controller as `detail`; null until it is built.
+    // What covers this screen, given the controller as `detail`; null for none.
     property Component playerScreen
     property Component transcriptScreen
 

@@ -14,7 +14,7 @@ NavigationStack {
     required property Store store
     required property HubAPI hub
 
-    // What plays a tape, and shows its transcript; null until it is built.
+    // What plays a tape, and shows its transcript; null for none.
     property Component playerScreen
     property Component transcriptScreen
 
