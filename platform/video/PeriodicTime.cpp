@@ -44,8 +44,9 @@ void PeriodicTime::begin(double position)
 
 void PeriodicTime::moveTo(double position)
 {
-    if (!m_position)
+    if (!m_position || position < m_heldUntil)
         return;
+    release();
     const double step = std::abs(position - *m_position);
     m_position = position;
     QList<std::weak_ptr<Observer>> due;

@@ -4,8 +4,10 @@
 
 #include <QList>
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <optional>
 
@@ -22,14 +24,25 @@ public:
     /** The first picture is there: play time begins to count here. */
     void begin(double position);
 
+    /** Nothing is reported, and nothing counts, until play has come to the furthest of these. */
+    void holdUntil(double position) { m_heldUntil = std::max(m_heldUntil, position); }
+    void release() { m_heldUntil = notHeld; }
+
     /** Nothing is reported until the next `begin`. */
-    void end() { m_position.reset(); }
+    void end()
+    {
+        m_position.reset();
+        release();
+    }
 
     void moveTo(double position);
 
 private:
     struct Observer;
 
+    static constexpr double notHeld = std::numeric_limits<double>::lowest();
+
     QList<std::weak_ptr<Observer>> m_observers;
     std::optional<double> m_position;
+    double m_heldUntil = notHeld;
 };

@@ -6,6 +6,13 @@ using Cause = VideoFailure::Cause;
 
 // What the engine reports, and what a player makes of it.
 
+namespace {
+
+// A seek may land a segment before where it was sent, and these are rarely longer.
+constexpr double farBefore = 12; // seconds
+
+} // namespace
+
 void StreamPlayer::engineReady()
 {
     const Change change(*this);
@@ -43,9 +50,14 @@ void StreamPlayer::pictureShown(int load, double seconds)
         return;
     m_phase = Phase::Shown;
     const Timeline::Place place = landing(seconds);
+    // What cannot be sought plays from its top: where the viewer was still counts, until that has come again.
+    const double due = bounded(*m_target);
+    const bool isFarBefore = !m_item->isLive() && place.position < due - farBefore;
+    if (isFarBefore)
+        m_periodicTime.holdUntil(due);
     m_announcements.add([this] { Q_EMIT VideoPlayer::pictureShown(); });
     if (!std::exchange(m_hasShownPicture, true)) {
-        m_periodicTime.begin(isBreak(place) ? *m_target : place.position);
+        m_periodicTime.begin(isBreak(place) || isFarBefore ? due : place.position);
         tellItem([](PlayerItem& item) { item.setReadyToPlay(); });
     }
     for (auto it = m_selected.cbegin(); it != m_selected.cend(); ++it)
@@ -56,6 +68,8 @@ void StreamPlayer::pictureShown(int load, double seconds)
 // A live stream's positions are what they are.
 Timeline::Place StreamPlayer::landing(double seconds)
 {
+    if (!std::isfinite(seconds))
+        return {*m_target};
     return m_item->isLive() ? Timeline::Place{seconds} : m_timeline.landed(*m_target, seconds);
 }
 
@@ -112,6 +126,7 @@ void StreamPlayer::seekDone(int load, int seek, double seconds)
     if (!concerns(load) || seek != m_seek || !m_target)
         return;
     m_reconnection.forgetBreaks();
+    m_periodicTime.release();
     arriveAt(landing(seconds));
 }
 

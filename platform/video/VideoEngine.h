@@ -34,15 +34,16 @@ public:
     virtual void rendererReady() = 0; ///< loads can be given
     virtual void engineFailed(const VideoFailure& failure) = 0;
 
-    virtual void pictureShown(int load, double seconds) = 0; ///< the first one, and its position
+    virtual void
+    pictureShown(int load, double seconds) = 0; ///< the first one, and its position; not finite where that is unknown
     virtual void positionMoved(int load, double seconds) = 0;
-    virtual void durationKnown(int load, double seconds) = 0;
-    virtual void dataBuffered(int load, double upTo) = 0; ///< seconds; a few times a second at most
+    virtual void durationKnown(int load, double seconds) = 0; ///< never of a recording that is still being made
+    virtual void dataBuffered(int load, double upTo) = 0;     ///< seconds; a few times a second at most
     virtual void seekableKnown(int load, bool seekable) = 0;
     virtual void tracksKnown(int load, const QList<MediaTrack>& tracks) = 0; ///< again at each change
     virtual void waitingChanged(int load, bool waiting) = 0;                 ///< stands still for want of data
 
-    /** The picture is there again, at `seconds`; of several seeks under way the last alone need report. */
+    /** The picture is there again, at `seconds`, if that is known; of several seeks under way the last alone need report. */
     virtual void seekDone(int load, int seek, double seconds) = 0;
 
     virtual void dataSkipped(int load) = 0; ///< segments were left out, as the server did not give them

@@ -62,7 +62,7 @@ public:
     /** Where it plays; where it is going to be while it loads or seeks; 0 without an item. */
     virtual double position() const = 0;
 
-    /** 0 while it is not known. */
+    /** 0 while it is not known, as that of a recording that is still being made. */
     virtual double duration() const = 0;
 
     /** Up to where data is there; never before `position`. */
@@ -81,7 +81,8 @@ public:
 
     /**
      * Calls `callback` with the position after every `interval` of play time, and at a jump of the position of at least
-     * that; never before the item's first picture is there. For as long as the answer is held.
+     * that; never before the item's first picture is there, nor before the position where it was to start or to go on
+     * when the stream could not get there. For as long as the answer is held.
      */
     [[nodiscard]] virtual std::unique_ptr<TimeObserver>
     addPeriodicTimeObserver(std::chrono::seconds interval, std::function<void(double seconds)> callback) = 0;

@@ -2,6 +2,8 @@
 
 #include <QTest>
 
+#include <cmath>
+
 using namespace std::chrono_literals;
 
 /** The periodic time observer, in play time. */
@@ -19,6 +21,9 @@ private Q_SLOTS:
     void aSeekIsReportedWhereItLands();
     void smallStepsBackCountAsPlayTime();
     void aReconnectionReportsNothingOfItsOwn();
+    void whatCannotGoOnWhereItWasIsNotReportedBeforeItIsThere();
+    void whatCannotStartWhereItWasWantedIsNotReportedBeforeItIsThere();
+    void aPictureAtAnUnknownPositionIsWhereItWasWanted();
     void anotherItemCountsAnew();
     void anObserverThatIsGoneIsNotCalled();
     void observersMayGoInsideTheReport();
@@ -150,6 +155,59 @@ void TimeObserverTest::aReconnectionReportsNothingOfItsOwn()
     QCOMPARE(m_reports, QList<double>{});
     script.moveTo(70);
     QCOMPARE(m_reports, QList<double>{70});
+}
+
+void TimeObserverTest::whatCannotGoOnWhereItWasIsNotReportedBeforeItIsThere()
+{
+    StreamOnScript script;
+    const auto observer = observe(script);
+    script.playFrom(60);
+    script.moveTo(65);
+    script.endFile();
+    script.clock.advance(1s);
+    script.show(0);
+    QCOMPARE(script.player->position(), 0.0);
+    play(script, 0, 30);
+    script.endFile();
+    script.clock.advance(2s);
+    script.show(0);
+    play(script, 0, 69.5);
+    QCOMPARE(m_reports, QList<double>{});
+    play(script, 70, 80);
+    QCOMPARE(m_reports, QList<double>({70, 80}));
+}
+
+void TimeObserverTest::whatCannotStartWhereItWasWantedIsNotReportedBeforeItIsThere()
+{
+    StreamOnScript script;
+    const auto observer = observe(script);
+    script.setItem();
+    script.player->seek(60, SeekTolerance::AtOrAfter);
+    script.player->play();
+    script.start();
+    script.show(0);
+    play(script, 0, 69.5);
+    QCOMPARE(m_reports, QList<double>{});
+    play(script, 70, 75);
+    QCOMPARE(m_reports, QList<double>{70});
+}
+
+void TimeObserverTest::aPictureAtAnUnknownPositionIsWhereItWasWanted()
+{
+    StreamOnScript script;
+    const auto observer = observe(script);
+    script.playFrom(60);
+    script.moveTo(65);
+    script.endFile();
+    script.clock.advance(1s);
+    script.show(std::nan(""));
+    QCOMPARE(script.player->position(), 65.0);
+    script.player->seek(90, SeekTolerance::AtOrAfter);
+    script.land(std::nan(""));
+    QCOMPARE(script.player->position(), 90.0);
+    play(script, 90, 99.5);
+    QCOMPARE(m_reports, QList<double>{90});
+    QCOMPARE(script.player->position(), 99.5);
 }
 
 void TimeObserverTest::anotherItemCountsAnew()

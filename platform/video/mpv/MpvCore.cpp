@@ -80,6 +80,7 @@ bool MpvCore::create()
         return false;
     mpv_request_log_messages(m_mpv, "warn");
     MpvProperties::observe(m_mpv);
+    mpv_hook_add(m_mpv, 0, "on_preloaded", 0);
     const std::lock_guard lock(m_mutex);
     m_awake = m_mpv;
     return true;
@@ -125,6 +126,11 @@ void MpvCore::take(const mpv_event& event)
         break;
     case MPV_EVENT_END_FILE:
         takeEndOfFile(*static_cast<const mpv_event_end_file*>(event.data));
+        break;
+    case MPV_EVENT_HOOK:
+        if (m_started)
+            m_properties.takeDuration(m_mpv);
+        mpv_hook_continue(m_mpv, static_cast<const mpv_event_hook*>(event.data)->id);
         break;
     case MPV_EVENT_COMMAND_REPLY:
     case MPV_EVENT_SEEK:

@@ -3,13 +3,14 @@
 #include "MpvTracks.h"
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
 // The library tells of every few packets; a viewer sees no smaller step of the buffered part.
 constexpr double bufferedStep = 0.5;
 
-enum Property : uint64_t { Position = 1, Duration, Buffered, Waiting, Seekable, Tracks };
+enum Property : uint64_t { Position = 1, Buffered, Waiting, Seekable, Tracks };
 
 struct Observed
 {
@@ -19,11 +20,8 @@ struct Observed
 };
 
 constexpr Observed observed[] = {
-    {Position, "time-pos", MPV_FORMAT_DOUBLE},
-    {Duration, "duration", MPV_FORMAT_DOUBLE},
-    {Buffered, "demuxer-cache-time", MPV_FORMAT_DOUBLE},
-    {Waiting, "paused-for-cache", MPV_FORMAT_FLAG},
-    {Seekable, "seekable", MPV_FORMAT_FLAG},
+    {Position, "time-pos", MPV_FORMAT_DOUBLE},      {Buffered, "demuxer-cache-time", MPV_FORMAT_DOUBLE},
+    {Waiting, "paused-for-cache", MPV_FORMAT_FLAG}, {Seekable, "seekable", MPV_FORMAT_FLAG},
     {Tracks, "track-list", MPV_FORMAT_NODE},
 };
 
@@ -40,7 +38,6 @@ void MpvProperties::begin(int load, bool isLive)
     m_load = load;
     m_isLive = isLive;
     m_pictureShown = false;
-    m_durationStands = false;
     m_bufferedTo = -bufferedStep;
 }
 
@@ -52,10 +49,6 @@ void MpvProperties::changed(uint64_t property, const mpv_event_property& value)
     case Position:
         if (m_pictureShown)
             report(&VideoEngineListener::positionMoved, *static_cast<const double*>(value.data));
-        break;
-    case Duration:
-        if (!m_durationStands)
-            report(&VideoEngineListener::durationKnown, *static_cast<const double*>(value.data));
         break;
     case Buffered:
         takeBuffered(*static_cast<const double*>(value.data));
@@ -82,19 +75,20 @@ void MpvProperties::takeBuffered(double seconds)
     report(&VideoEngineListener::dataBuffered, seconds);
 }
 
-// A value that is the same as that of the load before may not have been told as a change.
-void MpvProperties::showPicture(mpv_handle* mpv)
+// Once packets are read, the library takes the last one's time for a duration that the list does not tell.
+void MpvProperties::takeDuration(mpv_handle* mpv)
 {
     double seconds = 0;
     if (mpv_get_property(mpv, "duration", MPV_FORMAT_DOUBLE, &seconds) >= 0)
         report(&VideoEngineListener::durationKnown, seconds);
+}
+
+// A value that is the same as that of the load before may not have been told as a change.
+void MpvProperties::showPicture(mpv_handle* mpv)
+{
     int seekable = 0;
     mpv_get_property(mpv, "seekable", MPV_FORMAT_FLAG, &seekable);
     report(&VideoEngineListener::seekableKnown, !m_isLive && seekable != 0);
-    int partially = 0;
-    mpv_get_property(mpv, "partially-seekable", MPV_FORMAT_FLAG, &partially);
-    // The list of a whole recording has said it; timestamps that begin anew further on would seem to lengthen it.
-    m_durationStands = seekable != 0 && partially == 0;
     mpv_node tracks{};
     if (mpv_get_property(mpv, "track-list", MPV_FORMAT_NODE, &tracks) >= 0) {
         report(&VideoEngineListener::tracksKnown, MpvTracks::read(tracks));
@@ -109,9 +103,10 @@ void MpvProperties::finishSeek(mpv_handle* mpv, int seek)
     report(&VideoEngineListener::seekDone, seek, position(mpv));
 }
 
+// Unknown when the file has just ended, which is told next.
 double MpvProperties::position(mpv_handle* mpv)
 {
-    double seconds = 0;
+    double seconds = std::numeric_limits<double>::quiet_NaN();
     mpv_get_property(mpv, "time-pos", MPV_FORMAT_DOUBLE, &seconds);
     return seconds;
 }

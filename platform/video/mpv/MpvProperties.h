@@ -19,12 +19,16 @@ public:
     /** One change; positions are held back until `showPicture`. */
     void changed(uint64_t property, const mpv_event_property& value);
 
+    /** The list has been read, and nothing else yet: tells the duration where the list is whole. */
+    void takeDuration(mpv_handle* mpv);
+
     /** The first picture of the load is there: tells what is known of it, and then that. */
     void showPicture(mpv_handle* mpv);
     bool isPictureShown() const { return m_pictureShown; }
 
     void finishSeek(mpv_handle* mpv, int seek);
 
+    /** Not a number where it is unknown. */
     static double position(mpv_handle* mpv);
 
 private:
@@ -40,6 +44,5 @@ private:
     int m_load = 0;
     bool m_isLive = false;
     bool m_pictureShown = false;
-    bool m_durationStands = false;
     double m_bufferedTo = 0;
 };

@@ -1,0 +1,87 @@
+#include "VideoStage.h"
+
+using namespace Qt::StringLiterals;
+
+/** The real player on a recording that is still being made: its list has no end yet, and tells no duration. */
+class VideoGrowingTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void aServerThatDiesIsNoEnd_data();
+    void aServerThatDiesIsNoEnd();
+    void itEndsOnceItsListIsWhole();
+
+private:
+    QByteArray list(const QByteArray& type) const;
+    QByteArray authority() const { return m_folder.read(u"authority.pem"_s); }
+
+    StreamFolder m_folder;
+    std::unique_ptr<StreamServer> m_server;
+    QUrl m_stream;
+};
+
+void VideoGrowingTest::initTestCase()
+{
+    QVERIFY(m_folder.isReady());
+    VideoPlugins::addFolder(QStringLiteral(QUILLMERE_TEST_PLUGINS));
+}
+
+void VideoGrowingTest::init()
+{
+    m_server = std::make_unique<StreamServer>(m_folder.path());
+    m_stream = m_server->url(u"/growing.m3u8"_s);
+}
+
+/** The whole list, as it stands before its end is written; `type` as in its tag, if any. */
+QByteArray VideoGrowingTest::list(const QByteArray& type) const
+{
+    const QByteArray tag = type.isEmpty() ? QByteArray() : "#EXT-X-PLAYLIST-TYPE:" + type + '\n';
+    return m_folder.read(u"index.m3u8"_s)
+        .replace("#EXT-X-PLAYLIST-TYPE:VOD\n", tag)
+        .replace("#EXT-X-ENDLIST\n", QByteArray());
+}
+
+void VideoGrowingTest::aServerThatDiesIsNoEnd_data()
+{
+    QTest::addColumn<QByteArray>("type");
+    QTest::newRow("of no type") << QByteArray();
+    QTest::newRow("of an event") << QByteArray("EVENT");
+}
+
+void VideoGrowingTest::aServerThatDiesIsNoEnd()
+{
+    QFETCH(const QByteArray, type);
+    m_server->put(u"/growing.m3u8"_s, list(type));
+    m_server->hold(u"/part3.ts"_s);
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    stage.play(m_stream);
+    QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
+    QTRY_VERIFY_WITH_TIMEOUT(m_server->requests().contains(u"/part3.ts"_s), 15'000);
+    QTRY_VERIFY_WITH_TIMEOUT(stage.player->position() > 3, 15'000);
+    m_server.reset();
+    QTRY_VERIFY_WITH_TIMEOUT(stage.hasFailed() || ended.count() > 0, 60'000);
+    QCOMPARE(ended.count(), 0);
+    QCOMPARE(int(stage.failure().cause), int(VideoFailure::Cause::Refused));
+}
+
+void VideoGrowingTest::itEndsOnceItsListIsWhole()
+{
+    m_server->put(u"/growing.m3u8"_s, list("EVENT"));
+    VideoStage stage(authority());
+    QVERIFY(stage.isExposed());
+    stage.play(m_stream, 8);
+    QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
+    QVERIFY(stage.waitForPicture());
+    QVERIFY(!stage.player->isSeekable());
+    m_server->put(u"/growing.m3u8"_s, m_folder.read(u"index.m3u8"_s));
+    QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 45'000);
+    QVERIFY(!stage.hasFailed());
+    QVERIFY(stage.player->isSeekable());
+}
+
+QTEST_MAIN(VideoGrowingTest)
+#include "VideoGrowingTest.moc"
