@@ -34,7 +34,8 @@ Focusable {
         color: StationPalette.teal
     }
 
-    // Not aligned: so each stands at the side on which its own script begins.
+    // Not aligned: so each stands at the side on which its own script begins. Its colour is opaque, as a page of letters
+    // that let something through takes the software path twice as long to scroll.
     Text {
         id: words
 
@@ -43,8 +44,7 @@ Focusable {
         width: parent.width - 2 * x
         text: passage.text
         font: Typography.standard(30)
-        color: StationPalette.inkNavy
-        opacity: 0.72 + 0.28 * passage.lift
+        color: StationPalette.mixed(StationPalette.cream, StationPalette.inkNavy, 0.72 + 0.28 * passage.lift)
         wrapMode: Text.Wrap
         textFormat: Text.PlainText
         Accessible.ignored: true

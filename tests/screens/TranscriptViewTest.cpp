@@ -163,8 +163,11 @@ void TranscriptViewTest::thePassageWithTheFocusStandsOut()
     QVERIFY(looks(1, {3, 60}, StationPalette::cream()));
     QVERIFY(looks(0, {1690, 60}, StationPalette::mixed(StationPalette::cream(), StationPalette::amber(), 0.35)));
     QVERIFY(looks(1, {1690, 60}, StationPalette::cream()));
-    QCOMPARE(Stage::texts(house.column->itemAt(0)).constFirst()->opacity(), 1.0);
-    QCOMPARE(Stage::texts(house.column->itemAt(1)).constFirst()->opacity(), 0.72);
+    const auto ink = [&house](int row) {
+        return Stage::texts(house.column->itemAt(row)).constFirst()->property("color").value<QColor>().name();
+    };
+    QCOMPARE(ink(0), StationPalette::inkNavy().name());
+    QCOMPARE(ink(1), StationPalette::mixed(StationPalette::cream(), StationPalette::inkNavy(), 0.72).name());
     QCOMPARE(Stage::animationTimes(house.column->itemAt(0)), QList<int>{150});
 }
 
