@@ -12,7 +12,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr QRectF card(210, 92, 1500, 920);
+constexpr QRectF card(430, 240, 1060, 580);
 constexpr QRectF remaining(760, 650, 400, 90); // on the card of the sample hub's texts
 constexpr QRectF ticker(0, 1040, 1920, 40);
 constexpr QRectF lowerThird(70, 780, 1200, 276);
@@ -32,10 +32,11 @@ bool isCard(const QImage& picture)
     return picture::isLike(picture::colourAt(picture, onTheBars), yellow, 16);
 }
 
-/** The lowest part of the colour bars, too, is black and white, but no channel's loop is so long. */
+/** Black is second 0, and the foot of the colour bars would be one too, but no channel's loop is so long. */
 bool isChannel(const QImage& picture)
 {
-    return picture::recordedSeconds(picture).value_or(longestLoop) < longestLoop;
+    const int second = picture::recordedSeconds(picture).value_or(0);
+    return second > 0 && second < longestLoop;
 }
 
 bool hasLowerThird(const QImage& picture)
