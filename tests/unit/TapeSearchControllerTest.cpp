@@ -1,18 +1,14 @@
-#include "TapeSearchController.h"
-#include "StoreOnScript.h"
+#include "TapeSearchOnScript.h"
 #include "TapeSearchTexts.h"
 
 #include <QSignalSpy>
 
-/** The tape search without a window, on a store whose hub answers when and what the test says. */
-class TapeSearchControllerTest : public QObject
+/** What the tape search shows, and when. */
+class TapeSearchControllerTest : public TapeSearchOnScript
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-
     void theScreenSaysItsWords();
     void aFreshScreenShowsNothing();
     void typingAloneSearchesNothing();
@@ -29,62 +25,10 @@ private Q_SLOTS:
     void resultsAreCounted();
     void whatCannotBeHadIsNotFound_data();
     void whatCannotBeHadIsNotFound();
-    void theSearchThatEndsLastShowsItsResults_data();
-    void theSearchThatEndsLastShowsItsResults();
-    void theFirstAnswerOfTwoIsShownUntilTheSecond();
     void theNextSearchBeginsAtItsFirstResult();
-    void aLateAnswerLeavesTheViewerOnTheSameTape();
     void aResultOpensAndBackReturns();
     void whatIsNoResultDoesNotOpen();
-    void anOpenTapeStaysThoughTheResultsChange();
-    void anAnswerAfterTheScreenIsGoneChangesNothing_data();
-    void anAnswerAfterTheScreenIsGoneChangesNothing();
-    void aScreenDestroyedWhileItSearchesHarmsNobody();
-
-private:
-    void search(const QString& query);
-    QStringList found() const;
-
-    std::unique_ptr<StoreOnScript> m_house;
-    std::unique_ptr<TapeSearchController> m_screen;
 };
-
-namespace {
-
-QString request(const QString& query)
-{
-    return u"/api/tv/tapes?page=1&per_page=200&q="_s + query;
-}
-
-} // namespace
-
-void TapeSearchControllerTest::init()
-{
-    m_house = std::make_unique<StoreOnScript>();
-    m_screen = std::make_unique<TapeSearchController>();
-    m_screen->setStore(m_house->store.get());
-}
-
-void TapeSearchControllerTest::cleanup()
-{
-    m_screen.reset();
-    m_house.reset();
-    QCoreApplication::processEvents();
-}
-
-void TapeSearchControllerTest::search(const QString& query)
-{
-    m_screen->setQuery(query);
-    m_screen->search();
-}
-
-QStringList TapeSearchControllerTest::found() const
-{
-    QStringList titles;
-    for (const Tape& tape : m_screen->results())
-        titles.append(tape.title);
-    return titles;
-}
 
 void TapeSearchControllerTest::theScreenSaysItsWords()
 {
@@ -245,40 +189,6 @@ void TapeSearchControllerTest::whatCannotBeHadIsNotFound()
     QVERIFY(!(*m_house)->lastError());
 }
 
-void TapeSearchControllerTest::theSearchThatEndsLastShowsItsResults_data()
-{
-    QTest::addColumn<QStringList>("answers");
-    QTest::addColumn<QString>("last");
-    QTest::newRow("in order") << QStringList{u"zo"_s, u"zoning"_s} << u"zoning"_s;
-    QTest::newRow("the first one late") << QStringList{u"zoning"_s, u"zo"_s} << u"zo"_s;
-}
-
-void TapeSearchControllerTest::theSearchThatEndsLastShowsItsResults()
-{
-    QFETCH(const QStringList, answers);
-    QFETCH(const QString, last);
-    search(u"zo"_s);
-    search(u"zoning"_s);
-    QCOMPARE(m_house->http.count(), 2);
-    for (const QString& query : answers)
-        m_house->answerTapes({query + u" A"_s, query + u" B"_s}, request(query));
-    m_house->settle();
-    QCOMPARE(found(), (QStringList{last + u" A"_s, last + u" B"_s}));
-    QVERIFY(!m_screen->isBusy());
-}
-
-void TapeSearchControllerTest::theFirstAnswerOfTwoIsShownUntilTheSecond()
-{
-    search(u"zo"_s);
-    search(u"zoning"_s);
-    m_house->answerTapes({u"Zoning"_s}, request(u"zoning"_s));
-    QTRY_COMPARE(found(), QStringList{u"Zoning"_s});
-    QVERIFY(!m_screen->isBusy());
-    QVERIFY(m_screen->showsResults());
-    m_house->fail(request(u"zo"_s), u"The network is down."_s);
-    QTRY_VERIFY(m_screen->showsNoMatch());
-}
-
 void TapeSearchControllerTest::theNextSearchBeginsAtItsFirstResult()
 {
     search(u"zo"_s);
@@ -289,18 +199,6 @@ void TapeSearchControllerTest::theNextSearchBeginsAtItsFirstResult()
     m_house->answerTapes({u"A"_s, u"B"_s, u"C"_s});
     QTRY_VERIFY(m_screen->showsResults());
     QCOMPARE(m_screen->cassettes()->place(), -1);
-}
-
-void TapeSearchControllerTest::aLateAnswerLeavesTheViewerOnTheSameTape()
-{
-    search(u"zo"_s);
-    search(u"zoning"_s);
-    m_house->answerTapes({u"A"_s, u"B"_s, u"C"_s}, request(u"zoning"_s));
-    QTRY_VERIFY(m_screen->showsResults());
-    m_screen->cassettes()->setPlace(1);
-    m_house->answer(request(u"zo"_s), R"({"items": [{"id": 9}, {"id": 8}, {"id": 2}]})");
-    QTRY_COMPARE(m_screen->results().first().id, 9);
-    QCOMPARE(m_screen->cassettes()->place(), 2);
 }
 
 void TapeSearchControllerTest::aResultOpensAndBackReturns()
@@ -326,49 +224,6 @@ void TapeSearchControllerTest::whatIsNoResultDoesNotOpen()
     m_screen->open(-1);
     m_screen->open(1);
     QCOMPARE(m_screen->depth(), 0);
-}
-
-void TapeSearchControllerTest::anOpenTapeStaysThoughTheResultsChange()
-{
-    search(u"zo"_s);
-    search(u"zoning"_s);
-    m_house->answerTapes({u"Zoning"_s}, request(u"zoning"_s));
-    QTRY_VERIFY(m_screen->showsResults());
-    m_screen->open(0);
-    m_house->answerTapes({}, request(u"zo"_s));
-    QTRY_VERIFY(m_screen->showsNoMatch());
-    QCOMPARE(m_screen->depth(), 1);
-    QCOMPARE(m_screen->tapeAt(0).title, u"Zoning"_s);
-}
-
-void TapeSearchControllerTest::anAnswerAfterTheScreenIsGoneChangesNothing_data()
-{
-    QTest::addColumn<bool>("isDecoding");
-    QTest::newRow("on its way") << false;
-    QTest::newRow("being decoded") << true;
-}
-
-void TapeSearchControllerTest::anAnswerAfterTheScreenIsGoneChangesNothing()
-{
-    QFETCH(const bool, isDecoding);
-    search(u"zoning"_s);
-    if (isDecoding)
-        m_house->answerTapes({u"Zoning"_s});
-    m_screen->leave();
-    QCOMPARE(m_house->http.wasCancelled(0), !isDecoding);
-    m_house->settle();
-    QVERIFY(!m_screen->hasSearched());
-    QVERIFY(m_screen->results().isEmpty());
-}
-
-void TapeSearchControllerTest::aScreenDestroyedWhileItSearchesHarmsNobody()
-{
-    search(u"zo"_s);
-    search(u"zoning"_s);
-    m_house->answerTapes({u"Zoning"_s}, request(u"zoning"_s));
-    m_screen.reset();
-    m_house->settle();
-    QVERIFY(m_house->http.wasCancelled(0));
 }
 
 QTEST_GUILESS_MAIN(TapeSearchControllerTest)
