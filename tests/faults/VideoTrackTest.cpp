@@ -33,6 +33,7 @@ private Q_SLOTS:
     void theStreamsTracksAreListed();
     void anotherSoundIsChosenAndThePictureGoesOn();
     void subtitlesStandInTheSafeArea();
+    void aSeekWhileSubtitlesComeLands();
 
 private:
     bool make(const QStringList& input, const QString& name);
@@ -147,6 +148,21 @@ void VideoTrackTest::subtitlesStandInTheSafeArea()
     QVERIFY(words.height() > 40);
     stage.player->select(Kind::Subtitle, MediaTrack::none);
     QTRY_VERIFY(litArea(stage.window.grabWindow()).isEmpty());
+}
+
+void VideoTrackTest::aSeekWhileSubtitlesComeLands()
+{
+    VideoStage stage(authority(), canvas);
+    QVERIFY(stage.isExposed());
+    QVERIFY(waitForTracks(stage));
+    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
+    bool landed = false;
+    stage.player->select(Kind::Subtitle, 1);
+    stage.player->seek(9, SeekTolerance::AtOrAfter, [&landed](bool finished) { landed = finished; });
+    QTRY_VERIFY_WITH_TIMEOUT(landed, 30'000);
+    QVERIFY(stage.player->position() >= 9);
+    // Not by the way of a stall.
+    QCOMPARE(shown.count(), 0);
 }
 
 QTEST_MAIN(VideoTrackTest)

@@ -4,6 +4,7 @@
 #include "MpvTracks.h"
 #include "RunningCores.h"
 
+#include <cmath>
 #include <string_view>
 #include <thread>
 
@@ -118,63 +119,6 @@ bool MpvCore::takeTasks()
     }
 }
 
-void MpvCore::take(const mpv_event& event)
-{
-    switch (event.event_id) {
-    case MPV_EVENT_START_FILE:
-        m_started = static_cast<const mpv_event_start_file*>(event.data)->playlist_entry_id == m_entry;
-        break;
-    case MPV_EVENT_END_FILE:
-        takeEndOfFile(*static_cast<const mpv_event_end_file*>(event.data));
-        break;
-    case MPV_EVENT_HOOK:
-        if (m_started)
-            m_properties.takeDuration(m_mpv);
-        mpv_hook_continue(m_mpv, static_cast<const mpv_event_hook*>(event.data)->id);
-        break;
-    case MPV_EVENT_COMMAND_REPLY:
-    case MPV_EVENT_SEEK:
-        takeSeek(event);
-        break;
-    case MPV_EVENT_PLAYBACK_RESTART:
-        m_pictureDue = true;
-        break;
-    case MPV_EVENT_PROPERTY_CHANGE:
-        if (m_started)
-            m_properties.changed(event.reply_userdata, *static_cast<const mpv_event_property*>(event.data));
-        break;
-    case MPV_EVENT_LOG_MESSAGE:
-        takeMessage(static_cast<const mpv_event_log_message*>(event.data)->text);
-        break;
-    default:
-        break;
-    }
-}
-
-void MpvCore::takeEndOfFile(const mpv_event_end_file& end)
-{
-    if (end.playlist_entry_id != m_entry || end.reason == MPV_END_FILE_REASON_STOP)
-        return;
-    m_started = false;
-    // The messages that tell why come after it.
-    m_ended = end;
-}
-
-void MpvCore::reportEnd(const mpv_event_end_file& end)
-{
-    VideoFailure failure = m_log.failure();
-    const bool isUnexplained = failure.cause == VideoFailure::Cause::Unknown;
-    // Once it has played, what the messages tell may be a trouble long past.
-    if (end.reason == MPV_END_FILE_REASON_EOF && (isUnexplained || m_properties.isPictureShown())) {
-        m_listener.post([load = m_load](VideoEngineListener& listener) { listener.endOfFile(load); });
-        return;
-    }
-    const bool strange = end.error == MPV_ERROR_UNKNOWN_FORMAT || end.error == MPV_ERROR_NOTHING_TO_PLAY;
-    if (isUnexplained && strange)
-        failure.cause = VideoFailure::Cause::Unplayable;
-    m_listener.post([load = m_load, failure](VideoEngineListener& listener) { listener.loadFailed(load, failure); });
-}
-
 void MpvCore::load(const VideoLoad& load)
 {
     m_load = load.number;
@@ -186,14 +130,22 @@ void MpvCore::load(const VideoLoad& load)
     m_properties.begin(load.number, load.isLive);
     setPaused(load.isPaused);
     m_address = MpvOptions::setForLoad(m_mpv, load);
-    open(m_address);
+    open();
 }
 
-void MpvCore::open(const QByteArray& address)
+// The picture of the load has been there before.
+void MpvCore::openAt(double seconds)
 {
+    setOption("start", QByteArray::number(seconds, 'f', 3).constData());
+    open();
+}
+
+void MpvCore::open()
+{
+    m_opening = true;
     m_started = false;
     m_pictureDue = false;
-    const char* command[] = {"loadfile", address.constData(), "replace", nullptr};
+    const char* command[] = {"loadfile", m_address.constData(), "replace", nullptr};
     mpv_node result{};
     if (mpv_command_ret(m_mpv, command, &result) < 0) {
         m_listener.post([number = m_load](VideoEngineListener& listener) { listener.loadFailed(number, {}); });
@@ -205,52 +157,20 @@ void MpvCore::open(const QByteArray& address)
 
 void MpvCore::seek(int load, int seek, double seconds, SeekTolerance tolerance)
 {
-    if (load != m_load || !m_started)
+    if (load != m_load)
+        return;
+    if (m_opening) {
+        openAt(seconds);
+        m_seek = {seek, SeekStep::Begun};
+        return;
+    }
+    if (!m_started)
         return;
     m_seek = {seek, SeekStep::Asked};
     const QByteArray target = QByteArray::number(seconds, 'f', 3);
     const char* const way = tolerance == SeekTolerance::Nearest ? "absolute+keyframes" : "absolute+exact";
     const char* command[] = {"seek", target.constData(), way, nullptr};
     mpv_command_async(m_mpv, uint64_t(seek), command);
-}
-
-// A picture that comes before the library has begun this seek is still that of one before it.
-void MpvCore::takeSeek(const mpv_event& event)
-{
-    const bool isReply = event.event_id == MPV_EVENT_COMMAND_REPLY;
-    if (isReply && m_seek.step == SeekStep::Asked && event.reply_userdata == uint64_t(m_seek.number)) {
-        m_seek.step = SeekStep::Taken;
-        if (event.error < 0)
-            finishSeek();
-    } else if (!isReply && m_seek.step == SeekStep::Taken) {
-        m_seek.step = SeekStep::Begun;
-        m_pictureDue = false;
-    }
-}
-
-void MpvCore::takePicture()
-{
-    if (!m_started)
-        return;
-    if (!m_properties.isPictureShown())
-        m_properties.showPicture(m_mpv);
-    if (m_seek.step == SeekStep::Begun)
-        finishSeek();
-}
-
-void MpvCore::takeMessage(const char* text)
-{
-    m_log.add(text);
-    if (m_skippedData || !LoadLog::tellsOfSkippedData(text))
-        return;
-    m_skippedData = true;
-    m_listener.post([load = m_load](VideoEngineListener& listener) { listener.dataSkipped(load); });
-}
-
-void MpvCore::finishSeek()
-{
-    m_properties.finishSeek(m_mpv, m_seek.number);
-    m_seek = {};
 }
 
 void MpvCore::selectTrack(MediaTrack::Kind kind, int id)
@@ -263,8 +183,8 @@ void MpvCore::selectTrack(MediaTrack::Kind kind, int id)
         return;
     if (kind == MediaTrack::Kind::Subtitle) {
         // Its playlist is read right only from the opening of the stream on.
-        setOption("start", QByteArray::number(MpvProperties::position(m_mpv), 'f', 3).constData());
-        open(m_address);
+        if (const double at = MpvProperties::position(m_mpv); std::isfinite(at))
+            openAt(at);
         return;
     }
     // What was read ahead holds nothing of the track; read on from there, a stream would break off.
@@ -286,6 +206,7 @@ void MpvCore::setPaused(bool paused)
 void MpvCore::stop()
 {
     m_entry = 0;
+    m_opening = false;
     m_started = false;
     m_ended.reset();
     const char* command[] = {"stop", nullptr};

@@ -64,9 +64,12 @@ private:
 
     void run();
     bool create();
-    void open(const QByteArray& address);
+    void open();
+    void openAt(double seconds);
     void listen();
     bool takeTasks();
+
+    // What libmpv tells: MpvCoreEvents.cpp.
     void take(const mpv_event& event);
     void takeEndOfFile(const mpv_event_end_file& end);
     void reportEnd(const mpv_event_end_file& end);
@@ -74,6 +77,7 @@ private:
     void takePicture();
     void takeMessage(const char* text);
     void finishSeek();
+
     void setOption(const char* name, const char* value);
 
     const VideoOptions m_options;
@@ -88,7 +92,8 @@ private:
     int m_load = 0;
     bool m_isLive = false;
     QByteArray m_address;
-    int64_t m_entry = 0; ///< libmpv's number of the load
+    int64_t m_entry = 0;    ///< libmpv's number of the load
+    bool m_opening = false; ///< until a picture; anew for a choice of subtitles
     bool m_started = false;
     std::optional<mpv_event_end_file> m_ended; ///< its messages are still to come
     bool m_pictureDue = false;                 ///< so are those of before a picture
