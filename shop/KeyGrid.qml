@@ -13,7 +13,7 @@ FocusScreen {
 
     // Around the keys, within what every display shows, even of one that has grown.
     readonly property real sideMargin: 90
-    readonly property real bottomMargin: 60
+    readonly property real bottomMargin: 64
     readonly property real topMargin: 28
 
     readonly property real spacing: 12
