@@ -81,6 +81,12 @@ public:
             report(at);
         report(seconds);
     }
+    /** What is out of line counts with the report that follows it. */
+    void jumpTo(double seconds)
+    {
+        report(seconds);
+        report(seconds + 0.04);
+    }
     void skipData()
     {
         tell([load = load()](VideoEngineListener& to) { to.dataSkipped(load); });

@@ -1,0 +1,119 @@
+#include "StreamOnScript.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace std::chrono_literals;
+using TimeControl = VideoPlayer::TimeControl;
+
+/** Timestamps that begin anew in the middle of a recording, of 120 seconds. */
+class TimestampTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void timestampsThatBeginAnewGoOn_data();
+    void timestampsThatBeginAnewGoOn();
+    void theEndIsFoundBehindTimestampsThatBeganAnew();
+    void aSeekIsToThePositionNotTheTimestamp();
+    void aStartAmongTimestampsThatBeganAnewIsWhereItWasWanted();
+    void theBufferedPartIsWithinTheRecording();
+    void anotherItemKnowsNothingOfIt();
+};
+
+void TimestampTest::timestampsThatBeginAnewGoOn_data()
+{
+    QTest::addColumn<double>("anew");
+    QTest::newRow("at nothing") << 0.0;
+    QTest::newRow("before nothing") << -16.0;
+    QTest::newRow("before") << 25.0;
+    QTest::newRow("far beyond") << 4000.0;
+}
+
+void TimestampTest::timestampsThatBeginAnewGoOn()
+{
+    QFETCH(const double, anew);
+    StreamOnScript script;
+    script.playFrom(20);
+    script.moveTo(30);
+    script.report(20); // where it was last sent
+    script.jumpTo(anew);
+    script.report(anew + 0.5);
+    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
+    const double position = script.player->position();
+    QVERIFY2(position > 30 && position < 31, qPrintable(QString::number(position)));
+    for (int half = 2; half <= 20; ++half)
+        script.report(anew + half / 2.0);
+    QVERIFY(std::abs(script.player->position() - 40) < 0.5);
+    QCOMPARE(script.engine->loads.size(), 1);
+}
+
+void TimestampTest::theEndIsFoundBehindTimestampsThatBeganAnew()
+{
+    StreamOnScript script;
+    script.playFrom(100);
+    QSignalSpy ended(script.item.get(), &PlayerItem::didPlayToEnd);
+    script.moveTo(110);
+    script.jumpTo(0);
+    for (int half = 1; half <= 18; ++half)
+        script.report(half / 2.0);
+    script.endFile();
+    QCOMPARE(ended.count(), 1);
+}
+
+void TimestampTest::aSeekIsToThePositionNotTheTimestamp()
+{
+    StreamOnScript script;
+    script.playFrom(20);
+    script.moveTo(30);
+    script.jumpTo(0);
+    script.player->seek(15, SeekTolerance::AtOrAfter);
+    QCOMPARE(script.engine->seeks.last().seconds, 15.0);
+    script.land(15.5);
+    QCOMPARE(script.player->position(), 15.5);
+    script.moveTo(17);
+    QCOMPARE(script.player->position(), 17.0);
+}
+
+void TimestampTest::aStartAmongTimestampsThatBeganAnewIsWhereItWasWanted()
+{
+    StreamOnScript script;
+    script.setItem();
+    script.player->seek(60, SeekTolerance::AtOrAfter);
+    script.player->play();
+    script.start();
+    script.know(120);
+    script.show(4000);
+    QCOMPARE(script.player->position(), 60.0);
+    script.report(4000.5);
+    QCOMPARE(script.player->position(), 60.5);
+}
+
+void TimestampTest::theBufferedPartIsWithinTheRecording()
+{
+    StreamOnScript script;
+    script.playFrom(20);
+    const auto buffer = [&](double upTo) {
+        script.tell([=, load = script.load()](VideoEngineListener& to) { to.dataBuffered(load, upTo); });
+    };
+    buffer(4000);
+    QCOMPARE(script.player->bufferedTo(), 120.0);
+    script.jumpTo(3990);
+    buffer(4000);
+    QVERIFY(std::abs(script.player->bufferedTo() - 30) < 0.5);
+}
+
+void TimestampTest::anotherItemKnowsNothingOfIt()
+{
+    StreamOnScript script;
+    script.playFrom(20);
+    script.skipData();
+    script.jumpTo(60);
+    script.playFrom(20);
+    script.skipData();
+    script.jumpTo(60);
+    QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
+}
+
+QTEST_MAIN(TimestampTest)
+#include "TimestampTest.moc"
