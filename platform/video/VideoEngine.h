@@ -34,8 +34,8 @@ public:
     virtual void rendererReady() = 0; ///< loads can be given
     virtual void engineFailed(const VideoFailure& failure) = 0;
 
-    virtual void
-    pictureShown(int load, double seconds) = 0; ///< the first one, and its position; not finite where that is unknown
+    /** The first one, and its position; not finite where that is unknown. */
+    virtual void pictureShown(int load, double seconds) = 0;
     virtual void positionMoved(int load, double seconds) = 0;
     virtual void durationKnown(int load, double seconds) = 0; ///< never of a recording that is still being made
     virtual void dataBuffered(int load, double upTo) = 0;     ///< seconds; a few times a second at most
