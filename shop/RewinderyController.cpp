@@ -44,22 +44,6 @@ QString RewinderyController::stockLine() const
     return m_store ? RewinderyTexts::stockLine(m_store->stockCount()) : QString();
 }
 
-void RewinderyController::open(CassetteRow* shelf, int cassette)
-{
-    if (!shelf || cassette < 0 || cassette >= shelf->rowCount())
-        return;
-    m_path.append(shelf->content().tapes.at(cassette));
-    Q_EMIT pathChanged();
-}
-
-void RewinderyController::pop()
-{
-    if (m_path.isEmpty())
-        return;
-    m_path.removeLast();
-    Q_EMIT pathChanged();
-}
-
 void RewinderyController::retry()
 {
     m_store->refresh();

@@ -3,6 +3,7 @@
 #include "MarketList.h"
 #include "ShelfList.h"
 #include "Store.h"
+#include "TapePath.h"
 
 /**
  * The shop screen's state and texts. It loads nothing of its own when it is shown: it shows what the store holds.
@@ -13,11 +14,10 @@ class RewinderyController : public QObject
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(Store* store READ store WRITE setStore NOTIFY storeChanged REQUIRED FINAL)
-    /** Whether the tape search covers the screen, or would if there were one. */
+    /** Whether the tape search covers the screen. */
     Q_PROPERTY(bool searching READ isSearching WRITE setSearching NOTIFY searchingChanged FINAL)
-    /** The tapes opened from the shelves; the last one's screen is in front. `depth` is their number. */
-    Q_PROPERTY(QList<Tape> path READ path NOTIFY pathChanged FINAL)
-    Q_PROPERTY(int depth READ depth NOTIFY pathChanged FINAL)
+    /** The tapes opened from the shelves. */
+    Q_PROPERTY(TapePath* path READ path CONSTANT FINAL)
 
     Q_PROPERTY(ShelfList* shelves READ shelves CONSTANT FINAL)
     Q_PROPERTY(MarketList* markets READ markets CONSTANT FINAL)
@@ -34,8 +34,7 @@ public:
     void setStore(Store* store);
     bool isSearching() const { return m_searching; }
     void setSearching(bool searching);
-    const QList<Tape>& path() const { return m_path; }
-    int depth() const { return int(m_path.size()); }
+    TapePath* path() { return &m_path; }
 
     ShelfList* shelves() { return &m_shelves; }
     MarketList* markets() { return &m_markets; }
@@ -43,12 +42,6 @@ public:
     bool isLoading() const { return m_store && m_store->isLoading(); }
     QString message() const;
     QString stockLine() const;
-
-    /** The viewer chooses a cassette: its tape comes onto the path. */
-    Q_INVOKABLE void open(CassetteRow* shelf, int cassette);
-    /** The tape at a level of the path, 0 for the first. */
-    Q_INVOKABLE Tape tapeAt(int level) const { return m_path.value(level); }
-    Q_INVOKABLE void pop();
 
     /** Starts a load, a task of the store's that ends with the store; each call starts one more. */
     Q_INVOKABLE void retry();
@@ -59,7 +52,6 @@ public:
 Q_SIGNALS:
     void storeChanged();
     void searchingChanged();
-    void pathChanged();
     void shelvesChanged();
     void isLoadingChanged();
     void messageChanged();
@@ -71,7 +63,7 @@ private:
 
     Store* m_store = nullptr; ///< not there before it is set: bindings may look then, nothing acts
     bool m_searching = false;
-    QList<Tape> m_path;
+    TapePath m_path;
     ShelfList m_shelves;
     MarketList m_markets;
 };

@@ -24,8 +24,8 @@ NavigationStack {
     // A tape's screen has come: it may be played soon.
     signal tapeOpened()
 
-    depth: controller.depth
-    onPopped: controller.pop()
+    depth: controller.path.depth
+    onPopped: controller.path.pop()
     onDisappeared: controller.leave()
 
     page: Component {
@@ -34,7 +34,7 @@ NavigationStack {
 
             store: shop.store
             hub: shop.hub
-            tape: controller.tapeAt(level)
+            tape: controller.path.tapeAt(level)
             playerScreen: shop.playerScreen
             transcriptScreen: shop.transcriptScreen
             onAppeared: shop.tapeOpened()
@@ -97,7 +97,7 @@ NavigationStack {
 
                     ShelfRow {
                         width: room.width
-                        onOpened: cassette => controller.open(cassettes, cassette)
+                        onOpened: cassette => controller.path.open(cassettes, cassette)
                     }
                 }
 

@@ -38,22 +38,6 @@ void TapeSearchController::search()
     find(words);
 }
 
-void TapeSearchController::open(int cassette)
-{
-    if (cassette < 0 || cassette >= results().size())
-        return;
-    m_path.append(results().at(cassette));
-    Q_EMIT pathChanged();
-}
-
-void TapeSearchController::pop()
-{
-    if (m_path.isEmpty())
-        return;
-    m_path.removeLast();
-    Q_EMIT pathChanged();
-}
-
 void TapeSearchController::leave()
 {
     m_tasks.cancel();

@@ -2,6 +2,7 @@
 
 #include "CassetteRow.h"
 #include "Store.h"
+#include "TapePath.h"
 
 /**
  * The tape search's state and texts: what the viewer has typed, and what the last search to end has found. Screen thread
@@ -26,8 +27,8 @@ class TapeSearchController : public QObject
     Q_PROPERTY(QString countLine READ countLine NOTIFY outcomeChanged FINAL)
     Q_PROPERTY(QString noMatchLine READ noMatchLine NOTIFY queryChanged FINAL)
 
-    /** How many tapes lie opened over the results; the last one's screen is in front. */
-    Q_PROPERTY(int depth READ depth NOTIFY pathChanged FINAL)
+    /** The tapes opened from the results. */
+    Q_PROPERTY(TapePath* path READ path CONSTANT FINAL)
 
 public:
     using QObject::QObject;
@@ -45,19 +46,13 @@ public:
     bool showsNoMatch() const { return !m_busy && m_searched && results().isEmpty(); }
     QString countLine() const;
     QString noMatchLine() const;
-    int depth() const { return int(m_path.size()); }
+    TapePath* path() { return &m_path; }
 
     /**
      * The viewer submits the query. Its outer white space is not searched for, and nothing happens when that is all there
      * is. Nothing keeps searches from overlapping: each shows what it found when it ends, and a failure is nothing found.
      */
     Q_INVOKABLE void search();
-
-    /** The viewer chooses a result: its tape comes onto the path. */
-    Q_INVOKABLE void open(int cassette);
-    /** The tape at a level of the path, 0 for the first. */
-    Q_INVOKABLE Tape tapeAt(int level) const { return m_path.value(level); }
-    Q_INVOKABLE void pop();
 
     /** The screen goes away: its searches end. */
     Q_INVOKABLE void leave();
@@ -66,7 +61,6 @@ Q_SIGNALS:
     void storeChanged();
     void queryChanged();
     void outcomeChanged();
-    void pathChanged();
 
 private:
     QCoro::Task<> find(QString words);
@@ -77,6 +71,6 @@ private:
     bool m_searched = false;
     bool m_busy = false;
     CassetteRow m_cassettes;
-    QList<Tape> m_path;
+    TapePath m_path;
     TaskScope m_tasks;
 };

@@ -21,8 +21,8 @@ NavigationStack {
     // A tape's screen has come: it may be played soon.
     signal tapeOpened
 
-    depth: controller.depth
-    onPopped: controller.pop()
+    depth: controller.path.depth
+    onPopped: controller.path.pop()
     onDisappeared: controller.leave()
 
     page: Component {
@@ -31,7 +31,7 @@ NavigationStack {
 
             store: search.store
             hub: search.hub
-            tape: controller.tapeAt(level)
+            tape: controller.path.tapeAt(level)
             playerScreen: search.playerScreen
             transcriptScreen: search.transcriptScreen
             onAppeared: search.tapeOpened()
@@ -140,7 +140,7 @@ NavigationStack {
                             cassettes: controller.cassettes
                             extent: 230
                             margin: 30
-                            onOpened: cassette => controller.open(cassette)
+                            onOpened: cassette => controller.path.open(controller.cassettes, cassette)
                         }
                     }
                 }

@@ -62,7 +62,7 @@ void RewinderyControllerTest::setMarkets(qint64 total, const QList<TapeMarket>& 
 void RewinderyControllerTest::showingTheScreenLoadsNothing()
 {
     QCOMPARE(m_house->http.count(), 0);
-    QCOMPARE(m_shop->depth(), 0);
+    QCOMPARE(m_shop->path()->depth(), 0);
     QVERIFY(!m_shop->isSearching());
     QVERIFY(!m_shop->showsShelves());
 }
@@ -196,18 +196,18 @@ void RewinderyControllerTest::aMarketWithTapesIsKept()
 void RewinderyControllerTest::openingAndGoingBackIsThePath()
 {
     m_house->store->setShelves({shelfOf(u"A"_s, {1, 2}), shelfOf(u"B"_s, {3})});
-    QSignalSpy changed(m_shop.get(), &RewinderyController::pathChanged);
-    m_shop->open(m_shop->shelves()->row(0), 1);
-    QCOMPARE(m_shop->depth(), 1);
-    QCOMPARE(m_shop->tapeAt(0).title, u"Tape 2"_s);
-    m_shop->open(m_shop->shelves()->row(1), 0);
-    QCOMPARE(m_shop->path(), (QList<Tape>{tapeOf(2), tapeOf(3)}));
-    QCOMPARE(m_shop->tapeAt(1).title, u"Tape 3"_s);
-    m_shop->pop();
-    QCOMPARE(m_shop->path(), QList<Tape>{tapeOf(2)});
-    m_shop->pop();
-    m_shop->pop();
-    QCOMPARE(m_shop->depth(), 0);
+    QSignalSpy changed(m_shop->path(), &TapePath::depthChanged);
+    m_shop->path()->open(m_shop->shelves()->row(0), 1);
+    QCOMPARE(m_shop->path()->depth(), 1);
+    QCOMPARE(m_shop->path()->tapeAt(0).title, u"Tape 2"_s);
+    m_shop->path()->open(m_shop->shelves()->row(1), 0);
+    QCOMPARE(m_shop->path()->depth(), 2);
+    QCOMPARE(m_shop->path()->tapeAt(1).title, u"Tape 3"_s);
+    m_shop->path()->pop();
+    QCOMPARE(m_shop->path()->depth(), 1);
+    m_shop->path()->pop();
+    m_shop->path()->pop();
+    QCOMPARE(m_shop->path()->depth(), 0);
     QCOMPARE(changed.count(), 4);
 }
 
@@ -215,10 +215,10 @@ void RewinderyControllerTest::whatIsNotOnAShelfDoesNotOpen()
 {
     m_house->store->setShelves({shelfOf(u"A"_s, {1, 2})});
     CassetteRow* const shelf = m_shop->shelves()->row(0);
-    m_shop->open(shelf, -1);
-    m_shop->open(shelf, 2);
-    m_shop->open(m_shop->shelves()->row(1), 0);
-    QCOMPARE(m_shop->depth(), 0);
+    m_shop->path()->open(shelf, -1);
+    m_shop->path()->open(shelf, 2);
+    m_shop->path()->open(m_shop->shelves()->row(1), 0);
+    QCOMPARE(m_shop->path()->depth(), 0);
 }
 
 void RewinderyControllerTest::ofTwoTapesWithOneIdTheChosenOneOpens()
@@ -227,19 +227,19 @@ void RewinderyControllerTest::ofTwoTapesWithOneIdTheChosenOneOpens()
     Shelf other = shelfOf(u"B"_s, {7});
     other.tapesByID[7].title = u"Another"_s;
     m_house->store->setShelves({shelf, other});
-    m_shop->open(m_shop->shelves()->row(0), 0);
-    m_shop->open(m_shop->shelves()->row(1), 0);
-    QCOMPARE(m_shop->tapeAt(0).title, u"Tape 7"_s);
-    QCOMPARE(m_shop->tapeAt(1).title, u"Another"_s);
+    m_shop->path()->open(m_shop->shelves()->row(0), 0);
+    m_shop->path()->open(m_shop->shelves()->row(1), 0);
+    QCOMPARE(m_shop->path()->tapeAt(0).title, u"Tape 7"_s);
+    QCOMPARE(m_shop->path()->tapeAt(1).title, u"Another"_s);
 }
 
 void RewinderyControllerTest::anOpenTapeStaysThoughTheShelvesChange()
 {
     m_house->store->setShelves({shelfOf(u"A"_s, {1, 2})});
-    m_shop->open(m_shop->shelves()->row(0), 1);
+    m_shop->path()->open(m_shop->shelves()->row(0), 1);
     m_house->store->setShelves({});
-    QCOMPARE(m_shop->depth(), 1);
-    QCOMPARE(m_shop->tapeAt(0).title, u"Tape 2"_s);
+    QCOMPARE(m_shop->path()->depth(), 1);
+    QCOMPARE(m_shop->path()->tapeAt(0).title, u"Tape 2"_s);
 }
 
 void RewinderyControllerTest::searchingIsToldOnce()

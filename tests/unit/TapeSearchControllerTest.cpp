@@ -44,7 +44,7 @@ void TapeSearchControllerTest::aFreshScreenShowsNothing()
     QVERIFY(!m_screen->isBusy());
     QVERIFY(!m_screen->showsResults());
     QVERIFY(!m_screen->showsNoMatch());
-    QCOMPARE(m_screen->depth(), 0);
+    QCOMPARE(m_screen->path()->depth(), 0);
 }
 
 void TapeSearchControllerTest::typingAloneSearchesNothing()
@@ -206,24 +206,24 @@ void TapeSearchControllerTest::aResultOpensAndBackReturns()
     search(u"o"_s);
     m_house->answerTapes({u"Zoo"_s, u"Arbour"_s});
     QTRY_VERIFY(m_screen->showsResults());
-    m_screen->open(1);
-    QCOMPARE(m_screen->depth(), 1);
-    QCOMPARE(m_screen->tapeAt(0).title, u"Arbour"_s);
-    m_screen->pop();
-    m_screen->pop();
-    QCOMPARE(m_screen->depth(), 0);
+    m_screen->path()->open(m_screen->cassettes(), 1);
+    QCOMPARE(m_screen->path()->depth(), 1);
+    QCOMPARE(m_screen->path()->tapeAt(0).title, u"Arbour"_s);
+    m_screen->path()->pop();
+    m_screen->path()->pop();
+    QCOMPARE(m_screen->path()->depth(), 0);
     QVERIFY(m_screen->showsResults());
 }
 
 void TapeSearchControllerTest::whatIsNoResultDoesNotOpen()
 {
-    m_screen->open(0);
+    m_screen->path()->open(m_screen->cassettes(), 0);
     search(u"o"_s);
     m_house->answerTapes({u"Zoo"_s});
     QTRY_VERIFY(m_screen->showsResults());
-    m_screen->open(-1);
-    m_screen->open(1);
-    QCOMPARE(m_screen->depth(), 0);
+    m_screen->path()->open(m_screen->cassettes(), -1);
+    m_screen->path()->open(m_screen->cassettes(), 1);
+    QCOMPARE(m_screen->path()->depth(), 0);
 }
 
 QTEST_GUILESS_MAIN(TapeSearchControllerTest)

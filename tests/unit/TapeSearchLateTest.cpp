@@ -68,11 +68,11 @@ void TapeSearchLateTest::anOpenTapeStaysThoughTheResultsChange()
     search(u"zoning"_s);
     m_house->answerTapes({u"Zoning"_s}, request(u"zoning"_s));
     QTRY_VERIFY(m_screen->showsResults());
-    m_screen->open(0);
+    m_screen->path()->open(m_screen->cassettes(), 0);
     m_house->answerTapes({}, request(u"zo"_s));
     QTRY_VERIFY(m_screen->showsNoMatch());
-    QCOMPARE(m_screen->depth(), 1);
-    QCOMPARE(m_screen->tapeAt(0).title, u"Zoning"_s);
+    QCOMPARE(m_screen->path()->depth(), 1);
+    QCOMPARE(m_screen->path()->tapeAt(0).title, u"Zoning"_s);
 }
 
 void TapeSearchLateTest::anAnswerAfterTheScreenIsGoneChangesNothing_data()
