@@ -61,6 +61,13 @@ constexpr Option options[] = {
     {"demuxer-max-back-bytes", "8MiB"},
 };
 
+/** Scripts of the library's own, for a desktop: a thread each. A library that knows one by another name runs it. */
+constexpr Option spared[] = {
+    {"load-stats-overlay", "no"},
+    {"load-osd-console", "no"},
+    {"load-auto-profiles", "no"},
+};
+
 /** One file with the system's certificates and ours: naming a file takes the place of the system's. */
 QByteArray trustFile(const QByteArray& certificates)
 {
@@ -119,6 +126,8 @@ bool MpvOptions::apply(mpv_handle* mpv, const VideoOptions& given)
     if (!std::all_of(std::begin(options), std::end(options),
                      [set](const Option& one) { return set(one.name, one.value); }))
         return false;
+    for (const Option& one : spared)
+        set(one.name, one.value);
     const QByteArray trust = trustFile(given.certificates);
     return !trust.isEmpty() && set("tls-ca-file", trust.constData()) &&
            set("audio-client-name", given.applicationName.toUtf8().constData());
