@@ -20,11 +20,11 @@ class LandingController : public QObject
     Q_PROPERTY(Store* store READ store WRITE setStore NOTIFY storeChanged REQUIRED FINAL)
     Q_PROPERTY(Timepiece* timepiece READ timepiece WRITE setTimepiece NOTIFY timepieceChanged REQUIRED FINAL)
 
-    /** Whether a door was selected: its screen covers this one, or would if it existed. */
+    /** Whether a door was selected: its screen covers this one, if there is any. */
     Q_PROPERTY(bool showNews READ showNews WRITE setShowNews NOTIFY showNewsChanged FINAL)
     Q_PROPERTY(bool showStore READ showStore WRITE setShowStore NOTIFY showStoreChanged FINAL)
 
-    /** The screens behind the doors, null until they are built; their maker outlives this. */
+    /** The screens behind the doors, null for none; their maker outlives this. */
     Q_PROPERTY(QQmlComponent* newsScreen READ newsScreen WRITE setNewsScreen NOTIFY coverChanged FINAL)
     Q_PROPERTY(QQmlComponent* shopScreen READ shopScreen WRITE setShopScreen NOTIFY coverChanged FINAL)
     /** The one that covers this screen, null while none does. */

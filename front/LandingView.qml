@@ -10,7 +10,7 @@ FocusScreen {
     required property Store store
     required property Timepiece timepiece
 
-    // What stands behind the doors, FocusScreens; null until they are built.
+    // What stands behind the doors, FocusScreens; null for none.
     property alias newsScreen: landing.newsScreen
     property alias shopScreen: landing.shopScreen
 

@@ -23,7 +23,7 @@ class TapeDetailController : public QObject
     Q_PROPERTY(Tape shownTape READ shownTape NOTIFY shownTapeChanged FINAL)
     Q_PROPERTY(VHSCover cover READ cover NOTIFY shownTapeChanged FINAL)
 
-    /** Whether the player, or the transcript, covers the screen, or would if there were one. */
+    /** Whether the player, or the transcript, covers the screen. */
     Q_PROPERTY(bool playing READ isPlaying WRITE setPlaying NOTIFY playingChanged FINAL)
     Q_PROPERTY(bool readingTranscript READ isReadingTranscript WRITE setReadingTranscript NOTIFY
                    readingTranscriptChanged FINAL)
