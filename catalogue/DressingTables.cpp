@@ -1,7 +1,5 @@
 #include "DressingTables.h"
 
-#include <QList>
-
 #include <algorithm>
 
 using namespace Qt::StringLiterals;

@@ -3,7 +3,6 @@
 #include "SnappedRect.h"
 
 #include <QPainter>
-#include <QPainterPath>
 
 #include <array>
 #include <cmath>

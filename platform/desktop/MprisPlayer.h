@@ -31,9 +31,6 @@ public:
                 QObject* parent = nullptr);
     ~MprisPlayer() override;
 
-    /** What is on the bus for it, empty when both of its names were taken. */
-    const QString& serviceName() const { return m_serviceName; }
-
     const Application& application() const { return m_application; }
     const MprisState& state() const { return m_state; }
     qint64 position() const { return m_position(); }
@@ -62,5 +59,5 @@ private:
     QDBusObjectPath m_trackId;
     MprisState m_state;
     MprisPlayerInterface* m_interface; ///< a child, as interfaces are
-    QString m_serviceName;
+    QString m_serviceName;             ///< what is on the bus for it, empty when both of its names were taken
 };

@@ -1,6 +1,5 @@
 #include "PlayerOnBus.h"
 
-#include <QDBusVariant>
 #include <QGuiApplication>
 #include <QRegularExpression>
 

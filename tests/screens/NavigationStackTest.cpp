@@ -1,7 +1,6 @@
 #include "NavigationStack.h"
 #include "Stage.h"
 
-#include <QQmlContext>
 #include <QSignalSpy>
 #include <QTest>
 

@@ -9,7 +9,6 @@
 #include "Stage.h"
 
 #include <QPointer>
-#include <QQmlComponent>
 #include <QTest>
 
 #include <algorithm>

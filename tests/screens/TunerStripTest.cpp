@@ -3,7 +3,6 @@
 #include "StationPalette.h"
 #include "TunerList.h"
 
-#include <QSignalSpy>
 #include <QTest>
 
 #include <cmath>

@@ -1,6 +1,5 @@
 #include "SystemClock.h"
 
-#include <QElapsedTimer>
 #include <QTest>
 
 using namespace std::chrono_literals;
