@@ -59,7 +59,7 @@ Album::Album(const QString& folder) : m_folder(folder)
 void Album::add(const QString& name, const QImage& picture)
 {
     static const QRegularExpression others(u"[^a-z0-9]+"_s);
-    const QString file = u"%1-%2.png"_s.arg(++m_count, 2, 10, QChar(u'0')).arg(name.toLower().replace(others, u"-"_s));
+    const QString file = u"%1-%2.png"_s.arg(++m_count, 3, 10, QChar(u'0')).arg(name.toLower().replace(others, u"-"_s));
     save(picture, m_folder + u'/' + file);
 }
 

@@ -134,7 +134,8 @@ QList<State> frontStates()
 
 QList<State> allStates()
 {
-    return frontStates() + newsStates() + shopStates() + detailStates() + panelStates() + tapeStates() +
+    // The shop and its tapes come by before the set is first switched off: they need what it was switched on with.
+    return frontStates() + shopStates() + detailStates() + newsStates() + panelStates() + tapeStates() +
            transcriptStates() + searchStates();
 }
 

@@ -18,7 +18,7 @@ Step press(const QString& button, int times)
         if (!stage.room.isOn())
             throw std::runtime_error("The set is not running.");
         for (int i = 0; i < times; ++i) {
-            stage.room.screen().waitUntilSettled(150ms, 1s);
+            stage.room.screen().waitUntilSettled(150ms, 500ms);
             stage.room.press(button);
         }
     };
