@@ -15,6 +15,8 @@ class StationMotion : public QObject
     Q_PROPERTY(double plateScale READ plateScale CONSTANT FINAL)
     /** How much of white lies over a focused card, 0 to 1. */
     Q_PROPERTY(double cardBrightening READ cardBrightening CONSTANT FINAL)
+    /** What lies over a picture comes, and goes, in this time. */
+    Q_PROPERTY(int fadeTime READ fadeTime CONSTANT FINAL)
     /** A live lamp's glow goes from faint to full, and back in the same time. */
     Q_PROPERTY(int glowTime READ glowTime CONSTANT FINAL)
     Q_PROPERTY(double faintGlowSpread READ faintGlowSpread CONSTANT FINAL)
@@ -30,6 +32,7 @@ public:
     static constexpr double cardScale() { return 1.08; }
     static constexpr double plateScale() { return 1.05; }
     static constexpr double cardBrightening() { return 0.06; }
+    static constexpr int fadeTime() { return 200; }
     static constexpr int glowTime() { return 1100; }
 
     static constexpr double faintGlowRadius = 6;

@@ -22,7 +22,7 @@ Item {
 
     Behavior on sight {
         NumberAnimation {
-            duration: 200
+            duration: StationMotion.fadeTime
             easing.type: Easing.OutCubic
         }
     }

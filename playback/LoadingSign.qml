@@ -14,7 +14,7 @@ Item {
 
     Behavior on opacity {
         NumberAnimation {
-            duration: 200
+            duration: StationMotion.fadeTime
         }
     }
 

@@ -34,6 +34,7 @@ class PlayerController : public QObject
 
     /** How it plays, and in words, with the speed of a scrub. */
     Q_PROPERTY(State state READ state NOTIFY stateChanged FINAL)
+    Q_PROPERTY(bool scrubbing READ isScrubbing NOTIFY stateChanged FINAL)
     Q_PROPERTY(QString stateText READ stateText NOTIFY stateChanged FINAL)
 
     /** "1:02:05" and "-12:34"; while scrubbing of where it would go on. Empty for a live item; no remaining time while
@@ -72,6 +73,7 @@ public:
     bool isLive() const;
     bool isSeekable() const { return m_player && m_player->isSeekable(); }
     State state() const { return m_state; }
+    bool isScrubbing() const { return m_state == State::FastForwarding || m_state == State::Rewinding; }
     QString stateText() const { return m_stateText; }
     QString elapsedText() const { return m_elapsedText; }
     QString remainingText() const { return m_remainingText; }

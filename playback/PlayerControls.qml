@@ -13,15 +13,13 @@ Item {
     readonly property bool isTitled: !controls.panelShown
     // Of what is drawn, by PlayerController.State.
     readonly property var signs: [Icon.None, Icon.Play, Icon.Pause, Icon.FastForward, Icon.Rewind]
-    readonly property bool isScrubbing: controls.state === PlayerController.FastForwarding
-                                        || controls.state === PlayerController.Rewinding
 
     opacity: controls.transportShown ? 1 : 0
     visible: opacity > 0
 
     Behavior on opacity {
         NumberAnimation {
-            duration: 200
+            duration: StationMotion.fadeTime
         }
     }
 
@@ -80,7 +78,7 @@ Item {
                 width: parent.width
                 played: transport.controls.progress
                 buffered: transport.controls.bufferedPart
-                held: transport.isScrubbing
+                held: transport.controls.scrubbing
                 Accessible.role: Accessible.ProgressBar
                 Accessible.name: elapsed.text
             }
