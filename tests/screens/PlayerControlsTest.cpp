@@ -2,6 +2,8 @@
 #include "StationPalette.h"
 #include "TapePlayerHouse.h"
 
+#include <QKeyEvent>
+
 /** What the tape player shows over its picture: the transport bar, the information panel, the sign of loading. */
 class PlayerControlsTest : public QObject
 {
@@ -14,6 +16,7 @@ private Q_SLOTS:
     void theTransportSaysWhatPlaysAndWhere();
     void withoutASignTheTimeStandsAtTheEdge();
     void theBarShowsWhatIsPlayedAndWhatIsThere();
+    void theHeadIsHeldWhileItScrubs();
     void theTransportHidesAfterFourSecondsAndThenDrawsNothing();
     void aPausedTapeKeepsItsTransport();
     void thePanelTellsWhatIsKnown();
@@ -98,6 +101,18 @@ void PlayerControlsTest::theBarShowsWhatIsPlayedAndWhatIsThere()
     QCOMPARE(at(300), StationPalette::amber());
     QCOMPARE(at(605), StationPalette::cream());
     QVERIFY(at(690).lightness() > at(2000).lightness() + 30);
+}
+
+void PlayerControlsTest::theHeadIsHeldWhileItScrubs()
+{
+    TapePlayerHouse& house = open();
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_AudioForward, Qt::NoModifier);
+    QCoreApplication::sendEvent(&house.stage.window(), &press);
+    const auto bar = static_cast<PlayheadBar*>(house.piece("PlayheadBar"));
+    QVERIFY(bar->isHeld());
+    QKeyEvent release(QEvent::KeyRelease, Qt::Key_AudioForward, Qt::NoModifier);
+    QCoreApplication::sendEvent(&house.stage.window(), &release);
+    QVERIFY(!bar->isHeld());
 }
 
 void PlayerControlsTest::theTransportHidesAfterFourSecondsAndThenDrawsNothing()

@@ -106,11 +106,14 @@ void PlayerControllerScrubTest::theStateTellsTheWayAndTheSpeed()
     script.clock.advance(2s);
     QCOMPARE(script.controller.stateText(), u"Fast forward 16×"_s);
     QCOMPARE(changes.count(), 1);
+    QVERIFY(script.controller.isScrubbing());
     script.controller.release(Qt::Key_AudioForward);
     QCOMPARE(script.controller.state(), State::Playing);
+    QVERIFY(!script.controller.isScrubbing());
     script.controller.press(Qt::Key_AudioRewind);
     QCOMPARE(script.controller.state(), State::Rewinding);
     QCOMPARE(script.controller.stateText(), u"Rewind 8×"_s);
+    QVERIFY(script.controller.isScrubbing());
 }
 
 void PlayerControllerScrubTest::thePositionMovesAndThePictureStands()
