@@ -14,8 +14,10 @@ void MpvCore::take(const mpv_event& event)
         takeEndOfFile(*static_cast<const mpv_event_end_file*>(event.data));
         break;
     case MPV_EVENT_HOOK:
-        if (m_started)
+        if (m_started) {
             m_properties.takeDuration(m_mpv);
+            m_properties.takeSeekable(m_mpv);
+        }
         mpv_hook_continue(m_mpv, static_cast<const mpv_event_hook*>(event.data)->id);
         break;
     case MPV_EVENT_COMMAND_REPLY:

@@ -83,12 +83,18 @@ void MpvProperties::takeDuration(mpv_handle* mpv)
         report(&VideoEngineListener::durationKnown, seconds);
 }
 
+// Unknown when the file has ended meanwhile; then what was told before stands.
+void MpvProperties::takeSeekable(mpv_handle* mpv)
+{
+    int seekable = 0;
+    if (mpv_get_property(mpv, "seekable", MPV_FORMAT_FLAG, &seekable) >= 0)
+        report(&VideoEngineListener::seekableKnown, !m_isLive && seekable != 0);
+}
+
 // A value that is the same as that of the load before may not have been told as a change.
 void MpvProperties::showPicture(mpv_handle* mpv)
 {
-    int seekable = 0;
-    mpv_get_property(mpv, "seekable", MPV_FORMAT_FLAG, &seekable);
-    report(&VideoEngineListener::seekableKnown, !m_isLive && seekable != 0);
+    takeSeekable(mpv);
     mpv_node tracks{};
     if (mpv_get_property(mpv, "track-list", MPV_FORMAT_NODE, &tracks) >= 0) {
         report(&VideoEngineListener::tracksKnown, MpvTracks::read(tracks));

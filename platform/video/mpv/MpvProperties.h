@@ -21,6 +21,7 @@ public:
 
     /** The list has been read, and nothing else yet: tells the duration where the list is whole. */
     void takeDuration(mpv_handle* mpv);
+    void takeSeekable(mpv_handle* mpv);
 
     /** The first picture of the load is there: tells what is known of it, and then that. */
     void showPicture(mpv_handle* mpv);
