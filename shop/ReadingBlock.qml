@@ -36,6 +36,9 @@ Focusable {
         lift: block.lift
         corner: 2
         gap: 8
+        // Lines of text want more room beside them than above.
+        anchors.leftMargin: -24
+        anchors.rightMargin: -24
     }
 
     Behavior on lift {
