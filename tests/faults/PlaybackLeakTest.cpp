@@ -108,6 +108,7 @@ private Q_SLOTS:
 private:
     bool openAndLeave(Moment moment);
     bool hasAllEnded();
+    double growthSince(double before);
 
     std::unique_ptr<SampleHub> m_hub;
     std::unique_ptr<PrivateBus> m_bus;
@@ -158,6 +159,19 @@ bool PlaybackLeakTest::openAndLeave(Moment moment)
     return QTest::qWaitFor([this] { return hasAllEnded(); }, patience);
 }
 
+/** How much more memory there is in the end, in MB; it waits for what goes a little later. */
+double PlaybackLeakTest::growthSince(double before)
+{
+    double grown = 0;
+    const auto isWithin = [&] {
+        grown = memory(*m_stage) - before;
+        return grown <= allowance;
+    };
+    [[maybe_unused]] const bool cameBack = QTest::qWaitFor(isWithin, patience);
+    qInfo("%.1f MB, and %.2f MB more after %d openings", before, grown, openings);
+    return grown;
+}
+
 void PlaybackLeakTest::openingAndLeavingManyTimesLeavesNothingBehind()
 {
     const auto openMany = [this](int count) {
@@ -170,15 +184,14 @@ void PlaybackLeakTest::openingAndLeavingManyTimesLeavesNothingBehind()
 
     openMany(openings);
     QTRY_VERIFY2_WITH_TIMEOUT(Holdings().isWithin(before), Holdings().text() + " after " + before.text(), patience);
-    double grown = 0;
-    const bool isWithin = QTest::qWaitFor(
-        [&] {
-            grown = memory(*m_stage) - memoryBefore;
-            return grown <= allowance;
-        },
-        patience);
-    qInfo("%.1f MB, %.2f MB more than after the first %d openings", memoryBefore + grown, grown, warmUp);
-    QVERIFY(isWithin);
+    double grown = growthSince(memoryBefore);
+    if (grown > allowance) {
+        // A leak grows in every stretch, what the library happens to hold at the time does not.
+        const double memoryBetween = memory(*m_stage);
+        openMany(openings);
+        grown = growthSince(memoryBetween);
+    }
+    QVERIFY(grown <= allowance);
 }
 
 QTEST_MAIN(PlaybackLeakTest)
