@@ -35,21 +35,13 @@ void paintBand(QPainter& painter, double width, double top, double bottom, const
 
 } // namespace
 
-void ColorBars::setBars(const QList<QColor>& bars)
-{
-    if (m_bars == bars)
-        return;
-    m_bars = bars;
-    repaint();
-}
-
 void ColorBars::paint(QPainter& painter, const QSizeF& size) const
 {
-    QList<QColor> reversed = m_bars;
+    QList<QColor> reversed = bars();
     std::reverse(reversed.begin(), reversed.end());
     const double reversedTop = reversedBegin * size.height();
     const double footTop = footBegin * size.height();
-    paintBand(painter, size.width(), 0, reversedTop, m_bars);
+    paintBand(painter, size.width(), 0, reversedTop, bars());
     paintBand(painter, size.width(), reversedTop, footTop, reversed);
     paintBand(painter, size.width(), footTop, size.height(), footCells());
 }

@@ -6,7 +6,6 @@
 #include "Timepiece.h"
 #include "VideoPlayer.h"
 
-#include <QPointer>
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>

@@ -94,7 +94,7 @@ void NewsViewTest::aLitTowerShowsThePictureWithItsLowerThird()
     QVERIFY(house.piece("LowerThird")->property("shown").toBool());
     for (const QString& words :
          {u"LIVE"_s, u"5 O'CLOCK NEWS"_s, u"The Harbor Report"_s, u"Fog, ferries and the vote"_s})
-        QVERIFY2(house.reads(words), qPrintable(words));
+        QTRY_VERIFY2(house.reads(words), qPrintable(words));
 }
 
 void NewsViewTest::theGroundOfThePictureIsBlackToTheEdges()
@@ -222,7 +222,7 @@ void NewsViewTest::selectPicksTheStation()
     house.pass(true, NewsHouse::path(6));
     house.stage.waitForFrame();
     QVERIFY(house.shows("VideoView"));
-    QVERIFY(house.reads(u"STATION 6"_s));
+    QTRY_VERIFY(house.reads(u"STATION 6"_s));
 }
 
 void NewsViewTest::theStationOnTheAirIsPickedWithoutEffect()
