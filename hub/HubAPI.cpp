@@ -13,9 +13,6 @@ namespace {
 
 constexpr auto probeLimit = 8s;
 
-/** Bytes; far above any playlist, so that a body without an end cannot fill the memory while a probe lasts. */
-constexpr qint64 probeMaxBytes = 4 * 1024 * 1024;
-
 HubError cancelled()
 {
     return HubError::transport(u"The request was called off."_s);
@@ -152,10 +149,10 @@ QCoro::Task<bool> HubAPI::probe(QString path, CancelToken caller)
         co_return false;
     HttpRequest request;
     request.url = *url;
+    request.body = HttpRequest::Body::Ignore;
     request.cache = HttpRequest::Cache::Bypass;
     request.inactivityLimit = probeLimit;
     request.overallLimit = probeLimit;
-    request.maxBytes = probeMaxBytes;
     const HttpResult answer = co_await m_http.get(std::move(request), token);
     co_return !token.isCancelled() && answer && answer->status == 200;
 }

@@ -18,18 +18,24 @@ struct HttpRequest
         Bypass      ///< nothing kept is used, sent or stored
     };
 
+    enum class Body {
+        Read,
+        Ignore ///< the answer is there with its head, and has no body
+    };
+
     QUrl url;
+    Body body = Body::Read;
     Cache cache = Cache::Revalidate;
     std::chrono::milliseconds inactivityLimit{20'000}; ///< longest time without a byte
     std::chrono::milliseconds overallLimit{60'000};    ///< longest time in all, waiting for the network included
     qint64 maxBytes = 16 * 1024 * 1024;                ///< of the body, after decompression
 };
 
-/** An answer of the server's, whatever its status; redirects are followed before. */
+/** An answer of the server's, whatever its status; redirects are followed before, and interim statuses skipped. */
 struct HttpResponse
 {
     int status = 0;
-    QByteArray body;
+    QByteArray body; ///< empty unless the status is one of success (200 to 299)
 };
 
 /** Why there is no answer. */

@@ -6,7 +6,6 @@
 
 #include <QDeadlineTimer>
 #include <QNetworkReply>
-#include <QPointer>
 #include <QTimer>
 
 #include <functional>
@@ -28,13 +27,19 @@ public:
     void start();
 
 private:
-    void send();
+    void send(HttpLine::Way way);
+    void sendOverFreeLine();
     QNetworkRequest networkRequest() const;
+    bool sendsValidators() const { return m_kept && m_redirects == 0; }
+    void readHead();
+    void redirect(const QUrl& target);
+    void answerWithoutBody(int status);
     void readBody();
-    bool takeBytes(const QByteArray& bytes);
-    void readAnswer();
+    bool unpack(const QByteArray& bytes);
+    void readEnd();
+    void sendOverOwnConnection(int status);
     void failWith(QNetworkReply::NetworkError error);
-    void settle(int status);
+    void succeed(int status);
     void sendAgainTrustingSystem();
     void waitForNetwork(HttpFailure failure);
     void sendAgain();
@@ -42,18 +47,23 @@ private:
     void onOverallLimit();
     void fail(HttpFailure::Kind kind, const QString& description = {});
     void finish(HttpResult result);
+    void drainReply();
     void closeReply();
 
     HttpSession& m_session;
     const HttpRequest m_request;
     const QDeadlineTimer m_overall;
     std::function<void(HttpResult)> m_done;
-    QPointer<QNetworkReply> m_reply;
+    QUrl m_url; ///< after the redirects so far
+    int m_redirects = 0;
+    HttpLine* m_line = nullptr; ///< with its reply, while there is one
+    QNetworkReply* m_reply = nullptr;
+    HttpLine::Way m_way = HttpLine::Way::KeptConnection;
+    bool m_waitsForLine = false;
     QByteArray m_body;
     std::optional<Gunzip> m_gunzip;   ///< for a packed body, once its first bytes are there
-    std::optional<KeptAnswer> m_kept; ///< whose validators were sent
-    bool m_wasRedirected = false;
-    bool m_trustedSystem = false; ///< when it was sent
+    std::optional<KeptAnswer> m_kept; ///< whose validators are sent
+    bool m_trustedSystem = false;     ///< when it was sent
     QTimer m_overallTimer;
     QTimer m_waitTimer;                     ///< for the network to come back
     QTimer m_retryTimer;                    ///< tries it meanwhile, whatever the system says of it

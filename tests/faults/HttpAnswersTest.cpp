@@ -62,8 +62,8 @@ private Q_SLOTS:
         const HttpOutcome outcome = fetch(*m_client, to(m_server->url()));
         QCOMPARE(outcome.words(), u"(no failure)"_s);
         QCOMPARE(outcome.status(), status);
-        if (status != 204 && status != 304 && status != 305) // which come without a body
-            QCOMPARE(outcome.body(), QByteArray("words"));
+        const bool hasBody = status >= 200 && status <= 299 && status != 204;
+        QCOMPARE(outcome.body(), hasBody ? QByteArray("words") : QByteArray());
     }
 
     void aRedirectWithoutAnAddressIsAnAnswer()
@@ -72,12 +72,6 @@ private Q_SLOTS:
         const HttpOutcome outcome = fetch(*m_client, to(m_server->url()));
         QCOMPARE(outcome.words(), u"(no failure)"_s);
         QCOMPARE(outcome.status(), 302);
-    }
-
-    void aStatusBelow200IsHandedOnToo()
-    {
-        m_server->on("/", FaultServer::sendAndClose("HTTP/1.1 199 Odd\r\nContent-Length: 0\r\n\r\n"));
-        QCOMPARE(fetch(*m_client, to(m_server->url())).status(), 199);
     }
 
     void redirectsAreFollowed_data()

@@ -44,12 +44,8 @@ FaultServer::Request parse(const QByteArray& head, QSslSocket* socket)
 
 FaultServer::FaultServer(const QByteArray& certificate) : m_isPlain(certificate.isEmpty())
 {
-    if (!m_isPlain) {
-        m_tls = QSslConfiguration::defaultConfiguration();
-        m_tls.setLocalCertificate(QSslCertificate(certificateFile(certificate + ".pem"), QSsl::Pem));
-        m_tls.setPrivateKey(QSslKey(certificateFile(certificate + ".key"), QSsl::Ec));
-        m_tls.setPeerVerifyMode(QSslSocket::VerifyNone);
-    }
+    if (!m_isPlain)
+        setCertificate(certificate);
     if (!listen(QHostAddress::LocalHost))
         qFatal("No port on loopback");
 }
@@ -58,6 +54,14 @@ QUrl FaultServer::url(const QByteArray& path) const
 {
     const QByteArray scheme = m_isPlain ? "http" : "https";
     return QUrl::fromEncoded(scheme + "://localhost:" + QByteArray::number(serverPort()) + path);
+}
+
+void FaultServer::setCertificate(const QByteArray& certificate)
+{
+    m_tls = QSslConfiguration::defaultConfiguration();
+    m_tls.setLocalCertificate(QSslCertificate(certificateFile(certificate + ".pem"), QSsl::Pem));
+    m_tls.setPrivateKey(QSslKey(certificateFile(certificate + ".key"), QSsl::Ec));
+    m_tls.setPeerVerifyMode(QSslSocket::VerifyNone);
 }
 
 void FaultServer::on(const QByteArray& path, Handler handler)
@@ -120,6 +124,18 @@ FaultServer::Handler FaultServer::sendAndClose(const QByteArray& bytes)
 FaultServer::Handler FaultServer::sendAndWait(const QByteArray& bytes)
 {
     return [bytes](const Request& request) { request.socket->write(bytes); };
+}
+
+FaultServer::Handler FaultServer::sendInPieces(const QList<QByteArray>& pieces, int interval)
+{
+    return [pieces, interval](const Request& request) {
+        for (int piece = 0; piece < pieces.size(); ++piece) {
+            QTimer::singleShot(piece * interval, request.socket, [socket = request.socket, bytes = pieces.at(piece)] {
+                socket->write(bytes);
+                socket->flush();
+            });
+        }
+    };
 }
 
 FaultServer::Handler FaultServer::trickle(int length, int interval)

@@ -35,6 +35,9 @@ public:
 
     QUrl url(const QByteArray& path = "/") const;
 
+    /** Another certificate for the connections from now on. */
+    void setCertificate(const QByteArray& certificate);
+
     /** What to do with requests for `path` (without the query); in place of what was to be done before. */
     void on(const QByteArray& path, Handler handler);
 
@@ -53,6 +56,9 @@ public:
 
     /** The bytes as they are, and then silence. */
     static Handler sendAndWait(const QByteArray& bytes = {});
+
+    /** Each piece as it is, `interval` milliseconds after the one before, and then silence. */
+    static Handler sendInPieces(const QList<QByteArray>& pieces, int interval);
 
     /** A head that promises `length` bytes, then one byte each `interval` milliseconds. */
     static Handler trickle(int length, int interval);

@@ -16,16 +16,19 @@ protected:
     std::unique_ptr<FaultServer> m_server;
     std::unique_ptr<QtHttpClient> m_client;
 
-private Q_SLOTS:
-    void init()
+    void setUp()
     {
         m_server = std::make_unique<FaultServer>();
         m_client = std::make_unique<QtHttpClient>(FaultServer::issuer(), std::make_unique<ScriptedConnectivity>(true));
     }
 
-    void cleanup()
+    void tearDown()
     {
         m_client.reset();
         m_server.reset();
     }
+
+private Q_SLOTS:
+    void init() { setUp(); }
+    void cleanup() { tearDown(); }
 };

@@ -1,0 +1,276 @@
+#include "HttpOnServer.h"
+#include "TaskScope.h"
+
+#include <QElapsedTimer>
+#include <QTest>
+#include <QTimer>
+
+using namespace std::chrono_literals;
+using Kind = HttpFailure::Kind;
+
+namespace {
+
+using Pieces = QList<QByteArray>;
+
+/** A final answer that names its request. */
+QByteArray answerTo(const QByteArray& target)
+{
+    return "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(target.size()) + "\r\n\r\n" + target;
+}
+
+/** Answers each request with the pieces and the final answer, `interval` milliseconds apart; 0 for one segment. */
+FaultServer::Handler interim(const Pieces& before, int interval)
+{
+    return [before, interval](const FaultServer::Request& request) {
+        const Pieces pieces = before + Pieces{answerTo(request.target)};
+        FaultServer::sendInPieces(interval > 0 ? pieces : Pieces{pieces.join()}, interval)(request);
+    };
+}
+
+const QByteArray earlyHints = "HTTP/1.1 103 Early Hints\r\nLink: </a.css>; rel=preload\r\n\r\n";
+
+} // namespace
+
+/** Statuses from 100 to 199, which an answer is yet to follow. */
+class HttpInterimTest : public HttpOnServer
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void anInterimStatusIsSkipped_data()
+    {
+        QTest::addColumn<Pieces>("before");
+        QTest::addColumn<QByteArray>("certificate");
+        QTest::addColumn<int>("interval");
+        const QByteArray length = "HTTP/1.1 102 Processing\r\nContent-Length: 5\r\nTransfer-Encoding: chunked\r\n\r\n";
+        const QList<QPair<const char*, Pieces>> cases{
+            {"100", {"HTTP/1.1 100 Continue\r\n\r\n"}},
+            {"101", {"HTTP/1.1 101 Switching Protocols\r\nUpgrade: h2c\r\nConnection: Upgrade\r\n\r\n"}},
+            {"102", {"HTTP/1.1 102 Processing\r\n\r\n"}},
+            {"103", {earlyHints}},
+            {"104", {"HTTP/1.1 104 Upload Resumption\r\n\r\n"}},
+            {"199", {"HTTP/1.1 199 Odd\r\n\r\n"}},
+            {"102 with a length", {length}},
+            {"103 that closes", {"HTTP/1.1 103 Early Hints\r\nConnection: close\r\n\r\n"}},
+            {"102, 102, 100, 103", {length, length, "HTTP/1.1 100 Continue\r\n\r\n", earlyHints}},
+            {"103 in two segments", {earlyHints.first(20), earlyHints.mid(20)}},
+            {"103 up to its blank line", {earlyHints.chopped(2), "\r\n"}},
+            {"103 with bare line feeds", {"HTTP/1.1 103 Early Hints\nLink: <a>\n\n"}},
+        };
+        for (const auto& [name, before] : cases) {
+            for (const QByteArray certificate : {"good", ""}) {
+                for (const int interval : {0, 40}) {
+                    QTest::addRow("%s, %s, %s", name, certificate.isEmpty() ? "plain" : "TLS",
+                                  interval == 0 ? "one segment" : "several segments")
+                        << before << certificate << interval;
+                }
+            }
+        }
+    }
+    void anInterimStatusIsSkipped()
+    {
+        QFETCH(Pieces, before);
+        QFETCH(QByteArray, certificate);
+        QFETCH(int, interval);
+        FaultServer server(certificate);
+        for (const QByteArray path : {"/1", "/2", "/3"}) {
+            server.on(path, interim(before, interval));
+            const HttpOutcome outcome = fetch(*m_client, to(server.url(path)));
+            QCOMPARE(outcome.status(), 200);
+            QCOMPARE(outcome.body(), path);
+        }
+    }
+
+    void oneInterimStatusShiftsNoLaterAnswer_data()
+    {
+        QTest::addColumn<int>("interval");
+        QTest::newRow("at once") << 0;
+        QTest::newRow("soon after") << 40;
+        QTest::newRow("late") << 1500;
+    }
+    void oneInterimStatusShiftsNoLaterAnswer()
+    {
+        QFETCH(int, interval);
+        m_server->on("/1", interim({earlyHints}, interval));
+        for (const QByteArray path : {"/1", "/2", "/3", "/4"}) {
+            if (path != "/1")
+                m_server->on(path, interim({}, 0));
+            const HttpOutcome outcome = fetch(*m_client, to(m_server->url(path)));
+            QCOMPARE(outcome.status(), 200);
+            QCOMPARE(outcome.body(), path);
+        }
+    }
+
+    void overlappingRequestsGetEachTheirOwnAnswer_data()
+    {
+        QTest::addColumn<int>("every");
+        QTest::addColumn<int>("interval");
+        for (const int every : {1, 3}) {
+            for (const int interval : {0, 20, 150})
+                QTest::addRow("every %d, %d ms", every, interval) << every << interval;
+        }
+    }
+    void overlappingRequestsGetEachTheirOwnAnswer()
+    {
+        QFETCH(int, every);
+        QFETCH(int, interval);
+        QList<std::shared_ptr<HttpOutcome>> outcomes;
+        for (int request = 0; request < 24; ++request) {
+            const QByteArray path = "/" + QByteArray::number(request);
+            m_server->on(path, interim(request % every == 0 ? Pieces{earlyHints, earlyHints} : Pieces{}, interval));
+            outcomes.append(start(*m_client, to(m_server->url(path))));
+        }
+        for (int request = 0; request < outcomes.size(); ++request) {
+            QTRY_VERIFY_WITH_TIMEOUT(outcomes.at(request)->result, 20000);
+            QCOMPARE(outcomes.at(request)->body(), "/" + QByteArray::number(request));
+        }
+    }
+
+    void aRequestCalledOffAtItsInterimStatusLeavesNoAnswerToTheNext()
+    {
+        m_server->on("/old", interim({earlyHints}, 60));
+        m_server->on("/new", interim({}, 0));
+        for (int delay = 0; delay < 80; delay += 2) {
+            TaskScope scope;
+            const auto old = start(*m_client, to(m_server->url("/old")), scope.token());
+            QTest::qWait(delay);
+            scope.cancel();
+            QCOMPARE(fetch(*m_client, to(m_server->url("/new"))).body(), QByteArray("/new"));
+        }
+    }
+
+    void nothingIsSentOverAConnectionThatHadAnInterimStatus()
+    {
+        m_server->on("/", interim({earlyHints}, 40));
+        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("/"));
+        const int asked = int(m_server->requests().size());
+        QVERIFY2(asked <= 2, "it was asked again more than once");
+        QCOMPARE(m_server->connections(), asked);
+        // From then on the server is known, and asked once.
+        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("/"));
+        QCOMPARE(m_server->requests().size(), asked + 1);
+    }
+
+    void anInterimStatusThatNothingFollowsIsTheAnswer_data()
+    {
+        QTest::addColumn<QByteArray>("sent");
+        QTest::addColumn<int>("status");
+        const QByteArray odd = "HTTP/1.1 199 Odd\r\nContent-Length: 0\r\n\r\n";
+        QTest::newRow("199") << odd << 199;
+        QTest::newRow("103") << earlyHints << 103;
+        QTest::newRow("101") << QByteArray("HTTP/1.1 101 Switching Protocols\r\n\r\n") << 101;
+        QTest::newRow("103, then half a head") << earlyHints + "HTTP/1.1 200 OK\r\nContent-" << 103;
+        QTest::newRow("101, then another protocol")
+            << "HTTP/1.1 101 Switching Protocols\r\n\r\n" + QByteArray(18, '\x01') << 101;
+    }
+    void anInterimStatusThatNothingFollowsIsTheAnswer()
+    {
+        QFETCH(QByteArray, sent);
+        m_server->on("/", FaultServer::sendAndClose(sent));
+        m_server->on("/next", interim({}, 0));
+        QTEST(fetch(*m_client, to(m_server->url())).status(), "status");
+        QCOMPARE(fetch(*m_client, to(m_server->url("/next"))).body(), QByteArray("/next"));
+    }
+
+    void anAnswerThatIsCutShortBehindAnInterimStatusIsAFailure()
+    {
+        m_server->on("/", FaultServer::sendAndClose(earlyHints + answerTo("/").chopped(1)));
+        QVERIFY(fetch(*m_client, to(m_server->url())).failedAs(Kind::Network));
+    }
+
+    void silenceAfterAnInterimStatusEndsAtTheInactivityLimit()
+    {
+        m_server->on("/", FaultServer::sendAndWait(earlyHints));
+        HttpRequest request = to(m_server->url());
+        request.inactivityLimit = 300ms;
+        QVERIFY(fetch(*m_client, request).failedAs(Kind::TimedOut));
+        QTRY_COMPARE(m_server->openConnections(), 0);
+    }
+
+    void interimStatusesWithoutEndEndAtTheOverallLimit()
+    {
+        m_server->on("/", FaultServer::sendInPieces(Pieces(200, earlyHints), 20));
+        HttpRequest request = to(m_server->url());
+        request.overallLimit = 1s;
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(fetch(*m_client, request).failedAs(Kind::TimedOut));
+        QVERIFY(timer.elapsed() < 3000);
+        QTRY_COMPARE(m_server->openConnections(), 0);
+    }
+
+    void whatComesBehindAnInterimStatusIsReadLikeAnyAnswer_data()
+    {
+        QTest::addColumn<QByteArray>("answer");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QByteArray>("body");
+        const QByteArray packed = gzip("packed");
+        QTest::newRow("gzip") << "HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\nContent-Length: " +
+                                     QByteArray::number(packed.size()) + "\r\n\r\n" + packed
+                              << 200 << QByteArray("packed");
+        QTest::newRow("chunks") << QByteArray("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
+                                              "3;x=y\r\nin \r\n5\r\nparts\r\n0\r\nX-Trailer: yes\r\n\r\n")
+                                << 200 << QByteArray("in parts");
+        QTest::newRow("to the close") << QByteArray("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\nall of it") << 200
+                                      << QByteArray("all of it");
+        QTest::newRow("no content") << QByteArray("HTTP/1.1 204 No Content\r\n\r\n") << 204 << QByteArray();
+        QTest::newRow("not found") << QByteArray("HTTP/1.1 404 Not Found\r\nContent-Length: 2\r\n\r\nno") << 404
+                                   << QByteArray();
+        QTest::newRow("HTTP/1.0") << QByteArray("HTTP/1.0 200 OK\r\n\r\nold") << 200 << QByteArray("old");
+    }
+    void whatComesBehindAnInterimStatusIsReadLikeAnyAnswer()
+    {
+        QFETCH(QByteArray, answer);
+        m_server->on("/", FaultServer::sendAndClose(earlyHints + answer));
+        const HttpOutcome outcome = fetch(*m_client, to(m_server->url("/?q=%20a")));
+        QTEST(outcome.status(), "status");
+        QTEST(outcome.body(), "body");
+        QCOMPARE(m_server->requests().last().target, QByteArray("/?q=%20a"));
+        QCOMPARE(m_server->requests().last().headers.value("host"),
+                 "localhost:" + QByteArray::number(m_server->serverPort()));
+    }
+
+    void aLargeBodyBehindAnInterimStatusIsWhole()
+    {
+        QByteArray body;
+        for (int line = 0; line < 400'000; ++line)
+            body += QByteArray::number(line) + '\n';
+        m_server->on("/", FaultServer::sendAndWait(earlyHints + "HTTP/1.1 200 OK\r\nContent-Length: " +
+                                                   QByteArray::number(body.size()) + "\r\n\r\n" + body));
+        QVERIFY(fetch(*m_client, to(m_server->url())).body() == body);
+        HttpRequest request = to(m_server->url());
+        request.maxBytes = body.size() - 1;
+        QVERIFY(fetch(*m_client, request).failedAs(Kind::TooLarge));
+    }
+
+    void redirectsBehindInterimStatusesAreFollowed()
+    {
+        m_server->on("/", FaultServer::sendAndWait(
+                              earlyHints + "HTTP/1.1 302 Found\r\nLocation: /there\r\nContent-Length: 0\r\n\r\n"));
+        m_server->on("/there", interim({earlyHints}, 30));
+        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("/there"));
+    }
+
+    void aKeptAnswerIsConfirmedBehindAnInterimStatus()
+    {
+        m_server->on("/", FaultServer::sendAndWait(earlyHints +
+                                                   "HTTP/1.1 200 OK\r\nETag: \"1\"\r\nContent-Length: 4\r\n\r\nkept"));
+        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("kept"));
+        m_server->on("/", FaultServer::sendAndWait(earlyHints + "HTTP/1.1 304 Not Modified\r\n\r\n"));
+        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("kept"));
+        QCOMPARE(m_server->requests().last().headers.value("if-none-match"), QByteArray("\"1\""));
+    }
+
+    void aBadCertificateIsRefusedAfterAnInterimStatusToo()
+    {
+        m_server->on("/", interim({earlyHints}, 30));
+        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("/"));
+        const auto asked = m_server->requests().size();
+        m_server->setCertificate("unknown-issuer");
+        QVERIFY(fetch(*m_client, to(m_server->url())).failedAs(Kind::Network));
+        QCOMPARE(m_server->requests().size(), asked);
+    }
+};
+
+QTEST_GUILESS_MAIN(HttpInterimTest)
+#include "HttpInterimTest.moc"

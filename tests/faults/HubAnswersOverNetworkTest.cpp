@@ -1,0 +1,141 @@
+#include "HubOnServer.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString unreadable = u"The hub sent something this app couldn't read."_s;
+const QString cutShort = u"The hub's answer was cut short."_s;
+
+QByteArray head(int status, const QByteArray& headers)
+{
+    return "HTTP/1.1 " + QByteArray::number(status) + " Test\r\n" + headers + "\r\n";
+}
+
+} // namespace
+
+/** What the viewer reads of an answer over a real network. */
+class HubAnswersOverNetworkTest : public HubOnServer
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aStatusIsJudgedBeforeItsBody_data()
+    {
+        QTest::addColumn<QByteArray>("headers");
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<bool>("closes");
+        const auto row = [](const char* name, const QByteArray& headers, const QByteArray& body, bool closes) {
+            QTest::newRow(name) << headers << body << closes;
+        };
+        const QByteArray damaged = "this is not gzip";
+        const QByteArray half = gzip(QByteArray(90'000, 'a')).left(100);
+        const QByteArray bomb = gzipBomb(40 * 1024 * 1024);
+        const auto length = [](qsizetype bytes) { return "Content-Length: " + QByteArray::number(bytes) + "\r\n"; };
+        row("no body", length(0), "", false);
+        row("damaged gzip", "Content-Encoding: gzip\r\n" + length(damaged.size()), damaged, false);
+        row("half a gzip", "Content-Encoding: gzip\r\n" + length(half.size()), half, false);
+        row("a gzip bomb", "Content-Encoding: gzip\r\n" + length(bomb.size()), bomb, false);
+        row("too large", length(17 * 1024 * 1024), QByteArray(17 * 1024 * 1024, 'x'), false);
+        row("cut short", length(9), "half", true);
+        row("silent", length(9), "", false);
+        row("without end", "", "half", false);
+        row("chunks cut short", "Transfer-Encoding: chunked\r\n", "9\r\nhalf", true);
+    }
+    void aStatusIsJudgedBeforeItsBody()
+    {
+        QFETCH(QByteArray, headers);
+        QFETCH(QByteArray, body);
+        QFETCH(bool, closes);
+        for (const int status : {404, 503, 300}) {
+            const QByteArray bytes = head(status, headers) + body;
+            m_server->on("/api/tv/tape/7", closes ? FaultServer::sendAndClose(bytes) : FaultServer::sendAndWait(bytes));
+            QCOMPARE(words(7), u"The hub answered %1."_s.arg(status));
+        }
+    }
+
+    void aSuccessWhoseBodyIsBrokenIsAFailure_data()
+    {
+        QTest::addColumn<QByteArray>("headers");
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<QString>("expected");
+        const QByteArray half = gzip("{\"id\":7,\"title\":\"Council\"}").chopped(4);
+        QTest::newRow("damaged gzip") << QByteArray("Content-Encoding: gzip\r\n") << QByteArray("{\"id\":7}")
+                                      << unreadable;
+        QTest::newRow("half a gzip") << QByteArray("Content-Encoding: x-gzip\r\n") << half << cutShort;
+        QTest::newRow("another coding") << QByteArray("Content-Encoding: br\r\n") << QByteArray("\x8b\x03\x80{}\x03")
+                                        << unreadable;
+        QTest::newRow("gzip twice") << QByteArray("Content-Encoding: gzip, gzip\r\n") << gzip(gzip("{\"id\":7}"))
+                                    << unreadable;
+    }
+    void aSuccessWhoseBodyIsBrokenIsAFailure()
+    {
+        QFETCH(QByteArray, headers);
+        QFETCH(QByteArray, body);
+        m_server->on("/api/tv/tape/7",
+                     FaultServer::sendAndWait(
+                         head(200, headers + "Content-Length: " + QByteArray::number(body.size()) + "\r\n") + body));
+        QTEST(words(7), "expected");
+    }
+
+    void aPackedBodyIsUnpacked_data()
+    {
+        QTest::addColumn<QByteArray>("coding");
+        QTest::addColumn<QByteArray>("body");
+        const QByteArray record = "{\"id\":7}";
+        const QByteArray packed = gzip(record);
+        QTest::newRow("gzip") << QByteArray("gzip") << packed;
+        QTest::newRow("x-gzip") << QByteArray("x-gzip") << packed;
+        QTest::newRow("mixed case") << QByteArray("GZip") << packed;
+        QTest::newRow("X-GZIP with blanks") << QByteArray("  X-GZIP\t ") << packed;
+        QTest::newRow("gzip and identity") << QByteArray("identity, gzip") << packed;
+        QTest::newRow("two members") << QByteArray("gzip") << gzip("{\"id\"") + gzip(":7}");
+        QTest::newRow("zeros behind it") << QByteArray("gzip") << packed + QByteArray(100, '\0');
+        QTest::newRow("words behind it") << QByteArray("gzip") << packed + "\r\nserved by 7";
+        QTest::newRow("identity") << QByteArray("identity") << record;
+        QTest::newRow("empty") << QByteArray() << record;
+        QTest::newRow("a character set") << QByteArray("utf-8") << record;
+    }
+    void aPackedBodyIsUnpacked()
+    {
+        QFETCH(QByteArray, coding);
+        QFETCH(QByteArray, body);
+        m_server->on("/api/tv/tape/7", FaultServer::answer(200, body, {"Content-Encoding: " + coding}));
+        QCOMPARE(words(7), QString());
+    }
+
+    void anInterimStatusAloneIsTold()
+    {
+        m_server->on("/api/tv/tape/7", FaultServer::sendAndClose("HTTP/1.1 199 Odd\r\nContent-Length: 0\r\n\r\n"));
+        QCOMPARE(words(7), u"The hub answered 199."_s);
+    }
+
+    void noRecordReachesAnotherTapeAfterAnInterimStatus()
+    {
+        for (int id = 1; id <= 4; ++id) {
+            const QByteArray record = "{\"id\":" + QByteArray::number(id) + "}";
+            const QByteArray answer =
+                head(200, "Content-Length: " + QByteArray::number(record.size()) + "\r\n") + record;
+            const QByteArray hints = id == 1 ? head(103, "Link: </a>; rel=preload\r\n") : QByteArray();
+            m_server->on("/api/tv/tape/" + QByteArray::number(id), FaultServer::sendInPieces({hints, answer}, 50));
+        }
+        for (int id = 1; id <= 4; ++id) {
+            const HubResult<Tape> tape = resultOf(m_hub->tape(id));
+            QVERIFY(tape);
+            QCOMPARE(tape->id, id);
+        }
+    }
+
+    void aSmallErrorLeavesItsConnectionUsable()
+    {
+        m_server->on("/api/tv/tape/7", FaultServer::answer(503, "<html>Back soon</html>"));
+        for (int count = 0; count < 3; ++count) {
+            QCOMPARE(words(7), u"The hub answered 503."_s);
+            QTest::qWait(200);
+        }
+        QCOMPARE(m_server->connections(), 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(HubAnswersOverNetworkTest)
+#include "HubAnswersOverNetworkTest.moc"

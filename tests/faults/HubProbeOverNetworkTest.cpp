@@ -1,0 +1,134 @@
+#include "HubOnServer.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QByteArray playlist = "#EXTM3U\n#EXT-X-VERSION:3\n";
+
+/** Answers with a head, and then with bytes without end. */
+void flood(const FaultServer::Request& request, const QByteArray& head)
+{
+    request.socket->write(head);
+    const auto more = [socket = request.socket] {
+        constexpr qint64 mebi = 1024 * 1024;
+        if (socket && socket->bytesToWrite() + socket->encryptedBytesToWrite() < mebi)
+            socket->write(QByteArray(mebi, 'x'));
+    };
+    QObject::connect(request.socket, &QSslSocket::bytesWritten, request.socket, more);
+    more();
+}
+
+} // namespace
+
+/** The probe over a real network: it looks at the status alone. */
+class HubProbeOverNetworkTest : public HubOnServer
+{
+    Q_OBJECT
+
+    bool probe() { return resultOf(m_hub->probe(u"/live/news/index.m3u8"_s)); }
+    void serve(FaultServer::Handler handler) { m_server->on("/live/news/index.m3u8", std::move(handler)); }
+
+private Q_SLOTS:
+    void aStatusOf200IsAYesWhateverItsBody_data()
+    {
+        QTest::addColumn<QByteArray>("sent");
+        QTest::addColumn<bool>("closes");
+        const QByteArray ok = "HTTP/1.1 200 OK\r\n";
+        const auto row = [](const char* name, const QByteArray& sent, bool closes) {
+            QTest::newRow(name) << sent << closes;
+        };
+        row("whole", ok + "Content-Length: 7\r\n\r\n#EXTM3U", false);
+        row("empty", ok + "Content-Length: 0\r\n\r\n", false);
+        row("still arriving", ok + "Content-Length: 9\r\n\r\n#EXTM3U", false);
+        row("not begun", ok + "Content-Length: 9\r\n\r\n", false);
+        row("without end", ok + "\r\n#EXTM3U", false);
+        row("cut short", ok + "Content-Length: 9\r\n\r\n#EXTM3U", true);
+        row("damaged gzip", ok + "Content-Encoding: gzip\r\nContent-Length: 7\r\n\r\n#EXTM3U", false);
+        row("larger than 4 MiB", ok + "Content-Length: 5000000\r\n\r\n" + QByteArray(5'000'000, 'x'), false);
+        row("behind 103", "HTTP/1.1 103 Early Hints\r\n\r\n" + ok + "Content-Length: 9\r\n\r\n#EXT", false);
+    }
+    void aStatusOf200IsAYesWhateverItsBody()
+    {
+        QFETCH(QByteArray, sent);
+        QFETCH(bool, closes);
+        serve(closes ? FaultServer::sendAndClose(sent) : FaultServer::sendAndWait(sent));
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(probe());
+        QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+    }
+
+    void anyOtherStatusIsANo_data()
+    {
+        QTest::addColumn<QByteArray>("sent");
+        for (const QByteArray status : {"199", "201", "204", "206", "304", "404", "503"})
+            QTest::newRow(status.constData()) << "HTTP/1.1 " + status + " Test\r\nContent-Length: 9\r\n\r\n#EXT";
+        QTest::newRow("103 and 204") << QByteArray("HTTP/1.1 103 Hints\r\n\r\nHTTP/1.1 204 No Content\r\n\r\n");
+        QTest::newRow("not HTTP") << QByteArray("200 OK\r\n\r\n");
+    }
+    void anyOtherStatusIsANo()
+    {
+        QFETCH(QByteArray, sent);
+        serve(FaultServer::sendAndClose(sent));
+        QVERIFY(!probe());
+    }
+
+    void redirectsAreFollowedToTheStatus_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<bool>("expected");
+        QTest::newRow("200") << 200 << true;
+        QTest::newRow("206") << 206 << false;
+        QTest::newRow("404") << 404 << false;
+    }
+    void redirectsAreFollowedToTheStatus()
+    {
+        QFETCH(int, status);
+        serve(FaultServer::redirect("/there"));
+        m_server->on("/there", FaultServer::answer(status, playlist));
+        QTEST(probe(), "expected");
+    }
+
+    void anEndlessBodyIsNotReadOn()
+    {
+        serve([](const FaultServer::Request& request) { flood(request, "HTTP/1.1 200 OK\r\n\r\n"); });
+        QVERIFY(probe());
+        QTRY_COMPARE(m_server->openConnections(), 0);
+    }
+
+    void aBodyThatDoesNotComeIsNotWaitedFor()
+    {
+        serve(FaultServer::sendAndWait("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\n"));
+        QVERIFY(probe());
+        QTRY_COMPARE_WITH_TIMEOUT(m_server->openConnections(), 0, 4000);
+    }
+
+    void probesShareAConnection_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<int>("size");
+        QTest::newRow("a playlist") << 200 << 400;
+        QTest::newRow("a longer one") << 200 << 40'000;
+        QTest::newRow("an error page") << 404 << 10'000;
+        QTest::newRow("an empty answer") << 204 << 0;
+    }
+    void probesShareAConnection()
+    {
+        QFETCH(int, status);
+        QFETCH(int, size);
+        serve(FaultServer::answer(status, QByteArray(size, 'x')));
+        for (int count = 0; count < 4; ++count) {
+            QCOMPARE(probe(), status == 200);
+            // The next one is seconds away, and the answer's rest is there long before.
+            QTest::qWait(200);
+        }
+        QCOMPARE(m_server->connections(), 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(HubProbeOverNetworkTest)
+#include "HubProbeOverNetworkTest.moc"
