@@ -127,8 +127,10 @@ void TapeDetailController::readTranscript()
 QCoro::Task<> TapeDetailController::fetch()
 {
     const CancelToken token = m_tasks.token();
-    auto answer = co_await m_hub->tape(m_tape.id, token);
-    if (token.isCancelled() || !answer)
+    const qint64 id = m_tape.id;
+    auto answer = co_await m_hub->tape(id, token);
+    // A record of another tape is as good as none.
+    if (token.isCancelled() || !answer || answer->id != id)
         co_return;
     m_detail = *std::move(answer);
     show();

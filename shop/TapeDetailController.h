@@ -83,7 +83,10 @@ public:
     bool canStartOver() const { return m_resumePosition > 0; }
     bool hasTranscript() const { return shownTape().hasTranscript; }
 
-    /** The screen has come into view: the full record is fetched. A failure is silent, and nothing is tried again. */
+    /**
+     * The screen has come into view: the full record is fetched. A failure is silent, as is a record of another tape, and
+     * nothing is tried again.
+     */
     Q_INVOKABLE void appear();
     /** The screen has gone away: the fetch ends. */
     Q_INVOKABLE void disappear();

@@ -80,7 +80,7 @@ void TapeDetailControllerTest::theFullRecordIsTakenAsItIs()
     rich.location = u"Town Hall"_s;
     open(rich);
     m_screen->appear();
-    m_shop->answer(m_path, "{}");
+    m_shop->answer(m_path, R"({"id": 9007199254740993})");
     QTRY_VERIFY(m_screen->detail());
     QVERIFY(!m_screen->hasTranscript());
     QVERIFY(!values().contains(u"Town Hall"_s));
@@ -95,6 +95,8 @@ void TapeDetailControllerTest::aFailureIsSilent_data()
     QTest::newRow("not there") << 404 << QByteArray("{}");
     QTest::newRow("no JSON") << 200 << QByteArray("<html>");
     QTest::newRow("no record") << 200 << QByteArray("[]");
+    QTest::newRow("another tape's record") << 200 << QByteArray(R"({"id": 9007199254740992, "title": "Budget"})");
+    QTest::newRow("a record without an id") << 200 << QByteArray(R"({"title": "Budget"})");
     QTest::newRow("no answer") << 0 << QByteArray();
 }
 
