@@ -20,10 +20,13 @@ QString resumeKey(qint64 id)
     return u"resume.tape."_s + QString::number(id);
 }
 
-/** The tapes of an answer, which may hold more than were asked for. */
-QList<Tape> tapesOf(const TapePage& page)
+/** Far above any honest answer to a search, which holds as many as were asked for. */
+constexpr qsizetype mostFound = 10'000;
+
+/** The first tapes of an answer, which may hold more than were asked for. */
+QList<Tape> firstTapes(const TapePage& page, qsizetype most)
 {
-    return page.items.first(std::min<qsizetype>(tapesPerPage, page.items.size()));
+    return page.items.first(std::min(most, page.items.size()));
 }
 
 } // namespace
@@ -114,7 +117,7 @@ QCoro::Task<> Store::loadTapes()
     if (token.isCancelled() || market != m_market)
         co_return;
     if (page) {
-        const QList<Tape> tapes = tapesOf(*page);
+        const QList<Tape> tapes = firstTapes(*page, tapesPerPage);
         setTapes(tapes);
         setShelves(buildShelves(tapes));
         setLastError(std::nullopt);
@@ -129,7 +132,7 @@ QCoro::Task<QList<Tape>> Store::search(QString query, CancelToken token)
     const auto page = co_await m_hub.tapes(m_market, query, firstPage, tapesPerPage, either);
     if (either.isCancelled() || !page)
         co_return {};
-    co_return tapesOf(*page);
+    co_return firstTapes(*page, mostFound);
 }
 
 void Store::saveResume(qint64 id, double seconds)

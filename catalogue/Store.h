@@ -69,7 +69,10 @@ public:
     /** Loads the first 200 tapes of the current market; the answer for a market that is no longer chosen is dropped. */
     QCoro::Task<> loadTapes();
 
-    /** The first 200 tapes of the current market that match in title or transcript; a failure or a cancel gives none. */
+    /**
+     * The tapes of the current market that match in title or transcript: the page that the hub answers with, of 200 as
+     * asked for, and no more than 10,000 of it. A failure or a cancel gives none.
+     */
     QCoro::Task<QList<Tape>> search(QString query, CancelToken token = {});
 
     /**

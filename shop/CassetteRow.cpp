@@ -17,19 +17,20 @@ CassetteRow::Content::Content(const Shelf& shelf)
     }
 }
 
-CassetteRow::Content::Content(const QList<Tape>& loose) : count(int(loose.size())), tapes(loose)
+CassetteRow::Content::Content(const QList<Tape>& loose) : count(int(loose.size())), tapes(loose) {}
+
+VHSCover CassetteRow::Content::cover(int row) const
 {
-    for (const Tape& tape : loose)
-        covers.append(dress(tape));
+    return covers.isEmpty() ? dress(tapes.at(row)) : covers.at(row);
 }
 
 int CassetteRow::Content::rowOf(qint64 id, int likely) const
 {
     // Two tapes may share an id: the one that did not move comes first.
-    if (likely >= 0 && likely < covers.size() && covers.at(likely).id == id)
+    if (likely >= 0 && likely < size() && tapes.at(likely).id == id)
         return likely;
-    for (int row = 0; row < covers.size(); ++row) {
-        if (covers.at(row).id == id)
+    for (int row = 0; row < size(); ++row) {
+        if (tapes.at(row).id == id)
             return row;
     }
     return -1;
@@ -45,27 +46,27 @@ int CassetteRow::placeIn(const Content& content) const
 {
     if (place() < 0)
         return -1;
-    const int row = content.rowOf(m_content.covers.at(place()).id, place());
+    const int row = content.rowOf(m_content.tapes.at(place()).id, place());
     return row >= 0 ? row : content.nearest(place());
 }
 
 int CassetteRow::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : int(m_content.covers.size());
+    return parent.isValid() ? 0 : m_content.size();
 }
 
 QVariant CassetteRow::data(const QModelIndex& index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    const VHSCover& cover = m_content.covers.at(index.row());
+    const int row = index.row();
     switch (role) {
     case KeyRole:
-        return cover.id;
+        return m_content.tapes.at(row).id;
     case CoverRole:
-        return QVariant::fromValue(cover);
+        return QVariant::fromValue(m_content.cover(row));
     case TitleRole:
-        return shortenedLine(cover.title);
+        return shortenedLine(m_content.cover(row).title);
     default:
         return {};
     }

@@ -31,13 +31,15 @@ public:
         QString name;
         QString caption;
         int count = 0;
-        QList<VHSCover> covers;
-        QList<Tape> tapes; ///< one for each cover
+        QList<VHSCover> covers; ///< a shelf's; loose tapes are dressed as they are asked for, as there may be thousands
+        QList<Tape> tapes;      ///< one for each row
 
+        int size() const { return int(tapes.size()); }
+        VHSCover cover(int row) const;
         /** The row of a tape, `likely` where it stands there; -1 when it does not stand here. */
         int rowOf(qint64 id, int likely) const;
         /** The row nearest to `row`, -1 when there is none. */
-        int nearest(int row) const { return std::min(row, int(covers.size()) - 1); }
+        int nearest(int row) const { return std::min(row, size() - 1); }
     };
 
     using PlacedListModel::PlacedListModel;

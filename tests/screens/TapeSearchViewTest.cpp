@@ -3,6 +3,8 @@
 
 #include <QRegularExpression>
 
+#include <numeric>
+
 /** The tape search as the viewer sees and walks it. */
 class TapeSearchViewTest : public QObject
 {
@@ -22,6 +24,7 @@ private Q_SLOTS:
     void theFocusStaysOnTheFieldWhenResultsCome();
     void resultsAreWalkedAlongAndLeftUpwards();
     void ofManyResultsFewCassettesExist();
+    void ofTheMostResultsFewCassettesExistToo();
     void aResultOpensItsTapeAndBackReturnsToIt();
     void aResultPlaysAndIsReadFromItsTape();
     void backFromTheSearchIsTheShop();
@@ -160,6 +163,18 @@ void TapeSearchViewTest::ofManyResultsFewCassettesExist()
     m_house->stage.settle();
     QCOMPARE(m_house->heard(), u"Tape 200"_s);
     QVERIFY(m_house->isFocusInSight());
+    QVERIFY(Stage::all(m_house->search(), "CardButton").size() < 30);
+}
+
+void TapeSearchViewTest::ofTheMostResultsFewCassettesExistToo()
+{
+    QList<int> ids(10'000);
+    std::iota(ids.begin(), ids.end(), 1);
+    m_house->find(u"zoning"_s, ids);
+    QVERIFY(m_house->text(u"10000 tapes found"_s));
+    m_house->press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Right});
+    m_house->stage.settle();
+    QCOMPARE(m_house->heard(), u"Tape 3"_s);
     QVERIFY(Stage::all(m_house->search(), "CardButton").size() < 30);
 }
 
