@@ -94,6 +94,7 @@ NavigationStack {
                     model: controller.shelves
                     place: controller.shelves.place
                     onHeld: shelf => controller.shelves.place = shelf
+                    onContainsFocusChanged: controller.shelves.hasFocus = containsFocus
 
                     ShelfRow {
                         width: room.width
