@@ -57,6 +57,8 @@ NavigationStack {
 
             FullBleed {
                 VeneerBackground {
+                    id: veneer
+
                     anchors.fill: parent
                 }
             }
@@ -80,6 +82,7 @@ NavigationStack {
                     width: parent.width
                     stockLine: controller.stockLine
                     markets: controller.markets
+                    ground: veneer
                     onSearched: controller.searching = true
                 }
 
