@@ -55,6 +55,7 @@ Item {
                 model: picker.markets
                 place: picker.markets.place
                 onHeld: chip => picker.markets.place = chip
+                onContainsFocusChanged: picker.markets.hasFocus = containsFocus
 
                 PlainButton {
                     id: chip
