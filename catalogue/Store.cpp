@@ -55,6 +55,8 @@ void Store::setShelves(QList<Shelf> shelves)
 {
     Q_EMIT objectWillChange();
     m_shelves = std::move(shelves);
+    // Those of a market that is no longer chosen never get here.
+    m_shelvesMarket = m_market;
     Q_EMIT shelvesChanged();
 }
 

@@ -45,6 +45,8 @@ public:
     void setTapes(QList<Tape> tapes);
     const QList<Shelf>& shelves() const { return m_shelves; }
     void setShelves(QList<Shelf> shelves);
+    /** The market that the shelves belong to; while another one is loaded, not yet the chosen one. */
+    const QString& shelvesMarket() const { return m_shelvesMarket; }
     bool isLoading() const { return m_isLoading; }
     void setIsLoading(bool isLoading);
     bool hasLoadedOnce() const { return m_hasLoadedOnce; }
@@ -106,6 +108,7 @@ private:
     TVStatus m_status;
     QList<Tape> m_tapes;
     QList<Shelf> m_shelves;
+    QString m_shelvesMarket;
     bool m_isLoading = false;
     bool m_hasLoadedOnce = false;
     std::optional<QString> m_lastError;

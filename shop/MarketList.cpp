@@ -41,6 +41,8 @@ void MarketList::setSelection(const QString& selection)
     m_selection = selection;
     if (isShown())
         Q_EMIT dataChanged(index(0), index(rowCount() - 1), {SelectedRole});
+    if (!hasFocus())
+        setPlace(chipOf(selection, m_chips));
 }
 
 void MarketList::setChips(QList<Chip> chips)
@@ -70,17 +72,23 @@ QList<MarketList::Chip> MarketList::chipsOf(const CatalogSummary& summary)
     return chips;
 }
 
-// On the same market, where it did not move if two share a slug; else as near as can be.
+// Under the focus on the same market, where it did not move if two share a slug; else as near as can be.
 int MarketList::placeAmong(const QList<Chip>& chips) const
 {
-    if (place() < 0)
-        return -1;
+    if (place() < 0 || !hasFocus())
+        return chipOf(m_selection, chips);
     const QString slug = slugAt(place());
     if (place() < chips.size() && chips.at(place()).slug == slug)
         return place();
-    const auto same =
-        std::find_if(chips.cbegin(), chips.cend(), [&slug](const Chip& chip) { return chip.slug == slug; });
-    return same != chips.cend() ? int(same - chips.cbegin()) : std::min(place(), int(chips.size()) - 1);
+    const int same = chipOf(slug, chips);
+    return same >= 0 ? same : std::min(place(), int(chips.size()) - 1);
+}
+
+/** The first chip of a market, -1 when there is none. */
+int MarketList::chipOf(const QString& slug, const QList<Chip>& chips)
+{
+    const auto chip = std::find_if(chips.cbegin(), chips.cend(), [&slug](const Chip& one) { return one.slug == slug; });
+    return chip == chips.cend() ? -1 : int(chip - chips.cbegin());
 }
 
 void MarketList::pick(int chip)

@@ -8,7 +8,8 @@
 
 /**
  * The chips of the market picker: one for all markets, then one for each of the first 500. There are none while there
- * are not at least two markets to choose from. Screen thread only; the controller owns it; the application object
+ * are not at least two markets to choose from. The viewer's place begins at the chosen market, and whatever changes
+ * while the focus is elsewhere brings it back there. Screen thread only; the controller owns it; the application object
  * outlives it, as the chips are measured by their fonts.
  */
 class MarketList : public PlacedListModel
@@ -68,6 +69,7 @@ private:
     void setSelection(const QString& selection);
     void setChips(QList<Chip> chips);
     int placeAmong(const QList<Chip>& chips) const;
+    static int chipOf(const QString& slug, const QList<Chip>& chips);
 
     CatalogSummary m_summary; ///< what the chips show, with no more markets than they do
     QString m_selection;

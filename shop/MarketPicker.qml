@@ -6,92 +6,133 @@ import Quillmere.Screen
 import Quillmere.Shop
 
 // A row of chips, one for all markets and one for each; it moves where they are more than it has room for.
-ScrollArea {
+Item {
     id: picker
 
     required property MarketList markets
+    // What the chips stand on.
+    required property PaintedItem ground
 
     readonly property real chipHeight: 54
     // Room for the ring around a chip.
     readonly property real margin: 10
+    // At either end, less than stays in sight beside the focused chip.
+    readonly property real fade: 120
 
     height: chipHeight + 2 * margin
-    orientation: Qt.Horizontal
-    // More than the space between two chips, so that left is the chip before and not the button that it lies under.
-    lead: 300
-    contentExtent: chips.width + 2 * margin
-    clip: contentExtent > width
 
-    LazyStack {
-        id: chips
+    Item {
+        id: cut
 
-        x: picker.margin
-        y: picker.margin
-        height: picker.chipHeight
-        orientation: Qt.Horizontal
-        spacing: 14
-        ahead: 400
-        model: picker.markets
-        place: picker.markets.place
-        onHeld: chip => picker.markets.place = chip
+        // Within the fades by more than what is rounded.
+        readonly property real inset: 1
 
-        PlainButton {
-            id: chip
+        anchors.fill: parent
+        anchors.leftMargin: inset
+        anchors.rightMargin: inset
+        clip: area.contentExtent > area.width
 
-            required property int index
-            required property string title
-            required property string count
-            required property bool isSelected
-            required property real extent
+        ScrollArea {
+            id: area
 
-            readonly property color ink: isSelected ? StationPalette.inkNavy : StationPalette.cream
+            x: -cut.inset
+            width: picker.width
+            height: parent.height
+            orientation: Qt.Horizontal
+            // More than the space between two chips, so that left is the chip before and not the button that it lies under.
+            lead: 300
+            contentExtent: chips.width + 2 * picker.margin
 
-            name: title + " " + count
-            width: extent
-            height: picker.chipHeight
-            onSelected: picker.markets.pick(index)
-            Accessible.checkable: true
-            Accessible.checked: isSelected
+            LazyStack {
+                id: chips
 
-            CardPlate {
-                anchors.fill: parent
-                radius: height / 2
-                border: StationPalette.faded(StationPalette.cream, 0.2)
-                borderWidth: 1
-                fill: chip.isSelected ? StationPalette.amber : StationPalette.nightNavy
-            }
+                x: picker.margin
+                y: picker.margin
+                height: picker.chipHeight
+                orientation: Qt.Horizontal
+                spacing: 14
+                ahead: 400
+                model: picker.markets
+                place: picker.markets.place
+                onHeld: chip => picker.markets.place = chip
+                onContainsFocusChanged: picker.markets.hasFocus = containsFocus
 
-            Text {
-                anchors.left: parent.left
-                anchors.leftMargin: picker.markets.padding
-                anchors.right: tapes.left
-                anchors.rightMargin: picker.markets.gap
-                anchors.verticalCenter: parent.verticalCenter
-                text: chip.title
-                font: picker.markets.titleFont
-                color: chip.ink
-                elide: Text.ElideRight
-                maximumLineCount: 1
-                textFormat: Text.PlainText
-                Accessible.ignored: true
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
-            }
+                PlainButton {
+                    id: chip
 
-            Text {
-                id: tapes
+                    required property int index
+                    required property string title
+                    required property string count
+                    required property bool isSelected
+                    required property real extent
 
-                anchors.right: parent.right
-                anchors.rightMargin: picker.markets.padding
-                anchors.verticalCenter: parent.verticalCenter
-                text: chip.count
-                font: picker.markets.countFont
-                color: chip.ink
-                textFormat: Text.PlainText
-                Accessible.ignored: true
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
+                    readonly property color ink: isSelected ? StationPalette.inkNavy : StationPalette.cream
+
+                    name: title + " " + count
+                    width: extent
+                    height: picker.chipHeight
+                    onSelected: picker.markets.pick(index)
+                    Accessible.checkable: true
+                    Accessible.checked: isSelected
+
+                    CardPlate {
+                        anchors.fill: parent
+                        radius: height / 2
+                        border: StationPalette.faded(StationPalette.cream, 0.2)
+                        borderWidth: 1
+                        fill: chip.isSelected ? StationPalette.amber : StationPalette.nightNavy
+                    }
+
+                    Text {
+                        anchors.left: parent.left
+                        anchors.leftMargin: picker.markets.padding
+                        anchors.right: tapes.left
+                        anchors.rightMargin: picker.markets.gap
+                        anchors.verticalCenter: parent.verticalCenter
+                        text: chip.title
+                        font: picker.markets.titleFont
+                        color: chip.ink
+                        elide: Text.ElideRight
+                        maximumLineCount: 1
+                        textFormat: Text.PlainText
+                        Accessible.ignored: true
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
+                    }
+
+                    Text {
+                        id: tapes
+
+                        anchors.right: parent.right
+                        anchors.rightMargin: picker.markets.padding
+                        anchors.verticalCenter: parent.verticalCenter
+                        text: chip.count
+                        font: picker.markets.countFont
+                        color: chip.ink
+                        textFormat: Text.PlainText
+                        Accessible.ignored: true
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
+                    }
+                }
             }
         }
+    }
+
+    EdgeFade {
+        width: picker.fade
+        height: parent.height
+        ground: picker.ground
+        edge: Qt.LeftEdge
+        hidden: area.position
+    }
+
+    EdgeFade {
+        anchors.right: parent.right
+        width: picker.fade
+        height: parent.height
+        ground: picker.ground
+        edge: Qt.RightEdge
+        hidden: area.contentExtent - area.width - area.position
     }
 }

@@ -57,7 +57,9 @@ void RewinderyController::leave()
 
 void RewinderyController::showShelves()
 {
-    m_shelves.show(m_store->shelves());
+    const bool isSameMarket = m_store->shelvesMarket() == m_shelvesMarket;
+    m_shelvesMarket = m_store->shelvesMarket();
+    m_shelves.show(m_store->shelves(), isSameMarket ? ShelfList::Market::Same : ShelfList::Market::Another);
     Q_EMIT shelvesChanged();
 }
 

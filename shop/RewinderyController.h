@@ -65,5 +65,6 @@ private:
     bool m_searching = false;
     TapePath m_path;
     ShelfList m_shelves;
+    QString m_shelvesMarket; ///< that the shown shelves belong to
     MarketList m_markets;
 };

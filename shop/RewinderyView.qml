@@ -57,6 +57,8 @@ NavigationStack {
 
             FullBleed {
                 VeneerBackground {
+                    id: veneer
+
                     anchors.fill: parent
                 }
             }
@@ -80,6 +82,7 @@ NavigationStack {
                     width: parent.width
                     stockLine: controller.stockLine
                     markets: controller.markets
+                    ground: veneer
                     onSearched: controller.searching = true
                 }
 
@@ -94,6 +97,7 @@ NavigationStack {
                     model: controller.shelves
                     place: controller.shelves.place
                     onHeld: shelf => controller.shelves.place = shelf
+                    onContainsFocusChanged: controller.shelves.hasFocus = containsFocus
 
                     ShelfRow {
                         width: room.width

@@ -2,70 +2,112 @@
 
 #include <algorithm>
 
-void ShelfList::show(const QList<Shelf>& shelves)
-{
-    QList<CassetteRow*> leaving = m_rows;
-    QList<Change> changes;
-    for (const Shelf& shelf : shelves) {
-        CassetteRow::Content content(shelf);
-        const auto former = std::find_if(leaving.cbegin(), leaving.cend(),
-                                         [&](const CassetteRow* row) { return row->name() == content.name; });
-        CassetteRow* row = former == leaving.cend() ? new CassetteRow(this) : *former;
-        leaving.removeOne(row);
-        const int place = row->placeIn(content);
-        changes.append({row, std::move(content), place});
-    }
-    const int place = changePlace(changes);
+namespace {
 
-    reset(place, [&] {
-        // The rows first: the focus comes to its tape when the list itself has changed, and must find it there.
-        QList<CassetteRow*> rows;
-        for (Change& change : changes) {
-            change.row->show(std::move(change.content), change.place);
-            rows.append(change.row);
-        }
-        m_rows = std::move(rows);
-    });
-    for (CassetteRow* row : std::as_const(leaving))
-        row->deleteLater();
+/** The first of `changes` that `suits`, -1 when none does. */
+template<typename Changes, typename Condition>
+int find(const Changes& changes, Condition suits)
+{
+    const auto found = std::find_if(changes.cbegin(), changes.cend(), suits);
+    return found == changes.cend() ? -1 : int(found - changes.cbegin());
 }
 
-// Puts the place of the shelf that comes to have the viewer's place where his tape is, and tells which shelf it is.
-int ShelfList::changePlace(QList<Change>& changes) const
-{
-    const CassetteRow* former = row(place());
-    if (!former || former->place() < 0)
-        return nearestShelf(changes, place());
-    const qint64 id = former->content().covers.at(former->place()).id;
-    const auto stays = [former](const Change& change) { return change.row == former; };
-    const auto sameShelf = int(std::find_if(changes.cbegin(), changes.cend(), stays) - changes.cbegin());
-    const bool isThere = sameShelf < changes.size();
-    if (isThere && changes.at(sameShelf).content.rowOf(id, former->place()) >= 0)
-        return sameShelf;
-    for (int shelf = 0; shelf < changes.size(); ++shelf) {
-        const int cassette = changes.at(shelf).content.rowOf(id, former->place());
-        if (cassette < 0)
-            continue;
-        changes[shelf].place = cassette;
-        return shelf;
-    }
-    const int shelf = nearestShelf(changes, isThere ? sameShelf : place());
-    if (shelf >= 0 && changes.at(shelf).place < 0)
-        changes[shelf].place = changes.at(shelf).content.nearest(former->place());
-    return shelf;
-}
-
-// The shelf with cassettes that is nearest to a place, of two the lower one.
-int ShelfList::nearestShelf(const QList<Change>& changes, int shelf) const
+/** The shelf with cassettes that is nearest to a place, of two the lower one. */
+template<typename Changes>
+int nearestShelf(const Changes& changes, int shelf)
 {
     int nearest = -1;
-    for (int other = 0; shelf >= 0 && other < changes.size(); ++other) {
+    for (int other = 0; other < changes.size(); ++other) {
         if (changes.at(other).content.covers.isEmpty())
             continue;
         if (nearest < 0 || std::abs(other - shelf) <= std::abs(nearest - shelf))
             nearest = other;
     }
     return nearest;
+}
+
+} // namespace
+
+void ShelfList::show(const QList<Shelf>& shelves, Market market)
+{
+    QList<Change> changes = changesTo(shelves, market);
+    const int place = changePlace(changes, market);
+    const QList<Row> former = m_rows;
+
+    reset(place, [&] {
+        // The rows first: the focus comes to its tape when the list itself has changed, and must find it there.
+        QList<Row> rows;
+        for (Change& change : changes)
+            rows.append(madeRow(change));
+        m_rows = std::move(rows);
+    });
+    for (const Row& row : former) {
+        const auto isItself = [&row](const Row& other) { return other.key == row.key; };
+        if (std::none_of(m_rows.cbegin(), m_rows.cend(), isItself))
+            row.cassettes->deleteLater();
+    }
+}
+
+QList<ShelfList::Change> ShelfList::changesTo(const QList<Shelf>& shelves, Market market) const
+{
+    QList<Row> former = market == Market::Same ? m_rows : QList<Row>();
+    QList<Change> changes;
+    for (const Shelf& shelf : shelves) {
+        Change change{{nullptr, shelf, 0}, CassetteRow::Content(shelf), -1};
+        const int equal = find(former, [&shelf](const Row& row) { return row.shelf == shelf; });
+        if (equal >= 0) {
+            change.row.cassettes = former.at(equal).cassettes;
+            change.row.key = former.at(equal).key;
+            change.place = change.row.cassettes->placeIn(change.content);
+            former.removeAt(equal);
+        }
+        changes.append(std::move(change));
+    }
+    return changes;
+}
+
+// Puts the place of the shelf that has the focus where the viewer's tape is, and tells which shelf it is.
+int ShelfList::changePlace(QList<Change>& changes, Market market) const
+{
+    if (place() < 0)
+        return -1;
+    const Row& former = m_rows.at(place());
+    int itself = find(changes, [&](const Change& change) { return change.row.key == former.key; });
+    const int cassette = former.cassettes->place();
+    if (!hasFocus() || cassette < 0)
+        return itself;
+
+    if (itself < 0)
+        itself = find(changes, [&](const Change& change) {
+            return !change.row.cassettes && change.row.shelf.name == former.shelf.name;
+        });
+    const qint64 id = former.cassettes->content().covers.at(cassette).id;
+    const auto hasTape = [&](const Change& change) { return change.content.rowOf(id, cassette) >= 0; };
+    const bool isStillThere = itself >= 0 && hasTape(changes.at(itself));
+    int shelf = isStillThere ? itself : find(changes, hasTape);
+    if (shelf >= 0) {
+        changes[shelf].place = changes.at(shelf).content.rowOf(id, cassette);
+    } else {
+        shelf = nearestShelf(changes, itself >= 0 ? itself : place());
+        if (shelf >= 0 && changes.at(shelf).place < 0)
+            changes[shelf].place = market == Market::Same ? changes.at(shelf).content.nearest(cassette) : 0;
+    }
+    // With its row it keeps its items, the focused one among them.
+    if (shelf >= 0 && shelf == itself) {
+        changes[shelf].row.cassettes = former.cassettes;
+        changes[shelf].row.key = former.key;
+    }
+    return shelf;
+}
+
+ShelfList::Row ShelfList::madeRow(Change& change)
+{
+    if (!change.row.cassettes) {
+        change.row.cassettes = new CassetteRow(this);
+        change.row.key = ++m_rowsMade;
+    }
+    change.row.cassettes->show(std::move(change.content), change.place);
+    return change.row;
 }
 
 int ShelfList::rowCount(const QModelIndex& parent) const
@@ -77,12 +119,12 @@ QVariant ShelfList::data(const QModelIndex& index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    CassetteRow* cassettes = m_rows.at(index.row());
+    const Row& row = m_rows.at(index.row());
     switch (role) {
     case KeyRole:
-        return cassettes->name();
+        return row.key;
     case CassettesRole:
-        return QVariant::fromValue(cassettes);
+        return QVariant::fromValue(row.cassettes);
     default:
         return {};
     }

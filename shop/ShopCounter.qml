@@ -10,6 +10,8 @@ FocusSection {
 
     required property string stockLine
     required property MarketList markets
+    // What the counter stands on.
+    required property PaintedItem ground
 
     signal searched
 
@@ -90,6 +92,7 @@ FocusSection {
                 anchors.rightMargin: -margin
                 visible: counter.markets.isShown
                 markets: counter.markets
+                ground: counter.ground
             }
         }
     }

@@ -104,6 +104,7 @@ void LazyStack::setPlace(int place)
     if (m_place == place)
         return;
     m_place = place;
+    m_isPlaceShown = false;
     if (!m_isModelChanging) {
         populate();
         rememberPlace();
@@ -152,6 +153,7 @@ void LazyStack::readModel()
         if (m_items.rowAround(focused) >= 0 && focused->mapToItem(this, QPointF()) != stood)
             moveFocus(screen, focused);
     }
+    m_isPlaceShown = false;
     populate();
     rememberPlace();
     if (m_items.rowAround(focused) >= 0)
@@ -171,8 +173,8 @@ void LazyStack::populate()
     if (m_isPopulating)
         return;
     const QScopedValueRollback populating(m_isPopulating, true);
-    showPlaceAtOnce();
     while (std::exchange(m_isOutdated, false)) {
+        showPlaceAtOnce();
         discardFar();
         const QList<int> rows = missing(m_sight.isNear() ? m_sight.shown(0) : QList<StackSight::Stretch>());
         for (auto row = rows.cbegin(); row != rows.cend() && !m_isOutdated; ++row)

@@ -18,7 +18,8 @@ class FocusScreen;
  * A row or column of items made from a model, of which only those exist that are near what the scroll area around it
  * shows, and the one at its place. An item is made from `delegate`, whose required properties are the model's roles and
  * `index`. After any change of the model an item whose role "key" is still there is kept, with its focus and looks, and
- * moves; two equal keys are told apart by their order.
+ * moves; two equal keys are told apart by their order. While the focus is elsewhere, the row at the place stands in
+ * sight of the area, or the beginning where there is no place, so that nothing moves when the focus comes.
  *
  * Lengths are points along `orientation`; an item is `extent` long, or as long as the role "extent" says where the model
  * has one; where items are `measured`, that is a guess which holds until the item is first made. Screen thread only; its parent item owns it; a model that goes before it leaves it empty.
@@ -41,6 +42,8 @@ class LazyStack : public QQuickItem
      * changes, before or right after; if the focus was in this stack, it then goes to that row.
      */
     Q_PROPERTY(int place READ place WRITE setPlace NOTIFY placeChanged FINAL)
+    /** Whether the focus of the screen is on one of the items; also while another screen has the keys. */
+    Q_PROPERTY(bool containsFocus READ containsFocus NOTIFY containsFocusChanged FINAL)
     Q_CLASSINFO("DefaultProperty", "delegate")
 
 public:
@@ -63,6 +66,7 @@ public:
     void setAhead(qreal ahead);
     int place() const { return m_place; }
     void setPlace(int place);
+    bool containsFocus() const { return m_containsFocus; }
 
     /** The item of a row, nothing while it does not exist. */
     QQuickItem* itemAt(int row) const { return m_items.at(row); }
@@ -84,6 +88,7 @@ Q_SIGNALS:
     void spacingChanged();
     void aheadChanged();
     void placeChanged();
+    void containsFocusChanged();
 
     /** The focus came to another row by the viewer's doing; the model's owner keeps it as the place. */
     void held(int row);
@@ -104,6 +109,7 @@ private:
     void showLength();
     void showPlaceAtOnce();
     void rememberPlace() const;
+    void updateContainsFocus();
     void focusPlace(FocusScreen* screen);
     void moveFocus(FocusScreen* screen, Focusable* focusable);
     FocusScreen* screenFocusedHere() const;
@@ -127,8 +133,9 @@ private:
     bool m_isPopulating = false;
     bool m_isOutdated = false;   ///< something changed while it was populated
     bool m_isRefused = false;    ///< the delegate cannot be made
-    bool m_isPlaceShown = false; ///< the area was told of the place that the stack began with
+    bool m_isPlaceShown = false; ///< since the rows or the place last changed
     bool m_isMovingFocus = false;
+    bool m_containsFocus = false;
 };
 
 /** Qt 6.4 does not describe its own model class to the QML tools. */

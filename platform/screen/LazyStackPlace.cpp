@@ -27,16 +27,19 @@ Focusable* entrance(QQuickItem* item)
 
 } // namespace
 
-/** A row that was made anew stands from the beginning where it was left. */
+/** After a change, and when it is made, the stack stands where the focus would come to, unless that is in its area. */
 void LazyStack::showPlaceAtOnce()
 {
-    if (m_isPlaceShown || !m_sight.area() || m_rows.count() == 0)
+    ScrollArea* area = m_sight.area();
+    if (m_isPlaceShown || !area || m_rows.count() == 0)
         return;
     m_isPlaceShown = true;
-    if (m_orientation != Qt::Horizontal || m_place < 0 || m_place >= m_rows.count())
+    const FocusScreen* screen = FocusScreen::around(this);
+    if (screen && screen->focused() && area->isAncestorOf(screen->focused()))
         return;
-    const StackRows::Row& row = m_rows.at(m_place);
-    m_sight.area()->reveal(m_sight.offset() + row.first, m_sight.offset() + row.last, true);
+    const bool hasPlace = m_place >= 0 && m_place < m_rows.count();
+    const StackRows::Row& row = m_rows.at(hasPlace ? m_place : 0);
+    area->reveal(hasPlace ? m_sight.offset() + row.first : 0, m_sight.offset() + row.last, true);
 }
 
 bool LazyStack::isBesidePlace(const QQuickItem* descendant) const
@@ -47,6 +50,8 @@ bool LazyStack::isBesidePlace(const QQuickItem* descendant) const
 
 void LazyStack::hold(const QQuickItem* descendant)
 {
+    if (const FocusScreen* screen = FocusScreen::around(this))
+        connect(screen, &FocusScreen::focusedChanged, this, &LazyStack::updateContainsFocus, Qt::UniqueConnection);
     const int row = m_items.rowAround(descendant);
     if (row < 0 || row == m_place || m_isMovingFocus)
         return;
@@ -58,16 +63,25 @@ void LazyStack::hold(const QQuickItem* descendant)
 /** The section around this is entered at the place, also when the item there is a new one. */
 void LazyStack::rememberPlace() const
 {
-    QQuickItem* item = m_items.at(m_place);
-    FocusSection* section = item ? FocusSection::around(this) : nullptr;
+    FocusSection* section = FocusSection::around(this);
     if (!section)
         return;
     // What it was left at beside this stack is where it is entered again.
     const Focusable* held = section->held();
     if (held && (!isAncestorOf(held) || m_items.rowAround(held) == m_place))
         return;
-    if (Focusable* focusable = entrance(item))
+    QQuickItem* item = m_items.at(m_place);
+    Focusable* focusable = item ? entrance(item) : nullptr;
+    if (focusable || (m_place < 0 && !screenFocusedHere()))
         section->setHeld(focusable);
+}
+
+void LazyStack::updateContainsFocus()
+{
+    if (m_containsFocus == bool(screenFocusedHere()))
+        return;
+    m_containsFocus = !m_containsFocus;
+    Q_EMIT containsFocusChanged();
 }
 
 /** The screen around this if its focus is in here. */

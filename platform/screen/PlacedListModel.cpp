@@ -10,6 +10,14 @@ void PlacedListModel::setPlace(int row)
     Q_EMIT placeChanged();
 }
 
+void PlacedListModel::setHasFocus(bool hasFocus)
+{
+    if (hasFocus == m_hasFocus)
+        return;
+    m_hasFocus = hasFocus;
+    Q_EMIT hasFocusChanged();
+}
+
 void PlacedListModel::reset(int place, const std::function<void()>& change)
 {
     const QScopedValueRollback changing(m_isChanging, true);

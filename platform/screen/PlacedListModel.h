@@ -17,15 +17,20 @@ class PlacedListModel : public QAbstractListModel
     QML_UNCREATABLE("Only lists that are derived from it have rows.")
     /** The row that holds or last held the focus; -1 before any did. Rows that are not there are not taken. */
     Q_PROPERTY(int place READ place WRITE setPlace NOTIFY placeChanged FINAL)
+    /** Whether the screen's focus is in the list; written by a screen whose list decides by it. */
+    Q_PROPERTY(bool hasFocus READ hasFocus WRITE setHasFocus NOTIFY hasFocusChanged FINAL)
 
 public:
     using QAbstractListModel::QAbstractListModel;
 
     int place() const { return m_place; }
     void setPlace(int row);
+    bool hasFocus() const { return m_hasFocus; }
+    void setHasFocus(bool hasFocus);
 
 Q_SIGNALS:
     void placeChanged();
+    void hasFocusChanged();
 
 protected:
     /** Runs `change`, which changes the rows, as one reset; afterwards the viewer is at `place`. */
@@ -33,5 +38,6 @@ protected:
 
 private:
     int m_place = -1;
+    bool m_hasFocus = false;
     bool m_isChanging = false;
 };

@@ -13,6 +13,11 @@ private Q_SLOTS:
     void aFocusElsewhereStaysThere();
     void whatMovedUnderTheFocusStaysInSight_data();
     void whatMovedUnderTheFocusStaysInSight();
+    void withoutTheFocusTheRowAtThePlaceStandsInSight_data();
+    void withoutTheFocusTheRowAtThePlaceStandsInSight();
+    void whatHasTheFocusBesideTheStackStaysInSight();
+    void aStackThatBeginsAnewIsNotEnteredWhereItWasLeft();
+    void whetherTheFocusIsHereIsTold();
     void theViewersMoveIsToldOnce();
     void theSectionIsEnteredAtThePlace();
     void aRowMadeAnewStandsAtItsPlaceAtOnce();
@@ -101,6 +106,113 @@ void LazyStackPlaceTest::whatMovedUnderTheFocusStaysInSight()
     QCOMPARE(shelf.screen->focused(), focused.data());
     QCOMPARE(focused->x(), 52 * pitch);
     QCOMPARE(shelf.area->position(), 52 * pitch + extent + 6 - room);
+}
+
+void LazyStackPlaceTest::withoutTheFocusTheRowAtThePlaceStandsInSight_data()
+{
+    QTest::addColumn<QStringList>("after");
+    QTest::addColumn<int>("place");
+    const auto keys = [](int first, int count) {
+        QStringList all;
+        for (int key = first; key < first + count; ++key)
+            all.append(QString::number(key));
+        return all;
+    };
+    // Before: 13 rows, with the place at the last.
+    QTest::newRow("others, from their beginning") << keys(100, 12) << -1;
+    QTest::newRow("others, at the first") << keys(100, 12) << 0;
+    QTest::newRow("others, at the last") << keys(100, 12) << 11;
+    QTest::newRow("many others, in the midst") << keys(100, 200) << 100;
+    QTest::newRow("others that all have room") << keys(100, 3) << 2;
+    QTest::newRow("some are left, from their beginning") << keys(0, 12) << -1;
+    QTest::newRow("more come before") << keys(0, 13) + keys(13, 40) << 5;
+    QTest::newRow("the same, from their beginning") << keys(0, 13) << -1;
+    QTest::newRow("the same, at another place") << keys(0, 13) << 3;
+}
+
+void LazyStackPlaceTest::withoutTheFocusTheRowAtThePlaceStandsInSight()
+{
+    QFETCH(QStringList, after);
+    QFETCH(int, place);
+    Rows rows(13);
+    Shelf shelf(&rows);
+    for (int row = 1; row < 13; ++row)
+        shelf.stage.press(Qt::Key_Right);
+    shelf.screen->focus(shelf.screen->findChild<Focusable*>(u"below"_s));
+    shelf.stage.settle();
+    QCOMPARE(shelf.area->position(), 12 * pitch + extent + 6 - room);
+
+    rows.change(after, place);
+    const qreal position = shelf.area->position();
+    const qreal x = 6 + std::max(place, 0) * pitch - position;
+    QVERIFY2(x >= 0 && x + extent <= room, qPrintable(QString::number(x)));
+    if (place < 0)
+        QCOMPARE(position, 0.0);
+    // Nothing moves then, and nothing when the focus comes.
+    QCOMPARE(shelf.area->aim(), position);
+    shelf.stage.settle();
+    shelf.stage.press(Qt::Key_Up);
+    QCOMPARE(shelf.focusedTitle(), u"%1, round 1"_s.arg(after.at(std::max(place, 0))));
+    QCOMPARE(shelf.area->aim(), position);
+}
+
+void LazyStackPlaceTest::whatHasTheFocusBesideTheStackStaysInSight()
+{
+    Rows rows(40);
+    Stage stage;
+    auto screen = static_cast<FocusScreen*>(
+        stage.put(u"FocusScreen { id: screen; width: 1920; height: 1080; property var rows\n"
+                  "ScrollArea { width: 800; height: 400; contentExtent: 150 + column.height\n"
+                  "Focusable { objectName: 'above'; width: 300; height: 100 }\n"
+                  "LazyStack { id: column; y: 150; extent: 250; spacing: 40; model: screen.rows\n"
+                  "place: screen.rows.place; delegate: Focusable { width: 250; height: 250 } } }\n"
+                  "Focusable { objectName: 'beside'; x: 900; width: 300; height: 100 } }"_s,
+                  {{u"rows"_s, QVariant::fromValue<QObject*>(&rows)}}));
+    auto area = static_cast<ScrollArea*>(Stage::first(screen, "ScrollArea"));
+    screen->takeFocus();
+    screen->focus(screen->findChild<Focusable*>(u"above"_s));
+    rows.setPlace(20);
+    QCOMPARE(area->aim(), 0.0);
+    rows.change(rows.keys(), 30);
+    QCOMPARE(area->aim(), 0.0);
+    screen->focus(screen->findChild<Focusable*>(u"beside"_s));
+    rows.setPlace(20);
+    QCOMPARE(area->position(), 150 + 20 * pitch + extent - 400);
+}
+
+void LazyStackPlaceTest::aStackThatBeginsAnewIsNotEnteredWhereItWasLeft()
+{
+    Rows rows(13);
+    Shelf shelf(&rows);
+    shelf.focusRow(5);
+    shelf.screen->focus(shelf.screen->findChild<Focusable*>(u"below"_s));
+    rows.change(rows.keys(), -1);
+    shelf.stage.press(Qt::Key_Up);
+    QCOMPARE(shelf.focusedTitle(), u"0, round 1"_s);
+}
+
+void LazyStackPlaceTest::whetherTheFocusIsHereIsTold()
+{
+    Rows rows(3);
+    Shelf shelf(&rows);
+    auto below = shelf.screen->findChild<Focusable*>(u"below"_s);
+    QVERIFY(shelf.row->containsFocus());
+    QSignalSpy told(shelf.row, &LazyStack::containsFocusChanged);
+    shelf.stage.press(Qt::Key_Right);
+    QCOMPARE(told.count(), 0);
+    shelf.stage.press(Qt::Key_Down);
+    QCOMPARE(told.count(), 1);
+    QVERIFY(!shelf.row->containsFocus());
+    shelf.stage.press(Qt::Key_Up);
+    QCOMPARE(told.count(), 2);
+    // Others in the place of the focused one, in one change.
+    rows.change({u"x"_s, u"y"_s}, 1);
+    QCOMPARE(told.count(), 2);
+    QVERIFY(shelf.row->containsFocus());
+    rows.change({}, -1);
+    QTRY_VERIFY(below->hasActiveFocus());
+    QCOMPARE(told.count(), 3);
+    QVERIFY(!shelf.row->containsFocus());
 }
 
 void LazyStackPlaceTest::theViewersMoveIsToldOnce()

@@ -1,3 +1,6 @@
+#include "FocusTargets.h"
+#include "LazyStack.h"
+#include "ScrollArea.h"
 #include "ShopHouse.h"
 
 #include <QDebug>
@@ -10,7 +13,10 @@
 #include <QRandomGenerator>
 #include <QRegularExpression>
 
-/** Whatever is pressed, and whatever the hub sends meanwhile: one thing has the focus, or the screen itself. */
+/**
+ * Whatever is pressed, and whatever the hub sends meanwhile: one thing has the focus, or the screen itself; once the
+ * scrolls have ended it is in sight, and so is what it would come to in each row.
+ */
 class RandomKeysTest : public QObject
 {
     Q_OBJECT
@@ -28,6 +34,8 @@ private:
     QJsonObject tape(int id) const;
     void send(QEvent::Type type, int key, bool isRepeat = false);
     QString complaint() const;
+    QString outOfSight(const Focusable& focused) const;
+    QString outOfSight(const LazyStack& stack, const Focusable& focused) const;
     void note(const QString& event);
 
     std::unique_ptr<ShopHouse> m_house;
@@ -40,6 +48,8 @@ private:
 namespace {
 
 constexpr int keyCount = 20000;
+constexpr int width = 320;                              // of the window, in pixels
+constexpr qreal halfAPixel = 1920.0 / width / 2 + 1e-6; // points, as scrolls end on whole pixels
 
 template<typename T>
 QString nameOf(const T& thing)
@@ -47,6 +57,17 @@ QString nameOf(const T& thing)
     QString name;
     QDebug(&name) << thing;
     return name;
+}
+
+/** Whether an item will be in sight of an area, if it fits in there. */
+bool isInSight(const ScrollArea& area, const QQuickItem& item)
+{
+    const QRectF rect = rectOfRest(item, area.contentItem());
+    const bool isVertical = area.orientation() == Qt::Vertical;
+    const qreal first = isVertical ? rect.top() : rect.left();
+    const qreal last = isVertical ? rect.bottom() : rect.right();
+    return last - first > area.viewExtent() ||
+           (first >= area.aim() - halfAPixel && last <= area.aim() + area.viewExtent() + halfAPixel);
 }
 
 int among(QRandomGenerator& dice, std::initializer_list<int> choices)
@@ -70,7 +91,7 @@ void RandomKeysTest::init()
         "playerScreen: Component { FocusScreen { required property QtObject detail } }\n"
         "transcriptScreen: Component { FocusScreen { required property QtObject detail; Focusable { width: 90; "
         "height: 90 } } }"_s,
-        QSize(320, 180));
+        QSize(width, width * 9 / 16));
 }
 
 void RandomKeysTest::oneThingIsAlwaysFocused()
@@ -236,7 +257,43 @@ QString RandomKeysTest::complaint() const
     const auto* thing = qobject_cast<const Focusable*>(focused);
     if (!thing || FocusScreen::around(thing) != front)
         return u"what is focused is not on the screen in front"_s;
-    return thing->canHoldFocus() ? QString() : u"what is focused cannot be"_s;
+    if (!thing->canHoldFocus())
+        return u"what is focused cannot be"_s;
+    QString wrong = outOfSight(*thing);
+    for (const QQuickItem* item : Stage::all(m_house->house, "LazyStack")) {
+        if (wrong.isEmpty() && item->isVisible() && FocusScreen::around(item) == front)
+            wrong = outOfSight(static_cast<const LazyStack&>(*item), *thing);
+    }
+    return wrong;
+}
+
+/** Whether the focused thing will be in sight of the areas around it. */
+QString RandomKeysTest::outOfSight(const Focusable& focused) const
+{
+    for (const QQuickItem* item = focused.parentItem(); item; item = item->parentItem()) {
+        const auto* area = qobject_cast<const ScrollArea*>(item);
+        if (area && !isInSight(*area, focused))
+            return u"%1, which is focused, is out of sight of %2"_s.arg(nameOf(&focused), nameOf(area));
+    }
+    return {};
+}
+
+/** Whether that of a stack will be in sight to which the focus would come, while it is not in the stack's area. */
+QString RandomKeysTest::outOfSight(const LazyStack& stack, const Focusable& focused) const
+{
+    const QQuickItem* item = stack.parentItem();
+    const ScrollArea* area = nullptr;
+    for (; item && !area; item = item->parentItem()) {
+        area = qobject_cast<const ScrollArea*>(item);
+        area = area && area->orientation() == stack.orientation() ? area : nullptr;
+    }
+    if (!area || area->isAncestorOf(&focused) || !stack.model() || stack.model()->rowCount() == 0)
+        return {};
+    const QQuickItem* row = stack.itemAt(stack.place());
+    if (!row)
+        return area->aim() == 0 ? QString() : u"a row that was not entered is not at its beginning"_s;
+    return isInSight(*area, *row) ? QString()
+                                  : u"row %1 of %2 is out of sight"_s.arg(stack.place()).arg(nameOf(&stack));
 }
 
 QTEST_MAIN(RandomKeysTest)

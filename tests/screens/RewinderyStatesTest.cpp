@@ -1,3 +1,5 @@
+#include "CassetteRow.h"
+#include "ScrollArea.h"
 #include "ShopHouse.h"
 
 #include <QAccessible>
@@ -18,11 +20,23 @@ private Q_SLOTS:
     void withoutShelvesThePanelSaysWhy();
     void tryingAgainSpinsUntilTheShelvesAreThere();
     void tryingAgainInVainMayBeRepeated();
+    void afterAChoiceOfMarketEveryRowBeginsAtItsFirstCassette_data();
+    void afterAChoiceOfMarketEveryRowBeginsAtItsFirstCassette();
+    void aMarketThatComesWhileAShelfIsWalkedLeavesTheFocusOnItsTape();
+    void aRefreshBeginsAChangedShelfAnewWithoutTheFocus();
+    void aRefreshWhileATapeIsOpenKeepsItsPlace();
+    void shelvesThatComeBackAreSeenFromTheTop();
     void marketsAreChosenByTheirChips();
     void thePickerMayGoWhileItIsWalked();
     void aMarketWithoutTapesIsLeftWithTheShop();
 
 private:
+    /** The shelf of this name as it is shown: where its cassettes have scrolled to, and what is in sight of it. */
+    ScrollArea* strip(const QString& shelf) const;
+    /** The shelf "A" or such with `count` tapes from `first` on. */
+    static QString shelf(const QString& name, int first, int count);
+    void chooseMarket(const QString& slug, const QString& shelves);
+
     std::unique_ptr<ShopHouse> m_house;
 };
 
@@ -30,6 +44,30 @@ void RewinderyStatesTest::init()
 {
     QTest::failOnWarning(QRegularExpression(u".*"_s));
     m_house = std::make_unique<ShopHouse>();
+}
+
+ScrollArea* RewinderyStatesTest::strip(const QString& shelf) const
+{
+    for (QQuickItem* row : Stage::all(m_house->shop(), "ShelfRow")) {
+        if (row->isVisible() && row->property("cassettes").value<CassetteRow*>()->name() == shelf)
+            return static_cast<ScrollArea*>(Stage::first(row, "ScrollArea"));
+    }
+    return nullptr;
+}
+
+QString RewinderyStatesTest::shelf(const QString& name, int first, int count)
+{
+    QString text = name + u':';
+    for (int id = first; id < first + count; ++id)
+        text += u' ' + QString::number(id);
+    return text;
+}
+
+void RewinderyStatesTest::chooseMarket(const QString& slug, const QString& shelves)
+{
+    m_house->store.setMarket(slug);
+    m_house->stage.settle();
+    m_house->show(shelves);
 }
 
 void RewinderyStatesTest::aRefreshKeepsTheViewersPlace_data()
@@ -119,6 +157,115 @@ void RewinderyStatesTest::tryingAgainInVainMayBeRepeated()
         QTRY_COMPARE(m_house->heard(), u"Try again"_s);
     }
     QCOMPARE(m_house->http.count(), 4);
+}
+
+void RewinderyStatesTest::afterAChoiceOfMarketEveryRowBeginsAtItsFirstCassette_data()
+{
+    QTest::addColumn<QString>("after");
+    const QString other = shelf(u"B"_s, 301, 20);
+    QTest::newRow("none of its tapes") << shelf(u"A"_s, 201, 12) + u"; "_s + other;
+    QTest::newRow("some of its tapes") << shelf(u"A"_s, 9, 12) + u"; "_s + other;
+    QTest::newRow("its tapes alone") << shelf(u"A"_s, 1, 20) + u"; "_s + shelf(u"B"_s, 101, 20);
+    QTest::newRow("more tapes") << shelf(u"A"_s, 201, 40) + u"; "_s + other;
+    QTest::newRow("a tape or two") << shelf(u"A"_s, 12, 2) + u"; B: 301"_s;
+    QTest::newRow("the shelves in another order") << other + u"; "_s + shelf(u"A"_s, 1, 20);
+}
+
+void RewinderyStatesTest::afterAChoiceOfMarketEveryRowBeginsAtItsFirstCassette()
+{
+    QFETCH(QString, after);
+    m_house->show(shelf(u"A"_s, 1, 20) + u"; "_s + shelf(u"B"_s, 101, 20));
+    m_house->showMarkets({u"a"_s, u"b"_s});
+    m_house->stage.press(Qt::Key_Down);
+    for (int step = 0; step < 12; ++step)
+        m_house->stage.press(Qt::Key_Right);
+    QCOMPARE(m_house->heard(), u"Tape 13"_s);
+    m_house->stage.press(Qt::Key_Down);
+    for (int step = 0; step < 12; ++step)
+        m_house->stage.press(Qt::Key_Right);
+    m_house->press({Qt::Key_Up, Qt::Key_Up, Qt::Key_Right, Qt::Key_Right});
+    QCOMPARE(m_house->heard(), u"A 1"_s);
+    m_house->stage.settle();
+
+    chooseMarket(u"a"_s, after);
+    for (const QString& name : {u"A"_s, u"B"_s}) {
+        QVERIFY(strip(name));
+        QCOMPARE(strip(name)->position(), 0.0);
+        QCOMPARE(strip(name)->aim(), 0.0);
+    }
+    // The nearest to the chip, and not where a shelf of another market was left: nothing jumps.
+    m_house->stage.press(Qt::Key_Down);
+    QVERIFY(m_house->isFocusInSight());
+    for (const QString& name : {u"A"_s, u"B"_s})
+        QCOMPARE(strip(name)->aim(), 0.0);
+}
+
+void RewinderyStatesTest::aMarketThatComesWhileAShelfIsWalkedLeavesTheFocusOnItsTape()
+{
+    m_house->show(shelf(u"A"_s, 1, 20) + u"; "_s + shelf(u"B"_s, 101, 20));
+    m_house->stage.press(Qt::Key_Down);
+    for (int step = 0; step < 12; ++step)
+        m_house->stage.press(Qt::Key_Right);
+    m_house->stage.settle();
+    chooseMarket(u"a"_s, shelf(u"A"_s, 9, 12) + u"; "_s + shelf(u"B"_s, 101, 20));
+    QCOMPARE(m_house->heard(), u"Tape 13"_s);
+    QVERIFY(m_house->isFocusInSight());
+    chooseMarket(u"b"_s, shelf(u"A"_s, 201, 20) + u"; "_s + shelf(u"B"_s, 101, 20));
+    QCOMPARE(m_house->heard(), u"Tape 201"_s);
+    QCOMPARE(strip(u"A"_s)->position(), 0.0);
+}
+
+void RewinderyStatesTest::aRefreshBeginsAChangedShelfAnewWithoutTheFocus()
+{
+    m_house->show(shelf(u"A"_s, 1, 20) + u"; "_s + shelf(u"B"_s, 101, 20));
+    m_house->stage.press(Qt::Key_Down);
+    for (int step = 0; step < 12; ++step)
+        m_house->stage.press(Qt::Key_Right);
+    m_house->stage.press(Qt::Key_Down);
+    const QString tape = m_house->heard();
+    m_house->stage.settle();
+    const qreal walked = strip(u"A"_s)->position();
+    QVERIFY(walked > 0);
+    m_house->show(shelf(u"A"_s, 1, 20) + u"; "_s + shelf(u"B"_s, 100, 22));
+    QCOMPARE(m_house->heard(), tape);
+    QCOMPARE(strip(u"A"_s)->position(), walked);
+    m_house->show(shelf(u"A"_s, 2, 20) + u"; "_s + shelf(u"B"_s, 100, 22));
+    QCOMPARE(m_house->heard(), tape);
+    QCOMPARE(strip(u"A"_s)->position(), 0.0);
+    m_house->stage.press(Qt::Key_Up);
+    m_house->stage.settle();
+    QVERIFY(m_house->isFocusInSight());
+    QCOMPARE(strip(u"A"_s)->position(), 0.0);
+}
+
+void RewinderyStatesTest::aRefreshWhileATapeIsOpenKeepsItsPlace()
+{
+    m_house->show(shelf(u"A"_s, 1, 20));
+    m_house->stage.press(Qt::Key_Down);
+    for (int step = 0; step < 12; ++step)
+        m_house->stage.press(Qt::Key_Right);
+    m_house->stage.press(Qt::Key_Select);
+    m_house->stage.settle();
+    m_house->store.setShelves(shelvesOf(shelf(u"New"_s, 201, 3) + u"; "_s + shelf(u"A"_s, 10, 40)));
+    m_house->stage.press(Qt::Key_Back);
+    QCOMPARE(m_house->heard(), u"Tape 13"_s);
+    QVERIFY(m_house->isFocusInSight());
+}
+
+void RewinderyStatesTest::shelvesThatComeBackAreSeenFromTheTop()
+{
+    const QString shelves = u"A: 1; B: 2; C: 3; D: 4; E: 5"_s;
+    m_house->show(shelves);
+    for (int step = 0; step < 4; ++step)
+        m_house->stage.press(Qt::Key_Down);
+    QCOMPARE(m_house->heard(), u"Tape 4"_s);
+    m_house->stage.settle();
+    m_house->show({});
+    QCOMPARE(m_house->heard(), u"Try again"_s);
+    m_house->show(shelves);
+    // And not scrolled there: the first frame shows it.
+    QCOMPARE(m_house->heard(), u"Search the stacks"_s);
+    QCOMPARE(m_house->areaOf(u"Rewindery"_s).top(), 50.0);
 }
 
 void RewinderyStatesTest::marketsAreChosenByTheirChips()

@@ -1,3 +1,4 @@
+#include "ScrollArea.h"
 #include "StationPalette.h"
 #include "TapeSearchHouse.h"
 
@@ -31,6 +32,8 @@ private Q_SLOTS:
     void eachOpeningStartsEmpty();
     void theNextSearchIsEnteredAtItsFirstResult();
     void aLateAnswerLeavesTheFocusOnTheSameTape();
+    void aLateAnswerStandsWhereTheFocusWouldCome_data();
+    void aLateAnswerStandsWhereTheFocusWouldCome();
     void aLateFailureBringsTheFocusBackToTheField();
     void resultsThatChangeBeneathATapeLeaveItOpen();
     void aSearchEndsWithItsScreen();
@@ -257,6 +260,45 @@ void TapeSearchViewTest::aLateAnswerLeavesTheFocusOnTheSameTape()
     QVERIFY(m_house->isFocusInSight());
     m_house->press({Qt::Key_Left});
     QCOMPARE(m_house->heard(), u"Tape 4"_s);
+}
+
+void TapeSearchViewTest::aLateAnswerStandsWhereTheFocusWouldCome_data()
+{
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("count");
+    // Before: tapes 1 to 30, walked to 13.
+    QTest::newRow("without the tape") << 101 << 12;
+    QTest::newRow("fewer than before") << 101 << 3;
+    QTest::newRow("the tape stands further on") << -20 << 40;
+    QTest::newRow("the tape stands first") << 13 << 30;
+}
+
+void TapeSearchViewTest::aLateAnswerStandsWhereTheFocusWouldCome()
+{
+    QFETCH(int, first);
+    QFETCH(int, count);
+    const auto ids = [](int from, int many) {
+        QList<int> all;
+        for (int id = from; id < from + many; ++id)
+            all.append(id);
+        return all;
+    };
+    m_house->submit(u"zo"_s);
+    m_house->find(u"zoning"_s, ids(1, 30));
+    m_house->press({Qt::Key_Down});
+    for (int step = 0; step < 12; ++step)
+        m_house->press({Qt::Key_Right});
+    QCOMPARE(m_house->heard(), u"Tape 13"_s);
+    m_house->press({Qt::Key_Up});
+    m_house->stage.settle();
+    m_house->answer(TapeSearchHouse::path(u"zo"_s), TapeSearchHouse::pageOf(ids(first, count)));
+    QTRY_COMPARE(m_house->controller()->results().constFirst().id, first);
+    m_house->stage.settle();
+    auto strip = static_cast<ScrollArea*>(Stage::first(m_house->search(), "CassetteStrip"));
+    const qreal position = strip->position();
+    m_house->press({Qt::Key_Down});
+    QVERIFY(m_house->isFocusInSight());
+    QCOMPARE(strip->aim(), position);
 }
 
 void TapeSearchViewTest::aLateFailureBringsTheFocusBackToTheField()

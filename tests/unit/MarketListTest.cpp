@@ -26,6 +26,10 @@ private Q_SLOTS:
     void whatTheHubSaysAgainChangesNoChip();
     void anotherChoiceChangesOnlyWhichChipIsSelected();
     void pickingTellsTheSlug();
+    void thePlaceBeginsAtTheChosenMarket_data();
+    void thePlaceBeginsAtTheChosenMarket();
+    void whileTheFocusIsElsewhereThePlaceGoesBackToTheChosenMarket();
+    void aChoiceUnderTheFocusLeavesThePlaceThere();
     void thePlaceStaysOnItsMarket_data();
     void thePlaceStaysOnItsMarket();
     void aPickerThatGoesForgetsItsPlace();
@@ -188,6 +192,50 @@ void MarketListTest::pickingTellsTheSlug()
     QCOMPARE(picked, (QList<QVariantList>{{u"b"_s}, {QString()}}));
 }
 
+void MarketListTest::thePlaceBeginsAtTheChosenMarket_data()
+{
+    QTest::addColumn<QString>("selection");
+    QTest::addColumn<int>("place");
+    QTest::newRow("all markets") << QString() << 0;
+    QTest::newRow("a market") << u"b"_s << 2;
+    QTest::newRow("of two the first") << u"c"_s << 3;
+    QTest::newRow("one that is not there") << u"x"_s << -1;
+}
+
+void MarketListTest::thePlaceBeginsAtTheChosenMarket()
+{
+    QFETCH(QString, selection);
+    m_list->show(summaryOf({u"a"_s, u"b"_s, u"c"_s, u"c"_s}), selection);
+    QTEST(m_list->place(), "place");
+}
+
+void MarketListTest::whileTheFocusIsElsewhereThePlaceGoesBackToTheChosenMarket()
+{
+    m_list->show(summaryOf({u"a"_s, u"b"_s, u"c"_s}), u"b"_s);
+    m_list->setHasFocus(true);
+    m_list->setPlace(3);
+    m_list->setHasFocus(false);
+    QCOMPARE(m_list->place(), 3);
+    m_list->show(summaryOf({u"b"_s, u"c"_s}), u"b"_s);
+    QCOMPARE(m_list->place(), 1);
+    m_list->show(summaryOf({u"b"_s, u"c"_s}), u"c"_s);
+    QCOMPARE(m_list->place(), 2);
+    // One that is not there has no chip to stand in sight.
+    m_list->show(summaryOf({u"b"_s, u"c"_s}), u"x"_s);
+    QCOMPARE(m_list->place(), 2);
+    m_list->show(summaryOf({u"b"_s, u"c"_s, u"d"_s}), u"x"_s);
+    QCOMPARE(m_list->place(), -1);
+}
+
+void MarketListTest::aChoiceUnderTheFocusLeavesThePlaceThere()
+{
+    m_list->show(summaryOf({u"a"_s, u"b"_s, u"c"_s}), u"b"_s);
+    m_list->setHasFocus(true);
+    m_list->setPlace(1);
+    m_list->show(summaryOf({u"a"_s, u"b"_s, u"c"_s}), u"c"_s);
+    QCOMPARE(m_list->place(), 1);
+}
+
 void MarketListTest::thePlaceStaysOnItsMarket_data()
 {
     QTest::addColumn<QStringList>("after");
@@ -204,25 +252,27 @@ void MarketListTest::thePlaceStaysOnItsMarket()
 {
     QFETCH(QStringList, after);
     m_list->show(summaryOf({u"a"_s, u"b"_s, u"c"_s}), {});
-    QCOMPARE(m_list->place(), -1);
+    m_list->setHasFocus(true);
     m_list->setPlace(2);
-    m_list->show(summaryOf(after), u"b"_s);
+    m_list->show(summaryOf(after), {});
     QTEST(m_list->place(), "place");
 }
 
 void MarketListTest::aPickerThatGoesForgetsItsPlace()
 {
     m_list->show(summaryOf({u"a"_s, u"b"_s}), {});
+    m_list->setHasFocus(true);
     m_list->setPlace(2);
     m_list->show(summaryOf({u"a"_s}), {});
     QCOMPARE(m_list->place(), -1);
     m_list->show(summaryOf({u"a"_s, u"b"_s}), {});
-    QCOMPARE(m_list->place(), -1);
+    QCOMPARE(m_list->place(), 0);
 }
 
 void MarketListTest::whileTheChipsChangeNoMoveIsTaken()
 {
     m_list->show(summaryOf({u"a"_s, u"b"_s}), {});
+    m_list->setHasFocus(true);
     m_list->setPlace(2);
     connect(m_list.get(), &MarketList::modelReset, this, [this] { m_list->setPlace(0); });
     m_list->show(summaryOf({u"a"_s, u"b"_s, u"c"_s}), {});

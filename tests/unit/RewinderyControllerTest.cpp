@@ -23,6 +23,10 @@ private Q_SLOTS:
     void tryingAgainLoadsAndEachTimeAnew();
     void theStockLineFollowsTheStore();
     void pickingAMarketIsTheStoresBusiness();
+    void shelvesOfAnotherMarketBeginAtTheirFirstCassette();
+    void shelvesOfTheSameMarketKeepTheirPlaces_data();
+    void shelvesOfTheSameMarketKeepTheirPlaces();
+    void aShopEnteredWhileAMarketLoadsKnowsItsShelves();
     void aMarketWithoutTapesIsGivenUpOnLeaving();
     void aMarketWithTapesIsKept();
     void openingAndGoingBackIsThePath();
@@ -173,6 +177,53 @@ void RewinderyControllerTest::pickingAMarketIsTheStoresBusiness()
     QCOMPARE(m_house->http.count(), 1);
     m_shop->markets()->pick(0);
     QCOMPARE(m_house->store->market(), QString());
+}
+
+void RewinderyControllerTest::shelvesOfAnotherMarketBeginAtTheirFirstCassette()
+{
+    const QList<Shelf> shelves = shelvesOf(u"A: 1 2 3; B: 4"_s);
+    m_house->store->setShelves(shelves);
+    m_shop->shelves()->row(0)->setPlace(2);
+    m_house->store->setMarket(u"a"_s);
+    QCOMPARE(m_shop->shelves()->row(0)->place(), 2);
+    m_house->store->setShelves(shelves);
+    QCOMPARE(m_shop->shelves()->row(0)->place(), -1);
+    m_shop->shelves()->row(0)->setPlace(1);
+    m_house->store->setMarket({});
+    m_house->store->setShelves(shelves);
+    QCOMPARE(m_shop->shelves()->row(0)->place(), -1);
+}
+
+void RewinderyControllerTest::shelvesOfTheSameMarketKeepTheirPlaces_data()
+{
+    QTest::addColumn<QStringList>("markets");
+    QTest::newRow("a refresh") << QStringList();
+    QTest::newRow("a market chosen and given up before it came") << QStringList{u"b"_s, u"a"_s};
+}
+
+void RewinderyControllerTest::shelvesOfTheSameMarketKeepTheirPlaces()
+{
+    QFETCH(QStringList, markets);
+    const QList<Shelf> shelves = shelvesOf(u"A: 1 2 3; B: 4"_s);
+    m_house->store->setMarket(u"a"_s);
+    m_house->store->setShelves(shelves);
+    m_shop->shelves()->row(0)->setPlace(2);
+    for (const QString& market : markets)
+        m_house->store->setMarket(market);
+    m_house->store->setShelves(shelves);
+    QCOMPARE(m_shop->shelves()->row(0)->place(), 2);
+}
+
+void RewinderyControllerTest::aShopEnteredWhileAMarketLoadsKnowsItsShelves()
+{
+    const QList<Shelf> shelves = shelvesOf(u"A: 1 2 3; B: 4"_s);
+    m_house->store->setShelves(shelves);
+    m_house->store->setMarket(u"a"_s);
+    m_shop = std::make_unique<RewinderyController>();
+    m_shop->setStore(m_house->store.get());
+    m_shop->shelves()->row(0)->setPlace(2);
+    m_house->store->setShelves(shelves);
+    QCOMPARE(m_shop->shelves()->row(0)->place(), -1);
 }
 
 void RewinderyControllerTest::aMarketWithoutTapesIsGivenUpOnLeaving()

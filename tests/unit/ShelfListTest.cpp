@@ -20,15 +20,23 @@ private Q_SLOTS:
     void beforeTheFirstMoveThereIsNoPlace();
     void theViewersMovesAreThePlace();
     void aMoveToNowhereIsNone();
-    void aShelfThatStaysKeepsItsRow();
+    void anEqualShelfKeepsItsRowWhereverItStands();
+    void aShelfWhoseCoversChangedIsAnotherRow_data();
+    void aShelfWhoseCoversChangedIsAnotherRow();
     void aShelfThatIsGoneTakesItsRowWithIt();
     void twoShelvesOfOneNameAreTwoRows();
     void theSameShelvesKeepThePlace();
     void thePlaceFollowsItsTape_data();
     void thePlaceFollowsItsTape();
-    void aRowKeepsItsOwnPlaceToo();
+    void theRowUnderTheFocusGoesOnThoughItChanged();
+    void withoutTheFocusAChangedShelfBeginsAtItsFirst();
+    void onlyTheRowUnderTheFocusKeepsItsPlaceThroughAChange();
+    void inAnotherMarketEveryRowBeginsAtItsFirst();
+    void inAnotherMarketTheFocusStaysOnItsTape_data();
+    void inAnotherMarketTheFocusStaysOnItsTape();
     void aRowThatLosesItsTapesLosesItsPlace();
     void aFresherTapeIsTakenThoughItsIdIsTheSame();
+    void aFresherTapeOfAnEqualCoverIsTaken();
     void whileTheShelvesChangeNoMoveIsTaken();
     void theRowsHaveChangedBeforeTheListSaysSo();
     void thePlaceIsToldBeforeTheChangeIsThrough();
@@ -38,6 +46,11 @@ private:
     void show(const QString& text) { m_list->show(shelvesOf(text)); }
     /** Walks to a card, as the stacks report it. */
     void goTo(int shelf, int cassette);
+    /** Walks away from the shelves, as the stack of shelves reports it. */
+    void goToTheCounter() { m_list->setHasFocus(false); }
+    int keyOf(int shelf) const { return m_list->index(shelf).data(ShelfList::KeyRole).toInt(); }
+    /** The place in each row. */
+    QList<int> places() const;
     /** Where the place is: "shelf name: id", and nothing while there is none. */
     QString place() const;
     QString contents() const;
@@ -57,6 +70,15 @@ void ShelfListTest::goTo(int shelf, int cassette)
 {
     m_list->row(shelf)->setPlace(cassette);
     m_list->setPlace(shelf);
+    m_list->setHasFocus(true);
+}
+
+QList<int> ShelfListTest::places() const
+{
+    QList<int> all;
+    for (int shelf = 0; shelf < m_list->rowCount(); ++shelf)
+        all.append(m_list->row(shelf)->place());
+    return all;
 }
 
 QString ShelfListTest::place() const
@@ -73,7 +95,7 @@ QString ShelfListTest::contents() const
     QStringList all;
     for (int shelf = 0; shelf < m_list->rowCount(); ++shelf) {
         const auto* row = m_list->index(shelf).data(ShelfList::CassettesRole).value<CassetteRow*>();
-        QStringList line{m_list->index(shelf).data(ShelfList::KeyRole).toString() + u':'};
+        QStringList line{row->name() + u':'};
         for (int cassette = 0; cassette < row->rowCount(); ++cassette) {
             const QModelIndex index = row->index(cassette);
             const auto cover = index.data(CassetteRow::CoverRole).value<VHSCover>();
@@ -162,15 +184,41 @@ void ShelfListTest::aMoveToNowhereIsNone()
     QCOMPARE(place(), u"A: 2"_s);
 }
 
-void ShelfListTest::aShelfThatStaysKeepsItsRow()
+void ShelfListTest::anEqualShelfKeepsItsRowWhereverItStands()
 {
     show(u"A: 1; B: 2"_s);
     const CassetteRow* a = m_list->row(0);
     const CassetteRow* b = m_list->row(1);
-    show(u"B: 2 5; New: 7; A: 1"_s);
+    const QList<int> keys{keyOf(0), keyOf(1)};
+    show(u"B: 2; New: 7; A: 1"_s);
     QCOMPARE(m_list->row(0), b);
     QCOMPARE(m_list->row(2), a);
-    QCOMPARE(contents(), u"B: 2 5; New: 7; A: 1"_s);
+    QCOMPARE((QList<int>{keyOf(2), keyOf(0)}), keys);
+    QVERIFY(!keys.contains(keyOf(1)));
+    QCOMPARE(contents(), u"B: 2; New: 7; A: 1"_s);
+}
+
+void ShelfListTest::aShelfWhoseCoversChangedIsAnotherRow_data()
+{
+    QTest::addColumn<QString>("after");
+    QTest::newRow("one more") << u"A: 1 2 3"_s;
+    QTest::newRow("one fewer") << u"A: 1"_s;
+    QTest::newRow("in another order") << u"A: 2 1"_s;
+    QTest::newRow("all others") << u"A: 3 4"_s;
+    QTest::newRow("none") << u"A:"_s;
+}
+
+void ShelfListTest::aShelfWhoseCoversChangedIsAnotherRow()
+{
+    QFETCH(QString, after);
+    show(u"A: 1 2"_s);
+    const int key = keyOf(0);
+    QSignalSpy gone(m_list->row(0), &QObject::destroyed);
+    show(after);
+    QCOMPARE(contents(), after);
+    QVERIFY(keyOf(0) != key);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(gone.count(), 1);
 }
 
 void ShelfListTest::aShelfThatIsGoneTakesItsRowWithIt()
@@ -242,19 +290,90 @@ void ShelfListTest::thePlaceFollowsItsTape()
     QCOMPARE(contents(), after);
 }
 
-void ShelfListTest::aRowKeepsItsOwnPlaceToo()
+void ShelfListTest::theRowUnderTheFocusGoesOnThoughItChanged()
 {
-    show(u"A: 1 2 3; B: 4 5 6; C: 7"_s);
+    show(u"A: 1 2 3; B: 4 5 6"_s);
+    goTo(1, 1);
+    const CassetteRow* b = m_list->row(1);
+    const int key = keyOf(1);
+    show(u"B: 9 4 5 6; A: 1 2 3"_s);
+    QCOMPARE(m_list->row(0), b);
+    QCOMPARE(keyOf(0), key);
+    show(u"B: 9 4"_s);
+    QCOMPARE(m_list->row(0), b);
+    QCOMPARE(place(), u"B: 4"_s);
+}
+
+void ShelfListTest::withoutTheFocusAChangedShelfBeginsAtItsFirst()
+{
+    show(u"A: 1 2 3; B: 4 5 6"_s);
+    goTo(1, 2);
+    goTo(0, 2);
+    goToTheCounter();
+    show(u"A: 1 2 3 9; B: 4 5 6"_s);
+    QCOMPARE(places(), (QList<int>{-1, 2}));
+    QCOMPARE(m_list->place(), -1);
+    show(u"B: 4 5 6"_s);
+    QCOMPARE(places(), QList<int>{2});
+}
+
+void ShelfListTest::onlyTheRowUnderTheFocusKeepsItsPlaceThroughAChange()
+{
+    show(u"A: 1 2 3; B: 4 5 6; C: 7; D: 8 9"_s);
     goTo(1, 2);
     goTo(0, 1);
+    goTo(3, 1);
     goTo(2, 0);
-    show(u"A: 3 2; B: 9 4; C: 7"_s);
-    QCOMPARE(m_list->row(0)->content().covers.at(m_list->row(0)->place()).id, 2);
-    QCOMPARE(m_list->row(1)->place(), 1);
+    show(u"A: 3 2; B: 9 4; C: 10 7; D: 8 9"_s);
+    QCOMPARE(places(), (QList<int>{-1, -1, 1, 1}));
     QCOMPARE(place(), u"C: 7"_s);
-    // The shelf that gets the place of one that is gone has its own.
-    show(u"B: 9 4"_s);
-    QCOMPARE(place(), u"B: 4"_s);
+    // The shelf that gets the focus of one that is gone has its own place.
+    show(u"A: 3 2; B: 9 4; D: 8 9"_s);
+    QCOMPARE(place(), u"D: 9"_s);
+}
+
+void ShelfListTest::inAnotherMarketEveryRowBeginsAtItsFirst()
+{
+    show(u"A: 1 2 3; B: 4 5 6; C: 7 8"_s);
+    goTo(2, 1);
+    goTo(1, 2);
+    goTo(0, 2);
+    goToTheCounter();
+    const QList<int> keys{keyOf(0), keyOf(1), keyOf(2)};
+    // Also a shelf of which no tape is from elsewhere.
+    m_list->show(shelvesOf(u"A: 1 2 3; B: 5 6; C: 7 8"_s), ShelfList::Market::Another);
+    QCOMPARE(places(), (QList<int>{-1, -1, -1}));
+    QCOMPARE(m_list->place(), -1);
+    for (int shelf = 0; shelf < 3; ++shelf)
+        QVERIFY(!keys.contains(keyOf(shelf)));
+}
+
+void ShelfListTest::inAnotherMarketTheFocusStaysOnItsTape_data()
+{
+    QTest::addColumn<QString>("after");
+    QTest::addColumn<QString>("place");
+    // Before: "A: 1 2 3; B: 4 5 6; C: 7 8", with the viewer at 5, after a walk to 3 and 8.
+    QTest::newRow("on its shelf") << u"A: 1 2 3; B: 5 6"_s << u"B: 5"_s;
+    QTest::newRow("on an equal shelf") << u"A: 1; B: 4 5 6"_s << u"B: 5"_s;
+    QTest::newRow("on another shelf") << u"A: 1; C: 8 5"_s << u"C: 5"_s;
+    QTest::newRow("gone: the first of its shelf") << u"A: 1 2 3; B: 21 4 6; C: 7 8"_s << u"B: 21"_s;
+    QTest::newRow("gone with its shelf: the first of the next") << u"A: 1 2 3; C: 7 8"_s << u"C: 7"_s;
+    QTest::newRow("gone with all shelves") << u"X: 21 22"_s << u"X: 21"_s;
+    QTest::newRow("nothing is left") << QString() << QString();
+}
+
+void ShelfListTest::inAnotherMarketTheFocusStaysOnItsTape()
+{
+    QFETCH(QString, after);
+    QFETCH(QString, place);
+    show(u"A: 1 2 3; B: 4 5 6; C: 7 8"_s);
+    goTo(0, 2);
+    goTo(2, 1);
+    goTo(1, 1);
+    m_list->show(shelvesOf(after), ShelfList::Market::Another);
+    QCOMPARE(this->place(), place);
+    for (int shelf = 0; shelf < m_list->rowCount(); ++shelf)
+        QCOMPARE(m_list->row(shelf)->place() >= 0, shelf == m_list->place());
 }
 
 void ShelfListTest::aRowThatLosesItsTapesLosesItsPlace()
@@ -272,6 +391,7 @@ void ShelfListTest::aRowThatLosesItsTapesLosesItsPlace()
 void ShelfListTest::aFresherTapeIsTakenThoughItsIdIsTheSame()
 {
     show(u"A: 1 2"_s);
+    goTo(0, 0);
     QSignalSpy reset(m_list->row(0), &CassetteRow::modelReset);
     Shelf shelf = shelfOf(u"A"_s, {1, 2});
     shelf.covers.last().title = u"Fresher"_s;
@@ -280,6 +400,23 @@ void ShelfListTest::aFresherTapeIsTakenThoughItsIdIsTheSame()
     QCOMPARE(reset.count(), 1);
     QCOMPARE(m_list->row(0)->content().tapes.at(1).title, u"Fresher"_s);
     QCOMPARE(m_list->row(0)->index(1).data(CassetteRow::CoverRole).value<VHSCover>().title, u"Fresher"_s);
+}
+
+void ShelfListTest::aFresherTapeOfAnEqualCoverIsTaken()
+{
+    show(u"A: 1 2"_s);
+    const CassetteRow* a = m_list->row(0);
+    Shelf shelf = shelfOf(u"A"_s, {1, 2});
+    shelf.tapesByID[2].hasAgenda = true;
+    m_list->show({shelf});
+    QCOMPARE(m_list->row(0), a);
+    QVERIFY(a->content().tapes.at(1).hasAgenda);
+    // The cover has lost its tape: the viewer's place is bounded, though the shelf is equal.
+    goTo(0, 1);
+    shelf.tapesByID.remove(2);
+    m_list->show({shelf});
+    QCOMPARE(m_list->row(0), a);
+    QCOMPARE(place(), u"A: 1"_s);
 }
 
 void ShelfListTest::whileTheShelvesChangeNoMoveIsTaken()

@@ -27,6 +27,22 @@ private Q_SLOTS:
         QCOMPARE(stage->shelves().size(), 1);
     }
 
+    void theShelvesBelongToTheMarketThatWasLoadedLast()
+    {
+        StoreOnScript stage;
+        stage.loadOnce({u"Zoning"_s});
+        QCOMPARE(stage->shelvesMarket(), QString());
+        stage->setMarket(springfield);
+        QCOMPARE(stage->shelvesMarket(), QString());
+        stage.answerTapes({u"Parade"_s}, springfieldTapes);
+        QTRY_COMPARE(stage.titles(), QStringList{u"Parade"_s});
+        QCOMPARE(stage->shelvesMarket(), springfield);
+        stage->setMarket(shelbyville);
+        stage.fail(shelbyvilleTapes, u"cut"_s);
+        stage.settle();
+        QCOMPARE(stage->shelvesMarket(), springfield);
+    }
+
     void theSameMarketTwiceLoadsOnce()
     {
         StoreOnScript stage;

@@ -1,0 +1,187 @@
+#include "EdgeFade.h"
+#include "Stage.h"
+#include "VeneerBackground.h"
+
+#include <QPainter>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int tolerance = 2; // of 255: a gradient of colours is rounded anew where it is begun elsewhere
+
+QString documentOf(const QString& properties)
+{
+    return u"import Quillmere.Shop\n"
+           "Canvas { FullBleed { VeneerBackground { id: veneer; anchors.fill: parent } }\n"
+           "Item { id: row; objectName: 'row'; x: 333; y: 200; width: 900; height: 74\n"
+           "Rectangle { objectName: 'chip'; anchors.fill: parent; color: 'white' }\n"
+           "EdgeFade { objectName: 'fade'; width: 120; height: parent.height; ground: veneer; %1 } } }"_s.arg(
+               properties);
+}
+
+int difference(QRgb a, QRgb b)
+{
+    return std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)), std::abs(qBlue(a) - qBlue(b))});
+}
+
+/** How far two pictures differ at most, of 255. */
+int difference(const QImage& a, const QImage& b)
+{
+    int most = 0;
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x)
+            most = std::max(most, difference(a.pixel(x, y), b.pixel(x, y)));
+    }
+    return most;
+}
+
+} // namespace
+
+/** What lets a row fade out over its ground. */
+class EdgeFadeTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void itIsItsGroundWhereverItStands_data();
+    void itIsItsGroundWhereverItStands();
+    void itHidesTheRowAtTheEdgeAndNotAtItsOtherEnd_data();
+    void itHidesTheRowAtTheEdgeAndNotAtItsOtherEnd();
+    void withoutAnythingHiddenThereIsNone_data();
+    void withoutAnythingHiddenThereIsNone();
+    void itIsItsGroundThoughItWasMovedUnseen();
+    void atRestItDrawsNothing();
+    void whatItCostsToMove();
+};
+
+void EdgeFadeTest::itIsItsGroundWhereverItStands_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("720p") << QSize(1280, 720);
+    QTest::newRow("1080p") << QSize(1920, 1080);
+    QTest::newRow("2160p") << QSize(3840, 2160);
+    QTest::newRow("bars above and below") << QSize(1600, 1200);
+    QTest::newRow("bars at the sides") << QSize(2560, 1080);
+    QTest::newRow("an odd size") << QSize(1366, 768);
+}
+
+void EdgeFadeTest::itIsItsGroundWhereverItStands()
+{
+    QFETCH(QSize, size);
+    Stage stage(size);
+    QQuickItem* canvas = stage.put(documentOf(u"edge: Qt.LeftEdge; hidden: 1000"_s));
+    auto* row = canvas->findChild<QQuickItem*>(u"row"_s);
+    auto* fade = canvas->findChild<EdgeFade*>(u"fade"_s);
+    canvas->findChild<QQuickItem*>(u"chip"_s)->setVisible(false);
+    fade->setVisible(false);
+    const QImage ground = stage.picture();
+    fade->setVisible(true);
+    const double points = 1 / canvas->scale(); // a pixel
+    for (const QPointF& pixels : {QPointF(222, 150), QPointF(0, 0), QPointF(801, 399), QPointF(90.25, 77.5)}) {
+        row->setPosition(pixels * points);
+        // In the very frame, as in each frame of a scroll.
+        stage.waitForFrame();
+        const QImage now = stage.window().grabWindow().convertToFormat(QImage::Format_RGB32);
+        const int most = difference(now, ground);
+        QVERIFY2(most <= tolerance, qPrintable(QString::number(most)));
+    }
+}
+
+void EdgeFadeTest::itHidesTheRowAtTheEdgeAndNotAtItsOtherEnd_data()
+{
+    QTest::addColumn<QString>("edge");
+    QTest::addColumn<bool>("isLeft");
+    QTest::newRow("left") << u"Qt.LeftEdge"_s << true;
+    QTest::newRow("right") << u"Qt.RightEdge"_s << false;
+}
+
+void EdgeFadeTest::itHidesTheRowAtTheEdgeAndNotAtItsOtherEnd()
+{
+    QFETCH(QString, edge);
+    QFETCH(bool, isLeft);
+    Stage stage;
+    QQuickItem* canvas = stage.put(documentOf(u"edge: %1; hidden: 120"_s.arg(edge)));
+    const QImage faded = stage.picture();
+    canvas->findChild<QQuickItem*>(u"row"_s)->setVisible(false);
+    const QImage ground = stage.picture();
+    const auto at = [&](const QImage& picture, int x) { return picture.pixel(333 + (isLeft ? x : 119 - x), 237); };
+    QVERIFY(difference(at(faded, 0), at(ground, 0)) <= 4);
+    QVERIFY(difference(at(faded, 119), qRgb(255, 255, 255)) <= 4);
+    int before = 0;
+    for (int x = 1; x < 120; ++x) {
+        const int now = difference(at(faded, x), at(ground, x)) * 255 / difference(qRgb(255, 255, 255), at(ground, x));
+        QVERIFY2(now >= before - tolerance, qPrintable(QString::number(x)));
+        before = now;
+    }
+}
+
+void EdgeFadeTest::withoutAnythingHiddenThereIsNone_data()
+{
+    QTest::addColumn<qreal>("hidden");
+    QTest::addColumn<bool>("isShown");
+    QTest::addColumn<qreal>("strength");
+    QTest::newRow("nothing") << 0.0 << false << 0.0;
+    QTest::newRow("more room than row") << -50.0 << false << 0.0;
+    QTest::newRow("a little") << 30.0 << true << 0.25;
+    QTest::newRow("much") << 1000.0 << true << 1.0;
+}
+
+void EdgeFadeTest::withoutAnythingHiddenThereIsNone()
+{
+    QFETCH(qreal, hidden);
+    Stage stage({960, 540});
+    QQuickItem* canvas = stage.put(documentOf(u"edge: Qt.RightEdge; hidden: %1"_s.arg(hidden)));
+    auto* fade = canvas->findChild<EdgeFade*>(u"fade"_s);
+    QTEST(fade->isVisible(), "isShown");
+    QTEST(fade->opacity(), "strength");
+}
+
+void EdgeFadeTest::itIsItsGroundThoughItWasMovedUnseen()
+{
+    Stage stage;
+    QQuickItem* canvas = stage.put(documentOf(u"edge: Qt.LeftEdge; hidden: 1000"_s));
+    canvas->findChild<QQuickItem*>(u"chip"_s)->setVisible(false);
+    auto* fade = canvas->findChild<EdgeFade*>(u"fade"_s);
+    fade->setHidden(0);
+    const QImage ground = stage.picture();
+    canvas->findChild<QQuickItem*>(u"row"_s)->setPosition({40, 900});
+    stage.settle();
+    fade->setHidden(1000);
+    QVERIFY(difference(stage.picture(), ground) <= tolerance);
+}
+
+void EdgeFadeTest::atRestItDrawsNothing()
+{
+    Stage stage;
+    QQuickItem* canvas = stage.put(documentOf(u"edge: Qt.LeftEdge; hidden: 1000"_s));
+    stage.settle();
+    const int before = stage.frames();
+    QTest::qWait(300);
+    QCOMPARE(stage.frames(), before);
+    // What is painted anew within a frame asks for one more.
+    canvas->findChild<QQuickItem*>(u"row"_s)->setY(300);
+    stage.settle();
+    QVERIFY(stage.frames() <= before + 2);
+}
+
+void EdgeFadeTest::whatItCostsToMove()
+{
+    VeneerBackground veneer;
+    veneer.setSize({1920, 1080});
+    EdgeFade fade;
+    fade.setGround(&veneer);
+    fade.setSize({120, 74});
+    QImage image(120, 74, QImage::Format_ARGB32_Premultiplied);
+    QBENCHMARK
+    {
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        fade.paint(painter, fade.size());
+    }
+}
+
+QTEST_MAIN(EdgeFadeTest)
+#include "EdgeFadeTest.moc"
