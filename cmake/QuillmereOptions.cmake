@@ -12,7 +12,7 @@ set(QUILLMERE_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them: a
 
 include(QuillmereHubOptions)
 
-add_compile_options(-Wall -Wextra -Wpedantic -Werror)
+add_compile_options(-Wall -Wextra -Wpedantic)
 add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS)
 if(QUILLMERE_SANITIZE)
     add_compile_options(-fsanitize=${QUILLMERE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)

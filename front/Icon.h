@@ -9,7 +9,7 @@ class Icon : public PaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(Name name READ name WRITE setName NOTIFY artChanged FINAL)
+    Q_PROPERTY(Icon::Name name READ name WRITE setName NOTIFY artChanged FINAL)
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY artChanged FINAL)
 
 public:

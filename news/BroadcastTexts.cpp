@@ -1,6 +1,7 @@
 #include "BroadcastTexts.h"
 
 #include <QStringBuilder>
+#include <QTimeZone>
 
 #include <algorithm>
 #include <array>
@@ -89,7 +90,7 @@ std::optional<QDateTime> broadcastDate(QStringView nextBroadcast)
     const std::optional<int> offset = zoneOffset(rest);
     if (!date.isValid() || !time.isValid() || !milliseconds || !offset)
         return std::nullopt;
-    return QDateTime(date, time.addMSecs(*milliseconds), Qt::UTC).addSecs(-*offset);
+    return QDateTime(date, time.addMSecs(*milliseconds), QTimeZone::utc()).addSecs(-*offset);
 }
 
 QString remainingText(std::chrono::milliseconds remaining)

@@ -80,11 +80,27 @@ void ScreenSaverInhibitor::update()
         giveBack(m_holder, *std::exchange(m_cookie, std::nullopt));
 }
 
+// The owner is asked by its unique name: only it knows the cookie, and Qt 6.8 no longer says who sent a reply.
 void ScreenSaverInhibitor::ask()
 {
     m_asking = true;
     m_ownerChanged = false;
-    const auto call = screenSaverCall(service, m_path, u"Inhibit"_s, {m_application, m_reason});
+    QDBusMessage call = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                                       u"org.freedesktop.DBus"_s, u"GetNameOwner"_s);
+    call.setArguments({QString(service)});
+    whenAnswered(m_bus.asyncCall(call), [this](const QDBusPendingCall& answer) { onOwnerKnown(answer); });
+}
+
+void ScreenSaverInhibitor::onOwnerKnown(const QDBusPendingReply<QString>& owner)
+{
+    if (owner.isError()) {
+        m_asking = false;
+        if (m_ownerChanged)
+            update();
+        return;
+    }
+    m_holder = owner.value();
+    const auto call = screenSaverCall(m_holder, m_path, u"Inhibit"_s, {m_application, m_reason});
     whenAnswered(m_bus.asyncCall(call, withoutLimit), [this](const QDBusPendingCall& answer) { answered(answer); });
 }
 
@@ -93,7 +109,6 @@ void ScreenSaverInhibitor::answered(const QDBusPendingReply<quint32>& answer)
     m_asking = false;
     if (!answer.isError()) {
         m_cookie = answer.value();
-        m_holder = answer.reply().service();
         update();
         return;
     }

@@ -35,6 +35,7 @@ private:
     void ownerChanged(const QString& before, const QString& now);
     void update();
     void ask();
+    void onOwnerKnown(const QDBusPendingReply<QString>& owner);
     void answered(const QDBusPendingReply<quint32>& answer);
     void giveBack(const QString& holder, quint32 cookie);
     void whenAnswered(const QDBusPendingCall& call, std::function<void(const QDBusPendingCall&)> answered);
@@ -48,6 +49,6 @@ private:
     bool m_ownerChanged = false;     ///< since it was sent
     int m_path = 0;                  ///< which of the object's customary paths to ask at
     std::optional<quint32> m_cookie; ///< what the service gave for the inhibition
-    QString m_holder;                ///< the service that gave it, by its unique name
+    QString m_holder;                ///< the service that was asked, by its unique name
     int m_calls = 0;                 ///< not answered yet
 };

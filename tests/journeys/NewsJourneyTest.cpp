@@ -7,6 +7,7 @@
 #include <QDeadlineTimer>
 #include <QRegularExpression>
 #include <QTest>
+#include <QTimeZone>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -148,7 +149,7 @@ double NewsJourneyTest::secondsBetween(Clock::time_point from, std::optional<Clo
 void NewsJourneyTest::initTestCase()
 {
     // Of whole seconds, as it is written.
-    m_broadcast = QDateTime::fromSecsSinceEpoch(QDateTime::currentSecsSinceEpoch() + 2 * 3600, Qt::UTC);
+    m_broadcast = QDateTime::fromSecsSinceEpoch(QDateTime::currentSecsSinceEpoch() + 2 * 3600, QTimeZone::utc());
     // Without the station that is always lit, the first one is the tower's.
     m_hub.order(u"/status"_s, {{u"news"_s, QJsonObject{{u"channels"_s, QJsonObject{{u"3"_s, QJsonValue::Null}}},
                                                        {u"next_broadcast"_s, m_broadcast.toString(Qt::ISODate)}}}});

@@ -6,6 +6,7 @@
 
 #include <QPainter>
 #include <QTest>
+#include <QTimeZone>
 
 #include <cmath>
 
@@ -14,7 +15,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QDateTime start(QDate(2025, 1, 1), QTime(12, 0), Qt::UTC); // at which a round of 24 seconds begins
+const QDateTime start(QDate(2025, 1, 1), QTime(12, 0), QTimeZone::utc()); // at which a round of 24 seconds begins
 
 const QStringList lines{u"The council meets tonight"_s, u"Harbour dredging resumes"_s, u"Library hours"_s};
 

@@ -3,12 +3,13 @@
 #include "Clock.h"
 
 #include <QList>
+#include <QTimeZone>
 
 /** A clock that stands still until the test moves it; timers fire inside `advance`, in the order of their times. */
 class ScriptedClock : public Clock
 {
 public:
-    explicit ScriptedClock(QDateTime now = QDateTime(QDate(2025, 1, 1), QTime(12, 0), Qt::UTC));
+    explicit ScriptedClock(QDateTime now = QDateTime(QDate(2025, 1, 1), QTime(12, 0), QTimeZone::utc()));
 
     QDateTime now() const override { return m_now; }
     std::chrono::milliseconds elapsed() const override { return m_elapsed; }

@@ -1,6 +1,7 @@
 #include "BroadcastTexts.h"
 
 #include <QTest>
+#include <QTimeZone>
 
 #include <locale.h>
 #include <time.h>
@@ -14,7 +15,7 @@ constexpr qint64 referenceDate = 978'307'200; // the beginning of 2001, in secon
 
 QDateTime utc(int year, int month, int day, int hour = 0, int minute = 0, int second = 0, int millisecond = 0)
 {
-    return QDateTime(QDate(year, month, day), QTime(hour, minute, second, millisecond), Qt::UTC);
+    return QDateTime(QDate(year, month, day), QTime(hour, minute, second, millisecond), QTimeZone::utc());
 }
 
 void setTimeZone(const char* zone)
@@ -292,7 +293,7 @@ void BroadcastTextsTest::theTickerStands()
 
 void BroadcastTextsTest::theTickerMovesEvenlyFromMillisecondToMillisecond()
 {
-    const QDateTime begin = QDateTime::fromSecsSinceEpoch(referenceDate + 24 * 32'000'000LL, Qt::UTC);
+    const QDateTime begin = QDateTime::fromSecsSinceEpoch(referenceDate + 24 * 32'000'000LL, QTimeZone::utc());
     double before = tickerOffset(1920, 24, begin);
     for (int millisecond = 1; millisecond < 24'000; ++millisecond) {
         const double now = tickerOffset(1920, 24, begin.addMSecs(millisecond));

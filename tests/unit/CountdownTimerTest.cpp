@@ -3,6 +3,7 @@
 
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimeZone>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -11,7 +12,7 @@ namespace {
 
 QDateTime at(int hour, int minute, int second = 0, int millisecond = 0)
 {
-    return QDateTime(QDate(2025, 6, 3), QTime(hour, minute, second, millisecond), Qt::UTC);
+    return QDateTime(QDate(2025, 6, 3), QTime(hour, minute, second, millisecond), QTimeZone::utc());
 }
 
 /** A countdown to 17:00 that begins to tick ten seconds and a half before. */
