@@ -159,13 +159,11 @@ QJsonObject definition(const QString& name)
     return definitions.value(name).toObject();
 }
 
-/** The schema with what it refers to, its own words first; of several kinds of values the first. */
+/** The schema with what it refers to, its own words first. */
 QJsonObject resolved(QJsonObject schema)
 {
-    while (schema.contains("$ref"_L1) || schema.contains("anyOf"_L1)) {
-        const QString reference = schema.take("$ref"_L1).toString();
-        QJsonObject whole = reference.isEmpty() ? schema.take("anyOf"_L1).toArray().first().toObject()
-                                                : definition(reference.section(u"/$defs/"_s, 1));
+    while (schema.contains("$ref"_L1)) {
+        QJsonObject whole = definition(schema.take("$ref"_L1).toString().section(u"/$defs/"_s, 1));
         for (auto own = schema.constBegin(); own != schema.constEnd(); ++own)
             whole.insert(own.key(), own.value());
         schema = whole;
