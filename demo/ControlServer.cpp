@@ -39,6 +39,8 @@ ControlServer::ControlServer(Hub& hub, Faults& faults, RequestLog& log) : m_hub(
                   [this](const auto& request, auto& response) { orderOneShelf(request, response); });
     m_server.Post("/status", [this](const auto& request, auto& response) { orderStatus(request, response); });
     m_server.Post("/fault", [this](const auto& request, auto& response) { orderFault(request, response); });
+    m_server.Get("/catalogue/invalid",
+                 [this](const auto&, auto& response) { reply(response, documentAnswer(m_hub.invalidTapes())); });
     m_server.Get("/log", [this](const auto&, auto& response) { reply(response, documentAnswer(m_log.toJson())); });
 }
 

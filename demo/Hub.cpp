@@ -118,6 +118,17 @@ void Hub::offer(std::shared_ptr<const Catalogue> catalogue)
     }
 }
 
+json Hub::invalidTapes() const
+{
+    json tapes = json::object();
+    for (const SampleTape& tape : m_own->tapes()) {
+        if (!tape.invalid.empty()) {
+            tapes[std::to_string(tape.id)] = tape.invalid;
+        }
+    }
+    return tapes;
+}
+
 std::shared_ptr<const Catalogue> Hub::catalogue() const
 {
     const std::lock_guard lock(m_mutex);

@@ -31,6 +31,8 @@ public:
     void resetStatus();
     /// From now on the tapes are those of this catalogue; null for the hub's own. Any of its tapes can still be asked for.
     void offer(std::shared_ptr<const Catalogue> catalogue);
+    /// The hub's own tapes that no good hub would send: by id, the members with such values.
+    nlohmann::json invalidTapes() const;
 
 private:
     Answer status();

@@ -50,6 +50,8 @@ struct SampleTape
     std::string location;
     std::vector<Document> documents;
     nlohmann::json oddities = nlohmann::json::object(); ///< members that replace the regular ones, null included
+    /// The members whose values no good hub sends, and "transcript" when its answer is none that a good hub gives.
+    std::vector<std::string> invalid;
 
     /// The record of a list: everything but the documents and the source video's address.
     nlohmann::json listed() const;
