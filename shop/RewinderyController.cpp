@@ -51,7 +51,7 @@ void RewinderyController::retry()
 
 void RewinderyController::leave()
 {
-    if (!showsShelves())
+    if (!showsShelves() && !m_store->lastError())
         m_store->setMarket({});
 }
 

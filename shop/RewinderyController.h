@@ -46,7 +46,10 @@ public:
     /** Starts a load, a task of the store's that ends with the store; each call starts one more. */
     Q_INVOKABLE void retry();
 
-    /** The screen goes away: a market that has shown nothing is not kept, as no picker is there to leave it with. */
+    /**
+     * The screen goes away: a market without tapes is not kept, as no picker is there to leave it with. One that could not
+     * be loaded is kept, since its tapes are still unknown.
+     */
     Q_INVOKABLE void leave();
 
 Q_SIGNALS:

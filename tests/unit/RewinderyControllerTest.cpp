@@ -29,6 +29,7 @@ private Q_SLOTS:
     void aShopEnteredWhileAMarketLoadsKnowsItsShelves();
     void aMarketWithoutTapesIsGivenUpOnLeaving();
     void aMarketWithTapesIsKept();
+    void aMarketThatCouldNotBeLoadedIsKept();
     void openingAndGoingBackIsThePath();
     void whatIsNotOnAShelfDoesNotOpen();
     void ofTwoTapesWithOneIdTheChosenOneOpens();
@@ -240,6 +241,15 @@ void RewinderyControllerTest::aMarketWithTapesIsKept()
 {
     m_house->store->setMarket(u"a"_s);
     m_house->store->setShelves({shelfOf(u"A"_s, {1})});
+    m_shop->leave();
+    QCOMPARE(m_house->store->market(), u"a"_s);
+}
+
+void RewinderyControllerTest::aMarketThatCouldNotBeLoadedIsKept()
+{
+    m_house->store->setMarket(u"a"_s);
+    m_house->fail(u"/api/tv/tapes"_s, u"The line is down."_s);
+    QTRY_VERIFY(m_house->store->lastError());
     m_shop->leave();
     QCOMPARE(m_house->store->market(), u"a"_s);
 }
