@@ -19,6 +19,8 @@ private Q_SLOTS:
     void longNamesDoNotOverlap();
     void withTheFirstShelfTheCounterIsInSight();
     void theFootIsInSightWithTheLastShelf();
+    void aLiftedCassetteIsWholeAtBothEnds_data();
+    void aLiftedCassetteIsWholeAtBothEnds();
 
 private:
     std::unique_ptr<ShopHouse> m_house;
@@ -150,6 +152,40 @@ void RewinderyLayoutTest::theFootIsInSightWithTheLastShelf()
     const QRectF foot = m_house->areaOf(u"Captain Lowe and his crew are this shop's own invention."_s);
     QVERIFY(!foot.isEmpty() && foot.bottom() <= 1080 - 49);
     QVERIFY(m_house->isFocusInSight());
+}
+
+void RewinderyLayoutTest::aLiftedCassetteIsWholeAtBothEnds_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("720p") << QSize(1280, 720);
+    QTest::newRow("1080p") << QSize(1920, 1080);
+    QTest::newRow("4:3") << QSize(1024, 768);
+}
+
+void RewinderyLayoutTest::aLiftedCassetteIsWholeAtBothEnds()
+{
+    QFETCH(QSize, size);
+    m_house = std::make_unique<ShopHouse>(QString(), size);
+    m_house->show(u"A: 1 2 3 4 5 6 7 8 9 10 11 12 13; B: 21"_s);
+    const auto isWhole = [this] {
+        m_house->stage.settle();
+        for (const QQuickItem* item = m_house->focused(); item; item = item->parentItem()) {
+            if (item->clip())
+                return false;
+        }
+        // The shadow reaches past what is lifted.
+        const auto parts = Stage::all(m_house->focused(), "QQuickItem");
+        return std::all_of(parts.cbegin(), parts.cend(),
+                           [this](const QQuickItem* part) { return m_house->isInSight(m_house->area(part)); }) &&
+               std::any_of(parts.cbegin(), parts.cend(), [](const QQuickItem* part) { return part->scale() > 1.05; });
+    };
+    m_house->stage.press(Qt::Key_Down);
+    QCOMPARE(m_house->heard(), u"Tape 1"_s);
+    QVERIFY(isWhole());
+    for (int step = 0; step < 12; ++step)
+        m_house->stage.press(Qt::Key_Right);
+    QCOMPARE(m_house->heard(), u"Tape 13"_s);
+    QVERIFY(isWhole());
 }
 
 QTEST_MAIN(RewinderyLayoutTest)

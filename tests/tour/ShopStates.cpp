@@ -15,6 +15,10 @@ constexpr QRectF tryAgain(866, 600, 188, 54);    // within its plate under focus
 constexpr QRectF searchButton(70, 222, 336, 56); // within its plate under focus
 constexpr QRectF allMarkets(440, 226, 190, 46);  // within its chip
 constexpr QRectF firstMarket(680, 226, 170, 46);
+constexpr QRectF chips(440, 226, 1400, 46); // within the market picker
+constexpr QRectF firstEnd(417, 214, 3, 70); // where the chips are cut
+constexpr QRectF lastEnd(1857, 214, 3, 70);
+constexpr QRectF firstBox(60, 420, 270, 420); // of the first shelf, while nothing is scrolled
 const QColor amber(255, 203, 45);
 const QString tapes = u"/api/tv/tapes"_s;
 const QString status = u"/status"_s;
@@ -60,6 +64,47 @@ QList<State> alongTheShelves()
     };
 }
 
+/** After a walk along a shelf of all markets, the focus then on the search. */
+QList<State> marketsAfterAWalk()
+{
+    return {
+        {u"shop, a shelf walked"_s,
+         {press(u"down"_s), pressRapidly(u"right"_s, 12)},
+         {differsFrom(u"shop, all markets again"_s, area::everything, 0.05)}},
+        {u"shop, a market chosen after a walk"_s,
+         {press(u"up"_s), press(u"right"_s, 2), press(u"select"_s)},
+         {countsStock(u"brindlemere"_s), looksAsIn(u"shop, a market chosen"_s, area::everything)}},
+        {u"shop, the first shelf of a market chosen after a walk"_s,
+         {press(u"down"_s)},
+         {looksAsIn(u"shop, a market chosen"_s, firstBox), differsFrom(u"shop, a market chosen"_s, area::everything)}},
+    };
+}
+
+/** More markets than the picker has room for. */
+QList<State> manyMarkets()
+{
+    const QString plain = u"shop, one market and one tape"_s;
+    return {
+        {u"front, back from a market"_s,
+         {press(u"back"_s), addManyMarkets(), press(u"play/pause"_s)},
+         {reads(area::rightDoor, u"28 markets"_s)}},
+        {u"shop, more markets than have room"_s,
+         {press(u"select"_s)},
+         {countsStock(u"brindlemere"_s), shows(u"its chip is amber"_s, chips, amber, 0.05), looksAsIn(plain, firstEnd),
+          looksAsIn(plain, lastEnd)}},
+        {u"shop, chips that fade at both ends"_s,
+         {pressRapidly(u"right"_s, 1), pressRapidly(u"left"_s, 8)},
+         {looksAsIn(plain, firstEnd), looksAsIn(plain, lastEnd), showsNot(u"its chip is amber"_s, chips, amber, 0.05)}},
+        {u"shop, a far market chosen"_s,
+         {pressRapidly(u"right"_s, 40), press(u"left"_s), press(u"select"_s)},
+         {countsStock(u"marrowby-flats"_s), looksAsIn(plain, firstEnd)}},
+        {u"shop, entered again with a far market chosen"_s,
+         {press(u"back"_s), press(u"select"_s)},
+         {countsStock(u"marrowby-flats"_s), shows(u"its chip is amber"_s, chips, amber, 0.05),
+          looksAsIn(plain, firstEnd)}},
+    };
+}
+
 } // namespace
 
 QList<State> shopStates()
@@ -69,7 +114,7 @@ QList<State> shopStates()
 
 QList<State> panelStates()
 {
-    return {
+    const QList<State> panels{
         {u"front, no tapes to be had"_s,
          {fault(tapes, u"error"_s, {{u"status"_s, 500}}), switchOn()},
          {reads(area::statusLine, u"The hub answered 500."_s)}},
@@ -95,6 +140,7 @@ QList<State> panelStates()
         {u"front, back from the empty market"_s, {press(u"back"_s)}, {reads(area::rightDoor, u"REWINDERY"_s)}},
         {u"shop, all markets again"_s, {press(u"select"_s)}, {countsStock(), isChosen(allMarkets)}},
     };
+    return panels + marketsAfterAWalk() + manyMarkets();
 }
 
 } // namespace tour

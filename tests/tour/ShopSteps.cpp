@@ -78,6 +78,18 @@ Step addEmptyMarket()
     };
 }
 
+Step addManyMarkets()
+{
+    return [](Stage& stage) {
+        QJsonArray markets;
+        for (int town = 1; town <= 24; ++town)
+            markets.append(QJsonObject{{u"slug"_s, u"camp-%1"_s.arg(town)}, {u"name"_s, u"Camp No. %1"_s.arg(town)}});
+        for (const QJsonValue town : summary(stage.hub).value(u"markets"_s).toArray())
+            markets.append(town);
+        stage.hub.order(u"/status"_s, {{u"rewindery"_s, QJsonObject{{u"markets"_s, markets}}}});
+    };
+}
+
 Sight countsStock(const QString& market)
 {
     return {u"the stock line counts the tapes as the hub does"_s, [=](Stage& stage, const QImage& picture) {

@@ -16,6 +16,9 @@ Step pressRapidly(const QString& button, int times);
 /** The status then has one more market, the last, in which there are no tapes. */
 Step addEmptyMarket();
 
+/** The status then has many more markets, before those of the hub, in which there are no tapes. */
+Step addManyMarkets();
+
 /** The stock line counts the tapes as the hub does; of one market, or of all when `market` is empty. */
 Sight countsStock(const QString& market = {});
 /** There are letters where a tape's own screen has its title. */
