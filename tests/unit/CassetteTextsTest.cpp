@@ -16,7 +16,9 @@ constexpr int unit = 4; // pixels
 
 QImage boxOf(const VHSCover& cover)
 {
-    return CassettePrint{CassettePrint::Form::BoxFront, cover, 320, QSize(320, 500) * unit}.paint();
+    const CassettePicture picture =
+        CassettePrint{CassettePrint::Form::BoxFront, cover, 320, QSize(320, 500) * unit}.paint();
+    return picture.image.copy(picture.box);
 }
 
 QRectF difference(const QImage& one, const QImage& other)
