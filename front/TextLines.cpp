@@ -11,6 +11,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// Of a line that was measured alone; among others it is hardly ever as wide to the last fraction.
+constexpr double tolerance = 0.1;
+
 constexpr QChar emojiSelector(0xFE0F);
 constexpr QChar joiner(0x200D);
 
@@ -82,7 +85,8 @@ bool TextLines::breakLines(double width, QTextOption::WrapMode wrap, int atMost)
 
 bool TextLines::elide(double width, int atMost)
 {
-    show(m_whole);
+    if (m_shown.text != m_whole.text)
+        show(m_whole);
     if (breakLines(width, QTextOption::WrapAtWordBoundaryOrAnywhere, atMost))
         return false;
     const qsizetype start = m_layout->lineAt(m_layout->lineCount() - 1).textStart();
@@ -97,7 +101,7 @@ bool TextLines::elide(double width, int atMost)
     letters.text += last.text;
     letters.formats += last.formats;
     show(letters);
-    breakLines(width + 1, QTextOption::WrapAtWordBoundaryOrAnywhere, atMost);
+    breakLines(width, QTextOption::WrapAtWordBoundaryOrAnywhere, atMost);
     return true;
 }
 
@@ -138,7 +142,7 @@ qsizetype TextLines::endOnOneLine(qsizetype start, double width) const
     }
     const auto fits = [&](qsizetype end) {
         QTextLayout probe;
-        return oneLine(probe, cut(start, end), unbounded).naturalTextWidth() <= width;
+        return oneLine(probe, cut(start, end), unbounded).naturalTextWidth() <= width - tolerance;
     };
     return *(std::partition_point(ends.begin() + 1, ends.end(), fits) - 1);
 }

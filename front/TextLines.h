@@ -17,6 +17,15 @@ class QPainter;
 class TextLines
 {
 public:
+    /** A text, and what in it is not in its own font. */
+    struct Letters
+    {
+        QString text;
+        QList<QTextLayout::FormatRange> formats;
+
+        bool operator==(const Letters&) const = default;
+    };
+
     /** Wider than any text is. */
     static constexpr double unbounded = 1e6;
 
@@ -25,6 +34,7 @@ public:
 
     double ascent() const { return m_ascent; } ///< of every line
     double height() const { return m_ascent + m_descent; }
+    Qt::LayoutDirection direction() const { return m_direction; }
 
     /** Breaks the text into lines of `width`. Whether the whole of it found a place on `atMost` lines. */
     bool breakLines(double width, QTextOption::WrapMode wrap, int atMost);
@@ -34,20 +44,12 @@ public:
     int count() const { return int(m_layout->lineCount()); }
     double widest() const;
 
-    /** As it is laid out: cut where it was, and without the selectors that are no signs themselves. */
-    const QString& text() const { return m_shown.text; }
-    /** What in it is not in its own font. */
-    const QList<QTextLayout::FormatRange>& formats() const { return m_shown.formats; }
+    /** What is laid out: cut where it was, and without the selectors that are no signs themselves. */
+    const Letters& letters() const { return m_shown; }
 
     void draw(QPainter& painter) const;
 
 private:
-    struct Letters
-    {
-        QString text;
-        QList<QTextLayout::FormatRange> formats;
-    };
-
     void show(const Letters& letters);
     Letters cut(qsizetype start, qsizetype end) const;
     qsizetype endOnOneLine(qsizetype start, double width) const;

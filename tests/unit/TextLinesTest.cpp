@@ -143,7 +143,7 @@ void TextLinesTest::anEmojiSequenceIsOneSign()
         const OneLine line(text);
         const QString around = text.chopped(sign.size());
         QVERIFY(std::abs(line.lines.widest() - OneLine(around).lines.widest() - signWidth()) < 0.01);
-        QCOMPARE(line.lines.formats().size(), 1);
+        QCOMPARE(line.lines.letters().formats.size(), 1);
         QImage image = drawn(line.lines);
         int coloured = 0;
         for (int y = 0; y < 80; ++y) {
@@ -169,8 +169,8 @@ void TextLinesTest::aSignThatIsNoPictureStaysInItsFont()
 {
     QFETCH(QString, text);
     const OneLine line(text);
-    QVERIFY(line.lines.formats().isEmpty());
-    QCOMPARE(line.lines.text(), text);
+    QVERIFY(line.lines.letters().formats.isEmpty());
+    QCOMPARE(line.lines.letters().text, text);
 }
 
 void TextLinesTest::aTextIsCutAtTheLastLineThatHasRoom_data()
@@ -192,7 +192,7 @@ void TextLinesTest::aTextIsCutAtTheLastLineThatHasRoom()
             TextLines lines(text, plainFont());
             QVERIFY(lines.elide(width, atMost));
             QCOMPARE(lines.count(), atMost);
-            QVERIFY(lines.text().endsWith(u'…'));
+            QVERIFY(lines.letters().text.endsWith(u'…'));
             QVERIFY2(lines.widest() <= width + 0.01, qPrintable(u"%1 of %2"_s.arg(lines.widest()).arg(width)));
         }
     }
@@ -205,7 +205,7 @@ void TextLinesTest::aCutTextFillsItsLastLine()
     const double cut = lines.widest();
     QVERIFY(cut > 170);
     // What has room, and no letter less.
-    const qsizetype kept = lines.text().size() - 1;
+    const qsizetype kept = lines.letters().text.size() - 1;
     const QString more = u"Harbor Day Parade and Regatta of the whole County"_s.first(kept + 1) + u'…';
     QVERIFY(OneLine(more).lines.widest() > 200);
 }
@@ -216,8 +216,8 @@ void TextLinesTest::anEmojiSequenceIsNeverCut()
     for (double width = 30; width < 300; width += 7) {
         TextLines lines(sign.repeated(20), plainFont());
         QVERIFY(lines.elide(width, 1));
-        QCOMPARE(lines.text(), sign.repeated(lines.text().count(sign)) + u'…');
-        QCOMPARE(lines.formats().size(), lines.text().count(sign));
+        QCOMPARE(lines.letters().text, sign.repeated(lines.letters().text.count(sign)) + u'…');
+        QCOMPARE(lines.letters().formats.size(), lines.letters().text.count(sign));
     }
 }
 
@@ -225,7 +225,7 @@ void TextLinesTest::aTextThatFitsIsNotCut()
 {
     TextLines lines(u"Harbor Day"_s, plainFont());
     QVERIFY(!lines.elide(1000, 1));
-    QCOMPARE(lines.text(), u"Harbor Day"_s);
+    QCOMPARE(lines.letters().text, u"Harbor Day"_s);
     QVERIFY(!lines.elide(OneLine(u"Harbor Day"_s).lines.widest() + 0.01, 1));
 }
 
