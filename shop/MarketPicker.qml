@@ -61,7 +61,7 @@ ScrollArea {
                 fill: chip.isSelected ? StationPalette.amber : StationPalette.nightNavy
             }
 
-            Text {
+            StationText {
                 anchors.left: parent.left
                 anchors.leftMargin: picker.markets.padding
                 anchors.right: tapes.left
@@ -70,15 +70,10 @@ ScrollArea {
                 text: chip.title
                 font: picker.markets.titleFont
                 color: chip.ink
-                elide: Text.ElideRight
-                maximumLineCount: 1
-                textFormat: Text.PlainText
                 Accessible.ignored: true
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
             }
 
-            Text {
+            StationText {
                 id: tapes
 
                 anchors.right: parent.right
@@ -87,10 +82,7 @@ ScrollArea {
                 text: chip.count
                 font: picker.markets.countFont
                 color: chip.ink
-                textFormat: Text.PlainText
                 Accessible.ignored: true
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
             }
         }
     }
