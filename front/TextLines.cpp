@@ -36,25 +36,31 @@ bool joins(const QString& text, qsizetype place)
 
 } // namespace
 
-TextLines::TextLines(const QString& text, const QFont& font)
-    : m_font(font), m_direction(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight)
+TextLines::Letters TextLines::lettersOf(const QString& text)
 {
-    const QFontMetricsF metrics(font);
-    m_ascent = metrics.ascent();
-    m_descent = metrics.descent();
+    Letters letters;
     const auto emoji = Graphemes::emoji(text);
     // One of its own, as a format computes its font when it is first asked, which is not safe between threads.
     const QTextCharFormat format = emoji.isEmpty() ? QTextCharFormat() : emojiFormat();
     qsizetype end = 0;
     for (const auto& [start, length] : emoji) {
-        m_whole.text += QStringView(text).sliced(end, start - end);
+        letters.text += QStringView(text).sliced(end, start - end);
         end = start + length;
         // The emoji font has no selector, and another font's would split the sign.
         const QString sign = text.sliced(start, length).remove(emojiSelector);
-        m_whole.formats.append({int(m_whole.text.size()), int(sign.size()), format});
-        m_whole.text += sign;
+        letters.formats.append({int(letters.text.size()), int(sign.size()), format});
+        letters.text += sign;
     }
-    m_whole.text += QStringView(text).sliced(end);
+    letters.text += QStringView(text).sliced(end);
+    return letters;
+}
+
+TextLines::TextLines(const QString& text, const QFont& font)
+    : m_whole(lettersOf(text)), m_font(font), m_direction(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight)
+{
+    const QFontMetricsF metrics(font);
+    m_ascent = metrics.ascent();
+    m_descent = metrics.descent();
     show(m_whole);
 }
 

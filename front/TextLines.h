@@ -29,6 +29,9 @@ public:
     /** Wider than any text is. */
     static constexpr double unbounded = 1e6;
 
+    /** A text on the fonts that show every emoji as one sign. */
+    static Letters lettersOf(const QString& text);
+
     /** U+2028 begins a new line; there are no other line breaks in `text`. */
     TextLines(const QString& text, const QFont& font);
 
