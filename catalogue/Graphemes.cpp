@@ -2,8 +2,10 @@
 
 #include <QtGlobal>
 
+#include <algorithm>
 #include <memory>
 #include <unicode/ubrk.h>
+#include <unicode/uchar.h>
 
 namespace {
 
@@ -59,6 +61,32 @@ bool isPlainBoundary(QStringView text, qsizetype place)
     return isAscii(before) && isAscii(after) && !(before == u'\r' && after == u'\n');
 }
 
+constexpr char16_t textSelector = 0xFE0E;
+constexpr char16_t emojiSelector = 0xFE0F;
+constexpr char16_t joiner = 0x200D;
+constexpr char16_t keycap = 0x20E3;
+
+/** Whether an emoji may be in a text that has this unit: all are in these blocks, or have a selector. */
+bool hintsAtEmoji(QChar unit)
+{
+    const char16_t code = unit.unicode();
+    return code == emojiSelector || (code >= 0x2300 && code < 0x2C00) || (code >= 0xD83C && code <= 0xD83E);
+}
+
+bool isEmoji(QStringView character)
+{
+    const QList<uint> points = character.toUcs4();
+    const auto is = [](uint point, UProperty property) { return u_hasBinaryProperty(UChar32(point), property); };
+    const uint first = points.constFirst();
+    if (!is(first, UCHAR_EMOJI))
+        return false;
+    const uint second = points.value(1);
+    if (points.contains(keycap))
+        return second == emojiSelector;
+    return second == emojiSelector || (is(first, UCHAR_EMOJI_PRESENTATION) && second != textSelector) ||
+           is(second, UCHAR_EMOJI_MODIFIER) || points.contains(joiner);
+}
+
 } // namespace
 
 qsizetype Graphemes::count(QStringView text)
@@ -99,4 +127,18 @@ bool Graphemes::isWholeCharacter(QStringView text, qsizetype place)
         return true;
     UBreakIterator* iterator = iteratorOn(text);
     return ubrk_isBoundary(iterator, int32_t(place)) && ubrk_isBoundary(iterator, int32_t(place) + 1);
+}
+
+QList<Graphemes::Range> Graphemes::emoji(QStringView text)
+{
+    QList<Range> found;
+    if (!std::any_of(text.begin(), text.end(), hintsAtEmoji))
+        return found;
+    UBreakIterator* iterator = iteratorOn(text);
+    int32_t start = 0;
+    for (int32_t end = ubrk_next(iterator); end != UBRK_DONE; start = end, end = ubrk_next(iterator)) {
+        if (isEmoji(text.sliced(start, end - start)))
+            found.append({start, end - start});
+    }
+    return found;
 }

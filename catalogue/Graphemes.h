@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QStringView>
 
 #include <optional>
@@ -18,5 +19,20 @@ std::optional<qsizetype> lengthOf(QStringView text, qsizetype characters);
 
 /** Whether the code unit at `place` is a character by itself: "-" is, "-" with a combining mark behind it is not. */
 bool isWholeCharacter(QStringView text, qsizetype place);
+
+/** Some of a text's code units that follow each other. */
+struct Range
+{
+    qsizetype start;
+    qsizetype length;
+
+    bool operator==(const Range&) const = default;
+};
+
+/**
+ * The text's characters that Unicode shows as a picture, with all that belongs to each: skin tones, what is joined by
+ * U+200D, flags, keycaps, and signs that a variation selector turns into one.
+ */
+QList<Range> emoji(QStringView text);
 
 } // namespace Graphemes

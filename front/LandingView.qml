@@ -50,16 +50,13 @@ FocusScreen {
                 anchors.horizontalCenter: parent.horizontalCenter
                 spacing: 12
 
-                Text {
+                StationText {
                     anchors.horizontalCenter: parent.horizontalCenter
                     // The last letter's spacing is not part of the word's width to the eye.
                     anchors.horizontalCenterOffset: 7
                     text: StationTexts.stationName
                     font: Typography.standard(78, Font.Black, 14)
                     color: StationPalette.cream
-                    textFormat: Text.PlainText
-                    Accessible.role: Accessible.StaticText
-                    Accessible.name: text
                 }
 
                 Rectangle {
@@ -100,18 +97,13 @@ FocusScreen {
                 width: 1760
                 height: 40
 
-                Text {
+                StationText {
                     anchors.fill: parent
                     horizontalAlignment: Text.AlignHCenter
                     verticalAlignment: Text.AlignVCenter
                     text: landing.statusText
                     font: Typography.standard(landing.statusSize)
                     color: landing.statusColor
-                    elide: Text.ElideRight
-                    maximumLineCount: 1
-                    textFormat: Text.PlainText
-                    Accessible.role: Accessible.StaticText
-                    Accessible.name: text
                 }
             }
         }
@@ -127,16 +119,14 @@ FocusScreen {
             radius: 23
             fill: StationPalette.soot
 
-            Text {
+            StationText {
                 id: notice
 
                 anchors.centerIn: parent
                 text: StationTexts.leaveNotice
                 font: Typography.standard(22)
                 color: StationPalette.parchment
-                textFormat: Text.PlainText
                 Accessible.role: Accessible.AlertMessage
-                Accessible.name: text
             }
         }
     }

@@ -35,7 +35,7 @@ DoorCard {
                 bars: StationPalette.colorBars
             }
 
-            Text {
+            StationText {
                 anchors.centerIn: parent
                 // The last letter's spacing is not part of the word's width to the eye.
                 anchors.horizontalCenterOffset: 4
@@ -43,34 +43,25 @@ DoorCard {
                 text: StationTexts.live
                 font: Typography.standard(44, Font.Black, 8)
                 color: StationPalette.onAirRed
-                textFormat: Text.PlainText
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
             }
         }
 
-        Text {
+        StationText {
             id: heading
 
             width: parent.width
             text: door.title
             font: Typography.standard(46, Font.Black, 2)
             color: StationPalette.parchment
-            textFormat: Text.PlainText
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
         }
 
-        Text {
+        StationText {
             id: station
 
             width: parent.width
             text: StationTexts.televisionName
             font: Typography.standard(24)
             color: StationPalette.olive
-            textFormat: Text.PlainText
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
         }
 
         DoorSubtitle {

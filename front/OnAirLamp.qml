@@ -59,13 +59,10 @@ Row {
         }
     }
 
-    Text {
+    StationText {
         anchors.verticalCenter: parent.verticalCenter
         text: StationTexts.lampWords(lamp.live)
         font: Typography.standard(20, Font.DemiBold, 3)
         color: lamp.live ? StationPalette.onAirRed : StationPalette.faded(StationPalette.parchment, 0.4)
-        textFormat: Text.PlainText
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
     }
 }

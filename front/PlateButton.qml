@@ -47,15 +47,12 @@ StationButton {
                 color: button.ink
             }
 
-            Text {
+            StationText {
                 anchors.verticalCenter: parent.verticalCenter
                 text: button.text
                 font: Typography.standard(button.size)
                 color: button.ink
-                textFormat: Text.PlainText
                 Accessible.ignored: true
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
             }
         }
     }

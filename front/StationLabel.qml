@@ -13,17 +13,13 @@ Item {
     implicitHeight: caption.implicitHeight
     baselineOffset: caption.baselineOffset
 
-    Text {
+    StationText {
         id: caption
 
         anchors.fill: parent
         text: Typography.capitals(label.text)
         font: Typography.label(label.size)
         color: label.color
-        elide: Text.ElideRight
         verticalAlignment: Text.AlignVCenter
-        textFormat: Text.PlainText
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
     }
 }

@@ -22,24 +22,18 @@ DoorCard {
             width: parent.width
         }
 
-        Text {
+        StationText {
             width: parent.width
             text: door.title
             font: Typography.standard(46, Font.Black, 2)
             color: StationPalette.amber
-            textFormat: Text.PlainText
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
         }
 
-        Text {
+        StationText {
             width: parent.width
             text: StationTexts.storeMotto
             font: Typography.standard(24)
             color: StationPalette.teal
-            textFormat: Text.PlainText
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
         }
 
         DoorSubtitle {

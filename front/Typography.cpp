@@ -4,13 +4,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr auto emojiFamily = "Noto Color Emoji"_L1;
 constexpr double labelSpacing = 0.18; // of the size
 
 QFont station(const QString& family, int size, int weight, double letterSpacing, bool italic = false)
 {
     QFont font;
     font.setFamilies({family, u"Noto Sans"_s, u"Noto Sans Arabic"_s, u"Noto Sans CJK SC"_s, u"Noto Sans Symbols2"_s,
-                      u"DejaVu Sans"_s, u"Noto Color Emoji"_s});
+                      u"DejaVu Sans"_s, QString(emojiFamily)});
     font.setPixelSize(size);
     font.setWeight(QFont::Weight(weight));
     font.setItalic(italic);
@@ -40,6 +41,11 @@ QFont Typography::serif(int size, int weight, bool italic)
 QFont Typography::label(int size)
 {
     return monospaced(size, QFont::DemiBold, size * labelSpacing);
+}
+
+QStringList Typography::emojiFamilies()
+{
+    return {QString(emojiFamily)};
 }
 
 QString Typography::capitals(const QString& text)

@@ -23,6 +23,9 @@ public:
     /** The caption face of the station: monospaced, semibold, spaced by 0.18 of its size. */
     Q_INVOKABLE static QFont label(int size);
 
+    /** What an emoji is drawn with, whatever font has a plainer sign for it. */
+    static QStringList emojiFamilies();
+
     /** `text` in capitals, as captions are set. */
     Q_INVOKABLE static QString capitals(const QString& text);
 };

@@ -28,7 +28,7 @@ Item {
         width: countdown.width
         spacing: 10
 
-        Text {
+        StationText {
             id: headline
 
             width: parent.width
@@ -36,12 +36,9 @@ Item {
             font: timer.counting ? Typography.monospaced(64, Font.Bold, 0) : Typography.standard(28)
             color: timer.counting ? StationPalette.brick : StationPalette.faded(StationPalette.parchment, 0.65)
             horizontalAlignment: Text.AlignHCenter
-            textFormat: Text.PlainText
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
         }
 
-        Text {
+        StationText {
             id: detail
 
             width: parent.width
@@ -50,12 +47,8 @@ Item {
             font: Typography.standard(timer.counting ? 24 : 22)
             color: StationPalette.faded(StationPalette.parchment, timer.counting ? 0.7 : 0.4)
             horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
-            elide: Text.ElideRight
+            wraps: true
             maximumLineCount: 2
-            textFormat: Text.PlainText
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
         }
     }
 }

@@ -66,7 +66,7 @@ Item {
                     height: live.implicitHeight + 2 * 8
                     color: StationPalette.onAirRed
 
-                    Text {
+                    StationText {
                         id: live
 
                         anchors.centerIn: parent
@@ -75,9 +75,6 @@ Item {
                         text: StationTexts.live
                         font: Typography.standard(30, Font.Black, 4)
                         color: "white"
-                        textFormat: Text.PlainText
-                        Accessible.role: Accessible.StaticText
-                        Accessible.name: text
                     }
                 }
 
@@ -87,7 +84,7 @@ Item {
                     height: station.implicitHeight + 2 * 10
                     color: StationPalette.faded(StationPalette.olive, 0.9)
 
-                    Text {
+                    StationText {
                         id: station
 
                         x: 18
@@ -97,11 +94,6 @@ Item {
                         font: Typography.standard(26, Font.DemiBold, 4)
                         color: StationPalette.parchment
                         horizontalAlignment: Text.AlignLeft
-                        elide: Text.ElideRight
-                        maximumLineCount: 1
-                        textFormat: Text.PlainText
-                        Accessible.role: Accessible.StaticText
-                        Accessible.name: text
                     }
                 }
             }
@@ -109,32 +101,23 @@ Item {
             Column {
                 spacing: 6
 
-                Text {
+                StationText {
                     width: Math.min(implicitWidth, rows.widest)
                     text: NewsTexts.onAirTitle(third.program)
                     font: Typography.standard(40, Font.Black)
                     color: StationPalette.parchment
                     horizontalAlignment: Text.AlignLeft
-                    wrapMode: Text.Wrap
-                    elide: Text.ElideRight
+                    wraps: true
                     maximumLineCount: 2
-                    textFormat: Text.PlainText
-                    Accessible.role: Accessible.StaticText
-                    Accessible.name: text
                 }
 
-                Text {
+                StationText {
                     width: Math.min(implicitWidth, rows.widest)
                     visible: text !== ""
                     text: NewsTexts.onAirDetail(third.note, third.tagline)
                     font: Typography.standard(26)
                     color: StationPalette.faded(StationPalette.parchment, 0.75)
                     horizontalAlignment: Text.AlignLeft
-                    elide: Text.ElideRight
-                    maximumLineCount: 1
-                    textFormat: Text.PlainText
-                    Accessible.role: Accessible.StaticText
-                    Accessible.name: text
                 }
             }
         }

@@ -64,16 +64,14 @@ Item {
         y: card.y + 56
         spacing: 24
 
-        Text {
+        StationText {
             anchors.horizontalCenter: parent.horizontalCenter
             // The last letter's spacing is not part of the word's width to the eye.
             anchors.horizontalCenterOffset: 4
             text: NewsTexts.heading
             font: Typography.standard(92, Font.Black, 8)
             color: StationPalette.parchment
-            textFormat: Text.PlainText
             Accessible.role: Accessible.Heading
-            Accessible.name: text
         }
 
         Rectangle {
@@ -83,7 +81,7 @@ Item {
             color: StationPalette.brick
         }
 
-        Text {
+        StationText {
             anchors.horizontalCenter: parent.horizontalCenter
             width: Math.min(implicitWidth, rows.widest)
             visible: text !== ""
@@ -91,15 +89,11 @@ Item {
             font: Typography.standard(30)
             color: StationPalette.faded(StationPalette.parchment, 0.9)
             horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
-            elide: Text.ElideRight
+            wraps: true
             maximumLineCount: 2
-            textFormat: Text.PlainText
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
         }
 
-        Text {
+        StationText {
             anchors.horizontalCenter: parent.horizontalCenter
             width: Math.min(implicitWidth, rows.widest)
             visible: text !== ""
@@ -107,12 +101,8 @@ Item {
             font: Typography.standard(24)
             color: StationPalette.faded(StationPalette.parchment, 0.6)
             horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
-            elide: Text.ElideRight
+            wraps: true
             maximumLineCount: 4
-            textFormat: Text.PlainText
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
         }
 
         Row {
@@ -127,13 +117,10 @@ Item {
                 fill: standby.checking ? StationPalette.olive : StationPalette.brick
             }
 
-            Text {
+            StationText {
                 text: NewsTexts.towerLine(standby.checking)
                 font: Typography.standard(21, Font.DemiBold, 3)
                 color: StationPalette.faded(StationPalette.parchment, 0.7)
-                textFormat: Text.PlainText
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
             }
         }
 

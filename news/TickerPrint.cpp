@@ -3,6 +3,7 @@
 #include "BroadcastTexts.h"
 #include "Graphemes.h"
 #include "StationPalette.h"
+#include "TextLines.h"
 #include "Typography.h"
 
 #include <QPainter>
@@ -151,7 +152,9 @@ QTextLine layOut(QTextLayout& layout, const QString& text, bool runsLeft)
     option.setWrapMode(QTextOption::NoWrap);
     option.setTextDirection(runsLeft ? Qt::RightToLeft : Qt::LeftToRight);
     layout.setTextOption(option);
-    layout.setText(text);
+    const TextLines::Letters letters = TextLines::lettersOf(text);
+    layout.setText(letters.text);
+    layout.setFormats(letters.formats);
     layout.beginLayout();
     QTextLine line = layout.createLine();
     if (line.isValid())

@@ -19,7 +19,7 @@ StationButton {
     StationPlate {
         lift: button.lift
 
-        Text {
+        StationText {
             id: digits
 
             x: button.tuner.margin
@@ -29,15 +29,10 @@ StationButton {
             font: button.tuner.numberFont
             color: button.isCurrent ? StationPalette.onAirRed
                                     : StationPalette.mixed(StationPalette.parchment, StationPalette.inkNavy, button.lift)
-            elide: Text.ElideRight
-            maximumLineCount: 1
-            textFormat: Text.PlainText
             Accessible.ignored: true
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
         }
 
-        Text {
+        StationText {
             anchors.left: digits.right
             anchors.leftMargin: button.tuner.gap
             anchors.right: parent.right
@@ -48,12 +43,7 @@ StationButton {
             color: StationPalette.mixed(StationPalette.faded(StationPalette.parchment, 0.85), StationPalette.inkNavy,
                                         button.lift)
             horizontalAlignment: Text.AlignLeft
-            elide: Text.ElideRight
-            maximumLineCount: 1
-            textFormat: Text.PlainText
             Accessible.ignored: true
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
         }
     }
 }

@@ -52,59 +52,42 @@ Item {
             width: parent.width - 2 * x
             spacing: 18
 
-            Text {
+            StationText {
                 width: parent.width
                 visible: text !== ""
                 text: panel.controls.title
                 font: Typography.standard(42, Font.Black)
                 color: StationPalette.cream
-                wrapMode: Text.Wrap
-                elide: Text.ElideRight
+                wraps: true
                 maximumLineCount: 2
-                textFormat: Text.PlainText
                 Accessible.role: Accessible.Heading
-                Accessible.name: text
             }
 
-            Text {
+            StationText {
                 width: parent.width
                 visible: text !== ""
                 text: panel.controls.subtitle
                 font: Typography.standard(28, Font.DemiBold)
                 color: StationPalette.amber
-                elide: Text.ElideRight
-                maximumLineCount: 1
-                textFormat: Text.PlainText
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
             }
 
-            Text {
+            StationText {
                 width: parent.width
                 visible: text !== ""
                 text: panel.controls.description
                 font: Typography.standard(28)
                 color: StationPalette.faded(StationPalette.cream, 0.85)
-                wrapMode: Text.Wrap
-                elide: Text.ElideRight
+                wraps: true
                 maximumLineCount: 5
-                lineHeight: 1.15
-                textFormat: Text.PlainText
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
+                lineSpacing: 5
             }
 
-            Text {
+            StationText {
                 width: parent.width
                 visible: text !== ""
                 text: panel.controls.publisher
                 font: Typography.standard(24, Font.DemiBold)
                 color: StationPalette.faded(StationPalette.cream, 0.55)
-                elide: Text.ElideRight
-                maximumLineCount: 1
-                textFormat: Text.PlainText
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
             }
 
             Column {

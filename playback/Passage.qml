@@ -36,7 +36,7 @@ Focusable {
 
     // Not aligned: so each stands at the side on which its own script begins. Its colour is opaque, as a page of letters
     // that let something through takes the software path twice as long to scroll.
-    Text {
+    StationText {
         id: words
 
         x: 24
@@ -45,11 +45,8 @@ Focusable {
         text: passage.text
         font: Typography.standard(30)
         color: StationPalette.mixed(StationPalette.cream, StationPalette.inkNavy, 0.72 + 0.28 * passage.lift)
-        wrapMode: Text.Wrap
-        textFormat: Text.PlainText
+        wraps: true
         Accessible.ignored: true
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
     }
 
     Behavior on lift {

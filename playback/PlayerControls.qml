@@ -42,30 +42,21 @@ Item {
         anchors.bottomMargin: 60
         spacing: 8
 
-        Text {
+        StationText {
             width: parent.width
             visible: transport.isTitled
             text: transport.controls.title
             font: Typography.standard(44, Font.Black)
             color: StationPalette.cream
-            elide: Text.ElideRight
-            maximumLineCount: 1
-            textFormat: Text.PlainText
             Accessible.role: Accessible.Heading
-            Accessible.name: text
         }
 
-        Text {
+        StationText {
             width: parent.width
             visible: transport.isTitled
             text: transport.controls.subtitle
             font: Typography.standard(28)
             color: StationPalette.faded(StationPalette.cream, 0.75)
-            elide: Text.ElideRight
-            maximumLineCount: 1
-            textFormat: Text.PlainText
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
         }
 
         Item {
@@ -98,7 +89,7 @@ Item {
                 color: StationPalette.cream
             }
 
-            Text {
+            StationText {
                 id: elapsed
 
                 x: sign.name === Icon.None ? 0 : 52
@@ -106,32 +97,23 @@ Item {
                 text: transport.controls.elapsedText
                 font: Typography.monospaced(30, Font.DemiBold)
                 color: StationPalette.cream
-                textFormat: Text.PlainText
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
             }
 
-            Text {
+            StationText {
                 anchors.left: elapsed.right
                 anchors.leftMargin: elapsed.text === "" ? 0 : 30
                 anchors.verticalCenter: parent.verticalCenter
                 text: transport.controls.stateText
                 font: Typography.standard(28)
                 color: StationPalette.faded(StationPalette.cream, 0.75)
-                textFormat: Text.PlainText
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
             }
 
-            Text {
+            StationText {
                 anchors.right: parent.right
                 anchors.verticalCenter: parent.verticalCenter
                 text: transport.controls.remainingText
                 font: Typography.monospaced(30, Font.DemiBold)
                 color: StationPalette.cream
-                textFormat: Text.PlainText
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
             }
         }
     }

@@ -23,15 +23,12 @@ FocusSection {
     visible: hasChoice
     height: hasChoice ? chipHeight + 2 * margin : 0
 
-    Text {
+    StationText {
         anchors.verticalCenter: parent.verticalCenter
         width: area.x
         text: row.name
         font: Typography.standard(26, Font.DemiBold)
         color: StationPalette.faded(StationPalette.cream, 0.7)
-        textFormat: Text.PlainText
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
     }
 
     ScrollArea {
@@ -79,7 +76,7 @@ FocusSection {
                         borderWidth: chip.isSelected ? 0 : 2
                     }
 
-                    Text {
+                    StationText {
                         id: label
 
                         anchors.centerIn: parent
@@ -87,12 +84,7 @@ FocusSection {
                         text: chip.title
                         font: Typography.standard(26, Font.DemiBold)
                         color: chip.isSelected ? StationPalette.inkNavy : StationPalette.cream
-                        elide: Text.ElideRight
-                        maximumLineCount: 1
-                        textFormat: Text.PlainText
                         Accessible.ignored: true
-                        Accessible.role: Accessible.StaticText
-                        Accessible.name: text
                     }
                 }
             }

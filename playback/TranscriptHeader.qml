@@ -18,18 +18,13 @@ Column {
         width: header.width - header.leftPadding - header.rightPadding
         height: caption.height
 
-        Text {
+        StationText {
             id: caption
 
             width: Math.min(implicitWidth, parent.width - 100)
             text: header.transcript.caption
             font: Typography.standard(20, Font.DemiBold, 3)
             color: StationPalette.teal
-            elide: Text.ElideRight
-            maximumLineCount: 1
-            textFormat: Text.PlainText
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
         }
 
         // On the line that the letters stand on, to the end of the row.
@@ -43,27 +38,21 @@ Column {
         }
     }
 
-    Text {
+    StationText {
         width: header.width - header.leftPadding - header.rightPadding
         text: header.transcript.title
         font: Typography.standard(44, Font.Black)
         color: StationPalette.inkNavy
         horizontalAlignment: Text.AlignLeft
-        wrapMode: Text.Wrap
-        elide: Text.ElideRight
+        wraps: true
         maximumLineCount: 2
-        textFormat: Text.PlainText
         Accessible.role: Accessible.Heading
-        Accessible.name: text
     }
 
-    Text {
+    StationText {
         visible: text !== ""
         text: header.transcript.wordCount
         font: Typography.standard(22, Font.DemiBold)
         color: StationPalette.faded(StationPalette.inkNavy, 0.5)
-        textFormat: Text.PlainText
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
     }
 }

@@ -116,13 +116,10 @@ ReadingScreen {
                 color: StationPalette.inkNavy
             }
 
-            Text {
+            StationText {
                 text: TranscriptTexts.pulling
                 font: Typography.standard(28)
                 color: StationPalette.faded(StationPalette.inkNavy, 0.6)
-                textFormat: Text.PlainText
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
             }
         }
 
@@ -132,18 +129,15 @@ ReadingScreen {
             visible: controller.state === TranscriptController.Empty
             spacing: 40
 
-            Text {
+            StationText {
                 width: parent.width
                 text: controller.message
                 font: Typography.standard(30)
                 color: StationPalette.faded(StationPalette.inkNavy, 0.7)
                 horizontalAlignment: Text.AlignHCenter
-                wrapMode: Text.Wrap
-                elide: Text.ElideRight
+                wraps: true
                 maximumLineCount: 12
-                textFormat: Text.PlainText
                 Accessible.role: Accessible.AlertMessage
-                Accessible.name: text
             }
 
             PlateButton {

@@ -20,6 +20,19 @@ double Barcode::unitWidth(double width) const
     return std::max(width / units, thinnest);
 }
 
+double Barcode::extent(double width) const
+{
+    double units = 0;
+    double end = 0;
+    for (qsizetype i = 0; i < bars.size(); ++i) {
+        units += bars.at(i);
+        if (i % 2 == 0)
+            end = units;
+        ++units;
+    }
+    return bars.isEmpty() ? 0 : end * unitWidth(width);
+}
+
 void Barcode::paint(QPainter& painter, const QSizeF& frame) const
 {
     if (bars.isEmpty())

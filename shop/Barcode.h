@@ -13,6 +13,9 @@ struct Barcode
     /** How wide a unit of `bars` is in a frame of `width`; lengths are in points. */
     double unitWidth(double width) const;
 
+    /** How far the last bar reaches from the left edge of a frame of `width`. */
+    double extent(double width) const;
+
     /** Fills a frame from the painter's origin on, in points; a code too long for it runs past its right edge. */
     void paint(QPainter& painter, const QSizeF& frame) const;
 };

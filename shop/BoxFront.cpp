@@ -23,6 +23,7 @@ constexpr double outlineWidth = 3;
 constexpr double miterLimit = 10;
 constexpr double padding = 10;
 constexpr double spacing = 6;
+constexpr QRectF face(0, 0, BoxFront::gridWidth, BoxFront::gridHeight);
 constexpr QRectF inside(padding, padding, BoxFront::gridWidth - 2 * padding, BoxFront::gridHeight - 2 * padding);
 
 constexpr QRectF band(inside.left(), inside.top(), inside.width(), 34);
@@ -55,14 +56,11 @@ constexpr double leastBottom = 0.6;
 
 void paintFace(QPainter& painter)
 {
-    // The stroke lies inside the edge, so that the box measures what it says.
-    constexpr double half = outlineWidth / 2;
-    const QRectF middle = QRectF(0, 0, BoxFront::gridWidth, BoxFront::gridHeight).adjusted(half, half, -half, -half);
     QPen pen(StationPalette::inkNavy(), outlineWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
     pen.setMiterLimit(miterLimit);
     painter.setPen(pen);
     painter.setBrush(StationPalette::cream());
-    painter.drawRoundedRect(middle, BoxFront::cornerRadius - half, BoxFront::cornerRadius - half);
+    painter.drawRoundedRect(face, BoxFront::cornerRadius, BoxFront::cornerRadius);
     painter.setPen(Qt::NoPen);
 }
 
@@ -117,13 +115,22 @@ void paintTitleBlock(QPainter& painter, const VHSCover& cover, double bottom)
                   StationPalette::faded(StationPalette::inkNavy(), taglineOpacity));
 }
 
+QFont catalogFont()
+{
+    return Typography::monospaced(catalogSize);
+}
+
+QPointF barcodeCorner()
+{
+    return {inside.right() - barcodeFrame.width(),
+            inside.bottom() - QFontMetricsF(catalogFont()).height() - catalogGap - barcodeFrame.height()};
+}
+
 /** Returns where the row begins. */
 double paintBottomRow(QPainter& painter, const VHSCover& cover, double unitsAPoint)
 {
-    const QFont catalogFont = Typography::monospaced(catalogSize);
-    const FittedText catalogNo = FittedText::line(cover.catalogNo, catalogFont, barcodeFrame.width(), leastBottom);
-    const QPointF frame(inside.right() - barcodeFrame.width(),
-                        inside.bottom() - QFontMetricsF(catalogFont).height() - catalogGap - barcodeFrame.height());
+    const FittedText catalogNo = FittedText::line(cover.catalogNo, catalogFont(), barcodeFrame.width(), leastBottom);
+    const QPointF frame = barcodeCorner();
     catalogNo.paint(painter,
                     {frame.x() + (barcodeFrame.width() - catalogNo.width()) / 2, inside.bottom() - catalogNo.height()},
                     StationPalette::inkNavy());
@@ -144,13 +151,21 @@ double paintBottomRow(QPainter& painter, const VHSCover& cover, double unitsAPoi
 
 } // namespace
 
+QRectF BoxFront::bounds() const
+{
+    const double points = width / gridWidth; // a unit
+    constexpr double half = outlineWidth / 2;
+    const QRectF box = face.marginsAdded({half, half, half, half});
+    const double barcode = Barcode{cover.barcode}.extent(barcodeFrame.width() * points);
+    return QRectF(box.topLeft() * points, box.size() * points)
+        .united(QRectF(barcodeCorner() * points, QSizeF(barcode, barcodeFrame.height() * points)));
+}
+
 void BoxFront::paint(QPainter& painter) const
 {
     painter.save();
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     painter.scale(width / gridWidth, width / gridWidth);
-    // A bar code in a small box is longer than its frame, and ends with the box.
-    painter.setClipRect(snappedRect(painter, QRectF(0, 0, gridWidth, gridHeight)), Qt::IntersectClip);
     paintFace(painter);
     paintBand(painter);
     paintScene(painter, cover);

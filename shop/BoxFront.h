@@ -2,7 +2,7 @@
 
 #include "VHSCover.h"
 
-#include <QSizeF>
+#include <QRectF>
 
 class QPainter;
 
@@ -22,6 +22,9 @@ struct BoxFront
     static constexpr double heightOf(double width) { return width * gridHeight / gridWidth; }
     QSizeF size() const { return {width, heightOf(width)}; }
 
-    /** Draws the box from the painter's origin on, in points; nothing passes its outline. */
+    /** All that is painted: the box, the outer half of its outline, and a bar code too long for it; in points. */
+    QRectF bounds() const;
+
+    /** Draws the box from the painter's origin on, in points. */
     void paint(QPainter& painter) const;
 };

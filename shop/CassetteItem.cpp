@@ -177,7 +177,7 @@ QSGNode* CassetteItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
     if (!node)
         node = new CassetteNode(window());
     const QRectF area(0, 0, width(), BoxFront::heightOf(width()));
-    const bool pixelForPixel = m_picture && m_placed && m_picture->size() == m_placed->pixels;
+    const bool pixelForPixel = m_picture && m_placed && m_picture->box.size() == m_placed->pixels;
     if (m_picture)
         node->showPicture(m_picture, pixelForPixel ? m_placed->snapped : area, pixelForPixel);
     else

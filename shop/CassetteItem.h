@@ -9,7 +9,8 @@
 
 /**
  * A cassette on the screen: its picture, painted elsewhere at the size really shown and laid on whole device pixels,
- * and until it is there a plate in the top colour of the cover's sky. While an ancestor scales it the picture at hand
+ * and until it is there a plate in the top colour of the cover's sky. The item is the box; its outline, half of it, and
+ * a long bar code reach beyond. While an ancestor scales it the picture at hand
  * is scaled; the one of the new size follows when it has come to rest. Moving it by whole pixels costs nothing.
  * Screen thread only; its parent item owns it. Rotations and shears are not followed.
  */

@@ -24,11 +24,19 @@ QImage cornersOf(const QColor& color, double radius, int margin)
     return image;
 }
 
+/** Where a picture stands whose box stands at `box`. */
+QRectF wholeArea(const CassettePicture& picture, const QRectF& box)
+{
+    const QSizeF pixel(box.width() / picture.box.width(), box.height() / picture.box.height());
+    return {box.x() - picture.box.x() * pixel.width(), box.y() - picture.box.y() * pixel.height(),
+            picture.image.width() * pixel.width(), picture.image.height() * pixel.height()};
+}
+
 } // namespace
 
 CassetteNode::CassetteNode(QQuickWindow* window) : m_window(window) {}
 
-void CassetteNode::showPicture(const CassetteStudio::Picture& picture, const QRectF& area, bool pixelForPixel)
+void CassetteNode::showPicture(const CassetteStudio::Picture& picture, const QRectF& box, bool pixelForPixel)
 {
     removePlate();
     const bool isNew = !m_pictureNode;
@@ -38,10 +46,10 @@ void CassetteNode::showPicture(const CassetteStudio::Picture& picture, const QRe
     }
     if (m_picture != picture) {
         m_picture = picture;
-        m_pictureNode->setTexture(m_window->createTextureFromImage(*picture));
-        m_pictureNode->setSourceRect(picture->rect());
+        m_pictureNode->setTexture(m_window->createTextureFromImage(picture->image));
+        m_pictureNode->setSourceRect(picture->image.rect());
     }
-    m_pictureNode->setRect(area);
+    m_pictureNode->setRect(wholeArea(*picture, box));
     m_pictureNode->setFiltering(pixelForPixel ? QSGTexture::Nearest : QSGTexture::Linear);
     // Only now: the software adaptation looks for the texture at once.
     if (isNew)

@@ -18,8 +18,8 @@ class CassetteNode : public QSGTransformNode
 public:
     explicit CassetteNode(QQuickWindow* window);
 
-    /** `area` is in the item's coordinates; `pixelForPixel` if it gives a pixel of the picture one of the display. */
-    void showPicture(const CassetteStudio::Picture& picture, const QRectF& area, bool pixelForPixel);
+    /** `box` is the box's, in the item's coordinates; `pixelForPixel` if it gives a pixel of the picture one of the display. */
+    void showPicture(const CassetteStudio::Picture& picture, const QRectF& box, bool pixelForPixel);
 
     /** Lengths are in points. */
     void showPlate(const QColor& color, const QRectF& area, double radius);

@@ -5,6 +5,8 @@
 
 #include <QPainter>
 
+#include <cmath>
+
 namespace {
 
 VHSCover drawn(const VHSCover& cover, CassettePrint::Form form)
@@ -30,20 +32,36 @@ CassettePrint::CassettePrint(Form form, const VHSCover& cover, double width, QSi
     : form(form), cover(drawn(cover, form)), width(width), pixels(pixels)
 {}
 
-QImage CassettePrint::paint() const
+/** What reaches beyond the box, in whole pixels; so it stands in its picture on whole ones, whatever does. */
+QMargins CassettePrint::margins() const
 {
-    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
-    if (image.isNull())
-        return image;
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    // The picture is filled to its edges, although a height of whole pixels is not quite the box's proportion.
+    const BoxFront front{cover, width};
+    const double across = pixels.width() / width;
+    const double along = pixels.height() / front.size().height();
+    const QRectF bounds = front.bounds();
+    const auto whole = [](double reach) { return int(std::ceil(reach)); };
+    // Bar codes are moved by up to half a pixel, to begin on a whole one.
+    return {whole(-bounds.left() * across), whole(-bounds.top() * along),
+            whole((bounds.right() - width) * across + 0.5), whole((bounds.bottom() - front.size().height()) * along)};
+}
+
+CassettePicture CassettePrint::paint() const
+{
+    const QMargins beyond = margins();
+    CassettePicture picture{QImage(pixels.grownBy(beyond), QImage::Format_ARGB32_Premultiplied),
+                            QRect(QPoint(beyond.left(), beyond.top()), pixels)};
+    if (picture.image.isNull())
+        return picture;
+    picture.image.fill(Qt::transparent);
+    QPainter painter(&picture.image);
+    painter.translate(picture.box.topLeft());
+    // The box is filled to its edges, although a height of whole pixels is not quite its proportion.
     painter.scale(pixels.width() / width, pixels.height() / BoxFront::heightOf(width));
     if (form == Form::ShelfCard)
         ShelfCard{cover, width}.paint(painter);
     else
         BoxFront{cover, width}.paint(painter);
-    return image;
+    return picture;
 }
 
 size_t qHash(const CassettePrint& print, size_t seed) noexcept

@@ -3,7 +3,15 @@
 #include "VHSCover.h"
 
 #include <QImage>
+#include <QMargins>
 #include <QSize>
+
+/** A painted cassette. A value, any thread. */
+struct CassettePicture
+{
+    QImage image; ///< null if there was no memory for it
+    QRect box;    ///< where the box stands in it; the outline and a long bar code reach beyond
+};
 
 /** What one picture of a cassette shows, and how large; two equal ones give the same picture. A value, any thread. */
 struct CassettePrint
@@ -17,12 +25,14 @@ struct CassettePrint
     Form form = Form::BoxFront;
     VHSCover cover;
     double width = 0; ///< points
-    QSize pixels;     ///< of the display
+    QSize pixels;     ///< of the display, the box's
 
     bool operator==(const CassettePrint&) const = default;
 
-    /** Null if there is no memory for it. */
-    QImage paint() const;
+    CassettePicture paint() const;
+
+private:
+    QMargins margins() const;
 };
 
 size_t qHash(const CassettePrint& print, size_t seed = 0) noexcept;

@@ -52,11 +52,11 @@ QCoro::Task<void> CassetteStudio::work()
 {
     const CancelToken token = m_tasks.token();
     while (const std::optional<CassettePrint> print = mostWanted()) {
-        const Completion<QImage> painting = m_worker.run([print = *print] { return print.paint(); });
-        QImage image = co_await painting;
+        const Completion<CassettePicture> painting = m_worker.run([print = *print] { return print.paint(); });
+        CassettePicture picture = co_await painting;
         if (token.isCancelled())
             co_return;
-        keep(*print, std::move(image));
+        keep(*print, std::move(picture));
     }
     m_isWorking = false;
 }
@@ -75,7 +75,7 @@ std::optional<CassettePrint> CassetteStudio::mostWanted() const
     return print ? std::make_optional(*print) : std::nullopt;
 }
 
-void CassetteStudio::keep(const CassettePrint& print, QImage image)
+void CassetteStudio::keep(const CassettePrint& print, CassettePicture picture)
 {
     QList<Customer*> waiting;
     for (const auto& [customer, order] : m_orders) {
@@ -85,10 +85,10 @@ void CassetteStudio::keep(const CassettePrint& print, QImage image)
     for (Customer* customer : std::as_const(waiting))
         m_orders.erase(customer);
     // There was no memory for it: what was shown until now stays.
-    if (image.isNull())
+    if (picture.image.isNull())
         return;
-    m_bytes += image.sizeInBytes();
-    const auto kept = m_kept.insert(print, {std::make_shared<const QImage>(std::move(image)), ++m_turn});
+    m_bytes += picture.image.sizeInBytes();
+    const auto kept = m_kept.insert(print, {std::make_shared<const CassettePicture>(std::move(picture)), ++m_turn});
     for (Customer* customer : std::as_const(waiting))
         customer->take(kept->picture);
     discard();
@@ -106,7 +106,7 @@ void CassetteStudio::discard()
         }
         if (oldest == m_kept.end())
             return;
-        m_bytes -= oldest->picture->sizeInBytes();
+        m_bytes -= oldest->picture->image.sizeInBytes();
         m_kept.erase(oldest);
     }
 }

@@ -19,7 +19,7 @@
 class CassetteStudio
 {
 public:
-    using Picture = std::shared_ptr<const QImage>;
+    using Picture = std::shared_ptr<const CassettePicture>;
 
     /** Whoever shows one cassette. It takes its order back before it goes. */
     class Customer
@@ -67,7 +67,7 @@ private:
 
     QCoro::Task<void> work();
     std::optional<CassettePrint> mostWanted() const;
-    void keep(const CassettePrint& print, QImage image);
+    void keep(const CassettePrint& print, CassettePicture picture);
     void discard();
 
     std::unordered_map<Customer*, Order> m_orders; ///< those still open

@@ -1,12 +1,10 @@
 #pragma once
 
-#include <QFont>
-#include <QString>
-#include <QTextLayout>
+#include "TextLines.h"
 
-#include <memory>
-
-class QPainter;
+#include <QColor>
+#include <QPointF>
+#include <QSizeF>
 
 /**
  * A text laid out for the room that it has: at its font's size if it fits, else smaller, down to a given share of that
@@ -28,7 +26,7 @@ public:
     /** The share of the font's size at which it is set. */
     double scale() const { return m_scale; }
     bool isElided() const { return m_elided; }
-    int lineCount() const { return int(m_layout->lineCount()); }
+    int lineCount() const { return m_lines.count(); }
     double width() const;
     double height() const;
     double ascent() const; ///< from the top to the first baseline
@@ -37,17 +35,11 @@ public:
 
 private:
     FittedText(const QString& text, const QFont& font);
-    double pitch() const { return m_ascent + m_descent; }
     int linesIn(double height) const;
     bool fits(double scale, QSizeF room);
-    bool breakLines(double width, QTextOption::WrapMode wrap, int atMost);
     void elide(double width, int atMost);
 
-    QString m_text;
-    QFont m_font;
-    double m_ascent; ///< of every line, as the descent, whatever other fonts its glyphs come from
-    double m_descent;
-    std::unique_ptr<QTextLayout> m_layout;
+    TextLines m_lines;
     double m_scale = 1;
     bool m_elided = false;
 };

@@ -83,7 +83,7 @@ Item {
                         fill: chip.isSelected ? StationPalette.amber : StationPalette.nightNavy
                     }
 
-                    Text {
+                    StationText {
                         anchors.left: parent.left
                         anchors.leftMargin: picker.markets.padding
                         anchors.right: tapes.left
@@ -92,15 +92,10 @@ Item {
                         text: chip.title
                         font: picker.markets.titleFont
                         color: chip.ink
-                        elide: Text.ElideRight
-                        maximumLineCount: 1
-                        textFormat: Text.PlainText
                         Accessible.ignored: true
-                        Accessible.role: Accessible.StaticText
-                        Accessible.name: text
                     }
 
-                    Text {
+                    StationText {
                         id: tapes
 
                         anchors.right: parent.right
@@ -109,10 +104,7 @@ Item {
                         text: chip.count
                         font: picker.markets.countFont
                         color: chip.ink
-                        textFormat: Text.PlainText
                         Accessible.ignored: true
-                        Accessible.role: Accessible.StaticText
-                        Accessible.name: text
                     }
                 }
             }

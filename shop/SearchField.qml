@@ -43,7 +43,7 @@ Focusable {
         fill: StationPalette.faded(StationPalette.cream, 0.08)
     }
 
-    Text {
+    StationText {
         anchors.fill: line
         anchors.leftMargin: field.gap
         verticalAlignment: Text.AlignVCenter
@@ -51,10 +51,7 @@ Focusable {
         text: controller.placeholder
         font: line.font
         color: StationPalette.faded(StationPalette.cream, 0.5)
-        textFormat: Text.PlainText
         Accessible.ignored: true
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
     }
 
     TextInput {

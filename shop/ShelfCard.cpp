@@ -25,8 +25,9 @@ void paintBadge(QPainter& painter, double unitsAPoint)
         FittedText::line(u"CC"_s, Typography::standard(badgeSize, QFont::Black), BoxFront::gridWidth, 1);
     const QSizeF size(words.width() + 2 * badgePadding.width(), words.height() + 2 * badgePadding.height());
     const QRectF badge(QPointF(BoxFront::gridWidth - badgeFromTrailing - size.width(), badgeFromTop), size);
-    const QRectF area = snappedRect(painter, badge);
     const double outline = badgeOutline * unitsAPoint;
+    const double half = outline / 2; // of it stands outside the badge
+    const QRectF area = snappedRect(painter, badge.marginsAdded({half, half, half, half}));
     painter.fillRect(area, StationPalette::inkNavy());
     painter.fillRect(area.marginsRemoved({outline, outline, outline, outline}), StationPalette::amber());
     words.paint(painter, area.center() - QPointF(words.width(), words.height()) / 2, StationPalette::inkNavy());

@@ -32,7 +32,7 @@ FocusSection {
             font: name.font
         }
 
-        Text {
+        StationText {
             id: name
 
             anchors.baseline: parent.baseline
@@ -40,11 +40,7 @@ FocusSection {
             text: shelf.cassettes.name
             font: Typography.standard(38, Font.Black)
             color: StationPalette.cream
-            elide: Text.ElideRight
-            maximumLineCount: 1
-            textFormat: Text.PlainText
             Accessible.role: Accessible.Heading
-            Accessible.name: text
         }
 
         CardPlate {
@@ -59,7 +55,7 @@ FocusSection {
             radius: 8
             fill: StationPalette.amber
 
-            Text {
+            StationText {
                 id: count
 
                 x: 12
@@ -67,13 +63,10 @@ FocusSection {
                 text: shelf.cassettes.count
                 font: Typography.monospaced(24, Font.DemiBold)
                 color: StationPalette.inkNavy
-                textFormat: Text.PlainText
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
             }
         }
 
-        Text {
+        StationText {
             anchors.left: badge.right
             anchors.leftMargin: 16
             anchors.right: parent.right
@@ -81,11 +74,6 @@ FocusSection {
             text: shelf.cassettes.caption
             font: Typography.standard(24)
             color: StationPalette.teal
-            elide: Text.ElideRight
-            maximumLineCount: 1
-            textFormat: Text.PlainText
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
         }
     }
 

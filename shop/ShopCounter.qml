@@ -27,25 +27,20 @@ FocusSection {
         Row {
             spacing: 24
 
-            Text {
+            StationText {
                 id: sign
 
                 text: RewinderyTexts.sign
                 font: Typography.standard(76, Font.Black)
                 color: StationPalette.amber
-                textFormat: Text.PlainText
                 Accessible.role: Accessible.Heading
-                Accessible.name: text
             }
 
-            Text {
+            StationText {
                 anchors.baseline: sign.baseline
                 text: RewinderyTexts.homeVideo
                 font: Typography.monospaced(28, Font.DemiBold, 6)
                 color: StationPalette.teal
-                textFormat: Text.PlainText
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
             }
 
             StationLabel {
@@ -56,15 +51,12 @@ FocusSection {
             }
         }
 
-        Text {
+        StationText {
             width: parent.width
             text: counter.stockLine
             font: Typography.standard(26)
             color: StationPalette.faded(StationPalette.cream, 0.7)
-            wrapMode: Text.Wrap
-            textFormat: Text.PlainText
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
+            wraps: true
         }
 
         Item {

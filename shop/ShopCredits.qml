@@ -7,23 +7,17 @@ Column {
     topPadding: 20
     spacing: 8
 
-    Text {
+    StationText {
         width: parent.width
         text: RewinderyTexts.creditLine
         font: Typography.standard(22)
         color: StationPalette.faded(StationPalette.cream, 0.45)
-        textFormat: Text.PlainText
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
     }
 
-    Text {
+    StationText {
         width: parent.width
         text: RewinderyTexts.disclaimer
         font: Typography.standard(20)
         color: StationPalette.faded(StationPalette.cream, 0.3)
-        textFormat: Text.PlainText
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
     }
 }

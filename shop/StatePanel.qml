@@ -16,14 +16,12 @@ Item {
         width: parent.width
         spacing: 26
 
-        Text {
+        StationText {
             anchors.horizontalCenter: parent.horizontalCenter
             text: RewinderyTexts.sign
             font: Typography.standard(72, Font.Black)
             color: StationPalette.amber
-            textFormat: Text.PlainText
             Accessible.role: Accessible.Heading
-            Accessible.name: text
         }
 
         Spinner {
@@ -33,18 +31,15 @@ Item {
             color: StationPalette.cream
         }
 
-        Text {
+        StationText {
             anchors.horizontalCenter: parent.horizontalCenter
             visible: panel.isLoading
             text: RewinderyTexts.checking
             font: Typography.standard(28)
             color: StationPalette.faded(StationPalette.cream, 0.7)
-            textFormat: Text.PlainText
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
         }
 
-        Text {
+        StationText {
             anchors.horizontalCenter: parent.horizontalCenter
             width: parent.width - 400
             visible: !panel.isLoading
@@ -52,12 +47,9 @@ Item {
             font: Typography.standard(28)
             color: StationPalette.faded(StationPalette.cream, 0.75)
             horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
-            elide: Text.ElideRight
+            wraps: true
             maximumLineCount: 16
-            textFormat: Text.PlainText
             Accessible.role: Accessible.AlertMessage
-            Accessible.name: text
         }
 
         PlateButton {

@@ -10,32 +10,19 @@ CardPlate {
 
     visible: text !== ""
     width: Math.min(words.implicitWidth + 32, parent.width)
-    height: face.height + 16
+    height: words.height + 16
     radius: 6
     continuous: true
     fill: StationPalette.nightNavy
 
-    Text {
+    StationText {
         id: words
 
-        // A sign from a taller face than the letters' makes its badge no taller, and stands on their line.
-        anchors.baseline: parent.top
-        anchors.baselineOffset: 8 + face.ascent
         x: 16
+        y: 8
         width: parent.width - 32
         text: badge.text
         font: Typography.monospaced(20, Font.DemiBold, 2)
         color: badge.ink
-        elide: Text.ElideRight
-        maximumLineCount: 1
-        textFormat: Text.PlainText
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
-    }
-
-    FontMetrics {
-        id: face
-
-        font: words.font
     }
 }

@@ -29,16 +29,14 @@ Column {
             width: parent.width
             spacing: 26
 
-            Text {
+            StationText {
                 width: parent.width
                 text: information.detail.title
                 font: Typography.standard(52, Font.Black)
                 color: StationPalette.cream
                 horizontalAlignment: Text.AlignLeft
-                wrapMode: Text.Wrap
-                textFormat: Text.PlainText
+                wraps: true
                 Accessible.role: Accessible.Heading
-                Accessible.name: text
             }
 
             Flow {
@@ -65,36 +63,23 @@ Column {
                 }
             }
 
-            Text {
+            StationText {
                 width: parent.width
                 text: information.detail.tagline
                 font: Typography.standard(30, Font.Normal, 0, true)
                 color: StationPalette.amber
                 horizontalAlignment: Text.AlignLeft
-                wrapMode: Text.Wrap
-                textFormat: Text.PlainText
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
+                wraps: true
             }
 
-            Text {
+            StationText {
                 width: parent.width
                 text: information.detail.synopsis
-                font: line.font
+                font: Typography.standard(26)
                 color: StationPalette.faded(StationPalette.cream, 0.8)
                 horizontalAlignment: Text.AlignLeft
-                wrapMode: Text.Wrap
-                lineHeight: 1 + 6 / line.lineSpacing
-                bottomPadding: -6
-                textFormat: Text.PlainText
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
-
-                FontMetrics {
-                    id: line
-
-                    font: Typography.standard(26)
-                }
+                wraps: true
+                lineSpacing: 6
             }
         }
     }
@@ -155,17 +140,14 @@ Column {
                 }
             }
 
-            Text {
+            StationText {
                 topPadding: 10
                 width: parent.width
                 text: information.detail.catalogueLine
                 font: Typography.standard(20, Font.DemiBold)
                 color: StationPalette.faded(StationPalette.cream, 0.4)
                 horizontalAlignment: Text.AlignLeft
-                wrapMode: Text.Wrap
-                textFormat: Text.PlainText
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
+                wraps: true
             }
         }
     }

@@ -66,27 +66,22 @@ NavigationStack {
             anchors.topMargin: 60
             anchors.bottomMargin: 60
 
-            Text {
+            StationText {
                 id: title
 
                 text: TapeSearchTexts.title
                 font: Typography.standard(56, Font.Black)
                 color: StationPalette.amber
-                textFormat: Text.PlainText
                 Accessible.role: Accessible.Heading
-                Accessible.name: text
             }
 
-            Text {
+            StationText {
                 id: invitation
 
                 y: title.height + sheet.spacing
                 text: TapeSearchTexts.invitation
                 font: Typography.standard(26)
                 color: StationPalette.faded(StationPalette.cream, 0.65)
-                textFormat: Text.PlainText
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
             }
 
             SearchField {
@@ -112,16 +107,13 @@ NavigationStack {
                     color: StationPalette.cream
                 }
 
-                Text {
+                StationText {
                     id: count
 
                     visible: controller.showsResults
                     text: controller.countLine
                     font: Typography.monospaced(24, Font.DemiBold)
                     color: StationPalette.teal
-                    textFormat: Text.PlainText
-                    Accessible.role: Accessible.StaticText
-                    Accessible.name: text
                 }
 
                 // Made anew for each outcome, so that it begins at its first cassette; a Loader would keep the focus to itself.
@@ -145,16 +137,14 @@ NavigationStack {
                     }
                 }
 
-                Text {
+                StationText {
                     width: parent.width
                     visible: controller.showsNoMatch
                     text: controller.noMatchLine
                     font: Typography.standard(28)
                     color: StationPalette.faded(StationPalette.cream, 0.7)
-                    wrapMode: Text.Wrap
-                    textFormat: Text.PlainText
+                    wraps: true
                     Accessible.role: Accessible.AlertMessage
-                    Accessible.name: text
                 }
             }
         }

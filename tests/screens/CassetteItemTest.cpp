@@ -7,19 +7,36 @@
 #include <QPainter>
 #include <QTest>
 
+#include <cmath>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 using Form = CassettePrint::Form;
 
-/** What a print looks like on the black stage. */
+/** What a print's box looks like on the black stage. */
 QImage printOf(const CassettePrint& print)
 {
+    const CassettePicture picture = print.paint();
     QImage ground(print.pixels, QImage::Format_RGB32);
     ground.fill(Qt::black);
-    QPainter(&ground).drawImage(0, 0, print.paint());
+    QPainter(&ground).drawImage(-picture.box.topLeft(), picture.image);
     return ground;
+}
+
+/** What a picture of the sample's card takes, in bytes. */
+qint64 bytesOf(QSize pixels)
+{
+    return CassettePrint{Form::ShelfCard, sampleCover(), 250, pixels}.paint().image.sizeInBytes();
+}
+
+/** The sample cover with a bar code that runs past a small box. */
+VHSCover overhangingCover()
+{
+    VHSCover cover = sampleCover();
+    cover.barcode = QList<int>(28, 3);
+    return cover;
 }
 
 CassetteItem* cassetteOf(QQuickItem* root)
@@ -63,6 +80,10 @@ private Q_SLOTS:
     void aNewCoverNeverShowsTheOldPicture();
     void aCoverThatLooksTheSameKeepsThePicture_data();
     void aCoverThatLooksTheSameKeepsThePicture();
+    void whatReachesBeyondTheBoxIsSeen_data();
+    void whatReachesBeyondTheBoxIsSeen();
+    void aNeighbourCoversNoBar_data();
+    void aNeighbourCoversNoBar();
     void theCardsOfARowAreAllOfOneSize();
     void aLiftedCardIsPaintedAtItsSizeWhenItHasComeToRest();
     void aCardThatSettlesShowsItsFirstPictureAgain();
@@ -186,6 +207,73 @@ void CassetteItemTest::aCoverThatLooksTheSameKeepsThePicture()
     QCOMPARE(item->hasPicture(), isKept);
 }
 
+void CassetteItemTest::whatReachesBeyondTheBoxIsSeen_data()
+{
+    QTest::addColumn<double>("width");
+    QTest::addColumn<double>("scale");
+    QTest::addColumn<QSize>("pixels");
+    QTest::newRow("search card") << 230.0 << 1.0 << QSize(230, 359);
+    QTest::newRow("search card at 720p") << 230.0 << 2.0 / 3 << QSize(153, 240);
+    QTest::newRow("search card at 2160p") << 230.0 << 2.0 << QSize(460, 719);
+    QTest::newRow("lifted search card") << 230.0 << 1.08 << QSize(248, 388);
+    QTest::newRow("card") << 250.0 << 1.0 << QSize(250, 391);
+    QTest::newRow("box") << 420.0 << 1.0 << QSize(420, 656);
+}
+
+void CassetteItemTest::whatReachesBeyondTheBoxIsSeen()
+{
+    QFETCH(double, width);
+    QFETCH(double, scale);
+    QFETCH(QSize, pixels);
+    Stage stage({700, 900});
+    CassetteItem* cassette = cassetteOf(stage.put(
+        u"import Quillmere.Shop\nItem { scale: %1; transformOrigin: Item.TopLeft; VHSShelfCard { x: 40; y: 40; width: %2 } }"_s
+            .arg(scale, 0, 'g', 17)
+            .arg(width)));
+    cassette->setCover(overhangingCover());
+    QTRY_VERIFY(cassette->hasPicture());
+    const CassettePicture picture = CassettePrint{Form::ShelfCard, overhangingCover(), width, pixels}.paint();
+    QImage wanted(700, 900, QImage::Format_RGB32);
+    wanted.fill(Qt::black);
+    const QPoint corner(int(40 * scale + 0.5), int(40 * scale + 0.5));
+    QPainter(&wanted).drawImage(corner - picture.box.topLeft(), picture.image);
+    QCOMPARE(stage.picture(), wanted);
+    QCOMPARE(cassette->size(), QSizeF(width, width * 1.5625));
+}
+
+void CassetteItemTest::aNeighbourCoversNoBar_data()
+{
+    QTest::addColumn<QSize>("window");
+    QTest::newRow("720p") << QSize(1280, 720);
+    QTest::newRow("1080p") << QSize(1920, 1080);
+    QTest::newRow("2160p") << QSize(3840, 2160);
+}
+
+void CassetteItemTest::aNeighbourCoversNoBar()
+{
+    QFETCH(QSize, window);
+    const double scale = window.height() / 1080.0;
+    Stage stage(window);
+    QQuickItem* root =
+        stage.put(u"import Quillmere.Shop\nCanvas { Rectangle { anchors.fill: parent; color: 'white' } "
+                  "Row { x: 90; y: 60; spacing: 40; Repeater { model: 3; VHSShelfCard { width: 230 } } } }"_s);
+    for (QQuickItem* card : Stage::all(root, "CassetteItem")) {
+        qobject_cast<CassetteItem*>(card)->setCover(overhangingCover());
+        QTRY_VERIFY(qobject_cast<CassetteItem*>(card)->hasPicture());
+    }
+    const QImage glass = stage.picture();
+    const int y = int((60 + 455 * 230 / 320.0) * scale);
+    for (int i = 0; i < 3; ++i) {
+        // The last of the 14 bars: 104 units of a point and its own 3 after the frame's left edge.
+        const double left = (90 + 270 * i + 190 * 230 / 320.0 + 104) * scale;
+        QVERIFY(left > (90 + 270 * i + 230 + 1) * scale);
+        double ink = 0;
+        for (int x = int(left - 0.5 * scale); x < int(left + 3.5 * scale); ++x)
+            ink += (255 - glass.pixelColor(x, y).red()) / 244.0;
+        QVERIFY2(std::abs(ink - 3 * scale) < 0.6 * scale, qPrintable(QString::number(ink)));
+    }
+}
+
 void CassetteItemTest::theCardsOfARowAreAllOfOneSize()
 {
     Stage stage({1280, 720});
@@ -233,14 +321,14 @@ void CassetteItemTest::aCardThatSettlesShowsItsFirstPictureAgain()
     const qint64 kept = CassetteStudio::shared()->bytesKept();
     root->setScale(1.08);
     QTRY_VERIFY(stage.picture() != before);
-    QTRY_COMPARE(CassetteStudio::shared()->bytesKept(), kept + 270 * 422 * 4);
+    QTRY_COMPARE(CassetteStudio::shared()->bytesKept(), kept + bytesOf({270, 422}));
     for (int round = 0; round < 3; ++round) {
         root->setScale(1.08);
         stage.settle();
         root->setScale(1);
         QTRY_COMPARE(stage.picture(), before);
     }
-    QCOMPARE(CassetteStudio::shared()->bytesKept(), kept + 270 * 422 * 4);
+    QCOMPARE(CassetteStudio::shared()->bytesKept(), kept + bytesOf({270, 422}));
 }
 
 void CassetteItemTest::whileItGrowsThePictureAtHandIsScaled()

@@ -243,7 +243,7 @@ void OnScreenKeyboardTest::everyCaptionIsLargeAndFitsItsKey()
     house.open();
     const auto keys = house.keys();
     for (QQuickItem* key : keys) {
-        const QQuickItem* const caption = Stage::first(key, "QQuickText");
+        const QQuickItem* const caption = Stage::first(key, "StationText");
         QVERIFY(caption->property("font").value<QFont>().pixelSize() >= 24);
         QVERIFY2(caption->implicitWidth() <= key->width() - 20, qPrintable(key->property("text").toString()));
         QVERIFY(caption->implicitHeight() <= key->height());

@@ -6,6 +6,8 @@
 #include <QQmlComponent>
 #include <QTest>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -13,18 +15,21 @@ namespace {
 constexpr int quietTime = 100; // milliseconds
 constexpr int longestUnrest = 5000;
 
-void collect(QQuickItem* item, const QByteArray& type, QList<QQuickItem*>& found)
+void collect(QQuickItem* item, const QByteArrayList& types, QList<QQuickItem*>& found)
 {
     for (const QMetaObject* meta = item->metaObject(); meta; meta = meta->superClass()) {
         const QByteArray name = meta->className();
-        if (name == type || name.startsWith(type + "_QML")) {
+        const auto isCalled = [&name](const QByteArray& type) {
+            return name == type || name.startsWith(type + "_QML");
+        };
+        if (std::any_of(types.begin(), types.end(), isCalled)) {
             found.append(item);
             break;
         }
     }
     const auto children = item->childItems();
     for (QQuickItem* child : children)
-        collect(child, type, found);
+        collect(child, types, found);
 }
 
 } // namespace
@@ -108,7 +113,7 @@ QList<int> Stage::animationTimes(const QQuickItem* root)
 QList<QQuickItem*> Stage::all(QQuickItem* root, const QByteArray& type)
 {
     QList<QQuickItem*> found;
-    collect(root, type, found);
+    collect(root, {type}, found);
     return found;
 }
 
@@ -120,7 +125,8 @@ QQuickItem* Stage::first(QQuickItem* root, const QByteArray& type)
 
 QList<QQuickItem*> Stage::texts(QQuickItem* root)
 {
-    auto found = all(root, "QQuickText");
+    QList<QQuickItem*> found;
+    collect(root, {"StationText", "QQuickText"}, found);
     found.removeIf([](const QQuickItem* item) { return !item->isVisible(); });
     return found;
 }

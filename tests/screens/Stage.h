@@ -38,7 +38,7 @@ public:
     static QList<QQuickItem*> all(QQuickItem* root, const QByteArray& type);
     static QQuickItem* first(QQuickItem* root, const QByteArray& type);
 
-    /** The visible Text items below `root`. */
+    /** The visible texts below `root`. */
     static QList<QQuickItem*> texts(QQuickItem* root);
 
     /** The durations of the animations made at and below `root`, in milliseconds. */

@@ -91,7 +91,13 @@ public:
     void answer(const QByteArray& record, int status = 200) { http.answer(request(), status, record); }
 
     /** The texts that a viewer can read, from the top on. */
-    QStringList shown() const { return textsOf("QQuickText"); }
+    QStringList shown() const
+    {
+        QStringList all;
+        for (const QQuickItem* item : Stage::texts(view))
+            all.append(item->property("text").toString());
+        return all;
+    }
     QStringList badges() const { return textsOf("TapeBadge"); }
     QStringList buttons() const { return textsOf("PlateButton"); }
     QStringList facts() const

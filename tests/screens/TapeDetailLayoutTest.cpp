@@ -14,6 +14,8 @@ private Q_SLOTS:
     void theColumnsStandWhereTheyShould();
     void nothingOverlaps_data();
     void nothingOverlaps();
+    void lettersOfOtherFontsMoveNothing_data();
+    void lettersOfOtherFontsMoveNothing();
     void aLongPageIsReadFromItsTopToItsEnd();
     void selectOnATextDoesNothing();
     void whatGrowsAboveTheFocusDoesNotPushItOutOfSight();
@@ -113,6 +115,43 @@ void TapeDetailLayoutTest::nothingOverlaps()
                      qPrintable(m_house->shown().at(i).left(40) + u" / "_s + m_house->shown().at(j).left(40)));
         }
     }
+}
+
+void TapeDetailLayoutTest::lettersOfOtherFontsMoveNothing_data()
+{
+    QTest::addColumn<QString>("words");
+    QTest::newRow("Arabic") << u"مجلس المدينة"_s;
+    QTest::newRow("Devanagari") << u"नगर परिषद"_s;
+    QTest::newRow("Thai") << u"สภาเมือง ที่นี่"_s;
+    QTest::newRow("Chinese") << u"市議會"_s;
+    QTest::newRow("emoji") << u"\U0001F469\U0001F3FD\u200D\u2696\uFE0F"_s;
+    QTest::newRow("stacked marks") << u"Z\u0313\u0301\u0302\u0303"_s;
+}
+
+void TapeDetailLayoutTest::lettersOfOtherFontsMoveNothing()
+{
+    QFETCH(const QString, words);
+    const auto placesOf = [this](const QString& name) {
+        Tape tape = TapeDetailHouse::rich();
+        tape.title = tape.body->name = tape.market.name = tape.location = name;
+        tape.documents.resize(1);
+        tape.documents[0].title = name;
+        open(tape);
+        QStringList places;
+        const auto texts = Stage::texts(m_house->view);
+        for (const QQuickItem* text : texts) {
+            const QRectF place = m_house->place(text);
+            places << u"from %1 to %2, on %3"_s.arg(place.top())
+                          .arg(place.bottom())
+                          .arg(place.top() + text->baselineOffset());
+        }
+        for (const QQuickItem* row : Stage::all(m_house->view, "FactRow"))
+            places << u"a row of %1"_s.arg(row->height());
+        return places;
+    };
+    const QStringList latin = placesOf(u"Council"_s);
+    QCOMPARE(latin.count(u"a row of 30"_s), 7);
+    QCOMPARE(placesOf(words), latin);
 }
 
 void TapeDetailLayoutTest::aLongPageIsReadFromItsTopToItsEnd()

@@ -112,7 +112,7 @@ void TunerStripTest::itStandsAsPublished()
         QCOMPARE(area.left(), before.right() + 18);
         QCOMPARE(area.top(), 14.0);
         QCOMPARE(area.bottom(), strip.bottom() - 14);
-        const auto texts = Stage::all(const_cast<QQuickItem*>(button), "QQuickText");
+        const auto texts = Stage::all(const_cast<QQuickItem*>(button), "StationText");
         // On the plate, which is larger under the focus.
         const QRectF number(texts.at(0)->position(), texts.at(0)->size());
         const QRectF label(texts.at(1)->position(), texts.at(1)->size());

@@ -26,15 +26,20 @@ struct Box
 {
     explicit Box(const VHSCover& cover, double width = 320, double scale = 2, Form form = Form::BoxFront)
         : unit(width * scale / 320),
-          picture(CassettePrint{form, cover, width,
+          painted(CassettePrint{form, cover, width,
                                 QSize(int(std::lround(width * scale)), int(std::lround(width * scale * 1.5625)))}
-                      .paint())
+                      .paint()),
+          picture(painted.image.copy(painted.box))
     {}
 
     QColor at(double x, double y) const { return picture.pixelColor(int(x * unit), int(y * unit)); }
 
+    /** At a pixel counted from the box's corner, which may lie beside the box. */
+    QColor around(int x, int y) const { return painted.image.pixelColor(painted.box.topLeft() + QPoint(x, y)); }
+
     double unit; ///< pixels
-    QImage picture;
+    CassettePicture painted;
+    QImage picture; ///< of the box itself
 };
 
 /** The least rectangle around all that differs, in pixels. */
@@ -62,7 +67,9 @@ class CassetteArtTest : public QObject
 
 private Q_SLOTS:
     void aBoxIs320By500UnitsWithRoundCorners();
-    void theOutlineIsThreeUnitsOfInkNavy();
+    void theOutlineIsThreeUnitsOfInkNavyAcrossTheEdge();
+    void theOutlineIsWholeAtEverySize_data();
+    void theOutlineIsWholeAtEverySize();
     void theBandsStandOnTheGrid_data();
     void theBandsStandOnTheGrid();
     void theSkyDarkensDownwardInItsHue_data();
@@ -71,6 +78,7 @@ private Q_SLOTS:
     void theFogIsThickestAtTheBottom();
     void theBadgeStandsWhereItShould_data();
     void theBadgeStandsWhereItShould();
+    void theBadgesStrokeIsCentredOnItsEdge();
     void onlyATapeWithATranscriptHasABadge();
     void twoDrawingsAreIdentical();
 };
@@ -79,22 +87,54 @@ void CassetteArtTest::aBoxIs320By500UnitsWithRoundCorners()
 {
     const Box box(sampleCover());
     QCOMPARE(box.picture.size(), QSize(640, 1000));
-    for (const QPoint corner : {QPoint(0, 0), QPoint(639, 0), QPoint(0, 999), QPoint(639, 999), QPoint(4, 4)})
+    for (const QPoint corner : {QPoint(0, 0), QPoint(639, 0), QPoint(0, 999), QPoint(639, 999), QPoint(2, 2)})
         QCOMPARE(box.picture.pixelColor(corner).alpha(), 0);
     for (const QPoint edge : {QPoint(0, 500), QPoint(639, 500), QPoint(320, 0), QPoint(320, 999), QPoint(20, 0)})
         QCOMPARE(box.picture.pixelColor(edge), StationPalette::inkNavy());
 }
 
-void CassetteArtTest::theOutlineIsThreeUnitsOfInkNavy()
+void CassetteArtTest::theOutlineIsThreeUnitsOfInkNavyAcrossTheEdge()
 {
     const Box box(sampleCover(), 320, 4);
-    for (int x = 0; x < 40; ++x) {
-        const QColor wanted = x < 12 ? StationPalette::inkNavy() : StationPalette::cream();
-        QCOMPARE(box.picture.pixelColor(x, 1880), wanted);
-        QCOMPARE(box.picture.pixelColor(1279 - x, 1300), wanted);
+    for (int inward = -6; inward < 40; ++inward) {
+        const QColor wanted = inward < 6 ? StationPalette::inkNavy() : StationPalette::cream();
+        QCOMPARE(box.around(inward, 1880), wanted);
+        QCOMPARE(box.around(1279 - inward, 1300), wanted);
+        QCOMPARE(box.around(640, inward), wanted);
+        QCOMPARE(box.around(640, 1999 - inward), wanted);
     }
-    for (int y = 0; y < 40; ++y)
-        QCOMPARE(box.picture.pixelColor(640, y), y < 12 ? StationPalette::inkNavy() : StationPalette::cream());
+    QCOMPARE(box.painted.box.topLeft(), QPoint(6, 6));
+    QCOMPARE(box.painted.image.height(), 2000 + 2 * 6);
+}
+
+void CassetteArtTest::theOutlineIsWholeAtEverySize_data()
+{
+    QTest::addColumn<double>("width");
+    QTest::addColumn<double>("scale");
+    for (const double width : {230.0, 250.0, 420.0}) {
+        for (const double scale : {2.0 / 3, 1.0, 1.08, 2.0, 2.16})
+            QTest::addRow("%g at %g", width, scale) << width << scale;
+    }
+}
+
+void CassetteArtTest::theOutlineIsWholeAtEverySize()
+{
+    QFETCH(double, width);
+    QFETCH(double, scale);
+    const Box box(sampleCover(), width, scale);
+    const QImage& image = box.painted.image;
+    // Along a row and a column through the middle, its ink outside the box adds up to half its width.
+    const auto ink = [&](int x, int y, QPoint step) {
+        double pixels = 0;
+        for (QPoint at(x, y); image.rect().contains(at) && !box.painted.box.contains(at); at += step)
+            pixels += image.pixelColor(at).alphaF();
+        return pixels;
+    };
+    const double half = 1.5 * box.unit;
+    QVERIFY(std::abs(ink(0, image.height() / 2, {1, 0}) - half) < 0.1);
+    QVERIFY(std::abs(ink(image.width() - 1, image.height() / 2, {-1, 0}) - half) < 0.1);
+    QVERIFY(std::abs(ink(image.width() / 2, 0, {0, 1}) - half) < 0.1);
+    QVERIFY(std::abs(ink(image.width() / 2, image.height() - 1, {0, -1}) - half) < 0.1);
 }
 
 void CassetteArtTest::theBandsStandOnTheGrid_data()
@@ -229,15 +269,31 @@ void CassetteArtTest::theBadgeStandsWhereItShould()
     cover.hasTranscript = false;
     const Box without(cover, width, scale, Form::ShelfCard);
     const QRectF badge = difference(with.picture, without.picture);
-    QVERIFY(std::abs(badge.right() - (1 - 0.055) * width * scale) <= 0.51);
-    QVERIFY(std::abs(badge.top() - 0.165 * width * scale) <= 0.51);
+    const double half = 0.75 * scale; // of the stroke stands outside the badge
+    QVERIFY(std::abs(badge.right() - (1 - 0.055) * width * scale - half) <= 0.51);
+    QVERIFY(std::abs(badge.top() - 0.165 * width * scale + half) <= 0.51);
     // The text's line is 1.21 of its size, "CC" about one and a half of it.
-    QVERIFY(std::abs(badge.height() - (0.05 * 1.21 + 2 * 0.01) * width * scale) <= 1);
-    QVERIFY(badge.width() > (0.05 * 1.3 + 2 * 0.028) * width * scale);
-    QVERIFY(badge.width() < (0.05 * 1.7 + 2 * 0.028) * width * scale);
+    QVERIFY(std::abs(badge.height() - (0.05 * 1.21 + 2 * 0.01) * width * scale - 2 * half) <= 1);
+    QVERIFY(badge.width() > (0.05 * 1.3 + 2 * 0.028) * width * scale + 2 * half);
+    QVERIFY(badge.width() < (0.05 * 1.7 + 2 * 0.028) * width * scale + 2 * half);
     const QPoint inside = (badge.topLeft() + QPointF(0.015, 0.04) * width * scale).toPoint();
     COMPARE_COLOR(with.picture.pixelColor(inside), StationPalette::amber());
     QVERIFY(isClose(with.picture.pixelColor(badge.topLeft().toPoint()), StationPalette::inkNavy(), 6));
+}
+
+void CassetteArtTest::theBadgesStrokeIsCentredOnItsEdge()
+{
+    VHSCover cover = sampleCover();
+    const Box with(cover, 320, 8, Form::ShelfCard);
+    cover.hasTranscript = false;
+    const Box without(cover, 320, 8, Form::ShelfCard);
+    // The badge's top edge, 0.165 of the width down; the stroke is 12 pixels wide, 6 on either side.
+    const int edge = int(0.165 * 320 * 8);
+    const int middle = int((1 - 0.055) * 320 * 8) - 100;
+    for (int down = -6; down < 6; ++down)
+        COMPARE_COLOR(with.picture.pixelColor(middle, edge + down), StationPalette::inkNavy());
+    QCOMPARE(with.picture.pixel(middle, edge - 7), without.picture.pixel(middle, edge - 7));
+    COMPARE_COLOR(with.picture.pixelColor(middle, edge + 6), StationPalette::amber());
 }
 
 void CassetteArtTest::onlyATapeWithATranscriptHasABadge()

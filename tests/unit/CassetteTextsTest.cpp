@@ -16,7 +16,9 @@ constexpr int unit = 4; // pixels
 
 QImage boxOf(const VHSCover& cover)
 {
-    return CassettePrint{CassettePrint::Form::BoxFront, cover, 320, QSize(320, 500) * unit}.paint();
+    const CassettePicture picture =
+        CassettePrint{CassettePrint::Form::BoxFront, cover, 320, QSize(320, 500) * unit}.paint();
+    return picture.image.copy(picture.box);
 }
 
 QRectF difference(const QImage& one, const QImage& other)
@@ -67,6 +69,8 @@ private Q_SLOTS:
     void everyScriptIsDrawnWithItsOwnGlyphs_data();
     void everyScriptIsDrawnWithItsOwnGlyphs();
     void anEmojiKeepsItsColours();
+    void aJoinedEmojiIsOneSign_data();
+    void aJoinedEmojiIsOneSign();
 };
 
 void CassetteTextsTest::eachTextHasItsPlace_data()
@@ -215,6 +219,29 @@ void CassetteTextsTest::anEmojiKeepsItsColours()
         }
     }
     QVERIFY(coloured > 1000);
+}
+
+void CassetteTextsTest::aJoinedEmojiIsOneSign_data()
+{
+    QTest::addColumn<QString>("title");
+    QTest::newRow("judge") << u"\U0001F469\U0001F3FD\u200D\u2696\uFE0F"_s;
+    QTest::newRow("pirates' flag") << u"\U0001F3F4\u200D\u2620\uFE0F"_s;
+    QTest::newRow("keycap") << u"1\uFE0F\u20E3"_s;
+}
+
+void CassetteTextsTest::aJoinedEmojiIsOneSign()
+{
+    QFETCH(QString, title);
+    const auto inkOf = [](const QString& words) {
+        VHSCover cover = sampleCover();
+        cover.title.clear();
+        cover.tagline.clear();
+        const QImage empty = boxOf(cover);
+        cover.title = words;
+        return difference(empty, boxOf(cover)).width();
+    };
+    QVERIFY(inkOf(title) > 15);
+    QVERIFY(std::abs(inkOf(title) - inkOf(u"\U0001F6A2"_s)) < 6);
 }
 
 QTEST_MAIN(CassetteTextsTest)

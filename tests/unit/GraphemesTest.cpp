@@ -51,6 +51,39 @@ private Q_SLOTS:
         QVERIFY(Graphemes::lengthOf(u"abc", 2) == 2);
     }
 
+    void emojiAreFoundWithAllThatBelongsToThem_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<qsizetype>("length"); // of the one emoji that begins after two letters; 0 for none
+        QTest::newRow("letters") << u"abcd"_s << qsizetype(0);
+        QTest::newRow("Chinese") << u"ab市議會"_s << qsizetype(0);
+        QTest::newRow("a picture") << u"ab\U0001F6A2cd"_s << qsizetype(2);
+        QTest::newRow("an old picture") << u"ab\u2693cd"_s << qsizetype(1);
+        QTest::newRow("an old picture as a text") << u"ab\u2693\uFE0Ecd"_s << qsizetype(0);
+        QTest::newRow("a sign") << u"ab\u2764cd"_s << qsizetype(0);
+        QTest::newRow("a sign as a picture") << u"ab\u2764\uFE0Fcd"_s << qsizetype(2);
+        QTest::newRow("a judge") << u"ab\U0001F469\U0001F3FD\u200D\u2696\uFE0Fcd"_s << qsizetype(7);
+        QTest::newRow("a family") << u"ab\U0001F469\u200D\U0001F469\u200D\U0001F467cd"_s << qsizetype(8);
+        QTest::newRow("a skin tone") << u"ab\U0001F44D\U0001F3FDcd"_s << qsizetype(4);
+        QTest::newRow("a flag") << u"ab\U0001F1FA\U0001F1F8cd"_s << qsizetype(4);
+        QTest::newRow("a keycap") << u"ab1\uFE0F\u20E3cd"_s << qsizetype(3);
+        QTest::newRow("a digit in a frame") << u"ab1\u20E3cd"_s << qsizetype(0);
+        QTest::newRow("a corner") << u"ab\u231Ccd"_s << qsizetype(0);
+        QTest::newRow("half a pair") << u"ab"_s + QChar(0xD83D) << qsizetype(0);
+    }
+
+    void emojiAreFoundWithAllThatBelongsToThem()
+    {
+        QFETCH(QString, text);
+        QFETCH(qsizetype, length);
+        QList<Graphemes::Range> wanted;
+        if (length > 0)
+            wanted = {{2, length}};
+        QCOMPARE(Graphemes::emoji(text), wanted);
+        if (length > 0)
+            QCOMPARE(Graphemes::emoji(text + text).size(), 2);
+    }
+
     void aHyphenIsACharacterUnlessSomethingJoinsIt_data()
     {
         QTest::addColumn<QString>("text");

@@ -5,17 +5,22 @@
 
 using namespace Qt::StringLiterals;
 
-/** Strings of the hub's are data: no screen reads them as markup. */
+/** Strings of the hub's are data: no screen reads them as markup, and letters of any script are borne. */
 class PlainTextTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyTextOfEveryScreenIsPlain_data();
+    void everyTextOfEveryScreenIsPlain_data() { addScreens(); }
     void everyTextOfEveryScreenIsPlain();
+    void everyTextIsAStationText_data() { addScreens(); }
+    void everyTextIsAStationText();
+
+private:
+    static void addScreens();
 };
 
-void PlainTextTest::everyTextOfEveryScreenIsPlain_data()
+void PlainTextTest::addScreens()
 {
     QTest::addColumn<QString>("path");
     const QDir root(QStringLiteral(QUILLMERE_SOURCES));
@@ -45,6 +50,22 @@ void PlainTextTest::everyTextOfEveryScreenIsPlain()
         QVERIFY2(input || source.mid(match.capturedStart(), end - match.capturedStart())
                               .contains(u"textFormat: Text"_s + match.captured(1) + u".PlainText"_s),
                  qPrintable(u"line %1"_s.arg(line)));
+    }
+}
+
+void PlainTextTest::everyTextIsAStationText()
+{
+    QFETCH(QString, path);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString source = QString::fromUtf8(file.readAll());
+    // Lines of Text are as tall as the tallest font in them. Only words of the set's own may be, for an outline.
+    static const QRegularExpression text(u"\\bText\\s*\\{"_s);
+    for (auto matches = text.globalMatch(source); matches.hasNext();) {
+        const auto start = matches.next().capturedStart();
+        const auto line = source.left(start).count(u'\n') + 1;
+        const QString properties = source.sliced(start).section(u"\n\n"_s, 0, 0);
+        QVERIFY2(properties.contains(u"style: Text.Outline"_s), qPrintable(u"line %1"_s.arg(line)));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "TickerPrint.h"
 #include "BroadcastTexts.h"
 #include "StationPalette.h"
+#include "TextLines.h"
 
 #include <QPainter>
 #include <QTest>
@@ -46,7 +47,9 @@ QImage wholeLine(const QString& text, double scale, const TickerPicture& like)
 {
     QImage image(joined(like).size(), QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
-    QTextLayout layout(text + tickerSeparator() + text, TickerPrint::font());
+    const TextLines::Letters letters = TextLines::lettersOf(text + tickerSeparator() + text);
+    QTextLayout layout(letters.text, TickerPrint::font());
+    layout.setFormats(letters.formats);
     QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
     option.setWrapMode(QTextOption::NoWrap);
     option.setTextDirection(Qt::LayoutDirectionAuto);
@@ -79,6 +82,7 @@ private Q_SLOTS:
     void aShortLineIsPaintedToItsEnd();
     void noTileIsWiderThanADisplayTakes();
     void controlsAreSpaces();
+    void aJoinedEmojiIsOneSign();
     void thePeriodCountsCharactersAsAReaderDoes();
     void aLineOfMarksAloneIsPainted();
     void whatIsStoppedPaintsNothing();
@@ -161,6 +165,14 @@ void TickerPrintTest::noTileIsWiderThanADisplayTakes()
     for (const QImage& tile : picture.tiles)
         QVERIFY(tile.width() <= 4096);
     QCOMPARE(joined(picture), wholeLine(words(4000), 2, picture));
+}
+
+void TickerPrintTest::aJoinedEmojiIsOneSign()
+{
+    const auto widthOf = [](const QString& text) { return joined(TickerPrint{text, 1920, 1}.paint({})).width(); };
+    const int ship = widthOf(u"\U0001F6A2"_s);
+    QCOMPARE(widthOf(u"\U0001F469\U0001F3FD\u200D\u2696\uFE0F"_s), ship);
+    QCOMPARE(widthOf(u"1\uFE0F\u20E3"_s), ship);
 }
 
 void TickerPrintTest::controlsAreSpaces()
