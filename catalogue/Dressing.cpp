@@ -1,6 +1,7 @@
 #include "Dressing.h"
 
 #include "Blanks.h"
+#include "BoundedText.h"
 #include "DateLabel.h"
 #include "DressingTables.h"
 #include "Graphemes.h"
@@ -89,9 +90,13 @@ QStringView withoutName(QStringView title, QStringView bodyName)
     return Blanks::trimmed(rest);
 }
 
-/** The names of a tape's cassette, with the lower-cased forms that more than one step looks at. */
+/**
+ * The names of a tape's cassette, with the lower-cased forms that more than one step looks at. What is hashed is whole;
+ * what is looked through or shown is bounded.
+ */
 struct Names
 {
+    QString wholeTitle;
     QString title;
     QString bodyName;
     QString hueKey;
@@ -102,11 +107,13 @@ struct Names
 Names namesOf(const Tape& tape)
 {
     Names names;
-    names.title = titleOf(tape);
+    names.wholeTitle = titleOf(tape);
+    names.title = boundedText(names.wholeTitle, longestReadText);
     const bool hasName = tape.body && !tape.body->name.isEmpty();
-    names.bodyName = hasName ? tape.body->name : nameFrom(names.title);
+    const QString bodyName = hasName ? tape.body->name : nameFrom(names.title);
+    names.bodyName = boundedText(bodyName, longestReadText);
     const bool hasSlug = tape.body && !tape.body->slug.isEmpty();
-    names.hueKey = hasSlug ? tape.body->slug : names.bodyName;
+    names.hueKey = hasSlug ? tape.body->slug : bodyName;
     names.loweredTitle = names.title.toLower();
     names.loweredBodyName = names.bodyName.toLower();
     return names;
@@ -210,7 +217,7 @@ quint32 dressingSeed(qint64 id, QStringView title)
 VHSCover dress(const Tape& tape)
 {
     const Names names = namesOf(tape);
-    const quint32 seed = dressingSeed(tape.id, names.title);
+    const quint32 seed = dressingSeed(tape.id, names.wholeTitle);
     const DressingTables::Genre& genre = genreOf(names, tape);
 
     VHSCover cover;

@@ -51,8 +51,8 @@ static void readFields(const RecordReader& reader, TVStatus& status)
 
 static void readFields(const RecordReader& reader, TapeBody& body)
 {
-    reader.readBounded("slug", body.slug);
-    reader.readBounded("name", body.name);
+    reader.readBounded("slug", body.slug, longestHashedText);
+    reader.readBounded("name", body.name, longestHashedText);
     reader.readBounded("kind", body.kind);
 }
 
@@ -68,7 +68,7 @@ static void readFields(const RecordReader& reader, TapeDocument& document)
 static void readFields(const RecordReader& reader, Tape& tape)
 {
     reader.read("id", tape.id);
-    reader.readBounded("title", tape.title);
+    reader.readBounded("title", tape.title, longestHashedText);
     reader.readBounded("meeting_date", tape.meetingDate);
     reader.read("market", tape.market);
     reader.read("body", tape.body);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BoundedText.h"
 #include "JsonDocument.h"
 
 #include <QList>
@@ -30,31 +31,20 @@ public:
             field = std::move(text);
     }
 
-    /**
-     * For what is looked through on the screen thread, letter by letter: of a text that is longer than `longestText`
-     * only so much is taken, less half of a surrogate pair.
-     */
+    /** Of a text that is longer, only the beginning. */
     template<typename Text>
-    void readBounded(std::string_view key, Text& field) const
+    void readBounded(std::string_view key, Text& field, qsizetype longest = longestReadText) const
     {
         read(key, field);
-        bound(field);
+        bound(field, longest);
     }
-
-    static constexpr qsizetype longestText = 20'000; ///< UTF-16 units, many times more than anybody reads of a title
 
 private:
-    static void bound(QString& text)
-    {
-        if (text.size() <= longestText)
-            return;
-        const bool splitsAPair = text.at(longestText - 1).isHighSurrogate();
-        text = text.first(splitsAPair ? longestText - 1 : longestText);
-    }
-    static void bound(std::optional<QString>& text)
+    static void bound(QString& text, qsizetype longest) { text = boundedText(text, longest); }
+    static void bound(std::optional<QString>& text, qsizetype longest)
     {
         if (text)
-            bound(*text);
+            bound(*text, longest);
     }
 
     JsonValue m_object;

@@ -1,9 +1,11 @@
 #include "Dressing.h"
+#include "RecordDecoder.h"
 
 #include <QRandomGenerator>
 #include <QSet>
 #include <QTest>
 
+#include <array>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -197,6 +199,50 @@ private Q_SLOTS:
         for (const qint64 id :
              {qint64(0), qint64(-1), std::numeric_limits<qint64>::min(), std::numeric_limits<qint64>::max()})
             QCOMPARE(dressingSeed(id, u"Zoning — é"), fnv1a32(QString::number(id) + u"|Zoning — é"_s));
+    }
+
+    void theSeedIsOfTheWholeTitle_data()
+    {
+        QTest::addColumn<QString>("title");
+        for (const int length : {30, 19'999, 20'000, 20'001, 100'000, 1'000'000})
+            QTest::addRow("%d", length) << u"Council "_s.repeated(length / 8 + 1).first(length - 1) + u'!';
+        QTest::newRow("a pair at 20,000") << QString(19'999, u'a') + u"\U0001F4FC and more"_s;
+        QTest::newRow("blanks at its ends") << QString(30'000, u' ') + u"Council"_s + QString(30'000, u' ');
+    }
+    void theSeedIsOfTheWholeTitle()
+    {
+        QFETCH(QString, title);
+        // As the hub sends it.
+        const auto record = decodeRecord<Tape>(R"({"id": 42, "title": ")" + title.toUtf8() + R"("})");
+        const VHSCover cover = dress(record.value());
+        const quint32 seed = fnv1a32(u"42|"_s + title.trimmed());
+        QCOMPARE(cover.runtime, int(seed % 173) + 42);
+        QCOMPARE(cover.catalogNo.first(7), u"RW %1"_s.arg(seed % 8999 + 1000));
+    }
+
+    void theHueIsOfTheWholeSlugOrName()
+    {
+        const QString name = QString(30'000, u'a') + u'!';
+        const auto withBody = [](const QString& slug, const QString& name) {
+            return decodeRecord<Tape>(R"({"body": {"slug": ")" + slug.toUtf8() + R"(", "name": ")" + name.toUtf8() +
+                                      R"("}})")
+                .value();
+        };
+        constexpr std::array hues{4, 20, 36, 145, 168, 200, 210, 262, 291, 330};
+        for (const QString& key : {name, name + u'?', name + u"??"_s}) {
+            QCOMPARE(dress(withBody({}, key)).hue, hues.at(fnv1a32(key) % 10));
+            QCOMPARE(dress(withBody(key, u"Council"_s)).hue, hues.at(fnv1a32(key) % 10));
+        }
+    }
+
+    void whatIsShownOfAnEndlessTitleIsBounded()
+    {
+        Tape endless = tape(42, QString(19'999, u'a') + u"\U0001F4FC and more"_s);
+        endless.body = TapeBody{};
+        endless.body->name = QString(30'000, u'b');
+        const VHSCover cover = dress(endless);
+        QCOMPARE(cover.title, QString(19'999, u'a'));
+        QCOMPARE(cover.bodyName, QString(20'000, u'b'));
     }
 
     void everyCassetteIsWellFormed()

@@ -38,8 +38,8 @@ private Q_SLOTS:
     void theStreamOfTheNewsIsReplacedOnlyByAText_data();
     void theStreamOfTheNewsIsReplacedOnlyByAText();
     void otherTextsStayEmptyAsSent();
-    void whatIsReadOnScreenIsBounded_data();
-    void whatIsReadOnScreenIsBounded();
+    void textsAreBounded_data();
+    void textsAreBounded();
     void addressesAndTranscriptsAreWhole();
     void oneBadElementEmptiesTheWholeField_data();
     void oneBadElementEmptiesTheWholeField();
@@ -202,29 +202,43 @@ void HubRecordsTest::otherTextsStayEmptyAsSent()
     QCOMPARE(*tape.meetingDate, u""_s);
 }
 
-void HubRecordsTest::whatIsReadOnScreenIsBounded_data()
+void HubRecordsTest::textsAreBounded_data()
 {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("kept");
-    const QString longest(20000, u'a');
-    QTest::newRow("the longest") << longest << longest;
-    QTest::newRow("longer") << longest + u'b' << longest;
-    QTest::newRow("without end") << QString(1'000'000, u'a') << longest;
-    QTest::newRow("a pair across the end") << longest.chopped(1) + u"\U0001F4FC"_s << longest.chopped(1);
-    QTest::newRow("a pair before the end")
-        << longest.chopped(2) + u"\U0001F4FCb"_s << longest.chopped(2) + u"\U0001F4FC"_s;
+    QTest::addColumn<qsizetype>("length");
+    QTest::addColumn<QString>("end");
+    QTest::addColumn<qsizetype>("kept");
+    for (const qsizetype longest : {20'000, 1'000'000}) {
+        QTest::addRow("%d", int(longest)) << longest << u""_s << longest;
+        QTest::addRow("%d, longer", int(longest)) << longest << u"b"_s << longest;
+        QTest::addRow("%d, without end", int(longest)) << longest << QString(1'000'000, u'b') << longest;
+        QTest::addRow("%d, a pair across the end", int(longest)) << longest - 1 << u"\U0001F4FC"_s << longest - 1;
+        QTest::addRow("%d, a pair before the end", int(longest)) << longest - 2 << u"\U0001F4FCb"_s << longest;
+    }
 }
 
-void HubRecordsTest::whatIsReadOnScreenIsBounded()
+void HubRecordsTest::textsAreBounded()
 {
-    QFETCH(QString, text);
-    QFETCH(QString, kept);
-    const QByteArray json = R"({"title": "@", "meeting_date": "@", "location": "@", "market": {"name": "@"},
-        "body": {"slug": "@", "name": "@", "kind": "@"}, "documents": [{"title": "@", "kind": "@"}]})";
-    const auto tape = decoded<Tape>(QByteArray(json).replace('@', text.toUtf8()));
-    for (const QString& read : {tape.title, tape.meetingDate.value(), tape.location, tape.market.name, tape.body->slug,
-                                tape.body->name, tape.body->kind, tape.documents[0].title, tape.documents[0].kind})
-        QCOMPARE(read, kept);
+    QFETCH(qsizetype, length);
+    QFETCH(QString, end);
+    QFETCH(qsizetype, kept);
+    const QString text = QString(length, u'a') + end;
+    QStringList read;
+    if (length < 100'000) {
+        const QByteArray json = R"({"meeting_date": "@", "location": "@", "market": {"name": "@"},
+            "body": {"kind": "@"}, "documents": [{"title": "@", "kind": "@"}]})";
+        const auto tape = decoded<Tape>(QByteArray(json).replace('@', text.toUtf8()));
+        read = {tape.meetingDate.value(), tape.location,           tape.market.name,
+                tape.body->kind,          tape.documents[0].title, tape.documents[0].kind};
+    } else {
+        // A cassette's looks are drawn from hashes of these.
+        const QByteArray json = R"({"title": "@", "body": {"slug": "@", "name": "@"}})";
+        const auto tape = decoded<Tape>(QByteArray(json).replace('@', text.toUtf8()));
+        read = {tape.title, tape.body->slug, tape.body->name};
+    }
+    for (const QString& field : std::as_const(read)) {
+        QCOMPARE(field.size(), kept);
+        QVERIFY(field == text.first(kept));
+    }
 }
 
 void HubRecordsTest::addressesAndTranscriptsAreWhole()
