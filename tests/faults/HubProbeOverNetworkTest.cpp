@@ -121,12 +121,12 @@ private Q_SLOTS:
         QFETCH(int, status);
         QFETCH(int, size);
         serve(FaultServer::answer(status, QByteArray(size, 'x')));
-        for (int count = 0; count < 4; ++count) {
+        for (int count = 0; count < 5; ++count) {
             QCOMPARE(probe(), status == 200);
             // The next one is seconds away, and the answer's rest is there long before.
             QTest::qWait(200);
         }
-        QCOMPARE(m_server->connections(), 1);
+        QVERIFY2(m_server->connections() <= 2, qPrintable(QString::number(m_server->connections())));
     }
 };
 
