@@ -85,10 +85,15 @@ void EdgeFade::weaken()
 /** Once a frame: notices that the row moves over its ground. */
 void EdgeFade::followGround()
 {
-    if (!isVisible() || groundsOrigin() == m_origin)
+    if (!isVisible() || groundsOrigin() == m_origin || !isOnDisplay())
         return;
     m_origin = groundsOrigin();
     repaint();
+}
+
+bool EdgeFade::isOnDisplay() const
+{
+    return QRectF(QPointF(), window()->size()).intersects(mapRectToScene(boundingRect()));
 }
 
 QPointF EdgeFade::groundsOrigin() const

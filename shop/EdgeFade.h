@@ -40,11 +40,12 @@ protected:
 private:
     void weaken();
     void followGround();
+    bool isOnDisplay() const;
     QPointF groundsOrigin() const;
 
     QPointer<PaintedItem> m_ground;
     Qt::Edge m_edge = Qt::LeftEdge;
     qreal m_hidden = 0;
-    QPointF m_origin; ///< of the ground, in the frame before
+    QPointF m_origin; ///< of the ground, when this was last painted for it
     QMetaObject::Connection m_frames;
 };

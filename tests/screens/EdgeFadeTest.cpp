@@ -11,6 +11,19 @@ namespace {
 
 constexpr int tolerance = 2; // of 255: a gradient of colours is rounded anew where it is begun elsewhere
 
+/** A ground that counts how often it is painted. */
+class CountedGround : public PaintedItem
+{
+public:
+    mutable int paintings = 0;
+
+    void paint(QPainter& painter, const QSizeF& size) const override
+    {
+        ++paintings;
+        painter.fillRect(QRectF(QPointF(), size), Qt::gray);
+    }
+};
+
 QString documentOf(const QString& properties)
 {
     return u"import Quillmere.Shop\n"
@@ -52,8 +65,8 @@ private Q_SLOTS:
     void withoutAnythingHiddenThereIsNone_data();
     void withoutAnythingHiddenThereIsNone();
     void itIsItsGroundThoughItWasMovedUnseen();
+    void offTheDisplayItIsNotPainted();
     void atRestItDrawsNothing();
-    void whatItCostsToMove();
 };
 
 void EdgeFadeTest::itIsItsGroundWhereverItStands_data()
@@ -81,11 +94,15 @@ void EdgeFadeTest::itIsItsGroundWhereverItStands()
     const double points = 1 / canvas->scale(); // a pixel
     for (const QPointF& pixels : {QPointF(222, 150), QPointF(0, 0), QPointF(801, 399), QPointF(90.25, 77.5)}) {
         row->setPosition(pixels * points);
-        // In the very frame, as in each frame of a scroll.
-        stage.waitForFrame();
-        const QImage now = stage.window().grabWindow().convertToFormat(QImage::Format_RGB32);
-        const int most = difference(now, ground);
-        QVERIFY2(most <= tolerance, qPrintable(QString::number(most)));
+        const auto most = [&] {
+            stage.waitForFrame();
+            return difference(stage.window().grabWindow().convertToFormat(QImage::Format_RGB32), ground);
+        };
+        // Where frames are drawn beside the screen thread, an earlier one may come in between.
+        if (stage.window().rendererInterface()->graphicsApi() == QSGRendererInterface::Software)
+            QVERIFY(most() <= tolerance);
+        else
+            QTRY_VERIFY(most() <= tolerance);
     }
 }
 
@@ -152,6 +169,32 @@ void EdgeFadeTest::itIsItsGroundThoughItWasMovedUnseen()
     QVERIFY(difference(stage.picture(), ground) <= tolerance);
 }
 
+void EdgeFadeTest::offTheDisplayItIsNotPainted()
+{
+    Stage stage({400, 300});
+    QQuickItem* root = stage.put(u"Item {}"_s);
+    CountedGround ground;
+    ground.setSize({400, 300});
+    EdgeFade fade;
+    fade.setParentItem(root);
+    fade.setGround(&ground);
+    fade.setSize({100, 50});
+    fade.setHidden(1000);
+    stage.settle();
+    const auto paintings = [&](std::initializer_list<qreal> places) {
+        const int before = ground.paintings;
+        for (const qreal y : places) {
+            fade.setY(y);
+            stage.waitForFrame();
+            stage.settle();
+        }
+        return ground.paintings - before;
+    };
+    QCOMPARE(paintings({10, 20, 30}), 3);
+    QCOMPARE(paintings({-60, -70, -80, 310, 320}), 0);
+    QCOMPARE(paintings({-10}), 1);
+}
+
 void EdgeFadeTest::atRestItDrawsNothing()
 {
     Stage stage;
@@ -164,23 +207,6 @@ void EdgeFadeTest::atRestItDrawsNothing()
     canvas->findChild<QQuickItem*>(u"row"_s)->setY(300);
     stage.settle();
     QVERIFY(stage.frames() <= before + 2);
-}
-
-void EdgeFadeTest::whatItCostsToMove()
-{
-    VeneerBackground veneer;
-    veneer.setSize({1920, 1080});
-    EdgeFade fade;
-    fade.setGround(&veneer);
-    fade.setSize({120, 74});
-    QImage image(120, 74, QImage::Format_ARGB32_Premultiplied);
-    QBENCHMARK
-    {
-        image.fill(Qt::transparent);
-        QPainter painter(&image);
-        painter.setRenderHint(QPainter::Antialiasing);
-        fade.paint(painter, fade.size());
-    }
 }
 
 QTEST_MAIN(EdgeFadeTest)
