@@ -18,9 +18,13 @@ DoorCard {
         CardPlate {
             id: television
 
+            readonly property real leastHeight: 110
+            // What the texts leave, and a long subtitle's is some of it.
+            readonly property real room: parent.height - heading.height - station.height - lampRow.height
+                                         - 4 * parent.spacing
+
             width: parent.width
-            height: parent.height - heading.height - station.height - subtitle.height - lampRow.height
-                    - 4 * parent.spacing
+            height: room - subtitle.height
             radius: 18
             background: DiagonalGradient {
                 from: Qt.rgba(42 / 255, 39 / 255, 35 / 255, 1)
@@ -69,6 +73,7 @@ DoorCard {
 
             width: parent.width
             text: door.subtitle
+            room: television.room - television.leastHeight
         }
 
         Row {

@@ -68,6 +68,15 @@ void StationTextItem::setMaximumLineCount(int count)
     layOut();
 }
 
+void StationTextItem::setMaximumHeight(double height)
+{
+    if (m_maximumHeight == height)
+        return;
+    m_maximumHeight = height;
+    Q_EMIT maximumHeightChanged();
+    layOut();
+}
+
 void StationTextItem::setHorizontalAlignment(int alignment)
 {
     if (m_horizontalAlignment == alignment)
@@ -141,15 +150,18 @@ double StationTextItem::lineHeight() const
     return m_lines ? std::ceil(m_lines->height() - tolerance) : 0;
 }
 
+double StationTextItem::room() const
+{
+    return heightValid() ? std::min(height(), m_maximumHeight) : m_maximumHeight;
+}
+
 int StationTextItem::linesThatHaveRoom() const
 {
-    int lines = m_maximumLineCount > 0 ? m_maximumLineCount : std::numeric_limits<int>::max();
     if (!m_wraps)
-        lines = 1;
-    else if (heightValid())
-        lines = std::min(lines,
-                         int((height() - m_topPadding + m_lineSpacing + tolerance) / (lineHeight() + m_lineSpacing)));
-    return std::max(1, lines);
+        return 1;
+    const double most = m_maximumLineCount > 0 ? m_maximumLineCount : std::numeric_limits<int>::max();
+    const double lines = (room() - m_topPadding + m_lineSpacing + tolerance) / (lineHeight() + m_lineSpacing);
+    return int(std::max(1.0, std::min(most, lines)));
 }
 
 Qt::Alignment StationTextItem::alignment() const
@@ -189,7 +201,7 @@ void StationTextItem::layOut()
 /** Whether it is as long as it likes: then the document alone lays it out. */
 bool StationTextItem::isEndless() const
 {
-    return m_document && m_wraps && m_maximumLineCount == 0 && widthValid() && !heightValid();
+    return m_document && m_wraps && m_maximumLineCount == 0 && widthValid() && std::isinf(room());
 }
 
 void StationTextItem::letDocumentBreakLines()

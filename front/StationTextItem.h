@@ -6,6 +6,7 @@
 #include <QQuickItem>
 #include <QQuickTextDocument>
 
+#include <limits>
 #include <memory>
 
 /**
@@ -24,6 +25,8 @@ class StationTextItem : public QQuickItem
     /** 0 for as many as have room. */
     Q_PROPERTY(
         int maximumLineCount READ maximumLineCount WRITE setMaximumLineCount NOTIFY maximumLineCountChanged FINAL)
+    /** Of a text that is as tall as its lines; endless unless it is set. */
+    Q_PROPERTY(double maximumHeight READ maximumHeight WRITE setMaximumHeight NOTIFY maximumHeightChanged FINAL)
     /** 0 for the side on which its own script begins. */
     Q_PROPERTY(int horizontalAlignment READ horizontalAlignment WRITE setHorizontalAlignment NOTIFY
                    horizontalAlignmentChanged FINAL)
@@ -54,6 +57,8 @@ public:
     void setWraps(bool wraps);
     int maximumLineCount() const { return m_maximumLineCount; }
     void setMaximumLineCount(int count);
+    double maximumHeight() const { return m_maximumHeight; }
+    void setMaximumHeight(double height);
     int horizontalAlignment() const { return m_horizontalAlignment; }
     void setHorizontalAlignment(int alignment);
     int verticalAlignment() const { return m_verticalAlignment; }
@@ -77,6 +82,7 @@ Q_SIGNALS:
     void fontChanged();
     void wrapsChanged();
     void maximumLineCountChanged();
+    void maximumHeightChanged();
     void horizontalAlignmentChanged();
     void verticalAlignmentChanged();
     void lineSpacingChanged();
@@ -90,6 +96,7 @@ protected:
 
 private:
     double lineHeight() const;
+    double room() const;
     int linesThatHaveRoom() const;
     Qt::Alignment alignment() const;
     void startAnew();
@@ -105,6 +112,7 @@ private:
     QFont m_font;
     bool m_wraps = false;
     int m_maximumLineCount = 0;
+    double m_maximumHeight = std::numeric_limits<double>::infinity();
     int m_horizontalAlignment = 0;
     int m_verticalAlignment = Qt::AlignTop;
     double m_lineSpacing = 0;

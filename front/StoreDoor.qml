@@ -13,16 +13,22 @@ DoorCard {
     border: StationPalette.faded(StationPalette.amber, 0.35)
 
     Column {
+        id: lines
+
         // Its lines stand level with those of the other door.
         anchors.bottom: parent.bottom
         width: parent.width
         spacing: 22
 
         SpineShelf {
+            id: spines
+
             width: parent.width
         }
 
         StationText {
+            id: heading
+
             width: parent.width
             text: door.title
             font: Typography.standard(46, Font.Black, 2)
@@ -30,6 +36,8 @@ DoorCard {
         }
 
         StationText {
+            id: motto
+
             width: parent.width
             text: StationTexts.storeMotto
             font: Typography.standard(24)
@@ -39,9 +47,13 @@ DoorCard {
         DoorSubtitle {
             width: parent.width
             text: door.subtitle
+            room: lines.parent.height - spines.height - heading.height - motto.height - captions.height
+                  - 4 * lines.spacing
         }
 
         Row {
+            id: captions
+
             spacing: 36
 
             StationLabel {

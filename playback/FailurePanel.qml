@@ -42,8 +42,6 @@ Item {
             styleColor: panel.outline
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
-            elide: Text.ElideRight
-            maximumLineCount: 8
             textFormat: Text.PlainText
             Accessible.role: Accessible.AlertMessage
             Accessible.name: text

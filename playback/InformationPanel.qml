@@ -12,6 +12,8 @@ Item {
     property real sight: controls.panelShown ? 1 : 0
 
     readonly property real padding: 44
+    // Of all that it shows: the rest of the display is the transport bar's.
+    readonly property real room: parent.height - y - 200 - 2 * padding
 
     width: plate.width
     height: plate.height
@@ -53,17 +55,21 @@ Item {
             spacing: 18
 
             StationText {
+                id: title
+
                 width: parent.width
+                maximumHeight: panel.room / 3
                 visible: text !== ""
                 text: panel.controls.title
                 font: Typography.standard(42, Font.Black)
                 color: StationPalette.cream
                 wraps: true
-                maximumLineCount: 2
                 Accessible.role: Accessible.Heading
             }
 
             StationText {
+                id: subtitle
+
                 width: parent.width
                 visible: text !== ""
                 text: panel.controls.subtitle
@@ -73,16 +79,19 @@ Item {
 
             StationText {
                 width: parent.width
+                maximumHeight: panel.room - title.height - subtitle.height - publisher.height - tracks.height
+                               - 4 * parent.spacing
                 visible: text !== ""
                 text: panel.controls.description
                 font: Typography.standard(28)
                 color: StationPalette.faded(StationPalette.cream, 0.85)
                 wraps: true
-                maximumLineCount: 5
                 lineSpacing: 5
             }
 
             StationText {
+                id: publisher
+
                 width: parent.width
                 visible: text !== ""
                 text: panel.controls.publisher
@@ -91,6 +100,8 @@ Item {
             }
 
             Column {
+                id: tracks
+
                 width: parent.width
                 visible: sound.hasChoice || subtitles.hasChoice
 

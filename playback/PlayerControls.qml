@@ -45,6 +45,9 @@ Item {
         StationText {
             width: parent.width
             visible: transport.isTitled
+            // As far up as the ground is dark enough.
+            maximumLineCount: 3
+            wraps: true
             text: transport.controls.title
             font: Typography.standard(44, Font.Black)
             color: StationPalette.cream

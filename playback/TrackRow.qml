@@ -80,7 +80,7 @@ FocusSection {
                         id: label
 
                         anchors.centerIn: parent
-                        width: Math.min(implicitWidth, 420)
+                        width: Math.min(implicitWidth, area.width - 2 * row.margin - 56)
                         text: chip.title
                         font: Typography.standard(26, Font.DemiBold)
                         color: chip.isSelected ? StationPalette.inkNavy : StationPalette.cream

@@ -7,6 +7,8 @@ Column {
     id: header
 
     required property TranscriptController transcript
+    // How tall it may become.
+    required property real room
 
     leftPadding: 110
     rightPadding: 110
@@ -22,6 +24,8 @@ Column {
             id: caption
 
             width: Math.min(implicitWidth, parent.width - 100)
+            maximumHeight: header.room / 3
+            wraps: true
             text: header.transcript.caption
             font: Typography.standard(20, Font.DemiBold, 3)
             color: StationPalette.teal
@@ -40,16 +44,19 @@ Column {
 
     StationText {
         width: header.width - header.leftPadding - header.rightPadding
+        maximumHeight: header.room - header.topPadding - caption.height - words.height - 2 * header.spacing
+                       - header.bottomPadding
         text: header.transcript.title
         font: Typography.standard(44, Font.Black)
         color: StationPalette.inkNavy
         horizontalAlignment: Text.AlignLeft
         wraps: true
-        maximumLineCount: 2
         Accessible.role: Accessible.Heading
     }
 
     StationText {
+        id: words
+
         visible: text !== ""
         text: header.transcript.wordCount
         font: Typography.standard(22, Font.DemiBold)

@@ -40,6 +40,8 @@ ReadingScreen {
 
         width: parent.width
         transcript: controller
+        // The other half is for a passage to be read in.
+        room: parent.height / 2
     }
 
     Item {
@@ -136,11 +138,13 @@ ReadingScreen {
                 color: StationPalette.faded(StationPalette.inkNavy, 0.7)
                 horizontalAlignment: Text.AlignHCenter
                 wraps: true
-                maximumLineCount: 12
+                maximumHeight: page.height - back.height - parent.spacing - 2 * page.margin
                 Accessible.role: Accessible.AlertMessage
             }
 
             PlateButton {
+                id: back
+
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: TranscriptTexts.backToTheTape
                 tone: StationPalette.inkNavy

@@ -17,6 +17,8 @@ Item {
         spacing: 26
 
         StationText {
+            id: sign
+
             anchors.horizontalCenter: parent.horizontalCenter
             text: RewinderyTexts.sign
             font: Typography.standard(72, Font.Black)
@@ -48,11 +50,13 @@ Item {
             color: StationPalette.faded(StationPalette.cream, 0.75)
             horizontalAlignment: Text.AlignHCenter
             wraps: true
-            maximumLineCount: 16
+            maximumHeight: panel.height - sign.height - retry.height - 2 * parent.spacing - 2 * 60
             Accessible.role: Accessible.AlertMessage
         }
 
         PlateButton {
+            id: retry
+
             anchors.horizontalCenter: parent.horizontalCenter
             visible: !panel.isLoading
             text: RewinderyTexts.tryAgain

@@ -16,7 +16,7 @@ namespace {
 constexpr double megabyte = 1048576;
 constexpr double megabytesInAGigabyte = 1024;
 constexpr qsizetype namedDocuments = 3;
-constexpr qsizetype longestSynopsis = 4000; // UTF-16 units, about 50 lines
+constexpr qsizetype longestText = 4000; // UTF-16 units, some 50 lines: the page is as long as what is on it
 
 // A tie goes to the even digit here; Qt's own formatting rounds it up.
 QString fixed(double value, int decimals)
@@ -46,12 +46,12 @@ QString TapeDetailTexts::readTranscript()
 
 QString TapeDetailTexts::title(const VHSCover& cover)
 {
-    return shortenedText(cover.title);
+    return shortenedText(cover.title, longestText);
 }
 
 QString TapeDetailTexts::synopsis(const VHSCover& cover)
 {
-    return shortenedText(cover.synopsis, longestSynopsis);
+    return shortenedText(cover.synopsis, longestText);
 }
 
 QString TapeDetailTexts::runtimeBadge(const VHSCover& cover)
@@ -98,10 +98,10 @@ QString TapeDetailTexts::documents(const QList<TapeDocument>& documents)
 
 QList<TapeFact> TapeDetailTexts::facts(const Tape& tape, const VHSCover& cover)
 {
-    QList<TapeFact> facts{{u"BODY"_s, shortenedText(cover.bodyName)}};
+    QList<TapeFact> facts{{u"BODY"_s, shortenedText(cover.bodyName, longestText)}};
     const auto addUnlessEmpty = [&facts](const QString& label, const QString& value) {
         if (!value.isEmpty())
-            facts.append({label, shortenedText(value)});
+            facts.append({label, shortenedText(value, longestText)});
     };
     addUnlessEmpty(u"RECORDED"_s, cover.dateLabel);
     addUnlessEmpty(u"MARKET"_s, tape.market.name);

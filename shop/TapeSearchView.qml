@@ -104,6 +104,8 @@ NavigationStack {
                 Spinner {
                     visible: controller.busy
                     scale: 1.4
+                    // What is drawn of it begins where its column does.
+                    transformOrigin: Item.TopLeft
                     color: StationPalette.cream
                 }
 

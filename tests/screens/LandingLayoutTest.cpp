@@ -14,6 +14,8 @@ class LandingLayoutTest : public QObject
 private Q_SLOTS:
     void theDoorsAreAsPublished_data();
     void theDoorsAreAsPublished();
+    void aSubtitleHasTheRoomThatItsDoorCanSpare_data();
+    void aSubtitleHasTheRoomThatItsDoorCanSpare();
     void everythingStaysInItsPlace_data();
     void everythingStaysInItsPlace();
 };
@@ -49,6 +51,42 @@ void LandingLayoutTest::theDoorsAreAsPublished()
     QVERIFY(at(310, 6).red() < 25);
     QVERIFY(at(6, 310).red() < 25);
     QVERIFY(at(1, 1).red() < 25);
+}
+
+void LandingLayoutTest::aSubtitleHasTheRoomThatItsDoorCanSpare_data()
+{
+    QTest::addColumn<QString>("words");
+    QTest::addColumn<int>("fitting"); // how often they have room
+    QTest::newRow("Latin") << u"Joint session of the board. "_s << 11;
+    QTest::newRow("Arabic") << u"اجتماع مجلس المدينة حول الميزانية "_s << 9;
+    QTest::newRow("Chinese") << u"市議會定期會議與港口委員會"_s << 11;
+}
+
+void LandingLayoutTest::aSubtitleHasTheRoomThatItsDoorCanSpare()
+{
+    QFETCH(const QString, words);
+    QFETCH(const int, fitting);
+    FrontHouse house;
+    const auto say = [&](const QString& title) {
+        house.setNews(true, title);
+        house.stage.waitForFrame();
+        const auto texts = Stage::texts(Stage::first(house.newsDoor(), "DoorSubtitle"));
+        return texts.constFirst();
+    };
+    const auto television = [&] { return Stage::all(house.newsDoor(), "CardPlate").constLast()->height(); };
+    const double ordinary = (say(u"Harbour Council"_s), television());
+    say(words.repeated(3));
+    QCOMPARE(television(), ordinary);
+    // More than three lines, and none of them cut.
+    const QQuickItem* const longer = say(words.repeated(fitting));
+    QVERIFY(longer->property("lineCount").toInt() > 3);
+    QVERIFY(!longer->property("truncated").toBool());
+    QVERIFY(television() >= 110 && television() < ordinary);
+    // Cut at the last line that the television leaves.
+    const QQuickItem* const endless = say(words.repeated(40).left(900));
+    QVERIFY(endless->property("truncated").toBool());
+    QVERIFY(endless->property("lineCount").toInt() >= 7);
+    QVERIFY(television() >= 110 && television() < 110 + 27);
 }
 
 void LandingLayoutTest::everythingStaysInItsPlace_data()

@@ -25,6 +25,8 @@ private Q_SLOTS:
     void whatIsShownStaysInTheSafeArea_data();
     void whatIsShownStaysInTheSafeArea();
     void thePanelAndTheTransportDoNotMeet();
+    void aLongDescriptionHasTheRoomThatThePanelCanSpare();
+    void aLongTitleHasTheRoomThatTheScrimDarkens();
     void theTracksCanBeWalked();
     void aTrackIsChosen();
     void upAtTheTopClosesThePanelWithItsTracks();
@@ -229,6 +231,34 @@ void PlayerControlsTest::thePanelAndTheTransportDoNotMeet()
     for (const QQuickItem* text : Stage::texts(house.piece("PlayerControls")))
         top = std::min(top, Stage::area(text).top());
     QVERIFY(Stage::area(house.piece("InformationPanel")).bottom() <= top);
+}
+
+void PlayerControlsTest::aLongDescriptionHasTheRoomThatThePanelCanSpare()
+{
+    VHSCover cover = TapePlayerHouse::cassette();
+    cover.title = u"A title of many words "_s.repeated(10);
+    cover.synopsis = u"And then the clerk read on. "_s.repeated(30);
+    TapePlayerHouse& house = open(cover, TapePlayerHouse::tracks());
+    house.press(Qt::Key_Down);
+    const auto texts = Stage::texts(house.piece("InformationPanel"));
+    int longest = 0;
+    for (const QQuickItem* text : texts) {
+        QVERIFY2(!text->property("truncated").toBool(), qPrintable(text->property("text").toString().left(40)));
+        longest = std::max(longest, text->property("lineCount").toInt());
+    }
+    QVERIFY(longest > 5);
+}
+
+void PlayerControlsTest::aLongTitleHasTheRoomThatTheScrimDarkens()
+{
+    VHSCover cover = TapePlayerHouse::cassette();
+    cover.title = u"A title of many words "_s.repeated(8);
+    TapePlayerHouse& house = open(cover, {});
+    house.press(Qt::Key_Select);
+    const QQuickItem* const title = Stage::texts(house.piece("PlayerControls")).constFirst();
+    QCOMPARE(title->property("lineCount").toInt(), 3);
+    QVERIFY(!title->property("truncated").toBool());
+    QVERIFY(Stage::area(title).top() > 1080 - 480);
 }
 
 void PlayerControlsTest::theTracksCanBeWalked()

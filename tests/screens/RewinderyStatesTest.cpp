@@ -126,6 +126,14 @@ void RewinderyStatesTest::withoutShelvesThePanelSaysWhy()
     QVERIFY(m_house->isFocusInSight());
     QVERIFY(m_house->text(u"Rewindery"_s));
     QVERIFY(m_house->areaOf(u"Rewindery"_s).top() > 0);
+    // More lines than any limit but the panel's height lets through.
+    const QString reason = u"one line of many\n"_s.repeated(18) + u"the last"_s;
+    m_house->store.setLastError(reason);
+    m_house->stage.settle();
+    QVERIFY(m_house->text(reason));
+    QVERIFY(!m_house->text(reason)->property("truncated").toBool());
+    QVERIFY(m_house->isFocusInSight());
+    QVERIFY(m_house->areaOf(u"Rewindery"_s).top() > 0);
 }
 
 void RewinderyStatesTest::tryingAgainSpinsUntilTheShelvesAreThere()

@@ -254,6 +254,11 @@ void StationTextTest::aTextIsCutAtTheLastLineThatFits()
         QCOMPARE(text.item->document()->textDocument()->firstBlock().layout()->lineCount(), lines);
         QVERIFY(text.item->document()->textDocument()->toPlainText().endsWith(u'…'));
     }
+    // Cut the same way without being any taller than its lines.
+    const OneText low(words.repeated(60), wrapped + u"maximumHeight: 100"_s);
+    QCOMPARE(low.item->lineCount(), 3);
+    QCOMPARE(low.item->height(), 96.0);
+    QVERIFY(low.item->isTruncated());
     const OneText two(words.repeated(60), wrapped + u"maximumLineCount: 2"_s);
     QCOMPARE(two.item->lineCount(), 2);
     QCOMPARE(two.item->height(), 64.0);
@@ -283,6 +288,10 @@ void StationTextTest::aTextThatHasRoomIsNotCut()
     const OneText fits(u"The council meets. "_s.repeated(9), wrapped + u"height: %1"_s.arg(block.item->height()));
     QVERIFY(!fits.item->isTruncated());
     QCOMPARE(fits.item->lineCount(), block.item->lineCount());
+    const OneText roomy(u"Harbor Day"_s, wrapped + u"maximumHeight: 500"_s);
+    QCOMPARE(roomy.item->height(), 32.0);
+    const OneText tiny(u"Harbor Day"_s, wrapped + u"maximumHeight: -20"_s);
+    QCOMPARE(tiny.item->lineCount(), 1);
 }
 
 void StationTextTest::aCutTextIsStillTheWholeText()

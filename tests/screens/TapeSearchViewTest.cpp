@@ -111,7 +111,10 @@ void TapeSearchViewTest::theSpinnerStandsUnderTheField()
     const QQuickItem* const spinner = m_house->spinner();
     QCOMPARE(spinner->scale(), 1.4);
     QCOMPARE(spinner->property("color").value<QColor>(), StationPalette::cream());
-    QVERIFY(m_house->area(spinner).top() > m_house->area(m_house->field()).bottom());
+    const QRectF field = m_house->area(m_house->field());
+    QCOMPARE(m_house->area(spinner).size(), QSizeF(44, 44) * 1.4);
+    QCOMPARE(m_house->area(spinner).left(), field.left());
+    QCOMPARE(m_house->area(spinner).top(), field.bottom() + 34);
 }
 
 void TapeSearchViewTest::noMatchQuotesTheQueryAsTyped()

@@ -13,6 +13,9 @@ private Q_SLOTS:
     void cleanup() { m_house.reset(); }
     void theHeaderTellsWhatItIsOf_data();
     void theHeaderTellsWhatItIsOf();
+    void aLongHeaderHasTheRoomThatThePageCanSpare_data();
+    void aLongHeaderHasTheRoomThatThePageCanSpare();
+    void aLongFailureIsToldToItsEnd();
     void untilTheHubAnswersAWheelTurns();
     void whereThereIsNoTranscriptThereIsAWayBack();
     void theWayBackStandsOutOnThePage();
@@ -65,6 +68,58 @@ void TranscriptViewTest::theHeaderTellsWhatItIsOf()
     QCOMPARE(house.shown().mid(0, 2), (QStringList{caption, u"The Fog Horn"_s}));
     house.read(TranscriptHouse::paragraphs(1));
     QCOMPARE(house.shown().mid(0, 3), (QStringList{caption, u"The Fog Horn"_s, u"12,408 words"_s}));
+}
+
+void TranscriptViewTest::aLongHeaderHasTheRoomThatThePageCanSpare_data()
+{
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("body");
+    QTest::addColumn<bool>("isWhole");
+    const QString title = u"Joint special session of the harbour board and the water commission "_s;
+    const QString body = u"Joint Committee on Committees and their Committees "_s;
+    QTest::newRow("long") << title.repeated(5) << body.repeated(4) << true;
+    QTest::newRow("Arabic") << u"اجتماع مجلس المدينة حول الميزانية "_s.repeated(8) << u"مجلس المدينة "_s.repeated(12)
+                            << true;
+    QTest::newRow("endless") << title.repeated(14) << body.repeated(19) << false;
+    QTest::newRow("without a space") << QString(900, u'W') << QString(900, u'W') << false;
+}
+
+void TranscriptViewTest::aLongHeaderHasTheRoomThatThePageCanSpare()
+{
+    QFETCH(const QString, title);
+    QFETCH(const QString, body);
+    QFETCH(const bool, isWhole);
+    VHSCover cover = sampleCover();
+    cover.title = title;
+    cover.bodyName = body;
+    TranscriptHouse& house = open(true, cover);
+    house.read(TranscriptHouse::paragraphs(3));
+    const auto texts = Stage::texts(house.view);
+    QVERIFY(texts.at(0)->property("lineCount").toInt() > 1);
+    QVERIFY(texts.at(1)->property("lineCount").toInt() > 2);
+    for (qsizetype i = 0; i < 2; ++i) {
+        QCOMPARE(texts.at(i)->property("truncated").toBool(), !isWhole);
+        QVERIFY(texts.at(i)->property("contentWidth").toDouble() <= texts.at(i)->width());
+    }
+    // Half of the display at most; a cut title leaves less of that half than a line.
+    const double height = Stage::first(house.view, "TranscriptHeader")->height();
+    QVERIFY(height <= 540);
+    QVERIFY(isWhole || height > 540 - 54);
+    QVERIFY(house.page->height() >= 540);
+    QCOMPARE(house.number(), 1);
+    QVERIFY(house.place().top() >= 0 && house.place().bottom() <= house.page->height());
+}
+
+void TranscriptViewTest::aLongFailureIsToldToItsEnd()
+{
+    TranscriptHouse& house = open();
+    house.http.fail(house.http.waitingFor(u"/api/meetings/42/transcript"_s), u"No route to the hub.\n"_s.repeated(16));
+    QTRY_COMPARE(house.controller->state(), TranscriptController::Empty);
+    house.stage.settle();
+    const QQuickItem* const message = house.text(house.controller->message());
+    QVERIFY(message->property("lineCount").toInt() > 12);
+    QVERIFY(!message->property("truncated").toBool());
+    QVERIFY(Stage::area(house.focused()).bottom() < 1080 - 40);
 }
 
 void TranscriptViewTest::untilTheHubAnswersAWheelTurns()

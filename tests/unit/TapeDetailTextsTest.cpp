@@ -142,7 +142,7 @@ void TapeDetailTextsTest::theCatalogueLineEndsWithTheLongRating()
 void TapeDetailTextsTest::aLongTitleAndSynopsisAreWhole()
 {
     VHSCover cover;
-    cover.title = QString(1000, u't');
+    cover.title = QString(4000, u't');
     cover.synopsis = QString(3000, u's');
     QCOMPARE(TapeDetailTexts::title(cover), cover.title);
     QCOMPARE(TapeDetailTexts::synopsis(cover), cover.synopsis);
@@ -153,7 +153,7 @@ void TapeDetailTextsTest::aTitleNobodyWouldReadToItsEndIsCut()
     VHSCover cover;
     cover.title = QString(1'000'000, u't');
     cover.synopsis = cover.title;
-    QCOMPARE(TapeDetailTexts::title(cover), QString(1000, u't') + u'…');
+    QCOMPARE(TapeDetailTexts::title(cover), QString(4000, u't') + u'…');
     QCOMPARE(TapeDetailTexts::synopsis(cover), QString(4000, u't') + u'…');
 }
 
@@ -275,7 +275,7 @@ void TapeDetailTextsTest::anEndlessValueIsShortened()
 {
     Tape tape = plainTape();
     tape.location = QString(1'000'000, u'x');
-    QCOMPARE(TapeDetailTexts::facts(tape, plainCover()).at(3).value.size(), 1001);
+    QCOMPARE(TapeDetailTexts::facts(tape, plainCover()).at(3).value.size(), 4001);
 }
 
 QTEST_GUILESS_MAIN(TapeDetailTextsTest)
