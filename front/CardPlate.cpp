@@ -1,7 +1,10 @@
 #include "CardPlate.h"
 
+#include "SnappedRect.h"
+
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -13,6 +16,23 @@ namespace {
 constexpr double cornerReach = 1.5;
 constexpr double cornerExponent = 3.2;
 constexpr int cornerSteps = 24;
+
+/** The plate on whole device pixels; a square one stays square, as a circle is. */
+QRectF onPixels(const QPainter& painter, const QSizeF& size)
+{
+    QRectF plate = snappedRect(painter, QRectF(QPointF(), size));
+    const double side = std::min(plate.width(), plate.height());
+    if (size.width() == size.height())
+        plate.setSize({side, side});
+    return plate;
+}
+
+/** A line's width, at least one device pixel. */
+double wholePixels(const QPainter& painter, double width)
+{
+    const double scale = painter.deviceTransform().m11();
+    return width > 0 ? std::max(1.0, std::round(width * scale)) / scale : 0;
+}
 
 } // namespace
 
@@ -64,24 +84,27 @@ void CardPlate::setBorderWidth(double borderWidth)
 
 void CardPlate::paint(QPainter& painter, const QSizeF& size) const
 {
-    const QPainterPath inside = outline(size);
+    const QRectF plate = onPixels(painter, size);
+    const double borderWidth = wholePixels(painter, m_borderWidth);
+    const QPainterPath inside = outline(plate);
     painter.save();
-    painter.fillRect(QRectF(QPointF(), size), m_fill);
+    painter.fillRect(plate, m_fill);
     if (m_background) {
         painter.save();
-        m_background->paint(painter, size);
+        painter.translate(plate.topLeft());
+        m_background->paint(painter, plate.size());
         painter.restore();
     }
     // Twice as wide, as its outer half is rubbed out below. Over art it lets an edge within a pixel be.
     if (m_background)
         painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
-    if (m_borderWidth > 0)
-        painter.strokePath(inside, QPen(m_border, 2 * m_borderWidth));
+    if (borderWidth > 0)
+        painter.strokePath(inside, QPen(m_border, 2 * borderWidth));
 
     // A clip would leave the corners jagged: what lies outside is rubbed out instead.
-    const double reach = 2 + m_borderWidth;
+    const double reach = 2 + borderWidth;
     QPainterPath outside;
-    outside.addRect(QRectF(QPointF(), size).marginsAdded({reach, reach, reach, reach}));
+    outside.addRect(plate.marginsAdded({reach, reach, reach, reach}));
     outside.addPath(inside);
     painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
     painter.fillPath(outside, Qt::black);
@@ -98,9 +121,8 @@ QString CardPlate::look() const
         .arg(m_continuous);
 }
 
-QPainterPath CardPlate::outline(const QSizeF& size) const
+QPainterPath CardPlate::outline(const QRectF& plate) const
 {
-    const QRectF plate(QPointF(), size);
     if (m_continuous)
         return continuousOutline(plate, m_radius);
     QPainterPath path;

@@ -7,7 +7,8 @@
 #include <QPointer>
 
 /**
- * A plate with rounded corners, filled with a colour or another item's art and outlined along the inside of its edge.
+ * A plate with rounded corners, filled with a colour or another item's art and outlined along the inside of its edge, all
+ * on whole device pixels.
  * `background` is painted, never shown; it may be null, and the plate is then filled with `fill` alone.
  */
 class CardPlate : public PaintedItem
@@ -45,7 +46,7 @@ public:
     static QPainterPath continuousOutline(const QRectF& plate, double radius);
 
 private:
-    QPainterPath outline(const QSizeF& size) const;
+    QPainterPath outline(const QRectF& plate) const;
 
     QPointer<PaintedItem> m_background;
     QColor m_fill = Qt::transparent;

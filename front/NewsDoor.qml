@@ -82,11 +82,14 @@ DoorCard {
             spacing: 24
 
             OnAirLamp {
+                id: lamp
+
                 live: door.towerLive
             }
 
+            // The words of both stand on one line.
             StationLabel {
-                anchors.verticalCenter: parent.verticalCenter
+                anchors.baseline: lamp.baseline
                 text: StationTexts.towerCaption(door.towerLive)
                 size: 20
                 color: door.towerLive ? StationPalette.onAirRed

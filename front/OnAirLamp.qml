@@ -11,6 +11,7 @@ Row {
     property real glow
 
     spacing: 14
+    baselineOffset: words.y + words.baselineOffset
 
     SequentialAnimation on glow {
         running: lamp.live && lamp.visible
@@ -20,13 +21,13 @@ Row {
             from: 0
             to: 1
             duration: StationMotion.glowTime
-            easing.type: Easing.InOutQuad
+            easing: StationMotion.easeInOut
         }
         NumberAnimation {
             from: 1
             to: 0
             duration: StationMotion.glowTime
-            easing.type: Easing.InOutQuad
+            easing: StationMotion.easeInOut
         }
     }
 
@@ -36,21 +37,15 @@ Row {
         anchors.verticalCenter: parent.verticalCenter
 
         SoftShadow {
-            anchors.fill: parent
-            visible: lamp.live
-            radius: 13
-            spread: StationMotion.faintGlowSpread
-            color: StationMotion.faintGlow
-            opacity: 1 - lamp.glow
-        }
+            // Tells of a change only from step to step, as each means another picture.
+            readonly property real steppedSpread: StationMotion.glowSpread(lamp.glow)
 
-        SoftShadow {
             anchors.fill: parent
             visible: lamp.live
             radius: 13
-            spread: StationMotion.fullGlowSpread
-            color: StationMotion.fullGlow
-            opacity: lamp.glow
+            spread: steppedSpread
+            color: StationPalette.onAirRed
+            opacity: StationMotion.glowOpacity(lamp.glow)
         }
 
         LampDisc {
@@ -60,6 +55,8 @@ Row {
     }
 
     StationText {
+        id: words
+
         anchors.verticalCenter: parent.verticalCenter
         text: StationTexts.lampWords(lamp.live)
         font: Typography.standard(20, Font.DemiBold, 3)

@@ -2,6 +2,10 @@
 
 #include "StationPalette.h"
 
+#include <QEasingCurve>
+
+#include <cmath>
+
 /** What moves on every screen, how far and how fast: times in milliseconds, lengths in points. Any thread. */
 class StationMotion : public QObject
 {
@@ -19,10 +23,9 @@ class StationMotion : public QObject
     Q_PROPERTY(int fadeTime READ fadeTime CONSTANT FINAL)
     /** A live lamp's glow goes from faint to full, and back in the same time. */
     Q_PROPERTY(int glowTime READ glowTime CONSTANT FINAL)
-    Q_PROPERTY(double faintGlowSpread READ faintGlowSpread CONSTANT FINAL)
-    Q_PROPERTY(double fullGlowSpread READ fullGlowSpread CONSTANT FINAL)
-    Q_PROPERTY(QColor faintGlow READ faintGlow CONSTANT FINAL)
-    Q_PROPERTY(QColor fullGlow READ fullGlow CONSTANT FINAL)
+    /** The cubic curves of a motion that eases in and out, and of one that eases out alone. */
+    Q_PROPERTY(QEasingCurve easeInOut READ easeInOut CONSTANT FINAL)
+    Q_PROPERTY(QEasingCurve easeOut READ easeOut CONSTANT FINAL)
 
 public:
     using QObject::QObject;
@@ -35,14 +38,30 @@ public:
     static constexpr int fadeTime() { return 200; }
     static constexpr int glowTime() { return 1100; }
 
+    static QEasingCurve easeInOut() { return cubic({0.42, 0}, {0.58, 1}); }
+    static QEasingCurve easeOut() { return cubic({0, 0}, {0.58, 1}); }
+
     static constexpr double faintGlowRadius = 6;
     static constexpr double fullGlowRadius = 18;
     static constexpr double faintGlowOpacity = 0.3;
     static constexpr double fullGlowOpacity = 0.9;
+    /** The radius grows in steps too small to be seen, each of which is painted once. */
+    static constexpr int glowSteps = 24;
 
-    /** A glow of some radius has faded out at twice that from the disc. */
-    static constexpr double faintGlowSpread() { return 2 * faintGlowRadius; }
-    static constexpr double fullGlowSpread() { return 2 * fullGlowRadius; }
-    static QColor faintGlow() { return StationPalette::faded(StationPalette::onAirRed(), faintGlowOpacity); }
-    static QColor fullGlow() { return StationPalette::faded(StationPalette::onAirRed(), fullGlowOpacity); }
+    /** How far from its disc a glow has faded out, which is twice its radius; `glow` is from 0, faint, to 1, full. */
+    Q_INVOKABLE static double glowSpread(double glow)
+    {
+        return 2 * between(faintGlowRadius, fullGlowRadius, std::round(glow * glowSteps) / glowSteps);
+    }
+    Q_INVOKABLE static double glowOpacity(double glow) { return between(faintGlowOpacity, fullGlowOpacity, glow); }
+
+private:
+    static constexpr double between(double from, double to, double part) { return from + (to - from) * part; }
+
+    static QEasingCurve cubic(QPointF first, QPointF second)
+    {
+        QEasingCurve curve(QEasingCurve::BezierSpline);
+        curve.addCubicBezierSegment(first, second, {1, 1});
+        return curve;
+    }
 };

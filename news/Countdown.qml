@@ -9,6 +9,13 @@ Item {
     required property string nextBroadcast
     required property string label
     required property Timepiece timepiece
+    // Of the row under the headline.
+    required property int detailLines
+
+    readonly property alias detailText: timer.detail
+    readonly property alias detailFont: detail.font
+    readonly property alias headlineHeight: headline.height
+    readonly property alias spacing: rows.spacing
 
     implicitWidth: Math.max(headline.implicitWidth, detail.visible ? detail.implicitWidth : 0)
     implicitHeight: rows.implicitHeight
@@ -48,7 +55,7 @@ Item {
             color: StationPalette.faded(StationPalette.parchment, timer.counting ? 0.7 : 0.4)
             horizontalAlignment: Text.AlignHCenter
             wraps: true
-            maximumLineCount: 2
+            maximumLineCount: countdown.detailLines
         }
     }
 }

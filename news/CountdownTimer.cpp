@@ -1,5 +1,6 @@
 #include "CountdownTimer.h"
 
+#include "NewsTexts.h"
 #include "ShortenedText.h"
 
 void CountdownTimer::setNextBroadcast(const QString& nextBroadcast)
@@ -60,7 +61,8 @@ void CountdownTimer::read()
 {
     if (!m_timepiece)
         return;
-    CountdownReading reading = countdownReading(broadcastDate(m_nextBroadcast), shortenedLine(m_label), m_tick);
+    CountdownReading reading =
+        countdownReading(broadcastDate(m_nextBroadcast), shortenedLine(m_label, NewsTexts::longestText), m_tick);
     if (reading == m_reading)
         return;
     m_reading = std::move(reading);

@@ -19,6 +19,8 @@ Item {
     property real presence: 0
 
     readonly property real padding: 24
+    // Of the panel from the edge below it, and from whatever there is above.
+    readonly property real margin: 24
 
     Component.onCompleted: presence = Qt.binding(() => lower.isShown ? 1 : 0)
 
@@ -31,12 +33,24 @@ Item {
     Behavior on presence {
         NumberAnimation {
             duration: lower.slideTime
-            easing.type: Easing.InOutQuad
+            easing: StationMotion.easeInOut
         }
     }
 
-    Rectangle {
-        readonly property real rest: parent.height - 24 - height
+    LowerThirdLines {
+        id: lines
+
+        title: NewsTexts.onAirTitle(third.program)
+        station: NewsTexts.onAirStation(third.stationLabel)
+        titleWidth: rows.widest
+        stationWidth: rows.widestStation
+        // What the display leaves free for the two on the tallest panel.
+        height: third.height - 2 * third.margin - 2 * third.padding - 2 * 10 - rows.spacing
+                - (detail.text !== "" ? titles.spacing + detail.height : 0)
+    }
+
+    PixelRectangle {
+        readonly property real rest: parent.height - third.margin - height
 
         x: 70
         y: rest + (parent.height - rest) * (1 - third.presence)
@@ -50,20 +64,24 @@ Item {
             id: rows
 
             readonly property real widest: 1200 - 2 * third.padding
+            readonly property real widestStation: widest - badge.width - badges.spacing - 2 * 18
 
             x: third.padding
             y: third.padding
             spacing: 14
 
             Row {
+                id: badges
+
                 spacing: 16
 
-                Rectangle {
+                PixelRectangle {
                     id: badge
 
                     anchors.verticalCenter: parent.verticalCenter
                     width: live.implicitWidth + 2 * 18
-                    height: live.implicitHeight + 2 * 8
+                    // As tall as the name beside it, if that is of one line, and that as tall as this.
+                    height: Math.max(live.implicitHeight + 2 * 8, station.lineCount > 1 ? 0 : station.height + 2 * 10)
                     color: StationPalette.onAirRed
 
                     StationText {
@@ -78,40 +96,46 @@ Item {
                     }
                 }
 
-                Rectangle {
+                PixelRectangle {
                     anchors.verticalCenter: parent.verticalCenter
-                    width: Math.min(station.implicitWidth + 2 * 18, rows.widest - badge.width - parent.spacing)
-                    height: station.implicitHeight + 2 * 10
+                    width: station.width + 2 * 18
+                    height: Math.max(badge.height, station.height + 2 * 10)
                     color: StationPalette.faded(StationPalette.olive, 0.9)
 
                     StationText {
                         id: station
 
                         x: 18
-                        y: 10
-                        width: parent.width - 2 * 18
-                        text: NewsTexts.onAirStation(third.stationLabel)
-                        font: Typography.standard(26, Font.DemiBold, 4)
+                        anchors.verticalCenter: parent.verticalCenter
+                        width: Math.min(implicitWidth, rows.widestStation)
+                        text: lines.station
+                        font: lines.stationFont
                         color: StationPalette.parchment
                         horizontalAlignment: Text.AlignLeft
+                        wraps: true
+                        maximumLineCount: lines.stationLines
                     }
                 }
             }
 
             Column {
+                id: titles
+
                 spacing: 6
 
                 StationText {
                     width: Math.min(implicitWidth, rows.widest)
-                    text: NewsTexts.onAirTitle(third.program)
-                    font: Typography.standard(40, Font.Black)
+                    text: lines.title
+                    font: lines.titleFont
                     color: StationPalette.parchment
                     horizontalAlignment: Text.AlignLeft
                     wraps: true
-                    maximumLineCount: 2
+                    maximumLineCount: lines.titleLines
                 }
 
                 StationText {
+                    id: detail
+
                     width: Math.min(implicitWidth, rows.widest)
                     visible: text !== ""
                     text: NewsTexts.onAirDetail(third.note, third.tagline)

@@ -23,12 +23,12 @@ QString NewsTexts::towerLine(bool checking)
 
 QString NewsTexts::cardLine(const QString& text)
 {
-    return shortenedText(text);
+    return shortenedText(text, longestText);
 }
 
 QString NewsTexts::onAirTitle(const QString& program)
 {
-    return program.isEmpty() ? u"5 O'Clock News"_s : shortenedText(program);
+    return program.isEmpty() ? u"5 O'Clock News"_s : shortenedText(program, longestText);
 }
 
 QString NewsTexts::onAirDetail(const QString& note, const QString& tagline)
@@ -38,5 +38,5 @@ QString NewsTexts::onAirDetail(const QString& note, const QString& tagline)
 
 QString NewsTexts::onAirStation(const QString& label)
 {
-    return Typography::capitals(shortenedLine(label));
+    return Typography::capitals(shortenedLine(label, longestText));
 }

@@ -15,6 +15,9 @@ class NewsTexts : public QObject
 public:
     using QObject::QObject;
 
+    /** UTF-16 units of a text that is wrapped: of the narrowest letters a display has room for half as many. */
+    static constexpr qsizetype longestText = 5000;
+
     static QString heading();
     static QString channels();
 

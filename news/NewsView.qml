@@ -48,6 +48,7 @@ FocusScreen {
 
         LowerThird {
             anchors.fill: parent
+            anchors.topMargin: tuner.visible ? tuner.height : 0
             timepiece: view.timepiece
             stationLabel: controller.currentStation.label
             program: view.store.status.news.programTitle
@@ -70,9 +71,12 @@ FocusScreen {
     }
 
     TunerStrip {
+        id: tuner
+
         anchors.left: parent.left
         anchors.right: parent.right
         visible: controller.hasTuner
+        timepiece: view.timepiece
         stations: controller.stations
         current: controller.currentStation
         onPicked: station => controller.pick(station)

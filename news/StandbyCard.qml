@@ -14,6 +14,12 @@ Item {
     required property bool checking
     required property Timepiece timepiece
 
+    // Within the card, above and below its rows.
+    readonly property real padding: 56
+    // Of the tallest card from the top of the display and from the ticker: of the card, the tuner strip may cover no more
+    // than what is free above its rows.
+    readonly property real margin: 40
+
     FullBleed {
         ColorBars {
             anchors.fill: parent
@@ -33,6 +39,21 @@ Item {
         }
     }
 
+    StandbyLines {
+        id: lines
+
+        title: NewsTexts.cardLine(standby.news.programTitle)
+        note: NewsTexts.cardLine(standby.news.programNote)
+        label: countdown.detailText
+        labelFont: countdown.detailFont
+        width: rows.widest
+        rowGap: rows.spacing
+        labelGap: countdown.spacing
+        // What the rows that are always there leave free on the tallest card.
+        height: standby.height - ticker.height - 2 * (standby.margin + standby.padding) - heading.height - rule.height
+                - status.height - station.height - countdown.headlineHeight - 4 * rows.spacing
+    }
+
     SoftShadow {
         anchors.fill: card
         color: StationPalette.faded("black", 0.5)
@@ -47,7 +68,7 @@ Item {
         x: Math.round((parent.width - width) / 2)
         y: Math.round((parent.height - ticker.height - height) / 2)
         width: rows.width + 2 * 90
-        height: rows.height + 2 * 56
+        height: rows.height + 2 * standby.padding
         radius: 12
         fill: StationPalette.faded(StationPalette.soot, 0.97)
         border: StationPalette.faded(StationPalette.parchment, 0.18)
@@ -61,10 +82,12 @@ Item {
         readonly property real widest: 1500 - 2 * 90
 
         x: card.x + 90
-        y: card.y + 56
+        y: card.y + standby.padding
         spacing: 24
 
         StationText {
+            id: heading
+
             anchors.horizontalCenter: parent.horizontalCenter
             // The last letter's spacing is not part of the word's width to the eye.
             anchors.horizontalCenterOffset: 4
@@ -74,10 +97,13 @@ Item {
             Accessible.role: Accessible.Heading
         }
 
-        Rectangle {
+        PixelRectangle {
+            id: rule
+
             anchors.horizontalCenter: parent.horizontalCenter
             width: 420
             height: 3
+            keepsSize: true
             color: StationPalette.brick
         }
 
@@ -85,27 +111,29 @@ Item {
             anchors.horizontalCenter: parent.horizontalCenter
             width: Math.min(implicitWidth, rows.widest)
             visible: text !== ""
-            text: NewsTexts.cardLine(standby.news.programTitle)
-            font: Typography.standard(30)
+            text: lines.title
+            font: lines.titleFont
             color: StationPalette.faded(StationPalette.parchment, 0.9)
             horizontalAlignment: Text.AlignHCenter
             wraps: true
-            maximumLineCount: 2
+            maximumLineCount: lines.titleLines
         }
 
         StationText {
             anchors.horizontalCenter: parent.horizontalCenter
             width: Math.min(implicitWidth, rows.widest)
             visible: text !== ""
-            text: NewsTexts.cardLine(standby.news.programNote)
-            font: Typography.standard(24)
+            text: lines.note
+            font: lines.noteFont
             color: StationPalette.faded(StationPalette.parchment, 0.6)
             horizontalAlignment: Text.AlignHCenter
             wraps: true
-            maximumLineCount: 4
+            maximumLineCount: lines.noteLines
         }
 
         Row {
+            id: status
+
             anchors.horizontalCenter: parent.horizontalCenter
             spacing: 14
 
@@ -125,6 +153,8 @@ Item {
         }
 
         StationLabel {
+            id: station
+
             anchors.horizontalCenter: parent.horizontalCenter
             anchors.horizontalCenterOffset: 3
             text: StationTexts.televisionName
@@ -133,11 +163,14 @@ Item {
         }
 
         Countdown {
+            id: countdown
+
             anchors.horizontalCenter: parent.horizontalCenter
             width: Math.min(implicitWidth, rows.widest)
             nextBroadcast: standby.news.nextBroadcast
             label: standby.news.nextBroadcastLabel
             timepiece: standby.timepiece
+            detailLines: lines.labelLines
         }
     }
 }

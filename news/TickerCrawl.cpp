@@ -2,33 +2,17 @@
 
 #include "BroadcastTexts.h"
 #include "Clock.h"
+#include "EveryFrame.h"
 #include "HubURL.h"
 #include "ShortenedText.h"
 
-#include <QAbstractAnimation>
 #include <QFontMetricsF>
 #include <QQuickWindow>
 #include <QSGImageNode>
 
 #include <cmath>
-#include <functional>
 
 namespace {
-
-/** Calls at every frame while it runs, in step with everything else that moves on the window. */
-class EveryFrame : public QAbstractAnimation
-{
-public:
-    explicit EveryFrame(std::function<void()> callback) : m_callback(std::move(callback)) {}
-
-    int duration() const override { return -1; }
-
-protected:
-    void updateCurrentTime(int) override { m_callback(); }
-
-private:
-    std::function<void()> m_callback;
-};
 
 int wholePixels(double pixels)
 {

@@ -1,11 +1,13 @@
 #include "TunerList.h"
 
 #include "ShortenedText.h"
+#include "StationMotion.h"
 #include "Typography.h"
 
 #include <QFontMetricsF>
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -53,16 +55,41 @@ void TunerList::setCurrent(const TunerStation& current)
     Q_EMIT currentChanged();
 }
 
-QList<TunerList::Button> TunerList::buttonsOf(const QList<TunerStation>& stations)
+void TunerList::setStripWidth(double stripWidth)
 {
+    if (stripWidth == m_stripWidth)
+        return;
+    m_stripWidth = stripWidth;
+    QList<Button> buttons = buttonsOf(m_stations);
+    if (buttons != m_buttons)
+        reset(place(), [&] { m_buttons = std::move(buttons); });
+    Q_EMIT stripWidthChanged();
+}
+
+int TunerList::longestButton() const
+{
+    return m_stripWidth > 0 ? int(m_stripWidth) - 2 * sidePadding() : std::numeric_limits<int>::max();
+}
+
+double TunerList::growth(double extent)
+{
+    constexpr double mostGrowth = 2.0 * 2 / 3 * spacing(); // points, on both sides together
+    return std::min(StationMotion::plateScale(), 1 + mostGrowth / extent);
+}
+
+QList<TunerList::Button> TunerList::buttonsOf(const QList<TunerStation>& stations) const
+{
+    const int room = std::max(0, longestButton() - 2 * margin() - gap());
     const QFontMetricsF numberMetrics(numberFont());
     const QFontMetricsF labelMetrics(labelFont());
     QList<Button> buttons;
     for (const TunerStation& station : stations) {
         Button button{shortenedLine(station.number, longestText), shortenedLine(station.label, longestText), 0, 0};
-        button.numberExtent = std::min(qCeil(numberMetrics.horizontalAdvance(button.number)), widestNumber);
-        button.extent = margin() + button.numberExtent + gap() +
-                        std::min(qCeil(labelMetrics.horizontalAdvance(button.label)), widestLabel) + margin();
+        const int number = qCeil(numberMetrics.horizontalAdvance(button.number));
+        const int label = qCeil(labelMetrics.horizontalAdvance(button.label));
+        // Where both are too long, each has half of the room.
+        button.numberExtent = std::min(number, std::max(room / 2, room - label));
+        button.extent = margin() + button.numberExtent + gap() + std::min(label, room - button.numberExtent) + margin();
         buttons.append(std::move(button));
     }
     return buttons;

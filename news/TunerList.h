@@ -7,8 +7,8 @@
 #include <QtQml/qqmlregistration.h>
 
 /**
- * The buttons of the tuner strip, one for each of the first 500 stations. The viewer's place is at the current station
- * until the viewer has moved on to look for another. Screen thread only; the strip makes and owns it; the application
+ * The buttons of the tuner strip, one for each of the first 500 stations, each as long as its number and its label, but
+ * no longer than the strip. The viewer's place is at the current station until the viewer has moved on to look for another. Screen thread only; the strip makes and owns it; the application
  * object outlives it, as the buttons are measured by their fonts.
  */
 class TunerList : public PlacedListModel
@@ -22,6 +22,12 @@ class TunerList : public PlacedListModel
     /** How a button is set: number, gap and label, with a margin before and after; lengths in points. */
     Q_PROPERTY(QFont numberFont READ numberFont CONSTANT FINAL)
     Q_PROPERTY(QFont labelFont READ labelFont CONSTANT FINAL)
+    /** How long the strip is, in points; 0 as long as it is not known. */
+    Q_PROPERTY(double stripWidth READ stripWidth WRITE setStripWidth NOTIFY stripWidthChanged FINAL)
+    /** What the strip leaves free at its ends, and between its buttons. */
+    Q_PROPERTY(int sidePadding READ sidePadding CONSTANT FINAL)
+    Q_PROPERTY(int spacing READ spacing CONSTANT FINAL)
+
     Q_PROPERTY(int margin READ margin CONSTANT FINAL)
     Q_PROPERTY(int gap READ gap CONSTANT FINAL)
 
@@ -32,9 +38,9 @@ public:
     static QFont labelFont();
     static constexpr int margin() { return 26 + 20; } ///< what every plate leaves free, and the label's padding
     static constexpr int gap() { return 10; }
-    static constexpr int widestNumber = 160; ///< points; a longer one is elided
-    static constexpr int widestLabel = 400;
-    static constexpr int longestText = 120;        ///< UTF-16 units, more than fit into the widest
+    static constexpr int sidePadding() { return 50; }
+    static constexpr int spacing() { return 18; }
+    static constexpr qsizetype longestText = 1000; ///< UTF-16 units, read in two minutes
     static constexpr qsizetype mostStations = 500; ///< nobody walks past more, and every button costs its measuring
 
     using PlacedListModel::PlacedListModel;
@@ -43,6 +49,12 @@ public:
     void setStations(const QList<TunerStation>& stations);
     const TunerStation& current() const { return m_current; }
     void setCurrent(const TunerStation& current);
+
+    double stripWidth() const { return m_stripWidth; }
+    void setStripWidth(double stripWidth);
+
+    /** How large a button that is `extent` long becomes under the focus: as any plate, but not as far as its neighbours. */
+    Q_INVOKABLE static double growth(double extent);
 
     /** The viewer chooses a button's station. */
     Q_INVOKABLE void pick(int row);
@@ -54,6 +66,7 @@ public:
 Q_SIGNALS:
     void stationsChanged();
     void currentChanged();
+    void stripWidthChanged();
     void picked(const TunerStation& station);
 
 private:
@@ -63,13 +76,17 @@ private:
         QString label;
         int numberExtent; ///< points
         int extent;
+
+        bool operator==(const Button&) const = default;
     };
 
-    static QList<Button> buttonsOf(const QList<TunerStation>& stations);
+    QList<Button> buttonsOf(const QList<TunerStation>& stations) const;
+    int longestButton() const;
     bool isAtCurrent() const;
     int placeAmong(const QList<TunerStation>& stations) const;
 
     QList<TunerStation> m_stations;
     TunerStation m_current;
+    double m_stripWidth = 0;
     QList<Button> m_buttons;
 };

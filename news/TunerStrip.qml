@@ -10,25 +10,27 @@ import Quillmere.Screen
 FocusSection {
     id: strip
 
+    required property Timepiece timepiece
     property alias stations: list.stations
     property alias current: list.current
 
     signal picked(tunerStation station)
 
-    readonly property real sidePadding: 50
     readonly property real padding: 14
-    readonly property real spacing: 18
 
     implicitHeight: plates.height + 2 * padding
 
     TunerList {
         id: list
 
+        stripWidth: display.width
         onPicked: station => strip.picked(station)
     }
 
     FullBleed {
-        Rectangle {
+        id: display
+
+        PixelRectangle {
             width: parent.width
             height: strip.height
             color: StationPalette.faded(StationPalette.soot, 0.9)
@@ -40,12 +42,12 @@ FocusSection {
             orientation: Qt.Horizontal
             // More than the space between two plates, so that the next one is seen coming.
             lead: 300
-            contentExtent: plates.x + plates.width + strip.sidePadding
+            contentExtent: plates.x + plates.width + list.sidePadding
 
             StationLabel {
                 id: caption
 
-                x: strip.sidePadding
+                x: list.sidePadding
                 anchors.verticalCenter: parent.verticalCenter
                 text: NewsTexts.channels
                 size: 20
@@ -55,11 +57,11 @@ FocusSection {
             LazyStack {
                 id: plates
 
-                x: caption.x + caption.width + strip.spacing
+                x: caption.x + caption.width + list.spacing
                 y: strip.padding
                 height: 64
                 orientation: Qt.Horizontal
-                spacing: strip.spacing
+                spacing: list.spacing
                 ahead: 400
                 model: list
                 place: list.place
@@ -70,6 +72,7 @@ FocusSection {
                     required property real extent
 
                     tuner: list
+                    timepiece: strip.timepiece
                     width: extent
                     height: plates.height
                     preferred: isCurrent

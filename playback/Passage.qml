@@ -52,7 +52,7 @@ Focusable {
     Behavior on lift {
         NumberAnimation {
             duration: StationMotion.liftTime
-            easing.type: Easing.OutQuad
+            easing: StationMotion.easeOut
         }
     }
 }

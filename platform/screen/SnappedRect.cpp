@@ -1,18 +1,34 @@
 #include "SnappedRect.h"
 
+#include "PixelPlacement.h"
+
 #include <QPainter>
 
 #include <algorithm>
 #include <cmath>
 
-QRectF snappedRect(const QPainter& painter, const QRectF& rect, SnapTo to)
+namespace {
+
+/** Halves go up also where a rounding error has taken a little off them, so that equal lengths stay equal. */
+double wholePixel(double pixels)
 {
-    const QTransform toDevice = painter.deviceTransform();
+    return std::floor(pixels + 0.5 + PixelPlacement::tolerance);
+}
+
+} // namespace
+
+QRectF snappedRect(const QTransform& toDevice, const QRectF& rect, SnapTo to)
+{
     QRectF pixels = toDevice.mapRect(rect);
-    const QSizeF size(std::max(1.0, std::round(pixels.width())), std::max(1.0, std::round(pixels.height())));
-    pixels.setCoords(std::round(pixels.left()), std::round(pixels.top()), std::round(pixels.right()),
-                     std::round(pixels.bottom()));
+    const QSizeF size(std::max(1.0, wholePixel(pixels.width())), std::max(1.0, wholePixel(pixels.height())));
+    pixels.setCoords(wholePixel(pixels.left()), wholePixel(pixels.top()), wholePixel(pixels.right()),
+                     wholePixel(pixels.bottom()));
     if (to == SnapTo::Size)
         pixels.setSize(size);
     return toDevice.inverted().mapRect(pixels);
+}
+
+QRectF snappedRect(const QPainter& painter, const QRectF& rect, SnapTo to)
+{
+    return snappedRect(painter.deviceTransform(), rect, to);
 }

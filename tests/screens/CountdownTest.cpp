@@ -23,8 +23,10 @@ struct Scene : BroadcastStage
 {
     explicit Scene(const QString& nextBroadcast, const QString& label = u"Tonight at five"_s,
                    const QString& width = u"implicitWidth"_s)
-        : BroadcastStage(u"property bool sight: true; Item { visible: canvas.sight; Countdown { x: 100; y: 100; width: "
-                         "%1; nextBroadcast: canvas.news.nextBroadcast; label: canvas.news.nextBroadcastLabel; "
+        : BroadcastStage(u"property bool sight: true; property int detailLines: 2; Item { visible: canvas.sight; "
+                         u"Countdown { x: 100; y: 100; width: "
+                         "%1; detailLines: canvas.detailLines; nextBroadcast: canvas.news.nextBroadcast; label: "
+                         "canvas.news.nextBroadcastLabel; "
                          "timepiece: canvas.timepiece } }"_s.arg(width),
                          {1920, 1080}, newsOf(nextBroadcast, label))
     {}

@@ -1,5 +1,6 @@
 #include "DrawnArea.h"
 #include "FrontHouse.h"
+#include "PaintedItem.h"
 #include "StationMotion.h"
 
 #include <QTest>
@@ -8,6 +9,66 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/** A lamp on black whose glow the test sets by hand. */
+struct Lamp
+{
+    Stage stage;
+    QQuickItem* root;
+    QQuickItem* lamp;
+
+    explicit Lamp(QSize size = {400, 120}, double scale = 1) : stage(size)
+    {
+        root = stage.put(
+            u"Item { scale: %1; transformOrigin: Item.TopLeft; OnAirLamp { x: 48; y: 48; live: false } }"_s.arg(scale));
+        lamp = Stage::first(root, "OnAirLamp");
+        lamp->setProperty("live", true);
+        pulse()->setProperty("paused", true);
+    }
+
+    QObject* pulse() const
+    {
+        const auto objects = lamp->findChildren<QObject*>();
+        const auto found = std::find_if(objects.cbegin(), objects.cend(), [](const QObject* object) {
+            return object->inherits("QQuickSequentialAnimation");
+        });
+        return found == objects.cend() ? nullptr : *found;
+    }
+
+    QImage at(double glow)
+    {
+        lamp->setProperty("glow", glow);
+        stage.waitForFrame();
+        return stage.window().grabWindow();
+    }
+};
+
+/** The lowest row of the glass in which letters have straight ends; round ones reach a little below. */
+int lowestInk(const QImage& picture, const QRectF& area)
+{
+    int lowest = -1;
+    int most = 0;
+    const QRect pixels = area.toAlignedRect();
+    const auto inked = [&](int y) {
+        int count = 0;
+        for (int x = pixels.left() + 1; x < pixels.right(); ++x) {
+            const QColor below = picture.pixelColor(x, pixels.bottom());
+            count += std::abs(picture.pixelColor(x, y).lightness() - below.lightness()) > 20;
+        }
+        return count;
+    };
+    for (int y = pixels.top(); y < pixels.bottom(); ++y)
+        most = std::max(most, inked(y));
+    for (int y = pixels.top(); y < pixels.bottom(); ++y) {
+        if (2 * inked(y) > most)
+            lowest = y;
+    }
+    return lowest;
+}
+
+} // namespace
+
 /** The on-air lamp: how it glows, and what its glowing costs. */
 class LampTest : public QObject
 {
@@ -15,9 +76,12 @@ class LampTest : public QObject
 
 private Q_SLOTS:
     void theGlowIsAsPublished();
-    void theGlowFallsOffOverItsRadius_data();
-    void theGlowFallsOffOverItsRadius();
-    void theGlowsFadeIntoEachOther();
+    void theGlowGrowsInRadiusAndOpacity_data();
+    void theGlowGrowsInRadiusAndOpacity();
+    void theGlowEasesInAndOut();
+    void aPulsePaintsEachStepOnce();
+    void theWordsBesideTheLampStandOnOneLine_data();
+    void theWordsBesideTheLampStandOnOneLine();
     void aDarkFrontScreenDrawsNoFrame();
     void aLitLampRepaintsOnlyItself();
 };
@@ -30,58 +94,87 @@ void LampTest::theGlowIsAsPublished()
     QCOMPARE(StationMotion::fullGlowRadius, 18.0);
     QCOMPARE(StationMotion::fullGlowOpacity, 0.9);
 
-    Stage stage({400, 120});
-    QQuickItem* root = stage.put(u"Item { OnAirLamp { x: 50; y: 50; live: false } }"_s);
-    QCOMPARE(Stage::animationTimes(root), (QList<int>{1100, 1100}));
-    const auto glows = Stage::all(root, "SoftShadow");
-    QCOMPARE(glows.size(), 2);
-    QCOMPARE(glows[0]->property("spread").toDouble(), 12.0);
-    QCOMPARE(glows[0]->property("color").value<QColor>(), StationPalette::faded(StationPalette::onAirRed(), 0.3));
-    QCOMPARE(glows[1]->property("spread").toDouble(), 36.0);
-    QCOMPARE(glows[1]->property("color").value<QColor>(), StationPalette::faded(StationPalette::onAirRed(), 0.9));
+    const Lamp lamp;
+    QCOMPARE(Stage::animationTimes(lamp.root), (QList<int>{1100, 1100}));
 }
 
-void LampTest::theGlowFallsOffOverItsRadius_data()
+void LampTest::theGlowGrowsInRadiusAndOpacity_data()
 {
-    QTest::addColumn<QString>("glow");
-    QTest::addColumn<double>("radius");
-    QTest::addColumn<double>("opacity");
-    QTest::newRow("faint") << u"faint"_s << StationMotion::faintGlowRadius << StationMotion::faintGlowOpacity;
-    QTest::newRow("full") << u"full"_s << StationMotion::fullGlowRadius << StationMotion::fullGlowOpacity;
+    QTest::addColumn<double>("scale");
+    QTest::addColumn<double>("glow");
+    for (const double scale : {2.0 / 3, 1.0, 2.0}) {
+        for (const double glow : {0.0, 0.1, 0.25, 0.4, 0.5, 0.75, 1.0})
+            QTest::addRow("%.2f at scale %.2f", glow, scale) << scale << glow;
+    }
 }
 
-void LampTest::theGlowFallsOffOverItsRadius()
+void LampTest::theGlowGrowsInRadiusAndOpacity()
 {
-    QFETCH(QString, glow);
-    QFETCH(double, radius);
-    QFETCH(double, opacity);
-    Stage stage({200, 100});
-    stage.put(u"Item { SoftShadow { x: 87; y: 37; width: 26; height: 26; radius: 13; "
-              "spread: StationMotion.%1GlowSpread; color: StationMotion.%1Glow } }"_s.arg(glow));
-    const QImage picture = stage.picture();
-    const int edge = 113; // the disc's rightmost point
-    for (int x = edge; x < 200; ++x) {
+    QFETCH(const double, scale);
+    QFETCH(const double, glow);
+    Lamp lamp({int(400 * scale), int(120 * scale)}, scale);
+    const QImage picture = lamp.at(glow);
+    const double radius = 6 + (18 - 6) * glow;
+    const double opacity = 0.3 + (0.9 - 0.3) * glow;
+    const QRectF disc = Stage::area(Stage::first(lamp.root, "LampDisc"));
+    const int y = int(disc.center().y());
+    for (int x = int(std::floor(disc.left())) - 1; x >= 0; --x) {
+        // The distance from the disc, in points, of the middle of the pixel.
+        const double distance = std::hypot(disc.center().x() - x - 0.5, disc.center().y() - y - 0.5) / scale - 13;
         // A bell curve's integral: half of the opacity at the edge, a thirteenth of it one radius outside.
-        const double wanted = 217 * opacity * 0.5 * std::erfc((x + 0.5 - edge) / radius);
-        const int seen = picture.pixelColor(x, 50).red();
+        const double wanted = 217 * opacity * 0.5 * std::erfc(distance / radius);
+        const int seen = picture.pixelColor(x, y).red();
         QVERIFY2(std::abs(seen - wanted) <= 3, qPrintable(u"%1 at %2 instead of %3"_s.arg(seen).arg(x).arg(wanted)));
     }
-    QCOMPARE(picture.pixelColor(edge + int(2 * radius) + 1, 50), QColor(Qt::black));
 }
 
-void LampTest::theGlowsFadeIntoEachOther()
+void LampTest::theGlowEasesInAndOut()
 {
-    Stage stage({400, 120});
-    QQuickItem* root = stage.put(u"Item { OnAirLamp { x: 50; y: 50; live: false } }"_s);
-    QQuickItem* lamp = Stage::first(root, "OnAirLamp");
-    lamp->setProperty("live", true);
-    const auto glows = Stage::all(root, "SoftShadow");
-    for (const double least : {0.1, 0.5, 0.9}) {
-        QTRY_VERIFY(lamp->property("glow").toDouble() > least);
-        const double glow = lamp->property("glow").toDouble();
-        QCOMPARE(glows[0]->opacity(), 1 - glow);
-        QCOMPARE(glows[1]->opacity(), glow);
+    const Lamp lamp;
+    const QEasingCurve curve = StationMotion::easeInOut();
+    QCOMPARE(Stage::animationCurves(lamp.root), (QList<QEasingCurve>{curve, curve}));
+}
+
+void LampTest::aPulsePaintsEachStepOnce()
+{
+    Lamp lamp;
+    const auto* glow = qobject_cast<PaintedItem*>(Stage::first(lamp.root, "SoftShadow"));
+    QSet<SharedPictures::Picture> pictures;
+    for (int round = 0; round < 2; ++round) {
+        for (int place = 0; place <= 100; ++place) {
+            lamp.lamp->setProperty("glow", place / 100.0);
+            lamp.stage.waitForFrame();
+            pictures.insert(glow->picture());
+        }
     }
+    QCOMPARE(pictures.size(), StationMotion::glowSteps + 1);
+}
+
+void LampTest::theWordsBesideTheLampStandOnOneLine_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<bool>("live");
+    for (const QSize size :
+         {QSize(1280, 720), QSize(1366, 768), QSize(1920, 1080), QSize(2560, 1080), QSize(3840, 2160)}) {
+        for (const bool live : {false, true})
+            QTest::addRow("%s at %d by %d", live ? "lit" : "dark", size.width(), size.height()) << size << live;
+    }
+}
+
+void LampTest::theWordsBesideTheLampStandOnOneLine()
+{
+    QFETCH(const QSize, size);
+    QFETCH(const bool, live);
+    FrontHouse house(size);
+    house.setNews(live, u"Harbour Council"_s);
+    // What stands on the line: no letter of either goes below it.
+    const QQuickItem* words = Stage::texts(Stage::first(house.newsDoor(), "OnAirLamp")).constFirst();
+    const QQuickItem* caption = Stage::texts(house.newsDoor()).constLast();
+    QCOMPARE(words->property("text").toString(), live ? u"ON AIR"_s : u"OFF AIR"_s);
+    QCOMPARE(caption->property("text").toString(), live ? u"ON AIR"_s : u"STANDBY"_s);
+    house.stage.waitForFrame();
+    const QImage picture = house.stage.window().grabWindow();
+    QCOMPARE(lowestInk(picture, Stage::area(words)), lowestInk(picture, Stage::area(caption)));
 }
 
 void LampTest::aDarkFrontScreenDrawsNoFrame()
@@ -109,7 +202,7 @@ void LampTest::aLitLampRepaintsOnlyItself()
     const QRectF area = drawn.take();
     const QRectF disc = Stage::area(Stage::first(house.newsDoor(), "LampDisc"));
     const auto around = [&](double margin) { return disc.marginsAdded({margin, margin, margin, margin}); };
-    const double reach = StationMotion::fullGlowSpread() * StationMotion::liftScale();
+    const double reach = StationMotion::glowSpread(1) * StationMotion::liftScale();
     QVERIFY2(area.contains(around(reach / 2)), "the glow is not drawn");
     QVERIFY2(around(reach + 3).contains(area), qPrintable(u"%1 x %2 pixels"_s.arg(area.width()).arg(area.height())));
 }

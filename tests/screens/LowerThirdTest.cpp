@@ -1,4 +1,5 @@
 #include "BroadcastStage.h"
+#include "StationMotion.h"
 #include "StationPalette.h"
 
 #include <QSignalSpy>
@@ -10,11 +11,14 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QString lowerThird = u"property bool lit: true; Rectangle { anchors.fill: parent; color: 'black' } "
-                           "Loader { anchors.fill: parent; active: canvas.lit; sourceComponent: LowerThird { "
-                           "timepiece: canvas.timepiece; stationLabel: canvas.station.label; "
-                           "program: canvas.news.programTitle; note: canvas.news.programNote; "
-                           "tagline: canvas.news.tagline; ticker: canvas.news.ticker } }"_s;
+const QString sentence = u"Joint special session of the harbour board, the library and the commission of parks. "_s;
+const QString lowerThird =
+    u"property bool lit: true; property real above: 0; "
+    "Rectangle { anchors.fill: parent; color: 'black' } "
+    "Loader { anchors.fill: parent; anchors.topMargin: canvas.above; active: canvas.lit; sourceComponent: LowerThird { "
+    "timepiece: canvas.timepiece; stationLabel: canvas.station.label; "
+    "program: canvas.news.programTitle; note: canvas.news.programNote; "
+    "tagline: canvas.news.tagline; ticker: canvas.news.ticker } }"_s;
 
 NewsStatus newsOf(const QString& program, const QString& note = {}, const QString& tagline = {})
 {
@@ -39,6 +43,11 @@ struct Scene : BroadcastStage
     QQuickItem* third() const { return first("LowerThird"); }
     QQuickItem* panel() const { return third()->childItems().constFirst(); }
     QRectF panelArea() const { return area(panel()); }
+    void setStation(const QString& label)
+    {
+        canvas->setProperty("station", QVariant::fromValue(TunerStation{u"5"_s, label, {}}));
+        stage.waitForFrame();
+    }
     double presence() const { return third()->property("presence").toDouble(); }
 };
 
@@ -70,6 +79,11 @@ private Q_SLOTS:
     void itSlidesInFromTheEdge();
     void itLeavesAfterEightSecondsForGood();
     void oneThatIsMadeAnewComesAgain();
+    void itEasesInAndOut();
+    void aTextIsShownWholeWhileThereIsRoom_data();
+    void aTextIsShownWholeWhileThereIsRoom();
+    void theTitleIsCutAtTheLastLineThatFits_data();
+    void theTitleIsCutAtTheLastLineThatFits();
     void longTextsStayInThePanel_data();
     void longTextsStayInThePanel();
 };
@@ -97,9 +111,14 @@ void LowerThirdTest::itStandsAsPublished()
     const QRectF label = scene.areaOf(u"5 O'CLOCK NEWS"_s);
     const QRectF station = scene.area(scene.text(u"5 O'CLOCK NEWS"_s)->parentItem());
     QCOMPARE(station.left(), badge.right() + 16);
-    QCOMPARE(station, label.marginsAdded({18, 10, 18, 10}));
-    QVERIFY(std::abs(station.center().y() - badge.center().y()) < 1);
-    QCOMPARE(std::min(station.top(), badge.top()), panel.top() + 24);
+    QCOMPARE(station.left(), label.left() - 18);
+    QCOMPARE(station.right(), label.right() + 18);
+    // As tall as the badge, which is a point more than its own padding asks for.
+    QCOMPARE(station.top(), badge.top());
+    QCOMPARE(station.bottom(), badge.bottom());
+    QVERIFY(std::abs(station.top() - (label.top() - 10)) < 1.1 &&
+            std::abs(station.bottom() - (label.bottom() + 10)) < 1.1);
+    QCOMPARE(badge.top(), panel.top() + 24);
     const QRectF title = scene.areaOf(u"Harbour Council"_s);
     const QRectF detail = scene.areaOf(u"A note"_s);
     QCOMPARE(title.left(), panel.left() + 24);
@@ -208,6 +227,59 @@ void LowerThirdTest::oneThatIsMadeAnewComesAgain()
     QTRY_VERIFY(!scene.panel()->isVisible());
 }
 
+void LowerThirdTest::itEasesInAndOut()
+{
+    const Scene scene(newsOf(u"A"_s));
+    QCOMPARE(Stage::animationCurves(scene.third()), QList<QEasingCurve>{StationMotion::easeInOut()});
+}
+
+void LowerThirdTest::aTextIsShownWholeWhileThereIsRoom_data()
+{
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("station");
+    QTest::newRow("a title of three lines") << sentence.repeated(2) << u"5 O'Clock News"_s;
+    QTest::newRow("a title of twelve lines") << sentence.repeated(8) << u"5 O'Clock News"_s;
+    QTest::newRow("a station of three lines") << u"A"_s << sentence.repeated(2);
+    QTest::newRow("both") << sentence.repeated(5) << sentence.repeated(5);
+    QTest::newRow("Chinese") << u"市議會定期會議與港口委員會聯席特別會議"_s.repeated(6)
+                             << u"市議會定期會議"_s.repeated(10);
+    QTest::newRow("lines") << u"one\ntwo\nthree\nfour\nfive"_s << u"A"_s;
+}
+
+void LowerThirdTest::aTextIsShownWholeWhileThereIsRoom()
+{
+    QFETCH(const QString, title);
+    QFETCH(const QString, station);
+    Scene scene(newsOf(title, u"A note"_s));
+    scene.setStation(station);
+    QVERIFY(!scene.text(title)->property("truncated").toBool());
+    QVERIFY(!scene.text(station.toUpper())->property("truncated").toBool());
+    QVERIFY(scene.panelArea().top() >= 23.5);
+    QCOMPARE(scene.panelArea().bottom(), 1056.0);
+}
+
+void LowerThirdTest::theTitleIsCutAtTheLastLineThatFits_data()
+{
+    QTest::addColumn<QString>("note");
+    QTest::addColumn<double>("above"); // points, that something stands above
+    QTest::newRow("with a note") << u"A note"_s << 0.0;
+    QTest::newRow("alone") << QString() << 0.0;
+    QTest::newRow("below a strip") << u"A note"_s << 92.0;
+}
+
+void LowerThirdTest::theTitleIsCutAtTheLastLineThatFits()
+{
+    QFETCH(const QString, note);
+    QFETCH(const double, above);
+    Scene scene(newsOf(sentence.repeated(50), note));
+    scene.canvas->setProperty("above", above);
+    scene.stage.waitForFrame();
+    const double top = scene.panelArea().top();
+    // Another line of the title would reach into what it leaves free.
+    QVERIFY2(top >= above + 23.5 && top < above + 24 + 49, qPrintable(QString::number(top)));
+    QCOMPARE(scene.panelArea().bottom(), 1056.0);
+}
+
 void LowerThirdTest::longTextsStayInThePanel_data()
 {
     QTest::addColumn<QString>("text");
@@ -217,18 +289,16 @@ void LowerThirdTest::longTextsStayInThePanel_data()
     QTest::newRow("Arabic") << u"اجتماع مجلس المدينة "_s.repeated(15);
     QTest::newRow("lines") << u"one\ntwo\nthree\nfour"_s;
     QTest::newRow("emoji") << u"\U0001F6A2\U0001F4FC "_s.repeated(60);
+    QTest::newRow("a million") << QString(1'000'000, u'W');
 }
 
 void LowerThirdTest::longTextsStayInThePanel()
 {
     QFETCH(QString, text);
     Scene scene(newsOf(text, text));
-    TunerStation station = scene.canvas->property("station").value<TunerStation>();
-    station.label = text;
-    scene.canvas->setProperty("station", QVariant::fromValue(station));
-    scene.stage.waitForFrame();
+    scene.setStation(text);
     const QRectF panel = scene.panelArea();
-    QVERIFY2(panel.width() <= 1200 && panel.height() < 380,
+    QVERIFY2(panel.width() <= 1200 && panel.top() >= 23.5,
              qPrintable(u"%1 by %2"_s.arg(panel.width()).arg(panel.height())));
     QCOMPARE(panel.bottom(), 1056.0);
     const QRectF inside = panel.marginsRemoved({24, 24, 24, 24});

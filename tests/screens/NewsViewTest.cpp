@@ -14,6 +14,7 @@ private Q_SLOTS:
     void theStandbyCardFollowsTheStatus();
     void aLitTowerShowsThePictureWithItsLowerThird();
     void theGroundOfThePictureIsBlackToTheEdges();
+    void theLowerThirdStaysBelowTheStrip();
     void theLowerThirdLeavesAndStaysAway();
     void theLowerThirdComesAgainWithTheTower();
     void theLowerThirdComesAgainForAnotherStation();
@@ -105,6 +106,29 @@ void NewsViewTest::theGroundOfThePictureIsBlackToTheEdges()
     const QImage picture = house.stage.picture();
     for (const QPoint place : {QPoint(0, 0), QPoint(1919, 0), QPoint(1919, 1079), QPoint(960, 540)})
         QCOMPARE(picture.pixelColor(place), QColor(Qt::black));
+}
+
+void NewsViewTest::theLowerThirdStaysBelowTheStrip()
+{
+    NewsHouse& house = openLit(2);
+    TVStatus status = house.store.status();
+    status.news.programTitle = u"Joint special session of the harbour board. "_s.repeated(60);
+    house.store.setStatus(status);
+    QTRY_COMPARE(house.piece("LowerThird")->property("presence").toDouble(), 1.0);
+    QVERIFY(house.hasArrived());
+    house.stage.waitForFrame();
+    const QRectF panel = Stage::area(Stage::first(house.piece("LowerThird"), "PixelRectangle"));
+    const QRectF strip = Stage::area(house.piece("TunerStrip"));
+    QVERIFY2(panel.top() > strip.bottom() && panel.top() < strip.bottom() + 80,
+             qPrintable(QString::number(panel.top())));
+    // Without a strip it has that room, too.
+    house.setChannels(0);
+    status.news.channels.clear();
+    house.store.setStatus(status);
+    house.stage.waitForFrame();
+    const QRectF taller = Stage::area(Stage::first(house.piece("LowerThird"), "PixelRectangle"));
+    QVERIFY(taller.top() >= 0 && taller.top() < strip.bottom());
+    QCOMPARE(taller.bottom(), panel.bottom());
 }
 
 void NewsViewTest::theLowerThirdLeavesAndStaysAway()

@@ -32,6 +32,18 @@ void collect(QQuickItem* item, const QByteArrayList& types, QList<QQuickItem*>& 
         collect(child, types, found);
 }
 
+template<typename Value>
+QList<Value> valuesOfAnimations(const QQuickItem* root, const char* property)
+{
+    QList<Value> values;
+    const auto objects = root->findChildren<QObject*>();
+    for (const QObject* object : objects) {
+        if (object->inherits("QQuickPropertyAnimation"))
+            values.append(object->property(property).value<Value>());
+    }
+    return values;
+}
+
 } // namespace
 
 Stage::Stage(QSize size) : m_window(std::make_unique<QQuickWindow>())
@@ -101,13 +113,12 @@ void Stage::waitForFrame()
 
 QList<int> Stage::animationTimes(const QQuickItem* root)
 {
-    QList<int> times;
-    const auto objects = root->findChildren<QObject*>();
-    for (const QObject* object : objects) {
-        if (object->inherits("QQuickPropertyAnimation"))
-            times.append(object->property("duration").toInt());
-    }
-    return times;
+    return valuesOfAnimations<int>(root, "duration");
+}
+
+QList<QEasingCurve> Stage::animationCurves(const QQuickItem* root)
+{
+    return valuesOfAnimations<QEasingCurve>(root, "easing");
 }
 
 QList<QQuickItem*> Stage::all(QQuickItem* root, const QByteArray& type)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QEasingCurve>
 #include <QImage>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -43,6 +44,9 @@ public:
 
     /** The durations of the animations made at and below `root`, in milliseconds. */
     static QList<int> animationTimes(const QQuickItem* root);
+
+    /** How they run from their beginnings to their ends. */
+    static QList<QEasingCurve> animationCurves(const QQuickItem* root);
 
     /** Where an item is on the glass, in device pixels. */
     static QRectF area(const QQuickItem* item);

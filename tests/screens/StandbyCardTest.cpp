@@ -18,6 +18,9 @@ const QString checkingLine = u"CHECKING THE TOWER…"_s;
 const QString watchingLine = u"TRANSMISSION WILL RESUME — THIS SET IS WATCHING THE TOWER"_s;
 const QString station = u"QUILLMERE TELEVISION"_s;
 constexpr double stripBottom = 92; // of the tuner strip, which may stand over the card
+constexpr double margin = 40;      // of the tallest card, above and below
+const QString next = u"2025-01-02T13:01:01Z"_s;
+const QString sentence = u"Joint special session of the harbour board, the library and the commission of parks. "_s;
 
 NewsStatus newsOf(const QString& title, const QString& note, const QString& next = {}, const QString& label = {})
 {
@@ -74,6 +77,11 @@ private Q_SLOTS:
     void theTickerRunsAlongTheBottomOfTheDisplay_data();
     void theTickerRunsAlongTheBottomOfTheDisplay();
     void itsTickerCanBeHeard();
+    void aTextIsShownWholeWhileThereIsRoom_data();
+    void aTextIsShownWholeWhileThereIsRoom();
+    void theCountdownIsWholeBeforeTheTitleAndThatBeforeTheNote();
+    void aTextIsCutAtTheLastLineThatFits_data();
+    void aTextIsCutAtTheLastLineThatFits();
     void longTextsStayOnTheCard_data();
     void longTextsStayOnTheCard();
 };
@@ -101,7 +109,7 @@ void StandbyCardTest::itStandsAsPublished()
     QVERIFY(std::abs(title.center().x() - 4 - card.center().x()) <= 0.5);
     QCOMPARE(card.width(), title.width() + 2 * 90);
 
-    const QRectF rule = scene.area(Stage::first(scene.standby(), "QQuickRectangle"));
+    const QRectF rule = scene.area(Stage::first(scene.standby(), "PixelRectangle"));
     QCOMPARE(rule.size(), QSizeF(420, 3));
     QCOMPARE(rule.top(), title.bottom() + 24);
     double above = rule.bottom();
@@ -200,7 +208,7 @@ void StandbyCardTest::whatIsNotThereIsLeftOut()
     Scene scene(newsOf(title, note));
     QCOMPARE(scene.words(),
              QStringList{heading} + rows + QStringList({watchingLine, station, u"no broadcast scheduled"_s}));
-    double above = scene.area(Stage::first(scene.standby(), "QQuickRectangle")).bottom();
+    double above = scene.area(Stage::first(scene.standby(), "PixelRectangle")).bottom();
     for (const QString& words : rows + QStringList{watchingLine}) {
         QVERIFY2(std::abs(scene.areaOf(words).top() - above - 24) < 0.01, qPrintable(words));
         above = scene.areaOf(words).bottom();
@@ -251,6 +259,92 @@ void StandbyCardTest::itsTickerCanBeHeard()
     QCOMPARE(ticker->text(QAccessible::Name), u"One   ·   Two"_s);
 }
 
+void StandbyCardTest::aTextIsShownWholeWhileThereIsRoom_data()
+{
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("note");
+    QTest::addColumn<QString>("label");
+    const QString a = u"A"_s;
+    QTest::newRow("a title") << sentence.repeated(8) << a << a;
+    QTest::newRow("a note") << a << sentence.repeated(15) << a;
+    QTest::newRow("a label") << a << a << sentence.repeated(12);
+    QTest::newRow("all three") << sentence.repeated(4) << sentence.repeated(4) << sentence.repeated(4);
+    QTest::newRow("a title alone") << sentence.repeated(10) << QString() << QString();
+    QTest::newRow("lines") << u"one\ntwo\nthree\n"_s << u"one\n\ntwo"_s << a;
+    QTest::newRow("Chinese") << u"市議會定期會議與港口委員會聯席特別會議"_s.repeated(8)
+                             << u"市議會定期會議"_s.repeated(20) << a;
+    QTest::newRow("Arabic") << u"اجتماع مجلس المدينة "_s.repeated(12) << u"اجتماع مجلس المدينة "_s.repeated(20) << a;
+}
+
+void StandbyCardTest::aTextIsShownWholeWhileThereIsRoom()
+{
+    QFETCH(const QString, title);
+    QFETCH(const QString, note);
+    QFETCH(const QString, label);
+    const Scene scene(newsOf(title, note, next, label));
+    for (const QString& words : {title, note, label}) {
+        if (words.isEmpty())
+            continue;
+        const QQuickItem* const text = scene.text(words);
+        QVERIFY2(text, qPrintable(words));
+        QVERIFY2(!text->property("truncated").toBool(), qPrintable(words));
+    }
+    QVERIFY(scene.cardArea().top() >= margin - 0.5);
+    QVERIFY(scene.cardArea().bottom() <= scene.tickerArea().top() - margin + 0.5);
+}
+
+void StandbyCardTest::theCountdownIsWholeBeforeTheTitleAndThatBeforeTheNote()
+{
+    const QString label = u"The label. "_s.repeated(30);
+    const QString title = u"The title. "_s.repeated(30);
+    const QString note = u"The note. "_s.repeated(300);
+    const Scene scene(newsOf(title, note, next, label));
+    QVERIFY(!scene.text(label)->property("truncated").toBool());
+    QVERIFY(!scene.text(title)->property("truncated").toBool());
+    QVERIFY(scene.text(note)->property("truncated").toBool());
+    QVERIFY(scene.text(note)->property("lineCount").toInt() > 4);
+
+    // A text is not crowded out by another that never ends.
+    const QString endless = sentence.repeated(50);
+    const Scene crowded(newsOf(endless, endless + u'2', next, endless + u'3'));
+    QCOMPARE(crowded.text(endless)->property("lineCount").toInt(), 2);
+    QCOMPARE(crowded.text(endless + u'2')->property("lineCount").toInt(), 4);
+    QVERIFY(crowded.text(endless + u'3')->property("lineCount").toInt() > 5);
+    QCOMPARE(crowded.text(u"1d 01:01:01"_s)->property("truncated").toBool(), false);
+}
+
+void StandbyCardTest::aTextIsCutAtTheLastLineThatFits_data()
+{
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("note");
+    QTest::addColumn<QString>("label");
+    QTest::addColumn<double>("line"); // points, of the text that is cut
+    const QString endless = sentence.repeated(58);
+    QTest::newRow("the title") << endless << QString() << u"A"_s << 37.0;
+    QTest::newRow("the note") << u"A"_s << endless << QString() << 30.0;
+    QTest::newRow("the label") << QString() << QString() << endless << 30.0;
+    QTest::newRow("all") << endless << endless << endless << 30.0;
+    QTest::newRow("Chinese") << QString() << u"市議會定期會議與港口委員會聯席特別會議"_s.repeated(100) << u"A"_s
+                             << 40.0;
+}
+
+void StandbyCardTest::aTextIsCutAtTheLastLineThatFits()
+{
+    QFETCH(const QString, title);
+    QFETCH(const QString, note);
+    QFETCH(const QString, label);
+    QFETCH(const double, line);
+    Scene scene(newsOf(title, note, next, label));
+    for (const bool checking : {false, true}) {
+        scene.canvas->setProperty("checking", checking);
+        scene.stage.waitForFrame();
+        // Another line would take the card beyond what it may have.
+        const double most = scene.tickerArea().top() - 2 * margin;
+        QVERIFY2(scene.cardArea().height() <= most + 0.5 && scene.cardArea().height() > most - line,
+                 qPrintable(u"%1 of %2"_s.arg(scene.cardArea().height()).arg(most)));
+    }
+}
+
 void StandbyCardTest::longTextsStayOnTheCard_data()
 {
     QTest::addColumn<QString>("text");
@@ -280,8 +374,9 @@ void StandbyCardTest::longTextsStayOnTheCard()
     QVERIFY2(card.width() <= 1500, qPrintable(QString::number(card.width())));
     // Of the card the strip may cover its empty edge.
     QVERIFY2(scene.areaOf(heading).top() > stripBottom, qPrintable(QString::number(card.top())));
-    QVERIFY(card.top() > 0);
-    QVERIFY(card.bottom() < scene.tickerArea().top());
+    QVERIFY(card.top() > margin - 1);
+    QVERIFY(card.bottom() < scene.tickerArea().top() - margin + 1);
+    QVERIFY(scene.text(watchingLine) && scene.text(station) && scene.text(u"1d 01:01:01"_s));
     const QRectF inside = card.marginsRemoved({90, 55.99, 90, 55.99});
     QRectF above;
     const auto texts = Stage::texts(scene.standby());

@@ -1,5 +1,6 @@
 #include "TranscriptHouse.h"
 
+#include "StationMotion.h"
 #include "StationPalette.h"
 
 #include <QElapsedTimer>
@@ -224,6 +225,7 @@ void TranscriptViewTest::thePassageWithTheFocusStandsOut()
     QCOMPARE(ink(0), StationPalette::inkNavy().name());
     QCOMPARE(ink(1), StationPalette::mixed(StationPalette::cream(), StationPalette::inkNavy(), 0.72).name());
     QCOMPARE(Stage::animationTimes(house.column->itemAt(0)), QList<int>{150});
+    QCOMPARE(Stage::animationCurves(house.column->itemAt(0)), QList<QEasingCurve>{StationMotion::easeOut()});
 }
 
 void TranscriptViewTest::theArrowsGoFromPassageToPassage()

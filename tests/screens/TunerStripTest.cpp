@@ -3,15 +3,19 @@
 #include "StationPalette.h"
 #include "TunerList.h"
 
+#include <QFontMetricsF>
 #include <QTest>
 
+#include <algorithm>
 #include <cmath>
+
+using namespace std::chrono_literals;
 
 namespace {
 
 const QString tunerStrip =
     u"property string picked; FocusScreen { anchors.fill: parent; focus: true; TunerStrip { width: parent.width; "
-    "height: implicitHeight; stations: canvas.stations; current: canvas.station; "
+    "height: implicitHeight; stations: canvas.stations; current: canvas.station; timepiece: canvas.timepiece; "
     "onPicked: station => canvas.picked = station.path } }"_s;
 
 NewsStatus newsOf(const QMap<QString, QString>& channels)
@@ -82,8 +86,14 @@ private Q_SLOTS:
     void everyOneOfFiftyChannelsIsReached();
     void anotherCurrentStationTakesTheFocusAlong();
     void theFocusStaysOnItsStationWhenTheHubMovesIt();
-    void longLabelsAreCut_data();
-    void longLabelsAreCut();
+    void aNameIsCutOnlyWhereTheStripEnds_data();
+    void aNameIsCutOnlyWhereTheStripEnds();
+    void everyTextStaysOnItsPlate_data();
+    void everyTextStaysOnItsPlate();
+    void aCutNamePassesThroughItsPlateUnderTheFocus_data();
+    void aCutNamePassesThroughItsPlateUnderTheFocus();
+    void aCutNameIsReadFromItsOwnBeginning();
+    void nothingMovesWithoutACutNameUnderTheFocus();
 };
 
 void TunerStripTest::itStandsAsPublished_data()
@@ -114,8 +124,12 @@ void TunerStripTest::itStandsAsPublished()
         QCOMPARE(area.bottom(), strip.bottom() - 14);
         const auto texts = Stage::all(const_cast<QQuickItem*>(button), "StationText");
         // On the plate, which is larger under the focus.
-        const QRectF number(texts.at(0)->position(), texts.at(0)->size());
-        const QRectF label(texts.at(1)->position(), texts.at(1)->size());
+        QQuickItem* const plate = Stage::first(const_cast<QQuickItem*>(button), "StationPlate");
+        const auto onPlate = [plate](const QQuickItem* text) {
+            return text->mapRectToItem(plate, QRectF(QPointF(), text->size()));
+        };
+        const QRectF number = onPlate(texts.at(0));
+        const QRectF label = onPlate(texts.at(1));
         QCOMPARE(label.left(), number.right() + 10);
         QVERIFY(number.left() >= 20 && label.right() <= area.width() - 20);
         QVERIFY(number.top() >= 10 && number.bottom() <= area.height() - 10);
@@ -249,7 +263,52 @@ void TunerStripTest::theFocusStaysOnItsStationWhenTheHubMovesIt()
     QVERIFY(scene.heard() == u"7 Committee room 7"_s || scene.heard() == u"5 5 O'Clock News"_s);
 }
 
-void TunerStripTest::longLabelsAreCut_data()
+void TunerStripTest::aNameIsCutOnlyWhereTheStripEnds_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("longest"); // of a plate, in points
+    QTest::newRow("720p") << QSize(1280, 720) << 1820;
+    QTest::newRow("1080p") << QSize(1920, 1080) << 1820;
+    QTest::newRow("wider") << QSize(2560, 1080) << 2460;
+    QTest::newRow("taller") << QSize(1024, 768) << 1820;
+}
+
+void TunerStripTest::aNameIsCutOnlyWhereTheStripEnds()
+{
+    QFETCH(const QSize, size);
+    QFETCH(const int, longest);
+    const QString room = u"City Council chambers at the old custom house beside the harbour: room "_s;
+    QMap<QString, QString> channels{{u"6"_s, room + u"A"_s}, {u"7"_s, room + u"B"_s}};
+    for (const int letters : {100, 125, 135, 145, 170, 300})
+        channels.insert(QString::number(letters), room.repeated(5).left(letters));
+    Scene scene(newsOf(channels), size);
+    const QFontMetricsF numbers(TunerList::numberFont());
+    const QFontMetricsF labels(TunerList::labelFont());
+    int cut = 0;
+    int whole = 0;
+    do {
+        scene.stage.settle();
+        const QString name = scene.heard();
+        const auto texts = Stage::texts(scene.focused());
+        const double wanted = 2 * 46 + 10 +
+                              std::ceil(numbers.horizontalAdvance(texts.at(0)->property("text").toString())) +
+                              std::ceil(labels.horizontalAdvance(texts.at(1)->property("text").toString()));
+        QCOMPARE(scene.focused()->width(), std::min(wanted, double(longest)));
+        (wanted > longest ? cut : whole) += 1;
+        // All of it, as it has grown, is on the display and beside its neighbours.
+        const QRectF plate = Stage::area(Stage::first(scene.focused(), "StationPlate"));
+        QVERIFY2(plate.left() >= 0 && plate.right() <= size.width(), qPrintable(name));
+        const auto buttons = scene.buttons();
+        for (const QQuickItem* button : buttons)
+            QVERIFY(button == scene.focused() || !Stage::area(button).intersects(plate));
+        scene.stage.press(Qt::Key_Right);
+        if (scene.heard() == name)
+            break;
+    } while (true);
+    QVERIFY(cut >= 1 && whole >= 4);
+}
+
+void TunerStripTest::everyTextStaysOnItsPlate_data()
 {
     QTest::addColumn<QString>("label");
     QTest::newRow("300 characters") << u"Joint special session of the harbour board "_s.repeated(7).left(300);
@@ -257,24 +316,134 @@ void TunerStripTest::longLabelsAreCut_data()
     QTest::newRow("Arabic") << u"اجتماع مجلس المدينة "_s.repeated(15);
     QTest::newRow("lines") << u"one\ntwo\nthree\nfour"_s;
     QTest::newRow("blank") << u" "_s;
+    QTest::newRow("a million") << QString(1'000'000, u'W');
 }
 
-void TunerStripTest::longLabelsAreCut()
+void TunerStripTest::everyTextStaysOnItsPlate()
 {
     QFETCH(QString, label);
-    Scene scene(newsOf({{u"6"_s, label}, {QString(40, u'8'), label}}));
-    QRectF before;
-    const auto buttons = scene.buttons();
-    for (QQuickItem* button : buttons) {
-        QVERIFY(button->width() <= 2 * 46 + 160 + 10 + 400);
-        const auto texts = Stage::texts(button);
-        for (const QQuickItem* text : texts) {
-            QVERIFY(scene.area(button).contains(scene.area(text)));
-            QVERIFY(text->property("contentWidth").toDouble() <= text->width() + 24);
+    Scene scene(newsOf({{u"6"_s, label}, {QString(400, u'8'), label}}));
+    for (int round = 0; round < 3; ++round) {
+        QRectF before;
+        const auto buttons = scene.buttons();
+        for (QQuickItem* button : buttons) {
+            QVERIFY(button->width() <= 1820);
+            const auto texts = Stage::texts(button);
+            for (QQuickItem* text : texts) {
+                const QQuickItem* const room = text->parentItem();
+                QVERIFY(scene.area(button).contains(scene.area(room)) || button->hasActiveFocus());
+                QVERIFY(room->clip() || text->property("contentWidth").toDouble() <= room->width() + 24);
+                QVERIFY(room->clip() || (text->x() == 0 && text->width() == room->width()));
+            }
+            QVERIFY(!scene.area(button).intersects(before));
+            before = scene.area(button);
         }
-        QVERIFY(!scene.area(button).intersects(before));
-        before = scene.area(button);
+        scene.stage.press(Qt::Key_Right);
+        scene.stage.settle();
     }
+}
+
+void TunerStripTest::aCutNamePassesThroughItsPlateUnderTheFocus_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("720p") << QSize(1280, 720);
+    QTest::newRow("1080p") << QSize(1920, 1080);
+    QTest::newRow("wider") << QSize(2560, 1080);
+    QTest::newRow("2160p") << QSize(3840, 2160);
+}
+
+void TunerStripTest::aCutNamePassesThroughItsPlateUnderTheFocus()
+{
+    QFETCH(const QSize, size);
+    const QString label =
+        u"The Joint Committee on Harbours, Ferries, Footbridges, Fog Horns and Lanterns. "_s.repeated(4);
+    Scene scene(newsOf({{u"6"_s, label}, {u"7"_s, u"Parks"_s}}), size);
+    const QQuickItem* const text = scene.text(label);
+    const QQuickItem* const room = text->parentItem();
+    QVERIFY(text->property("truncated").toBool());
+
+    scene.stage.press(Qt::Key_Right);
+    scene.stage.settle();
+    // Its beginning first, and all of it laid out.
+    QVERIFY(!text->property("truncated").toBool());
+    QCOMPARE(text->x(), 0.0);
+    const double overflow = text->width() - room->width();
+    QVERIFY(overflow > 100);
+    scene.clock.advance(1499ms);
+    scene.stage.waitForFrame();
+    QCOMPARE(text->x(), 0.0);
+    scene.clock.advance(1ms);
+    // Then it moves, as far as the clock says, by whole pixels.
+    const auto hasTravelled = [&](double points) { return std::abs(text->x() + points) <= 0.51 / scene.factor(); };
+    for (const int half : {1, 2, 3, 4}) {
+        scene.clock.advance(500ms);
+        QTRY_VERIFY(hasTravelled(std::min(overflow, half * 60.0)));
+        const double pixels = Stage::area(room).left() - Stage::area(text).left();
+        QVERIFY2(std::abs(std::remainder(pixels, 1)) < 0.001, qPrintable(QString::number(pixels)));
+    }
+    // Its end stands still for a while, and then the beginning is there again.
+    scene.clock.advance(60s);
+    QTRY_VERIFY(hasTravelled(overflow));
+    scene.stage.waitForFrame();
+    QVERIFY(std::abs(scene.area(text).right() - scene.area(room).right()) <= 1);
+    scene.clock.advance(1999ms);
+    scene.stage.waitForFrame();
+    QVERIFY(text->x() < 0);
+    scene.clock.advance(1ms);
+    QCOMPARE(text->x(), 0.0);
+    scene.clock.advance(1500ms);
+    scene.clock.advance(1s);
+    QTRY_VERIFY(text->x() < -100);
+
+    // Without the focus it is cut as it was.
+    scene.stage.press(Qt::Key_Right);
+    scene.stage.settle();
+    QCOMPARE(text->x(), 0.0);
+    QVERIFY(text->property("truncated").toBool());
+}
+
+void TunerStripTest::aCutNameIsReadFromItsOwnBeginning()
+{
+    const QString label = u"اجتماع مجلس المدينة "_s.repeated(20);
+    Scene scene(newsOf({{u"6"_s, label}}));
+    const QQuickItem* const text = scene.text(label);
+    const QQuickItem* const room = text->parentItem();
+    scene.stage.press(Qt::Key_Right);
+    scene.stage.settle();
+    QVERIFY(std::abs(scene.area(text).right() - scene.area(room).right()) <= 1);
+    scene.clock.advance(1500ms);
+    scene.clock.advance(1s);
+    QTRY_VERIFY(scene.area(text).right() > scene.area(room).right() + 100);
+    scene.clock.advance(60s);
+    QTRY_VERIFY(std::abs(scene.area(text).left() - scene.area(room).left()) <= 1);
+}
+
+void TunerStripTest::nothingMovesWithoutACutNameUnderTheFocus()
+{
+    const QString label =
+        u"The Joint Committee on Harbours, Ferries, Footbridges, Fog Horns and Lanterns. "_s.repeated(4);
+    Scene scene(newsOf({{u"6"_s, label}, {u"7"_s, u"Parks"_s}}));
+    const auto isStill = [&] {
+        scene.stage.settle();
+        const int frames = scene.stage.frames();
+        for (int second = 0; second < 5; ++second) {
+            scene.clock.advance(1s);
+            QTest::qWait(50);
+        }
+        return scene.stage.frames() == frames;
+    };
+    QVERIFY(isStill());
+    scene.stage.press(Qt::Key_Right);
+    QVERIFY(!isStill());
+    // It rests at its end.
+    scene.clock.advance(60s);
+    scene.stage.settle();
+    const int frames = scene.stage.frames();
+    scene.clock.advance(1s);
+    scene.stage.settle();
+    QCOMPARE(scene.stage.frames(), frames);
+    scene.stage.press(Qt::Key_Right);
+    QVERIFY(isStill());
 }
 
 QTEST_MAIN(TunerStripTest)

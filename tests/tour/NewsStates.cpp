@@ -20,8 +20,10 @@ constexpr QRectF firstPlate(200, 20, 280, 52);  // "5 O'Clock News", within its 
 constexpr QRectF secondPlate(530, 20, 160, 52); // "12 Parks"
 constexpr QRectF thirdPlate(750, 20, 220, 52);  // "20 Council 20"
 constexpr QRectF fifthPlate(1360, 20, 250, 52); // under the focus, once the strip has moved
+constexpr QRectF longPlate(60, 20, 1800, 52);   // of a name longer than the strip, under the focus
 constexpr QRectF lowerThird(70, 780, 1200, 276);
-constexpr int longestLoop = 64; // seconds, of the channels' recordings
+constexpr QRectF tallLowerThird(70, 100, 1200, 956); // of a long title, below the strip
+constexpr int longestLoop = 64;                      // seconds, of the channels' recordings
 const QColor brick(192, 90, 31);
 const QColor onAirRed(217, 43, 43);
 
@@ -56,6 +58,30 @@ Step saysManyStations()
         channels[QString::number(number)] = QJsonObject{{u"label"_s, label}, {u"path"_s, u"parks"_s}};
     }
     return says({{u"channels"_s, channels}});
+}
+
+/** Two rooms of one body, told apart by their last letters, and a name that is longer than the strip. */
+Step saysLongNames()
+{
+    const QString room = u"Harbour Commission at the Old Custom House: Room "_s;
+    const QString body =
+        u"The Joint Committee on Harbours, Ferries, Footbridges, Fog Horns, Lights and Lanterns of "
+        "Brindlemere, Tern Hollow and Marrowby Flats, sitting for the whole of this year in the Annexe"_s;
+    QJsonObject channels{{u"3"_s, QJsonValue::Null}, {u"12"_s, QJsonValue::Null}};
+    channels[u"20"_s] = QJsonObject{{u"label"_s, room + u"Anchor"_s}, {u"path"_s, u"parks"_s}};
+    channels[u"21"_s] = QJsonObject{{u"label"_s, room + u"Beacon"_s}, {u"path"_s, u"parks"_s}};
+    channels[u"22"_s] = QJsonObject{{u"label"_s, body}, {u"path"_s, u"parks"_s}};
+    return says({{u"channels"_s, channels}});
+}
+
+/** More than the display has room for in every text at once. */
+QJsonObject endlessTexts()
+{
+    const QString text = u"Joint special session of the harbour board, the library and the commission of parks "_s;
+    return {{u"program_title"_s, text.repeated(40)},
+            {u"program_note"_s, text.repeated(40)},
+            {u"tagline"_s, text.repeated(40)},
+            {u"next_broadcast_label"_s, text.repeated(40)}};
 }
 
 QJsonObject longTexts()
@@ -116,6 +142,10 @@ QList<State> onStandby()
         {u"news, dark with long texts"_s,
          {order(u"/status/reset"_s), saysOneStation(), says(longTexts())},
          {reads(card, u"Joint special session of the harbour board"_s), reads(card, watching)}},
+        {u"news, dark with endless texts"_s,
+         {says(endlessTexts())},
+         {reads(area::everything, u"5 O'CLOCK NEWS"_s), reads(area::everything, watching),
+          reads(area::everything, u"Quillmere Television"_s), reads(area::everything, u"commission of parks"_s)}},
         {u"news, dark with nothing to say"_s,
          {says(noTexts())},
          {reads(card, u"no broadcast scheduled"_s), readsNot(card, u"last on the schedule"_s),
@@ -136,8 +166,17 @@ QList<State> withStations()
         {u"news, along the strip"_s,
          {press(u"right"_s, 12)},
          {reads(fifthPlate, u"Council 30"_s), readsNot(caption, u"CHANNELS"_s)}},
+        {u"news, two rooms of one body"_s,
+         {press(u"left"_s, 12), saysLongNames(), waitFor(reads(strip, u"Custom House"_s)), press(u"right"_s, 2)},
+         {reads(strip, u"Room Anchor"_s), reads(strip, u"Room Beacon"_s)}},
+        {u"news, the beginning of a long name"_s,
+         {press(u"right"_s)},
+         {reads(longPlate, u"22"_s), reads(longPlate, u"The Joint Committee"_s), readsNot(longPlate, u"Annexe"_s)}},
+        {u"news, the end of a long name"_s,
+         {},
+         {reads(longPlate, u"in the Annexe"_s), readsNot(longPlate, u"The Joint"_s)}},
         {u"news, back along the strip"_s,
-         {press(u"left"_s, 12), order(u"/status/reset"_s), saysTwoStations()},
+         {press(u"left"_s, 3), order(u"/status/reset"_s), saysTwoStations()},
          {looksAsIn(u"news, two stations"_s, strip)}},
     };
 }
@@ -173,7 +212,12 @@ QList<State> onTheAir()
         {u"news, lit with long texts"_s,
          {order(u"/tower/dark"_s), says(longTexts()), waitFor(reads(card, u"Joint special session"_s)),
           order(u"/tower/lit"_s)},
-         {isRed(lowerThird), reads(lowerThird, u"Joint special session of the harbour board"_s)}},
+         {isRed(tallLowerThird), reads(tallLowerThird, u"Joint special session of the harbour board"_s)}},
+        {u"news, lit with an endless title"_s,
+         {order(u"/tower/dark"_s), order(u"/status/reset"_s), saysTwoStations(), says(endlessTexts()),
+          waitFor(reads(strip, u"Parks"_s)), order(u"/tower/lit"_s)},
+         {isRed(tallLowerThird), reads(tallLowerThird, u"LIVE"_s), reads(tallLowerThird, u"commission of parks"_s),
+          reads(firstPlate, u"5 O'Clock News"_s)}},
         {u"front, after the news"_s, {press(u"back"_s)}, {reads(area::rightDoor, u"every one plays right here"_s)}},
     };
 }

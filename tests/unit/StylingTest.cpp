@@ -1,4 +1,5 @@
 #include "CardPlate.h"
+#include "StationMotion.h"
 #include "StationPalette.h"
 #include "Typography.h"
 #include "VeneerBackground.h"
@@ -15,6 +16,8 @@ private Q_SLOTS:
     void aColourOfThePaletteIsAsPublished();
     void theColourBarsRunFromGreyToBlue();
     void fadingKeepsTheColour();
+    void anEaseRunsAlongItsCubicCurve_data();
+    void anEaseRunsAlongItsCubicCurve();
     void aLabelOfSize20HasLetterSpacing3Point6();
     void aLabelIsSetInCapitals();
     void theGrainFollowsItsRecurrence();
@@ -59,6 +62,32 @@ void StylingTest::fadingKeepsTheColour()
     const QColor faded = StationPalette::faded(StationPalette::cream(), 0.65);
     QCOMPARE(faded.rgb() & 0xffffff, StationPalette::cream().rgb() & 0xffffff);
     QVERIFY(std::abs(faded.alphaF() - 0.65) < 0.001);
+}
+
+void StylingTest::anEaseRunsAlongItsCubicCurve_data()
+{
+    QTest::addColumn<QEasingCurve>("curve");
+    QTest::addColumn<QPointF>("first");
+    QTest::addColumn<QPointF>("second");
+    QTest::newRow("in and out") << StationMotion::easeInOut() << QPointF(0.42, 0) << QPointF(0.58, 1);
+    QTest::newRow("out") << StationMotion::easeOut() << QPointF(0, 0) << QPointF(0.58, 1);
+}
+
+void StylingTest::anEaseRunsAlongItsCubicCurve()
+{
+    QFETCH(const QEasingCurve, curve);
+    QFETCH(const QPointF, first);
+    QFETCH(const QPointF, second);
+    for (int step = 0; step <= 100; ++step) {
+        const double t = step / 100.0;
+        const double before = 3 * (1 - t) * (1 - t) * t;
+        const double after = 3 * (1 - t) * t * t;
+        const double time = before * first.x() + after * second.x() + t * t * t;
+        const double way = before * first.y() + after * second.y() + t * t * t;
+        QVERIFY2(std::abs(curve.valueForProgress(time) - way) < 0.001,
+                 qPrintable(
+                     QStringLiteral("%1 after %2 instead of %3").arg(curve.valueForProgress(time)).arg(time).arg(way)));
+    }
 }
 
 void StylingTest::aLabelOfSize20HasLetterSpacing3Point6()

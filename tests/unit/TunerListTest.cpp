@@ -19,6 +19,9 @@ private Q_SLOTS:
     void everyButtonWithTheCurrentNumberIsMarked();
     void aButtonIsAsLongAsItsTexts();
     void longTextsAreBounded();
+    void aButtonIsNoLongerThanTheStrip_data();
+    void aButtonIsNoLongerThanTheStrip();
+    void anotherStripChangesNothingForButtonsThatFit();
     void thereAreButtonsForTheFirstOfVeryManyStations();
     void theSameStationsAgainChangeNothing();
     void pickingTellsTheStation();
@@ -87,8 +90,53 @@ void TunerListTest::longTextsAreBounded()
 {
     const QString endless(1'000'000, u'W');
     m_list->setStations({{endless, endless, u"/a"_s}});
-    QCOMPARE(button(0, TunerList::LabelRole).toString().size(), 121);
-    QCOMPARE(button(0, TunerList::ExtentRole).toDouble(), 2.0 * 46 + 160 + 10 + 400);
+    QCOMPARE(button(0, TunerList::NumberRole).toString().size(), 1001);
+    QCOMPARE(button(0, TunerList::LabelRole).toString().size(), 1001);
+}
+
+void TunerListTest::aButtonIsNoLongerThanTheStrip_data()
+{
+    QTest::addColumn<QString>("number");
+    QTest::addColumn<QString>("label");
+    QTest::addColumn<double>("strip");
+    QTest::addColumn<int>("numberExtent"); // -1: as long as it is
+    QTest::addColumn<double>("extent");    // -1: as long as its texts are
+    const QString endless(1000, u'W');
+    QTest::newRow("a strip of unknown length") << u"12"_s << endless << 0.0 << -1 << -1.0;
+    QTest::newRow("both fit") << u"12"_s << u"Parks"_s << 1920.0 << -1 << -1.0;
+    QTest::newRow("a long label") << u"12"_s << endless << 1920.0 << -1 << 1820.0;
+    QTest::newRow("a long number") << endless << QString() << 1920.0 << 1718 << 1820.0;
+    QTest::newRow("both too long") << endless << endless << 1920.0 << 859 << 1820.0;
+    QTest::newRow("on a wider strip") << u"12"_s << endless << 2560.0 << -1 << 2460.0;
+}
+
+void TunerListTest::aButtonIsNoLongerThanTheStrip()
+{
+    QFETCH(const QString, number);
+    QFETCH(const QString, label);
+    QFETCH(const double, strip);
+    QFETCH(const int, numberExtent);
+    QFETCH(const double, extent);
+    m_list->setStations({{number, label, u"/a"_s}});
+    m_list->setStripWidth(strip);
+    const int wholeNumber = qCeil(QFontMetricsF(TunerList::numberFont()).horizontalAdvance(number));
+    const int wholeLabel = qCeil(QFontMetricsF(TunerList::labelFont()).horizontalAdvance(label));
+    QCOMPARE(button(0, TunerList::NumberExtentRole).toInt(), numberExtent < 0 ? wholeNumber : numberExtent);
+    QCOMPARE(button(0, TunerList::ExtentRole).toDouble(),
+             extent < 0 ? 2.0 * 46 + 10 + wholeNumber + wholeLabel : extent);
+}
+
+void TunerListTest::anotherStripChangesNothingForButtonsThatFit()
+{
+    m_list->setStations(stations({u"5"_s, u"6"_s}));
+    m_list->setCurrent(station(u"6"_s));
+    const QSignalSpy resets(m_list.get(), &QAbstractItemModel::modelReset);
+    m_list->setStripWidth(1920);
+    m_list->setStripWidth(2560);
+    QCOMPARE(resets.count(), 0);
+    m_list->setStripWidth(300);
+    QCOMPARE(resets.count(), 1);
+    QCOMPARE(m_list->place(), 1);
 }
 
 void TunerListTest::thereAreButtonsForTheFirstOfVeryManyStations()

@@ -1,0 +1,77 @@
+#include "LineBudget.h"
+
+#include "TextLines.h"
+
+#include <QTextOption>
+
+#include <algorithm>
+
+namespace {
+
+/** How tall the text is with one line, with two, and so on; no further than `height` reaches. */
+QList<double> heightsOf(const WrappedText& text, double height)
+{
+    QList<double> heights;
+    if (text.text.isEmpty())
+        return heights;
+    // Measured by what draws it, so that both agree on where a line ends.
+    TextLines lines(QString(text.text).replace(u'\n', QChar::LineSeparator), text.font);
+    const double lineHeight = lines.height();
+    lines.breakLines(text.width, QTextOption::WrapAtWordBoundaryOrAnywhere, int(height / lineHeight) + 1);
+    for (int line = 1; line <= lines.count(); ++line)
+        heights.append(line * lineHeight);
+    return heights;
+}
+
+class Budget
+{
+public:
+    Budget(const QList<WrappedText>& texts, double height) : m_texts(texts), m_height(height)
+    {
+        for (const WrappedText& text : texts) {
+            m_heights.append(heightsOf(text, height));
+            m_lines.append(std::min(text.leastLines, int(m_heights.constLast().size())));
+        }
+    }
+
+    QList<int> shared()
+    {
+        for (qsizetype i = m_texts.size() - 1; i >= 0; --i) {
+            while (m_lines.at(i) > 1 && used() > m_height)
+                --m_lines[i];
+        }
+        for (qsizetype i = 0; i < m_texts.size(); ++i) {
+            while (m_lines.at(i) < m_heights.at(i).size()) {
+                ++m_lines[i];
+                if (used() > m_height) {
+                    --m_lines[i];
+                    break;
+                }
+            }
+        }
+        return m_lines;
+    }
+
+private:
+    double used() const
+    {
+        double sum = 0;
+        for (qsizetype i = 0; i < m_texts.size(); ++i) {
+            if (m_lines.at(i) > 0)
+                sum += m_texts.at(i).gap + m_heights.at(i).at(m_lines.at(i) - 1);
+        }
+        return sum;
+    }
+
+    const QList<WrappedText>& m_texts;
+    double m_height;
+    QList<QList<double>> m_heights; ///< of each text with one line, with two, and so on
+    QList<int> m_lines;
+};
+
+} // namespace
+
+QList<int> linesThatFit(const QList<WrappedText>& texts, double height)
+{
+    return Budget(texts, height).shared();
+}
