@@ -147,6 +147,7 @@ void HubFetchTest::aFetchRevalidatesWithinItsLimits()
     kept(m_hub->get<TVStatus>(statusPath));
     const HttpRequest& request = m_http->request(0);
     QCOMPARE(request.cache, HttpRequest::Cache::Revalidate);
+    QCOMPARE(request.body, HttpRequest::Body::Read);
     QVERIFY(request.inactivityLimit == 20s);
     QVERIFY(request.overallLimit == 60s);
     QCOMPARE(request.maxBytes, 16 * 1024 * 1024);

@@ -12,7 +12,7 @@ private Q_SLOTS:
     void aProbeWantsStatus200Exactly();
     void aProbeThatFailsIsAnsweredNo_data();
     void aProbeThatFailsIsAnsweredNo();
-    void aProbeBypassesTheCacheAndLastsEightSeconds();
+    void aProbeBypassesTheCacheWantsNoBodyAndLastsEightSeconds();
     void aProbeWithoutAddressIsAnsweredNo();
     void aCancelledProbeIsAnsweredNo();
     void destroyingTheClientAnswersAProbeNo();
@@ -55,12 +55,13 @@ void HubProbeTest::aProbeThatFailsIsAnsweredNo()
     QCOMPARE(result->value(), false);
 }
 
-void HubProbeTest::aProbeBypassesTheCacheAndLastsEightSeconds()
+void HubProbeTest::aProbeBypassesTheCacheWantsNoBodyAndLastsEightSeconds()
 {
     kept(m_hub->probe(u"council/index.m3u8"_s));
     const HttpRequest& request = m_http->request(0);
     QCOMPARE(request.url, QUrl(u"https://hub.test/council/index.m3u8"_s));
     QCOMPARE(request.cache, HttpRequest::Cache::Bypass);
+    QCOMPARE(request.body, HttpRequest::Body::Ignore);
     QVERIFY(request.inactivityLimit == 8s);
     QVERIFY(request.overallLimit == 8s);
 }
