@@ -5,6 +5,7 @@
 #include <QTextOption>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -16,7 +17,8 @@ QList<double> heightsOf(const WrappedText& text, double height)
         return heights;
     // Measured by what draws it, so that both agree on where a line ends.
     TextLines lines(QString(text.text).replace(u'\n', QChar::LineSeparator), text.font);
-    const double lineHeight = lines.height();
+    constexpr double tolerance = 0.01;
+    const double lineHeight = std::ceil(lines.height() - tolerance); // a StationText's
     lines.breakLines(text.width, QTextOption::WrapAtWordBoundaryOrAnywhere, int(height / lineHeight) + 1);
     for (int line = 1; line <= lines.count(); ++line)
         heights.append(line * lineHeight);
