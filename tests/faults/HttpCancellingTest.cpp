@@ -43,6 +43,25 @@ private Q_SLOTS:
             QCOMPARE(request.target, QByteArray("/after"));
     }
 
+    void aRequestCalledOffWhileItWaitsForOthersIsNeverSent()
+    {
+        m_server->on("/slow", FaultServer::sendAndWait());
+        m_server->on("/next", FaultServer::answer(200, "next"));
+        TaskScope slow;
+        QList<std::shared_ptr<HttpOutcome>> outcomes;
+        for (int request = 0; request < 6; ++request)
+            outcomes.append(start(*m_client, to(m_server->url("/slow")), slow.token()));
+        QTRY_COMPARE(m_server->requests().size(), 6);
+        TaskScope scope;
+        const auto waiting = start(*m_client, to(m_server->url("/waiting")), scope.token());
+        const auto next = start(*m_client, to(m_server->url("/next")));
+        scope.cancel();
+        QVERIFY(waiting->failedAs(Kind::Cancelled));
+        slow.cancel();
+        QTRY_COMPARE(next->body(), QByteArray("next"));
+        QCOMPARE(m_server->requests().size(), 7);
+    }
+
     void cancellingAfterTheAnswerChangesNothing()
     {
         m_server->on("/", FaultServer::answer(200, "here"));

@@ -93,6 +93,36 @@ private Q_SLOTS:
         QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("late"));
     }
 
+    void aRequestThatWaitsForOthersEndsAtItsOverallLimitOrStartsAfterThem_data()
+    {
+        QTest::addColumn<int>("overall");
+        QTest::addColumn<bool>("answered");
+        QTest::newRow("too long") << 300 << false;
+        QTest::newRow("long enough") << 5000 << true;
+    }
+    void aRequestThatWaitsForOthersEndsAtItsOverallLimitOrStartsAfterThem()
+    {
+        QFETCH(int, overall);
+        QFETCH(bool, answered);
+        m_server->on("/slow", FaultServer::sendAndWait());
+        m_server->on("/", FaultServer::answer(200, "here"));
+        QList<std::shared_ptr<HttpOutcome>> slow;
+        for (int request = 0; request < 6; ++request) {
+            HttpRequest wanted = to(m_server->url("/slow"));
+            wanted.overallLimit = 1s;
+            slow.append(start(*m_client, wanted));
+        }
+        QTRY_COMPARE(m_server->requests().size(), 6);
+        HttpRequest request = to(m_server->url());
+        // Waiting for others is no silence of the server's.
+        request.inactivityLimit = 500ms;
+        request.overallLimit = std::chrono::milliseconds(overall);
+        const HttpOutcome outcome = fetch(*m_client, request);
+        QCOMPARE(outcome.status() == 200, answered);
+        QCOMPARE(outcome.failedAs(Kind::TimedOut), !answered);
+        QCOMPARE(m_server->requests().size(), answered ? 7 : 6);
+    }
+
     void theLimitOfTheBodyIsExact_data()
     {
         QTest::addColumn<int>("size");
