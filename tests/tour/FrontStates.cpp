@@ -15,6 +15,11 @@ constexpr QRectF leftDoorsLift(292, 420, 12, 360); // beside the door at rest, c
 constexpr QRectF rightDoorsLift(1616, 420, 12, 360);
 const QString status = u"/api/tv/status"_s;
 constexpr qint64 leftTape = 7238; // "Board of Trustees - Noise after Ten"
+// Five lines on the door.
+const QString longTitle =
+    u"Joint session of the harbour board, the water commission, the bridge committee and the town "
+    "council on the matter of the fog horn, of those whom it wakes, and of everybody else to the "
+    "very last word"_s;
 const QString everyone = u"every one plays right here"_s;
 
 QJsonObject news(const QJsonObject& amendment)
@@ -87,6 +92,10 @@ QList<State> fromTheHub()
         {u"front, tower lit without a title"_s,
          {order(u"/status"_s, news({{u"program_title"_s, u""_s}})), press(u"play/pause"_s)},
          {reads(area::leftDoor, u"The tower is lit — tune in."_s), lampIsLit()}},
+        {u"front, tower lit with a long title"_s,
+         {order(u"/status"_s, news({{u"program_title"_s, longTitle}})), press(u"play/pause"_s)},
+         {reads(area::leftDoor, u"and of everybody else to the very last word"_s), reads(area::leftDoor, u"LIVE"_s),
+          lampIsLit()}},
         {u"front, nothing announced"_s,
          {calm(), order(u"/status"_s, news({{u"next_broadcast_label"_s, u""_s}})), press(u"play/pause"_s)},
          {reads(area::leftDoor, u"Colour bars and a countdown until it isn't."_s), lampIsDark(), readsFigures()}},

@@ -10,6 +10,8 @@ namespace {
 
 constexpr QRectF wheel(80, 318, 66, 80);
 constexpr QRectF results(90, 380, 1740, 440);
+constexpr QRectF besideTheThird(868, 752, 10, 16);
+const QColor inkNavy(11, 16, 38);
 const QColor cream(247, 244, 236);
 
 /** On a real keyboard. */
@@ -51,7 +53,10 @@ QList<State> byTheKeyboard()
         {u"search, under way"_s,
          {fault(u"/api/tv/tapes"_s, u"delay"_s, {{u"ms"_s, 60000}}), type(u"fog"_s), press(u"Return"_s)},
          {reads(shop::searchField, u"fog"_s), shows(u"the wheel turns"_s, wheel, cream, 0.01)}},
-        {u"search, tapes found"_s, {order(u"/fault/clear"_s)}, {reads(shop::searchOutcome, u"tapes found"_s)}},
+        {u"search, tapes found"_s,
+         {order(u"/fault/clear"_s)},
+         {reads(shop::searchOutcome, u"tapes found"_s),
+          shows(u"the third tape's bar code runs past its box"_s, besideTheThird, inkNavy, 0.3)}},
         {u"search, a found tape"_s,
          {press(u"down"_s), press(u"right"_s)},
          {differsFrom(u"search, tapes found"_s, results, 0.01)}},

@@ -17,6 +17,7 @@ constexpr QRectF button(780, 620, 360, 90);
 const QColor teal(31, 111, 139);
 const QColor inkNavy(11, 16, 38);
 
+constexpr QRectF longHeader(90, 40, 1740, 500);
 const QString tape = u"City Council Regular Meeting"_s;
 const QString transcripts = u"/api/meetings/"_s;
 const QString opening = u"This meeting will come to order"_s;
@@ -83,6 +84,10 @@ QList<State> nothingToRead()
         {u"detail, back by the button"_s,
          {press(u"select"_s)},
          {reads(shop::detailTitle, u"The Transcriber Is Ill"_s), reads(shop::detailFacts, u"self-hosted"_s)}},
+        {u"transcript, a title of 300 characters"_s,
+         QList<Step>{press(u"back"_s), walkTo(u"On the Naming of the Bridge"_s), press(u"select"_s)} + openTranscript(),
+         {reads(longHeader, u"THE SPOKEN RECORD"_s), reads(longHeader, u"the Bridge That R."_s),
+          reads(longHeader, u"words"_s), reads(passages, u"I call the regular meeting to order"_s)}},
     };
 }
 
