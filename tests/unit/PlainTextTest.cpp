@@ -18,7 +18,17 @@ private Q_SLOTS:
 
 private:
     static void addScreens();
+    static QString objectAt(const QString& source, const QRegularExpressionMatch& match);
 };
+
+/** The QML object that begins with `match`, up to its closing brace. */
+QString PlainTextTest::objectAt(const QString& source, const QRegularExpressionMatch& match)
+{
+    qsizetype end = match.capturedEnd();
+    for (int depth = 1; depth > 0 && end < source.size(); ++end)
+        depth += source.at(end) == u'{' ? 1 : source.at(end) == u'}' ? -1 : 0;
+    return source.sliced(match.capturedStart(), end - match.capturedStart());
+}
 
 void PlainTextTest::addScreens()
 {
@@ -42,13 +52,9 @@ void PlainTextTest::everyTextOfEveryScreenIsPlain()
     static const QRegularExpression text(u"\\bText(Edit|Input)?\\s*\\{"_s);
     for (auto matches = text.globalMatch(source); matches.hasNext();) {
         const auto match = matches.next();
-        qsizetype end = match.capturedEnd();
-        for (int depth = 1; depth > 0 && end < source.size(); ++end)
-            depth += source.at(end) == u'{' ? 1 : source.at(end) == u'}' ? -1 : 0;
         const auto line = source.left(match.capturedStart()).count(u'\n') + 1;
         const bool input = match.captured(1) == u"Input"_s;
-        QVERIFY2(input || source.mid(match.capturedStart(), end - match.capturedStart())
-                              .contains(u"textFormat: Text"_s + match.captured(1) + u".PlainText"_s),
+        QVERIFY2(input || objectAt(source, match).contains(u"textFormat: Text"_s + match.captured(1) + u".PlainText"_s),
                  qPrintable(u"line %1"_s.arg(line)));
     }
 }
@@ -62,10 +68,9 @@ void PlainTextTest::everyTextIsAStationText()
     // Lines of Text are as tall as the tallest font in them. Only words of the set's own may be, for an outline.
     static const QRegularExpression text(u"\\bText\\s*\\{"_s);
     for (auto matches = text.globalMatch(source); matches.hasNext();) {
-        const auto start = matches.next().capturedStart();
-        const auto line = source.left(start).count(u'\n') + 1;
-        const QString properties = source.sliced(start).section(u"\n\n"_s, 0, 0);
-        QVERIFY2(properties.contains(u"style: Text.Outline"_s), qPrintable(u"line %1"_s.arg(line)));
+        const auto match = matches.next();
+        const auto line = source.left(match.capturedStart()).count(u'\n') + 1;
+        QVERIFY2(objectAt(source, match).contains(u"style: Text.Outline"_s), qPrintable(u"line %1"_s.arg(line)));
     }
 }
 
