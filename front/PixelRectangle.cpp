@@ -33,7 +33,7 @@ void PixelRectangle::itemChange(ItemChange change, const ItemChangeData& data)
     if (change == ItemSceneChange) {
         disconnect(m_frames);
         if (data.window)
-            m_frames = connect(data.window, &QQuickWindow::afterAnimating, this, &PixelRectangle::follow);
+            m_frames = connect(data.window, &QQuickWindow::afterAnimating, this, &PixelRectangle::updateIfMoved);
     }
     QQuickItem::itemChange(change, data);
 }
@@ -56,9 +56,9 @@ QRectF PixelRectangle::snapped() const
 }
 
 /** Once a frame: notices that an ancestor moved or scaled this item. */
-void PixelRectangle::follow()
+void PixelRectangle::updateIfMoved()
 {
-    if (isVisible() && !size().isEmpty() && snapped() != m_shown)
+    if (isVisible() && !size().isEmpty() && snapped() != m_drawn)
         update();
 }
 
@@ -71,8 +71,8 @@ QSGNode* PixelRectangle::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
     }
     if (!node)
         node = window()->createRectangleNode();
-    m_shown = snapped();
-    node->setRect(m_shown);
+    m_drawn = snapped();
+    node->setRect(m_drawn);
     node->setColor(m_color);
     return node;
 }

@@ -6,16 +6,16 @@
 #include <QQuickItem>
 
 /**
- * A rectangle of one colour whose edges lie on those of device pixels, wherever it stands and however long it is: as sharp
- * as a painted plate, at the cost of a plain fill. Screen thread only; its parent item owns it. Rotations and shears are
- * not followed.
+ * A rectangle of one colour. Its edges are moved to those of device pixels, at any position and size, so that they are
+ * sharp and no row or column of pixels is missing. It costs as much as a plain fill. Screen thread only; its parent item
+ * owns it. Rotations and shears are ignored.
  */
 class PixelRectangle : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged FINAL)
-    /** Whether equal ones show equally large, as thin ones must; otherwise each edge is as near to its place as it can be. */
+    /** Whether rectangles of equal size cover as many pixels each, as thin ones must; otherwise each edge is rounded. */
     Q_PROPERTY(bool keepsSize READ keepsSize WRITE setKeepsSize NOTIFY keepsSizeChanged FINAL)
 
 public:
@@ -37,10 +37,10 @@ protected:
 
 private:
     QRectF snapped() const;
-    void follow();
+    void updateIfMoved();
 
     QColor m_color = Qt::white;
     SnapTo m_snapTo = SnapTo::Edges;
-    QRectF m_shown; ///< on the glass, in points of the item
+    QRectF m_drawn; ///< in points of the item
     QMetaObject::Connection m_frames;
 };

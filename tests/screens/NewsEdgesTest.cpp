@@ -352,7 +352,7 @@ void NewsEdgesTest::aTickOfTheCountdownMovesNothing()
         const QImage after = scene.picture();
         QVERIFY(before != after);
         // The hours, the minutes and the label stand as they stood.
-        const QRect hours(area.left(), area.top(), area.width() * 0.5, area.height());
+        const QRect hours = QRectF(area.topLeft(), QSizeF(area.width() / 2, area.height())).toRect();
         QCOMPARE(after.copy(hours), before.copy(hours));
     }
 }
