@@ -7,7 +7,7 @@
 
 EdgeFade::EdgeFade(QQuickItem* parent) : PaintedItem(parent)
 {
-    weaken();
+    updateStrength();
 }
 
 void EdgeFade::setGround(PaintedItem* ground)
@@ -35,7 +35,7 @@ void EdgeFade::setHidden(qreal hidden)
     if (m_hidden == hidden)
         return;
     m_hidden = hidden;
-    weaken();
+    updateStrength();
     Q_EMIT hiddenChanged();
 }
 
@@ -44,7 +44,7 @@ void EdgeFade::paint(QPainter& painter, const QSizeF& size) const
     if (!m_ground)
         return;
     painter.save();
-    painter.translate(groundsOrigin());
+    painter.translate(groundOrigin());
     m_ground->paint(painter, m_ground->size());
     painter.restore();
 
@@ -62,9 +62,9 @@ void EdgeFade::itemChange(ItemChange change, const ItemChangeData& data)
     if (change == ItemSceneChange) {
         disconnect(m_frames);
         if (data.window)
-            m_frames = connect(data.window, &QQuickWindow::afterAnimating, this, &EdgeFade::followGround);
+            m_frames = connect(data.window, &QQuickWindow::afterAnimating, this, &EdgeFade::trackGround);
     } else if (change == ItemVisibleHasChanged && data.boolValue) {
-        // Unseen it has not followed the ground.
+        // While hidden it has not tracked the ground.
         repaint();
     }
     PaintedItem::itemChange(change, data);
@@ -73,21 +73,21 @@ void EdgeFade::itemChange(ItemChange change, const ItemChangeData& data)
 void EdgeFade::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)
 {
     PaintedItem::geometryChange(newGeometry, oldGeometry);
-    weaken();
+    updateStrength();
 }
 
-void EdgeFade::weaken()
+void EdgeFade::updateStrength()
 {
     setVisible(m_hidden > 0);
     setOpacity(std::clamp(m_hidden / std::max(width(), 1.0), 0.0, 1.0));
 }
 
 /** Once a frame: notices that the row moves over its ground. */
-void EdgeFade::followGround()
+void EdgeFade::trackGround()
 {
-    if (!isVisible() || groundsOrigin() == m_origin || !isOnDisplay())
+    if (!isVisible() || groundOrigin() == m_origin || !isOnDisplay())
         return;
-    m_origin = groundsOrigin();
+    m_origin = groundOrigin();
     repaint();
 }
 
@@ -96,7 +96,7 @@ bool EdgeFade::isOnDisplay() const
     return QRectF(QPointF(), window()->size()).intersects(mapRectToScene(boundingRect()));
 }
 
-QPointF EdgeFade::groundsOrigin() const
+QPointF EdgeFade::groundOrigin() const
 {
     return m_ground ? m_ground->mapToItem(this, QPointF()) : QPointF();
 }

@@ -38,10 +38,10 @@ protected:
     void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
 
 private:
-    void weaken();
-    void followGround();
+    void updateStrength();
+    void trackGround();
     bool isOnDisplay() const;
-    QPointF groundsOrigin() const;
+    QPointF groundOrigin() const;
 
     QPointer<PaintedItem> m_ground;
     Qt::Edge m_edge = Qt::LeftEdge;

@@ -16,7 +16,7 @@ Item {
     readonly property real chipHeight: 54
     // Room for the ring around a chip.
     readonly property real margin: 10
-    // At either end, less than stays in sight beside the focused chip.
+    // At either end, less than stays in view beside the focused chip.
     readonly property real fade: 120
 
     height: chipHeight + 2 * margin

@@ -4,12 +4,12 @@
 
 namespace {
 
-/** The first of `changes` that `suits`, -1 when none does. */
-template<typename Changes, typename Condition>
-int find(const Changes& changes, Condition suits)
+/** The index of the first element that `suits`, -1 when none does. */
+template<typename List, typename Condition>
+int find(const List& list, Condition suits)
 {
-    const auto found = std::find_if(changes.cbegin(), changes.cend(), suits);
-    return found == changes.cend() ? -1 : int(found - changes.cbegin());
+    const auto found = std::find_if(list.cbegin(), list.cend(), suits);
+    return found == list.cend() ? -1 : int(found - list.cbegin());
 }
 
 /** The shelf with cassettes that is nearest to a place, of two the lower one. */
@@ -38,7 +38,7 @@ void ShelfList::show(const QList<Shelf>& shelves, Market market)
         // The rows first: the focus comes to its tape when the list itself has changed, and must find it there.
         QList<Row> rows;
         for (Change& change : changes)
-            rows.append(madeRow(change));
+            rows.append(createRow(change));
         m_rows = std::move(rows);
     });
     for (const Row& row : former) {
@@ -100,7 +100,7 @@ int ShelfList::changePlace(QList<Change>& changes, Market market) const
     return shelf;
 }
 
-ShelfList::Row ShelfList::madeRow(Change& change)
+ShelfList::Row ShelfList::createRow(Change& change)
 {
     if (!change.row.cassettes) {
         change.row.cassettes = new CassetteRow(this);

@@ -48,7 +48,7 @@ private:
 
     QList<Change> changesTo(const QList<Shelf>& shelves, Market market) const;
     int changePlace(QList<Change>& changes, Market market) const;
-    Row madeRow(Change& change);
+    Row createRow(Change& change);
 
     QList<Row> m_rows;
     int m_rowsMade = 0;

@@ -18,8 +18,8 @@ class FocusScreen;
  * A row or column of items made from a model, of which only those exist that are near what the scroll area around it
  * shows, and the one at its place. An item is made from `delegate`, whose required properties are the model's roles and
  * `index`. After any change of the model an item whose role "key" is still there is kept, with its focus and looks, and
- * moves; two equal keys are told apart by their order. While the focus is elsewhere, the row at the place stands in
- * sight of the area, or the beginning where there is no place, so that nothing moves when the focus comes.
+ * moves; two equal keys are told apart by their order. While the focus is elsewhere, the area shows the row at the
+ * place, or the beginning where there is no place, so that nothing moves when the focus comes.
  *
  * Lengths are points along `orientation`; an item is `extent` long, or as long as the role "extent" says where the model
  * has one; where items are `measured`, that is a guess which holds until the item is first made. Screen thread only; its parent item owns it; a model that goes before it leaves it empty.

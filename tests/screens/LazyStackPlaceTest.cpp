@@ -13,9 +13,9 @@ private Q_SLOTS:
     void aFocusElsewhereStaysThere();
     void whatMovedUnderTheFocusStaysInSight_data();
     void whatMovedUnderTheFocusStaysInSight();
-    void withoutTheFocusTheRowAtThePlaceStandsInSight_data();
-    void withoutTheFocusTheRowAtThePlaceStandsInSight();
-    void whatHasTheFocusBesideTheStackStaysInSight();
+    void withoutTheFocusTheRowAtThePlaceIsInView_data();
+    void withoutTheFocusTheRowAtThePlaceIsInView();
+    void whatHasTheFocusBesideTheStackStaysInView();
     void aStackThatBeginsAnewIsNotEnteredWhereItWasLeft();
     void whetherTheFocusIsHereIsTold();
     void theViewersMoveIsToldOnce();
@@ -108,7 +108,7 @@ void LazyStackPlaceTest::whatMovedUnderTheFocusStaysInSight()
     QCOMPARE(shelf.area->position(), 52 * pitch + extent + 6 - room);
 }
 
-void LazyStackPlaceTest::withoutTheFocusTheRowAtThePlaceStandsInSight_data()
+void LazyStackPlaceTest::withoutTheFocusTheRowAtThePlaceIsInView_data()
 {
     QTest::addColumn<QStringList>("after");
     QTest::addColumn<int>("place");
@@ -130,7 +130,7 @@ void LazyStackPlaceTest::withoutTheFocusTheRowAtThePlaceStandsInSight_data()
     QTest::newRow("the same, at another place") << keys(0, 13) << 3;
 }
 
-void LazyStackPlaceTest::withoutTheFocusTheRowAtThePlaceStandsInSight()
+void LazyStackPlaceTest::withoutTheFocusTheRowAtThePlaceIsInView()
 {
     QFETCH(QStringList, after);
     QFETCH(int, place);
@@ -156,7 +156,7 @@ void LazyStackPlaceTest::withoutTheFocusTheRowAtThePlaceStandsInSight()
     QCOMPARE(shelf.area->aim(), position);
 }
 
-void LazyStackPlaceTest::whatHasTheFocusBesideTheStackStaysInSight()
+void LazyStackPlaceTest::whatHasTheFocusBesideTheStackStaysInView()
 {
     Rows rows(40);
     Stage stage;

@@ -15,13 +15,13 @@ private Q_SLOTS:
     void init();
     void cleanup() { m_house.reset(); }
 
-    void theShopOpensWithTheChosenChipInSight_data();
-    void theShopOpensWithTheChosenChipInSight();
-    void theChosenChipIsInSightWhenTheShopIsEnteredAgain();
-    void theChosenChipStaysInSightThoughTheMarketsChange_data();
-    void theChosenChipStaysInSightThoughTheMarketsChange();
+    void theShopOpensWithTheChosenChipInView_data();
+    void theShopOpensWithTheChosenChipInView();
+    void theChosenChipIsInViewWhenTheShopIsEnteredAgain();
+    void theChosenChipStaysInViewThoughTheMarketsChange_data();
+    void theChosenChipStaysInViewThoughTheMarketsChange();
     void aRefreshUnderTheFocusLeavesItWhereItIs();
-    void theWayFromTheSearchLeadsToTheFirstChipInSight();
+    void theWayFromTheSearchLeadsToTheFirstChipInView();
     void upFromTheShelvesLeadsToTheChipThatWasLeft();
     void chipsFadeWhereMoreOfThemAreHidden();
     void fewChipsDoNotFade();
@@ -84,7 +84,7 @@ bool MarketPickerTest::isPlain(const QString& chip) const
            std::none_of(shown.cbegin(), shown.cend(), lies);
 }
 
-void MarketPickerTest::theShopOpensWithTheChosenChipInSight_data()
+void MarketPickerTest::theShopOpensWithTheChosenChipInView_data()
 {
     QTest::addColumn<QString>("market");
     QTest::addColumn<QString>("chip");
@@ -95,7 +95,7 @@ void MarketPickerTest::theShopOpensWithTheChosenChipInSight_data()
     QTest::newRow("one that is not there, the beginning") << u"x"_s << u"All markets 99"_s;
 }
 
-void MarketPickerTest::theShopOpensWithTheChosenChipInSight()
+void MarketPickerTest::theShopOpensWithTheChosenChipInView()
 {
     QFETCH(QString, market);
     QFETCH(QString, chip);
@@ -113,7 +113,7 @@ void MarketPickerTest::theShopOpensWithTheChosenChipInSight()
     QCOMPARE(m_house->heard(), u"Search the stacks"_s);
 }
 
-void MarketPickerTest::theChosenChipIsInSightWhenTheShopIsEnteredAgain()
+void MarketPickerTest::theChosenChipIsInViewWhenTheShopIsEnteredAgain()
 {
     m_house->showMarkets(markets(40));
     for (int step = 0; step < 31; ++step)
@@ -126,14 +126,14 @@ void MarketPickerTest::theChosenChipIsInSightWhenTheShopIsEnteredAgain()
     QVERIFY(isPlain(nameOf(29)));
 }
 
-void MarketPickerTest::theChosenChipStaysInSightThoughTheMarketsChange_data()
+void MarketPickerTest::theChosenChipStaysInViewThoughTheMarketsChange_data()
 {
     QTest::addColumn<int>("walked"); // to a chip that is not chosen, before the shelves have the focus
     QTest::newRow("nobody was there") << 0;
     QTest::newRow("the viewer was elsewhere in the row") << 35;
 }
 
-void MarketPickerTest::theChosenChipStaysInSightThoughTheMarketsChange()
+void MarketPickerTest::theChosenChipStaysInViewThoughTheMarketsChange()
 {
     QFETCH(int, walked);
     m_house->store.setMarket(u"market number 20"_s);
@@ -165,7 +165,7 @@ void MarketPickerTest::aRefreshUnderTheFocusLeavesItWhereItIs()
     QVERIFY(isPlain(u"MARKET NUMBER 30 43"_s));
 }
 
-void MarketPickerTest::theWayFromTheSearchLeadsToTheFirstChipInSight()
+void MarketPickerTest::theWayFromTheSearchLeadsToTheFirstChipInView()
 {
     m_house->store.setMarket(u"market number 20"_s);
     m_house->showMarkets(markets(40));

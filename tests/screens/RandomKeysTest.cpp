@@ -15,7 +15,7 @@
 
 /**
  * Whatever is pressed, and whatever the hub sends meanwhile: one thing has the focus, or the screen itself; once the
- * scrolls have ended it is in sight, and so is what it would come to in each row.
+ * scrolls have ended it is in view, and so is what it would come to in each row.
  */
 class RandomKeysTest : public QObject
 {
@@ -34,8 +34,8 @@ private:
     QJsonObject tape(int id) const;
     void send(QEvent::Type type, int key, bool isRepeat = false);
     QString complaint() const;
-    QString outOfSight(const Focusable& focused) const;
-    QString outOfSight(const LazyStack& stack, const Focusable& focused) const;
+    QString outOfView(const Focusable& focused) const;
+    QString outOfView(const LazyStack& stack, const Focusable& focused) const;
     void note(const QString& event);
 
     std::unique_ptr<ShopHouse> m_house;
@@ -59,8 +59,8 @@ QString nameOf(const T& thing)
     return name;
 }
 
-/** Whether an item will be in sight of an area, if it fits in there. */
-bool isInSight(const ScrollArea& area, const QQuickItem& item)
+/** Whether an item will be in view of an area, if it fits in there. */
+bool isInView(const ScrollArea& area, const QQuickItem& item)
 {
     const QRectF rect = rectOfRest(item, area.contentItem());
     const bool isVertical = area.orientation() == Qt::Vertical;
@@ -259,27 +259,27 @@ QString RandomKeysTest::complaint() const
         return u"what is focused is not on the screen in front"_s;
     if (!thing->canHoldFocus())
         return u"what is focused cannot be"_s;
-    QString wrong = outOfSight(*thing);
+    QString wrong = outOfView(*thing);
     for (const QQuickItem* item : Stage::all(m_house->house, "LazyStack")) {
         if (wrong.isEmpty() && item->isVisible() && FocusScreen::around(item) == front)
-            wrong = outOfSight(static_cast<const LazyStack&>(*item), *thing);
+            wrong = outOfView(static_cast<const LazyStack&>(*item), *thing);
     }
     return wrong;
 }
 
-/** Whether the focused thing will be in sight of the areas around it. */
-QString RandomKeysTest::outOfSight(const Focusable& focused) const
+/** Whether the focused thing will be in view of the areas around it. */
+QString RandomKeysTest::outOfView(const Focusable& focused) const
 {
     for (const QQuickItem* item = focused.parentItem(); item; item = item->parentItem()) {
         const auto* area = qobject_cast<const ScrollArea*>(item);
-        if (area && !isInSight(*area, focused))
-            return u"%1, which is focused, is out of sight of %2"_s.arg(nameOf(&focused), nameOf(area));
+        if (area && !isInView(*area, focused))
+            return u"%1, which is focused, is out of view of %2"_s.arg(nameOf(&focused), nameOf(area));
     }
     return {};
 }
 
-/** Whether that of a stack will be in sight to which the focus would come, while it is not in the stack's area. */
-QString RandomKeysTest::outOfSight(const LazyStack& stack, const Focusable& focused) const
+/** Whether that of a stack will be in view to which the focus would come, while it is not in the stack's area. */
+QString RandomKeysTest::outOfView(const LazyStack& stack, const Focusable& focused) const
 {
     const QQuickItem* item = stack.parentItem();
     const ScrollArea* area = nullptr;
@@ -292,8 +292,7 @@ QString RandomKeysTest::outOfSight(const LazyStack& stack, const Focusable& focu
     const QQuickItem* row = stack.itemAt(stack.place());
     if (!row)
         return area->aim() == 0 ? QString() : u"a row that was not entered is not at its beginning"_s;
-    return isInSight(*area, *row) ? QString()
-                                  : u"row %1 of %2 is out of sight"_s.arg(stack.place()).arg(nameOf(&stack));
+    return isInView(*area, *row) ? QString() : u"row %1 of %2 is out of view"_s.arg(stack.place()).arg(nameOf(&stack));
 }
 
 QTEST_MAIN(RandomKeysTest)
