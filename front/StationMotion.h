@@ -3,6 +3,7 @@
 #include "StationPalette.h"
 
 #include <QEasingCurve>
+#include <QPointF>
 
 #include <cmath>
 
