@@ -235,7 +235,7 @@ void CassetteItemTest::whatReachesBeyondTheBoxIsSeen()
     const CassettePicture picture = CassettePrint{Form::ShelfCard, overhangingCover(), width, pixels}.paint();
     QImage wanted(700, 900, QImage::Format_RGB32);
     wanted.fill(Qt::black);
-    const QPoint corner(int(40 * scale + 0.5), int(40 * scale + 0.5));
+    const QPoint corner(qRound(40 * scale), qRound(40 * scale));
     QPainter(&wanted).drawImage(corner - picture.box.topLeft(), picture.image);
     QCOMPARE(stage.picture(), wanted);
     QCOMPARE(cassette->size(), QSizeF(width, width * 1.5625));
