@@ -102,8 +102,9 @@ private:
         add("港湾委員会 定例会議・한국어 통역 제공");
         add("اجتماع مجلس الميناء — بوق الضباب وأجرة العبّارة").body =
             Body{"marrowby-flats-harbor-ar", "مجلس الميناء", "مجلس"};
-        add("🚢 Harbor Commission 🌊 — Fog Horn 👩‍👩‍👧‍👦 Family Night 🏳️‍🌈 👩🏽‍⚖️ 1️⃣ "
-            "é̂");
+        std::string emoji = "🚢 Harbor Commission 🌊 — Fog Horn ";
+        emoji += "👩‍👩‍👧‍👦 Family Night 🏳️‍🌈 👩🏽‍⚖️ 1️⃣ é̂";
+        add(emoji);
         add("School Board ‮drawkcab‬ Regular Meeting"); // right-to-left override
         add("School Board\nRegular Meeting\tin Two Lines", "School Board", "board").invalid = {"title"};
         std::string title = "Town Council - On the Naming of the Bridge That Replaces the Bridge";
