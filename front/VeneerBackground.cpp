@@ -4,13 +4,18 @@
 
 #include <QPainter>
 
-void VeneerBackground::paint(QPainter& painter, const QSizeF& size) const
+QLinearGradient VeneerBackground::wood(const QSizeF& size)
 {
     QLinearGradient wood(0, 0, size.width(), size.height());
     wood.setColorAt(0, StationPalette::chestnut());
     wood.setColorAt(0.5, StationPalette::walnut());
     wood.setColorAt(1, QColor(74, 51, 39));
-    painter.fillRect(QRectF(QPointF(), size), wood);
+    return wood;
+}
+
+void VeneerBackground::paint(QPainter& painter, const QSizeF& size) const
+{
+    painter.fillRect(QRectF(QPointF(), size), wood(size));
 
     // The grain is the same in every row of pixels: one is painted and laid over all.
     const QTransform toDevice = painter.deviceTransform();

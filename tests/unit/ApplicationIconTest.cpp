@@ -1,0 +1,65 @@
+#include "ApplicationIcon.h"
+#include "SvgPicture.h"
+
+#include <QFile>
+#include <QPainter>
+#include <QPainterPath>
+#include <QTest>
+
+/** The icon that an installation has. */
+class ApplicationIconTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theIconFileIsWhatTheProgramDraws();
+    void aCurveAndATransparentColourAreWrittenAsSvgWritesThem();
+    void numbersHaveTwoDecimalsAtMost();
+
+private:
+    static QByteArray drawn(const std::function<void(QPainter&)>& draw);
+};
+
+QByteArray ApplicationIconTest::drawn(const std::function<void(QPainter&)>& draw)
+{
+    SvgPicture picture(10);
+    QPainter painter(&picture);
+    draw(painter);
+    painter.end();
+    return picture.svg();
+}
+
+void ApplicationIconTest::theIconFileIsWhatTheProgramDraws()
+{
+    QFile file(QStringLiteral(QUILLMERE_SOURCES "/packaging/desktop/quillmere-tv.svg"));
+    QVERIFY(file.open(QFile::ReadOnly));
+    SvgPicture picture(ApplicationIcon::side);
+    QPainter painter(&picture);
+    ApplicationIcon::paint(painter);
+    painter.end();
+    QVERIFY2(file.readAll() == picture.svg(), "draw it anew: cmake --build build/release --target icon");
+}
+
+void ApplicationIconTest::aCurveAndATransparentColourAreWrittenAsSvgWritesThem()
+{
+    const QByteArray svg = drawn([](QPainter& painter) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        QPainterPath path(QPointF(1, 2));
+        path.cubicTo(1, 3, 2, 4, 3, 4);
+        path.lineTo(1, 2);
+        painter.fillPath(path, QColor(255, 0, 16, 51));
+    });
+    QVERIFY2(svg.contains(R"(<path d="M1 2C1 3 2 4 3 4Z" fill="#ff0010" fill-opacity="0.2"/>)"), svg.constData());
+}
+
+void ApplicationIconTest::numbersHaveTwoDecimalsAtMost()
+{
+    const QByteArray svg = drawn([](QPainter& painter) {
+        painter.scale(1.0 / 3, 0.5);
+        painter.fillRect(QRectF(1, 1, 1, 1), Qt::white);
+    });
+    QVERIFY2(svg.contains("M0.33 0.5L0.67 0.5L0.67 1L0.33 1Z"), svg.constData());
+}
+
+QTEST_MAIN(ApplicationIconTest)
+#include "ApplicationIconTest.moc"
