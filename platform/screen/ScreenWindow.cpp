@@ -5,6 +5,8 @@
 ScreenWindow::ScreenWindow(QWindow* parent) : QQuickWindow(parent)
 {
     setCursor(Qt::BlankCursor);
+    // Qt's Wayland client draws decorations of its own on a compositor that does not refuse them, in full screen too.
+    setFlag(Qt::FramelessWindowHint);
 }
 
 void ScreenWindow::present()
