@@ -50,6 +50,8 @@ public:
     QString message() const { return m_message; }
     /** One for each paragraph, or more for one that is too long to be laid out at once. */
     PassageList* passages() { return &m_passages; }
+    /** The thread on which paragraphs are made, so that a test can keep it busy. */
+    Worker& reflowWorker() { return m_reflow; }
 
     /** The screen has come into view: the transcript is fetched. Nothing is tried again. */
     Q_INVOKABLE void appear();
