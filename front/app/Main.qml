@@ -12,9 +12,11 @@ ScreenWindow {
     required property QuillmereTVApp app
 
     title: StationTexts.televisionName
-    color: StationPalette.inkNavy
+    color: window.isBlank ? "black" : StationPalette.inkNavy
 
     Canvas {
+        visible: !window.isBlank
+
         LandingView {
             anchors.fill: parent
             focus: true

@@ -1,8 +1,10 @@
+#include "DisplaySleep.h"
 #include "QuillmereTVApp.h"
 #include "RemoteInput.h"
 #include "RenderPath.h"
 #include "ScreenWindow.h"
 #include "StopSignals.h"
+#include "SystemDisplayPower.h"
 #include "VideoPlugins.h"
 
 #include <QGuiApplication>
@@ -30,6 +32,36 @@ std::unique_ptr<ScreenWindow> makeWindow(QQmlEngine& engine, QuillmereTVApp& app
     return nullptr;
 }
 
+/** How long the set waits before the display sleeps; zero is for ever. */
+std::chrono::milliseconds displaySleepDelay()
+{
+    const QString builtIn = QStringLiteral(QUILLMERE_DISPLAY_SLEEP);
+    const QString asked = qEnvironmentVariable("QUILLMERE_DISPLAY_SLEEP", builtIn);
+    if (const auto delay = DisplaySleep::parseDelay(asked))
+        return *delay;
+    std::fprintf(stderr, "quillmere-tv: QUILLMERE_DISPLAY_SLEEP is no time such as 20min: %s\n", qPrintable(asked));
+    return DisplaySleep::parseDelay(builtIn).value_or(std::chrono::milliseconds::zero());
+}
+
+/** Has the display sleep where that is asked for; the order of its members is the order of their lives. */
+struct Display
+{
+    Display(ScreenWindow& window, Clock& clock)
+    {
+        const QString stateFile = qEnvironmentVariable("QUILLMERE_DISPLAY_STATE");
+        const auto delay = displaySleepDelay();
+        if (delay > std::chrono::milliseconds::zero() || !stateFile.isEmpty())
+            power.emplace(stateFile);
+        if (delay == std::chrono::milliseconds::zero())
+            return;
+        sleep.emplace(window, clock, *power, delay);
+        QObject::connect(&*sleep, &DisplaySleep::asleepChanged, &window, &ScreenWindow::setBlank);
+    }
+
+    std::optional<SystemDisplayPower> power;
+    std::optional<DisplaySleep> sleep;
+};
+
 int watch(QGuiApplication& application)
 {
     QuillmereTVApp app;
@@ -39,6 +71,8 @@ int watch(QGuiApplication& application)
     if (!window)
         return EXIT_FAILURE;
 
+    // It sees the keys that RemoteInput sends, as filters are asked in the opposite order of their installation.
+    const Display display(*window, app.clock());
     new RemoteInput(window.get(), app.clock());
     QObject::connect(&engine, &QQmlEngine::quit, &application, &QCoreApplication::quit, Qt::QueuedConnection);
     StopSignals stopSignals;

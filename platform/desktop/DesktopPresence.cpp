@@ -1,6 +1,7 @@
 #include "DesktopPresence.h"
 
 #include "DesktopLink.h"
+#include "IdleInhibitor.h"
 
 #include <QGuiApplication>
 
@@ -31,11 +32,11 @@ double toSeconds(qint64 time)
 DesktopPresence::DesktopPresence(VideoPlayer& player, const QString& reason, const QString& busAddress)
     : m_player(player)
 {
-    if (busAddress.isEmpty())
-        return;
-    m_link = new DesktopLink(
-        {busAddress, {QGuiApplication::applicationDisplayName(), QGuiApplication::desktopFileName()}, reason});
-    drive();
+    if (!busAddress.isEmpty()) {
+        m_link = new DesktopLink(
+            {busAddress, {QGuiApplication::applicationDisplayName(), QGuiApplication::desktopFileName()}, reason});
+        drive();
+    }
     connect(&m_player, &VideoPlayer::itemChanged, this, &DesktopPresence::takeItem);
     connect(&m_player, &VideoPlayer::timeControlChanged, this, &DesktopPresence::tell);
     connect(&m_player, &VideoPlayer::durationChanged, this, &DesktopPresence::tell);
@@ -81,16 +82,22 @@ void DesktopPresence::tell()
 {
     const bool inhibits = m_player.timeControl() != VideoPlayer::TimeControl::Paused;
     MprisState now = state();
-    if (now == m_told && inhibits == m_inhibits)
+    if (now == m_told && inhibits == bool(m_idleInhibitor))
         return;
     m_told = std::move(now);
-    m_inhibits = inhibits;
-    m_link->setState(m_told, m_inhibits);
+    if (!inhibits)
+        m_idleInhibitor.reset();
+    else if (!m_idleInhibitor)
+        m_idleInhibitor = std::make_unique<IdleInhibitor>();
+    if (m_link != nullptr)
+        m_link->setState(m_told, inhibits);
 }
 
 void DesktopPresence::positionChanged()
 {
     const double before = std::exchange(m_position, m_player.position());
+    if (m_link == nullptr)
+        return;
     const qint64 position = toMicroseconds(m_position);
     m_link->setPosition(position);
     if (m_position < before || m_position > before + jump)

@@ -9,10 +9,12 @@
 #include <memory>
 
 class DesktopLink;
+class IdleInhibitor;
 
 /**
- * What the desktop has of a player: no screensaver and no blanking of the screen while it plays, and MPRIS, by which
- * other programs read and drive it. There from its making to its end, which waits for nothing; nothing without a bus.
+ * What the desktop has of a player: no screensaver, no blanking of the screen and no sleep of the display while it plays,
+ * and MPRIS, by which other programs read and drive it. There from its making to its end, which waits for nothing; without
+ * a bus only the display's sleep is kept away.
  * Screen thread; whoever shows the player owns it. The player must outlive it, as must the application object.
  */
 class DesktopPresence : public QObject
@@ -38,7 +40,7 @@ private:
     VideoPlayer& m_player;
     DesktopLink* m_link = nullptr; ///< its own owner, see there; none without a bus
     QMetaObject::Connection m_itemStatus;
+    std::unique_ptr<IdleInhibitor> m_idleInhibitor; ///< while it plays
     MprisState m_told;
-    bool m_inhibits = false;
     double m_position = 0;
 };

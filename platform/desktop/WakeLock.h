@@ -1,12 +1,13 @@
 #pragma once
 
+#include "IdleInhibitor.h"
 #include "SessionBus.h"
 
 class DesktopLink;
 
 /**
- * No screensaver and no blanking of the screen for as long as this is there; for what is shown and cannot be driven.
- * Neither its making nor its end waits for anything; nothing without a bus. Screen thread; whoever shows the picture
+ * No screensaver, no blanking of the screen and no sleep of the display for as long as this is there; for what is shown
+ * and cannot be driven. Neither its making nor its end waits for anything; nothing is told without a bus. Screen thread; whoever shows the picture
  * owns it. The application object must outlive it.
  */
 class WakeLock
@@ -19,5 +20,6 @@ public:
     WakeLock& operator=(const WakeLock&) = delete;
 
 private:
+    IdleInhibitor m_idleInhibitor;
     DesktopLink* m_link = nullptr; ///< its own owner, see there; none without a bus
 };

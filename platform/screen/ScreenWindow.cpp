@@ -16,3 +16,11 @@ void ScreenWindow::present()
     showFullScreen();
     requestActivate();
 }
+
+void ScreenWindow::setBlank(bool blank)
+{
+    if (m_isBlank == blank)
+        return;
+    m_isBlank = blank;
+    Q_EMIT isBlankChanged();
+}

@@ -1,10 +1,9 @@
 #include "VideoPlugins.h"
 
 #include "MemoryFile.h"
+#include "PluginFile.h"
 #include "Worker.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QPluginLoader>
 
 #include <clocale>
@@ -15,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto pluginFile = "quillmere-video.so";
+const QString fileName = u"quillmere-video.so"_s;
 constexpr std::chrono::seconds farewell{3};
 
 // From this size on, memory that is freed goes back to the system at once.
@@ -35,19 +34,6 @@ Loading& loading()
 {
     static auto* const one = new Loading;
     return *one;
-}
-
-QString findPlugin()
-{
-    const QDir beside(QCoreApplication::applicationDirPath());
-    const QStringList folders =
-        loading().folders + QStringList{beside.path(), beside.filePath(u"" QUILLMERE_PLUGINS ""_s)};
-    for (const QString& folder : folders) {
-        const QString path = QDir(folder).filePath(QLatin1StringView(pluginFile));
-        if (QFileInfo::exists(path))
-            return QDir::cleanPath(path);
-    }
-    return {};
 }
 
 // A load that is under way ends before what it reports to does.
@@ -74,7 +60,7 @@ void adopt()
 QCoro::Task<> readIn()
 {
     Loading& all = loading();
-    all.loader.setFileName(findPlugin());
+    all.loader.setFileName(pluginFile(fileName, all.folders));
     VideoPlugins::prepare();
     if (!all.worker) {
         all.worker = std::make_unique<Worker>();
@@ -100,9 +86,8 @@ QCoro::Task<tl::expected<VideoPlugin*, QString>> VideoPlugins::load()
         if (all.waiting.size() == 1)
             readIn();
         if (!co_await done)
-            co_return tl::unexpected(all.loader.fileName().isEmpty()
-                                         ? u"%1 is not there."_s.arg(QLatin1StringView(pluginFile))
-                                         : all.loader.errorString());
+            co_return tl::unexpected(all.loader.fileName().isEmpty() ? u"%1 is not there."_s.arg(fileName)
+                                                                     : all.loader.errorString());
     }
     co_return all.plugin;
 }

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <wayland-client.h>
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+/** Destroys a Wayland object at this end only, which all objects of a connection that is being closed need. */
+struct ProxyDeleter
+{
+    template<typename Object>
+    void operator()(Object* object) const
+    {
+        wl_proxy_destroy(reinterpret_cast<wl_proxy*>(object));
+    }
+};
+
+template<typename Object>
+using Proxy = std::unique_ptr<Object, ProxyDeleter>;
+
+/** A connection to the compositor that WAYLAND_DISPLAY names. One thread; its objects must be destroyed before it. */
+class WaylandConnection
+{
+public:
+    struct Global
+    {
+        uint32_t name;
+        std::string interface;
+    };
+
+    /** Null if there is no compositor or it does not answer. */
+    static std::unique_ptr<WaylandConnection> open();
+    ~WaylandConnection();
+    WaylandConnection(const WaylandConnection&) = delete;
+    WaylandConnection& operator=(const WaylandConnection&) = delete;
+
+    const std::vector<Global>& globals() const { return m_globals; }
+
+    /** Version 1 of the first global of this interface; null if there is none. */
+    template<typename Object>
+    Proxy<Object> bindFirst(const wl_interface& interface)
+    {
+        for (const Global& global : m_globals) {
+            if (global.interface == interface.name)
+                return bind<Object>(global, interface);
+        }
+        return nullptr;
+    }
+
+    template<typename Object>
+    Proxy<Object> bind(const Global& global, const wl_interface& interface)
+    {
+        return Proxy<Object>(static_cast<Object*>(wl_registry_bind(m_registry.get(), global.name, &interface, 1)));
+    }
+
+    /**
+     * Sends what is waiting and handles what the compositor sent, until it has answered everything so far. False if the
+     * connection is broken or the compositor has not answered for three seconds.
+     */
+    bool roundtrip();
+
+private:
+    WaylandConnection() = default;
+    bool readEvents(std::chrono::steady_clock::time_point deadline);
+
+    static const wl_registry_listener registryListener;
+
+    std::unique_ptr<wl_display, decltype(&wl_display_disconnect)> m_display{nullptr, &wl_display_disconnect};
+    Proxy<wl_registry> m_registry;
+    std::vector<Global> m_globals;
+};
