@@ -1,7 +1,10 @@
 #include "HubAPI.h"
 
+#include "Logging.h"
 #include "RecordDecoder.h"
 #include "WellFormed.h"
+
+#include <QElapsedTimer>
 
 #include <algorithm>
 #include <atomic>
@@ -50,6 +53,29 @@ bool isBlank(const QString& text)
     });
 }
 
+/** Tells how one question to the hub has ended, once it has. */
+class LoggedQuestion
+{
+public:
+    explicit LoggedQuestion(const QString& path) : m_path(path.section(u'?', 0, 0)) { m_elapsed.start(); }
+
+    void answered() const { log(u"answered"_s); }
+    const HubError& failed(const HubError& error) const
+    {
+        log(logging::withoutQueries(error.errorDescription()));
+        return error;
+    }
+
+private:
+    void log(const QString& outcome) const
+    {
+        qCInfo(logHub).noquote().nospace() << m_path << ": " << outcome << ", " << m_elapsed.elapsed() << " ms";
+    }
+
+    QString m_path;
+    QElapsedTimer m_elapsed;
+};
+
 QString queryValue(const QString& text)
 {
     return QString::fromLatin1(QUrl::toPercentEncoding(wellFormed(text)));
@@ -65,12 +91,18 @@ template<typename T>
 QCoro::Task<HubResult<T>> HubAPI::get(QString path, CancelToken caller)
 {
     const CancelToken token = m_tasks.token(caller);
+    const LoggedQuestion question(path);
     HubResult<QByteArray> body = co_await fetch(std::move(path), token);
     if (!body)
-        co_return tl::unexpected(body.error());
+        co_return tl::unexpected(question.failed(body.error()));
     if (token.isCancelled())
-        co_return tl::unexpected(cancelled());
-    co_return co_await decode<T>(*std::move(body), token);
+        co_return tl::unexpected(question.failed(cancelled()));
+    HubResult<T> record = co_await decode<T>(*std::move(body), token);
+    if (record)
+        question.answered();
+    else
+        question.failed(record.error());
+    co_return record;
 }
 
 QCoro::Task<HubResult<QByteArray>> HubAPI::fetch(QString path, CancelToken token)

@@ -1,5 +1,7 @@
 #include "QuillmereTVApp.h"
 
+#include "Logging.h"
+
 #include "HubURL.h"
 #include "VideoPlugins.h"
 
@@ -25,4 +27,7 @@ void QuillmereTVApp::prepareSound()
         qputenv("PULSE_PROP", "media.role=video application.id=quillmere-tv");
     if (!qEnvironmentVariableIsSet("PIPEWIRE_PROPS"))
         qputenv("PIPEWIRE_PROPS", "{ media.role = Movie application.id = quillmere-tv }");
+    // It complains of a machine without its service.
+    if (!qEnvironmentVariableIsSet("PIPEWIRE_DEBUG") && !logVideo().isInfoEnabled())
+        qputenv("PIPEWIRE_DEBUG", "0");
 }

@@ -1,4 +1,5 @@
 #include "DisplaySleep.h"
+#include "Logging.h"
 #include "QuillmereTVApp.h"
 #include "RemoteInput.h"
 #include "RenderPath.h"
@@ -96,6 +97,7 @@ void endAnyway(int status)
 
 int main(int argc, char* argv[])
 {
+    logging::prepare();
     // These set the environment, so they come before the first other thread.
     QuillmereTVApp::prepareSound();
     VideoPlugins::prepare();

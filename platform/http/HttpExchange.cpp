@@ -1,5 +1,7 @@
 #include "HttpExchange.h"
 
+#include "Logging.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -56,6 +58,27 @@ bool isNameOrRouteError(QNetworkReply::NetworkError error)
            error == QNetworkReply::NetworkSessionFailedError || error == QNetworkReply::UnknownNetworkError;
 }
 
+QString outcomeOf(const HttpResult& result)
+{
+    if (result)
+        return u"status %1, %2 bytes"_s.arg(result->status).arg(result->body.size());
+    switch (result.error().kind) {
+    case HttpFailure::Kind::Cancelled:
+        return u"called off"_s;
+    case HttpFailure::Kind::TimedOut:
+        return u"too slow"_s;
+    case HttpFailure::Kind::TooLarge:
+        return u"too large"_s;
+    case HttpFailure::Kind::CutShort:
+        return u"cut short"_s;
+    case HttpFailure::Kind::Unreadable:
+        return u"unreadable"_s;
+    case HttpFailure::Kind::Network:
+        break;
+    }
+    return logging::withoutQueries(result.error().description);
+}
+
 QString platformWords(const char* text)
 {
     return QCoreApplication::translate("QHttp", text);
@@ -84,6 +107,8 @@ HttpExchange::HttpExchange(HttpSession& session, HttpRequest request, QDeadlineT
 
 HttpExchange::~HttpExchange()
 {
+    if (m_done)
+        log(tl::unexpected(HttpFailure{HttpFailure::Kind::Cancelled, {}}));
     closeReply();
 }
 
@@ -314,8 +339,19 @@ void HttpExchange::finish(HttpResult result)
     m_retryTimer.stop();
     m_waitsForLine = false;
     closeReply();
-    if (const auto done = std::exchange(m_done, {}))
+    if (const auto done = std::exchange(m_done, {})) {
+        log(result);
         done(std::move(result));
+    }
+}
+
+void HttpExchange::log(const HttpResult& result) const
+{
+    if (!logHttp().isInfoEnabled())
+        return;
+    const qint64 taken = m_request.overallLimit.count() - m_overall.remainingTime();
+    qCInfo(logHttp).noquote().nospace() << "GET " << m_request.url.path() << ": " << outcomeOf(result) << ", " << taken
+                                        << " ms";
 }
 
 void HttpExchange::drainReply()

@@ -47,6 +47,7 @@ private:
     void onOverallLimit();
     void fail(HttpFailure::Kind kind, const QString& description = {});
     void finish(HttpResult result);
+    void log(const HttpResult& result) const;
     void drainReply();
     void closeReply();
 

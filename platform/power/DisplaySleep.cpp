@@ -2,6 +2,7 @@
 
 #include "DisplayPower.h"
 #include "IdleInhibitor.h"
+#include "Logging.h"
 
 #include <QKeyEvent>
 #include <QRegularExpression>
@@ -131,6 +132,7 @@ void DisplaySleep::onTimeout()
 void DisplaySleep::sleep()
 {
     m_isAsleep = true;
+    qCInfo(logDisplay) << "asleep";
     m_wakingKey.reset();
     Q_EMIT asleepChanged(true);
     m_timer = m_clock.after(timeToDraw, [this] {
@@ -142,6 +144,7 @@ void DisplaySleep::sleep()
 void DisplaySleep::wake()
 {
     m_isAsleep = false;
+    qCInfo(logDisplay) << "awake";
     if (std::exchange(m_isOff, false))
         m_power.switchOn();
     m_timer.reset();

@@ -1,6 +1,7 @@
 #include "SystemDisplayPower.h"
 
 #include "DisplayOutputs.h"
+#include "Logging.h"
 #include "PluginFile.h"
 
 #include <QFile>
@@ -27,6 +28,7 @@ public:
         if (!m_outputs)
             m_outputs.reset(create());
         m_outputsAreOff = m_outputs && m_outputs->switchOff();
+        qCInfo(logDisplay) << (m_outputsAreOff ? "the outputs are off" : "the outputs stay on, and are black");
     }
 
     void switchOn()

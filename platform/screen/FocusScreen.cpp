@@ -3,6 +3,7 @@
 #include "FocusSection.h"
 #include "FocusTargets.h"
 #include "LazyStack.h"
+#include "Logging.h"
 #include "ScrollArea.h"
 
 #include <QKeyEvent>
@@ -17,6 +18,12 @@ namespace {
 // Of the view, by one press; the rest keeps a line or two in sight to read on from.
 constexpr qreal readingStep = 0.8;
 
+/** The name of an item's type, without what the QML engine appends. */
+QByteArray typeName(const QObject& item)
+{
+    return QByteArray(item.metaObject()->className()).replace("_QML", "\n").split('\n').constFirst();
+}
+
 bool isVertical(int arrow)
 {
     return arrow == Qt::Key_Up || arrow == Qt::Key_Down;
@@ -27,6 +34,12 @@ bool isVertical(int arrow)
 FocusScreen::FocusScreen(QQuickItem* parent) : QQuickItem(parent)
 {
     setFlag(ItemIsFocusScope);
+    if (logScreen().isInfoEnabled()) {
+        connect(this, &FocusScreen::appeared, this,
+                [this] { qCInfo(logScreen).noquote() << typeName(*this) << "appears"; });
+        connect(this, &FocusScreen::disappeared, this,
+                [this] { qCInfo(logScreen).noquote() << typeName(*this) << "disappears"; });
+    }
 }
 
 FocusScreen::~FocusScreen()
@@ -78,8 +91,10 @@ void FocusScreen::focus(Focusable* focusable, bool atOnce)
     }
     remember();
     m_toldOfFocus = true;
-    if (isNew)
+    if (isNew) {
+        qCInfo(logFocus).noquote() << typeName(*focusable) << "at" << m_place << "of" << typeName(*this);
         Q_EMIT focusedChanged();
+    }
 }
 
 bool FocusScreen::move(int arrow)

@@ -1,5 +1,7 @@
 #include "RenderPath.h"
 
+#include "Logging.h"
+
 #include <QDir>
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
@@ -61,6 +63,11 @@ RenderPath chooseRenderPath()
         facts.rasteriser = rasteriserOfThisMachine();
 
     const RenderPath path = renderPathFor(facts);
+    qCInfo(logVideo).noquote() << "drawn"
+                               << (path == RenderPath::Gpu        ? "by OpenGL:"
+                                   : path == RenderPath::Software ? "in software;"
+                                                                  : "as QT_QUICK_BACKEND asks")
+                               << facts.rasteriser;
     if (path == RenderPath::Gpu)
         QQuickWindow::setGraphicsApi(QSGRendererInterface::OpenGL);
     else if (path == RenderPath::Software)

@@ -1,12 +1,19 @@
 #include "ScreenWindow.h"
 
+#include "ChangedPoint.h"
+
+#include <QGuiApplication>
 #include <QScreen>
+
+using namespace Qt::StringLiterals;
 
 ScreenWindow::ScreenWindow(QWindow* parent) : QQuickWindow(parent)
 {
     setCursor(Qt::BlankCursor);
     // Qt's Wayland client draws decorations of its own on a compositor that does not refuse them, in full screen too.
     setFlag(Qt::FramelessWindowHint);
+    if (QGuiApplication::platformName().startsWith(u"wayland"_s) && sceneGraphBackend() == u"software"_s)
+        new ChangedPoint(contentItem());
 }
 
 void ScreenWindow::present()

@@ -1,5 +1,9 @@
 #include "StreamPlayer.h"
 
+#include "Logging.h"
+
+#include <QMetaEnum>
+
 #include <algorithm>
 #include <cmath>
 
@@ -18,6 +22,19 @@ constexpr std::chrono::seconds stallLimit{12};
 
 // A server that sends a little now and then never falls silent, and yet there is nothing to see.
 constexpr std::chrono::seconds firstPictureLimit{30};
+
+template<typename Enum>
+const char* keyOf(Enum value)
+{
+    return QMetaEnum::fromType<Enum>().valueToKey(int(value));
+}
+
+void logFailure(const char* what, const VideoFailure& failure)
+{
+    qCInfo(logPlayback).noquote().nospace()
+        << what << ": " << keyOf(failure.cause) << ", status " << failure.httpStatus << ", "
+        << logging::withoutQueries(failure.description).replace(u'\n', u" / "_s);
+}
 
 bool isPlayable(const QUrl& url)
 {
@@ -214,9 +231,20 @@ bool StreamPlayer::isBreak(Timeline::Place place) const
     return place.kind == Timeline::Place::Kind::Jumped || (place.kind == Timeline::Place::Kind::JumpedAgain && isAtEnd);
 }
 
+void StreamPlayer::logState(bool timeControlChanged)
+{
+    static constexpr const char* phases[] = {"Idle", "Loading", "Shown", "Broken", "Ended", "Failed"};
+    if (std::exchange(m_loggedPhase, m_phase) == m_phase && !timeControlChanged)
+        return;
+    qCInfo(logPlayback).noquote().nospace()
+        << (m_item ? m_item->url().path() : QString()) << ": " << phases[int(m_phase)] << ", "
+        << keyOf(m_announced.timeControl) << ", at " << m_announced.position << " of " << m_announced.duration << " s";
+}
+
 // However the data stopped: whether it was the end of play, the position says.
 void StreamPlayer::takeBreak(const VideoFailure& failure)
 {
+    logFailure("breaks", failure);
     ++m_load;
     m_buffering = false;
     if (m_phase == Phase::Shown && !m_target && m_duration > 0 && m_position >= m_duration - endTolerance)
@@ -240,6 +268,7 @@ void StreamPlayer::end()
 
 void StreamPlayer::fail(const VideoFailure& failure)
 {
+    logFailure("fails", failure);
     ++m_load;
     m_phase = Phase::Failed;
     m_reconnection.cancel();
@@ -287,6 +316,7 @@ void StreamPlayer::announceChanges()
     m_loadWatch.setWatching(m_phase == Phase::Loading && m_rendererReady);
     const Public now{timeControl(), isWaiting(), position(), duration(), bufferedTo(), isSeekable()};
     const Public before = std::exchange(m_announced, now);
+    logState(before.timeControl != now.timeControl);
     const auto announce = [this](bool changed, void (VideoPlayer::*signal)()) {
         if (changed)
             m_announcements.add([this, signal] { Q_EMIT(this->*signal)(); });

@@ -124,6 +124,7 @@ private:
     double bounded(double seconds) const;
     void setTracks(const QList<MediaTrack>& tracks);
     void announceChanges();
+    void logState(bool timeControlChanged);
 
     VideoOptions m_options;
     LoadPlugin m_loadPlugin;
@@ -134,6 +135,7 @@ private:
 
     std::shared_ptr<PlayerItem> m_item;
     Phase m_phase = Phase::Idle;
+    Phase m_loggedPhase = Phase::Idle;
     int m_load = 0;
     bool m_playing = false; ///< as the viewer wants it
     bool m_waitsForData = true;

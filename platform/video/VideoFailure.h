@@ -6,6 +6,9 @@
 /** Why a stream does not play. A plain value; the sentence for the viewer is made from it elsewhere. */
 struct VideoFailure
 {
+    Q_GADGET
+
+public:
     enum class Cause {
         Unknown,      ///< nothing better is known
         NoPlugin,     ///< the player itself could not be loaded or started
@@ -19,6 +22,7 @@ struct VideoFailure
         Unplayable,   ///< what came is no stream
         BrokenStream, ///< it ended before its end
     };
+    Q_ENUM(Cause)
 
     Cause cause = Cause::Unknown;
     int httpStatus = 0;  ///< with Cause::Status, else 0

@@ -21,6 +21,7 @@ private Q_SLOTS:
     void pictureIsThatOfSetWithoutCompositor();
     void everyFrameFillsScreen();
     void keysReachSet();
+    void restingSetDrawsNothing();
     void compositorEndsWithSet_data();
     void compositorEndsWithSet();
     void displaySleepsAndKeyWakesIt();
@@ -123,6 +124,14 @@ void CageTest::keysReachSet()
     m_room->press(u"back"_s);
     m_room->press(u"left"_s);
     QVERIFY(shows(m_front));
+}
+
+void CageTest::restingSetDrawsNothing()
+{
+    start();
+    QVERIFY(shows(m_front));
+    QVERIFY(m_room->screen().waitUntilSettled(500ms, 10s));
+    QCOMPARE(m_room->screen().count(3s).drawings, 0);
 }
 
 void CageTest::compositorEndsWithSet_data()

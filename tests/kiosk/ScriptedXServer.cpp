@@ -1,5 +1,6 @@
 #include "ScriptedXServer.h"
 
+#include <QDir>
 #include <QtEndian>
 
 #include <stdexcept>
@@ -12,6 +13,9 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr int firstNumber = 10'000; // far from those of real servers
+constexpr int numbers = 10'000;
 
 constexpr char dpms = char(130); // the extension's opcode
 
@@ -66,15 +70,17 @@ QByteArray welcome()
 
 ScriptedXServer::ScriptedXServer(Terms terms) : m_terms(terms), m_isEnabled(terms.isEnabled)
 {
+    // Old releases of XCB know a server by its number alone, whose socket is in this folder.
+    m_path = "/tmp/.X11-unix/X" + QByteArray::number(firstNumber + getpid() % numbers);
+    QDir().mkpath(u"/tmp/.X11-unix"_s);
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
-    const QByteArray path = m_folder.filePath(u"x"_s).toUtf8();
-    qstrncpy(address.sun_path, path.constData(), sizeof address.sun_path);
+    qstrncpy(address.sun_path, m_path.constData(), sizeof address.sun_path);
     m_listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     if (bind(m_listener, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
         listen(m_listener, 5) != 0 || pipe(m_end) != 0)
         throw std::runtime_error("The X server cannot listen.");
-    qputenv("DISPLAY", path);
+    qputenv("DISPLAY", ':' + m_path.sliced(m_path.lastIndexOf('X') + 1));
     m_thread = std::thread([this] { run(); });
 }
 
@@ -84,6 +90,7 @@ ScriptedXServer::~ScriptedXServer()
     m_thread.join();
     close(m_end[0]);
     close(m_listener);
+    unlink(m_path.constData());
     qunsetenv("DISPLAY");
 }
 

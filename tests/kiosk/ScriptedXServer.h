@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QTemporaryDir>
+#include <QByteArray>
 
 #include <atomic>
 #include <thread>
@@ -30,7 +30,7 @@ private:
     void serve(int client);
     void answer(int client, const QByteArray& request, quint16 sequence);
 
-    QTemporaryDir m_folder;
+    QByteArray m_path; ///< of the socket
     Terms m_terms;
     int m_listener = -1;
     int m_end[2] = {-1, -1}; ///< of the pipe that ends the thread

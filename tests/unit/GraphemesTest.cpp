@@ -128,7 +128,7 @@ private Q_SLOTS:
             for (qsizetype i = 0; i < ends.size(); ++i)
                 QVERIFY2(Graphemes::lengthOf(text, i + 1) == ends[i], qPrintable(line));
         }
-        QCOMPARE(cases, 602);
+        QVERIFY2(cases >= 602, qPrintable(QString::number(cases))); // of Unicode 15; later ones have more
     }
 
     void threadsDoNotDisturbEachOther()

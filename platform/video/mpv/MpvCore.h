@@ -75,7 +75,7 @@ private:
     void reportEnd(const mpv_event_end_file& end);
     void takeSeek(const mpv_event& event);
     void takePicture();
-    void takeMessage(const char* text);
+    void takeMessage(const mpv_event_log_message& message);
     void finishSeek();
 
     void setOption(const char* name, const char* value);

@@ -1,5 +1,7 @@
 #include "MpvCore.h"
 
+#include "Logging.h"
+
 #include <utility>
 
 // What libmpv tells, and what becomes of it.
@@ -32,7 +34,7 @@ void MpvCore::take(const mpv_event& event)
             m_properties.changed(event.reply_userdata, *static_cast<const mpv_event_property*>(event.data));
         break;
     case MPV_EVENT_LOG_MESSAGE:
-        takeMessage(static_cast<const mpv_event_log_message*>(event.data)->text);
+        takeMessage(*static_cast<const mpv_event_log_message*>(event.data));
         break;
     default:
         break;
@@ -83,14 +85,19 @@ void MpvCore::takePicture()
     if (!m_started)
         return;
     m_opening = false;
-    if (!m_properties.isPictureShown())
+    if (!m_properties.isPictureShown()) {
         m_properties.showPicture(m_mpv);
+        MpvProperties::logDecoders(m_mpv);
+    }
     if (m_seek.step == SeekStep::Begun)
         finishSeek();
 }
 
-void MpvCore::takeMessage(const char* text)
+void MpvCore::takeMessage(const mpv_event_log_message& message)
 {
+    const char* const text = message.text;
+    qCInfo(logVideo).noquote().nospace() << message.prefix << ": "
+                                         << logging::withoutQueries(QString::fromUtf8(text).trimmed());
     m_log.add(text);
     if (m_skippedData || !LoadLog::tellsOfSkippedData(text))
         return;

@@ -1,8 +1,14 @@
 #include "MpvPlugin.h"
 
+#include "AlsaWords.h"
 #include "MpvCore.h"
 #include "MpvEngine.h"
 #include "RunningCores.h"
+
+MpvPlugin::MpvPlugin()
+{
+    logAlsaWords();
+}
 
 std::shared_ptr<VideoEngine> MpvPlugin::makeEngine(const VideoOptions& options,
                                                    const Messenger<VideoEngineListener>& listener)

@@ -12,6 +12,7 @@ class MpvPlugin : public QObject, public VideoPlugin
     Q_INTERFACES(VideoPlugin)
 
 public:
+    MpvPlugin();
     std::shared_ptr<VideoEngine> makeEngine(const VideoOptions& options,
                                             const Messenger<VideoEngineListener>& listener) override;
     bool waitForEngines(std::chrono::milliseconds limit) override;

@@ -1,5 +1,6 @@
 #include "MpvProperties.h"
 
+#include "Logging.h"
 #include "MpvTracks.h"
 
 #include <cmath>
@@ -107,6 +108,21 @@ void MpvProperties::showPicture(mpv_handle* mpv)
 void MpvProperties::finishSeek(mpv_handle* mpv, int seek)
 {
     report(&VideoEngineListener::seekDone, seek, position(mpv));
+}
+
+void MpvProperties::logDecoders(mpv_handle* mpv)
+{
+    if (!logVideo().isInfoEnabled())
+        return;
+    const auto told = [mpv](const char* property) {
+        char* const value = mpv_get_property_string(mpv, property);
+        const QByteArray words = value ? value : "none";
+        mpv_free(value);
+        return words;
+    };
+    qCInfo(logVideo).noquote().nospace() << "video " << told("video-codec") << ", hardware " << told("hwdec-current")
+                                         << ", " << told("width") << " x " << told("height") << "; sound "
+                                         << told("audio-codec") << " to " << told("current-ao");
 }
 
 // Unknown when the file has just ended, which is told next.

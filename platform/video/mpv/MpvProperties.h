@@ -29,6 +29,9 @@ public:
 
     void finishSeek(mpv_handle* mpv, int seek);
 
+    /** For who looks for a fault: how pictures and sound are decoded. */
+    static void logDecoders(mpv_handle* mpv);
+
     /** Not a number where it is unknown. */
     static double position(mpv_handle* mpv);
 

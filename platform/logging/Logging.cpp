@@ -1,0 +1,26 @@
+#include "Logging.h"
+
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+// Below their threshold of critical messages they are silent until a rule asks for them.
+Q_LOGGING_CATEGORY(logDisplay, "quillmere.display", QtCriticalMsg)
+Q_LOGGING_CATEGORY(logFocus, "quillmere.focus", QtCriticalMsg)
+Q_LOGGING_CATEGORY(logHttp, "quillmere.http", QtCriticalMsg)
+Q_LOGGING_CATEGORY(logHub, "quillmere.hub", QtCriticalMsg)
+Q_LOGGING_CATEGORY(logPlayback, "quillmere.playback", QtCriticalMsg)
+Q_LOGGING_CATEGORY(logScreen, "quillmere.screen", QtCriticalMsg)
+Q_LOGGING_CATEGORY(logVideo, "quillmere.video", QtCriticalMsg)
+
+void logging::prepare()
+{
+    // Qt reads the rules of the environment after these. Most of its warnings are of the category "default".
+    QLoggingCategory::setFilterRules(u"default.warning=false"_s);
+}
+
+QString logging::withoutQueries(QString text)
+{
+    static const QRegularExpression query(u"\\?[^\\s'\"]*"_s);
+    return text.remove(query);
+}

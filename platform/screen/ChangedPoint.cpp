@@ -1,0 +1,29 @@
+#include "ChangedPoint.h"
+
+#include <QQuickWindow>
+#include <QSGSimpleRectNode>
+
+ChangedPoint::ChangedPoint(QQuickItem* parent) : QQuickItem(parent)
+{
+    setFlag(ItemHasContents);
+    setSize({1, 1});
+    setZ(1); // what is covered is not drawn
+    // Later than this moment a change would ask for the next frame.
+    connect(window(), &QQuickWindow::beforeRendering, this, &ChangedPoint::markChanged, Qt::DirectConnection);
+    connect(
+        window(), &QQuickWindow::sceneGraphInvalidated, this, [this] { m_node = nullptr; }, Qt::DirectConnection);
+}
+
+QSGNode* ChangedPoint::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*data*/)
+{
+    m_node = static_cast<QSGSimpleRectNode*>(node);
+    if (!m_node)
+        m_node = new QSGSimpleRectNode(boundingRect(), Qt::transparent);
+    return m_node;
+}
+
+void ChangedPoint::markChanged()
+{
+    if (m_node)
+        m_node->markDirty(QSGNode::DirtyMaterial);
+}

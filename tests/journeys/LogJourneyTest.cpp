@@ -1,0 +1,105 @@
+#include "LivingRoom.h"
+#include "Picture.h"
+#include "SampleHub.h"
+#include "Shop.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+/** What the real program writes to its error output, from the front screen to a playing tape that a search has found. */
+class LogJourneyTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void nothingIsToldUnlessAskedFor();
+    void whatIsAskedForIsToldInLines();
+
+private:
+    bool playFoundTape();
+    QStringList lines() const;
+
+    const QString m_word = u"noise"_s;
+    std::unique_ptr<SampleHub> m_hub;
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_log;
+};
+
+void LogJourneyTest::init()
+{
+    qunsetenv("QT_LOGGING_RULES");
+    // A box without a session, whose libraries have something to complain of.
+    qunsetenv("XDG_RUNTIME_DIR");
+    m_hub.reset();
+    m_hub = std::make_unique<SampleHub>();
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_log = m_folder->filePath(u"log"_s);
+}
+
+/** Searches for the word and plays what is found first; then leaves and switches the set off. */
+bool LogJourneyTest::playFoundTape()
+{
+    LivingRoom room;
+    room.switchOn(m_log);
+    if (!shop::open(room))
+        return false;
+    room.press(u"select"_s);
+    if (!room.waitForText(shop::searchHeader, u"titles and spoken transcripts both"_s, 20s))
+        return false;
+    for (const QChar letter : m_word)
+        room.press(QString(letter));
+    room.press(u"Return"_s);
+    if (!room.waitForText(shop::searchOutcome, u"tapes found"_s, 20s))
+        return false;
+    room.press(u"down"_s);
+    room.press(u"select"_s);
+    if (!room.waitForText(shop::detailFacts, u"self-hosted"_s, 20s))
+        return false;
+    room.press(u"select"_s);
+    const bool plays = room.screen().waitUntil(
+        [](const QImage& picture) { return picture::recordedSeconds(picture).value_or(0) >= 1; }, 30s);
+    room.press(u"back"_s);
+    return plays && room.waitForText(shop::detailFacts, u"self-hosted"_s, 20s);
+}
+
+QStringList LogJourneyTest::lines() const
+{
+    QFile file(m_log);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("The set's error output cannot be read.");
+    return QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+}
+
+void LogJourneyTest::nothingIsToldUnlessAskedFor()
+{
+    QVERIFY(playFoundTape());
+    QCOMPARE(lines().join(u'\n'), QString());
+}
+
+void LogJourneyTest::whatIsAskedForIsToldInLines()
+{
+    qputenv("QT_LOGGING_RULES", "quillmere.*=true;default=true");
+    QVERIFY(playFoundTape());
+    const QStringList all = lines();
+    for (const QString& pattern :
+         {u"quillmere\\.http: GET /api/tv/status: status 200, \\d+ bytes, \\d+ ms"_s,
+          u"quillmere\\.hub: /api/tv/tapes: answered, \\d+ ms"_s, u"quillmere\\.screen: RewinderyView appears"_s,
+          u"quillmere\\.focus: StoreDoor at QRectF\\(.*\\) of LandingView"_s,
+          u"quillmere\\.playback: /.*: Shown, Playing, at \\d.*"_s, u"quillmere\\.video: video .*h264.*; sound .*"_s,
+          u"quillmere\\.video: ALSA: .*"_s, u"QStandardPaths: XDG_RUNTIME_DIR not set.*"_s}) {
+        const QRegularExpression whole(QRegularExpression::anchoredPattern(pattern));
+        QVERIFY2(!all.filter(whole).isEmpty(), qPrintable(pattern + u"\n"_s + all.join(u'\n')));
+    }
+    // What the viewer has searched for is in the queries of addresses.
+    QCOMPARE(all.filter(m_word), QStringList());
+    QCOMPARE(all.filter(u"?"_s), QStringList());
+}
+
+QTEST_GUILESS_MAIN(LogJourneyTest)
+#include "LogJourneyTest.moc"
