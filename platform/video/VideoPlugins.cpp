@@ -8,6 +8,7 @@
 
 #include <clocale>
 
+#include <dlfcn.h>
 #include <malloc.h>
 
 using namespace Qt::StringLiterals;
@@ -46,6 +47,22 @@ void waitForEngines()
 {
     if (loading().plugin)
         loading().plugin->waitForEngines(farewell);
+}
+
+/** Has the TLS library read its policy again where the program's own libraries have brought it in, as on Debian 13. */
+void renewTlsPolicy()
+{
+    void* const library = dlopen("libgnutls.so.30", RTLD_LAZY | RTLD_NOLOAD);
+    if (!library)
+        return;
+    // Nothing has used it yet: it ends, and begins anew.
+    const auto end = reinterpret_cast<void (*)()>(dlsym(library, "gnutls_global_deinit"));
+    const auto begin = reinterpret_cast<int (*)()>(dlsym(library, "gnutls_global_init"));
+    if (end && begin) {
+        end();
+        begin();
+    }
+    dlclose(library);
 }
 
 void adopt()
@@ -101,8 +118,10 @@ void VideoPlugins::prepare()
                                                  "disabled-version = dtls1.0\n");
     // The TLS library below the player reads its policy from the file that this names.
     constexpr auto variable = "GNUTLS_SYSTEM_PRIORITY_FILE";
-    if (policy.isValid() && qgetenv(variable) != policy.path())
+    if (policy.isValid() && qgetenv(variable) != policy.path()) {
         qputenv(variable, policy.path());
+        renewTlsPolicy();
+    }
     // Else each of a player's many threads leaves megabytes behind that nothing uses.
     mallopt(M_MMAP_THRESHOLD, largeBuffer);
 }

@@ -136,7 +136,7 @@ void MpvCore::load(const VideoLoad& load)
 // The picture of the load has been there before.
 void MpvCore::openAt(double seconds)
 {
-    setOption("start", QByteArray::number(seconds, 'f', 3).constData());
+    setOption("start", MpvOptions::startOption(seconds).constData());
     open();
 }
 
@@ -167,7 +167,7 @@ void MpvCore::seek(int load, int seek, double seconds, SeekTolerance tolerance)
     if (!m_started)
         return;
     m_seek = {seek, SeekStep::Asked};
-    const QByteArray target = QByteArray::number(seconds, 'f', 3);
+    const QByteArray target = QByteArray::number(m_properties.timestampOf(seconds), 'f', 3);
     const char* const way = tolerance == SeekTolerance::Nearest ? "absolute+keyframes" : "absolute+exact";
     const char* command[] = {"seek", target.constData(), way, nullptr};
     mpv_command_async(m_mpv, uint64_t(seek), command);
@@ -183,7 +183,7 @@ void MpvCore::selectTrack(MediaTrack::Kind kind, int id)
         return;
     if (kind == MediaTrack::Kind::Subtitle) {
         // Its playlist is read right only from the opening of the stream on.
-        if (const double at = MpvProperties::position(m_mpv); std::isfinite(at))
+        if (const double at = m_properties.position(m_mpv); std::isfinite(at))
             openAt(at);
         return;
     }

@@ -49,6 +49,9 @@ constexpr Option options[] = {
     {"audio-fallback-to-null", "yes"},
     // A start lands at its position or just after, never at the keyframe before.
     {"hr-seek", "yes"},
+    // Timestamps as the stream has them: newer libraries tell of none below the first, which are there where an encoder has
+    // begun to count anew.
+    {"rebase-start-time", "no"},
     // In points of 1080: 66 high, 60 from above and below, 80 from the sides; the library counts 720.
     {"sub-font-size", "44"},
     {"sub-margin-y", "40"},
@@ -56,6 +59,15 @@ constexpr Option options[] = {
     // What is asked for directly counts as no network to the library, and would be played without a cache.
     {"cache", "yes"},
     {"cache-pause-wait", "2"},
+    // The cheapest way to scale, right for a small box, and the only one that OpenGL drawn by the processor does on
+    // Debian 13: with the library's newer ways the picture stays black there, in its own player as well.
+    {"scale", "bilinear"},
+    {"cscale", "bilinear"},
+    {"dscale", "bilinear"},
+    {"dither-depth", "no"},
+    {"correct-downscaling", "no"},
+    {"linear-downscaling", "no"},
+    {"sigmoid-upscaling", "no"},
     // Room for a slow hub, on a box with little memory.
     {"demuxer-max-bytes", "32MiB"},
     {"demuxer-max-back-bytes", "8MiB"},
@@ -133,12 +145,18 @@ bool MpvOptions::apply(mpv_handle* mpv, const VideoOptions& given)
            set("audio-client-name", given.applicationName.toUtf8().constData());
 }
 
+QByteArray MpvOptions::startOption(double seconds)
+{
+    // The sign makes it count from the stream's first timestamp.
+    return '+' + QByteArray::number(seconds, 'f', 3);
+}
+
 QByteArray MpvOptions::setForLoad(mpv_handle* mpv, const VideoLoad& load)
 {
     const auto set = [mpv](const char* name, const char* value) { mpv_set_property_string(mpv, name, value); };
     // An option, as the place of a load's own options in the command differs between versions of the library.
     const bool fromTheTop = load.isLive || load.startAt <= 0;
-    set("start", fromTheTop ? "none" : QByteArray::number(load.startAt, 'f', 3).constData());
+    set("start", fromTheTop ? "none" : startOption(load.startAt).constData());
     set("aid", "auto");
     set("sid", "auto");
     const QByteArray url = load.url.toEncoded();

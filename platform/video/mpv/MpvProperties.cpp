@@ -37,6 +37,7 @@ void MpvProperties::observe(mpv_handle* mpv)
 void MpvProperties::begin(int load, bool isLive)
 {
     m_load = load;
+    m_start = 0;
     m_isLive = isLive;
     m_pictureShown = false;
     m_bufferedTo = -bufferedStep;
@@ -49,10 +50,10 @@ void MpvProperties::changed(uint64_t property, const mpv_event_property& value)
     switch (property) {
     case Position:
         if (m_pictureShown)
-            report(&VideoEngineListener::positionMoved, *static_cast<const double*>(value.data));
+            report(&VideoEngineListener::positionMoved, *static_cast<const double*>(value.data) - m_start);
         break;
     case Buffered:
-        takeBuffered(*static_cast<const double*>(value.data));
+        takeBuffered(*static_cast<const double*>(value.data) - m_start);
         break;
     case Waiting:
         report(&VideoEngineListener::waitingChanged, *static_cast<const int*>(value.data) != 0);
@@ -74,6 +75,14 @@ void MpvProperties::takeBuffered(double seconds)
         return;
     m_bufferedTo = seconds;
     report(&VideoEngineListener::dataBuffered, seconds);
+}
+
+// Where it is not known the timestamps are the positions.
+void MpvProperties::takeStart(mpv_handle* mpv)
+{
+    double seconds = 0;
+    if (mpv_get_property(mpv, "demuxer-start-time", MPV_FORMAT_DOUBLE, &seconds) >= 0 && std::isfinite(seconds))
+        m_start = seconds;
 }
 
 // Once packets are read, the library takes the last one's time for a duration that the list does not tell.
@@ -126,9 +135,9 @@ void MpvProperties::logDecoders(mpv_handle* mpv)
 }
 
 // Unknown when the file has just ended, which is told next.
-double MpvProperties::position(mpv_handle* mpv)
+double MpvProperties::position(mpv_handle* mpv) const
 {
     double seconds = std::numeric_limits<double>::quiet_NaN();
     mpv_get_property(mpv, "time-pos", MPV_FORMAT_DOUBLE, &seconds);
-    return seconds;
+    return seconds - m_start;
 }

@@ -19,7 +19,9 @@ public:
     /** One change; positions are held back until `showPicture`. */
     void changed(uint64_t property, const mpv_event_property& value);
 
-    /** The list has been read, and nothing else yet: tells the duration where the list is whole. */
+    /** The list has been read, and nothing else yet: from which timestamp the positions count. */
+    void takeStart(mpv_handle* mpv);
+    /** The same moment: tells the duration where the list is whole. */
     void takeDuration(mpv_handle* mpv);
     void takeSeekable(mpv_handle* mpv);
 
@@ -33,7 +35,8 @@ public:
     static void logDecoders(mpv_handle* mpv);
 
     /** Not a number where it is unknown. */
-    static double position(mpv_handle* mpv);
+    double position(mpv_handle* mpv) const;
+    double timestampOf(double position) const { return position + m_start; }
 
 private:
     void takeBuffered(double seconds);
@@ -46,6 +49,7 @@ private:
 
     const Messenger<VideoEngineListener> m_listener;
     int m_load = 0;
+    double m_start = 0; ///< the stream's first timestamp, in seconds
     bool m_isLive = false;
     bool m_pictureShown = false;
     double m_bufferedTo = 0;
