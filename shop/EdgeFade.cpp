@@ -5,6 +5,12 @@
 
 #include <algorithm>
 
+namespace {
+
+constexpr qreal rounding = 1; // points; a row stops on whole device pixels, a little before its end
+
+} // namespace
+
 EdgeFade::EdgeFade(QQuickItem* parent) : PaintedItem(parent)
 {
     updateStrength();
@@ -78,7 +84,7 @@ void EdgeFade::geometryChange(const QRectF& newGeometry, const QRectF& oldGeomet
 
 void EdgeFade::updateStrength()
 {
-    setVisible(m_hidden > 0);
+    setVisible(m_hidden >= rounding);
     setOpacity(std::clamp(m_hidden / std::max(width(), 1.0), 0.0, 1.0));
 }
 

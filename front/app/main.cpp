@@ -63,6 +63,17 @@ struct Display
     std::optional<DisplaySleep> sleep;
 };
 
+constexpr std::chrono::seconds patience{5};
+
+/** The toolkit's own end waits for a host name that is still being looked up, which may take half a minute. */
+void endAnyway(int status)
+{
+    std::thread([status] {
+        std::this_thread::sleep_for(patience);
+        _exit(status);
+    }).detach();
+}
+
 int watch(QGuiApplication& application)
 {
     QuillmereTVApp app;
@@ -79,18 +90,9 @@ int watch(QGuiApplication& application)
     StopSignals stopSignals;
     QObject::connect(&stopSignals, &StopSignals::stop, &application, &QCoreApplication::quit);
     window->present();
-    return QGuiApplication::exec();
-}
-
-constexpr std::chrono::seconds patience{5};
-
-/** The toolkit's own end waits for a host name that is still being looked up, which may take half a minute. */
-void endAnyway(int status)
-{
-    std::thread([status] {
-        std::this_thread::sleep_for(patience);
-        _exit(status);
-    }).detach();
+    const int status = QGuiApplication::exec();
+    endAnyway(status);
+    return status;
 }
 
 } // namespace
@@ -110,7 +112,5 @@ int main(int argc, char* argv[])
     QGuiApplication::setDesktopFileName(u"quillmere-tv"_s);
     chooseRenderPath();
 
-    const int status = watch(application);
-    endAnyway(status);
-    return status;
+    return watch(application);
 }

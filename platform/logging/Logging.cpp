@@ -15,8 +15,8 @@ Q_LOGGING_CATEGORY(logVideo, "quillmere.video", QtCriticalMsg)
 
 void logging::prepare()
 {
-    // Qt reads the rules of the environment after these. Most of its warnings are of the category "default".
-    QLoggingCategory::setFilterRules(u"default.warning=false"_s);
+    // Qt reads the rules of the environment after these.
+    QLoggingCategory::setFilterRules(u"default.warning=false\nqt.*.warning=false"_s);
 }
 
 QString logging::withoutQueries(QString text)

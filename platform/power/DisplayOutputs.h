@@ -2,7 +2,7 @@
 
 /**
  * The outputs of a display server, reached over a connection of its own. Used by one thread, not the screen's: each call
- * may wait for the server, a hanging one for at most a few seconds.
+ * may wait for the server, a hanging Wayland compositor for at most a few seconds.
  */
 class DisplayOutputs
 {

@@ -78,36 +78,48 @@ std::unique_ptr<OutputConfiguration> OutputConfiguration::create(WaylandConnecti
 
 bool OutputConfiguration::switchOff()
 {
-    return apply([](zwlr_output_configuration_v1& configuration, Head& head) {
+    const Outcome outcome = apply([](zwlr_output_configuration_v1& configuration, Head& head) {
         head.before = head.isEnabled ? std::optional(head.state) : std::nullopt;
         zwlr_output_configuration_v1_disable_head(&configuration, head.proxy.get());
     });
+    // One that does not answer may still come to it.
+    if (outcome == Outcome::Pending)
+        switchOn();
+    return outcome == Outcome::Succeeded;
 }
 
 void OutputConfiguration::switchOn()
 {
-    apply([](zwlr_output_configuration_v1& configuration, Head& head) {
+    const auto restore = [](zwlr_output_configuration_v1& configuration, Head& head, bool withState) {
         if (head.before || head.isEnabled)
-            enable(configuration, head);
+            enable(configuration, head, withState);
         else
             zwlr_output_configuration_v1_disable_head(&configuration, head.proxy.get());
-    });
+    };
+    // What the output was may be refused meanwhile; then it comes back as the compositor likes.
+    for (const bool withState : {true, false}) {
+        const Outcome outcome = apply([&](zwlr_output_configuration_v1& configuration, Head& head) {
+            restore(configuration, head, withState);
+        });
+        if (outcome == Outcome::Succeeded)
+            return;
+    }
 }
 
-bool OutputConfiguration::apply(const std::function<void(zwlr_output_configuration_v1&, Head&)>& configure)
+OutputConfiguration::Outcome OutputConfiguration::apply(const std::function<void(zwlr_output_configuration_v1&, Head&)>& configure)
 {
     for (int attempt = 0; attempt < attempts; ++attempt) {
         // The serial is the newest after a roundtrip.
         if (!m_connection.roundtrip())
-            return false;
+            return Outcome::Failed;
         std::erase_if(m_heads, [](const auto& head) { return head->isGone; });
         if (std::ranges::none_of(m_heads, [](const auto& head) { return head->isEnabled || head->before; }))
-            return false;
+            return Outcome::Failed;
         const Outcome outcome = applyOnce(configure);
         if (outcome != Outcome::Cancelled)
-            return outcome == Outcome::Succeeded;
+            return outcome;
     }
-    return false;
+    return Outcome::Cancelled;
 }
 
 OutputConfiguration::Outcome
@@ -120,16 +132,15 @@ OutputConfiguration::applyOnce(const std::function<void(zwlr_output_configuratio
     for (const auto& head : m_heads)
         configure(*configuration, *head);
     zwlr_output_configuration_v1_apply(configuration.get());
-    while (outcome == Outcome::Pending && m_connection.roundtrip()) {
-    }
+    m_connection.waitUntil([&outcome] { return outcome != Outcome::Pending; });
     return outcome;
 }
 
-void OutputConfiguration::enable(zwlr_output_configuration_v1& configuration, Head& head)
+void OutputConfiguration::enable(zwlr_output_configuration_v1& configuration, Head& head, bool withState)
 {
     const Proxy<zwlr_output_configuration_head_v1> wanted(
         zwlr_output_configuration_v1_enable_head(&configuration, head.proxy.get()));
-    if (!head.before)
+    if (!head.before || !withState)
         return;
     const State& state = *head.before;
     const bool hasMode = std::ranges::any_of(

@@ -17,7 +17,7 @@ public:
 
     /** Disables every output that is enabled; false if the compositor refuses or none is. */
     bool switchOff();
-    /** Enables those again that are still connected. */
+    /** Enables those again that are still connected, as they were or, where that is refused, somehow. */
     void switchOn();
 
 private:
@@ -50,9 +50,9 @@ private:
 
     explicit OutputConfiguration(WaylandConnection& connection) : m_connection(connection) {}
     /** Has `configure` describe the wanted state of each head, and applies it. */
-    bool apply(const std::function<void(zwlr_output_configuration_v1&, Head&)>& configure);
+    Outcome apply(const std::function<void(zwlr_output_configuration_v1&, Head&)>& configure);
     Outcome applyOnce(const std::function<void(zwlr_output_configuration_v1&, Head&)>& configure);
-    static void enable(zwlr_output_configuration_v1& configuration, Head& head);
+    static void enable(zwlr_output_configuration_v1& configuration, Head& head, bool withState);
 
     static const zwlr_output_manager_v1_listener managerListener;
     static const zwlr_output_head_v1_listener headListener;

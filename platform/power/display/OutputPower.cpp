@@ -40,9 +40,18 @@ bool OutputPower::switchOff()
         if (output->wasOn)
             zwlr_output_power_v1_set_mode(output->power.get(), ZWLR_OUTPUT_POWER_V1_MODE_OFF);
     }
-    return m_connection.roundtrip() && std::ranges::any_of(m_outputs, [](const auto& output) {
-               return output->wasOn && output->mode == uint32_t(ZWLR_OUTPUT_POWER_V1_MODE_OFF);
-           });
+    // A compositor may take its time, and one that says nothing more may have switched all the same.
+    const auto is = [](const auto& output, uint32_t mode) { return output->wasOn && output->mode == mode; };
+    const bool answered = m_connection.waitUntil([&] {
+        return std::ranges::none_of(
+            m_outputs, [&](const auto& output) { return is(output, uint32_t(ZWLR_OUTPUT_POWER_V1_MODE_ON)); });
+    });
+    if (answered && std::ranges::any_of(m_outputs, [&](const auto& output) {
+            return is(output, uint32_t(ZWLR_OUTPUT_POWER_V1_MODE_OFF));
+        }))
+        return true;
+    switchOn();
+    return false;
 }
 
 void OutputPower::switchOn()

@@ -1,6 +1,7 @@
 #include "WaylandConnection.h"
 
 #include <algorithm>
+#include <cerrno>
 
 #include <poll.h>
 
@@ -38,6 +39,16 @@ std::unique_ptr<WaylandConnection> WaylandConnection::open()
 
 WaylandConnection::~WaylandConnection() = default;
 
+bool WaylandConnection::waitUntil(const std::function<bool()>& condition)
+{
+    const Time::time_point deadline = Time::now() + patience;
+    while (!condition()) {
+        if (!readEvents(deadline))
+            return false;
+    }
+    return true;
+}
+
 bool WaylandConnection::roundtrip()
 {
     bool answered = false;
@@ -45,12 +56,7 @@ bool WaylandConnection::roundtrip()
     static constexpr wl_callback_listener listener = {
         .done = [](void* data, wl_callback*, uint32_t) { *static_cast<bool*>(data) = true; }};
     wl_callback_add_listener(callback.get(), &listener, &answered);
-    const Time::time_point deadline = Time::now() + patience;
-    while (!answered) {
-        if (!readEvents(deadline))
-            return false;
-    }
-    return true;
+    return waitUntil([&answered] { return answered; });
 }
 
 /** libwayland's own roundtrip waits for ever. */
@@ -62,9 +68,10 @@ bool WaylandConnection::readEvents(Time::time_point deadline)
     wl_display_flush(display);
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Time::now());
     pollfd socket{wl_display_get_fd(display), POLLIN, 0};
-    if (left <= 0ms || poll(&socket, 1, int(left.count())) <= 0) {
+    const int ready = left > 0ms ? poll(&socket, 1, int(left.count())) : 0;
+    if (ready <= 0) {
         wl_display_cancel_read(display);
-        return false;
+        return ready < 0 && errno == EINTR;
     }
     return wl_display_read_events(display) == 0 && wl_display_dispatch_pending(display) >= 0;
 }

@@ -62,6 +62,8 @@ public:
      * connection is broken or the compositor has not answered for three seconds.
      */
     bool roundtrip();
+    /** Handles what the compositor sends until `condition` holds; false in the same cases. */
+    bool waitUntil(const std::function<bool()>& condition);
 
 private:
     WaylandConnection() = default;

@@ -17,7 +17,7 @@ void MpvCore::take(const mpv_event& event)
         break;
     case MPV_EVENT_HOOK:
         if (m_started) {
-            m_properties.takeStart(m_mpv);
+            m_properties.updateStart(m_mpv);
             m_properties.takeDuration(m_mpv);
             m_properties.takeSeekable(m_mpv);
         }

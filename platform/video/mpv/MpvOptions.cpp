@@ -148,7 +148,7 @@ bool MpvOptions::apply(mpv_handle* mpv, const VideoOptions& given)
 QByteArray MpvOptions::startOption(double seconds)
 {
     // The sign makes it count from the stream's first timestamp.
-    return '+' + QByteArray::number(seconds, 'f', 3);
+    return '+' + QByteArray::number(std::max(seconds, 0.0), 'f', 3);
 }
 
 QByteArray MpvOptions::setForLoad(mpv_handle* mpv, const VideoLoad& load)

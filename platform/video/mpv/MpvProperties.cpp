@@ -78,7 +78,7 @@ void MpvProperties::takeBuffered(double seconds)
 }
 
 // Where it is not known the timestamps are the positions.
-void MpvProperties::takeStart(mpv_handle* mpv)
+void MpvProperties::updateStart(mpv_handle* mpv)
 {
     double seconds = 0;
     if (mpv_get_property(mpv, "demuxer-start-time", MPV_FORMAT_DOUBLE, &seconds) >= 0 && std::isfinite(seconds))
@@ -123,15 +123,15 @@ void MpvProperties::logDecoders(mpv_handle* mpv)
 {
     if (!logVideo().isInfoEnabled())
         return;
-    const auto told = [mpv](const char* property) {
-        char* const value = mpv_get_property_string(mpv, property);
+    const auto property = [mpv](const char* name) {
+        char* const value = mpv_get_property_string(mpv, name);
         const QByteArray words = value ? value : "none";
         mpv_free(value);
         return words;
     };
-    qCInfo(logVideo).noquote().nospace() << "video " << told("video-codec") << ", hardware " << told("hwdec-current")
-                                         << ", " << told("width") << " x " << told("height") << "; sound "
-                                         << told("audio-codec") << " to " << told("current-ao");
+    qCInfo(logVideo).noquote().nospace() << "video " << property("video-codec") << ", hardware " << property("hwdec-current")
+                                         << ", " << property("width") << " x " << property("height") << "; sound "
+                                         << property("audio-codec") << " to " << property("current-ao");
 }
 
 // Unknown when the file has just ended, which is told next.

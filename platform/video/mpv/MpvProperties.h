@@ -3,6 +3,8 @@
 #include "Messenger.h"
 #include "VideoEngine.h"
 
+#include <algorithm>
+
 #include <mpv/client.h>
 
 /** What libmpv knows of the load that it plays, brought to the listener. On the core's thread; the core owns it. */
@@ -20,7 +22,7 @@ public:
     void changed(uint64_t property, const mpv_event_property& value);
 
     /** The list has been read, and nothing else yet: from which timestamp the positions count. */
-    void takeStart(mpv_handle* mpv);
+    void updateStart(mpv_handle* mpv);
     /** The same moment: tells the duration where the list is whole. */
     void takeDuration(mpv_handle* mpv);
     void takeSeekable(mpv_handle* mpv);
@@ -36,7 +38,8 @@ public:
 
     /** Not a number where it is unknown. */
     double position(mpv_handle* mpv) const;
-    double timestampOf(double position) const { return position + m_start; }
+    /** Never negative: the library counts a negative one from the end. */
+    double timestampOf(double position) const { return std::max(position + m_start, 0.0); }
 
 private:
     void takeBuffered(double seconds);
