@@ -5,6 +5,8 @@
 
 #include <QMutex>
 
+#include <functional>
+#include <set>
 #include <stdexcept>
 #include <vector>
 
@@ -34,6 +36,9 @@ struct ScriptedCompositor::Server
     std::vector<std::unique_ptr<Output>> outputs;
     wl_resource* manager = nullptr;
     uint32_t serial = 1;
+    bool namesMode = false; ///< the configuration that is being made
+    std::set<wl_resource*> powers;
+    std::vector<std::pair<int, std::function<void()>>> later; ///< after so many looks at what the test wants
     wl_listener onClient{};
     mutable QMutex mutex; ///< of the texts
     QString lastEnabled;
@@ -58,6 +63,7 @@ struct ScriptedCompositor::Server
     void offerConfiguration();
     void describe(Output& output);
     void apply(wl_resource* resource);
+    void makeDueChanges();
     void unplugLast();
 };
 
@@ -75,6 +81,7 @@ void destroy(wl_client*, wl_resource* resource)
 }
 
 constexpr int modeWidth = 1920;
+constexpr int slowness = 10; // looks at what the test wants
 
 } // namespace
 
@@ -98,9 +105,16 @@ void ScriptedCompositor::Server::offerPower()
                 auto& [server, output] = of<std::pair<Server*, Output*>>(resource);
                 if (server->owner->m_terms.refuses)
                     return;
-                output->isOn = mode == ZWLR_OUTPUT_POWER_V1_MODE_ON;
-                server->countOutputs();
-                zwlr_output_power_v1_send_mode(resource, mode);
+                const auto change = [server = server, output = output, resource, mode] {
+                    output->isOn = mode == ZWLR_OUTPUT_POWER_V1_MODE_ON;
+                    server->countOutputs();
+                    if (server->powers.count(resource) > 0)
+                        zwlr_output_power_v1_send_mode(resource, mode);
+                };
+                if (server->owner->m_terms.isSlow)
+                    server->later.emplace_back(slowness, change);
+                else
+                    change();
             },
         .destroy = &destroy,
     };
@@ -110,9 +124,13 @@ void ScriptedCompositor::Server::offerPower()
                 auto* const server = &of<Server>(resource);
                 auto* const output = &of<Output>(outputResource);
                 wl_resource* const made = wl_resource_create(client, &zwlr_output_power_v1_interface, 1, id);
-                wl_resource_set_implementation(
-                    made, &power, new std::pair<Server*, Output*>(server, output),
-                    [](wl_resource* gone) { delete &of<std::pair<Server*, Output*>>(gone); });
+                wl_resource_set_implementation(made, &power, new std::pair<Server*, Output*>(server, output),
+                                               [](wl_resource* gone) {
+                                                   auto* const power = &of<std::pair<Server*, Output*>>(gone);
+                                                   power->first->powers.erase(gone);
+                                                   delete power;
+                                               });
+                server->powers.insert(made);
                 if (server->owner->m_terms.saysFailed)
                     zwlr_output_power_v1_send_failed(made);
                 else
@@ -126,6 +144,15 @@ void ScriptedCompositor::Server::offerPower()
                              wl_resource_create(client, &zwlr_output_power_manager_v1_interface, 1, id), &manager, data,
                              nullptr);
                      });
+}
+
+void ScriptedCompositor::Server::makeDueChanges()
+{
+    for (auto& [looks, change] : later) {
+        if (--looks == 0)
+            change();
+    }
+    std::erase_if(later, [](const auto& one) { return one.first == 0; });
 }
 
 /** What is known of a disabled output is only that it is. */
@@ -149,7 +176,9 @@ void ScriptedCompositor::Server::apply(wl_resource* resource)
         zwlr_output_manager_v1_send_done(manager, ++serial);
     if (configuration.serial != serial)
         return zwlr_output_configuration_v1_send_cancelled(resource);
-    if (owner->m_terms.refuses)
+    const bool isRefused = owner->m_terms.refuses || (owner->m_terms.refusesState && namesMode);
+    namesMode = false;
+    if (isRefused)
         return zwlr_output_configuration_v1_send_failed(resource);
     zwlr_output_configuration_v1_send_succeeded(resource);
     for (const auto& [output, on] : configuration.wanted) {
@@ -167,6 +196,7 @@ void ScriptedCompositor::Server::offerConfiguration()
             [](wl_client*, wl_resource* resource, wl_resource* mode) {
                 auto& server = of<Server>(resource);
                 const QMutexLocker locker(&server.mutex);
+                server.namesMode = true;
                 server.lastEnabled = mode ? u"%1"_s.arg(modeWidth) : u"no mode"_s;
             },
         .set_custom_mode = [](wl_client*, wl_resource*, int32_t, int32_t, int32_t) {},
@@ -294,6 +324,7 @@ void ScriptedCompositor::run()
     wl_event_loop* const loop = wl_display_get_event_loop(m_server->display);
     while (!m_ends) {
         wl_event_loop_dispatch(loop, pace);
+        m_server->makeDueChanges();
         if (m_isUnplugging) {
             m_server->unplugLast();
             m_isUnplugging = false;

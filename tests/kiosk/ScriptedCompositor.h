@@ -18,10 +18,12 @@ public:
         bool offersPower = false;
         bool offersConfiguration = false;
         int outputs = 1;
-        int outputsOff = 0;       ///< of them, at first
-        bool refuses = false;     ///< nothing is switched
-        bool saysFailed = false;  ///< the power protocol's word for an output that cannot be switched
-        int changesMeanwhile = 0; ///< configurations that come too late, as the outputs have changed
+        int outputsOff = 0;        ///< of them, at first
+        bool refuses = false;      ///< nothing is switched
+        bool saysFailed = false;   ///< the power protocol's word for an output that cannot be switched
+        bool isSlow = false;       ///< the power protocol's outputs are switched after the next answers
+        bool refusesState = false; ///< configurations that name an output's mode
+        int changesMeanwhile = 0;  ///< configurations that come too late, as the outputs have changed
     };
 
     explicit ScriptedCompositor(Terms terms);

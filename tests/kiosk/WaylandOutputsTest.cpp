@@ -27,7 +27,9 @@ private Q_SLOTS:
     void refusalIsReported_data();
     void refusalIsReported();
     void configurationIsUsedIfPowerIsRefused();
+    void slowOutputIsWaitedFor();
     void configurationRestoresOutput();
+    void outputWhoseOldStateIsRefusedComesBack();
     void configurationIsTriedAgainIfOutputsChange_data();
     void configurationIsTriedAgainIfOutputsChange();
     void outputUnpluggedWhileOffIsForgotten_data() { protocols(); }
@@ -130,6 +132,26 @@ void WaylandOutputsTest::refusalIsReported()
 void WaylandOutputsTest::configurationIsUsedIfPowerIsRefused()
 {
     const ScriptedCompositor compositor({.offersPower = true, .offersConfiguration = true, .saysFailed = true});
+    WaylandOutputs outputs;
+    QVERIFY(outputs.switchOff());
+    QCOMPARE(compositor.outputsOn(), 0);
+    outputs.switchOn();
+    QCOMPARE(compositor.outputsOn(), 1);
+}
+
+void WaylandOutputsTest::slowOutputIsWaitedFor()
+{
+    const ScriptedCompositor compositor({.offersPower = true, .isSlow = true});
+    WaylandOutputs outputs;
+    QVERIFY(outputs.switchOff());
+    QCOMPARE(compositor.outputsOn(), 0);
+    outputs.switchOn();
+    QTRY_COMPARE(compositor.outputsOn(), 1);
+}
+
+void WaylandOutputsTest::outputWhoseOldStateIsRefusedComesBack()
+{
+    const ScriptedCompositor compositor({.offersConfiguration = true, .refusesState = true});
     WaylandOutputs outputs;
     QVERIFY(outputs.switchOff());
     QCOMPARE(compositor.outputsOn(), 0);
