@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Completion.h"
+
 /** Switches the display off and on. Neither call waits for the display. Screen thread only. */
 class DisplayPower
 {
@@ -7,5 +9,6 @@ public:
     virtual ~DisplayPower() = default;
 
     virtual void switchOff() = 0;
-    virtual void switchOn() = 0;
+    /** Resolved when the display is on, or cannot be switched on: what is drawn before may never be shown. */
+    virtual Completion<bool> switchOn() = 0;
 };

@@ -145,10 +145,19 @@ void DisplaySleep::wake()
 {
     m_isAsleep = false;
     qCInfo(logDisplay) << "awake";
-    if (std::exchange(m_isOff, false))
-        m_power.switchOn();
     m_timer.reset();
     if (!IdleInhibitor::isAny())
         restart();
-    Q_EMIT asleepChanged(false);
+    showAgain();
+}
+
+QCoro::Task<> DisplaySleep::showAgain()
+{
+    const CancelToken token = m_tasks.token();
+    if (std::exchange(m_isOff, false)) {
+        const auto isOn = m_power.switchOn();
+        co_await isOn;
+    }
+    if (!token.isCancelled() && !m_isAsleep)
+        Q_EMIT asleepChanged(false);
 }

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "Clock.h"
+#include "TaskScope.h"
 
+#include <QCoroTask>
 #include <QObject>
 #include <QString>
 
@@ -32,7 +34,7 @@ public:
     static std::optional<std::chrono::milliseconds> parseDelay(const QString& text);
 
 Q_SIGNALS:
-    /** Asleep, the window shows black and draws nothing more. */
+    /** Asleep, the window shows black and draws nothing more; it is awake again once the display is on. */
     void asleepChanged(bool asleep);
 
 private:
@@ -50,6 +52,7 @@ private:
     void onTimeout();
     void sleep();
     void wake();
+    QCoro::Task<> showAgain();
 
     QWindow& m_window;
     Clock& m_clock;
@@ -61,4 +64,5 @@ private:
     bool m_isOff = false;
     std::optional<Key> m_wakingKey; ///< woke the display and may still be held
     quint64 m_releasedAt = 0;       ///< time of its last release, in milliseconds; 0 while it is held
+    TaskScope m_tasks;
 };

@@ -79,10 +79,10 @@ void SystemDisplayPower::switchOff()
     });
 }
 
-void SystemDisplayPower::switchOn()
+Completion<bool> SystemDisplayPower::switchOn()
 {
     m_isOff = false;
-    m_worker.run([display = m_display] {
+    return m_worker.run([display = m_display] {
         display->switchOn();
         display->note("on\n");
         return true;

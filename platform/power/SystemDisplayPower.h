@@ -21,7 +21,7 @@ public:
     ~SystemDisplayPower() override;
 
     void switchOff() override;
-    void switchOn() override;
+    Completion<bool> switchOn() override;
 
 private:
     class Display;

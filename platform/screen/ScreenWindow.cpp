@@ -4,8 +4,17 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QTimer>
+
+#include <chrono>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::chrono::milliseconds secondFrame{200}; // after the display has come on
+
+} // namespace
 
 ScreenWindow::ScreenWindow(QWindow* parent) : QQuickWindow(parent)
 {
@@ -30,4 +39,7 @@ void ScreenWindow::setBlank(bool blank)
         return;
     m_isBlank = blank;
     Q_EMIT isBlankChanged();
+    // A compositor may show the second frame only of an output that has come on (sway 1.10), and nothing may move then.
+    if (!blank)
+        QTimer::singleShot(secondFrame, this, &QQuickWindow::update);
 }

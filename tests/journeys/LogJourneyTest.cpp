@@ -84,15 +84,15 @@ void LogJourneyTest::nothingIsToldUnlessAskedFor()
 
 void LogJourneyTest::whatIsAskedForIsToldInLines()
 {
-    qputenv("QT_LOGGING_RULES", "quillmere.*=true;default=true");
+    qputenv("QT_LOGGING_RULES", "quillmere.*=true");
     QVERIFY(playFoundTape());
     const QStringList all = lines();
     for (const QString& pattern :
          {u"quillmere\\.http: GET /api/tv/status: status 200, \\d+ bytes, \\d+ ms"_s,
           u"quillmere\\.hub: /api/tv/tapes: answered, \\d+ ms"_s, u"quillmere\\.screen: RewinderyView appears"_s,
           u"quillmere\\.focus: StoreDoor at QRectF\\(.*\\) of LandingView"_s,
-          u"quillmere\\.playback: /.*: Shown, Playing, at \\d.*"_s, u"quillmere\\.video: video .*h264.*; sound .*"_s,
-          u"quillmere\\.video: ALSA: .*"_s, u"QStandardPaths: XDG_RUNTIME_DIR not set.*"_s}) {
+          u"quillmere\\.playback: /.*: Shown, Playing, at \\d.*"_s,
+          u"quillmere\\.video: video .*(h264|H.264).*; sound .*"_s, u"quillmere\\.video: ALSA: .*"_s}) {
         const QRegularExpression whole(QRegularExpression::anchoredPattern(pattern));
         QVERIFY2(!all.filter(whole).isEmpty(), qPrintable(pattern + u"\n"_s + all.join(u'\n')));
     }

@@ -26,7 +26,10 @@ std::pair<QString, QStringList> asOrdinaryUser(const QString& program, const QSt
     if (geteuid() != 0)
         return {program, arguments};
     return {u"setpriv"_s,
-            QStringList{u"--reuid"_s, nobody, u"--regid"_s, nobody, u"--clear-groups"_s, u"--"_s, program} + arguments};
+            // Becoming another user forgets that the end of the test is its end.
+            QStringList{u"--reuid"_s, nobody, u"--regid"_s, nobody, u"--clear-groups"_s, u"--pdeathsig"_s, u"TERM"_s,
+                        u"--"_s, program} +
+                arguments};
 }
 
 void giveToOrdinaryUser(const QString& path)

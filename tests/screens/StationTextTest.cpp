@@ -115,7 +115,7 @@ void StationTextTest::plainLettersAreDrawnAsTextDrawsThem_data()
         << standard + u"; width: 300"_s << u"wraps: true; lineSpacing: 8"_s
         << u"wrapMode: Text.Wrap; lineHeightMode: Text.FixedHeight; lineHeight: 45; bottomPadding: -8"_s;
     QTest::newRow("cut") << standard + u"; width: 300"_s << u""_s << u"elide: Text.ElideRight"_s;
-    QTest::newRow("cut on its second line") << standard + u"; width: 300; maximumLineCount: 2"_s << u"wraps: true"_s
+    QTest::newRow("cut on its second line") << standard + u"; width: 310; maximumLineCount: 2"_s << u"wraps: true"_s
                                             << u"wrapMode: Text.Wrap; elide: Text.ElideRight"_s;
     QTest::newRow("cut by its height") << standard + u"; width: 300; height: 100"_s << u"wraps: true"_s
                                        << u"wrapMode: Text.Wrap; elide: Text.ElideRight"_s;

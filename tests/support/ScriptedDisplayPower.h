@@ -9,7 +9,16 @@ class ScriptedDisplayPower : public DisplayPower
 {
 public:
     void switchOff() override { asked.append(QStringLiteral("off")); }
-    void switchOn() override { asked.append(QStringLiteral("on")); }
+    Completion<bool> switchOn() override
+    {
+        asked.append(QStringLiteral("on"));
+        goingOn = {};
+        if (!isSlow)
+            goingOn.resolve(true);
+        return goingOn;
+    }
 
     QStringList asked;
+    bool isSlow = false;      ///< then the test resolves `goingOn`
+    Completion<bool> goingOn; ///< of the last `switchOn`
 };

@@ -87,6 +87,9 @@ private Q_SLOTS:
     void delayBeginsWhenPlayingEnds();
     void displayStaysOnIfSomethingPlayedFromTheBeginning();
     void keyWakesDisplay();
+    void windowIsBlackUntilDisplayIsOn();
+    void displayThatIsOnTooLateShowsNothing();
+    void displayMayComeOnAfterTheSet();
     void wakingKeyIsNotDelivered_data();
     void wakingKeyIsNotDelivered();
     void heldWakingKeyIsNotDelivered_data();
@@ -188,6 +191,41 @@ void DisplaySleepTest::keyWakesDisplay()
     window.press(Qt::Key_Down);
     QVERIFY(!window.isAsleep);
     QCOMPARE(window.power.asked, QStringList{u"on"_s});
+}
+
+void DisplaySleepTest::windowIsBlackUntilDisplayIsOn()
+{
+    SleepingWindow window;
+    window.power.isSlow = true;
+    window.fallAsleep();
+    window.press(Qt::Key_Down);
+    QVERIFY(window.isAsleep);
+    window.power.goingOn.resolve(true);
+    QVERIFY(!window.isAsleep);
+}
+
+void DisplaySleepTest::displayThatIsOnTooLateShowsNothing()
+{
+    SleepingWindow window;
+    window.power.isSlow = true;
+    window.fallAsleep();
+    window.press(Qt::Key_Down);
+    window.release(Qt::Key_Down);
+    const Completion<bool> first = window.power.goingOn;
+    window.clock.advance(delay + timeToDraw);
+    first.resolve(true);
+    QVERIFY(window.isAsleep);
+}
+
+void DisplaySleepTest::displayMayComeOnAfterTheSet()
+{
+    SleepingWindow window;
+    window.power.isSlow = true;
+    window.fallAsleep();
+    window.press(Qt::Key_Down);
+    window.sleep.reset();
+    window.power.goingOn.resolve(true);
+    QVERIFY(window.isAsleep);
 }
 
 void DisplaySleepTest::wakingKeyIsNotDelivered_data()

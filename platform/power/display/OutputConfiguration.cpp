@@ -98,15 +98,15 @@ void OutputConfiguration::switchOn()
     };
     // What the output was may be refused meanwhile; then it comes back as the compositor likes.
     for (const bool withState : {true, false}) {
-        const Outcome outcome = apply([&](zwlr_output_configuration_v1& configuration, Head& head) {
-            restore(configuration, head, withState);
-        });
+        const Outcome outcome = apply(
+            [&](zwlr_output_configuration_v1& configuration, Head& head) { restore(configuration, head, withState); });
         if (outcome == Outcome::Succeeded)
             return;
     }
 }
 
-OutputConfiguration::Outcome OutputConfiguration::apply(const std::function<void(zwlr_output_configuration_v1&, Head&)>& configure)
+OutputConfiguration::Outcome
+OutputConfiguration::apply(const std::function<void(zwlr_output_configuration_v1&, Head&)>& configure)
 {
     for (int attempt = 0; attempt < attempts; ++attempt) {
         // The serial is the newest after a roundtrip.

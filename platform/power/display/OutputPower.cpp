@@ -60,5 +60,9 @@ void OutputPower::switchOn()
         if (output->wasOn && output->mode)
             zwlr_output_power_v1_set_mode(output->power.get(), ZWLR_OUTPUT_POWER_V1_MODE_ON);
     }
-    m_connection.roundtrip();
+    m_connection.waitUntil([this] {
+        return std::ranges::none_of(m_outputs, [](const auto& output) {
+            return output->wasOn && output->mode == uint32_t(ZWLR_OUTPUT_POWER_V1_MODE_OFF);
+        });
+    });
 }
