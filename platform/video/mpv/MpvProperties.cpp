@@ -129,9 +129,10 @@ void MpvProperties::logDecoders(mpv_handle* mpv)
         mpv_free(value);
         return words;
     };
-    qCInfo(logVideo).noquote().nospace() << "video " << property("video-codec") << ", hardware " << property("hwdec-current")
-                                         << ", " << property("width") << " x " << property("height") << "; sound "
-                                         << property("audio-codec") << " to " << property("current-ao");
+    qCInfo(logVideo).noquote().nospace() << "video " << property("video-codec") << ", hardware "
+                                         << property("hwdec-current") << ", " << property("width") << " x "
+                                         << property("height") << "; sound " << property("audio-codec") << " to "
+                                         << property("current-ao");
 }
 
 // Unknown when the file has just ended, which is told next.
