@@ -131,7 +131,7 @@ void ScriptedXServer::answer(int client, const QByteArray& request, quint16 sequ
     const auto opcode = static_cast<unsigned char>(request[0]);
     const auto minor = static_cast<unsigned char>(request[1]);
     if (opcode == QueryExtension) {
-        reply[8] = m_terms.offersDpms && request.mid(8, shortAt(request, 4)) == "DPMS";
+        reply[8] = m_terms.offersDpms && request.mid(8, shortAt(request, 4)) == "DPMS" ? 1 : 0;
         reply[9] = dpms;
         return write(client, reply);
     }
@@ -146,6 +146,6 @@ void ScriptedXServer::answer(int client, const QByteArray& request, quint16 sequ
     if (minor != Info)
         return;
     qToLittleEndian<quint16>(m_isMonitorOn ? 0 : 3, reply.data() + 8);
-    reply[10] = m_isEnabled;
+    reply[10] = m_isEnabled ? 1 : 0;
     write(client, reply);
 }
