@@ -20,10 +20,19 @@ namespace {
 const QString set = QStringLiteral(QUILLMERE_TV);
 const QString nobody = u"65534"_s;
 
+/** A build in a folder of root's alone can be run by root alone. */
+bool canBecomeOrdinaryUser()
+{
+    static const bool can =
+        geteuid() == 0 && QProcess::execute(u"setpriv"_s, {u"--reuid"_s, nobody, u"--regid"_s, nobody,
+                                                           u"--clear-groups"_s, u"--"_s, u"test"_s, u"-x"_s, set}) == 0;
+    return can;
+}
+
 /** The command as an ordinary user's. */
 std::pair<QString, QStringList> asOrdinaryUser(const QString& program, const QStringList& arguments)
 {
-    if (geteuid() != 0)
+    if (!canBecomeOrdinaryUser())
         return {program, arguments};
     return {u"setpriv"_s,
             // Becoming another user forgets that the end of the test is its end.
@@ -34,7 +43,7 @@ std::pair<QString, QStringList> asOrdinaryUser(const QString& program, const QSt
 
 void giveToOrdinaryUser(const QString& path)
 {
-    if (geteuid() == 0 && chown(path.toUtf8().constData(), nobody.toUInt(), nobody.toUInt()) != 0)
+    if (canBecomeOrdinaryUser() && chown(path.toUtf8().constData(), nobody.toUInt(), nobody.toUInt()) != 0)
         throw std::runtime_error("The folder of the test cannot be given away.");
 }
 

@@ -9,7 +9,7 @@
 
 /**
  * The real set in a compositor of its own, both run by an ordinary user: by the one that runs the test or, where that is
- * root, by "nobody". One thread; ends with this object.
+ * root, by "nobody" if that can reach the build. One thread; ends with this object.
  */
 class KioskSession
 {
