@@ -50,7 +50,7 @@ struct SampleTape
     std::string location;
     std::vector<Document> documents;
     nlohmann::json oddities = nlohmann::json::object(); ///< members that replace the regular ones, null included
-    /// The members whose values no good hub sends, and "transcript" when its answer is none that a good hub gives.
+    /// Names of the members whose values break the hub's schema; "transcript" if the transcript's answer does.
     std::vector<std::string> invalid;
 
     /// The record of a list: everything but the documents and the source video's address.

@@ -37,7 +37,7 @@ Row {
         anchors.verticalCenter: parent.verticalCenter
 
         SoftShadow {
-            // Tells of a change only from step to step, as each means another picture.
+            // A property of its own, so that the picture changes with the step and not with every frame.
             readonly property real steppedSpread: StationMotion.glowSpread(lamp.glow)
 
             anchors.fill: parent

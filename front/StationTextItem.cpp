@@ -185,7 +185,7 @@ void StationTextItem::layOut()
         return;
     if (!m_lines)
         m_lines = std::make_unique<TextLines>(withBreaks(m_text, m_wraps ? QChar(QChar::LineSeparator) : u' '), m_font);
-    // Whoever gives it another size for that has it laid out anew, before this goes on.
+    // A change of the implicit size may resize the item, and so call this again before the first call goes on.
     const int pass = ++m_pass;
     static const QMetaMethod implicitWidth = QMetaMethod::fromSignal(&QQuickItem::implicitWidthChanged);
     if (!isEndless() || isSignalConnected(implicitWidth))

@@ -7,8 +7,8 @@ class DesktopLink;
 
 /**
  * No screensaver, no blanking of the screen and no sleep of the display for as long as this is there; for what is shown
- * and cannot be driven. Neither its making nor its end waits for anything; nothing is told without a bus. Screen thread;
- * whoever shows the picture owns it. The application object must outlive it.
+ * and cannot be driven. Constructor and destructor do not block. Without a session bus the desktop is not told. Screen
+ * thread; the screen that shows the picture owns it. The application object must outlive it.
  */
 class WakeLock
 {

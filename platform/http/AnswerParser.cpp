@@ -11,7 +11,7 @@ constexpr int firstFinal = 200;
 constexpr int noContent = 204;
 constexpr int notModified = 304;
 
-/** The code of a status line like "HTTP/1.1 200 OK"; 0 when it is none. */
+/** The status code of a line such as "HTTP/1.1 200 OK"; 0 if the line is no status line. */
 int statusOf(const QByteArray& line)
 {
     constexpr int codeOffset = 9;
