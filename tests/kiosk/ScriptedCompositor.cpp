@@ -34,6 +34,7 @@ struct ScriptedCompositor::Server
     ScriptedCompositor* owner = nullptr;
     wl_display* display = nullptr;
     std::vector<std::unique_ptr<Output>> outputs;
+    std::vector<std::unique_ptr<Output>> unplugged; ///< kept, as a client may still ask for a change of one
     wl_resource* manager = nullptr;
     uint32_t serial = 1;
     bool namesMode = false; ///< the configuration that is being made
@@ -268,7 +269,7 @@ void ScriptedCompositor::Server::offerConfiguration()
 
 void ScriptedCompositor::Server::unplugLast()
 {
-    const std::unique_ptr<Output> output = std::move(outputs.back());
+    Output* const output = unplugged.emplace_back(std::move(outputs.back())).get();
     outputs.pop_back();
     wl_global_destroy(output->global);
     if (manager) {
