@@ -22,10 +22,11 @@ void ScriptedClock::advance(std::chrono::milliseconds by)
 {
     const auto end = m_elapsed + by;
     while (true) {
+        m_pending.removeIf([](const auto& weak) { return weak.expired() || !weak.lock()->callback; });
         std::shared_ptr<Pending> next;
         for (const auto& weak : std::as_const(m_pending)) {
             const auto pending = weak.lock();
-            if (pending && pending->callback && pending->due <= end && (!next || pending->due < next->due))
+            if (pending->due <= end && (!next || pending->due < next->due))
                 next = pending;
         }
         if (!next)
@@ -36,7 +37,6 @@ void ScriptedClock::advance(std::chrono::milliseconds by)
     }
     m_now = m_now.addMSecs((end - m_elapsed).count());
     m_elapsed = end;
-    m_pending.removeIf([](const auto& weak) { return weak.expired() || !weak.lock()->callback; });
 }
 
 void ScriptedClock::stall(std::chrono::milliseconds by)
