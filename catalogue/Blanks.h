@@ -2,16 +2,16 @@
 
 #include <QStringView>
 
-/** What is trimmed from the ends of a line of text. Pure functions, total, usable from any thread. */
+/** Trimming of the blank characters at the ends of a text. Pure functions, valid for any text; thread-safe. */
 namespace Blanks {
 
-/** Whether it is a space of any kind or the tab; a line break is neither. All of them are in the basic plane. */
+/** Whether `unit` is a Unicode space separator or a tab. A line break is not blank. All blanks are in the BMP. */
 inline bool isBlank(QChar unit)
 {
     return unit == u'\t' || unit == u' ' || (unit.unicode() >= 0x80 && unit.category() == QChar::Separator_Space);
 }
 
-/** The text without the blanks at its ends. */
+/** The text without blanks at either end. */
 inline QStringView trimmed(QStringView text)
 {
     while (!text.isEmpty() && isBlank(text.front()))

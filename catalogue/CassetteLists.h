@@ -4,7 +4,7 @@
 
 #include <QtQml/qqml.h>
 
-// Tells the QML compiler and linter that the lists of covers and shelves are lists; nobody else needs these.
+// These types register lists of covers and shelves as lists for the QML compiler and linter. C++ does not use them.
 
 struct VHSCoverListForQml
 {

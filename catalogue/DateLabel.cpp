@@ -22,9 +22,9 @@ bool isDigit(QChar unit)
 bool hasDateForm(QStringView text)
 {
     constexpr std::array<qsizetype, 2> hyphens{4, 7};
-    for (qsizetype place = 0; place < dateLength; ++place) {
-        const bool isHyphen = std::find(hyphens.begin(), hyphens.end(), place) != hyphens.end();
-        if (isHyphen ? text[place] != u'-' : !isDigit(text[place]))
+    for (qsizetype index = 0; index < dateLength; ++index) {
+        const bool isHyphen = std::find(hyphens.begin(), hyphens.end(), index) != hyphens.end();
+        if (isHyphen ? text[index] != u'-' : !isDigit(text[index]))
             return false;
     }
     return true;
@@ -50,8 +50,8 @@ const QString& monthName(int month)
 
 QString dateLabel(QStringView text)
 {
-    // Ten characters of a date are ten code units, so a tenth that a combining mark makes longer is none of its.
-    if (text.size() < dateLength || !hasDateForm(text) || Graphemes::lengthOf(text, dateLength) != dateLength)
+    // A date has ten code units and ten characters. If a combining mark follows the tenth unit, the text is not a date.
+    if (text.size() < dateLength || !hasDateForm(text) || Graphemes::prefixLength(text, dateLength) != dateLength)
         return {};
     const QStringView year = text.first(4);
     const int month = number(text.sliced(5, 2));

@@ -1,10 +1,10 @@
 #include "Dressing.h"
 
 #include "Blanks.h"
-#include "BoundedText.h"
 #include "DateLabel.h"
 #include "DressingTables.h"
 #include "Graphemes.h"
+#include "TruncatedText.h"
 
 #include <QSet>
 #include <QStringBuilder>
@@ -20,19 +20,19 @@ namespace {
 constexpr quint32 fnvOffsetBasis = 0x811C9DC5;
 constexpr quint32 fnvPrime = 0x01000193;
 
-quint32 hashOn(quint32 hash, char16_t unit)
+quint32 addToHash(quint32 hash, char16_t unit)
 {
     return (hash ^ unit) * fnvPrime;
 }
 
-quint32 hashOn(quint32 hash, QStringView text)
+quint32 addToHash(quint32 hash, QStringView text)
 {
     for (const QChar unit : text)
-        hash = hashOn(hash, unit.unicode());
+        hash = addToHash(hash, unit.unicode());
     return hash;
 }
 
-/** The trimmed text, which shares its storage with `text` when nothing was there to trim. */
+/** The text without blanks at either end. If there are none, the result shares the storage of `text`. */
 QString trimmed(const QString& text)
 {
     const QStringView rest = Blanks::trimmed(text);
@@ -50,13 +50,13 @@ bool isDash(QChar unit)
     return unit == u'-' || unit == u'–' || unit == u'—';
 }
 
-bool isSeparatorAt(QStringView text, qsizetype place)
+bool isSeparatorAt(QStringView text, qsizetype index)
 {
-    return isDash(text[place]) && Graphemes::isWholeCharacter(text, place);
+    return isDash(text[index]) && Graphemes::isWholeCharacter(text, index);
 }
 
-/** The first piece that is not empty between the title's dashes; empty when there is none. */
-QStringView firstPiece(QStringView title)
+/** The first non-empty part of a title that is split at dashes. Empty if there is none. */
+QStringView firstTitleSegment(QStringView title)
 {
     qsizetype start = 0;
     while (start < title.size() && isSeparatorAt(title, start))
@@ -67,9 +67,9 @@ QStringView firstPiece(QStringView title)
     return title.sliced(start, end - start);
 }
 
-QString nameFrom(const QString& title)
+QString bodyNameFromTitle(const QString& title)
 {
-    const QStringView name = Blanks::trimmed(firstPiece(title));
+    const QStringView name = Blanks::trimmed(firstTitleSegment(title));
     if (name.isEmpty() || name.size() == title.size())
         return title;
     return Graphemes::count(name) < Graphemes::count(title) ? name.toString() : title;
@@ -80,23 +80,23 @@ bool isStrippedFromSpine(QChar unit)
     return unit == u' ' || isDash(unit) || unit == u':' || unit == u'·';
 }
 
-/** What the body's name leaves of the title that it begins. */
-QStringView withoutName(QStringView title, QStringView bodyName)
+/** The title without the body's name at its start and without the separators after the name. */
+QStringView withoutBodyName(QStringView title, QStringView bodyName)
 {
     const qsizetype characters = Graphemes::count(bodyName);
-    QStringView rest = title.sliced(Graphemes::lengthOf(title, characters).value_or(title.size()));
+    QStringView rest = title.sliced(Graphemes::prefixLength(title, characters).value_or(title.size()));
     while (!rest.isEmpty() && isStrippedFromSpine(rest.front()) && Graphemes::isWholeCharacter(rest, 0))
         rest = rest.sliced(1);
     return Blanks::trimmed(rest);
 }
 
 /**
- * The names of a tape's cassette, with the lower-cased forms that more than one step looks at. What is hashed is whole;
- * what is looked through or shown is bounded.
+ * The names on a tape's cassette, and their lower-case forms. Texts for hashing (`fullTitle`, `hueKey`) are complete.
+ * Texts that are searched or shown are truncated.
  */
 struct Names
 {
-    QString wholeTitle;
+    QString fullTitle;
     QString title;
     QString bodyName;
     QString hueKey;
@@ -107,11 +107,11 @@ struct Names
 Names namesOf(const Tape& tape)
 {
     Names names;
-    names.wholeTitle = titleOf(tape);
-    names.title = boundedText(names.wholeTitle, longestReadText);
+    names.fullTitle = titleOf(tape);
+    names.title = truncatedText(names.fullTitle, maxTextLength);
     const bool hasName = tape.body && !tape.body->name.isEmpty();
-    const QString bodyName = hasName ? tape.body->name : nameFrom(names.title);
-    names.bodyName = boundedText(bodyName, longestReadText);
+    const QString bodyName = hasName ? tape.body->name : bodyNameFromTitle(names.title);
+    names.bodyName = truncatedText(bodyName, maxTextLength);
     const bool hasSlug = tape.body && !tape.body->slug.isEmpty();
     names.hueKey = hasSlug ? tape.body->slug : bodyName;
     names.loweredTitle = names.title.toLower();
@@ -119,7 +119,7 @@ Names namesOf(const Tape& tape)
     return names;
 }
 
-/** Lower-casing knows no context, so the lower-cased parts joined are the joined parts lower-cased. */
+/** Joins parts that are already lower-case, because toLower() of each part gives the same as toLower() of the whole. */
 const DressingTables::Genre& genreOf(const Names& names, const Tape& tape)
 {
     const QString loweredKind = tape.body ? tape.body->kind.toLower() : QString();
@@ -130,7 +130,7 @@ const DressingTables::Genre& genreOf(const Names& names, const Tape& tape)
 QString yearOf(const std::optional<QString>& meetingDate)
 {
     if (meetingDate) {
-        if (const auto length = Graphemes::lengthOf(*meetingDate, 4))
+        if (const auto length = Graphemes::prefixLength(*meetingDate, 4))
             return meetingDate->first(*length);
     }
     return u"19XX"_s;
@@ -141,7 +141,7 @@ int runtimeOf(quint32 seed)
     return int(seed % 173) + 42;
 }
 
-/** The longer the programme, the slower the tape. */
+/** The tape speed for a recording of `runtime` minutes: the longer the recording, the slower the tape. */
 QString speedOf(int runtime)
 {
     if (runtime <= 95)
@@ -149,7 +149,7 @@ QString speedOf(int runtime)
     return runtime <= 150 ? u"LP"_s : u"EP"_s;
 }
 
-/** The table's row for the signed seed shifted right, the sign kept. */
+/** The row whose index is the seed, as a signed integer, arithmetically shifted right, modulo the table's size. */
 template<typename Table>
 const auto& pick(const Table& table, quint32 seed, int shift)
 {
@@ -162,7 +162,7 @@ QString spineTitleOf(const Names& names, const QString& dateLabel)
 {
     if (names.bodyName.isEmpty() || !names.loweredTitle.startsWith(names.loweredBodyName))
         return names.title;
-    const QStringView rest = withoutName(names.title, names.bodyName);
+    const QStringView rest = withoutBodyName(names.title, names.bodyName);
     if (!rest.isEmpty())
         return rest.toString();
     return dateLabel.isEmpty() ? names.title : dateLabel;
@@ -201,7 +201,7 @@ QList<int> barcodeOf(quint32 seed)
 
 quint32 fnv1a32(QStringView text)
 {
-    return hashOn(fnvOffsetBasis, text);
+    return addToHash(fnvOffsetBasis, text);
 }
 
 quint32 dressingSeed(qint64 id, QStringView title)
@@ -210,14 +210,14 @@ quint32 dressingSeed(qint64 id, QStringView title)
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), id).ptr;
     quint32 hash = fnvOffsetBasis;
     for (const char* digit = digits.data(); digit != end; ++digit)
-        hash = hashOn(hash, char16_t(*digit));
-    return hashOn(hashOn(hash, u'|'), title);
+        hash = addToHash(hash, char16_t(*digit));
+    return addToHash(addToHash(hash, u'|'), title);
 }
 
 VHSCover dress(const Tape& tape)
 {
     const Names names = namesOf(tape);
-    const quint32 seed = dressingSeed(tape.id, names.wholeTitle);
+    const quint32 seed = dressingSeed(tape.id, names.fullTitle);
     const DressingTables::Genre& genre = genreOf(names, tape);
 
     VHSCover cover;
@@ -267,9 +267,9 @@ QString bodySummary(const QList<VHSCover>& covers)
     QSet<QString> names;
     QStringList first;
     for (const VHSCover& cover : covers) {
-        const bool isKnown = names.contains(cover.bodyName);
+        const bool isRepeated = names.contains(cover.bodyName);
         names.insert(cover.bodyName);
-        if (!isKnown && first.size() < shown)
+        if (!isRepeated && first.size() < shown)
             first.append(cover.bodyName);
     }
     QString summary = first.join(u" · "_s);

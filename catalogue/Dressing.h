@@ -4,18 +4,18 @@
 
 #include <QStringView>
 
-/** Turns recordings into cassettes: pure functions of their arguments, total, usable from any thread. */
+/** Computes cassette covers from recordings. All functions are pure, valid for any argument, and thread-safe. */
 
-/** The whole dressing of one tape. */
+/** The cassette cover of a tape. */
 VHSCover dress(const Tape& tape);
 
-/** Dresses every tape and groups the covers, shelves and covers in order of first appearance. */
+/** Computes all covers and groups them by shelf. Shelves and covers are in order of first appearance. */
 QList<Shelf> buildShelves(const QList<Tape>& tapes);
 
-/** One line that names the bodies on a shelf: two of them, and how many more there are. */
+/** One line with the names of the bodies on a shelf: the first two, and the number of others. */
 QString bodySummary(const QList<VHSCover>& covers);
 
-/** The seed behind every choice of a cassette. `title` is the cover's, trimmed or replaced. */
+/** The seed for every choice in a cover. `title` is the trimmed title, or the replacement for an empty one. */
 quint32 dressingSeed(qint64 id, QStringView title);
 
 /** 32-bit FNV-1a over the UTF-16 code units. */

@@ -34,7 +34,7 @@ const DressingTables::Genre& DressingTables::genreOf(QStringView loweredText)
 {
     struct Rule
     {
-        std::array<QStringView, 2> keywords; ///< an empty one stands for none
+        std::array<QStringView, 2> keywords; ///< the second may be empty
         Genre genre;
     };
     static const std::array<Rule, 7> rules{{

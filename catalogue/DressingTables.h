@@ -6,10 +6,10 @@
 
 #include <array>
 
-/** The fixed tables that cassettes are dressed from. Rows are picked by their index, so their order is part of them. */
+/** The fixed tables for cassette covers. Rows are chosen by index, so their order must not change. */
 namespace DressingTables {
 
-/** A genre and the shelf that it stands on. */
+/** A genre and the name of its shelf. */
 struct Genre
 {
     QString genre;
@@ -19,10 +19,10 @@ struct Genre
 const std::array<TapeRating, 4>& ratings();
 const std::array<QString, 8>& taglines();
 
-/** Box colours, in degrees of hue. */
+/** Hues of the box colours, in degrees. */
 inline constexpr std::array<int, 10> hues{4, 20, 36, 145, 168, 200, 210, 262, 291, 330};
 
-/** The genre of the first rule whose keyword occurs in the text, which is in lower case. */
+/** The genre of the first rule with a keyword that occurs in `loweredText`. */
 const Genre& genreOf(QStringView loweredText);
 
 } // namespace DressingTables

@@ -14,15 +14,15 @@ struct CloseIterator
     void operator()(UBreakIterator* iterator) const { ubrk_close(iterator); }
 };
 
-/** The thread's iterator, set on `text`; making one costs far more than a dressing, so each thread keeps its own. */
-UBreakIterator* iteratorOn(QStringView text)
+/** The thread's break iterator, set to `text`. It is reused because creating one takes longer than dress(). */
+UBreakIterator* breakIterator(QStringView text)
 {
     thread_local const std::unique_ptr<UBreakIterator, CloseIterator> iterator = [] {
         UErrorCode status = U_ZERO_ERROR;
-        std::unique_ptr<UBreakIterator, CloseIterator> made(ubrk_open(UBRK_CHARACTER, "", nullptr, 0, &status));
+        std::unique_ptr<UBreakIterator, CloseIterator> created(ubrk_open(UBRK_CHARACTER, "", nullptr, 0, &status));
         if (U_FAILURE(status))
             qFatal("ICU cannot tell characters apart: %s", u_errorName(status));
-        return made;
+        return created;
     }();
     UErrorCode status = U_ZERO_ERROR;
     ubrk_setText(iterator.get(), text.utf16(), int32_t(text.size()), &status);
@@ -44,20 +44,20 @@ bool isAscii(QStringView text)
     return isAscii(all);
 }
 
-/** Where the character that starts at `place` ends: in ASCII every unit is one, but for a line break of two. */
-qsizetype asciiEnd(QStringView text, qsizetype place)
+/** The end of the character that starts at `index`. In ASCII each unit is a character, except that CR LF is one. */
+qsizetype asciiEnd(QStringView text, qsizetype index)
 {
-    const bool isLineBreak = text[place] == u'\r' && place + 1 < text.size() && text[place + 1] == u'\n';
-    return place + (isLineBreak ? 2 : 1);
+    const bool isLineBreak = text[index] == u'\r' && index + 1 < text.size() && text[index + 1] == u'\n';
+    return index + (isLineBreak ? 2 : 1);
 }
 
-/** Whether a character ends before `place`, when its neighbours alone tell. */
-bool isPlainBoundary(QStringView text, qsizetype place)
+/** True if the adjacent units alone show a character boundary before `index`. If false, ICU must decide. */
+bool isPlainBoundary(QStringView text, qsizetype index)
 {
-    if (place == 0 || place == text.size())
+    if (index == 0 || index == text.size())
         return true;
-    const char16_t before = text[place - 1].unicode();
-    const char16_t after = text[place].unicode();
+    const char16_t before = text[index - 1].unicode();
+    const char16_t after = text[index].unicode();
     return isAscii(before) && isAscii(after) && !(before == u'\r' && after == u'\n');
 }
 
@@ -66,8 +66,8 @@ constexpr char16_t emojiSelector = 0xFE0F;
 constexpr char16_t joiner = 0x200D;
 constexpr char16_t keycap = 0x20E3;
 
-/** Whether an emoji may be in a text that has this unit: all are in these blocks, or have a selector. */
-bool hintsAtEmoji(QChar unit)
+/** Whether a text with this unit can contain an emoji. Every emoji is in these blocks or has an emoji selector. */
+bool mayBePartOfEmoji(QChar unit)
 {
     const char16_t code = unit.unicode();
     return code == emojiSelector || (code >= 0x2300 && code < 0x2C00) || (code >= 0xD83C && code <= 0xD83E);
@@ -93,48 +93,48 @@ qsizetype Graphemes::count(QStringView text)
 {
     qsizetype characters = 0;
     if (isAscii(text)) {
-        for (qsizetype place = 0; place < text.size(); place = asciiEnd(text, place))
+        for (qsizetype index = 0; index < text.size(); index = asciiEnd(text, index))
             ++characters;
         return characters;
     }
-    UBreakIterator* iterator = iteratorOn(text);
+    UBreakIterator* iterator = breakIterator(text);
     while (ubrk_next(iterator) != UBRK_DONE)
         ++characters;
     return characters;
 }
 
-std::optional<qsizetype> Graphemes::lengthOf(QStringView text, qsizetype characters)
+std::optional<qsizetype> Graphemes::prefixLength(QStringView text, qsizetype characters)
 {
-    qsizetype place = 0;
+    qsizetype index = 0;
     if (isAscii(text)) {
-        for (; characters > 0 && place < text.size(); --characters)
-            place = asciiEnd(text, place);
-        return characters > 0 ? std::nullopt : std::optional(place);
+        for (; characters > 0 && index < text.size(); --characters)
+            index = asciiEnd(text, index);
+        return characters > 0 ? std::nullopt : std::optional(index);
     }
-    UBreakIterator* iterator = iteratorOn(text);
+    UBreakIterator* iterator = breakIterator(text);
     for (; characters > 0; --characters) {
         const int32_t next = ubrk_next(iterator);
         if (next == UBRK_DONE)
             return std::nullopt;
-        place = next;
+        index = next;
     }
-    return place;
+    return index;
 }
 
-bool Graphemes::isWholeCharacter(QStringView text, qsizetype place)
+bool Graphemes::isWholeCharacter(QStringView text, qsizetype index)
 {
-    if (isPlainBoundary(text, place) && isPlainBoundary(text, place + 1))
+    if (isPlainBoundary(text, index) && isPlainBoundary(text, index + 1))
         return true;
-    UBreakIterator* iterator = iteratorOn(text);
-    return ubrk_isBoundary(iterator, int32_t(place)) && ubrk_isBoundary(iterator, int32_t(place) + 1);
+    UBreakIterator* iterator = breakIterator(text);
+    return ubrk_isBoundary(iterator, int32_t(index)) && ubrk_isBoundary(iterator, int32_t(index) + 1);
 }
 
 QList<Graphemes::Range> Graphemes::emoji(QStringView text)
 {
     QList<Range> found;
-    if (!std::any_of(text.begin(), text.end(), hintsAtEmoji))
+    if (!std::any_of(text.begin(), text.end(), mayBePartOfEmoji))
         return found;
-    UBreakIterator* iterator = iteratorOn(text);
+    UBreakIterator* iterator = breakIterator(text);
     int32_t start = 0;
     for (int32_t end = ubrk_next(iterator); end != UBRK_DONE; start = end, end = ubrk_next(iterator)) {
         if (isEmoji(text.sliced(start, end - start)))

@@ -6,21 +6,21 @@
 #include <optional>
 
 /**
- * Characters as a reader counts them (extended grapheme clusters): pure functions, total, usable from any thread.
- * Lengths and places are in UTF-16 code units.
+ * Characters as the reader sees them (extended grapheme clusters). Pure functions, valid for any text; thread-safe.
+ * Lengths and indexes are in UTF-16 code units.
  */
 namespace Graphemes {
 
-/** How many characters the text has. */
+/** The number of characters in the text. */
 qsizetype count(QStringView text);
 
-/** The length of the text's first `characters` characters; nothing when it has fewer. */
-std::optional<qsizetype> lengthOf(QStringView text, qsizetype characters);
+/** The length of the first `characters` characters. Returns nothing if the text has fewer. */
+std::optional<qsizetype> prefixLength(QStringView text, qsizetype characters);
 
-/** Whether the code unit at `place` is a character by itself: "-" is, "-" with a combining mark behind it is not. */
-bool isWholeCharacter(QStringView text, qsizetype place);
+/** Whether the code unit at `index` alone is a character: true for "-", false if a combining mark follows it. */
+bool isWholeCharacter(QStringView text, qsizetype index);
 
-/** Some of a text's code units that follow each other. */
+/** A range of code units of a text. */
 struct Range
 {
     qsizetype start;
@@ -30,8 +30,8 @@ struct Range
 };
 
 /**
- * The text's characters that Unicode shows as a picture, with all that belongs to each: skin tones, what is joined by
- * U+200D, flags, keycaps, and signs that a variation selector turns into one.
+ * The characters of the text that are shown as emoji. Each range covers the whole sequence: skin tones, ZWJ sequences
+ * (U+200D), flags, keycaps, and characters with the emoji variation selector.
  */
 QList<Range> emoji(QStringView text);
 

@@ -8,8 +8,8 @@
 using TapesByID = QHash<qint64, Tape>;
 
 /**
- * A named row of cassettes. Equality looks at name and covers, the hash at the name alone: the tape map, one for all
- * the shelves built together, takes no part in either.
+ * A named row of cassettes. Equality compares name and covers; the hash uses only the name. Neither uses the tape map,
+ * which all shelves of one buildShelves() call share.
  */
 struct Shelf
 {
@@ -20,8 +20,8 @@ struct Shelf
 
 public:
     QString name;
-    QList<VHSCover> covers; ///< in the order in which their tapes came
-    TapesByID tapesByID;    ///< every tape of the pass, implicitly shared by its shelves
+    QList<VHSCover> covers; ///< in the order of their tapes
+    TapesByID tapesByID;    ///< all tapes of the buildShelves() call, implicitly shared by its shelves
 
     bool operator==(const Shelf& other) const { return name == other.name && covers == other.covers; }
 };

@@ -20,13 +20,13 @@ QString resumeKey(qint64 id)
     return u"resume.tape."_s + QString::number(id);
 }
 
-/** Far above any honest answer to a search, which holds as many as were asked for. */
-constexpr qsizetype mostFound = 10'000;
+/** Limit for a search response. A correct hub sends at most the requested 200 tapes. */
+constexpr qsizetype maxSearchResults = 10'000;
 
-/** The first tapes of an answer, which may hold more than were asked for. */
-QList<Tape> firstTapes(const TapePage& page, qsizetype most)
+/** The first `maxCount` tapes of a page. A hub can send more than were requested. */
+QList<Tape> firstTapes(const TapePage& page, qsizetype maxCount)
 {
-    return page.items.first(std::min(most, page.items.size()));
+    return page.items.first(std::min(maxCount, page.items.size()));
 }
 
 } // namespace
@@ -35,7 +35,7 @@ Store::Store(HubAPI& hub, Defaults& resumeDefaults, QObject* parent)
     : QObject(parent), m_hub(hub), m_resumeDefaults(resumeDefaults)
 {}
 
-// No setter but the market's asks whether anything changed: equal tapes may differ in all but their ids.
+// Only setMarket() compares the old and new value: two tapes are equal if their ids are, even if all else differs.
 
 void Store::setStatus(TVStatus status)
 {
@@ -55,7 +55,7 @@ void Store::setShelves(QList<Shelf> shelves)
 {
     Q_EMIT objectWillChange();
     m_shelves = std::move(shelves);
-    // Those of a market that is no longer chosen never get here.
+    // Shelves of a market that is no longer chosen are dropped before this point.
     m_shelvesMarket = m_market;
     Q_EMIT shelvesChanged();
 }
@@ -93,19 +93,19 @@ void Store::setMarket(QString market)
 
 QCoro::Task<> Store::refresh()
 {
-    const CancelToken token = m_tasks.token();
+    const std::stop_token token = m_tasks.token();
     setIsLoading(true);
-    const auto answer = co_await m_hub.get<TVStatus>(u"/api/tv/status"_s, token);
-    if (token.isCancelled())
+    const auto status = co_await m_hub.get<TVStatus>(u"/api/tv/status"_s, token);
+    if (token.stop_requested())
         co_return;
-    if (answer) {
-        setStatus(*answer);
+    if (status) {
+        setStatus(*status);
         setLastError(std::nullopt);
     } else {
-        setLastError(answer.error().errorDescription());
+        setLastError(status.error().errorDescription());
     }
     co_await loadTapes();
-    if (token.isCancelled())
+    if (token.stop_requested())
         co_return;
     setHasLoadedOnce(true);
     setIsLoading(false);
@@ -113,10 +113,10 @@ QCoro::Task<> Store::refresh()
 
 QCoro::Task<> Store::loadTapes()
 {
-    const CancelToken token = m_tasks.token();
+    const std::stop_token token = m_tasks.token();
     const QString market = m_market;
     const auto page = co_await m_hub.tapes(market, {}, firstPage, tapesPerPage, token);
-    if (token.isCancelled() || market != m_market)
+    if (token.stop_requested() || market != m_market)
         co_return;
     if (page) {
         const QList<Tape> tapes = firstTapes(*page, tapesPerPage);
@@ -128,13 +128,14 @@ QCoro::Task<> Store::loadTapes()
     }
 }
 
-QCoro::Task<QList<Tape>> Store::search(QString query, CancelToken token)
+QCoro::Task<QList<Tape>> Store::search(QString query, std::stop_token token)
 {
-    const CancelToken either = m_tasks.token(token);
-    const auto page = co_await m_hub.tapes(m_market, query, firstPage, tapesPerPage, either);
-    if (either.isCancelled() || !page)
+    const LinkedStopSource linked(m_tasks.token(), token);
+    const std::stop_token anyToken = linked.token();
+    const auto page = co_await m_hub.tapes(m_market, query, firstPage, tapesPerPage, anyToken);
+    if (anyToken.stop_requested() || !page)
         co_return {};
-    co_return firstTapes(*page, mostFound);
+    co_return firstTapes(*page, maxSearchResults);
 }
 
 void Store::saveResume(qint64 id, double seconds)
@@ -148,7 +149,7 @@ void Store::saveResume(qint64 id, double seconds)
 double Store::resumePosition(qint64 id) const
 {
     const double seconds = m_resumeDefaults.number(resumeKey(id));
-    // Written so that what is not a number fails it too.
+    // This form of the condition is also false for NaN.
     return seconds >= 0 && seconds <= longestResume ? seconds : 0;
 }
 

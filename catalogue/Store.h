@@ -1,6 +1,5 @@
 #pragma once
 
-#include "CancelToken.h"
 #include "Shelf.h"
 #include "TVStatus.h"
 #include "TaskScope.h"
@@ -10,23 +9,24 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <optional>
+#include <stop_token>
 
 class Defaults;
 class HubAPI;
 
 /**
- * The one model of the set: what the hub last said, the tapes of the chosen market and their shelves, the loading and
- * error state, and the stored resume positions.
+ * The only model that the screens share: the last status from the hub, the tapes of the chosen market and their
+ * shelves, the loading and error state, and the stored resume positions.
  *
- * Screen thread only. The application entry owns it; the hub client and the defaults outlive it. Every published field
- * may be written from outside. `objectWillChange` comes before each change of a published field, the field's own
- * signal after it. Destroying it ends its tasks.
+ * Use it on the screen thread only. The application entry owns it; the hub client and the defaults must outlive it.
+ * Every published field can be set from outside. `objectWillChange` is emitted before each change of a published field,
+ * the field's own signal after it. The destructor cancels the store's tasks.
  */
 class Store : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("The application entry makes the one store.")
+    QML_UNCREATABLE("The application entry creates the only store.")
     Q_PROPERTY(TVStatus status READ status WRITE setStatus NOTIFY statusChanged)
     Q_PROPERTY(QList<Tape> tapes READ tapes WRITE setTapes NOTIFY tapesChanged)
     Q_PROPERTY(QList<Shelf> shelves READ shelves WRITE setShelves NOTIFY shelvesChanged)
@@ -45,51 +45,51 @@ public:
     void setTapes(QList<Tape> tapes);
     const QList<Shelf>& shelves() const { return m_shelves; }
     void setShelves(QList<Shelf> shelves);
-    /** The market that the shelves belong to; while another one is loaded, not yet the chosen one. */
+    /** The market that `shelves()` belong to. While a newly chosen market is loading, this is the previous one. */
     const QString& shelvesMarket() const { return m_shelvesMarket; }
     bool isLoading() const { return m_isLoading; }
     void setIsLoading(bool isLoading);
     bool hasLoadedOnce() const { return m_hasLoadedOnce; }
     void setHasLoadedOnce(bool hasLoadedOnce);
 
-    /** The text of the last failure that the viewer should see. */
+    /** The text of the last failure to show to the viewer. */
     const std::optional<QString>& lastError() const { return m_lastError; }
     void setLastError(std::optional<QString> lastError);
     bool hasError() const { return m_lastError.has_value(); }
     QString lastErrorText() const { return m_lastError.value_or(QString()); }
 
-    /** The slug of the chosen market, empty for all. Another value starts `loadTapes()`; the old tapes stay meanwhile. */
+    /** The slug of the chosen market; empty for all. A new value starts loadTapes(); the old tapes stay meanwhile. */
     const QString& market() const { return m_market; }
     void setMarket(QString market);
 
-    /** Where resume positions live: seconds under "resume.tape." and the tape's id. */
+    /** The store of the resume positions, in seconds. The key is "resume.tape." and the tape's id. */
     Defaults& resumeDefaults() const { return m_resumeDefaults; }
 
-    /** Loads the status, then the tapes. Nothing keeps two from overlapping. */
+    /** Loads the status, then the tapes. Several calls can overlap. */
     QCoro::Task<> refresh();
 
-    /** Loads the first 200 tapes of the current market; the answer for a market that is no longer chosen is dropped. */
+    /** Loads the first 200 tapes of the chosen market. Drops the response if another market is chosen meanwhile. */
     QCoro::Task<> loadTapes();
 
     /**
-     * The tapes of the current market that match in title or transcript: the page that the hub answers with, of 200 as
-     * asked for, and no more than 10,000 of it. A failure or a cancel gives none.
+     * The tapes of the chosen market whose title or transcript matches. Requests one page of 200 tapes and returns all
+     * tapes of the page, at most 10,000. Returns none on failure or cancellation.
      */
-    QCoro::Task<QList<Tape>> search(QString query, CancelToken token = {});
+    QCoro::Task<QList<Tape>> search(QString query, std::stop_token token = {});
 
     /**
-     * Keeps a position in seconds. Below 60 the tape's position is forgotten instead; what can be no position (not a
-     * number, beyond 10^9) changes nothing.
+     * Stores a position in seconds. A position below 60 removes the stored one. A value that cannot be a position (NaN,
+     * or above 10^9) changes nothing.
      */
     void saveResume(qint64 id, double seconds);
 
-    /** The position in seconds at which the viewer left a tape, 0 to 10^9; 0 when there is none or it is damaged. */
+    /** The stored position in seconds, 0 to 10^9. Returns 0 if there is none or it is not valid. */
     double resumePosition(qint64 id) const;
 
-    /** Forgets the position of a tape that was played to its end. */
+    /** Removes the stored position, after the tape was played to its end. */
     void removeResume(qint64 id);
 
-    /** The number of tapes of the current market. */
+    /** The number of tapes in the chosen market according to the status, else the number of loaded tapes. */
     qint64 stockCount() const;
 
 Q_SIGNALS:

@@ -4,7 +4,7 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-/** A parody rating. */
+/** A parody of a film rating. */
 struct TapeRating
 {
     Q_GADGET
@@ -13,8 +13,8 @@ struct TapeRating
     Q_PROPERTY(QString full MEMBER full)
 
 public:
-    QString code; ///< the short mark printed in the rating box
-    QString full; ///< the long wording
+    QString code; ///< short form, in the rating box
+    QString full; ///< long form
 
     bool operator==(const TapeRating&) const = default;
 };

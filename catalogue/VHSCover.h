@@ -6,7 +6,7 @@
 #include <QList>
 #include <QtQml/qqmlregistration.h>
 
-/** What a cassette box shows of a tape. */
+/** The content of a tape's cassette box. */
 struct VHSCover
 {
     Q_GADGET
@@ -30,20 +30,20 @@ struct VHSCover
     Q_PROPERTY(bool hasTranscript MEMBER hasTranscript)
 
 public:
-    qint64 id = 0; ///< the tape's
+    qint64 id = 0; ///< id of the tape
     QString title;
-    QString spineTitle; ///< the title without the body's name at its front
+    QString spineTitle; ///< the title without the body's name at its start
     QString bodyName;
     QString genre;     ///< upper-case
-    QString shelf;     ///< the name of the shelf it stands on
-    QString year;      ///< four characters, "19XX" when unknown
-    QString dateLabel; ///< the date written out, or empty
+    QString shelf;     ///< name of its shelf
+    QString year;      ///< four characters, "19XX" if unknown
+    QString dateLabel; ///< the date in English, or empty
     int runtime = 42;  ///< minutes, 42 to 214
     QString speed;     ///< "SP", "LP" or "EP"
     TapeRating rating;
     QString tagline;
     QString synopsis;
-    double hue = 0; ///< degrees, one of ten
+    double hue = 0; ///< degrees; one of ten values
     QString catalogNo;
     QList<int> barcode; ///< 28 relative bar widths, 1 to 4
     bool hasAgenda = false;

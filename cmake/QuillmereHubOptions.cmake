@@ -1,4 +1,4 @@
-# Judges the hub's build options; included by QuillmereOptions, and run as a script by the test of it:
+# Checks the build options of the hub. QuillmereOptions includes this file. A test runs it as a script:
 #     cmake -DQUILLMERE_HUB_BASE=... -DQUILLMERE_HUB_CA=... -P QuillmereHubOptions.cmake
 
 set(quillmere_label "[A-Za-z0-9]([A-Za-z0-9-]*[A-Za-z0-9])?")

@@ -1,12 +1,12 @@
-# Build options of the set. The hub's address is fixed here, when the set is built: there is no setting at run time.
+# Build options. The hub's address is fixed at build time; there is no setting at run time.
 
-# The default port lies below those that the system hands out by itself, so that nothing takes it by chance.
+# The default port is below the system's range of ephemeral ports, so no other program gets it by chance.
 set(QUILLMERE_HUB_BASE "https://localhost:17443" CACHE STRING
     "The hub's https origin: scheme, host and optional port, no path. The default is the sample hub.")
 set(QUILLMERE_HUB_CA "" CACHE FILEPATH
-    "A PEM file, embedded and trusted beside the system's certificates, for JSON and for video alike.")
+    "A PEM file that is embedded and trusted in addition to the system's certificates, for JSON and for video.")
 set(QUILLMERE_DISPLAY_SLEEP 0 CACHE STRING
-    "Minutes without a key and with nothing playing after which the set switches the display off; 0 for never. \
+    "Minutes without a key press and without playback until the display is switched off; 0 for never. \
 The environment variable of this name overrides it.")
 option(QUILLMERE_BUILD_DEMO "Build the sample hub" ON)
 option(QUILLMERE_BUILD_TESTS "Build the tests and benchmarks" ON)
@@ -25,6 +25,6 @@ if(QUILLMERE_SANITIZE)
     add_link_options(-fsanitize=${QUILLMERE_SANITIZE})
 endif()
 if(QUILLMERE_BUILD_FUZZERS)
-    # Everything is instrumented, so that the fuzzer sees which paths of the libraries an input takes.
+    # All code is instrumented, so that the fuzzer measures the coverage of the libraries too.
     add_compile_options(-fsanitize=fuzzer-no-link)
 endif()

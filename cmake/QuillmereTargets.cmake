@@ -1,11 +1,11 @@
-# How this tree makes its targets. A target's include folder is its own folder, so a header is found only by those
-# that link its library: an include against the order of the layers does not compile.
+# Functions that create the targets. The include folder of a library is its source folder, so only targets that link the
+# library find its headers. An include against the order of the layers does not compile.
 
 function(quillmere_precompile name)
     target_precompile_headers(${name} PRIVATE <QtCore/QtCore> <QCoroTask> <tl/expected.hpp>)
 endfunction()
 
-# quillmere_library(name SOURCES ... LINKS ...): a static library without QML types.
+# quillmere_library(name SOURCES ... LINKS ...): adds a static library without QML types.
 function(quillmere_library name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
     add_library(${name} STATIC ${arg_SOURCES})
@@ -14,7 +14,8 @@ function(quillmere_library name)
     quillmere_precompile(${name})
 endfunction()
 
-# quillmere_module(name URI Quillmere.X SOURCES ... QML ... IMPORTS ... LINKS ...): a static library and its QML module.
+# quillmere_module(name URI Quillmere.X SOURCES ... QML ... IMPORTS ... LINKS ...): adds a static library with a QML
+# module.
 function(quillmere_module name)
     cmake_parse_arguments(arg "" "URI" "SOURCES;QML;IMPORTS;LINKS" ${ARGN})
     string(REPLACE "." "/" path ${arg_URI})
@@ -31,16 +32,16 @@ function(quillmere_module name)
         QML_FILES ${arg_QML}
     )
     target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
-    # Linking a module links its plug-in too, so that whoever sees its headers can also import it.
+    # A target that links the module also links its QML plug-in, so it can import the module.
     target_link_libraries(${name} PUBLIC Qt6::Quick ${arg_LINKS} INTERFACE ${name}plugin)
     quillmere_precompile(${name})
 endfunction()
 
-# Builds the tests labelled unit and what they need, and nothing else: all that a sanitizer's run wants.
+# Builds only the tests with the label unit and their dependencies. The sanitizer runs use it.
 add_custom_target(unit-tests)
 
 # quillmere_test(name SOURCES ... LINKS ... [LABELS ...] [DISPLAY] [LOCK resource] [TIMEOUT seconds])
-# DISPLAY runs it on a virtual display of its own; other tests use Qt's offscreen platform.
+# Adds a test. With DISPLAY it runs on its own virtual display; without, on Qt's offscreen platform.
 function(quillmere_test name)
     cmake_parse_arguments(arg "DISPLAY" "LOCK;TIMEOUT" "SOURCES;LINKS;LABELS" ${ARGN})
     if(NOT arg_LABELS)
@@ -60,11 +61,11 @@ function(quillmere_test name)
         add_test(NAME ${name} COMMAND ${name})
         set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
     endif()
-    # No test tells the desktop that it runs on of what it plays.
+    # Tests must not connect to the session bus of the desktop on which they run.
     set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
         "QT_QUICK_BACKEND=software" "DBUS_SESSION_BUS_ADDRESS=disabled:")
     if(QUILLMERE_SANITIZE MATCHES "thread")
-        # Qt is not built with the sanitizer, which so cannot see its locks.
+        # Qt is not built with the sanitizer, so the sanitizer does not know Qt's locks.
         set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT "TSAN_OPTIONS=ignore_noninstrumented_modules=1")
     endif()
     set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}" TIMEOUT ${arg_TIMEOUT})

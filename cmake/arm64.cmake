@@ -1,5 +1,5 @@
-# Compiles for 64-bit ARM on another machine, against Debian's arm64 libraries beside the machine's own, and runs what it
-# has compiled emulated. The Qt tools are the machine's own.
+# Toolchain file: cross-compiles for 64-bit ARM with Debian's arm64 libraries (multiarch). Compiled programs run in an
+# emulator. The Qt tools are those of the build machine.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR aarch64)
 set(CMAKE_C_COMPILER aarch64-linux-gnu-gcc)

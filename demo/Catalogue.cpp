@@ -1,6 +1,6 @@
 #include "Catalogue.h"
 
-#include "OddTapes.h"
+#include "EdgeCaseTapes.h"
 #include "OrdinaryTapes.h"
 
 #include <algorithm>
@@ -10,8 +10,8 @@ namespace demo {
 namespace {
 
 constexpr std::size_t ordinaryCount = 240;
-constexpr std::size_t ordinaryFirst = 24; // tapes before the first odd one
-constexpr std::size_t ordinaryBetween = 4;
+constexpr std::size_t ordinaryFirst = 24;  // tapes before the first edge case
+constexpr std::size_t ordinaryBetween = 4; // tapes between two edge cases
 
 const std::array<Market, 3> towns = {{{"brindlemere", "Brindlemere", "OR"},
                                       {"tern-hollow", "Tern Hollow", "ME"},
@@ -22,19 +22,19 @@ const std::array<Market, 3> towns = {{{"brindlemere", "Brindlemere", "OR"},
 Catalogue::Catalogue(int port) : m_markets(towns)
 {
     std::vector<SampleTape> ordinary = ordinaryTapes(m_markets, ordinaryCount);
-    std::vector<SampleTape> odd = oddTapes(m_markets, port);
-    auto nextOdd = odd.begin();
+    std::vector<SampleTape> edgeCases = edgeCaseTapes(m_markets, port);
+    auto nextEdgeCase = edgeCases.begin();
     for (std::size_t i = 0; i < ordinary.size(); ++i) {
-        const bool oddNow = i >= ordinaryFirst && i % ordinaryBetween == 0;
-        if (oddNow && nextOdd != odd.end()) {
-            m_tapes.push_back(std::move(*nextOdd++));
+        const bool insertEdgeCase = i >= ordinaryFirst && i % ordinaryBetween == 0;
+        if (insertEdgeCase && nextEdgeCase != edgeCases.end()) {
+            m_tapes.push_back(std::move(*nextEdgeCase++));
         }
         m_tapes.push_back(std::move(ordinary[i]));
     }
     countMarkets();
 }
 
-Catalogue::Catalogue(OneShelf shelf) : m_markets(towns), m_tapes(tapesOfOneShelf(m_markets, shelf.tapes))
+Catalogue::Catalogue(SingleShelf shelf) : m_markets(towns), m_tapes(singleShelfTapes(m_markets, shelf.tapes))
 {
     countMarkets();
 }

@@ -6,27 +6,27 @@
 
 namespace demo {
 
-/// The made-up towns and their tapes, the same on every run. Never changes once made, so any thread may read it.
+/// The invented towns and their tapes, the same in every run. Immutable after construction, so any thread may read it.
 class Catalogue
 {
 public:
-    /// `port` is the hub's own, for the few addresses that are written out in full.
+    /// `port` is the port of the hub itself. The few absolute addresses in the records need it.
     explicit Catalogue(int port);
 
-    struct OneShelf
+    struct SingleShelf
     {
         std::size_t tapes; ///< up to 2500
     };
-    /// The same towns with nothing but one long shelf.
-    explicit Catalogue(OneShelf shelf);
+    /// The same towns, with tapes that all belong to one shelf.
+    explicit Catalogue(SingleShelf shelf);
 
     Catalogue(const Catalogue&) = delete;
     Catalogue& operator=(const Catalogue&) = delete;
 
     const std::array<Market, 3>& markets() const { return m_markets; }
-    /// Newest first; the odd ones stand between the ordinary ones, from the 25th tape to the 200th.
+    /// Newest first. The edge cases are mixed with the ordinary tapes, between the 25th and the 200th tape.
     const std::vector<SampleTape>& tapes() const { return m_tapes; }
-    /// Null when there is no such tape.
+    /// The tape with this id, or null.
     const SampleTape* find(std::int64_t id) const;
 
 private:

@@ -14,7 +14,7 @@ const std::map<std::string, Fault::Kind> kinds = {{"refuse", Fault::Kind::Refuse
                                                   {"cut", Fault::Kind::Cut},       {"error", Fault::Kind::Error},
                                                   {"stall", Fault::Kind::Stall},   {"garbage", Fault::Kind::Garbage}};
 
-bool concerns(const Fault& fault, const std::string& target)
+bool matches(const Fault& fault, const std::string& target)
 {
     if (target.starts_with(fault.prefix)) {
         return true;
@@ -27,25 +27,25 @@ std::optional<std::regex> patternFrom(const std::string& text)
     try {
         return std::regex(text);
     } catch (const std::regex_error&) {
-        return std::nullopt; // then it is a prefix and nothing more
+        return std::nullopt; // the text is only a prefix
     }
 }
 
 } // namespace
 
-std::optional<std::string> Faults::order(const json& order)
+std::optional<std::string> Faults::add(const json& description)
 {
     Fault fault;
     try {
-        fault.prefix = order.at("path").get<std::string>();
-        const auto kind = kinds.find(order.at("kind").get<std::string>());
+        fault.prefix = description.at("path").get<std::string>();
+        const auto kind = kinds.find(description.at("kind").get<std::string>());
         if (kind == kinds.end()) {
             return "kind is one of refuse, delay, cut, error, stall, garbage.";
         }
         fault.kind = kind->second;
-        fault.status = order.value("status", fault.status);
-        fault.lasts = std::chrono::milliseconds(order.value("ms", fault.lasts.count()));
-        fault.count = order.value("count", fault.count);
+        fault.status = description.value("status", fault.status);
+        fault.duration = std::chrono::milliseconds(description.value("ms", fault.duration.count()));
+        fault.count = description.value("count", fault.count);
     } catch (const json::exception&) {
         return "a fault has path and kind (texts), and may have status, ms and count (integers).";
     }
@@ -62,15 +62,15 @@ void Faults::clear()
 {
     const std::lock_guard lock(m_mutex);
     m_faults.clear();
-    ++m_clearings;
+    ++m_clearCount;
     m_cleared.notify_all();
 }
 
-std::optional<Fault> Faults::take(const std::string& target)
+std::optional<Fault> Faults::nextFault(const std::string& target)
 {
     const std::lock_guard lock(m_mutex);
     const auto found = std::find_if(m_faults.begin(), m_faults.end(),
-                                    [&](const Fault& fault) { return fault.count != 0 && concerns(fault, target); });
+                                    [&](const Fault& fault) { return fault.count != 0 && matches(fault, target); });
     if (found == m_faults.end()) {
         return std::nullopt;
     }
@@ -80,14 +80,14 @@ std::optional<Fault> Faults::take(const std::string& target)
     return *found;
 }
 
-void Faults::hold(std::chrono::milliseconds lasts, const std::function<bool()>& isGone)
+void Faults::wait(std::chrono::milliseconds duration, const std::function<bool()>& isDisconnected)
 {
-    constexpr auto look = 50ms;
-    const auto end = std::chrono::steady_clock::now() + lasts;
+    constexpr auto pollInterval = 50ms;
+    const auto end = std::chrono::steady_clock::now() + duration;
     std::unique_lock lock(m_mutex);
-    const std::uint64_t clearings = m_clearings;
-    while (clearings == m_clearings && std::chrono::steady_clock::now() < end && !isGone()) {
-        m_cleared.wait_until(lock, std::min(end, std::chrono::steady_clock::now() + look));
+    const std::uint64_t clearCount = m_clearCount;
+    while (clearCount == m_clearCount && std::chrono::steady_clock::now() < end && !isDisconnected()) {
+        m_cleared.wait_until(lock, std::min(end, std::chrono::steady_clock::now() + pollInterval));
     }
 }
 

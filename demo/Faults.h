@@ -12,36 +12,36 @@
 
 namespace demo {
 
-/// One way of misbehaving, and to whom.
+/// One fault and the requests that it applies to.
 struct Fault
 {
     enum class Kind { Refuse, Delay, Cut, Error, Stall, Garbage };
 
-    std::string prefix;                ///< of the path and query as requested
-    std::optional<std::regex> pattern; ///< the same text as a pattern, when it is one
+    std::string prefix;                ///< start of the request's path and query
+    std::optional<std::regex> pattern; ///< the same text as a regular expression, if it is a valid one
     Kind kind = Kind::Error;
-    int status = 503;                      ///< of an error
-    std::chrono::milliseconds lasts{2000}; ///< of a delay
-    int count = -1;                        ///< requests that are still to suffer it; below zero: all
+    int status = 503;                         ///< status of an Error
+    std::chrono::milliseconds duration{2000}; ///< duration of a Delay
+    int count = -1; ///< number of requests that the fault still applies to; negative: no limit
 };
 
-/// The faults that a test has ordered. Any thread may use it.
+/// The faults that a test has requested. Thread-safe.
 class Faults
 {
 public:
-    /// Takes an order as JSON; answers what is wrong with it, or nothing.
-    std::optional<std::string> order(const nlohmann::json& order);
-    /// Ends all faults, and lets go whatever a delay or a stall is holding.
+    /// Adds a fault described in JSON. Returns an error message if the description is not valid.
+    std::optional<std::string> add(const nlohmann::json& description);
+    /// Removes all faults and wakes every thread blocked in wait().
     void clear();
-    /// The fault that this request is to suffer; counts it off.
-    std::optional<Fault> take(const std::string& target);
-    /// Waits until `lasts` is over, the faults are cleared, or `isGone` (asked now and then) says so.
-    void hold(std::chrono::milliseconds lasts, const std::function<bool()>& isGone);
+    /// The fault to apply to this request, if any. Decrements the fault's `count`.
+    std::optional<Fault> nextFault(const std::string& target);
+    /// Blocks until `duration` has passed, clear() is called, or `isDisconnected`, polled every 50 ms, returns true.
+    void wait(std::chrono::milliseconds duration, const std::function<bool()>& isDisconnected);
 
 private:
     std::mutex m_mutex;
     std::condition_variable m_cleared;
-    std::uint64_t m_clearings = 0;
+    std::uint64_t m_clearCount = 0;
     std::vector<Fault> m_faults;
 };
 

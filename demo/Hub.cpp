@@ -15,16 +15,16 @@ using nlohmann::json;
 
 namespace {
 
-constexpr std::int64_t usualPage = 60; // tapes a page when none are asked for
+constexpr std::int64_t usualPage = 60; // tapes a page if the request gives no number
 constexpr std::int64_t largestPage = 200;
-const std::string towerChannel = "news"; // the channel that is dark when the tower is
+const std::string towerChannelName = "news"; // the only channel that depends on the tower
 
-/// A whole decimal number, or `otherwise`.
-std::int64_t number(const std::string& text, std::int64_t otherwise)
+/// The decimal integer in `text`, or `fallback` if the text is anything else.
+std::int64_t number(const std::string& text, std::int64_t fallback)
 {
     std::int64_t value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    return error == std::errc() && end == text.data() + text.size() ? value : otherwise;
+    return error == std::errc() && end == text.data() + text.size() ? value : fallback;
 }
 
 std::string valueOf(const Hub::Query& query, const std::string& name)
@@ -33,26 +33,26 @@ std::string valueOf(const Hub::Query& query, const std::string& name)
     return found == query.end() ? std::string() : found->second;
 }
 
-Answer playlist(std::string text)
+HubResponse playlist(std::string text)
 {
     return {200, "application/vnd.apple.mpegurl", std::move(text)};
 }
 
-Answer segment(std::string bytes)
+HubResponse segment(std::string bytes)
 {
     return {200, "video/mp2t", std::move(bytes)};
 }
 
-Answer notFound()
+HubResponse notFound()
 {
-    return errorAnswer(404, "There is nothing here by that name.");
+    return errorResponse(404, "There is nothing here by that name.");
 }
 
 } // namespace
 
 Hub::Hub(int port, std::filesystem::path recordings)
-    : m_recordings(std::move(recordings)), m_own(std::make_shared<const Catalogue>(port)), m_transcripts(m_recordings),
-      m_offered(m_own)
+    : m_recordings(std::move(recordings)), m_defaultCatalogue(std::make_shared<const Catalogue>(port)),
+      m_transcripts(m_recordings), m_catalogue(m_defaultCatalogue)
 {
     for (const char* name : recordingNames) {
         if (!std::filesystem::exists(m_recordings / name / "index.m3u8")) {
@@ -65,9 +65,9 @@ Hub::Hub(int port, std::filesystem::path recordings)
     }
 }
 
-Answer Hub::answer(const std::string& path, const Query& query)
+HubResponse Hub::respond(const std::string& path, const Query& query)
 {
-    // No name of a file can lead out of its folder: it holds no slash and no dot but the one before its ending.
+    // A file name cannot lead out of its folder: it has no slash, and its only dot is that of the extension.
     static const std::regex tapePath("/api/tv/tape/([^/]+)"), transcriptPath("/api/meetings/([^/]+)/transcript"),
         filePath("/(recordings|live)/([a-z0-9-]+)/([a-z0-9-]+\\.(m3u8|ts))");
     std::smatch parts;
@@ -89,15 +89,16 @@ Answer Hub::answer(const std::string& path, const Query& query)
     return notFound();
 }
 
-void Hub::amendStatus(const json& amendment)
+void Hub::patchStatus(const json& patch)
 {
     const std::lock_guard lock(m_mutex);
-    // Kept apart and merged at each answer: a merge of its own would lose the nulls, which remove members.
-    for (const auto& [key, value] : amendment.items()) {
-        if (value.is_object() && m_amendment[key].is_object()) {
-            m_amendment[key].update(value, true);
+    // The patches are collected here and merged into each response. merge_patch() would drop their nulls, which remove
+    // members of the status.
+    for (const auto& [key, value] : patch.items()) {
+        if (value.is_object() && m_statusPatch[key].is_object()) {
+            m_statusPatch[key].update(value, true);
         } else {
-            m_amendment[key] = value;
+            m_statusPatch[key] = value;
         }
     }
 }
@@ -105,23 +106,23 @@ void Hub::amendStatus(const json& amendment)
 void Hub::resetStatus()
 {
     const std::lock_guard lock(m_mutex);
-    m_amendment = json::object();
+    m_statusPatch = json::object();
 }
 
-void Hub::offer(std::shared_ptr<const Catalogue> catalogue)
+void Hub::setCatalogue(std::shared_ptr<const Catalogue> catalogue)
 {
     const std::lock_guard lock(m_mutex);
     if (catalogue) {
-        m_offered = std::move(catalogue);
+        m_catalogue = std::move(catalogue);
     } else {
-        m_offered = m_own;
+        m_catalogue = m_defaultCatalogue;
     }
 }
 
 json Hub::invalidTapes() const
 {
     json tapes = json::object();
-    for (const SampleTape& tape : m_own->tapes()) {
+    for (const SampleTape& tape : m_defaultCatalogue->tapes()) {
         if (!tape.invalid.empty()) {
             tapes[std::to_string(tape.id)] = tape.invalid;
         }
@@ -132,80 +133,81 @@ json Hub::invalidTapes() const
 std::shared_ptr<const Catalogue> Hub::catalogue() const
 {
     const std::lock_guard lock(m_mutex);
-    return m_offered;
+    return m_catalogue;
 }
 
-Answer Hub::status()
+HubResponse Hub::status()
 {
-    const auto offered = catalogue();
+    const auto currentCatalogue = catalogue();
     json markets = json::array();
-    for (const Market& market : offered->markets()) {
+    for (const Market& market : currentCatalogue->markets()) {
         markets.push_back(toJson(market));
     }
     json document = {{"news", m_tower.news()},
-                     {"rewindery", {{"tapes", offered->tapes().size()}, {"markets", std::move(markets)}}}};
+                     {"rewindery", {{"tapes", currentCatalogue->tapes().size()}, {"markets", std::move(markets)}}}};
     const std::lock_guard lock(m_mutex);
-    document.merge_patch(m_amendment);
-    return documentAnswer(document);
+    document.merge_patch(m_statusPatch);
+    return jsonResponse(document);
 }
 
-Answer Hub::tapes(const Query& query)
+HubResponse Hub::tapes(const Query& query)
 {
     const std::int64_t page = std::clamp<std::int64_t>(number(valueOf(query, "page"), 1), 1, 1'000'000);
     const std::int64_t perPage =
         std::clamp<std::int64_t>(number(valueOf(query, "per_page"), usualPage), 1, largestPage);
     const std::string market = valueOf(query, "market");
-    std::string wanted = Transcripts::folded(valueOf(query, "q"));
-    wanted.erase(0, wanted.find_first_not_of(' '));
+    std::string searchText = Transcripts::normalized(valueOf(query, "q"));
+    searchText.erase(0, searchText.find_first_not_of(' '));
 
-    const auto offered = catalogue();
+    const auto currentCatalogue = catalogue();
     std::int64_t total = 0;
     json items = json::array();
-    for (const SampleTape& tape : offered->tapes()) {
+    for (const SampleTape& tape : currentCatalogue->tapes()) {
         if (!market.empty() && (!tape.market || tape.market->slug != market)) {
             continue;
         }
-        const bool titled = tape.title && Transcripts::folded(*tape.title).find(wanted) != std::string::npos;
-        if (!wanted.empty() && !titled && !m_transcripts.mentions(tape, wanted)) {
+        const bool titleMatches =
+            tape.title && Transcripts::normalized(*tape.title).find(searchText) != std::string::npos;
+        if (!searchText.empty() && !titleMatches && !m_transcripts.contains(tape, searchText)) {
             continue;
         }
         if (total >= (page - 1) * perPage && total < page * perPage) {
-            items.push_back(tape.listed());
+            items.push_back(tape.listRecord());
         }
         ++total;
     }
-    return documentAnswer({{"total", total}, {"page", page}, {"per_page", perPage}, {"items", std::move(items)}});
+    return jsonResponse({{"total", total}, {"page", page}, {"per_page", perPage}, {"items", std::move(items)}});
 }
 
 std::shared_ptr<const SampleTape> Hub::find(const std::string& id) const
 {
-    for (const auto& shelves : {catalogue(), m_own}) {
-        if (const SampleTape* tape = shelves->find(number(id, -1))) {
-            return {shelves, tape};
+    for (const auto& candidate : {catalogue(), m_defaultCatalogue}) {
+        if (const SampleTape* tape = candidate->find(number(id, -1))) {
+            return {candidate, tape};
         }
     }
     return nullptr;
 }
 
-Answer Hub::tape(const std::string& id)
+HubResponse Hub::tape(const std::string& id)
 {
     const auto tape = find(id);
-    return tape ? documentAnswer(tape->detailed()) : errorAnswer(404, "There is no such tape.");
+    return tape ? jsonResponse(tape->fullRecord()) : errorResponse(404, "There is no such tape.");
 }
 
-Answer Hub::transcript(const std::string& id)
+HubResponse Hub::transcript(const std::string& id)
 {
     const auto tape = find(id);
     if (!tape) {
-        return errorAnswer(404, "There is no such meeting.");
+        return errorResponse(404, "There is no such meeting.");
     }
     if (tape->transcript == TranscriptState::Failing) {
-        return errorAnswer(500, "The transcriber is ill.");
+        return errorResponse(500, "The transcriber is ill.");
     }
-    return documentAnswer(m_transcripts.record(*tape));
+    return jsonResponse(m_transcripts.record(*tape));
 }
 
-Answer Hub::recording(const std::string& name, const std::string& file) const
+HubResponse Hub::recording(const std::string& name, const std::string& file) const
 {
     std::ifstream stored(m_recordings / name / file, std::ios::binary);
     if (!stored) {
@@ -215,21 +217,21 @@ Answer Hub::recording(const std::string& name, const std::string& file) const
     return file.ends_with(".m3u8") ? playlist(std::move(bytes)) : segment(std::move(bytes));
 }
 
-Answer Hub::live(const std::string& name, const std::string& file) const
+HubResponse Hub::live(const std::string& name, const std::string& file) const
 {
     const auto channel = m_channels.find(name);
-    if (channel == m_channels.end() || (name == towerChannel && !m_tower.isLit())) {
+    if (channel == m_channels.end() || (name == towerChannelName && !m_tower.isLit())) {
         return notFound();
     }
-    const std::chrono::milliseconds since = m_tower.sinceStart();
+    const std::chrono::milliseconds elapsed = m_tower.sinceStart();
     if (file == "index.m3u8") {
-        return playlist(channel->second.playlist(since));
+        return playlist(channel->second.playlist(elapsed));
     }
     static const std::regex segmentFile("segment-([0-9]{1,12})\\.ts");
     std::smatch parts;
     if (std::regex_match(file, parts, segmentFile)) {
         const auto index = static_cast<std::uint64_t>(number(parts[1], 0));
-        if (std::optional<std::string> bytes = channel->second.segment(index, since)) {
+        if (std::optional<std::string> bytes = channel->second.segment(index, elapsed)) {
             return segment(std::move(*bytes));
         }
     }

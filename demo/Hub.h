@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Answer.h"
 #include "Catalogue.h"
+#include "HubResponse.h"
 #include "LiveChannel.h"
 #include "Tower.h"
 #include "Transcripts.h"
@@ -14,44 +14,44 @@
 
 namespace demo {
 
-/// The hub without its wires: from a path and a query to an answer. Any thread may ask it.
+/// The hub without its HTTP server: maps a path and a query to a response. Thread-safe.
 class Hub
 {
 public:
-    using Query = std::multimap<std::string, std::string>; // decoded
+    using Query = std::multimap<std::string, std::string>; // percent-decoded
 
-    /// `recordings` is the folder that make-recordings made; throws std::runtime_error with a sentence when it is not.
+    /// `recordings` is a folder written by make-recordings. Throws std::runtime_error if a recording is missing there.
     Hub(int port, std::filesystem::path recordings);
 
-    Answer answer(const std::string& path, const Query& query);
+    HubResponse respond(const std::string& path, const Query& query);
 
     Tower& tower() { return m_tower; }
-    /// Merges a document into the status (a null removes a member); an empty object takes all of that back.
-    void amendStatus(const nlohmann::json& amendment);
+    /// Merges a JSON merge patch (RFC 7396) into every later status response. resetStatus() removes all patches.
+    void patchStatus(const nlohmann::json& patch);
     void resetStatus();
-    /// From now on the tapes are those of this catalogue; null for the hub's own. Any of its tapes can still be asked for.
-    void offer(std::shared_ptr<const Catalogue> catalogue);
-    /// The hub's own tapes that no good hub would send: by id, the members with such values.
+    /// Sets the catalogue to list; null sets the default one. Single tapes of the default catalogue stay available.
+    void setCatalogue(std::shared_ptr<const Catalogue> catalogue);
+    /// The tapes of the default catalogue that break the hub's schema on purpose: id to names of the invalid members.
     nlohmann::json invalidTapes() const;
 
 private:
-    Answer status();
-    Answer tapes(const Query& query);
-    Answer tape(const std::string& id);
-    Answer transcript(const std::string& id);
-    Answer recording(const std::string& name, const std::string& file) const;
-    Answer live(const std::string& name, const std::string& file) const;
+    HubResponse status();
+    HubResponse tapes(const Query& query);
+    HubResponse tape(const std::string& id);
+    HubResponse transcript(const std::string& id);
+    HubResponse recording(const std::string& name, const std::string& file) const;
+    HubResponse live(const std::string& name, const std::string& file) const;
     std::shared_ptr<const Catalogue> catalogue() const;
     std::shared_ptr<const SampleTape> find(const std::string& id) const;
 
     const std::filesystem::path m_recordings;
-    const std::shared_ptr<const Catalogue> m_own;
+    const std::shared_ptr<const Catalogue> m_defaultCatalogue;
     Transcripts m_transcripts;
     Tower m_tower;
-    std::map<std::string, LiveChannel> m_channels; // by name; fixed once made
+    std::map<std::string, LiveChannel> m_channels; // by name; never changes after construction
     mutable std::mutex m_mutex;
-    nlohmann::json m_amendment = nlohmann::json::object();
-    std::shared_ptr<const Catalogue> m_offered;
+    nlohmann::json m_statusPatch = nlohmann::json::object();
+    std::shared_ptr<const Catalogue> m_catalogue;
 };
 
 } // namespace demo

@@ -10,8 +10,8 @@ namespace demo {
 namespace {
 
 constexpr std::uint64_t window = 6;         // segments in the playlist
-constexpr std::uint64_t grace = 6;          // older segments that a slow player may still fetch
-constexpr std::uint64_t segmentSeconds = 4; // as make-recordings cuts them
+constexpr std::uint64_t grace = 6;          // older segments that slow players can still fetch
+constexpr std::uint64_t segmentSeconds = 4; // as cut by make-recordings
 constexpr std::uint64_t ticksPerSecond = 90000;
 
 } // namespace
@@ -32,15 +32,15 @@ LiveChannel::LiveChannel(const std::filesystem::path& folder)
     }
 }
 
-std::uint64_t LiveChannel::newest(std::chrono::milliseconds since) const
+std::uint64_t LiveChannel::newest(std::chrono::milliseconds elapsed) const
 {
-    // The channel was on the air before the hub started, so that the window is full from the first moment.
-    return window - 1 + static_cast<std::uint64_t>(since.count()) / (1000 * segmentSeconds);
+    // The stream starts before the hub does, so the playlist is full from the start.
+    return window - 1 + static_cast<std::uint64_t>(elapsed.count()) / (1000 * segmentSeconds);
 }
 
-std::string LiveChannel::playlist(std::chrono::milliseconds since) const
+std::string LiveChannel::playlist(std::chrono::milliseconds elapsed) const
 {
-    const std::uint64_t last = newest(since);
+    const std::uint64_t last = newest(elapsed);
     std::ostringstream text;
     text << "#EXTM3U\n#EXT-X-VERSION:6\n#EXT-X-TARGETDURATION:" << segmentSeconds
          << "\n#EXT-X-MEDIA-SEQUENCE:" << last + 1 - window << "\n#EXT-X-INDEPENDENT-SEGMENTS\n";
@@ -50,15 +50,15 @@ std::string LiveChannel::playlist(std::chrono::milliseconds since) const
     return text.str();
 }
 
-std::optional<std::string> LiveChannel::segment(std::uint64_t number, std::chrono::milliseconds since) const
+std::optional<std::string> LiveChannel::segment(std::uint64_t number, std::chrono::milliseconds elapsed) const
 {
-    const std::uint64_t last = newest(since);
+    const std::uint64_t last = newest(elapsed);
     if (number > last || number + window + grace <= last) {
         return std::nullopt;
     }
     const std::uint64_t loops = number / m_segments.size();
     const std::uint64_t ticks = loops * m_segments.size() * segmentSeconds * ticksPerSecond;
-    return laterStream(m_segments[number % m_segments.size()], ticks, loops, m_counts);
+    return shiftedStream(m_segments[number % m_segments.size()], ticks, loops, m_counts);
 }
 
 } // namespace demo

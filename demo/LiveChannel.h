@@ -11,21 +11,21 @@
 
 namespace demo {
 
-/// A short recording that is played round and round as an endless live stream with running time stamps.
-/// Never changes once made, so any thread may ask it.
+/// A short recording, repeated as an endless live stream with continuous timestamps.
+/// Immutable after construction, so any thread may use it.
 class LiveChannel
 {
 public:
-    /// `folder` is a recording's; throws std::runtime_error with a sentence when it cannot be read.
+    /// `folder` is the folder of one recording. Throws std::runtime_error if it cannot be read.
     explicit LiveChannel(const std::filesystem::path& folder);
 
-    /// The playlist at `since` after the start: a window of six segments that moves on by one each four seconds.
-    std::string playlist(std::chrono::milliseconds since) const;
-    /// The segment of that number, or nothing when it is not in the window, nor was a moment ago.
-    std::optional<std::string> segment(std::uint64_t number, std::chrono::milliseconds since) const;
+    /// The playlist at `elapsed` after the start: six segments; every four seconds one is added and one removed.
+    std::string playlist(std::chrono::milliseconds elapsed) const;
+    /// The segment with that number, or nothing if it is neither in the playlist nor among the six segments before it.
+    std::optional<std::string> segment(std::uint64_t number, std::chrono::milliseconds elapsed) const;
 
 private:
-    std::uint64_t newest(std::chrono::milliseconds since) const;
+    std::uint64_t newest(std::chrono::milliseconds elapsed) const;
 
     std::vector<std::string> m_segments;
     PacketCounts m_counts{};

@@ -27,24 +27,24 @@ const char* Options::usage()
     return "sample-hub --port PORT --certificate FILE --key FILE --recordings DIR --control-port PORT";
 }
 
-Options Options::from(int count, char** arguments)
+Options Options::parse(int count, char** arguments)
 {
     Options options;
     std::string port;
     std::string controlPort;
-    const std::map<std::string, std::string*> wanted = {{"--port", &port},
-                                                        {"--control-port", &controlPort},
-                                                        {"--certificate", &options.certificate},
-                                                        {"--key", &options.key},
-                                                        {"--recordings", &options.recordings}};
+    const std::map<std::string, std::string*> targets = {{"--port", &port},
+                                                         {"--control-port", &controlPort},
+                                                         {"--certificate", &options.certificate},
+                                                         {"--key", &options.key},
+                                                         {"--recordings", &options.recordings}};
     for (int i = 1; i < count; i += 2) {
-        const auto option = wanted.find(arguments[i]);
-        if (option == wanted.end() || i + 1 == count) {
+        const auto option = targets.find(arguments[i]);
+        if (option == targets.end() || i + 1 == count) {
             throw std::runtime_error("it is used as: " + std::string(usage()) + ".");
         }
         *option->second = arguments[i + 1];
     }
-    for (const auto& [name, value] : wanted) {
+    for (const auto& [name, value] : targets) {
         if (value->empty()) {
             throw std::runtime_error("the option " + name + " is missing; it is used as: " + usage() + ".");
         }

@@ -4,7 +4,7 @@
 
 namespace demo {
 
-/// The command line.
+/// The options of the command line.
 struct Options
 {
     int port = 0;
@@ -14,8 +14,8 @@ struct Options
     std::string recordings;
 
     static const char* usage();
-    /// Throws std::runtime_error with a sentence when something is missing or wrong.
-    static Options from(int count, char** arguments);
+    /// Throws std::runtime_error with a message if an option is missing or not valid.
+    static Options parse(int count, char** arguments);
 };
 
 } // namespace demo

@@ -1,6 +1,6 @@
 #include "OrdinaryTapes.h"
 
-#include "Dice.h"
+#include "RandomGenerator.h"
 
 #include <chrono>
 #include <cstdio>
@@ -10,18 +10,19 @@ namespace demo {
 namespace {
 
 constexpr std::int64_t newestId = 7240;
-constexpr std::int64_t oneShelfsNewestId = 12000; // apart from all others, as a transcript is kept by its tape's id
+constexpr std::int64_t singleShelfNewestId = 12000; // apart from the other ids: transcripts are cached by tape id
 constexpr std::size_t longestTranscriptWords = 60000;
 constexpr std::size_t longestTranscriptAt = 5; // the sixth tape of the list
 
 struct Genre
 {
     const char* kind;
-    std::array<Body, 3> bodies; // one a market
+    std::array<Body, 3> bodies; // one for each market
     const char* fixedTitle;     // part of every title, or empty
 };
 
-// One row a shelf. No other row's keywords may occur in a row's names: they decide the shelf.
+// One row for each shelf. Keywords in the names decide the shelf, so a row's names must not contain the keywords of
+// another row.
 const std::array<Genre, 8> genres = {{
     {"council",
      {{{"city-council", "City Council", ""},
@@ -94,14 +95,14 @@ const std::array<const char*, 7> papers = {
     "Minutes of the last meeting", "Staff report",    "Map of the site",  "Letters received",
     "Engineer's survey",           "Draft ordinance", "Treasurer's table"};
 
-std::string titleFor(const Genre& genre, const std::string& bodyName, Dice& dice)
+std::string titleFor(const Genre& genre, const std::string& bodyName, RandomGenerator& random)
 {
-    const std::string topic = dice.oneOf(topics);
+    const std::string topic = random.oneOf(topics);
     if (*genre.fixedTitle) {
-        return dice.below(2) ? bodyName + " " + genre.fixedTitle + " - " + topic
-                             : bodyName + " — " + genre.fixedTitle + ": " + topic;
+        return random.below(2) ? bodyName + " " + genre.fixedTitle + " - " + topic
+                               : bodyName + " — " + genre.fixedTitle + ": " + topic;
     }
-    switch (dice.below(6)) {
+    switch (random.below(6)) {
     case 0:
         return bodyName + " Regular Meeting";
     case 1:
@@ -117,29 +118,29 @@ std::string titleFor(const Genre& genre, const std::string& bodyName, Dice& dice
     }
 }
 
-/// The date of the `index`th of `count` tapes: from the middle of 2026 evenly back to the beginning of 2019.
-std::string dateFor(std::size_t index, std::size_t count, Dice& dice)
+/// The date of tape `index` of `count`: dates are spread evenly from the middle of 2026 back to the start of 2019.
+std::string dateFor(std::size_t index, std::size_t count, RandomGenerator& random)
 {
     using namespace std::chrono;
     const sys_days newest = 2026y / June / 24;
     const sys_days oldest = 2019y / January / 15;
     const auto span = static_cast<std::size_t>((newest - oldest).count());
     const std::size_t step = span / count;
-    const year_month_day day{newest - days{static_cast<int>(index * step + dice.below(step))}};
+    const year_month_day day{newest - days{static_cast<int>(index * step + random.below(step))}};
     std::array<char, 32> text{};
     std::snprintf(text.data(), text.size(), "%04d-%02u-%02u", static_cast<int>(day.year()),
                   static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()));
     return text.data();
 }
 
-std::vector<Document> documentsFor(bool hasAgenda, Dice& dice)
+std::vector<Document> documentsFor(bool hasAgenda, RandomGenerator& random)
 {
     std::vector<Document> documents;
     if (hasAgenda) {
         documents.push_back({"agenda", "Agenda packet"});
     }
-    const std::size_t more = dice.below(6);
-    const std::size_t first = dice.below(papers.size());
+    const std::size_t more = random.below(6);
+    const std::size_t first = random.below(papers.size());
     for (std::size_t i = 0; i < more; ++i) {
         documents.push_back({"exhibit", papers[(first + i) % papers.size()]});
     }
@@ -148,23 +149,23 @@ std::vector<Document> documentsFor(bool hasAgenda, Dice& dice)
 
 SampleTape ordinaryTape(const std::array<Market, 3>& markets, const Genre& genre, std::size_t index, std::size_t count)
 {
-    Dice dice(20190115 + index);
+    RandomGenerator random(20190115 + index);
     SampleTape tape;
     const std::size_t town = index % markets.size();
     tape.id = newestId - static_cast<std::int64_t>(index);
     tape.market = &markets[town];
     tape.body = Body{markets[town].slug + "-" + genre.bodies[town].slug, genre.bodies[town].name, genre.kind};
-    tape.title = titleFor(genre, tape.body->name, dice);
-    tape.date = dateFor(index, count, dice);
+    tape.title = titleFor(genre, tape.body->name, random);
+    tape.date = dateFor(index, count, random);
     tape.recording = recordingNames[(index + index / genres.size()) % recordingNames.size()];
     tape.stream = recordingPath(tape.recording);
-    tape.sizeBytes = static_cast<std::int64_t>(80'000'000 + dice.below(3'400'000'000));
-    tape.hasAgenda = dice.below(3) > 0;
-    tape.location = dice.oneOf(halls);
-    tape.documents = documentsFor(tape.hasAgenda, dice);
-    if (index < genres.size() || dice.below(6) > 0) {
+    tape.sizeBytes = static_cast<std::int64_t>(80'000'000 + random.below(3'400'000'000));
+    tape.hasAgenda = random.below(3) > 0;
+    tape.location = random.oneOf(halls);
+    tape.documents = documentsFor(tape.hasAgenda, random);
+    if (index < genres.size() || random.below(6) > 0) {
         tape.transcript = TranscriptState::Archived;
-        tape.transcriptWords = index == longestTranscriptAt ? longestTranscriptWords : 3000 + dice.below(6000);
+        tape.transcriptWords = index == longestTranscriptAt ? longestTranscriptWords : 3000 + random.below(6000);
     }
     return tape;
 }
@@ -185,12 +186,12 @@ std::vector<SampleTape> ordinaryTapes(const std::array<Market, 3>& markets, std:
     return tapes;
 }
 
-std::vector<SampleTape> tapesOfOneShelf(const std::array<Market, 3>& markets, std::size_t count)
+std::vector<SampleTape> singleShelfTapes(const std::array<Market, 3>& markets, std::size_t count)
 {
     std::vector<SampleTape> tapes;
     for (std::size_t i = 0; i < count; ++i) {
         tapes.push_back(ordinaryTape(markets, genres.front(), i, count));
-        tapes.back().id = oneShelfsNewestId - static_cast<std::int64_t>(i);
+        tapes.back().id = singleShelfNewestId - static_cast<std::int64_t>(i);
     }
     return tapes;
 }

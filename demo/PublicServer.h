@@ -9,25 +9,25 @@
 
 namespace demo {
 
-/// The hub's HTTPS side on one loopback address. It and its threads end with the process; all that it is given
-/// must last as long.
+/// The hub's HTTPS server on one loopback address. The server and its threads run until the process ends, so the
+/// constructor's arguments must live until then.
 class PublicServer
 {
 public:
     PublicServer(Hub& hub, Faults& faults, RequestLog& log, const std::string& certificate, const std::string& key);
 
-    /// False when the certificate or its key is not usable.
+    /// Returns false if the certificate or its key is not usable.
     bool isValid() const { return m_server.is_valid(); }
-    /// False when the port is taken.
+    /// Returns false if the port is in use.
     bool bind(const std::string& address, int port);
-    /// Serves until the server is stopped.
+    /// Serves requests until stop() is called.
     void run() { m_server.listen_after_bind(); }
     void stop() { m_server.stop(); }
 
 private:
     void serve(const httplib::Request& request, httplib::Response& response);
-    Answer answer(const httplib::Request& request, const std::optional<Fault>& fault);
-    void send(const httplib::Request& request, httplib::Response& response, Answer answer,
+    HubResponse respondTo(const httplib::Request& request, const std::optional<Fault>& fault);
+    void send(const httplib::Request& request, httplib::Response& response, HubResponse hubResponse,
               const std::optional<Fault>& fault);
 
     Hub& m_hub;

@@ -6,14 +6,14 @@ namespace demo {
 
 namespace {
 
-constexpr std::size_t longest = 10000;
+constexpr std::size_t maxEntries = 10000;
 
 } // namespace
 
 std::uint64_t RequestLog::begin(const std::string& method, const std::string& target, const std::string& ifNoneMatch)
 {
     const std::lock_guard lock(m_mutex);
-    if (m_entries.size() == longest) {
+    if (m_entries.size() == maxEntries) {
         m_entries.pop_front();
     }
     m_entries.push_back({m_next, method, target, ifNoneMatch, 0});

@@ -8,13 +8,13 @@
 
 namespace demo {
 
-/// The requests that the hub has seen, the last 10,000 of them. Any thread may use it.
+/// The last 10,000 requests that the hub has received. Thread-safe.
 class RequestLog
 {
 public:
-    /// Notes a request on its arrival, with the status 0; answers its number.
+    /// Adds a request when it arrives, with status 0. Returns its number.
     std::uint64_t begin(const std::string& method, const std::string& target, const std::string& ifNoneMatch);
-    /// Notes the status that the request of that number was answered with; 0 is a connection closed on it.
+    /// Sets the response status of the request with that number. Status 0 stays if the connection was closed instead.
     void finish(std::uint64_t number, int status);
     void clear();
     nlohmann::json toJson() const;

@@ -33,14 +33,14 @@ json toJson(const Market& market)
     return {{"slug", market.slug}, {"name", market.name}, {"state_code", market.stateCode}, {"tapes", market.tapes}};
 }
 
-json SampleTape::listed() const
+json SampleTape::listRecord() const
 {
     json record = regular(*this);
-    record.update(oddities);
+    record.update(overrides);
     return record;
 }
 
-json SampleTape::detailed() const
+json SampleTape::fullRecord() const
 {
     json record = regular(*this);
     record["video_url"] = "https://video.example/watch/" + std::to_string(id);
@@ -54,7 +54,7 @@ json SampleTape::detailed() const
                         {"url", "/documents/" + file}});
     }
     record["documents"] = std::move(list);
-    record.update(oddities);
+    record.update(overrides);
     return record;
 }
 

@@ -30,33 +30,33 @@ struct Document
     std::string title;
 };
 
-/// What the hub answers to somebody who asks for the transcript.
+/// What the hub sends for the transcript of a tape.
 enum class TranscriptState { None, Archived, Pending, Blank, Failing };
 
-/// One tape of the sample hub: the facts, and how they are put on the wire.
+/// One tape of the sample hub and its JSON records.
 struct SampleTape
 {
     std::int64_t id = 0;
     std::optional<std::string> title;
     std::optional<std::string> date;
-    const Market* market = nullptr; ///< one of the catalogue's markets, or none
+    const Market* market = nullptr; ///< one of the catalogue's markets, or null
     std::optional<Body> body;
     std::string stream;    ///< hub path or absolute address; may be empty
-    std::string recording; ///< the recording that the stream plays, whose words open the transcript; may be empty
+    std::string recording; ///< what the stream plays; its words start the transcript; may be empty
     std::int64_t sizeBytes = 0;
     bool hasAgenda = false;
     TranscriptState transcript = TranscriptState::None;
     std::size_t transcriptWords = 0;
     std::string location;
     std::vector<Document> documents;
-    nlohmann::json oddities = nlohmann::json::object(); ///< members that replace the regular ones, null included
-    /// Names of the members whose values break the hub's schema; "transcript" if the transcript's answer does.
+    nlohmann::json overrides = nlohmann::json::object(); ///< members that replace the regular ones; null is allowed
+    /// Names of the members that break the hub's schema; "transcript" if the transcript's response does.
     std::vector<std::string> invalid;
 
-    /// The record of a list: everything but the documents and the source video's address.
-    nlohmann::json listed() const;
+    /// The record in a list: all members except `documents` and `video_url`.
+    nlohmann::json listRecord() const;
     /// The full record.
-    nlohmann::json detailed() const;
+    nlohmann::json fullRecord() const;
 };
 
 nlohmann::json toJson(const Market& market);

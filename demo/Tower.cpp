@@ -10,9 +10,9 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr seconds darkFor = 60s;
-constexpr seconds litFor = 180s;
-constexpr seconds round = darkFor + litFor;
+constexpr seconds darkDuration = 60s;
+constexpr seconds litDuration = 180s;
+constexpr seconds cycle = darkDuration + litDuration;
 
 } // namespace
 
@@ -25,8 +25,8 @@ milliseconds Tower::sinceStart() const
 
 bool Tower::isLit() const
 {
-    const Order order = m_order;
-    return order == Order::Schedule ? sinceStart() % round >= darkFor : order == Order::Lit;
+    const Mode mode = m_mode;
+    return mode == Mode::Schedule ? sinceStart() % cycle >= darkDuration : mode == Mode::Lit;
 }
 
 nlohmann::json Tower::news() const
@@ -46,7 +46,7 @@ nlohmann::json Tower::news() const
          {"Harbor Commission buys a politer fog horn", "Ferry sails at half past six from the first of May",
           "Mill Creek footbridge closed for the school holiday", "Library: the maps are going back upstairs",
           "Second grade gives sixty-three dollars and a button"}},
-        // One bare stream name and one path: a hub may send either.
+        // A stream name and a path: a hub may send either form.
         {"channels",
          {{"3", {{"label", "Council Chamber"}, {"path", "council"}}},
           {"12", {{"label", "Parks"}, {"path", "/live/parks/index.m3u8"}}}}},
@@ -55,8 +55,8 @@ nlohmann::json Tower::news() const
 
 std::string Tower::nextBroadcast() const
 {
-    const auto rounds = (sinceStart() - darkFor + round) / round; // broadcasts begun so far
-    const std::time_t when = system_clock::to_time_t(m_startedAt + darkFor + rounds * round);
+    const auto cycles = (sinceStart() - darkDuration + cycle) / cycle; // number of broadcasts started so far
+    const std::time_t when = system_clock::to_time_t(m_startedAt + darkDuration + cycles * cycle);
     std::tm parts{};
     gmtime_r(&when, &parts);
     std::array<char, 32> text{};

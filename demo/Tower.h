@@ -6,18 +6,18 @@
 
 namespace demo {
 
-/// The news tower: lit and dark by its schedule (dark for the first minute, then lit for three, and round again)
-/// or as a test has set it. Any thread may use it.
+/// The transmission tower of the news channel. By schedule it repeats a cycle: dark for one minute, then lit (on the
+/// air) for three. A test can also set it to lit or dark. Thread-safe.
 class Tower
 {
 public:
-    enum class Order { Schedule, Lit, Dark };
+    enum class Mode { Schedule, Lit, Dark };
 
     Tower();
 
-    void obey(Order order) { m_order = order; }
+    void setMode(Mode mode) { m_mode = mode; }
     bool isLit() const;
-    /// Time since the hub was started: what the live channels run by.
+    /// The time since the start of the hub. The live channels use it as their clock.
     std::chrono::milliseconds sinceStart() const;
     /// The `news` record of the status.
     nlohmann::json news() const;
@@ -27,7 +27,7 @@ private:
 
     const std::chrono::steady_clock::time_point m_start;
     const std::chrono::system_clock::time_point m_startedAt;
-    std::atomic<Order> m_order = Order::Schedule;
+    std::atomic<Mode> m_mode = Mode::Schedule;
 };
 
 } // namespace demo

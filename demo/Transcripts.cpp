@@ -1,6 +1,6 @@
 #include "Transcripts.h"
 
-#include "Minutes.h"
+#include "TranscriptGenerator.h"
 
 #include <algorithm>
 #include <cctype>
@@ -17,7 +17,7 @@ nlohmann::json Transcripts::record(const SampleTape& tape)
     switch (tape.transcript) {
     case TranscriptState::Archived: {
         const Text& found = text(tape);
-        return {{"status", "archived"}, {"text", found.written}, {"words", found.words}};
+        return {{"status", "archived"}, {"text", found.text}, {"words", found.words}};
     }
     case TranscriptState::Pending:
         return {{"status", "pending"}, {"text", ""}, {"words", 0}};
@@ -28,12 +28,12 @@ nlohmann::json Transcripts::record(const SampleTape& tape)
     }
 }
 
-bool Transcripts::mentions(const SampleTape& tape, const std::string& needle)
+bool Transcripts::contains(const SampleTape& tape, const std::string& needle)
 {
-    return tape.transcript == TranscriptState::Archived && text(tape).searched.find(needle) != std::string::npos;
+    return tape.transcript == TranscriptState::Archived && text(tape).searchText.find(needle) != std::string::npos;
 }
 
-std::string Transcripts::folded(const std::string& text)
+std::string Transcripts::normalized(const std::string& text)
 {
     std::string result;
     result.reserve(text.size());
@@ -63,16 +63,16 @@ const Transcripts::Text& Transcripts::text(const SampleTape& tape)
     const auto [entry, isNew] = m_texts.try_emplace(tape.id);
     Text& text = entry->second;
     if (isNew) {
-        text.written = minutesOf(tape, spoken(tape.recording));
-        text.searched = folded(text.written);
-        std::istringstream words(text.written);
+        text.text = generateTranscript(tape, recordingTranscript(tape.recording));
+        text.searchText = normalized(text.text);
+        std::istringstream words(text.text);
         text.words = static_cast<std::size_t>(
             std::distance(std::istream_iterator<std::string>(words), std::istream_iterator<std::string>()));
     }
     return text;
 }
 
-std::string Transcripts::spoken(const std::string& recording) const
+std::string Transcripts::recordingTranscript(const std::string& recording) const
 {
     if (recording.empty()) {
         return {};

@@ -8,35 +8,36 @@
 
 namespace demo {
 
-/// The spoken words of the tapes, made when first asked for and then kept. Any thread may ask.
+/// The transcripts of the tapes. Each is generated at its first use and then cached. Thread-safe.
 class Transcripts
 {
 public:
-    /// `recordings` is the folder that make-recordings made; a recording's own words open its tapes' transcripts.
+    /// `recordings` is a folder written by make-recordings. A recording's words start the transcripts of its tapes.
     explicit Transcripts(std::filesystem::path recordings);
 
-    /// The transcript's record, as it goes on the wire; the tape's state is not `Failing`.
+    /// The JSON record of the transcript. The tape's state must not be `Failing`.
     nlohmann::json record(const SampleTape& tape);
-    /// Whether the archived transcript holds `needle`, which is folded by `folded`.
-    bool mentions(const SampleTape& tape, const std::string& needle);
+    /// Whether the archived transcript contains `needle`, which must be normalized with normalized().
+    bool contains(const SampleTape& tape, const std::string& needle);
 
-    /// `text` in lower case (ASCII and the accented letters of Latin-1), each run of white space as one space.
-    static std::string folded(const std::string& text);
+    /// `text` trimmed, in lower case (ASCII and the accented letters of Latin-1), with each run of white space replaced
+    /// by one space.
+    static std::string normalized(const std::string& text);
 
 private:
     struct Text
     {
-        std::string written; // one caption a line
-        std::string searched;
+        std::string text; // one caption a line
+        std::string searchText;
         std::size_t words = 0;
     };
 
     const Text& text(const SampleTape& tape);
-    std::string spoken(const std::string& recording) const;
+    std::string recordingTranscript(const std::string& recording) const;
 
     std::filesystem::path m_recordings;
     std::mutex m_mutex;
-    std::map<std::int64_t, Text> m_texts; // by tape id; an entry never changes and never goes
+    std::map<std::int64_t, Text> m_texts; // by tape id; entries are never changed or removed
 };
 
 } // namespace demo

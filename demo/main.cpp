@@ -1,4 +1,4 @@
-// The sample hub: a real HTTPS hub of made-up towns, for demonstrations and tests, on loopback only.
+// The sample hub: an HTTPS hub with invented towns, for demonstrations and tests. It listens on loopback only.
 
 #include "ControlServer.h"
 #include "Options.h"
@@ -22,8 +22,8 @@ namespace {
 
 using namespace demo;
 
-/// Whether this machine has ::1 at all.
-bool hasLoopback6()
+/// Whether this machine has the address ::1.
+bool hasIPv6Loopback()
 {
     const int socket = ::socket(AF_INET6, SOCK_STREAM | SOCK_CLOEXEC, 0);
     if (socket < 0) {
@@ -37,7 +37,7 @@ bool hasLoopback6()
     return has;
 }
 
-void wantPort(bool bound, int port, const std::string& address)
+void requirePort(bool bound, int port, const std::string& address)
 {
     if (!bound) {
         throw std::runtime_error("the port " + std::to_string(port) + " of " + address + " is taken.");
@@ -45,14 +45,14 @@ void wantPort(bool bound, int port, const std::string& address)
 }
 
 /// Serves until SIGINT or SIGTERM.
-void serve(const Options& options, const sigset_t& ending)
+void serve(const Options& options, const sigset_t& stopSignals)
 {
     Hub hub(options.port, options.recordings);
     Faults faults;
     RequestLog log;
     std::vector<std::unique_ptr<PublicServer>> servers;
     std::vector<std::string> addresses = {"127.0.0.1"};
-    if (hasLoopback6()) {
+    if (hasIPv6Loopback()) {
         addresses.emplace_back("::1");
     }
     for (const std::string& address : addresses) {
@@ -61,10 +61,10 @@ void serve(const Options& options, const sigset_t& ending)
         if (!server->isValid()) {
             throw std::runtime_error("the certificate " + options.certificate + " and its key are not usable.");
         }
-        wantPort(server->bind(address, options.port), options.port, address);
+        requirePort(server->bind(address, options.port), options.port, address);
     }
     ControlServer control(hub, faults, log);
-    wantPort(control.bind(options.controlPort), options.controlPort, "127.0.0.1");
+    requirePort(control.bind(options.controlPort), options.controlPort, "127.0.0.1");
 
     for (const auto& server : servers) {
         std::thread([&server] { server->run(); }).detach();
@@ -74,22 +74,22 @@ void serve(const Options& options, const sigset_t& ending)
     std::fflush(stdout);
 
     int signal = 0;
-    sigwait(&ending, &signal);
-    // The process keeps nothing, so its end need not wait for idle connections and held requests.
+    sigwait(&stopSignals, &signal);
+    // The process stores nothing, so it exits without waiting for idle connections and blocked requests.
     std::_Exit(EXIT_SUCCESS);
 }
 
 } // namespace
 
-int main(int count, char** arguments)
+int main(int argumentCount, char** arguments)
 {
-    sigset_t ending;
-    sigemptyset(&ending);
-    sigaddset(&ending, SIGINT);
-    sigaddset(&ending, SIGTERM);
-    pthread_sigmask(SIG_BLOCK, &ending, nullptr); // before any thread: all inherit it
+    sigset_t stopSignals;
+    sigemptyset(&stopSignals);
+    sigaddset(&stopSignals, SIGINT);
+    sigaddset(&stopSignals, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &stopSignals, nullptr); // before any thread is started, because threads inherit the mask
     try {
-        serve(Options::from(count, arguments), ending);
+        serve(Options::parse(argumentCount, arguments), stopSignals);
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "sample-hub: %s\n", failure.what());
     }

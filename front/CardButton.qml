@@ -1,21 +1,22 @@
 import QtQuick
 import Quillmere.Front
 
-// A button in the card style: its content lifts under the focus, brightens a little and casts a soft shadow.
+// A button in the card style. With focus, its content grows, brightens a little and casts a soft shadow.
 StationButton {
     id: card
 
-    // Of the content's corners.
+    // Corner radius of the content, in points.
     property real radius
+    // Scale of the content with focus.
     property real liftScale: StationMotion.cardScale
-    // How much of white lies over it under the focus, 0 to 1.
+    // Opacity of the white overlay with focus, 0 to 1.
     property real brightening: StationMotion.cardBrightening
     default property alias content: lifted.data
 
     z: activeFocus ? 1 : 0
 
-    // Shadow and sheen stand unscaled around the content, so that they are painted once for all cards of a size and only
-    // fade; at rest there are none.
+    // The shadow and the white overlay are siblings of the content and do not scale with it. So each is painted once
+    // for all cards of one size, and only its opacity animates. Neither item exists without focus.
     Loader {
         anchors.centerIn: parent
         anchors.verticalCenterOffset: 16
@@ -44,7 +45,7 @@ StationButton {
         active: card.lift > 0 && card.brightening > 0
         opacity: card.lift * card.brightening
         sourceComponent: CardPlate {
-            // No linter knows that a Loader's component sees the file's own names.
+            // The linter does not know that a component inside a Loader can access the ids of this file.
             radius: card.radius * card.liftScale // qmllint disable unqualified
             fill: "white"
         }

@@ -12,13 +12,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A superellipse through the middle of the circle's arc, that leaves the edge one and a half radii before the corner.
-constexpr double cornerReach = 1.5;
+// The corner is a superellipse. It passes through the middle of the circular arc and starts 1.5 radii before the
+// corner.
+constexpr double cornerExtent = 1.5;
 constexpr double cornerExponent = 3.2;
 constexpr int cornerSteps = 24;
 
-/** The plate on whole device pixels; a square one stays square, as a circle is. */
-QRectF onPixels(const QPainter& painter, const QSizeF& size)
+/** Plate rectangle on whole device pixels. A square plate stays square, so that circles stay round. */
+QRectF plateOnPixels(const QPainter& painter, const QSizeF& size)
 {
     QRectF plate = snappedRect(painter, QRectF(QPointF(), size));
     const double side = std::min(plate.width(), plate.height());
@@ -27,7 +28,7 @@ QRectF onPixels(const QPainter& painter, const QSizeF& size)
     return plate;
 }
 
-/** A line's width, at least one device pixel. */
+/** `width` rounded to whole device pixels: at least one, or 0 for no line. In points. */
 double wholePixels(const QPainter& painter, double width)
 {
     const double scale = painter.deviceTransform().m11();
@@ -84,7 +85,7 @@ void CardPlate::setBorderWidth(double borderWidth)
 
 void CardPlate::paint(QPainter& painter, const QSizeF& size) const
 {
-    const QRectF plate = onPixels(painter, size);
+    const QRectF plate = plateOnPixels(painter, size);
     const double borderWidth = wholePixels(painter, m_borderWidth);
     const QPainterPath inside = outline(plate);
     painter.save();
@@ -95,23 +96,24 @@ void CardPlate::paint(QPainter& painter, const QSizeF& size) const
         m_background->paint(painter, plate.size());
         painter.restore();
     }
-    // Twice as wide, as its outer half is rubbed out below. Over art it lets an edge within a pixel be.
+    // The border pen is twice as wide, because its outer half is erased below.
+    // Over art, SourceAtop keeps the transparency of partly covered edge pixels.
     if (m_background)
         painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
     if (borderWidth > 0)
         painter.strokePath(inside, QPen(m_border, 2 * borderWidth));
 
-    // A clip would leave the corners jagged: what lies outside is rubbed out instead.
-    const double reach = 2 + borderWidth;
+    // A clip path is not antialiased. So erase what lies outside the outline instead of clipping.
+    const double extent = 2 + borderWidth;
     QPainterPath outside;
-    outside.addRect(plate.marginsAdded({reach, reach, reach, reach}));
+    outside.addRect(plate.marginsAdded({extent, extent, extent, extent}));
     outside.addPath(inside);
     painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
     painter.fillPath(outside, Qt::black);
     painter.restore();
 }
 
-QString CardPlate::look() const
+QString CardPlate::cacheKey() const
 {
     if (m_background)
         return {};
@@ -132,14 +134,14 @@ QPainterPath CardPlate::outline(const QRectF& plate) const
 
 QPainterPath CardPlate::continuousOutline(const QRectF& plate, double radius)
 {
-    const double reach = std::min({cornerReach * radius, plate.width() / 2, plate.height() / 2});
-    QPolygonF corner; // from the top edge to the trailing edge, as distances from the corner's centre
+    const double extent = std::min({cornerExtent * radius, plate.width() / 2, plate.height() / 2});
+    QPolygonF corner; // from the top edge to the right edge, relative to the centre of the corner
     for (int step = 0; step <= cornerSteps; ++step) {
         const double angle = std::numbers::pi / 2 * step / cornerSteps;
-        corner << QPointF(std::pow(std::sin(angle), 2 / cornerExponent) * reach,
-                          -std::pow(std::cos(angle), 2 / cornerExponent) * reach);
+        corner << QPointF(std::pow(std::sin(angle), 2 / cornerExponent) * extent,
+                          -std::pow(std::cos(angle), 2 / cornerExponent) * extent);
     }
-    const QRectF centres = plate.marginsRemoved({reach, reach, reach, reach});
+    const QRectF centres = plate.marginsRemoved({extent, extent, extent, extent});
     const QPointF anchors[] = {centres.topRight(), centres.bottomRight(), centres.bottomLeft(), centres.topLeft()};
     QPolygonF outline;
     for (const QPointF& anchor : anchors) {

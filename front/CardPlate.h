@@ -7,9 +7,9 @@
 #include <QPointer>
 
 /**
- * A plate with rounded corners, filled with a colour or another item's art and outlined along the inside of its edge, all
- * on whole device pixels.
- * `background` is painted, never shown; it may be null, and the plate is then filled with `fill` alone.
+ * A rectangle with rounded corners, filled with a colour or with the art of another item. The border is drawn along the
+ * inside of its edge. Everything is aligned to whole device pixels.
+ * `background` is painted into this item and never shown itself. If it is null, only `fill` fills the plate.
  */
 class CardPlate : public PaintedItem
 {
@@ -18,7 +18,7 @@ class CardPlate : public PaintedItem
     Q_PROPERTY(PaintedItem* background READ background WRITE setBackground NOTIFY artChanged FINAL)
     Q_PROPERTY(QColor fill READ fill WRITE setFill NOTIFY artChanged FINAL)
     Q_PROPERTY(double radius READ radius WRITE setRadius NOTIFY artChanged FINAL)
-    /** Whether the corners run into the edges without a break, as those of the doors do. */
+    /** Whether the curvature of the corners changes continuously (a superellipse, not a circular arc). */
     Q_PROPERTY(bool continuous READ isContinuous WRITE setContinuous NOTIFY artChanged FINAL)
     Q_PROPERTY(QColor border READ border WRITE setBorder NOTIFY artChanged FINAL)
     Q_PROPERTY(double borderWidth READ borderWidth WRITE setBorderWidth NOTIFY artChanged FINAL)
@@ -40,9 +40,12 @@ public:
     void setBorderWidth(double borderWidth);
 
     void paint(QPainter& painter, const QSizeF& size) const override;
-    QString look() const override;
+    QString cacheKey() const override;
 
-    /** The outline of a plate whose corners' curvature grows from nothing; `radius` as of the circle they look like. */
+    /**
+     * Outline of a plate whose corner curvature starts at zero where the corner meets the edge. `radius` is that of the
+     * circular corner that looks alike.
+     */
     static QPainterPath continuousOutline(const QRectF& plate, double radius);
 
 private:

@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double tooLarge = 0x1p63; // the first that no 64-bit whole number can be
+constexpr double tooLarge = 0x1p63; // smallest positive number that does not fit in a qint64
 
 QString twoDigits(qint64 number)
 {
@@ -15,7 +15,7 @@ QString twoDigits(qint64 number)
 
 qint64 wholeSeconds(double seconds)
 {
-    // Written so that what is not a number fails it too.
+    // Also true for NaN.
     if (!(seconds > 0))
         return 0;
     return seconds < tooLarge ? qint64(seconds) : std::numeric_limits<qint64>::max();

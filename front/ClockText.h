@@ -3,7 +3,7 @@
 #include <QString>
 
 /**
- * A position in seconds as a clock reads: "2:05", "1:02:05"; fractions are dropped, what is no position reads "0:00". No
- * locale has a say. Any thread.
+ * Formats a position in seconds as "2:05" or "1:02:05". Fractions are dropped; a negative number or NaN gives "0:00".
+ * Independent of the locale. Any thread.
  */
 QString clockText(double seconds);

@@ -4,7 +4,7 @@
 
 #include <QColor>
 
-/** A ground that runs from one colour in the top leading corner to another in the bottom trailing one. */
+/** A background with a linear gradient from the top left corner (`from`) to the bottom right corner (`to`). */
 class DiagonalGradient : public PaintedItem
 {
     Q_OBJECT

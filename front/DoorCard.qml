@@ -2,7 +2,7 @@ import QtQuick
 import Quillmere.Front
 import Quillmere.Screen
 
-// The common frame of both doors.
+// Common frame of the two doors of the front screen.
 CardButton {
     id: card
 
@@ -12,7 +12,7 @@ CardButton {
     property string subtitle
     default property alias inside: inside.data
 
-    // Of the sides; the longest fixed line just fits.
+    // Padding at the left and right. The longest fixed text just fits between.
     readonly property real sidePadding: 36
     readonly property real padding: 54
 
@@ -21,7 +21,7 @@ CardButton {
     implicitHeight: 620
     radius: 24
     liftScale: StationMotion.liftScale
-    brightening: 0 // its colours are its own
+    brightening: 0 // a focused door keeps its colours
     Accessible.description: subtitle
 
     CardPlate {

@@ -1,13 +1,14 @@
 import QtQuick
 import Quillmere.Front
 
-// What a door says of itself now. It has the same room for every ordinary text, so that nothing moves when the text changes.
+// Text on a door that describes its current state. Its minimum height fits every text of ordinary length, so that the
+// layout does not move when the text changes.
 Item {
     id: subtitle
 
     required property string text
-    // What the door can spare.
-    required property real room
+    // Maximum height of the text, in points.
+    required property real availableHeight
 
     height: Math.max(92, words.height)
 
@@ -19,6 +20,6 @@ Item {
         font: Typography.standard(22)
         color: StationPalette.faded(StationPalette.cream, 0.6)
         wraps: true
-        maximumHeight: subtitle.room
+        maximumHeight: subtitle.availableHeight
     }
 }

@@ -1,17 +1,19 @@
 import QtQuick
 import Quillmere.Front
 
-// The ring around what has the focus and keeps its own look, so far outside that it shows beside its own colour, too.
+// A ring around a focused item whose own appearance does not change. A gap separates the two, so that the ring is
+// visible around items of the same colour, too.
 CardPlate {
     id: ring
 
-    // From 0 at rest to 1 under the focus.
+    // Progress of the focus effect: 0 without focus, 1 with focus.
     required property real lift
-    // Of the corners of what it surrounds.
+    // Corner radius of the surrounded item, in points.
     property real corner
-    // From what it surrounds to its inner edge.
+    // Distance from the surrounded item to the inner edge of the ring.
     property real gap: 4
 
+    // Width of the ring.
     readonly property real line: 4
 
     anchors.fill: parent

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The signs are drawn on a square of 100 units, with strokes as heavy as those of the letters beside them.
+// Icons are drawn on a square of 100 units. The stroke is as wide as that of the letters beside them.
 constexpr double grid = 100;
 constexpr double stroke = 11;
 
@@ -22,7 +22,7 @@ void drawMagnifyingGlass(QPainter& painter, const QColor& color)
 {
     const QPointF centre(42, 42);
     constexpr double radius = 30;
-    constexpr double handle = 91; // where it ends
+    constexpr double handle = 91; // x and y of its end
     const double rim = centre.x() + radius * std::sqrt(0.5);
     painter.setPen(pen(color));
     painter.drawEllipse(centre, radius, radius);
@@ -32,7 +32,7 @@ void drawMagnifyingGlass(QPainter& painter, const QColor& color)
 
 void drawPlay(QPainter& painter, const QColor& color)
 {
-    // Rounded by a thin stroke of its own colour; the middle of its weight stands in the middle of the square.
+    // A stroke of the same colour rounds the corners. The centroid of the triangle is at the centre of the square.
     constexpr double rounding = 10;
     const QRectF area = snappedRect(painter, {18, 9, 76, 82}, SnapTo::Size);
     const QRectF inner = area.marginsRemoved({rounding / 2, rounding / 2, rounding / 2, rounding / 2});
@@ -43,10 +43,10 @@ void drawPlay(QPainter& painter, const QColor& color)
 
 void drawStartOver(QPainter& painter, const QColor& color)
 {
-    // From a gap left of the top all the way round, to the arrow's head at the top, which points left.
+    // An arc that leaves a gap left of the top. The arrowhead is at the top and points left.
     const QPointF centre(50, 56);
     constexpr double radius = 35;
-    constexpr double gapEnd = 150; // degrees anticlockwise from the right
+    constexpr double gapEnd = 150; // degrees, anticlockwise from the right (3 o'clock)
     const QRectF circle(centre - QPointF(radius, radius), QSizeF(2 * radius, 2 * radius));
     painter.setPen(pen(color));
     painter.drawArc(circle, int(gapEnd * 16), int((90 + 360 - gapEnd) * 16));
@@ -61,7 +61,7 @@ void drawTextLines(QPainter& painter, const QColor& color)
 {
     constexpr std::array lengths{84.0, 56.0, 84.0, 44.0};
     constexpr double left = 8;
-    constexpr double first = 13; // the first line's top
+    constexpr double first = 13; // top of the first line
     constexpr double pitch = 21.5;
     for (size_t line = 0; line < lengths.size(); ++line)
         painter.fillRect(snappedRect(painter, {left, first + double(line) * pitch, lengths[line], 10}, SnapTo::Size),

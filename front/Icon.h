@@ -4,7 +4,7 @@
 
 #include <QColor>
 
-/** A small square sign beside or instead of a word, drawn in one colour to fill the item. */
+/** A small square icon, drawn in one colour. It fills the item. */
 class Icon : public PaintedItem
 {
     Q_OBJECT
@@ -17,11 +17,11 @@ public:
         None,
         MagnifyingGlass,
         Play,        ///< a triangle
-        StartOver,   ///< an arrow that circles anticlockwise
+        StartOver,   ///< a circular arrow, anticlockwise
         TextLines,   ///< lines of text, aligned left
         Pause,       ///< two upright bars
-        FastForward, ///< two triangles one behind the other
-        Rewind,      ///< the same, the other way
+        FastForward, ///< two triangles side by side that point right
+        Rewind,      ///< mirror image of FastForward
     };
     Q_ENUM(Name)
 

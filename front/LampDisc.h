@@ -2,7 +2,7 @@
 
 #include "PaintedItem.h"
 
-/** The disc of the on-air lamp: on-air red when live, soot when not, with a thin parchment rim. */
+/** Disc of the on-air lamp: on-air red if `live`, else soot, with a thin parchment rim. */
 class LampDisc : public PaintedItem
 {
     Q_OBJECT

@@ -8,9 +8,9 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto noticeTime = 3s;
+constexpr auto noticeDuration = 3s;
 
-StatusLine lineOf(const Store* store)
+StatusLine statusLineOf(const Store* store)
 {
     return statusLine(store->lastError(), store->isLoading(), store->hasLoadedOnce());
 }
@@ -35,20 +35,12 @@ void LandingController::setStore(Store* store)
     Q_EMIT statusLineChanged();
 }
 
-void LandingController::setTimepiece(Timepiece* timepiece)
-{
-    if (m_timepiece == timepiece)
-        return;
-    m_timepiece = timepiece;
-    Q_EMIT timepieceChanged();
-}
-
 void LandingController::setShowNews(bool showNews)
 {
     if (m_showNews == showNews)
         return;
     m_showNews = showNews;
-    setNotice(nullptr);
+    setNoticeTimer(nullptr);
     Q_EMIT showNewsChanged();
     Q_EMIT coverChanged();
 }
@@ -58,7 +50,7 @@ void LandingController::setShowStore(bool showStore)
     if (m_showStore == showStore)
         return;
     m_showStore = showStore;
-    setNotice(nullptr);
+    setNoticeTimer(nullptr);
     Q_EMIT showStoreChanged();
     Q_EMIT coverChanged();
 }
@@ -119,17 +111,17 @@ QString LandingController::storeSubtitle() const
 
 QString LandingController::statusText() const
 {
-    return m_store ? shortenedText(lineOf(m_store).text) : QString();
+    return m_store ? shortenedText(statusLineOf(m_store).text) : QString();
 }
 
 int LandingController::statusSize() const
 {
-    return m_store ? lineOf(m_store).size : 1;
+    return m_store ? statusLineOf(m_store).size : 1;
 }
 
 QColor LandingController::statusColor() const
 {
-    return m_store ? lineOf(m_store).color : QColor();
+    return m_store ? statusLineOf(m_store).color : QColor();
 }
 
 void LandingController::appear()
@@ -148,27 +140,27 @@ bool LandingController::press(int key)
         m_store->refresh();
         return true;
     case Qt::Key_Back:
-        back();
+        onBack();
         return true;
     default:
         return false;
     }
 }
 
-void LandingController::back()
+void LandingController::onBack()
 {
-    if (m_notice) {
-        setNotice(nullptr);
-        Q_EMIT leave();
+    if (m_noticeTimer) {
+        setNoticeTimer(nullptr);
+        Q_EMIT quitRequested();
         return;
     }
-    setNotice(m_timepiece->clock().after(noticeTime, [this] { setNotice(nullptr); }));
+    setNoticeTimer(m_clock->after(noticeDuration, [this] { setNoticeTimer(nullptr); }));
 }
 
-void LandingController::setNotice(std::unique_ptr<Clock::Timer> notice)
+void LandingController::setNoticeTimer(std::unique_ptr<Clock::Timer> notice)
 {
     const bool wasShown = noticeShown();
-    m_notice = std::move(notice);
+    m_noticeTimer = std::move(notice);
     if (noticeShown() != wasShown)
         Q_EMIT noticeShownChanged();
 }

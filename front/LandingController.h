@@ -2,7 +2,6 @@
 
 #include "Clock.h"
 #include "Store.h"
-#include "Timepiece.h"
 
 #include <QColor>
 #include <QPointer>
@@ -10,24 +9,24 @@
 #include <QtQml/qqmlregistration.h>
 
 /**
- * The front screen's state and texts. Screen thread only; the screen makes and owns it; store and timepiece, set once
- * when it is made, outlive it.
+ * State and texts of the front screen. Screen thread only. The screen creates and owns it. Store and clock are set
+ * once, at creation, and outlive it.
  */
 class LandingController : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(Store* store READ store WRITE setStore NOTIFY storeChanged REQUIRED FINAL)
-    Q_PROPERTY(Timepiece* timepiece READ timepiece WRITE setTimepiece NOTIFY timepieceChanged REQUIRED FINAL)
+    Q_PROPERTY(Clock* clock MEMBER m_clock NOTIFY clockChanged REQUIRED FINAL)
 
-    /** Whether a door was selected: its screen covers this one, if there is any. */
+    /** Whether a door is open. Its screen, if there is one, covers the front screen. */
     Q_PROPERTY(bool showNews READ showNews WRITE setShowNews NOTIFY showNewsChanged FINAL)
     Q_PROPERTY(bool showStore READ showStore WRITE setShowStore NOTIFY showStoreChanged FINAL)
 
-    /** The screens behind the doors, null for none; their maker outlives this. */
+    /** Screens behind the doors; null if none. Not owned. */
     Q_PROPERTY(QQmlComponent* newsScreen READ newsScreen WRITE setNewsScreen NOTIFY coverChanged FINAL)
     Q_PROPERTY(QQmlComponent* shopScreen READ shopScreen WRITE setShopScreen NOTIFY coverChanged FINAL)
-    /** The one that covers this screen, null while none does. */
+    /** Screen that currently covers the front screen; null if none. */
     Q_PROPERTY(QQmlComponent* cover READ cover NOTIFY coverChanged FINAL)
 
     Q_PROPERTY(QString hubHost READ hubHost CONSTANT FINAL)
@@ -38,7 +37,7 @@ class LandingController : public QObject
     Q_PROPERTY(int statusSize READ statusSize NOTIFY statusLineChanged FINAL)
     Q_PROPERTY(QColor statusColor READ statusColor NOTIFY statusLineChanged FINAL)
 
-    /** Whether back was pressed once, and pressed again now leaves. */
+    /** Whether the quit notice is shown: back was pressed once, and a second press quits the program. */
     Q_PROPERTY(bool noticeShown READ noticeShown NOTIFY noticeShownChanged FINAL)
 
 public:
@@ -46,8 +45,6 @@ public:
 
     Store* store() const { return m_store; }
     void setStore(Store* store);
-    Timepiece* timepiece() const { return m_timepiece; }
-    void setTimepiece(Timepiece* timepiece);
 
     bool showNews() const { return m_showNews; }
     void setShowNews(bool showNews);
@@ -67,20 +64,20 @@ public:
     QString statusText() const;
     int statusSize() const;
     QColor statusColor() const;
-    bool noticeShown() const { return m_notice != nullptr; }
+    bool noticeShown() const { return m_noticeTimer != nullptr; }
 
-    /** The screen has come into view: the store refreshes, a task of the store's that ends with the store. */
+    /** Called when the screen comes into view. Starts a refresh of the store, which is a task of the store itself. */
     Q_INVOKABLE void appear();
 
-    /** Takes a remote's key (a Qt::Key); answers whether it meant something here; under a cover none does. */
+    /** Handles a key of the remote (a Qt::Key). Returns whether it was handled; always false while a cover is shown. */
     Q_INVOKABLE bool press(int key);
 
-    /** The viewer leaves the screen that covers this one. */
+    /** Closes the screen that covers the front screen. */
     Q_INVOKABLE void dismissCover();
 
 Q_SIGNALS:
     void storeChanged();
-    void timepieceChanged();
+    void clockChanged();
     void showNewsChanged();
     void showStoreChanged();
     void coverChanged();
@@ -88,18 +85,18 @@ Q_SIGNALS:
     void statusLineChanged();
     void noticeShownChanged();
 
-    /** The viewer switches the set off. */
-    void leave();
+    /** The viewer quits the program. */
+    void quitRequested();
 
 private:
-    void back();
-    void setNotice(std::unique_ptr<Clock::Timer> notice);
+    void onBack();
+    void setNoticeTimer(std::unique_ptr<Clock::Timer> notice);
 
     QPointer<Store> m_store;
-    QPointer<Timepiece> m_timepiece;
+    QPointer<Clock> m_clock;
     bool m_showNews = false;
     bool m_showStore = false;
     QPointer<QQmlComponent> m_newsScreen;
     QPointer<QQmlComponent> m_shopScreen;
-    std::unique_ptr<Clock::Timer> m_notice; ///< runs while the notice is shown
+    std::unique_ptr<Clock::Timer> m_noticeTimer; ///< exists while the quit notice is shown
 };

@@ -6,17 +6,17 @@
 
 #include <optional>
 
-/** What the front screen says: pure functions of what the set knows. */
+/** Texts of the front screen, as pure functions of the state. */
 
 QString newsDoorSubtitle(const NewsStatus& news);
 
 QString storeDoorSubtitle(qint64 tapes, qint64 markets);
 
-/** The line under the doors. */
+/** Status line under the doors. */
 struct StatusLine
 {
     QString text;
-    int size; ///< points
+    int size; ///< of the font, in points
     QColor color;
 
     bool operator==(const StatusLine&) const = default;

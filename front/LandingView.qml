@@ -3,22 +3,22 @@ import Quillmere.Catalogue
 import Quillmere.Front
 import Quillmere.Screen
 
-// The front screen: the station's name and its two doors.
+// The front screen: the name of the station, two doors and a status line.
 FocusScreen {
     id: screen
 
     required property Store store
-    required property Timepiece timepiece
+    required property Clock clock
 
-    // What stands behind the doors, FocusScreens; null for none.
+    // Screens behind the doors (FocusScreens); null for none.
     property alias newsScreen: landing.newsScreen
     property alias shopScreen: landing.shopScreen
 
     property alias showNews: landing.showNews
     property alias showStore: landing.showStore
 
-    // The viewer switches the set off.
-    signal leave
+    // The viewer quits the program.
+    signal quitRequested
 
     Component.onCompleted: landing.appear()
     Keys.onPressed: (event) => event.accepted = landing.press(event.key)
@@ -27,8 +27,8 @@ FocusScreen {
         id: landing
 
         store: screen.store
-        timepiece: screen.timepiece
-        onLeave: screen.leave()
+        clock: screen.clock
+        onQuitRequested: screen.quitRequested()
     }
 
     Item {
@@ -52,7 +52,7 @@ FocusScreen {
 
                 StationText {
                     anchors.horizontalCenter: parent.horizontalCenter
-                    // The last letter's spacing is not part of the word's width to the eye.
+                    // Half of the letter spacing after the last letter, so that the visible letters are centred.
                     anchors.horizontalCenterOffset: 7
                     text: StationTexts.stationName
                     font: Typography.standard(78, Font.Black, 14)
@@ -108,7 +108,7 @@ FocusScreen {
             }
         }
 
-        // The notice that back would leave.
+        // Notice that a second press of back quits the program.
         CardPlate {
             anchors.horizontalCenter: parent.horizontalCenter
             anchors.bottom: parent.bottom
@@ -123,7 +123,7 @@ FocusScreen {
                 id: notice
 
                 anchors.centerIn: parent
-                text: StationTexts.leaveNotice
+                text: StationTexts.quitNotice
                 font: Typography.standard(22)
                 color: StationPalette.parchment
                 Accessible.role: Accessible.AlertMessage
@@ -131,7 +131,7 @@ FocusScreen {
         }
     }
 
-    // A door's screen, over everything; back dismisses it unless it has a use for back itself.
+    // Screen of the open door, on top of everything. Back dismisses it, unless that screen handles back itself.
     FullScreenCover {
         anchors.fill: parent
         screen: landing.cover

@@ -12,7 +12,7 @@ void MiniColorBars::setBars(const QList<QColor>& bars)
 
 void MiniColorBars::paint(QPainter& painter, const QSizeF& size) const
 {
-    // Stripes meet on whole pixels, so that no seam shows between them.
+    // Without antialiasing, stripes end on whole pixels, so that no seam is visible between them.
     painter.setRenderHint(QPainter::Antialiasing, false);
     const double width = size.width() / double(m_bars.size());
     for (qsizetype i = 0; i < m_bars.size(); ++i)

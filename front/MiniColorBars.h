@@ -4,7 +4,7 @@
 
 #include <QColor>
 
-/** Colours side by side in equal upright stripes that fill the item. */
+/** Vertical stripes of equal width, one for each colour, that fill the item. */
 class MiniColorBars : public PaintedItem
 {
     Q_OBJECT

@@ -1,7 +1,7 @@
 import QtQuick
 import Quillmere.Front
 
-// The door to the live channel.
+// Door to the news channel.
 DoorCard {
     id: door
 
@@ -18,13 +18,13 @@ DoorCard {
         CardPlate {
             id: television
 
-            readonly property real leastHeight: 110
-            // What the texts leave, and a long subtitle's is some of it.
-            readonly property real room: parent.height - heading.height - station.height - lampRow.height
-                                         - 4 * parent.spacing
+            readonly property real minimumHeight: 110
+            // Height that the other rows leave free for the television and the subtitle.
+            readonly property real availableHeight: parent.height - heading.height - station.height - lampRow.height
+                                                    - 4 * parent.spacing
 
             width: parent.width
-            height: room - subtitle.height
+            height: availableHeight - subtitle.height
             radius: 18
             background: DiagonalGradient {
                 from: Qt.rgba(42 / 255, 39 / 255, 35 / 255, 1)
@@ -41,7 +41,7 @@ DoorCard {
 
             StationText {
                 anchors.centerIn: parent
-                // The last letter's spacing is not part of the word's width to the eye.
+                // Half of the letter spacing after the last letter, so that the visible letters are centred.
                 anchors.horizontalCenterOffset: 4
                 visible: door.towerLive
                 text: StationTexts.live
@@ -73,7 +73,7 @@ DoorCard {
 
             width: parent.width
             text: door.subtitle
-            room: television.room - television.leastHeight
+            availableHeight: television.availableHeight - television.minimumHeight
         }
 
         Row {
@@ -87,7 +87,7 @@ DoorCard {
                 live: door.towerLive
             }
 
-            // The words of both stand on one line.
+            // Aligned to the baseline of the lamp's text.
             StationLabel {
                 anchors.baseline: lamp.baseline
                 text: StationTexts.towerCaption(door.towerLive)

@@ -2,7 +2,7 @@
 
 #include "PaintedItem.h"
 
-/** The station's night sky, the ground of the front screen: ink navy darkening to the foot. */
+/** Background of the front screen: a vertical gradient from ink navy to a darker navy at the bottom. */
 class NightSky : public PaintedItem
 {
     Q_OBJECT

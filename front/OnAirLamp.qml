@@ -1,13 +1,13 @@
 import QtQuick
 import Quillmere.Front
 
-// The on-air lamp and its words. Only a live one that can be seen pulses; it repaints nothing but its glow.
+// The on-air lamp and its text. It pulses only while live and visible, and the pulse repaints only the glow.
 Row {
     id: lamp
 
     required property bool live
 
-    // 0 to 1, from the faint glow to the full one.
+    // Strength of the glow: 0 is the faintest, 1 the full glow.
     property real glow
 
     spacing: 14
@@ -37,7 +37,7 @@ Row {
         anchors.verticalCenter: parent.verticalCenter
 
         SoftShadow {
-            // A property of its own, so that the picture changes with the step and not with every frame.
+            // A separate property, so that the shadow is repainted once a step and not at every frame.
             readonly property real steppedSpread: StationMotion.glowSpread(lamp.glow)
 
             anchors.fill: parent
@@ -58,7 +58,7 @@ Row {
         id: words
 
         anchors.verticalCenter: parent.verticalCenter
-        text: StationTexts.lampWords(lamp.live)
+        text: StationTexts.lampText(lamp.live)
         font: Typography.standard(20, Font.DemiBold, 3)
         color: lamp.live ? StationPalette.onAirRed : StationPalette.faded(StationPalette.parchment, 0.4)
     }

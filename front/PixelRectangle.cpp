@@ -31,9 +31,10 @@ void PixelRectangle::setKeepsSize(bool keepsSize)
 void PixelRectangle::itemChange(ItemChange change, const ItemChangeData& data)
 {
     if (change == ItemSceneChange) {
-        disconnect(m_frames);
+        disconnect(m_frameConnection);
         if (data.window)
-            m_frames = connect(data.window, &QQuickWindow::afterAnimating, this, &PixelRectangle::updateIfMoved);
+            m_frameConnection =
+                connect(data.window, &QQuickWindow::afterAnimating, this, &PixelRectangle::updateIfMoved);
     }
     QQuickItem::itemChange(change, data);
 }
@@ -45,20 +46,20 @@ void PixelRectangle::geometryChange(const QRectF& newGeometry, const QRectF& old
         update();
 }
 
-QRectF PixelRectangle::snapped() const
+QRectF PixelRectangle::snappedGeometry() const
 {
     const double ratio = window()->effectiveDevicePixelRatio();
     const QTransform toDevice = itemTransform(nullptr, nullptr) * QTransform::fromScale(ratio, ratio);
-    // Of a pixel that a rounding error leaves out of it, the software adaptation would draw nothing.
+    // Without this margin, a rounding error could exclude a row or column of pixels in the software renderer.
     const double x = PixelPlacement::tolerance / toDevice.m11();
     const double y = PixelPlacement::tolerance / toDevice.m22();
     return snappedRect(toDevice, {QPointF(), size()}, m_snapTo).marginsAdded({x, y, x, y});
 }
 
-/** Once a frame: notices that an ancestor moved or scaled this item. */
+/** Called once a frame: schedules drawing if an ancestor moved or scaled this item. */
 void PixelRectangle::updateIfMoved()
 {
-    if (isVisible() && !size().isEmpty() && snapped() != m_drawn)
+    if (isVisible() && !size().isEmpty() && snappedGeometry() != m_drawnGeometry)
         update();
 }
 
@@ -71,8 +72,8 @@ QSGNode* PixelRectangle::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
     }
     if (!node)
         node = window()->createRectangleNode();
-    m_drawn = snapped();
-    node->setRect(m_drawn);
+    m_drawnGeometry = snappedGeometry();
+    node->setRect(m_drawnGeometry);
     node->setColor(m_color);
     return node;
 }

@@ -6,16 +6,19 @@
 #include <QQuickItem>
 
 /**
- * A rectangle of one colour. Its edges are moved to those of device pixels, at any position and size, so that they are
- * sharp and no row or column of pixels is missing. It costs as much as a plain fill. Screen thread only; its parent item
- * owns it. Rotations and shears are ignored.
+ * A rectangle of one colour. At any position and size, its edges are aligned to device pixels. So they are sharp, and
+ * no row or column of pixels is missing. Drawing it costs as much as drawing a plain Rectangle. Screen thread only; its
+ * parent item owns it. Rotations and shears are ignored.
  */
 class PixelRectangle : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged FINAL)
-    /** Whether rectangles of equal size cover as many pixels each, as thin ones must; otherwise each edge is rounded. */
+    /**
+     * Whether rectangles of equal size always cover the same number of pixels, which thin ones need. If not, each edge
+     * is rounded on its own.
+     */
     Q_PROPERTY(bool keepsSize READ keepsSize WRITE setKeepsSize NOTIFY keepsSizeChanged FINAL)
 
 public:
@@ -36,11 +39,11 @@ protected:
     QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override;
 
 private:
-    QRectF snapped() const;
+    QRectF snappedGeometry() const;
     void updateIfMoved();
 
     QColor m_color = Qt::white;
     SnapTo m_snapTo = SnapTo::Edges;
-    QRectF m_drawn; ///< in points of the item
-    QMetaObject::Connection m_frames;
+    QRectF m_drawnGeometry; ///< last drawn, in points of the item
+    QMetaObject::Connection m_frameConnection;
 };

@@ -1,11 +1,11 @@
 import QtQuick
 import Quillmere.Front
 
-// A button whose content keeps its own look; a ring around it shows the focus.
+// A button whose content looks the same with and without focus. A ring around it shows the focus.
 StationButton {
     id: button
 
-    // Of the content's corners.
+    // Corner radius of the content, in points.
     property real radius: height / 2
     default property alias content: inside.data
 

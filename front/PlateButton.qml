@@ -1,25 +1,26 @@
 import QtQuick
 import Quillmere.Front
 
-// A button in the set's default style, with an icon and a text.
+// A button in the default style of the program: a plate with an optional icon and a text.
 StationButton {
     id: button
 
     property string text
-    // One of Icon's names.
+    // An Icon.Name.
     property int icon: Icon.None
-    // Of the letters.
+    // Font size of the text and side of the icon, in points.
     property int size: 28
-    // Beside the label, within what every plate leaves free.
+    // Padding left and right of the label, in addition to `margin`.
     property real padding: 14
-    property alias growth: plate.growth
+    property alias focusScale: plate.focusScale
 
-    // Of the plate, and of the letters while they are on the ground that is seen through it.
-    property color tone: StationPalette.cream
-    property color ground: StationPalette.inkNavy
+    // Colour of the plate, and of the text without focus, when the plate is nearly transparent.
+    property color plateColor: StationPalette.cream
+    // Colour of the screen behind the button, and of the text with focus.
+    property color backgroundColor: StationPalette.inkNavy
 
     readonly property real margin: 26
-    readonly property color ink: StationPalette.mixed(tone, ground, lift)
+    readonly property color ink: StationPalette.mixed(plateColor, backgroundColor, lift)
 
     name: text
     implicitWidth: label.implicitWidth + 2 * (margin + padding)
@@ -29,7 +30,7 @@ StationButton {
         id: plate
 
         lift: button.lift
-        tone: button.tone
+        plateColor: button.plateColor
 
         Row {
             id: label

@@ -2,7 +2,7 @@ import QtQuick
 import Quillmere.Front
 import Quillmere.Screen
 
-// How far a tall content is scrolled: a thin bar, no longer in proportion than what is shown of it.
+// A thin vertical bar that shows which part of a scroll area's content is visible. Hidden if all of it is.
 Item {
     id: indicator
 
@@ -10,19 +10,20 @@ Item {
 
     property color fill: StationPalette.faded(StationPalette.cream, 0.5)
 
-    // Of the content, at its length or that of the room.
-    readonly property real whole: Math.max(area.contentExtent, area.height, 1)
+    // Height of the content, at least that of the scroll area.
+    readonly property real contentHeight: Math.max(area.contentExtent, area.height, 1)
 
     implicitWidth: 10
-    visible: whole > area.height
+    visible: contentHeight > area.height
 
     CardPlate {
         width: parent.width
-        height: Math.max(40, indicator.height * indicator.area.height / indicator.whole)
-        y: (indicator.height - height) * indicator.area.position / Math.max(indicator.whole - indicator.area.height, 1)
+        height: Math.max(40, indicator.height * indicator.area.height / indicator.contentHeight)
+        y: (indicator.height - height) * indicator.area.position
+           / Math.max(indicator.contentHeight - indicator.area.height, 1)
         radius: width / 2
         fill: indicator.fill
-        // A dark rim, without which it could not be told from a cream box under it.
+        // The dark rim keeps the bar visible on a cream background.
         border: StationPalette.faded(StationPalette.inkNavy, 0.7)
         borderWidth: 2
     }

@@ -4,16 +4,16 @@
 
 using namespace Qt::StringLiterals;
 
-QString shortenedText(const QString& text, qsizetype longest)
+QString shortenedText(const QString& text, qsizetype maximumLength)
 {
-    if (text.size() <= longest)
+    if (text.size() <= maximumLength)
         return text;
-    const bool splitsAPair = text.at(longest - 1).isHighSurrogate();
-    return text.first(splitsAPair ? longest - 1 : longest) + u'…';
+    const bool splitsSurrogatePair = text.at(maximumLength - 1).isHighSurrogate();
+    return text.first(splitsSurrogatePair ? maximumLength - 1 : maximumLength) + u'…';
 }
 
-QString shortenedLine(const QString& text, qsizetype longest)
+QString shortenedLine(const QString& text, qsizetype maximumLength)
 {
     static const QRegularExpression lineBreaks(u"\\R+"_s);
-    return shortenedText(text, longest).replace(lineBreaks, u" "_s);
+    return shortenedText(text, maximumLength).replace(lineBreaks, u" "_s);
 }

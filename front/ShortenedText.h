@@ -3,11 +3,11 @@
 #include <QString>
 
 /**
- * A text of the hub's as a screen lays it out: no more than any screen has room for, with an ellipsis where it was cut,
- * since laying out a million characters holds up the screen thread for a tenth of a second. `longest` counts UTF-16 units;
- * the roomiest line of a screen shows a few hundred. Any thread.
+ * Cuts a text from the hub to at most `maximumLength` UTF-16 units and marks the cut with an ellipsis. No screen has
+ * room for more: the maximumLength line of a screen shows a few hundred. Without the limit, laying out a million
+ * characters would block the screen thread for 0.1 s. Any thread.
  */
-QString shortenedText(const QString& text, qsizetype longest = 1000);
+QString shortenedText(const QString& text, qsizetype maximumLength = 1000);
 
-/** The same on one line: where only one line is seen, what follows a line break would not be. */
-QString shortenedLine(const QString& text, qsizetype longest = 1000);
+/** Same as shortenedText, with each sequence of line breaks replaced by a space, for texts shown on one line. */
+QString shortenedLine(const QString& text, qsizetype maximumLength = 1000);

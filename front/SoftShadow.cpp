@@ -10,10 +10,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int steps = 512; // from a spread inside the edge to a spread outside
+constexpr int steps = 512; // of the table, from one spread inside the edge to one spread outside
 
-/** The shadow's colour by its distance from the edge: a bell curve's integral, all but ended after one spread. */
-std::vector<QRgb> falloff(const QColor& color)
+/** Colours of the shadow by distance from the edge: the integral of a Gaussian, almost 0 after one spread. */
+std::vector<QRgb> falloffTable(const QColor& color)
 {
     std::vector<QRgb> table(steps + 1);
     for (int step = 0; step <= steps; ++step) {
@@ -25,7 +25,7 @@ std::vector<QRgb> falloff(const QColor& color)
     return table;
 }
 
-/** Signed distance from a plate of half size `half` around the origin, with corners of `radius`; negative inside. */
+/** Signed distance of `point` from a rounded rectangle centred at the origin, of half size `half`; negative inside. */
 double distanceOutside(QPointF point, QPointF half, double radius)
 {
     const double x = std::abs(point.x()) - half.x() + radius;
@@ -60,29 +60,29 @@ void SoftShadow::setRadius(double radius)
 void SoftShadow::paint(QPainter& painter, const QSizeF& size) const
 {
     const QRectF area = QRectF(QPointF(), size).marginsAdded({m_spread, m_spread, m_spread, m_spread});
-    // Painted in device pixels: the transform scales and moves, no more.
+    // Painted in device pixels. The transform only scales and translates.
     const QTransform toDevice = painter.deviceTransform();
     const QRect pixels = toDevice.mapRect(area).toAlignedRect();
     const QPointF half(size.width() / 2, size.height() / 2);
-    const QPointF pointsAPixel(1 / toDevice.m11(), 1 / toDevice.m22());
+    const QPointF pointsPerPixel(1 / toDevice.m11(), 1 / toDevice.m22());
     const QPointF first = toDevice.inverted().map(QPointF(pixels.topLeft()) + QPointF(0.5, 0.5)) - half;
-    const std::vector<QRgb> colors = falloff(m_color);
-    // As far inside as this, only the nearer pair of edges counts: rows there are alike, and so are columns.
+    const std::vector<QRgb> colors = falloffTable(m_color);
+    // More than `margin` from the corners, the distance depends on one axis only: adjacent rows, or columns, are equal.
     const double margin = std::max(m_spread, m_radius);
-    const auto isAlike = [margin](double before, double now, double half) {
+    const auto isUniform = [margin](double before, double now, double half) {
         return std::max(std::abs(before), std::abs(now)) <= half - margin;
     };
-    // Row by row, as the memory of a second picture costs more than its pixels.
+    // Painted row by row, because allocating a second full image costs more than computing its pixels.
     QImage row(pixels.width(), 1, QImage::Format_ARGB32_Premultiplied);
     auto* const line = reinterpret_cast<QRgb*>(row.bits());
     painter.save();
     painter.resetTransform();
     for (int y = 0; y < pixels.height(); ++y) {
-        const double pointY = first.y() + y * pointsAPixel.y();
-        const bool isRepeated = y > 0 && isAlike(pointY - pointsAPixel.y(), pointY, half.y());
+        const double pointY = first.y() + y * pointsPerPixel.y();
+        const bool isRepeated = y > 0 && isUniform(pointY - pointsPerPixel.y(), pointY, half.y());
         for (int x = 0; x < row.width() && !isRepeated; ++x) {
-            const QPointF point(first.x() + x * pointsAPixel.x(), pointY);
-            if (x > 0 && isAlike(point.x() - pointsAPixel.x(), point.x(), half.x())) {
+            const QPointF point(first.x() + x * pointsPerPixel.x(), pointY);
+            if (x > 0 && isUniform(point.x() - pointsPerPixel.x(), point.x(), half.x())) {
                 line[x] = line[x - 1];
                 continue;
             }
@@ -94,7 +94,7 @@ void SoftShadow::paint(QPainter& painter, const QSizeF& size) const
     painter.restore();
 }
 
-QString SoftShadow::look() const
+QString SoftShadow::cacheKey() const
 {
     return u"shadow %1 %2 %3"_s.arg(m_color.name(QColor::HexArgb)).arg(m_spread).arg(m_radius);
 }

@@ -5,9 +5,9 @@
 #include <QColor>
 
 /**
- * The soft shadow of a plate as large as the item, or the glow of a round lamp: painted once, shown, faded and scaled
- * as a picture, which equal shadows share. `spread` is the distance in points at which it has faded out; a `radius` of
- * half the size makes it round.
+ * The soft shadow of a plate as large as the item, or the glow of a round lamp. It is painted once; fading and scaling
+ * reuse the picture, and equal shadows share one. `spread` is the distance from the edge, in points, at which the
+ * shadow is transparent. `radius` is the corner radius; half the size of the item makes the shadow round.
  */
 class SoftShadow : public PaintedItem
 {
@@ -29,7 +29,7 @@ public:
 
     void paint(QPainter& painter, const QSizeF& size) const override;
     qreal bleed() const override { return m_spread; }
-    QString look() const override;
+    QString cacheKey() const override;
     bool isSoft() const override { return true; }
 
 private:

@@ -9,13 +9,13 @@ namespace {
 struct Spine
 {
     double hue;   // degrees
-    double width; // relative to the others
+    double width; // relative to that of the other spines
 };
 
 constexpr Spine spines[] = {{4, 1.0},   {200, 1.25}, {36, 0.85},  {262, 1.1},
                             {145, 1.3}, {20, 0.9},   {210, 1.15}, {291, 1.0}};
 
-// In points. Centred in the strip, spines of this height stand on its edge.
+// Lengths in points. A spine of this height, centred vertically in the strip, ends at the top of the bright edge.
 constexpr double spineHeight = 180;
 constexpr double gap = 8;
 constexpr double sidePadding = 6;

@@ -2,7 +2,7 @@
 
 #include "PaintedItem.h"
 
-/** The shop door's shelf of miniature cassette spines: a strip with its eight spines standing on a lit edge. */
+/** Picture on the store door: a strip with eight miniature cassette spines that stand on a bright edge. */
 class SpineShelf : public PaintedItem
 {
     Q_OBJECT

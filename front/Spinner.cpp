@@ -7,12 +7,12 @@
 
 namespace {
 
-// Lengths as parts of half the wheel's side.
-constexpr double hub = 0.48;
-constexpr double rim = 0.90;
+// Lengths relative to half of the width of the wheel.
+constexpr double innerRadius = 0.48;
+constexpr double outerRadius = 0.90;
 constexpr double spokeWidth = 0.17;
 
-constexpr double faintest = 0.15; // opacity of the spokes that the leader left long ago
+constexpr double minimumOpacity = 0.15; // of the spokes farthest behind the brightest one
 
 } // namespace
 
@@ -35,16 +35,16 @@ void Spinner::itemChange(ItemChange change, const ItemChangeData& data)
     if (change != ItemVisibleHasChanged && change != ItemSceneChange)
         return;
     if (isVisible() && window())
-        m_steps.start(stepTime, this);
+        m_stepTimer.start(stepTime, this);
     else
-        m_steps.stop();
+        m_stepTimer.stop();
 }
 
 void Spinner::timerEvent(QTimerEvent* event)
 {
-    if (event->timerId() != m_steps.timerId())
+    if (event->timerId() != m_stepTimer.timerId())
         return PaintedItem::timerEvent(event);
-    m_leader = (m_leader + 1) % spokes;
+    m_brightestSpoke = (m_brightestSpoke + 1) % spokes;
     repaint();
 }
 
@@ -53,11 +53,11 @@ void Spinner::paint(QPainter& painter, const QSizeF& size) const
     painter.translate(size.width() / 2, size.height() / 2);
     painter.scale(size.width() / 2, size.height() / 2);
     for (int spoke = 0; spoke < spokes; ++spoke) {
-        const int behind = (m_leader - spoke + spokes) % spokes;
+        const int behind = (m_brightestSpoke - spoke + spokes) % spokes;
         QColor color = m_color;
-        color.setAlphaF(color.alphaF() * float(std::max(faintest, 1 - double(behind) / (spokes - 2))));
+        color.setAlphaF(color.alphaF() * float(std::max(minimumOpacity, 1 - double(behind) / (spokes - 2))));
         painter.setPen(QPen(color, spokeWidth, Qt::SolidLine, Qt::RoundCap));
-        painter.drawLine(QPointF(0, -hub), QPointF(0, -rim));
+        painter.drawLine(QPointF(0, -innerRadius), QPointF(0, -outerRadius));
         painter.rotate(360.0 / spokes);
     }
 }

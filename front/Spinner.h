@@ -5,8 +5,8 @@
 #include <QColor>
 
 /**
- * A wheel that turns by one of its twelve spokes ten times a second, to say that something is under way. It turns while
- * it can be seen, and repaints nothing but itself.
+ * A busy indicator: a wheel of twelve spokes that turns by one spoke ten times a second. It turns while it is visible,
+ * and repaints only itself.
  */
 class Spinner : public PaintedItem
 {
@@ -17,16 +17,16 @@ class Spinner : public PaintedItem
 public:
     static constexpr int spokes = 12;
     static constexpr int stepTime = 100; // milliseconds
-    static constexpr double side = 44;   // points, at its natural size
+    static constexpr double side = 44;   // implicit width and height, in points
 
     explicit Spinner(QQuickItem* parent = nullptr);
 
     QColor color() const { return m_color; }
     void setColor(QColor color);
 
-    /** The spoke that is brightest, clockwise from the one at the top. */
-    int leader() const { return m_leader; }
-    bool isTurning() const { return m_steps.isActive(); }
+    /** Index of the brightest spoke, clockwise; 0 is the top. */
+    int brightestSpoke() const { return m_brightestSpoke; }
+    bool isRunning() const { return m_stepTimer.isActive(); }
 
     void paint(QPainter& painter, const QSizeF& size) const override;
 
@@ -36,6 +36,6 @@ protected:
 
 private:
     QColor m_color = Qt::white;
-    int m_leader = 0;
-    QBasicTimer m_steps;
+    int m_brightestSpoke = 0;
+    QBasicTimer m_stepTimer;
 };

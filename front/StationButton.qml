@@ -2,14 +2,14 @@ import QtQuick
 import Quillmere.Front
 import Quillmere.Screen
 
-// What every button of the set has in common: it is heard as one, and it knows how far its focused look has come.
+// Base of all buttons: accessibility properties, and the animated progress of the focus effect.
 Focusable {
     id: button
 
-    // What is heard.
+    // Name for screen readers.
     required property string name
 
-    // From 0 at rest to 1 under the focus.
+    // Progress of the focus effect: 0 without focus, 1 with focus.
     property real lift: activeFocus ? 1 : 0
 
     Accessible.role: Accessible.Button

@@ -1,7 +1,7 @@
 import QtQuick
 import Quillmere.Front
 
-// A small caption of the station's, in capitals.
+// A small caption in capitals.
 Item {
     id: label
 

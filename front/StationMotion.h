@@ -7,24 +7,25 @@
 
 #include <cmath>
 
-/** What moves on every screen, how far and how fast: times in milliseconds, lengths in points. Any thread. */
+/** Animation constants shared by all screens. Times are in milliseconds, lengths in points. Stateless: any thread. */
 class StationMotion : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
-    /** Whatever gets the focus grows to a part of its size: a door, a card, a plate. */
+    /** Duration of the focus effect. */
     Q_PROPERTY(int liftTime READ liftTime CONSTANT FINAL)
+    /** Scale of an item with focus: of a door, a card, a plate. */
     Q_PROPERTY(double liftScale READ liftScale CONSTANT FINAL)
     Q_PROPERTY(double cardScale READ cardScale CONSTANT FINAL)
     Q_PROPERTY(double plateScale READ plateScale CONSTANT FINAL)
-    /** How much of white lies over a focused card, 0 to 1. */
+    /** Opacity of the white overlay on a focused card, 0 to 1. */
     Q_PROPERTY(double cardBrightening READ cardBrightening CONSTANT FINAL)
-    /** What lies over a picture comes, and goes, in this time. */
+    /** Duration of fading an overlay over a picture in or out. */
     Q_PROPERTY(int fadeTime READ fadeTime CONSTANT FINAL)
-    /** A live lamp's glow goes from faint to full, and back in the same time. */
+    /** Time in which the glow of a live lamp grows from faint to full; fading back takes as long. */
     Q_PROPERTY(int glowTime READ glowTime CONSTANT FINAL)
-    /** The cubic curves of a motion that eases in and out, and of one that eases out alone. */
+    /** Cubic Bezier easing curves: in and out, and out only. */
     Q_PROPERTY(QEasingCurve easeInOut READ easeInOut CONSTANT FINAL)
     Q_PROPERTY(QEasingCurve easeOut READ easeOut CONSTANT FINAL)
 
@@ -46,10 +47,10 @@ public:
     static constexpr double fullGlowRadius = 18;
     static constexpr double faintGlowOpacity = 0.3;
     static constexpr double fullGlowOpacity = 0.9;
-    /** The radius grows in steps too small to be seen, each of which is painted once. */
+    /** The glow radius grows in steps too small to be visible. Each step is painted once. */
     static constexpr int glowSteps = 24;
 
-    /** How far from its disc a glow has faded out, which is twice its radius; `glow` is from 0, faint, to 1, full. */
+    /** Distance from the disc at which the glow is transparent: twice its radius. `glow` is 0 (faint) to 1 (full). */
     Q_INVOKABLE static double glowSpread(double glow)
     {
         return 2 * between(faintGlowRadius, fullGlowRadius, std::round(glow * glowSteps) / glowSteps);

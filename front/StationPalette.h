@@ -5,7 +5,7 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-/** The station's colours, shared by every screen; each is one constant. Stateless: any thread. */
+/** Colours shared by all screens. Stateless: any thread. */
 class StationPalette : public QObject
 {
     Q_OBJECT
@@ -39,12 +39,12 @@ public:
     static constexpr QColor soot() { return {38, 36, 31}; }
     static constexpr QColor onAirRed() { return {217, 43, 43}; }
 
-    /** The seven 75 per cent bars, left to right. */
+    /** The seven colours of 75 % colour bars, left to right. */
     static const QList<QColor>& colorBars();
 
-    /** `color` at `opacity`, 0 to 1. */
+    /** `color` with its alpha set to `opacity`, 0 to 1. */
     Q_INVOKABLE static QColor faded(QColor color, double opacity);
 
-    /** The colour that lies `part`, 0 to 1, of the way from `from` to `to`. */
+    /** Linear interpolation between two colours: `from` at `part` 0, `to` at `part` 1. */
     Q_INVOKABLE static QColor mixed(const QColor& from, const QColor& to, double part);
 };

@@ -1,27 +1,27 @@
 import QtQuick
 import Quillmere.Front
 
-// What a button in the set's default style stands on: a dim plate, bright and a little larger under the focus.
+// Background of a button in the default style: a dim plate, which becomes bright and a little larger with focus.
 Item {
     id: plate
 
-    // From 0 at rest to 1 under the focus.
+    // Progress of the focus effect: 0 without focus, 1 with focus.
     required property real lift
-    // Of the plate under the focus.
-    property real growth: StationMotion.plateScale
-    // Cream for the dark screens; a page of cream has dark plates.
-    property color tone: StationPalette.cream
+    // Scale of the plate with focus.
+    property real focusScale: StationMotion.plateScale
+    // Cream on dark screens; a dark colour on a cream page.
+    property color plateColor: StationPalette.cream
     default property alias content: inside.data
 
     anchors.fill: parent
-    scale: 1 + (growth - 1) * lift
+    scale: 1 + (focusScale - 1) * lift
 
     CardPlate {
         anchors.fill: parent
         radius: 14
-        border: StationPalette.faded(plate.tone, 0.35)
+        border: StationPalette.faded(plate.plateColor, 0.35)
         borderWidth: 2
-        fill: StationPalette.faded(plate.tone, 0.08)
+        fill: StationPalette.faded(plate.plateColor, 0.08)
     }
 
     CardPlate {
@@ -29,7 +29,7 @@ Item {
         visible: plate.lift > 0
         opacity: plate.lift
         radius: 14
-        fill: plate.tone
+        fill: plate.plateColor
     }
 
     Item {

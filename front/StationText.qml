@@ -1,8 +1,8 @@
 import QtQuick
 import Quillmere.Front
 
-// A text of the station's: every text of every screen. An edit item that cannot be edited draws the letters, as Text would
-// let those of other fonts make a line taller, and has only one font for all of them.
+// The text item that every screen uses for all of its texts. A read-only TextEdit draws the glyphs, because Text makes
+// a line taller if it contains glyphs of fallback fonts, and supports only one font for the whole text.
 StationTextItem {
     id: words
 

@@ -16,17 +16,17 @@ namespace {
 
 constexpr double tolerance = 0.01;
 
-/** Where the letters of a text document stand on lines of a fixed height: four fifths down, in 64ths of a point. */
+/** Baseline of a QTextDocument line of fixed height: 4/5 of the height, rounded down to 1/64 of a point. */
 double documentBaseline(double lineHeight)
 {
     return std::floor(std::floor(lineHeight * 64) * 4 / 5) / 64;
 }
 
-/** `text` with each of its line breaks as `separator`, in one block of a document. */
-QString withBreaks(QString text, QChar separator)
+/** `text` with each line break replaced by `separator`, so that a QTextDocument keeps it in one block. */
+QString withLineBreaks(QString text, QChar separator)
 {
     static const QRegularExpression breaks(u"\\r\\n|[\\n-\\r\\x{85}\\x{2028}\\x{2029}]"_s);
-    // The two that a document takes for the ends of a frame are no characters.
+    // QTextDocument uses these two noncharacters as frame delimiters.
     return text.remove(QChar(0xFDD0)).remove(QChar(0xFDD1)).replace(breaks, separator);
 }
 
@@ -38,7 +38,7 @@ void StationTextItem::setText(const QString& text)
         return;
     m_text = text;
     Q_EMIT textChanged();
-    startAnew();
+    resetLayout();
 }
 
 void StationTextItem::setFont(const QFont& font)
@@ -47,7 +47,7 @@ void StationTextItem::setFont(const QFont& font)
         return;
     m_font = font;
     Q_EMIT fontChanged();
-    startAnew();
+    resetLayout();
 }
 
 void StationTextItem::setWraps(bool wraps)
@@ -56,7 +56,7 @@ void StationTextItem::setWraps(bool wraps)
         return;
     m_wraps = wraps;
     Q_EMIT wrapsChanged();
-    startAnew();
+    resetLayout();
 }
 
 void StationTextItem::setMaximumLineCount(int count)
@@ -138,30 +138,31 @@ void StationTextItem::componentComplete()
 void StationTextItem::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)
 {
     QQuickItem::geometryChange(newGeometry, oldGeometry);
-    // Sizes that nobody set come from the layout itself.
+    // A size that is not set explicitly is the implicit size, which the layout itself computes.
     if ((widthValid() && newGeometry.width() != oldGeometry.width()) ||
         (heightValid() && newGeometry.height() != oldGeometry.height()))
         layOut();
 }
 
-/** Whole points, as those of every text item of the toolkit. */
+/** Rounded up to whole points, like the line heights of Qt Quick's text items. */
 double StationTextItem::lineHeight() const
 {
     return m_lines ? std::ceil(m_lines->height() - tolerance) : 0;
 }
 
-double StationTextItem::room() const
+double StationTextItem::availableHeight() const
 {
     return heightValid() ? std::min(height(), m_maximumHeight) : m_maximumHeight;
 }
 
-int StationTextItem::linesThatHaveRoom() const
+int StationTextItem::maximumVisibleLines() const
 {
     if (!m_wraps)
         return 1;
-    const double most = m_maximumLineCount > 0 ? m_maximumLineCount : std::numeric_limits<int>::max();
-    const double lines = (room() - m_topPadding + m_lineSpacing + tolerance) / (lineHeight() + m_lineSpacing);
-    return int(std::max(1.0, std::min(most, lines)));
+    const double maximum = m_maximumLineCount > 0 ? m_maximumLineCount : std::numeric_limits<int>::max();
+    const double lines =
+        (availableHeight() - m_topPadding + m_lineSpacing + tolerance) / (lineHeight() + m_lineSpacing);
+    return int(std::max(1.0, std::min(maximum, lines)));
 }
 
 Qt::Alignment StationTextItem::alignment() const
@@ -171,8 +172,8 @@ Qt::Alignment StationTextItem::alignment() const
     return m_lines->direction() == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
 }
 
-/** What is laid out now is of another text. */
-void StationTextItem::startAnew()
+/** Discards the layout after a change of text, font or wrapping, and lays out again. */
+void StationTextItem::resetLayout()
 {
     m_lines.reset();
     m_naturalWidth = -1;
@@ -184,27 +185,28 @@ void StationTextItem::layOut()
     if (!isComponentComplete())
         return;
     if (!m_lines)
-        m_lines = std::make_unique<TextLines>(withBreaks(m_text, m_wraps ? QChar(QChar::LineSeparator) : u' '), m_font);
-    // A change of the implicit size may resize the item, and so call this again before the first call goes on.
-    const int pass = ++m_pass;
+        m_lines =
+            std::make_unique<TextLines>(withLineBreaks(m_text, m_wraps ? QChar(QChar::LineSeparator) : u' '), m_font);
+    // Setting the implicit size may resize the item, which calls layOut() again. The outer call then stops.
+    const int pass = ++m_layoutPass;
     static const QMetaMethod implicitWidth = QMetaMethod::fromSignal(&QQuickItem::implicitWidthChanged);
-    if (!isEndless() || isSignalConnected(implicitWidth))
+    if (!isUnbounded() || isSignalConnected(implicitWidth))
         setImplicitWidth(naturalWidth());
-    if (pass == m_pass)
-        isEndless() ? letDocumentBreakLines() : breakLines();
-    if (pass == m_pass)
+    if (pass == m_layoutPass)
+        isUnbounded() ? layOutInDocument() : breakLines();
+    if (pass == m_layoutPass)
         setImplicitHeight(m_topPadding + contentHeight());
-    if (pass == m_pass)
-        showLines();
+    if (pass == m_layoutPass)
+        positionLines();
 }
 
-/** Whether it is as long as it likes: then the document alone lays it out. */
-bool StationTextItem::isEndless() const
+/** Whether nothing limits the number of lines. Then the document alone lays out the text. */
+bool StationTextItem::isUnbounded() const
 {
-    return m_document && m_wraps && m_maximumLineCount == 0 && widthValid() && std::isinf(room());
+    return m_document && m_wraps && m_maximumLineCount == 0 && widthValid() && std::isinf(availableHeight());
 }
 
-void StationTextItem::letDocumentBreakLines()
+void StationTextItem::layOutInDocument()
 {
     fillDocument();
     const QTextDocument* document = m_document->textDocument();
@@ -217,7 +219,7 @@ double StationTextItem::naturalWidth()
 {
     if (m_naturalWidth < 0) {
         m_lines->breakLines(TextLines::unbounded, QTextOption::NoWrap, std::numeric_limits<int>::max());
-        m_naturalWidth = m_lines->widest();
+        m_naturalWidth = m_lines->maximumLineWidth();
         m_isTruncated = false;
     }
     return m_naturalWidth;
@@ -226,15 +228,15 @@ double StationTextItem::naturalWidth()
 void StationTextItem::breakLines()
 {
     const bool mustBreak = widthValid() && (m_wraps || m_naturalWidth > width() + tolerance);
-    // One line that has room is laid out already.
+    // naturalWidth() has already laid out a single line that fits.
     if (mustBreak || m_wraps || m_isTruncated)
-        m_isTruncated = m_lines->elide(mustBreak ? width() : TextLines::unbounded, linesThatHaveRoom());
+        m_isTruncated = m_lines->elide(mustBreak ? width() : TextLines::unbounded, maximumVisibleLines());
     m_lineCount = std::max(1, m_lines->count());
-    m_contentWidth = m_lines->widest();
+    m_contentWidth = m_lines->maximumLineWidth();
 }
 
-/** Says where the lines are, and has them drawn. */
-void StationTextItem::showLines()
+/** Publishes the positions of the lines and updates the document that draws them. */
+void StationTextItem::positionLines()
 {
     const double free = height() - m_topPadding - contentHeight();
     const double top = m_topPadding + (m_verticalAlignment & Qt::AlignVCenter  ? free / 2
@@ -255,14 +257,14 @@ void StationTextItem::fillDocument()
     block.setAlignment(alignment() | Qt::AlignAbsolute);
     block.setLayoutDirection(m_lines->direction());
     QTextCursor cursor(m_document->textDocument());
-    if (m_drawn == m_lines->letters() && cursor.blockFormat() == block)
+    if (m_documentText == m_lines->laidOutText() && cursor.blockFormat() == block)
         return;
-    m_drawn = m_lines->letters();
+    m_documentText = m_lines->laidOutText();
     cursor.beginEditBlock();
     cursor.select(QTextCursor::Document);
-    cursor.insertText(m_drawn.text, {});
+    cursor.insertText(m_documentText.text, {});
     cursor.setBlockFormat(block);
-    for (const QTextLayout::FormatRange& range : std::as_const(m_drawn.formats)) {
+    for (const QTextLayout::FormatRange& range : std::as_const(m_documentText.formats)) {
         cursor.setPosition(range.start);
         cursor.setPosition(range.start + range.length, QTextCursor::KeepAnchor);
         cursor.setCharFormat(range.format);

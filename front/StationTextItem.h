@@ -10,9 +10,9 @@
 #include <memory>
 
 /**
- * Where the letters of a StationText go: on lines as tall as its own font's, whatever fonts they are from, and cut with
- * an ellipsis where the width, the height or the number of lines that it was given ends. An item that shows a text
- * document draws them. Lengths are in points. Screen thread only; its parent item owns it.
+ * Layout of a StationText. All lines have the height of the item's own font, also those with glyphs of fallback fonts.
+ * Text that exceeds the given width, height or number of lines is elided. A TextEdit, by its `document`, draws the
+ * text. Lengths are in points. Screen thread only; its parent item owns it.
  */
 class StationTextItem : public QQuickItem
 {
@@ -20,25 +20,25 @@ class StationTextItem : public QQuickItem
     QML_ELEMENT
     Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged FINAL)
     Q_PROPERTY(QFont font READ font WRITE setFont NOTIFY fontChanged FINAL)
-    /** Whether what has no room on a line goes on on the next one; else its line breaks count as spaces. */
+    /** Whether long lines are wrapped. If not, the text is one line, and line breaks are shown as spaces. */
     Q_PROPERTY(bool wraps READ wraps WRITE setWraps NOTIFY wrapsChanged FINAL)
-    /** 0 for as many as have room. */
+    /** 0 for as many as the height allows. */
     Q_PROPERTY(
         int maximumLineCount READ maximumLineCount WRITE setMaximumLineCount NOTIFY maximumLineCountChanged FINAL)
-    /** Of a text that is as tall as its lines; endless unless it is set. */
+    /** Limits the number of lines where no height is set; infinite by default. */
     Q_PROPERTY(double maximumHeight READ maximumHeight WRITE setMaximumHeight NOTIFY maximumHeightChanged FINAL)
-    /** 0 for the side on which its own script begins. */
+    /** A Qt::AlignmentFlag; 0 for the side at which the direction of the text begins. */
     Q_PROPERTY(int horizontalAlignment READ horizontalAlignment WRITE setHorizontalAlignment NOTIFY
                    horizontalAlignmentChanged FINAL)
     Q_PROPERTY(
         int verticalAlignment READ verticalAlignment WRITE setVerticalAlignment NOTIFY verticalAlignmentChanged FINAL)
-    /** Between two lines. */
+    /** Extra space between two lines. */
     Q_PROPERTY(double lineSpacing READ lineSpacing WRITE setLineSpacing NOTIFY lineSpacingChanged FINAL)
     Q_PROPERTY(double topPadding READ topPadding WRITE setTopPadding NOTIFY topPaddingChanged FINAL)
 
-    /** Of the item that draws the letters, which is as wide as this one and wraps as this one does. */
+    /** Document of the TextEdit that draws the text. That item has the same width and wrap mode as this one. */
     Q_PROPERTY(QQuickTextDocument* document READ document WRITE setDocument NOTIFY documentChanged FINAL)
-    /** Where the top of that item is to be. */
+    /** Required y position of that TextEdit. */
     Q_PROPERTY(double documentTop READ documentTop NOTIFY laidOut FINAL)
 
     Q_PROPERTY(int lineCount READ lineCount NOTIFY laidOut FINAL)
@@ -96,16 +96,16 @@ protected:
 
 private:
     double lineHeight() const;
-    double room() const;
-    int linesThatHaveRoom() const;
+    double availableHeight() const;
+    int maximumVisibleLines() const;
     Qt::Alignment alignment() const;
-    void startAnew();
+    void resetLayout();
     void layOut();
-    bool isEndless() const;
-    void letDocumentBreakLines();
+    bool isUnbounded() const;
+    void layOutInDocument();
     double naturalWidth();
     void breakLines();
-    void showLines();
+    void positionLines();
     void fillDocument();
 
     QString m_text;
@@ -118,13 +118,13 @@ private:
     double m_lineSpacing = 0;
     double m_topPadding = 0;
 
-    std::unique_ptr<TextLines> m_lines; ///< null until text and font are laid out
-    double m_naturalWidth = -1;         ///< on lines that are not wrapped; -1 until it was asked for
-    int m_pass = 0;                     ///< counts the layouts
+    std::unique_ptr<TextLines> m_lines; ///< null until the current text and font are laid out
+    double m_naturalWidth = -1;         ///< width without wrapping; -1 if not computed yet
+    int m_layoutPass = 0;               ///< number of layouts so far, which detects a nested layout
     int m_lineCount = 1;
     bool m_isTruncated = false;
     double m_contentWidth = 0;
     double m_documentTop = 0;
     QPointer<QQuickTextDocument> m_document;
-    TextLines::Letters m_drawn; ///< in the document
+    TextLines::FormattedText m_documentText; ///< current content of the document
 };

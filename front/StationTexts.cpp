@@ -42,12 +42,12 @@ QString StationTexts::homeVideo()
     return u"home video"_s;
 }
 
-QString StationTexts::leaveNotice()
+QString StationTexts::quitNotice()
 {
     return u"Press back again to switch the set off"_s;
 }
 
-QString StationTexts::lampWords(bool live)
+QString StationTexts::lampText(bool live)
 {
     return live ? u"ON AIR"_s : u"OFF AIR"_s;
 }

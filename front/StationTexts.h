@@ -3,7 +3,7 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-/** The words on the front screen and its lamp that never change. Stateless: any thread. */
+/** Constant texts of the front screen and the on-air lamp. Stateless: any thread. */
 class StationTexts : public QObject
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ class StationTexts : public QObject
     Q_PROPERTY(QString storeMotto READ storeMotto CONSTANT FINAL)
     Q_PROPERTY(QString openingHours READ openingHours CONSTANT FINAL)
     Q_PROPERTY(QString homeVideo READ homeVideo CONSTANT FINAL)
-    Q_PROPERTY(QString leaveNotice READ leaveNotice CONSTANT FINAL)
+    Q_PROPERTY(QString quitNotice READ quitNotice CONSTANT FINAL)
 
 public:
     using QObject::QObject;
@@ -30,11 +30,11 @@ public:
     static QString storeMotto();
     static QString openingHours();
     static QString homeVideo();
-    static QString leaveNotice();
+    static QString quitNotice();
 
-    /** The words beside the on-air lamp. */
-    Q_INVOKABLE static QString lampWords(bool live);
+    /** Text beside the on-air lamp. */
+    Q_INVOKABLE static QString lampText(bool live);
 
-    /** The caption beside the news door's lamp. */
+    /** Caption after the lamp on the news door. */
     Q_INVOKABLE static QString towerCaption(bool live);
 };

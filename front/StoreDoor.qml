@@ -1,7 +1,7 @@
 import QtQuick
 import Quillmere.Front
 
-// The door to the rental shop.
+// Door to the tape shop.
 DoorCard {
     id: door
 
@@ -15,7 +15,7 @@ DoorCard {
     Column {
         id: lines
 
-        // Its lines stand level with those of the other door.
+        // Bottom-aligned, so that the text rows are level with those of the news door.
         anchors.bottom: parent.bottom
         width: parent.width
         spacing: 22
@@ -47,7 +47,7 @@ DoorCard {
         DoorSubtitle {
             width: parent.width
             text: door.subtitle
-            room: lines.parent.height - spines.height - heading.height - motto.height - captions.height
+            availableHeight: lines.parent.height - spines.height - heading.height - motto.height - captions.height
                   - 4 * lines.spacing
         }
 

@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-std::shared_ptr<VideoPlayer> makeStreamPlayer(Clock& clock)
+std::shared_ptr<VideoPlayer> createStreamPlayer(Clock& clock)
 {
     return std::make_shared<StreamPlayer>(VideoOptions{hubCertificates(), u"Quillmere Television"_s}, clock);
 }

@@ -6,8 +6,8 @@
 class Clock;
 class VideoPlayer;
 
-/** How a screen makes the players that it shows; the clock outlives them. */
-using MakePlayer = std::function<std::shared_ptr<VideoPlayer>(Clock& clock)>;
+/** Factory for the video players of a screen. The clock outlives the players. */
+using CreatePlayer = std::function<std::shared_ptr<VideoPlayer>(Clock& clock)>;
 
-/** A real player, which trusts the hub's certificates. Screen thread only. */
-std::shared_ptr<VideoPlayer> makeStreamPlayer(Clock& clock);
+/** Creates a real player, which trusts the certificates of the hub. Screen thread only. */
+std::shared_ptr<VideoPlayer> createStreamPlayer(Clock& clock);

@@ -10,56 +10,56 @@
 class QPainter;
 
 /**
- * A text on lines that are all as tall as its own font's, with its letters on them, whatever other fonts these are from;
- * an emoji is one sign of the emoji font. Lengths are in the units of the font's size. A value, to be used up on the
- * thread that made it.
+ * Text layout with equal line heights: each line has the height of the given font, also with glyphs of fallback fonts.
+ * Each emoji is drawn in the emoji font. Lengths are in the unit of the font's pixel size. Use an object only on the
+ * thread that created it.
  */
 class TextLines
 {
 public:
-    /** A text, and what in it is not in its own font. */
-    struct Letters
+    /** A text, and the formats of the ranges that use the emoji font. */
+    struct FormattedText
     {
         QString text;
         QList<QTextLayout::FormatRange> formats;
 
-        bool operator==(const Letters&) const = default;
+        bool operator==(const FormattedText&) const = default;
     };
 
-    /** Wider than any text is. */
+    /** Line width that does not limit any text. */
     static constexpr double unbounded = 1e6;
 
-    /** A text on the fonts that show every emoji as one sign. */
-    static Letters lettersOf(const QString& text);
+    /** Returns `text` with each emoji formatted in the emoji font, and without the variation selectors of emoji. */
+    static FormattedText withEmojiFont(const QString& text);
 
-    /** U+2028 begins a new line; there are no other line breaks in `text`. */
+    /** In `text`, U+2028 is the only line break. */
     TextLines(const QString& text, const QFont& font);
 
     double ascent() const { return m_ascent; } ///< of every line
     double height() const { return m_ascent + m_descent; }
     Qt::LayoutDirection direction() const { return m_direction; }
 
-    /** Breaks the text into lines of `width`. Whether the whole of it found a place on `atMost` lines. */
-    bool breakLines(double width, QTextOption::WrapMode wrap, int atMost);
-    /** The same with words broken where they must be, and what finds no place cut off. Whether something was. */
-    bool elide(double width, int atMost);
+    /** Breaks the text into at most `maximumLines` lines of `width`. Returns whether all of the text fits. */
+    bool breakLines(double width, QTextOption::WrapMode wrap, int maximumLines);
+    /** Same, but breaks long words and elides text that does not fit. Returns whether it elided any. */
+    bool elide(double width, int maximumLines);
 
     int count() const { return int(m_layout->lineCount()); }
-    double widest() const;
+    double maximumLineWidth() const; ///< natural width of the widest line
 
-    /** What is laid out: cut where it was, and without the selectors that are no signs themselves. */
-    const Letters& letters() const { return m_shown; }
+    /** The text as laid out: elided if necessary, and without the variation selectors of emoji. */
+    const FormattedText& laidOutText() const { return m_laidOut; }
 
     void draw(QPainter& painter) const;
 
 private:
-    void show(const Letters& letters);
-    Letters cut(qsizetype start, qsizetype end) const;
-    qsizetype endOnOneLine(qsizetype start, double width) const;
-    QTextLine oneLine(QTextLayout& layout, const Letters& letters, double width) const;
+    void layOutText(const FormattedText& formatted);
+    FormattedText elidedText(qsizetype start, qsizetype end) const;
+    qsizetype elisionPoint(qsizetype start, double width) const;
+    QTextLine layOutOneLine(QTextLayout& layout, const FormattedText& formatted, double width) const;
 
-    Letters m_whole;
-    Letters m_shown; ///< what is laid out of it
+    FormattedText m_whole;
+    FormattedText m_laidOut; ///< m_whole, elided if necessary
     QFont m_font;
     double m_ascent;
     double m_descent;

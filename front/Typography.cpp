@@ -5,7 +5,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr auto emojiFamily = "Noto Color Emoji"_L1;
-constexpr double labelSpacing = 0.18; // of the size
+constexpr double labelSpacing = 0.18; // relative to the font size
 
 QFont station(const QString& family, int size, int weight, double letterSpacing, bool italic = false)
 {
@@ -16,7 +16,7 @@ QFont station(const QString& family, int size, int weight, double letterSpacing,
     font.setWeight(QFont::Weight(weight));
     font.setItalic(italic);
     font.setLetterSpacing(QFont::AbsoluteSpacing, letterSpacing);
-    // Hinted advances would break lines differently at every scale of the canvas.
+    // With hinting, glyph advances, and so the line breaks, would depend on the scale of the canvas.
     font.setHintingPreference(QFont::PreferNoHinting);
     return font;
 }

@@ -5,7 +5,7 @@
 #include <QtQml/qqmlregistration.h>
 
 /**
- * The station's type: one family for each design, with the fall-backs that draw what it lacks (symbols, Chinese,
+ * Fonts of the program: one family for each design, with fallbacks for the glyphs that it lacks (symbols, Chinese,
  * Japanese, Korean, Arabic, emoji). Sizes and letter spacings are in points of the canvas. Stateless: any thread.
  */
 class Typography : public QObject
@@ -20,12 +20,12 @@ public:
     Q_INVOKABLE static QFont monospaced(int size, int weight = QFont::Normal, double letterSpacing = 0);
     Q_INVOKABLE static QFont serif(int size, int weight = QFont::Normal, bool italic = false);
 
-    /** The caption face of the station: monospaced, semibold, spaced by 0.18 of its size. */
+    /** Font of captions: monospaced, semibold, with a letter spacing of 0.18 of its size. */
     Q_INVOKABLE static QFont label(int size);
 
-    /** What an emoji is drawn with, whatever font has a plainer sign for it. */
+    /** Font families for emoji, also for those that text fonts have a monochrome glyph for. */
     static QStringList emojiFamilies();
 
-    /** `text` in capitals, as captions are set. */
+    /** `text` in capitals, for captions. */
     Q_INVOKABLE static QString capitals(const QString& text);
 };

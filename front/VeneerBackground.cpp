@@ -17,7 +17,7 @@ void VeneerBackground::paint(QPainter& painter, const QSizeF& size) const
 {
     painter.fillRect(QRectF(QPointF(), size), wood(size));
 
-    // The grain is the same in every row of pixels: one is painted and laid over all.
+    // The grain is the same in every row of pixels, so one row is painted and tiled over all.
     const QTransform toDevice = painter.deviceTransform();
     const QRectF area = toDevice.mapRect(QRectF(QPointF(), size));
     const QRect pixels = area.toAlignedRect();

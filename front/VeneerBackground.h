@@ -4,17 +4,17 @@
 
 #include <QLinearGradient>
 
-/** Walnut veneer that fills its item; its grain is the same on every run and on every screen. */
+/** Walnut veneer that fills the item. The grain is pseudo-random, but the same on every run and every screen. */
 class VeneerBackground : public PaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
 
 public:
-    /** One streak of the grain. */
+    /** One dark vertical streak of the grain. */
     struct Streak
     {
-        double x;     ///< points from the leading edge
+        double x;     ///< points from the left edge
         double width; ///< points
         double opacity;
     };
@@ -22,11 +22,11 @@ public:
     using PaintedItem::PaintedItem;
 
     void paint(QPainter& painter, const QSizeF& size) const override;
-    QString look() const override { return QStringLiteral("veneer"); }
+    QString cacheKey() const override { return QStringLiteral("veneer"); }
 
-    /** The colours across a surface of this size. */
+    /** Gradient of the wood colours for a surface of this size. */
     static QLinearGradient wood(const QSizeF& size);
 
-    /** The grain of a surface `width` points wide, from the leading edge on. */
+    /** Grain of a surface `width` points wide, from left to right. */
     static QList<Streak> grain(double width);
 };

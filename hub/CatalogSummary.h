@@ -5,7 +5,7 @@
 #include <QList>
 #include <QtQml/qqmlregistration.h>
 
-/** The rental shop's summary. */
+/** Summary of the rental shop's tapes. */
 struct CatalogSummary
 {
     Q_GADGET
@@ -14,7 +14,7 @@ struct CatalogSummary
     Q_PROPERTY(QList<TapeMarket> markets MEMBER markets)
 
 public:
-    qint64 tapes = 0; ///< total tapes in stock
+    qint64 tapes = 0; ///< number of tapes in all markets
     QList<TapeMarket> markets;
 
     bool operator==(const CatalogSummary&) const = default;

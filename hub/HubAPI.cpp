@@ -7,7 +7,6 @@
 #include <QElapsedTimer>
 
 #include <algorithm>
-#include <atomic>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -26,7 +25,7 @@ HubError unreadable()
     return HubError::transport(u"The hub sent something this app couldn't read."_s);
 }
 
-HubError noAnswer(const HttpFailure& failure)
+HubError errorFor(const HttpFailure& failure)
 {
     switch (failure.kind) {
     case HttpFailure::Kind::Cancelled:
@@ -35,7 +34,7 @@ HubError noAnswer(const HttpFailure& failure)
         return HubError::transport(u"The hub took too long to answer."_s);
     case HttpFailure::Kind::TooLarge:
         return HubError::transport(u"The hub's answer was too big to read."_s);
-    case HttpFailure::Kind::CutShort:
+    case HttpFailure::Kind::Truncated:
         return HubError::transport(u"The hub's answer was cut short."_s);
     case HttpFailure::Kind::Unreadable:
         return unreadable();
@@ -45,7 +44,7 @@ HubError noAnswer(const HttpFailure& failure)
     return HubError::transport(failure.description.isEmpty() ? u"The hub couldn't be reached."_s : failure.description);
 }
 
-/** Whether it is nothing but tabs and the Unicode spaces; a line break is neither. */
+/** Whether the text has only tabs and Unicode space separators. A line break is not blank. */
 bool isBlank(const QString& text)
 {
     return std::all_of(text.begin(), text.end(), [](QChar character) {
@@ -53,14 +52,14 @@ bool isBlank(const QString& text)
     });
 }
 
-/** Tells how one question to the hub has ended, once it has. */
-class LoggedQuestion
+/** Logs the outcome and duration of one request to the hub. */
+class RequestLogger
 {
 public:
-    explicit LoggedQuestion(const QString& path) : m_path(path.section(u'?', 0, 0)) { m_elapsed.start(); }
+    explicit RequestLogger(const QString& path) : m_path(path.section(u'?', 0, 0)) { m_elapsed.start(); }
 
-    void answered() const { log(u"answered"_s); }
-    const HubError& failed(const HubError& error) const
+    void logSuccess() const { log(u"answered"_s); }
+    const HubError& logFailure(const HubError& error) const
     {
         log(logging::withoutQueries(error.errorDescription()));
         return error;
@@ -88,72 +87,70 @@ HubAPI::HubAPI(HttpClient& http, QUrl base, QObject* parent) : QObject(parent), 
 HubAPI::~HubAPI() = default;
 
 template<typename T>
-QCoro::Task<HubResult<T>> HubAPI::get(QString path, CancelToken caller)
+QCoro::Task<HubResult<T>> HubAPI::get(QString path, std::stop_token callerToken)
 {
-    const CancelToken token = m_tasks.token(caller);
-    const LoggedQuestion question(path);
+    const LinkedStopSource linked(m_tasks.token(), callerToken);
+    const std::stop_token token = linked.token();
+    const RequestLogger logger(path);
     HubResult<QByteArray> body = co_await fetch(std::move(path), token);
     if (!body)
-        co_return tl::unexpected(question.failed(body.error()));
-    if (token.isCancelled())
-        co_return tl::unexpected(question.failed(cancelled()));
+        co_return tl::unexpected(logger.logFailure(body.error()));
+    if (token.stop_requested())
+        co_return tl::unexpected(logger.logFailure(cancelled()));
     HubResult<T> record = co_await decode<T>(*std::move(body), token);
     if (record)
-        question.answered();
+        logger.logSuccess();
     else
-        question.failed(record.error());
+        logger.logFailure(record.error());
     co_return record;
 }
 
-QCoro::Task<HubResult<QByteArray>> HubAPI::fetch(QString path, CancelToken token)
+QCoro::Task<HubResult<QByteArray>> HubAPI::fetch(QString path, std::stop_token token)
 {
     const std::optional<QUrl> url = hubURL(path, m_base);
     if (!url)
         co_return tl::unexpected(HubError::badURL());
-    if (token.isCancelled())
+    if (token.stop_requested())
         co_return tl::unexpected(cancelled());
     HttpRequest request;
     request.url = *url;
-    HttpResult answer = co_await m_http.get(std::move(request), token);
-    if (!answer)
-        co_return tl::unexpected(noAnswer(answer.error()));
-    if (answer->status < 200 || answer->status > 299)
-        co_return tl::unexpected(HubError::http(answer->status));
-    co_return std::move(answer->body);
+    HttpResult response = co_await m_http.get(std::move(request), token);
+    if (!response)
+        co_return tl::unexpected(errorFor(response.error()));
+    if (response->status < 200 || response->status > 299)
+        co_return tl::unexpected(HubError::http(response->status));
+    co_return std::move(response->body);
 }
 
 template<typename T>
-QCoro::Task<HubResult<T>> HubAPI::decode(QByteArray body, CancelToken token)
+QCoro::Task<HubResult<T>> HubAPI::decode(QByteArray body, std::stop_token token)
 {
-    const auto isUnwanted = std::make_shared<std::atomic<bool>>(false);
-    const auto decoded = m_decoder.run([body = std::move(body), isUnwanted]() -> HubResult<T> {
-        if (*isUnwanted)
+    const auto decoded = m_decoder.run([body = std::move(body), token]() -> HubResult<T> {
+        if (token.stop_requested())
             return tl::unexpected(cancelled());
         auto record = decodeRecord<T>(body);
         if (!record)
             return tl::unexpected(unreadable());
         return *std::move(record);
     });
-    // Resolved here and not by the worker, whose answer no event loop may be left to deliver.
-    const auto registration = token.onCancel([decoded, isUnwanted] {
-        *isUnwanted = true;
-        decoded.resolve(tl::unexpected(cancelled()));
-    });
+    // On cancellation the result is resolved here: at exit no event loop may be left to deliver the worker's result.
+    const std::stop_callback registration(token, [decoded] { decoded.resolve(tl::unexpected(cancelled())); });
     co_return co_await decoded;
 }
 
-template QCoro::Task<HubResult<StationChannel>> HubAPI::get(QString, CancelToken);
-template QCoro::Task<HubResult<NewsStatus>> HubAPI::get(QString, CancelToken);
-template QCoro::Task<HubResult<TapeMarket>> HubAPI::get(QString, CancelToken);
-template QCoro::Task<HubResult<CatalogSummary>> HubAPI::get(QString, CancelToken);
-template QCoro::Task<HubResult<TVStatus>> HubAPI::get(QString, CancelToken);
-template QCoro::Task<HubResult<TapeBody>> HubAPI::get(QString, CancelToken);
-template QCoro::Task<HubResult<TapeDocument>> HubAPI::get(QString, CancelToken);
-template QCoro::Task<HubResult<Tape>> HubAPI::get(QString, CancelToken);
-template QCoro::Task<HubResult<TapePage>> HubAPI::get(QString, CancelToken);
-template QCoro::Task<HubResult<TranscriptResult>> HubAPI::get(QString, CancelToken);
+template QCoro::Task<HubResult<StationChannel>> HubAPI::get(QString, std::stop_token);
+template QCoro::Task<HubResult<NewsStatus>> HubAPI::get(QString, std::stop_token);
+template QCoro::Task<HubResult<TapeMarket>> HubAPI::get(QString, std::stop_token);
+template QCoro::Task<HubResult<CatalogSummary>> HubAPI::get(QString, std::stop_token);
+template QCoro::Task<HubResult<TVStatus>> HubAPI::get(QString, std::stop_token);
+template QCoro::Task<HubResult<TapeBody>> HubAPI::get(QString, std::stop_token);
+template QCoro::Task<HubResult<TapeDocument>> HubAPI::get(QString, std::stop_token);
+template QCoro::Task<HubResult<Tape>> HubAPI::get(QString, std::stop_token);
+template QCoro::Task<HubResult<TapePage>> HubAPI::get(QString, std::stop_token);
+template QCoro::Task<HubResult<TranscriptResult>> HubAPI::get(QString, std::stop_token);
 
-QCoro::Task<HubResult<TapePage>> HubAPI::tapes(QString market, QString query, int page, int perPage, CancelToken token)
+QCoro::Task<HubResult<TapePage>> HubAPI::tapes(QString market, QString query, int page, int perPage,
+                                               std::stop_token token)
 {
     QString reference = u"/api/tv/tapes?page=%1&per_page=%2"_s.arg(page).arg(perPage);
     if (!market.isEmpty())
@@ -163,21 +160,22 @@ QCoro::Task<HubResult<TapePage>> HubAPI::tapes(QString market, QString query, in
     return get<TapePage>(reference, token);
 }
 
-QCoro::Task<HubResult<Tape>> HubAPI::tape(qint64 id, CancelToken token)
+QCoro::Task<HubResult<Tape>> HubAPI::tape(qint64 id, std::stop_token token)
 {
     return get<Tape>(u"/api/tv/tape/%1"_s.arg(id), token);
 }
 
-QCoro::Task<HubResult<TranscriptResult>> HubAPI::transcript(qint64 id, CancelToken token)
+QCoro::Task<HubResult<TranscriptResult>> HubAPI::transcript(qint64 id, std::stop_token token)
 {
     return get<TranscriptResult>(u"/api/meetings/%1/transcript"_s.arg(id), token);
 }
 
-QCoro::Task<bool> HubAPI::probe(QString path, CancelToken caller)
+QCoro::Task<bool> HubAPI::probe(QString path, std::stop_token callerToken)
 {
-    const CancelToken token = m_tasks.token(caller);
+    const LinkedStopSource linked(m_tasks.token(), callerToken);
+    const std::stop_token token = linked.token();
     const std::optional<QUrl> url = hubURL(path, m_base);
-    if (!url || token.isCancelled())
+    if (!url || token.stop_requested())
         co_return false;
     HttpRequest request;
     request.url = *url;
@@ -185,6 +183,6 @@ QCoro::Task<bool> HubAPI::probe(QString path, CancelToken caller)
     request.cache = HttpRequest::Cache::Bypass;
     request.inactivityLimit = probeLimit;
     request.overallLimit = probeLimit;
-    const HttpResult answer = co_await m_http.get(std::move(request), token);
-    co_return !token.isCancelled() && answer && answer->status == 200;
+    const HttpResult response = co_await m_http.get(std::move(request), token);
+    co_return !token.stop_requested() && response && response->status == 200;
 }

@@ -16,46 +16,46 @@ template<typename T>
 using HubResult = tl::expected<T, HubError>;
 
 /**
- * The only one that talks to the hub: resolves paths, fetches, judges the answer and decodes it.
+ * The client of the hub's HTTP API: resolves paths, sends requests, checks the status and decodes the body.
  *
- * Screen thread only. Its own steps run one at a time: they are the screen thread's, but for the decoding, which runs
- * on one background thread; its network waits overlap. Answers arrive on the screen thread. The process has one, which
- * the application entry makes and hands to everyone; it outlives them, and the HttpClient outlives it. Destroying it
- * fails, inside the destructor, whatever still waits.
+ * Use it on the screen thread only; results arrive there. Requests run concurrently. Bodies are decoded one at a time
+ * on one background thread. The process has one HubAPI, created by the application entry. It outlives its users, and
+ * the HttpClient outlives it. The destructor fails all pending requests.
  */
 class HubAPI : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("The application entry makes the one client.")
+    QML_UNCREATABLE("The application entry creates the only HubAPI.")
 
 public:
     explicit HubAPI(HttpClient& http, QUrl base = hubBase(), QObject* parent = nullptr);
     ~HubAPI() override;
 
     /**
-     * Fetches a hub path and decodes it as T, one of the hub's records. Any status but 200 to 299 is HubError::http, a
-     * path without an address badURL, all else transport. Cancelling the token fails the fetch inside the cancelling call.
+     * Fetches a hub path and decodes the body as T, one of the hub's records. A status outside 200 to 299 gives
+     * HubError::http, a path that is not an address badURL, any other failure transport. Stopping the token fails the
+     * request before request_stop() returns.
      */
     template<typename T>
-    QCoro::Task<HubResult<T>> get(QString path, CancelToken token = {});
+    QCoro::Task<HubResult<T>> get(QString path, std::stop_token token = {});
 
     /**
-     * One page of tapes. A market or query that is empty is not sent, nor is a query of nothing but spaces and tabs;
-     * any other query is sent as it stands. `page` counts from 1.
+     * Fetches one page of tapes. `page` counts from 1. An empty market is not sent. A query that is empty or has only
+     * spaces and tabs is not sent; any other query is sent unchanged.
      */
     QCoro::Task<HubResult<TapePage>> tapes(QString market, QString query, int page, int perPage,
-                                           CancelToken token = {});
-    QCoro::Task<HubResult<Tape>> tape(qint64 id, CancelToken token = {});
-    QCoro::Task<HubResult<TranscriptResult>> transcript(qint64 id, CancelToken token = {});
+                                           std::stop_token token = {});
+    QCoro::Task<HubResult<Tape>> tape(qint64 id, std::stop_token token = {});
+    QCoro::Task<HubResult<TranscriptResult>> transcript(qint64 id, std::stop_token token = {});
 
-    /** Whether a stream's playlist is there right now: status 200 and nothing else. Never fails. */
-    QCoro::Task<bool> probe(QString path, CancelToken token = {});
+    /** Whether a stream's playlist exists now, that is, whether the status is exactly 200. A failure gives false. */
+    QCoro::Task<bool> probe(QString path, std::stop_token token = {});
 
 private:
-    QCoro::Task<HubResult<QByteArray>> fetch(QString path, CancelToken token);
+    QCoro::Task<HubResult<QByteArray>> fetch(QString path, std::stop_token token);
     template<typename T>
-    QCoro::Task<HubResult<T>> decode(QByteArray body, CancelToken token);
+    QCoro::Task<HubResult<T>> decode(QByteArray body, std::stop_token token);
 
     HttpClient& m_http;
     QUrl m_base;

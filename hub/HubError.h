@@ -4,7 +4,7 @@
 
 #include <variant>
 
-/** The one error of the hub's client. Its description is the text that the viewer sees; callers add nothing to it. */
+/** The error type of HubAPI. The viewer sees its description as it is; callers add nothing to it. */
 class HubError
 {
 public:

@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QUrl builtBase()
+QUrl configuredBase()
 {
     QUrl base(QString::fromUtf8(BuildOptions::hubBase), QUrl::StrictMode);
     if (!base.isValid() || base.scheme() != "https"_L1 || base.host().isEmpty() || !base.path().isEmpty())
@@ -15,7 +15,7 @@ QUrl builtBase()
     return base;
 }
 
-bool leadsToAHost(const QUrl& url)
+bool hasHttpHost(const QUrl& url)
 {
     return url.isValid() && !url.host().isEmpty() && (url.scheme() == "http"_L1 || url.scheme() == "https"_L1);
 }
@@ -24,7 +24,7 @@ bool leadsToAHost(const QUrl& url)
 
 const QUrl& hubBase()
 {
-    static const QUrl base = builtBase();
+    static const QUrl base = configuredBase();
     return base;
 }
 
@@ -43,6 +43,6 @@ std::optional<QUrl> hubURL(const QString& path, const QUrl& base)
         return std::nullopt;
     const bool isAbsolute = path.startsWith("http://"_L1) || path.startsWith("https://"_L1);
     const QUrl url = isAbsolute ? reference : base.resolved(reference);
-    // A reference may name a scheme of its own; nothing here may reach a file or run a script.
-    return leadsToAHost(url) ? std::optional(url) : std::nullopt;
+    // The reference may have its own scheme. Only http and https are allowed, so it cannot name a file or a script.
+    return hasHttpHost(url) ? std::optional(url) : std::nullopt;
 }

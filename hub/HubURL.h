@@ -5,14 +5,14 @@
 
 #include <optional>
 
-/** The hub's https origin, fixed when the set was built; a value that is no such origin stops the program. */
+/** The hub's https origin, fixed at build time. If the value is not an https origin, the program aborts. */
 const QUrl& hubBase();
 
-/** The PEM certificates trusted beside the system's, fixed when the set was built; empty when there are none. */
+/** PEM certificates to trust in addition to the system's, fixed at build time. May be empty. */
 QByteArray hubCertificates();
 
 /**
- * The absolute address of a hub path, or of an address that begins with "http://" or "https://"; nothing when it does
- * not parse. An empty path is no address.
+ * Resolves a hub path, or an absolute URL that starts with "http://" or "https://", to an absolute URL. Returns nothing
+ * if the path is empty or not valid.
  */
 std::optional<QUrl> hubURL(const QString& path, const QUrl& base = hubBase());

@@ -3,8 +3,8 @@
 #include <QByteArray>
 
 /**
- * The JSON text with every number beyond a double's range, which the parser would refuse with the whole document,
- * replaced by a fraction, padded with spaces to the same length. Only well-formed numbers outside strings are
- * touched, so a malformed document stays one. Any thread.
+ * Returns the JSON text with every number outside the range of a double replaced by a fraction, padded with spaces to
+ * the same length. The parser would reject the whole document because of such a number. Only well-formed numbers
+ * outside strings are replaced, so a malformed document stays malformed. Thread-safe.
  */
 QByteArray withoutHugeNumbers(QByteArray json);

@@ -10,17 +10,17 @@
 
 namespace {
 
-/** Keys and offsets have at least so many bits; no answer comes near. */
+/** Key lengths are stored in 28 bits. No response is that large. */
 constexpr qsizetype maxBytes = (1 << 28) - 1;
 
-/** 0 when no escape of a surrogate stands at `offset`, else its code unit. */
+/** The code unit if the text at `offset` is a \u escape of a surrogate, else 0. */
 unsigned surrogateEscapeAt(const QByteArray& bytes, qsizetype offset)
 {
     if (bytes.size() - offset < 6 || bytes[offset] != '\\' || bytes[offset + 1] != 'u')
         return 0;
     unsigned unit = 0;
-    for (qsizetype place = offset + 2; place < offset + 6; ++place) {
-        const char character = bytes[place];
+    for (qsizetype index = offset + 2; index < offset + 6; ++index) {
+        const char character = bytes[index];
         const char lower = char(character | 0x20);
         const bool isDigit = character >= '0' && character <= '9';
         if (!isDigit && (lower < 'a' || lower > 'f'))
@@ -30,7 +30,7 @@ unsigned surrogateEscapeAt(const QByteArray& bytes, qsizetype offset)
     return QChar::isSurrogate(unit) ? unit : 0;
 }
 
-/** The parser refuses half a surrogate pair, so each is replaced beforehand; the length stays. */
+/** Replaces each escaped lone surrogate, which the parser would reject, by \uFFFD. The length does not change. */
 QByteArray withoutLoneSurrogates(QByteArray bytes)
 {
     qsizetype offset = bytes.indexOf('\\');
@@ -50,7 +50,7 @@ QByteArray withoutLoneSurrogates(QByteArray bytes)
 
 QString fromUtf8(std::string_view text)
 {
-    // The toolkit's plain conversion drops a byte order mark in front, which is a character of the text here.
+    // QString::fromUtf8() drops a byte order mark at the start. Here it is part of the text.
     if (!text.starts_with("\xEF\xBB\xBF"))
         return QString::fromUtf8(text.data(), qsizetype(text.size()));
     using Flag = QStringConverter::Flag;
@@ -60,7 +60,7 @@ QString fromUtf8(std::string_view text)
 
 } // namespace
 
-/** Takes the parser's events and lays the values down. */
+/** Receives the parser's events and stores the values as nodes. */
 class JsonDocument::Builder : public nlohmann::json_sax<nlohmann::json>
 {
 public:
@@ -83,31 +83,31 @@ public:
     {
         if (!add(Type::String))
             return false;
-        m_document.m_nodes.back().text = keep(value);
+        m_document.m_nodes.back().text = storeText(value);
         return true;
     }
     bool binary(binary_t&) override { return false; }
-    bool start_object(std::size_t) override { return open(Type::Object); }
+    bool start_object(std::size_t) override { return openContainer(Type::Object); }
     bool key(string_t& name) override
     {
-        m_key = keep(name);
+        m_key = storeText(name);
         return true;
     }
-    bool end_object() override { return close(); }
-    bool start_array(std::size_t) override { return open(Type::Array); }
-    bool end_array() override { return close(); }
+    bool end_object() override { return closeContainer(); }
+    bool start_array(std::size_t) override { return openContainer(Type::Array); }
+    bool end_array() override { return closeContainer(); }
     bool parse_error(std::size_t, const std::string&, const nlohmann::json::exception& error) override
     {
         constexpr int outOfRange = 406;
-        m_metHugeNumber = error.id == outOfRange;
+        m_foundHugeNumber = error.id == outOfRange;
         return false;
     }
 
-    /** Whether the document was refused for a number beyond a double's range. */
-    bool metHugeNumber() const { return m_metHugeNumber; }
+    /** Whether parsing failed because of a number outside the range of a double. */
+    bool foundHugeNumber() const { return m_foundHugeNumber; }
 
 private:
-    Node::Span keep(const string_t& text)
+    Node::Span storeText(const string_t& text)
     {
         const auto offset = std::uint32_t(m_document.m_text.size());
         m_document.m_text += text;
@@ -127,40 +127,40 @@ private:
         m_key = {};
         return true;
     }
-    bool open(Type type)
+    bool openContainer(Type type)
     {
-        m_open.push_back(std::uint32_t(m_document.m_nodes.size()));
-        return add(type) && m_open.size() <= size_t(maxDepth);
+        m_openContainers.push_back(std::uint32_t(m_document.m_nodes.size()));
+        return add(type) && m_openContainers.size() <= size_t(maxDepth);
     }
-    bool close()
+    bool closeContainer()
     {
-        m_document.m_nodes[m_open.back()].end = std::uint32_t(m_document.m_nodes.size());
-        m_open.pop_back();
+        m_document.m_nodes[m_openContainers.back()].end = std::uint32_t(m_document.m_nodes.size());
+        m_openContainers.pop_back();
         return true;
     }
 
     JsonDocument& m_document;
     Node::Span m_key{};
-    bool m_metHugeNumber = false;
-    std::vector<std::uint32_t> m_open; ///< the containers that are not closed yet
+    bool m_foundHugeNumber = false;
+    std::vector<std::uint32_t> m_openContainers; ///< indexes of the containers that are still open
 };
 
 std::optional<JsonDocument> JsonDocument::parse(const QByteArray& bytes)
 {
-    // The parser would take a zero byte for the end and believe what stands before it.
+    // The parser would treat a zero byte as the end of the document and accept the part before it.
     if (bytes.size() > maxBytes || bytes.contains('\0'))
         return std::nullopt;
-    QByteArray whole = withoutLoneSurrogates(bytes);
+    QByteArray text = withoutLoneSurrogates(bytes);
     while (true) {
         JsonDocument document;
-        document.m_text.reserve(size_t(whole.size()));
+        document.m_text.reserve(size_t(text.size()));
         Builder builder(document);
-        if (nlohmann::json::sax_parse(whole.cbegin(), whole.cend(), &builder))
+        if (nlohmann::json::sax_parse(text.cbegin(), text.cend(), &builder))
             return document;
-        QByteArray calmed = builder.metHugeNumber() ? withoutHugeNumbers(whole) : whole;
-        if (calmed == whole)
+        QByteArray replaced = builder.foundHugeNumber() ? withoutHugeNumbers(text) : text;
+        if (replaced == text)
             return std::nullopt;
-        whole = std::move(calmed);
+        text = std::move(replaced);
     }
 }
 

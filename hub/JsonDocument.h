@@ -11,27 +11,27 @@
 
 class JsonDocument;
 
-/** One value of a document: a place in it, cheap to copy. The document outlives it. Any thread. */
+/** A reference to one value of a document. Cheap to copy. The document must outlive it. Usable on any thread. */
 class JsonValue
 {
 public:
     bool isObject() const;
     bool isArray() const;
     std::optional<bool> toBool() const;
-    std::optional<qint64> toInteger() const; ///< of 64 bits; 1.0 and 1e3 are integers too
+    std::optional<qint64> toInteger() const; ///< a 64-bit integer; 1.0 and 1e3 count as integers
     std::optional<QString> toString() const;
 
-    /** The member's name, in UTF-8; empty for an element of an array. */
+    /** The key of an object's member, in UTF-8. Empty for an element of an array. */
     std::string_view key() const;
     QString keyText() const;
 
-    /** The member with this key, the last of several; `key` in UTF-8. The value is an object. */
+    /** The member with this key (UTF-8), the last one if there are several. The value must be an object. */
     std::optional<JsonValue> member(std::string_view key) const;
 
-    /** How many elements or members; the value is an array or an object. Counts them. */
+    /** The number of elements or members, in linear time. The value must be an array or an object. */
     qsizetype count() const;
 
-    /** Calls `visit(JsonValue)` for each element or member in their order until it answers false; whether none did. */
+    /** Calls `visit(JsonValue)` for each element or member in order, until it returns false. True if no call did. */
     template<typename Visit>
     bool forEach(Visit visit) const;
 
@@ -44,18 +44,19 @@ private:
 };
 
 /**
- * A parsed JSON document. Strict about the document: invalid UTF-8, a raw zero byte, trailing text or more than
- * `maxDepth` levels fail. Lenient about values: half a surrogate pair becomes U+FFFD, a number is judged by its text.
+ * A parsed JSON document. Parsing is strict about the document: it fails on invalid UTF-8, a raw zero byte, trailing
+ * text or more than `maxDepth` levels. It is lenient about values: a lone surrogate becomes U+FFFD, and whether a
+ * number is an integer is decided from its text, not from a double.
  */
 class JsonDocument
 {
 public:
     static constexpr int maxDepth = 512;
 
-    /** Of all kinds, in one document: far above any honest page, as a short text may hold millions of them. */
+    /** Maximum number of values of all types. A small document could contain millions; a real page has far fewer. */
     static constexpr int maxValues = 1'000'000;
 
-    /** Nothing when the bytes are no JSON document, nest deeper than `maxDepth` or hold more than `maxValues`. */
+    /** Returns nothing if the bytes are not a JSON document, or exceed `maxDepth` or `maxValues`. */
     static std::optional<JsonDocument> parse(const QByteArray& bytes);
 
     JsonValue root() const { return {*this, 0}; }
@@ -66,7 +67,7 @@ private:
 
     enum class Type : std::uint32_t { Null, Bool, Integer, Fraction, String, Array, Object };
 
-    /** Values lie in the order of the text, a container before its content; texts lie in one buffer. */
+    /** Nodes are stored in document order, a container before its content. Strings are stored in one buffer. */
     struct Node
     {
         struct Span
@@ -75,9 +76,9 @@ private:
             std::uint32_t length;
         };
         union {
-            qint64 integer;    ///< of an integer or a Bool
-            Span text;         ///< of a string
-            std::uint32_t end; ///< of a container: the index past its content
+            qint64 integer;    ///< value of an Integer or a Bool
+            Span text;         ///< value of a String
+            std::uint32_t end; ///< Array or Object: the index after its content
         };
         std::uint32_t keyOffset;
         std::uint32_t keyLength : 28;

@@ -6,15 +6,15 @@
 
 namespace {
 
-constexpr qint64 maxDigits = 19;              ///< of a 64-bit integer; so many always fit into the unsigned one
-constexpr qint64 exponentCap = 1'000'000'000; ///< beyond any document's length, so that arithmetic cannot overflow
+constexpr qint64 maxDigits = 19;              ///< of a signed 64-bit integer; any 19 digits fit into quint64
+constexpr qint64 exponentCap = 1'000'000'000; ///< larger than any document, so that arithmetic cannot overflow
 
 bool isDigit(char character)
 {
     return character >= '0' && character <= '9';
 }
 
-/** A number as its digits times a power of ten, without zeros at either end. */
+/** A number as digits times a power of ten. The digits have no zeros at either end. */
 struct Decimal
 {
     std::string digits;
@@ -67,7 +67,7 @@ std::optional<qint64> exactJsonInteger(std::string_view token)
     quint64 magnitude = 0;
     for (const char digit : decimal.digits)
         magnitude = magnitude * 10 + quint64(digit - '0');
-    for (qint64 place = 0; place < decimal.exponent; ++place)
+    for (qint64 zero = 0; zero < decimal.exponent; ++zero)
         magnitude *= 10;
     constexpr quint64 largest = std::numeric_limits<qint64>::max();
     if (magnitude > largest + (isNegative ? 1 : 0))

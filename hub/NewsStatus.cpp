@@ -7,21 +7,21 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/** A number that is no plain decimal integer of 64 bits sorts as this one. */
-constexpr qint64 unnumbered = 99;
+/** Sort key for a channel number that is not a decimal 64-bit integer. */
+constexpr qint64 nonNumericChannel = 99;
 
-qint64 placeOnTheStrip(const QString& number)
+qint64 channelNumber(const QString& number)
 {
-    // The form is checked here: the toolkit's own conversions let spaces through.
+    // QString::toLongLong() is not used because it accepts surrounding spaces.
     const QByteArray text = number.toUtf8();
     const bool hasPlus = text.startsWith('+');
     const char* const first = text.constData() + (hasPlus ? 1 : 0);
     const char* const last = text.constData() + text.size();
     if (hasPlus && first != last && *first == '-')
-        return unnumbered;
-    qint64 place = 0;
-    const auto [end, error] = std::from_chars(first, last, place);
-    return error == std::errc() && end == last ? place : unnumbered;
+        return nonNumericChannel;
+    qint64 value = 0;
+    const auto [end, error] = std::from_chars(first, last, value);
+    return error == std::errc() && end == last ? value : nonNumericChannel;
 }
 
 QString streamPath(const QString& path)
@@ -42,7 +42,7 @@ QList<TunerStation> NewsStatus::stations() const
         stations.append({entry.key(), label, streamPath(channel.path)});
     }
     std::stable_sort(stations.begin(), stations.end(), [](const TunerStation& left, const TunerStation& right) {
-        return placeOnTheStrip(left.number) < placeOnTheStrip(right.number);
+        return channelNumber(left.number) < channelNumber(right.number);
     });
     return stations;
 }

@@ -7,7 +7,7 @@
 #include <QStringList>
 #include <QtQml/qqmlregistration.h>
 
-/** The state of the news transmission tower; default-made, it is the placeholder: a dark tower and empty texts. */
+/** The state of the news channel's transmission tower. The default is dark (off the air), with empty texts. */
 struct NewsStatus
 {
     Q_GADGET
@@ -33,12 +33,12 @@ public:
     QString tagline;
     QString programTitle;
     QString programNote;
-    QString nextBroadcast; ///< a date-time as the hub sent it
+    QString nextBroadcast; ///< ISO 8601 date-time, as sent by the hub
     QString nextBroadcastLabel;
     QStringList ticker;
     QMap<QString, StationChannel> channels; ///< by channel number
 
-    /** The tuner strip's stations, by number; always at least the built-in one. */
+    /** The stations of the tuner strip, sorted by number. The built-in station is always included. */
     QList<TunerStation> stations() const;
 
     bool operator==(const NewsStatus&) const = default;

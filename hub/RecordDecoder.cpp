@@ -5,7 +5,8 @@
 #include "TapePage.h"
 #include "TranscriptResult.h"
 
-// In the open namespace, where the reader finds them by their records; `static`, so that nobody else does.
+// The readFields() overloads are in the global namespace so that RecordReader finds them by argument-dependent lookup.
+// They are static to keep them local to this file.
 
 static void readFields(const RecordReader& reader, StationChannel& channel)
 {
@@ -17,8 +18,8 @@ static void readFields(const RecordReader& reader, NewsStatus& news)
 {
     reader.read("tower_live", news.towerLive);
     reader.read("takeover", news.takeover);
-    reader.readUnlessEmpty("hls_url", news.hlsURL);
-    reader.readUnlessEmpty("mode", news.mode);
+    reader.readNonEmpty("hls_url", news.hlsURL);
+    reader.readNonEmpty("mode", news.mode);
     reader.read("youtube_id", news.youtubeID);
     reader.read("tagline", news.tagline);
     reader.read("program_title", news.programTitle);
@@ -32,7 +33,7 @@ static void readFields(const RecordReader& reader, NewsStatus& news)
 static void readFields(const RecordReader& reader, TapeMarket& market)
 {
     reader.read("slug", market.slug);
-    reader.readBounded("name", market.name);
+    reader.readTruncated("name", market.name);
     reader.read("state_code", market.stateCode);
     reader.read("tapes", market.tapes);
 }
@@ -51,16 +52,16 @@ static void readFields(const RecordReader& reader, TVStatus& status)
 
 static void readFields(const RecordReader& reader, TapeBody& body)
 {
-    reader.readBounded("slug", body.slug, longestHashedText);
-    reader.readBounded("name", body.name, longestHashedText);
-    reader.readBounded("kind", body.kind);
+    reader.readTruncated("slug", body.slug, maxHashedTextLength);
+    reader.readTruncated("name", body.name, maxHashedTextLength);
+    reader.readTruncated("kind", body.kind);
 }
 
 static void readFields(const RecordReader& reader, TapeDocument& document)
 {
     reader.read("id", document.id);
-    reader.readBounded("kind", document.kind);
-    reader.readBounded("title", document.title);
+    reader.readTruncated("kind", document.kind);
+    reader.readTruncated("title", document.title);
     reader.read("mime_type", document.mimeType);
     reader.read("url", document.url);
 }
@@ -68,8 +69,8 @@ static void readFields(const RecordReader& reader, TapeDocument& document)
 static void readFields(const RecordReader& reader, Tape& tape)
 {
     reader.read("id", tape.id);
-    reader.readBounded("title", tape.title, longestHashedText);
-    reader.readBounded("meeting_date", tape.meetingDate);
+    reader.readTruncated("title", tape.title, maxHashedTextLength);
+    reader.readTruncated("meeting_date", tape.meetingDate);
     reader.read("market", tape.market);
     reader.read("body", tape.body);
     reader.read("stream_url", tape.streamURLPath);
@@ -77,7 +78,7 @@ static void readFields(const RecordReader& reader, Tape& tape)
     reader.read("has_agenda", tape.hasAgenda);
     reader.read("has_transcript", tape.hasTranscript);
     reader.read("video_url", tape.sourceURL);
-    reader.readBounded("location", tape.location);
+    reader.readTruncated("location", tape.location);
     reader.read("documents", tape.documents);
 }
 
@@ -104,7 +105,7 @@ tl::expected<Record, DecodingFailure> decodeRecord(const QByteArray& body)
         return tl::unexpected(DecodingFailure::Malformed);
     Record record;
     if (!convert(document->root(), record))
-        return tl::unexpected(DecodingFailure::NoObject);
+        return tl::unexpected(DecodingFailure::NotAnObject);
     return record;
 }
 

@@ -4,16 +4,17 @@
 
 #include <tl/expected.hpp>
 
-/** Why a body is no record. */
+/** Why a body could not be decoded as a record. */
 enum class DecodingFailure {
-    Malformed, ///< it is no JSON document
-    NoObject   ///< its value is no object
+    Malformed,  ///< the body is not a JSON document
+    NotAnObject ///< the document's value is not an object
 };
 
 /**
  * Decodes a body as one of the hub's records: TVStatus, NewsStatus, CatalogSummary, StationChannel, TapePage, Tape,
- * TapeMarket, TapeBody, TapeDocument or TranscriptResult. No value inside the object can make it fail; a value of the
- * wrong type leaves its field at the default, and one bad element does so to a whole list or map. Any thread.
+ * TapeMarket, TapeBody, TapeDocument or TranscriptResult. A value inside the object never makes decoding fail: a value
+ * of the wrong type leaves its field at the default, and one wrong element leaves the whole list or map at the default.
+ * Thread-safe.
  */
 template<typename Record>
 tl::expected<Record, DecodingFailure> decodeRecord(const QByteArray& body);

@@ -5,7 +5,7 @@
 
 #include <QtQml/qqml.h>
 
-// Tells the QML compiler and linter that the lists of records are lists; nobody else needs these.
+// These types register lists of records as lists for the QML compiler and linter. C++ does not use them.
 
 struct TapeListForQml
 {

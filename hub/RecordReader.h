@@ -1,7 +1,7 @@
 #pragma once
 
-#include "BoundedText.h"
 #include "JsonDocument.h"
+#include "TruncatedText.h"
 
 #include <QList>
 #include <QMap>
@@ -9,10 +9,10 @@
 #include <optional>
 
 /**
- * Reads the fields of one record from a JSON object, leniently: what is absent, null or of the wrong type leaves the
- * field as it is, at its default. Any thread.
+ * Reads the fields of one record from a JSON object. A member that is missing, null or of the wrong type leaves its
+ * field unchanged, at the default. Usable on any thread.
  *
- * A record type says what its fields are by an overload of `readFields(const RecordReader&, Record&)`.
+ * Each record type has an overload of `readFields(const RecordReader&, Record&)`, which lists its fields.
  */
 class RecordReader
 {
@@ -22,8 +22,8 @@ public:
     template<typename Field>
     void read(std::string_view key, Field& field) const;
 
-    /** For fields that take an empty text for an absent one. */
-    void readUnlessEmpty(std::string_view key, QString& field) const
+    /** Like read(), but treats an empty text as a missing one. */
+    void readNonEmpty(std::string_view key, QString& field) const
     {
         QString text;
         read(key, text);
@@ -31,26 +31,26 @@ public:
             field = std::move(text);
     }
 
-    /** Of a text that is longer, only the beginning. */
+    /** Like read(), but cuts a text after `maxLength` UTF-16 units. */
     template<typename Text>
-    void readBounded(std::string_view key, Text& field, qsizetype longest = longestReadText) const
+    void readTruncated(std::string_view key, Text& field, qsizetype maxLength = maxTextLength) const
     {
         read(key, field);
-        bound(field, longest);
+        truncate(field, maxLength);
     }
 
 private:
-    static void bound(QString& text, qsizetype longest) { text = boundedText(text, longest); }
-    static void bound(std::optional<QString>& text, qsizetype longest)
+    static void truncate(QString& text, qsizetype maxLength) { text = truncatedText(text, maxLength); }
+    static void truncate(std::optional<QString>& text, qsizetype maxLength)
     {
         if (text)
-            bound(*text, longest);
+            truncate(*text, maxLength);
     }
 
     JsonValue m_object;
 };
 
-// One overload a type of field: the value, or nothing when any part of it is of the wrong type.
+// One convert() overload for each field type. Each returns false if any part of the value has the wrong type.
 
 inline bool convert(const JsonValue& value, bool& field)
 {
@@ -107,7 +107,7 @@ bool convert(const JsonValue& value, QMap<QString, Element>& map)
 {
     if (!value.isObject())
         return false;
-    // Of members with one key only the last counts, whatever the others were.
+    // If a key occurs more than once, only the last member counts, even if the others have the wrong type.
     QMap<QString, JsonValue> members;
     value.forEach([&members](const JsonValue& member) {
         members.insert(member.keyText(), member);

@@ -5,7 +5,7 @@
 
 #include <QtQml/qqmlregistration.h>
 
-/** The combined status of tower and shop. Default-made, it is what the set knows before the hub has answered. */
+/** The status of tower and shop. A default-constructed one is used until the hub's first response. */
 struct TVStatus
 {
     Q_GADGET

@@ -10,9 +10,9 @@
 #include <optional>
 
 /**
- * One recording of one meeting. Equality and hash use the id alone: a tape fetched again with fresher details is still
- * the same tape, so never skip an assignment because two tapes are equal. Of texts to be read, addresses are none, a
- * record holds no more than 20,000 UTF-16 units each.
+ * One recording of one meeting. Equality and hash use only the id: a tape with updated details is still the same tape.
+ * So never skip an assignment because two tapes are equal. Texts that the viewer reads are truncated: the title and the
+ * body's name and slug to `maxHashedTextLength`, the others to `maxTextLength`. Addresses are not truncated.
  */
 struct Tape
 {
@@ -30,7 +30,7 @@ struct Tape
 public:
     qint64 id = 0;
     QString title;
-    std::optional<QString> meetingDate; ///< as the hub sent it, year-month-day
+    std::optional<QString> meetingDate; ///< year-month-day, as sent by the hub
     TapeMarket market;
     std::optional<TapeBody> body;
     QString streamURLPath; ///< hub path or absolute address of the HLS stream

@@ -4,7 +4,7 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-/** A market (a city or region) with its tape count. Its identity for lists is its slug. */
+/** A market (a city or region) with its number of tapes. The slug identifies it in lists. */
 struct TapeMarket
 {
     Q_GADGET

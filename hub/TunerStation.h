@@ -4,7 +4,7 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-/** A station on the tuner strip; derived from a NewsStatus, never decoded. Its identity is its number. */
+/** A station on the tuner strip. Computed from a NewsStatus, not decoded from JSON. The number identifies it. */
 struct TunerStation
 {
     Q_GADGET

@@ -4,16 +4,16 @@
 
 QString wellFormed(QString text)
 {
-    for (qsizetype place = 0; place < text.size(); ++place) {
-        const QChar unit = std::as_const(text)[place];
+    for (qsizetype index = 0; index < text.size(); ++index) {
+        const QChar unit = std::as_const(text)[index];
         if (!unit.isSurrogate())
             continue;
         const bool isPair =
-            unit.isHighSurrogate() && place + 1 < text.size() && std::as_const(text)[place + 1].isLowSurrogate();
+            unit.isHighSurrogate() && index + 1 < text.size() && std::as_const(text)[index + 1].isLowSurrogate();
         if (isPair)
-            ++place;
+            ++index;
         else
-            text[place] = QChar::ReplacementCharacter;
+            text[index] = QChar::ReplacementCharacter;
     }
     return text;
 }

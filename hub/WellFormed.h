@@ -2,5 +2,5 @@
 
 #include <QString>
 
-/** The text with U+FFFD in the place of each half of a surrogate pair, so that it has a form in UTF-8. Any thread. */
+/** The text with each lone surrogate replaced by U+FFFD, so that it can be encoded in UTF-8. Thread-safe. */
 QString wellFormed(QString text);

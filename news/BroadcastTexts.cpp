@@ -12,23 +12,23 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Digits stand where these have zeros.
-constexpr QStringView dateAndTime = u"0000-00-00T00:00:00";
-constexpr QStringView offsetForm = u"+00:00";
+// Formats for matchesFormat(): each 0 matches any digit.
+constexpr QStringView dateTimeFormat = u"0000-00-00T00:00:00";
+constexpr QStringView offsetFormat = u"+00:00";
 constexpr qint64 referenceDate = 978'307'200'000; // 2001-01-01T00:00:00Z, in milliseconds since 1970
 constexpr double charactersPerSecond = 11;
-constexpr double shortestPeriod = 24; // seconds
+constexpr double minimumPeriod = 24; // seconds
 
 bool isDigit(QChar unit)
 {
     return unit >= u'0' && unit <= u'9';
 }
 
-bool hasForm(QStringView text, QStringView form)
+bool matchesFormat(QStringView text, QStringView format)
 {
-    return text.size() == form.size() &&
-           std::equal(text.begin(), text.end(), form.begin(),
-                      [](QChar unit, QChar place) { return place == u'0' ? isDigit(unit) : unit == place; });
+    return text.size() == format.size() &&
+           std::equal(text.begin(), text.end(), format.begin(),
+                      [](QChar unit, QChar pattern) { return pattern == u'0' ? isDigit(unit) : unit == pattern; });
 }
 
 int number(QStringView digits)
@@ -39,7 +39,10 @@ int number(QStringView digits)
     return value;
 }
 
-/** Takes ".25" off the front of `text` and gives its whole milliseconds; nothing when there is a point without digits. */
+/**
+ * Removes a leading fraction such as ".25" and returns it in whole milliseconds: 0 if there is none, nothing if no
+ * digit follows the point.
+ */
 std::optional<int> takeFraction(QStringView& text)
 {
     if (!text.startsWith(u'.'))
@@ -50,19 +53,19 @@ std::optional<int> takeFraction(QStringView& text)
     if (digits.isEmpty())
         return std::nullopt;
     int milliseconds = 0;
-    for (qsizetype place = 0; place < 3; ++place)
-        milliseconds = milliseconds * 10 + (place < digits.size() ? number(digits.sliced(place, 1)) : 0);
+    for (qsizetype i = 0; i < 3; ++i)
+        milliseconds = milliseconds * 10 + (i < digits.size() ? number(digits.sliced(i, 1)) : 0);
     return milliseconds;
 }
 
-/** The seconds that a time zone such as "Z" or "-05:30" is ahead of UTC. */
+/** Offset of a time zone such as "Z" or "-05:30" from UTC, in seconds; nothing if malformed. */
 std::optional<int> zoneOffset(QStringView zone)
 {
     if (zone == u'Z')
         return 0;
     const bool isBehind = zone.startsWith(u'-');
     const bool hasSign = isBehind || zone.startsWith(u'+');
-    if (!hasSign || !hasForm(zone.sliced(1), offsetForm.sliced(1)))
+    if (!hasSign || !matchesFormat(zone.sliced(1), offsetFormat.sliced(1)))
         return std::nullopt;
     const int hours = number(zone.sliced(1, 2));
     const int minutes = number(zone.sliced(4, 2));
@@ -80,12 +83,12 @@ QString twoDigits(qint64 number)
 
 std::optional<QDateTime> broadcastDate(QStringView nextBroadcast)
 {
-    if (!hasForm(nextBroadcast.first(std::min(nextBroadcast.size(), dateAndTime.size())), dateAndTime))
+    if (!matchesFormat(nextBroadcast.first(std::min(nextBroadcast.size(), dateTimeFormat.size())), dateTimeFormat))
         return std::nullopt;
-    const auto part = [&](qsizetype place, qsizetype digits) { return number(nextBroadcast.sliced(place, digits)); };
+    const auto part = [&](qsizetype index, qsizetype digits) { return number(nextBroadcast.sliced(index, digits)); };
     const QDate date(part(0, 4), part(5, 2), part(8, 2));
     const QTime time(part(11, 2), part(14, 2), part(17, 2));
-    QStringView rest = nextBroadcast.sliced(dateAndTime.size());
+    QStringView rest = nextBroadcast.sliced(dateTimeFormat.size());
     const std::optional<int> milliseconds = takeFraction(rest);
     const std::optional<int> offset = zoneOffset(rest);
     if (!date.isValid() || !time.isValid() || !milliseconds || !offset)
@@ -141,7 +144,7 @@ QString tickerText(const QStringList& lines, const QString& hubHost)
 
 double tickerPeriod(qsizetype characters)
 {
-    return std::max(double(characters) / charactersPerSecond, shortestPeriod);
+    return std::max(double(characters) / charactersPerSecond, minimumPeriod);
 }
 
 double tickerOffset(double width, double period, const QDateTime& now)

@@ -6,44 +6,45 @@
 #include <chrono>
 #include <optional>
 
-// What the news channel says while the tower is dark, and how its ticker moves: pure functions. Any thread.
+// Texts of the standby card, and the motion of its ticker, as pure functions. Any thread.
 
 /**
- * The moment that a status's `nextBroadcast` names: "2025-06-03T17:00:00Z", with an offset such as "+02:00" in place of
- * the "Z", with a fraction of the second or without, and nothing else. Nothing for a date or time that does not exist; a
- * leap second counts as none.
+ * Parses the `nextBroadcast` of a status, such as "2025-06-03T17:00:00Z". An offset such as "+02:00" may replace the
+ * "Z", and the seconds may have a fraction. Returns nothing for any other format, for a date or time that does not
+ * exist, and for a leap second.
  */
 std::optional<QDateTime> broadcastDate(QStringView nextBroadcast);
 
-/** A remaining time, not below 0: "23:59:59", from a day on "1d 01:01:01"; fractions of a second are dropped. */
+/** Formats a time >= 0 as "23:59:59", or "1d 01:01:01" from one day on. Fractions of a second are dropped. */
 QString remainingText(std::chrono::milliseconds remaining);
 
-/** The moment on this set's clock: "Tue Jun 3 · 5:00 PM". No locale has a say. */
+/** Formats a moment in local time: "Tue Jun 3 · 5:00 PM". Independent of the locale. */
 QString scheduleText(const QDateTime& moment);
 
-/** What the countdown shows. */
+/** Texts of the countdown. */
 struct CountdownReading
 {
-    bool counting = false; ///< a broadcast is to come
-    QString headline;      ///< the remaining time, or that there is no broadcast
-    QString detail;        ///< which broadcast; empty when none is or was on the schedule
+    bool counting = false; ///< whether a broadcast is in the future
+    QString headline;      ///< the remaining time, or a text that no broadcast is scheduled
+    QString detail;        ///< label or time of the broadcast; empty if the schedule has none
 
     bool operator==(const CountdownReading&) const = default;
 };
 
 CountdownReading countdownReading(const std::optional<QDateTime>& target, const QString& label, const QDateTime& now);
 
-/** What stands between two lines of the ticker, and between the ticker's text and its repetition. */
+/** Separator between two ticker lines, and between the ticker text and its repetition. */
 QString tickerSeparator();
 
-/** The ticker's text; without any lines the station's own, with the hub's host in capitals. */
+/** Joins the ticker lines. If there are none, returns the default text with the host of the hub in capitals. */
 QString tickerText(const QStringList& lines, const QString& hubHost);
 
-/** How long the ticker takes for one round, in seconds, with a text of so many characters as a reader counts them. */
+/** Period of the ticker motion in seconds, for a text of `characters` grapheme clusters. */
 double tickerPeriod(qsizetype characters);
 
 /**
- * How far right of its place the ticker's line stands, in the unit of `width`, which the space for it has: from `width`
- * down to -`width` in each period (seconds), which are counted from the beginning of 2001.
+ * Horizontal offset of the ticker line from the left edge of the ticker, in the unit of `width` (the ticker's width).
+ * It decreases linearly from `width` to -`width` in each period. Periods are in seconds and counted from 2001-01-01
+ * UTC.
  */
 double tickerOffset(double width, double period, const QDateTime& now);

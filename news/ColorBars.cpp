@@ -6,18 +6,18 @@
 
 namespace {
 
-// Of the height, where the second and the third band begin.
-constexpr double reversedBegin = 0.70;
-constexpr double footBegin = 0.79;
+// Top of the second and of the third band, relative to the height.
+constexpr double reversedBandTop = 0.70;
+constexpr double bottomBandTop = 0.79;
 
-const QList<QColor>& footCells()
+const QList<QColor>& bottomCells()
 {
     static const QList<QColor> cells{{14, 26, 50}, {240, 240, 240}, {42, 14, 50},
                                      {16, 16, 16}, {27, 27, 27},    {16, 16, 16}};
     return cells;
 }
 
-/** Cells side by side on whole pixels: where one ends the next begins, without a seam. */
+/** Paints cells side by side. Their edges are on whole pixels, so that no seam is visible between them. */
 void paintBand(QPainter& painter, double width, double top, double bottom, const QList<QColor>& cells)
 {
     const QTransform toDevice = painter.deviceTransform();
@@ -39,9 +39,9 @@ void ColorBars::paint(QPainter& painter, const QSizeF& size) const
 {
     QList<QColor> reversed = bars();
     std::reverse(reversed.begin(), reversed.end());
-    const double reversedTop = reversedBegin * size.height();
-    const double footTop = footBegin * size.height();
+    const double reversedTop = reversedBandTop * size.height();
+    const double bottomTop = bottomBandTop * size.height();
     paintBand(painter, size.width(), 0, reversedTop, bars());
-    paintBand(painter, size.width(), reversedTop, footTop, reversed);
-    paintBand(painter, size.width(), footTop, size.height(), footCells());
+    paintBand(painter, size.width(), reversedTop, bottomTop, reversed);
+    paintBand(painter, size.width(), bottomTop, size.height(), bottomCells());
 }

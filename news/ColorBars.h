@@ -2,7 +2,10 @@
 
 #include "MiniColorBars.h"
 
-/** The test picture of a dark tower: `bars` upright, a band of them in reverse order, and a foot of six dark and bright cells. */
+/**
+ * Test picture shown while the tower is dark: the vertical `bars`, below them a band of the bars in reverse order, and
+ * a bottom band of six dark and bright cells.
+ */
 class ColorBars : public MiniColorBars
 {
     Q_OBJECT

@@ -2,14 +2,14 @@ import QtQuick
 import Quillmere.Front
 import Quillmere.News
 
-// The time that is left until the next broadcast, and which one that is. Made narrower than it asks for, it folds its texts.
+// Remaining time until the next broadcast, and its label. If narrower than its implicit width, it wraps the label.
 Item {
     id: countdown
 
     required property string nextBroadcast
     required property string label
-    required property Timepiece timepiece
-    // Of the row under the headline.
+    required property Clock clock
+    // Maximum number of lines of the row under the headline.
     required property int detailLines
 
     readonly property alias detailText: timer.detail
@@ -25,7 +25,7 @@ Item {
 
         nextBroadcast: countdown.nextBroadcast
         label: countdown.label
-        timepiece: countdown.timepiece
+        clock: countdown.clock
         running: countdown.visible
     }
 

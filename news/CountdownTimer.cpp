@@ -9,7 +9,7 @@ void CountdownTimer::setNextBroadcast(const QString& nextBroadcast)
         return;
     m_nextBroadcast = nextBroadcast;
     Q_EMIT inputChanged();
-    read();
+    updateReading();
 }
 
 void CountdownTimer::setLabel(const QString& label)
@@ -18,17 +18,17 @@ void CountdownTimer::setLabel(const QString& label)
         return;
     m_label = label;
     Q_EMIT inputChanged();
-    read();
+    updateReading();
 }
 
-void CountdownTimer::setTimepiece(Timepiece* timepiece)
+void CountdownTimer::setClock(Clock* clock)
 {
-    if (m_timepiece == timepiece)
+    if (m_clock == clock)
         return;
-    m_timepiece = timepiece;
-    m_next.reset();
-    if (timepiece) {
-        m_start = timepiece->clock().elapsed();
+    m_clock = clock;
+    m_timer.reset();
+    if (clock) {
+        m_start = clock->elapsed();
         tick();
     }
     Q_EMIT inputChanged();
@@ -39,30 +39,31 @@ void CountdownTimer::setRunning(bool running)
     if (m_running == running)
         return;
     m_running = running;
-    m_next.reset();
+    m_timer.reset();
     tick();
     Q_EMIT inputChanged();
 }
 
 void CountdownTimer::tick()
 {
-    if (!m_timepiece)
+    if (!m_clock)
         return;
-    Clock& clock = m_timepiece->clock();
-    // Read as of the whole second, so that one that comes a little late neither skips nor repeats a number.
-    const std::chrono::milliseconds late = (clock.elapsed() - m_start) % tickTime;
-    m_tick = clock.now().addMSecs(-late.count());
+    Clock& clock = *m_clock;
+    // The time is that of the scheduled tick, so that a tick which fires a little late neither skips nor repeats a
+    // second.
+    const std::chrono::milliseconds late = (clock.elapsed() - m_start) % tickInterval;
+    m_lastTick = clock.now().addMSecs(-late.count());
     if (m_running)
-        m_next = clock.after(tickTime - late, [this] { tick(); });
-    read();
+        m_timer = clock.after(tickInterval - late, [this] { tick(); });
+    updateReading();
 }
 
-void CountdownTimer::read()
+void CountdownTimer::updateReading()
 {
-    if (!m_timepiece)
+    if (!m_clock)
         return;
-    CountdownReading reading =
-        countdownReading(broadcastDate(m_nextBroadcast), shortenedLine(m_label, NewsTexts::longestText), m_tick);
+    CountdownReading reading = countdownReading(broadcastDate(m_nextBroadcast),
+                                                shortenedLine(m_label, NewsTexts::maximumTextLength), m_lastTick);
     if (reading == m_reading)
         return;
     m_reading = std::move(reading);

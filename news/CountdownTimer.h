@@ -2,44 +2,44 @@
 
 #include "BroadcastTexts.h"
 #include "Clock.h"
-#include "Timepiece.h"
 
 #include <QPointer>
+#include <QtQml/qqmlregistration.h>
 
 #include <memory>
 
 /**
- * The countdown to the next broadcast: read once when it gets its clock, and then at every whole second from there,
- * however late a tick may come. Between ticks nothing of it changes but by its inputs. Screen thread only; its parent owns
- * it, the timepiece outlives it.
+ * Countdown to the next broadcast. It reads the clock once when it gets one, then every full second after that moment,
+ * independent of delays of single ticks. Between ticks, its texts change only if an input changes. Screen thread only;
+ * its parent owns it, the clock outlives it.
  */
 class CountdownTimer : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    /** The moment to count down to, as the hub writes it. */
+    /** Moment to count down to, in the format of the hub. */
     Q_PROPERTY(QString nextBroadcast READ nextBroadcast WRITE setNextBroadcast NOTIFY inputChanged FINAL)
-    /** What the hub calls that moment; empty for its date and time. */
+    /** The hub's label of that moment; if empty, its date and time are shown. */
     Q_PROPERTY(QString label READ label WRITE setLabel NOTIFY inputChanged FINAL)
-    Q_PROPERTY(Timepiece* timepiece READ timepiece WRITE setTimepiece NOTIFY inputChanged FINAL)
-    /** Whether it ticks: while it is in sight. */
+    Q_PROPERTY(Clock* clock READ clock WRITE setClock NOTIFY inputChanged FINAL)
+    /** Whether it ticks; false while it is not visible. */
     Q_PROPERTY(bool running READ isRunning WRITE setRunning NOTIFY inputChanged FINAL)
     Q_PROPERTY(bool counting READ isCounting NOTIFY readingChanged FINAL)
     Q_PROPERTY(QString headline READ headline NOTIFY readingChanged FINAL)
-    /** Empty when there is none. */
+    /** Label or time of the broadcast; may be empty. */
     Q_PROPERTY(QString detail READ detail NOTIFY readingChanged FINAL)
 
 public:
     using QObject::QObject;
 
-    static constexpr std::chrono::milliseconds tickTime{1000};
+    static constexpr std::chrono::milliseconds tickInterval{1000};
 
     const QString& nextBroadcast() const { return m_nextBroadcast; }
     void setNextBroadcast(const QString& nextBroadcast);
     const QString& label() const { return m_label; }
     void setLabel(const QString& label);
-    Timepiece* timepiece() const { return m_timepiece; }
-    void setTimepiece(Timepiece* timepiece);
+    Clock* clock() const { return m_clock; }
+    void setClock(Clock* clock);
     bool isRunning() const { return m_running; }
     void setRunning(bool running);
 
@@ -53,14 +53,14 @@ Q_SIGNALS:
 
 private:
     void tick();
-    void read();
+    void updateReading();
 
     QString m_nextBroadcast;
     QString m_label;
-    QPointer<Timepiece> m_timepiece;
+    QPointer<Clock> m_clock;
     bool m_running = false;
-    std::chrono::milliseconds m_start{0}; ///< by the clock's elapsed time
-    QDateTime m_tick;                     ///< the wall clock's time at the latest tick
-    std::unique_ptr<Clock::Timer> m_next; ///< only while it ticks
+    std::chrono::milliseconds m_start{0};  ///< elapsed time of the clock at the first tick
+    QDateTime m_lastTick;                  ///< wall clock time of the latest tick
+    std::unique_ptr<Clock::Timer> m_timer; ///< exists while ticking
     CountdownReading m_reading = countdownReading({}, {}, {});
 };

@@ -9,16 +9,16 @@
 
 namespace {
 
-/** How tall the text is with one line, with two, and so on; no further than `height` reaches. */
+/** Height of the text with one line, two lines and so on, up to the first that exceeds `height`. */
 QList<double> heightsOf(const WrappedText& text, double height)
 {
     QList<double> heights;
     if (text.text.isEmpty())
         return heights;
-    // Measured by what draws it, so that both agree on where a line ends.
+    // Measured with the class that also draws the text, so that both break lines at the same positions.
     TextLines lines(QString(text.text).replace(u'\n', QChar::LineSeparator), text.font);
     constexpr double tolerance = 0.01;
-    const double lineHeight = std::ceil(lines.height() - tolerance); // a StationText's
+    const double lineHeight = std::ceil(lines.height() - tolerance); // as in StationTextItem
     lines.breakLines(text.width, QTextOption::WrapAtWordBoundaryOrAnywhere, int(height / lineHeight) + 1);
     for (int line = 1; line <= lines.count(); ++line)
         heights.append(line * lineHeight);
@@ -32,20 +32,20 @@ public:
     {
         for (const WrappedText& text : texts) {
             m_heights.append(heightsOf(text, height));
-            m_lines.append(std::min(text.leastLines, int(m_heights.constLast().size())));
+            m_lines.append(std::min(text.minimumLines, int(m_heights.constLast().size())));
         }
     }
 
-    QList<int> shared()
+    QList<int> allocate()
     {
         for (qsizetype i = m_texts.size() - 1; i >= 0; --i) {
-            while (m_lines.at(i) > 1 && used() > m_height)
+            while (m_lines.at(i) > 1 && usedHeight() > m_height)
                 --m_lines[i];
         }
         for (qsizetype i = 0; i < m_texts.size(); ++i) {
             while (m_lines.at(i) < m_heights.at(i).size()) {
                 ++m_lines[i];
-                if (used() > m_height) {
+                if (usedHeight() > m_height) {
                     --m_lines[i];
                     break;
                 }
@@ -55,7 +55,7 @@ public:
     }
 
 private:
-    double used() const
+    double usedHeight() const
     {
         double sum = 0;
         for (qsizetype i = 0; i < m_texts.size(); ++i) {
@@ -67,7 +67,7 @@ private:
 
     const QList<WrappedText>& m_texts;
     double m_height;
-    QList<QList<double>> m_heights; ///< of each text with one line, with two, and so on
+    QList<QList<double>> m_heights; ///< of each text: with one line, with two lines, and so on
     QList<int> m_lines;
 };
 
@@ -75,5 +75,5 @@ private:
 
 QList<int> linesThatFit(const QList<WrappedText>& texts, double height)
 {
-    return Budget(texts, height).shared();
+    return Budget(texts, height).allocate();
 }

@@ -4,19 +4,19 @@
 #include <QList>
 #include <QString>
 
-/** A text that is wrapped into lines of some width, and what it may claim of a height that it shares. A value. */
+/** A text wrapped at some width, which shares a height with other texts. A value. */
 struct WrappedText
 {
     QString text;
     QFont font;
-    double width = 0;   ///< points
-    double gap = 0;     ///< points above it, while there is a text
-    int leastLines = 1; ///< it has so many, if it needs them, before any other gets more than its own
+    double width = 0;     ///< points
+    double gap = 0;       ///< points above it, unless the text is empty
+    int minimumLines = 1; ///< lines reserved before any text gets more than its own minimum
 };
 
 /**
- * How many lines each text shows in a height, in points, that they share: all of them if they fit; else first the least
- * of each, and then the earlier ones as many as fit before the later ones get any more. A text that is there has one
- * line at least. Any thread that may use fonts.
+ * Number of lines of each text if all texts share `height`, in points. If not all lines fit, each text first gets its
+ * minimum, then the rest goes to the texts in their order. If even the minimums do not fit, later texts lose lines
+ * first. A text that is not empty gets at least one line. Any thread that may use fonts.
  */
 QList<int> linesThatFit(const QList<WrappedText>& texts, double height);

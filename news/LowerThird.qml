@@ -2,35 +2,35 @@ import QtQuick
 import Quillmere.Front
 import Quillmere.News
 
-// What lies over the live picture for its first seconds: that it is live, whose it is, and what is on.
+// Panel over the live picture during its first seconds. It shows a LIVE badge, the station and the programme.
 Item {
     id: third
 
-    required property Timepiece timepiece
+    required property Clock clock
     required property string stationLabel
     required property string program
     required property string note
     required property string tagline
-    required property var ticker // a list of texts, part of what it is given; it shows none of it
+    required property var ticker // list of strings; not shown
 
     property alias shown: lower.isShown
 
-    // From 0 below the edge to 1 in its place.
-    property real presence: 0
+    // Progress of sliding in: 0 is below the bottom edge, 1 the final position.
+    property real slideProgress: 0
 
     readonly property real padding: 24
-    // Of the panel from the edge below it, and from whatever there is above.
+    // Minimum distance of the panel from the top and the bottom of this item.
     readonly property real margin: 24
 
-    Component.onCompleted: presence = Qt.binding(() => lower.isShown ? 1 : 0)
+    Component.onCompleted: slideProgress = Qt.binding(() => lower.isShown ? 1 : 0)
 
     LowerThirdController {
         id: lower
 
-        timepiece: third.timepiece
+        clock: third.clock
     }
 
-    Behavior on presence {
+    Behavior on slideProgress {
         NumberAnimation {
             duration: lower.slideTime
             easing: StationMotion.easeInOut
@@ -42,20 +42,20 @@ Item {
 
         title: NewsTexts.onAirTitle(third.program)
         station: NewsTexts.onAirStation(third.stationLabel)
-        titleWidth: rows.widest
-        stationWidth: rows.widestStation
-        // What the display leaves free for the two on the tallest panel.
+        titleWidth: rows.maximumWidth
+        stationWidth: rows.maximumStationWidth
+        // Height for these two texts in a panel of maximum height.
         height: third.height - 2 * third.margin - 2 * third.padding - 2 * 10 - rows.spacing
                 - (detail.text !== "" ? titles.spacing + detail.height : 0)
     }
 
     PixelRectangle {
-        readonly property real rest: parent.height - third.margin - height
+        readonly property real restingY: parent.height - third.margin - height
 
         x: 70
-        y: rest + (parent.height - rest) * (1 - third.presence)
-        visible: third.presence > 0
-        opacity: third.presence
+        y: restingY + (parent.height - restingY) * (1 - third.slideProgress)
+        visible: third.slideProgress > 0
+        opacity: third.slideProgress
         width: rows.width + 2 * third.padding
         height: rows.height + 2 * third.padding
         color: StationPalette.faded(StationPalette.soot, 0.88)
@@ -63,8 +63,8 @@ Item {
         Column {
             id: rows
 
-            readonly property real widest: 1200 - 2 * third.padding
-            readonly property real widestStation: widest - badge.width - badges.spacing - 2 * 18
+            readonly property real maximumWidth: 1200 - 2 * third.padding
+            readonly property real maximumStationWidth: maximumWidth - badge.width - badges.spacing - 2 * 18
 
             x: third.padding
             y: third.padding
@@ -80,7 +80,7 @@ Item {
 
                     anchors.verticalCenter: parent.verticalCenter
                     width: live.implicitWidth + 2 * 18
-                    // As tall as the name beside it, if that is of one line, and that as tall as this.
+                    // As tall as the station name beside it if that has one line, and vice versa.
                     height: Math.max(live.implicitHeight + 2 * 8, station.lineCount > 1 ? 0 : station.height + 2 * 10)
                     color: StationPalette.onAirRed
 
@@ -88,7 +88,7 @@ Item {
                         id: live
 
                         anchors.centerIn: parent
-                        // The last letter's spacing is not part of the word's width to the eye.
+                        // Half of the letter spacing after the last letter, so that the visible letters are centred.
                         anchors.horizontalCenterOffset: 2
                         text: StationTexts.live
                         font: Typography.standard(30, Font.Black, 4)
@@ -107,7 +107,7 @@ Item {
 
                         x: 18
                         anchors.verticalCenter: parent.verticalCenter
-                        width: Math.min(implicitWidth, rows.widestStation)
+                        width: Math.min(implicitWidth, rows.maximumStationWidth)
                         text: lines.station
                         font: lines.stationFont
                         color: StationPalette.parchment
@@ -124,7 +124,7 @@ Item {
                 spacing: 6
 
                 StationText {
-                    width: Math.min(implicitWidth, rows.widest)
+                    width: Math.min(implicitWidth, rows.maximumWidth)
                     text: lines.title
                     font: lines.titleFont
                     color: StationPalette.parchment
@@ -136,7 +136,7 @@ Item {
                 StationText {
                     id: detail
 
-                    width: Math.min(implicitWidth, rows.widest)
+                    width: Math.min(implicitWidth, rows.maximumWidth)
                     visible: text !== ""
                     text: NewsTexts.onAirDetail(third.note, third.tagline)
                     font: Typography.standard(26)

@@ -1,15 +1,15 @@
 #include "LowerThirdController.h"
 
-void LowerThirdController::setTimepiece(Timepiece* timepiece)
+void LowerThirdController::setClock(Clock* clock)
 {
-    if (m_timepiece == timepiece)
+    if (m_clock == clock)
         return;
-    m_timepiece = timepiece;
-    m_leaving = timepiece && m_isShown ? timepiece->clock().after(stay, [this] { leave(); }) : nullptr;
-    Q_EMIT timepieceChanged();
+    m_clock = clock;
+    m_hideTimer = clock && m_isShown ? clock->after(showTime, [this] { hide(); }) : nullptr;
+    Q_EMIT clockChanged();
 }
 
-void LowerThirdController::leave()
+void LowerThirdController::hide()
 {
     m_isShown = false;
     Q_EMIT isShownChanged();

@@ -1,42 +1,41 @@
 #pragma once
 
 #include "Clock.h"
-#include "Timepiece.h"
 
 #include <QPointer>
 #include <QtQml/qqmlregistration.h>
 
 /**
- * How long a lower third stays: it is there when it is made, and goes once, 8 seconds after it was given its timepiece.
- * Screen thread only; the lower third makes and owns it; the timepiece outlives it.
+ * Visibility of a lower third. It is shown from the start and hidden once, 8 seconds after the clock is set. Screen
+ * thread only; the lower third creates and owns it; the clock outlives it.
  */
 class LowerThirdController : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(Timepiece* timepiece READ timepiece WRITE setTimepiece NOTIFY timepieceChanged REQUIRED FINAL)
+    Q_PROPERTY(Clock* clock READ clock WRITE setClock NOTIFY clockChanged REQUIRED FINAL)
     Q_PROPERTY(bool isShown READ isShown NOTIFY isShownChanged FINAL)
-    /** How long it takes to come and to go, in milliseconds. */
+    /** Duration of sliding in or out, in milliseconds. */
     Q_PROPERTY(int slideTime READ slideTime CONSTANT FINAL)
 
 public:
     using QObject::QObject;
 
-    static constexpr std::chrono::seconds stay{8};
+    static constexpr std::chrono::seconds showTime{8};
     static constexpr int slideTime() { return 500; }
 
-    Timepiece* timepiece() const { return m_timepiece; }
-    void setTimepiece(Timepiece* timepiece);
+    Clock* clock() const { return m_clock; }
+    void setClock(Clock* clock);
     bool isShown() const { return m_isShown; }
 
 Q_SIGNALS:
-    void timepieceChanged();
+    void clockChanged();
     void isShownChanged();
 
 private:
-    void leave();
+    void hide();
 
-    QPointer<Timepiece> m_timepiece;
+    QPointer<Clock> m_clock;
     bool m_isShown = true;
-    std::unique_ptr<Clock::Timer> m_leaving;
+    std::unique_ptr<Clock::Timer> m_hideTimer;
 };

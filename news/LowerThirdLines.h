@@ -5,8 +5,8 @@
 #include <QtQml/qqmlregistration.h>
 
 /**
- * How many lines the lower third shows of its title and of its station's name: as many as there are, and where they do
- * not all fit on the display, the title goes first. Screen thread only; the lower third makes and owns it.
+ * Number of lines of the lower third's title and station name. If not all lines fit on the display, the title has
+ * priority. Screen thread only; the lower third creates and owns it.
  */
 class LowerThirdLines : public QObject
 {
@@ -16,7 +16,7 @@ class LowerThirdLines : public QObject
     Q_PROPERTY(QString station MEMBER m_station NOTIFY inputChanged FINAL)
     Q_PROPERTY(double titleWidth MEMBER m_titleWidth NOTIFY inputChanged FINAL)     ///< of a line, in points
     Q_PROPERTY(double stationWidth MEMBER m_stationWidth NOTIFY inputChanged FINAL) ///< of a line, in points
-    /** What the panel's other parts leave free for both, in points. */
+    /** Height that the other parts of the panel leave free for both texts, in points. */
     Q_PROPERTY(double height MEMBER m_height NOTIFY inputChanged FINAL)
 
     Q_PROPERTY(QFont titleFont READ titleFont CONSTANT FINAL)
@@ -38,7 +38,7 @@ Q_SIGNALS:
     void linesChanged();
 
 private:
-    void share();
+    void updateLines();
 
     QString m_title;
     QString m_station;

@@ -1,26 +1,19 @@
 #include "Marquee.h"
 
 #include "DevicePixels.h"
-#include "EveryFrame.h"
+#include "FrameCallback.h"
 
 #include <algorithm>
 
-Marquee::Marquee(QQuickItem* parent) : QQuickItem(parent), m_frames(std::make_unique<EveryFrame>([this] { advance(); }))
+Marquee::Marquee(QQuickItem* parent)
+    : QQuickItem(parent), m_frameCallback(std::make_unique<FrameCallback>([this] { onFrame(); }))
 {
     for (const auto changed :
-         {&Marquee::timepieceChanged, &Marquee::textChanged, &Marquee::textExtentChanged, &Marquee::runningChanged})
+         {&Marquee::clockChanged, &Marquee::textChanged, &Marquee::textWidthChanged, &Marquee::runningChanged})
         connect(this, changed, this, &Marquee::restart);
 }
 
 Marquee::~Marquee() = default;
-
-void Marquee::setTimepiece(Timepiece* timepiece)
-{
-    if (m_timepiece == timepiece)
-        return;
-    m_timepiece = timepiece;
-    Q_EMIT timepieceChanged();
-}
 
 void Marquee::itemChange(ItemChange change, const ItemChangeData& data)
 {
@@ -38,47 +31,47 @@ void Marquee::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometr
 
 void Marquee::restart()
 {
-    m_frames->stop();
-    m_rest.reset();
-    const bool showsWhole = m_running && m_timepiece && isVisible() && overflow() > 0;
-    if (showsWhole != m_showsWhole) {
-        m_showsWhole = showsWhole;
-        setClip(showsWhole);
-        Q_EMIT showsWholeChanged();
+    m_frameCallback->stop();
+    m_pauseTimer.reset();
+    const bool showsFullText = m_running && m_clock && isVisible() && overflow() > 0;
+    if (showsFullText != m_showsFullText) {
+        m_showsFullText = showsFullText;
+        setClip(showsFullText);
+        Q_EMIT showsFullTextChanged();
     }
     moveTo(0);
-    if (showsWhole)
-        beginRound();
+    if (showsFullText)
+        beginCycle();
 }
 
-void Marquee::beginRound()
+void Marquee::beginCycle()
 {
     moveTo(0);
-    m_rest = m_timepiece->clock().after(beginTime, [this] {
-        m_start = m_timepiece->clock().elapsed();
-        m_frames->start();
+    m_pauseTimer = m_clock->after(startPause, [this] {
+        m_start = m_clock->elapsed();
+        m_frameCallback->start();
     });
 }
 
-/** Once a frame, while it moves. */
-void Marquee::advance()
+/** Called once a frame while the text moves. */
+void Marquee::onFrame()
 {
-    if (!m_timepiece)
+    if (!m_clock)
         return;
-    const std::chrono::duration<double> moving = m_timepiece->clock().elapsed() - m_start;
+    const std::chrono::duration<double> moving = m_clock->elapsed() - m_start;
     const double travelled = std::min(speed * moving.count(), overflow());
     moveTo(travelled);
     if (travelled < overflow())
         return;
-    m_frames->stop();
-    m_rest = m_timepiece->clock().after(endTime, [this] { beginRound(); });
+    m_frameCallback->stop();
+    m_pauseTimer = m_clock->after(endPause, [this] { beginCycle(); });
 }
 
 void Marquee::moveTo(double travelled)
 {
-    // A text that is read from right to left begins at its right end.
-    const double begin = m_showsWhole && m_text.isRightToLeft() ? -overflow() : 0;
-    const double offset = onDevicePixels(*this, Qt::Horizontal, begin < 0 ? begin + travelled : -travelled);
+    // A right-to-left text begins at its right end.
+    const double begin = m_showsFullText && m_text.isRightToLeft() ? -overflow() : 0;
+    const double offset = snapToDevicePixels(*this, Qt::Horizontal, begin < 0 ? begin + travelled : -travelled);
     if (offset == m_offset)
         return;
     m_offset = offset;

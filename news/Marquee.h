@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Clock.h"
-#include "Timepiece.h"
 
 #include <QPointer>
 #include <QQuickItem>
@@ -11,44 +10,42 @@
 class QAbstractAnimation;
 
 /**
- * The room of a text on one line that may be longer. While `running`, such a text is to be shown whole at `offset`: it
- * rests at its beginning, moves until its end can be read, rests again, and begins anew. It moves by whole device pixels;
- * at rest, and with a text that fits, it asks for no frame. Screen thread only; its parent item owns it, the timepiece
- * outlives it.
+ * Clip area for a one-line text that may be wider than the item. While `running`, such a text scrolls: it pauses at its
+ * start, moves until its end is visible, pauses again, and repeats. `offset` is its current position. It moves by whole
+ * device pixels. During pauses, and if the text fits, it requests no frames. Screen thread only; its parent item owns
+ * it, the clock outlives it.
  */
 class Marquee : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(Timepiece* timepiece READ timepiece WRITE setTimepiece NOTIFY timepieceChanged FINAL)
+    Q_PROPERTY(Clock* clock MEMBER m_clock NOTIFY clockChanged FINAL)
     Q_PROPERTY(QString text MEMBER m_text NOTIFY textChanged FINAL)
-    /** How long the whole text is, in points. */
-    Q_PROPERTY(double textExtent MEMBER m_textExtent NOTIFY textExtentChanged FINAL)
+    /** Width of the full text, in points. */
+    Q_PROPERTY(double textWidth MEMBER m_textWidth NOTIFY textWidthChanged FINAL)
     Q_PROPERTY(bool running MEMBER m_running NOTIFY runningChanged FINAL)
-    /** Whether the whole text is to be shown, and not as much as fits. */
-    Q_PROPERTY(bool showsWhole READ showsWhole NOTIFY showsWholeChanged FINAL)
-    /** Where the whole text begins, in points from the left. */
+    /** Whether to show the full text at `offset`; if not, the elided text. */
+    Q_PROPERTY(bool showsFullText READ showsFullText NOTIFY showsFullTextChanged FINAL)
+    /** x position of the full text, in points. */
     Q_PROPERTY(double offset READ offset NOTIFY offsetChanged FINAL)
 
 public:
-    static constexpr std::chrono::milliseconds beginTime{1500}; ///< of the rest before it moves
-    static constexpr std::chrono::milliseconds endTime{2000};   ///< of the rest at its end
-    static constexpr double speed = 120;                        ///< points a second, at which it can be read
+    static constexpr std::chrono::milliseconds startPause{1500}; ///< pause before the text moves
+    static constexpr std::chrono::milliseconds endPause{2000};   ///< pause at the end of the text
+    static constexpr double speed = 120;                         ///< points per second, slow enough to read
 
     explicit Marquee(QQuickItem* parent = nullptr);
     ~Marquee() override;
 
-    Timepiece* timepiece() const { return m_timepiece; }
-    void setTimepiece(Timepiece* timepiece);
-    bool showsWhole() const { return m_showsWhole; }
+    bool showsFullText() const { return m_showsFullText; }
     double offset() const { return m_offset; }
 
 Q_SIGNALS:
-    void timepieceChanged();
+    void clockChanged();
     void textChanged();
-    void textExtentChanged();
+    void textWidthChanged();
     void runningChanged();
-    void showsWholeChanged();
+    void showsFullTextChanged();
     void offsetChanged();
 
 protected:
@@ -56,19 +53,19 @@ protected:
     void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
 
 private:
-    double overflow() const { return m_textExtent - width(); }
+    double overflow() const { return m_textWidth - width(); }
     void restart();
-    void beginRound();
-    void advance();
+    void beginCycle();
+    void onFrame();
     void moveTo(double travelled);
 
-    QPointer<Timepiece> m_timepiece;
+    QPointer<Clock> m_clock;
     QString m_text;
-    double m_textExtent = 0;
+    double m_textWidth = 0;
     bool m_running = false;
-    bool m_showsWhole = false;
+    bool m_showsFullText = false;
     double m_offset = 0;
-    std::chrono::milliseconds m_start{0};         ///< of the movement, by the clock's elapsed time
-    std::unique_ptr<Clock::Timer> m_rest;         ///< runs while it rests
-    std::unique_ptr<QAbstractAnimation> m_frames; ///< runs while it moves
+    std::chrono::milliseconds m_start{0};                ///< of the motion, as elapsed time of the clock
+    std::unique_ptr<Clock::Timer> m_pauseTimer;          ///< exists during pauses
+    std::unique_ptr<QAbstractAnimation> m_frameCallback; ///< runs while the text moves
 };

@@ -2,7 +2,7 @@ import QtQuick
 import Quillmere.Front
 import Quillmere.News
 
-// A text on one line, cut where its room ends; while `running`, all of it passes through that room.
+// A one-line text, elided if it does not fit. While `running`, a text that does not fit scrolls instead.
 Marquee {
     id: marquee
 
@@ -10,13 +10,13 @@ Marquee {
     required property color color
 
     implicitHeight: words.implicitHeight
-    textExtent: words.implicitWidth
+    textWidth: words.implicitWidth
 
     StationText {
         id: words
 
         x: marquee.offset
-        width: marquee.showsWhole ? implicitWidth : marquee.width
+        width: marquee.showsFullText ? implicitWidth : marquee.width
         text: marquee.text
         font: marquee.font
         color: marquee.color

@@ -13,12 +13,12 @@ namespace {
 
 constexpr auto watchPause = 6s;
 
-/** Waits, by the clock, for as long as nobody cancels. */
-QCoro::Task<> wait(Clock& clock, std::chrono::milliseconds time, CancelToken token)
+/** Waits for `time`, or until `token` is cancelled. */
+QCoro::Task<> wait(Clock& clock, std::chrono::milliseconds time, std::stop_token token)
 {
     const Completion<bool> done;
     const auto timer = clock.after(time, [done] { done.resolve(true); });
-    const auto registration = token.onCancel([done] { done.resolve(false); });
+    const std::stop_callback registration(token, [done] { done.resolve(false); });
     co_await done;
 }
 
@@ -32,14 +32,14 @@ TunerStation chosenStation(const std::optional<TunerStation>& selected, const QL
     return {u"5"_s, u"5 O'Clock News"_s, news.hlsURL};
 }
 
-/** Where the station stands in the list, also when its label or path has changed there; -1 when it has left. */
-qsizetype placeOf(const TunerStation& station, const QList<TunerStation>& stations)
+/** Index of an equal station, else of one with the same number; -1 if none. */
+qsizetype indexOfStation(const TunerStation& station, const QList<TunerStation>& stations)
 {
-    const qsizetype place = stations.indexOf(station);
-    if (place >= 0)
-        return place;
-    const auto isIt = [&](const TunerStation& other) { return other.number == station.number; };
-    const auto found = std::find_if(stations.begin(), stations.end(), isIt);
+    const qsizetype index = stations.indexOf(station);
+    if (index >= 0)
+        return index;
+    const auto hasSameNumber = [&](const TunerStation& other) { return other.number == station.number; };
+    const auto found = std::find_if(stations.begin(), stations.end(), hasSameNumber);
     return found == stations.end() ? -1 : found - stations.begin();
 }
 
@@ -58,66 +58,50 @@ void NewsController::setStore(Store* store)
     if (m_store == store)
         return;
     m_store = store;
-    connect(store, &Store::statusChanged, this, &NewsController::takeStatus);
+    connect(store, &Store::statusChanged, this, &NewsController::onStatusChanged);
     Q_EMIT storeChanged();
-    takeStatus();
-}
-
-void NewsController::setHub(HubAPI* hub)
-{
-    if (m_hub == hub)
-        return;
-    m_hub = hub;
-    Q_EMIT hubChanged();
-}
-
-void NewsController::setTimepiece(Timepiece* timepiece)
-{
-    if (m_timepiece == timepiece)
-        return;
-    m_timepiece = timepiece;
-    Q_EMIT timepieceChanged();
+    onStatusChanged();
 }
 
 void NewsController::appear()
 {
-    m_isStanding = true;
-    if (std::exchange(m_wasLeftLit, false))
+    m_isInView = true;
+    if (std::exchange(m_wasDismissedWhileLit, false))
         Q_EMIT pictureChanged();
     restartWatch();
 }
 
 void NewsController::disappear()
 {
-    m_isStanding = false;
-    m_wasLeftLit = m_wasLeftLit || isLit();
-    dropPlayer();
-    m_screen.cancel();
+    m_isInView = false;
+    m_wasDismissedWhileLit = m_wasDismissedWhileLit || isLit();
+    releasePlayer();
+    m_screenTasks.cancel();
 }
 
 void NewsController::pick(const TunerStation& station)
 {
-    if (!m_isStanding || station.number == m_currentStation.number)
+    if (!m_isInView || station.number == m_currentStation.number)
         return;
-    dropPlayer();
+    releasePlayer();
     setLive(false);
     setChecking(true);
     m_selected = station;
-    followStation();
+    updateCurrentStation();
 }
 
-void NewsController::step(int by)
+void NewsController::stepBy(int by)
 {
     const qsizetype count = m_stations.size();
-    qsizetype place = placeOf(m_currentStation, m_stations);
-    // From a station that has left the list the next one is its first, and the previous one its last.
-    if (place < 0 && by < 0)
-        place = 0;
+    qsizetype index = indexOfStation(m_currentStation, m_stations);
+    // If the current station is not in the list, the next is the first of the list and the previous is the last.
+    if (index < 0 && by < 0)
+        index = 0;
     for (qsizetype tried = 0; tried < count; ++tried) {
-        place = (place + by + count) % count;
-        // Another station with this one's number cannot be picked from here, and must not bar the way.
-        if (m_stations.at(place).number != m_currentStation.number) {
-            const TunerStation next = m_stations.at(place);
+        index = (index + by + count) % count;
+        // pick() ignores stations with the current number, so skip duplicates of it.
+        if (m_stations.at(index).number != m_currentStation.number) {
+            const TunerStation next = m_stations.at(index);
             pick(next);
             return;
         }
@@ -128,24 +112,26 @@ bool NewsController::press(int key)
 {
     if (key != Qt::Key_ChannelUp && key != Qt::Key_ChannelDown)
         return false;
-    step(key == Qt::Key_ChannelUp ? 1 : -1);
+    stepBy(key == Qt::Key_ChannelUp ? 1 : -1);
     return true;
 }
 
 QCoro::Task<> NewsController::watchTower()
 {
-    const CancelToken screen = m_screen.token();
-    const CancelToken watch = m_watch.token(screen);
-    Clock& clock = m_timepiece->clock();
+    const std::stop_token screen = m_screenTasks.token();
+    const LinkedStopSource linked(m_watchTasks.token(), screen);
+    const std::stop_token watch = linked.token();
+    Clock& clock = *m_clock;
     setChecking(true);
-    // What a cancelled pass has begun it brings to its end, as long as the screen stands.
-    while (!watch.isCancelled()) {
+    // A cancelled watch still runs its current pass to the end and applies the results, unless the screen has
+    // disappeared.
+    while (!watch.stop_requested()) {
         const bool answered = co_await m_hub->probe(m_currentStation.path, watch);
-        if (screen.isCancelled())
+        if (screen.stop_requested())
             co_return;
-        takeProbe(answered);
+        onProbeFinished(answered);
         auto status = co_await m_hub->get<TVStatus>(u"/api/tv/status"_s, watch);
-        if (screen.isCancelled())
+        if (screen.stop_requested())
             co_return;
         if (status)
             m_store->setStatus(*std::move(status));
@@ -155,49 +141,49 @@ QCoro::Task<> NewsController::watchTower()
 
 void NewsController::restartWatch()
 {
-    // The old pass makes its last updates inside this call, before the new watch's first step.
-    m_watch.cancel();
+    // The old watch applies its last results inside cancel(), before the new watch starts.
+    m_watchTasks.cancel();
     watchTower();
 }
 
-void NewsController::takeProbe(bool answered)
+void NewsController::onProbeFinished(bool answered)
 {
     if (!answered)
-        dropPlayer();
+        releasePlayer();
     else if (!m_player)
         tuneIn();
     setLive(answered);
     setChecking(false);
 }
 
-void NewsController::takeStatus()
+void NewsController::onStatusChanged()
 {
     QList<TunerStation> stations = m_store->status().news.stations();
     if (stations != m_stations) {
         m_stations = std::move(stations);
         Q_EMIT stationsChanged();
     }
-    followStation();
+    updateCurrentStation();
 }
 
-void NewsController::followStation()
+void NewsController::updateCurrentStation()
 {
     TunerStation station = chosenStation(m_selected, m_stations, m_store->status().news);
     if (station == m_currentStation)
         return;
     const TunerStation before = std::exchange(m_currentStation, std::move(station));
     Q_EMIT currentStationChanged();
-    followPicture();
-    if (m_isStanding && m_currentStation.path != before.path)
+    updatePicture();
+    if (m_isInView && m_currentStation.path != before.path)
         restartWatch();
 }
 
-void NewsController::followPicture()
+void NewsController::updatePicture()
 {
-    const QStringList onAir = m_isLive && m_player ? QStringList{m_currentStation.number} : QStringList();
-    if (onAir == m_onAir)
+    const QStringList shownStationNumbers = m_isLive && m_player ? QStringList{m_currentStation.number} : QStringList();
+    if (shownStationNumbers == m_shownStationNumbers)
         return;
-    m_onAir = onAir;
+    m_shownStationNumbers = shownStationNumbers;
     if (!isLit())
         m_wakeLock.reset();
     else if (!m_wakeLock)
@@ -210,23 +196,23 @@ void NewsController::tuneIn()
     const auto url = hubURL(m_currentStation.path);
     if (!url)
         return;
-    m_player = m_makePlayer(m_timepiece->clock());
+    m_player = m_createPlayer(*m_clock);
     m_player->setItem(std::make_shared<PlayerItem>(*url, PlayerItem::Kind::Live));
     m_player->setAutomaticallyWaitsToMinimizeStalling(true);
     m_player->play();
     Q_EMIT playerChanged();
-    followPicture();
+    updatePicture();
 }
 
-void NewsController::dropPlayer()
+void NewsController::releasePlayer()
 {
     if (!m_player)
         return;
     m_player->pause();
-    const auto leaving = std::exchange(m_player, nullptr);
+    const auto released = std::exchange(m_player, nullptr);
     Q_EMIT playerChanged();
-    followPicture();
-    leaving->setItem(nullptr);
+    updatePicture();
+    released->setItem(nullptr);
 }
 
 void NewsController::setLive(bool isLive)
@@ -235,7 +221,7 @@ void NewsController::setLive(bool isLive)
         return;
     m_isLive = isLive;
     Q_EMIT isLiveChanged();
-    followPicture();
+    updatePicture();
 }
 
 void NewsController::setChecking(bool checking)

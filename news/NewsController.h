@@ -1,9 +1,9 @@
 #pragma once
 
+#include "Clock.h"
 #include "HubAPI.h"
 #include "Store.h"
 #include "StreamPlayers.h"
-#include "Timepiece.h"
 #include "VideoPlayer.h"
 
 #include <QtQml/qqmlregistration.h>
@@ -14,34 +14,36 @@
 class WakeLock;
 
 /**
- * The news channel's state: the station on screen, whether its tower is lit, and its player. While the screen stands it
- * probes the station's stream every 6 seconds and refreshes the store's status. Screen thread only; the screen makes and
- * owns it; store, hub and timepiece, set once when it is made, outlive it.
+ * State of the news channel: the current station, whether its tower is lit (the stream is live), and the player. While
+ * the screen is in view, a watch probes the stream of the station every 6 seconds and refreshes the status in the
+ * store. Screen thread only; the screen creates and owns it. Store, hub and clock are set once, when it is created,
+ * and outlive it.
  */
 class NewsController : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(Store* store READ store WRITE setStore NOTIFY storeChanged REQUIRED FINAL)
-    Q_PROPERTY(HubAPI* hub READ hub WRITE setHub NOTIFY hubChanged REQUIRED FINAL)
-    Q_PROPERTY(Timepiece* timepiece READ timepiece WRITE setTimepiece NOTIFY timepieceChanged REQUIRED FINAL)
+    Q_PROPERTY(HubAPI* hub MEMBER m_hub NOTIFY hubChanged REQUIRED FINAL)
+    Q_PROPERTY(Clock* clock MEMBER m_clock NOTIFY clockChanged REQUIRED FINAL)
 
-    /** The live player, there only while the tower is lit. */
+    /** Player of the live stream; null while the tower is dark. */
     Q_PROPERTY(VideoPlayer* player READ player NOTIFY playerChanged FINAL)
-    /** What the latest probe answered. */
+    /** Result of the latest probe. */
     Q_PROPERTY(bool isLive READ isLive NOTIFY isLiveChanged FINAL)
-    /** Whether the first probe of a watch, or of a picked station, has not answered yet. */
+    /** Whether the first probe of a watch, or of a newly picked station, is still pending. */
     Q_PROPERTY(bool checking READ isChecking NOTIFY checkingChanged FINAL)
 
     Q_PROPERTY(QList<TunerStation> stations READ stations NOTIFY stationsChanged FINAL)
     Q_PROPERTY(TunerStation currentStation READ currentStation NOTIFY currentStationChanged FINAL)
-    /** Whether there is a choice of stations. */
+    /** Whether there are at least two stations to choose from. */
     Q_PROPERTY(bool hasTuner READ hasTuner NOTIFY stationsChanged FINAL)
 
-    /** The number of the station whose picture is shown, none while none is: another list for each showing. */
-    Q_PROPERTY(QStringList onAir READ onAir NOTIFY pictureChanged FINAL)
+    /** Number of the station whose picture is shown; empty if none. A model with one row for each shown picture. */
+    Q_PROPERTY(QStringList shownStationNumbers READ shownStationNumbers NOTIFY pictureChanged FINAL)
+    /** Whether a live picture is shown. */
     Q_PROPERTY(bool isLit READ isLit NOTIFY pictureChanged FINAL)
-    /** Whether the standby card is shown; a screen that is left while lit shows nothing instead. */
+    /** Whether the standby card is shown. It is not shown while a screen that was dismissed while lit slides away. */
     Q_PROPERTY(bool isOnStandby READ isOnStandby NOTIFY pictureChanged FINAL)
 
 public:
@@ -50,16 +52,12 @@ public:
 
     Store* store() const { return m_store; }
     void setStore(Store* store);
-    HubAPI* hub() const { return m_hub; }
-    void setHub(HubAPI* hub);
-    Timepiece* timepiece() const { return m_timepiece; }
-    void setTimepiece(Timepiece* timepiece);
 
-    /** How players are made, before the screen appears. */
-    void setMakePlayer(MakePlayer makePlayer) { m_makePlayer = std::move(makePlayer); }
+    /** Sets the factory for players. Call it before appear(). */
+    void setCreatePlayer(CreatePlayer createPlayer) { m_createPlayer = std::move(createPlayer); }
 
     VideoPlayer* player() const { return m_player.get(); }
-    /** The station that the viewer picked. */
+    /** Station picked by the viewer; nothing if none yet. */
     const std::optional<TunerStation>& selected() const { return m_selected; }
     bool isLive() const { return m_isLive; }
     bool isChecking() const { return m_checking; }
@@ -68,28 +66,28 @@ public:
     const TunerStation& currentStation() const { return m_currentStation; }
     bool hasTuner() const { return m_stations.size() >= 2; }
 
-    const QStringList& onAir() const { return m_onAir; }
-    bool isLit() const { return !m_onAir.isEmpty(); }
-    bool isOnStandby() const { return !isLit() && !m_wasLeftLit; }
+    const QStringList& shownStationNumbers() const { return m_shownStationNumbers; }
+    bool isLit() const { return !m_shownStationNumbers.isEmpty(); }
+    bool isOnStandby() const { return !isLit() && !m_wasDismissedWhileLit; }
 
-    /** The screen has come into view: the watch begins. */
+    /** Called when the screen comes into view. Starts the watch. */
     Q_INVOKABLE void appear();
-    /** The screen has gone away: picture and sound end at once, the watch with them. Safe twice. */
+    /** Called when the screen is dismissed. Stops picture, sound and watch at once. May be called twice. */
     Q_INVOKABLE void disappear();
 
-    /** Shows a station; the one that is on already, by its number, stays as it is. */
+    /** Switches to a station. Does nothing if its number is that of the current station. */
     Q_INVOKABLE void pick(const TunerStation& station);
 
-    /** Picks the next (+1) or previous (-1) station of the list, round its ends. */
-    void step(int by);
+    /** Picks the next (+1) or previous (-1) station in the list, with wrap-around. */
+    void stepBy(int by);
 
-    /** Takes a remote's key (a Qt::Key); answers whether it meant something here. */
+    /** Handles a key of the remote (a Qt::Key). Returns whether it was handled. */
     Q_INVOKABLE bool press(int key);
 
 Q_SIGNALS:
     void storeChanged();
     void hubChanged();
-    void timepieceChanged();
+    void clockChanged();
     void playerChanged();
     void isLiveChanged();
     void checkingChanged();
@@ -100,19 +98,19 @@ Q_SIGNALS:
 private:
     QCoro::Task<> watchTower();
     void restartWatch();
-    void takeProbe(bool answered);
-    void takeStatus();
-    void followStation();
-    void followPicture();
+    void onProbeFinished(bool answered);
+    void onStatusChanged();
+    void updateCurrentStation();
+    void updatePicture();
     void tuneIn();
-    void dropPlayer();
+    void releasePlayer();
     void setLive(bool isLive);
     void setChecking(bool checking);
 
     Store* m_store = nullptr;
     HubAPI* m_hub = nullptr;
-    Timepiece* m_timepiece = nullptr;
-    MakePlayer m_makePlayer = &makeStreamPlayer;
+    Clock* m_clock = nullptr;
+    CreatePlayer m_createPlayer = &createStreamPlayer;
 
     std::shared_ptr<VideoPlayer> m_player;
     std::optional<TunerStation> m_selected;
@@ -121,11 +119,11 @@ private:
 
     QList<TunerStation> m_stations;
     TunerStation m_currentStation;
-    QStringList m_onAir;
-    bool m_wasLeftLit = false;
-    std::unique_ptr<WakeLock> m_wakeLock; ///< while lit
+    QStringList m_shownStationNumbers;
+    bool m_wasDismissedWhileLit = false;
+    std::unique_ptr<WakeLock> m_wakeLock; ///< exists while lit
 
-    bool m_isStanding = false; ///< the screen is in view
-    TaskScope m_watch;         ///< the running watch, which another station's replaces
-    TaskScope m_screen;        ///< whatever must change nothing any more once the screen is gone
+    bool m_isInView = false; ///< whether the screen is in view
+    TaskScope m_watchTasks;  ///< current watch; cancelled when another watch replaces it
+    TaskScope m_screenTasks; ///< cancelled on disappear(); after that, tasks change nothing
 };

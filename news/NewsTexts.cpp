@@ -23,12 +23,12 @@ QString NewsTexts::towerLine(bool checking)
 
 QString NewsTexts::cardLine(const QString& text)
 {
-    return shortenedText(text, longestText);
+    return shortenedText(text, maximumTextLength);
 }
 
 QString NewsTexts::onAirTitle(const QString& program)
 {
-    return program.isEmpty() ? u"5 O'Clock News"_s : shortenedText(program, longestText);
+    return program.isEmpty() ? u"5 O'Clock News"_s : shortenedText(program, maximumTextLength);
 }
 
 QString NewsTexts::onAirDetail(const QString& note, const QString& tagline)
@@ -38,5 +38,5 @@ QString NewsTexts::onAirDetail(const QString& note, const QString& tagline)
 
 QString NewsTexts::onAirStation(const QString& label)
 {
-    return Typography::capitals(shortenedLine(label, longestText));
+    return Typography::capitals(shortenedLine(label, maximumTextLength));
 }

@@ -3,7 +3,7 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-/** What the news channel's graphics say: words that never change, and which of the hub's they show. Stateless: any thread. */
+/** Texts of the news channel: constant ones, and those derived from texts of the hub. Stateless: any thread. */
 class NewsTexts : public QObject
 {
     Q_OBJECT
@@ -15,24 +15,24 @@ class NewsTexts : public QObject
 public:
     using QObject::QObject;
 
-    /** UTF-16 units of a text that is wrapped: of the narrowest letters a display has room for half as many. */
-    static constexpr qsizetype longestText = 5000;
+    /** Maximum UTF-16 units of a wrapped text: twice what fits on a display with the narrowest letters. */
+    static constexpr qsizetype maximumTextLength = 5000;
 
     static QString heading();
     static QString channels();
 
-    /** What the set does while the tower is dark. */
+    /** Text about the state of the tower on the standby card. */
     Q_INVOKABLE static QString towerLine(bool checking);
 
-    /** A text of the hub's on the standby card. */
+    /** A text from the hub, shortened for the standby card. */
     Q_INVOKABLE static QString cardLine(const QString& text);
 
-    /** The programme on the air, the channel's own name without one. */
+    /** Title of the current programme; the name of the channel if it has none. */
     Q_INVOKABLE static QString onAirTitle(const QString& program);
 
-    /** What stands under it, on one line: the note, else the tagline, else nothing. */
+    /** One-line text under the title: the note, or the tagline if there is no note. May be empty. */
     Q_INVOKABLE static QString onAirDetail(const QString& note, const QString& tagline);
 
-    /** The station's label on the lower third, in capitals. */
+    /** Label of the station on the lower third, in capitals. */
     Q_INVOKABLE static QString onAirStation(const QString& label);
 };

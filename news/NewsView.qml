@@ -8,16 +8,17 @@ import Quillmere.News
 import Quillmere.Screen
 import Quillmere.Video
 
-// The news channel, full screen: the live picture while the station's tower is lit, the standby card while it is dark.
+// The news channel, full screen. It shows the live picture while the tower of the station is lit, else the standby
+// card.
 FocusScreen {
     id: view
 
     required property Store store
     required property HubAPI hub
-    required property Timepiece timepiece
+    required property Clock clock
 
     onAppeared: controller.appear()
-    // Picture and sound end with the press that leaves, not with the slide that follows.
+    // Picture and sound stop when the key that dismisses the screen is pressed, not after the slide animation.
     onDisappeared: controller.disappear()
     Keys.onPressed: event => event.accepted = controller.press(event.key)
 
@@ -26,7 +27,7 @@ FocusScreen {
 
         store: view.store
         hub: view.hub
-        timepiece: view.timepiece
+        clock: view.clock
     }
 
     FullBleed {
@@ -42,14 +43,14 @@ FocusScreen {
         }
     }
 
-    // Made anew for each showing, as each begins with its first seconds.
+    // The Repeater creates a new LowerThird for each shown picture, since it appears in the first seconds of each.
     Repeater {
-        model: controller.onAir
+        model: controller.shownStationNumbers
 
         LowerThird {
             anchors.fill: parent
             anchors.topMargin: tuner.visible ? tuner.height : 0
-            timepiece: view.timepiece
+            clock: view.clock
             stationLabel: controller.currentStation.label
             program: view.store.status.news.programTitle
             note: view.store.status.news.programNote
@@ -66,7 +67,7 @@ FocusScreen {
             news: view.store.status.news
             station: controller.currentStation
             checking: controller.checking
-            timepiece: view.timepiece
+            clock: view.clock
         }
     }
 
@@ -76,7 +77,7 @@ FocusScreen {
         anchors.left: parent.left
         anchors.right: parent.right
         visible: controller.hasTuner
-        timepiece: view.timepiece
+        clock: view.clock
         stations: controller.stations
         current: controller.currentStation
         onPicked: station => controller.pick(station)

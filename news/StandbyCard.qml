@@ -4,20 +4,21 @@ import Quillmere.Hub
 import Quillmere.News
 import Quillmere.Screen
 
-// What stands in for the picture of a dark tower: colour bars, what is to come and when, and the ticker. It stands at the
-// canvas's origin; bars and ticker reach to the edges of the display.
+// Replaces the live picture while the tower is dark. It shows colour bars, a card with the next programme and a
+// countdown, and the ticker. It must be at the origin of the canvas; bars and ticker extend to the edges of the
+// display.
 Item {
     id: standby
 
     required property newsStatus news
-    required property tunerStation station // part of what it is given; it shows none of it
+    required property tunerStation station // not shown
     required property bool checking
-    required property Timepiece timepiece
+    required property Clock clock
 
-    // Within the card, above and below its rows.
+    // Padding of the card above and below its rows.
     readonly property real padding: 56
-    // Of the tallest card from the top of the display and from the ticker: of the card, the tuner strip may cover no more
-    // than what is free above its rows.
+    // Distance of a card of maximum height from the top of the display and from the ticker. With it, the tuner strip
+    // covers at most the padding above the rows.
     readonly property real margin: 40
 
     FullBleed {
@@ -33,7 +34,7 @@ Item {
             anchors.right: parent.right
             anchors.bottom: parent.bottom
             lines: standby.news.ticker
-            timepiece: standby.timepiece
+            clock: standby.clock
             Accessible.role: Accessible.StaticText
             Accessible.name: text
         }
@@ -46,10 +47,10 @@ Item {
         note: NewsTexts.cardLine(standby.news.programNote)
         label: countdown.detailText
         labelFont: countdown.detailFont
-        width: rows.widest
+        width: rows.maximumWidth
         rowGap: rows.spacing
         labelGap: countdown.spacing
-        // What the rows that are always there leave free on the tallest card.
+        // Height that the fixed rows leave free in a card of maximum height.
         height: standby.height - ticker.height - 2 * (standby.margin + standby.padding) - heading.height - rule.height
                 - status.height - station.height - countdown.headlineHeight - 4 * rows.spacing
     }
@@ -57,7 +58,7 @@ Item {
     SoftShadow {
         anchors.fill: card
         color: StationPalette.faded("black", 0.5)
-        // A shadow of some radius has faded out at twice that from the card.
+        // A blur of radius 30 fades out at twice the radius.
         spread: 2 * 30
         radius: card.radius
     }
@@ -78,8 +79,8 @@ Item {
     Column {
         id: rows
 
-        // What the widest card leaves free.
-        readonly property real widest: 1500 - 2 * 90
+        // Width of a row in a card of maximum width.
+        readonly property real maximumWidth: 1500 - 2 * 90
 
         x: card.x + 90
         y: card.y + standby.padding
@@ -89,7 +90,7 @@ Item {
             id: heading
 
             anchors.horizontalCenter: parent.horizontalCenter
-            // The last letter's spacing is not part of the word's width to the eye.
+            // Half of the letter spacing after the last letter, so that the visible letters are centred.
             anchors.horizontalCenterOffset: 4
             text: NewsTexts.heading
             font: Typography.standard(92, Font.Black, 8)
@@ -109,7 +110,7 @@ Item {
 
         StationText {
             anchors.horizontalCenter: parent.horizontalCenter
-            width: Math.min(implicitWidth, rows.widest)
+            width: Math.min(implicitWidth, rows.maximumWidth)
             visible: text !== ""
             text: lines.title
             font: lines.titleFont
@@ -121,7 +122,7 @@ Item {
 
         StationText {
             anchors.horizontalCenter: parent.horizontalCenter
-            width: Math.min(implicitWidth, rows.widest)
+            width: Math.min(implicitWidth, rows.maximumWidth)
             visible: text !== ""
             text: lines.note
             font: lines.noteFont
@@ -166,10 +167,10 @@ Item {
             id: countdown
 
             anchors.horizontalCenter: parent.horizontalCenter
-            width: Math.min(implicitWidth, rows.widest)
+            width: Math.min(implicitWidth, rows.maximumWidth)
             nextBroadcast: standby.news.nextBroadcast
             label: standby.news.nextBroadcastLabel
-            timepiece: standby.timepiece
+            clock: standby.clock
             detailLines: lines.labelLines
         }
     }

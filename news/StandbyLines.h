@@ -5,9 +5,8 @@
 #include <QtQml/qqmlregistration.h>
 
 /**
- * How many lines the standby card shows of each text of the hub's: as many as there are, and where they do not all fit
- * on the display, the countdown's label goes first, then the title, then the note. Screen thread only; the card makes
- * and owns it.
+ * Number of lines of each text from the hub on the standby card. If not all lines fit on the display, the priority is:
+ * the label of the countdown, the title, the note. Screen thread only; the card creates and owns it.
  */
 class StandbyLines : public QObject
 {
@@ -17,12 +16,12 @@ class StandbyLines : public QObject
     Q_PROPERTY(QString note MEMBER m_note NOTIFY inputChanged FINAL)
     Q_PROPERTY(QString label MEMBER m_label NOTIFY inputChanged FINAL)
     Q_PROPERTY(QFont labelFont MEMBER m_labelFont NOTIFY inputChanged FINAL)
-    /** Of a line, in points. */
+    /** Width of a line, in points. */
     Q_PROPERTY(double width MEMBER m_width NOTIFY inputChanged FINAL)
-    /** What the card's other rows leave free for the three, with the gaps above them, in points. */
+    /** Height that the other rows of the card leave free for the three texts and the gaps above them, in points. */
     Q_PROPERTY(double height MEMBER m_height NOTIFY inputChanged FINAL)
-    Q_PROPERTY(double rowGap MEMBER m_rowGap NOTIFY inputChanged FINAL)     ///< above title and note
-    Q_PROPERTY(double labelGap MEMBER m_labelGap NOTIFY inputChanged FINAL) ///< above the label
+    Q_PROPERTY(double rowGap MEMBER m_rowGap NOTIFY inputChanged FINAL)     ///< above the title and the note, in points
+    Q_PROPERTY(double labelGap MEMBER m_labelGap NOTIFY inputChanged FINAL) ///< above the label, in points
 
     Q_PROPERTY(QFont titleFont READ titleFont CONSTANT FINAL)
     Q_PROPERTY(QFont noteFont READ noteFont CONSTANT FINAL)
@@ -45,7 +44,7 @@ Q_SIGNALS:
     void linesChanged();
 
 private:
-    void share();
+    void updateLines();
 
     QString m_title;
     QString m_note;

@@ -2,7 +2,7 @@
 
 #include "BroadcastTexts.h"
 #include "Clock.h"
-#include "EveryFrame.h"
+#include "FrameCallback.h"
 #include "HubURL.h"
 #include "ShortenedText.h"
 
@@ -19,7 +19,7 @@ int wholePixels(double pixels)
     return int(std::floor(pixels + 0.5));
 }
 
-/** Its matrix leads to device pixels, so that the tiles need no scaling. */
+/** Creates a node that shows the tiles. Its coordinates are device pixels, so that the tiles are not scaled. */
 QSGTransformNode* nodeOf(const TickerPicture& picture, QQuickWindow& window)
 {
     auto* node = new QSGTransformNode;
@@ -31,7 +31,7 @@ QSGTransformNode* nodeOf(const TickerPicture& picture, QQuickWindow& window)
         image->setSourceRect(tile.rect());
         image->setRect(left, -picture.baseline, tile.width(), tile.height());
         image->setFiltering(QSGTexture::Nearest);
-        // Only now: the software adaptation looks for the texture at once.
+        // Appended last, because the software renderer reads the texture as soon as the node is in the tree.
         node->appendChildNode(image);
         left += tile.width();
     }
@@ -41,18 +41,18 @@ QSGTransformNode* nodeOf(const TickerPicture& picture, QQuickWindow& window)
 } // namespace
 
 TickerCrawl::TickerCrawl(QQuickItem* parent)
-    : QQuickItem(parent), m_frames(std::make_unique<EveryFrame>([this] { follow(); })), m_ascent(0)
+    : QQuickItem(parent), m_frameCallback(std::make_unique<FrameCallback>([this] { onFrame(); })), m_ascent(0)
 {
     setFlag(ItemHasContents);
-    const QFontMetricsF metrics(TickerPrint::font());
+    const QFontMetricsF metrics(TickerRenderer::font());
     m_ascent = metrics.ascent();
     setImplicitHeight(metrics.height());
-    m_print.text = tickerText({}, hubBase().host());
+    m_renderer.text = tickerText({}, hubBase().host());
 }
 
 TickerCrawl::~TickerCrawl()
 {
-    m_order.request_stop();
+    m_stopSource.request_stop();
 }
 
 void TickerCrawl::setLines(const QStringList& lines)
@@ -60,121 +60,113 @@ void TickerCrawl::setLines(const QStringList& lines)
     if (m_lines == lines)
         return;
     m_lines = lines;
-    m_print.text = tickerText(lines, hubBase().host());
-    m_print.width = 0; // to be ordered at the next frame, which there is none of out of sight
+    m_renderer.text = tickerText(lines, hubBase().host());
+    m_renderer.width = 0; // onFrame() then requests a picture; it is not called while the item is not visible
     Q_EMIT linesChanged();
-}
-
-void TickerCrawl::setTimepiece(Timepiece* timepiece)
-{
-    if (m_timepiece == timepiece)
-        return;
-    m_timepiece = timepiece;
-    Q_EMIT timepieceChanged();
 }
 
 QString TickerCrawl::text() const
 {
-    return shortenedLine(m_print.text);
+    return shortenedLine(m_renderer.text);
 }
 
 bool TickerCrawl::isCrawling() const
 {
-    return m_frames->state() == QAbstractAnimation::Running;
+    return m_frameCallback->state() == QAbstractAnimation::Running;
 }
 
 void TickerCrawl::itemChange(ItemChange change, const ItemChangeData& data)
 {
     if (change == ItemSceneChange || change == ItemVisibleHasChanged) {
-        m_frames->stop();
+        m_frameCallback->stop();
         const bool hasWindow = change == ItemSceneChange ? data.window != nullptr : window() != nullptr;
         if (hasWindow && isVisible()) {
-            m_frames->start();
+            m_frameCallback->start();
             update();
         }
     }
     QQuickItem::itemChange(change, data);
 }
 
-TickerCrawl::Ground TickerCrawl::ground() const
+TickerCrawl::DeviceGeometry TickerCrawl::deviceGeometry() const
 {
     const QTransform toScene = itemTransform(nullptr, nullptr);
     const double ratio = window()->effectiveDevicePixelRatio();
     return {toScene.map(QPointF()) * ratio, toScene.m11() * ratio};
 }
 
-/** Where the line's left edge and baseline belong now, in device pixels. */
-QPoint TickerCrawl::place(const Ground& ground) const
+/** Current position of the left end of the line's baseline on the display, in device pixels. */
+QPoint TickerCrawl::linePosition(const DeviceGeometry& geometry) const
 {
-    const double offset = tickerOffset(width(), m_picture->period, m_timepiece->clock().now());
-    return {wholePixels(ground.origin.x() + offset * ground.scale),
-            wholePixels(ground.origin.y() + m_ascent * ground.scale)};
+    const double offset = tickerOffset(width(), m_picture->period, m_clock->now());
+    return {wholePixels(geometry.origin.x() + offset * geometry.scale),
+            wholePixels(geometry.origin.y() + m_ascent * geometry.scale)};
 }
 
-/** Once a frame: asks for a drawing if the line has to stand elsewhere, and for a line that fits the display. */
-void TickerCrawl::follow()
+/** Called once a frame. Requests a new picture if size or scale changed, and drawing if the line moves by a pixel. */
+void TickerCrawl::onFrame()
 {
-    if (!m_timepiece || width() <= 0)
+    if (!m_clock || width() <= 0)
         return;
-    const Ground now = ground();
+    const DeviceGeometry now = deviceGeometry();
     if (now.scale <= 0)
         return;
-    if (m_print.width != width() || m_print.scale != now.scale) {
-        m_print.width = width();
-        m_print.scale = now.scale;
-        order();
+    if (m_renderer.width != width() || m_renderer.scale != now.scale) {
+        m_renderer.width = width();
+        m_renderer.scale = now.scale;
+        requestPicture();
     }
-    if (m_picture && (m_isNewPicture || m_placed != place(now)))
+    if (m_picture && (m_isPictureNew || m_linePosition != linePosition(now)))
         update();
 }
 
-/** Has the present line painted, in place of whatever is being painted. */
-void TickerCrawl::order()
+/** Starts painting the current line. Stops the painting of an older one. */
+void TickerCrawl::requestPicture()
 {
-    m_isOutdated = true;
-    m_order.request_stop();
-    if (!m_isWorking)
-        work();
+    m_isDirty = true;
+    m_stopSource.request_stop();
+    if (!m_isRendering)
+        renderPictures();
 }
 
-QCoro::Task<void> TickerCrawl::work()
+QCoro::Task<void> TickerCrawl::renderPictures()
 {
-    const CancelToken token = m_tasks.token();
-    m_isWorking = true;
-    while (m_isOutdated) {
-        m_isOutdated = false;
-        m_order = std::stop_source();
+    const std::stop_token token = m_tasks.token();
+    m_isRendering = true;
+    while (m_isDirty) {
+        m_isDirty = false;
+        m_stopSource = std::stop_source();
         const Completion<TickerPicture> painting =
-            m_worker.run([print = m_print, stop = m_order.get_token()] { return print.paint(stop); });
+            m_worker.run([renderer = m_renderer, stop = m_stopSource.get_token()] { return renderer.paint(stop); });
         TickerPicture picture = co_await painting;
-        if (token.isCancelled())
+        if (token.stop_requested())
             co_return;
-        if (m_isOutdated)
+        if (m_isDirty)
             continue;
         m_picture = std::move(picture);
-        m_isNewPicture = true;
+        m_isPictureNew = true;
     }
-    m_isWorking = false;
+    m_isRendering = false;
 }
 
 QSGNode* TickerCrawl::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
 {
-    const Ground now = ground();
-    if (!m_picture || !m_timepiece || now.scale <= 0) {
+    const DeviceGeometry now = deviceGeometry();
+    if (!m_picture || !m_clock || now.scale <= 0) {
         delete old;
         return nullptr;
     }
     auto* node = static_cast<QSGTransformNode*>(old);
-    if (!node || m_isNewPicture) {
+    if (!node || m_isPictureNew) {
         delete node;
         node = nodeOf(*m_picture, *window());
-        m_isNewPicture = false;
+        m_isPictureNew = false;
     }
-    const QPoint placed = place(now);
-    m_placed = placed;
-    const QPointF moved = (placed - now.origin) / now.scale;
+    const QPoint position = linePosition(now);
+    m_linePosition = position;
+    const QPointF offset = (position - now.origin) / now.scale;
     QMatrix4x4 matrix;
-    matrix.translate(float(moved.x()), float(moved.y()));
+    matrix.translate(float(offset.x()), float(offset.y()));
     matrix.scale(float(1 / now.scale));
     node->setMatrix(matrix);
     return node;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Clock.h"
 #include "TaskScope.h"
-#include "TickerPrint.h"
-#include "Timepiece.h"
+#include "TickerRenderer.h"
 #include "Worker.h"
 
 #include <QCoroTask>
@@ -15,19 +15,19 @@
 class QAbstractAnimation;
 
 /**
- * The line of text that crawls from right to left through its width, where it stands decided by the clock alone. The line is
- * painted in the background, pixel for pixel, and then only moved, by whole device pixels: a frame in which it would stay
- * where it is asks for no drawing, and one out of sight asks for none. Until a new line is painted the old one crawls on.
- * Screen thread only; its parent item owns it, the timepiece outlives it. Rotations and shears are not followed.
+ * A line of text that scrolls from right to left through the item. Its position depends only on the clock. A worker
+ * thread paints the line at device resolution; after that, the picture only moves, by whole device pixels. A frame in
+ * which it does not move, or is not visible, requests no drawing. Until a new line is painted, the old one keeps
+ * scrolling. Screen thread only; its parent item owns it, the clock outlives it. Rotations and shears are ignored.
  */
 class TickerCrawl : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
-    /** What the hub has to say; nothing for the station's own line. */
+    /** Texts from the hub; if empty, a default text is shown. */
     Q_PROPERTY(QStringList lines READ lines WRITE setLines NOTIFY linesChanged FINAL)
-    Q_PROPERTY(Timepiece* timepiece READ timepiece WRITE setTimepiece NOTIFY timepieceChanged FINAL)
-    /** What it says, for whom cannot see it. */
+    Q_PROPERTY(Clock* clock MEMBER m_clock NOTIFY clockChanged FINAL)
+    /** The text for screen readers. */
     Q_PROPERTY(QString text READ text NOTIFY linesChanged FINAL)
 
 public:
@@ -36,48 +36,46 @@ public:
 
     const QStringList& lines() const { return m_lines; }
     void setLines(const QStringList& lines);
-    Timepiece* timepiece() const { return m_timepiece; }
-    void setTimepiece(Timepiece* timepiece);
     QString text() const;
 
-    /** Whether what crawls is the present line at its present size. */
-    bool isUpToDate() const { return m_picture && !m_isWorking && m_print.width == width(); }
-    /** Whether it looks at the clock at every frame. */
+    /** Whether the shown picture is of the current line at its current size. */
+    bool isUpToDate() const { return m_picture && !m_isRendering && m_renderer.width == width(); }
+    /** Whether it reads the clock at every frame. */
     bool isCrawling() const;
 
 Q_SIGNALS:
     void linesChanged();
-    void timepieceChanged();
+    void clockChanged();
 
 protected:
     void itemChange(ItemChange change, const ItemChangeData& data) override;
     QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override;
 
 private:
-    /** How the item lies on the display. */
-    struct Ground
+    /** Position and scale of the item on the display. */
+    struct DeviceGeometry
     {
         QPointF origin; ///< device pixels
-        double scale;   ///< device pixels a point
+        double scale;   ///< device pixels per point
     };
 
-    Ground ground() const;
-    QPoint place(const Ground& ground) const;
-    void follow();
-    void order();
-    QCoro::Task<void> work();
+    DeviceGeometry deviceGeometry() const;
+    QPoint linePosition(const DeviceGeometry& geometry) const;
+    void onFrame();
+    void requestPicture();
+    QCoro::Task<void> renderPictures();
 
     QStringList m_lines;
-    QPointer<Timepiece> m_timepiece;
-    std::unique_ptr<QAbstractAnimation> m_frames; ///< runs while there is something to see
-    double m_ascent;                              ///< of the font, in points
-    TickerPrint m_print;                          ///< the present one
+    QPointer<Clock> m_clock;
+    std::unique_ptr<QAbstractAnimation> m_frameCallback; ///< runs while the item is visible
+    double m_ascent;                                     ///< of the font, in points
+    TickerRenderer m_renderer;                           ///< of the current line
     std::optional<TickerPicture> m_picture;
-    bool m_isNewPicture = false;    ///< the scene graph has not seen it
-    std::optional<QPoint> m_placed; ///< where the line's left edge and baseline stand on the glass, in device pixels
-    bool m_isOutdated = false;      ///< the print has changed since it was ordered
-    bool m_isWorking = false;
-    std::stop_source m_order;
+    bool m_isPictureNew = false;          ///< whether the scene graph must upload it
+    std::optional<QPoint> m_linePosition; ///< last drawn position of the line
+    bool m_isDirty = false;               ///< whether m_renderer changed since painting started
+    bool m_isRendering = false;
+    std::stop_source m_stopSource;
     Worker m_worker;
     TaskScope m_tasks;
 };

@@ -2,15 +2,15 @@ import QtQuick
 import Quillmere.Front
 import Quillmere.News
 
-// One station of the tuner strip: its number, which alone tells that it is the current one, and its label.
+// One station on the tuner strip: its number and label. The colour of the number marks the current station.
 StationButton {
     id: button
 
     required property TunerList tuner
-    required property Timepiece timepiece
+    required property Clock clock
     required property string number
     required property string label
-    required property real numberExtent
+    required property real numberWidth
     required property bool isCurrent
 
     name: number + " " + label
@@ -19,20 +19,21 @@ StationButton {
 
     StationPlate {
         lift: button.lift
-        growth: button.tuner.growth(button.width)
+        focusScale: button.tuner.focusScale(button.width)
 
         MarqueeText {
             id: digits
 
             x: button.tuner.margin
             anchors.verticalCenter: parent.verticalCenter
-            width: button.numberExtent
-            timepiece: button.timepiece
+            width: button.numberWidth
+            clock: button.clock
             running: button.activeFocus
             text: button.number
             font: button.tuner.numberFont
-            color: button.isCurrent ? StationPalette.onAirRed
-                                    : StationPalette.mixed(StationPalette.parchment, StationPalette.inkNavy, button.lift)
+            color: button.isCurrent
+                   ? StationPalette.onAirRed
+                   : StationPalette.mixed(StationPalette.parchment, StationPalette.inkNavy, button.lift)
         }
 
         MarqueeText {
@@ -41,7 +42,7 @@ StationButton {
             anchors.right: parent.right
             anchors.rightMargin: button.tuner.margin
             anchors.verticalCenter: parent.verticalCenter
-            timepiece: button.timepiece
+            clock: button.clock
             running: button.activeFocus
             text: button.label
             font: button.tuner.labelFont

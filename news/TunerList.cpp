@@ -11,7 +11,7 @@
 
 namespace {
 
-int rowIn(const QList<TunerStation>& stations, const QString& number)
+int rowOf(const QList<TunerStation>& stations, const QString& number)
 {
     const auto found = std::find_if(stations.cbegin(), stations.cend(),
                                     [&number](const TunerStation& station) { return station.number == number; });
@@ -32,10 +32,10 @@ QFont TunerList::labelFont()
 
 void TunerList::setStations(const QList<TunerStation>& stations)
 {
-    const QList<TunerStation> shown = stations.first(std::min(mostStations, stations.size()));
+    const QList<TunerStation> shown = stations.first(std::min(maximumStations, stations.size()));
     if (shown == m_stations)
         return;
-    reset(placeAmong(shown), [&] {
+    reset(currentRowIn(shown), [&] {
         m_stations = shown;
         m_buttons = buttonsOf(shown);
     });
@@ -46,12 +46,12 @@ void TunerList::setCurrent(const TunerStation& current)
 {
     if (current == m_current)
         return;
-    const bool follows = place() < 0 || isAtCurrent();
+    const bool tracksCurrent = currentRow() < 0 || isOnCurrentStation();
     m_current = current;
     if (!m_stations.isEmpty())
         Q_EMIT dataChanged(index(0), index(rowCount() - 1), {CurrentRole});
-    if (follows && !isAtCurrent())
-        setPlace(rowIn(m_stations, current.number));
+    if (tracksCurrent && !isOnCurrentStation())
+        setCurrentRow(rowOf(m_stations, current.number));
     Q_EMIT currentChanged();
 }
 
@@ -62,59 +62,64 @@ void TunerList::setStripWidth(double stripWidth)
     m_stripWidth = stripWidth;
     QList<Button> buttons = buttonsOf(m_stations);
     if (buttons != m_buttons)
-        reset(place(), [&] { m_buttons = std::move(buttons); });
+        reset(currentRow(), [&] { m_buttons = std::move(buttons); });
     Q_EMIT stripWidthChanged();
 }
 
-int TunerList::longestButton() const
+int TunerList::maximumButtonWidth() const
 {
     return m_stripWidth > 0 ? int(m_stripWidth) - 2 * sidePadding() : std::numeric_limits<int>::max();
 }
 
-double TunerList::growth(double extent)
+double TunerList::focusScale(double extent)
 {
-    constexpr double mostGrowth = 2.0 * 2 / 3 * spacing(); // points, on both sides together
-    return std::min(StationMotion::plateScale(), 1 + mostGrowth / extent);
+    constexpr double maximumGrowth = 2.0 * 2 / 3 * spacing(); // points, on both sides together
+    return std::min(StationMotion::plateScale(), 1 + maximumGrowth / extent);
 }
 
 QList<TunerList::Button> TunerList::buttonsOf(const QList<TunerStation>& stations) const
 {
-    const int room = std::max(0, longestButton() - 2 * margin() - gap());
+    const int availableWidth = std::max(0, maximumButtonWidth() - 2 * margin() - gap());
     const QFontMetricsF numberMetrics(numberFont());
     const QFontMetricsF labelMetrics(labelFont());
     QList<Button> buttons;
     for (const TunerStation& station : stations) {
-        Button button{shortenedLine(station.number, longestText), shortenedLine(station.label, longestText), 0, 0};
+        Button button{shortenedLine(station.number, maximumTextLength), shortenedLine(station.label, maximumTextLength),
+                      0, 0};
         const int number = qCeil(numberMetrics.horizontalAdvance(button.number));
         const int label = qCeil(labelMetrics.horizontalAdvance(button.label));
-        // Where both are too long, each has half of the room.
-        button.numberExtent = std::min(number, std::max(room / 2, room - label));
-        button.extent = margin() + button.numberExtent + gap() + std::min(label, room - button.numberExtent) + margin();
+        // If both are too long, each gets half of the width.
+        button.numberWidth = std::min(number, std::max(availableWidth / 2, availableWidth - label));
+        button.extent =
+            margin() + button.numberWidth + gap() + std::min(label, availableWidth - button.numberWidth) + margin();
         buttons.append(std::move(button));
     }
     return buttons;
 }
 
-bool TunerList::isAtCurrent() const
+bool TunerList::isOnCurrentStation() const
 {
-    return place() >= 0 && m_stations.at(place()).number == m_current.number;
+    return currentRow() >= 0 && m_stations.at(currentRow()).number == m_current.number;
 }
 
-// On the same station, where it did not move if two share a number; else on the current one.
-int TunerList::placeAmong(const QList<TunerStation>& stations) const
+/**
+ * Row that becomes current if the list changes to `stations`: the row of the same station, by number. If that station
+ * is gone, the row of the station on screen. A row does not change if its station has the same number as before.
+ */
+int TunerList::currentRowIn(const QList<TunerStation>& stations) const
 {
     if (stations.isEmpty())
         return -1;
-    const int current = rowIn(stations, m_current.number);
-    if (place() < 0)
+    const int current = rowOf(stations, m_current.number);
+    if (currentRow() < 0)
         return current;
-    const QString number = m_stations.at(place()).number;
-    if (place() < stations.size() && stations.at(place()).number == number)
-        return place();
-    const int same = rowIn(stations, number);
+    const QString number = m_stations.at(currentRow()).number;
+    if (currentRow() < stations.size() && stations.at(currentRow()).number == number)
+        return currentRow();
+    const int same = rowOf(stations, number);
     if (same >= 0)
         return same;
-    return current >= 0 ? current : std::min(place(), int(stations.size()) - 1);
+    return current >= 0 ? current : std::min(currentRow(), int(stations.size()) - 1);
 }
 
 void TunerList::pick(int row)
@@ -140,8 +145,8 @@ QVariant TunerList::data(const QModelIndex& index, int role) const
         return button.number;
     case LabelRole:
         return button.label;
-    case NumberExtentRole:
-        return button.numberExtent;
+    case NumberWidthRole:
+        return button.numberWidth;
     case ExtentRole:
         return button.extent;
     case CurrentRole:
@@ -153,6 +158,6 @@ QVariant TunerList::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> TunerList::roleNames() const
 {
-    return {{KeyRole, "key"},       {NumberRole, "number"},    {LabelRole, "label"}, {NumberExtentRole, "numberExtent"},
+    return {{KeyRole, "key"},       {NumberRole, "number"},    {LabelRole, "label"}, {NumberWidthRole, "numberWidth"},
             {ExtentRole, "extent"}, {CurrentRole, "isCurrent"}};
 }

@@ -1,30 +1,31 @@
 #pragma once
 
-#include "PlacedListModel.h"
+#include "CurrentRowModel.h"
 #include "TunerStation.h"
 
 #include <QFont>
 #include <QtQml/qqmlregistration.h>
 
 /**
- * The buttons of the tuner strip, one for each of the first 500 stations, each as long as its number and its label, but
- * no longer than the strip. The viewer's place is at the current station until the viewer has moved on to look for another. Screen thread only; the strip makes and owns it; the application
- * object outlives it, as the buttons are measured by their fonts.
+ * Model of the tuner strip: a button for each of the first 500 stations, as wide as its number and label need, but not
+ * wider than the strip. The current row is at the station on screen until the viewer moves the focus to another button.
+ * Screen thread only; the strip creates and owns it. It measures texts with fonts, so the application object outlives
+ * it.
  */
-class TunerList : public PlacedListModel
+class TunerList : public CurrentRowModel
 {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QList<TunerStation> stations READ stations WRITE setStations NOTIFY stationsChanged FINAL)
-    /** The station on screen; the buttons with its number are marked. */
+    /** Station on screen. Buttons with its number are marked. */
     Q_PROPERTY(TunerStation current READ current WRITE setCurrent NOTIFY currentChanged FINAL)
 
-    /** How a button is set: number, gap and label, with a margin before and after; lengths in points. */
+    /** Layout of a button: margin, number, gap, label, margin. Lengths in points. */
     Q_PROPERTY(QFont numberFont READ numberFont CONSTANT FINAL)
     Q_PROPERTY(QFont labelFont READ labelFont CONSTANT FINAL)
-    /** How long the strip is, in points; 0 as long as it is not known. */
+    /** Width of the strip, in points; 0 while unknown. */
     Q_PROPERTY(double stripWidth READ stripWidth WRITE setStripWidth NOTIFY stripWidthChanged FINAL)
-    /** What the strip leaves free at its ends, and between its buttons. */
+    /** Free space at the ends of the strip, and between buttons. */
     Q_PROPERTY(int sidePadding READ sidePadding CONSTANT FINAL)
     Q_PROPERTY(int spacing READ spacing CONSTANT FINAL)
 
@@ -32,18 +33,18 @@ class TunerList : public PlacedListModel
     Q_PROPERTY(int gap READ gap CONSTANT FINAL)
 
 public:
-    enum Role { KeyRole = Qt::UserRole, NumberRole, LabelRole, NumberExtentRole, ExtentRole, CurrentRole };
+    enum Role { KeyRole = Qt::UserRole, NumberRole, LabelRole, NumberWidthRole, ExtentRole, CurrentRole };
 
     static QFont numberFont();
     static QFont labelFont();
-    static constexpr int margin() { return 26 + 20; } ///< what every plate leaves free, and the label's padding
+    static constexpr int margin() { return 26 + 20; } ///< margin of every plate, and padding of the label
     static constexpr int gap() { return 10; }
     static constexpr int sidePadding() { return 50; }
     static constexpr int spacing() { return 18; }
-    static constexpr qsizetype longestText = 1000; ///< UTF-16 units, read in two minutes
-    static constexpr qsizetype mostStations = 500; ///< nobody walks past more, and every button costs its measuring
+    static constexpr qsizetype maximumTextLength = 1000; ///< UTF-16 units; scrolling through takes about two minutes
+    static constexpr qsizetype maximumStations = 500;    ///< limits the time for measuring texts; nobody browses more
 
-    using PlacedListModel::PlacedListModel;
+    using CurrentRowModel::CurrentRowModel;
 
     const QList<TunerStation>& stations() const { return m_stations; }
     void setStations(const QList<TunerStation>& stations);
@@ -53,10 +54,12 @@ public:
     double stripWidth() const { return m_stripWidth; }
     void setStripWidth(double stripWidth);
 
-    /** How large a button that is `extent` long becomes under the focus: as any plate, but not as far as its neighbours. */
-    Q_INVOKABLE static double growth(double extent);
+    /**
+     * Scale of a focused button of width `extent`: that of all plates, but small enough not to reach its neighbours.
+     */
+    Q_INVOKABLE static double focusScale(double extent);
 
-    /** The viewer chooses a button's station. */
+    /** Called when the viewer selects a button. Emits picked() with its station. */
     Q_INVOKABLE void pick(int row);
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -74,16 +77,16 @@ private:
     {
         QString number;
         QString label;
-        int numberExtent; ///< points
-        int extent;
+        int numberWidth; ///< points
+        int extent;      ///< width of the button, in points
 
         bool operator==(const Button&) const = default;
     };
 
     QList<Button> buttonsOf(const QList<TunerStation>& stations) const;
-    int longestButton() const;
-    bool isAtCurrent() const;
-    int placeAmong(const QList<TunerStation>& stations) const;
+    int maximumButtonWidth() const;
+    bool isOnCurrentStation() const;
+    int currentRowIn(const QList<TunerStation>& stations) const;
 
     QList<TunerStation> m_stations;
     TunerStation m_current;

@@ -5,12 +5,12 @@ import Quillmere.Front
 import Quillmere.News
 import Quillmere.Screen
 
-// The stations to choose from, across the top of the display; it moves where they are more than it has room for. It
-// stands at the canvas's origin, and what it shows reaches to the edges of the display.
+// Row of buttons at the top of the display, one for each station. It scrolls if they do not fit. It must be at the
+// origin of the canvas; the row extends to the edges of the display.
 FocusSection {
     id: strip
 
-    required property Timepiece timepiece
+    required property Clock clock
     property alias stations: list.stations
     property alias current: list.current
 
@@ -40,8 +40,8 @@ FocusSection {
             width: parent.width
             height: strip.height
             orientation: Qt.Horizontal
-            // More than the space between two plates, so that the next one is seen coming.
-            lead: 300
+            // More than the space between two buttons, so that part of the next one is visible.
+            revealMargin: 300
             contentExtent: plates.x + plates.width + list.sidePadding
 
             StationLabel {
@@ -62,17 +62,15 @@ FocusSection {
                 height: 64
                 orientation: Qt.Horizontal
                 spacing: list.spacing
-                ahead: 400
+                cacheBuffer: 400
                 model: list
-                place: list.place
-                onHeld: row => list.place = row
 
                 TunerButton {
                     required property int index
                     required property real extent
 
                     tuner: list
-                    timepiece: strip.timepiece
+                    clock: strip.clock
                     width: extent
                     height: plates.height
                     preferred: isCurrent

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr double latestTop = 1.0; // seconds; what starts no later starts from the top
+constexpr double startTolerance = 1.0; // seconds; a start position up to this plays from the beginning
 constexpr std::chrono::seconds reportInterval{10};
 
 } // namespace
@@ -44,11 +44,11 @@ void Coordinator::tearDown()
 
 void Coordinator::start(double startAt)
 {
-    if (startAt > latestTop) {
-        // Whether it came there or not; but not once the viewer has left.
+    if (startAt > startTolerance) {
+        // Play even if the seek failed, but not after tearDown() or with another player.
         m_player->seek(startAt, SeekTolerance::AtOrAfter,
-                       [coordinator = QPointer(this), sought = m_player.get()](bool) {
-                           if (coordinator && coordinator->m_player.get() == sought)
+                       [coordinator = QPointer(this), player = m_player.get()](bool) {
+                           if (coordinator && coordinator->m_player.get() == player)
                                coordinator->m_player->play();
                        });
     } else {
@@ -63,11 +63,11 @@ void Coordinator::observeStatus(const PlayerItem& item)
         if (item.status() != PlayerItem::Status::Failed)
             return;
         const QString cause = failureText(item.error());
-        const auto tell = [this, message = cause.isEmpty() ? TapePlayerTexts::wouldNotPlay() : cause] {
+        const auto report = [this, message = cause.isEmpty() ? TapePlayerTexts::wouldNotPlay() : cause] {
             if (m_player)
                 m_onFailure(message);
         };
-        // From the event loop, as whoever hears it may end the player that is telling.
-        QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+        // Queued: the callback may destroy the player, which is still inside the call that emitted this signal.
+        QMetaObject::invokeMethod(this, report, Qt::QueuedConnection);
     });
 }

@@ -9,9 +9,9 @@
 #include <memory>
 
 /**
- * Watches one playback: starts it, and tells how far it has come, that the item was played to its end, and that it
- * failed. Screen thread only; its PlayerContainer owns it. It shares the player until it is torn down; what arrives after
- * that is dropped.
+ * Controls one playback: starts the player, and reports progress, the end of the item and failures through callbacks.
+ * Screen thread only; its PlayerContainer owns it. It shares ownership of the player until `tearDown`; later events are
+ * ignored.
  */
 class Coordinator : public QObject
 {
@@ -25,10 +25,10 @@ public:
     Coordinator(OnProgress onProgress, OnFinished onFinished, OnFailure onFailure);
     ~Coordinator() override;
 
-    /** Starts to play at `startAt` seconds, from the top up to 1.0; the player has the item already. */
+    /** Starts to play at `startAt` seconds; up to 1.0, from the beginning. The player must already have the item. */
     void attach(std::shared_ptr<VideoPlayer> player, const PlayerItem& item, double startAt);
 
-    /** Lets go of the player and of all that was to be told of it. Safe twice. */
+    /** Releases the player; no callback is called afterwards. May be called twice. */
     void tearDown();
 
 private:

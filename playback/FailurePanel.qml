@@ -2,14 +2,14 @@ import QtQuick
 import Quillmere.Front
 import Quillmere.Playback
 
-// What a viewer reads when a tape does not play, and the way back.
+// Message for a tape that does not play, and a button that goes back.
 Item {
     id: panel
 
     required property string message
 
     readonly property color outline: StationPalette.faded("black", 0.9)
-    // Above and below the panel's rows at least.
+    // Minimum space above and below the rows, in points.
     readonly property real margin: 60
 
     signal dismissed()
@@ -28,10 +28,10 @@ Item {
             text: TapePlayerTexts.tracking
             font: Typography.standard(64, Font.Black, 10)
             color: StationPalette.parchment
-            // To be read on a bright picture, too.
+            // Keeps the text readable on a bright picture.
             style: Text.Outline
             styleColor: panel.outline
-            // The last letter's tracking would push the word off the centre.
+            // Balances the letter spacing after the last letter, which would push the word off the centre.
             leftPadding: 10
             textFormat: Text.PlainText
             Accessible.role: Accessible.Heading

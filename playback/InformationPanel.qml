@@ -2,27 +2,27 @@ import QtQuick
 import Quillmere.Front
 import Quillmere.Playback
 
-// What is known of what plays, and the tracks there are to choose from; it comes down from the top.
+// Metadata of the current item, and its tracks to choose from. Slides down from the top.
 Item {
     id: panel
 
     required property PlayerController controls
 
-    // How far it has come.
-    property real sight: controls.panelShown ? 1 : 0
+    // 0 when hidden, 1 when fully shown.
+    property real shownFraction: controls.panelShown ? 1 : 0
 
     readonly property real padding: 44
-    // Of all that it shows: the rest of the display is the transport bar's.
-    readonly property real room: parent.height - y - 200 - 2 * padding
+    // Height of all rows together, in points; the rest of the display belongs to the transport bar.
+    readonly property real availableHeight: parent.height - y - 200 - 2 * padding
 
     width: plate.width
     height: plate.height
-    opacity: sight
-    visible: sight > 0
-    // What can no more be chosen gives the focus back at once.
+    opacity: shownFraction
+    visible: shownFraction > 0
+    // Disabled as soon as it starts to hide, so that it loses the focus at once.
     enabled: controls.panelShown
 
-    Behavior on sight {
+    Behavior on shownFraction {
         NumberAnimation {
             duration: StationMotion.fadeTime
             easing.type: Easing.OutCubic
@@ -32,13 +32,13 @@ Item {
     Binding {
         target: panel.controls
         property: "panelTopFocused"
-        value: !(subtitles.holdsFocus && sound.hasChoice)
+        value: !(subtitles.containsFocus && sound.hasChoice)
     }
 
     CardPlate {
         id: plate
 
-        y: -40 * (1 - panel.sight)
+        y: -40 * (1 - panel.shownFraction)
         width: 1760
         height: information.height + 2 * panel.padding
         radius: 28
@@ -58,7 +58,7 @@ Item {
                 id: title
 
                 width: parent.width
-                maximumHeight: panel.room / 3
+                maximumHeight: panel.availableHeight / 3
                 visible: text !== ""
                 text: panel.controls.title
                 font: Typography.standard(42, Font.Black)
@@ -79,7 +79,7 @@ Item {
 
             StationText {
                 width: parent.width
-                maximumHeight: panel.room - title.height - subtitle.height - publisher.height - tracks.height
+                maximumHeight: panel.availableHeight - title.height - subtitle.height - publisher.height - tracks.height
                                - 4 * parent.spacing
                 visible: text !== ""
                 text: panel.controls.description

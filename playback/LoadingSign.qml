@@ -1,7 +1,7 @@
 import QtQuick
 import Quillmere.Front
 
-// A wheel on a dark disc, to be seen on any picture.
+// Spinner on a dark disc, visible on any picture.
 Item {
     id: sign
 

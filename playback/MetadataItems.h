@@ -5,5 +5,5 @@
 
 #include <QList>
 
-/** The now-playing texts of a cassette, in the order in which they are shown; what is empty has no item. */
+/** The now-playing metadata of a cassette, in the order in which it is shown. Empty values are left out. */
 QList<MetadataItem> metadataItems(const VHSCover& cover);

@@ -16,7 +16,7 @@ Focusable {
     Accessible.focused: activeFocus
     implicitHeight: words.implicitHeight + 2 * words.y
 
-    // No painted plates, as a paragraph may be far taller than the display and its picture with it.
+    // Plain rectangles: a paragraph may be far taller than the display, and a painted plate needs a picture as large.
     Rectangle {
         anchors.fill: parent
         visible: passage.lift > 0
@@ -34,8 +34,8 @@ Focusable {
         color: StationPalette.teal
     }
 
-    // Not aligned: so each stands at the side on which its own script begins. Its colour is opaque, as a page of letters
-    // that let something through takes the software path twice as long to scroll.
+    // No horizontalAlignment: each paragraph starts at the side where its script starts. The colour is opaque, because
+    // translucent text takes the software renderer twice as long to scroll.
     StationText {
         id: words
 

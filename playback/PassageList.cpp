@@ -2,9 +2,7 @@
 
 void PassageList::setPassages(QStringList passages)
 {
-    beginResetModel();
-    m_passages = std::move(passages);
-    endResetModel();
+    reset(-1, [&] { m_passages = std::move(passages); });
 }
 
 int PassageList::rowCount(const QModelIndex& parent) const

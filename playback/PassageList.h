@@ -1,20 +1,21 @@
 #pragma once
 
-#include <QAbstractListModel>
+#include "CurrentRowModel.h"
+
 #include <QStringList>
 #include <QtQml/qqmlregistration.h>
 
-/** The passages of a transcript in their order. Screen thread only; its owner's. */
-class PassageList : public QAbstractListModel
+/** The passages of a transcript, in order. Screen thread only; its controller owns it. */
+class PassageList : public CurrentRowModel
 {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("It belongs to its screen's state.")
+    QML_UNCREATABLE("Created by TranscriptController.")
 
 public:
     enum Role { TextRole = Qt::UserRole };
 
-    using QAbstractListModel::QAbstractListModel;
+    using CurrentRowModel::CurrentRowModel;
 
     const QStringList& passages() const { return m_passages; }
     void setPassages(QStringList passages);

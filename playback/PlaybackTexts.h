@@ -7,12 +7,15 @@
 
 #include <optional>
 
-/** What the player says: pure functions of what it knows. */
+/** Texts of the player's controls. Pure functions. */
 
-/** The time left, "-12:34"; both times are cut to whole seconds first, so that it changes together with the time played. */
+/**
+ * The remaining time, "-12:34". Both arguments are rounded down to whole seconds first, so that it changes at the same
+ * moment as the elapsed time.
+ */
 QString remainingText(double position, double duration);
 
-/** What the transport bar says of how it plays. */
+/** Player states in the transport bar. */
 inline const QString playingText = QStringLiteral("Playing");
 inline const QString liveText = QStringLiteral("Live");
 inline const QString pausedText = QStringLiteral("Paused");
@@ -21,11 +24,11 @@ inline const QString waitingText = QStringLiteral("Loading…");
 /** "Fast forward 16×", "Rewind 8×"; `speed` is negative for backward. */
 QString scrubbingText(int speed);
 
-/** The choice of no track. */
+/** Title of the choice that turns subtitles off. */
 inline const QString noTrackText = QStringLiteral("Off");
 
-/** A track as a choice: its own title, else its language in English, else "Track 3". */
+/** Title of a track: its own title, else its language in English, else "Track 3". */
 QString trackText(const MediaTrack& track);
 
-/** The sentence for the viewer; none where the cause is not known. */
+/** Message for the viewer; empty if the cause is unknown. */
 QString failureText(const std::optional<VideoFailure>& failure);

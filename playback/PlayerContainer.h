@@ -1,50 +1,51 @@
 #pragma once
 
+#include "Coordinator.h"
 #include "MetadataItem.h"
 #include "StreamPlayers.h"
 #include "VideoPlayer.h"
 
 #include <QList>
-#include <QObject>
 #include <QUrl>
 
+#include <functional>
 #include <memory>
 
-class Coordinator;
 class DesktopPresence;
 class PlayerController;
 
 /**
- * Hosts the player of one stream: made, it plays. Screen thread only; the screen's controller owns it, and the clock
- * outlives it. Dismantled, it keeps its controller, which then has no player.
+ * Creates and owns everything that plays one stream: the player, its key controls, its Coordinator and its presence on
+ * the desktop. Playback starts on construction. Screen thread only; owned by the screen's controller. The clock must
+ * outlive it.
  */
-class PlayerContainer : public QObject
+class PlayerContainer
 {
-    Q_OBJECT
-
 public:
-    /** `startAt` in seconds; up to 1.0 it is the top. `metadata` is what the viewer and the desktop are told. */
-    PlayerContainer(const QUrl& url, double startAt, const QList<MetadataItem>& metadata, Clock& clock,
-                    const MakePlayer& makePlayer = &makeStreamPlayer);
-    ~PlayerContainer() override;
+    /** The Coordinator calls the first three; no call comes after `tearDown`. */
+    struct Actions
+    {
+        Coordinator::OnProgress onProgress; ///< every 10 seconds of play time
+        Coordinator::OnFinished onFinished;
+        Coordinator::OnFailure onFailure;
+        std::function<void()> onDismiss; ///< the viewer wants to leave the player, by a key or from the desktop
+    };
 
-    /** None once it is dismantled. */
+    /** `startAt` in seconds; up to 1.0 is the beginning. `metadata` is shown to the viewer and on the desktop. */
+    PlayerContainer(const QUrl& url, double startAt, const QList<MetadataItem>& metadata, const Actions& actions,
+                    Clock& clock, const CreatePlayer& createPlayer = &createStreamPlayer);
+    ~PlayerContainer();
+
+    /** Null after `tearDown`. */
     VideoPlayer* player() const { return m_player.get(); }
+    /** Kept after `tearDown`, without a player. */
     PlayerController* controller() const { return m_controller.get(); }
 
-    /** Ends picture and sound at once; nothing is told any more. Safe twice. */
-    void dismantle();
-
-Q_SIGNALS:
-    void playerChanged();
-
-    /** How far it has come, in seconds; every 10 seconds of play time. */
-    void progress(double seconds);
-    void finished();
-    void failure(const QString& message);
-
-    /** The viewer leaves the player, by a key or from the desktop. */
-    void leave();
+    /**
+     * Stops picture and sound at once. Returns the player, for the caller to keep until no view shows it; null if this
+     * was called before.
+     */
+    std::shared_ptr<VideoPlayer> tearDown();
 
 private:
     std::shared_ptr<VideoPlayer> m_player;

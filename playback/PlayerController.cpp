@@ -13,11 +13,16 @@ using TimeControl = VideoPlayer::TimeControl;
 namespace {
 
 constexpr auto spinnerDelay = 500ms;
+constexpr auto transportTime = 4s; // after the last key
 
-// In steps no wider than a pixel of the widest screen: a smaller one would be painted for nothing.
+// Seconds of play time.
+constexpr double shortSkip = 10;
+constexpr double longSkip = 600;
+
+// A step is at most one pixel of a screen 4096 pixels wide; smaller changes would be painted without being visible.
 constexpr double progressSteps = 4096;
 
-double partOf(double seconds, double duration)
+double fractionOf(double seconds, double duration)
 {
     return std::round(std::clamp(seconds / duration, 0.0, 1.0) * progressSteps) / progressSteps;
 }
@@ -25,7 +30,7 @@ double partOf(double seconds, double duration)
 } // namespace
 
 PlayerController::PlayerController(Clock& clock, QObject* parent)
-    : QObject(parent), m_clock(clock), m_playhead(clock, [this] { update(); })
+    : QObject(parent), m_clock(clock), m_playhead(clock, [this] { updateState(); })
 {
     for (TrackList* const list : {&m_audioTracks, &m_subtitleTracks}) {
         connect(list, &TrackList::picked, this, [this](MediaTrack::Kind kind, int id) {
@@ -33,7 +38,7 @@ PlayerController::PlayerController(Clock& clock, QObject* parent)
                 m_player->select(kind, id);
         });
     }
-    update();
+    updateState();
 }
 
 void PlayerController::setPlayer(VideoPlayer* player)
@@ -44,36 +49,36 @@ void PlayerController::setPlayer(VideoPlayer* player)
         disconnect(m_player, nullptr, this, nullptr);
     m_player = player;
     if (player) {
-        connect(player, &VideoPlayer::itemChanged, this, &PlayerController::takeItem);
-        connect(player, &VideoPlayer::timeControlChanged, this, &PlayerController::update);
-        connect(player, &VideoPlayer::waitingChanged, this, &PlayerController::update);
+        connect(player, &VideoPlayer::itemChanged, this, &PlayerController::onItemChanged);
+        connect(player, &VideoPlayer::timeControlChanged, this, &PlayerController::updateState);
+        connect(player, &VideoPlayer::waitingChanged, this, &PlayerController::updateState);
         connect(player, &VideoPlayer::positionChanged, this, &PlayerController::updateTimes);
         connect(player, &VideoPlayer::durationChanged, this, &PlayerController::updateTimes);
         connect(player, &VideoPlayer::bufferedToChanged, this, &PlayerController::updateTimes);
         connect(player, &VideoPlayer::seekableChanged, this, &PlayerController::seekableChanged);
-        connect(player, &VideoPlayer::tracksChanged, this, &PlayerController::showTracks);
+        connect(player, &VideoPlayer::tracksChanged, this, &PlayerController::updateTracks);
         connect(player, &QObject::destroyed, this, &PlayerController::playerChanged);
-        connect(player, &QObject::destroyed, this, &PlayerController::takeItem);
+        connect(player, &QObject::destroyed, this, &PlayerController::onItemChanged);
     }
     Q_EMIT playerChanged();
-    takeItem();
+    onItemChanged();
 }
 
-/** What was shown over the item before goes with it. */
-void PlayerController::takeItem()
+/** Hides the controls that were shown for the previous item. */
+void PlayerController::onItemChanged()
 {
     disconnect(m_statusObservation);
     if (item())
-        m_statusObservation = connect(item(), &PlayerItem::statusChanged, this, &PlayerController::update);
+        m_statusObservation = connect(item(), &PlayerItem::statusChanged, this, &PlayerController::updateState);
     m_playhead.setPlayer(m_player);
     m_hasPlayed = false;
-    m_lastKey.reset();
+    m_transportTimer.reset();
     setTransportShown(false);
     setPanelShown(false);
-    showTracks();
+    updateTracks();
     Q_EMIT itemChanged();
     Q_EMIT seekableChanged();
-    update();
+    updateState();
 }
 
 QString PlayerController::title() const
@@ -103,7 +108,7 @@ bool PlayerController::isLive() const
 
 void PlayerController::setPanelTopFocused(bool focused)
 {
-    change(m_panelTopFocused, focused, &PlayerController::panelTopFocusedChanged);
+    setMember(m_panelTopFocused, focused, &PlayerController::panelTopFocusedChanged);
 }
 
 PlayerItem* PlayerController::item() const
@@ -127,7 +132,7 @@ PlayerController::State PlayerController::currentState() const
         return m_playhead.speed() > 0 ? State::FastForwarding : State::Rewinding;
     if (!item() || hasFailed())
         return State::Paused;
-    // A player that seeks before it starts is paused meanwhile, though not by the viewer.
+    // Before its first play() the player may be seeking to the start position; the viewer has not paused it.
     if (m_player->timeControl() == TimeControl::Paused)
         return m_hasPlayed ? State::Paused : State::Waiting;
     return m_player->timeControl() == TimeControl::WaitingToPlay ? State::Waiting : State::Playing;
@@ -147,26 +152,157 @@ QString PlayerController::currentStateText() const
     }
 }
 
-void PlayerController::showTracks()
+bool PlayerController::press(int key, bool isAutoRepeat)
 {
-    const QList<MediaTrack> tracks = m_player ? m_player->tracks() : QList<MediaTrack>();
-    m_audioTracks.show(tracks);
-    m_subtitleTracks.show(tracks);
+    if (!isAutoRepeat || key != m_scrubKey)
+        m_playhead.endScrub();
+    if (key == Qt::Key_Back) {
+        handleBack();
+        return true;
+    }
+    if (key == Qt::Key_MediaStop) {
+        Q_EMIT dismissRequested();
+        return true;
+    }
+    if (!item() || hasFailed())
+        return false;
+    showTransport();
+    return !isPanelKey(key) && handleKey(key, isAutoRepeat);
 }
 
-void PlayerController::update()
+bool PlayerController::release(int key)
+{
+    if (!m_playhead.isScrubbing() || key != m_scrubKey)
+        return false;
+    showTransport();
+    m_playhead.endScrub();
+    return true;
+}
+
+bool PlayerController::isPanelKey(int key) const
+{
+    if (!m_panelShown || m_audioTracks.count() + m_subtitleTracks.count() == 0)
+        return false;
+    switch (key) {
+    case Qt::Key_Up:
+        return !m_panelTopFocused;
+    case Qt::Key_Down:
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Select:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool PlayerController::handleKey(int key, bool isAutoRepeat)
+{
+    switch (key) {
+    case Qt::Key_Left:
+        isAutoRepeat ? scrub(key, -1) : m_playhead.skip(-shortSkip);
+        return true;
+    case Qt::Key_Right:
+        isAutoRepeat ? scrub(key, 1) : m_playhead.skip(shortSkip);
+        return true;
+    case Qt::Key_AudioRewind:
+        scrub(key, -1);
+        return true;
+    case Qt::Key_AudioForward:
+        scrub(key, 1);
+        return true;
+    default:
+        return isAutoRepeat || handlePress(key);
+    }
+}
+
+/** Keys without auto-repeat: for example, a held up key moves the focus to the panel's top, but does not close it. */
+bool PlayerController::handlePress(int key)
+{
+    switch (key) {
+    case Qt::Key_Select:
+    case Qt::Key_MediaTogglePlayPause:
+        setPaused(m_player->timeControl() != TimeControl::Paused);
+        return true;
+    case Qt::Key_MediaPlay:
+        setPaused(false);
+        return true;
+    case Qt::Key_MediaPause:
+        setPaused(true);
+        return true;
+    case Qt::Key_MediaPrevious:
+        m_playhead.skip(-longSkip);
+        return true;
+    case Qt::Key_MediaNext:
+        m_playhead.skip(longSkip);
+        return true;
+    case Qt::Key_Up:
+        setPanelShown(false);
+        return true;
+    case Qt::Key_Down:
+        setPanelShown(true);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void PlayerController::scrub(int key, int direction)
+{
+    m_scrubKey = key;
+    m_playhead.startScrub(direction);
+}
+
+void PlayerController::setPaused(bool paused)
+{
+    if (paused)
+        m_player->pause();
+    else
+        m_player->play();
+}
+
+/** Hides the panel, else the transport bar, else leaves the player. While paused the bar stays: back leaves at once. */
+void PlayerController::handleBack()
+{
+    if (m_panelShown) {
+        setPanelShown(false);
+    } else if (m_transportShown && m_state != State::Paused) {
+        m_transportTimer.reset();
+        setTransportShown(false);
+    } else {
+        Q_EMIT dismissRequested();
+    }
+}
+
+void PlayerController::showTransport()
+{
+    m_transportTimer = m_clock.after(transportTime, [this] {
+        m_transportTimer.reset();
+        updateTransport();
+    });
+    updateTransport();
+}
+
+void PlayerController::updateTracks()
+{
+    const QList<MediaTrack> tracks = m_player ? m_player->tracks() : QList<MediaTrack>();
+    m_audioTracks.setTracks(tracks);
+    m_subtitleTracks.setTracks(tracks);
+}
+
+void PlayerController::updateState()
 {
     if (hasFailed()) {
-        m_playhead.drop();
-        m_lastKey.reset();
+        m_playhead.cancelScrub();
+        m_transportTimer.reset();
         setPanelShown(false);
     }
     m_hasPlayed = m_hasPlayed || (m_player && m_player->timeControl() != TimeControl::Paused);
     updateSpinner();
     const State state = currentState();
-    const bool isOther = state != m_state;
+    const bool hasChanged = state != m_state;
     m_state = state;
-    if (const QString text = currentStateText(); isOther || text != m_stateText) {
+    if (const QString text = currentStateText(); hasChanged || text != m_stateText) {
         m_stateText = text;
         Q_EMIT stateChanged();
     }
@@ -177,22 +313,22 @@ void PlayerController::update()
 void PlayerController::updateSpinner()
 {
     if (!m_player || !m_player->isWaiting() || hasFailed()) {
-        m_spinnerDelay.reset();
-        change(m_spinnerShown, false, &PlayerController::spinnerShownChanged);
-    } else if (!m_spinnerDelay && !m_spinnerShown) {
-        m_spinnerDelay = m_clock.after(spinnerDelay, [this] {
-            m_spinnerDelay.reset();
-            change(m_spinnerShown, true, &PlayerController::spinnerShownChanged);
+        m_spinnerTimer.reset();
+        setMember(m_spinnerShown, false, &PlayerController::spinnerShownChanged);
+    } else if (!m_spinnerTimer && !m_spinnerShown) {
+        m_spinnerTimer = m_clock.after(spinnerDelay, [this] {
+            m_spinnerTimer.reset();
+            setMember(m_spinnerShown, true, &PlayerController::spinnerShownChanged);
         });
     }
 }
 
-/** Shown after a key and while paused; once shown, it stays as long as nothing plays. */
+/** The bar is shown after a key press and while paused. Once shown, it stays until the item plays. */
 void PlayerController::updateTransport()
 {
     const bool isPaused = m_state == State::Paused && item();
     const bool stays = m_transportShown && m_state != State::Playing;
-    setTransportShown(!hasFailed() && (m_lastKey || isPaused || stays));
+    setTransportShown(!hasFailed() && (m_transportTimer || isPaused || stays));
 }
 
 void PlayerController::updateTimes()
@@ -204,8 +340,8 @@ void PlayerController::updateTimes()
     const bool hasEnd = duration > 0 && !isLive();
     const QString elapsed = isLive() ? QString() : clockText(position);
     const QString remaining = hasEnd ? ::remainingText(position, duration) : QString();
-    const double progress = hasEnd ? partOf(position, duration) : 0;
-    const double buffered = hasEnd ? partOf(m_player->bufferedTo(), duration) : 0;
+    const double progress = hasEnd ? fractionOf(position, duration) : 0;
+    const double buffered = hasEnd ? fractionOf(m_player->bufferedTo(), duration) : 0;
     if (elapsed != m_elapsedText || remaining != m_remainingText) {
         m_elapsedText = elapsed;
         m_remainingText = remaining;
@@ -229,11 +365,11 @@ void PlayerController::setTransportShown(bool shown)
 
 void PlayerController::setPanelShown(bool shown)
 {
-    change(m_panelShown, shown, &PlayerController::panelShownChanged);
+    setMember(m_panelShown, shown, &PlayerController::panelShownChanged);
 }
 
 template<typename Value>
-void PlayerController::change(Value& member, Value value, void (PlayerController::*changed)())
+void PlayerController::setMember(Value& member, Value value, void (PlayerController::*changed)())
 {
     if (member == value)
         return;

@@ -10,20 +10,21 @@
 #include <memory>
 
 /**
- * The controls of a player that fills the screen: what the remote's keys do to it, what is shown over its picture, and
- * what stands there. Screen thread only; whoever hosts the player owns it. The clock outlives it; the player may go first.
+ * Controls of a full-screen player: handles the remote's keys, and decides which controls and texts are shown over the
+ * picture. Screen thread only; the class that hosts the player owns it. The clock must outlive it; the player may be
+ * destroyed first.
  *
- * The times, the progress and the buffered part are kept up to date while the transport bar is shown, and stand still
- * while it is not, so that nothing is painted for them.
+ * The times, `progress` and `bufferedPart` are updated only while the transport bar is shown, so that a hidden bar
+ * causes no painting.
  */
 class PlayerController : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("Whoever hosts the player makes it.")
+    QML_UNCREATABLE("Created in C++ by the owner of the player.")
     Q_PROPERTY(VideoPlayer* player READ player NOTIFY playerChanged FINAL)
 
-    /** From the item's metadata; empty where there is none. */
+    /** From the item's metadata; empty if missing. */
     Q_PROPERTY(QString title READ title NOTIFY itemChanged FINAL)
     Q_PROPERTY(QString subtitle READ subtitle NOTIFY itemChanged FINAL)
     Q_PROPERTY(QString description READ description NOTIFY itemChanged FINAL)
@@ -32,28 +33,28 @@ class PlayerController : public QObject
     Q_PROPERTY(bool live READ isLive NOTIFY itemChanged FINAL)
     Q_PROPERTY(bool seekable READ isSeekable NOTIFY seekableChanged FINAL)
 
-    /** How it plays, and in words, with the speed of a scrub. */
+    /** The player's state; `stateText` is its name for the viewer, with the speed of a scrub. */
     Q_PROPERTY(State state READ state NOTIFY stateChanged FINAL)
     Q_PROPERTY(bool scrubbing READ isScrubbing NOTIFY stateChanged FINAL)
     Q_PROPERTY(QString stateText READ stateText NOTIFY stateChanged FINAL)
 
-    /** "1:02:05" and "-12:34"; while scrubbing of where it would go on. Empty for a live item; no remaining time while
-        the duration is not known. */
+    /** "1:02:05" and "-12:34"; during a scrub, of the scrub's position. Both are empty for a live item; the remaining
+        time is empty while the duration is unknown. */
     Q_PROPERTY(QString elapsedText READ elapsedText NOTIFY timesChanged FINAL)
     Q_PROPERTY(QString remainingText READ remainingText NOTIFY timesChanged FINAL)
-    /** Parts of the duration, 0 to 1; 0 while it is not known. */
+    /** Fractions of the duration, 0 to 1; 0 while it is unknown. */
     Q_PROPERTY(double progress READ progress NOTIFY progressChanged FINAL)
     Q_PROPERTY(double bufferedPart READ bufferedPart NOTIFY progressChanged FINAL)
 
-    /** What is shown over the picture. */
+    /** Which controls are shown over the picture. */
     Q_PROPERTY(bool transportShown READ transportShown NOTIFY transportShownChanged FINAL)
     Q_PROPERTY(bool panelShown READ panelShown NOTIFY panelShownChanged FINAL)
     Q_PROPERTY(bool spinnerShown READ spinnerShown NOTIFY spinnerShownChanged FINAL)
 
-    /** The panel's choices; empty where there is nothing to choose. */
+    /** The panel's choices; empty if there is nothing to choose. */
     Q_PROPERTY(TrackList* audioTracks READ audioTracks CONSTANT FINAL)
     Q_PROPERTY(TrackList* subtitleTracks READ subtitleTracks CONSTANT FINAL)
-    /** Told by the panel: whether the focus stands where nothing is above it, so that up closes the panel. */
+    /** Set by the panel: whether nothing on it is above the focus, so that the up key closes the panel. */
     Q_PROPERTY(bool panelTopFocused READ isPanelTopFocused WRITE setPanelTopFocused NOTIFY panelTopFocusedChanged FINAL)
 
 public:
@@ -63,7 +64,7 @@ public:
     explicit PlayerController(Clock& clock, QObject* parent = nullptr);
 
     VideoPlayer* player() const { return m_player; }
-    /** None when the player is let go: nothing is shown then, and an unfinished scrub is dropped. */
+    /** May be null: all controls are hidden, and a scrub is cancelled without a seek. */
     void setPlayer(VideoPlayer* player);
 
     QString title() const;
@@ -88,12 +89,13 @@ public:
     void setPanelTopFocused(bool focused);
 
     /**
-     * Takes a remote's key (a Qt::Key) or a step of a held one; answers whether it was used. Arrows and select are left
-     * to the panel where there is something to choose on it. After a failure only back and stop are used: they leave.
+     * Handles a key press (a Qt::Key) or an auto-repeat of it; returns whether it was used. While the panel is shown
+     * with something to choose, arrows and select are not used, so that the panel gets them. After a failure, and
+     * without an item, only back and stop are used.
      */
     Q_INVOKABLE bool press(int key, bool isAutoRepeat = false);
 
-    /** Takes a key's release; answers whether it ended anything. */
+    /** Handles a key release; returns whether it ended a scrub. */
     Q_INVOKABLE bool release(int key);
 
 Q_SIGNALS:
@@ -108,8 +110,8 @@ Q_SIGNALS:
     void spinnerShownChanged();
     void panelTopFocusedChanged();
 
-    /** The viewer leaves the player. */
-    void leave();
+    /** The viewer wants to leave the player. */
+    void dismissRequested();
 
 private:
     PlayerItem* item() const;
@@ -118,32 +120,32 @@ private:
     State currentState() const;
     QString currentStateText() const;
 
-    void takeItem();
-    void showTracks();
-    void update();
+    void onItemChanged();
+    void updateTracks();
+    void updateState();
     void updateSpinner();
     void updateTransport();
     void updateTimes();
     void setTransportShown(bool shown);
     void setPanelShown(bool shown);
     template<typename Value>
-    void change(Value& member, Value value, void (PlayerController::*changed)());
+    void setMember(Value& member, Value value, void (PlayerController::*changed)());
 
-    // What the keys do: PlayerControllerKeys.cpp.
-    bool isForPanel(int key) const;
-    bool act(int key, bool isAutoRepeat);
-    bool actOnAPress(int key);
+    // Key handling, in PlayerControllerKeys.cpp.
+    bool isPanelKey(int key) const;
+    bool handleKey(int key, bool isAutoRepeat);
+    bool handlePress(int key);
     void scrub(int key, int direction);
     void setPaused(bool paused);
-    void back();
+    void handleBack();
     void showTransport();
 
     Clock& m_clock;
     QPointer<VideoPlayer> m_player;
     QMetaObject::Connection m_statusObservation;
     Playhead m_playhead;
-    bool m_hasPlayed = false; ///< the item, or was to
-    int m_scrubKey = 0;       ///< the one that is held while scrubbing
+    bool m_hasPlayed = false; ///< whether the player has played, or waited to play, since it got the item
+    int m_scrubKey = 0;       ///< the key held during a scrub
     State m_state = State::Paused;
     QString m_stateText;
     QString m_elapsedText;
@@ -156,6 +158,6 @@ private:
     bool m_panelTopFocused = true;
     TrackList m_audioTracks{MediaTrack::Kind::Audio};
     TrackList m_subtitleTracks{MediaTrack::Kind::Subtitle};
-    std::unique_ptr<Clock::Timer> m_lastKey;      ///< runs since the last key while the bar is shown for it
-    std::unique_ptr<Clock::Timer> m_spinnerDelay; ///< runs while there is waiting that is too short to show yet
+    std::unique_ptr<Clock::Timer> m_transportTimer; ///< shows the bar for some seconds after a key press
+    std::unique_ptr<Clock::Timer> m_spinnerTimer;   ///< delays the spinner, so that short waits do not show it
 };

@@ -3,16 +3,16 @@ import Quillmere.Front
 import Quillmere.Playback
 import Quillmere.Screen
 
-// The transport bar: what plays, how, and where in it; nothing while it is hidden.
+// Transport bar: title, state and position of the item. Draws nothing while it is hidden.
 Item {
     id: transport
 
     required property PlayerController controls
 
-    // The panel says it larger.
-    readonly property bool isTitled: !controls.panelShown
-    // Of what is drawn, by PlayerController.State.
-    readonly property var signs: [Icon.None, Icon.Play, Icon.Pause, Icon.FastForward, Icon.Rewind]
+    // The information panel shows the title itself, larger.
+    readonly property bool showsTitle: !controls.panelShown
+    // Indexed by PlayerController.State.
+    readonly property var stateIcons: [Icon.None, Icon.Play, Icon.Pause, Icon.FastForward, Icon.Rewind]
 
     opacity: controls.transportShown ? 1 : 0
     visible: opacity > 0
@@ -44,8 +44,8 @@ Item {
 
         StationText {
             width: parent.width
-            visible: transport.isTitled
-            // As far up as the ground is dark enough.
+            visible: transport.showsTitle
+            // More lines would reach above the dark part of the scrim.
             maximumLineCount: 3
             wraps: true
             text: transport.controls.title
@@ -56,7 +56,7 @@ Item {
 
         StationText {
             width: parent.width
-            visible: transport.isTitled
+            visible: transport.showsTitle
             text: transport.controls.subtitle
             font: Typography.standard(28)
             color: StationPalette.faded(StationPalette.cream, 0.75)
@@ -72,7 +72,7 @@ Item {
                 width: parent.width
                 played: transport.controls.progress
                 buffered: transport.controls.bufferedPart
-                held: transport.controls.scrubbing
+                scrubbing: transport.controls.scrubbing
                 Accessible.role: Accessible.ProgressBar
                 Accessible.name: elapsed.text
             }
@@ -83,19 +83,19 @@ Item {
             height: 40
 
             Icon {
-                id: sign
+                id: stateIcon
 
                 anchors.verticalCenter: parent.verticalCenter
                 width: 34
                 height: 34
-                name: transport.signs[transport.controls.state]
+                name: transport.stateIcons[transport.controls.state]
                 color: StationPalette.cream
             }
 
             StationText {
                 id: elapsed
 
-                x: sign.name === Icon.None ? 0 : 52
+                x: stateIcon.name === Icon.None ? 0 : 52
                 anchors.verticalCenter: parent.verticalCenter
                 text: transport.controls.elapsedText
                 font: Typography.monospaced(30, Font.DemiBold)

@@ -9,24 +9,24 @@ namespace {
 
 constexpr auto scrubStep = 40ms;
 
-// The player seeks no nearer to the end than this, so that the end is reached by playing alone; to show a position
-// beyond it would promise what does not come.
-constexpr double playedOut = 3; // seconds
+// The player never seeks closer to the end than this, so that the end is always played. The position shown stops there
+// too.
+constexpr double endMargin = 3; // seconds
 
 } // namespace
 
-Playhead::Playhead(Clock& clock, std::function<void()> moved) : m_clock(clock), m_moved(std::move(moved)) {}
+Playhead::Playhead(Clock& clock, std::function<void()> onMoved) : m_clock(clock), m_onMoved(std::move(onMoved)) {}
 
 void Playhead::setPlayer(VideoPlayer* player)
 {
-    drop();
+    cancelScrub();
     m_player = player;
 }
 
 double Playhead::position() const
 {
     if (m_scrub)
-        return bounded(m_scrub->from, m_scrub->positionAt(m_clock.elapsed()));
+        return clamped(m_scrub->startPosition, m_scrub->positionAt(m_clock.elapsed()));
     return m_player ? m_player->position() : 0;
 }
 
@@ -37,62 +37,62 @@ int Playhead::speed() const
 
 void Playhead::skip(double seconds)
 {
-    if (!canMove())
+    if (!canSeek())
         return;
     const double from = position();
-    const double to = bounded(from, from + seconds);
+    const double to = clamped(from, from + seconds);
     if (to != from)
         m_player->seek(to, SeekTolerance::AtOrAfter);
 }
 
-void Playhead::scrub(int direction)
+void Playhead::startScrub(int direction)
 {
-    if (m_scrub || !canMove())
+    if (m_scrub || !canSeek())
         return;
-    const bool goesOn = m_player->timeControl() != VideoPlayer::TimeControl::Paused;
-    m_scrub = Scrub{m_player->position(), direction, m_clock.elapsed(), goesOn};
-    waitForNextStep();
+    const bool wasPlaying = m_player->timeControl() != VideoPlayer::TimeControl::Paused;
+    m_scrub = Scrub{m_player->position(), direction, m_clock.elapsed(), wasPlaying};
+    scheduleNextStep();
     m_player->pause();
-    m_moved();
+    m_onMoved();
 }
 
-void Playhead::letGo()
+void Playhead::endScrub()
 {
     if (!m_scrub)
         return;
     const double to = position();
     m_nextStep.reset();
-    // The scrub stands until the player goes on, as otherwise it would pass for paused in between.
-    if (canMove() && to != m_scrub->from)
+    // Reset m_scrub only after play(): otherwise the player would seem to be paused in between.
+    if (canSeek() && to != m_scrub->startPosition)
         m_player->seek(to, SeekTolerance::AtOrAfter);
-    if (m_player && m_scrub && m_scrub->goesOn)
+    if (m_player && m_scrub && m_scrub->wasPlaying)
         m_player->play();
     m_scrub.reset();
-    m_moved();
+    m_onMoved();
 }
 
-void Playhead::drop()
+void Playhead::cancelScrub()
 {
     m_nextStep.reset();
     m_scrub.reset();
 }
 
-bool Playhead::canMove() const
+bool Playhead::canSeek() const
 {
     return m_player && m_player->isSeekable() && m_player->duration() > 0;
 }
 
-/** On the recording; and not back from `from` when the way leads forward, near the end. */
-double Playhead::bounded(double from, double to) const
+/** Limits `to` to the seekable range. A move forward from near the end never goes back behind `from`. */
+double Playhead::clamped(double from, double to) const
 {
-    const double last = m_player ? std::max(0.0, m_player->duration() - playedOut) : from;
+    const double last = m_player ? std::max(0.0, m_player->duration() - endMargin) : from;
     return to > from ? std::min(to, std::max(from, last)) : std::clamp(to, 0.0, last);
 }
 
-void Playhead::waitForNextStep()
+void Playhead::scheduleNextStep()
 {
     m_nextStep = m_clock.after(scrubStep, [this] {
-        waitForNextStep();
-        m_moved();
+        scheduleNextStep();
+        m_onMoved();
     });
 }

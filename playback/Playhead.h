@@ -11,42 +11,42 @@
 #include <optional>
 
 /**
- * Where the viewer is on a recording, and how he moves along it. While he scrubs, the picture stands still and the
- * position alone moves. Screen thread only; its owner is told of every step of a scrub and outlives it, as does the
- * clock; the player may go first. Without a player, or on what cannot be sought, nothing moves.
+ * The viewer's position in a recording: skips and scrubs. During a scrub the picture stands still and only the position
+ * moves. Screen thread only. `onMoved` is called at the start, every step and the end of a scrub. Owner and clock must
+ * outlive it; the player may be destroyed first. Without a player, or with an item that is not seekable, nothing moves.
  */
 class Playhead
 {
 public:
-    Playhead(Clock& clock, std::function<void()> moved);
+    Playhead(Clock& clock, std::function<void()> onMoved);
 
-    /** Drops a scrub of the player before. */
+    /** Cancels a scrub of the previous player. */
     void setPlayer(VideoPlayer* player);
 
-    /** Seconds; where it would play on if the scrub ended now. */
+    /** In seconds; during a scrub, where playback would continue if the scrub ended now. */
     double position() const;
 
     bool isScrubbing() const { return m_scrub.has_value(); }
-    /** Of a scrub, in multiples of real time; negative for backward, 0 while there is none. */
+    /** Speed of a scrub, in multiples of real time; negative for backward, 0 without a scrub. */
     int speed() const;
 
-    /** Goes on `seconds` from the position, or back; where a seek is under way, from where that will end. */
+    /** Seeks by `seconds` from the position, or from the target of a seek in progress; negative for backward. */
     void skip(double seconds);
 
-    /** A button is held: 1 for forward, -1 for backward. */
-    void scrub(int direction);
-    /** It is let go: goes to where the scrub has come, and plays on if it was playing. */
-    void letGo();
-    /** Forgets a scrub. */
-    void drop();
+    /** Starts a scrub, for a held key: `direction` is 1 for forward, -1 for backward. */
+    void startScrub(int direction);
+    /** Seeks to the scrub's position, and plays if the player was playing before. */
+    void endScrub();
+    /** Ends a scrub without a seek. */
+    void cancelScrub();
 
 private:
-    bool canMove() const;
-    double bounded(double from, double to) const;
-    void waitForNextStep();
+    bool canSeek() const;
+    double clamped(double from, double to) const;
+    void scheduleNextStep();
 
     Clock& m_clock;
-    std::function<void()> m_moved;
+    std::function<void()> m_onMoved;
     QPointer<VideoPlayer> m_player;
     std::optional<Scrub> m_scrub;
     std::unique_ptr<Clock::Timer> m_nextStep;

@@ -11,10 +11,10 @@ namespace {
 // Points.
 constexpr double barHeight = 12;
 constexpr QSizeF head{12, 36};
-constexpr QSizeF heldHead{16, 48};
-constexpr double headRim = 3; // keeps it apart from what is played, and from a bright picture
+constexpr QSizeF scrubbingHead{16, 48};
+constexpr double headRim = 3; // separates the head from the played part and from a bright picture
 
-constexpr double restOpacity = 0.25;
+constexpr double trackOpacity = 0.25;
 constexpr double bufferedOpacity = 0.5;
 
 } // namespace
@@ -40,17 +40,17 @@ void PlayheadBar::setBuffered(double buffered)
     repaint();
 }
 
-void PlayheadBar::setHeld(bool held)
+void PlayheadBar::setScrubbing(bool scrubbing)
 {
-    if (m_held == held)
+    if (m_scrubbing == scrubbing)
         return;
-    m_held = held;
+    m_scrubbing = scrubbing;
     repaint();
 }
 
 qreal PlayheadBar::bleed() const
 {
-    return (heldHead.height() - barHeight) / 2 + headRim;
+    return (scrubbingHead.height() - barHeight) / 2 + headRim;
 }
 
 void PlayheadBar::paint(QPainter& painter, const QSizeF& size) const
@@ -65,14 +65,14 @@ void PlayheadBar::paint(QPainter& painter, const QSizeF& size) const
         painter.drawRoundedRect(QRectF(QPointF(), size), radius, radius);
     };
     const QColor cream = StationPalette::cream();
-    fill(size.width(), StationPalette::faded(cream, restOpacity));
+    fill(size.width(), StationPalette::faded(cream, trackOpacity));
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     fill(std::max(m_buffered, m_played) * size.width(), StationPalette::faded(cream, bufferedOpacity));
     fill(playhead, StationPalette::amber());
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     painter.setClipping(false);
 
-    const QSizeF shape = m_held ? heldHead : head;
+    const QSizeF shape = m_scrubbing ? scrubbingHead : head;
     const QRectF area(QPointF(playhead - shape.width() / 2, radius - shape.height() / 2), shape);
     const QRectF rim = area.marginsAdded({headRim, headRim, headRim, headRim});
     painter.setBrush(StationPalette::inkNavy());

@@ -3,8 +3,8 @@
 #include "PaintedItem.h"
 
 /**
- * The length of a recording, with what has been played, what is there to be played, and the playhead between them. Parts
- * are fractions of the length, 0 to 1.
+ * Progress bar of a recording: the played part, the buffered part and the playhead. Both parts are fractions of the
+ * duration, 0 to 1.
  */
 class PlayheadBar : public PaintedItem
 {
@@ -12,8 +12,8 @@ class PlayheadBar : public PaintedItem
     QML_ELEMENT
     Q_PROPERTY(double played READ played WRITE setPlayed NOTIFY artChanged FINAL)
     Q_PROPERTY(double buffered READ buffered WRITE setBuffered NOTIFY artChanged FINAL)
-    /** Whether the viewer moves the playhead, which is then larger. */
-    Q_PROPERTY(bool held READ isHeld WRITE setHeld NOTIFY artChanged FINAL)
+    /** Whether the viewer is scrubbing; the playhead is then larger. */
+    Q_PROPERTY(bool scrubbing READ isScrubbing WRITE setScrubbing NOTIFY artChanged FINAL)
 
 public:
     explicit PlayheadBar(QQuickItem* parent = nullptr);
@@ -22,8 +22,8 @@ public:
     void setPlayed(double played);
     double buffered() const { return m_buffered; }
     void setBuffered(double buffered);
-    bool isHeld() const { return m_held; }
-    void setHeld(bool held);
+    bool isScrubbing() const { return m_scrubbing; }
+    void setScrubbing(bool scrubbing);
 
     qreal bleed() const override;
     void paint(QPainter& painter, const QSizeF& size) const override;
@@ -31,5 +31,5 @@ public:
 private:
     double m_played = 0;
     double m_buffered = 0;
-    bool m_held = false;
+    bool m_scrubbing = false;
 };

@@ -7,7 +7,7 @@
 
 namespace {
 
-ScrollArea* areaAround(const QQuickItem* item)
+ScrollArea* enclosingScrollArea(const QQuickItem* item)
 {
     for (QQuickItem* parent = item ? item->parentItem() : nullptr; parent; parent = parent->parentItem()) {
         if (auto* const area = qobject_cast<ScrollArea*>(parent))
@@ -33,40 +33,40 @@ void ReadingScreen::keyPressEvent(QKeyEvent* event)
     }
 }
 
-/** Goes on until something was not wholly in sight: that begins the new page, or ends it on the way up. */
+/** Moves the focus to the next item that was not fully visible; it starts the new page, or ends it on the way up. */
 void ReadingScreen::turnPage(int arrow)
 {
-    ScrollArea* const area = areaAround(focused());
+    ScrollArea* const area = enclosingScrollArea(focused());
     if (!area)
         return;
-    const qreal begin = area->aim();
-    const qreal length = area->viewExtent();
-    // A move that reads on in what is longer than a page has turned one.
+    const qreal pageTop = area->targetPosition();
+    const qreal pageHeight = area->viewExtent();
+    // If the focus stays, move() has scrolled inside an item taller than a page, and the page is turned.
     for (const Focusable* before = focused(); move(arrow) && focused() != before; before = focused()) {
-        const QRectF rect = rectOfRest(*focused(), area->contentItem());
-        // What is longer than a page stands at its beginning already.
-        if (rect.height() >= length)
+        const QRectF rect = restingRect(*focused(), area->contentItem());
+        // An item taller than a page is already shown from its beginning.
+        if (rect.height() >= pageHeight)
             return;
-        if (arrow == Qt::Key_Down && rect.bottom() > begin + length) {
-            const qreal top = rect.top() - area->lead();
-            return area->reveal(top, top + length);
+        if (arrow == Qt::Key_Down && rect.bottom() > pageTop + pageHeight) {
+            const qreal top = rect.top() - area->revealMargin();
+            return area->reveal(top, top + pageHeight);
         }
-        if (arrow == Qt::Key_Up && rect.top() < begin) {
-            const qreal bottom = rect.bottom() + area->lead();
-            area->reveal(bottom - length, bottom);
-            return focusTopmost(*area);
+        if (arrow == Qt::Key_Up && rect.top() < pageTop) {
+            const qreal bottom = rect.bottom() + area->revealMargin();
+            area->reveal(bottom - pageHeight, bottom);
+            return focusTopmostVisible(*area);
         }
     }
 }
 
-/** Of what is wholly in sight, from the focused thing upwards. */
-void ReadingScreen::focusTopmost(const ScrollArea& area)
+/** Moves the focus up to the topmost item that is fully visible. */
+void ReadingScreen::focusTopmostVisible(const ScrollArea& area)
 {
-    const auto isInSight = [&area](const Focusable& thing) {
-        return rectOfRest(thing, area.contentItem()).top() - area.lead() >= area.aim();
+    const auto isVisible = [&area](const Focusable& item) {
+        return restingRect(item, area.contentItem()).top() - area.revealMargin() >= area.targetPosition();
     };
     while (Focusable* const above = FocusTargets(*this).neighbour(*focused(), Qt::Key_Up)) {
-        if (!isInSight(*above))
+        if (!isVisible(*above))
             return;
         focus(above);
     }

@@ -5,8 +5,8 @@
 class ScrollArea;
 
 /**
- * A screen of things to be read one after the other in a scroll area: play/pause and the page keys turn a page, so that
- * what was not wholly in sight begins the next one. Screen thread only; its parent item owns it.
+ * A screen with items to read one after the other in a scroll area. Play/pause and the page keys turn a page: the next
+ * page starts with the first item that was not fully visible. Screen thread only; its parent item owns it.
  */
 class ReadingScreen : public FocusScreen
 {
@@ -21,5 +21,5 @@ protected:
 
 private:
     void turnPage(int arrow);
-    void focusTopmost(const ScrollArea& area);
+    void focusTopmostVisible(const ScrollArea& area);
 };

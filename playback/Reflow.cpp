@@ -13,8 +13,8 @@ bool isLineBreak(QChar unit)
     return (code >= u'\n' && code <= u'\r') || code == 0x85 || code == 0x2028 || code == 0x2029;
 }
 
-/** A paragraph while it grows; of its characters none is counted twice. */
-class Draft
+/** Builds one paragraph. Counts its characters as lines are added, so that the total time stays linear. */
+class ParagraphBuilder
 {
 public:
     bool isEmpty() const { return m_text.isEmpty(); }
@@ -26,13 +26,13 @@ public:
         m_text += line;
     }
 
-    bool hasCharacters(qsizetype limit)
+    bool hasCharacters(qsizetype count)
     {
-        // It has no more characters than units.
-        if (m_text.size() < limit)
+        // A character has at least one UTF-16 unit.
+        if (m_text.size() < count)
             return false;
-        countRest();
-        return m_characters >= limit;
+        countNewCharacters();
+        return m_characters >= count;
     }
 
     QString take()
@@ -43,8 +43,8 @@ public:
     }
 
 private:
-    /** The space that joins a line may belong to the character before it: so that, too, is looked at once more. */
-    void countRest()
+    /** Counts from the last counted unit on, because the space that joins lines may extend the character before it. */
+    void countNewCharacters()
     {
         const QStringView text = m_text;
         const qsizetype last = m_counted == 0 ? 0 : startOfLast(text.first(m_counted));
@@ -60,48 +60,48 @@ private:
     }
 
     QString m_text;
-    qsizetype m_counted = 0;    ///< units, up to the end of a line
-    qsizetype m_characters = 0; ///< in these
+    qsizetype m_counted = 0;    ///< UTF-16 units already counted, up to the end of a line
+    qsizetype m_characters = 0; ///< grapheme clusters in these
 };
 
-/** Where to cut off the first part of a text that is longer than `longest` units. */
-qsizetype cutWithin(QStringView text, qsizetype longest)
+/** The end of the first passage of a text that is longer than `maxLength` UTF-16 units. */
+qsizetype cutPosition(QStringView text, qsizetype maxLength)
 {
-    const qsizetype space = text.first(longest).lastIndexOf(u' ');
+    const qsizetype space = text.first(maxLength).lastIndexOf(u' ');
     if (space >= 0)
         return space + 1;
-    return longest > 1 && text[longest - 1].isHighSurrogate() ? longest - 1 : longest;
+    return maxLength > 1 && text[maxLength - 1].isHighSurrogate() ? maxLength - 1 : maxLength;
 }
 
 } // namespace
 
-QStringList Reflow::paragraphs(QStringView text, qsizetype limit)
+QStringList Reflow::paragraphs(QStringView text, qsizetype minLength)
 {
     QStringList result;
-    Draft draft;
+    ParagraphBuilder paragraph;
     for (auto begin = text.begin(); begin != text.end();) {
         const auto end = std::find_if(begin, text.end(), isLineBreak);
         const QStringView line = Blanks::trimmed({begin, end});
         begin = end == text.end() ? end : end + 1;
         if (line.isEmpty())
             continue;
-        draft.add(line);
-        if (draft.hasCharacters(limit))
-            result.append(draft.take());
+        paragraph.add(line);
+        if (paragraph.hasCharacters(minLength))
+            result.append(paragraph.take());
     }
-    if (!draft.isEmpty())
-        result.append(draft.take());
+    if (!paragraph.isEmpty())
+        result.append(paragraph.take());
     return result;
 }
 
-QStringList Reflow::passages(const QStringList& paragraphs, qsizetype longest)
+QStringList Reflow::passages(const QStringList& paragraphs, qsizetype maxLength)
 {
     QStringList result;
     result.reserve(paragraphs.size());
     for (const QString& paragraph : paragraphs) {
         QStringView rest = paragraph;
-        while (rest.size() > longest) {
-            const qsizetype cut = cutWithin(rest, longest);
+        while (rest.size() > maxLength) {
+            const qsizetype cut = cutPosition(rest, maxLength);
             result.append(rest.first(cut).toString());
             rest = rest.sliced(cut);
         }

@@ -3,21 +3,21 @@
 #include <QStringList>
 
 /**
- * Caption text, whose lines are as long as a picture is wide, made into paragraphs to be read. Pure functions, total, in
- * time linear in the text; any thread.
+ * Joins caption text, whose lines fit the width of a picture, into paragraphs. Pure functions that accept any text; the
+ * time is linear in its length; any thread.
  */
 namespace Reflow {
 
 /**
- * Joins lines by single spaces until a paragraph has `limit` characters as a reader counts them; only the last may be
- * shorter. Blanks at the ends of lines and blank lines go; no line is ever cut.
+ * Joins lines with single spaces until a paragraph has at least `minLength` grapheme clusters; only the last paragraph
+ * may be shorter. Blanks at the ends of lines and blank lines are removed; lines are never split.
  */
-QStringList paragraphs(QStringView text, qsizetype limit);
+QStringList paragraphs(QStringView text, qsizetype minLength);
 
 /**
- * The paragraphs as a screen lays them out: one that is longer than `longest` UTF-16 units, as a text without line
- * breaks may be, is cut between words where it can.
+ * Splits paragraphs that are longer than `maxLength` UTF-16 units, as of a text without line breaks; between words if
+ * possible. The screen lays out one passage at a time.
  */
-QStringList passages(const QStringList& paragraphs, qsizetype longest);
+QStringList passages(const QStringList& paragraphs, qsizetype maxLength);
 
 } // namespace Reflow

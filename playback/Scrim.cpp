@@ -6,8 +6,8 @@ namespace {
 
 constexpr int stops = 8;
 
-// Of the height; what is written stands below the run.
-constexpr double run = 0.65;
+// Fraction of the height in which the gradient lies; texts stand below.
+constexpr double gradientHeight = 0.65;
 
 } // namespace
 
@@ -21,13 +21,13 @@ void Scrim::setColor(QColor color)
 
 void Scrim::paint(QPainter& painter, const QSizeF& size) const
 {
-    // A straight run would show where it begins.
+    // Smoothstep: a linear gradient would have a visible upper edge.
     QLinearGradient gradient(0, 0, 0, size.height());
     for (int stop = 0; stop <= stops; ++stop) {
         const double depth = double(stop) / stops;
         QColor color = m_color;
         color.setAlphaF(color.alphaF() * float(depth * depth * (3 - 2 * depth)));
-        gradient.setColorAt(run * depth, color);
+        gradient.setColorAt(gradientHeight * depth, color);
     }
     painter.fillRect(QRectF(QPointF(), size), gradient);
 }

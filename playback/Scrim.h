@@ -4,7 +4,7 @@
 
 #include <QColor>
 
-/** A shade over a picture that deepens from nothing at its top to `color` towards its bottom, for texts to be read on. */
+/** Gradient over a picture, from transparent at the top to `color` at the bottom, which keeps texts on it readable. */
 class Scrim : public PaintedItem
 {
     Q_OBJECT

@@ -7,10 +7,10 @@ using std::chrono::milliseconds;
 
 namespace {
 
-// Twice as fast after each step: an hour of tape takes about half a minute.
-constexpr int slowest = 8;
-constexpr int fastest = 128;
-constexpr milliseconds step = 2000ms;
+// The speed doubles after each step: an hour of tape takes about half a minute.
+constexpr int minSpeed = 8;
+constexpr int maxSpeed = 128;
+constexpr milliseconds stepTime = 2000ms;
 
 double seconds(milliseconds time)
 {
@@ -21,20 +21,20 @@ double seconds(milliseconds time)
 
 int Scrub::speedAt(milliseconds now) const
 {
-    int speed = slowest;
-    for (milliseconds held = now - since; held >= step && speed < fastest; held -= step)
+    int speed = minSpeed;
+    for (milliseconds held = now - startTime; held >= stepTime && speed < maxSpeed; held -= stepTime)
         speed *= 2;
     return direction * speed;
 }
 
 double Scrub::positionAt(milliseconds now) const
 {
-    double way = 0;
-    milliseconds held = now - since;
-    for (int speed = slowest; held > 0ms; speed *= 2) {
-        const milliseconds part = speed < fastest ? std::min(held, step) : held;
-        way += speed * seconds(part);
+    double distance = 0;
+    milliseconds held = now - startTime;
+    for (int speed = minSpeed; held > 0ms; speed *= 2) {
+        const milliseconds part = speed < maxSpeed ? std::min(held, stepTime) : held;
+        distance += speed * seconds(part);
         held -= part;
     }
-    return from + direction * way;
+    return startPosition + direction * distance;
 }

@@ -2,17 +2,17 @@
 
 #include <chrono>
 
-/** A way along the recording while a button is held: the longer, the faster. A plain value. */
+/** A scrub along the recording while a key is held: the longer it is held, the faster it moves. A plain value. */
 struct Scrub
 {
-    double from = 0;                    ///< seconds of play time
-    int direction = 1;                  ///< -1 for backward
-    std::chrono::milliseconds since{0}; ///< when the button was first held, on the clock
-    bool goesOn = false;                ///< it was playing, and does again when the button is let go
+    double startPosition = 0;               ///< seconds of play time
+    int direction = 1;                      ///< -1 for backward
+    std::chrono::milliseconds startTime{0}; ///< when the scrub started, as Clock::elapsed()
+    bool wasPlaying = false;                ///< before the scrub; then it plays again afterwards
 
-    /** Seconds of play time for each second; negative for backward. */
+    /** Seconds of play time per second; negative for backward. */
     int speedAt(std::chrono::milliseconds now) const;
 
-    /** Where it has come to, which may lie beyond either end of the recording. */
+    /** Seconds of play time; may be before the start or after the end of the recording. */
     double positionAt(std::chrono::milliseconds now) const;
 };

@@ -4,22 +4,6 @@
 #include "MetadataItems.h"
 #include "TapePlayerTexts.h"
 
-void TapePlayerController::setStore(Store* store)
-{
-    if (m_store == store)
-        return;
-    m_store = store;
-    Q_EMIT storeChanged();
-}
-
-void TapePlayerController::setTimepiece(Timepiece* timepiece)
-{
-    if (m_timepiece == timepiece)
-        return;
-    m_timepiece = timepiece;
-    Q_EMIT timepieceChanged();
-}
-
 void TapePlayerController::componentComplete()
 {
     const auto url = m_tape.streamURLPath.isEmpty() ? std::nullopt : hubURL(m_tape.streamURLPath);
@@ -35,7 +19,7 @@ bool TapePlayerController::press(int key, bool isAutoRepeat)
         return controls()->press(key, isAutoRepeat);
     const bool leaves = key == Qt::Key_Back || key == Qt::Key_MediaStop;
     if (leaves && !isAutoRepeat)
-        Q_EMIT leave();
+        Q_EMIT dismissRequested();
     return leaves;
 }
 
@@ -44,27 +28,29 @@ bool TapePlayerController::release(int key)
     return controls() && controls()->release(key);
 }
 
-void TapePlayerController::dismantle()
+void TapePlayerController::tearDown()
 {
-    if (m_container)
-        m_container->dismantle();
+    // Kept until the view no longer shows it.
+    if (const auto player = m_container ? m_container->tearDown() : nullptr)
+        Q_EMIT playerChanged();
 }
 
 void TapePlayerController::play(const QUrl& url)
 {
+    const PlayerContainer::Actions actions{
+        [this](double seconds) {
+            if (m_store)
+                m_store->saveResume(m_tape.id, seconds);
+        },
+        [this] {
+            if (m_store)
+                m_store->removeResume(m_tape.id);
+        },
+        [this](const QString& message) { fail(message); },
+        [this] { Q_EMIT dismissRequested(); },
+    };
     m_container =
-        std::make_unique<PlayerContainer>(url, m_startAt, metadataItems(m_cover), m_timepiece->clock(), m_makePlayer);
-    connect(m_container.get(), &PlayerContainer::progress, this, [this](double seconds) {
-        if (m_store)
-            m_store->saveResume(m_tape.id, seconds);
-    });
-    connect(m_container.get(), &PlayerContainer::finished, this, [this] {
-        if (m_store)
-            m_store->removeResume(m_tape.id);
-    });
-    connect(m_container.get(), &PlayerContainer::failure, this, &TapePlayerController::fail);
-    connect(m_container.get(), &PlayerContainer::leave, this, &TapePlayerController::leave);
-    connect(m_container.get(), &PlayerContainer::playerChanged, this, &TapePlayerController::playerChanged);
+        std::make_unique<PlayerContainer>(url, m_startAt, metadataItems(m_cover), actions, *m_clock, m_createPlayer);
     Q_EMIT playerChanged();
 }
 

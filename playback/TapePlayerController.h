@@ -1,9 +1,9 @@
 #pragma once
 
+#include "Clock.h"
 #include "PlayerContainer.h"
 #include "PlayerController.h"
 #include "Store.h"
-#include "Timepiece.h"
 #include "VHSCover.h"
 
 #include <QPointer>
@@ -11,46 +11,41 @@
 #include <QtQml/qqmlregistration.h>
 
 /**
- * The state of the screen that plays a tape: whether there is anything to play, where the tape has come to, and what the
- * viewer reads when it does not play. Screen thread only; the screen makes and owns it; store and timepiece outlive it.
+ * State of the screen that plays a tape: creates the player, stores the resume position, and provides the message for a
+ * tape that does not play. Screen thread only; the screen creates and owns it; store and clock must outlive it.
  */
 class TapePlayerController : public QObject, public QQmlParserStatus
 {
     Q_OBJECT
     QML_ELEMENT
     Q_INTERFACES(QQmlParserStatus)
-    Q_PROPERTY(Store* store READ store WRITE setStore NOTIFY storeChanged REQUIRED FINAL)
-    Q_PROPERTY(Timepiece* timepiece READ timepiece WRITE setTimepiece NOTIFY timepieceChanged REQUIRED FINAL)
-    // What comes of these once the tape plays changes nothing.
+    Q_PROPERTY(Store* store MEMBER m_store NOTIFY storeChanged REQUIRED FINAL)
+    Q_PROPERTY(Clock* clock MEMBER m_clock NOTIFY clockChanged REQUIRED FINAL)
+    // Changes of these after completion have no effect.
     Q_PROPERTY(Tape tape READ tape WRITE setTape FINAL)
     Q_PROPERTY(VHSCover cover READ cover WRITE setCover FINAL)
-    /** Where the tape starts, in seconds. */
+    /** Start position in seconds. */
     Q_PROPERTY(double startAt MEMBER m_startAt FINAL)
 
-    /** None when there is nothing to play, and once it is dismantled. */
+    /** Null if there is nothing to play, and after `tearDown`. */
     Q_PROPERTY(VideoPlayer* player READ player NOTIFY playerChanged FINAL)
-    /** None when there is nothing to play. */
+    /** Null if there is nothing to play. */
     Q_PROPERTY(PlayerController* controls READ controls NOTIFY playerChanged FINAL)
-    /** What the viewer reads when the tape does not play; empty while it does. */
+    /** Message for the viewer if the tape does not play, else empty. */
     Q_PROPERTY(QString failure READ failure NOTIFY failureChanged FINAL)
     Q_PROPERTY(bool failed READ hasFailed NOTIFY failureChanged FINAL)
 
 public:
     using QObject::QObject;
 
-    Store* store() const { return m_store; }
-    void setStore(Store* store);
-    Timepiece* timepiece() const { return m_timepiece; }
-    void setTimepiece(Timepiece* timepiece);
-
-    // Every tape is taken, as a fresher record equals the one it replaces.
+    // Assigned even if equal: tapes are equal if their ids are, so a newer record equals the old one.
     const Tape& tape() const { return m_tape; }
     void setTape(Tape tape) { m_tape = std::move(tape); }
     const VHSCover& cover() const { return m_cover; }
     void setCover(VHSCover cover) { m_cover = std::move(cover); }
 
-    /** How players are made, before completion. */
-    void setMakePlayer(MakePlayer makePlayer) { m_makePlayer = std::move(makePlayer); }
+    /** Function that creates the player; set before completion. */
+    void setCreatePlayer(CreatePlayer createPlayer) { m_createPlayer = std::move(createPlayer); }
 
     VideoPlayer* player() const { return m_container ? m_container->player() : nullptr; }
     PlayerController* controls() const { return m_container ? m_container->controller() : nullptr; }
@@ -59,32 +54,32 @@ public:
 
     void classBegin() override {}
 
-    /** Starts to play; a tape without a stream fails instead, and no player is made. */
+    /** Starts to play. A tape without a stream address fails instead, and no player is created. */
     void componentComplete() override;
 
-    /** Takes a remote's key (a Qt::Key); answers whether it meant something here. Without a player back and stop leave. */
+    /** Handles a key press (a Qt::Key); returns whether it was used. Without a player only back and stop are used. */
     Q_INVOKABLE bool press(int key, bool isAutoRepeat);
     Q_INVOKABLE bool release(int key);
 
-    /** Ends picture and sound at once, although the screen may still be seen for a moment. Safe twice. */
-    Q_INVOKABLE void dismantle();
+    /** Stops picture and sound at once, while the screen may still slide out. May be called twice. */
+    Q_INVOKABLE void tearDown();
 
 Q_SIGNALS:
     void storeChanged();
-    void timepieceChanged();
+    void clockChanged();
     void playerChanged();
     void failureChanged();
 
-    /** The viewer leaves the tape. */
-    void leave();
+    /** The viewer wants to leave the tape. */
+    void dismissRequested();
 
 private:
     void play(const QUrl& url);
     void fail(const QString& message);
 
     QPointer<Store> m_store;
-    QPointer<Timepiece> m_timepiece;
-    MakePlayer m_makePlayer = &makeStreamPlayer;
+    QPointer<Clock> m_clock;
+    CreatePlayer m_createPlayer = &createStreamPlayer;
     Tape m_tape;
     VHSCover m_cover;
     double m_startAt = 0;

@@ -3,7 +3,7 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-/** What the tape player's screen says when there is nothing to be seen, and over its panel's choices. Any thread. */
+/** Texts of the tape player's screen: for a tape that does not play, and names of the panel's rows. Any thread. */
 class TapePlayerTexts : public QObject
 {
     Q_OBJECT
@@ -24,6 +24,6 @@ public:
 
     static QString noPlayableCopy() { return QStringLiteral("This tape has no playable copy on the shelf."); }
 
-    /** What is said of a failure whose cause is not known. */
+    /** Message for a failure of unknown cause. */
     static QString wouldNotPlay() { return QStringLiteral("The tape wouldn't play. It may still be being archived."); }
 };

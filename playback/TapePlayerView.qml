@@ -8,22 +8,22 @@ import Quillmere.Playback
 import Quillmere.Screen
 import Quillmere.Video
 
-// A tape, full screen.
+// Plays a tape, full screen.
 FocusScreen {
     id: view
 
     required property Store store
-    required property Timepiece timepiece
+    required property Clock clock
 
-    // Aliases, as a property of QML's own would not take a tape that equals the default one.
+    // Aliases: a QML property would ignore a tape that equals the default one, and tapes are compared by id only.
     property alias tape: controller.tape
     property alias cover: controller.cover
     property alias startAt: controller.startAt
 
     signal dismissed()
 
-    // Picture and sound end with the press that leaves, not with the slide that follows.
-    onDisappeared: controller.dismantle()
+    // Picture and sound stop at the key press, not after the slide-out animation.
+    onDisappeared: controller.tearDown()
     Keys.onPressed: event => event.accepted = controller.press(event.key, event.isAutoRepeat)
     Keys.onReleased: event => event.accepted = controller.release(event.key)
 
@@ -31,8 +31,8 @@ FocusScreen {
         id: controller
 
         store: view.store
-        timepiece: view.timepiece
-        onLeave: view.dismissed()
+        clock: view.clock
+        onDismissRequested: view.dismissed()
     }
 
     FullBleed {
@@ -47,7 +47,7 @@ FocusScreen {
         }
     }
 
-    // No Loader, as that would keep the focus of the panel's tracks to itself.
+    // A Repeater, because a Loader is a focus scope of its own, and the panel's tracks could not get the focus.
     Repeater {
         model: controller.controls ? 1 : 0
 

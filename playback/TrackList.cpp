@@ -7,13 +7,13 @@
 
 namespace {
 
-constexpr qsizetype fewestChoices = 2;
+constexpr qsizetype minChoices = 2;
 
 } // namespace
 
-void TrackList::show(const QList<MediaTrack>& tracks)
+void TrackList::setTracks(const QList<MediaTrack>& tracks)
 {
-    QList<Choice> choices = choicesOf(tracks);
+    QList<Choice> choices = choicesFor(tracks);
     const auto isSame = [](const Choice& a, const Choice& b) { return a.id == b.id && a.title == b.title; };
     if (std::equal(choices.cbegin(), choices.cend(), m_choices.cbegin(), m_choices.cend(), isSame)) {
         m_choices = std::move(choices);
@@ -27,7 +27,7 @@ void TrackList::show(const QList<MediaTrack>& tracks)
     Q_EMIT countChanged();
 }
 
-QList<TrackList::Choice> TrackList::choicesOf(const QList<MediaTrack>& tracks) const
+QList<TrackList::Choice> TrackList::choicesFor(const QList<MediaTrack>& tracks) const
 {
     QList<Choice> choices;
     bool isOff = true;
@@ -39,7 +39,7 @@ QList<TrackList::Choice> TrackList::choicesOf(const QList<MediaTrack>& tracks) c
     }
     if (m_kind == MediaTrack::Kind::Subtitle && !choices.isEmpty())
         choices.prepend({MediaTrack::none, noTrackText, isOff});
-    return choices.size() < fewestChoices ? QList<Choice>() : choices;
+    return choices.size() < minChoices ? QList<Choice>() : choices;
 }
 
 void TrackList::pick(int row)

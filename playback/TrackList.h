@@ -6,28 +6,28 @@
 #include <QtQml/qqmlregistration.h>
 
 /**
- * The tracks of one kind as the viewer's choices. None of them while there is nothing to choose: that takes two sound
- * tracks, or one of subtitles, as those can be switched off. Screen thread only; the player's controller owns it.
+ * The tracks of one kind as choices for the viewer. Empty while there is nothing to choose: a choice needs two sound
+ * tracks, or one subtitle track, as subtitles can be turned off. Screen thread only; PlayerController owns it.
  */
 class TrackList : public QAbstractListModel
 {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("The player's controller makes it.")
+    QML_UNCREATABLE("Created by PlayerController.")
     Q_PROPERTY(int count READ count NOTIFY countChanged FINAL)
 
 public:
-    /** `key`: int, one a choice; `title`; `isSelected`. */
+    /** `key`: int, unique among the choices; `title`; `isSelected`. */
     enum Role { KeyRole = Qt::UserRole, TitleRole, SelectedRole };
 
     explicit TrackList(MediaTrack::Kind kind, QObject* parent = nullptr) : QAbstractListModel(parent), m_kind(kind) {}
 
-    /** Shows those of its kind. While the choices stay the same, what is selected changes in place. */
-    void show(const QList<MediaTrack>& tracks);
+    /** Shows the tracks of its kind. If only the selection differs, the model is not reset. */
+    void setTracks(const QList<MediaTrack>& tracks);
 
     int count() const { return int(m_choices.size()); }
 
-    /** The viewer chooses a row. */
+    /** The viewer selected a row. */
     Q_INVOKABLE void pick(int row);
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -46,7 +46,7 @@ private:
         bool isSelected;
     };
 
-    QList<Choice> choicesOf(const QList<MediaTrack>& tracks) const;
+    QList<Choice> choicesFor(const QList<MediaTrack>& tracks) const;
 
     MediaTrack::Kind m_kind;
     QList<Choice> m_choices;

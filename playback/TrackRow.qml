@@ -5,7 +5,7 @@ import Quillmere.Front
 import Quillmere.Playback
 import Quillmere.Screen
 
-// The tracks of one kind as chips beside what they are; nothing where there is nothing to choose.
+// A name and the tracks of one kind as chips. Empty where there is nothing to choose.
 FocusSection {
     id: row
 
@@ -14,10 +14,10 @@ FocusSection {
 
     readonly property bool hasChoice: tracks.count > 0
     // Whether one of the chips is focused.
-    property bool holdsFocus: false
+    property bool containsFocus: false
 
     readonly property real chipHeight: 60
-    // Room for the ring around a chip.
+    // Space for the focus ring around a chip, in points.
     readonly property real margin: 10
 
     visible: hasChoice
@@ -38,7 +38,7 @@ FocusSection {
         width: parent.width - x
         height: parent.height
         orientation: Qt.Horizontal
-        lead: 200
+        revealMargin: 200
         contentExtent: chips.width + 2 * row.margin
         clip: contentExtent > width
 
@@ -65,7 +65,7 @@ FocusSection {
                     height: row.chipHeight
                     Accessible.checkable: true
                     Accessible.checked: isSelected
-                    onActiveFocusChanged: row.holdsFocus = activeFocus
+                    onActiveFocusChanged: row.containsFocus = activeFocus
                     onSelected: row.tracks.pick(index)
 
                     CardPlate {

@@ -8,23 +8,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype shortestParagraph = 420; // characters
-constexpr qsizetype longestPassage = 20'000; // UTF-16 units: about fifty milliseconds of laying out
+constexpr qsizetype minParagraphLength = 420;  // grapheme clusters
+constexpr qsizetype maxPassageLength = 20'000; // UTF-16 units; takes about 50 ms to lay out
 
 QStringList passagesOf(const QString& transcript)
 {
-    return Reflow::passages(Reflow::paragraphs(transcript.trimmed(), shortestParagraph), longestPassage);
+    return Reflow::passages(Reflow::paragraphs(transcript.trimmed(), minParagraphLength), maxPassageLength);
 }
 
 } // namespace
-
-void TranscriptController::setHub(HubAPI* hub)
-{
-    if (m_hub == hub)
-        return;
-    m_hub = hub;
-    Q_EMIT hubChanged();
-}
 
 void TranscriptController::setCover(VHSCover cover)
 {
@@ -60,35 +52,35 @@ void TranscriptController::disappear()
 
 QCoro::Task<> TranscriptController::load()
 {
-    const CancelToken token = m_tasks.token();
+    const std::stop_token token = m_tasks.token();
     if (!m_tape.hasTranscript) {
-        show(Empty, TranscriptTexts::noneHarvested());
+        setState(Empty, TranscriptTexts::noneHarvested());
         co_return;
     }
     const auto answer = co_await m_hub->transcript(m_tape.id, token);
-    if (token.isCancelled())
+    if (token.stop_requested())
         co_return;
     if (!answer) {
-        show(Empty, TranscriptTexts::outOfReach(answer.error().errorDescription()));
+        setState(Empty, TranscriptTexts::outOfReach(answer.error().errorDescription()));
         co_return;
     }
-    // An answer that is no transcript has no text to be shown.
+    // Only an archived transcript has a text to show.
     const QString text = answer->status == "archived"_L1 ? answer->text : QString();
-    // Awaited by name: GCC 12 destroys what a lambda within an awaited expression holds once too often.
+    // A named variable: GCC 12 destroys the captures of a lambda inside a co_await expression twice.
     const auto reflow = m_reflow.run([text] { return passagesOf(text); });
     QStringList passages = co_await reflow;
-    if (token.isCancelled())
+    if (token.stop_requested())
         co_return;
     if (passages.isEmpty()) {
-        show(Empty, TranscriptTexts::noneHarvested());
+        setState(Empty, TranscriptTexts::noneHarvested());
         co_return;
     }
     m_words = answer->words;
     m_passages.setPassages(std::move(passages));
-    show(Ready);
+    setState(Ready);
 }
 
-void TranscriptController::show(LoadState state, const QString& message)
+void TranscriptController::setState(LoadState state, const QString& message)
 {
     m_state = state;
     m_message = message;

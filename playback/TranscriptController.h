@@ -7,25 +7,25 @@
 #include <QtQml/qqmlregistration.h>
 
 /**
- * The state of the screen that shows what was said on a tape. The transcript is made into paragraphs on a thread of its
- * own; the hub's client refuses more than 16 MiB of it. Screen thread only; the screen makes and owns it; the hub, set
- * once when it is made, outlives it.
+ * State of the screen that shows a tape's transcript. A background thread splits the transcript into passages; HubAPI
+ * refuses one of more than 16 MiB. Screen thread only; the screen creates and owns it; the hub, which is set once, must
+ * outlive it.
  */
 class TranscriptController : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(HubAPI* hub READ hub WRITE setHub NOTIFY hubChanged REQUIRED FINAL)
-    // What comes of this once the screen has appeared changes nothing.
+    Q_PROPERTY(HubAPI* hub MEMBER m_hub NOTIFY hubChanged REQUIRED FINAL)
+    // Changes after the screen has appeared have no effect.
     Q_PROPERTY(Tape tape READ tape WRITE setTape FINAL)
     Q_PROPERTY(VHSCover cover READ cover WRITE setCover NOTIFY coverChanged FINAL)
 
     Q_PROPERTY(QString caption READ caption NOTIFY coverChanged FINAL)
     Q_PROPERTY(QString title READ title NOTIFY coverChanged FINAL)
-    /** Empty while there is no transcript, and when the hub has not counted its words. */
+    /** Empty without a transcript, and if the hub sent no word count. */
     Q_PROPERTY(QString wordCount READ wordCount NOTIFY stateChanged FINAL)
     Q_PROPERTY(LoadState state READ state NOTIFY stateChanged FINAL)
-    /** What the viewer reads instead of a transcript; empty but in state `Empty`. */
+    /** Message shown instead of a transcript in state `Empty`; else empty. */
     Q_PROPERTY(QString message READ message NOTIFY stateChanged FINAL)
     Q_PROPERTY(PassageList* passages READ passages CONSTANT FINAL)
 
@@ -35,8 +35,6 @@ public:
 
     using QObject::QObject;
 
-    HubAPI* hub() const { return m_hub; }
-    void setHub(HubAPI* hub);
     const Tape& tape() const { return m_tape; }
     void setTape(Tape tape) { m_tape = std::move(tape); }
     const VHSCover& cover() const { return m_cover; }
@@ -48,14 +46,14 @@ public:
     qint64 words() const { return m_words; }
     LoadState state() const { return m_state; }
     QString message() const { return m_message; }
-    /** One for each paragraph, or more for one that is too long to be laid out at once. */
+    /** One passage per paragraph; several if it is too long to be laid out at once. */
     PassageList* passages() { return &m_passages; }
-    /** The thread on which paragraphs are made, so that a test can keep it busy. */
+    /** The thread that splits the transcript; public so that a test can keep it busy. */
     Worker& reflowWorker() { return m_reflow; }
 
-    /** The screen has come into view: the transcript is fetched. Nothing is tried again. */
+    /** The screen was shown: fetches the transcript, without retries. */
     Q_INVOKABLE void appear();
-    /** The screen has gone away: the fetch ends. */
+    /** The screen was hidden: cancels the fetch. */
     Q_INVOKABLE void disappear();
 
 Q_SIGNALS:
@@ -65,7 +63,7 @@ Q_SIGNALS:
 
 private:
     QCoro::Task<> load();
-    void show(LoadState state, const QString& message = {});
+    void setState(LoadState state, const QString& message = {});
 
     HubAPI* m_hub = nullptr;
     Tape m_tape;

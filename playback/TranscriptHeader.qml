@@ -2,13 +2,13 @@ import QtQuick
 import Quillmere.Front
 import Quillmere.Playback
 
-// What the transcript is of.
+// Header of the transcript: a caption with body and date, the tape's title and the word count.
 Column {
     id: header
 
     required property TranscriptController transcript
-    // How tall it may become.
-    required property real room
+    // Maximum height, in points.
+    required property real maximumHeight
 
     leftPadding: 110
     rightPadding: 110
@@ -24,14 +24,14 @@ Column {
             id: caption
 
             width: Math.min(implicitWidth, parent.width - 100)
-            maximumHeight: header.room / 3
+            maximumHeight: header.maximumHeight / 3
             wraps: true
             text: header.transcript.caption
             font: Typography.standard(20, Font.DemiBold, 3)
             color: StationPalette.teal
         }
 
-        // On the line that the letters stand on, to the end of the row.
+        // From the caption to the end of the row, on the caption's baseline.
         Rectangle {
             anchors.left: caption.right
             anchors.leftMargin: 16
@@ -44,7 +44,7 @@ Column {
 
     StationText {
         width: header.width - header.leftPadding - header.rightPadding
-        maximumHeight: header.room - header.topPadding - caption.height - words.height - 2 * header.spacing
+        maximumHeight: header.maximumHeight - header.topPadding - caption.height - words.height - 2 * header.spacing
                        - header.bottomPadding
         text: header.transcript.title
         font: Typography.standard(44, Font.Black)

@@ -5,7 +5,7 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-/** What the transcript's screen says around the transcript. Stateless: any thread. */
+/** Texts of the transcript's screen around the transcript. Stateless: any thread. */
 class TranscriptTexts : public QObject
 {
     Q_OBJECT
@@ -20,14 +20,14 @@ public:
     static QString pulling();
     static QString backToTheTape();
 
-    /** The line over the title, in capitals. */
+    /** The line above the title, in capitals. */
     static QString caption(const VHSCover& cover);
 
-    /** "12,408 words"; nothing when none are known. */
+    /** "12,408 words"; empty below 1. */
     static QString wordCount(qint64 words);
 
     static QString noneHarvested();
 
-    /** `reason`, which may be empty, is the viewer's. */
+    /** `reason` is a message for the viewer; it may be empty. */
     static QString outOfReach(const QString& reason);
 };

@@ -7,13 +7,13 @@ import Quillmere.Hub
 import Quillmere.Playback
 import Quillmere.Screen
 
-// What was said on a tape, to be read.
+// Shows the transcript of a tape.
 ReadingScreen {
     id: view
 
     required property HubAPI hub
 
-    // Aliases, as a property of QML's own would not take a tape that equals the default one.
+    // Aliases: a QML property would ignore a tape that equals the default one, and tapes are compared by id only.
     property alias tape: controller.tape
     property alias cover: controller.cover
 
@@ -40,14 +40,14 @@ ReadingScreen {
 
         width: parent.width
         transcript: controller
-        // The other half is for a passage to be read in.
-        room: parent.height / 2
+        // The other half shows the passages.
+        maximumHeight: parent.height / 2
     }
 
     Item {
         anchors.fill: parent
         anchors.topMargin: header.height
-        // What is scrolled up goes under the header.
+        // Scrolled content disappears below the header.
         clip: true
 
         ScrollArea {
@@ -58,7 +58,7 @@ ReadingScreen {
             anchors.fill: parent
             visible: controller.state === TranscriptController.Ready
             contentExtent: passages.height + 2 * margin
-            lead: margin
+            revealMargin: margin
 
             LazyStack {
                 id: passages
@@ -68,11 +68,10 @@ ReadingScreen {
                 width: parent.width - 2 * x
                 model: controller.passages
                 measured: true
-                // Four lines and a half.
+                // Estimate: four and a half lines.
                 extent: 200
                 spacing: 26
-                ahead: 400
-                onHeld: row => passages.place = row
+                cacheBuffer: 400
 
                 Passage {
                     width: passages.width
@@ -89,7 +88,7 @@ ReadingScreen {
             fill: StationPalette.faded(StationPalette.inkNavy, 0.4)
         }
 
-        // A line that is half under the header fades out.
+        // Fades out a line that is partly hidden by the header.
         Rectangle {
             width: parent.width
             height: 28
@@ -147,8 +146,8 @@ ReadingScreen {
 
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: TranscriptTexts.backToTheTape
-                tone: StationPalette.inkNavy
-                ground: StationPalette.cream
+                plateColor: StationPalette.inkNavy
+                backgroundColor: StationPalette.cream
                 size: 26
                 onSelected: view.dismissed()
             }

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr double thinnest = 1; // point
+constexpr double minUnitWidth = 1; // point
 
 } // namespace
 
@@ -17,7 +17,7 @@ double Barcode::unitWidth(double width) const
     double units = 0;
     for (const int bar : bars)
         units += bar + 1;
-    return std::max(width / units, thinnest);
+    return std::max(width / units, minUnitWidth);
 }
 
 double Barcode::extent(double width) const

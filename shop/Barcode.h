@@ -5,17 +5,17 @@
 class QPainter;
 class QSizeF;
 
-/** A cover's bar code. A value, painted on any thread. */
+/** The bar code on a box. A value; any thread may paint it. */
 struct Barcode
 {
-    QList<int> bars; ///< relative widths: a bar, a space, a bar and so on, each followed by a gap of one
+    QList<int> bars; ///< relative widths of bars and spaces in turn, starting with a bar; a gap of 1 follows each
 
-    /** How wide a unit of `bars` is in a frame of `width`; lengths are in points. */
+    /** The width of one unit of `bars` in a frame of `width`; both in points. */
     double unitWidth(double width) const;
 
-    /** How far the last bar reaches from the left edge of a frame of `width`. */
+    /** Distance from the left edge of a frame of `width` to the end of the last bar; both in points. */
     double extent(double width) const;
 
-    /** Fills a frame from the painter's origin on, in points; a code too long for it runs past its right edge. */
+    /** Paints at the painter's origin, in points; a code too long for the frame extends past its right edge. */
     void paint(QPainter& painter, const QSizeF& frame) const;
 };

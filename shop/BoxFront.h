@@ -8,11 +8,11 @@ class QPainter;
 
 /**
  * The front of a cassette box: brand band, scene, genre strip, title, rating and bar code.
- * A value, painted on any thread.
+ * A value; any thread may paint it.
  */
 struct BoxFront
 {
-    static constexpr double gridWidth = 320; ///< the units that a box is as wide as; all its lengths are in them
+    static constexpr double gridWidth = 320; ///< width of every box in units of the box, which its layout uses
     static constexpr double gridHeight = 500;
     static constexpr double cornerRadius = 10; ///< units
 
@@ -22,9 +22,9 @@ struct BoxFront
     static constexpr double heightOf(double width) { return width * gridHeight / gridWidth; }
     QSizeF size() const { return {width, heightOf(width)}; }
 
-    /** All that is painted: the box, the outer half of its outline, and a bar code too long for it; in points. */
+    /** The painted area, in points: the box, the outer half of its outline, and a bar code too long for the box. */
     QRectF bounds() const;
 
-    /** Draws the box from the painter's origin on, in points. */
+    /** Paints the box with its top left corner at the painter's origin, in points. */
     void paint(QPainter& painter) const;
 };

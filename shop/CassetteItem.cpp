@@ -11,10 +11,10 @@
 
 namespace {
 
-constexpr int settlingTime = 50; // milliseconds, more than lies between the steps of a movement
+constexpr int stableTime = 50; // milliseconds; longer than the time between two steps of an animation
 constexpr double pixelTolerance = 1.0 / 256;
 
-/** The nearest whole number; halves go up although they are not quite met. */
+/** Rounds to the nearest integer; rounds up from slightly below one half, to tolerate inexact values. */
 int wholePixels(double pixels)
 {
     return int(std::floor(pixels + 0.5 + pixelTolerance));
@@ -29,7 +29,7 @@ bool near(const QRectF& a, const QRectF& b)
 
 } // namespace
 
-CassetteItem::CassetteItem(CassettePrint::Form form, QQuickItem* parent)
+CassetteItem::CassetteItem(CassetteRenderer::Form form, QQuickItem* parent)
     : QQuickItem(parent), m_form(form), m_studio(CassetteStudio::shared())
 {
     setFlag(ItemHasContents);
@@ -44,14 +44,14 @@ void CassetteItem::setCover(const VHSCover& cover)
 {
     if (m_cover == cover)
         return;
-    const bool looksTheSame = printOf(m_cover) == printOf(cover);
+    const bool isSamePicture = rendererFor(m_cover) == rendererFor(cover);
     m_cover = cover;
-    if (!looksTheSame) {
-        // Never another tape's picture, not even for a frame.
+    if (!isSamePicture) {
+        // Never show another tape's picture, not even for one frame.
         m_picture.reset();
         m_studio->cancel(*this);
-        if (m_placed)
-            order();
+        if (m_placement)
+            requestPicture();
         update();
     }
     Q_EMIT coverChanged();
@@ -65,21 +65,22 @@ double CassetteItem::radius() const
 void CassetteItem::itemChange(ItemChange change, const ItemChangeData& data)
 {
     if (change == ItemSceneChange) {
-        disconnect(m_frames);
-        disconnect(m_heights);
+        disconnect(m_frameConnection);
+        disconnect(m_heightConnection);
         if (data.window) {
-            m_frames = connect(data.window, &QQuickWindow::afterAnimating, this, &CassetteItem::follow);
-            m_heights = connect(data.window, &QQuickWindow::heightChanged, this, &CassetteItem::adaptBudget);
-            adaptBudget();
+            m_frameConnection =
+                connect(data.window, &QQuickWindow::afterAnimating, this, &CassetteItem::updatePlacement);
+            m_heightConnection = connect(data.window, &QQuickWindow::heightChanged, this, &CassetteItem::updateBudget);
+            updateBudget();
         }
     } else if (change == ItemDevicePixelRatioHasChanged) {
-        adaptBudget();
+        updateBudget();
     }
-    // Who cannot be seen wants nothing, and starts anew when it is seen.
+    // A hidden item needs no picture; it makes a new request when it becomes visible.
     if (change == ItemSceneChange || change == ItemVisibleHasChanged) {
         m_studio->cancel(*this);
-        m_settling.stop();
-        m_placed.reset();
+        m_stableTimer.stop();
+        m_placement.reset();
     }
     QQuickItem::itemChange(change, data);
 }
@@ -99,28 +100,28 @@ CassetteItem::Placement CassetteItem::placement() const
     const double ratio = window()->effectiveDevicePixelRatio();
     const QSizeF scale(toScene.m11() * ratio, toScene.m22() * ratio);
     const QPointF origin = toScene.map(QPointF()) * ratio;
-    // Every box of a row has the same size, wherever its edges fall.
+    // Rounded separately from the position, so that all boxes in a row have the same size.
     const QSize pixels(wholePixels(width() * scale.width()), wholePixels(BoxFront::heightOf(width()) * scale.height()));
-    const QPointF moved = QPointF(wholePixels(origin.x()), wholePixels(origin.y())) - origin;
-    return {pixels, QRectF(moved.x() / scale.width(), moved.y() / scale.height(), pixels.width() / scale.width(),
+    const QPointF offset = QPointF(wholePixels(origin.x()), wholePixels(origin.y())) - origin;
+    return {pixels, QRectF(offset.x() / scale.width(), offset.y() / scale.height(), pixels.width() / scale.width(),
                            pixels.height() / scale.height())};
 }
 
-/** Once a frame: notices that the item was moved or scaled, by itself or by an ancestor. */
-void CassetteItem::follow()
+/** Called for each frame. Detects whether the item was moved or scaled, also by an ancestor. */
+void CassetteItem::updatePlacement()
 {
     if (!isVisible() || width() <= 0)
         return;
     const Placement now = placement();
     if (now.pixels.isEmpty())
         return;
-    const std::optional<Placement> before = std::exchange(m_placed, now);
+    const std::optional<Placement> before = std::exchange(m_placement, now);
     if (!before) {
-        m_restingPixels = now.pixels;
-        order();
+        m_stablePixels = now.pixels;
+        requestPicture();
         update();
     } else if (now.pixels != before->pixels) {
-        m_settling.start(settlingTime, this);
+        m_stableTimer.start(stableTime, this);
         update();
     } else if (!near(now.snapped, before->snapped)) {
         update();
@@ -129,25 +130,25 @@ void CassetteItem::follow()
 
 void CassetteItem::timerEvent(QTimerEvent* event)
 {
-    if (event->timerId() != m_settling.timerId())
+    if (event->timerId() != m_stableTimer.timerId())
         return QQuickItem::timerEvent(event);
-    m_settling.stop();
-    m_restingPixels = m_placed->pixels;
-    order();
+    m_stableTimer.stop();
+    m_stablePixels = m_placement->pixels;
+    requestPicture();
 }
 
-CassettePrint CassetteItem::printOf(const VHSCover& cover) const
+CassetteRenderer CassetteItem::rendererFor(const VHSCover& cover) const
 {
-    return {m_form, cover, width(), m_restingPixels};
+    return {m_form, cover, width(), m_stablePixels};
 }
 
-void CassetteItem::order()
+void CassetteItem::requestPicture()
 {
-    if (const auto picture = m_studio->order(*this, printOf(m_cover)))
-        take(picture);
+    if (const auto picture = m_studio->request(*this, rendererFor(m_cover)))
+        setPicture(picture);
 }
 
-void CassetteItem::adaptBudget()
+void CassetteItem::updateBudget()
 {
     m_studio->setBudget(CassetteStudio::budgetFor(int(window()->height() * window()->effectiveDevicePixelRatio())));
 }
@@ -161,7 +162,7 @@ double CassetteItem::distance() const
     return std::hypot(across, along);
 }
 
-void CassetteItem::take(const CassetteStudio::Picture& picture)
+void CassetteItem::setPicture(const CassetteStudio::Picture& picture)
 {
     m_picture = picture;
     update();
@@ -177,9 +178,9 @@ QSGNode* CassetteItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
     if (!node)
         node = new CassetteNode(window());
     const QRectF area(0, 0, width(), BoxFront::heightOf(width()));
-    const bool pixelForPixel = m_picture && m_placed && m_picture->box.size() == m_placed->pixels;
+    const bool pixelForPixel = m_picture && m_placement && m_picture->box.size() == m_placement->pixels;
     if (m_picture)
-        node->showPicture(m_picture, pixelForPixel ? m_placed->snapped : area, pixelForPixel);
+        node->showPicture(m_picture, pixelForPixel ? m_placement->snapped : area, pixelForPixel);
     else
         node->showPlate(CoverArt::skyTop(m_cover.hue), area, radius());
     return node;

@@ -8,19 +8,19 @@
 #include <optional>
 
 /**
- * A cassette on the screen: its picture, painted elsewhere at the size really shown and laid on whole device pixels,
- * and until it is there a plate in the top colour of the cover's sky. The item is the box; its outline, half of it, and
- * a long bar code reach beyond. While an ancestor scales it the picture at hand
- * is scaled; the one of the new size follows when it has come to rest. Moving it by whole pixels costs nothing.
- * Screen thread only; its parent item owns it. Rotations and shears are not followed.
+ * A cassette on the screen. It shows the picture from the CassetteStudio, painted at the displayed size and aligned to
+ * device pixels; until that arrives, a plate in the top colour of the cover's sky. The item's area is the box; the
+ * outer half of the outline and a long bar code extend beyond it. While an ancestor scales the item, the current
+ * picture is scaled; once the size is stable, a picture of that size is requested. Moves by whole device pixels cost
+ * nothing. Screen thread only; its parent item owns it. Rotation and shear are not supported.
  */
-class CassetteItem : public QQuickItem, private CassetteStudio::Customer
+class CassetteItem : public QQuickItem, private CassetteStudio::Client
 {
     Q_OBJECT
     QML_NAMED_ELEMENT(CassetteItem)
-    QML_UNCREATABLE("A base for the cassettes")
+    QML_UNCREATABLE("Base class of the cassettes")
     Q_PROPERTY(VHSCover cover READ cover WRITE setCover NOTIFY coverChanged FINAL)
-    /** Of the box's corners, in points. */
+    /** Radius of the box's corners, in points. */
     Q_PROPERTY(double radius READ radius NOTIFY widthChanged FINAL)
 
 public:
@@ -30,14 +30,14 @@ public:
     void setCover(const VHSCover& cover);
     double radius() const;
 
-    /** Whether it shows the picture of its cover, be it at another size, and not the plate. */
+    /** Whether it shows a picture of its cover, possibly scaled, and not the plate. */
     bool hasPicture() const { return m_picture != nullptr; }
 
 Q_SIGNALS:
     void coverChanged();
 
 protected:
-    CassetteItem(CassettePrint::Form form, QQuickItem* parent);
+    CassetteItem(CassetteRenderer::Form form, QQuickItem* parent);
 
     void timerEvent(QTimerEvent* event) override;
     void itemChange(ItemChange change, const ItemChangeData& data) override;
@@ -45,29 +45,29 @@ protected:
     QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override;
 
 private:
-    /** How the item lies on the display. */
+    /** Size and alignment of the item on the device pixel grid. */
     struct Placement
     {
-        QSize pixels;
-        QRectF snapped; ///< the item's area moved to whole device pixels, in its own coordinates
+        QSize pixels;   ///< size of the box in device pixels
+        QRectF snapped; ///< the item's area, aligned to device pixels, in its own coordinates
     };
 
     double distance() const override;
-    void take(const CassetteStudio::Picture& picture) override;
+    void setPicture(const CassetteStudio::Picture& picture) override;
 
     Placement placement() const;
-    void follow();
-    CassettePrint printOf(const VHSCover& cover) const;
-    void order();
-    void adaptBudget();
+    void updatePlacement();
+    CassetteRenderer rendererFor(const VHSCover& cover) const;
+    void requestPicture();
+    void updateBudget();
 
-    CassettePrint::Form m_form;
+    CassetteRenderer::Form m_form;
     VHSCover m_cover;
     std::shared_ptr<CassetteStudio> m_studio;
-    CassetteStudio::Picture m_picture; ///< null for the plate
-    std::optional<Placement> m_placed; ///< in the latest frame
-    QSize m_restingPixels;             ///< the size at which it last was at rest
-    QBasicTimer m_settling;            ///< runs from the latest change of size until it counts as the last
-    QMetaObject::Connection m_frames;
-    QMetaObject::Connection m_heights;
+    CassetteStudio::Picture m_picture;    ///< null for the plate
+    std::optional<Placement> m_placement; ///< in the last frame
+    QSize m_stablePixels;                 ///< size in device pixels for which pictures are requested
+    QBasicTimer m_stableTimer;            ///< restarted by every change of size; the size is stable when it fires
+    QMetaObject::Connection m_frameConnection;
+    QMetaObject::Connection m_heightConnection;
 };

@@ -10,8 +10,8 @@
 
 namespace {
 
-/** The least picture of a plate: its four corners around one pixel that is stretched. */
-QImage cornersOf(const QColor& color, double radius, int margin)
+/** The smallest nine-patch image of a plate: its four corners around one pixel, which is stretched. */
+QImage plateImage(const QColor& color, double radius, int margin)
 {
     const int side = 2 * margin + 1;
     QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
@@ -24,8 +24,8 @@ QImage cornersOf(const QColor& color, double radius, int margin)
     return image;
 }
 
-/** Where a picture stands whose box stands at `box`. */
-QRectF wholeArea(const CassettePicture& picture, const QRectF& box)
+/** The area of the whole picture if its box covers `box`. */
+QRectF pictureArea(const CassettePicture& picture, const QRectF& box)
 {
     const QSizeF pixel(box.width() / picture.box.width(), box.height() / picture.box.height());
     return {box.x() - picture.box.x() * pixel.width(), box.y() - picture.box.y() * pixel.height(),
@@ -49,9 +49,9 @@ void CassetteNode::showPicture(const CassetteStudio::Picture& picture, const QRe
         m_pictureNode->setTexture(m_window->createTextureFromImage(picture->image));
         m_pictureNode->setSourceRect(picture->image.rect());
     }
-    m_pictureNode->setRect(wholeArea(*picture, box));
+    m_pictureNode->setRect(pictureArea(*picture, box));
     m_pictureNode->setFiltering(pixelForPixel ? QSGTexture::Nearest : QSGTexture::Linear);
-    // Only now: the software adaptation looks for the texture at once.
+    // Added last, because Qt's software renderer reads the texture at once.
     if (isNew)
         appendChildNode(m_pictureNode);
 }
@@ -64,7 +64,7 @@ void CassetteNode::showPlate(const QColor& color, const QRectF& area, double rad
     if (!m_plateNode) {
         const int margin = int(std::ceil(radius));
         m_plateNode = m_window->createNinePatchNode();
-        m_plateNode->setTexture(m_window->createTextureFromImage(cornersOf(color, radius, margin)));
+        m_plateNode->setTexture(m_window->createTextureFromImage(plateImage(color, radius, margin)));
         m_plateNode->setPadding(margin, margin, margin, margin);
         m_plateNode->setDevicePixelRatio(1);
         m_plateNode->setBounds(area);

@@ -10,18 +10,18 @@ class QSGImageNode;
 class QSGNinePatchNode;
 
 /**
- * What the scene graph draws of a cassette: its picture or the plate. A transform node, as the software adaptation
- * loses the place of what is put below a plain one later. Render thread, while the screen thread waits.
+ * Scene graph node of a cassette: shows its picture or a plain plate. A transform node, because Qt's software renderer
+ * loses the position of nodes added later to a plain QSGNode. Render thread, while the screen thread waits.
  */
 class CassetteNode : public QSGTransformNode
 {
 public:
     explicit CassetteNode(QQuickWindow* window);
 
-    /** `box` is the box's, in the item's coordinates; `pixelForPixel` if it gives a pixel of the picture one of the display. */
+    /** `box` is in the item's coordinates. With `pixelForPixel` a pixel of the picture is exactly one device pixel. */
     void showPicture(const CassetteStudio::Picture& picture, const QRectF& box, bool pixelForPixel);
 
-    /** Lengths are in points. */
+    /** `area` and `radius` are in points. */
     void showPlate(const QColor& color, const QRectF& area, double radius);
 
 private:

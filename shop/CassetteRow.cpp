@@ -17,18 +17,18 @@ CassetteRow::Content::Content(const Shelf& shelf)
     }
 }
 
-CassetteRow::Content::Content(const QList<Tape>& loose) : count(int(loose.size())), tapes(loose) {}
+CassetteRow::Content::Content(const QList<Tape>& tapes) : count(int(tapes.size())), tapes(tapes) {}
 
 VHSCover CassetteRow::Content::cover(int row) const
 {
     return covers.isEmpty() ? dress(tapes.at(row)) : covers.at(row);
 }
 
-int CassetteRow::Content::rowOf(qint64 id, int likely) const
+int CassetteRow::Content::rowOf(qint64 id, int preferredRow) const
 {
-    // Two tapes may share an id: the one that did not move comes first.
-    if (likely >= 0 && likely < size() && tapes.at(likely).id == id)
-        return likely;
+    // Ids may be duplicated: prefer the tape that did not move.
+    if (preferredRow >= 0 && preferredRow < size() && tapes.at(preferredRow).id == id)
+        return preferredRow;
     for (int row = 0; row < size(); ++row) {
         if (tapes.at(row).id == id)
             return row;
@@ -36,18 +36,18 @@ int CassetteRow::Content::rowOf(qint64 id, int likely) const
     return -1;
 }
 
-void CassetteRow::show(Content content, int place)
+void CassetteRow::setContent(Content content, int currentRow)
 {
-    reset(place, [&] { m_content = std::move(content); });
+    reset(currentRow, [&] { m_content = std::move(content); });
     Q_EMIT contentChanged();
 }
 
-int CassetteRow::placeIn(const Content& content) const
+int CassetteRow::currentRowIn(const Content& content) const
 {
-    if (place() < 0)
+    if (currentRow() < 0)
         return -1;
-    const int row = content.rowOf(m_content.tapes.at(place()).id, place());
-    return row >= 0 ? row : content.nearest(place());
+    const int row = content.rowOf(m_content.tapes.at(currentRow()).id, currentRow());
+    return row >= 0 ? row : content.nearestRow(currentRow());
 }
 
 int CassetteRow::rowCount(const QModelIndex& parent) const

@@ -6,39 +6,37 @@ import Quillmere.Front
 import Quillmere.Screen
 import Quillmere.Shop
 
-// Cassettes side by side, along which the viewer walks.
+// A row of cassettes that scrolls with the focus.
 ScrollArea {
     id: strip
 
     required property CassetteRow cassettes
-    // How wide one is.
+    // Width of a cassette, in points.
     required property real extent
-    // Above and below them, for the lift and the shadow of the focused one; beside them there is less.
+    // Space above and below the cassettes, in points, for the enlarged focused one and its shadow; less at the sides.
     required property real margin
 
-    readonly property real beside: 6
+    readonly property real sideMargin: 6
 
     signal opened(int cassette)
 
     orientation: Qt.Horizontal
-    // The cassette on either side of the focused one is always in sight.
-    lead: stack.extent + stack.spacing
-    contentExtent: stack.width + 2 * beside
+    // The cassettes on both sides of the focused one are always visible.
+    revealMargin: stack.extent + stack.spacing
+    contentExtent: stack.width + 2 * sideMargin
 
     LazyStack {
         id: stack
 
-        x: strip.beside
+        x: strip.sideMargin
         y: strip.margin
         height: parent.height - 2 * strip.margin
         orientation: Qt.Horizontal
         extent: strip.extent
         spacing: 40
-        // The cassettes run on to the edges of the display; a held key should find those beyond it painted.
-        ahead: 960
+        // The row extends to the edges of the display; with a held key, cassettes beyond it should be painted in time.
+        cacheBuffer: 960
         model: strip.cassettes
-        place: strip.cassettes.place
-        onHeld: cassette => strip.cassettes.place = cassette
 
         CardButton {
             id: button

@@ -6,10 +6,10 @@
 namespace {
 
 constexpr qint64 megabyte = 1024 * 1024;
-// About fifty cassettes in sight and near it, and what was lifted: a long shelf shall take no more memory than a short one.
+// About 50 visible or nearby cassettes and some enlarged ones. A long shelf needs no more memory than a short one.
 constexpr qint64 budget = 28 * megabyte;
-constexpr int tallestOrdinaryWindow = 1080; // device pixels
-constexpr qint64 budgetOfTallWindows = 160 * megabyte;
+constexpr int maxNormalHeight = 1080; // device pixels
+constexpr qint64 tallWindowBudget = 160 * megabyte;
 
 } // namespace
 
@@ -26,98 +26,100 @@ std::shared_ptr<CassetteStudio> CassetteStudio::shared()
     return studio;
 }
 
-CassetteStudio::Picture CassetteStudio::order(Customer& customer, const CassettePrint& print)
+CassetteStudio::Picture CassetteStudio::request(Client& client, const CassetteRenderer& renderer)
 {
-    ++m_turn;
-    if (const auto kept = m_kept.find(print); kept != m_kept.end()) {
-        m_orders.erase(&customer);
-        kept->lastUse = m_turn;
-        return kept->picture;
+    ++m_counter;
+    if (const auto cached = m_cache.find(renderer); cached != m_cache.end()) {
+        m_requests.erase(&client);
+        cached->lastUse = m_counter;
+        return cached->picture;
     }
-    m_orders.insert_or_assign(&customer, Order{print, m_turn});
-    if (!m_isWorking) {
-        m_isWorking = true;
-        // Later, so that of a whole screen's orders the most wanted is the first.
-        m_mailbox.post([this] { work(); });
+    m_requests.insert_or_assign(&client, Request{renderer, m_counter});
+    if (!m_isPainting) {
+        m_isPainting = true;
+        // Start from the event loop, after all items of a new screen have made their requests.
+        m_callQueue.post([this] { paintRequests(); });
     }
     return nullptr;
 }
 
-void CassetteStudio::cancel(Customer& customer)
+void CassetteStudio::cancel(Client& client)
 {
-    m_orders.erase(&customer);
+    m_requests.erase(&client);
 }
 
-QCoro::Task<void> CassetteStudio::work()
+QCoro::Task<void> CassetteStudio::paintRequests()
 {
-    const CancelToken token = m_tasks.token();
-    while (const std::optional<CassettePrint> print = mostWanted()) {
-        const Completion<CassettePicture> painting = m_worker.run([print = *print] { return print.paint(); });
+    const std::stop_token token = m_tasks.token();
+    while (const std::optional<CassetteRenderer> renderer = nextRequest()) {
+        const Completion<CassettePicture> painting = m_worker.run([renderer = *renderer] { return renderer.paint(); });
         CassettePicture picture = co_await painting;
-        if (token.isCancelled())
+        if (token.stop_requested())
             co_return;
-        keep(*print, std::move(picture));
+        addPicture(*renderer, std::move(picture));
     }
-    m_isWorking = false;
+    m_isPainting = false;
 }
 
-std::optional<CassettePrint> CassetteStudio::mostWanted() const
+std::optional<CassetteRenderer> CassetteStudio::nextRequest() const
 {
     std::optional<std::tuple<double, quint64>> first;
-    const CassettePrint* print = nullptr;
-    for (const auto& [customer, order] : m_orders) {
-        const std::tuple<double, quint64> rank(customer->distance(), order.turn);
+    const CassetteRenderer* renderer = nullptr;
+    for (const auto& [client, request] : m_requests) {
+        const std::tuple<double, quint64> rank(client->distance(), request.number);
         if (!first || rank < *first) {
             first = rank;
-            print = &order.print;
+            renderer = &request.renderer;
         }
     }
-    return print ? std::make_optional(*print) : std::nullopt;
+    return renderer ? std::make_optional(*renderer) : std::nullopt;
 }
 
-void CassetteStudio::keep(const CassettePrint& print, CassettePicture picture)
+/** Caches a picture and passes it to all clients that requested it. */
+void CassetteStudio::addPicture(const CassetteRenderer& renderer, CassettePicture picture)
 {
-    QList<Customer*> waiting;
-    for (const auto& [customer, order] : m_orders) {
-        if (order.print == print)
-            waiting.append(customer);
+    QList<Client*> waiting;
+    for (const auto& [client, request] : m_requests) {
+        if (request.renderer == renderer)
+            waiting.append(client);
     }
-    for (Customer* customer : std::as_const(waiting))
-        m_orders.erase(customer);
-    // There was no memory for it: what was shown until now stays.
+    for (Client* client : std::as_const(waiting))
+        m_requests.erase(client);
+    // Memory allocation failed: the clients keep what they show.
     if (picture.image.isNull())
         return;
     m_bytes += picture.image.sizeInBytes();
-    const auto kept = m_kept.insert(print, {std::make_shared<const CassettePicture>(std::move(picture)), ++m_turn});
-    for (Customer* customer : std::as_const(waiting))
-        customer->take(kept->picture);
-    discard();
+    const auto cached =
+        m_cache.insert(renderer, {std::make_shared<const CassettePicture>(std::move(picture)), ++m_counter});
+    for (Client* client : std::as_const(waiting))
+        client->setPicture(cached->picture);
+    evict();
 }
 
-/** Gives up the pictures that were used longest ago and that nobody shows, until the rest fits the budget. */
-void CassetteStudio::discard()
+/** Removes the least recently used pictures that no client uses, until the rest fits the budget. */
+void CassetteStudio::evict()
 {
     while (m_bytes > m_budget) {
-        auto oldest = m_kept.end();
-        for (auto kept = m_kept.begin(); kept != m_kept.end(); ++kept) {
-            const bool isShown = kept->picture.use_count() > 1;
-            if (!isShown && (oldest == m_kept.end() || kept->lastUse < oldest->lastUse))
-                oldest = kept;
+        auto oldest = m_cache.end();
+        for (auto cached = m_cache.begin(); cached != m_cache.end(); ++cached) {
+            const bool isInUse = cached->picture.use_count() > 1;
+            if (!isInUse && (oldest == m_cache.end() || cached->lastUse < oldest->lastUse))
+                oldest = cached;
         }
-        if (oldest == m_kept.end())
+        if (oldest == m_cache.end())
             return;
         m_bytes -= oldest->picture->image.sizeInBytes();
-        m_kept.erase(oldest);
+        m_cache.erase(oldest);
     }
 }
 
 qint64 CassetteStudio::budgetFor(int windowHeight)
 {
-    return windowHeight > tallestOrdinaryWindow ? budgetOfTallWindows : budget;
+    return windowHeight > maxNormalHeight ? tallWindowBudget : budget;
 }
 
 void CassetteStudio::setBudget(qint64 bytes)
 {
     m_budget = bytes;
-    discard();
+    evict();
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CassettePrint.h"
+#include "CassetteRenderer.h"
 #include "TaskScope.h"
 #include "Worker.h"
 
@@ -12,27 +12,27 @@
 #include <unordered_map>
 
 /**
- * Paints cassettes on one background thread, one after the other, the most wanted first, and keeps their pictures as
- * long as they fit its budget. Screen thread only; no call waits for a picture, but the destructor does for the one
- * under way. The items that show cassettes share one, which goes with the last of them.
+ * Paints cassettes one at a time on a background thread, those nearest to the visible area first, and caches the
+ * pictures up to a budget in bytes. Screen thread only. No call waits for a picture, except that the destructor waits
+ * for the one being painted. All items that show cassettes share one studio; the last item destroys it.
  */
 class CassetteStudio
 {
 public:
     using Picture = std::shared_ptr<const CassettePicture>;
 
-    /** Whoever shows one cassette. It takes its order back before it goes. */
-    class Customer
+    /** Requests one picture at a time. Must call `cancel` before it is destroyed. */
+    class Client
     {
     public:
-        /** How far from the viewer's sight it is, in any one unit; 0 in sight. */
+        /** Distance from the visible area, in the same unit for all clients; 0 if visible. */
         virtual double distance() const = 0;
 
-        /** The picture that was ordered last. It counts as shown while it is held. */
-        virtual void take(const Picture& picture) = 0;
+        /** Receives the picture requested last. It is not evicted while the client keeps a reference. */
+        virtual void setPicture(const Picture& picture) = 0;
 
     protected:
-        ~Customer() = default;
+        ~Client() = default;
     };
 
     CassetteStudio() = default;
@@ -40,43 +40,45 @@ public:
     CassetteStudio(const CassetteStudio&) = delete;
     CassetteStudio& operator=(const CassetteStudio&) = delete;
 
-    /** The one that the items share; made when there is none. */
+    /** The studio that the items share; created if there is none. */
     static std::shared_ptr<CassetteStudio> shared();
 
-    /** The picture if it is at hand, else null, and it is delivered later. Replaces the customer's earlier order. */
-    Picture order(Customer& customer, const CassettePrint& print);
-    void cancel(Customer& customer);
+    /**
+     * Returns the picture if cached; else null, and calls `setPicture` later. Replaces the client's earlier request.
+     */
+    Picture request(Client& client, const CassetteRenderer& renderer);
+    void cancel(Client& client);
 
-    /** What the pictures kept may take, in bytes, for a window of so many device pixels in height. */
+    /** The cache size, in bytes, for a window of `windowHeight` device pixels. */
     static qint64 budgetFor(int windowHeight);
-    /** Those that are shown are kept beyond it. */
+    /** Pictures in use are never evicted, even if they exceed the budget. */
     void setBudget(qint64 bytes);
-    qint64 bytesKept() const { return m_bytes; }
+    qint64 cachedBytes() const { return m_bytes; }
 
 private:
-    struct Order
+    struct Request
     {
-        CassettePrint print;
-        quint64 turn; ///< the lower, the earlier it came
+        CassetteRenderer renderer;
+        quint64 number; ///< ascending in order of arrival
     };
-    struct Kept
+    struct CacheEntry
     {
         Picture picture;
-        quint64 lastUse;
+        quint64 lastUse; ///< the value of m_counter at the time
     };
 
-    QCoro::Task<void> work();
-    std::optional<CassettePrint> mostWanted() const;
-    void keep(const CassettePrint& print, CassettePicture picture);
-    void discard();
+    QCoro::Task<void> paintRequests();
+    std::optional<CassetteRenderer> nextRequest() const;
+    void addPicture(const CassetteRenderer& renderer, CassettePicture picture);
+    void evict();
 
-    std::unordered_map<Customer*, Order> m_orders; ///< those still open
-    QHash<CassettePrint, Kept> m_kept;
-    qint64 m_bytes = 0;
+    std::unordered_map<Client*, Request> m_requests; ///< not yet painted
+    QHash<CassetteRenderer, CacheEntry> m_cache;
+    qint64 m_bytes = 0; ///< of the cached pictures
     qint64 m_budget = budgetFor(0);
-    quint64 m_turn = 0; ///< counts orders and uses
-    bool m_isWorking = false;
+    quint64 m_counter = 0; ///< of requests and uses
+    bool m_isPainting = false;
     Worker m_worker;
-    Mailbox m_mailbox;
+    CallQueue m_callQueue;
     TaskScope m_tasks;
 };

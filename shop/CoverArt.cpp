@@ -11,12 +11,12 @@
 
 namespace {
 
-// The disc, in units of the box.
+// The disc in the sky, in units of the box.
 constexpr double discDiameter = 52;
 constexpr QPointF discFromTopTrailing(52, 48);
 constexpr double discOpacity = 0.9;
 
-// Shares of the scene's size.
+// Fractions of the scene's size.
 constexpr double waterHeight = 0.27;
 constexpr double fogHeight = 0.3;
 constexpr double fogOpacity = 0.8;
@@ -24,22 +24,22 @@ constexpr double boatWidth = 0.7;
 constexpr double boatProportion = 7.0 / 11;
 constexpr QPointF boatCentre(0.47, 0.6);
 
-QColor ofHue(double hue, float saturation, float brightness)
+QColor fromHue(double hue, float saturation, float brightness)
 {
     const double turns = hue / 360;
     return QColor::fromHsvF(float(turns - std::floor(turns)), saturation, brightness);
 }
 
-QRectF bottomBand(const QPainter& painter, const QSizeF& size, double share)
+QRectF bottomBand(const QPainter& painter, const QSizeF& size, double fraction)
 {
-    return snappedRect(painter, QRectF(0, size.height() * (1 - share), size.width(), size.height() * share));
+    return snappedRect(painter, QRectF(0, size.height() * (1 - fraction), size.width(), size.height() * fraction));
 }
 
 void paintSky(QPainter& painter, const QSizeF& size, double hue)
 {
     QLinearGradient sky(0, 0, 0, size.height());
     sky.setColorAt(0, CoverArt::skyTop(hue));
-    sky.setColorAt(1, ofHue(hue, 0.60F, 0.22F));
+    sky.setColorAt(1, fromHue(hue, 0.60F, 0.22F));
     painter.fillRect(snappedRect(painter, QRectF(QPointF(), size)), sky);
 }
 
@@ -66,7 +66,7 @@ void paintFog(QPainter& painter, const QSizeF& size)
 
 QColor CoverArt::skyTop(double hue)
 {
-    return ofHue(hue, 0.55F, 0.42F);
+    return fromHue(hue, 0.55F, 0.42F);
 }
 
 void CoverArt::paint(QPainter& painter, const QSizeF& size) const
@@ -79,7 +79,7 @@ void CoverArt::paint(QPainter& painter, const QSizeF& size) const
     const double radius = discDiameter / 2 * scale;
     painter.drawEllipse(QPointF(size.width() - discFromTopTrailing.x() * scale, discFromTopTrailing.y() * scale),
                         radius, radius);
-    painter.fillRect(bottomBand(painter, size, waterHeight), ofHue(cover.hue, 0.45F, 0.30F));
+    painter.fillRect(bottomBand(painter, size, waterHeight), fromHue(cover.hue, 0.45F, 0.30F));
     paintBoat(painter, size);
     paintFog(painter, size);
     painter.restore();

@@ -7,15 +7,15 @@
 class QPainter;
 class QSizeF;
 
-/** The painted scene of a cover: a steamer on water in its hue, under fog. A value, painted on any thread. */
+/** The scene on a box: a steamboat on water in fog, in the cover's hue. A value; any thread may paint it. */
 struct CoverArt
 {
     VHSCover cover;
-    double scale = 1; ///< the length of a unit of the enclosing box
+    double scale = 1; ///< painter lengths per unit of the enclosing box
 
-    /** The sky's colour at its top, by the cover's hue in degrees. */
+    /** The colour at the top of the sky; `hue` is the cover's, in degrees. */
     static QColor skyTop(double hue);
 
-    /** Fills a space of `size` from the painter's origin on. */
+    /** Fills an area of `size` with its top left corner at the painter's origin. */
     void paint(QPainter& painter, const QSizeF& size) const;
 };

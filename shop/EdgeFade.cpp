@@ -7,7 +7,8 @@
 
 namespace {
 
-constexpr qreal rounding = 1; // points; a row stops on whole device pixels, a little before its end
+// Points; a row stops on whole device pixels, possibly slightly before its end.
+constexpr qreal minHiddenLength = 1;
 
 } // namespace
 
@@ -16,15 +17,15 @@ EdgeFade::EdgeFade(QQuickItem* parent) : PaintedItem(parent)
     updateStrength();
 }
 
-void EdgeFade::setGround(PaintedItem* ground)
+void EdgeFade::setBackground(PaintedItem* background)
 {
-    if (m_ground == ground)
+    if (m_background == background)
         return;
-    if (m_ground)
-        disconnect(m_ground, nullptr, this, nullptr);
-    m_ground = ground;
-    if (ground)
-        connect(ground, &PaintedItem::artChanged, this, &EdgeFade::repaint);
+    if (m_background)
+        disconnect(m_background, nullptr, this, nullptr);
+    m_background = background;
+    if (background)
+        connect(background, &PaintedItem::artChanged, this, &EdgeFade::repaint);
     repaint();
 }
 
@@ -36,22 +37,22 @@ void EdgeFade::setEdge(Qt::Edge edge)
     repaint();
 }
 
-void EdgeFade::setHidden(qreal hidden)
+void EdgeFade::setHiddenLength(qreal hiddenLength)
 {
-    if (m_hidden == hidden)
+    if (m_hiddenLength == hiddenLength)
         return;
-    m_hidden = hidden;
+    m_hiddenLength = hiddenLength;
     updateStrength();
-    Q_EMIT hiddenChanged();
+    Q_EMIT hiddenLengthChanged();
 }
 
 void EdgeFade::paint(QPainter& painter, const QSizeF& size) const
 {
-    if (!m_ground)
+    if (!m_background)
         return;
     painter.save();
-    painter.translate(groundOrigin());
-    m_ground->paint(painter, m_ground->size());
+    painter.translate(backgroundOrigin());
+    m_background->paint(painter, m_background->size());
     painter.restore();
 
     const bool isLeft = m_edge == Qt::LeftEdge;
@@ -59,18 +60,18 @@ void EdgeFade::paint(QPainter& painter, const QSizeF& size) const
     strength.setColorAt(0, Qt::black);
     strength.setColorAt(1, Qt::transparent);
     painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-    // The pixels at the rim may reach past the item.
+    // The painted pixels may extend slightly beyond the item.
     painter.fillRect(QRectF(QPointF(), size).adjusted(-2, -2, 2, 2), strength);
 }
 
 void EdgeFade::itemChange(ItemChange change, const ItemChangeData& data)
 {
     if (change == ItemSceneChange) {
-        disconnect(m_frames);
+        disconnect(m_frameConnection);
         if (data.window)
-            m_frames = connect(data.window, &QQuickWindow::afterAnimating, this, &EdgeFade::trackGround);
+            m_frameConnection = connect(data.window, &QQuickWindow::afterAnimating, this, &EdgeFade::trackBackground);
     } else if (change == ItemVisibleHasChanged && data.boolValue) {
-        // While hidden it has not tracked the ground.
+        // trackBackground() does nothing while the item is hidden.
         repaint();
     }
     PaintedItem::itemChange(change, data);
@@ -84,16 +85,16 @@ void EdgeFade::geometryChange(const QRectF& newGeometry, const QRectF& oldGeomet
 
 void EdgeFade::updateStrength()
 {
-    setVisible(m_hidden >= rounding);
-    setOpacity(std::clamp(m_hidden / std::max(width(), 1.0), 0.0, 1.0));
+    setVisible(m_hiddenLength >= minHiddenLength);
+    setOpacity(std::clamp(m_hiddenLength / std::max(width(), 1.0), 0.0, 1.0));
 }
 
-/** Once a frame: notices that the row moves over its ground. */
-void EdgeFade::trackGround()
+/** Called for each frame. Repaints if the item has moved over the background. */
+void EdgeFade::trackBackground()
 {
-    if (!isVisible() || groundOrigin() == m_origin || !isOnDisplay())
+    if (!isVisible() || backgroundOrigin() == m_paintedOrigin || !isOnDisplay())
         return;
-    m_origin = groundOrigin();
+    m_paintedOrigin = backgroundOrigin();
     repaint();
 }
 
@@ -102,7 +103,7 @@ bool EdgeFade::isOnDisplay() const
     return QRectF(QPointF(), window()->size()).intersects(mapRectToScene(boundingRect()));
 }
 
-QPointF EdgeFade::groundOrigin() const
+QPointF EdgeFade::backgroundOrigin() const
 {
-    return m_ground ? m_ground->mapToItem(this, QPointF()) : QPointF();
+    return m_background ? m_background->mapToItem(this, QPointF()) : QPointF();
 }

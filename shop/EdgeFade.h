@@ -5,33 +5,33 @@
 #include <QPointer>
 
 /**
- * Lies over the end of a row that is cut there, and shows ever more of the row's ground towards the edge, so that the row
- * fades out. It is the ground's own art, pixel for pixel, wherever it stands on the ground; `ground` may be null.
+ * Fades out a row at an end where it is clipped. Lies over that end and paints the part of the row's background that is
+ * below it, pixel for pixel, opaque at the edge and transparent at the other side. `background` may be null.
  */
 class EdgeFade : public PaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(PaintedItem* ground READ ground WRITE setGround NOTIFY artChanged FINAL)
-    /** Qt::LeftEdge or Qt::RightEdge: the side at which the ground alone is seen. */
+    Q_PROPERTY(PaintedItem* background READ background WRITE setBackground NOTIFY artChanged FINAL)
+    /** Qt::LeftEdge or Qt::RightEdge: the side at which only the background is visible. */
     Q_PROPERTY(Qt::Edge edge READ edge WRITE setEdge NOTIFY artChanged FINAL)
-    /** How much of the row lies beyond the edge, in points: without any there is no fade, with a little a weak one. */
-    Q_PROPERTY(qreal hidden READ hidden WRITE setHidden NOTIFY hiddenChanged FINAL)
+    /** Length of the row beyond the edge, in points. Below the item's width the fade is weaker; at 0 it is hidden. */
+    Q_PROPERTY(qreal hiddenLength READ hiddenLength WRITE setHiddenLength NOTIFY hiddenLengthChanged FINAL)
 
 public:
     explicit EdgeFade(QQuickItem* parent = nullptr);
 
-    PaintedItem* ground() const { return m_ground; }
-    void setGround(PaintedItem* ground);
+    PaintedItem* background() const { return m_background; }
+    void setBackground(PaintedItem* background);
     Qt::Edge edge() const { return m_edge; }
     void setEdge(Qt::Edge edge);
-    qreal hidden() const { return m_hidden; }
-    void setHidden(qreal hidden);
+    qreal hiddenLength() const { return m_hiddenLength; }
+    void setHiddenLength(qreal hiddenLength);
 
     void paint(QPainter& painter, const QSizeF& size) const override;
 
 Q_SIGNALS:
-    void hiddenChanged();
+    void hiddenLengthChanged();
 
 protected:
     void itemChange(ItemChange change, const ItemChangeData& data) override;
@@ -39,13 +39,13 @@ protected:
 
 private:
     void updateStrength();
-    void trackGround();
+    void trackBackground();
     bool isOnDisplay() const;
-    QPointF groundOrigin() const;
+    QPointF backgroundOrigin() const;
 
-    QPointer<PaintedItem> m_ground;
+    QPointer<PaintedItem> m_background;
     Qt::Edge m_edge = Qt::LeftEdge;
-    qreal m_hidden = 0;
-    QPointF m_origin; ///< of the ground, when this was last painted for it
-    QMetaObject::Connection m_frames;
+    qreal m_hiddenLength = 0;
+    QPointF m_paintedOrigin; ///< the background's origin when this was last painted
+    QMetaObject::Connection m_frameConnection;
 };

@@ -5,12 +5,12 @@
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
 
-/** What is known of a tape, row by row, for its screen. Screen thread only; whoever made it owns it. */
+/** List model of the facts about a tape. Screen thread only; TapeDetailController owns it. */
 class FactList : public QAbstractListModel
 {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("The tape's controller makes it.")
+    QML_UNCREATABLE("Created by TapeDetailController.")
 
 public:
     enum Role { LabelRole = Qt::UserRole, ValueRole };

@@ -1,7 +1,7 @@
 import QtQuick
 import Quillmere.Front
 
-// What is known of a tape: what it is, and beside it the value.
+// One fact about a tape: its label and, beside it, its value.
 Row {
     id: fact
 

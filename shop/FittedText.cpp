@@ -7,11 +7,11 @@
 namespace {
 
 constexpr double tolerance = 0.01;
-constexpr double finestStep = 1.0 / 64; // of the size, in the search for the one that fits
+constexpr double minStep = 1.0 / 64; // of the scale, in the search for the largest that fits
 
 QString onOneLine(const QString& text)
 {
-    QString line = text.left(FittedText::longest);
+    QString line = text.left(FittedText::maxLength);
     if (!line.isEmpty() && line.back().isHighSurrogate())
         line.chop(1);
     for (QChar& character : line) {
@@ -25,32 +25,32 @@ QString onOneLine(const QString& text)
 
 FittedText::FittedText(const QString& text, const QFont& font) : m_lines(onOneLine(text), font) {}
 
-FittedText FittedText::line(const QString& text, const QFont& font, double width, double least)
+FittedText FittedText::line(const QString& text, const QFont& font, double width, double minScale)
 {
     FittedText fitted(text, font);
     fitted.m_lines.breakLines(TextLines::unbounded, QTextOption::NoWrap, 1);
-    fitted.m_scale = std::clamp(width / std::max(fitted.width(), tolerance), least, 1.0);
+    fitted.m_scale = std::clamp(width / std::max(fitted.width(), tolerance), minScale, 1.0);
     if (fitted.width() > width + tolerance)
         fitted.elide(width, 1);
     return fitted;
 }
 
-FittedText FittedText::block(const QString& text, const QFont& font, QSizeF room, double least)
+FittedText FittedText::block(const QString& text, const QFont& font, QSizeF area, double minScale)
 {
     FittedText fitted(text, font);
-    if (fitted.fits(1, room))
+    if (fitted.fits(1, area))
         return fitted;
-    if (!fitted.fits(least, room)) {
-        fitted.elide(room.width(), fitted.linesIn(room.height()));
+    if (!fitted.fits(minScale, area)) {
+        fitted.elide(area.width(), fitted.linesIn(area.height()));
         return fitted;
     }
-    double small = least;
+    double small = minScale;
     double large = 1;
-    while (large - small > finestStep) {
+    while (large - small > minStep) {
         const double middle = (small + large) / 2;
-        (fitted.fits(middle, room) ? small : large) = middle;
+        (fitted.fits(middle, area) ? small : large) = middle;
     }
-    fitted.fits(small, room);
+    fitted.fits(small, area);
     return fitted;
 }
 
@@ -59,24 +59,24 @@ int FittedText::linesIn(double height) const
     return std::max(1, int((height + tolerance) / (m_lines.height() * m_scale)));
 }
 
-/** Lays the text out at `scale`; whether it fits with all its words whole. */
-bool FittedText::fits(double scale, QSizeF room)
+/** Lays out the text at `scale`; returns whether it fits without breaking a word. */
+bool FittedText::fits(double scale, QSizeF area)
 {
     m_scale = scale;
-    if (!m_lines.breakLines(room.width() / scale, QTextOption::WordWrap, linesIn(room.height())))
+    if (!m_lines.breakLines(area.width() / scale, QTextOption::WordWrap, linesIn(area.height())))
         return false;
-    return width() <= room.width() + tolerance && height() <= room.height() + tolerance;
+    return width() <= area.width() + tolerance && height() <= area.height() + tolerance;
 }
 
-/** Cuts what does not fit on `atMost` lines of `width` at the present scale, even with words broken. */
-void FittedText::elide(double width, int atMost)
+/** Elides the text to `maxLines` lines of `width` at the current scale; words may be broken. */
+void FittedText::elide(double width, int maxLines)
 {
-    m_elided = m_lines.elide(width / m_scale, atMost);
+    m_elided = m_lines.elide(width / m_scale, maxLines);
 }
 
 double FittedText::width() const
 {
-    return m_lines.widest() * m_scale;
+    return m_lines.maximumLineWidth() * m_scale;
 }
 
 double FittedText::height() const

@@ -7,23 +7,23 @@
 #include <QSizeF>
 
 /**
- * A text laid out for the room that it has: at its font's size if it fits, else smaller, down to a given share of that
- * size, and elided beyond. Line breaks and control characters count as a space. Lengths are in the units of the font's
- * size, whatever the painter's scale. A value, to be used up on the thread that made it.
+ * A text laid out to fit a given area: at its font's size if possible, else scaled down, at most to `minScale`, and
+ * elided if it still does not fit. Line breaks and control characters count as spaces. Lengths are in the units of the
+ * font's size, before the painter's scale. A value; used only on the thread that created it.
  */
 class FittedText
 {
 public:
-    /** What can be read of a text, in UTF-16 units: more than the smallest type has room for. */
-    static constexpr qsizetype longest = 600;
+    /** Longer texts are cut here, in UTF-16 units; more than fits at the smallest scale. */
+    static constexpr qsizetype maxLength = 600;
 
     /** On one line of at most `width`. */
-    static FittedText line(const QString& text, const QFont& font, double width, double least);
+    static FittedText line(const QString& text, const QFont& font, double width, double minScale);
 
-    /** On as many lines as `room` has height for; a word is only broken where shrinking does not keep it whole. */
-    static FittedText block(const QString& text, const QFont& font, QSizeF room, double least);
+    /** On as many lines as fit the height of `area`; breaks a word only if it does not fit at `minScale`. */
+    static FittedText block(const QString& text, const QFont& font, QSizeF area, double minScale);
 
-    /** The share of the font's size at which it is set. */
+    /** The factor by which the font is scaled down; 1 for its full size. */
     double scale() const { return m_scale; }
     bool isElided() const { return m_elided; }
     int lineCount() const { return m_lines.count(); }
@@ -36,8 +36,8 @@ public:
 private:
     FittedText(const QString& text, const QFont& font);
     int linesIn(double height) const;
-    bool fits(double scale, QSizeF room);
-    void elide(double width, int atMost);
+    bool fits(double scale, QSizeF area);
+    void elide(double width, int maxLines);
 
     TextLines m_lines;
     double m_scale = 1;

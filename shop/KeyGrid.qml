@@ -5,13 +5,13 @@ import Quillmere.Front
 import Quillmere.Screen
 import Quillmere.Shop
 
-// The keys of the on-screen keyboard, on a plate that hides the lower half of the screen beneath.
+// The keys of the on-screen keyboard, on a plate that hides the lower half of the screen below it.
 FocusScreen {
     id: grid
 
     required property KeyboardController controller
 
-    // Around the keys, within what every display shows, even of one that has grown.
+    // Around the keys, in points; the keys, also an enlarged focused one, stay in the area that every display shows.
     readonly property real sideMargin: 90
     readonly property real bottomMargin: 64
     readonly property real topMargin: 28
@@ -68,10 +68,10 @@ FocusScreen {
                 name: title
                 text: caption
                 size: 40
-                // A wide key grows no further over its neighbours than a narrow one.
-                growth: 1 + (StationMotion.plateScale - 1) / span
+                // A wide key extends over its neighbours by no more points than a narrow one.
+                focusScale: 1 + (StationMotion.plateScale - 1) / span
                 onSelected: grid.controller.press(index)
-                Component.onCompleted: grid.controller.typeAt(key)
+                Component.onCompleted: grid.controller.addInputItem(key)
             }
         }
     }

@@ -2,7 +2,7 @@
 
 using namespace Qt::StringLiterals;
 
-void KeyList::show(KeyboardLayout::Page page)
+void KeyList::setPage(KeyboardLayout::Page page)
 {
     m_keys = KeyboardLayout::keys(page);
     Q_EMIT dataChanged(index(0), index(rowCount() - 1));

@@ -6,14 +6,14 @@
 #include <QtQml/qqmlregistration.h>
 
 /**
- * The keys of the on-screen keyboard. Another page changes what they say and do, not where they stand, so that the focus
- * stays where it is. Screen thread only; whoever made it owns it.
+ * List model of the keys of the on-screen keyboard. A page change alters the keys' texts and actions but not their
+ * positions, so that the focus stays where it is. Screen thread only; KeyboardController owns it.
  */
 class KeyList : public QAbstractListModel
 {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("The keyboard's controller makes it.")
+    QML_UNCREATABLE("Created by KeyboardController.")
     Q_PROPERTY(int rows READ rows CONSTANT FINAL)
     Q_PROPERTY(int columns READ columns CONSTANT FINAL)
 
@@ -25,9 +25,9 @@ public:
     static constexpr int rows() { return KeyboardLayout::rows; }
     static constexpr int columns() { return KeyboardLayout::columns; }
 
-    void show(KeyboardLayout::Page page);
+    void setPage(KeyboardLayout::Page page);
 
-    /** `row` is one of the model's. */
+    /** `row` must be a valid row of the model. */
     const KeyboardLayout::Key& key(int row) const { return m_keys.at(row); }
 
     int rowCount(const QModelIndex& parent = {}) const override;

@@ -25,15 +25,15 @@ QString KeyboardController::placeholder()
     return u"Search"_s;
 }
 
-void KeyboardController::typeAt(Focusable* spot)
+void KeyboardController::addInputItem(Focusable* item)
 {
-    spot->setFlag(QQuickItem::ItemAcceptsInputMethod);
-    spot->installEventFilter(this);
+    item->setFlag(QQuickItem::ItemAcceptsInputMethod);
+    item->installEventFilter(this);
 }
 
-void KeyboardController::tellInputMethod()
+void KeyboardController::updateInputMethod()
 {
-    // Only an item that has the focus itself does this unasked.
+    // Qt does this by itself only for an item that has the focus.
     QGuiApplication::inputMethod()->update(Qt::ImQueryInput);
 }
 
@@ -41,7 +41,7 @@ void KeyboardController::open()
 {
     if (m_isShown)
         return;
-    m_keys.show(Page::Letters);
+    m_keys.setPage(Page::Letters);
     m_isShown = true;
     Q_EMIT shownChanged();
 }
@@ -65,10 +65,10 @@ void KeyboardController::press(int row)
         deleteOne();
         break;
     case Action::Clear:
-        m_line->setProperty("text", QString());
+        m_textInput->setProperty("text", QString());
         break;
     case Action::ShowPage:
-        m_keys.show(key.page);
+        m_keys.setPage(key.page);
         break;
     case Action::Search:
         submit();
@@ -78,42 +78,42 @@ void KeyboardController::press(int row)
 
 bool KeyboardController::eventFilter(QObject* watched, QEvent* event)
 {
-    if (!m_line)
+    if (!m_textInput)
         return false;
     switch (event->type()) {
     case QEvent::KeyPress:
-        return take(static_cast<QKeyEvent&>(*event));
+        return handleKey(static_cast<QKeyEvent&>(*event));
     case QEvent::InputMethod:
-        QCoreApplication::sendEvent(m_line, event);
+        QCoreApplication::sendEvent(m_textInput, event);
         m_isTyping = hasText();
         return true;
     case QEvent::InputMethodQuery:
-        describeLine(static_cast<const QQuickItem&>(*watched), static_cast<QInputMethodQueryEvent&>(*event));
+        answerQuery(static_cast<const QQuickItem&>(*watched), static_cast<QInputMethodQueryEvent&>(*event));
         return true;
     default:
         return false;
     }
 }
 
-/** Answers whether a key press was for the line; all others are for the screen. */
-bool KeyboardController::take(QKeyEvent& event)
+/** Returns whether a key press was used for the text; others go on to the screen. */
+bool KeyboardController::handleKey(QKeyEvent& event)
 {
-    if (obey(event))
+    if (handleShortcut(event))
         return true;
-    // Where the on-screen keyboard is, arrows walk on it; elsewhere they move the cursor as far as it goes.
+    // While the on-screen keyboard is shown, arrows move the focus on it; else they move the cursor, where possible.
     if (event.key() == Qt::Key_Select || (m_isShown && isArrow(event.key()))) {
         m_isTyping = false;
         return false;
     }
     event.accept();
-    QCoreApplication::sendEvent(m_line, &event);
+    QCoreApplication::sendEvent(m_textInput, &event);
     if (event.isAccepted())
         m_isTyping = hasText();
     return event.isAccepted();
 }
 
-/** The remote's short ways, and a keyboard's return after typing. */
-bool KeyboardController::obey(const QKeyEvent& event)
+/** Handles the remote's shortcuts and, after typing, a keyboard's return key. */
+bool KeyboardController::handleShortcut(const QKeyEvent& event)
 {
     switch (event.key()) {
     case Qt::Key_AudioRewind:
@@ -133,13 +133,13 @@ bool KeyboardController::obey(const QKeyEvent& event)
     }
 }
 
-/** Tells an input method of the line, in the coordinates of what has the focus. */
-void KeyboardController::describeLine(const QQuickItem& spot, QInputMethodQueryEvent& event) const
+/** Answers an input method's query about the text input, in the coordinates of the item that has the focus. */
+void KeyboardController::answerQuery(const QQuickItem& item, QInputMethodQueryEvent& event) const
 {
-    QCoreApplication::sendEvent(m_line, &event);
+    QCoreApplication::sendEvent(m_textInput, &event);
     for (const auto query : {Qt::ImCursorRectangle, Qt::ImAnchorRectangle, Qt::ImInputItemClipRectangle}) {
         if (event.queries() & query)
-            event.setValue(query, spot.mapRectFromItem(m_line, event.value(query).toRectF()));
+            event.setValue(query, item.mapRectFromItem(m_textInput, event.value(query).toRectF()));
     }
 }
 
@@ -147,13 +147,13 @@ void KeyboardController::write(const QString& text)
 {
     QInputMethodEvent event;
     event.setCommitString(text);
-    QCoreApplication::sendEvent(m_line, &event);
+    QCoreApplication::sendEvent(m_textInput, &event);
 }
 
 void KeyboardController::deleteOne()
 {
     QKeyEvent event(QEvent::KeyPress, Qt::Key_Backspace, Qt::NoModifier);
-    QCoreApplication::sendEvent(m_line, &event);
+    QCoreApplication::sendEvent(m_textInput, &event);
 }
 
 void KeyboardController::submit()
@@ -165,5 +165,5 @@ void KeyboardController::submit()
 
 bool KeyboardController::hasText() const
 {
-    return !m_line->property("text").toString().isEmpty();
+    return !m_textInput->property("text").toString().isEmpty();
 }

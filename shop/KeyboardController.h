@@ -9,19 +9,19 @@ class QInputMethodQueryEvent;
 class QKeyEvent;
 
 /**
- * What writes into a search field: a real keyboard and the platform's input methods, at whatever thing of the field's has
- * the focus, and the keys of the on-screen keyboard. Screen thread only; the field owns it.
+ * Input of a search field. Forwards events of real keyboards and input methods from the items that can have the focus
+ * to the text input, and handles the keys of the on-screen keyboard. Screen thread only; the field owns it.
  */
 class KeyboardController : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    /** The TextInput that holds the text, owned by the field; it never has the focus itself. */
-    Q_PROPERTY(QQuickItem* line MEMBER m_line FINAL)
+    /** The TextInput with the text; owned by the field. It never has the focus itself. */
+    Q_PROPERTY(QQuickItem* textInput MEMBER m_textInput FINAL)
     Q_PROPERTY(QString placeholder READ placeholder CONSTANT FINAL)
-    /** The longest text, in UTF-16 units. */
+    /** Maximum length of the text, in UTF-16 units. */
     Q_PROPERTY(int longestText READ longestText CONSTANT FINAL)
-    /** Whether the on-screen keyboard is there. */
+    /** Whether the on-screen keyboard is shown. */
     Q_PROPERTY(bool shown READ isShown NOTIFY shownChanged FINAL)
     Q_PROPERTY(KeyList* keys READ keys CONSTANT FINAL)
 
@@ -34,17 +34,17 @@ public:
     bool isShown() const { return m_isShown; }
     KeyList* keys() { return &m_keys; }
 
-    /** Whatever is typed while `spot` has the focus goes into the line from now on. */
-    Q_INVOKABLE void typeAt(Focusable* spot);
+    /** From now on, what is typed while `item` has the focus goes into the text input. */
+    Q_INVOKABLE void addInputItem(Focusable* item);
 
-    /** The line is not as it was: an input method at work asks about it anew. */
-    Q_INVOKABLE void tellInputMethod();
+    /** The text input has changed: an active input method queries it again. */
+    Q_INVOKABLE void updateInputMethod();
 
-    /** Shows the on-screen keyboard, with its letters. */
+    /** Shows the on-screen keyboard with the page of letters. */
     Q_INVOKABLE void open();
     Q_INVOKABLE void close();
 
-    /** The viewer selected a key of `keys`. */
+    /** The viewer selected the key in this row of `keys`. */
     Q_INVOKABLE void press(int row);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -52,20 +52,20 @@ public:
 Q_SIGNALS:
     void shownChanged();
 
-    /** The viewer has finished the text; the on-screen keyboard is gone. */
+    /** The viewer submitted the text; the on-screen keyboard is already closed. */
     void submitted();
 
 private:
-    bool take(QKeyEvent& event);
-    bool obey(const QKeyEvent& event);
-    void describeLine(const QQuickItem& spot, QInputMethodQueryEvent& event) const;
+    bool handleKey(QKeyEvent& event);
+    bool handleShortcut(const QKeyEvent& event);
+    void answerQuery(const QQuickItem& item, QInputMethodQueryEvent& event) const;
     void write(const QString& text);
     void deleteOne();
     void submit();
     bool hasText() const;
 
-    QPointer<QQuickItem> m_line;
+    QPointer<QQuickItem> m_textInput;
     KeyList m_keys;
     bool m_isShown = false;
-    bool m_isTyping = false; ///< the viewer's latest step was on a real keyboard, and there is something to search
+    bool m_isTyping = false; ///< the last input came from a real keyboard, and the text is not empty
 };

@@ -41,7 +41,7 @@ Key pageKey(Page page)
     }
 }
 
-/** The key beside each row of characters; the one that led to a page leads back from it. */
+/** The key at the right of each row of characters. The key that opens a page becomes one that returns to letters. */
 std::array<Key, characterRows> sideKeys(Page page)
 {
     const bool isAccented = page == Page::AccentedLetters;
@@ -51,7 +51,7 @@ std::array<Key, characterRows> sideKeys(Page page)
             pageKey(isPunctuation ? Page::Letters : Page::Punctuation)};
 }
 
-Key placed(Key key, int row, int column, int span)
+Key keyAt(Key key, int row, int column, int span)
 {
     key.row = row;
     key.column = column;
@@ -68,12 +68,12 @@ QList<Key> KeyboardLayout::keys(Page page)
     for (int row = 0; row < characterRows; ++row) {
         for (int column = 0; column < characterColumns; ++column) {
             const QString character = characters(page)[size_t(row)].mid(column, 1).toString();
-            keys.append(placed({character, character, Action::Write, character}, row, column, 1));
+            keys.append(keyAt({character, character, Action::Write, character}, row, column, 1));
         }
-        keys.append(placed(side[size_t(row)], row, characterColumns, columns - characterColumns));
+        keys.append(keyAt(side[size_t(row)], row, characterColumns, columns - characterColumns));
     }
     constexpr int spaceSpan = 7;
-    keys.append(placed({u"Space"_s, u"Space"_s, Action::Write, u" "_s}, characterRows, 0, spaceSpan));
-    keys.append(placed({u"Search"_s, u"Search"_s, Action::Search, {}}, characterRows, spaceSpan, columns - spaceSpan));
+    keys.append(keyAt({u"Space"_s, u"Space"_s, Action::Write, u" "_s}, characterRows, 0, spaceSpan));
+    keys.append(keyAt({u"Search"_s, u"Search"_s, Action::Search, {}}, characterRows, spaceSpan, columns - spaceSpan));
     return keys;
 }

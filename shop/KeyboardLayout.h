@@ -3,7 +3,7 @@
 #include <QList>
 #include <QString>
 
-/** What the on-screen keyboard has on each of its pages, and where. Pure functions; any thread. */
+/** The keys of each page of the on-screen keyboard and their positions. Pure functions; any thread. */
 namespace KeyboardLayout {
 
 enum class Page { Letters, AccentedLetters, Punctuation };
@@ -12,13 +12,13 @@ enum class Action { Write, Delete, Clear, ShowPage, Search };
 
 struct Key
 {
-    QString caption; ///< what it shows
-    QString title;   ///< what is heard
+    QString caption; ///< text on the key
+    QString title;   ///< name for screen readers
     Action action = Action::Write;
-    QString text;              ///< what it writes
-    Page page = Page::Letters; ///< what it shows
+    QString text;              ///< the text that Action::Write inserts
+    Page page = Page::Letters; ///< the page that Action::ShowPage shows
     int row = 0;
-    int column = 0; ///< in columns of one character's width
+    int column = 0; ///< in columns; a character key is one column wide
     int span = 1;   ///< columns
     bool operator==(const Key&) const = default;
 };
@@ -26,7 +26,9 @@ struct Key
 inline constexpr int rows = 5;
 inline constexpr int columns = 11;
 
-/** The keys of a page, row by row from left to right; what is no character stands at one place on every page. */
+/**
+ * The keys of a page, row by row from left to right. Keys that are not characters have the same position on all pages.
+ */
 QList<Key> keys(Page page);
 
 } // namespace KeyboardLayout

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int fewestMarkets = 2;
+constexpr int minMarkets = 2;
 
 } // namespace
 
@@ -24,14 +24,14 @@ QFont MarketList::countFont()
     return Typography::standard(20, QFont::DemiBold);
 }
 
-void MarketList::show(const CatalogSummary& summary, const QString& selection)
+void MarketList::setMarkets(const CatalogSummary& summary, const QString& selection)
 {
-    CatalogSummary shown{summary.tapes, summary.markets.first(std::min(mostMarkets, summary.markets.size()))};
+    CatalogSummary shown{summary.tapes, summary.markets.first(std::min(maxMarkets, summary.markets.size()))};
     if (shown == m_summary)
         return setSelection(selection);
     m_summary = std::move(shown);
     m_selection = selection;
-    setChips(chipsOf(m_summary));
+    setChips(createChips(m_summary));
 }
 
 void MarketList::setSelection(const QString& selection)
@@ -42,27 +42,27 @@ void MarketList::setSelection(const QString& selection)
     if (isShown())
         Q_EMIT dataChanged(index(0), index(rowCount() - 1), {SelectedRole});
     if (!hasFocus())
-        setPlace(chipOf(selection, m_chips));
+        setCurrentRow(rowOf(selection, m_chips));
 }
 
 void MarketList::setChips(QList<Chip> chips)
 {
     const bool wasShown = isShown();
-    reset(placeAmong(chips), [&] { m_chips = std::move(chips); });
+    reset(currentRowIn(chips), [&] { m_chips = std::move(chips); });
     if (isShown() != wasShown)
         Q_EMIT isShownChanged();
 }
 
-QList<MarketList::Chip> MarketList::chipsOf(const CatalogSummary& summary)
+QList<MarketList::Chip> MarketList::createChips(const CatalogSummary& summary)
 {
-    if (summary.markets.size() < fewestMarkets)
+    if (summary.markets.size() < minMarkets)
         return {};
     const QFontMetricsF titleMetrics(titleFont());
     const QFontMetricsF countMetrics(countFont());
     QList<Chip> chips;
     const auto add = [&](const QString& slug, const QString& name, qint64 tapes) {
-        Chip chip{slug, shortenedLine(name, longestTitle), QString::number(tapes), 0};
-        chip.extent = padding() + std::min(qCeil(titleMetrics.horizontalAdvance(chip.title)), widestTitle) + gap() +
+        Chip chip{slug, shortenedLine(name, maxTitleLength), QString::number(tapes), 0};
+        chip.extent = padding() + std::min(qCeil(titleMetrics.horizontalAdvance(chip.title)), maxTitleWidth) + gap() +
                       qCeil(countMetrics.horizontalAdvance(chip.count)) + padding();
         chips.append(std::move(chip));
     };
@@ -72,22 +72,24 @@ QList<MarketList::Chip> MarketList::chipsOf(const CatalogSummary& summary)
     return chips;
 }
 
-// Under the focus on the same market, where it did not move if two share a slug; else as near as can be.
-int MarketList::placeAmong(const QList<Chip>& chips) const
+// With focus: the same market, preferably in the same row, as slugs may be duplicated; else the nearest row.
+// Without focus: the selected market.
+int MarketList::currentRowIn(const QList<Chip>& chips) const
 {
-    if (place() < 0 || !hasFocus())
-        return chipOf(m_selection, chips);
-    const QString slug = slugAt(place());
-    if (place() < chips.size() && chips.at(place()).slug == slug)
-        return place();
-    const int same = chipOf(slug, chips);
-    return same >= 0 ? same : std::min(place(), int(chips.size()) - 1);
+    if (currentRow() < 0 || !hasFocus())
+        return rowOf(m_selection, chips);
+    const QString slug = slugAt(currentRow());
+    if (currentRow() < chips.size() && chips.at(currentRow()).slug == slug)
+        return currentRow();
+    const int same = rowOf(slug, chips);
+    return same >= 0 ? same : std::min(currentRow(), int(chips.size()) - 1);
 }
 
-/** The first chip of a market, -1 when there is none. */
-int MarketList::chipOf(const QString& slug, const QList<Chip>& chips)
+/** The first chip of a market, -1 if there is none. */
+int MarketList::rowOf(const QString& slug, const QList<Chip>& chips)
 {
-    const auto chip = std::find_if(chips.cbegin(), chips.cend(), [&slug](const Chip& one) { return one.slug == slug; });
+    const auto chip =
+        std::find_if(chips.cbegin(), chips.cend(), [&slug](const Chip& chip) { return chip.slug == slug; });
     return chip == chips.cend() ? -1 : int(chip - chips.cbegin());
 }
 

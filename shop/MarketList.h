@@ -1,25 +1,25 @@
 #pragma once
 
 #include "CatalogSummary.h"
-#include "PlacedListModel.h"
+#include "CurrentRowModel.h"
 
 #include <QFont>
 #include <QtQml/qqmlregistration.h>
 
 /**
- * The chips of the market picker: one for all markets, then one for each of the first 500. There are none while there
- * are not at least two markets to choose from. The viewer's place begins at the chosen market, and whatever changes
- * while the focus is elsewhere brings it back there. Screen thread only; the controller owns it; the application object
- * outlives it, as the chips are measured by their fonts.
+ * The chips of the market picker: one for all markets, then one for each of the first 500. The list is empty if there
+ * are fewer than two markets. The current row starts at the selected market, and returns there with every change while
+ * the focus is elsewhere. Screen thread only; RewinderyController owns it; the application object must outlive it,
+ * because chips are measured with fonts.
  */
-class MarketList : public PlacedListModel
+class MarketList : public CurrentRowModel
 {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("The shop's controller makes it.")
+    QML_UNCREATABLE("Created by RewinderyController.")
     Q_PROPERTY(bool isShown READ isShown NOTIFY isShownChanged FINAL)
 
-    /** How a chip is set: its title, a gap and its count, with padding before and after; lengths in points. */
+    /** Layout of a chip: padding, title, gap, count, padding; lengths in points. */
     Q_PROPERTY(QFont titleFont READ titleFont CONSTANT FINAL)
     Q_PROPERTY(QFont countFont READ countFont CONSTANT FINAL)
     Q_PROPERTY(int padding READ padding CONSTANT FINAL)
@@ -32,20 +32,20 @@ public:
     static QFont countFont();
     static constexpr int padding() { return 22; }
     static constexpr int gap() { return 10; }
-    static constexpr int widestTitle = 480;       ///< points; a longer one is elided
-    static constexpr int longestTitle = 120;      ///< UTF-16 units, more than fit into the widest
-    static constexpr qsizetype mostMarkets = 500; ///< nobody walks past more, and every chip costs its measuring
+    static constexpr int maxTitleWidth = 480;    ///< points; a wider title is elided
+    static constexpr int maxTitleLength = 120;   ///< UTF-16 units; more than fit into maxTitleWidth
+    static constexpr qsizetype maxMarkets = 500; ///< nobody scrolls past more, and measuring a chip takes time
 
-    using PlacedListModel::PlacedListModel;
+    using CurrentRowModel::CurrentRowModel;
 
-    /** Shows the markets of `summary`; `selection` is the slug of the chosen one, empty for all. */
-    void show(const CatalogSummary& summary, const QString& selection);
+    /** Shows the markets of `summary`; `selection` is the slug of the selected market, empty for all. */
+    void setMarkets(const CatalogSummary& summary, const QString& selection);
 
     bool isShown() const { return !m_chips.isEmpty(); }
-    /** The market of a chip: its slug, empty for all markets. */
+    /** The slug of a chip's market, empty for all markets. */
     QString slugAt(int chip) const { return m_chips.at(chip).slug; }
 
-    /** The viewer chooses a chip's market. */
+    /** The viewer selected a chip. */
     Q_INVOKABLE void pick(int chip);
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -65,13 +65,13 @@ private:
         int extent; ///< points
     };
 
-    static QList<Chip> chipsOf(const CatalogSummary& summary);
+    static QList<Chip> createChips(const CatalogSummary& summary);
     void setSelection(const QString& selection);
     void setChips(QList<Chip> chips);
-    int placeAmong(const QList<Chip>& chips) const;
-    static int chipOf(const QString& slug, const QList<Chip>& chips);
+    int currentRowIn(const QList<Chip>& chips) const;
+    static int rowOf(const QString& slug, const QList<Chip>& chips);
 
-    CatalogSummary m_summary; ///< what the chips show, with no more markets than they do
+    CatalogSummary m_summary; ///< what the chips show; at most maxMarkets markets
     QString m_selection;
     QList<Chip> m_chips;
 };

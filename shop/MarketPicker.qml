@@ -5,18 +5,18 @@ import Quillmere.Front
 import Quillmere.Screen
 import Quillmere.Shop
 
-// A row of chips, one for all markets and one for each; it moves where they are more than it has room for.
+// A row of chips: one for all markets and one for each market. Scrolls if it is too narrow for them.
 Item {
     id: picker
 
     required property MarketList markets
-    // What the chips stand on.
-    required property PaintedItem ground
+    // The art behind the chips.
+    required property PaintedItem background
 
     readonly property real chipHeight: 54
-    // Room for the ring around a chip.
+    // Space for the focus ring around a chip, in points.
     readonly property real margin: 10
-    // At either end, less than stays in view beside the focused chip.
+    // Length of the fade at each end, in points; shorter than what stays visible beside the focused chip.
     readonly property real fade: 120
 
     height: chipHeight + 2 * margin
@@ -24,7 +24,7 @@ Item {
     Item {
         id: cut
 
-        // Within the fades by more than what is rounded.
+        // The chips are clipped this far inside the fades, in points, so that rounding shows no chip outside a fade.
         readonly property real inset: 1
 
         anchors.fill: parent
@@ -39,8 +39,9 @@ Item {
             width: picker.width
             height: parent.height
             orientation: Qt.Horizontal
-            // More than the space between two chips, so that left is the chip before and not the button that it lies under.
-            lead: 300
+            // Larger than the spacing, so that the left key finds the previous chip rather than the button beside the
+            // row.
+            revealMargin: 300
             contentExtent: chips.width + 2 * picker.margin
 
             LazyStack {
@@ -51,11 +52,8 @@ Item {
                 height: picker.chipHeight
                 orientation: Qt.Horizontal
                 spacing: 14
-                ahead: 400
+                cacheBuffer: 400
                 model: picker.markets
-                place: picker.markets.place
-                onHeld: chip => picker.markets.place = chip
-                onContainsFocusChanged: picker.markets.hasFocus = containsFocus
 
                 PlainButton {
                     id: chip
@@ -114,17 +112,17 @@ Item {
     EdgeFade {
         width: picker.fade
         height: parent.height
-        ground: picker.ground
+        background: picker.background
         edge: Qt.LeftEdge
-        hidden: area.position
+        hiddenLength: area.position
     }
 
     EdgeFade {
         anchors.right: parent.right
         width: picker.fade
         height: parent.height
-        ground: picker.ground
+        background: picker.background
         edge: Qt.RightEdge
-        hidden: area.contentExtent - area.width - area.position
+        hiddenLength: area.contentExtent - area.width - area.position
     }
 }

@@ -2,7 +2,7 @@ import QtQuick
 import Quillmere.Screen
 import Quillmere.Shop
 
-// A keyboard for the remote, over the lower half of the screen that it fills, while its field wants it.
+// On-screen keyboard for the remote, over the lower half of its parent; shown while the field's controller says so.
 FullScreenCover {
     id: keyboard
 

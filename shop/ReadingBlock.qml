@@ -2,18 +2,18 @@ import QtQuick
 import Quillmere.Front
 import Quillmere.Screen
 
-// Texts that the focus comes to only so that they are in sight; a ring around them shows it.
+// A group of texts that can have the focus, so that they are scrolled into view. Shows a focus ring.
 Focusable {
     id: block
 
     default property alias content: inside.data
 
-    // What is heard of it.
+    // Name for screen readers.
     required property string name
 
-    // The room above and below the texts that comes into sight with them.
-    property real above: 0
-    property real below: 0
+    // Space above and below the texts that is scrolled into view with them, in points.
+    property real spaceAbove: 0
+    property real spaceBelow: 0
 
     property real lift: activeFocus ? 1 : 0
 
@@ -21,12 +21,12 @@ Focusable {
     Accessible.name: name
     Accessible.focusable: true
     Accessible.focused: activeFocus
-    implicitHeight: above + inside.childrenRect.height + below
+    implicitHeight: spaceAbove + inside.childrenRect.height + spaceBelow
 
     Item {
         id: inside
 
-        y: block.above
+        y: block.spaceAbove
         width: parent.width
         height: childrenRect.height
     }
@@ -36,7 +36,7 @@ Focusable {
         lift: block.lift
         corner: 2
         gap: 8
-        // Lines of text want more room beside them than above.
+        // Text needs more space to the ring at its sides than above.
         anchors.leftMargin: -24
         anchors.rightMargin: -24
     }

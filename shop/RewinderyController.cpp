@@ -13,14 +13,14 @@ void RewinderyController::setStore(Store* store)
     if (m_store == store)
         return;
     m_store = store;
-    connect(store, &Store::shelvesChanged, this, &RewinderyController::showShelves);
-    connect(store, &Store::statusChanged, this, &RewinderyController::showMarkets);
-    connect(store, &Store::marketChanged, this, &RewinderyController::showMarkets);
+    connect(store, &Store::shelvesChanged, this, &RewinderyController::updateShelves);
+    connect(store, &Store::statusChanged, this, &RewinderyController::updateMarkets);
+    connect(store, &Store::marketChanged, this, &RewinderyController::updateMarkets);
     connect(store, &Store::tapesChanged, this, &RewinderyController::stockLineChanged);
     connect(store, &Store::isLoadingChanged, this, &RewinderyController::isLoadingChanged);
     connect(store, &Store::lastErrorChanged, this, &RewinderyController::messageChanged);
-    showMarkets();
-    showShelves();
+    updateMarkets();
+    updateShelves();
     Q_EMIT storeChanged();
     Q_EMIT isLoadingChanged();
     Q_EMIT messageChanged();
@@ -49,22 +49,22 @@ void RewinderyController::retry()
     m_store->refresh();
 }
 
-void RewinderyController::leave()
+void RewinderyController::disappear()
 {
     if (!showsShelves() && !m_store->lastError())
         m_store->setMarket({});
 }
 
-void RewinderyController::showShelves()
+void RewinderyController::updateShelves()
 {
     const bool isSameMarket = m_store->shelvesMarket() == m_shelvesMarket;
     m_shelvesMarket = m_store->shelvesMarket();
-    m_shelves.show(m_store->shelves(), isSameMarket ? ShelfList::Market::Same : ShelfList::Market::Another);
+    m_shelves.setShelves(m_store->shelves(), isSameMarket ? ShelfList::Market::Same : ShelfList::Market::Another);
     Q_EMIT shelvesChanged();
 }
 
-void RewinderyController::showMarkets()
+void RewinderyController::updateMarkets()
 {
-    m_markets.show(m_store->status().rewindery, m_store->market());
+    m_markets.setMarkets(m_store->status().rewindery, m_store->market());
     Q_EMIT stockLineChanged();
 }

@@ -6,8 +6,8 @@
 #include "TapePath.h"
 
 /**
- * The shop screen's state and texts. It loads nothing of its own when it is shown: it shows what the store holds.
- * Screen thread only; the screen makes and owns it; the store, set once when it is made, outlives it.
+ * State and texts of the shop's screen. Shows the data of the store; starts no load when the screen is shown.
+ * Screen thread only; the screen creates and owns it; the store is set once and must outlive it.
  */
 class RewinderyController : public QObject
 {
@@ -21,7 +21,7 @@ class RewinderyController : public QObject
 
     Q_PROPERTY(ShelfList* shelves READ shelves CONSTANT FINAL)
     Q_PROPERTY(MarketList* markets READ markets CONSTANT FINAL)
-    /** Whether there are shelves to show; the state panel stands in for them. */
+    /** Whether there are shelves to show; else the state panel is shown. */
     Q_PROPERTY(bool showsShelves READ showsShelves NOTIFY shelvesChanged FINAL)
     Q_PROPERTY(bool isLoading READ isLoading NOTIFY isLoadingChanged FINAL)
     Q_PROPERTY(QString message READ message NOTIFY messageChanged FINAL)
@@ -43,14 +43,14 @@ public:
     QString message() const;
     QString stockLine() const;
 
-    /** Starts a load, a task of the store's that ends with the store; each call starts one more. */
+    /** Starts a load, which is a task of the store and ends with it. Every call starts another one. */
     Q_INVOKABLE void retry();
 
     /**
-     * The screen goes away: a market without tapes is not kept, as no picker is there to leave it with. One that could not
-     * be loaded is kept, since its tapes are still unknown.
+     * The screen was hidden. A market without tapes is deselected, because the viewer cannot: its screen has no picker.
+     * A market that failed to load stays selected, because its tapes are unknown.
      */
-    Q_INVOKABLE void leave();
+    Q_INVOKABLE void disappear();
 
 Q_SIGNALS:
     void storeChanged();
@@ -61,13 +61,13 @@ Q_SIGNALS:
     void stockLineChanged();
 
 private:
-    void showShelves();
-    void showMarkets();
+    void updateShelves();
+    void updateMarkets();
 
-    Store* m_store = nullptr; ///< not there before it is set: bindings may look then, nothing acts
+    Store* m_store = nullptr; ///< null until set; bindings may read properties before, but no invokable is called
     bool m_searching = false;
     TapePath m_path;
     ShelfList m_shelves;
-    QString m_shelvesMarket; ///< that the shown shelves belong to
+    QString m_shelvesMarket; ///< the market of the shown shelves
     MarketList m_markets;
 };

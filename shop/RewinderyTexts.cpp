@@ -8,8 +8,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A year is the beginning of a date, which the hub writes in ASCII digits: " 202" or "+202", which QString's own
-// conversion takes as well, is the beginning of something else.
+// A year is the start of a date, which the hub writes in ASCII digits. Not QString's own conversion alone, which also
+// accepts " 202" or "+202"; those are not the start of a date.
 std::optional<qint64> wholeNumber(QStringView text)
 {
     const auto isDigit = [](QChar letter) { return letter >= u'0' && letter <= u'9'; };

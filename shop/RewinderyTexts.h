@@ -7,7 +7,7 @@
 
 #include <optional>
 
-/** What the shop's screen says: words that never change, and lines made of what the set knows. Stateless: any thread. */
+/** Texts of the shop's screen: constant ones, and lines with data. Stateless: any thread. */
 class RewinderyTexts : public QObject
 {
     Q_OBJECT
@@ -33,15 +33,15 @@ public:
     static QString creditLine();
     static QString disclaimer();
 
-    /** The line under the sign; a single tape is counted like any other number of them. */
+    /** The line below the sign; the plural is used for a single tape too. */
     static QString stockLine(qint64 tapes);
 
-    /** What stands beside a shelf's name: its bodies and, where any is known, its years. */
+    /** The text beside a shelf's name: its bodies and, if any are known, its years. */
     static QString caption(const QList<VHSCover>& covers);
 
-    /** The years of the covers that read as whole numbers: none, one, or the first and the last. */
+    /** The covers' years that are whole numbers: empty, one year, or the first and the last. */
     static QString yearSpan(const QList<VHSCover>& covers);
 
-    /** Why there are no shelves while none are being looked for. */
+    /** Why there are no shelves, while none are loading. */
     static QString message(const std::optional<QString>& lastError);
 };

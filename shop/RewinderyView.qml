@@ -7,26 +7,26 @@ import Quillmere.Hub
 import Quillmere.Screen
 import Quillmere.Shop
 
-// The rental shop: its sign, its counter and its shelves; a chosen cassette's screen is pushed over them.
+// The rental shop: sign, counter and shelves. The screen of a selected cassette is pushed over them.
 NavigationStack {
     id: shop
 
     required property Store store
     required property HubAPI hub
 
-    // What plays a tape, shows its transcript and searches the tapes; null for none.
+    // Screens that play a tape, show its transcript and search the tapes; null if not available.
     property Component playerScreen
     property Component transcriptScreen
     property Component searchScreen
 
     property alias searching: controller.searching
 
-    // A tape's screen has come: it may be played soon.
+    // A tape's screen was shown, so the tape may be played soon.
     signal tapeOpened()
 
     depth: controller.path.depth
     onPopped: controller.path.pop()
-    onDisappeared: controller.leave()
+    onDisappeared: controller.disappear()
 
     page: Component {
         TapeDetailView {
@@ -51,7 +51,7 @@ NavigationStack {
         anchors.fill: parent
 
         Item {
-            id: sight
+            id: mainContent
 
             anchors.fill: parent
 
@@ -64,17 +64,18 @@ NavigationStack {
             }
 
             ScrollArea {
-                id: room
+                id: scrollArea
 
                 x: 70
                 width: 1780
                 height: parent.height
                 visible: controller.showsShelves
-                // The neighbours of a shelf look in, and the first one leaves the counter wholly in sight.
-                lead: 200
+                // Keeps a part of the neighbouring shelves visible, and the whole counter with the first shelf.
+                revealMargin: 200
                 contentExtent: credits.y + credits.height + 50
 
-                // Placed by bindings and not by a column, so that a change of the shelves is through at once.
+                // Positioned by bindings, because a Column would apply a change of the shelves only later, when
+                // polished.
                 ShopCounter {
                     id: counter
 
@@ -82,7 +83,7 @@ NavigationStack {
                     width: parent.width
                     stockLine: controller.stockLine
                     markets: controller.markets
-                    ground: veneer
+                    background: veneer
                     onSearched: controller.searching = true
                 }
 
@@ -93,14 +94,11 @@ NavigationStack {
                     width: parent.width
                     spacing: 54
                     extent: ShelfRow.Size.Length
-                    ahead: extent + spacing
+                    cacheBuffer: extent + spacing
                     model: controller.shelves
-                    place: controller.shelves.place
-                    onHeld: shelf => controller.shelves.place = shelf
-                    onContainsFocusChanged: controller.shelves.hasFocus = containsFocus
 
                     ShelfRow {
-                        width: room.width
+                        width: scrollArea.width
                         onOpened: cassette => controller.path.open(cassettes, cassette)
                     }
                 }
@@ -118,7 +116,7 @@ NavigationStack {
                 anchors.rightMargin: 8
                 y: 50
                 height: parent.height - 100
-                area: room
+                area: scrollArea
             }
 
             StatePanel {
@@ -133,7 +131,7 @@ NavigationStack {
         FullScreenCover {
             anchors.fill: parent
             screen: controller.searching ? shop.searchScreen : null
-            beneath: sight
+            beneath: mainContent
             onDismissed: controller.searching = false
         }
     }

@@ -3,27 +3,27 @@ import Quillmere.Front
 import Quillmere.Screen
 import Quillmere.Shop
 
-// The line in which a query is typed: on a real keyboard at once, with the remote on the OnScreenKeyboard that its screen
-// has for it.
+// Text field for a query. A real keyboard types into it directly; with the remote, the viewer uses the OnScreenKeyboard
+// that the screen provides for it.
 Focusable {
     id: field
 
-    property alias text: line.text
+    property alias text: input.text
     readonly property alias keyboard: controller
 
-    // The viewer has finished the text and wants it searched.
+    // The viewer submitted the text.
     signal submitted
 
     readonly property real corner: 14
     readonly property real margin: 26
-    // Between the cursor and the placeholder.
+    // Space between the cursor and the placeholder, in points.
     readonly property real gap: 8
 
     implicitHeight: 72
     onSelected: controller.open()
-    Component.onCompleted: controller.typeAt(field)
+    Component.onCompleted: controller.addInputItem(field)
     Accessible.role: Accessible.EditableText
-    Accessible.name: line.text === "" ? controller.placeholder : line.text
+    Accessible.name: input.text === "" ? controller.placeholder : input.text
     Accessible.focusable: true
     Accessible.focused: activeFocus
     Accessible.onPressAction: field.selected()
@@ -31,7 +31,7 @@ Focusable {
     KeyboardController {
         id: controller
 
-        line: line
+        textInput: input
         onSubmitted: field.submitted()
     }
 
@@ -44,18 +44,18 @@ Focusable {
     }
 
     StationText {
-        anchors.fill: line
+        anchors.fill: input
         anchors.leftMargin: field.gap
         verticalAlignment: Text.AlignVCenter
-        visible: line.text === "" && line.preeditText === ""
+        visible: input.text === "" && input.preeditText === ""
         text: controller.placeholder
-        font: line.font
+        font: input.font
         color: StationPalette.faded(StationPalette.cream, 0.5)
         Accessible.ignored: true
     }
 
     TextInput {
-        id: line
+        id: input
 
         anchors.fill: parent
         anchors.leftMargin: field.margin
@@ -69,15 +69,15 @@ Focusable {
         activeFocusOnPress: false
         maximumLength: controller.longestText
         cursorVisible: field.activeFocus || controller.shown
-        onCursorRectangleChanged: controller.tellInputMethod()
+        onCursorRectangleChanged: controller.updateInputMethod()
         Accessible.ignored: true
         Accessible.role: Accessible.EditableText
         Accessible.name: text
 
-        // It does not blink, so that a set at rest draws nothing.
+        // Does not blink, so that nothing is redrawn while the program is idle.
         cursorDelegate: Rectangle {
             width: 3
-            visible: line.cursorVisible // qmllint disable unqualified
+            visible: input.cursorVisible // qmllint disable unqualified
             color: StationPalette.amber
         }
     }

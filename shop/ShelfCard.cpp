@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// In units of the box, 320 to its width.
+// In units of the box, which is 320 wide.
 constexpr int badgeSize = 16;
 constexpr QSizeF badgePadding(8.96, 3.2);
 constexpr double badgeFromTrailing = 17.6;
@@ -19,18 +19,18 @@ constexpr double badgeFromTop = 52.8;
 
 constexpr double badgeOutline = 1.5; // points
 
-void paintBadge(QPainter& painter, double unitsAPoint)
+void paintBadge(QPainter& painter, double unitsPerPoint)
 {
-    const FittedText words =
+    const FittedText text =
         FittedText::line(u"CC"_s, Typography::standard(badgeSize, QFont::Black), BoxFront::gridWidth, 1);
-    const QSizeF size(words.width() + 2 * badgePadding.width(), words.height() + 2 * badgePadding.height());
+    const QSizeF size(text.width() + 2 * badgePadding.width(), text.height() + 2 * badgePadding.height());
     const QRectF badge(QPointF(BoxFront::gridWidth - badgeFromTrailing - size.width(), badgeFromTop), size);
-    const double outline = badgeOutline * unitsAPoint;
-    const double half = outline / 2; // of it stands outside the badge
+    const double outline = badgeOutline * unitsPerPoint;
+    const double half = outline / 2; // the outline is centred on the badge's edge
     const QRectF area = snappedRect(painter, badge.marginsAdded({half, half, half, half}));
     painter.fillRect(area, StationPalette::inkNavy());
     painter.fillRect(area.marginsRemoved({outline, outline, outline, outline}), StationPalette::amber());
-    words.paint(painter, area.center() - QPointF(words.width(), words.height()) / 2, StationPalette::inkNavy());
+    text.paint(painter, area.center() - QPointF(text.width(), text.height()) / 2, StationPalette::inkNavy());
 }
 
 } // namespace

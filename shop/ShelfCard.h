@@ -2,7 +2,7 @@
 
 #include "BoxFront.h"
 
-/** A box front at shelf size, with a badge if its tape has a transcript. A value, painted on any thread. */
+/** A box front with a badge if the tape has a transcript, as on a shelf. A value; any thread may paint it. */
 struct ShelfCard
 {
     VHSCover cover;
@@ -10,6 +10,6 @@ struct ShelfCard
 
     QSizeF size() const { return {width, BoxFront::heightOf(width)}; }
 
-    /** Draws the card from the painter's origin on, in points. */
+    /** Paints the card with its top left corner at the painter's origin, in points. */
     void paint(QPainter& painter) const;
 };

@@ -4,15 +4,15 @@
 
 namespace {
 
-/** The index of the first element that `suits`, -1 when none does. */
-template<typename List, typename Condition>
-int find(const List& list, Condition suits)
+/** The index of the first element for which `predicate` is true, else -1. */
+template<typename List, typename Predicate>
+int indexOf(const List& list, Predicate predicate)
 {
-    const auto found = std::find_if(list.cbegin(), list.cend(), suits);
+    const auto found = std::find_if(list.cbegin(), list.cend(), predicate);
     return found == list.cend() ? -1 : int(found - list.cbegin());
 }
 
-/** The shelf with cassettes that is nearest to a place, of two the lower one. */
+/** The shelf nearest to `shelf` that has cassettes; of two equally near, the lower one. */
 template<typename Changes>
 int nearestShelf(const Changes& changes, int shelf)
 {
@@ -28,74 +28,74 @@ int nearestShelf(const Changes& changes, int shelf)
 
 } // namespace
 
-void ShelfList::show(const QList<Shelf>& shelves, Market market)
+void ShelfList::setShelves(const QList<Shelf>& shelves, Market market)
 {
-    QList<Change> changes = changesTo(shelves, market);
-    const int place = changePlace(changes, market);
-    const QList<Row> former = m_rows;
+    QList<Change> changes = changesFor(shelves, market);
+    const int currentRow = updateCurrentRows(changes, market);
+    const QList<Row> previous = m_rows;
 
-    reset(place, [&] {
-        // The rows first: the focus comes to its tape when the list itself has changed, and must find it there.
+    reset(currentRow, [&] {
+        // Change the rows inside this reset: the focus is restored when it ends, and the tape must be in its row then.
         QList<Row> rows;
         for (Change& change : changes)
             rows.append(createRow(change));
         m_rows = std::move(rows);
     });
-    for (const Row& row : former) {
-        const auto isItself = [&row](const Row& other) { return other.key == row.key; };
-        if (std::none_of(m_rows.cbegin(), m_rows.cend(), isItself))
+    for (const Row& row : previous) {
+        const auto isSameRow = [&row](const Row& other) { return other.key == row.key; };
+        if (std::none_of(m_rows.cbegin(), m_rows.cend(), isSameRow))
             row.cassettes->deleteLater();
     }
 }
 
-QList<ShelfList::Change> ShelfList::changesTo(const QList<Shelf>& shelves, Market market) const
+QList<ShelfList::Change> ShelfList::changesFor(const QList<Shelf>& shelves, Market market) const
 {
-    QList<Row> former = market == Market::Same ? m_rows : QList<Row>();
+    QList<Row> previous = market == Market::Same ? m_rows : QList<Row>();
     QList<Change> changes;
     for (const Shelf& shelf : shelves) {
         Change change{{nullptr, shelf, 0}, CassetteRow::Content(shelf), -1};
-        const int equal = find(former, [&shelf](const Row& row) { return row.shelf == shelf; });
+        const int equal = indexOf(previous, [&shelf](const Row& row) { return row.shelf == shelf; });
         if (equal >= 0) {
-            change.row.cassettes = former.at(equal).cassettes;
-            change.row.key = former.at(equal).key;
-            change.place = change.row.cassettes->placeIn(change.content);
-            former.removeAt(equal);
+            change.row.cassettes = previous.at(equal).cassettes;
+            change.row.key = previous.at(equal).key;
+            change.currentRow = change.row.cassettes->currentRowIn(change.content);
+            previous.removeAt(equal);
         }
         changes.append(std::move(change));
     }
     return changes;
 }
 
-// Puts the place of the shelf that has the focus where the viewer's tape is, and tells which shelf it is.
-int ShelfList::changePlace(QList<Change>& changes, Market market) const
+/** Sets the current row of the shelf that gets the focus, and returns the index of that shelf; -1 if there is none. */
+int ShelfList::updateCurrentRows(QList<Change>& changes, Market market) const
 {
-    if (place() < 0)
+    if (currentRow() < 0)
         return -1;
-    const Row& former = m_rows.at(place());
-    int itself = find(changes, [&](const Change& change) { return change.row.key == former.key; });
-    const int cassette = former.cassettes->place();
+    const Row& previous = m_rows.at(currentRow());
+    int sameShelf = indexOf(changes, [&](const Change& change) { return change.row.key == previous.key; });
+    const int cassette = previous.cassettes->currentRow();
     if (!hasFocus() || cassette < 0)
-        return itself;
+        return sameShelf;
 
-    if (itself < 0)
-        itself = find(changes, [&](const Change& change) {
-            return !change.row.cassettes && change.row.shelf.name == former.shelf.name;
+    if (sameShelf < 0)
+        sameShelf = indexOf(changes, [&](const Change& change) {
+            return !change.row.cassettes && change.row.shelf.name == previous.shelf.name;
         });
-    const qint64 id = former.cassettes->content().covers.at(cassette).id;
+    const qint64 id = previous.cassettes->content().covers.at(cassette).id;
     const auto hasTape = [&](const Change& change) { return change.content.rowOf(id, cassette) >= 0; };
-    const bool isStillThere = itself >= 0 && hasTape(changes.at(itself));
-    int shelf = isStillThere ? itself : find(changes, hasTape);
+    const bool isStillThere = sameShelf >= 0 && hasTape(changes.at(sameShelf));
+    int shelf = isStillThere ? sameShelf : indexOf(changes, hasTape);
     if (shelf >= 0) {
-        changes[shelf].place = changes.at(shelf).content.rowOf(id, cassette);
+        changes[shelf].currentRow = changes.at(shelf).content.rowOf(id, cassette);
     } else {
-        shelf = nearestShelf(changes, itself >= 0 ? itself : place());
-        if (shelf >= 0 && changes.at(shelf).place < 0)
-            changes[shelf].place = market == Market::Same ? changes.at(shelf).content.nearest(cassette) : 0;
+        shelf = nearestShelf(changes, sameShelf >= 0 ? sameShelf : currentRow());
+        if (shelf >= 0 && changes.at(shelf).currentRow < 0)
+            changes[shelf].currentRow = market == Market::Same ? changes.at(shelf).content.nearestRow(cassette) : 0;
     }
-    // With its row it keeps its items, the focused one among them.
-    if (shelf >= 0 && shelf == itself) {
-        changes[shelf].row.cassettes = former.cassettes;
-        changes[shelf].row.key = former.key;
+    // Keep the row object and its key, so that the delegate items and the focus are kept.
+    if (shelf >= 0 && shelf == sameShelf) {
+        changes[shelf].row.cassettes = previous.cassettes;
+        changes[shelf].row.key = previous.key;
     }
     return shelf;
 }
@@ -104,9 +104,9 @@ ShelfList::Row ShelfList::createRow(Change& change)
 {
     if (!change.row.cassettes) {
         change.row.cassettes = new CassetteRow(this);
-        change.row.key = ++m_rowsMade;
+        change.row.key = ++m_lastKey;
     }
-    change.row.cassettes->show(std::move(change.content), change.place);
+    change.row.cassettes->setContent(std::move(change.content), change.currentRow);
     return change.row;
 }
 

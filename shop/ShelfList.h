@@ -3,27 +3,27 @@
 #include "CassetteRow.h"
 
 /**
- * The shelves of the shop, one under the other. After a refresh an equal shelf (of the same name and covers) keeps its
- * CassetteRow with the viewer's place in it; any other shelf gets a new row, which begins at its first cassette, and so
- * does every shelf of another market. The row that has the focus is the exception: the focus stays on the same tape
- * wherever it stands now; where it is gone, it goes to the nearest one, in another market to the first of the shelf.
- * Screen thread only; the controller owns it.
+ * The shelves of the shop, from top to bottom. After a refresh, an equal shelf (same name and covers) keeps its
+ * CassetteRow and the current row in it. Any other shelf, and every shelf of another market, gets a new CassetteRow
+ * that starts at its first cassette. If the focus is in the list, it stays on the same tape, wherever that is now. If
+ * the tape is gone, the focus moves to the nearest cassette, or in another market to the first cassette of the shelf.
+ * Screen thread only; RewinderyController owns it.
  */
-class ShelfList : public PlacedListModel
+class ShelfList : public CurrentRowModel
 {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("The shop's controller makes it.")
+    QML_UNCREATABLE("Created by RewinderyController.")
 
 public:
     enum Role { KeyRole = Qt::UserRole, CassettesRole };
 
-    /** Which market's shelves are shown: that of those before, or another. */
+    /** Whether new shelves belong to the same market as the previous ones. */
     enum class Market { Same, Another };
 
-    using PlacedListModel::PlacedListModel;
+    using CurrentRowModel::CurrentRowModel;
 
-    void show(const QList<Shelf>& shelves, Market market = Market::Same);
+    void setShelves(const QList<Shelf>& shelves, Market market = Market::Same);
 
     CassetteRow* row(int shelf) const { return m_rows.value(shelf).cassettes; }
 
@@ -35,21 +35,21 @@ private:
     struct Row
     {
         CassetteRow* cassettes = nullptr;
-        Shelf shelf; ///< that it shows
-        int key = 0; ///< its own among all rows that ever were
+        Shelf shelf; ///< the shelf that it shows
+        int key = 0; ///< never reused by another row
     };
-    /** What a row will show. */
+    /** The next state of a row. */
     struct Change
     {
-        Row row; ///< without cassettes where it is to be a new one
+        Row row; ///< `cassettes` is null if a new row is needed
         CassetteRow::Content content;
-        int place;
+        int currentRow;
     };
 
-    QList<Change> changesTo(const QList<Shelf>& shelves, Market market) const;
-    int changePlace(QList<Change>& changes, Market market) const;
+    QList<Change> changesFor(const QList<Shelf>& shelves, Market market) const;
+    int updateCurrentRows(QList<Change>& changes, Market market) const;
     Row createRow(Change& change);
 
     QList<Row> m_rows;
-    int m_rowsMade = 0;
+    int m_lastKey = 0;
 };

@@ -3,7 +3,7 @@ import Quillmere.Front
 import Quillmere.Screen
 import Quillmere.Shop
 
-// A shelf: its title line, and its cassettes side by side.
+// A shelf: its title line and a row of cassettes.
 FocusSection {
     id: shelf
 
@@ -12,7 +12,7 @@ FocusSection {
     signal opened(int cassette)
 
     enum Size {
-        // The title line, the cassettes and the space around them.
+        // Height in points: the title line, the cassettes and the space around them.
         Length = 525
     }
 
@@ -23,11 +23,11 @@ FocusSection {
 
         width: parent.width
         height: 48
-        // That of the name's own font, so that a letter borrowed from a taller one moves nothing.
-        baselineOffset: face.ascent
+        // From the name's font, so that a taller fallback font does not move the baseline.
+        baselineOffset: metrics.ascent
 
         FontMetrics {
-            id: face
+            id: metrics
 
             font: name.font
         }

@@ -3,15 +3,15 @@ import Quillmere.Front
 import Quillmere.Screen
 import Quillmere.Shop
 
-// What stands above the shelves: the sign, the stock, and the row of controls. As wide as the shelves, it is reached
-// from any cassette below it.
+// The area above the shelves: sign, stock line and controls. As wide as the shelves, so that the up key reaches it from
+// every cassette below it.
 FocusSection {
     id: counter
 
     required property string stockLine
     required property MarketList markets
-    // What the counter stands on.
-    required property PaintedItem ground
+    // The art behind the counter.
+    required property PaintedItem background
 
     signal searched
 
@@ -84,7 +84,7 @@ FocusSection {
                 anchors.rightMargin: -margin
                 visible: counter.markets.isShown
                 markets: counter.markets
-                ground: counter.ground
+                background: counter.background
             }
         }
     }

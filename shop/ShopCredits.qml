@@ -2,7 +2,7 @@ import QtQuick
 import Quillmere.Front
 import Quillmere.Shop
 
-// The foot of the shop.
+// Credits and disclaimer below the shelves.
 Column {
     topPadding: 20
     spacing: 8

@@ -2,7 +2,7 @@ import QtQuick
 import Quillmere.Front
 import Quillmere.Shop
 
-// What stands in for the shelves while there are none.
+// Shown while there are no shelves: a spinner, or a message and a button to try again.
 Item {
     id: panel
 

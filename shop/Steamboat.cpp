@@ -7,6 +7,7 @@
 
 namespace {
 
+// In units of the boat.
 constexpr QRectF glow(28, 0, 42, 42);
 constexpr double glowOpacity = 0.55;
 constexpr QRectF wheel(94, 36, 34, 34);

@@ -3,12 +3,12 @@
 class QPainter;
 class QSizeF;
 
-/** The paddle steamer of a cover's scene. A value without fields, painted on any thread. */
+/** The paddle steamer in the scene on a box. Stateless; any thread may paint it. */
 struct Steamboat
 {
-    static constexpr double gridWidth = 132; ///< the units that the boat is as wide as
-    static constexpr double gridHeight = 84; ///< of the same units, what it reaches down to
+    static constexpr double gridWidth = 132; ///< width of the boat in its own units
+    static constexpr double gridHeight = 84; ///< height of the boat in the same units
 
-    /** Draws the boat from the painter's origin on; `size.width()` alone decides how large it is. */
+    /** Paints the boat with its top left corner at the painter's origin; its scale depends on `size.width()` only. */
     void paint(QPainter& painter, const QSizeF& size) const;
 };

@@ -1,7 +1,7 @@
 import QtQuick
 import Quillmere.Front
 
-// One word about a tape, on a plate that is no wider than what it stands in; none without a text.
+// A short text about a tape on a plate, at most as wide as the parent item. Hidden without a text.
 CardPlate {
     id: badge
 
@@ -9,14 +9,14 @@ CardPlate {
     property color ink: StationPalette.cream
 
     visible: text !== ""
-    width: Math.min(words.implicitWidth + 32, parent.width)
-    height: words.height + 16
+    width: Math.min(label.implicitWidth + 32, parent.width)
+    height: label.height + 16
     radius: 6
     continuous: true
     fill: StationPalette.nightNavy
 
     StationText {
-        id: words
+        id: label
 
         x: 16
         y: 8

@@ -9,23 +9,14 @@ void TapeDetailController::setStore(Store* store)
         return;
     m_store = store;
     Q_EMIT storeChanged();
-    readResumePosition();
+    updateResumePosition();
 }
 
-void TapeDetailController::setHub(HubAPI* hub)
-{
-    if (m_hub == hub)
-        return;
-    m_hub = hub;
-    Q_EMIT hubChanged();
-}
-
-// No setter of a tape asks whether it changed: equal tapes may differ in all but their ids.
-
+// Does not return early for an equal tape: tapes with equal ids are equal, whatever their other members.
 void TapeDetailController::setTape(Tape tape)
 {
     m_tape = std::move(tape);
-    show();
+    updateShownTape();
 }
 
 void TapeDetailController::setPlaying(bool playing)
@@ -34,9 +25,9 @@ void TapeDetailController::setPlaying(bool playing)
         return;
     m_playing = playing;
     Q_EMIT playingChanged();
-    // The player, which goes with that, may have left a new position.
+    // The player, which is destroyed by this change, may have stored a new position.
     if (!playing)
-        readResumePosition();
+        updateResumePosition();
 }
 
 void TapeDetailController::setReadingTranscript(bool readingTranscript)
@@ -100,7 +91,7 @@ QString TapeDetailController::playText() const
 void TapeDetailController::appear()
 {
     m_tasks.cancel();
-    readResumePosition();
+    updateResumePosition();
     fetch();
 }
 
@@ -126,25 +117,25 @@ void TapeDetailController::readTranscript()
 
 QCoro::Task<> TapeDetailController::fetch()
 {
-    const CancelToken token = m_tasks.token();
+    const std::stop_token token = m_tasks.token();
     const qint64 id = m_tape.id;
     auto answer = co_await m_hub->tape(id, token);
-    // A record of another tape is as good as none.
-    if (token.isCancelled() || !answer || answer->id != id)
+    // A record of another tape is ignored.
+    if (token.stop_requested() || !answer || answer->id != id)
         co_return;
     m_detail = *std::move(answer);
-    show();
+    updateShownTape();
 }
 
-void TapeDetailController::show()
+void TapeDetailController::updateShownTape()
 {
     m_cover = dress(shownTape());
     m_facts.setFacts(TapeDetailTexts::facts(shownTape(), m_cover));
-    readResumePosition();
+    updateResumePosition();
     Q_EMIT shownTapeChanged();
 }
 
-void TapeDetailController::readResumePosition()
+void TapeDetailController::updateResumePosition()
 {
     const double position = m_store ? m_store->resumePosition(shownTape().id) : 0;
     if (position == m_resumePosition)

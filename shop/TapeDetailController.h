@@ -7,8 +7,8 @@
 #include <QtQml/qqmlregistration.h>
 
 /**
- * The state and texts of one tape's screen: the tape as its list had it until the hub has sent the full record, and
- * where the viewer left it. Screen thread only; the screen makes and owns it; store and hub, set once when it is made,
+ * State and texts of a tape's screen. It shows the tape as the list had it until the full record arrives from the hub,
+ * and the resume position. Screen thread only; the screen creates and owns it; store and hub are set once and must
  * outlive it.
  */
 class TapeDetailController : public QObject
@@ -16,18 +16,18 @@ class TapeDetailController : public QObject
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(Store* store READ store WRITE setStore NOTIFY storeChanged REQUIRED FINAL)
-    Q_PROPERTY(HubAPI* hub READ hub WRITE setHub NOTIFY hubChanged REQUIRED FINAL)
-    /** The tape that the screen was opened with, set once. */
+    Q_PROPERTY(HubAPI* hub MEMBER m_hub NOTIFY hubChanged REQUIRED FINAL)
+    /** The tape that the screen was opened with; set once. */
     Q_PROPERTY(Tape tape READ tape WRITE setTape NOTIFY shownTapeChanged FINAL)
-    /** The full record once it is there, else the tape; dressed as `cover`. All that the screen shows is drawn from them. */
+    /** The full record once fetched, else the tape; and its cover. All that the screen shows comes from these. */
     Q_PROPERTY(Tape shownTape READ shownTape NOTIFY shownTapeChanged FINAL)
     Q_PROPERTY(VHSCover cover READ cover NOTIFY shownTapeChanged FINAL)
 
-    /** Whether the player, or the transcript, covers the screen. */
+    /** Whether the player or the transcript covers the screen. */
     Q_PROPERTY(bool playing READ isPlaying WRITE setPlaying NOTIFY playingChanged FINAL)
     Q_PROPERTY(bool readingTranscript READ isReadingTranscript WRITE setReadingTranscript NOTIFY
                    readingTranscriptChanged FINAL)
-    /** Where the player starts, in seconds. */
+    /** Start position of the player, in seconds. */
     Q_PROPERTY(double startAt READ startAt NOTIFY startAtChanged FINAL)
 
     Q_PROPERTY(QString title READ title NOTIFY shownTapeChanged FINAL)
@@ -41,7 +41,7 @@ class TapeDetailController : public QObject
     Q_PROPERTY(QString catalogueLine READ catalogueLine NOTIFY shownTapeChanged FINAL)
     Q_PROPERTY(FactList* facts READ facts CONSTANT FINAL)
 
-    /** What the first button says; which others there are. */
+    /** Text of the first button, and which other buttons are shown. */
     Q_PROPERTY(QString playText READ playText NOTIFY resumePositionChanged FINAL)
     Q_PROPERTY(bool canStartOver READ canStartOver NOTIFY resumePositionChanged FINAL)
     Q_PROPERTY(bool hasTranscript READ hasTranscript NOTIFY shownTapeChanged FINAL)
@@ -51,15 +51,13 @@ public:
 
     Store* store() const { return m_store; }
     void setStore(Store* store);
-    HubAPI* hub() const { return m_hub; }
-    void setHub(HubAPI* hub);
     const Tape& tape() const { return m_tape; }
     void setTape(Tape tape);
 
-    /** The full record, once fetched; kept as long as the screen lives. */
+    /** The full record once fetched; kept until the screen is destroyed. */
     const std::optional<Tape>& detail() const { return m_detail; }
     const Tape& shownTape() const { return m_detail ? *m_detail : m_tape; }
-    /** Dressed anew with every change of the shown tape, and so never older than it. */
+    /** The cover of the shown tape, computed at each of its changes. */
     const VHSCover& cover() const { return m_cover; }
 
     bool isPlaying() const { return m_playing; }
@@ -84,14 +82,14 @@ public:
     bool hasTranscript() const { return shownTape().hasTranscript; }
 
     /**
-     * The screen has come into view: the full record is fetched. A failure is silent, as is a record of another tape, and
-     * nothing is tried again.
+     * The screen was shown: fetches the full record, without retries. A failure, or a record of another tape, is
+     * ignored.
      */
     Q_INVOKABLE void appear();
-    /** The screen has gone away: the fetch ends. */
+    /** The screen was hidden: cancels the fetch. */
     Q_INVOKABLE void disappear();
 
-    /** The buttons: play from where the viewer left the tape, or from its top; read what was said. */
+    /** The buttons: play from the resume position, play from the beginning, show the transcript. */
     Q_INVOKABLE void play();
     Q_INVOKABLE void startOver();
     Q_INVOKABLE void readTranscript();
@@ -107,19 +105,19 @@ Q_SIGNALS:
 
 private:
     QCoro::Task<> fetch();
-    void show();
-    void readResumePosition();
+    void updateShownTape();
+    void updateResumePosition();
     void playFrom(double seconds);
 
-    Store* m_store = nullptr; ///< not there before it is set, when the tape may be already
+    Store* m_store = nullptr; ///< may still be null when the tape is set
     HubAPI* m_hub = nullptr;
     Tape m_tape;
     std::optional<Tape> m_detail;
-    VHSCover m_cover; ///< kept between changes, as dressing a title without end takes its time
+    VHSCover m_cover; ///< cached, because computing it takes long for a very long title
     bool m_playing = false;
     bool m_readingTranscript = false;
     double m_startAt = 0;
-    double m_resumePosition = 0; ///< as the row of buttons shows it
+    double m_resumePosition = 0; ///< as shown by the buttons; in seconds
     FactList m_facts;
     TaskScope m_tasks;
 };

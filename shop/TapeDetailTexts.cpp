@@ -14,11 +14,11 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double megabyte = 1048576;
-constexpr double megabytesInAGigabyte = 1024;
-constexpr qsizetype namedDocuments = 3;
-constexpr qsizetype longestText = 4000; // UTF-16 units, some 50 lines: the page is as long as what is on it
+constexpr double megabytesPerGigabyte = 1024;
+constexpr qsizetype maxDocumentTitles = 3;
+constexpr qsizetype maxTextLength = 4000; // UTF-16 units, about 50 lines; limits the length of the page
 
-// A tie goes to the even digit here; Qt's own formatting rounds it up.
+// std::to_chars rounds exact ties to even; QString::number() rounds them up.
 QString fixed(double value, int decimals)
 {
     std::array<char, 40> digits{};
@@ -46,12 +46,12 @@ QString TapeDetailTexts::readTranscript()
 
 QString TapeDetailTexts::title(const VHSCover& cover)
 {
-    return shortenedText(cover.title, longestText);
+    return shortenedText(cover.title, maxTextLength);
 }
 
 QString TapeDetailTexts::synopsis(const VHSCover& cover)
 {
-    return shortenedText(cover.synopsis, longestText);
+    return shortenedText(cover.synopsis, maxTextLength);
 }
 
 QString TapeDetailTexts::runtimeBadge(const VHSCover& cover)
@@ -82,7 +82,7 @@ QString TapeDetailTexts::catalogueLine(const VHSCover& cover)
 QString TapeDetailTexts::size(qint64 bytes)
 {
     const double megabytes = double(bytes) / megabyte;
-    const QString amount = megabytes >= megabytesInAGigabyte ? fixed(megabytes / megabytesInAGigabyte, 1) + u" GB"_s
+    const QString amount = megabytes >= megabytesPerGigabyte ? fixed(megabytes / megabytesPerGigabyte, 1) + u" GB"_s
                                                              : fixed(megabytes, 0) + u" MB"_s;
     return amount + u" · self-hosted"_s;
 }
@@ -90,7 +90,7 @@ QString TapeDetailTexts::size(qint64 bytes)
 QString TapeDetailTexts::documents(const QList<TapeDocument>& documents)
 {
     QStringList titles;
-    for (const TapeDocument& document : documents.first(std::min(namedDocuments, documents.size())))
+    for (const TapeDocument& document : documents.first(std::min(maxDocumentTitles, documents.size())))
         titles.append(shortenedText(document.title));
     const qsizetype more = documents.size() - titles.size();
     return titles.join(u" · "_s) + (more > 0 ? u" +"_s + QString::number(more) + u" more"_s : QString());
@@ -98,10 +98,10 @@ QString TapeDetailTexts::documents(const QList<TapeDocument>& documents)
 
 QList<TapeFact> TapeDetailTexts::facts(const Tape& tape, const VHSCover& cover)
 {
-    QList<TapeFact> facts{{u"BODY"_s, shortenedText(cover.bodyName, longestText)}};
+    QList<TapeFact> facts{{u"BODY"_s, shortenedText(cover.bodyName, maxTextLength)}};
     const auto addUnlessEmpty = [&facts](const QString& label, const QString& value) {
         if (!value.isEmpty())
-            facts.append({label, shortenedText(value, longestText)});
+            facts.append({label, shortenedText(value, maxTextLength)});
     };
     addUnlessEmpty(u"RECORDED"_s, cover.dateLabel);
     addUnlessEmpty(u"MARKET"_s, tape.market.name);

@@ -6,7 +6,7 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-/** The words of one tape's screen. Stateless: any thread; no locale has a say. */
+/** Texts of a tape's screen. Stateless: any thread; independent of the locale. */
 class TapeDetailTexts : public QObject
 {
     Q_OBJECT
@@ -18,30 +18,30 @@ class TapeDetailTexts : public QObject
 public:
     using QObject::QObject;
 
-    /** What the first play button offers; 0 is the top of the tape. */
+    /** Text of the first button; `resumePosition` is in seconds, 0 for the beginning. */
     static QString play(double resumePosition);
     static QString startOver();
     static QString readTranscript();
 
-    /** The two that may run over many lines; cut only where nobody would read on. */
+    /** These may fill many lines; cut only at a length that nobody reads to the end. */
     static QString title(const VHSCover& cover);
     static QString synopsis(const VHSCover& cover);
 
     static QString runtimeBadge(const VHSCover& cover);
     static QString speedBadge(const VHSCover& cover);
 
-    /** Empty where the cassette has no agenda in it. */
+    /** Empty if the recording has no agenda. */
     static QString agendaBadge(const VHSCover& cover);
 
     static QString tagline(const VHSCover& cover);
     static QString catalogueLine(const VHSCover& cover);
 
-    /** "500 MB · self-hosted"; from 1 GiB on in GB with one decimal. */
+    /** "500 MB · self-hosted"; in GB with one decimal from 1 GiB. */
     static QString size(qint64 bytes);
 
-    /** The titles of the first three documents and how many more there are; empty when there are none. */
+    /** The titles of the first three documents, and the number of others; empty without documents. */
     static QString documents(const QList<TapeDocument>& documents);
 
-    /** What is known of a tape, dressed as `cover`; what is empty has no row. */
+    /** The facts about a tape; `cover` is its cover. Optional facts that are empty are left out. */
     static QList<TapeFact> facts(const Tape& tape, const VHSCover& cover);
 };

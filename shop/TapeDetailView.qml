@@ -5,21 +5,21 @@ import Quillmere.Hub
 import Quillmere.Screen
 import Quillmere.Shop
 
-// One tape: its box, what is known of it, and the buttons that play it.
+// Screen of one tape: its box, information about it, and the buttons that play it.
 FocusScreen {
     id: view
 
     required property Store store
     required property HubAPI hub
 
-    // An alias, as a property of QML's own would not take a tape that equals the one it has.
+    // An alias: a QML property would ignore a tape that equals its current one, and tapes are compared by id only.
     property alias tape: controller.tape
 
-    // What covers this screen, given the controller as `detail`; null for none.
+    // Screens shown over this one, which get the controller as `detail`; null if not available.
     property Component playerScreen
     property Component transcriptScreen
 
-    // A page too long for the display is read by walking it: then its texts can be focused, too.
+    // If the page is taller than the display, the texts are focusable too, so that the arrow keys scroll to them.
     readonly property bool overflows: page.contentExtent > page.height
 
     onAppeared: controller.appear()
@@ -33,7 +33,7 @@ FocusScreen {
     }
 
     Item {
-        id: sight
+        id: mainContent
 
         anchors.fill: parent
 
@@ -50,7 +50,7 @@ FocusScreen {
 
             anchors.fill: parent
             contentExtent: Math.max(box.y + box.height + margin, information.height)
-            lead: margin
+            revealMargin: margin
 
             SoftShadow {
                 x: box.x
@@ -79,7 +79,7 @@ FocusScreen {
                 width: 1280
                 detail: controller
                 margin: page.margin
-                isWalked: view.overflows
+                textsFocusable: view.overflows
             }
         }
 
@@ -97,7 +97,7 @@ FocusScreen {
         anchors.fill: parent
         screen: controller.playing ? view.playerScreen : null
         properties: ({detail: controller})
-        beneath: sight
+        beneath: mainContent
         onDismissed: controller.playing = false
     }
 
@@ -105,7 +105,7 @@ FocusScreen {
         anchors.fill: parent
         screen: controller.readingTranscript ? view.transcriptScreen : null
         properties: ({detail: controller})
-        beneath: sight
+        beneath: mainContent
         onDismissed: controller.readingTranscript = false
     }
 }

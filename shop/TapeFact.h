@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/** One row of what is known of a tape. */
+/** One fact about a tape, shown as a row on its screen. */
 struct TapeFact
 {
     QString label; ///< in capitals

@@ -5,25 +5,25 @@ import Quillmere.Front
 import Quillmere.Screen
 import Quillmere.Shop
 
-// What is known of a tape, and the buttons that play it: the column beside its box.
+// The column beside a tape's box: information about the tape, and the buttons that play it.
 Column {
     id: information
 
     required property TapeDetailController detail
 
-    // Above and below the texts at the ends.
+    // Space above the first text and below the last one, in points.
     required property real margin
 
-    // Whether the focus comes to the texts, too.
-    required property bool isWalked
+    // Whether the texts can have the focus, so that the arrow keys scroll to them.
+    required property bool textsFocusable
 
     spacing: 26
 
     ReadingBlock {
         name: information.detail.title
-        above: information.margin
+        spaceAbove: information.margin
         width: parent.width
-        enabled: information.isWalked
+        enabled: information.textsFocusable
 
         Column {
             width: parent.width
@@ -119,9 +119,9 @@ Column {
 
     ReadingBlock {
         name: information.detail.catalogueLine
-        below: information.margin
+        spaceBelow: information.margin
         width: parent.width
-        enabled: information.isWalked
+        enabled: information.textsFocusable
 
         Column {
             width: parent.width

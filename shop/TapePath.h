@@ -3,27 +3,27 @@
 #include "CassetteRow.h"
 
 /**
- * The tapes that were opened from a screen of cassettes, one over the other; the last one's screen is in front. A tape
- * stays as it was opened, whatever becomes of its row. Screen thread only; owned by the screen's controller.
+ * The stack of tapes opened from a screen of cassettes; the last one's screen is on top. The tapes are copies, so later
+ * changes of the row do not affect them. Screen thread only; owned by the screen's controller.
  */
 class TapePath : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("The controller of a screen of cassettes makes it.")
-    /** How many tapes are open. */
+    QML_UNCREATABLE("Created by the controller of a screen of cassettes.")
+    /** Number of open tapes. */
     Q_PROPERTY(int depth READ depth NOTIFY depthChanged FINAL)
 
 public:
     using QObject::QObject;
 
     int depth() const { return int(m_tapes.size()); }
-    /** The tape at a level, 0 for the first. */
+    /** The tape at a level; 0 is the first. */
     Q_INVOKABLE Tape tapeAt(int level) const { return m_tapes.value(level); }
 
-    /** The viewer chooses a cassette: its tape comes to the front. */
+    /** The viewer selected a cassette: pushes its tape. */
     Q_INVOKABLE void open(CassetteRow* cassettes, int cassette);
-    /** The viewer goes back by one, if any is open. */
+    /** The viewer went back: removes the last tape, if there is one. */
     Q_INVOKABLE void pop();
 
 Q_SIGNALS:

@@ -2,14 +2,6 @@
 
 #include "TapeSearchTexts.h"
 
-void TapeSearchController::setStore(Store* store)
-{
-    if (m_store == store)
-        return;
-    m_store = store;
-    Q_EMIT storeChanged();
-}
-
 void TapeSearchController::setQuery(QString query)
 {
     if (query == m_query)
@@ -38,25 +30,25 @@ void TapeSearchController::search()
     find(words);
 }
 
-void TapeSearchController::leave()
+void TapeSearchController::disappear()
 {
     m_tasks.cancel();
 }
 
 QCoro::Task<> TapeSearchController::find(QString words)
 {
-    const CancelToken token = m_tasks.token();
+    const std::stop_token token = m_tasks.token();
     const QList<Tape> found = co_await m_store->search(words, token);
-    if (!token.isCancelled())
-        show(found);
+    if (!token.stop_requested())
+        showResults(found);
 }
 
-void TapeSearchController::show(const QList<Tape>& found)
+void TapeSearchController::showResults(const QList<Tape>& found)
 {
     CassetteRow::Content content(found);
-    // What came from an earlier search may have drawn the viewer into the row already; else he begins it anew.
-    const int place = m_busy ? -1 : m_cassettes.placeIn(content);
-    m_cassettes.show(std::move(content), place);
+    // If no longer busy, an overlapping search has already shown results, and the viewer may be in the row.
+    const int currentRow = m_busy ? -1 : m_cassettes.currentRowIn(content);
+    m_cassettes.setContent(std::move(content), currentRow);
     m_searched = true;
     m_busy = false;
     Q_EMIT outcomeChanged();

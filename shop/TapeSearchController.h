@@ -5,23 +5,23 @@
 #include "TapePath.h"
 
 /**
- * The tape search's state and texts: what the viewer has typed, and what the last search to end has found. Screen thread
- * only; the screen makes and owns it; the store, set once when it is made, outlives it. Its searches end with it.
+ * State and texts of the tape search: the query, and the results of the search that finished last. Screen thread only;
+ * the screen creates and owns it; the store is set once and must outlive it. Its destructor cancels its searches.
  */
 class TapeSearchController : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(Store* store READ store WRITE setStore NOTIFY storeChanged REQUIRED FINAL)
-    /** As typed; typing alone searches nothing. */
+    Q_PROPERTY(Store* store MEMBER m_store NOTIFY storeChanged REQUIRED FINAL)
+    /** The text as typed; typing alone does not start a search. */
     Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY queryChanged FINAL)
-    /** Whether any search has ended; whether one is under way, as the viewer is told: until the first of several ends. */
+    /** Whether a search has finished; whether one is running: of overlapping ones, until the first finishes. */
     Q_PROPERTY(bool searched READ hasSearched NOTIFY outcomeChanged FINAL)
     Q_PROPERTY(bool busy READ isBusy NOTIFY outcomeChanged FINAL)
-    /** The found tapes in the hub's order, as a row with the viewer's place in it. */
+    /** The tapes found, in the hub's order, with the current row. */
     Q_PROPERTY(CassetteRow* cassettes READ cassettes CONSTANT FINAL)
 
-    /** What stands under the field: at most one of these and the sign that a search is under way. */
+    /** What is shown below the field; at most one of these and `busy` is true. */
     Q_PROPERTY(bool showsResults READ showsResults NOTIFY outcomeChanged FINAL)
     Q_PROPERTY(bool showsNoMatch READ showsNoMatch NOTIFY outcomeChanged FINAL)
     Q_PROPERTY(QString countLine READ countLine NOTIFY outcomeChanged FINAL)
@@ -33,8 +33,6 @@ class TapeSearchController : public QObject
 public:
     using QObject::QObject;
 
-    Store* store() const { return m_store; }
-    void setStore(Store* store);
     const QString& query() const { return m_query; }
     void setQuery(QString query);
     const QList<Tape>& results() const { return m_cassettes.content().tapes; }
@@ -49,13 +47,13 @@ public:
     TapePath* path() { return &m_path; }
 
     /**
-     * The viewer submits the query. Its outer white space is not searched for, and nothing happens when that is all there
-     * is. Nothing keeps searches from overlapping: each shows what it found when it ends, and a failure is nothing found.
+     * Searches for the query without leading and trailing white space; does nothing if that is empty. Searches may
+     * overlap: each shows its results when it finishes. A failed search has no results.
      */
     Q_INVOKABLE void search();
 
-    /** The screen goes away: its searches end. */
-    Q_INVOKABLE void leave();
+    /** The screen was hidden: cancels the searches. */
+    Q_INVOKABLE void disappear();
 
 Q_SIGNALS:
     void storeChanged();
@@ -64,7 +62,7 @@ Q_SIGNALS:
 
 private:
     QCoro::Task<> find(QString words);
-    void show(const QList<Tape>& found);
+    void showResults(const QList<Tape>& found);
 
     Store* m_store = nullptr;
     QString m_query;

@@ -3,7 +3,7 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-/** The words of the tape search. Stateless: any thread; no locale has a say. */
+/** Texts of the tape search. Stateless: any thread; independent of the locale. */
 class TapeSearchTexts : public QObject
 {
     Q_OBJECT
@@ -18,9 +18,9 @@ public:
     static QString title();
     static QString invitation();
 
-    /** How many tapes were found. */
+    /** The number of tapes found. */
     static QString countLine(qsizetype tapes);
 
-    /** That there is none; `query` stands there as the viewer typed it. */
+    /** Message that no tape was found; shows `query` as the viewer typed it. */
     static QString noMatchLine(const QString& query);
 };

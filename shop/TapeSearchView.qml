@@ -7,23 +7,23 @@ import Quillmere.Hub
 import Quillmere.Screen
 import Quillmere.Shop
 
-// The tape search: its field and what was found; a chosen cassette's screen is pushed over them.
+// The tape search: search field and results. The screen of a selected cassette is pushed over them.
 NavigationStack {
     id: search
 
     required property Store store
     required property HubAPI hub
 
-    // What plays a tape, and shows its transcript; null for none.
+    // Screens that play a tape and show its transcript; null if not available.
     property Component playerScreen
     property Component transcriptScreen
 
-    // A tape's screen has come: it may be played soon.
+    // A tape's screen was shown, so the tape may be played soon.
     signal tapeOpened
 
     depth: controller.path.depth
     onPopped: controller.path.pop()
-    onDisappeared: controller.leave()
+    onDisappeared: controller.disappear()
 
     page: Component {
         TapeDetailView {
@@ -54,7 +54,7 @@ NavigationStack {
             }
         }
 
-        // Placed by bindings and not by a column, so that a change of the outcome is through at once.
+        // Positioned by bindings, because a Column would apply a change of the outcome only later, when polished.
         Item {
             id: sheet
 
@@ -104,7 +104,7 @@ NavigationStack {
                 Spinner {
                     visible: controller.busy
                     scale: 1.4
-                    // What is drawn of it begins where its column does.
+                    // Scaled from its top left corner, so that it stays aligned with the left edge.
                     transformOrigin: Item.TopLeft
                     color: StationPalette.cream
                 }
@@ -118,7 +118,8 @@ NavigationStack {
                     color: StationPalette.teal
                 }
 
-                // Made anew for each outcome, so that it begins at its first cassette; a Loader would keep the focus to itself.
+                // Created again for each outcome, so that it starts at its first cassette. Not a Loader, which is a
+                // focus scope of its own.
                 Repeater {
                     model: controller.showsResults ? 1 : 0
 
@@ -126,8 +127,8 @@ NavigationStack {
                         y: count.height + sheet.spacing
                         width: outcome.width
                         height: outcome.height - y
-                        // And not below the middle of the field.
-                        beginsAtFirst: true
+                        // Not at the cassette nearest below the middle of the search field.
+                        entersAtFirst: true
 
                         CassetteStrip {
                             anchors.fill: parent

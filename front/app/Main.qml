@@ -21,16 +21,17 @@ ScreenWindow {
             anchors.fill: parent
             focus: true
             store: window.app.store
-            timepiece: window.app.timepiece
-            onLeave: Qt.quit()
+            clock: window.app.clock
+            onQuitRequested: Qt.quit()
 
-            // Qt 6.4 lets no Loader make a component that is bound to its context, so the linter is told to trust these.
+            // In Qt 6.4, a Loader cannot create a component with bound context (ComponentBehavior: Bound). So the
+            // linter warning about unqualified access is disabled for these components.
             // qmllint disable unqualified
             newsScreen: Component {
                 NewsView {
                     store: window.app.store
                     hub: window.app.hub
-                    timepiece: window.app.timepiece
+                    clock: window.app.clock
                     onAppeared: window.app.preparePlayer()
                 }
             }
@@ -50,7 +51,7 @@ ScreenWindow {
                             required property TapeDetailController detail
 
                             store: window.app.store
-                            timepiece: window.app.timepiece
+                            clock: window.app.clock
                             tape: player.detail.shownTape
                             cover: player.detail.cover
                             startAt: player.detail.startAt

@@ -5,36 +5,37 @@
 #include "QtHttpClient.h"
 #include "Store.h"
 #include "SystemClock.h"
-#include "Timepiece.h"
 
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
 /**
- * What lives as long as the process: the one store and the outside world that it and the screens stand on. Screen
- * thread only; `main` owns it, and it outlives the window. The order of its members is the order of their lives.
+ * Objects that live as long as the process: the store, and the clock, storage and network that it and the screens use.
+ * Screen thread only; `main` owns it, and it outlives the window. Each member outlives the members after it.
  */
 class QuillmereTVApp : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("main makes the one there is.")
+    QML_UNCREATABLE("Created by main.")
     Q_PROPERTY(Store* store READ store CONSTANT FINAL)
     Q_PROPERTY(HubAPI* hub READ hub CONSTANT FINAL)
-    Q_PROPERTY(Timepiece* timepiece READ timepiece CONSTANT FINAL)
+    Q_PROPERTY(Clock* clock READ clock CONSTANT FINAL)
 
 public:
     QuillmereTVApp();
 
-    Clock& clock() { return m_clock; }
     Store* store() { return &m_store; }
     HubAPI* hub() { return &m_hub; }
-    Timepiece* timepiece() { return &m_timepiece; }
+    Clock* clock() { return &m_clock; }
 
-    /** Brings in what plays video, so that the first playback does not wait for it; another thread does the work. */
+    /** Starts loading the video libraries on another thread, so that the first playback does not wait for them. */
     Q_INVOKABLE void preparePlayer();
 
-    /** Tells the sound servers that this program plays films; before the application object, as they read it once. */
+    /**
+     * Sets environment variables which announce this program to the sound servers as a video player. Call it before the
+     * application object exists, because the variables are read only once.
+     */
     static void prepareSound();
 
 private:
@@ -43,5 +44,4 @@ private:
     QtHttpClient m_http;
     HubAPI m_hub;
     Store m_store;
-    Timepiece m_timepiece;
 };

@@ -2,7 +2,7 @@
 
 #include <QObject>
 
-/** Turns SIGINT and SIGTERM into a signal on the screen thread. One a process; it outlives the event loop. */
+/** Converts SIGINT and SIGTERM to a Qt signal on the screen thread. One per process; it outlives the event loop. */
 class StopSignals : public QObject
 {
     Q_OBJECT
@@ -12,5 +12,5 @@ public:
     ~StopSignals() override;
 
 Q_SIGNALS:
-    void stop();
+    void stopRequested();
 };

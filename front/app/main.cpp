@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-std::unique_ptr<ScreenWindow> makeWindow(QQmlEngine& engine, QuillmereTVApp& app)
+std::unique_ptr<ScreenWindow> createWindow(QQmlEngine& engine, QuillmereTVApp& app)
 {
     QQmlComponent component(&engine, QUrl(u"qrc:/qt/qml/Quillmere/App/Main.qml"_s));
     QObject* const root = component.createWithInitialProperties({{u"app"_s, QVariant::fromValue(&app)}});
@@ -33,21 +33,21 @@ std::unique_ptr<ScreenWindow> makeWindow(QQmlEngine& engine, QuillmereTVApp& app
     return nullptr;
 }
 
-/** How long the set waits before the display sleeps; zero is for ever. */
+/** Idle time (no key, no playback) after which the display sleeps; zero for never. */
 std::chrono::milliseconds displaySleepDelay()
 {
     const QString builtIn = QStringLiteral(QUILLMERE_DISPLAY_SLEEP);
-    const QString asked = qEnvironmentVariable("QUILLMERE_DISPLAY_SLEEP", builtIn);
-    if (const auto delay = DisplaySleep::parseDelay(asked))
+    const QString value = qEnvironmentVariable("QUILLMERE_DISPLAY_SLEEP", builtIn);
+    if (const auto delay = DisplaySleep::parseDelay(value))
         return *delay;
-    std::fprintf(stderr, "quillmere-tv: QUILLMERE_DISPLAY_SLEEP is no time such as 20min: %s\n", qPrintable(asked));
+    std::fprintf(stderr, "quillmere-tv: QUILLMERE_DISPLAY_SLEEP is no time such as 20min: %s\n", qPrintable(value));
     return DisplaySleep::parseDelay(builtIn).value_or(std::chrono::milliseconds::zero());
 }
 
-/** Has the display sleep where that is asked for; the order of its members is the order of their lives. */
-struct Display
+/** Sets up the sleep of the display if it is enabled. `power` outlives `sleep`. */
+struct DisplaySleepSetup
 {
-    Display(ScreenWindow& window, Clock& clock)
+    DisplaySleepSetup(ScreenWindow& window, Clock& clock)
     {
         const QString stateFile = qEnvironmentVariable("QUILLMERE_DISPLAY_STATE");
         const auto delay = displaySleepDelay();
@@ -63,35 +63,36 @@ struct Display
     std::optional<DisplaySleep> sleep;
 };
 
-constexpr std::chrono::seconds patience{5};
+constexpr std::chrono::seconds exitTimeout{5};
 
-/** The toolkit's own end waits for a host name that is still being looked up, which may take half a minute. */
-void endAnyway(int status)
+/** Ends the process after a timeout. Qt's shutdown waits for a pending host name lookup, which can take 30 seconds. */
+void exitAfterTimeout(int status)
 {
     std::thread([status] {
-        std::this_thread::sleep_for(patience);
+        std::this_thread::sleep_for(exitTimeout);
         _exit(status);
     }).detach();
 }
 
-int watch(QGuiApplication& application)
+int runApplication(QGuiApplication& application)
 {
     QuillmereTVApp app;
     QQmlEngine engine;
     engine.addImportPath(u":/qt/qml"_s);
-    const auto window = makeWindow(engine, app);
+    const auto window = createWindow(engine, app);
     if (!window)
         return EXIT_FAILURE;
 
-    // It sees the keys that RemoteInput sends, as filters are asked in the opposite order of their installation.
-    const Display display(*window, app.clock());
-    new RemoteInput(window.get(), app.clock());
+    // Created before RemoteInput, so that its event filter also receives the key events which RemoteInput sends: the
+    // event filter installed last is called first.
+    const DisplaySleepSetup display(*window, *app.clock());
+    new RemoteInput(window.get(), *app.clock());
     QObject::connect(&engine, &QQmlEngine::quit, &application, &QCoreApplication::quit, Qt::QueuedConnection);
     StopSignals stopSignals;
-    QObject::connect(&stopSignals, &StopSignals::stop, &application, &QCoreApplication::quit);
+    QObject::connect(&stopSignals, &StopSignals::stopRequested, &application, &QCoreApplication::quit);
     window->present();
     const int status = QGuiApplication::exec();
-    endAnyway(status);
+    exitAfterTimeout(status);
     return status;
 }
 
@@ -99,12 +100,12 @@ int watch(QGuiApplication& application)
 
 int main(int argc, char* argv[])
 {
-    logging::prepare();
-    // These set the environment, so they come before the first other thread.
+    logging::silenceLibraries();
+    // These set environment variables, so they run before any other thread starts.
     QuillmereTVApp::prepareSound();
     VideoPlugins::prepare();
     QGuiApplication application(argc, argv);
-    // The application object takes the user's locale; the video player reads and writes numbers in C's.
+    // QGuiApplication sets the locale of the user. The video player requires the number format of the C locale.
     std::setlocale(LC_NUMERIC, "C");
     QGuiApplication::setApplicationName(u"quillmere-tv"_s);
     QGuiApplication::setApplicationDisplayName(u"Quillmere Television"_s);
@@ -112,5 +113,5 @@ int main(int argc, char* argv[])
     QGuiApplication::setDesktopFileName(u"quillmere-tv"_s);
     chooseRenderPath();
 
-    return watch(application);
+    return runApplication(application);
 }

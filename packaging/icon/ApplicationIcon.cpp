@@ -11,7 +11,7 @@
 
 namespace {
 
-// In points.
+// Geometry in points.
 constexpr QRectF cabinet(8, 8, 240, 240);
 constexpr double cabinetRadius = 48;
 constexpr QRectF television(32, 36, 192, 132);

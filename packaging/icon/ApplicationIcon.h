@@ -2,12 +2,14 @@
 
 class QPainter;
 
-/** The program's icon, made of the front screen's own art: a television in veneer, on standby, its lamp lit. */
+/**
+ * The program's icon, drawn by the painters of the front screen: a television with colour bars, a shelf and a lit lamp.
+ */
 namespace ApplicationIcon {
 
 constexpr int side = 256; ///< points
 
-/** Paints the icon into a square of `side` with its top left corner at the origin. Needs an application object. */
+/** Paints the icon into a square of size `side` with its top left corner at the origin. Needs a QGuiApplication. */
 void paint(QPainter& painter);
 
 } // namespace ApplicationIcon

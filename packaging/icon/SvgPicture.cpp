@@ -7,7 +7,7 @@
 
 namespace {
 
-/** Hundredths are plenty on a grid of hundreds of points. */
+/** Formats with at most two decimals, which is precise enough for a picture of 256 points. */
 QByteArray number(double value)
 {
     QByteArray text = QByteArray::number(value, 'f', 2);
@@ -32,7 +32,7 @@ QByteArray shape(const QPainterPath& path)
         const bool closes = i + 1 == path.elementCount() || path.elementAt(i + 1).isMoveTo();
         if (element.isMoveTo())
             start = element;
-        // SVG closes with a letter, a painter's path with a line back.
+        // SVG closes a subpath with "Z", QPainterPath with a line to its start.
         if (element.isLineTo() && closes && QPointF(element) == start)
             steps += 'Z';
         else
@@ -50,12 +50,14 @@ QByteArray attribute(const QByteArray& name, const QByteArray& value)
     return ' ' + name + "=\"" + value + '"';
 }
 
-/** `what` is fill, stroke or stop; `named` is the attribute of its colour. */
-QByteArray paint(const QByteArray& named, const QByteArray& what, const QColor& colour, double opacity)
+/**
+ * The colour as attribute `name`, and its opacity as attribute `prefix`-opacity. The prefix is fill, stroke or stop.
+ */
+QByteArray paint(const QByteArray& name, const QByteArray& prefix, const QColor& colour, double opacity)
 {
-    QByteArray attributes = attribute(named, colour.name().toLatin1());
+    QByteArray attributes = attribute(name, colour.name().toLatin1());
     if (const double alpha = colour.alphaF() * opacity; alpha < 1)
-        attributes += attribute(what + "-opacity", number(alpha));
+        attributes += attribute(prefix + "-opacity", number(alpha));
     return attributes;
 }
 
@@ -91,7 +93,7 @@ void SvgPicture::Engine::drawPath(const QPainterPath& path)
     if (const QPen pen = painter()->pen(); pen.style() != Qt::NoPen)
         outline = paint("stroke", "stroke", pen.color(), painter()->opacity()) +
                   attribute("stroke-width", number(pen.widthF() * transform.m11()));
-    // Shapes that meet show a seam where their edges are smoothed.
+    // With antialiasing, a seam would be visible between adjacent shapes.
     const bool isSmooth = painter()->testRenderHint(QPainter::Antialiasing);
     const QByteArray edges = isSmooth ? QByteArray() : attribute("shape-rendering", "crispEdges");
     shapes += "<path" + attribute("d", shape(transform.map(path))) + fill + outline + edges + "/>\n";

@@ -8,8 +8,8 @@
 class QPaintEngine;
 
 /**
- * Takes down what a painter paints as an SVG file: shapes filled and outlined with colours and linear gradients, and
- * nothing else. The bytes are the same with every version of Qt.
+ * Paint device that records painting as SVG. Supports only shapes that are filled with colours or linear gradients and
+ * outlined with colours. Unlike Qt SVG, the output is identical with every version of Qt.
  */
 class SvgPicture : public QPaintDevice
 {

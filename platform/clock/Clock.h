@@ -1,34 +1,37 @@
 #pragma once
 
 #include <QDateTime>
+#include <QObject>
 
 #include <chrono>
 #include <functional>
 #include <memory>
 
 /**
- * The time, as everything in the set reads it: countdown, ticker, watch and timers. Screen thread only.
- * It outlives everything that was given it.
+ * The time source for the whole program, including countdown, ticker and timers. Screen thread only. It outlives all
+ * its users. It is a QObject so that QML can pass it from screen to screen.
  */
-class Clock
+class Clock : public QObject
 {
+    Q_OBJECT
+
 public:
-    /** A pending call; letting it go takes the call back. */
+    using QObject::QObject;
+
+    /** A pending call. Destroying it cancels the call. */
     class Timer
     {
     public:
         virtual ~Timer() = default;
     };
 
-    virtual ~Clock() = default;
-
-    /** The wall clock's time; it may jump. */
+    /** Wall-clock time; it may jump. */
     virtual QDateTime now() const = 0;
 
-    /** Time since some fixed moment; it never goes back. */
+    /** Monotonic time since an unspecified epoch. */
     virtual std::chrono::milliseconds elapsed() const = 0;
 
-    /** Calls `callback` once, `delay` from now, from the event loop. */
+    /** Calls `callback` once from the event loop, after `delay`. */
     [[nodiscard]] virtual std::unique_ptr<Timer> after(std::chrono::milliseconds delay,
                                                        std::function<void()> callback) = 0;
 };

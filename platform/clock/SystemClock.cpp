@@ -13,9 +13,9 @@ public:
     SystemTimer(std::chrono::milliseconds delay, std::function<void()> callback) : m_callback(std::move(callback))
     {
         m_timer.setSingleShot(true);
-        // A coarse timer may be 5 % late, which shows in a countdown of seconds.
+        // A coarse timer may be up to 5 % late, which is visible in a countdown of seconds.
         m_timer.setTimerType(Qt::PreciseTimer);
-        // The callback is taken out first, because it may let go of this timer.
+        // The callback is moved out first, because it may destroy this timer.
         QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { std::exchange(m_callback, {})(); });
         m_timer.start(std::max(delay, std::chrono::milliseconds{0}));
     }

@@ -2,7 +2,7 @@
 
 #include "Clock.h"
 
-/** The machine's own time, in local time; its timers need the screen thread's event loop. Screen thread only. */
+/** The system's clock, in local time. Its timers need the event loop of the screen thread. Screen thread only. */
 class SystemClock : public Clock
 {
 public:

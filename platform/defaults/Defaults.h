@@ -2,15 +2,13 @@
 
 #include <QString>
 
-/**
- * Numbers kept between runs, by key. Screen thread only; it outlives those who were given it.
- */
+/** Persistent numbers by key, kept between runs of the program. Screen thread only; must outlive its users. */
 class Defaults
 {
 public:
     virtual ~Defaults() = default;
 
-    /** The number kept under `key` as it stands (it may not be finite); 0 when there is none. */
+    /** The number stored under `key`, unchecked (it may be infinite or NaN); 0 if there is none. */
     virtual double number(const QString& key) const = 0;
 
     virtual bool contains(const QString& key) const = 0;

@@ -7,7 +7,7 @@
 
 #include <utility>
 
-/** Writes on one background thread; what is asked for during a write goes out with the next one. */
+/** Writes on one background thread. Changes made during a write are combined into the next one. */
 class IniDefaults::Writer
 {
 public:
@@ -16,12 +16,12 @@ public:
 
     void flush() { m_pool.waitForDone(); }
 
-    /** `change` is invalid to take the key out; `whole` is everything, for a file that has to be begun anew. */
-    void write(const QString& key, const QVariant& change, const QMap<QString, QVariant>& whole)
+    /** Schedules a write. An invalid `value` removes the key; `allValues` is written if the file must be recreated. */
+    void write(const QString& key, const QVariant& value, const QMap<QString, QVariant>& allValues)
     {
         const QMutexLocker lock(&m_mutex);
-        m_changes.insert(key, change);
-        m_whole = whole;
+        m_changes.insert(key, value);
+        m_allValues = allValues;
         if (!std::exchange(m_isScheduled, true))
             m_pool.start([this] { writeChanges(); });
     }
@@ -32,11 +32,11 @@ private:
         QMutexLocker lock(&m_mutex);
         m_isScheduled = false;
         const auto changes = std::exchange(m_changes, {});
-        const auto whole = m_whole;
+        const auto allValues = m_allValues;
         lock.unlock();
-        if (IniFile::write(m_path, changes, whole))
+        if (IniFile::write(m_path, changes, allValues))
             return;
-        // A place that cannot be written now may be later: what failed goes out with the next change.
+        // The file may become writable later: the failed changes are written together with the next one.
         lock.relock();
         for (auto change = changes.begin(); change != changes.end(); ++change) {
             if (!m_changes.contains(change.key()))
@@ -46,10 +46,10 @@ private:
 
     const QString m_path;
     QMutex m_mutex;
-    QMap<QString, QVariant> m_changes; ///< with m_whole and m_isScheduled, under m_mutex
-    QMap<QString, QVariant> m_whole;
+    QMap<QString, QVariant> m_changes; ///< m_mutex guards this, m_allValues and m_isScheduled
+    QMap<QString, QVariant> m_allValues;
     bool m_isScheduled = false;
-    QThreadPool m_pool; ///< last, so that it is waited for before the rest goes
+    QThreadPool m_pool; ///< last member: destroyed first, which waits for the thread that uses the others
 };
 
 IniDefaults::IniDefaults(QString path) : m_path(std::move(path)), m_writer(std::make_unique<Writer>(m_path)) {}

@@ -10,15 +10,15 @@
 #include <optional>
 
 /**
- * Numbers kept in an INI file. The file is read once, at the first access, and written on a background thread,
- * replaced as a whole; changes that come while a write is under way go out together in the next one. A damaged file
- * is set aside under another name before anything is written. Where nothing can be written, the numbers last as long
- * as the object. Screen thread only; its destructor waits for the last write.
+ * Defaults stored in an INI file. The file is read once, at the first access. A background thread writes it by
+ * replacing the whole file; changes made during a write are combined into the next one. A damaged file is renamed
+ * before anything is written. If the file cannot be written, the numbers exist until the object is destroyed. Screen
+ * thread only; the destructor waits for the last write.
  */
 class IniDefaults : public Defaults
 {
 public:
-    /** `path` is the file's; its folder need not exist. */
+    /** `path` is that of the file; its folder is created if needed. */
     explicit IniDefaults(QString path);
     ~IniDefaults() override;
 
@@ -27,7 +27,7 @@ public:
     void setNumber(const QString& key, double value) override;
     void remove(const QString& key) override;
 
-    /** Returns once nothing is being written; what could not be written still waits for the next change. */
+    /** Waits until no write is running. Changes that could not be written are retried with the next change. */
     void flush();
 
 private:

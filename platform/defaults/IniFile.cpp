@@ -17,21 +17,21 @@ bool isControlCharacter(char c)
     return (uchar(c) < 0x20 && c != '\r' && c != '\t') || c == 0x7f;
 }
 
-/** QSettings takes nearly anything for a key without complaint, so the form is checked line by line. */
-bool hasIniForm(const QByteArray& bytes)
+/** Checks the syntax line by line, because QSettings accepts nearly any text as a key without an error. */
+bool isValidIni(const QByteArray& bytes)
 {
     const auto lines = bytes.split('\n');
     return std::all_of(lines.begin(), lines.end(), [](const QByteArray& line) {
         const QByteArray text = line.trimmed();
-        const bool isNote = text.isEmpty() || text.startsWith(';') || text.startsWith('#');
+        const bool isComment = text.isEmpty() || text.startsWith(';') || text.startsWith('#');
         const bool isSection = text.startsWith('[') && text.endsWith(']');
-        return (isNote || isSection || text.contains('=')) &&
+        return (isComment || isSection || text.contains('=')) &&
                std::none_of(line.begin(), line.end(), isControlCharacter);
     });
 }
 
-/** Renames the file to a name that no other has; rename alone could replace an older damaged one. */
-bool setAside(const QString& path)
+/** Renames the damaged file to an unused name, so that an earlier damaged file is not overwritten. */
+bool renameDamaged(const QString& path)
 {
     const QString stamp = QDateTime::currentDateTime().toString(u"yyyyMMdd-HHmmss"_s);
     const QString name = path + u".damaged-"_s + stamp;
@@ -53,23 +53,24 @@ IniFile IniFile::read(const QString& path)
     if (!QFileInfo(path).isFile() || !bytes.open(QIODevice::ReadOnly))
         return file;
     const QSettings settings(path, QSettings::IniFormat);
-    // The parser is lazy: only after the values have been asked for does the status count.
+    // QSettings parses lazily: status() is meaningful only after the values have been read.
     const QStringList keys = settings.allKeys();
     for (const QString& key : keys)
         file.values.insert(key, settings.value(key));
-    file.isDamaged = settings.status() == QSettings::FormatError || !hasIniForm(bytes.readAll());
+    file.isDamaged = settings.status() == QSettings::FormatError || !isValidIni(bytes.readAll());
     return file;
 }
 
-bool IniFile::write(const QString& path, const QMap<QString, QVariant>& changes, const QMap<QString, QVariant>& whole)
+bool IniFile::write(const QString& path, const QMap<QString, QVariant>& changes,
+                    const QMap<QString, QVariant>& allValues)
 {
     if (!QDir().mkpath(QFileInfo(path).absolutePath()))
         return false;
-    const bool startsAnew = read(path).isDamaged;
-    if (startsAnew && !setAside(path))
+    const bool mustRecreate = read(path).isDamaged;
+    if (mustRecreate && !renameDamaged(path))
         return false;
     QSettings settings(path, QSettings::IniFormat);
-    const QMap<QString, QVariant>& values = startsAnew ? whole : changes;
+    const QMap<QString, QVariant>& values = mustRecreate ? allValues : changes;
     for (auto value = values.begin(); value != values.end(); ++value) {
         if (value->isValid())
             settings.setValue(value.key(), *value);

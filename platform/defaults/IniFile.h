@@ -4,20 +4,20 @@
 #include <QString>
 #include <QVariant>
 
-/** What an INI file holds. A value type; the functions run on any thread, one at a time for a file. */
+/** Contents of an INI file. The functions may be called on any thread, but only one at a time for the same file. */
 struct IniFile
 {
-    QMap<QString, QVariant> values; ///< what could be read, of a damaged file too
-    bool isDamaged = false;         ///< it is there and is not, or not wholly, an INI file
+    QMap<QString, QVariant> values; ///< all values that could be read, even from a damaged file
+    bool isDamaged = false;         ///< the file exists and is not completely valid INI
 
-    /** Reads `path`; a missing or unreadable file is an empty one. */
+    /** Reads the file. A missing or unreadable file is treated as empty. */
     static IniFile read(const QString& path);
 
     /**
-     * Brings `changes` into the file at `path` (an invalid value takes its key out) and replaces it as a whole, with
-     * its folder made where there is none. A damaged file is set aside first and `whole` written in its place.
-     * False, and the old file untouched, where that cannot be done.
+     * Merges `changes` into the file (an invalid value removes its key) and replaces the whole file. Creates the folder
+     * if needed. A damaged file is renamed first, and `allValues` is written as a new file. On failure returns false
+     * and leaves the old file unchanged.
      */
     static bool write(const QString& path, const QMap<QString, QVariant>& changes,
-                      const QMap<QString, QVariant>& whole);
+                      const QMap<QString, QVariant>& allValues);
 };

@@ -12,10 +12,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/** How long a slow screensaver may take to answer before it is left to notice that the connection is gone. */
-constexpr auto patience = 5s;
+/** How long closing waits for a slow screensaver service. After that, the service sees the connection close. */
+constexpr auto closeTimeout = 5s;
 
-QString nextConnection()
+QString nextConnectionName()
 {
     static int last = 0;
     return u"desktop-%1"_s.arg(++last);
@@ -23,7 +23,7 @@ QString nextConnection()
 
 } // namespace
 
-DesktopLink::DesktopLink(Terms terms) : m_terms(std::move(terms)), m_connection(nextConnection())
+DesktopLink::DesktopLink(Options options) : m_options(std::move(options)), m_connection(nextConnectionName())
 {
     QThread& thread = DesktopThread::get();
     moveToThread(&thread);
@@ -41,10 +41,10 @@ DesktopLink::~DesktopLink()
 void DesktopLink::setState(const MprisState& state, bool inhibits)
 {
     QMetaObject::invokeMethod(
-        this, [this, state, inhibits] { takeState(state, inhibits); }, Qt::QueuedConnection);
+        this, [this, state, inhibits] { applyState(state, inhibits); }, Qt::QueuedConnection);
 }
 
-void DesktopLink::tellSeeked(qint64 microseconds)
+void DesktopLink::notifySeeked(qint64 microseconds)
 {
     QMetaObject::invokeMethod(
         this,
@@ -57,22 +57,22 @@ void DesktopLink::tellSeeked(qint64 microseconds)
 
 void DesktopLink::close()
 {
-    m_closing = true;
-    QMetaObject::invokeMethod(this, &DesktopLink::leave, Qt::QueuedConnection);
+    m_isClosing = true;
+    QMetaObject::invokeMethod(this, &DesktopLink::shutDown, Qt::QueuedConnection);
 }
 
 void DesktopLink::open()
 {
-    // While an earlier link was waiting for the bus, this one's player may have come and gone.
-    if (m_closing)
+    // While another link blocked this thread, this link may have been closed already.
+    if (m_isClosing)
         return;
-    const auto bus = QDBusConnection::connectToBus(m_terms.busAddress, m_connection);
-    if (!bus.isConnected() || m_closing)
+    const auto bus = QDBusConnection::connectToBus(m_options.busAddress, m_connection);
+    if (!bus.isConnected() || m_isClosing)
         return;
-    m_inhibitor = std::make_unique<ScreenSaverInhibitor>(bus, m_terms.application.name, m_terms.reason);
-    if (!m_terms.isDrivable)
+    m_inhibitor = std::make_unique<ScreenSaverInhibitor>(bus, m_options.application.name, m_options.reason);
+    if (!m_options.hasMprisPlayer)
         return;
-    m_mpris = std::make_unique<MprisPlayer>(bus, m_terms.application, [this] { return m_position.load(); });
+    m_mpris = std::make_unique<MprisPlayer>(bus, m_options.application, [this] { return m_position.load(); });
     connect(m_mpris.get(), &MprisPlayer::playRequested, this, &DesktopLink::playRequested);
     connect(m_mpris.get(), &MprisPlayer::pauseRequested, this, &DesktopLink::pauseRequested);
     connect(m_mpris.get(), &MprisPlayer::playPauseRequested, this, &DesktopLink::playPauseRequested);
@@ -81,7 +81,7 @@ void DesktopLink::open()
     connect(m_mpris.get(), &MprisPlayer::positionRequested, this, &DesktopLink::positionRequested);
 }
 
-void DesktopLink::takeState(const MprisState& state, bool inhibits)
+void DesktopLink::applyState(const MprisState& state, bool inhibits)
 {
     if (!m_inhibitor)
         return;
@@ -93,15 +93,15 @@ void DesktopLink::takeState(const MprisState& state, bool inhibits)
         m_inhibitor->allow();
 }
 
-void DesktopLink::leave()
+void DesktopLink::shutDown()
 {
     m_mpris.reset();
     if (m_inhibitor)
         m_inhibitor->allow();
-    if (!m_inhibitor || m_inhibitor->isSettled()) {
+    if (!m_inhibitor || m_inhibitor->isIdle()) {
         deleteLater();
         return;
     }
-    connect(m_inhibitor.get(), &ScreenSaverInhibitor::settled, this, &QObject::deleteLater);
-    QTimer::singleShot(patience, this, &QObject::deleteLater);
+    connect(m_inhibitor.get(), &ScreenSaverInhibitor::becameIdle, this, &QObject::deleteLater);
+    QTimer::singleShot(closeTimeout, this, &QObject::deleteLater);
 }

@@ -9,32 +9,31 @@
 #include <memory>
 
 /**
- * The session bus's end of a DesktopPresence or a WakeLock: a connection of its own, with the inhibitor on it and, where
- * there is something to drive, the MPRIS player. Without a bus it does nothing. Made on the screen thread, it lives on
- * the desktop's, posts everything there, and destroys itself after `close`. Its signals are what programs on the bus ask
- * for.
+ * Connection of a DesktopPresence or a WakeLock to the session bus. Owns the screensaver inhibitor and, if wanted, the
+ * MPRIS player. Does nothing if the bus cannot be reached. Created on the screen thread, lives on the DesktopThread,
+ * and destroys itself after `close` or when that thread ends. The signals are requests of other programs on the bus.
  */
 class DesktopLink : public QObject
 {
     Q_OBJECT
 
 public:
-    struct Terms
+    struct Options
     {
         QString busAddress;
         MprisPlayer::Application application;
-        QString reason;         ///< why the screensaver is inhibited, for people
-        bool isDrivable = true; ///< whether it has an MPRIS player
+        QString reason; ///< why the screensaver is inhibited; desktops show it to the user
+        bool hasMprisPlayer = true;
     };
 
-    explicit DesktopLink(Terms terms);
+    explicit DesktopLink(Options options);
     ~DesktopLink() override;
 
-    // From the screen thread; each returns at once.
+    // Called on the screen thread. Each function returns at once; the work is done on the DesktopThread.
     void setPosition(qint64 microseconds) { m_position.store(microseconds, std::memory_order_relaxed); }
     void setState(const MprisState& state, bool inhibits);
-    void tellSeeked(qint64 microseconds);
-    /** The player is gone from the bus, and the screensaver allowed; nothing of this may be used any more. */
+    void notifySeeked(qint64 microseconds);
+    /** Removes the player from the bus and allows the screensaver. The object must not be used afterwards. */
     void close();
 
 Q_SIGNALS:
@@ -47,13 +46,13 @@ Q_SIGNALS:
 
 private:
     void open();
-    void takeState(const MprisState& state, bool inhibits);
-    void leave();
+    void applyState(const MprisState& state, bool inhibits);
+    void shutDown();
 
-    Terms m_terms;
-    QString m_connection; ///< its name in this process
-    std::atomic<qint64> m_position = 0;
-    std::atomic_bool m_closing = false;
+    Options m_options;
+    QString m_connection;               ///< name of the QDBusConnection
+    std::atomic<qint64> m_position = 0; ///< microseconds
+    std::atomic_bool m_isClosing = false;
     std::unique_ptr<ScreenSaverInhibitor> m_inhibitor;
     std::unique_ptr<MprisPlayer> m_mpris;
 };

@@ -10,12 +10,12 @@
 
 namespace {
 
-/** A step of the position, in seconds, that playing alone does not make. */
-constexpr double jump = 2;
+/** A larger forward step of the position, in seconds, is a seek and not normal playback. */
+constexpr double seekThreshold = 2;
 
 constexpr double microseconds = 1e6;
 
-/** The number of microseconds, which any number of seconds may be given as. */
+/** Accepts any number of seconds: clamps it to one year; 0 if it is not finite. */
 qint64 toMicroseconds(double seconds)
 {
     constexpr double year = 366 * 24 * 3600.0;
@@ -35,15 +35,15 @@ DesktopPresence::DesktopPresence(VideoPlayer& player, const QString& reason, con
     if (!busAddress.isEmpty()) {
         m_link = new DesktopLink(
             {busAddress, {QGuiApplication::applicationDisplayName(), QGuiApplication::desktopFileName()}, reason});
-        drive();
+        connectLink();
     }
-    connect(&m_player, &VideoPlayer::itemChanged, this, &DesktopPresence::takeItem);
-    connect(&m_player, &VideoPlayer::timeControlChanged, this, &DesktopPresence::tell);
-    connect(&m_player, &VideoPlayer::durationChanged, this, &DesktopPresence::tell);
-    connect(&m_player, &VideoPlayer::seekableChanged, this, &DesktopPresence::tell);
-    connect(&m_player, &VideoPlayer::positionChanged, this, &DesktopPresence::positionChanged);
-    positionChanged();
-    takeItem();
+    connect(&m_player, &VideoPlayer::itemChanged, this, &DesktopPresence::onItemChanged);
+    connect(&m_player, &VideoPlayer::timeControlChanged, this, &DesktopPresence::publishState);
+    connect(&m_player, &VideoPlayer::durationChanged, this, &DesktopPresence::publishState);
+    connect(&m_player, &VideoPlayer::seekableChanged, this, &DesktopPresence::publishState);
+    connect(&m_player, &VideoPlayer::positionChanged, this, &DesktopPresence::onPositionChanged);
+    onPositionChanged();
+    onItemChanged();
 }
 
 DesktopPresence::~DesktopPresence()
@@ -52,7 +52,7 @@ DesktopPresence::~DesktopPresence()
         m_link->close();
 }
 
-void DesktopPresence::drive()
+void DesktopPresence::connectLink()
 {
     connect(m_link, &DesktopLink::playRequested, this, [this] { m_player.play(); });
     connect(m_link, &DesktopLink::pauseRequested, this, [this] { m_player.pause(); });
@@ -70,38 +70,38 @@ void DesktopPresence::drive()
     connect(m_link, &DesktopLink::stopRequested, this, &DesktopPresence::stopRequested);
 }
 
-void DesktopPresence::takeItem()
+void DesktopPresence::onItemChanged()
 {
     disconnect(m_itemStatus);
     if (const auto item = m_player.item())
-        m_itemStatus = connect(item.get(), &PlayerItem::statusChanged, this, &DesktopPresence::tell);
-    tell();
+        m_itemStatus = connect(item.get(), &PlayerItem::statusChanged, this, &DesktopPresence::publishState);
+    publishState();
 }
 
-void DesktopPresence::tell()
+void DesktopPresence::publishState()
 {
     const bool inhibits = m_player.timeControl() != VideoPlayer::TimeControl::Paused;
     MprisState now = state();
-    if (now == m_told && inhibits == bool(m_idleInhibitor))
+    if (now == m_publishedState && inhibits == bool(m_idleInhibitor))
         return;
-    m_told = std::move(now);
+    m_publishedState = std::move(now);
     if (!inhibits)
         m_idleInhibitor.reset();
     else if (!m_idleInhibitor)
         m_idleInhibitor = std::make_unique<IdleInhibitor>();
     if (m_link != nullptr)
-        m_link->setState(m_told, inhibits);
+        m_link->setState(m_publishedState, inhibits);
 }
 
-void DesktopPresence::positionChanged()
+void DesktopPresence::onPositionChanged()
 {
     const double before = std::exchange(m_position, m_player.position());
     if (m_link == nullptr)
         return;
     const qint64 position = toMicroseconds(m_position);
     m_link->setPosition(position);
-    if (m_position < before || m_position > before + jump)
-        m_link->tellSeeked(position);
+    if (m_position < before || m_position > before + seekThreshold)
+        m_link->notifySeeked(position);
 }
 
 MprisState DesktopPresence::state() const

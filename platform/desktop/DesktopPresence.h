@@ -12,35 +12,36 @@ class DesktopLink;
 class IdleInhibitor;
 
 /**
- * What the desktop has of a player: no screensaver, no blanking of the screen and no sleep of the display while it plays,
- * and MPRIS, by which other programs read and drive it. There from its making to its end, which waits for nothing; without
- * a bus only the display's sleep is kept away.
- * Screen thread; whoever shows the player owns it. The player must outlive it, as must the application object.
+ * Connects a player with the desktop. While it plays, prevents the screensaver, screen blanking and display sleep.
+ * Offers MPRIS, so that other programs can read the player's state and control it. Without a session bus it only
+ * prevents display sleep. The destructor does not block.
+ *
+ * Screen thread only; the screen that shows the player owns it. The player and the application object must outlive it.
  */
 class DesktopPresence : public QObject
 {
     Q_OBJECT
 
 public:
-    /** Desktops show `reason` in a list of what inhibits the screensaver. */
+    /** Desktops show `reason` in their list of programs that inhibit the screensaver. */
     DesktopPresence(VideoPlayer& player, const QString& reason, const QString& busAddress = SessionBus::address());
     ~DesktopPresence() override;
 
 Q_SIGNALS:
-    /** Another program wants the player left. */
+    /** Another program asks to stop playing. */
     void stopRequested();
 
 private:
-    void drive();
-    void takeItem();
-    void tell();
-    void positionChanged();
+    void connectLink();
+    void onItemChanged();
+    void publishState();
+    void onPositionChanged();
     MprisState state() const;
 
     VideoPlayer& m_player;
-    DesktopLink* m_link = nullptr; ///< its own owner, see there; none without a bus
+    DesktopLink* m_link = nullptr; ///< destroys itself after close(); null without a bus
     QMetaObject::Connection m_itemStatus;
-    std::unique_ptr<IdleInhibitor> m_idleInhibitor; ///< while it plays
-    MprisState m_told;
-    double m_position = 0;
+    std::unique_ptr<IdleInhibitor> m_idleInhibitor; ///< set while the player is not paused
+    MprisState m_publishedState;
+    double m_position = 0; ///< seconds
 };

@@ -11,10 +11,10 @@ namespace {
 
 QThread* thread = nullptr;
 
-void end()
+void stopThread()
 {
     thread->quit();
-    // A bus that hangs holds the thread for ever; then it is left to the end of the process.
+    // A bus that does not respond may block the thread for ever. In that case the thread is leaked.
     if (thread->wait(QDeadlineTimer(1s)))
         delete thread;
     thread = nullptr;
@@ -28,7 +28,7 @@ QThread& DesktopThread::get()
         thread = new QThread;
         thread->setObjectName(QStringLiteral("desktop"));
         thread->start(QThread::LowPriority);
-        qAddPostRoutine(&end);
+        qAddPostRoutine(&stopThread);
     }
     return *thread;
 }

@@ -3,9 +3,9 @@
 class QThread;
 
 /**
- * The one thread on which the session bus is talked to, as joining a bus waits for as long as that hangs. It is made at
- * the first use, on the screen thread, and ends with the application object: its `finished` is where to delete what
- * lives on it.
+ * The thread for all session bus calls, because connecting to a bus that does not respond blocks. Created at the first
+ * use, on the screen thread; ends with the application object. Objects that live on it must be deleted when it emits
+ * `finished`.
  */
 namespace DesktopThread {
 

@@ -16,7 +16,7 @@ namespace {
 constexpr auto objectPath = "/org/mpris/MediaPlayer2"_L1;
 constexpr auto busName = "org.mpris.MediaPlayer2.quillmere_tv"_L1;
 
-/** Longer than any that is read, short enough for every message. */
+/** In UTF-16 units. Longer than any text that a client shows, and short enough for a D-Bus message. */
 constexpr qsizetype longestText = 4000;
 
 QDBusObjectPath nextTrackId()
@@ -52,8 +52,8 @@ MprisPlayer::MprisPlayer(QDBusConnection bus, Application application, std::func
 {
     new MprisRootInterface(this);
     m_bus.registerObject(objectPath, this);
-    if (!takeName(busName))
-        takeName(busName + u".instance%1"_s.arg(QCoreApplication::applicationPid()));
+    if (!registerName(busName))
+        registerName(busName + u".instance%1"_s.arg(QCoreApplication::applicationPid()));
 }
 
 MprisPlayer::~MprisPlayer()
@@ -63,7 +63,7 @@ MprisPlayer::~MprisPlayer()
     m_bus.unregisterObject(objectPath);
 }
 
-bool MprisPlayer::takeName(const QString& name)
+bool MprisPlayer::registerName(const QString& name)
 {
     if (!m_bus.registerService(name))
         return false;
@@ -85,10 +85,10 @@ QVariantMap MprisPlayer::metadata() const
 
 void MprisPlayer::setState(MprisState state)
 {
-    const QVariantMap before = m_interface->toldProperties();
+    const QVariantMap before = m_interface->notifiedProperties();
     m_state = std::move(state);
     QVariantMap changes;
-    const QVariantMap now = m_interface->toldProperties();
+    const QVariantMap now = m_interface->notifiedProperties();
     for (auto property = now.cbegin(); property != now.cend(); ++property) {
         if (before.value(property.key()) != property.value())
             changes.insert(property.key(), property.value());

@@ -12,8 +12,9 @@
 class MprisPlayerInterface;
 
 /**
- * One player on the bus in the terms of MPRIS 2, for phones, keyboards and desktops to read and to drive; there as long
- * as this is. Joining the bus and taking the name wait for the bus. Any one thread; its signals are what others ask for.
+ * A player on the session bus that other programs (phone remotes, media keys, desktops) can read and control by MPRIS
+ * 2. Registered while this object exists. The constructor blocks until the bus answers. Any one thread
+ * only. The signals are requests of other programs.
  */
 class MprisPlayer : public QObject
 {
@@ -22,11 +23,11 @@ class MprisPlayer : public QObject
 public:
     struct Application
     {
-        QString name;         ///< for people
-        QString desktopEntry; ///< name of its desktop file, without the ending
+        QString name;         ///< shown to users
+        QString desktopEntry; ///< name of the desktop file, without its suffix
     };
 
-    /** `position` answers in microseconds, on this object's thread. */
+    /** `position` returns microseconds; it is called on this object's thread. */
     MprisPlayer(QDBusConnection bus, Application application, std::function<qint64()> position,
                 QObject* parent = nullptr);
     ~MprisPlayer() override;
@@ -44,20 +45,20 @@ Q_SIGNALS:
     void pauseRequested();
     void playPauseRequested();
     void stopRequested();
-    void seekRequested(qint64 microseconds); ///< from where it plays
+    void seekRequested(qint64 microseconds); ///< relative to the current position
     void positionRequested(qint64 microseconds);
 
-    /** For whoever knows of a jump of the position to emit; it is told on the bus. */
+    /** Emitted by the owner when the position has jumped; sent on the bus as `Seeked`. */
     void seeked(qint64 microseconds);
 
 private:
-    bool takeName(const QString& name);
+    bool registerName(const QString& name);
 
     QDBusConnection m_bus;
     Application m_application;
     std::function<qint64()> m_position;
     QDBusObjectPath m_trackId;
     MprisState m_state;
-    MprisPlayerInterface* m_interface; ///< a child, as interfaces are
-    QString m_serviceName;             ///< what is on the bus for it, empty when both of its names were taken
+    MprisPlayerInterface* m_interface; ///< child of this object
+    QString m_serviceName;             ///< registered bus name; empty if both possible names were in use
 };

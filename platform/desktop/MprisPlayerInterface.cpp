@@ -7,7 +7,7 @@ MprisPlayerInterface::MprisPlayerInterface(MprisPlayer* player) : QDBusAbstractA
     connect(player, &MprisPlayer::seeked, this, &MprisPlayerInterface::Seeked);
 }
 
-QVariantMap MprisPlayerInterface::toldProperties() const
+QVariantMap MprisPlayerInterface::notifiedProperties() const
 {
     return {
         {u"PlaybackStatus"_s, playbackStatus()},
@@ -62,7 +62,7 @@ void MprisPlayerInterface::Seek(qlonglong Offset)
 
 void MprisPlayerInterface::SetPosition(const QDBusObjectPath& TrackId, qlonglong Position)
 {
-    // It may have been meant for the tape before this one.
+    // A wrong TrackId means that the request was for the previous tape.
     if (canSeek() && TrackId == m_player->trackId() && Position >= 0 && Position <= m_player->state().length)
         Q_EMIT m_player->positionRequested(Position);
 }

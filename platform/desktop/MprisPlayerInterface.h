@@ -4,7 +4,7 @@
 
 #include <QDBusAbstractAdaptor>
 
-/** `org.mpris.MediaPlayer2.Player`: what plays, and the ways to drive it. Made by the MprisPlayer, which owns it. */
+/** D-Bus interface `org.mpris.MediaPlayer2.Player`: playback state and control. Created and owned by MprisPlayer. */
 class MprisPlayerInterface : public QDBusAbstractAdaptor
 {
     Q_OBJECT
@@ -26,8 +26,8 @@ class MprisPlayerInterface : public QDBusAbstractAdaptor
 public:
     explicit MprisPlayerInterface(MprisPlayer* player);
 
-    /** The properties whose changes are told, under the names they have on the bus. */
-    QVariantMap toldProperties() const;
+    /** The properties, by their D-Bus names, whose changes are sent as `PropertiesChanged`. */
+    QVariantMap notifiedProperties() const;
 
     QString playbackStatus() const;
     QVariantMap metadata() const { return m_player->metadata(); }

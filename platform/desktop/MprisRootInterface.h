@@ -5,7 +5,7 @@
 #include <QDBusAbstractAdaptor>
 #include <QStringList>
 
-/** `org.mpris.MediaPlayer2`: which program this is. Made by the MprisPlayer, which owns it. */
+/** D-Bus interface `org.mpris.MediaPlayer2`: which program this is. Created and owned by MprisPlayer. */
 class MprisRootInterface : public QDBusAbstractAdaptor
 {
     Q_OBJECT

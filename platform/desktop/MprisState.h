@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/** What other programs are told about the player. A plain value; texts may be of any length, times are microseconds. */
+/** State of the player as published by MPRIS. Times are in microseconds; texts may have any length. */
 struct MprisState
 {
     enum class Playback { Playing, Paused, Stopped };
@@ -10,7 +10,7 @@ struct MprisState
     Playback playback = Playback::Stopped;
     bool canPlay = false;
     bool canSeek = false;
-    qint64 length = 0; ///< 0 while it is not known
+    qint64 length = 0; ///< 0 if unknown
     QString title;
     QString subtitle;
     QString description;

@@ -14,11 +14,11 @@ namespace {
 
 constexpr auto service = "org.freedesktop.ScreenSaver"_L1;
 
-/** The one that is written down, and the one of old. */
+/** Possible object paths: the specified one, and the one that older services use. */
 constexpr std::array paths{"/org/freedesktop/ScreenSaver"_L1, "/ScreenSaver"_L1};
 
-/** However late the answer, it is wanted: it carries what ends the inhibition. */
-constexpr int withoutLimit = std::numeric_limits<int>::max();
+/** Even a late answer is needed: it contains the cookie that ends the inhibition. */
+constexpr int noTimeout = std::numeric_limits<int>::max();
 
 QDBusMessage screenSaverCall(const QString& owner, int path, const QString& method, const QVariantList& arguments)
 {
@@ -27,7 +27,7 @@ QDBusMessage screenSaverCall(const QString& owner, int path, const QString& meth
     return call;
 }
 
-bool isElsewhere(const QDBusError& error)
+bool isUnknownTarget(const QDBusError& error)
 {
     return error.type() == QDBusError::UnknownObject || error.type() == QDBusError::UnknownInterface ||
            error.type() == QDBusError::UnknownMethod;
@@ -40,7 +40,7 @@ ScreenSaverInhibitor::ScreenSaverInhibitor(QDBusConnection bus, QString applicat
       m_watcher(service, m_bus)
 {
     connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
-            [this](const QString&, const QString& before, const QString& now) { ownerChanged(before, now); });
+            [this](const QString&, const QString& before, const QString& now) { onOwnerChanged(before, now); });
 }
 
 ScreenSaverInhibitor::~ScreenSaverInhibitor()
@@ -50,19 +50,19 @@ ScreenSaverInhibitor::~ScreenSaverInhibitor()
 
 void ScreenSaverInhibitor::inhibit()
 {
-    m_wanted = true;
+    m_isWanted = true;
     update();
 }
 
 void ScreenSaverInhibitor::allow()
 {
-    m_wanted = false;
+    m_isWanted = false;
     update();
 }
 
-void ScreenSaverInhibitor::ownerChanged(const QString& before, const QString& now)
+void ScreenSaverInhibitor::onOwnerChanged(const QString& before, const QString& now)
 {
-    if (m_holder == before)
+    if (m_serviceOwner == before)
         m_cookie.reset();
     m_ownerChanged = true;
     if (!now.isEmpty())
@@ -71,71 +71,71 @@ void ScreenSaverInhibitor::ownerChanged(const QString& before, const QString& no
 
 void ScreenSaverInhibitor::update()
 {
-    // On a bus that has gone, calls are not even answered by an error.
-    if (m_asking || !m_bus.isConnected())
+    // On a closed connection, calls do not even return an error.
+    if (m_isRequesting || !m_bus.isConnected())
         return;
-    if (m_wanted && !m_cookie)
-        ask();
-    else if (!m_wanted && m_cookie)
-        giveBack(m_holder, *std::exchange(m_cookie, std::nullopt));
+    if (m_isWanted && !m_cookie)
+        requestInhibition();
+    else if (!m_isWanted && m_cookie)
+        uninhibit(m_serviceOwner, *std::exchange(m_cookie, std::nullopt));
 }
 
-// The owner is asked by its unique name: only it knows the cookie, and Qt 6.8 no longer says who sent a reply.
-void ScreenSaverInhibitor::ask()
+// First asks for the service's unique name. UnInhibit must go to the same owner, because only it knows the cookie, and
+// since Qt 6.8 the sender of a reply is not available.
+void ScreenSaverInhibitor::requestInhibition()
 {
-    m_asking = true;
+    m_isRequesting = true;
     m_ownerChanged = false;
     QDBusMessage call = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
                                                        u"org.freedesktop.DBus"_s, u"GetNameOwner"_s);
     call.setArguments({QString(service)});
-    whenAnswered(m_bus.asyncCall(call), [this](const QDBusPendingCall& answer) { onOwnerKnown(answer); });
+    watch(m_bus.asyncCall(call), [this](const QDBusPendingCall& answer) { onOwnerKnown(answer); });
 }
 
 void ScreenSaverInhibitor::onOwnerKnown(const QDBusPendingReply<QString>& owner)
 {
     if (owner.isError()) {
-        m_asking = false;
+        m_isRequesting = false;
         if (m_ownerChanged)
             update();
         return;
     }
-    m_holder = owner.value();
-    const auto call = screenSaverCall(m_holder, m_path, u"Inhibit"_s, {m_application, m_reason});
-    whenAnswered(m_bus.asyncCall(call, withoutLimit), [this](const QDBusPendingCall& answer) { answered(answer); });
+    m_serviceOwner = owner.value();
+    const auto call = screenSaverCall(m_serviceOwner, m_path, u"Inhibit"_s, {m_application, m_reason});
+    watch(m_bus.asyncCall(call, noTimeout), [this](const QDBusPendingCall& answer) { onInhibitAnswered(answer); });
 }
 
-void ScreenSaverInhibitor::answered(const QDBusPendingReply<quint32>& answer)
+void ScreenSaverInhibitor::onInhibitAnswered(const QDBusPendingReply<quint32>& answer)
 {
-    m_asking = false;
+    m_isRequesting = false;
     if (!answer.isError()) {
         m_cookie = answer.value();
         update();
         return;
     }
-    const bool triesNext = isElsewhere(answer.error()) && size_t(m_path) + 1 < paths.size();
+    const bool triesNext = isUnknownTarget(answer.error()) && size_t(m_path) + 1 < paths.size();
     m_path = triesNext ? m_path + 1 : 0;
-    // Refused by whoever it is, it would be refused again; asked by nobody, whoever comes is asked then.
+    // A service that refuses is not asked again. If the owner has changed in the meantime, the new one is asked.
     if (triesNext || m_ownerChanged)
         update();
 }
 
-void ScreenSaverInhibitor::giveBack(const QString& holder, quint32 cookie)
+void ScreenSaverInhibitor::uninhibit(const QString& serviceOwner, quint32 cookie)
 {
-    const auto call = screenSaverCall(holder, m_path, u"UnInhibit"_s, {QVariant::fromValue(cookie)});
-    whenAnswered(m_bus.asyncCall(call, withoutLimit), {});
+    const auto call = screenSaverCall(serviceOwner, m_path, u"UnInhibit"_s, {QVariant::fromValue(cookie)});
+    watch(m_bus.asyncCall(call, noTimeout), {});
 }
 
-void ScreenSaverInhibitor::whenAnswered(const QDBusPendingCall& call,
-                                        std::function<void(const QDBusPendingCall&)> answered)
+void ScreenSaverInhibitor::watch(const QDBusPendingCall& call, std::function<void(const QDBusPendingCall&)> onAnswer)
 {
-    ++m_calls;
+    ++m_pendingCalls;
     auto* const watcher = new QDBusPendingCallWatcher(call, this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, answered = std::move(answered)] {
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, onAnswer = std::move(onAnswer)] {
         watcher->deleteLater();
-        --m_calls;
-        if (answered)
-            answered(*watcher);
-        if (m_calls == 0)
-            Q_EMIT settled();
+        --m_pendingCalls;
+        if (onAnswer)
+            onAnswer(*watcher);
+        if (m_pendingCalls == 0)
+            Q_EMIT becameIdle();
     });
 }

@@ -9,46 +9,46 @@
 #include <optional>
 
 /**
- * Keeps the screensaver and the blanking of the screen away, through whatever offers `org.freedesktop.ScreenSaver` on
- * the bus: there or not, late, slow or started again. Nothing here waits, and no failure is told, as there is nothing
- * that a viewer could do about it. Any one thread; destroying it ends the inhibition.
+ * Prevents the screensaver and screen blanking through the service `org.freedesktop.ScreenSaver` on the bus. The
+ * service may be missing, start late, be slow or restart. No call blocks. Errors are not reported, because the viewer
+ * could not do anything about them. Any one thread only. Destroying the object ends the inhibition.
  */
 class ScreenSaverInhibitor : public QObject
 {
     Q_OBJECT
 
 public:
-    /** Desktops show the application's name and the reason in a list of what inhibits. */
+    /** Desktops show the application's name and the reason in their list of inhibitors. */
     ScreenSaverInhibitor(QDBusConnection bus, QString application, QString reason, QObject* parent = nullptr);
     ~ScreenSaverInhibitor() override;
 
     void inhibit();
     void allow();
 
-    /** Whether every call so far has been answered. */
-    bool isSettled() const { return m_calls == 0; }
+    /** Whether no D-Bus call is pending. */
+    bool isIdle() const { return m_pendingCalls == 0; }
 
 Q_SIGNALS:
-    void settled();
+    void becameIdle();
 
 private:
-    void ownerChanged(const QString& before, const QString& now);
+    void onOwnerChanged(const QString& before, const QString& now);
     void update();
-    void ask();
+    void requestInhibition();
     void onOwnerKnown(const QDBusPendingReply<QString>& owner);
-    void answered(const QDBusPendingReply<quint32>& answer);
-    void giveBack(const QString& holder, quint32 cookie);
-    void whenAnswered(const QDBusPendingCall& call, std::function<void(const QDBusPendingCall&)> answered);
+    void onInhibitAnswered(const QDBusPendingReply<quint32>& answer);
+    void uninhibit(const QString& serviceOwner, quint32 cookie);
+    void watch(const QDBusPendingCall& call, std::function<void(const QDBusPendingCall&)> onAnswer);
 
     QDBusConnection m_bus;
     QString m_application;
     QString m_reason;
     QDBusServiceWatcher m_watcher;
-    bool m_wanted = false;
-    bool m_asking = false;           ///< an Inhibit is on its way
-    bool m_ownerChanged = false;     ///< since it was sent
-    int m_path = 0;                  ///< which of the object's customary paths to ask at
-    std::optional<quint32> m_cookie; ///< what the service gave for the inhibition
-    QString m_holder;                ///< the service that was asked, by its unique name
-    int m_calls = 0;                 ///< not answered yet
+    bool m_isWanted = false;
+    bool m_isRequesting = false;     ///< a request to inhibit is pending
+    bool m_ownerChanged = false;     ///< the service's owner has changed since that request
+    int m_path = 0;                  ///< index into the possible object paths
+    std::optional<quint32> m_cookie; ///< the service's id of the current inhibition
+    QString m_serviceOwner;          ///< unique bus name of the service that was asked
+    int m_pendingCalls = 0;
 };

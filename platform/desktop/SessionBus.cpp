@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 QString SessionBus::address()
 {
     const QString given = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
-    // That one would start a bus, which nobody else would be on.
+    // "autolaunch:" would start a new bus, to which no other program is connected.
     if (given.startsWith("autolaunch:"_L1))
         return {};
     if (!given.isEmpty())

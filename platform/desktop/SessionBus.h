@@ -2,10 +2,10 @@
 
 #include <QString>
 
-/** Where the viewer's session bus is. */
+/** Address of the user's session bus. */
 namespace SessionBus {
 
-/** As the environment or else the user's runtime folder has it; empty when there is none. None is ever started. */
+/** From DBUS_SESSION_BUS_ADDRESS or else the socket in XDG_RUNTIME_DIR; empty if there is none. Never starts a bus. */
 QString address();
 
 } // namespace SessionBus

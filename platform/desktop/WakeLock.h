@@ -6,14 +6,16 @@
 class DesktopLink;
 
 /**
- * No screensaver, no blanking of the screen and no sleep of the display for as long as this is there; for what is shown
- * and cannot be driven. Constructor and destructor do not block. Without a session bus the desktop is not told. Screen
- * thread; the screen that shows the picture owns it. The application object must outlive it.
+ * Prevents the screensaver, screen blanking and display sleep while it exists. For pictures without playback control,
+ * such as a live channel; a controllable player has a DesktopPresence instead. Without a session bus it only prevents
+ * display sleep. Constructor and destructor do not block.
+ *
+ * Screen thread only; the screen that shows the picture owns it. The application object must outlive it.
  */
 class WakeLock
 {
 public:
-    /** Desktops show `reason` in a list of what inhibits the screensaver. */
+    /** Desktops show `reason` in their list of programs that inhibit the screensaver. */
     explicit WakeLock(const QString& reason, const QString& busAddress = SessionBus::address());
     ~WakeLock();
     WakeLock(const WakeLock&) = delete;
@@ -21,5 +23,5 @@ public:
 
 private:
     IdleInhibitor m_idleInhibitor;
-    DesktopLink* m_link = nullptr; ///< its own owner, see there; none without a bus
+    DesktopLink* m_link = nullptr; ///< destroys itself after close(); null without a bus
 };

@@ -2,13 +2,13 @@
 
 #include <QObject>
 
-/** Whether the machine is connected to a network. It lives on the network thread. */
+/** Whether the machine is connected to a network. Lives on the network thread. */
 class Connectivity : public QObject
 {
     Q_OBJECT
 
 public:
-    /** False only when the system knows that it is not connected; true where nobody can tell. */
+    /** False only if the system reports that it is offline; true if the state is unknown. */
     virtual bool isOnline() = 0;
 
 Q_SIGNALS:

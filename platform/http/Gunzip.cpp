@@ -21,13 +21,13 @@ Gunzip::~Gunzip()
     inflateEnd(m_stream.get());
 }
 
-bool Gunzip::add(const QByteArray& packed, QByteArray& body, qint64 maxBytes)
+bool Gunzip::add(const QByteArray& compressed, QByteArray& body, qint64 maxBytes)
 {
-    m_stream->next_in = reinterpret_cast<Bytef*>(const_cast<char*>(packed.constData()));
-    m_stream->avail_in = uInt(packed.size());
-    while (m_stream->avail_in > 0 && body.size() <= maxBytes && m_state != State::Ignoring) {
-        if (m_state == State::BehindMember)
-            lookForNextMember();
+    m_stream->next_in = reinterpret_cast<Bytef*>(const_cast<char*>(compressed.constData()));
+    m_stream->avail_in = uInt(compressed.size());
+    while (m_stream->avail_in > 0 && body.size() <= maxBytes && m_state != State::IgnoringRest) {
+        if (m_state == State::AfterMember)
+            matchNextMember();
         else if (!inflateMember(body, maxBytes))
             return false;
     }
@@ -47,28 +47,29 @@ bool Gunzip::inflateMember(QByteArray& body, qint64 maxBytes)
             return false;
         body.append(chunk.data(), qsizetype(room - m_stream->avail_out));
         if (result == Z_STREAM_END) {
-            m_state = State::BehindMember;
-            m_matched = 0;
+            m_state = State::AfterMember;
+            m_matchedBytes = 0;
             return true;
         }
     } while (body.size() <= maxBytes && m_stream->avail_out == 0);
     return true;
 }
 
-/** Reads one byte. */
-void Gunzip::lookForNextMember()
+/** Compares one byte with the magic number of a next member, and starts that member once all of it was found. */
+void Gunzip::matchNextMember()
 {
-    static constexpr std::array<Bytef, 2> mark{0x1F, 0x8B};
+    static constexpr std::array<Bytef, 2> magic{0x1F, 0x8B};
     --m_stream->avail_in;
-    if (*m_stream->next_in++ != mark[m_matched]) {
-        m_state = State::Ignoring;
-    } else if (++m_matched == mark.size()) {
-        const uInt left = std::exchange(m_stream->avail_in, uInt(mark.size()));
-        z_const Bytef* const rest = std::exchange(m_stream->next_in, const_cast<Bytef*>(mark.data()));
+    if (*m_stream->next_in++ != magic[m_matchedBytes]) {
+        m_state = State::IgnoringRest;
+    } else if (++m_matchedBytes == magic.size()) {
+        // The magic number may have ended an earlier call of add(), so zlib is given a copy of it first.
+        const uInt restBytes = std::exchange(m_stream->avail_in, uInt(magic.size()));
+        z_const Bytef* const rest = std::exchange(m_stream->next_in, const_cast<Bytef*>(magic.data()));
         inflateReset(m_stream.get());
-        inflate(m_stream.get(), Z_NO_FLUSH); // of the mark alone, which unpacks to nothing
+        inflate(m_stream.get(), Z_NO_FLUSH); // decompresses to nothing
         m_stream->next_in = rest;
-        m_stream->avail_in = left;
+        m_stream->avail_in = restBytes;
         m_state = State::InMember;
     }
 }

@@ -5,8 +5,9 @@
 #include <memory>
 
 /**
- * Unpacks a gzip body piece by piece, which may consist of several members, one after the other. Whatever else follows a
- * member is ignored. The network access could do it, but takes a body cut short for a whole one. Any thread, one at a time.
+ * Incremental gzip decompression. The data may consist of several members; any other data after a member is ignored.
+ * QNetworkAccessManager is not used for this, because it accepts a truncated body as complete. Any thread; not
+ * thread-safe.
  */
 class Gunzip
 {
@@ -17,22 +18,22 @@ public:
     Gunzip& operator=(const Gunzip&) = delete;
 
     /**
-     * Unpacks `packed` onto the end of `body`, which grows no further than `maxBytes` and one; what is left then is
-     * not unpacked. False when it is not gzip.
+     * Appends the decompressed bytes to `body`. Stops when `body` has `maxBytes` + 1 bytes, so that the caller can
+     * detect the excess. False if the data is not valid gzip.
      */
-    bool add(const QByteArray& packed, QByteArray& body, qint64 maxBytes);
+    bool add(const QByteArray& compressed, QByteArray& body, qint64 maxBytes);
 
-    /** Whether the end of the packed body has been seen, with its checksum. */
-    bool isWhole() const { return m_state != State::InMember; }
+    /** Whether the last member has ended and its checksum was correct. */
+    bool isComplete() const { return m_state != State::InMember; }
 
 private:
     struct Stream;
-    enum class State { InMember, BehindMember, Ignoring };
+    enum class State { InMember, AfterMember, IgnoringRest };
 
     bool inflateMember(QByteArray& body, qint64 maxBytes);
-    void lookForNextMember();
+    void matchNextMember();
 
     std::unique_ptr<Stream> m_stream;
     State m_state = State::InMember;
-    std::size_t m_matched = 0; ///< bytes of the mark that a next member begins with
+    std::size_t m_matchedBytes = 0; ///< bytes of a next member's magic number that were found so far
 };

@@ -2,21 +2,21 @@
 
 #include "SystemConnectivity.h"
 
-HttpEngine::HttpEngine(QByteArray extraCertificates, std::unique_ptr<Connectivity> connectivity, Answer answer)
-    : m_extraCertificates(std::move(extraCertificates)), m_answer(std::move(answer)),
+HttpEngine::HttpEngine(QByteArray extraCertificates, std::unique_ptr<Connectivity> connectivity, ResultHandler onResult)
+    : m_extraCertificates(std::move(extraCertificates)), m_onResult(std::move(onResult)),
       m_connectivity(connectivity ? std::move(connectivity) : std::make_unique<SystemConnectivity>())
 {
-    // A child moves to the network thread with its parent.
+    // As a child it moves to the network thread together with this object.
     m_connectivity->setParent(this);
 }
 
 HttpEngine::~HttpEngine() = default;
 
-void HttpEngine::start(quint64 id, const HttpRequest& request, QDeadlineTimer overall)
+void HttpEngine::start(quint64 id, const HttpRequest& request, QDeadlineTimer deadline)
 {
     if (!m_session)
         m_session = std::make_unique<HttpSession>(m_extraCertificates, *m_connectivity);
-    auto exchange = std::make_unique<HttpExchange>(*m_session, request, overall,
+    auto exchange = std::make_unique<HttpExchange>(*m_session, request, deadline,
                                                    [this, id](HttpResult result) { finish(id, std::move(result)); });
     HttpExchange* const started = exchange.get();
     m_exchanges.emplace(id, std::move(exchange));
@@ -32,9 +32,9 @@ void HttpEngine::finish(quint64 id, HttpResult result)
 {
     const auto exchange = m_exchanges.find(id);
     if (exchange != m_exchanges.end()) {
-        // It is still on the call stack.
+        // Deleted later, because the exchange is on the call stack.
         exchange->second.release()->deleteLater();
         m_exchanges.erase(exchange);
     }
-    m_answer(id, std::move(result));
+    m_onResult(id, std::move(result));
 }

@@ -21,7 +21,7 @@ int statusOf(const QNetworkReply& reply)
     return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
 }
 
-/** One that the answer is yet to follow. */
+/** Whether this is the status of an interim response, which the final response follows. */
 bool isInterim(int status)
 {
     return status >= 100 && status <= 199;
@@ -32,7 +32,7 @@ bool isSuccess(int status)
     return status >= 200 && status <= 299;
 }
 
-/** Where the answer sends its reader; empty when it does not. */
+/** The URL that the response redirects to; empty if it is not a redirect. */
 QUrl redirectTarget(const QNetworkReply& reply)
 {
     constexpr std::array statuses{301, 302, 303, 305, 307, 308};
@@ -42,7 +42,7 @@ QUrl redirectTarget(const QNetworkReply& reply)
     return location.isValid() ? reply.url().resolved(location) : QUrl();
 }
 
-/** Whether the body is gzip. What else it may be was not asked for, and is judged by its reader. */
+/** Whether the body is gzip. Other encodings were not requested; such a body is passed on as it is. */
 bool isGzip(const QNetworkReply& reply)
 {
     QList<QByteArray> codings = reply.rawHeader("Content-Encoding").toLower().split(',');
@@ -51,7 +51,7 @@ bool isGzip(const QNetworkReply& reply)
     return codings == QList<QByteArray>{"gzip"} || codings == QList<QByteArray>{"x-gzip"};
 }
 
-/** The errors that a machine without a network gives. */
+/** Whether the error may mean that the machine is offline. */
 bool isNameOrRouteError(QNetworkReply::NetworkError error)
 {
     return error == QNetworkReply::HostNotFoundError || error == QNetworkReply::TemporaryNetworkFailureError ||
@@ -69,7 +69,7 @@ QString outcomeOf(const HttpResult& result)
         return u"too slow"_s;
     case HttpFailure::Kind::TooLarge:
         return u"too large"_s;
-    case HttpFailure::Kind::CutShort:
+    case HttpFailure::Kind::Truncated:
         return u"cut short"_s;
     case HttpFailure::Kind::Unreadable:
         return u"unreadable"_s;
@@ -79,35 +79,35 @@ QString outcomeOf(const HttpResult& result)
     return logging::withoutQueries(result.error().description);
 }
 
-QString platformWords(const char* text)
+QString qtErrorText(const char* text)
 {
     return QCoreApplication::translate("QHttp", text);
 }
 
 } // namespace
 
-HttpExchange::HttpExchange(HttpSession& session, HttpRequest request, QDeadlineTimer overall,
-                           std::function<void(HttpResult)> done)
-    : m_session(session), m_request(std::move(request)), m_overall(overall), m_done(std::move(done)),
+HttpExchange::HttpExchange(HttpSession& session, HttpRequest request, QDeadlineTimer deadline,
+                           std::function<void(HttpResult)> onFinished)
+    : m_session(session), m_request(std::move(request)), m_deadline(deadline), m_onFinished(std::move(onFinished)),
       m_url(m_request.url)
 {
     m_overallTimer.setSingleShot(true);
-    m_overallTimer.setTimerType(Qt::PreciseTimer); // a coarse one may end a minute three seconds early
+    m_overallTimer.setTimerType(Qt::PreciseTimer); // a coarse timer may end 60 s 3 s early
     m_waitTimer.setSingleShot(true);
     m_retryTimer.setSingleShot(true);
-    // Without NetworkManager the toolkit never tells that a network has come.
+    // Without NetworkManager, Qt does not report that the machine is online again.
     m_retryTimer.setInterval(retryInterval);
-    connect(&m_retryTimer, &QTimer::timeout, this, &HttpExchange::sendAgain);
+    connect(&m_retryTimer, &QTimer::timeout, this, &HttpExchange::retry);
     m_waitTimer.setTimerType(Qt::PreciseTimer);
     connect(&m_overallTimer, &QTimer::timeout, this, &HttpExchange::onOverallLimit);
-    connect(&m_waitTimer, &QTimer::timeout, this, [this] { finish(tl::unexpected(*m_unreached)); });
-    // Queued, so that whoever frees a line for its own next request has it first.
-    connect(&m_session, &HttpSession::lineFreed, this, &HttpExchange::sendOverFreeLine, Qt::QueuedConnection);
+    connect(&m_waitTimer, &QTimer::timeout, this, [this] { finish(tl::unexpected(*m_networkFailure)); });
+    // Queued, so that an exchange that frees its channel and sends again at once gets it before the others.
+    connect(&m_session, &HttpSession::channelFreed, this, &HttpExchange::sendOverFreeChannel, Qt::QueuedConnection);
 }
 
 HttpExchange::~HttpExchange()
 {
-    if (m_done)
+    if (m_onFinished)
         log(tl::unexpected(HttpFailure{HttpFailure::Kind::Cancelled, {}}));
     closeReply();
 }
@@ -115,33 +115,33 @@ HttpExchange::~HttpExchange()
 void HttpExchange::start()
 {
     if (m_request.cache == HttpRequest::Cache::Revalidate)
-        m_kept = m_session.answers().find(m_request.url);
-    m_overallTimer.start(std::chrono::milliseconds(m_overall.remainingTime()));
-    send(HttpLine::Way::KeptConnection);
+        m_cached = m_session.cache().find(m_request.url);
+    m_overallTimer.start(std::chrono::milliseconds(m_deadline.remainingTime()));
+    send(HttpChannel::Connection::Persistent);
 }
 
-void HttpExchange::send(HttpLine::Way way)
+void HttpExchange::send(HttpChannel::Connection connection)
 {
     m_body.clear();
     m_gunzip.reset();
-    m_way = m_session.sendsInterimStatus(m_url) ? HttpLine::Way::OwnConnection : way;
-    m_waitsForLine = true;
-    sendOverFreeLine();
+    m_connection = m_session.sendsInterimStatus(m_url) ? HttpChannel::Connection::Dedicated : connection;
+    m_waitsForChannel = true;
+    sendOverFreeChannel();
 }
 
-void HttpExchange::sendOverFreeLine()
+void HttpExchange::sendOverFreeChannel()
 {
-    HttpLine* const line = m_waitsForLine ? m_session.freeLine(m_url) : nullptr;
-    if (!line)
+    HttpChannel* const channel = m_waitsForChannel ? m_session.findFreeChannel(m_url) : nullptr;
+    if (!channel)
         return;
-    m_waitsForLine = false;
-    m_trustedSystem = m_session.trustsSystem();
-    m_line = line;
-    m_reply = m_session.get(*line, networkRequest(), m_way);
+    m_waitsForChannel = false;
+    m_sentWithSystemCertificates = m_session.trustsSystemCertificates();
+    m_channel = channel;
+    m_reply = m_session.get(*channel, networkRequest(), m_connection);
     m_reply->setReadBufferSize(readBufferBytes);
-    connect(m_reply, &QNetworkReply::metaDataChanged, this, &HttpExchange::readHead);
+    connect(m_reply, &QNetworkReply::metaDataChanged, this, &HttpExchange::onHeaders);
     connect(m_reply, &QNetworkReply::readyRead, this, &HttpExchange::readBody);
-    connect(m_reply, &QNetworkReply::finished, this, &HttpExchange::readEnd);
+    connect(m_reply, &QNetworkReply::finished, this, &HttpExchange::onReplyFinished);
 }
 
 QNetworkRequest HttpExchange::networkRequest() const
@@ -149,32 +149,32 @@ QNetworkRequest HttpExchange::networkRequest() const
     QNetworkRequest request(m_url);
     request.setTransferTimeout(int(m_request.inactivityLimit.count()));
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
-    // One protocol, so that what the tests see with a server's faults is what the set does.
+    // Always HTTP/1.1, so that tests with a faulty server exercise the protocol that is used in production.
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-    // Named here, gzip is left to this class to unpack.
+    // Setting this header explicitly turns off Qt's own decompression; this class decompresses.
     request.setRawHeader("Accept-Encoding", "gzip");
     if (m_request.cache == HttpRequest::Cache::Bypass) {
         request.setRawHeader("Cache-Control", "no-cache");
         request.setRawHeader("Pragma", "no-cache");
     } else if (sendsValidators()) {
-        if (!m_kept->etag.isEmpty())
-            request.setRawHeader("If-None-Match", m_kept->etag);
-        if (!m_kept->lastModified.isEmpty())
-            request.setRawHeader("If-Modified-Since", m_kept->lastModified);
+        if (!m_cached->etag.isEmpty())
+            request.setRawHeader("If-None-Match", m_cached->etag);
+        if (!m_cached->lastModified.isEmpty())
+            request.setRawHeader("If-Modified-Since", m_cached->lastModified);
     }
     return request;
 }
 
-void HttpExchange::readHead()
+void HttpExchange::onHeaders()
 {
     const int status = statusOf(*m_reply);
     if (isInterim(status))
-        return; // readEnd() judges it
+        return; // onReplyFinished() handles it
     const QUrl target = redirectTarget(*m_reply);
     if (!target.isEmpty())
         redirect(target);
     else if (!isSuccess(status) || m_request.body == HttpRequest::Body::Ignore)
-        answerWithoutBody(status);
+        finishWithoutBody(status);
 }
 
 void HttpExchange::redirect(const QUrl& target)
@@ -182,29 +182,29 @@ void HttpExchange::redirect(const QUrl& target)
     const bool leavesTls = m_url.scheme() == "https"_L1 && target.scheme() == "http"_L1;
     drainReply();
     if (target.scheme() != "https"_L1 && target.scheme() != "http"_L1) {
-        fail(HttpFailure::Kind::Network, platformWords("Unknown protocol specified"));
+        fail(HttpFailure::Kind::Network, qtErrorText("Unknown protocol specified"));
     } else if (leavesTls) {
-        fail(HttpFailure::Kind::Network, platformWords("Insecure redirect"));
+        fail(HttpFailure::Kind::Network, qtErrorText("Insecure redirect"));
     } else if (m_redirects == maxRedirects) {
-        fail(HttpFailure::Kind::Network, platformWords("Too many redirects"));
+        fail(HttpFailure::Kind::Network, qtErrorText("Too many redirects"));
     } else {
         ++m_redirects;
         m_url = target;
-        send(HttpLine::Way::KeptConnection);
+        send(HttpChannel::Connection::Persistent);
     }
 }
 
-/** A body that is broken, endless or of no use cannot change what its head says. */
-void HttpExchange::answerWithoutBody(int status)
+/** The status and headers decide the result. An invalid, endless or unwanted body is not read. */
+void HttpExchange::finishWithoutBody(int status)
 {
     drainReply();
     if (status == notModified && sendsValidators()) {
         constexpr int ok = 200;
-        finish(HttpResponse{ok, m_kept->body});
+        finish(HttpResponse{ok, m_cached->body});
         return;
     }
     if (m_request.cache == HttpRequest::Cache::Revalidate)
-        m_session.answers().drop(m_request.url);
+        m_session.cache().remove(m_request.url);
     finish(HttpResponse{status, {}});
 }
 
@@ -214,14 +214,15 @@ void HttpExchange::readBody()
         const QByteArray bytes = m_reply->read(readBufferBytes);
         if (bytes.isEmpty())
             return;
-        if (!unpack(bytes))
+        if (!appendToBody(bytes))
             fail(HttpFailure::Kind::Unreadable);
         else if (m_body.size() > m_request.maxBytes)
             fail(HttpFailure::Kind::TooLarge);
     }
 }
 
-bool HttpExchange::unpack(const QByteArray& bytes)
+/** Decompresses the bytes if needed. Returns false if they are not valid gzip. */
+bool HttpExchange::appendToBody(const QByteArray& bytes)
 {
     if (!m_gunzip && isGzip(*m_reply))
         m_gunzip.emplace();
@@ -231,41 +232,42 @@ bool HttpExchange::unpack(const QByteArray& bytes)
     return true;
 }
 
-void HttpExchange::readEnd()
+void HttpExchange::onReplyFinished()
 {
     readBody();
     if (!m_reply)
         return;
     const auto error = m_reply->error();
     const int status = statusOf(*m_reply);
-    // Newer network accesses skip most interim statuses and then do not tell of the one that was all the server sent.
-    const bool mayHaveSkipped = status == 0 && error == QNetworkReply::RemoteHostClosedError;
-    if (m_way == HttpLine::Way::KeptConnection && (isInterim(status) || mayHaveSkipped))
-        sendOverOwnConnection(status);
+    // Newer Qt releases skip most interim responses. If the server sends nothing else, they report only a closed
+    // connection.
+    const bool mayBeInterim = status == 0 && error == QNetworkReply::RemoteHostClosedError;
+    if (m_connection == HttpChannel::Connection::Persistent && (isInterim(status) || mayBeInterim))
+        retryOverDedicatedConnection(status);
     else if (isInterim(status))
-        answerWithoutBody(status);
-    else if (error != QNetworkReply::NoError) // also with a status, where the body was cut short
+        finishWithoutBody(status);
+    else if (error != QNetworkReply::NoError) // the status may be set all the same, if the body was truncated
         failWith(error);
-    else if (m_gunzip && !m_gunzip->isWhole())
-        fail(HttpFailure::Kind::CutShort);
+    else if (m_gunzip && !m_gunzip->isComplete())
+        fail(HttpFailure::Kind::Truncated);
     else
         succeed(status);
 }
 
-void HttpExchange::sendOverOwnConnection(int status)
+void HttpExchange::retryOverDedicatedConnection(int status)
 {
     if (isInterim(status))
-        m_session.rememberInterimStatus(m_url);
+        m_session.addInterimOrigin(m_url);
     closeReply();
-    send(HttpLine::Way::OwnConnection);
+    send(HttpChannel::Connection::Dedicated);
 }
 
 void HttpExchange::failWith(QNetworkReply::NetworkError error)
 {
-    if (error == QNetworkReply::OperationCanceledError) // not by this object, so by the transfer's own limit
+    if (error == QNetworkReply::OperationCanceledError) // this object disconnects before it aborts: a transfer timeout
         fail(HttpFailure::Kind::TimedOut);
-    else if (error == QNetworkReply::SslHandshakeFailedError && !m_trustedSystem)
-        sendAgainTrustingSystem();
+    else if (error == QNetworkReply::SslHandshakeFailedError && !m_sentWithSystemCertificates)
+        retryWithSystemCertificates();
     else if (isNameOrRouteError(error))
         waitForNetwork({HttpFailure::Kind::Network, m_reply->errorString()});
     else
@@ -276,18 +278,18 @@ void HttpExchange::succeed(int status)
 {
     if (m_request.cache == HttpRequest::Cache::Revalidate) {
         if (m_redirects > 0)
-            m_session.answers().drop(m_request.url);
+            m_session.cache().remove(m_request.url);
         else
-            m_session.answers().replace(m_request.url, *m_reply, status, m_body);
+            m_session.cache().update(m_request.url, *m_reply, status, m_body);
     }
     finish(HttpResponse{status, m_body});
 }
 
-void HttpExchange::sendAgainTrustingSystem()
+void HttpExchange::retryWithSystemCertificates()
 {
     closeReply();
-    m_session.trustSystem();
-    send(m_way);
+    m_session.trustSystemCertificates();
+    send(m_connection);
 }
 
 void HttpExchange::waitForNetwork(HttpFailure failure)
@@ -297,32 +299,32 @@ void HttpExchange::waitForNetwork(HttpFailure failure)
         finish(tl::unexpected(std::move(failure)));
         return;
     }
-    if (!m_unreached) {
-        connect(&m_session.connectivity(), &Connectivity::changed, this, &HttpExchange::sendAgainIfOnline);
+    if (!m_networkFailure) {
+        connect(&m_session.connectivity(), &Connectivity::changed, this, &HttpExchange::retryIfOnline);
         m_waitLimit.setRemainingTime(m_request.inactivityLimit);
     }
-    m_unreached = std::move(failure);
+    m_networkFailure = std::move(failure);
     m_waitTimer.start(std::chrono::milliseconds(m_waitLimit.remainingTime()));
     m_retryTimer.start();
 }
 
-void HttpExchange::sendAgainIfOnline()
+void HttpExchange::retryIfOnline()
 {
-    if (!m_reply && !m_waitsForLine && m_session.connectivity().isOnline())
-        sendAgain();
+    if (!m_reply && !m_waitsForChannel && m_session.connectivity().isOnline())
+        retry();
 }
 
-void HttpExchange::sendAgain()
+void HttpExchange::retry()
 {
     m_waitTimer.stop();
     m_retryTimer.stop();
-    send(m_way);
+    send(m_connection);
 }
 
 void HttpExchange::onOverallLimit()
 {
-    if (m_unreached && !m_reply)
-        finish(tl::unexpected(*m_unreached));
+    if (m_networkFailure && !m_reply)
+        finish(tl::unexpected(*m_networkFailure));
     else
         fail(HttpFailure::Kind::TimedOut);
 }
@@ -337,11 +339,11 @@ void HttpExchange::finish(HttpResult result)
     m_overallTimer.stop();
     m_waitTimer.stop();
     m_retryTimer.stop();
-    m_waitsForLine = false;
+    m_waitsForChannel = false;
     closeReply();
-    if (const auto done = std::exchange(m_done, {})) {
+    if (const auto onFinished = std::exchange(m_onFinished, {})) {
         log(result);
-        done(std::move(result));
+        onFinished(std::move(result));
     }
 }
 
@@ -349,16 +351,16 @@ void HttpExchange::log(const HttpResult& result) const
 {
     if (!logHttp().isInfoEnabled())
         return;
-    const qint64 taken = m_request.overallLimit.count() - m_overall.remainingTime();
-    qCInfo(logHttp).noquote().nospace() << "GET " << m_request.url.path() << ": " << outcomeOf(result) << ", " << taken
-                                        << " ms";
+    const qint64 elapsed = m_request.overallLimit.count() - m_deadline.remainingTime();
+    qCInfo(logHttp).noquote().nospace() << "GET " << m_request.url.path() << ": " << outcomeOf(result) << ", "
+                                        << elapsed << " ms";
 }
 
 void HttpExchange::drainReply()
 {
     m_reply->disconnect(this);
     m_reply = nullptr;
-    std::exchange(m_line, nullptr)->drain();
+    std::exchange(m_channel, nullptr)->drain();
 }
 
 void HttpExchange::closeReply()
@@ -367,5 +369,5 @@ void HttpExchange::closeReply()
         return;
     m_reply->disconnect(this);
     m_reply = nullptr;
-    std::exchange(m_line, nullptr)->release();
+    std::exchange(m_channel, nullptr)->release();
 }

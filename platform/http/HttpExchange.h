@@ -11,39 +11,43 @@
 #include <functional>
 
 /**
- * One request from its sending to its end, with its limits, its revalidation and its wait for the network.
- * It lives on the network thread, owned by the engine; destroying it aborts what is under way and reports nothing.
+ * Performs one GET: sends it, follows redirects, revalidates a cached response, enforces the limits, and waits for the
+ * network if the machine is offline. Lives on the network thread; the engine owns it. Destroying it aborts the request
+ * and reports nothing.
  */
 class HttpExchange : public QObject
 {
     Q_OBJECT
 
 public:
-    /** `overall` runs from the moment the request was made; `done` is called once, and may destroy this later only. */
-    HttpExchange(HttpSession& session, HttpRequest request, QDeadlineTimer overall,
-                 std::function<void(HttpResult)> done);
+    /**
+     * `deadline` is the end of the request's overall limit, which includes the time before start(). `onFinished` is
+     * called once; it must not destroy the exchange directly, only by deleteLater().
+     */
+    HttpExchange(HttpSession& session, HttpRequest request, QDeadlineTimer deadline,
+                 std::function<void(HttpResult)> onFinished);
     ~HttpExchange() override;
 
     void start();
 
 private:
-    void send(HttpLine::Way way);
-    void sendOverFreeLine();
+    void send(HttpChannel::Connection connection);
+    void sendOverFreeChannel();
     QNetworkRequest networkRequest() const;
-    bool sendsValidators() const { return m_kept && m_redirects == 0; }
-    void readHead();
+    bool sendsValidators() const { return m_cached && m_redirects == 0; }
+    void onHeaders();
     void redirect(const QUrl& target);
-    void answerWithoutBody(int status);
+    void finishWithoutBody(int status);
     void readBody();
-    bool unpack(const QByteArray& bytes);
-    void readEnd();
-    void sendOverOwnConnection(int status);
+    bool appendToBody(const QByteArray& bytes);
+    void onReplyFinished();
+    void retryOverDedicatedConnection(int status);
     void failWith(QNetworkReply::NetworkError error);
     void succeed(int status);
-    void sendAgainTrustingSystem();
+    void retryWithSystemCertificates();
     void waitForNetwork(HttpFailure failure);
-    void sendAgain();
-    void sendAgainIfOnline();
+    void retry();
+    void retryIfOnline();
     void onOverallLimit();
     void fail(HttpFailure::Kind kind, const QString& description = {});
     void finish(HttpResult result);
@@ -53,21 +57,21 @@ private:
 
     HttpSession& m_session;
     const HttpRequest m_request;
-    const QDeadlineTimer m_overall;
-    std::function<void(HttpResult)> m_done;
+    const QDeadlineTimer m_deadline;
+    std::function<void(HttpResult)> m_onFinished;
     QUrl m_url; ///< after the redirects so far
     int m_redirects = 0;
-    HttpLine* m_line = nullptr; ///< with its reply, while there is one
-    QNetworkReply* m_reply = nullptr;
-    HttpLine::Way m_way = HttpLine::Way::KeptConnection;
-    bool m_waitsForLine = false;
+    HttpChannel* m_channel = nullptr; ///< carries m_reply; null if there is no reply
+    QNetworkReply* m_reply = nullptr; ///< owned by m_channel
+    HttpChannel::Connection m_connection = HttpChannel::Connection::Persistent;
+    bool m_waitsForChannel = false;
     QByteArray m_body;
-    std::optional<Gunzip> m_gunzip;   ///< for a packed body, once its first bytes are there
-    std::optional<KeptAnswer> m_kept; ///< whose validators are sent
-    bool m_trustedSystem = false;     ///< when it was sent
+    std::optional<Gunzip> m_gunzip;            ///< set when the first bytes of a gzip body arrive
+    std::optional<CachedResponse> m_cached;    ///< its validators are sent with the request
+    bool m_sentWithSystemCertificates = false; ///< whether the system's certificates were trusted when it was sent
     QTimer m_overallTimer;
-    QTimer m_waitTimer;                     ///< for the network to come back
-    QTimer m_retryTimer;                    ///< tries it meanwhile, whatever the system says of it
-    QDeadlineTimer m_waitLimit;             ///< of all waits together, from the first
-    std::optional<HttpFailure> m_unreached; ///< why the network is waited for
+    QTimer m_waitTimer;                          ///< limits the wait for the network
+    QTimer m_retryTimer;                         ///< retries during the wait, even if the system still reports offline
+    QDeadlineTimer m_waitLimit;                  ///< end of all waits for the network together; set by the first one
+    std::optional<HttpFailure> m_networkFailure; ///< the failure that started the wait for the network
 };

@@ -4,56 +4,56 @@
 
 namespace {
 
-constexpr std::size_t mostLines = 6; // as many as browsers open to one server
+constexpr std::size_t maxChannels = 6; // as many as browsers open to one server
 
-/** Servers to remember something of; redirects may lead to any number of them. */
-constexpr qsizetype mostOrigins = 64;
+/** Bounds the memory used: redirects may lead to any number of servers. */
+constexpr qsizetype maxInterimOrigins = 64;
 
 } // namespace
 
 HttpSession::HttpSession(const QByteArray& extraCertificates, Connectivity& connectivity)
     : m_extraCertificates(QSslCertificate::fromData(extraCertificates, QSsl::Pem)), m_connectivity(connectivity),
-      m_tls(QSslConfiguration::defaultConfiguration()), m_trustsSystem(m_extraCertificates.isEmpty())
+      m_tls(QSslConfiguration::defaultConfiguration()), m_trustsSystemCertificates(m_extraCertificates.isEmpty())
 {
     m_tls.setProtocol(QSsl::TlsV1_2OrLater);
     if (!m_extraCertificates.isEmpty())
         m_tls.setCaCertificates(m_extraCertificates);
 }
 
-HttpLine* HttpSession::freeLine(const QUrl& url)
+HttpChannel* HttpSession::findFreeChannel(const QUrl& url)
 {
-    const QString origin = HttpLine::originOf(url);
-    const auto isFree = [](const auto& line) { return line->isFree(); };
-    const auto isConnected = [&](const auto& line) { return line->isFree() && line->origin() == origin; };
-    auto line = std::find_if(m_lines.begin(), m_lines.end(), isConnected);
-    if (line == m_lines.end())
-        line = std::find_if(m_lines.begin(), m_lines.end(), isFree);
-    if (line != m_lines.end())
-        return line->get();
-    if (m_lines.size() == mostLines)
+    const QString origin = HttpChannel::originOf(url);
+    const auto isFree = [](const auto& channel) { return channel->isFree(); };
+    const auto isConnected = [&](const auto& channel) { return channel->isFree() && channel->origin() == origin; };
+    auto channel = std::find_if(m_channels.begin(), m_channels.end(), isConnected);
+    if (channel == m_channels.end())
+        channel = std::find_if(m_channels.begin(), m_channels.end(), isFree);
+    if (channel != m_channels.end())
+        return channel->get();
+    if (m_channels.size() == maxChannels)
         return nullptr;
-    m_lines.push_back(std::make_unique<HttpLine>(m_cookies));
-    connect(m_lines.back().get(), &HttpLine::freed, this, &HttpSession::lineFreed);
-    return m_lines.back().get();
+    m_channels.push_back(std::make_unique<HttpChannel>(m_cookies));
+    connect(m_channels.back().get(), &HttpChannel::freed, this, &HttpSession::channelFreed);
+    return m_channels.back().get();
 }
 
-QNetworkReply* HttpSession::get(HttpLine& line, QNetworkRequest request, HttpLine::Way way)
+QNetworkReply* HttpSession::get(HttpChannel& channel, QNetworkRequest request, HttpChannel::Connection connection)
 {
     request.setSslConfiguration(m_tls);
-    return line.get(request, way);
+    return channel.get(request, connection);
 }
 
-void HttpSession::rememberInterimStatus(const QUrl& url)
+void HttpSession::addInterimOrigin(const QUrl& url)
 {
-    if (m_interimOrigins.size() == mostOrigins)
+    if (m_interimOrigins.size() == maxInterimOrigins)
         m_interimOrigins.clear();
-    m_interimOrigins.insert(HttpLine::originOf(url));
+    m_interimOrigins.insert(HttpChannel::originOf(url));
 }
 
-void HttpSession::trustSystem()
+void HttpSession::trustSystemCertificates()
 {
-    if (m_trustsSystem)
+    if (m_trustsSystemCertificates)
         return;
-    m_trustsSystem = true;
+    m_trustsSystemCertificates = true;
     m_tls.setCaCertificates(QSslConfiguration::systemCaCertificates() + m_extraCertificates);
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "AnswerStore.h"
 #include "Connectivity.h"
-#include "HttpLine.h"
+#include "HttpChannel.h"
+#include "ResponseCache.h"
 
 #include <QSet>
 #include <QSslCertificate>
@@ -12,46 +12,47 @@
 #include <vector>
 
 /**
- * What the exchanges of one client share. It lives on the network thread and outlives them.
+ * State shared by all exchanges of a client: channels, cache, cookies and trusted certificates. Lives on the network
+ * thread and outlives the exchanges.
  *
- * Naming a certificate ends the loading of the system's on demand, and loading them all takes a tenth of a second and
- * 3 MB, which a hub with an issuer of its own never needs. So the extra ones are trusted alone until a server is
- * refused by them, and then all together.
+ * Extra certificates are trusted alone at first. Once a server's certificate is rejected, the system's certificates are
+ * trusted as well. Reason: Qt loads system certificates on demand only if no certificates are set explicitly; loading
+ * all of them takes 0.1 s and 3 MB, which a hub with its own certificate authority does not need.
  */
 class HttpSession : public QObject
 {
     Q_OBJECT
 
 public:
-    /** `extraCertificates` may be empty: then the system's are trusted, on demand. */
+    /** `extraCertificates` is PEM. If it is empty, the system's certificates are trusted and loaded on demand. */
     HttpSession(const QByteArray& extraCertificates, Connectivity& connectivity);
 
-    AnswerStore& answers() { return m_answers; }
+    ResponseCache& cache() { return m_cache; }
     Connectivity& connectivity() { return m_connectivity; }
 
-    /** A line that is free, if possible one with a connection to the address's server; null when all are in use. */
-    HttpLine* freeLine(const QUrl& url);
+    /** A free channel, preferably one that is connected to the server of `url`; null if all are in use. */
+    HttpChannel* findFreeChannel(const QUrl& url);
 
-    /** Sends with the certificates that are trusted now. */
-    QNetworkReply* get(HttpLine& line, QNetworkRequest request, HttpLine::Way way);
+    /** Sends the request with the currently trusted certificates. */
+    QNetworkReply* get(HttpChannel& channel, QNetworkRequest request, HttpChannel::Connection connection);
 
-    /** Whether the address's server is known to send interim statuses that the network access does not skip. */
-    bool sendsInterimStatus(const QUrl& url) const { return m_interimOrigins.contains(HttpLine::originOf(url)); }
-    void rememberInterimStatus(const QUrl& url);
+    /** Whether the server of `url` is known to send interim responses that QNetworkAccessManager does not skip. */
+    bool sendsInterimStatus(const QUrl& url) const { return m_interimOrigins.contains(HttpChannel::originOf(url)); }
+    void addInterimOrigin(const QUrl& url);
 
-    bool trustsSystem() const { return m_trustsSystem; }
-    void trustSystem();
+    bool trustsSystemCertificates() const { return m_trustsSystemCertificates; }
+    void trustSystemCertificates();
 
 Q_SIGNALS:
-    void lineFreed();
+    void channelFreed();
 
 private:
     const QList<QSslCertificate> m_extraCertificates;
     Connectivity& m_connectivity;
-    AnswerStore m_answers;
+    ResponseCache m_cache;
     QSslConfiguration m_tls;
-    bool m_trustsSystem;
-    QSet<QString> m_interimOrigins;
+    bool m_trustsSystemCertificates;
+    QSet<QString> m_interimOrigins; ///< origins of the servers that send interim responses
     QNetworkCookieJar m_cookies;
-    std::vector<std::unique_ptr<HttpLine>> m_lines;
+    std::vector<std::unique_ptr<HttpChannel>> m_channels;
 };

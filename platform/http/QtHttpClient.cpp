@@ -15,7 +15,7 @@ HttpResult cancelled()
 
 HttpResult unknownScheme(const QUrl& url)
 {
-    // The words that the platform has for it; it would read a file: address itself.
+    // Qt's own error text. The scheme is checked here because QNetworkAccessManager would open file: URLs.
     return tl::unexpected(
         HttpFailure{HttpFailure::Kind::Network,
                     QCoreApplication::translate("QNetworkReply", "Protocol \"%1\" is unknown").arg(url.scheme())});
@@ -25,10 +25,10 @@ HttpResult unknownScheme(const QUrl& url)
 
 QtHttpClient::QtHttpClient(QByteArray extraCertificates, std::unique_ptr<Connectivity> connectivity)
 {
-    const auto answer = [this](Id id, HttpResult result) {
+    const auto onResult = [this](Id id, HttpResult result) {
         m_receiver.post([this, id, result = std::move(result)] { resolve(id, result); });
     };
-    m_engine = new HttpEngine(std::move(extraCertificates), std::move(connectivity), answer);
+    m_engine = new HttpEngine(std::move(extraCertificates), std::move(connectivity), onResult);
     m_engine->moveToThread(&m_thread);
     m_thread.setObjectName(u"network"_s);
     QObject::connect(&m_thread, &QThread::finished, m_engine, &QObject::deleteLater);
@@ -43,14 +43,14 @@ QtHttpClient::~QtHttpClient()
     } else {
         delete m_engine;
     }
-    // One at a time: each resumes a coroutine that may cancel others.
-    while (!m_waiting.isEmpty())
-        resolve(m_waiting.cbegin().key(), cancelled());
+    // Looked up anew each time: resolve() resumes a coroutine, which may cancel other requests.
+    while (!m_pending.isEmpty())
+        resolve(m_pending.cbegin().key(), cancelled());
 }
 
-QCoro::Task<HttpResult> QtHttpClient::get(HttpRequest request, CancelToken token)
+QCoro::Task<HttpResult> QtHttpClient::get(HttpRequest request, std::stop_token token)
 {
-    if (m_isClosing || token.isCancelled())
+    if (m_isClosing || token.stop_requested())
         co_return cancelled();
     const QString scheme = request.url.scheme();
     if (scheme != u"https" && scheme != u"http")
@@ -58,10 +58,10 @@ QCoro::Task<HttpResult> QtHttpClient::get(HttpRequest request, CancelToken token
 
     const Id id = m_nextId++;
     const Completion<HttpResult> completion;
-    m_waiting.insert(id, completion);
+    m_pending.insert(id, completion);
     send(id, request);
-    // It goes with this frame, which ends before the client does.
-    const auto registration = token.onCancel([this, id] { cancel(id); });
+    // Unregistered when this coroutine ends, which is before the client is destroyed.
+    const std::stop_callback registration(token, [this, id] { cancel(id); });
     co_return co_await completion;
 }
 
@@ -69,8 +69,8 @@ void QtHttpClient::send(Id id, const HttpRequest& request)
 {
     if (!m_thread.isRunning())
         m_thread.start();
-    const QDeadlineTimer overall(request.overallLimit);
-    m_engine->post([engine = m_engine, id, request, overall] { engine->start(id, request, overall); });
+    const QDeadlineTimer deadline(request.overallLimit);
+    m_engine->post([engine = m_engine, id, request, deadline] { engine->start(id, request, deadline); });
 }
 
 void QtHttpClient::cancel(Id id)
@@ -82,8 +82,8 @@ void QtHttpClient::cancel(Id id)
 
 void QtHttpClient::resolve(Id id, HttpResult result)
 {
-    // A cancelled request's answer may still be under way.
-    if (!m_waiting.contains(id))
+    // The result of a cancelled request may still arrive.
+    if (!m_pending.contains(id))
         return;
-    m_waiting.take(id).resolve(std::move(result));
+    m_pending.take(id).resolve(std::move(result));
 }

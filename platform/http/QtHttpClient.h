@@ -1,9 +1,9 @@
 #pragma once
 
+#include "CallQueue.h"
 #include "Completion.h"
 #include "Connectivity.h"
 #include "HttpClient.h"
-#include "Mailbox.h"
 
 #include <QHash>
 #include <QThread>
@@ -13,23 +13,23 @@
 class HttpEngine;
 
 /**
- * HTTP over QNetworkAccessManager, which lives on a network thread of its own: loading certificates, TLS and
- * decompression never hold up the screen thread. The thread starts with the first request. Answers to be revalidated
- * are kept in memory only (8 MiB). Screen thread only; its destructor waits for the network thread.
+ * HttpClient built on QNetworkAccessManager. Certificates, TLS and decompression run on a network thread, so that they
+ * never block the screen thread. The thread starts with the first request. Responses are cached for revalidation, in
+ * memory only (8 MiB). Screen thread only; the destructor waits for the network thread.
  */
 class QtHttpClient : public HttpClient
 {
 public:
     /**
-     * `extraCertificates` (PEM, may be empty) are trusted beside the system's. `connectivity` says whether the system
-     * is online; it is moved to the network thread and none stands for the system's own word.
+     * `extraCertificates` (PEM, may be empty) are trusted in addition to the system's. `connectivity` reports whether
+     * the machine is online and is moved to the network thread; null means SystemConnectivity.
      */
     explicit QtHttpClient(QByteArray extraCertificates = {}, std::unique_ptr<Connectivity> connectivity = {});
     ~QtHttpClient() override;
     QtHttpClient(const QtHttpClient&) = delete;
     QtHttpClient& operator=(const QtHttpClient&) = delete;
 
-    QCoro::Task<HttpResult> get(HttpRequest request, CancelToken token) override;
+    QCoro::Task<HttpResult> get(HttpRequest request, std::stop_token token) override;
 
 private:
     using Id = quint64;
@@ -38,9 +38,9 @@ private:
     void cancel(Id id);
     void resolve(Id id, HttpResult result);
 
-    Mailbox m_receiver;             ///< where the network thread posts its answers
+    CallQueue m_receiver;           ///< delivers results from the network thread to the screen thread
     HttpEngine* m_engine = nullptr; ///< lives on m_thread, which deletes it
-    QHash<Id, Completion<HttpResult>> m_waiting;
+    QHash<Id, Completion<HttpResult>> m_pending;
     Id m_nextId = 0;
     bool m_isClosing = false;
     QThread m_thread;

@@ -11,8 +11,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/** The words that the network access has for the same errors. */
-QString words(const char* text)
+/** The text, translated, that QNetworkAccessManager uses for the same error. */
+QString qtErrorText(const char* text)
 {
     return QCoreApplication::translate("QHttp", text);
 }
@@ -30,7 +30,7 @@ QByteArray requestBytes(const QNetworkRequest& request)
     const QByteArray root = url.path().isEmpty() ? "/" : "";
     QByteArray bytes = "GET " + root + url.toEncoded(target) + " HTTP/1.1\r\n";
     bytes += "Host: " + url.adjusted(QUrl::RemoveUserInfo).authority(QUrl::FullyEncoded).toLatin1() + "\r\n";
-    // Those that the network access adds.
+    // The headers that QNetworkAccessManager adds.
     bytes += "Accept-Language: en,*\r\nUser-Agent: Mozilla/5.0\r\n";
     const QList<QByteArray> names = request.rawHeaderList();
     for (const QByteArray& name : names)
@@ -38,7 +38,7 @@ QByteArray requestBytes(const QNetworkRequest& request)
     return bytes + "Connection: close\r\n\r\n";
 }
 
-/** The system's proxy where it lets any bytes through, else none. */
+/** The system's proxy if it can tunnel any TCP connection, otherwise no proxy. */
 QNetworkProxy proxyFor(const QUrl& url)
 {
     const QList<QNetworkProxy> proxies = QNetworkProxyFactory::proxyForQuery(QNetworkProxyQuery(url));
@@ -56,18 +56,18 @@ SocketReply::SocketReply(const QNetworkRequest& request, QObject* parent) : QNet
     setOperation(QNetworkAccessManager::GetOperation);
     QNetworkReply::open(QIODevice::ReadOnly);
 
-    m_inactivity.setSingleShot(true);
-    m_inactivity.setTimerType(Qt::PreciseTimer);
-    m_inactivity.setInterval(request.transferTimeout());
-    connect(&m_inactivity, &QTimer::timeout, this, &SocketReply::abort);
+    m_inactivityTimer.setSingleShot(true);
+    m_inactivityTimer.setTimerType(Qt::PreciseTimer);
+    m_inactivityTimer.setInterval(request.transferTimeout());
+    connect(&m_inactivityTimer, &QTimer::timeout, this, &SocketReply::abort);
     const bool encrypted = isEncrypted(url());
-    connect(&m_socket, encrypted ? &QSslSocket::encrypted : &QSslSocket::connected, this, &SocketReply::send);
-    connect(&m_socket, &QSslSocket::readyRead, this, &SocketReply::onBytes);
-    connect(&m_socket, &QSslSocket::disconnected, this, &SocketReply::onEnd);
+    connect(&m_socket, encrypted ? &QSslSocket::encrypted : &QSslSocket::connected, this, &SocketReply::sendRequest);
+    connect(&m_socket, &QSslSocket::readyRead, this, &SocketReply::onReadyRead);
+    connect(&m_socket, &QSslSocket::disconnected, this, &SocketReply::onDisconnected);
     connect(&m_socket, &QSslSocket::errorOccurred, this, &SocketReply::onSocketError);
-    // An error in the very call would come before anybody listens.
-    QMetaObject::invokeMethod(this, &SocketReply::open, Qt::QueuedConnection);
-    m_inactivity.start();
+    // Queued, because an immediate error would be emitted before the caller connects to the signals.
+    QMetaObject::invokeMethod(this, &SocketReply::connectToServer, Qt::QueuedConnection);
+    m_inactivityTimer.start();
 }
 
 SocketReply::~SocketReply()
@@ -75,7 +75,7 @@ SocketReply::~SocketReply()
     m_socket.disconnect(this);
 }
 
-void SocketReply::open()
+void SocketReply::connectToServer()
 {
     if (isFinished())
         return;
@@ -90,7 +90,7 @@ void SocketReply::open()
         m_socket.connectToHost(host, quint16(url().port(httpPort)));
 }
 
-void SocketReply::send()
+void SocketReply::sendRequest()
 {
     m_socket.write(requestBytes(request()));
 }
@@ -100,43 +100,46 @@ void SocketReply::abort()
     finish(OperationCanceledError, tr("Operation canceled"));
 }
 
-void SocketReply::onBytes()
+void SocketReply::onReadyRead()
 {
     if (isFinished())
         return;
-    m_inactivity.start();
-    const bool hadHead = m_parser.status() > 0;
+    m_inactivityTimer.start();
+    const bool hadHeaders = m_parser.status() > 0;
     m_parser.add(m_socket.readAll());
     m_body += m_parser.takeBody();
-    if (!hadHead && m_parser.status() > 0)
-        showHead();
+    if (!hadHeaders && m_parser.status() > 0)
+        publishHeaders();
     if (!isFinished() && !m_body.isEmpty())
         Q_EMIT readyRead();
     if (isFinished())
         return;
-    if (m_parser.isBroken())
-        showBrokenAnswer();
-    else if (m_parser.isWhole())
+    if (m_parser.hasFailed())
+        finishWithoutFinalResponse();
+    else if (m_parser.isComplete())
         finish();
 }
 
-void SocketReply::onEnd()
+void SocketReply::onDisconnected()
 {
-    onBytes();
+    onReadyRead();
     if (isFinished())
         return;
     m_parser.end();
-    if (m_parser.isBroken())
-        showBrokenAnswer();
+    if (m_parser.hasFailed())
+        finishWithoutFinalResponse();
     else
         finish();
 }
 
-/** What the server sent is no answer, or the beginning of one: unless an interim status came, which then stands for it. */
-void SocketReply::showBrokenAnswer()
+/**
+ * The server sent no complete response. Reports the interim status if there was one and nothing else, otherwise an
+ * error.
+ */
+void SocketReply::finishWithoutFinalResponse()
 {
     if (m_parser.status() > 0 || m_parser.interimStatus() == 0) {
-        finish(RemoteHostClosedError, words("Connection closed"));
+        finish(RemoteHostClosedError, qtErrorText("Connection closed"));
         return;
     }
     setAttribute(QNetworkRequest::HttpStatusCodeAttribute, m_parser.interimStatus());
@@ -147,15 +150,15 @@ void SocketReply::onSocketError(QAbstractSocket::SocketError error)
 {
     switch (error) {
     case QAbstractSocket::RemoteHostClosedError:
-        break; // which onEnd() judges
+        break; // onDisconnected() decides whether the response is complete
     case QAbstractSocket::HostNotFoundError:
-        finish(HostNotFoundError, words("Host %1 not found").arg(url().host()));
+        finish(HostNotFoundError, qtErrorText("Host %1 not found").arg(url().host()));
         break;
     case QAbstractSocket::ConnectionRefusedError:
-        finish(ConnectionRefusedError, words("Connection refused"));
+        finish(ConnectionRefusedError, qtErrorText("Connection refused"));
         break;
     case QAbstractSocket::SslHandshakeFailedError:
-        finish(SslHandshakeFailedError, words("SSL handshake failed") + u": "_s + m_socket.errorString());
+        finish(SslHandshakeFailedError, qtErrorText("SSL handshake failed") + u": "_s + m_socket.errorString());
         break;
     default:
         finish(UnknownNetworkError, m_socket.errorString());
@@ -163,7 +166,7 @@ void SocketReply::onSocketError(QAbstractSocket::SocketError error)
     }
 }
 
-void SocketReply::showHead()
+void SocketReply::publishHeaders()
 {
     setAttribute(QNetworkRequest::HttpStatusCodeAttribute, m_parser.status());
     for (const auto& [name, value] : m_parser.headers())
@@ -176,10 +179,10 @@ void SocketReply::finish(NetworkError error, const QString& description)
     if (isFinished())
         return;
     setFinished(true);
-    m_inactivity.stop();
+    m_inactivityTimer.stop();
     if (error != NoError)
         setError(error, description);
-    // Nothing is expected of it any more, and closing it is not told as an error.
+    // Disconnected first, so that closing the socket is not reported as an error.
     m_socket.disconnect(this);
     m_socket.abort();
     Q_EMIT finished();

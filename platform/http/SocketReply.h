@@ -1,21 +1,22 @@
 #pragma once
 
-#include "AnswerParser.h"
+#include "ResponseParser.h"
 
 #include <QNetworkReply>
 #include <QSslSocket>
 #include <QTimer>
 
 /**
- * One GET over a connection of its own, closed at its end. Unlike the network access of Qt 6.4 it skips interim statuses;
- * where nothing follows one, that is the status of the answer. Redirects are not followed. Network thread only.
+ * One GET over a connection of its own, which is closed afterwards. Skips interim responses (1xx), which
+ * QNetworkAccessManager of Qt 6.4 does not. If no final response follows, reports the interim status. Does not follow
+ * redirects. Network thread only.
  */
 class SocketReply : public QNetworkReply
 {
     Q_OBJECT
 
 public:
-    /** Of the request's attributes only the TLS configuration and the transfer timeout count. */
+    /** Uses the request's URL, raw headers, TLS configuration and transfer timeout; ignores all attributes. */
     explicit SocketReply(const QNetworkRequest& request, QObject* parent = nullptr);
 
     ~SocketReply() override;
@@ -28,17 +29,17 @@ protected:
     qint64 readData(char* data, qint64 maxBytes) override;
 
 private:
-    void open();
-    void send();
-    void onBytes();
+    void connectToServer();
+    void sendRequest();
+    void onReadyRead();
     void onSocketError(QAbstractSocket::SocketError error);
-    void onEnd();
-    void showHead();
-    void showBrokenAnswer();
+    void onDisconnected();
+    void publishHeaders();
+    void finishWithoutFinalResponse();
     void finish(NetworkError error = NoError, const QString& description = {});
 
     QSslSocket m_socket;
-    QTimer m_inactivity;
-    AnswerParser m_parser;
-    QByteArray m_body;
+    QTimer m_inactivityTimer;
+    ResponseParser m_parser;
+    QByteArray m_body; ///< decoded bytes that have not been read yet
 };

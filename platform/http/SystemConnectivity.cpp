@@ -6,7 +6,7 @@ bool SystemConnectivity::isOnline()
 {
     if (!m_isLoaded) {
         m_isLoaded = true;
-        // The default back end fails where no NetworkManager runs; the glib one reads the routes itself.
+        // The default backend fails if NetworkManager does not run. The glib backend reads the routes itself.
         if (QNetworkInformation::loadBackendByName(u"glib") || QNetworkInformation::loadDefaultBackend())
             m_information = QNetworkInformation::instance();
         if (m_information)

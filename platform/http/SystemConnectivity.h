@@ -4,13 +4,16 @@
 
 class QNetworkInformation;
 
-/** The system's own word, by whatever tells it (a network monitor need not run). It lives on the network thread. */
+/**
+ * The system's state, from any available QNetworkInformation backend; NetworkManager is not needed. Network thread
+ * only.
+ */
 class SystemConnectivity : public Connectivity
 {
 public:
     bool isOnline() override;
 
 private:
-    QNetworkInformation* m_information = nullptr; ///< one for the process, Qt's own
+    QNetworkInformation* m_information = nullptr; ///< Qt's singleton; null if no backend could be loaded
     bool m_isLoaded = false;
 };

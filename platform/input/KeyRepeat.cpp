@@ -8,24 +8,24 @@ using std::chrono::milliseconds;
 
 namespace {
 
-constexpr milliseconds firstStep = 400ms; // after the press
-constexpr milliseconds slowPace = 125ms;
+constexpr milliseconds firstDelay = 400ms; // after the press
+constexpr milliseconds slowInterval = 125ms;
 constexpr milliseconds fastFrom = 2000ms; // after the press
-constexpr milliseconds fastPace = 40ms;
+constexpr milliseconds fastInterval = 40ms;
 
-/** The step at or after `held`, the time since the press, of the steps begun at `from`, one each `pace`. */
-constexpr milliseconds stepFrom(milliseconds held, milliseconds from, milliseconds pace)
+/** The first step at or after `held`, of steps every `interval` from `from` on. All are times since the press. */
+constexpr milliseconds stepFrom(milliseconds held, milliseconds from, milliseconds interval)
 {
-    return from + std::max(0ms, (held - from + pace - 1ms) / pace * pace);
+    return from + std::max(0ms, (held - from + interval - 1ms) / interval * interval);
 }
 
-/** When the next step falls due after one at `held`; all are times since the press. */
+/** Time of the next step after one at `held`, both since the press. */
 constexpr milliseconds stepAfter(milliseconds held)
 {
-    // A late step is not followed hard by the next one, so half a pace lies between at least.
+    // After a late step, the next one comes at least half an interval later.
     if (held >= fastFrom)
-        return stepFrom(held + fastPace / 2, fastFrom, fastPace);
-    return std::min(stepFrom(held + slowPace / 2, firstStep, slowPace), fastFrom);
+        return stepFrom(held + fastInterval / 2, fastFrom, fastInterval);
+    return std::min(stepFrom(held + slowInterval / 2, firstDelay, slowInterval), fastFrom);
 }
 
 } // namespace
@@ -34,9 +34,9 @@ KeyRepeat::KeyRepeat(Clock& clock, std::function<void()> step) : m_clock(clock),
 
 void KeyRepeat::press()
 {
-    m_pressed = m_clock.elapsed();
-    m_next = m_pressed + firstStep;
-    waitForNext();
+    m_pressedAt = m_clock.elapsed();
+    m_nextAt = m_pressedAt + firstDelay;
+    startTimer();
 }
 
 void KeyRepeat::release()
@@ -46,23 +46,23 @@ void KeyRepeat::release()
 
 void KeyRepeat::resume()
 {
-    waitForNext();
+    startTimer();
 }
 
-void KeyRepeat::waitForNext()
+void KeyRepeat::startTimer()
 {
-    m_timer = m_clock.after(m_next - m_clock.elapsed(), [this] { letInputPass(); });
+    m_timer = m_clock.after(m_nextAt - m_clock.elapsed(), [this] { deferStep(); });
 }
 
-/** After a slow frame the timer fires before the release that came meanwhile is read; one without delay fires after. */
-void KeyRepeat::letInputPass()
+/** After a slow frame, the timer may fire before a pending release is processed. A timer of 0 ms fires after it. */
+void KeyRepeat::deferStep()
 {
     m_timer = m_clock.after(0ms, [this] { step(); });
 }
 
 void KeyRepeat::step()
 {
-    m_next = m_pressed + stepAfter(m_clock.elapsed() - m_pressed);
-    waitForNext();
+    m_nextAt = m_pressedAt + stepAfter(m_clock.elapsed() - m_pressedAt);
+    startTimer();
     m_step();
 }

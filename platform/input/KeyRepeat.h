@@ -7,32 +7,32 @@
 #include <memory>
 
 /**
- * The steps of a held button: the first 400 ms after the press, then 8 a second, and 25 a second once it has been held
- * for 2 s. A step is made only when no other event waits, so that none follows a release, however slow the screen is;
- * steps that were missed meanwhile are dropped. Screen thread only; its owner outlives it, and so does the clock.
+ * Auto-repeat of a held button: the first step 400 ms after the press, then 8 steps a second, and 25 a second from 2
+ * seconds on. A step is delivered only when no other event is pending, so that none follows the release, however slow
+ * rendering is. Steps missed in that time are dropped. Screen thread only; its owner and the clock outlive it.
  */
 class KeyRepeat
 {
 public:
     KeyRepeat(Clock& clock, std::function<void()> step);
 
-    /** A button is held from now on. */
+    /** A button was pressed: starts the repeat. */
     void press();
 
-    /** No button is held any more. */
+    /** The button was released: stops the repeat. */
     void release();
 
-    /** The release before was none: the button has been held all along. */
+    /** Continues the repeat: the last release was part of the system's auto-repeat, the button is still held. */
     void resume();
 
 private:
-    void waitForNext();
-    void letInputPass();
+    void startTimer();
+    void deferStep();
     void step();
 
     Clock& m_clock;
     std::function<void()> m_step;
-    std::chrono::milliseconds m_pressed{0}; ///< when, on the clock
-    std::chrono::milliseconds m_next{0};    ///< when the next step falls due
+    std::chrono::milliseconds m_pressedAt{0}; ///< clock time of the press
+    std::chrono::milliseconds m_nextAt{0};    ///< clock time of the next step
     std::unique_ptr<Clock::Timer> m_timer;
 };

@@ -6,14 +6,14 @@ namespace {
 
 using enum RemoteButton;
 
-// The kernel's key code + 8, as X11, Wayland and the bare display all deliver it.
+// Scan code of a kernel key code: X11, Wayland and the console all add 8.
 constexpr quint32 scan(quint32 keyCode)
 {
     return keyCode + 8;
 }
 
 constexpr RemoteKey keys[] = {
-    // A play/pause key and a play key both arrive as MediaPlay on X11 and Wayland: only the scan code tells them apart.
+    // On X11 and Wayland, both play/pause and play arrive as MediaPlay; only their scan codes differ.
     {Qt::Key_MediaPlay, scan(164), PlayPause}, // KEY_PLAYPAUSE
     {Qt::Key_MediaPlay, 0, Play},
     {Qt::Key_MediaTogglePlayPause, 0, PlayPause},
@@ -49,7 +49,7 @@ constexpr RemoteKey keys[] = {
     {Qt::Key_PageUp, 0, PageUp},
     {Qt::Key_PageDown, 0, PageDown},
 
-    // Keys without a keysym arrive with their scan code alone.
+    // Keys without a keysym have only a scan code.
     {0, scan(352), Select},      // KEY_OK
     {0, scan(353), Select},      // KEY_SELECT
     {0, scan(158), Back},        // KEY_BACK

@@ -4,7 +4,7 @@
 
 #include <span>
 
-/** The buttons of a remote control, whatever wire, air or bus they come over. */
+/** The buttons of a remote control, whichever way they are received. */
 enum class RemoteButton {
     None,
     Select,
@@ -29,29 +29,29 @@ enum class RemoteButton {
     PageDown
 };
 
-/** One way in which a button arrives. */
+/** A key that means a button. */
 struct RemoteKey
 {
-    int key;          ///< Qt::Key; 0 for a key without a meaning of its own, told by the scan code alone
+    int key;          ///< Qt::Key; 0 for a key that Qt does not know, identified by the scan code alone
     quint32 scanCode; ///< native scan code, the kernel's key code + 8; 0 for any
     RemoteButton button;
 };
 
-/** What each button is handed on as: one Qt key a button. */
+/** The one Qt key that is sent to the window for a button. */
 struct CanonicalKey
 {
     RemoteButton button;
-    int key;             ///< Qt::Key
-    bool actsOnceAPress; ///< a held button does not repeat
+    int key;            ///< Qt::Key
+    bool ignoresRepeat; ///< no auto-repeat while the button is held
 };
 
-/** Every way in which a button arrives; the first row that fits counts. */
+/** All keys that mean a button; the first matching row wins. */
 std::span<const RemoteKey> remoteKeys();
 
 std::span<const CanonicalKey> canonicalKeys();
 
-/** The button behind a key event, None when it is no remote button. */
+/** The button of a key event; None if it is not a remote button. */
 RemoteButton remoteButton(int key, quint32 scanCode);
 
-/** The row of a button, nothing for None. */
+/** The row of a button; null for None. */
 const CanonicalKey* canonicalKey(RemoteButton button);

@@ -9,16 +9,16 @@
 
 namespace {
 
-// Milliseconds. Both halves of a repeat bear one time, and no system repeats faster than this.
-constexpr quint64 longestGap = 1;
-constexpr quint64 shortestRepeat = 20;
-// How long the second half may follow in a piece of its own; nobody feels it.
-constexpr std::chrono::milliseconds patience{10};
+// Milliseconds. The release and the press of a repeat have the same time, and no system repeats faster than this.
+constexpr quint64 maxRepeatGap = 1;
+constexpr quint64 minRepeatInterval = 20;
+// How long to wait for the press of a repeat if it arrives separately; too short to notice.
+constexpr std::chrono::milliseconds releaseDelay{10};
 
 } // namespace
 
 RemoteInput::RemoteInput(QWindow* window, Clock& clock)
-    : QObject(window), m_window(window), m_clock(clock), m_repeat(clock, [this] { makeStep(); })
+    : QObject(window), m_window(window), m_clock(clock), m_repeat(clock, [this] { sendRepeat(); })
 {
     window->installEventFilter(this);
 }
@@ -28,8 +28,8 @@ bool RemoteInput::eventFilter(QObject* watched, QEvent* event)
     if (watched != m_window)
         return false;
     if (event->type() == QEvent::FocusOut)
-        letGo();
-    if (m_handingOn || (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease))
+        releaseHeld();
+    if (m_isSending || (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease))
         return false;
     const auto& key = static_cast<const QKeyEvent&>(*event);
     const CanonicalKey* const canonical = canonicalKey(remoteButton(key.key(), key.nativeScanCode()));
@@ -44,14 +44,14 @@ bool RemoteInput::translate(const QKeyEvent& event, const CanonicalKey& canonica
         release(event, canonical);
         return true;
     }
-    const bool goesOn = isRepeat(event, canonical.button);
+    const bool repeats = isRepeat(event, canonical.button);
     m_pressedAt = event.timestamp();
-    if (!goesOn) {
+    if (!repeats) {
         press(canonical);
-        handOn(QEvent::KeyPress, canonical.key, event.text());
-    } else if (canonical.button == m_held || canonical.button == m_told) {
+        sendKey(QEvent::KeyPress, canonical.key, event.text());
+    } else if (canonical.button == m_held || canonical.button == m_sentRelease) {
         m_held = canonical.button;
-        m_letGo.reset();
+        m_releaseTimer.reset();
         m_repeat.resume();
     }
     return true;
@@ -59,8 +59,8 @@ bool RemoteInput::translate(const QKeyEvent& event, const CanonicalKey& canonica
 
 void RemoteInput::press(const CanonicalKey& canonical)
 {
-    letGo();
-    if (canonical.actsOnceAPress)
+    releaseHeld();
+    if (canonical.ignoresRepeat)
         return;
     m_held = canonical.button;
     m_repeat.press();
@@ -71,46 +71,46 @@ void RemoteInput::release(const QKeyEvent& event, const CanonicalKey& canonical)
     m_released = canonical.button;
     m_releasedAt = event.timestamp();
     if (canonical.button != m_held) {
-        handOn(QEvent::KeyRelease, canonical.key);
+        sendKey(QEvent::KeyRelease, canonical.key);
         return;
     }
-    // It may be the first half of a repeat: it is told when the second half has not come, and is the held one till then.
+    // This may be the release of a repeat. It is sent only if no press follows; until then the button counts as held.
     m_repeat.release();
-    m_letGo = m_clock.after(patience, [this, held = m_held] {
-        letGo();
-        m_told = held; // the second half may come even later
+    m_releaseTimer = m_clock.after(releaseDelay, [this, held = m_held] {
+        releaseHeld();
+        m_sentRelease = held; // the press of the repeat may come even later
     });
 }
 
-/** Ends the repeats; after a loss of the focus the release will go to another window. */
-void RemoteInput::letGo()
+/** Ends the repeat and sends the release. After focus is lost, another window gets the real release. */
+void RemoteInput::releaseHeld()
 {
-    m_letGo.reset();
+    m_releaseTimer.reset();
     m_repeat.release();
-    m_told = RemoteButton::None;
+    m_sentRelease = RemoteButton::None;
     if (const CanonicalKey* const canonical = canonicalKey(std::exchange(m_held, RemoteButton::None)))
-        handOn(QEvent::KeyRelease, canonical->key);
+        sendKey(QEvent::KeyRelease, canonical->key);
 }
 
 /**
- * X11 repeats a held key as releases and presses at one and the same time, which Qt recognises only when it finds both
- * in its queue: on a busy machine they pass for a new press.
+ * X11 repeats a held key as a release and a press with the same time. Qt recognises a repeat only if both are in its
+ * queue; on a busy machine they look like a new press.
  */
 bool RemoteInput::isRepeat(const QKeyEvent& press, RemoteButton button) const
 {
-    return press.timestamp() > 0 && button == m_released && press.timestamp() - m_releasedAt <= longestGap &&
-           m_releasedAt - m_pressedAt >= shortestRepeat;
+    return press.timestamp() > 0 && button == m_released && press.timestamp() - m_releasedAt <= maxRepeatGap &&
+           m_releasedAt - m_pressedAt >= minRepeatInterval;
 }
 
-void RemoteInput::makeStep()
+void RemoteInput::sendRepeat()
 {
     if (const CanonicalKey* const canonical = canonicalKey(m_held))
-        handOn(QEvent::KeyPress, canonical->key, {}, true);
+        sendKey(QEvent::KeyPress, canonical->key, {}, true);
 }
 
-void RemoteInput::handOn(QEvent::Type type, int key, const QString& text, bool isRepeat)
+void RemoteInput::sendKey(QEvent::Type type, int key, const QString& text, bool isRepeat)
 {
-    const QScopedValueRollback guard(m_handingOn, true);
+    const QScopedValueRollback guard(m_isSending, true);
     QKeyEvent event(type, key, Qt::NoModifier, text, isRepeat);
     QCoreApplication::sendEvent(m_window, &event);
 }

@@ -10,11 +10,11 @@ class QKeyEvent;
 class QWindow;
 
 /**
- * Turns whatever a remote sends to a window into one Qt key a button, before anything else sees it. A held select, back
- * or play/pause acts once; other held buttons repeat by the set's own clock, at one pace whatever the system's is: each
- * step is a press with `isAutoRepeat()`. The first press keeps its text, which tells a return key from a select button.
- * Keys that are no remote button pass untouched, with the system's repeats.
- * Screen thread only; the window owns it; the clock outlives it.
+ * Translates the keys of a remote that a window receives into one Qt key per button, before any other handler sees
+ * them. Select, Back and play/pause act once per press. Other buttons repeat while held, at the program's own rate on
+ * every system; each repeat is a press with `isAutoRepeat()`. The first press keeps its text, which distinguishes the
+ * Return key from a Select button. Keys that are not remote buttons pass unchanged, with the system's repeats. Screen
+ * thread only; owned by the window; the clock outlives it.
  */
 class RemoteInput : public QObject
 {
@@ -29,19 +29,19 @@ private:
     bool translate(const QKeyEvent& event, const CanonicalKey& canonical);
     void press(const CanonicalKey& canonical);
     void release(const QKeyEvent& event, const CanonicalKey& canonical);
-    void letGo();
+    void releaseHeld();
     bool isRepeat(const QKeyEvent& press, RemoteButton button) const;
-    void makeStep();
-    void handOn(QEvent::Type type, int key, const QString& text = {}, bool isRepeat = false);
+    void sendRepeat();
+    void sendKey(QEvent::Type type, int key, const QString& text = {}, bool isRepeat = false);
 
     QWindow* m_window;
     Clock& m_clock;
     KeyRepeat m_repeat;
-    RemoteButton m_held = RemoteButton::None;     ///< the one that repeats, or would but for its latest release
-    std::unique_ptr<Clock::Timer> m_letGo;        ///< its release waits to be told, as it may be none
-    RemoteButton m_told = RemoteButton::None;     ///< was held until its release was told, which may have been none
-    RemoteButton m_released = RemoteButton::None; ///< the latest to be released
-    quint64 m_pressedAt = 0;                      ///< when it was pressed, in milliseconds
-    quint64 m_releasedAt = 0;                     ///< and released
-    bool m_handingOn = false;
+    RemoteButton m_held = RemoteButton::None;        ///< button held down, also while its release is pending
+    std::unique_ptr<Clock::Timer> m_releaseTimer;    ///< delays the release of m_held, which may be part of a repeat
+    RemoteButton m_sentRelease = RemoteButton::None; ///< button whose release was sent last; a late repeat resumes it
+    RemoteButton m_released = RemoteButton::None;    ///< button released last
+    quint64 m_pressedAt = 0;                         ///< time of the latest press, in milliseconds
+    quint64 m_releasedAt = 0;                        ///< time of the latest release, in milliseconds
+    bool m_isSending = false;
 };

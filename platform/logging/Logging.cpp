@@ -4,7 +4,7 @@
 
 using namespace Qt::StringLiterals;
 
-// Below their threshold of critical messages they are silent until a rule asks for them.
+// The threshold QtCriticalMsg keeps the categories silent until a logging rule enables them.
 Q_LOGGING_CATEGORY(logDisplay, "quillmere.display", QtCriticalMsg)
 Q_LOGGING_CATEGORY(logFocus, "quillmere.focus", QtCriticalMsg)
 Q_LOGGING_CATEGORY(logHttp, "quillmere.http", QtCriticalMsg)
@@ -13,9 +13,9 @@ Q_LOGGING_CATEGORY(logPlayback, "quillmere.playback", QtCriticalMsg)
 Q_LOGGING_CATEGORY(logScreen, "quillmere.screen", QtCriticalMsg)
 Q_LOGGING_CATEGORY(logVideo, "quillmere.video", QtCriticalMsg)
 
-void logging::prepare()
+void logging::silenceLibraries()
 {
-    // Qt reads the rules of the environment after these.
+    // Rules from the environment (QT_LOGGING_RULES) override these.
     QLoggingCategory::setFilterRules(u"default.warning=false\nqt.*.warning=false"_s);
 }
 

@@ -4,7 +4,7 @@
 #include <QStringList>
 
 /**
- * Path of one of the set's plug-ins, such as "quillmere-video.so": in the first of `folders` that has it, else beside the
- * executable, else in the installation's folder of libraries; empty if it is nowhere. Any thread.
+ * Path of one of the program's plug-ins, such as "quillmere-video.so"; empty if it is not found. Searches `folders`,
+ * then the executable's folder, then the installation's plug-in folder. Thread-safe.
  */
 QString pluginFile(const QString& name, const QStringList& folders = {});

@@ -2,13 +2,13 @@
 
 #include "Completion.h"
 
-/** Switches the display off and on. Neither call waits for the display. Screen thread only. */
+/** Switches the display off and on. The calls do not block. Screen thread only. */
 class DisplayPower
 {
 public:
     virtual ~DisplayPower() = default;
 
     virtual void switchOff() = 0;
-    /** Resolved when the display is on, or cannot be switched on: what is drawn before may never be shown. */
+    /** Resolved when the display is on or cannot be switched on. Frames drawn before that may never be shown. */
     virtual Completion<bool> switchOn() = 0;
 };

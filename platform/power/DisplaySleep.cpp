@@ -14,11 +14,13 @@ using std::chrono::milliseconds;
 
 namespace {
 
-/** The black picture is on screen before the output goes off: some outputs stay on or come back by themselves. */
+/** Time to show the black picture before the output goes off: some outputs stay on or switch on again by themselves. */
 constexpr milliseconds timeToDraw = 500ms;
 
-/** X11 repeats a held key as releases and presses with one time stamp, which Qt does not always recognise. */
-constexpr quint64 longestGap = 1; // milliseconds
+/**
+ * X11 repeats a held key as pairs of release and press with equal time stamps. Qt does not always detect the repeat.
+ */
+constexpr quint64 maxRepeatGap = 1; // milliseconds
 
 milliseconds unitOf(QStringView name)
 {
@@ -33,8 +35,8 @@ DisplaySleep::DisplaySleep(QWindow& window, Clock& clock, DisplayPower& power, m
     : m_window(window), m_clock(clock), m_power(power), m_delay(delay)
 {
     m_window.installEventFilter(this);
-    connect(&IdleInhibitors::all(), &IdleInhibitors::anyChanged, this, &DisplaySleep::onInhibition);
-    if (!IdleInhibitor::isAny())
+    connect(&IdleInhibitors::instance(), &IdleInhibitors::activeChanged, this, &DisplaySleep::onInhibition);
+    if (!IdleInhibitor::isAnyActive())
         restart();
 }
 
@@ -56,7 +58,7 @@ bool DisplaySleep::eventFilter(QObject* watched, QEvent* event)
     case QEvent::KeyRelease:
         return onKey(static_cast<const QKeyEvent&>(*event));
     case QEvent::FocusOut:
-        m_wakingKey.reset(); // its release goes elsewhere
+        m_wakingKey.reset(); // another window gets its release
         return false;
     default:
         return false;
@@ -71,7 +73,7 @@ bool DisplaySleep::isWakingKey(const QKeyEvent& event) const
                                       : m_wakingKey->key == event.key();
 }
 
-/** Whether the event is kept from the window, as it belongs to the key that wakes the display. */
+/** Whether to hide the event from the window, because it belongs to the key press that woke the display. */
 bool DisplaySleep::onKey(const QKeyEvent& event)
 {
     const bool isPress = event.type() == QEvent::KeyPress;
@@ -90,7 +92,7 @@ bool DisplaySleep::onKey(const QKeyEvent& event)
         return true;
     }
     const bool isRepeat = event.isAutoRepeat() || m_releasedAt == 0 ||
-                          (event.timestamp() > 0 && event.timestamp() - m_releasedAt <= longestGap);
+                          (event.timestamp() > 0 && event.timestamp() - m_releasedAt <= maxRepeatGap);
     if (isRepeat)
         m_releasedAt = 0;
     else
@@ -119,7 +121,7 @@ void DisplaySleep::startTimer(milliseconds delay)
     m_timer = m_clock.after(delay, [this] { onTimeout(); });
 }
 
-/** Keys only note their time; the timer is moved when it fires. */
+/** Keys only update m_idleSince. The timer is extended here, when it fires. */
 void DisplaySleep::onTimeout()
 {
     const milliseconds left = m_idleSince + m_delay - m_clock.elapsed();
@@ -146,18 +148,18 @@ void DisplaySleep::wake()
     m_isAsleep = false;
     qCInfo(logDisplay) << "awake";
     m_timer.reset();
-    if (!IdleInhibitor::isAny())
+    if (!IdleInhibitor::isAnyActive())
         restart();
-    showAgain();
+    finishWaking();
 }
 
-QCoro::Task<> DisplaySleep::showAgain()
+QCoro::Task<> DisplaySleep::finishWaking()
 {
-    const CancelToken token = m_tasks.token();
+    const std::stop_token token = m_tasks.token();
     if (std::exchange(m_isOff, false)) {
         const auto isOn = m_power.switchOn();
         co_await isOn;
     }
-    if (!token.isCancelled() && !m_isAsleep)
+    if (!token.stop_requested() && !m_isAsleep)
         Q_EMIT asleepChanged(false);
 }

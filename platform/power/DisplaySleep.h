@@ -14,12 +14,12 @@ class QKeyEvent;
 class QWindow;
 
 /**
- * Switches the display off when no key has been pressed and nothing has played for some time, and on again with the next
- * key or when something plays. The key that wakes the display reaches nothing else: neither its press, nor its repeats,
- * nor its release.
+ * Switches the display off after a period without key presses and without playback. Switches it on again at the next
+ * key press or when playback starts. The window does not receive the key that wakes the display: neither its press, nor
+ * its repeats, nor its release.
  *
- * It filters the window's events and must be created before the window's RemoteInput, so that it sees the keys that
- * RemoteInput sends. Screen thread only; its owner destroys it before the window, the clock and the display power.
+ * It is an event filter of the window. It must be created before the window's RemoteInput, so that it sees the keys
+ * that RemoteInput sends. Screen thread only; must be destroyed before the window, the clock and the display power.
  */
 class DisplaySleep : public QObject
 {
@@ -30,18 +30,18 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-    /** "20min", "90s", "1h" or a bare number of minutes; nothing if it is none of these. Zero means never. */
+    /** Parses "20min", "90s", "1h" or a plain number of minutes; nullopt for other texts. Zero means never. */
     static std::optional<std::chrono::milliseconds> parseDelay(const QString& text);
 
 Q_SIGNALS:
-    /** Asleep, the window shows black and draws nothing more; it is awake again once the display is on. */
+    /** true: the window must show black and draw nothing more. false: emitted once the display is on again. */
     void asleepChanged(bool asleep);
 
 private:
     struct Key
     {
-        int key = 0;          ///< Qt::Key, which other keys held beside it may change
-        quint32 scanCode = 0; ///< 0 if unknown
+        int key = 0;          ///< Qt::Key; may differ between press and release if a modifier changes
+        quint32 scanCode = 0; ///< identifies the physical key; 0 if unknown
     };
 
     bool isWakingKey(const QKeyEvent& event) const;
@@ -52,17 +52,17 @@ private:
     void onTimeout();
     void sleep();
     void wake();
-    QCoro::Task<> showAgain();
+    QCoro::Task<> finishWaking();
 
     QWindow& m_window;
     Clock& m_clock;
     DisplayPower& m_power;
     std::chrono::milliseconds m_delay;
-    std::chrono::milliseconds m_idleSince{0}; ///< on the clock
-    std::unique_ptr<Clock::Timer> m_timer;    ///< none while something plays
-    bool m_isAsleep = false;
-    bool m_isOff = false;
-    std::optional<Key> m_wakingKey; ///< woke the display and may still be held
-    quint64 m_releasedAt = 0;       ///< time of its last release, in milliseconds; 0 while it is held
+    std::chrono::milliseconds m_idleSince{0}; ///< time of the last key or end of playback, on m_clock
+    std::unique_ptr<Clock::Timer> m_timer;    ///< null while something plays
+    bool m_isAsleep = false;                  ///< the window shows black
+    bool m_isOff = false;                     ///< the display has been switched off
+    std::optional<Key> m_wakingKey;           ///< woke the display and may still be held down
+    quint64 m_releasedAt = 0; ///< time stamp of its last release, in milliseconds; 0 while it is held down
     TaskScope m_tasks;
 };

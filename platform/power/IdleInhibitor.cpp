@@ -2,29 +2,29 @@
 
 namespace {
 
-int inhibitors = 0;
+int inhibitorCount = 0;
 
 } // namespace
 
 IdleInhibitor::IdleInhibitor()
 {
-    if (++inhibitors == 1)
-        Q_EMIT IdleInhibitors::all().anyChanged(true);
+    if (++inhibitorCount == 1)
+        Q_EMIT IdleInhibitors::instance().activeChanged(true);
 }
 
 IdleInhibitor::~IdleInhibitor()
 {
-    if (--inhibitors == 0)
-        Q_EMIT IdleInhibitors::all().anyChanged(false);
+    if (--inhibitorCount == 0)
+        Q_EMIT IdleInhibitors::instance().activeChanged(false);
 }
 
-bool IdleInhibitor::isAny()
+bool IdleInhibitor::isAnyActive()
 {
-    return inhibitors > 0;
+    return inhibitorCount > 0;
 }
 
-IdleInhibitors& IdleInhibitors::all()
+IdleInhibitors& IdleInhibitors::instance()
 {
-    static IdleInhibitors all;
-    return all;
+    static IdleInhibitors inhibitors;
+    return inhibitors;
 }

@@ -3,8 +3,8 @@
 #include <QObject>
 
 /**
- * While at least one exists, the display does not sleep: something plays. Screen thread only; its owner decides how long
- * it lives.
+ * Prevents display sleep while at least one instance exists. Exists while something plays. Screen thread only;
+ * its owner may destroy it at any time.
  */
 class IdleInhibitor
 {
@@ -14,17 +14,17 @@ public:
     IdleInhibitor(const IdleInhibitor&) = delete;
     IdleInhibitor& operator=(const IdleInhibitor&) = delete;
 
-    static bool isAny();
+    static bool isAnyActive();
 };
 
-/** Reports the first inhibitor and the end of the last one. There is one a process. Screen thread only. */
+/** Singleton that reports when the first IdleInhibitor is created and the last one destroyed. Screen thread only. */
 class IdleInhibitors : public QObject
 {
     Q_OBJECT
 
 public:
-    static IdleInhibitors& all();
+    static IdleInhibitors& instance();
 
 Q_SIGNALS:
-    void anyChanged(bool isAny);
+    void activeChanged(bool isActive);
 };

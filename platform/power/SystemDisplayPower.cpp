@@ -15,7 +15,7 @@ class SystemDisplayPower::Display
 public:
     explicit Display(QString stateFile) : m_stateFile(std::move(stateFile)) {}
 
-    void note(const char* state) const
+    void writeState(const char* state) const
     {
         QFile file(m_stateFile);
         if (!m_stateFile.isEmpty() && file.open(QIODevice::WriteOnly | QIODevice::Truncate))
@@ -24,7 +24,7 @@ public:
 
     void switchOff()
     {
-        note("off\n");
+        writeState("off\n");
         if (!m_outputs)
             m_outputs.reset(create());
         m_outputsAreOff = m_outputs && m_outputs->switchOff();
@@ -54,7 +54,7 @@ SystemDisplayPower::SystemDisplayPower(const QString& stateFile) : m_display(std
 {
     if (!stateFile.isEmpty()) {
         m_worker.run([display = m_display] {
-            display->note("on\n");
+            display->writeState("on\n");
             return true;
         });
     }
@@ -84,7 +84,7 @@ Completion<bool> SystemDisplayPower::switchOn()
     m_isOff = false;
     return m_worker.run([display = m_display] {
         display->switchOn();
-        display->note("on\n");
+        display->writeState("on\n");
         return true;
     });
 }

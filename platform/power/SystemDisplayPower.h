@@ -6,17 +6,17 @@
 #include <QString>
 
 /**
- * The machine's display: the outputs of the Wayland compositor or the X server, through a plug-in that is loaded when they
- * are first switched off. It also notes "on" or "off" in a file for other programs, "on" from the beginning. Without a
- * way to switch the outputs only the file is written.
+ * Switches the outputs of the Wayland compositor or the X server, through a plug-in that is loaded at the first
+ * switchOff(). Also writes "on" or "off" to a state file for other programs; the constructor writes "on". If the
+ * outputs cannot be switched, only the file is written.
  *
- * All of it happens on a background thread, which the destructor waits for. Destroyed while the outputs are off, it
- * switches them on and leaves the file as it is: the program ends, which is no reason to wake a television.
+ * The work is done on a background thread; the destructor waits for it. If the outputs are off, the destructor switches
+ * them on but leaves "off" in the file, so that the end of the program does not wake a television over HDMI-CEC.
  */
 class SystemDisplayPower : public DisplayPower
 {
 public:
-    /** No file if `stateFile` is empty. */
+    /** Writes no file if `stateFile` is empty. */
     explicit SystemDisplayPower(const QString& stateFile);
     ~SystemDisplayPower() override;
 
@@ -26,7 +26,7 @@ public:
 private:
     class Display;
 
-    std::shared_ptr<Display> m_display; ///< used by the background thread alone
+    std::shared_ptr<Display> m_display; ///< used on the background thread only
     Worker m_worker;
     bool m_isOff = false;
 };

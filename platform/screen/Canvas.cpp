@@ -8,19 +8,19 @@ Canvas::Canvas(QQuickItem* parent) : QQuickItem(parent)
 {
     setSize(points);
     setTransformOrigin(TopLeft);
-    follow(parent);
+    connectTo(parent);
 }
 
 void Canvas::itemChange(ItemChange change, const ItemChangeData& data)
 {
     if (change == ItemParentHasChanged)
-        follow(data.item);
+        connectTo(data.item);
     else if (change == ItemDevicePixelRatioHasChanged)
         fit();
     QQuickItem::itemChange(change, data);
 }
 
-void Canvas::follow(QQuickItem* parent)
+void Canvas::connectTo(QQuickItem* parent)
 {
     for (const auto& connection : std::as_const(m_connections))
         disconnect(connection);
@@ -38,7 +38,7 @@ void Canvas::fit()
     if (space.isEmpty())
         return;
     const double factor = std::min(space.width() / points.width(), space.height() / points.height());
-    // Whole device pixels, so that what is painted for the canvas lies on them too.
+    // Aligned to whole device pixels, so that art painted for the canvas is aligned too.
     const double ratio = window() ? window()->effectiveDevicePixelRatio() : 1.0;
     const auto whole = [ratio](double length) { return std::floor(length * ratio) / ratio; };
     setScale(factor);

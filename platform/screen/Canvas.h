@@ -3,14 +3,14 @@
 #include <QQuickItem>
 
 /**
- * The fixed drawing area of 1920 by 1080 points on which every screen is laid out, scaled by one factor to its parent
- * and centred in it. Screen thread only; its parent item owns it.
+ * The layout area of every screen: 1920 by 1080 points, scaled uniformly to fit its parent and centred in it.
+ * Screen thread only; owned by its parent item.
  */
 class Canvas : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
-    /** What the viewer sees of the plane of the canvas, in its points: the canvas and what is left free beside it. */
+    /** The whole area of the parent, in canvas points: the canvas and the margins beside it. */
     Q_PROPERTY(QRectF visibleArea READ visibleArea NOTIFY visibleAreaChanged FINAL)
 
 public:
@@ -27,7 +27,7 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData& data) override;
 
 private:
-    void follow(QQuickItem* parent);
+    void connectTo(QQuickItem* parent);
     void fit();
 
     QRectF m_visibleArea{QPointF(), points};

@@ -7,8 +7,8 @@ ChangedPoint::ChangedPoint(QQuickItem* parent) : QQuickItem(parent)
 {
     setFlag(ItemHasContents);
     setSize({1, 1});
-    setZ(1); // what is covered is not drawn
-    // Later than this moment a change would ask for the next frame.
+    setZ(1); // covered items are not drawn
+    // A change made later than this signal would request the next frame.
     connect(window(), &QQuickWindow::beforeRendering, this, &ChangedPoint::markChanged, Qt::DirectConnection);
     connect(
         window(), &QQuickWindow::sceneGraphInvalidated, this, [this] { m_node = nullptr; }, Qt::DirectConnection);

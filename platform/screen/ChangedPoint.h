@@ -5,16 +5,17 @@
 class QSGSimpleRectNode;
 
 /**
- * A transparent point that counts as changed in every frame that is drawn, and asks for no frame itself. Without it a frame
- * in which nothing has changed is shown without damage; a Wayland compositor such as cage 0.1 then never tells that it was
- * shown, and Qt draws no further one. For the software path. Screen thread only; its parent item owns it.
+ * A transparent pixel that is marked dirty in every rendered frame; it requests no frame itself. Without it, a frame in
+ * which nothing has changed is committed without damage. A Wayland compositor such as cage 0.1 then sends no frame
+ * callback, and Qt stops rendering. Needed with the software renderer only. Screen thread only; owned by its parent
+ * item.
  */
 class ChangedPoint : public QQuickItem
 {
     Q_OBJECT
 
 public:
-    /** `parent` is in the window whose frames are meant. */
+    /** `parent` is an item of the window to keep rendering. */
     explicit ChangedPoint(QQuickItem* parent);
 
 protected:
@@ -24,5 +25,5 @@ protected:
 private:
     void markChanged();
 
-    QSGSimpleRectNode* m_node = nullptr; ///< the scene graph's, which the software path draws on this thread
+    QSGSimpleRectNode* m_node = nullptr; ///< owned by the scene graph, which the software renderer runs on this thread
 };

@@ -5,7 +5,7 @@
 
 #include <cmath>
 
-qreal onDevicePixels(const QQuickItem& item, Qt::Orientation orientation, qreal length)
+qreal snapToDevicePixels(const QQuickItem& item, Qt::Orientation orientation, qreal length)
 {
     const QTransform toScene = item.itemTransform(nullptr, nullptr);
     const qreal scale = orientation == Qt::Vertical ? toScene.m22() : toScene.m11();

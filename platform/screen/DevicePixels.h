@@ -5,7 +5,7 @@
 class QQuickItem;
 
 /**
- * `length`, in points of `item` along `orientation`, rounded so that it is a whole number of device pixels. What moves by
- * such lengths stays as sharp as it is. Screen thread only.
+ * Rounds `length`, in points of `item` along `orientation`, to a whole number of device pixels. Art that is moved by
+ * such lengths stays sharp. Screen thread only.
  */
-qreal onDevicePixels(const QQuickItem& item, Qt::Orientation orientation, qreal length);
+qreal snapToDevicePixels(const QQuickItem& item, Qt::Orientation orientation, qreal length);

@@ -5,10 +5,10 @@
 
 namespace {
 
-// Points; what is laid out in fractions may overlap by as much, or stand in one line although it is off by as much.
+// Points. Fractional layout may make neighbours overlap, or items of one line differ in position, by this much.
 constexpr qreal tolerance = 0.5;
 
-/** A rectangle as the arrow sees it: `first` to `last` grow the way it points. */
+/** A rectangle rotated so that the arrow points along increasing values: from `first` to `last`. */
 struct Span
 {
     qreal first, last, left, right;
@@ -71,7 +71,7 @@ qsizetype FocusGeometry::topmostLeading(const QList<QRectF>& targets)
         return -1;
     const auto higher = [](const QRectF& a, const QRectF& b) { return a.top() < b.top(); };
     const qreal lineEnd = std::min_element(targets.begin(), targets.end(), higher)->bottom();
-    // Of things in one line the tallest would always be the topmost.
+    // Compares centres with the end of the line: by top edges alone, the tallest item of a line would always win.
     const auto before = [lineEnd](const QRectF& a, const QRectF& b) {
         const bool inLine = a.center().y() < lineEnd;
         return inLine == (b.center().y() < lineEnd) ? a.left() < b.left() : inLine;

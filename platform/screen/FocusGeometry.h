@@ -4,23 +4,26 @@
 #include <QRectF>
 
 /**
- * Which of several rectangles of one plane comes next. Pure functions; arrows are Qt::Key_Up, Down, Left and Right,
- * answers are indices, -1 for none.
+ * Finds the next focus target among rectangles of one coordinate system. Pure functions. `arrow` is Qt::Key_Up, Down,
+ * Left or Right. Each function returns an index into `targets`, -1 for none.
  */
 namespace FocusGeometry {
 
 enum class Beam {
-    Needed, ///< only what overlaps the extent of `from` across the arrow
-    Free
+    Needed, ///< a target must overlap `from` on the axis perpendicular to the arrow
+    Free    ///< no such condition
 };
 
-/** The nearest that lies wholly that way: the least gap wins, then the least offset of the centres across the arrow. */
+/**
+ * The nearest target that lies entirely in the arrow's direction: the one with the smallest gap, then with the smallest
+ * distance of the centres perpendicular to the arrow.
+ */
 qsizetype next(const QRectF& from, const QList<QRectF>& targets, int arrow, Beam beam);
 
-/** The one with the nearest centre. */
+/** The target with the nearest centre. */
 qsizetype closest(const QRectF& to, const QList<QRectF>& targets);
 
-/** The leading one of the topmost line. */
+/** The leftmost target of the topmost line. */
 qsizetype topmostLeading(const QList<QRectF>& targets);
 
 } // namespace FocusGeometry

@@ -1,8 +1,8 @@
 #include "FocusScreen.h"
 
+#include "FocusContainer.h"
 #include "FocusSection.h"
 #include "FocusTargets.h"
-#include "LazyStack.h"
 #include "Logging.h"
 #include "ScrollArea.h"
 
@@ -10,15 +10,14 @@
 #include <QQuickWindow>
 
 #include <algorithm>
-#include <tuple>
 #include <utility>
 
 namespace {
 
-// Of the view, by one press; the rest keeps a line or two in sight to read on from.
-constexpr qreal readingStep = 0.8;
+// Part of the viewport that one key press scrolls; the rest leaves a line or two visible to continue reading from.
+constexpr qreal readingScrollStep = 0.8;
 
-/** The name of an item's type, without what the QML engine appends. */
+/** Type name of an item, without the suffix added by the QML engine. */
 QByteArray typeName(const QObject& item)
 {
     return QByteArray(item.metaObject()->className()).replace("_QML", "\n").split('\n').constFirst();
@@ -44,11 +43,11 @@ FocusScreen::FocusScreen(QQuickItem* parent) : QQuickItem(parent)
 
 FocusScreen::~FocusScreen()
 {
-    // The things on it leave, and its contents shrink, after its own members have gone.
-    forget();
+    // Child items are removed, and contents shrink, after the members are destroyed.
+    resetFocused();
 }
 
-FocusScreen* FocusScreen::around(const QQuickItem* item)
+FocusScreen* FocusScreen::enclosingScreen(const QQuickItem* item)
 {
     for (QQuickItem* parent = item->parentItem(); parent; parent = parent->parentItem()) {
         if (auto* const screen = qobject_cast<FocusScreen*>(parent))
@@ -57,74 +56,68 @@ FocusScreen* FocusScreen::around(const QQuickItem* item)
     return nullptr;
 }
 
-void FocusScreen::takeFocus()
+void FocusScreen::acquireFocus()
 {
     if (m_cover) {
-        m_cover->takeFocus();
+        m_cover->acquireFocus();
         return;
     }
     if (qobject_cast<FocusScreen*>(scopedFocusItem()))
         scopedFocusItem()->setFocus(false);
-    settle();
+    applyFocus();
     forceActiveFocus();
 }
 
-void FocusScreen::focus(Focusable* focusable, bool atOnce)
+void FocusScreen::focus(Focusable* focusable, bool immediately)
 {
-    if (!focusable || around(focusable) != this)
+    if (!focusable || enclosingScreen(focusable) != this)
         return;
     const bool isNew = m_focused != focusable;
-    forget();
+    resetFocused();
     m_focused = focusable;
-    m_leaving = connect(focusable, &QQuickItem::windowChanged, this, &FocusScreen::keepFocusSoon);
-    if (!isYielding())
+    m_windowConnection = connect(focusable, &QQuickItem::windowChanged, this, &FocusScreen::ensureFocusLater);
+    if (!isInnerScreenActive())
         focusable->setFocus(true);
     for (QQuickItem* parent = focusable->parentItem(); parent && parent != this; parent = parent->parentItem()) {
-        if (auto* const section = qobject_cast<FocusSection*>(parent))
-            section->setHeld(focusable);
-        else if (auto* const stack = qobject_cast<LazyStack*>(parent))
-            stack->hold(focusable);
-        else if (auto* const area = qobject_cast<ScrollArea*>(parent)) {
-            reveal(*area, atOnce);
-            follow(*area);
-        }
+        if (auto* const container = dynamic_cast<FocusContainer*>(parent))
+            container->onFocusInside(*focusable, immediately);
     }
-    remember();
-    m_toldOfFocus = true;
+    storeRect();
+    m_isFocusNotified = true;
     if (isNew) {
-        qCInfo(logFocus).noquote() << typeName(*focusable) << "at" << m_place << "of" << typeName(*this);
+        qCInfo(logFocus).noquote() << typeName(*focusable) << "at" << m_lastRect << "of" << typeName(*this);
         Q_EMIT focusedChanged();
     }
 }
 
 bool FocusScreen::move(int arrow)
 {
-    keepFocus();
-    if (!canKeep())
+    ensureFocus();
+    if (!isFocusedValid())
         return false;
-    if (readOn(arrow))
+    if (scrollFocused(arrow))
         return true;
     Focusable* const next = FocusTargets(*this).neighbour(*m_focused, arrow);
     focus(next);
     return next;
 }
 
-void FocusScreen::keepFocus()
+void FocusScreen::ensureFocus()
 {
-    if (hasFocus() && !isYielding())
-        settle();
+    if (hasFocus() && !isInnerScreenActive())
+        applyFocus();
 }
 
-void FocusScreen::keepFocusSoon()
+void FocusScreen::ensureFocusLater()
 {
-    if (m_keepingSoon || canKeep())
+    if (m_isEnsureQueued || isFocusedValid())
         return;
-    m_keepingSoon = true;
+    m_isEnsureQueued = true;
     QMetaObject::invokeMethod(
         this,
         [this] {
-            m_keepingSoon = false;
-            keepFocus();
+            m_isEnsureQueued = false;
+            ensureFocus();
         },
         Qt::QueuedConnection);
 }
@@ -142,97 +135,68 @@ void FocusScreen::itemChange(ItemChange change, const ItemChangeData& data)
 {
     QQuickItem::itemChange(change, data);
     if (change == ItemActiveFocusHasChanged && data.boolValue && !scopedFocusItem())
-        takeFocus();
+        acquireFocus();
 }
 
-/** Whether a screen within this one has the keys. */
-bool FocusScreen::isYielding() const
+/** Whether a screen inside this one, or its cover, has the keys. */
+bool FocusScreen::isInnerScreenActive() const
 {
     return m_cover || qobject_cast<FocusScreen*>(scopedFocusItem());
 }
 
-bool FocusScreen::canKeep() const
+bool FocusScreen::isFocusedValid() const
 {
-    return m_focused && m_focused->canHoldFocus() && around(m_focused) == this;
+    return m_focused && m_focused->isFocusable() && enclosingScreen(m_focused) == this;
 }
 
-void FocusScreen::settle()
+void FocusScreen::applyFocus()
 {
-    // While it is hidden so is everything on it, which tells nothing of what can hold the focus.
+    // While the screen is hidden, so are its items, and isFocusable() is false for all of them.
     if (!isVisible())
         return;
-    if (canKeep()) {
+    if (isFocusedValid()) {
         m_focused->setFocus(true);
-        remember();
-    } else if (Focusable* const next = successor()) {
-        focus(next, m_place.isNull());
+        storeRect();
+    } else if (Focusable* const next = fallback()) {
+        focus(next, m_lastRect.isNull());
     } else {
-        letGo();
+        releaseFocus();
     }
 }
 
-/** What gets the focus when nothing holds it. */
-Focusable* FocusScreen::successor() const
+/** The item to focus when none is: the one nearest to the last focused item in its section, else the first. */
+Focusable* FocusScreen::fallback() const
 {
     const FocusTargets targets(*this);
-    Focusable* const near = m_section ? targets.nearest(*m_section, m_place) : nullptr;
+    Focusable* const near = m_lastSection ? targets.nearest(*m_lastSection, m_lastRect) : nullptr;
     return near ? near : targets.first();
 }
 
-void FocusScreen::letGo()
+void FocusScreen::releaseFocus()
 {
     if (scopedFocusItem())
         scopedFocusItem()->setFocus(false);
-    forget();
-    if (std::exchange(m_toldOfFocus, false))
+    resetFocused();
+    if (std::exchange(m_isFocusNotified, false))
         Q_EMIT focusedChanged();
 }
 
-/** Ends all that is done for the focused thing's sake. */
-void FocusScreen::forget()
+/** Clears the focused item and disconnects everything that tracks it. */
+void FocusScreen::resetFocused()
 {
     m_focused = nullptr;
-    disconnect(m_leaving);
-    for (const auto& length : std::exchange(m_lengths, {}))
-        disconnect(length);
-    m_isReading = false;
+    disconnect(m_windowConnection);
 }
 
-void FocusScreen::remember()
+void FocusScreen::storeRect()
 {
-    m_section = FocusSection::around(m_focused);
-    const QQuickItem* const plane = m_section ? m_section.data() : static_cast<QQuickItem*>(this);
-    m_place = rectOfRest(*m_focused, plane);
+    m_lastSection = FocusSection::enclosingSection(m_focused);
+    const QQuickItem* const plane = m_lastSection ? m_lastSection.data() : static_cast<QQuickItem*>(this);
+    m_lastRect = restingRect(*m_focused, plane);
 }
 
-void FocusScreen::reveal(ScrollArea& area, bool atOnce) const
-{
-    const auto span = [&area](const QQuickItem& item) {
-        const QRectF rect = rectOfRest(item, area.contentItem());
-        return area.orientation() == Qt::Vertical ? std::pair(rect.top(), rect.bottom())
-                                                  : std::pair(rect.left(), rect.right());
-    };
-    auto [first, last] = span(*m_focused);
-    const FocusSection* const section = FocusSection::around(m_focused);
-    if (section && area.isAncestorOf(section)) {
-        const auto whole = span(*section);
-        if (whole.second - whole.first <= area.viewExtent())
-            std::tie(first, last) = whole;
-    }
-    area.reveal(first, last, atOnce);
-}
-
-/** What grows or goes before the focused thing moves it: it stays in sight. */
-void FocusScreen::follow(ScrollArea& area)
-{
-    m_lengths.append(connect(&area, &ScrollArea::contentExtentChanged, this, [this, &area] {
-        if (canKeep() && !m_isReading)
-            reveal(area, false);
-    }));
-}
-
-/** Scrolls on through a focused thing that is longer than its view. */
-bool FocusScreen::readOn(int arrow)
+/** Scrolls inside a focused item that is longer than the viewport. */
+bool FocusScreen::scrollFocused(int arrow)
 {
     if (!isVertical(arrow))
         return false;
@@ -240,14 +204,12 @@ bool FocusScreen::readOn(int arrow)
         auto* const area = qobject_cast<ScrollArea*>(parent);
         if (!area || area->orientation() != Qt::Vertical)
             continue;
-        const QRectF rect = rectOfRest(*m_focused, area->contentItem());
-        const qreal hidden =
-            arrow == Qt::Key_Down ? rect.bottom() - area->aim() - area->viewExtent() : area->aim() - rect.top();
-        const qreal step = std::min(readingStep * area->viewExtent(), hidden + area->lead());
-        if (hidden > 1 && area->scrollBy(arrow == Qt::Key_Down ? step : -step)) {
-            m_isReading = true;
+        const QRectF rect = restingRect(*m_focused, area->contentItem());
+        const qreal hidden = arrow == Qt::Key_Down ? rect.bottom() - area->targetPosition() - area->viewExtent()
+                                                   : area->targetPosition() - rect.top();
+        const qreal step = std::min(readingScrollStep * area->viewExtent(), hidden + area->revealMargin());
+        if (hidden > 1 && area->scrollBy(arrow == Qt::Key_Down ? step : -step))
             return true;
-        }
     }
     return false;
 }

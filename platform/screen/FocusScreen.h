@@ -6,60 +6,62 @@
 #include <QRectF>
 
 class FocusSection;
-class ScrollArea;
 
 /**
- * A screen that is walked with the remote: the one mechanism behind every screen's focus. Arrow keys go to the nearest
- * Focusable that way; nothing wraps, and where nothing is that way nothing happens. Whenever the screen is in front and
- * has something to focus, exactly one thing is focused; otherwise the screen itself takes the keys, so that back works.
- * A screen within it (a page, a cover) keeps its own focus. Screen thread only; its parent item owns it.
+ * A screen that is navigated with the remote; base of all screens. An arrow key moves the focus to the nearest
+ * Focusable in its direction. The focus does not wrap: without a target it stays. While the screen is in front and has
+ * a focusable item, exactly one item is focused; otherwise the screen itself receives the keys, so that Back works. A
+ * screen inside it (a page, a cover) has a focus of its own. Screen thread only; owned by its parent item.
  *
- * All geometry is that of rest: where things will stand once every scroll has ended, without the lift of a focused card.
+ * All geometry is the resting geometry: positions after all running scrolls, without the enlargement of a focused card.
  */
 class FocusScreen : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
-    /** What holds the focus, or will again when the screen is in front; null while there is nothing. */
+    /** The focused item, also while the screen is not in front; null if there is none. */
     Q_PROPERTY(Focusable* focused READ focused NOTIFY focusedChanged FINAL)
 
 public:
     explicit FocusScreen(QQuickItem* parent = nullptr);
     ~FocusScreen() override;
 
-    /** The innermost screen around `item`. */
-    static FocusScreen* around(const QQuickItem* item);
+    /** The innermost screen that contains `item`; null if there is none. */
+    static FocusScreen* enclosingScreen(const QQuickItem* item);
 
     Focusable* focused() const { return m_focused; }
 
     /**
-     * Gives the keys to this screen: what last held the focus has it again, else what is preferred, else what stands
-     * topmost and then leading. A screen that covers this one gets them instead.
+     * Gives active focus to this screen, or to the screen that covers it. The item focused last is focused again, else
+     * the preferred one, else the first of the topmost line.
      */
-    virtual void takeFocus();
+    virtual void acquireFocus();
 
-    /** The screen that covers this one, null when it is uncovered; set by whoever presents it. */
+    /** The screen that covers this one, null if uncovered; set by the FullScreenCover that presents it. */
     FocusScreen* cover() const { return m_cover; }
     void setCover(FocusScreen* cover) { m_cover = cover; }
 
-    /** Gives the focus to one thing, and sees to it that it comes into sight (`atOnce`: without a scroll to be seen). */
-    void focus(Focusable* focusable, bool atOnce = false);
+    /** Focuses an item and scrolls it into view; with `immediately` the scroll is not animated. */
+    void focus(Focusable* focusable, bool immediately = false);
 
-    /** Goes one step; `arrow` is Qt::Key_Up, Down, Left or Right. Answers whether anything moved. */
+    /**
+     * Moves the focus one step, or scrolls a long item. `arrow` is Qt::Key_Up, Down, Left or Right. Returns whether
+     * anything moved.
+     */
     bool move(int arrow);
 
-    /** Sees to it that something holds the focus, if this screen is in front. */
-    void keepFocus();
+    /** If this screen is in front, focuses an item unless one is focused already. */
+    void ensureFocus();
 
-    /** The same once the current changes of the screen are through; things on it call this when they come or go. */
-    void keepFocusSoon();
+    /** Calls ensureFocus() from the event loop; items call this when they appear or disappear. */
+    void ensureFocusLater();
 
 Q_SIGNALS:
     void focusedChanged();
 
-    /** The screen was presented, pushed, or is shown again by a pop; a screen that only was covered does not appear. */
+    /** The screen was presented, pushed, or uncovered by a pop. Not emitted when a cover above it is dismissed. */
     void appeared();
-    /** The screen was popped or dismissed: its tasks end now, before it has faded away. */
+    /** The screen was popped or dismissed. Emitted before its animation ends, so that its tasks end early. */
     void disappeared();
 
 protected:
@@ -67,27 +69,22 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData& data) override;
 
 private:
-    bool isYielding() const;
-    bool canKeep() const;
-    void settle();
-    Focusable* successor() const;
-    void letGo();
-    void forget();
-    void remember();
-    void reveal(ScrollArea& area, bool atOnce) const;
-    void follow(ScrollArea& area);
-    bool readOn(int arrow);
+    bool isInnerScreenActive() const;
+    bool isFocusedValid() const;
+    void applyFocus();
+    Focusable* fallback() const;
+    void releaseFocus();
+    void resetFocused();
+    void storeRect();
+    bool scrollFocused(int arrow);
 
     QPointer<Focusable> m_focused;
-    bool m_toldOfFocus = false; ///< by the latest focusedChanged
+    bool m_isFocusNotified = false; ///< the latest focusedChanged reported an item
     QPointer<FocusScreen> m_cover;
 
-    // Where the focused thing stood, for when it has vanished.
-    QPointer<FocusSection> m_section;
-    QRectF m_place; ///< in its section; null before anything held the focus
+    QPointer<FocusSection> m_lastSection;
+    QRectF m_lastRect; ///< of the item focused last, in its section or this screen; null if none was
 
-    QMetaObject::Connection m_leaving;        ///< the focused thing leaves the window
-    QList<QMetaObject::Connection> m_lengths; ///< the content around the focused thing grows or shrinks
-    bool m_isReading = false;                 ///< the viewer scrolls through the focused thing
-    bool m_keepingSoon = false;
+    QMetaObject::Connection m_windowConnection; ///< window changes of the focused item
+    bool m_isEnsureQueued = false;
 };

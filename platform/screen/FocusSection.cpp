@@ -1,10 +1,11 @@
 #include "FocusSection.h"
 
 #include "FocusScreen.h"
+#include "LazyStack.h"
 
 FocusSection::FocusSection(QQuickItem* parent) : QQuickItem(parent) {}
 
-FocusSection* FocusSection::around(const QQuickItem* item)
+FocusSection* FocusSection::enclosingSection(const QQuickItem* item)
 {
     for (QQuickItem* parent = item->parentItem(); parent; parent = parent->parentItem()) {
         if (auto* const section = qobject_cast<FocusSection*>(parent))
@@ -15,12 +16,26 @@ FocusSection* FocusSection::around(const QQuickItem* item)
     return nullptr;
 }
 
-Focusable* FocusSection::held() const
+Focusable* FocusSection::current() const
 {
-    return m_held && m_held->canHoldFocus() && around(m_held) == this ? m_held.data() : nullptr;
+    if (m_focused && m_focused->isFocusable() && enclosingSection(m_focused) == this)
+        return m_focused;
+    return m_stack && isAncestorOf(m_stack) ? m_stack->currentFocusable() : nullptr;
 }
 
-void FocusSection::setHeld(Focusable* focusable)
+void FocusSection::addStack(LazyStack& stack)
 {
-    m_held = focusable;
+    if (!m_stack)
+        m_stack = &stack;
+}
+
+void FocusSection::onFocusInside(Focusable& focused, bool)
+{
+    m_focused = &focused;
+    for (QQuickItem* parent = focused.parentItem(); parent != this; parent = parent->parentItem()) {
+        if (auto* const stack = qobject_cast<LazyStack*>(parent)) {
+            m_stack = stack;
+            m_focused = nullptr;
+        }
+    }
 }

@@ -1,33 +1,41 @@
 #pragma once
 
+#include "FocusContainer.h"
 #include "Focusable.h"
 
 #include <QPointer>
 
+class LazyStack;
+
 /**
- * Focusable things that belong together: the whole area of a section is a target for a direction, and it is entered at
- * the thing that last held the focus in it, else at the nearest. A scroll area brings the whole section into sight
- * where it fits. Sections do not nest. Screen thread only; its parent item owns it.
+ * A group of Focusable items. Seen from outside, the area of the section is one target for an arrow. Focus enters it at
+ * the item that was focused in it last; in a LazyStack, at its current row; else at the nearest item. A scroll area reveals the whole section if it fits.
+ * Sections do not nest. Screen thread only; owned by its parent item.
  */
-class FocusSection : public QQuickItem
+class FocusSection : public QQuickItem, public FocusContainer
 {
     Q_OBJECT
     QML_ELEMENT
-    /** Whether it is first entered, not at the nearest, but at what stands topmost and then leading. */
-    Q_PROPERTY(bool beginsAtFirst MEMBER m_beginsAtFirst FINAL)
+    /** Whether the first entry focuses the first item of the topmost line instead of the nearest item. */
+    Q_PROPERTY(bool entersAtFirst MEMBER m_entersAtFirst FINAL)
 
 public:
     explicit FocusSection(QQuickItem* parent = nullptr);
 
-    /** The innermost section around `item`, nothing when there is none. */
-    static FocusSection* around(const QQuickItem* item);
+    /** The section that contains `item` within the same screen; null if there is none. */
+    static FocusSection* enclosingSection(const QQuickItem* item);
 
-    /** What last held the focus here and still can; nothing when there is no such thing. */
-    Focusable* held() const;
-    void setHeld(Focusable* focusable);
-    bool beginsAtFirst() const { return m_beginsAtFirst; }
+    /** Where the focus enters: the item focused last, or the current row of a stack; null if there is neither. */
+    Focusable* current() const;
+
+    /** A stack in this section calls this, so that the focus can enter at its current row. */
+    void addStack(LazyStack& stack);
+
+    void onFocusInside(Focusable& focused, bool immediately) override;
+    bool entersAtFirst() const { return m_entersAtFirst; }
 
 private:
-    bool m_beginsAtFirst = false;
-    QPointer<Focusable> m_held;
+    bool m_entersAtFirst = false;
+    QPointer<LazyStack> m_stack;   ///< the one focused last
+    QPointer<Focusable> m_focused; ///< the item focused last; null if it is in m_stack
 };

@@ -8,42 +8,45 @@ class FocusScreen;
 class FocusSection;
 class QQuickItem;
 
-/** Where `item` will stand on its ancestor `plane` once every scroll has ended; no lift of a card counts. */
-QRectF rectOfRest(const QQuickItem& item, const QQuickItem* plane);
+/**
+ * Rectangle of `item` in coordinates of its ancestor `plane`, after all running scrolls and without a focused card's
+ * enlargement.
+ */
+QRectF restingRect(const QQuickItem& item, const QQuickItem* plane);
 
 /**
- * What can hold the focus on a screen at this moment, found by walking its items, and where it stands. Made anew for each
- * question, so that nothing has to be kept up to date. Screen thread only; valid until the screen's items change.
+ * The focusable items of a screen with their resting rectangles, collected by walking its item tree. Created for each
+ * query, so that it is never out of date. Screen thread only; valid until the screen's items change.
  */
 class FocusTargets
 {
 public:
     explicit FocusTargets(const FocusScreen& screen);
 
-    /** What an arrow (Qt::Key) leads to from the thing that has the focus; null when there is nothing that way. */
+    /** The item that an arrow (Qt::Key) moves the focus to from `focused`; null if there is none. */
     Focusable* neighbour(const Focusable& focused, int arrow) const;
 
-    /** The thing in a section that is nearest to a place in it; null when the section has nothing. */
-    Focusable* nearest(const FocusSection& section, const QRectF& place) const;
+    /** The item of a section nearest to `rect`, in coordinates of the section; null if the section is empty. */
+    Focusable* nearest(const FocusSection& section, const QRectF& rect) const;
 
-    /** What is preferred, else what stands topmost and then leading; null when there is nothing. */
+    /** The preferred item, else the first of the topmost line; null if there is none. */
     Focusable* first() const;
 
 private:
     struct Target
     {
-        Focusable* thing; ///< null when the target is the whole section
+        Focusable* item; ///< null if the target is a whole section
         FocusSection* section;
-        QRectF rect; ///< on the screen
+        QRectF rect; ///< in coordinates of the screen
     };
     using Targets = QList<Target>;
 
-    void gather(const QQuickItem& item, QPointF origin, FocusSection* section);
-    Targets within(const FocusSection* section) const;
-    Targets outside(const FocusSection* section, const Focusable& focused) const;
-    Focusable* entrance(const FocusSection& section, const QRectF& from, int arrow) const;
+    void collect(const QQuickItem& item, QPointF origin, FocusSection* section);
+    Targets targetsIn(const FocusSection* section) const;
+    Targets targetsOutside(const FocusSection* section, const Focusable& focused) const;
+    Focusable* entryTarget(const FocusSection& section, const QRectF& from, int arrow) const;
     static QList<QRectF> rects(const Targets& targets);
 
     const FocusScreen& m_screen;
-    Targets m_things;
+    Targets m_targets;
 };

@@ -8,7 +8,7 @@ Focusable::Focusable(QQuickItem* parent) : QQuickItem(parent) {}
 
 void Focusable::keyPressEvent(QKeyEvent* event)
 {
-    const bool select = event->key() == Qt::Key_Select && canHoldFocus();
+    const bool select = event->key() == Qt::Key_Select && isFocusable();
     event->setAccepted(select);
     if (select && !event->isAutoRepeat())
         Q_EMIT selected();
@@ -18,10 +18,10 @@ void Focusable::itemChange(ItemChange change, const ItemChangeData& data)
 {
     QQuickItem::itemChange(change, data);
     if (change == ItemActiveFocusHasChanged && data.boolValue) {
-        if (FocusScreen* const screen = FocusScreen::around(this); screen && screen->focused() != this)
+        if (FocusScreen* const screen = FocusScreen::enclosingScreen(this); screen && screen->focused() != this)
             screen->focus(this);
     } else if (change == ItemVisibleHasChanged || change == ItemEnabledHasChanged || change == ItemSceneChange) {
-        tellScreen();
+        notifyScreen();
     }
 }
 
@@ -29,11 +29,11 @@ void Focusable::geometryChange(const QRectF& newGeometry, const QRectF& oldGeome
 {
     QQuickItem::geometryChange(newGeometry, oldGeometry);
     if (newGeometry.isEmpty() != oldGeometry.isEmpty())
-        tellScreen();
+        notifyScreen();
 }
 
-void Focusable::tellScreen()
+void Focusable::notifyScreen()
 {
-    if (FocusScreen* const screen = FocusScreen::around(this))
-        screen->keepFocusSoon();
+    if (FocusScreen* const screen = FocusScreen::enclosingScreen(this))
+        screen->ensureFocusLater();
 }

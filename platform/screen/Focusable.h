@@ -3,25 +3,24 @@
 #include <QQuickItem>
 
 /**
- * A thing on a screen that can hold the remote's focus and be selected; what it looks like is its content's business.
- * It can be reached while it is visible and enabled. `activeFocus` says whether it is the focused one.
- * Screen thread only; its parent item owns it.
+ * An item that can have the remote's focus and be selected; its children draw it. It is focusable while it is visible,
+ * enabled and not empty. `activeFocus` tells whether it is focused. Screen thread only; owned by its parent item.
  */
 class Focusable : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
-    /** Takes the focus when its screen has none to keep; of several the first. */
+    /** Whether it is focused first when its screen has no focused item; if several are preferred, the first one is. */
     Q_PROPERTY(bool preferred MEMBER m_preferred FINAL)
 
 public:
     explicit Focusable(QQuickItem* parent = nullptr);
 
     bool isPreferred() const { return m_preferred; }
-    bool canHoldFocus() const { return isVisible() && isEnabled() && width() > 0 && height() > 0; }
+    bool isFocusable() const { return isVisible() && isEnabled() && width() > 0 && height() > 0; }
 
 Q_SIGNALS:
-    /** The viewer pressed select on it: once a press, never by a held button. */
+    /** Select was pressed while it had focus. Emitted once for each press, also if the button is held down. */
     void selected();
 
 protected:
@@ -30,7 +29,7 @@ protected:
     void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
 
 private:
-    void tellScreen();
+    void notifyScreen();
 
     bool m_preferred = false;
 };

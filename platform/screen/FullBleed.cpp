@@ -4,17 +4,17 @@
 
 FullBleed::FullBleed(QQuickItem* parent) : QQuickItem(parent)
 {
-    follow();
+    findCanvas();
 }
 
 void FullBleed::itemChange(ItemChange change, const ItemChangeData& data)
 {
     if (change == ItemParentHasChanged || change == ItemSceneChange)
-        follow();
+        findCanvas();
     QQuickItem::itemChange(change, data);
 }
 
-void FullBleed::follow()
+void FullBleed::findCanvas()
 {
     for (const auto& connection : std::as_const(m_connections))
         disconnect(connection);
@@ -23,16 +23,16 @@ void FullBleed::follow()
     for (QQuickItem* item = parentItem(); item && !m_canvas; item = item->parentItem())
         m_canvas = qobject_cast<Canvas*>(item);
     if (m_canvas) {
-        m_connections << connect(m_canvas, &Canvas::visibleAreaChanged, this, &FullBleed::stretch)
+        m_connections << connect(m_canvas, &Canvas::visibleAreaChanged, this, &FullBleed::updateGeometry)
                       << connect(m_canvas, &QObject::destroyed, this, [this] { m_canvas = nullptr; });
     } else if (parentItem()) {
-        m_connections << connect(parentItem(), &QQuickItem::widthChanged, this, &FullBleed::stretch)
-                      << connect(parentItem(), &QQuickItem::heightChanged, this, &FullBleed::stretch);
+        m_connections << connect(parentItem(), &QQuickItem::widthChanged, this, &FullBleed::updateGeometry)
+                      << connect(parentItem(), &QQuickItem::heightChanged, this, &FullBleed::updateGeometry);
     }
-    stretch();
+    updateGeometry();
 }
 
-void FullBleed::stretch()
+void FullBleed::updateGeometry()
 {
     if (!parentItem())
         return;

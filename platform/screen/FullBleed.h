@@ -5,8 +5,8 @@
 class Canvas;
 
 /**
- * An item of a screen that reaches to the edges of the display, past those of the canvas it stands on; without a canvas
- * it fills its parent. Its parent stands unscaled at the canvas's origin. Screen thread only; its parent item owns it.
+ * An item that fills the whole display, including the margins beside its canvas; without a canvas it fills its parent.
+ * Its parent must be unscaled and at the canvas's origin. Screen thread only; owned by its parent item.
  */
 class FullBleed : public QQuickItem
 {
@@ -20,8 +20,8 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData& data) override;
 
 private:
-    void follow();
-    void stretch();
+    void findCanvas();
+    void updateGeometry();
 
     const Canvas* m_canvas = nullptr;
     QList<QMetaObject::Connection> m_connections;

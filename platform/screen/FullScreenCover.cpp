@@ -1,7 +1,7 @@
 #include "FullScreenCover.h"
 
+#include "CreateItem.h"
 #include "DevicePixels.h"
-#include "MadeItem.h"
 
 #include <QKeyEvent>
 #include <QQuickWindow>
@@ -20,7 +20,7 @@ void FullScreenCover::setScreen(QQmlComponent* screen)
     if (m_screen == screen)
         return;
     m_screen = screen;
-    followScreen(true);
+    applyScreen(true);
     Q_EMIT screenChanged();
 }
 
@@ -46,7 +46,7 @@ void FullScreenCover::keyPressEvent(QKeyEvent* event)
 void FullScreenCover::componentComplete()
 {
     QQuickItem::componentComplete();
-    followScreen(false);
+    applyScreen(false);
 }
 
 void FullScreenCover::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)
@@ -56,44 +56,44 @@ void FullScreenCover::geometryChange(const QRectF& newGeometry, const QRectF& ol
         m_item->setSize(newGeometry.size());
 }
 
-/** Comes to show what is wanted; what is told on the way may change that again. */
-void FullScreenCover::followScreen(bool isSeen)
+/** Presents the current component. Slots called on the way may change it again. */
+void FullScreenCover::applyScreen(bool isAnimated)
 {
     if (!isComponentComplete() || m_isChanging)
         return;
     const QScopedValueRollback changing(m_isChanging, true);
-    while (m_made != m_screen)
-        change(isSeen);
+    while (m_createdFrom != m_screen)
+        replaceScreen(isAnimated);
 }
 
-void FullScreenCover::change(bool isSeen)
+void FullScreenCover::replaceScreen(bool isAnimated)
 {
-    followHost();
-    const QPointer<FocusScreen> leaving = m_item;
-    const bool hadKeys = leaving ? leaving->hasActiveFocus() : !m_host || m_host->hasActiveFocus();
-    m_item = made();
+    trackHost();
+    const QPointer<FocusScreen> removed = m_item;
+    const bool hadKeys = removed ? removed->hasActiveFocus() : !m_host || m_host->hasActiveFocus();
+    m_item = createScreen();
     if (m_host)
         m_host->setCover(m_item);
     setCovering(false);
     FocusScreen* const next = m_item ? m_item : m_host;
     if (next && hadKeys)
-        next->takeFocus();
+        next->acquireFocus();
     else if (m_item)
         m_item->setFocus(true);
-    const bool slides = isSeen && isVisible();
-    if (leaving)
-        leave(leaving, slides);
+    const bool slides = isAnimated && isVisible();
+    if (removed)
+        slideOut(removed, slides);
     if (m_item)
-        come(slides);
-    // A cover that is there from the beginning appears with what it stands on.
-    if (m_item && isSeen)
+        slideIn(slides);
+    // A cover present from the start gets `appeared` together with its host.
+    if (m_item && isAnimated)
         Q_EMIT m_item->appeared();
 }
 
-/** The screen around this comes and goes with what it shows on itself. */
-void FullScreenCover::followHost()
+/** Forwards `appeared` and `disappeared` of the containing screen to the presented one. */
+void FullScreenCover::trackHost()
 {
-    FocusScreen* host = FocusScreen::around(this);
+    FocusScreen* host = FocusScreen::enclosingScreen(this);
     if (m_host == host)
         return;
     if (m_host)
@@ -111,16 +111,16 @@ void FullScreenCover::followHost()
     });
 }
 
-FocusScreen* FullScreenCover::made()
+FocusScreen* FullScreenCover::createScreen()
 {
-    m_made = m_screen;
-    if (!m_made)
+    m_createdFrom = m_screen;
+    if (!m_createdFrom)
         return nullptr;
-    const auto begin = [this](QQuickItem& item) {
+    const auto initialize = [this](QQuickItem& item) {
         item.setSize(size());
         return m_properties;
     };
-    QQuickItem* item = madeItem(*m_made, *this, begin);
+    QQuickItem* item = createItem(*m_createdFrom, *this, initialize);
     auto screen = qobject_cast<FocusScreen*>(item);
     if (item && !screen) {
         qWarning("what a FullScreenCover is to show is no FocusScreen");
@@ -130,7 +130,7 @@ FocusScreen* FullScreenCover::made()
     return screen;
 }
 
-void FullScreenCover::come(bool slides)
+void FullScreenCover::slideIn(bool slides)
 {
     if (!slides) {
         setCovering(true);
@@ -140,7 +140,7 @@ void FullScreenCover::come(bool slides)
     slide(m_item, 0);
 }
 
-void FullScreenCover::leave(FocusScreen* item, bool slides)
+void FullScreenCover::slideOut(FocusScreen* item, bool slides)
 {
     item->setEnabled(false);
     if (slides) {
@@ -152,17 +152,18 @@ void FullScreenCover::leave(FocusScreen* item, bool slides)
     Q_EMIT item->disappeared();
 }
 
-/** From where it is to `y`; at the end it covers what is beneath, or is destroyed. */
+/** Animates from the current position to `y`. At the end the screen covers the item beneath, or is destroyed. */
 void FullScreenCover::slide(FocusScreen* item, qreal y)
 {
     delete item->findChild<QVariantAnimation*>(QString(), Qt::FindDirectChildrenOnly);
     auto animation = new QVariantAnimation(item);
     animation->setStartValue(item->y());
     animation->setEndValue(y);
-    animation->setDuration(qRound(slideTime * std::min(1.0, std::abs(y - item->y()) / slideLength())));
+    animation->setDuration(qRound(slideDuration * std::min(1.0, std::abs(y - item->y()) / slideLength())));
     animation->setEasingCurve(QEasingCurve::OutCubic);
-    connect(animation, &QVariantAnimation::valueChanged, item,
-            [this, item](const QVariant& value) { item->setY(onDevicePixels(*this, Qt::Vertical, value.toReal())); });
+    connect(animation, &QVariantAnimation::valueChanged, item, [this, item](const QVariant& value) {
+        item->setY(snapToDevicePixels(*this, Qt::Vertical, value.toReal()));
+    });
     if (y == 0)
         connect(animation, &QVariantAnimation::finished, this, [this] { setCovering(true); });
     else
@@ -179,7 +180,7 @@ void FullScreenCover::setCovering(bool covering)
         m_beneath->setVisible(!covering);
 }
 
-/** The window's height in points: beside the canvas there may be more to see than the canvas. */
+/** Height of the window in points. It can be larger than the canvas. */
 qreal FullScreenCover::slideLength() const
 {
     const qreal length = window() ? mapRectFromScene(QRectF(QPointF(), window()->size())).height() : height();

@@ -6,29 +6,29 @@
 #include <QVariantMap>
 
 /**
- * A screen that covers the one it stands on: while `screen` is set it is shown, slid up within 0.3 s; when it is null
- * again the screen slides down and is destroyed. The keys go to it at once when it comes, and back to the screen beneath
- * at once when it leaves. Back that the screen has no use for asks to dismiss it, once a press.
- * Screen thread only; its parent item owns it.
+ * Presents a screen over its own screen. Setting `screen` slides the new screen up in 0.3 s; setting it to null slides
+ * it down and destroys it. Keys move to the new screen, and back to the screen beneath, before the animation. If the
+ * presented screen does not accept Back, `dismissed` is emitted, once for each press. Screen thread only; owned by its
+ * parent item.
  */
 class FullScreenCover : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
-    /** What to show, a FocusScreen; null for nothing. Its maker outlives this. */
+    /** Component of the screen to present, a FocusScreen; null for none. The component's owner outlives this. */
     Q_PROPERTY(QQmlComponent* screen READ screen WRITE setScreen NOTIFY screenChanged FINAL)
-    /** Properties that the screen is made with. */
+    /** Initial properties of the screen. */
     Q_PROPERTY(QVariantMap properties MEMBER m_properties FINAL)
-    /** What is not drawn while it is wholly covered: its `visible` is this one's then. */
+    /** Item that is fully covered by the presented screen; its `visible` is set to false while it is. */
     Q_PROPERTY(QQuickItem* beneath READ beneath WRITE setBeneath NOTIFY beneathChanged FINAL)
-    /** The screen that is shown, null when there is none. */
+    /** The presented screen; null if there is none. */
     Q_PROPERTY(FocusScreen* item READ item NOTIFY screenChanged FINAL)
 
 public:
     explicit FullScreenCover(QQuickItem* parent = nullptr);
     ~FullScreenCover() override;
 
-    static constexpr int slideTime = 300; // milliseconds
+    static constexpr int slideDuration = 300; // milliseconds
 
     QQmlComponent* screen() const { return m_screen; }
     void setScreen(QQmlComponent* screen);
@@ -40,7 +40,7 @@ Q_SIGNALS:
     void screenChanged();
     void beneathChanged();
 
-    /** The viewer wants back from the cover; whoever owns the flag behind `screen` clears it. */
+    /** Back was pressed. The owner of `screen` is expected to clear it. */
     void dismissed();
 
 protected:
@@ -49,22 +49,22 @@ protected:
     void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
 
 private:
-    void followScreen(bool isSeen);
-    void change(bool isSeen);
-    void followHost();
-    FocusScreen* made();
-    void come(bool slides);
-    void leave(FocusScreen* item, bool slides);
+    void applyScreen(bool isAnimated);
+    void replaceScreen(bool isAnimated);
+    void trackHost();
+    FocusScreen* createScreen();
+    void slideIn(bool slides);
+    void slideOut(FocusScreen* item, bool slides);
     void slide(FocusScreen* item, qreal y);
     void setCovering(bool covering);
     qreal slideLength() const;
 
     QPointer<QQmlComponent> m_screen;
-    QPointer<QQmlComponent> m_made; ///< the one that was last made, or tried
+    QPointer<QQmlComponent> m_createdFrom; ///< component of m_item, or of the latest failed attempt
     QVariantMap m_properties;
     QPointer<QQuickItem> m_beneath;
     QPointer<FocusScreen> m_item;
-    QPointer<FocusScreen> m_host; ///< the screen around this, which is covered
+    QPointer<FocusScreen> m_host; ///< the screen that contains this cover
     bool m_isChanging = false;
-    bool m_isCovering = false; ///< wholly
+    bool m_isCovering = false; ///< the presented screen covers everything, no animation is running
 };

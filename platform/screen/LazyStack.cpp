@@ -1,6 +1,8 @@
 #include "LazyStack.h"
 
 #include "FocusScreen.h"
+#include "FocusSection.h"
+#include "ScrollArea.h"
 
 #include <QElapsedTimer>
 #include <QQmlContext>
@@ -8,13 +10,28 @@
 
 namespace {
 
-constexpr qint64 turnBudget = 4; // milliseconds of making items ahead, in one turn of the event loop
+constexpr qint64 createBudget = 4; // milliseconds for creating items ahead in one event loop iteration
+
+/** The item inside `item` to focus: the current one of its section, else the first focusable one. */
+Focusable* entrance(QQuickItem* item)
+{
+    if (auto focusable = qobject_cast<Focusable*>(item))
+        return focusable;
+    if (auto section = qobject_cast<FocusSection*>(item); section && section->current())
+        return section->current();
+    const auto children = item->childItems();
+    for (QQuickItem* child : children) {
+        if (Focusable* focusable = entrance(child))
+            return focusable;
+    }
+    return nullptr;
+}
 
 } // namespace
 
-LazyStack::LazyStack(QQuickItem* parent) : QQuickItem(parent), m_sight(*this), m_items(*this)
+LazyStack::LazyStack(QQuickItem* parent) : QQuickItem(parent), m_viewport(*this), m_items(*this)
 {
-    connect(&m_sight, &StackSight::changed, this, &LazyStack::populate);
+    connect(&m_viewport, &StackViewport::changed, this, &LazyStack::populate);
 }
 
 LazyStack::~LazyStack() = default;
@@ -24,28 +41,27 @@ void LazyStack::setOrientation(Qt::Orientation orientation)
     if (m_orientation == orientation)
         return;
     m_orientation = orientation;
-    m_sight.follow();
+    updateEnclosingItems();
     readModel();
     Q_EMIT orientationChanged();
 }
 
-void LazyStack::setModel(QAbstractItemModel* model)
+void LazyStack::setModel(CurrentRowModel* model)
 {
     if (m_model == model)
         return;
     if (m_model)
         m_model->disconnect(this);
     m_model = model;
-    m_isModelChanging = false;
     if (model) {
         using Model = QAbstractItemModel;
-        connect(model, &Model::modelAboutToBeReset, this, [this] { m_isModelChanging = true; });
         connect(model, &Model::modelReset, this, &LazyStack::readModel);
         connect(model, &Model::rowsInserted, this, &LazyStack::readModel);
         connect(model, &Model::rowsRemoved, this, &LazyStack::readModel);
         connect(model, &Model::rowsMoved, this, &LazyStack::readModel);
         connect(model, &Model::layoutChanged, this, &LazyStack::readModel);
         connect(model, &Model::dataChanged, this, &LazyStack::readModel);
+        connect(model, &CurrentRowModel::currentRowChanged, this, &LazyStack::onCurrentRowChanged);
         connect(model, &QObject::destroyed, this, &LazyStack::readModel);
     }
     readModel();
@@ -57,7 +73,7 @@ void LazyStack::setDelegate(QQmlComponent* delegate)
     if (m_delegate == delegate)
         return;
     m_delegate = delegate;
-    m_isRefused = false;
+    m_isDelegateInvalid = false;
     m_items.discardUnless([](int) { return false; });
     populate();
     Q_EMIT delegateChanged();
@@ -90,34 +106,19 @@ void LazyStack::setSpacing(qreal spacing)
     Q_EMIT spacingChanged();
 }
 
-void LazyStack::setAhead(qreal ahead)
+void LazyStack::setCacheBuffer(qreal cacheBuffer)
 {
-    if (m_ahead == ahead)
+    if (m_cacheBuffer == cacheBuffer)
         return;
-    m_ahead = ahead;
+    m_cacheBuffer = cacheBuffer;
     populate();
-    Q_EMIT aheadChanged();
-}
-
-void LazyStack::setPlace(int place)
-{
-    if (m_place == place)
-        return;
-    m_place = place;
-    m_isPlaceShown = false;
-    if (!m_isModelChanging) {
-        populate();
-        rememberPlace();
-        if (!m_isMovingFocus)
-            focusPlace(screenFocusedHere());
-    }
-    Q_EMIT placeChanged();
+    Q_EMIT cacheBufferChanged();
 }
 
 void LazyStack::componentComplete()
 {
     QQuickItem::componentComplete();
-    m_sight.follow();
+    updateEnclosingItems();
     readModel();
 }
 
@@ -131,116 +132,118 @@ void LazyStack::geometryChange(const QRectF& newGeometry, const QRectF& oldGeome
 void LazyStack::itemChange(ItemChange change, const ItemChangeData& data)
 {
     if (change == ItemParentHasChanged && isComponentComplete())
-        m_sight.follow();
+        updateEnclosingItems();
     QQuickItem::itemChange(change, data);
+}
+
+/** Connects to the scroll areas, stacks and section that contain this stack. */
+void LazyStack::updateEnclosingItems()
+{
+    m_viewport.reconnect();
+    if (auto* const section = FocusSection::enclosingSection(this))
+        section->addStack(*this);
 }
 
 void LazyStack::readModel()
 {
-    m_isModelChanging = false;
     if (!isComponentComplete())
         return;
-    FocusScreen* screen = screenFocusedHere();
+    FocusScreen* screen = screenFocusedInside();
     const QPointer<Focusable> focused = screen ? screen->focused() : nullptr;
-    const QPointF stood = focused ? focused->mapToItem(this, QPointF()) : QPointF();
+    const QPointF oldPosition = focused ? focused->mapToItem(this, QPointF()) : QPointF();
     const StackRows before = std::exchange(m_rows, StackRows(m_model, m_extent, m_spacing));
     {
-        // Until the area shows what has the focus, that would count as far away.
+        // Prevents populate() from discarding the focused item while it is outside the visible range.
         const QScopedValueRollback populating(m_isPopulating, true);
-        m_items.keep(before, m_rows, m_model, [this](QQuickItem& item, int row) { layOut(item, row); });
+        m_items.updateRows(before, m_rows, m_model, [this](QQuickItem& item, int row) { layOut(item, row); });
         m_items.forEach([this](const QQuickItem& item, int) { measure(item); });
-        showLength();
-        if (m_items.rowAround(focused) >= 0 && focused->mapToItem(this, QPointF()) != stood)
-            moveFocus(screen, focused);
+        updateImplicitSize();
+        const int row = m_items.rowContaining(focused);
+        if (row >= 0 && row == currentRow() && focused->mapToItem(this, QPointF()) != oldPosition)
+            screen->focus(focused, true);
     }
-    m_isPlaceShown = false;
+    m_isCurrentRowShown = false;
     populate();
-    rememberPlace();
-    if (m_items.rowAround(focused) >= 0)
-        // The owner may be about to tell that the place has moved with it.
-        QMetaObject::invokeMethod(
-            this, [this] { focusPlace(screenFocusedHere()); }, Qt::QueuedConnection);
-    else
-        focusPlace(screen);
+    focusCurrentRow(screen);
 }
 
-/** Brings what exists up to date with what is near what is shown. */
+/** Creates and discards items so that they match the visible range. */
 void LazyStack::populate()
 {
     if (!isComponentComplete())
         return;
-    m_isOutdated = true;
+    m_isDirty = true;
     if (m_isPopulating)
         return;
     const QScopedValueRollback populating(m_isPopulating, true);
-    while (std::exchange(m_isOutdated, false)) {
-        showPlaceAtOnce();
+    while (std::exchange(m_isDirty, false)) {
+        showCurrentRow();
         discardFar();
-        const QList<int> rows = missing(m_sight.isNear() ? m_sight.shown(0) : QList<StackSight::Stretch>());
-        for (auto row = rows.cbegin(); row != rows.cend() && !m_isOutdated; ++row)
-            make(*row);
+        const QList<int> rows =
+            missing(m_viewport.isNear() ? m_viewport.visibleRanges(0) : QList<StackViewport::Range>());
+        for (auto row = rows.cbegin(); row != rows.cend() && !m_isDirty; ++row)
+            createDelegateItem(*row);
     }
-    if (!missing(m_sight.shown(m_ahead)).isEmpty())
-        m_makingAhead.start(0, this);
+    if (!missing(m_viewport.visibleRanges(m_cacheBuffer)).isEmpty())
+        m_cacheTimer.start(0, this);
 }
 
 void LazyStack::timerEvent(QTimerEvent* event)
 {
-    if (event->timerId() != m_makingAhead.timerId())
+    if (event->timerId() != m_cacheTimer.timerId())
         return QQuickItem::timerEvent(event);
     QElapsedTimer turn;
     turn.start();
-    const QList<int> rows = missing(m_sight.shown(0) + m_sight.shown(m_ahead));
+    const QList<int> rows = missing(m_viewport.visibleRanges(0) + m_viewport.visibleRanges(m_cacheBuffer));
     if (rows.isEmpty())
-        m_makingAhead.stop();
+        m_cacheTimer.stop();
     {
         const QScopedValueRollback populating(m_isPopulating, true);
-        m_isOutdated = false;
-        for (auto row = rows.cbegin(); row != rows.cend() && !m_isOutdated && turn.elapsed() < turnBudget; ++row)
-            make(*row);
+        m_isDirty = false;
+        for (auto row = rows.cbegin(); row != rows.cend() && !m_isDirty && turn.elapsed() < createBudget; ++row)
+            createDelegateItem(*row);
     }
-    if (m_isOutdated)
+    if (m_isDirty)
         populate();
 }
 
 void LazyStack::discardFar()
 {
     QList<StackRows::Span> spans;
-    for (const auto& stretch : m_sight.shown(m_ahead))
-        spans.append(m_rows.between(stretch.first, stretch.last));
+    for (const auto& range : m_viewport.visibleRanges(m_cacheBuffer))
+        spans.append(m_rows.between(range.first, range.last));
     m_items.discardUnless([&](int row) {
-        return isNearPlace(row) ||
+        return isNearCurrentRow(row) ||
                std::any_of(spans.cbegin(), spans.cend(), [row](const auto& span) { return span.contains(row); });
     });
 }
 
-void LazyStack::make(int row)
+void LazyStack::createDelegateItem(int row)
 {
-    if (m_isRefused)
+    if (m_isDelegateInvalid)
         return;
-    // The programmer's mistake, which would be the same for every row.
-    m_isRefused = !m_items.make(row, *m_delegate, m_model, [this](QQuickItem& item, int at) { layOut(item, at); });
+    // Failure is a programming error and would be the same for every row.
+    m_isDelegateInvalid =
+        !m_items.create(row, *m_delegate, m_model, [this](QQuickItem& item, int at) { layOut(item, at); });
     if (QQuickItem* const item = m_items.at(row)) {
         const auto changed = m_orientation == Qt::Vertical ? &QQuickItem::heightChanged : &QQuickItem::widthChanged;
         connect(item, changed, this, [this, item] { measure(*item); });
         measure(*item);
     }
-    if (row == m_place)
-        rememberPlace();
 }
 
-/** The item's row becomes as long as it is, and the others move. */
+/** Sets the length of the item's row from the item, and moves the other items. */
 void LazyStack::measure(const QQuickItem& item)
 {
-    const int row = m_isMeasured ? m_items.rowAround(&item) : -1;
+    const int row = m_isMeasured ? m_items.rowContaining(&item) : -1;
     if (row < 0 || !m_rows.setExtent(row, m_orientation == Qt::Vertical ? item.height() : item.width()))
         return;
     m_items.forEach([this](QQuickItem& moved, int at) { layOut(moved, at); });
-    showLength();
+    updateImplicitSize();
     populate();
 }
 
-void LazyStack::showLength()
+void LazyStack::updateImplicitSize()
 {
     if (m_orientation == Qt::Vertical)
         setImplicitHeight(m_rows.length());
@@ -256,12 +259,12 @@ void LazyStack::layOut(QQuickItem& item, int row) const
         item.setX(m_rows.at(row).first);
 }
 
-/** Rows that have no item, of those in some stretches and those at the place and beside it: a move finds those. */
-QList<int> LazyStack::missing(const QList<StackSight::Stretch>& stretches) const
+/** Rows without an item among `ranges`, the current row and its neighbours, which the next arrow key needs. */
+QList<int> LazyStack::missing(const QList<StackViewport::Range>& ranges) const
 {
-    // The screen that the delegate stands on may be in the middle of going.
+    // The screen that owns the delegate may be partly destroyed.
     const QQmlContext* context = m_delegate ? m_delegate->creationContext() : nullptr;
-    if (!m_delegate || m_isRefused || (context && !context->isValid()))
+    if (!m_delegate || m_isDelegateInvalid || (context && !context->isValid()))
         return {};
     QList<int> rows;
     const auto add = [&](int first, int last) {
@@ -270,11 +273,77 @@ QList<int> LazyStack::missing(const QList<StackSight::Stretch>& stretches) const
                 rows.append(row);
         }
     };
-    if (m_place >= 0)
-        add(m_place - 1, m_place + 1);
-    for (const auto& stretch : stretches) {
-        const StackRows::Span span = m_rows.between(stretch.first, stretch.last);
+    if (currentRow() >= 0)
+        add(currentRow() - 1, currentRow() + 1);
+    for (const auto& range : ranges) {
+        const StackRows::Span span = m_rows.between(range.first, range.last);
         add(span.first, span.last);
     }
     return rows;
+}
+
+/**
+ * Scrolls to the current row, without animation, after a change and at creation, unless focus is in the scroll area.
+ */
+void LazyStack::showCurrentRow()
+{
+    ScrollArea* area = m_viewport.area();
+    if (m_isCurrentRowShown || !area || m_rows.count() == 0)
+        return;
+    m_isCurrentRowShown = true;
+    const FocusScreen* screen = FocusScreen::enclosingScreen(this);
+    if (screen && screen->focused() && area->isAncestorOf(screen->focused()))
+        return;
+    const bool hasCurrentRow = currentRow() >= 0 && currentRow() < m_rows.count();
+    const StackRows::Row& row = m_rows.at(hasCurrentRow ? currentRow() : 0);
+    area->reveal(hasCurrentRow ? m_viewport.offset() + row.first : 0, m_viewport.offset() + row.last, true);
+}
+
+bool LazyStack::isNearCurrentRow(const QQuickItem* descendant) const
+{
+    const int row = m_items.rowContaining(descendant);
+    return row >= 0 && isNearCurrentRow(row);
+}
+
+Focusable* LazyStack::currentFocusable() const
+{
+    QQuickItem* const item = m_items.at(currentRow());
+    return item ? entrance(item) : nullptr;
+}
+
+void LazyStack::onFocusInside(Focusable& focused, bool)
+{
+    if (!m_model)
+        return;
+    if (const FocusScreen* screen = FocusScreen::enclosingScreen(this))
+        connect(screen, &FocusScreen::focusedChanged, this, &LazyStack::updateHasFocus, Qt::UniqueConnection);
+    m_model->setCurrentRow(m_items.rowContaining(&focused));
+}
+
+void LazyStack::updateHasFocus()
+{
+    if (m_model)
+        m_model->setHasFocus(screenFocusedInside());
+}
+
+/** The enclosing screen if its focused item is inside this stack, else null. */
+FocusScreen* LazyStack::screenFocusedInside() const
+{
+    FocusScreen* screen = FocusScreen::enclosingScreen(this);
+    return screen && screen->focused() && isAncestorOf(screen->focused()) ? screen : nullptr;
+}
+
+void LazyStack::onCurrentRowChanged()
+{
+    m_isCurrentRowShown = false;
+    populate();
+    focusCurrentRow(screenFocusedInside());
+    Q_EMIT currentRowChanged();
+}
+
+/** Moves the focus, which is in this stack, to the item of the current row. */
+void LazyStack::focusCurrentRow(FocusScreen* screen)
+{
+    if (screen && m_items.rowContaining(screen->focused()) != currentRow())
+        screen->focus(currentFocusable(), true);
 }

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "CurrentRowModel.h"
+#include "FocusContainer.h"
 #include "StackItems.h"
 #include "StackRows.h"
-#include "StackSight.h"
+#include "StackViewport.h"
 
-#include <QAbstractItemModel>
 #include <QBasicTimer>
 #include <QPointer>
 #include <QQmlComponent>
@@ -15,35 +16,32 @@ class Focusable;
 class FocusScreen;
 
 /**
- * A row or column of items made from a model, of which only those exist that are near what the scroll area around it
- * shows, and the one at its place. An item is made from `delegate`, whose required properties are the model's roles and
- * `index`. After any change of the model an item whose role "key" is still there is kept, with its focus and looks, and
- * moves; two equal keys are told apart by their order. While the focus is elsewhere, the area shows the row at the
- * place, or the beginning where there is no place, so that nothing moves when the focus comes.
+ * A row or column of delegate items for a model. Items exist only for rows near the visible range of the enclosing
+ * scroll area, and for the current row and its neighbours. The required properties of `delegate` are the model's roles
+ * and `index`. After a model change, an item whose value of the role "key" still exists is kept and moved, with its
+ * focus and state. Duplicate keys are matched in order.
  *
- * Lengths are points along `orientation`; an item is `extent` long, or as long as the role "extent" says where the model
- * has one; where items are `measured`, that is a guess which holds until the item is first made. Screen thread only; its parent item owns it; a model that goes before it leaves it empty.
+ * The model has the current row: the stack sets it when an item gets the focus. If it or the rows change while the
+ * focus is inside, the focus moves to the current row. While the focus is outside the scroll area, the area shows the
+ * current row, or the first row if there is none, so that nothing scrolls when focus enters.
+ *
+ * Lengths are points along `orientation`. The length of an item is `extent`, or the value of the role "extent" if the
+ * model has it. If `measured` is true, that is only an estimate until the item is first created. Screen thread only;
+ * owned by its parent item. If the model is destroyed first, the stack becomes empty.
  */
-class LazyStack : public QQuickItem
+class LazyStack : public QQuickItem, public FocusContainer
 {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(Qt::Orientation orientation READ orientation WRITE setOrientation NOTIFY orientationChanged FINAL)
-    Q_PROPERTY(QAbstractItemModel* model READ model WRITE setModel NOTIFY modelChanged FINAL)
+    Q_PROPERTY(CurrentRowModel* model READ model WRITE setModel NOTIFY modelChanged FINAL)
     Q_PROPERTY(QQmlComponent* delegate READ delegate WRITE setDelegate NOTIFY delegateChanged FINAL)
     Q_PROPERTY(qreal extent READ extent WRITE setExtent NOTIFY extentChanged FINAL)
-    /** Whether items have lengths of their own. A row keeps the one it was found to have until the model changes. */
+    /** Whether the length of each item is measured. A measured length is kept until the model changes. */
     Q_PROPERTY(bool measured READ isMeasured WRITE setMeasured NOTIFY measuredChanged FINAL)
     Q_PROPERTY(qreal spacing READ spacing WRITE setSpacing NOTIFY spacingChanged FINAL)
-    /** How far beyond what is shown items exist, on either side. */
-    Q_PROPERTY(qreal ahead READ ahead WRITE setAhead NOTIFY aheadChanged FINAL)
-    /**
-     * The row that holds, or last held, the focus; -1 before any did. The model's owner decides it when the model
-     * changes, before or right after; if the focus was in this stack, it then goes to that row.
-     */
-    Q_PROPERTY(int place READ place WRITE setPlace NOTIFY placeChanged FINAL)
-    /** Whether the focus of the screen is on one of the items; also while another screen has the keys. */
-    Q_PROPERTY(bool containsFocus READ containsFocus NOTIFY containsFocusChanged FINAL)
+    /** How far beyond the visible range, on both sides, items exist. */
+    Q_PROPERTY(qreal cacheBuffer READ cacheBuffer WRITE setCacheBuffer NOTIFY cacheBufferChanged FINAL)
     Q_CLASSINFO("DefaultProperty", "delegate")
 
 public:
@@ -52,8 +50,8 @@ public:
 
     Qt::Orientation orientation() const { return m_orientation; }
     void setOrientation(Qt::Orientation orientation);
-    QAbstractItemModel* model() const { return m_model; }
-    void setModel(QAbstractItemModel* model);
+    CurrentRowModel* model() const { return m_model; }
+    void setModel(CurrentRowModel* model);
     QQmlComponent* delegate() const { return m_delegate; }
     void setDelegate(QQmlComponent* delegate);
     qreal extent() const { return m_extent; }
@@ -62,22 +60,23 @@ public:
     void setMeasured(bool measured);
     qreal spacing() const { return m_spacing; }
     void setSpacing(qreal spacing);
-    qreal ahead() const { return m_ahead; }
-    void setAhead(qreal ahead);
-    int place() const { return m_place; }
-    void setPlace(int place);
-    bool containsFocus() const { return m_containsFocus; }
+    qreal cacheBuffer() const { return m_cacheBuffer; }
+    void setCacheBuffer(qreal cacheBuffer);
+    /** The model's current row; -1 if there is none. */
+    int currentRow() const { return m_model ? m_model->currentRow() : -1; }
 
-    /** The item of a row, nothing while it does not exist. */
+    /** The delegate item of a row; null if it does not exist. */
     QQuickItem* itemAt(int row) const { return m_items.at(row); }
-    /** How many items exist. */
-    int existing() const { return m_items.count(); }
+    /** Number of delegate items that exist. */
+    int itemCount() const { return m_items.count(); }
 
-    /** Whether `descendant` stands in the item at the place or in one beside it. */
-    bool isBesidePlace(const QQuickItem* descendant) const;
+    /** Whether `descendant` is inside the item of the current row or of a neighbouring row. */
+    bool isNearCurrentRow(const QQuickItem* descendant) const;
 
-    /** To be called when something in the item `descendant` of this stack got the focus. */
-    void hold(const QQuickItem* descendant);
+    /** What to focus in the item of the current row; null if there is no current row. */
+    Focusable* currentFocusable() const;
+
+    void onFocusInside(Focusable& focused, bool immediately) override;
 
 Q_SIGNALS:
     void orientationChanged();
@@ -86,12 +85,8 @@ Q_SIGNALS:
     void extentChanged();
     void measuredChanged();
     void spacingChanged();
-    void aheadChanged();
-    void placeChanged();
-    void containsFocusChanged();
-
-    /** The focus came to another row by the viewer's doing; the model's owner keeps it as the place. */
-    void held(int row);
+    void cacheBufferChanged();
+    void currentRowChanged();
 
 protected:
     void componentComplete() override;
@@ -103,45 +98,33 @@ private:
     void readModel();
     void populate();
     void discardFar();
-    void make(int row);
+    void createDelegateItem(int row);
     void measure(const QQuickItem& item);
     void layOut(QQuickItem& item, int row) const;
-    void showLength();
-    void showPlaceAtOnce();
-    void rememberPlace() const;
-    void updateContainsFocus();
-    void focusPlace(FocusScreen* screen);
-    void moveFocus(FocusScreen* screen, Focusable* focusable);
-    FocusScreen* screenFocusedHere() const;
-    QList<int> missing(const QList<StackSight::Stretch>& stretches) const;
-    bool isNearPlace(int row) const { return m_place >= 0 && std::abs(row - m_place) <= 1; }
+    void updateImplicitSize();
+    void updateEnclosingItems();
+    void onCurrentRowChanged();
+    void showCurrentRow();
+    void focusCurrentRow(FocusScreen* screen);
+    void updateHasFocus();
+    FocusScreen* screenFocusedInside() const;
+    QList<int> missing(const QList<StackViewport::Range>& ranges) const;
+    bool isNearCurrentRow(int row) const { return currentRow() >= 0 && std::abs(row - currentRow()) <= 1; }
 
     Qt::Orientation m_orientation = Qt::Vertical;
-    QPointer<QAbstractItemModel> m_model;
+    QPointer<CurrentRowModel> m_model;
     QPointer<QQmlComponent> m_delegate;
     qreal m_extent = 0;
     bool m_isMeasured = false;
     qreal m_spacing = 0;
-    qreal m_ahead = 0;
-    int m_place = -1;
+    qreal m_cacheBuffer = 0;
 
-    StackSight m_sight;
+    StackViewport m_viewport;
     StackRows m_rows;
     StackItems m_items;
-    QBasicTimer m_makingAhead;
-    bool m_isModelChanging = false; ///< a reset was announced and is not through
+    QBasicTimer m_cacheTimer;
     bool m_isPopulating = false;
-    bool m_isOutdated = false;   ///< something changed while it was populated
-    bool m_isRefused = false;    ///< the delegate cannot be made
-    bool m_isPlaceShown = false; ///< since the rows or the place last changed
-    bool m_isMovingFocus = false;
-    bool m_containsFocus = false;
-};
-
-/** Qt 6.4 does not describe its own model class to the QML tools. */
-struct ItemModelForQmlTools
-{
-    Q_GADGET
-    QML_FOREIGN(QAbstractItemModel)
-    QML_ANONYMOUS
+    bool m_isDirty = false;           ///< something changed during populate(); another pass is needed
+    bool m_isDelegateInvalid = false; ///< creating an item from the delegate failed
+    bool m_isCurrentRowShown = false; ///< since the rows or the current row last changed
 };

@@ -1,6 +1,6 @@
 #include "NavigationStack.h"
 
-#include "MadeItem.h"
+#include "CreateItem.h"
 
 #include <QKeyEvent>
 #include <QPropertyAnimation>
@@ -24,8 +24,8 @@ void NavigationStack::setPage(QQmlComponent* page)
     if (m_page == page)
         return;
     m_page = page;
-    m_isRefused = false;
-    followDepth(true);
+    m_isPageInvalid = false;
+    applyDepth(true);
     Q_EMIT pageChanged();
 }
 
@@ -35,23 +35,23 @@ void NavigationStack::setDepth(int depth)
     if (m_depth == depth)
         return;
     m_depth = depth;
-    followDepth(true);
+    applyDepth(true);
     Q_EMIT depthChanged();
 }
 
-void NavigationStack::takeFocus()
+void NavigationStack::acquireFocus()
 {
     if (cover() || !front())
-        FocusScreen::takeFocus();
+        FocusScreen::acquireFocus();
     else
-        front()->takeFocus();
+        front()->acquireFocus();
 }
 
 void NavigationStack::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() != Qt::Key_Back)
         return FocusScreen::keyPressEvent(event);
-    // A button that is held on is no second press, but the stack's all the same while it has pages.
+    // Auto-repeat does not pop, but is accepted while there are pages.
     event->setAccepted(m_depth > 0);
     if (m_depth > 0 && !event->isAutoRepeat())
         Q_EMIT popped();
@@ -66,8 +66,8 @@ void NavigationStack::componentComplete()
     m_levels.append({root == children.cend() ? nullptr : static_cast<FocusScreen*>(*root)});
     if (front())
         front()->setSize(size());
-    giveKeysToFront();
-    followDepth(false);
+    focusFront();
+    applyDepth(false);
 }
 
 void NavigationStack::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)
@@ -79,71 +79,71 @@ void NavigationStack::geometryChange(const QRectF& newGeometry, const QRectF& ol
     }
 }
 
-/** Pushes and pops until there are as many pages as wanted; what is told on the way may change the depth again. */
-void NavigationStack::followDepth(bool isSeen)
+/** Pushes and pops until the number of pages equals `depth`. Slots called on the way may change it again. */
+void NavigationStack::applyDepth(bool isAnimated)
 {
     if (m_levels.isEmpty() || m_isChanging)
         return;
     const QScopedValueRollback changing(m_isChanging, true);
-    while (m_levels.size() - 1 != m_depth && !(m_isRefused && m_levels.size() - 1 < m_depth))
-        change(isSeen);
+    while (m_levels.size() - 1 != m_depth && !(m_isPageInvalid && m_levels.size() - 1 < m_depth))
+        updatePages(isAnimated);
 }
 
-void NavigationStack::change(bool isSeen)
+void NavigationStack::updatePages(bool isAnimated)
 {
     const FocusScreen* before = front();
-    QList<Level> gone;
+    QList<Level> removed;
     while (m_levels.size() - 1 > m_depth)
-        gone.append(m_levels.takeLast());
-    while (m_levels.size() - 1 < m_depth && push(isSeen)) {
+        removed.append(m_levels.takeLast());
+    while (m_levels.size() - 1 < m_depth && push(isAnimated)) {
     }
     if (front() == before)
         return;
     if (front())
         front()->setVisible(true);
-    giveKeysToFront();
-    for (qsizetype i = 0; i < gone.size(); ++i)
-        retire(gone.at(i).screen, isSeen && i == 0);
+    focusFront();
+    for (qsizetype i = 0; i < removed.size(); ++i)
+        removePage(removed.at(i).screen, isAnimated && i == 0);
     hideCovered();
-    for (const Level& level : std::as_const(gone)) {
+    for (const Level& level : std::as_const(removed)) {
         if (level.screen && level.hasAppeared)
             Q_EMIT level.screen->disappeared();
     }
-    if (isSeen)
+    if (isAnimated)
         appear();
 }
 
-bool NavigationStack::push(bool isSeen)
+bool NavigationStack::push(bool isAnimated)
 {
-    const auto begin = [this](QQuickItem& item) {
+    const auto initialize = [this](QQuickItem& item) {
         item.setSize(size());
         return QVariantMap{{QStringLiteral("level"), int(m_levels.size()) - 1}};
     };
-    QQuickItem* item = m_page ? madeItem(*m_page, *this, begin) : nullptr;
+    QQuickItem* item = m_page ? createItem(*m_page, *this, initialize) : nullptr;
     auto screen = qobject_cast<FocusScreen*>(item);
     if (!screen) {
-        m_isRefused = true;
+        m_isPageInvalid = true;
         if (item) {
             qWarning("a page of a NavigationStack is no FocusScreen");
-            retire(item, false);
+            removePage(item, false);
         }
         return false;
     }
     m_levels.append({screen});
-    if (isSeen) {
+    if (isAnimated) {
         screen->setOpacity(0);
         fade(screen, 1);
     }
     return true;
 }
 
-/** The page has gone for everybody but the eye. */
-void NavigationStack::retire(QQuickItem* page, bool isSeen)
+/** Removes a page: it is disabled now and destroyed after fading out, or at once. */
+void NavigationStack::removePage(QQuickItem* page, bool isAnimated)
 {
     if (!page)
         return;
     page->setEnabled(false);
-    if (isSeen) {
+    if (isAnimated) {
         fade(page, 0);
     } else {
         page->setVisible(false);
@@ -151,12 +151,12 @@ void NavigationStack::retire(QQuickItem* page, bool isSeen)
     }
 }
 
-/** From what it is at; a page that was to go is destroyed at the end. */
+/** Animates from the current opacity. A page that fades out is destroyed at the end. */
 void NavigationStack::fade(QQuickItem* page, qreal opacity)
 {
     delete page->findChild<QPropertyAnimation*>(QString(), Qt::FindDirectChildrenOnly);
     auto animation = new QPropertyAnimation(page, "opacity", page);
-    animation->setDuration(qRound(fadeTime * std::abs(opacity - page->opacity())));
+    animation->setDuration(qRound(fadeDuration * std::abs(opacity - page->opacity())));
     animation->setEndValue(opacity);
     connect(animation, &QPropertyAnimation::finished, this, &NavigationStack::hideCovered);
     if (opacity == 0)
@@ -175,10 +175,10 @@ void NavigationStack::hideCovered()
     }
 }
 
-void NavigationStack::giveKeysToFront()
+void NavigationStack::focusFront()
 {
     if (hasActiveFocus())
-        takeFocus();
+        acquireFocus();
     else if (front())
         front()->setFocus(true);
 }

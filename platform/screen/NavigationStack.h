@@ -6,12 +6,12 @@
 #include <QQmlComponent>
 
 /**
- * Screens pushed one over the other, themselves one screen. Its first FocusScreen child is the root; `depth` says how
- * many pages lie over it, each made from `page`, which has a `required property int level` (0 for the first). A push
- * fades in within 0.25 s, a pop out; the keys belong to the page that comes at once, and a page that is covered is not
- * drawn. Back asks to pop, once a press. Root and pages are given the stack's size.
- * Pages are FocusScreens; the stack tells them when they appear and disappear, also because itself does.
- * Screen thread only; its parent item owns it.
+ * A stack of screens that acts as one screen. Its first FocusScreen child is the root. `depth` is the number of pages
+ * above the root; each is created from `page`, which has a `required property int level` (0 for the first). A pushed
+ * page fades in over 0.25 s, a popped one fades out; keys go to the new top screen before the animation. Covered pages
+ * are not drawn. Back emits `popped`, once for each press. Root and pages are resized to the stack's size. The stack
+ * emits `appeared` and `disappeared` of its pages when they, or the stack itself, appear and disappear. Screen thread
+ * only; owned by its parent item.
  */
 class NavigationStack : public FocusScreen
 {
@@ -19,14 +19,14 @@ class NavigationStack : public FocusScreen
     QML_ELEMENT
     Q_PROPERTY(QQmlComponent* page READ page WRITE setPage NOTIFY pageChanged FINAL)
     Q_PROPERTY(int depth READ depth WRITE setDepth NOTIFY depthChanged FINAL)
-    /** The page in front, or the root. */
+    /** The topmost page, or the root. */
     Q_PROPERTY(FocusScreen* front READ front NOTIFY depthChanged FINAL)
 
 public:
     explicit NavigationStack(QQuickItem* parent = nullptr);
     ~NavigationStack() override;
 
-    static constexpr int fadeTime = 250; // milliseconds
+    static constexpr int fadeDuration = 250; // milliseconds
 
     QQmlComponent* page() const { return m_page; }
     void setPage(QQmlComponent* page);
@@ -34,13 +34,13 @@ public:
     void setDepth(int depth);
     FocusScreen* front() const;
 
-    void takeFocus() override;
+    void acquireFocus() override;
 
 Q_SIGNALS:
     void pageChanged();
     void depthChanged();
 
-    /** The viewer wants back from a page; whoever owns the path shortens it. */
+    /** Back was pressed on a page. The owner of `depth` is expected to decrease it. */
     void popped();
 
 protected:
@@ -49,26 +49,26 @@ protected:
     void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
 
 private:
-    /** The root, or a page. */
+    /** The root or a page. */
     struct Level
     {
         QPointer<FocusScreen> screen;
-        bool hasAppeared = false; ///< and not disappeared since
+        bool hasAppeared = false; ///< `appeared` was emitted, and no `disappeared` after it
     };
 
-    void followDepth(bool isSeen);
-    void change(bool isSeen);
-    bool push(bool isSeen);
-    void retire(QQuickItem* page, bool isSeen);
+    void applyDepth(bool isAnimated);
+    void updatePages(bool isAnimated);
+    bool push(bool isAnimated);
+    void removePage(QQuickItem* page, bool isAnimated);
     void fade(QQuickItem* page, qreal opacity);
     void hideCovered();
-    void giveKeysToFront();
+    void focusFront();
     void appear();
     void disappear();
 
     QPointer<QQmlComponent> m_page;
     int m_depth = 0;
-    QList<Level> m_levels; ///< the root first
+    QList<Level> m_levels; ///< from root to top
     bool m_isChanging = false;
-    bool m_isRefused = false; ///< `page` makes no screen
+    bool m_isPageInvalid = false; ///< creating a FocusScreen from `page` failed
 };

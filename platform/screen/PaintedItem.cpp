@@ -9,15 +9,15 @@
 
 namespace {
 
-constexpr int picturesKept = 2;
-constexpr int settlingTime = 50; // milliseconds, more than lies between the steps of a movement
+constexpr int maxPictures = 2;
+constexpr int restDelay = 50; // milliseconds without movement; longer than one animation step
 
 double fraction(double x)
 {
     return x - std::floor(x + PixelPlacement::tolerance);
 }
 
-/** The smallest rectangle of whole pixels around `area`, rounding errors left aside. */
+/** The smallest rectangle of whole pixels that contains `area`, ignoring rounding errors. */
 QRect wholePixels(const QRectF& area)
 {
     const QPoint topLeft(int(std::floor(area.left() + PixelPlacement::tolerance)),
@@ -54,9 +54,9 @@ void PaintedItem::repaint()
 void PaintedItem::itemChange(ItemChange change, const ItemChangeData& data)
 {
     if (change == ItemSceneChange) {
-        disconnect(m_frames);
+        disconnect(m_frameConnection);
         if (data.window)
-            m_frames = connect(data.window, &QQuickWindow::afterAnimating, this, &PaintedItem::follow);
+            m_frameConnection = connect(data.window, &QQuickWindow::afterAnimating, this, &PaintedItem::trackPlacement);
     } else if (change == ItemDevicePixelRatioHasChanged || change == ItemVisibleHasChanged) {
         update();
     }
@@ -76,7 +76,7 @@ PixelPlacement PaintedItem::placement() const
     const double ratio = window()->effectiveDevicePixelRatio();
     const QPointF origin = toScene.map(QPointF()) * ratio;
     PixelPlacement placement;
-    // Soft art is painted as if it stood on the grid, and shown on whole pixels by not being filtered.
+    // Soft art is painted as if aligned to the pixel grid, and drawn aligned by nearest-neighbour sampling.
     if (!isSoft())
         placement.phase = QPointF(fraction(origin.x()), fraction(origin.y()));
     placement.scale = QSizeF(toScene.m11(), toScene.m22()) * ratio;
@@ -88,28 +88,28 @@ PixelPlacement PaintedItem::placement() const
     return placement;
 }
 
-/** Once a frame: notices that an ancestor moved or scaled this item, and when that has ended. */
-void PaintedItem::follow()
+/** Called once per frame: detects that an ancestor moved or scaled this item, and when the movement has ended. */
+void PaintedItem::trackPlacement()
 {
     if (!isVisible() || size().isEmpty())
         return;
     const PixelPlacement now = placement();
-    if (now == m_shown) {
-        m_settling.stop();
+    if (now == m_paintedPlacement) {
+        m_restTimer.stop();
         m_atRest = true;
-    } else if (!(now == m_seen)) {
-        m_settling.start(settlingTime, this);
+    } else if (!(now == m_lastPlacement)) {
+        m_restTimer.start(restDelay, this);
         m_atRest = false;
         update();
     }
-    m_seen = now;
+    m_lastPlacement = now;
 }
 
 void PaintedItem::timerEvent(QTimerEvent* event)
 {
-    if (event->timerId() != m_settling.timerId())
+    if (event->timerId() != m_restTimer.timerId())
         return QQuickItem::timerEvent(event);
-    m_settling.stop();
+    m_restTimer.stop();
     m_atRest = true;
     update();
 }
@@ -122,16 +122,16 @@ SharedPictures::Picture PaintedItem::pictureFor(const PixelPlacement& placement)
             return m_pictures.constFirst().image;
         }
     }
-    const auto paint = [&] { return painted(placement); };
-    const QString words = look();
-    m_pictures.prepend({placement, words.isEmpty() ? std::make_shared<const QImage>(paint())
-                                                   : SharedPictures::get({words, size(), placement}, paint)});
-    if (m_pictures.size() > picturesKept)
+    const auto paint = [&] { return paintImage(placement); };
+    const QString key = cacheKey();
+    m_pictures.prepend({placement, key.isEmpty() ? std::make_shared<const QImage>(paint())
+                                                 : SharedPictures::get({key, size(), placement}, paint)});
+    if (m_pictures.size() > maxPictures)
         m_pictures.removeLast();
     return m_pictures.constFirst().image;
 }
 
-QImage PaintedItem::painted(const PixelPlacement& placement) const
+QImage PaintedItem::paintImage(const PixelPlacement& placement) const
 {
     const QSize pixels(hasUniformRows() ? 1 : placement.pixels.width(), placement.pixels.height());
     QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
@@ -142,7 +142,7 @@ QImage PaintedItem::painted(const PixelPlacement& placement) const
     painter.scale(placement.scale.width(), placement.scale.height());
     paint(painter, size());
     painter.end();
-    // Without an alpha channel it is faded at a third of the cost, and what it hides is not drawn.
+    // An opaque format makes fading three times as fast, and items behind it are not drawn.
     if (isOpaque(image))
         image.reinterpretAsFormat(QImage::Format_RGB32);
     return image;
@@ -163,8 +163,8 @@ QSGNode* PaintedItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
     const bool hasTexture = node != nullptr;
     if (!node)
         node = window()->createImageNode();
-    // A new input is painted at once, the rest when the movement has ended.
-    if (m_inputsChanged || !hasTexture || (m_atRest && !(now == m_shown))) {
+    // A changed input is painted at once, a changed placement when the movement has ended.
+    if (m_inputsChanged || !hasTexture || (m_atRest && !(now == m_paintedPlacement))) {
         const SharedPictures::Picture picture = pictureFor(now);
         node->setOwnsTexture(true);
         node->setTexture(window()->createTextureFromImage(*picture));
@@ -172,10 +172,10 @@ QSGNode* PaintedItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
         const QPointF corner = now.pixels.topLeft() - now.phase;
         node->setRect(QRectF(corner.x() / now.scale.width(), corner.y() / now.scale.height(),
                              now.pixels.width() / now.scale.width(), now.pixels.height() / now.scale.height()));
-        m_shown = now;
+        m_paintedPlacement = now;
         m_inputsChanged = false;
     }
-    // At rest one texel is one pixel, and a filter would only blur it.
-    node->setFiltering(now == m_shown ? QSGTexture::Nearest : QSGTexture::Linear);
+    // At rest one texel is one pixel, and linear filtering would only blur the image.
+    node->setFiltering(now == m_paintedPlacement ? QSGTexture::Nearest : QSGTexture::Linear);
     return node;
 }

@@ -10,13 +10,13 @@
 class QPainter;
 
 /**
- * Art drawn by C++ in points and shown pixel for pixel: it is painted once into an image of the size really shown, on
- * whole device pixels, and painted again only when its inputs change or when it has come to rest at another size; while
- * it moves, the picture at hand is scaled. The last two pictures are kept, so a card that lifts and settles again costs
- * one painting. A move by whole device pixels, as of a scroll, changes nothing but where the picture stands.
+ * Art that C++ paints in points and that is shown without scaling. It is painted once into an image of its final size,
+ * aligned to whole device pixels. It is painted again only when an input changes, or when it comes to rest at another
+ * size; while its size is animated, the existing image is scaled. The last two images are kept, so a card that is
+ * enlarged and reduced again is painted once. Moving by whole device pixels, as scrolling does, needs no painting.
  *
- * Screen thread, but for `paint`, which also runs on the render thread while the screen thread waits. Its parent item
- * owns it. Rotations and shears are not followed.
+ * Screen thread, except `paint`, which also runs on the render thread while the screen thread is blocked. Owned by its
+ * parent item. Rotation and shear are not supported.
  */
 class PaintedItem : public QQuickItem
 {
@@ -27,33 +27,33 @@ class PaintedItem : public QQuickItem
 public:
     explicit PaintedItem(QQuickItem* parent = nullptr);
 
-    /** Paints the art for an item of `size`, in points, with the item's top left corner at the origin. */
+    /** Paints the art for an item of `size`, in points; the origin is the item's top left corner. */
     virtual void paint(QPainter& painter, const QSizeF& size) const = 0;
 
-    /** How far the art reaches past the item on every side, in points. */
+    /** How far the art extends beyond the item on each side, in points. */
     virtual qreal bleed() const { return 0; }
 
-    /** Whether every row is of one colour; then one column is painted and stretched. */
+    /** Whether each pixel row has a single colour; then one column is painted and stretched. */
     virtual bool hasUniformRows() const { return false; }
 
     /**
-     * What the art looks like, in words: items that answer the same, and have the same size and stand alike on the grid
-     * of the device's pixels, share one picture. Empty for art of its own.
+     * Describes the art. Items with equal keys, sizes and positions relative to the pixel grid share one image. If
+     * empty, the image is not shared.
      */
-    virtual QString look() const { return {}; }
+    virtual QString cacheKey() const { return {}; }
 
-    /** Whether half a pixel to either side does not show; then where it stands makes no difference. */
+    /** Whether the art has no sharp edges. Then it is painted without regard to the pixel grid. */
     virtual bool isSoft() const { return false; }
 
-    /** The picture on the glass; null while there is none. */
+    /** The image that is shown; null if there is none. */
     SharedPictures::Picture picture() const { return m_pictures.isEmpty() ? nullptr : m_pictures.constFirst().image; }
 
 Q_SIGNALS:
-    /** The art's inputs have changed. */
+    /** An input of the art has changed. */
     void artChanged();
 
 protected:
-    /** To be called by every setter of an input. */
+    /** Setters of inputs call this. */
     void repaint();
 
     void timerEvent(QTimerEvent* event) override;
@@ -69,15 +69,15 @@ private:
     };
 
     PixelPlacement placement() const;
-    void follow();
+    void trackPlacement();
     SharedPictures::Picture pictureFor(const PixelPlacement& placement);
-    QImage painted(const PixelPlacement& placement) const;
+    QImage paintImage(const PixelPlacement& placement) const;
 
-    PixelPlacement m_seen;  ///< in the frame before
-    PixelPlacement m_shown; ///< the one that the picture on the glass was painted for
+    PixelPlacement m_lastPlacement;    ///< in the previous frame
+    PixelPlacement m_paintedPlacement; ///< of the image that is shown
     bool m_atRest = true;
-    QBasicTimer m_settling; ///< runs from the latest movement until it counts as the last
+    QBasicTimer m_restTimer; ///< restarted by each movement; when it fires, the item is at rest
     bool m_inputsChanged = true;
-    QList<Picture> m_pictures; ///< latest first
-    QMetaObject::Connection m_frames;
+    QList<Picture> m_pictures; ///< most recently used first
+    QMetaObject::Connection m_frameConnection;
 };

@@ -4,15 +4,17 @@
 #include <QRect>
 #include <QSizeF>
 
-/** How painted art stands on the grid of the device's pixels; a move by whole ones makes no difference. A value. */
+/**
+ * Position and scale of painted art relative to the device's pixel grid. Equal after a move by whole pixels. A value.
+ */
 struct PixelPlacement
 {
     static constexpr double tolerance = 1.0 / 256; ///< pixels
 
-    QPointF phase; ///< from a corner of the grid to the art's origin, in device pixels
-    QSizeF scale;  ///< device pixels a point
-    QRect pixels;  ///< what the art covers, from that corner of the grid
+    QPointF phase; ///< from the pixel corner at or before the art's origin to that origin, in device pixels
+    QSizeF scale;  ///< device pixels per point
+    QRect pixels;  ///< pixels that the art covers, relative to that corner
 
-    /** Whether a picture painted for one serves the other. */
+    /** Whether an image painted for one can be used for the other. */
     bool operator==(const PixelPlacement& other) const;
 };

@@ -46,8 +46,8 @@ QString rasteriserOfThisMachine()
 
 RenderPath renderPathFor(const DisplayFacts& facts)
 {
-    if (facts.askedFor)
-        return RenderPath::AsAsked;
+    if (facts.isSetInEnvironment)
+        return RenderPath::FromEnvironment;
     const bool drawsInHardware =
         facts.hasRenderNode && !facts.rasteriser.isEmpty() && !isSoftwareRasteriser(facts.rasteriser);
     return drawsInHardware ? RenderPath::Gpu : RenderPath::Software;
@@ -56,8 +56,9 @@ RenderPath renderPathFor(const DisplayFacts& facts)
 RenderPath chooseRenderPath()
 {
     DisplayFacts facts;
-    facts.askedFor = qEnvironmentVariableIsSet("QT_QUICK_BACKEND") || qEnvironmentVariableIsSet("QSG_RHI_BACKEND");
-    if (!facts.askedFor)
+    facts.isSetInEnvironment =
+        qEnvironmentVariableIsSet("QT_QUICK_BACKEND") || qEnvironmentVariableIsSet("QSG_RHI_BACKEND");
+    if (!facts.isSetInEnvironment)
         facts.hasRenderNode = machineHasRenderNode();
     if (facts.hasRenderNode)
         facts.rasteriser = rasteriserOfThisMachine();

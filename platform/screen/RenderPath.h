@@ -2,25 +2,25 @@
 
 #include <QString>
 
-/** How the screens get onto the glass. */
+/** How Qt Quick renders. */
 enum class RenderPath {
-    Gpu,      ///< OpenGL through Qt's rendering interface
-    Software, ///< Qt Quick's software adaptation, painted on the screen thread
-    AsAsked   ///< the user of Qt named a back end in the environment; it is left alone
+    Gpu,            ///< OpenGL through Qt's rendering interface
+    Software,       ///< Qt Quick's software renderer, on the screen thread
+    FromEnvironment ///< a Qt environment variable chooses the back end; nothing is changed
 };
 
-/** What the choice rests on. */
+/** Facts that the choice depends on. */
 struct DisplayFacts
 {
-    bool askedFor = false;      ///< QT_QUICK_BACKEND or QSG_RHI_BACKEND is set
-    bool hasRenderNode = false; ///< the kernel offers a GPU to draw with
-    QString rasteriser;         ///< what OpenGL calls itself; empty when no context starts
+    bool isSetInEnvironment = false; ///< QT_QUICK_BACKEND or QSG_RHI_BACKEND is set
+    bool hasRenderNode = false;      ///< a DRM render node exists
+    QString rasteriser;              ///< GL_RENDERER; empty if no OpenGL context can be created
 };
 
 RenderPath renderPathFor(const DisplayFacts& facts);
 
 /**
- * Looks at the machine, chooses and tells Qt Quick. Once, on the screen thread, after the application object and before
- * the first window. OpenGL is tried only where there is a render node.
+ * Inspects the machine, chooses the render path and configures Qt Quick. Called once, on the screen thread, after the
+ * application object is created and before the first window. OpenGL is tried only if there is a render node.
  */
 RenderPath chooseRenderPath();

@@ -12,14 +12,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::chrono::milliseconds secondFrame{200}; // after the display has come on
+constexpr std::chrono::milliseconds secondFrame{200}; // after the display was switched on
 
 } // namespace
 
 ScreenWindow::ScreenWindow(QWindow* parent) : QQuickWindow(parent)
 {
     setCursor(Qt::BlankCursor);
-    // Qt's Wayland client draws decorations of its own on a compositor that does not refuse them, in full screen too.
+    // On a compositor that accepts client-side decorations, Qt's Wayland client draws them even in full screen.
     setFlag(Qt::FramelessWindowHint);
     if (QGuiApplication::platformName().startsWith(u"wayland"_s) && sceneGraphBackend() == u"software"_s)
         new ChangedPoint(contentItem());
@@ -27,7 +27,7 @@ ScreenWindow::ScreenWindow(QWindow* parent) : QQuickWindow(parent)
 
 void ScreenWindow::present()
 {
-    // Without a window manager nobody else makes a full-screen window as large as the screen.
+    // Without a window manager, nothing else resizes a full-screen window to the screen's size.
     setGeometry(screen()->geometry());
     showFullScreen();
     requestActivate();
@@ -39,7 +39,8 @@ void ScreenWindow::setBlank(bool blank)
         return;
     m_isBlank = blank;
     Q_EMIT isBlankChanged();
-    // A compositor may show the second frame only of an output that has come on (sway 1.10), and nothing may move then.
+    // After an output is switched on, a compositor may show only the second frame (sway 1.10). If nothing is animated,
+    // no second frame would be rendered.
     if (!blank)
         QTimer::singleShot(secondFrame, this, &QQuickWindow::update);
 }

@@ -4,8 +4,8 @@
 #include <QtQml/qqmlregistration.h>
 
 /**
- * The set's one window: the whole display, without a pointer. Its `color` fills what the canvas leaves free.
- * Screen thread only; whoever made it owns it.
+ * The only window of the program: full screen, without a mouse pointer. Its `color` fills the margins beside the
+ * canvas. Screen thread only; owned by its creator.
  */
 class ScreenWindow : public QQuickWindow
 {
@@ -16,10 +16,10 @@ class ScreenWindow : public QQuickWindow
 public:
     explicit ScreenWindow(QWindow* parent = nullptr);
 
-    /** Covers the display and takes the keys, with or without a window manager. */
+    /** Shows the window in full screen and activates it, with or without a window manager. */
     void present();
 
-    /** While the display sleeps: what is shown must be black, and nothing may move. */
+    /** Whether the display sleeps. Then the window must be black, and nothing may be animated. */
     bool isBlank() const { return m_isBlank; }
     void setBlank(bool blank);
 

@@ -1,6 +1,9 @@
 #include "ScrollArea.h"
 
 #include "DevicePixels.h"
+#include "FocusScreen.h"
+#include "FocusSection.h"
+#include "FocusTargets.h"
 
 #include <QQuickWindow>
 
@@ -8,7 +11,7 @@
 
 namespace {
 
-constexpr int shortestScrollTime = 80; // milliseconds
+constexpr int minScrollDuration = 80; // milliseconds
 
 void appendContent(QQmlListProperty<QObject>* list, QObject* object)
 {
@@ -20,13 +23,13 @@ void appendContent(QQmlListProperty<QObject>* list, QObject* object)
 
 ScrollArea::ScrollArea(QQuickItem* parent) : QQuickItem(parent), m_contentItem(new QQuickItem(this))
 {
-    m_motion.setStartValue(0.0);
-    m_motion.setEndValue(1.0);
-    m_motion.setEasingCurve(QEasingCurve::OutCubic);
-    connect(&m_motion, &QVariantAnimation::valueChanged, this, [this](const QVariant& progress) {
-        // Another duration changes the value of a motion that stands still too.
-        if (m_motion.state() == QAbstractAnimation::Running)
-            moveTo(m_from + (m_aim - m_from) * progress.toReal());
+    m_animation.setStartValue(0.0);
+    m_animation.setEndValue(1.0);
+    m_animation.setEasingCurve(QEasingCurve::OutCubic);
+    connect(&m_animation, &QVariantAnimation::valueChanged, this, [this](const QVariant& progress) {
+        // Setting the duration emits valueChanged also while the animation is stopped.
+        if (m_animation.state() == QAbstractAnimation::Running)
+            moveTo(m_startPosition + (m_targetPosition - m_startPosition) * progress.toReal());
     });
 }
 
@@ -42,7 +45,7 @@ void ScrollArea::setOrientation(Qt::Orientation orientation)
     if (m_orientation == orientation)
         return;
     m_orientation = orientation;
-    layOut();
+    updateContentItem();
     Q_EMIT orientationChanged();
 }
 
@@ -51,18 +54,18 @@ void ScrollArea::setContentExtent(qreal extent)
     if (m_contentExtent == extent)
         return;
     m_contentExtent = extent;
-    layOut();
-    keepInSight(!m_isSeen);
+    updateContentItem();
+    keepVisible(!m_isDrawn);
     Q_EMIT contentExtentChanged();
 }
 
-void ScrollArea::setLead(qreal lead)
+void ScrollArea::setRevealMargin(qreal margin)
 {
-    if (m_lead == lead)
+    if (m_revealMargin == margin)
         return;
-    m_lead = lead;
-    keepInSight(!m_isSeen);
-    Q_EMIT leadChanged();
+    m_revealMargin = margin;
+    keepVisible(!m_isDrawn);
+    Q_EMIT revealMarginChanged();
 }
 
 void ScrollArea::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)
@@ -70,23 +73,23 @@ void ScrollArea::geometryChange(const QRectF& newGeometry, const QRectF& oldGeom
     QQuickItem::geometryChange(newGeometry, oldGeometry);
     if (newGeometry.size() == oldGeometry.size())
         return;
-    layOut();
-    keepInSight(true);
+    updateContentItem();
+    keepVisible(true);
 }
 
 void ScrollArea::itemChange(ItemChange change, const ItemChangeData& data)
 {
     if (change == ItemSceneChange) {
-        for (const auto& resize : std::as_const(m_resizes))
-            disconnect(resize);
-        m_resizes.clear();
-        // The canvas takes another scale with another size of the window, and so whole pixels lie elsewhere.
+        for (const auto& connection : std::as_const(m_windowConnections))
+            disconnect(connection);
+        m_windowConnections.clear();
+        // Resizing the window changes the canvas's scale, and so the positions of whole device pixels.
         if (data.window)
-            m_resizes << connect(data.window, &QWindow::widthChanged, this, &QQuickItem::polish)
-                      << connect(data.window, &QWindow::heightChanged, this, &QQuickItem::polish);
+            m_windowConnections << connect(data.window, &QWindow::widthChanged, this, &QQuickItem::polish)
+                                << connect(data.window, &QWindow::heightChanged, this, &QQuickItem::polish);
         polish();
     } else if (change == ItemVisibleHasChanged && !data.boolValue) {
-        go(m_aim, true);
+        scrollTo(m_targetPosition, true);
     } else if (change == ItemDevicePixelRatioHasChanged) {
         polish();
     }
@@ -95,89 +98,120 @@ void ScrollArea::itemChange(ItemChange change, const ItemChangeData& data)
 
 void ScrollArea::updatePolish()
 {
-    if (m_motion.state() != QAbstractAnimation::Running)
-        go(m_aim, true);
-    m_isSeen = true;
+    if (m_animation.state() != QAbstractAnimation::Running)
+        scrollTo(m_targetPosition, true);
+    m_isDrawn = true;
 }
 
-void ScrollArea::layOut()
+void ScrollArea::updateContentItem()
 {
     const bool isVertical = m_orientation == Qt::Vertical;
     m_contentItem->setSize(isVertical ? QSizeF(width(), m_contentExtent) : QSizeF(m_contentExtent, height()));
     m_contentItem->setPosition(isVertical ? QPointF(0, -m_position) : QPointF(-m_position, 0));
 }
 
-void ScrollArea::reveal(qreal first, qreal last, bool atOnce)
+void ScrollArea::reveal(qreal first, qreal last, bool immediately)
 {
-    m_revealed = Stretch{first, last};
-    if (atOnce) {
-        m_isSeen = false;
+    m_revealedRange = Range{first, last};
+    m_revealedItem = nullptr;
+    if (immediately) {
+        m_isDrawn = false;
         polish();
     }
-    keepInSight(atOnce);
+    keepVisible(immediately);
 }
 
-void ScrollArea::keepInSight(bool atOnce)
+void ScrollArea::onFocusInside(Focusable& focused, bool immediately)
 {
-    // Before there is any room, nothing can be said about where things would stand in it.
+    const Range range = rangeOf(focused);
+    reveal(range.first, range.last, immediately);
+    m_revealedItem = &focused;
+}
+
+/** The range of a focused item, or of its section if that is in this area and fits. */
+ScrollArea::Range ScrollArea::rangeOf(const Focusable& focused) const
+{
+    const auto rangeOfItem = [this](const QQuickItem& item) {
+        const QRectF rect = restingRect(item, m_contentItem);
+        return m_orientation == Qt::Vertical ? Range{rect.top(), rect.bottom()} : Range{rect.left(), rect.right()};
+    };
+    const FocusSection* const section = FocusSection::enclosingSection(&focused);
+    if (section && isAncestorOf(section)) {
+        const Range range = rangeOfItem(*section);
+        if (range.last - range.first <= viewExtent())
+            return range;
+    }
+    return rangeOfItem(focused);
+}
+
+/** Scrolls back to what was revealed, after a change of the content or of the viewport. */
+void ScrollArea::keepVisible(bool immediately)
+{
+    const FocusScreen* const screen = m_revealedItem ? FocusScreen::enclosingScreen(m_revealedItem) : nullptr;
+    if (screen && screen->focused() == m_revealedItem && m_revealedItem->isFocusable() && isAncestorOf(m_revealedItem))
+        m_revealedRange = rangeOf(*m_revealedItem);
+    // With an empty viewport no position can be computed.
     if (viewExtent() > 0)
-        go(m_revealed ? aimFor(*m_revealed) : m_aim, atOnce);
+        scrollTo(m_revealedRange ? targetPositionFor(*m_revealedRange) : m_targetPosition, immediately);
 }
 
 bool ScrollArea::scrollBy(qreal distance)
 {
-    const qreal before = m_aim;
-    m_revealed.reset();
-    go(m_aim + distance, false);
-    return m_aim != before;
+    const qreal before = m_targetPosition;
+    m_revealedRange.reset();
+    m_revealedItem = nullptr;
+    scrollTo(m_targetPosition + distance, false);
+    return m_targetPosition != before;
 }
 
-/** The aim nearest to the present one that has the stretch in sight, with as much lead as there is room for. */
-qreal ScrollArea::aimFor(const Stretch& stretch) const
+/** The target position nearest to the current one at which the range is visible, with margin as far as it fits. */
+qreal ScrollArea::targetPositionFor(const Range& range) const
 {
-    const qreal spare = viewExtent() - (stretch.last - stretch.first);
+    const qreal spare = viewExtent() - (range.last - range.first);
     if (spare <= 0)
-        return stretch.first;
-    const qreal lead = std::min(m_lead, spare / 2);
-    const qreal lowest = stretch.last + lead - viewExtent();
-    const qreal highest = stretch.first - lead;
-    return std::max(std::min(m_aim, highest), lowest);
+        return range.first;
+    const qreal margin = std::min(m_revealMargin, spare / 2);
+    const qreal lowest = range.last + margin - viewExtent();
+    const qreal highest = range.first - margin;
+    return std::max(std::min(m_targetPosition, highest), lowest);
 }
 
-void ScrollArea::go(qreal wish, bool atOnce)
+void ScrollArea::scrollTo(qreal position, bool immediately)
 {
-    const qreal aim =
-        onDevicePixels(*this, m_orientation, std::clamp(wish, 0.0, std::max(0.0, m_contentExtent - viewExtent())));
-    const bool isNew = aim != m_aim;
-    m_aim = aim;
-    // An unseen area has nobody to follow a scroll.
-    if (atOnce || !isVisible()) {
-        m_motion.stop();
-        moveTo(aim);
+    const qreal target = snapToDevicePixels(*this, m_orientation,
+                                            std::clamp(position, 0.0, std::max(0.0, m_contentExtent - viewExtent())));
+    const bool isNew = target != m_targetPosition;
+    m_targetPosition = target;
+    // A hidden area is not animated.
+    if (immediately || !isVisible()) {
+        m_animation.stop();
+        moveTo(target);
     } else if (isNew) {
-        m_motion.stop();
-        m_from = m_position;
-        m_motion.setDuration(timeForNextScroll());
-        m_motion.start();
+        m_animation.stop();
+        m_startPosition = m_position;
+        m_animation.setDuration(nextScrollDuration());
+        m_animation.start();
     }
     if (isNew)
-        Q_EMIT aimChanged();
+        Q_EMIT targetPositionChanged();
 }
 
-/** Scrolls that follow closely on each other are shorter, so that a held arrow does not outrun what is in sight. */
-int ScrollArea::timeForNextScroll()
+/**
+ * Scrolls in quick succession are shorter, so that the focus does not leave the viewport while an arrow is held down.
+ */
+int ScrollArea::nextScrollDuration()
 {
-    const qint64 since = m_sinceScroll.isValid() ? m_sinceScroll.elapsed() : scrollTime;
-    m_sinceScroll.start();
-    return int(std::clamp<qint64>(2 * since, shortestScrollTime, scrollTime));
+    const qint64 since = m_lastScroll.isValid() ? m_lastScroll.elapsed() : scrollDuration;
+    m_lastScroll.start();
+    return int(std::clamp<qint64>(2 * since, minScrollDuration, scrollDuration));
 }
 
 void ScrollArea::moveTo(qreal position)
 {
-    const qreal whole = onDevicePixels(*this, m_orientation, position);
+    const qreal whole = snapToDevicePixels(*this, m_orientation, position);
     if (whole == m_position)
         return;
     m_position = whole;
-    layOut();
+    updateContentItem();
     Q_EMIT positionChanged();
 }

@@ -1,28 +1,32 @@
 #pragma once
 
+#include "FocusContainer.h"
+
 #include <QElapsedTimer>
+#include <QPointer>
 #include <QQuickItem>
 #include <QVariantAnimation>
 
 #include <optional>
 
 /**
- * Content longer than its room, that moves so that what has the focus is in sight: smoothly, within about a quarter of
- * a second, towards a new aim at once when it changes on the way. It stops on whole device pixels and moves by them, so
- * that painted art stays sharp. It does not clip, as its edges are the display's.
+ * A scrollable area for content that is longer than its viewport. It scrolls so that the focused item is visible:
+ * animated, over about a quarter of a second; a new target redirects a running scroll. Positions are whole device
+ * pixels, so that painted art stays sharp. It does not clip, because its edges are the display's edges.
  *
- * Its children stand on `contentItem`. Lengths are points along `orientation`. Screen thread only; its parent owns it.
+ * Children are placed in `contentItem`. Lengths are points along `orientation`. Screen thread only; owned by its
+ * parent.
  */
-class ScrollArea : public QQuickItem
+class ScrollArea : public QQuickItem, public FocusContainer
 {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(Qt::Orientation orientation READ orientation WRITE setOrientation NOTIFY orientationChanged FINAL)
-    /** How long the content is; set by the screen, as the length of what it puts there. */
+    /** Length of the content; set by the screen. */
     Q_PROPERTY(qreal contentExtent READ contentExtent WRITE setContentExtent NOTIFY contentExtentChanged FINAL)
-    /** What stays in sight before and after the revealed thing, where there is that much content and room. */
-    Q_PROPERTY(qreal lead READ lead WRITE setLead NOTIFY leadChanged FINAL)
-    /** How far the content has moved out on the leading side, now. */
+    /** Length kept visible before and after a revealed range, if there is enough content and room. */
+    Q_PROPERTY(qreal revealMargin READ revealMargin WRITE setRevealMargin NOTIFY revealMarginChanged FINAL)
+    /** Current scroll position: the content's first visible point. */
     Q_PROPERTY(qreal position READ position NOTIFY positionChanged FINAL)
     Q_PROPERTY(QQuickItem* contentItem READ contentItem CONSTANT FINAL)
     Q_PROPERTY(QQmlListProperty<QObject> content READ content FINAL)
@@ -32,37 +36,41 @@ public:
     explicit ScrollArea(QQuickItem* parent = nullptr);
     ~ScrollArea() override;
 
-    static constexpr int scrollTime = 250; // milliseconds
+    static constexpr int scrollDuration = 250; // milliseconds
 
     Qt::Orientation orientation() const { return m_orientation; }
     void setOrientation(Qt::Orientation orientation);
     qreal contentExtent() const { return m_contentExtent; }
     void setContentExtent(qreal extent);
-    qreal lead() const { return m_lead; }
-    void setLead(qreal lead);
+    qreal revealMargin() const { return m_revealMargin; }
+    void setRevealMargin(qreal margin);
     qreal position() const { return m_position; }
     QQuickItem* contentItem() const { return m_contentItem; }
     QQmlListProperty<QObject> content();
 
-    /** The length of the room. */
+    /** Length of the viewport. */
     qreal viewExtent() const { return m_orientation == Qt::Vertical ? height() : width(); }
-    /** Where the scroll that is under way ends; `position()` at rest. */
-    qreal aim() const { return m_aim; }
+    /** Position at the end of the running scroll; equal to position() at rest. */
+    qreal targetPosition() const { return m_targetPosition; }
 
-    /** Brings `first` to `last` of the content into sight, from its beginning when it is longer than the room. */
-    void reveal(qreal first, qreal last, bool atOnce = false);
+    /**
+     * Scrolls so that the content from `first` to `last` is visible; its beginning if it is longer than the viewport.
+     */
+    void reveal(qreal first, qreal last, bool immediately = false);
 
-    /** Moves by `distance`, within the content; answers whether there was anywhere to go. */
+    /** Scrolls by `distance`, within the content. Returns whether the target position changed. */
     bool scrollBy(qreal distance);
+
+    /** Reveals the focused item, or its whole section if it fits, also when content before it grows or shrinks. */
+    void onFocusInside(Focusable& focused, bool immediately) override;
 
 Q_SIGNALS:
     void orientationChanged();
     void contentExtentChanged();
-    void leadChanged();
-    /** Each frame of a scroll. */
+    void revealMarginChanged();
+    /** Emitted in each frame of a scroll. */
     void positionChanged();
-    /** Where the scroll goes has changed. */
-    void aimChanged();
+    void targetPositionChanged();
 
 protected:
     void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
@@ -71,29 +79,31 @@ protected:
 
 private:
     /** A part of the content, in points along the orientation. */
-    struct Stretch
+    struct Range
     {
         qreal first;
         qreal last;
     };
 
-    void layOut();
-    void keepInSight(bool atOnce);
-    void go(qreal wish, bool atOnce);
+    void updateContentItem();
+    Range rangeOf(const Focusable& focused) const;
+    void keepVisible(bool immediately);
+    void scrollTo(qreal position, bool immediately);
     void moveTo(qreal position);
-    int timeForNextScroll();
-    qreal aimFor(const Stretch& stretch) const;
+    int nextScrollDuration();
+    qreal targetPositionFor(const Range& range) const;
 
     Qt::Orientation m_orientation = Qt::Vertical;
     qreal m_contentExtent = 0;
-    qreal m_lead = 0;
+    qreal m_revealMargin = 0;
     qreal m_position = 0;
-    qreal m_aim = 0;
+    qreal m_targetPosition = 0;
     QQuickItem* m_contentItem;
-    std::optional<Stretch> m_revealed;
-    bool m_isSeen = false; ///< what was last shown at once has been drawn: further changes are to be followed by eye
-    qreal m_from = 0;      ///< where the scroll under way began
-    QVariantAnimation m_motion;
-    QElapsedTimer m_sinceScroll;
-    QList<QMetaObject::Connection> m_resizes;
+    std::optional<Range> m_revealedRange;
+    QPointer<Focusable> m_revealedItem; ///< null if the viewer or a caller has scrolled since it was focused
+    bool m_isDrawn = false;    ///< the position set without animation has been drawn; later changes are animated
+    qreal m_startPosition = 0; ///< start of the running scroll
+    QVariantAnimation m_animation;
+    QElapsedTimer m_lastScroll;
+    QList<QMetaObject::Connection> m_windowConnections;
 };

@@ -5,23 +5,23 @@
 
 namespace {
 
-struct Known
+struct Entry
 {
     SharedPictures::Subject subject;
     std::weak_ptr<const QImage> picture;
 };
 
-/** Holds the latest pictures as far as they fit. */
-void hold(QList<SharedPictures::Picture>& latest, const SharedPictures::Picture& picture)
+/** Moves `picture` to the front of the kept images, and removes the oldest beyond the limit. */
+void keepLatest(QList<SharedPictures::Picture>& latest, const SharedPictures::Picture& picture)
 {
     latest.removeOne(picture);
-    if (picture->sizeInBytes() > SharedPictures::largestUnshown)
+    if (picture->sizeInBytes() > SharedPictures::maxUnusedPictureBytes)
         return;
     latest.prepend(picture);
     qint64 bytes = 0;
     for (qsizetype i = 0; i < latest.size(); ++i) {
         bytes += latest.at(i)->sizeInBytes();
-        if (bytes > SharedPictures::keptUnshown)
+        if (bytes > SharedPictures::maxUnusedBytes)
             latest.resize(i);
     }
 }
@@ -30,22 +30,22 @@ void hold(QList<SharedPictures::Picture>& latest, const SharedPictures::Picture&
 
 SharedPictures::Picture SharedPictures::get(const Subject& subject, const std::function<QImage()>& paint)
 {
-    static QMutex mutex; // a render thread is a window's
-    static QList<Known> known;
+    static QMutex mutex; // each window may have its own render thread
+    static QList<Entry> entries;
     static QList<Picture> latest;
     const QMutexLocker lock(&mutex);
-    known.removeIf([](const Known& one) { return one.picture.expired(); });
-    for (const Known& one : std::as_const(known)) {
-        if (one.subject == subject) {
-            const Picture picture = one.picture.lock();
+    entries.removeIf([](const Entry& entry) { return entry.picture.expired(); });
+    for (const Entry& entry : std::as_const(entries)) {
+        if (entry.subject == subject) {
+            const Picture picture = entry.picture.lock();
             if (!picture)
                 break;
-            hold(latest, picture);
+            keepLatest(latest, picture);
             return picture;
         }
     }
     const auto picture = std::make_shared<const QImage>(paint());
-    known.append({subject, picture});
-    hold(latest, picture);
+    entries.append({subject, picture});
+    keepLatest(latest, picture);
     return picture;
 }

@@ -9,8 +9,9 @@
 #include <memory>
 
 /**
- * Pictures that several items show: each is painted once, by whoever needs it first, and stays as long as anyone holds
- * it. The latest small ones stay longer, as a shadow comes and goes with the focus. Any thread.
+ * Cache of images that several items show. Each is painted by the first item that needs it and kept while an item uses
+ * it. The most recently used small ones are kept longer, because a card's shadow comes and goes with the focus. Any
+ * thread.
  */
 class SharedPictures
 {
@@ -19,17 +20,17 @@ public:
 
     struct Subject
     {
-        QString look; ///< in words
-        QSizeF size;  ///< points
+        QString cacheKey; ///< describes the art; see PaintedItem::cacheKey
+        QSizeF size;      ///< points
         PixelPlacement placement;
 
         bool operator==(const Subject&) const = default;
     };
 
-    /** Bytes of pictures that stay although nobody shows them: the shadows of two screens of 1080 lines. */
-    static constexpr qint64 keptUnshown = 4 * 1024 * 1024;
-    /** Bytes of the largest that stays so: no background of a whole display. */
-    static constexpr qint64 largestUnshown = 2 * 1024 * 1024;
+    /** Most bytes of images kept without a user: the shadows of two screens of 1080 lines. */
+    static constexpr qint64 maxUnusedBytes = 4 * 1024 * 1024;
+    /** Most bytes of one such image; excludes backgrounds of a whole display. */
+    static constexpr qint64 maxUnusedPictureBytes = 2 * 1024 * 1024;
 
     static Picture get(const Subject& subject, const std::function<QImage()>& paint);
 };

@@ -9,7 +9,7 @@
 
 namespace {
 
-/** Halves go up also where a rounding error has taken a little off them, so that equal lengths stay equal. */
+/** Rounds half up, also if a rounding error has reduced the half slightly, so that equal lengths stay equal. */
 double wholePixel(double pixels)
 {
     return std::floor(pixels + 0.5 + PixelPlacement::tolerance);

@@ -1,11 +1,11 @@
 #include "StackItems.h"
 
-#include "MadeItem.h"
+#include "CreateItem.h"
 
 #include <QQmlProperty>
 #include <QQuickItem>
 
-QVariantMap StackItems::values(const QQuickItem& item, const QAbstractItemModel* model, int row)
+QVariantMap StackItems::propertyValues(const QQuickItem& item, const QAbstractItemModel* model, int row)
 {
     const auto has = [&item](const char* name) { return item.metaObject()->indexOfProperty(name) >= 0; };
     QVariantMap values;
@@ -19,7 +19,7 @@ QVariantMap StackItems::values(const QQuickItem& item, const QAbstractItemModel*
     return values;
 }
 
-int StackItems::rowAround(const QQuickItem* descendant) const
+int StackItems::rowContaining(const QQuickItem* descendant) const
 {
     const QQuickItem* item = descendant;
     while (item && item->parentItem() != &m_stack)
@@ -27,40 +27,40 @@ int StackItems::rowAround(const QQuickItem* descendant) const
     return item ? m_items.key(const_cast<QQuickItem*>(item), -1) : -1;
 }
 
-bool StackItems::make(int row, QQmlComponent& delegate, const QAbstractItemModel* model,
-                      const std::function<void(QQuickItem&, int)>& layOut)
+bool StackItems::create(int row, QQmlComponent& delegate, const QAbstractItemModel* model,
+                        const std::function<void(QQuickItem&, int)>& layOut)
 {
-    QQuickItem* begun = nullptr;
-    const auto begin = [&](QQuickItem& item) {
-        // It is known from the beginning: the model may change while it is made.
-        begun = &item;
-        m_items.insert(row, begun);
+    QQuickItem* created = nullptr;
+    const auto initialize = [&](QQuickItem& item) {
+        // Added before creation is complete: the model may change meanwhile.
+        created = &item;
+        m_items.insert(row, created);
         layOut(item, row);
-        return values(item, model, row);
+        return propertyValues(item, model, row);
     };
-    if (madeItem(delegate, m_stack, begin))
+    if (createItem(delegate, m_stack, initialize))
         return true;
-    m_items.removeIf([begun](const auto& item) { return item.value() == begun; });
+    m_items.removeIf([created](const auto& item) { return item.value() == created; });
     return false;
 }
 
-void StackItems::keep(const StackRows& before, const StackRows& after, const QAbstractItemModel* model,
-                      const std::function<void(QQuickItem&, int)>& layOut)
+void StackItems::updateRows(const StackRows& before, const StackRows& after, const QAbstractItemModel* model,
+                            const std::function<void(QQuickItem&, int)>& layOut)
 {
-    QHash<StackRows::Identity, QQuickItem*> left;
+    QHash<StackRows::Identity, QQuickItem*> remaining;
     for (auto i = m_items.cbegin(); i != m_items.cend(); ++i)
-        left.insert(before.at(i.key()).identity, i.value());
+        remaining.insert(before.at(i.key()).identity, i.value());
     m_items.clear();
-    for (int row = 0; row < after.count() && !left.isEmpty(); ++row) {
-        if (QQuickItem* item = left.take(after.at(row).identity))
+    for (int row = 0; row < after.count() && !remaining.isEmpty(); ++row) {
+        if (QQuickItem* item = remaining.take(after.at(row).identity))
             m_items.insert(row, item);
     }
-    for (QQuickItem* item : std::as_const(left))
+    for (QQuickItem* item : std::as_const(remaining))
         discard(item);
     forEach([&](QQuickItem& item, int row) {
         layOut(item, row);
-        const QVariantMap fresh = values(item, model, row);
-        for (auto value = fresh.cbegin(); value != fresh.cend(); ++value)
+        const QVariantMap values = propertyValues(item, model, row);
+        for (auto value = values.cbegin(); value != values.cend(); ++value)
             QQmlProperty::write(&item, value.key(), value.value());
     });
 }
@@ -69,7 +69,7 @@ void StackItems::forEach(const std::function<void(QQuickItem&, int)>& visit) con
 {
     const auto items = m_items;
     for (auto i = items.cbegin(); i != items.cend(); ++i) {
-        // What is done to one may change the model once more.
+        // The visitor may change the model, and so the items.
         if (at(i.key()) == i.value())
             visit(*i.value(), i.key());
     }
@@ -78,16 +78,16 @@ void StackItems::forEach(const std::function<void(QQuickItem&, int)>& visit) con
 void StackItems::discardUnless(const std::function<bool(int)>& isWanted)
 {
     for (auto i = m_items.begin(); i != m_items.end();) {
-        const bool stays = isWanted(i.key());
-        if (!stays)
+        const bool isKept = isWanted(i.key());
+        if (!isKept)
             discard(i.value());
-        i = stays ? std::next(i) : m_items.erase(i);
+        i = isKept ? std::next(i) : m_items.erase(i);
     }
 }
 
 void StackItems::discard(QQuickItem* item)
 {
-    // Not destroyed here: it may be in the middle of telling that it was selected.
+    // Deleted later: it may be emitting `selected` now.
     item->setVisible(false);
     item->deleteLater();
 }

@@ -5,13 +5,13 @@
 #include <QString>
 
 /**
- * The rows of a model as a `LazyStack` lays them out: what tells each from the others, and where it begins and ends, in
- * points from the beginning of the stack. A value.
+ * The rows of a model as laid out by a `LazyStack`: their identities, and where they begin and end, in points from the
+ * beginning of the stack. A value.
  */
 class StackRows
 {
 public:
-    /** Which row it is, whatever its number: by role "key", and by how many rows before it have the same one. */
+    /** Identifies a row independently of its number: by its role "key" and the number of equal keys before it. */
     struct Identity
     {
         QString key;
@@ -29,7 +29,7 @@ public:
         qreal first = 0;
         qreal last = 0;
     };
-    /** Rows that follow on each other; none while `last` is smaller than `first`. */
+    /** A range of rows; empty if `last` is less than `first`. */
     struct Span
     {
         int first = 0;
@@ -40,17 +40,17 @@ public:
 
     StackRows() = default;
 
-    /** Reads a model, which may be null; a row is `extent` long where the model has no role "extent". */
+    /** Reads `model`, which may be null. `extent` is the length of each row if the model has no role "extent". */
     StackRows(const QAbstractItemModel* model, qreal extent, qreal spacing);
 
     int count() const { return int(m_rows.size()); }
     const Row& at(int row) const { return m_rows.at(row); }
     qreal length() const { return m_rows.isEmpty() ? 0 : m_rows.constLast().last; }
 
-    /** Makes a row this long, and moves those after it; answers whether it was of another length. */
+    /** Sets the length of a row and moves the rows after it. Returns whether the length changed. */
     bool setExtent(int row, qreal extent);
 
-    /** The rows of which something lies between two points. */
+    /** The rows that overlap the range between two points. */
     Span between(qreal first, qreal last) const;
 
 private:

@@ -6,15 +6,15 @@
 #include <utility>
 
 /**
- * A result that comes later and is awaited once: `co_await completion` in one place, `resolve(value)` in another.
- * A copy shares the state. Whoever makes one resolves it in the end, or the waiting coroutine stays for ever.
- * Screen thread only; resolving resumes the waiting coroutine inside the call.
+ * A result that is provided later and awaited once: `co_await completion` waits for `resolve(value)`. Copies share
+ * their state. Whoever creates one must resolve it, else the waiting coroutine is never resumed. Screen thread only;
+ * resolve() resumes the coroutine before it returns.
  */
 template<typename T>
 class Completion
 {
 public:
-    /** The first call counts, later ones are ignored. */
+    /** Sets the result. Later calls are ignored. */
     void resolve(T value) const
     {
         if (m_state->resolved)

@@ -1,29 +1,53 @@
 #pragma once
 
-#include "CancelToken.h"
+#include <stop_token>
+#include <utility>
 
 /**
- * The lifetime of an object's tasks: whoever starts some holds one as its last member, so that they end before
- * anything else of it goes. A task takes `token()` when it starts and re-checks it after every co_await.
- * Screen thread only.
+ * Stops the tasks of an object when it is destroyed. It is the object's last member, so that tasks end before other
+ * members are destroyed. A task gets `token()` when it starts and checks it after every co_await. Screen thread only.
  */
 class TaskScope
 {
 public:
-    TaskScope();
-    ~TaskScope();
+    TaskScope() = default;
+    ~TaskScope() { m_source.request_stop(); }
     TaskScope(const TaskScope&) = delete;
     TaskScope& operator=(const TaskScope&) = delete;
 
-    /** A token that is cancelled with this scope. */
-    CancelToken token() const;
+    std::stop_token token() const { return m_source.get_token(); }
 
-    /** A token that is cancelled with this scope or with `caller`, whichever goes first. */
-    CancelToken token(const CancelToken& caller) const;
-
-    /** Ends every task started so far; later tokens are fresh. */
-    void cancel();
+    /** Stops all tasks started so far. Tokens created later are not stopped. */
+    void cancel() { std::exchange(m_source, std::stop_source()).request_stop(); }
 
 private:
-    CancelToken m_token;
+    std::stop_source m_source;
+};
+
+/** Its token is stopped when either of two tokens is. A task keeps it in its frame. Screen thread only. */
+class LinkedStopSource
+{
+public:
+    LinkedStopSource(const std::stop_token& first, const std::stop_token& second)
+        : m_onFirst(first, Forward{m_source}), m_onSecond(second, Forward{m_source})
+    {}
+
+    std::stop_token token() const { return m_source.get_token(); }
+
+private:
+    struct Forward
+    {
+        void operator()() const
+        {
+            // A copy: stopping may end the task, which destroys this.
+            std::stop_source kept = source;
+            kept.request_stop();
+        }
+
+        std::stop_source source;
+    };
+
+    std::stop_source m_source;
+    std::stop_callback<Forward> m_onFirst;
+    std::stop_callback<Forward> m_onSecond;
 };

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "CallQueue.h"
 #include "Completion.h"
-#include "Mailbox.h"
 
 #include <QRunnable>
 #include <QThreadPool>
@@ -9,8 +9,8 @@
 #include <memory>
 
 /**
- * One background thread that takes pieces of work one after the other and hands each result back on the screen thread.
- * Made and used on the screen thread; its destructor waits for the pieces that it has, and their results still arrive.
+ * A background thread that runs tasks one after the other and delivers each result on the screen thread. Created and
+ * used on the screen thread. The destructor waits for the queued tasks; their results are still delivered.
  */
 class Worker
 {
@@ -18,35 +18,34 @@ public:
     Worker()
     {
         m_pool.setMaxThreadCount(1);
-        screenThread();
+        screenThreadQueue();
     }
 
-    /** Runs `work()` on the background thread; the completion is resolved on the screen thread, from its event loop. */
+    /** Runs `work()` on the background thread; resolves the completion on the screen thread, from its event loop. */
     template<typename Work>
     auto run(Work work) -> Completion<decltype(work())>
     {
         Completion<decltype(work())> completion;
-        auto* const piece = new Piece<Work>(std::move(work), completion);
-        Handover::give(piece);
-        m_pool.start(piece);
+        auto* const task = new Task<Work>(std::move(work), completion);
+        HappensBefore::release(task);
+        m_pool.start(task);
         return completion;
     }
 
 private:
     template<typename Work>
-    class Piece : public QRunnable
+    class Task : public QRunnable
     {
     public:
         using Result = decltype(std::declval<Work&>()());
 
-        Piece(Work work, Completion<Result> completion) : m_work(std::move(work)), m_completion(std::move(completion))
-        {}
+        Task(Work work, Completion<Result> completion) : m_work(std::move(work)), m_completion(std::move(completion)) {}
 
         void run() override
         {
-            Handover::take(this);
+            HappensBefore::acquire(this);
             auto result = std::make_shared<Result>(m_work());
-            screenThread().post(
+            screenThreadQueue().post(
                 [completion = std::move(m_completion), result] { completion.resolve(std::move(*result)); });
         }
 
@@ -55,11 +54,13 @@ private:
         Completion<Result> m_completion;
     };
 
-    /** Made with the first worker and never destroyed before the end, so that no result is lost with its worker. */
-    static Mailbox& screenThread()
+    /**
+     * Created with the first worker and never destroyed before the program ends, so that results outlive their worker.
+     */
+    static CallQueue& screenThreadQueue()
     {
-        static Mailbox mailbox;
-        return mailbox;
+        static CallQueue queue;
+        return queue;
     }
 
     QThreadPool m_pool;

@@ -2,18 +2,18 @@
 
 #include <QString>
 
-/** One track of a stream from which a viewer can choose. A plain value. */
+/** An audio or subtitle track of a stream, which the viewer can select. A plain value. */
 struct MediaTrack
 {
     enum class Kind { Audio, Subtitle };
 
-    /** The id by which no track of a kind is selected. */
+    /** The id that selects no track of a kind. */
     static constexpr int none = -1;
 
-    int id = none; ///< counts from 1, for each kind on its own
+    int id = none; ///< counted from 1, separately for each kind
     Kind kind = Kind::Audio;
-    QString title;    ///< the stream's own words; may be empty
-    QString language; ///< BCP 47 or ISO 639; empty while unknown
+    QString title;    ///< from the stream; may be empty
+    QString language; ///< BCP 47 or ISO 639; empty if unknown
     bool selected = false;
 
     bool operator==(const MediaTrack&) const = default;

@@ -2,7 +2,7 @@
 
 #include <QByteArray>
 
-/** A file that lives in memory, for libraries that take nothing but a file's name. Gone with the object. Any thread. */
+/** A file in memory, for libraries that accept only a file name. Exists as long as the object. Any thread. */
 class MemoryFile
 {
 public:
@@ -11,10 +11,10 @@ public:
     MemoryFile(const MemoryFile&) = delete;
     MemoryFile& operator=(const MemoryFile&) = delete;
 
-    /** False when the system would not hold it. */
+    /** False if the system could not create or fill the file. */
     bool isValid() const { return m_descriptor >= 0; }
 
-    /** A path that this process can open and read from the start, any number of times. */
+    /** A path under which this process can open the file, any number of times; each reads from the start. */
     QByteArray path() const;
 
 private:

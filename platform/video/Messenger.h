@@ -6,8 +6,8 @@
 #include <utility>
 
 /**
- * Carries calls from any thread to a receiver on the screen thread, from its event loop. A copy shares the receiver.
- * The receiver's owner holds it by a shared pointer: what arrives after that has gone is dropped.
+ * Posts calls from any thread to a receiver on the screen thread, where the event loop runs them. Copies have the same
+ * receiver. The receiver's owner has a shared pointer to it; calls that arrive after its destruction are dropped.
  */
 template<typename Receiver>
 class Messenger
@@ -15,14 +15,14 @@ class Messenger
 public:
     explicit Messenger(const std::shared_ptr<Receiver>& receiver) : m_receiver(receiver) {}
 
-    template<typename Letter>
-    void post(Letter letter) const
+    template<typename Call>
+    void post(Call call) const
     {
         QMetaObject::invokeMethod(
             QCoreApplication::instance(),
-            [receiver = m_receiver, letter = std::move(letter)] {
-                if (const auto still = receiver.lock())
-                    letter(*still);
+            [receiver = m_receiver, call = std::move(call)] {
+                if (const auto target = receiver.lock())
+                    call(*target);
             },
             Qt::QueuedConnection);
     }

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/** One thing to be known about what is playing, as the platform's player shows it. A plain value. */
+/** One item of metadata about a stream: what it is and its text. A plain value. */
 struct MetadataItem
 {
     enum class Identifier { Title, SubTitle, Description, Publisher };

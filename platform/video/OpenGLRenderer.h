@@ -3,14 +3,14 @@
 #include <QSize>
 
 /**
- * Draws the pictures of an engine with OpenGL. Made, used and destroyed on the scene graph's render thread, with its
- * OpenGL context current; it holds the engine until then.
+ * Draws the frames of an engine with OpenGL. It is created, used and destroyed on the scene graph's render thread, with
+ * that thread's OpenGL context current. It keeps a reference to the engine.
  */
 class OpenGLRenderer
 {
 public:
     virtual ~OpenGLRenderer() = default;
 
-    /** Draws the picture of this moment into a framebuffer object, letterboxed with black; black before the first. */
+    /** Draws the current frame into a framebuffer object, letterboxed with black. All black before the first frame. */
     virtual void render(unsigned framebuffer, QSize pixels) = 0;
 };

@@ -3,11 +3,11 @@
 #include <QOpenGLFramebufferObject>
 #include <QQuickOpenGLUtils>
 
-/** The render thread's half. `synchronize` alone sees the item, while the screen thread stands still. */
-class OpenGLSurface::Painter : public QQuickFramebufferObject::Renderer
+/** The part on the render thread. Only `synchronize` accesses the item, while the screen thread is blocked. */
+class OpenGLSurface::FramebufferRenderer : public QQuickFramebufferObject::Renderer
 {
 public:
-    explicit Painter(std::unique_ptr<OpenGLRenderer> renderer) : m_renderer(std::move(renderer)) {}
+    explicit FramebufferRenderer(std::unique_ptr<OpenGLRenderer> renderer) : m_renderer(std::move(renderer)) {}
 
     QOpenGLFramebufferObject* createFramebufferObject(const QSize&) override
     {
@@ -37,13 +37,13 @@ private:
 
 OpenGLSurface::OpenGLSurface(std::shared_ptr<VideoEngine> engine, QQuickItem* view)
     : QQuickFramebufferObject(view), m_engine(std::move(engine)),
-      m_changed(std::make_shared<std::function<void()>>([this] { update(); }))
+      m_onPictureChanged(std::make_shared<std::function<void()>>([this] { update(); }))
 {
     setTextureFollowsItemSize(false);
     setMirrorVertically(true);
 }
 
-void OpenGLSurface::fit(QSizeF size, QSize pixels)
+void OpenGLSurface::resize(QSizeF size, QSize pixels)
 {
     setSize(size);
     if (m_pixels == pixels)
@@ -54,5 +54,5 @@ void OpenGLSurface::fit(QSizeF size, QSize pixels)
 
 QQuickFramebufferObject::Renderer* OpenGLSurface::createRenderer() const
 {
-    return new Painter(m_engine->makeOpenGLRenderer(PictureListener(m_changed)));
+    return new FramebufferRenderer(m_engine->createOpenGLRenderer(PictureListener(m_onPictureChanged)));
 }

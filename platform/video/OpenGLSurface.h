@@ -6,8 +6,8 @@
 #include <QQuickFramebufferObject>
 
 /**
- * Shows pictures drawn by OpenGL into a texture of the view's size in pixels. Screen thread only; the renderer that it
- * makes belongs to the scene graph's render thread.
+ * Shows frames that OpenGL draws into a texture of the view's size in device pixels. Screen thread only; the renderer
+ * that it creates belongs to the scene graph's render thread.
  */
 class OpenGLSurface : public QQuickFramebufferObject, public VideoSurface
 {
@@ -16,13 +16,13 @@ class OpenGLSurface : public QQuickFramebufferObject, public VideoSurface
 public:
     OpenGLSurface(std::shared_ptr<VideoEngine> engine, QQuickItem* view);
 
-    void fit(QSizeF size, QSize pixels) override;
+    void resize(QSizeF size, QSize pixels) override;
     Renderer* createRenderer() const override;
 
 private:
-    class Painter;
+    class FramebufferRenderer;
 
     std::shared_ptr<VideoEngine> m_engine;
-    std::shared_ptr<std::function<void()>> m_changed;
+    std::shared_ptr<std::function<void()>> m_onPictureChanged;
     QSize m_pixels;
 };

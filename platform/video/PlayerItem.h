@@ -10,8 +10,8 @@
 #include <optional>
 
 /**
- * One stream to be played, and what has become of it. Screen thread only. Whoever wants it played makes it and shares it
- * with one player, which holds it until it is given another or none.
+ * A stream to be played, and its playback status. Screen thread only. Its creator shares it with one player, which
+ * keeps a reference until it gets another item or none.
  */
 class PlayerItem : public QObject
 {
@@ -19,13 +19,13 @@ class PlayerItem : public QObject
 
 public:
     enum class Kind {
-        Recording, ///< has an end, and can be sought
-        Live       ///< is watched at its live edge, and ends when it is let go
+        Recording, ///< has an end and is seekable
+        Live       ///< plays at the live edge, until the player gets another item or none
     };
     enum class Status {
-        Unknown,     ///< no picture yet
-        ReadyToPlay, ///< the first picture has been there
-        Failed       ///< for good; `error` may tell why
+        Unknown,     ///< no picture shown yet
+        ReadyToPlay, ///< the first picture was shown
+        Failed       ///< final; `error` may contain the cause
     };
     Q_ENUM(Status)
 
@@ -34,19 +34,19 @@ public:
     const QUrl& url() const { return m_url; }
     bool isLive() const { return m_kind == Kind::Live; }
 
-    /** What is known about the stream from elsewhere; set before the item is played. */
+    /** Metadata that does not come from the stream itself; set before the item is played. */
     const QList<MetadataItem>& externalMetadata() const { return m_externalMetadata; }
     void setExternalMetadata(QList<MetadataItem> items) { m_externalMetadata = std::move(items); }
 
-    /** The value of the first metadata item with this identifier, else empty. */
+    /** Value of the first metadata item with this identifier; empty if there is none. */
     QString metadata(MetadataItem::Identifier identifier) const;
 
     Status status() const { return m_status; }
 
-    /** Why it failed; none before that, and none when the cause is unknown. */
+    /** Why it failed; none if it has not failed or if the cause is unknown. */
     const std::optional<VideoFailure>& error() const { return m_error; }
 
-    // Told by the player that plays it.
+    // Called only by the player of this item.
     void setReadyToPlay();
     void setFailed(const VideoFailure& failure);
     void setPlayedToEnd();
@@ -54,7 +54,7 @@ public:
 Q_SIGNALS:
     void statusChanged();
 
-    /** Played to its end: the position had come within 2 seconds of the duration. */
+    /** Played to its end: the data ended when the position was at most 2 seconds before the duration. */
     void didPlayToEnd();
 
 private:

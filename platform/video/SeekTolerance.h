@@ -1,7 +1,7 @@
 #pragma once
 
-/** Where a seek may land. */
+/** How exact a seek must be. */
 enum class SeekTolerance {
-    AtOrAfter, ///< not before the position, and less than a second after it
-    Nearest,   ///< wherever it is fast, before or after the position; for scrubbing
+    AtOrAfter, ///< at the requested position or less than a second after it
+    Nearest,   ///< at a nearby position that is fast to show, before or after the requested one; for scrubbing
 };

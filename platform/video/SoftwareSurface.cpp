@@ -8,7 +8,7 @@
 
 namespace {
 
-/** The picture in the scene: copied to whole device pixels, without any scaling once its size fits. */
+/** The picture in the scene. It is drawn at whole device pixels, unscaled unless the view was just resized. */
 class PictureNode : public QSGRenderNode
 {
 public:
@@ -30,7 +30,7 @@ public:
             m_window->rendererInterface()->getResource(m_window, QSGRendererInterface::PainterResource));
         if (!painter)
             return;
-        // What lies opaquely in front is not painted again: stay inside the region that is.
+        // Opaque items in front are not repainted, so nothing may be painted outside the region being repainted.
         if (const QRegion* const region = state->clipRegion(); region && !region->isEmpty())
             painter->setClipRegion(*region, Qt::ReplaceClip);
         const qreal ratio = painter->device()->devicePixelRatio();
@@ -54,13 +54,13 @@ private:
 } // namespace
 
 SoftwareSurface::SoftwareSurface(VideoEngine& engine, QQuickItem* view)
-    : QQuickItem(view), m_changed(std::make_shared<std::function<void()>>([this] { update(); })),
-      m_renderer(engine.makeSoftwareRenderer(PictureListener(m_changed)))
+    : QQuickItem(view), m_onPictureChanged(std::make_shared<std::function<void()>>([this] { update(); })),
+      m_renderer(engine.createSoftwareRenderer(PictureListener(m_onPictureChanged)))
 {
     setFlag(ItemHasContents);
 }
 
-void SoftwareSurface::fit(QSizeF size, QSize pixels)
+void SoftwareSurface::resize(QSizeF size, QSize pixels)
 {
     setSize(size);
     if (m_pixels == pixels)

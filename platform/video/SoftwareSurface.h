@@ -8,8 +8,8 @@
 class VideoEngine;
 
 /**
- * Shows pictures that were drawn into memory; for windows without a GPU, which are drawn on the screen thread: all it
- * costs there is one copy of the picture's pixels. Screen thread only.
+ * Shows pictures that were drawn into memory, for windows without a GPU. Such windows are drawn on the screen thread;
+ * there a picture costs only one copy of its pixels. Screen thread only.
  */
 class SoftwareSurface : public QQuickItem, public VideoSurface
 {
@@ -18,13 +18,13 @@ class SoftwareSurface : public QQuickItem, public VideoSurface
 public:
     SoftwareSurface(VideoEngine& engine, QQuickItem* view);
 
-    void fit(QSizeF size, QSize pixels) override;
+    void resize(QSizeF size, QSize pixels) override;
 
 protected:
     QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
 
 private:
-    std::shared_ptr<std::function<void()>> m_changed;
+    std::shared_ptr<std::function<void()>> m_onPictureChanged;
     std::unique_ptr<SoftwareRenderer> m_renderer;
     QSize m_pixels;
 };

@@ -12,16 +12,19 @@ using Cause = VideoFailure::Cause;
 
 namespace {
 
-// A server that dies leaves an end of file like any other; only near the duration is it the end of play.
+// Seconds before the duration. A failing server causes an end of file too; only near the duration it is the real end.
 constexpr double endTolerance = 2;
 
-// The furthest that a seek goes: an end of file soon after it would otherwise pass for the end of play.
-constexpr double beforeEnd = 3;
+// Seconds before the duration, the limit of seeks. Nearer, a premature end of file would count as the real end.
+constexpr double seekMargin = 3;
 
 constexpr std::chrono::seconds stallLimit{12};
 
-// A server that sends a little now and then never falls silent, and yet there is nothing to see.
-constexpr std::chrono::seconds firstPictureLimit{30};
+// Seconds. A seek may land up to one segment before its target, and segments are rarely longer.
+constexpr double farBeforeTarget = 12;
+
+// A server that sends a little data now and then causes no network timeout, although no picture appears.
+constexpr std::chrono::seconds loadLimit{30};
 
 template<typename Enum>
 const char* keyOf(Enum value)
@@ -45,27 +48,27 @@ bool isPlayable(const QUrl& url)
 
 StreamPlayer::StreamPlayer(VideoOptions options, Clock& clock, LoadPlugin loadPlugin, QObject* parent)
     : VideoPlayer(parent), m_options(std::move(options)), m_loadPlugin(std::move(loadPlugin)),
-      m_reconnection(clock, [this] { reconnect(); }), m_stallWatch(clock, stallLimit, [this] { stalled(); }),
-      m_loadWatch(clock, firstPictureLimit, [this] { stalled(); }),
+      m_reconnectSchedule(clock, [this] { reconnect(); }), m_stallDetector(clock, stallLimit, [this] { onStalled(); }),
+      m_loadStallDetector(clock, loadLimit, [this] { onStalled(); }),
       m_listener(static_cast<VideoEngineListener*>(this), [](VideoEngineListener*) {})
 {}
 
 void StreamPlayer::setItem(std::shared_ptr<PlayerItem> item)
 {
-    const Change change(*this);
-    letGo();
+    const ChangeScope scope(*this);
+    releaseItem();
     m_item = std::move(item);
-    m_announcements.add([this] { Q_EMIT itemChanged(); });
+    m_notifications.add([this] { Q_EMIT itemChanged(); });
     if (!m_item)
         return;
-    m_reconnection.begin(m_item->isLive());
+    m_reconnectSchedule.reset(m_item->isLive());
     load(0);
 }
 
 void StreamPlayer::setPlaying(bool playing)
 {
-    const Change change(*this);
-    m_playing = playing;
+    const ChangeScope scope(*this);
+    m_wantsToPlay = playing;
     if (m_engine)
         m_engine->setPaused(!playing);
     if (playing && m_phase == Phase::Ended)
@@ -74,7 +77,7 @@ void StreamPlayer::setPlaying(bool playing)
 
 VideoPlayer::TimeControl StreamPlayer::timeControl() const
 {
-    if (!m_playing || m_phase == Phase::Idle || m_phase == Phase::Ended || m_phase == Phase::Failed)
+    if (!m_wantsToPlay || m_phase == Phase::Idle || m_phase == Phase::Ended || m_phase == Phase::Failed)
         return TimeControl::Paused;
     return isWaiting() ? TimeControl::WaitingToPlay : TimeControl::Playing;
 }
@@ -82,7 +85,7 @@ VideoPlayer::TimeControl StreamPlayer::timeControl() const
 bool StreamPlayer::isWaiting() const
 {
     return m_phase == Phase::Loading || m_phase == Phase::Broken ||
-           (m_phase == Phase::Shown && (m_buffering || m_target));
+           (m_phase == Phase::Shown && (m_buffering || m_targetPosition));
 }
 
 void StreamPlayer::setAutomaticallyWaitsToMinimizeStalling(bool waits)
@@ -98,35 +101,35 @@ double StreamPlayer::bufferedTo() const
     return std::max(m_duration > 0 ? std::min(known, m_duration) : known, position());
 }
 
-void StreamPlayer::seek(double seconds, SeekTolerance tolerance, SeekDone done)
+void StreamPlayer::seek(double seconds, SeekTolerance tolerance, SeekCallback onFinished)
 {
-    const Change change(*this);
+    const ChangeScope scope(*this);
     if (!m_item || m_item->isLive() || m_phase == Phase::Failed || !std::isfinite(seconds)) {
-        callLater(std::move(done), false);
+        postSeekResult(std::move(onFinished), false);
         return;
     }
     finishSeek(false);
-    m_seekDone = std::move(done);
-    m_target = bounded(seconds);
+    m_seekCallback = std::move(onFinished);
+    m_targetPosition = clamped(seconds);
     if (m_phase == Phase::Shown) {
-        m_stallWatch.moved();
-        m_engine->seek(m_load, ++m_seek, *m_target, tolerance);
+        m_stallDetector.onProgress();
+        m_engine->seek(m_loadId, ++m_seekId, *m_targetPosition, tolerance);
     } else if (m_phase != Phase::Broken) {
-        load(*m_target);
+        load(*m_targetPosition);
     }
 }
 
 std::unique_ptr<TimeObserver> StreamPlayer::addPeriodicTimeObserver(std::chrono::seconds interval,
                                                                     std::function<void(double)> callback)
 {
-    return m_periodicTime.add(interval, std::move(callback));
+    return m_timeObservers.add(interval, std::move(callback));
 }
 
 void StreamPlayer::select(MediaTrack::Kind kind, int id)
 {
     if (!m_item)
         return;
-    m_selected[kind] = id;
+    m_selectedTracks[kind] = id;
     if (m_phase == Phase::Shown)
         m_engine->selectTrack(kind, id);
 }
@@ -134,101 +137,102 @@ void StreamPlayer::select(MediaTrack::Kind kind, int id)
 void StreamPlayer::load(double startAt)
 {
     m_phase = Phase::Loading;
-    m_target = startAt;
+    m_targetPosition = startAt;
     m_buffering = false;
     m_bufferedTo = 0;
-    m_timeline.begin();
-    m_loadWatch.moved();
-    ++m_load;
+    m_timeline.beginLoad();
+    m_loadStallDetector.onProgress();
+    ++m_loadId;
     if (!isPlayable(m_item->url())) {
-        const auto refuse = [this, load = m_load] {
-            const Change change(*this);
-            if (concerns(load))
+        const auto reject = [this, loadId = m_loadId] {
+            const ChangeScope scope(*this);
+            if (isCurrentLoad(loadId))
                 fail({Cause::BadAddress, 0, m_item->url().toString()});
         };
-        QMetaObject::invokeMethod(this, refuse, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, reject, Qt::QueuedConnection);
     } else if (m_rendererReady) {
         const bool isLive = m_item->isLive();
-        m_engine->load({m_load, m_item->url(), isLive ? 0 : startAt, isLive, !m_playing});
-    } else if (!m_engine && !m_opening) {
+        m_engine->load({m_loadId, m_item->url(), isLive ? 0 : startAt, isLive, !m_wantsToPlay});
+    } else if (!m_engine && !m_openingEngine) {
         openEngine();
     }
 }
 
-void StreamPlayer::letGo()
+void StreamPlayer::releaseItem()
 {
-    ++m_load;
+    ++m_loadId;
     if (m_rendererReady && m_phase != Phase::Idle)
         m_engine->stop();
     m_phase = Phase::Idle;
     finishSeek(false);
-    m_reconnection.cancel();
-    m_periodicTime.end();
+    m_reconnectSchedule.cancel();
+    m_timeObservers.stop();
     m_hasShownPicture = false;
-    m_target.reset();
+    m_targetPosition.reset();
     m_position = 0;
     m_duration = 0;
     m_bufferedTo = 0;
     m_seekable = false;
     m_timeline = {};
-    m_selected.clear();
+    m_selectedTracks.clear();
     setTracks({});
 }
 
 QCoro::Task<> StreamPlayer::openEngine()
 {
-    const CancelToken token = m_tasks.token();
-    m_opening = true;
+    const std::stop_token token = m_tasks.token();
+    m_openingEngine = true;
     const auto plugin = co_await m_loadPlugin();
-    if (token.isCancelled())
+    if (token.stop_requested())
         co_return;
     if (plugin)
-        m_starting = (*plugin)->makeEngine(m_options, Messenger<VideoEngineListener>(m_listener));
+        m_startingEngine = (*plugin)->createEngine(m_options, Messenger<VideoEngineListener>(m_listener));
     else
-        engineFailed({Cause::NoPlugin, 0, plugin.error()});
+        onEngineFailed({Cause::NoPlugin, 0, plugin.error()});
 }
 
-void StreamPlayer::stalled()
+void StreamPlayer::onStalled()
 {
-    const Change change(*this);
+    const ChangeScope scope(*this);
     m_engine->stop();
-    takeBreak({Cause::TimedOut, 0, {}});
+    handleBrokenStream({Cause::TimedOut, 0, {}});
 }
 
 void StreamPlayer::reconnect()
 {
-    const Change change(*this);
+    const ChangeScope scope(*this);
     load(position());
 }
 
-// A load or a seek has come to its picture.
-void StreamPlayer::arriveAt(Timeline::Place place)
+// A load or a seek shows its picture.
+void StreamPlayer::onTargetReached(Timeline::Position position)
 {
-    if (!isBreak(place)) {
-        m_target.reset();
+    if (!isBroken(position)) {
+        m_targetPosition.reset();
         finishSeek(true);
     }
-    moveTo(place);
+    updatePosition(position);
 }
 
-void StreamPlayer::moveTo(Timeline::Place place)
+void StreamPlayer::updatePosition(Timeline::Position position)
 {
-    if (isBreak(place)) {
+    if (isBroken(position)) {
         m_engine->stop();
-        takeBreak({Cause::BrokenStream, 0, {}});
+        handleBrokenStream({Cause::BrokenStream, 0, {}});
         return;
     }
-    m_position = place.position;
-    m_stallWatch.moved();
-    m_reconnection.reached(m_position);
-    m_announcements.add([this, seconds = m_position] { m_periodicTime.moveTo(seconds); });
+    m_position = position.seconds;
+    m_stallDetector.onProgress();
+    m_reconnectSchedule.onPositionReached(m_position);
+    m_notifications.add([this, seconds = m_position] { m_timeObservers.setPosition(seconds); });
 }
 
-// What a server leaves out again it does not have, and the viewer wants to see the rest; the very end is none.
-bool StreamPlayer::isBreak(Timeline::Place place) const
+// A first gap counts as a broken stream. A gap skipped twice is accepted, except at the end of the stream.
+bool StreamPlayer::isBroken(Timeline::Position position) const
 {
-    const bool isAtEnd = m_duration > 0 && place.position >= m_duration - endTolerance;
-    return place.kind == Timeline::Place::Kind::Jumped || (place.kind == Timeline::Place::Kind::JumpedAgain && isAtEnd);
+    const bool isAtEnd = m_duration > 0 && position.seconds >= m_duration - endTolerance;
+    return position.kind == Timeline::Position::Kind::Gap ||
+           (position.kind == Timeline::Position::Kind::RepeatedGap && isAtEnd);
 }
 
 void StreamPlayer::logState(bool timeControlChanged)
@@ -238,20 +242,21 @@ void StreamPlayer::logState(bool timeControlChanged)
         return;
     qCInfo(logPlayback).noquote().nospace()
         << (m_item ? m_item->url().path() : QString()) << ": " << phases[int(m_phase)] << ", "
-        << keyOf(m_announced.timeControl) << ", at " << m_announced.position << " of " << m_announced.duration << " s";
+        << keyOf(m_notifiedState.timeControl) << ", at " << m_notifiedState.position << " of "
+        << m_notifiedState.duration << " s";
 }
 
-// However the data stopped: whether it was the end of play, the position says.
-void StreamPlayer::takeBreak(const VideoFailure& failure)
+// Data stopped arriving. The position decides whether this is the end of the recording or a broken stream.
+void StreamPlayer::handleBrokenStream(const VideoFailure& failure)
 {
     logFailure("breaks", failure);
-    ++m_load;
+    ++m_loadId;
     m_buffering = false;
-    if (m_phase == Phase::Shown && !m_target && m_duration > 0 && m_position >= m_duration - endTolerance)
+    if (m_phase == Phase::Shown && !m_targetPosition && m_duration > 0 && m_position >= m_duration - endTolerance)
         end();
-    else if (m_phase == Phase::Loading && bounded(*m_target) < *m_target)
-        load(bounded(*m_target)); // the start was beyond the end
-    else if ((m_hasShownPicture || m_item->isLive()) && m_reconnection.planAfterBreakAt(position()))
+    else if (m_phase == Phase::Loading && clamped(*m_targetPosition) < *m_targetPosition)
+        load(clamped(*m_targetPosition)); // the start position was beyond the end
+    else if ((m_hasShownPicture || m_item->isLive()) && m_reconnectSchedule.schedule(position()))
         m_phase = Phase::Broken;
     else
         fail(failure);
@@ -260,71 +265,212 @@ void StreamPlayer::takeBreak(const VideoFailure& failure)
 void StreamPlayer::end()
 {
     m_phase = Phase::Ended;
-    m_playing = false;
-    m_position = std::max(m_position, m_duration); // the engine does not tell of the last moment
+    m_wantsToPlay = false;
+    m_position = std::max(m_position, m_duration); // the engine does not report the very last position
     m_engine->setPaused(true);
-    tellItem([](PlayerItem& item) { item.setPlayedToEnd(); });
+    notifyItem([](PlayerItem& item) { item.setPlayedToEnd(); });
 }
 
 void StreamPlayer::fail(const VideoFailure& failure)
 {
     logFailure("fails", failure);
-    ++m_load;
+    ++m_loadId;
     m_phase = Phase::Failed;
-    m_reconnection.cancel();
+    m_reconnectSchedule.cancel();
     finishSeek(false);
-    tellItem([failure](PlayerItem& item) { item.setFailed(failure); });
+    notifyItem([failure](PlayerItem& item) { item.setFailed(failure); });
 }
 
 void StreamPlayer::finishSeek(bool finished)
 {
-    callLater(std::exchange(m_seekDone, {}), finished);
+    postSeekResult(std::exchange(m_seekCallback, {}), finished);
 }
 
-void StreamPlayer::callLater(SeekDone done, bool finished)
+void StreamPlayer::postSeekResult(SeekCallback callback, bool finished)
 {
-    if (done)
+    if (callback)
         QMetaObject::invokeMethod(
-            this, [done = std::move(done), finished] { done(finished); }, Qt::QueuedConnection);
+            this, [callback = std::move(callback), finished] { callback(finished); }, Qt::QueuedConnection);
 }
 
-// An item that has been let go by then is told nothing.
-void StreamPlayer::tellItem(std::function<void(PlayerItem&)> news)
+// Does nothing if the player has another item or none by then.
+void StreamPlayer::notifyItem(std::function<void(PlayerItem&)> notification)
 {
-    m_announcements.add([this, item = m_item, news = std::move(news)] {
+    m_notifications.add([this, item = m_item, notification = std::move(notification)] {
         if (item == m_item)
-            news(*item);
+            notification(*item);
     });
 }
 
-// Near the end, so that it is still played; a start beyond it shows only when the duration is known.
-double StreamPlayer::bounded(double seconds) const
+// Limits a seek so that the end is still played. Without a duration only the lower limit is known.
+double StreamPlayer::clamped(double seconds) const
 {
-    const double last = m_duration > 0 ? std::max(m_duration - beforeEnd, 0.0) : seconds;
+    const double last = m_duration > 0 ? std::max(m_duration - seekMargin, 0.0) : seconds;
     return std::max(std::min(seconds, last), 0.0);
 }
 
 void StreamPlayer::setTracks(const QList<MediaTrack>& tracks)
 {
     if (std::exchange(m_tracks, tracks) != tracks)
-        m_announcements.add([this] { Q_EMIT tracksChanged(); });
+        m_notifications.add([this] { Q_EMIT tracksChanged(); });
 }
 
-void StreamPlayer::announceChanges()
+void StreamPlayer::notifyChanges()
 {
-    m_stallWatch.setWatching(m_phase == Phase::Shown && (m_playing || m_target));
-    m_loadWatch.setWatching(m_phase == Phase::Loading && m_rendererReady);
-    const Public now{timeControl(), isWaiting(), position(), duration(), bufferedTo(), isSeekable()};
-    const Public before = std::exchange(m_announced, now);
+    m_stallDetector.setActive(m_phase == Phase::Shown && (m_wantsToPlay || m_targetPosition));
+    m_loadStallDetector.setActive(m_phase == Phase::Loading && m_rendererReady);
+    const PublicState now{timeControl(), isWaiting(), position(), duration(), bufferedTo(), isSeekable()};
+    const PublicState before = std::exchange(m_notifiedState, now);
     logState(before.timeControl != now.timeControl);
-    const auto announce = [this](bool changed, void (VideoPlayer::*signal)()) {
+    const auto notifyIf = [this](bool changed, void (VideoPlayer::*signal)()) {
         if (changed)
-            m_announcements.add([this, signal] { Q_EMIT(this->*signal)(); });
+            m_notifications.add([this, signal] { Q_EMIT(this->*signal)(); });
     };
-    announce(now.timeControl != before.timeControl, &VideoPlayer::timeControlChanged);
-    announce(now.isWaiting != before.isWaiting, &VideoPlayer::waitingChanged);
-    announce(now.position != before.position, &VideoPlayer::positionChanged);
-    announce(now.duration != before.duration, &VideoPlayer::durationChanged);
-    announce(now.bufferedTo != before.bufferedTo, &VideoPlayer::bufferedToChanged);
-    announce(now.isSeekable != before.isSeekable, &VideoPlayer::seekableChanged);
+    notifyIf(now.timeControl != before.timeControl, &VideoPlayer::timeControlChanged);
+    notifyIf(now.isWaiting != before.isWaiting, &VideoPlayer::waitingChanged);
+    notifyIf(now.position != before.position, &VideoPlayer::positionChanged);
+    notifyIf(now.duration != before.duration, &VideoPlayer::durationChanged);
+    notifyIf(now.bufferedTo != before.bufferedTo, &VideoPlayer::bufferedToChanged);
+    notifyIf(now.isSeekable != before.isSeekable, &VideoPlayer::seekableChanged);
+}
+
+void StreamPlayer::onEngineReady()
+{
+    const ChangeScope scope(*this);
+    m_engine = std::move(m_startingEngine);
+    m_engine->setPaused(!m_wantsToPlay);
+    m_engine->setWaitsForData(m_waitsForData);
+    m_notifications.add([this] { Q_EMIT engineChanged(); });
+}
+
+void StreamPlayer::onRendererReady()
+{
+    const ChangeScope scope(*this);
+    m_rendererReady = true;
+    m_notifications.add([this] { Q_EMIT VideoPlayer::rendererReady(); });
+    if (m_phase == Phase::Loading)
+        load(*m_targetPosition);
+}
+
+void StreamPlayer::onEngineFailed(const VideoFailure& failure)
+{
+    const ChangeScope scope(*this);
+    m_openingEngine = false;
+    m_rendererReady = false;
+    m_startingEngine.reset();
+    if (std::exchange(m_engine, nullptr))
+        m_notifications.add([this] { Q_EMIT engineChanged(); });
+    if (m_phase == Phase::Loading || m_phase == Phase::Shown || m_phase == Phase::Broken)
+        fail(failure);
+}
+
+void StreamPlayer::onPictureShown(int loadId, double seconds)
+{
+    const ChangeScope scope(*this);
+    if (!isCurrentLoad(loadId) || m_phase != Phase::Loading)
+        return;
+    m_phase = Phase::Shown;
+    const Timeline::Position position = reachedPosition(seconds);
+    // An unseekable stream starts at its beginning; observers get no position until the target is reached again.
+    const double target = clamped(*m_targetPosition);
+    const bool isFarBefore = !m_item->isLive() && position.seconds < target - farBeforeTarget;
+    if (isFarBefore)
+        m_timeObservers.suspendUntil(target);
+    m_notifications.add([this] { Q_EMIT VideoPlayer::pictureShown(); });
+    if (!std::exchange(m_hasShownPicture, true)) {
+        m_timeObservers.start(isBroken(position) || isFarBefore ? target : position.seconds);
+        notifyItem([](PlayerItem& item) { item.setReadyToPlay(); });
+    }
+    for (auto it = m_selectedTracks.cbegin(); it != m_selectedTracks.cend(); ++it)
+        m_engine->selectTrack(it.key(), it.value());
+    onTargetReached(position);
+}
+
+// The timestamps of a live stream are used as positions.
+Timeline::Position StreamPlayer::reachedPosition(double timestamp)
+{
+    if (!std::isfinite(timestamp))
+        return {*m_targetPosition};
+    return m_item->isLive() ? Timeline::Position{timestamp} : m_timeline.onSeekFinished(*m_targetPosition, timestamp);
+}
+
+void StreamPlayer::onPositionChanged(int loadId, double seconds)
+{
+    const ChangeScope scope(*this);
+    if (!isCurrentLoad(loadId) || m_phase != Phase::Shown || m_targetPosition || !std::isfinite(seconds))
+        return;
+    const std::chrono::duration<double> elapsed = m_stallDetector.sinceLastProgress();
+    const auto position =
+        m_item->isLive() ? Timeline::Position{seconds} : m_timeline.onTimestamp(m_position, seconds, elapsed.count());
+    if (position && position->seconds != m_position)
+        updatePosition(*position);
+}
+
+void StreamPlayer::onDurationKnown(int loadId, double seconds)
+{
+    const ChangeScope scope(*this);
+    if (isCurrentLoad(loadId) && !m_item->isLive() && std::isfinite(seconds) && seconds > 0)
+        m_duration = seconds;
+}
+
+void StreamPlayer::onBufferedToChanged(int loadId, double seconds)
+{
+    const ChangeScope scope(*this);
+    if (isCurrentLoad(loadId) && std::isfinite(seconds))
+        m_bufferedTo = seconds;
+}
+
+void StreamPlayer::onSeekableKnown(int loadId, bool seekable)
+{
+    const ChangeScope scope(*this);
+    if (isCurrentLoad(loadId))
+        m_seekable = seekable && !m_item->isLive();
+}
+
+void StreamPlayer::onTracksChanged(int loadId, const QList<MediaTrack>& tracks)
+{
+    const ChangeScope scope(*this);
+    if (isCurrentLoad(loadId))
+        setTracks(tracks);
+}
+
+void StreamPlayer::onWaitingChanged(int loadId, bool waiting)
+{
+    const ChangeScope scope(*this);
+    if (isCurrentLoad(loadId))
+        m_buffering = waiting;
+}
+
+void StreamPlayer::onSeekFinished(int loadId, int seekId, double seconds)
+{
+    const ChangeScope scope(*this);
+    if (!isCurrentLoad(loadId) || seekId != m_seekId || !m_targetPosition)
+        return;
+    m_reconnectSchedule.resetAttempts();
+    m_timeObservers.resume();
+    onTargetReached(reachedPosition(seconds));
+}
+
+void StreamPlayer::onDataSkipped(int loadId)
+{
+    if (isCurrentLoad(loadId))
+        m_timeline.onDataSkipped();
+}
+
+void StreamPlayer::onEndOfFile(int loadId)
+{
+    const ChangeScope scope(*this);
+    if (isCurrentLoad(loadId))
+        handleBrokenStream({Cause::BrokenStream, 0, {}});
+}
+
+void StreamPlayer::onLoadFailed(int loadId, const VideoFailure& failure)
+{
+    const ChangeScope scope(*this);
+    if (!isCurrentLoad(loadId))
+        return;
+    if (m_phase == Phase::Shown && failure.cause == Cause::Unknown)
+        handleBrokenStream({Cause::BrokenStream, 0, failure.description});
+    else
+        handleBrokenStream(failure);
 }

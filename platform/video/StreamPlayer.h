@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Announcements.h"
-#include "PeriodicTime.h"
-#include "Reconnection.h"
-#include "StallWatch.h"
+#include "DeferredNotifications.h"
+#include "PeriodicTimeObservers.h"
+#include "ReconnectSchedule.h"
+#include "StallDetector.h"
 #include "TaskScope.h"
 #include "Timeline.h"
 #include "VideoEngine.h"
@@ -18,13 +18,14 @@
 #include <optional>
 
 /**
- * The real player: the rules of playing, on an engine of the plug-in's, which its first item brings in. Screen thread
- * only; whoever made it owns it; the clock outlives it. Destroying it does not wait for the engine.
+ * The real player: the rules of playback, on an engine of the video plug-in, which is loaded for the first item. Screen
+ * thread only; its creator owns it; the clock must outlive it. The destructor does not wait for the engine.
  *
- * Data that stop coming are the end of play only where the position has come within 2 seconds of the duration. Anywhere
- * else, when the position has not moved for 12 seconds, and when a load shows no picture within 30, it reconnects (see
- * Reconnection) and goes on where it was; so it does, once for each place, where data were left out (see Timeline).
- * A recording that cannot be loaded at all fails at once.
+ * When the data ends, the item has played to its end only if the position is at most 2 seconds before the duration;
+ * otherwise the stream is broken. It is also broken when the position has not advanced for 12 seconds, when a load
+ * shows no picture within 30 seconds, and at a gap in the data that is met for the first time (see Timeline). The
+ * player then reconnects (see ReconnectSchedule) and continues at its position. A recording whose first load fails is
+ * not tried again.
  */
 class StreamPlayer : public VideoPlayer, private VideoEngineListener
 {
@@ -44,11 +45,11 @@ public:
     bool isWaiting() const override;
     bool automaticallyWaitsToMinimizeStalling() const override { return m_waitsForData; }
     void setAutomaticallyWaitsToMinimizeStalling(bool waits) override;
-    double position() const override { return m_target.value_or(m_position); }
+    double position() const override { return m_targetPosition.value_or(m_position); }
     double duration() const override { return m_duration; }
     double bufferedTo() const override;
     bool isSeekable() const override { return m_seekable && m_duration > 0; }
-    void seek(double seconds, SeekTolerance tolerance, SeekDone done = {}) override;
+    void seek(double seconds, SeekTolerance tolerance, SeekCallback onFinished = {}) override;
     [[nodiscard]] std::unique_ptr<TimeObserver>
     addPeriodicTimeObserver(std::chrono::seconds interval, std::function<void(double seconds)> callback) override;
     const QList<MediaTrack>& tracks() const override { return m_tracks; }
@@ -58,14 +59,14 @@ public:
 private:
     enum class Phase {
         Idle,
-        Loading, ///< no picture of this load yet
+        Loading, ///< this load has shown no picture yet
         Shown,
-        Broken, ///< until the next attempt
+        Broken, ///< waits for the next attempt to reconnect
         Ended,
         Failed
     };
-    /** What viewers see of it; what differs from the last time is told. */
-    struct Public
+    /** The properties with change signals, to find out which have changed. */
+    struct PublicState
     {
         TimeControl timeControl = TimeControl::Paused;
         bool isWaiting = false;
@@ -75,89 +76,92 @@ private:
         bool isSeekable = false;
     };
 
-    /** Around each change from outside: what has come of it is told at its end, when the player may be destroyed. */
-    class Change
+    /** Open in each function that changes the state; its end emits the signals. These may destroy the player. */
+    class ChangeScope
     {
     public:
-        explicit Change(StreamPlayer& player) : m_player(player), m_change(player.m_announcements) {}
-        ~Change() { m_player.announceChanges(); }
-        Change(const Change&) = delete;
-        Change& operator=(const Change&) = delete;
+        explicit ChangeScope(StreamPlayer& player) : m_player(player), m_scope(player.m_notifications) {}
+        ~ChangeScope() { m_player.notifyChanges(); }
+        ChangeScope(const ChangeScope&) = delete;
+        ChangeScope& operator=(const ChangeScope&) = delete;
 
     private:
         StreamPlayer& m_player;
-        Announcements::Change m_change;
+        DeferredNotifications::Scope m_scope;
     };
 
-    void engineReady() override;
-    void rendererReady() override;
-    void engineFailed(const VideoFailure& failure) override;
-    void pictureShown(int load, double seconds) override;
-    void positionMoved(int load, double seconds) override;
-    void durationKnown(int load, double seconds) override;
-    void dataBuffered(int load, double upTo) override;
-    void seekableKnown(int load, bool seekable) override;
-    void tracksKnown(int load, const QList<MediaTrack>& tracks) override;
-    void waitingChanged(int load, bool waiting) override;
-    void seekDone(int load, int seek, double seconds) override;
-    void dataSkipped(int load) override;
-    void endOfFile(int load) override;
-    void loadFailed(int load, const VideoFailure& failure) override;
+    void onEngineReady() override;
+    void onRendererReady() override;
+    void onEngineFailed(const VideoFailure& failure) override;
+    void onPictureShown(int loadId, double seconds) override;
+    void onPositionChanged(int loadId, double seconds) override;
+    void onDurationKnown(int loadId, double seconds) override;
+    void onBufferedToChanged(int loadId, double seconds) override;
+    void onSeekableKnown(int loadId, bool seekable) override;
+    void onTracksChanged(int loadId, const QList<MediaTrack>& tracks) override;
+    void onWaitingChanged(int loadId, bool waiting) override;
+    void onSeekFinished(int loadId, int seekId, double seconds) override;
+    void onDataSkipped(int loadId) override;
+    void onEndOfFile(int loadId) override;
+    void onLoadFailed(int loadId, const VideoFailure& failure) override;
 
     QCoro::Task<> openEngine();
     void setPlaying(bool playing);
     void load(double startAt);
-    void letGo();
+    void releaseItem();
     void reconnect();
-    void stalled();
-    void arriveAt(Timeline::Place place);
-    void moveTo(Timeline::Place place);
-    bool isBreak(Timeline::Place place) const;
-    Timeline::Place landing(double seconds);
-    void takeBreak(const VideoFailure& failure);
+    void onStalled();
+    void onTargetReached(Timeline::Position position);
+    void updatePosition(Timeline::Position position);
+    bool isBroken(Timeline::Position position) const;
+    Timeline::Position reachedPosition(double timestamp);
+    void handleBrokenStream(const VideoFailure& failure);
     void end();
     void fail(const VideoFailure& failure);
     void finishSeek(bool finished);
-    void callLater(SeekDone done, bool finished);
-    bool concerns(int load) const { return load == m_load && (m_phase == Phase::Loading || m_phase == Phase::Shown); }
-    void tellItem(std::function<void(PlayerItem&)> news);
-    double bounded(double seconds) const;
+    void postSeekResult(SeekCallback callback, bool finished);
+    bool isCurrentLoad(int loadId) const
+    {
+        return loadId == m_loadId && (m_phase == Phase::Loading || m_phase == Phase::Shown);
+    }
+    void notifyItem(std::function<void(PlayerItem&)> notification);
+    double clamped(double seconds) const;
     void setTracks(const QList<MediaTrack>& tracks);
-    void announceChanges();
+    void notifyChanges();
     void logState(bool timeControlChanged);
 
     VideoOptions m_options;
     LoadPlugin m_loadPlugin;
-    std::shared_ptr<VideoEngine> m_starting; ///< before it is ready
+    std::shared_ptr<VideoEngine> m_startingEngine; ///< until it is ready
     std::shared_ptr<VideoEngine> m_engine;
-    bool m_opening = false;
+    bool m_openingEngine = false;
     bool m_rendererReady = false;
 
     std::shared_ptr<PlayerItem> m_item;
     Phase m_phase = Phase::Idle;
     Phase m_loggedPhase = Phase::Idle;
-    int m_load = 0;
-    bool m_playing = false; ///< as the viewer wants it
+    int m_loadId = 0;
+    bool m_wantsToPlay = false; ///< not paused by the viewer
     bool m_waitsForData = true;
-    bool m_hasShownPicture = false; ///< of the item
+    bool m_hasShownPicture = false; ///< in any load of the item
     bool m_buffering = false;
-    double m_position = 0;          ///< that has been seen
-    std::optional<double> m_target; ///< where a load or a seek under way goes
-    int m_seek = 0;
-    SeekDone m_seekDone;
+    double m_position = 0;                  ///< of the last picture shown
+    std::optional<double> m_targetPosition; ///< of the load or seek in progress
+    int m_seekId = 0;
+    SeekCallback m_seekCallback;
     double m_duration = 0;
-    double m_bufferedTo = 0; ///< as the stream counts
+    double m_bufferedTo = 0; ///< a timestamp, not a position
     bool m_seekable = false;
     Timeline m_timeline;
     QList<MediaTrack> m_tracks;
-    QMap<MediaTrack::Kind, int> m_selected; ///< by the viewer
+    QMap<MediaTrack::Kind, int> m_selectedTracks; ///< by the viewer; ids
 
-    PeriodicTime m_periodicTime;
-    Reconnection m_reconnection;
-    StallWatch m_stallWatch;
-    StallWatch m_loadWatch;
-    Public m_announced;
-    Announcements m_announcements;
-    std::shared_ptr<VideoEngineListener> m_listener; ///< this object, held so that late reports find nobody
+    PeriodicTimeObservers m_timeObservers;
+    ReconnectSchedule m_reconnectSchedule;
+    StallDetector m_stallDetector;
+    StallDetector m_loadStallDetector;
+    PublicState m_notifiedState; ///< at the last notification
+    DeferredNotifications m_notifications;
+    std::shared_ptr<VideoEngineListener> m_listener; ///< this object; expires with it, so that late events are dropped
     TaskScope m_tasks;
 };

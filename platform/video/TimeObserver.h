@@ -1,8 +1,8 @@
 #pragma once
 
 /**
- * A registration with a player, made by `VideoPlayer::addPeriodicTimeObserver`: once this is gone, the callback is not
- * called again. It belongs to whoever asked for it and may outlive the player. Screen thread only.
+ * A registration with a player, returned by `VideoPlayer::addPeriodicTimeObserver`. Destroying it unregisters the
+ * callback. The caller owns it; it may outlive the player. Screen thread only.
  */
 class TimeObserver
 {

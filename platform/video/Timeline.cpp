@@ -4,64 +4,64 @@
 
 namespace {
 
-// Playing goes by the clock, but is told of late, and in steps, on a busy machine.
-constexpr double steady = 1;
+// Playback advances with the clock, but a busy machine reports it late and in steps.
+constexpr double tolerance = 1;
 
-// Segments are rarely longer: a single one that is missing is passed over, more are a server in trouble.
-constexpr double longestGap = 12;
+// Segments are rarely longer: one missing segment is skipped; several mean that the server has a problem.
+constexpr double longestAcceptedGap = 12;
 
-// A load that goes on at a gap lands a little before or after where the last one met it.
-constexpr double samePlace = 2;
+// A load that resumes at a gap meets it a little before or after the position of the previous load.
+constexpr double sameGapTolerance = 2;
 
-// What the sound device still held is dropped when timestamps begin anew.
-constexpr double dropped = 0.3;
+// Audio still buffered by the sound device is dropped when timestamps restart.
+constexpr double droppedAudio = 0.3;
 
 } // namespace
 
-void Timeline::begin()
+void Timeline::beginLoad()
 {
-    m_shift = 0;
-    m_hasSkipped = false;
-    m_unsure.reset();
+    m_offset = 0;
+    m_hasSkippedData = false;
+    m_unconfirmed.reset();
 }
 
-Timeline::Place Timeline::landed(double wanted, double timestamp)
+Timeline::Position Timeline::onSeekFinished(double requested, double timestamp)
 {
-    m_unsure.reset();
-    m_shift = 0;
-    if (timestamp <= wanted + longestGap)
+    m_unconfirmed.reset();
+    m_offset = 0;
+    if (timestamp <= requested + longestAcceptedGap)
         return {timestamp};
-    if (m_hasSkipped)
-        return jump(wanted, timestamp);
-    m_shift = wanted - timestamp;
-    return {wanted};
+    if (m_hasSkippedData)
+        return gap(requested, timestamp);
+    m_offset = requested - timestamp;
+    return {requested};
 }
 
-std::optional<Timeline::Place> Timeline::moved(double from, double timestamp, double elapsed)
+std::optional<Timeline::Position> Timeline::onTimestamp(double from, double timestamp, double elapsed)
 {
     const double to = positionAt(timestamp);
     const double beyond = to - from - elapsed;
-    if (to > from - steady && beyond < steady) {
-        m_unsure.reset();
-        return Place{to};
+    if (to > from - tolerance && beyond < tolerance) {
+        m_unconfirmed.reset();
+        return Position{to};
     }
-    // While the library begins anew it tells once where it was last sent.
-    if (!m_unsure || timestamp < *m_unsure || timestamp > *m_unsure + steady) {
-        m_unsure = timestamp;
+    // While the library restarts, it once reports the position of its last seek, so one timestamp alone proves nothing.
+    if (!m_unconfirmed || timestamp < *m_unconfirmed || timestamp > *m_unconfirmed + tolerance) {
+        m_unconfirmed = timestamp;
         return std::nullopt;
     }
-    m_unsure.reset();
-    if (to > from && beyond <= longestGap)
-        return Place{to};
-    if (to > from && m_hasSkipped)
-        return jump(from, to);
-    m_shift = from + dropped - timestamp;
-    return Place{from + dropped};
+    m_unconfirmed.reset();
+    if (to > from && beyond <= longestAcceptedGap)
+        return Position{to};
+    if (to > from && m_hasSkippedData)
+        return gap(from, to);
+    m_offset = from + droppedAudio - timestamp;
+    return Position{from + droppedAudio};
 }
 
-Timeline::Place Timeline::jump(double from, double to)
+Timeline::Position Timeline::gap(double from, double to)
 {
-    const bool again = m_jumpedFrom && std::abs(from - *m_jumpedFrom) <= samePlace;
-    m_jumpedFrom = from;
-    return {to, again ? Place::Kind::JumpedAgain : Place::Kind::Jumped};
+    const bool again = m_lastGapStart && std::abs(from - *m_lastGapStart) <= sameGapTolerance;
+    m_lastGapStart = from;
+    return {to, again ? Position::Kind::RepeatedGap : Position::Kind::Gap};
 }

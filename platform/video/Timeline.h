@@ -3,45 +3,49 @@
 #include <optional>
 
 /**
- * Where in a recording the timestamps of its stream are, and which of their moves are no playing. Timestamps may begin
- * anew in the middle; segments that the server does not give are left out by the stream's reader, and the timestamps go
- * on behind them. Seconds throughout. Screen thread only; a member of its player, a new one for each item.
+ * Maps the timestamps of a stream to positions in the recording and detects gaps. Timestamps may restart in the middle
+ * of a recording (EXT-X-DISCONTINUITY). Segments that the server does not deliver are skipped by the stream's reader;
+ * the timestamps then jump over them, which is a gap. All values are in seconds. Screen thread only; a member of its
+ * player, a new one for each item.
  */
 class Timeline
 {
 public:
-    /** A position, and how it came about. */
-    struct Place
+    /** A position, and how playback got there. */
+    struct Position
     {
         enum class Kind {
-            Played,      ///< or sought
-            Jumped,      ///< data were left out, for the first time here
-            JumpedAgain, ///< a load after that has left them out again
+            Played,      ///< by playing or seeking
+            Gap,         ///< by skipping missing data
+            RepeatedGap, ///< by skipping the same data again in a later load
         };
 
-        double position = 0;
+        double seconds = 0;
         Kind kind = Kind::Played;
     };
 
-    /** Another load: its timestamps are its positions until they show otherwise. */
-    void begin();
+    /** Starts a new load of the stream. Its timestamps count as positions until they show otherwise. */
+    void beginLoad();
 
-    /** The reader of this load has left out data. */
-    void dataSkipped() { m_hasSkipped = true; }
+    /** The stream's reader skipped data in this load. */
+    void onDataSkipped() { m_hasSkippedData = true; }
 
-    /** A load or a seek to `wanted` has come to its picture. */
-    [[nodiscard]] Place landed(double wanted, double timestamp);
+    /** Position of the first picture after a load or a seek to `requested`. */
+    [[nodiscard]] Position onSeekFinished(double requested, double timestamp);
 
-    /** What a timestamp says, `elapsed` after the last move, to `from`; none as long as it is not sure. */
-    [[nodiscard]] std::optional<Place> moved(double from, double timestamp, double elapsed);
+    /**
+     * Position of a timestamp, `elapsed` after position `from`. An unexpected one gives none until the next confirms
+     * it.
+     */
+    [[nodiscard]] std::optional<Position> onTimestamp(double from, double timestamp, double elapsed);
 
-    double positionAt(double timestamp) const { return timestamp + m_shift; }
+    double positionAt(double timestamp) const { return timestamp + m_offset; }
 
 private:
-    Place jump(double from, double to);
+    Position gap(double from, double to);
 
-    double m_shift = 0; ///< from timestamp to position
-    bool m_hasSkipped = false;
-    std::optional<double> m_unsure; ///< a timestamp out of line, until the next one follows it
-    std::optional<double> m_jumpedFrom;
+    double m_offset = 0; ///< added to a timestamp, gives the position
+    bool m_hasSkippedData = false;
+    std::optional<double> m_unconfirmed; ///< an unexpected timestamp, until the next one confirms it
+    std::optional<double> m_lastGapStart;
 };

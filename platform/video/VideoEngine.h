@@ -10,50 +10,53 @@
 
 #include <memory>
 
-/** What an engine is to load. A plain value. */
+/** What an engine loads. A plain value. */
 struct VideoLoad
 {
-    int number = 0; ///< what the engine reports of it carries this
+    int id = 0; ///< passed to each callback that concerns this load
     QUrl url;
-    double startAt = 0; ///< seconds; the picture lands at or after it, by less than a second
+    double startAt = 0; ///< seconds; the first picture is at this position or less than a second after it
     bool isLive = false;
     bool isPaused = false;
 };
 
 /**
- * What an engine reports. Called on the screen thread, once an event, as the listener may be gone after each call; `load`
- * is the number that the load was given. Of a load come, in this order: what is known of it, `pictureShown` once,
- * positions; nothing after `endOfFile` or `loadFailed`.
+ * Receives the events of an engine, on the screen thread, each from the event loop, as a callback may destroy the
+ * listener. `loadId` is the id of the load. The callbacks of a load come in this order: its properties,
+ * `onPictureShown` once, positions; after `onEndOfFile` or `onLoadFailed` none.
  */
 class VideoEngineListener
 {
 public:
     virtual ~VideoEngineListener() = default;
 
-    virtual void engineReady() = 0;   ///< renderers can be made
-    virtual void rendererReady() = 0; ///< loads can be given
-    virtual void engineFailed(const VideoFailure& failure) = 0;
+    virtual void onEngineReady() = 0;   ///< renderers can be created
+    virtual void onRendererReady() = 0; ///< `load` can be called
+    virtual void onEngineFailed(const VideoFailure& failure) = 0;
 
-    /** The first one, and its position; not finite where that is unknown. */
-    virtual void pictureShown(int load, double seconds) = 0;
-    virtual void positionMoved(int load, double seconds) = 0;
-    virtual void durationKnown(int load, double seconds) = 0; ///< never of a recording that is still being made
-    virtual void dataBuffered(int load, double upTo) = 0;     ///< seconds; a few times a second at most
-    virtual void seekableKnown(int load, bool seekable) = 0;
-    virtual void tracksKnown(int load, const QList<MediaTrack>& tracks) = 0; ///< again at each change
-    virtual void waitingChanged(int load, bool waiting) = 0;                 ///< stands still for want of data
+    /** The first picture of a load, and its position; not finite if the position is unknown. */
+    virtual void onPictureShown(int loadId, double seconds) = 0;
+    virtual void onPositionChanged(int loadId, double seconds) = 0;
+    virtual void onDurationKnown(int loadId, double seconds) = 0;     ///< not called while a recording still grows
+    virtual void onBufferedToChanged(int loadId, double seconds) = 0; ///< at most a few times a second
+    virtual void onSeekableKnown(int loadId, bool seekable) = 0;
+    virtual void onTracksChanged(int loadId, const QList<MediaTrack>& tracks) = 0;
+    virtual void onWaitingChanged(int loadId, bool waiting) = 0; ///< playback waits for data
 
-    /** The picture is there again, at `seconds`, if that is known; of several seeks under way the last alone need report. */
-    virtual void seekDone(int load, int seek, double seconds) = 0;
+    /**
+     * A seek shows its picture, at `seconds`, which is not finite if unknown. Of several pending seeks only the last
+     * must be reported.
+     */
+    virtual void onSeekFinished(int loadId, int seekId, double seconds) = 0;
 
-    virtual void dataSkipped(int load) = 0; ///< segments were left out, as the server did not give them
-    virtual void endOfFile(int load) = 0;   ///< no more data came, which is not yet the end of play
-    virtual void loadFailed(int load, const VideoFailure& failure) = 0;
+    virtual void onDataSkipped(int loadId) = 0; ///< segments that the server did not deliver were skipped
+    virtual void onEndOfFile(int loadId) = 0;   ///< the data ended, perhaps before the end of the recording
+    virtual void onLoadFailed(int loadId, const VideoFailure& failure) = 0;
 };
 
 /**
- * The core of a player, from the plug-in. Every function is called on the screen thread and returns at once; the work
- * is done on the engine's own thread. Letting go of the last reference ends it there too; its renderers hold one each.
+ * Plays streams; created by the plug-in. Every function is called on the screen thread and returns at once; the work is
+ * done on the engine's own thread. Releasing the last reference stops that thread. Each renderer has a reference.
  */
 class VideoEngine
 {
@@ -61,23 +64,23 @@ public:
     virtual ~VideoEngine() = default;
 
     /**
-     * Lets go of what it plays and plays this; a live one at its live edge. The stream chooses its tracks anew.
-     * Only after `rendererReady`, as everything below but `setPaused` and `setWaitsForData`.
+     * Stops the current stream and plays this one, a live stream at its live edge. Track selections are reset. This and
+     * the functions below may be called only after `onRendererReady`, except `setPaused` and `setWaitsForData`.
      */
     virtual void load(const VideoLoad& load) = 0;
     virtual void stop() = 0;
     virtual void setPaused(bool paused) = 0;
 
-    /** Whether playing waits for some seconds of data when it has run out of them; at first it does. */
+    /** Whether playback waits until some seconds are buffered when data runs out. Initially true. */
     virtual void setWaitsForData(bool waits) = 0;
 
-    /** Only after the picture of `load`; later seeks replace earlier ones. Dropped when another load has come. */
-    virtual void seek(int load, int seek, double seconds, SeekTolerance tolerance) = 0;
+    /** Only after the first picture of the load. Replaces earlier seeks. Ignored if it is not the current load. */
+    virtual void seek(int loadId, int seekId, double seconds, SeekTolerance tolerance) = 0;
 
-    /** The track of a kind, or `MediaTrack::none`. */
+    /** Selects a track of a kind; `MediaTrack::none` selects none. */
     virtual void selectTrack(MediaTrack::Kind kind, int id) = 0;
 
-    /** One renderer an engine, and after `engineReady`. `changed` is called on the screen thread for each new picture. */
-    virtual std::unique_ptr<SoftwareRenderer> makeSoftwareRenderer(PictureListener changed) = 0;
-    virtual std::unique_ptr<OpenGLRenderer> makeOpenGLRenderer(PictureListener changed) = 0;
+    /** After `onEngineReady`, at most one renderer per engine. The listener is called for each new picture. */
+    virtual std::unique_ptr<SoftwareRenderer> createSoftwareRenderer(PictureListener listener) = 0;
+    virtual std::unique_ptr<OpenGLRenderer> createOpenGLRenderer(PictureListener listener) = 0;
 };

@@ -3,9 +3,9 @@
 #include <QByteArray>
 #include <QString>
 
-/** What a player is told once, when it is made. */
+/** Options of a player, set when it is created. */
 struct VideoOptions
 {
-    QByteArray certificates; ///< PEM, trusted beside the system's
-    QString applicationName; ///< how the stream presents itself to the sound server
+    QByteArray certificates; ///< PEM; trusted in addition to the system's
+    QString applicationName; ///< shown by the sound server for the audio stream
 };

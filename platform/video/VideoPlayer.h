@@ -15,15 +15,15 @@
 class VideoEngine;
 
 /**
- * Plays one item at a time, with the sound on. Screen thread only; whoever made it owns it, and may destroy it at any
- * time, also inside what it calls. A VideoView shows its picture and may go before or after it; a player is shown by one
- * view for the whole of its life. Times are seconds of play time.
+ * Plays one item at a time, with sound. Screen thread only. Its creator owns it and may destroy it at any time, even in
+ * one of its callbacks or signals. A VideoView shows its video, always the same one; either may be destroyed first. All
+ * times are seconds of play time.
  */
 class VideoPlayer : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("Players are made in C++.")
+    QML_UNCREATABLE("Players are created in C++.")
     Q_PROPERTY(TimeControl timeControl READ timeControl NOTIFY timeControlChanged)
     Q_PROPERTY(bool waiting READ isWaiting NOTIFY waitingChanged)
     Q_PROPERTY(double position READ position NOTIFY positionChanged)
@@ -33,67 +33,68 @@ class VideoPlayer : public QObject
 
 public:
     enum class TimeControl {
-        Paused,        ///< the viewer's wish, and what is left after the end, a failure or without an item
-        WaitingToPlay, ///< wants to play and `isWaiting`
+        Paused,        ///< paused by the viewer; also after the end, after a failure and without an item
+        WaitingToPlay, ///< not paused, but `isWaiting`
         Playing
     };
     Q_ENUM(TimeControl)
 
-    using SeekDone = std::function<void(bool finished)>;
+    using SeekCallback = std::function<void(bool finished)>;
 
     using QObject::QObject;
 
-    /** Lets go of what played and starts to load another item, or none. Whether it plays or is paused stays as it is. */
+    /** Stops the current item and loads another one, or none. The paused state does not change. */
     virtual void setItem(std::shared_ptr<PlayerItem> item) = 0;
     virtual std::shared_ptr<PlayerItem> item() const = 0;
 
-    /** A player starts paused, with the first picture standing. At the end of play, `play` starts from the top. */
+    /** A new player is paused and shows the first picture. After the end, `play` starts again from the beginning. */
     virtual void play() = 0;
     virtual void pause() = 0;
     virtual TimeControl timeControl() const = 0;
 
-    /** True while there is nothing to see move for want of data: loading, buffering, seeking, reconnecting; also paused. */
+    /** True while the picture waits for data: loading, buffering, seeking, reconnecting; even if paused. */
     virtual bool isWaiting() const = 0;
 
-    /** Whether, when data runs out, playing waits until there are some seconds of it again; at first it does. */
+    /** Whether playback waits until some seconds are buffered when data runs out. Initially true. */
     virtual bool automaticallyWaitsToMinimizeStalling() const = 0;
     virtual void setAutomaticallyWaitsToMinimizeStalling(bool waits) = 0;
 
-    /** Where it plays; where it is going to be while it loads or seeks; 0 without an item. */
+    /** Current position, or the target position while it loads or seeks; 0 without an item. */
     virtual double position() const = 0;
 
-    /** 0 while it is not known, as that of a recording that is still being made. */
+    /** 0 if unknown, for instance while the recording still grows. */
     virtual double duration() const = 0;
 
-    /** Up to where data is there; never before `position`. */
+    /** End of the buffered data; never before `position`. */
     virtual double bufferedTo() const = 0;
 
-    /** A recording whose length is known; never a live item. */
+    /** True only for a recording whose duration is known; never for a live item. */
     virtual bool isSeekable() const = 0;
 
     /**
-     * Goes to `seconds`, bounded to the recording (not nearer to its end than 3 seconds, so that the end is always
-     * played). Before the first picture it is where the item starts. `done` is called from the event loop, never inside
-     * a call: true once the picture is there; false when another seek or item came in between, the item failed, is live,
-     * or there is none; not at all once the player is gone.
+     * Seeks to `seconds`, limited to at most 3 seconds before the end, so that the end is always played. Before the
+     * first picture it sets the start position. `onFinished` is called from the event loop, never within this call:
+     * with true when the picture is shown; with false if another seek or item replaces this one, or the item fails, is
+     * live or missing. It is not called after the player is destroyed.
      */
-    virtual void seek(double seconds, SeekTolerance tolerance, SeekDone done = {}) = 0;
+    virtual void seek(double seconds, SeekTolerance tolerance, SeekCallback onFinished = {}) = 0;
 
     /**
-     * Calls `callback` with the position after every `interval` of play time, and at a jump of the position of at least
-     * that; never before the item's first picture is there, nor before the position where it was to start or to go on
-     * when the stream could not get there. For as long as the answer is held.
+     * Calls `callback` with the position after every `interval` of play time, and after a jump of the position of at
+     * least that. Never called before the item's first picture. If the stream could not start or resume at the
+     * requested position, it is not called before that position is reached. Ends when the returned observer is
+     * destroyed.
      */
     [[nodiscard]] virtual std::unique_ptr<TimeObserver>
     addPeriodicTimeObserver(std::chrono::seconds interval, std::function<void(double seconds)> callback) = 0;
 
-    /** What there is to choose from; empty until it is known. */
+    /** The audio and subtitle tracks; empty until known. */
     virtual const QList<MediaTrack>& tracks() const = 0;
 
-    /** Selects the track of a kind, or `MediaTrack::none` of it. `tracksChanged` follows. */
+    /** Selects a track of a kind; `MediaTrack::none` selects none. Emits `tracksChanged` later. */
     virtual void select(MediaTrack::Kind kind, int id) = 0;
 
-    /** What draws this player's picture; none before the first item, and `engineChanged` tells when it is there. */
+    /** Creates the renderers of this player's video; none before the first item is loaded. See `engineChanged`. */
     virtual std::shared_ptr<VideoEngine> engine() const = 0;
 
 Q_SIGNALS:
@@ -107,9 +108,11 @@ Q_SIGNALS:
     void tracksChanged();
     void engineChanged();
 
-    /** The way to the screen is open; a load that was waiting for it goes on. */
+    /** The renderer exists; a load that was waiting for it continues. */
     void rendererReady();
 
-    /** A load's first picture is there: the item's first, and again after each reconnection. */
+    /**
+     * The first picture of a load is shown: once when the item starts, and again after each reconnection or restart.
+     */
     void pictureShown();
 };

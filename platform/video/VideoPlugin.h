@@ -7,17 +7,17 @@
 
 #include <chrono>
 
-/** What the plug-in offers; it stays loaded once it is. Screen thread only. */
+/** The interface of the video plug-in, which is never unloaded. Screen thread only. */
 class VideoPlugin
 {
 public:
     virtual ~VideoPlugin() = default;
 
-    /** Starts an engine; it reports `engineReady` or `engineFailed` later. */
-    virtual std::shared_ptr<VideoEngine> makeEngine(const VideoOptions& options,
-                                                    const Messenger<VideoEngineListener>& listener) = 0;
+    /** Starts an engine, which later calls `onEngineReady` or `onEngineFailed`. */
+    virtual std::shared_ptr<VideoEngine> createEngine(const VideoOptions& options,
+                                                      const Messenger<VideoEngineListener>& listener) = 0;
 
-    /** Waits for engines that were let go of and have not ended yet; false when some still run after `limit`. */
+    /** Waits until the threads of all released engines have ended; false if some still run after `limit`. */
     virtual bool waitForEngines(std::chrono::milliseconds limit) = 0;
 };
 

@@ -16,46 +16,47 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString fileName = u"quillmere-video.so"_s;
-constexpr std::chrono::seconds farewell{3};
+constexpr std::chrono::seconds shutdownLimit{3};
 
-// From this size on, memory that is freed goes back to the system at once.
-constexpr int largeBuffer = 128 * 1024; // bytes; where the allocator begins, too, but it would go up to 32 MB
+// Bytes. Freed buffers of at least this size return to the system at once. It is also the allocator's initial
+// threshold, which the allocator would raise up to 32 MB.
+constexpr int largeBuffer = 128 * 1024;
 
-struct Loading
+struct LoaderState
 {
     QPluginLoader loader;
     QStringList folders;
-    std::unique_ptr<Worker> worker; ///< from the first load to the end of the application object
-    QList<Completion<bool>> waiting;
+    std::unique_ptr<Worker> worker; ///< from the first load until the application object is destroyed
+    QList<Completion<bool>> pending;
     VideoPlugin* plugin = nullptr;
 };
 
-// Made at the first use and kept: the plug-in's libraries must outlive whatever they still do at exit.
-Loading& loading()
+// Created at first use and never destroyed, as the plug-in's libraries may still run code at exit.
+LoaderState& loaderState()
 {
-    static auto* const one = new Loading;
+    static auto* const one = new LoaderState;
     return *one;
 }
 
-// A load that is under way ends before what it reports to does.
+// The load must end before the objects that wait for its result are destroyed.
 void waitForLoad()
 {
-    loading().worker.reset();
+    loaderState().worker.reset();
 }
 
 void waitForEngines()
 {
-    if (loading().plugin)
-        loading().plugin->waitForEngines(farewell);
+    if (loaderState().plugin)
+        loaderState().plugin->waitForEngines(shutdownLimit);
 }
 
-/** Has the TLS library read its policy again where the program's own libraries have brought it in, as on Debian 13. */
-void renewTlsPolicy()
+/** Makes the TLS library read its policy again, if it is loaded already as a dependency of the program (Debian 13). */
+void reloadTlsPolicy()
 {
     void* const library = dlopen("libgnutls.so.30", RTLD_LAZY | RTLD_NOLOAD);
     if (!library)
         return;
-    // Nothing has used it yet: it ends, and begins anew.
+    // Nothing has used the library yet, so it is safe to initialise it again.
     const auto end = reinterpret_cast<void (*)()>(dlsym(library, "gnutls_global_deinit"));
     const auto begin = reinterpret_cast<int (*)()>(dlsym(library, "gnutls_global_init"));
     if (end && begin) {
@@ -65,48 +66,48 @@ void renewTlsPolicy()
     dlclose(library);
 }
 
-void adopt()
+void usePlugin()
 {
-    auto* const plugin = qobject_cast<VideoPlugin*>(loading().loader.instance());
+    auto* const plugin = qobject_cast<VideoPlugin*>(loaderState().loader.instance());
     if (!plugin)
         return;
-    loading().plugin = plugin;
+    loaderState().plugin = plugin;
     qAddPostRoutine(waitForEngines);
 }
 
-QCoro::Task<> readIn()
+QCoro::Task<> loadPlugin()
 {
-    Loading& all = loading();
-    all.loader.setFileName(pluginFile(fileName, all.folders));
+    LoaderState& state = loaderState();
+    state.loader.setFileName(pluginFile(fileName, state.folders));
     VideoPlugins::prepare();
-    if (!all.worker) {
-        all.worker = std::make_unique<Worker>();
+    if (!state.worker) {
+        state.worker = std::make_unique<Worker>();
         qAddPostRoutine(waitForLoad);
     }
-    // The player's library insists on numbers with a point.
+    // libmpv requires the decimal point of the C locale.
     std::setlocale(LC_NUMERIC, "C");
-    if (co_await all.worker->run([&all] { return all.loader.load(); }))
-        adopt();
-    const auto waiting = std::exchange(all.waiting, {});
-    for (const Completion<bool>& one : waiting)
-        one.resolve(all.plugin != nullptr);
+    if (co_await state.worker->run([&state] { return state.loader.load(); }))
+        usePlugin();
+    const auto pending = std::exchange(state.pending, {});
+    for (const Completion<bool>& one : pending)
+        one.resolve(state.plugin != nullptr);
 }
 
 } // namespace
 
 QCoro::Task<tl::expected<VideoPlugin*, QString>> VideoPlugins::load()
 {
-    Loading& all = loading();
-    if (!all.plugin) {
-        const Completion<bool> done;
-        all.waiting.append(done);
-        if (all.waiting.size() == 1)
-            readIn();
-        if (!co_await done)
-            co_return tl::unexpected(all.loader.fileName().isEmpty() ? u"%1 is not there."_s.arg(fileName)
-                                                                     : all.loader.errorString());
+    LoaderState& state = loaderState();
+    if (!state.plugin) {
+        const Completion<bool> loaded;
+        state.pending.append(loaded);
+        if (state.pending.size() == 1)
+            loadPlugin();
+        if (!co_await loaded)
+            co_return tl::unexpected(state.loader.fileName().isEmpty() ? u"%1 is not there."_s.arg(fileName)
+                                                                       : state.loader.errorString());
     }
-    co_return all.plugin;
+    co_return state.plugin;
 }
 
 void VideoPlugins::prepare()
@@ -116,17 +117,17 @@ void VideoPlugins::prepare()
                                                  "disabled-version = tls1.0\n"
                                                  "disabled-version = tls1.1\n"
                                                  "disabled-version = dtls1.0\n");
-    // The TLS library below the player reads its policy from the file that this names.
+    // The TLS library below the player reads its policy from the file that this variable names.
     constexpr auto variable = "GNUTLS_SYSTEM_PRIORITY_FILE";
     if (policy.isValid() && qgetenv(variable) != policy.path()) {
         qputenv(variable, policy.path());
-        renewTlsPolicy();
+        reloadTlsPolicy();
     }
-    // Else each of a player's many threads leaves megabytes behind that nothing uses.
+    // Otherwise each of a player's many threads leaves megabytes of unused memory behind.
     mallopt(M_MMAP_THRESHOLD, largeBuffer);
 }
 
 void VideoPlugins::addFolder(const QString& folder)
 {
-    loading().folders.append(folder);
+    loaderState().folders.append(folder);
 }

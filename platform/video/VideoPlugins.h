@@ -7,20 +7,22 @@
 
 #include <tl/expected.hpp>
 
-/** Finds and loads the video plug-in, once a process and not before it is asked for. Screen thread only. */
+/** Finds and loads the video plug-in: at the first request, once per process. Screen thread only. */
 namespace VideoPlugins {
 
-/** The plug-in, or why there is none. The libraries are read in on another thread; a failed load is tried again. */
+/**
+ * The plug-in, or an error message. Libraries are loaded on another thread. After a failure the next call tries again.
+ */
 QCoro::Task<tl::expected<VideoPlugin*, QString>> load();
 
 /**
- * Sets what the video libraries read from the environment when they are loaded: the refusal of TLS below 1.2; and has
- * the process give back the memory of their buffers. Before the program's first other thread, which might be reading
- * the environment; the first load does it where nobody did.
+ * Sets the environment variable by which the TLS library below the player refuses TLS below 1.2, and makes the
+ * allocator return large freed buffers to the system. Call it before the program starts another thread, which might
+ * read the environment. `load` calls it too.
  */
 void prepare();
 
-/** Looks here first; beside the executable and in the installation's folder of libraries otherwise. */
+/** Adds a folder that is searched before the executable's folder and the installed library folder. */
 void addFolder(const QString& folder);
 
 } // namespace VideoPlugins

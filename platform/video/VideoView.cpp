@@ -16,24 +16,24 @@ void VideoView::setPlayer(VideoPlayer* player)
         return;
     if (m_player)
         m_player->disconnect(this);
-    dropPicture();
+    destroySurface();
     m_player = player;
     if (player) {
         connect(player, &VideoPlayer::engineChanged, this, [this] {
-            dropPicture();
-            showPicture();
+            destroySurface();
+            createSurface();
         });
-        connect(player, &QObject::destroyed, this, &VideoView::dropPicture);
+        connect(player, &QObject::destroyed, this, &VideoView::destroySurface);
     }
-    showPicture();
+    createSurface();
     Q_EMIT playerChanged();
 }
 
 void VideoView::itemChange(ItemChange change, const ItemChangeData& value)
 {
     if (change == ItemSceneChange) {
-        dropPicture();
-        showPicture();
+        destroySurface();
+        createSurface();
     }
     QQuickItem::itemChange(change, value);
 }
@@ -41,10 +41,10 @@ void VideoView::itemChange(ItemChange change, const ItemChangeData& value)
 void VideoView::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)
 {
     QQuickItem::geometryChange(newGeometry, oldGeometry);
-    fitPicture();
+    updateSurfaceSize();
 }
 
-void VideoView::showPicture()
+void VideoView::createSurface()
 {
     const auto engine = m_player ? m_player->engine() : nullptr;
     if (m_surface || !engine || !window())
@@ -59,21 +59,21 @@ void VideoView::showPicture()
     default:
         return;
     }
-    // An ancestor's scale changes without a word to this item, so its size in pixels is looked at before each frame.
-    m_fitting = connect(window(), &QQuickWindow::afterAnimating, this, &VideoView::fitPicture);
-    fitPicture();
+    // The item is not notified when the scale of an ancestor changes, so its pixel size is computed before each frame.
+    m_sizeConnection = connect(window(), &QQuickWindow::afterAnimating, this, &VideoView::updateSurfaceSize);
+    updateSurfaceSize();
 }
 
-void VideoView::dropPicture()
+void VideoView::destroySurface()
 {
-    disconnect(m_fitting);
+    disconnect(m_sizeConnection);
     m_surface.reset();
 }
 
-void VideoView::fitPicture()
+void VideoView::updateSurfaceSize()
 {
     if (!m_surface || !window())
         return;
     const QSizeF shown = mapRectToScene(boundingRect()).size() * window()->effectiveDevicePixelRatio();
-    m_surface->fit(size(), shown.toSize());
+    m_surface->resize(size(), shown.toSize());
 }

@@ -8,8 +8,8 @@
 class VideoSurface;
 
 /**
- * The item on screen: shows a player's picture at the real pixel size, letterboxed with black, through OpenGL or
- * through memory as the window draws. Screen thread only. It does not own its player, which may go before it.
+ * Shows the video of a player in device pixels, letterboxed with black. Draws through OpenGL or through memory, as the
+ * window does. Screen thread only. It does not own its player, which may be destroyed first.
  */
 class VideoView : public QQuickItem
 {
@@ -32,11 +32,11 @@ protected:
     void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
 
 private:
-    void showPicture();
-    void dropPicture();
-    void fitPicture();
+    void createSurface();
+    void destroySurface();
+    void updateSurfaceSize();
 
     QPointer<VideoPlayer> m_player;
     std::unique_ptr<VideoSurface> m_surface;
-    QMetaObject::Connection m_fitting;
+    QMetaObject::Connection m_sizeConnection;
 };

@@ -1,50 +1,53 @@
 #pragma once
 
 #include "Figure.h"
-#include "LivingRoom.h"
 #include "SampleHub.h"
+#include "SimulatedViewer.h"
 
-/** How often and how long each thing is measured. */
-struct Effort
+/** Number of repetitions and durations of the measurements. */
+struct BenchParameters
 {
     int starts;                     ///< of each program
     int presses;                    ///< of a key, in each program
-    int rides;                      ///< from end to end of a shelf and back
-    int spans;                      ///< stretches of idleness and of playing
-    std::chrono::milliseconds idle; ///< one stretch
+    int scrolls;                    ///< scrolls from one end of a shelf to the other and back
+    int repetitions;                ///< repetitions of the idle and playing measurements
+    std::chrono::milliseconds idle; ///< duration of one measurement
     std::chrono::milliseconds playing;
 };
 
-/** Start to first and to settled picture, and the memory then: beside the empty window. */
-QList<Figure> measureStart(LivingRoom& room, const Effort& effort);
+/** Time from start to the first and to the final picture, and memory use then; yardstick: the empty window. */
+QList<Figure> measureStart(SimulatedViewer& viewer, const BenchParameters& parameters);
 
-/** Key to changed pixel on the front screen: beside the empty window. */
-QList<Figure> measureKeys(LivingRoom& room, const Effort& effort);
-
-/** Keys, frames under a held key, blank cards and memory on a shelf of 200 tapes: beside one of 20. */
-QList<Figure> measureShelves(LivingRoom& room, SampleHub& hub, const Effort& effort);
-
-/** Milliseconds from key to changed pixel of each of these buttons; a press without effect is left out. */
-QList<double> timePresses(LivingRoom& room, const QStringList& buttons);
-/** The 95th percentile of each of five parts of the presses. */
-QList<double> slowest(const QList<double>& times);
-
-/** Processor and pictures of the untouched front screen, the tower dark: beside the empty window. */
-QList<Figure> measureIdle(LivingRoom& room, const Effort& effort);
+/** Time from key press to changed pixels on the front screen; yardstick: the empty window. */
+QList<Figure> measureKeys(SimulatedViewer& viewer, const BenchParameters& parameters);
 
 /**
- * Key to first picture, processor and pictures of the shop's first tape playing, whose stream's address is `stream`: in
- * turns with the mpv program, where there is one, playing the same from the same hub.
+ * Key presses, frames while a key is held, blank cards and memory use on a shelf of 200 tapes; yardstick: a shelf of
+ * 20.
  */
-QList<Figure> measurePlaying(LivingRoom& room, const QString& stream, const Effort& effort);
+QList<Figure> measureShelves(SimulatedViewer& viewer, SampleHub& hub, const BenchParameters& parameters);
 
-/** Processor and drawings of the news channel: the standby card with its ticker, and the lit picture. */
-QList<Figure> measureNews(LivingRoom& room, SampleHub& hub, const Effort& effort);
+/** Times in milliseconds from pressing each of these buttons to changed pixels. Presses without effect are omitted. */
+QList<double> timePresses(SimulatedViewer& viewer, const QStringList& buttons);
+/** The 95th percentile of each fifth of the presses. */
+QList<double> slowest(const QList<double>& times);
 
-/** What the libraries' own benchmark programs measure, each beside the yardstick in the same program. */
-QList<Figure> measureLibraries(const QStringList& programs, const Effort& effort);
+/** Processor time and drawings of the idle front screen without a broadcast; yardstick: the empty window. */
+QList<Figure> measureIdle(SimulatedViewer& viewer, const BenchParameters& parameters);
 
-/** An empty full-screen window on the software path; answers at once. */
+/**
+ * Time from key press to first picture, processor time and pictures per second of the shop's first tape, whose stream
+ * has the URL `stream`. Yardstick: the mpv program, if installed, which plays the same stream in alternation.
+ */
+QList<Figure> measurePlaying(SimulatedViewer& viewer, const QString& stream, const BenchParameters& parameters);
+
+/** Processor time and drawings of the news channel: the standby card with its ticker, and the live picture. */
+QList<Figure> measureNews(SimulatedViewer& viewer, SampleHub& hub, const BenchParameters& parameters);
+
+/** Results of the libraries' own benchmark programs, each with the yardstick in the same program. */
+QList<Figure> measureLibraries(const QStringList& programs, const BenchParameters& parameters);
+
+/** Starts an empty full-screen window with software rendering and returns at once. */
 std::unique_ptr<ChildProcess> launchEmptyWindow();
-/** The same, once it is there and has the input focus. */
-std::unique_ptr<ChildProcess> startEmptyWindow(LivingRoom& room);
+/** Starts the same window and waits until it has the input focus. */
+std::unique_ptr<ChildProcess> startEmptyWindow(SimulatedViewer& viewer);

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int decimalsBelow = 20; // smaller values are told apart by a decimal
+constexpr int decimalsBelow = 20; // smaller values are printed with two decimals
 
 QString number(double value)
 {
@@ -29,13 +29,13 @@ QString spread(const QList<double>& values, const QString& unit)
 
 QStringList rowOf(const Figure& figure)
 {
-    QString aim = u""_s;
-    if (figure.aim) {
-        const bool isMet = quantile(figure.measured, 0.5) <= *figure.aim;
-        aim = u"%1 %2 %3"_s.arg(number(*figure.aim), figure.unit, isMet ? u"met"_s : u"MISSED"_s);
+    QString target = u""_s;
+    if (figure.target) {
+        const bool isMet = quantile(figure.measured, 0.5) <= *figure.target;
+        target = u"%1 %2 %3"_s.arg(number(*figure.target), figure.unit, isMet ? u"met"_s : u"MISSED"_s);
     }
     return {figure.name, spread(figure.measured, figure.unit),          QString::number(figure.measured.size()),
-            aim,         spread(figure.yardstickMeasured, figure.unit), figure.yardstick};
+            target,      spread(figure.yardstickMeasured, figure.unit), figure.yardstick};
 }
 
 void print(const QStringList& row, const QList<qsizetype>& widths)
@@ -53,10 +53,10 @@ double quantile(QList<double> values, double share)
     if (values.isEmpty())
         return 0;
     std::sort(values.begin(), values.end());
-    const double place = share * double(values.size() - 1);
-    const auto below = qsizetype(place);
+    const double index = share * double(values.size() - 1);
+    const auto below = qsizetype(index);
     const auto above = std::min(below + 1, values.size() - 1);
-    return values[below] + (values[above] - values[below]) * (place - double(below));
+    return values[below] + (values[above] - values[below]) * (index - double(below));
 }
 
 void printTable(const QList<Figure>& figures)

@@ -5,19 +5,19 @@
 
 #include <optional>
 
-/** One row of the table: what was measured of the program, beside its yardstick measured in the same run. */
+/** One row of the table: measurements of the program and, from the same run, of a yardstick to compare them with. */
 struct Figure
 {
     QString name;
     QString unit;
     QList<double> measured;
-    QString yardstick; ///< what it is measured against; empty when there is none
+    QString yardstick; ///< name of the yardstick; empty if there is none
     QList<double> yardstickMeasured;
-    std::optional<double> aim; ///< at most
+    std::optional<double> target; ///< greatest acceptable median
 };
 
-/** The value below which `share`, 0 to 1, of the values lie; 0 for none. */
+/** Linear interpolation of the quantile at `share`, 0 to 1; 0 if there are no values. */
 double quantile(QList<double> values, double share);
 
-/** Prints all rows, each as its median with the spread from the least to the greatest. */
+/** Prints all rows, each with its median, minimum and maximum. */
 void printTable(const QList<Figure>& figures);

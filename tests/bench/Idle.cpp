@@ -6,39 +6,39 @@ using namespace std::chrono_literals;
 
 namespace {
 
-struct Spans
+struct Measurements
 {
-    QList<double> processor; // percent of a core
+    QList<double> processor; // per cent of one core
     QList<double> drawings;
 };
 
-Spans watch(LivingRoom& room, qint64 pid, const Effort& effort)
+Measurements watch(SimulatedViewer& viewer, qint64 pid, const BenchParameters& parameters)
 {
-    Spans spans;
-    room.screen().waitUntilSettled(1500ms, 10s);
-    for (int i = 0; i < effort.spans; ++i) {
+    Measurements repetitions;
+    viewer.screen().waitUntilStill(1500ms, 10s);
+    for (int i = 0; i < parameters.repetitions; ++i) {
         const double spent = figures::processorSeconds(pid);
         const auto begin = ScreenWatch::Clock::now();
-        const ScreenWatch::Count count = room.screen().count(effort.idle);
+        const ScreenWatch::Count count = viewer.screen().count(parameters.idle);
         const std::chrono::duration<double> span = ScreenWatch::Clock::now() - begin;
-        spans.processor.append(100 * (figures::processorSeconds(pid) - spent) / span.count());
-        spans.drawings.append(count.drawings);
+        repetitions.processor.append(100 * (figures::processorSeconds(pid) - spent) / span.count());
+        repetitions.drawings.append(count.drawings);
     }
-    return spans;
+    return repetitions;
 }
 
 } // namespace
 
-QList<Figure> measureIdle(LivingRoom& room, const Effort& effort)
+QList<Figure> measureIdle(SimulatedViewer& viewer, const BenchParameters& parameters)
 {
-    room.switchOn(QProcess::nullDevice());
-    const Spans set = watch(room, room.set().process().pid(), effort);
-    room.switchOff();
+    viewer.switchOn(QProcess::nullDevice());
+    const Measurements set = watch(viewer, viewer.set().process().pid(), parameters);
+    viewer.switchOff();
 
-    const auto window = startEmptyWindow(room);
-    const Spans empty = watch(room, window->pid(), effort);
+    const auto window = startEmptyWindow(viewer);
+    const Measurements empty = watch(viewer, window->pid(), parameters);
 
-    const QString seconds = QString::number(std::chrono::duration<double>(effort.idle).count());
+    const QString seconds = QString::number(std::chrono::duration<double>(parameters.idle).count());
     const QString yardstick = u"empty window"_s;
     return {{u"processor, idle"_s, u"%"_s, set.processor, yardstick, empty.processor, {}},
             {u"pictures drawn in %1 s, idle"_s.arg(seconds), u""_s, set.drawings, yardstick, empty.drawings, 0}};

@@ -13,26 +13,26 @@ QStringList rightAndLeft(int presses)
     return buttons;
 }
 
-/** The first press of either may find no neighbour, so it is not counted. */
-QList<double> timeNeighbours(LivingRoom& room, int presses)
+/** The first press in each direction may find no neighbour, so it is not measured. */
+QList<double> timeRightAndLeft(SimulatedViewer& viewer, int presses)
 {
-    timePresses(room, rightAndLeft(2));
-    return timePresses(room, rightAndLeft(presses));
+    timePresses(viewer, rightAndLeft(2));
+    return timePresses(viewer, rightAndLeft(presses));
 }
 
 } // namespace
 
-QList<double> timePresses(LivingRoom& room, const QStringList& buttons)
+QList<double> timePresses(SimulatedViewer& viewer, const QStringList& buttons)
 {
     QList<double> times;
-    ScreenWatch& screen = room.screen();
+    ScreenWatch& screen = viewer.screen();
     for (const QString& button : buttons) {
-        screen.waitUntilSettled(250ms, 2500ms);
-        const QImage before = screen.look();
+        screen.waitUntilStill(250ms, 2500ms);
+        const QImage before = screen.grab();
         const auto begin = ScreenWatch::Clock::now();
-        room.remote().pushDown(button);
+        viewer.remote().keyDown(button);
         const auto changed = screen.waitForChange(before, 1500ms);
-        room.remote().letGo(button);
+        viewer.remote().keyUp(button);
         if (changed)
             times.append(std::chrono::duration<double, std::milli>(*changed - begin).count());
     }
@@ -49,15 +49,15 @@ QList<double> slowest(const QList<double>& times)
     return result;
 }
 
-QList<Figure> measureKeys(LivingRoom& room, const Effort& effort)
+QList<Figure> measureKeys(SimulatedViewer& viewer, const BenchParameters& parameters)
 {
-    room.switchOn(QProcess::nullDevice());
-    room.screen().waitUntilSettled(1500ms, 10s);
-    const QList<double> set = timeNeighbours(room, effort.presses);
-    room.switchOff();
+    viewer.switchOn(QProcess::nullDevice());
+    viewer.screen().waitUntilStill(1500ms, 10s);
+    const QList<double> set = timeRightAndLeft(viewer, parameters.presses);
+    viewer.switchOff();
 
-    const auto window = startEmptyWindow(room);
-    const QList<double> empty = timeNeighbours(room, effort.presses);
+    const auto window = startEmptyWindow(viewer);
+    const QList<double> empty = timeRightAndLeft(viewer, parameters.presses);
 
     const QString yardstick = u"empty window"_s;
     return {{u"key to changed pixel, median"_s, u"ms"_s, set, yardstick, empty, 35},

@@ -17,7 +17,7 @@ struct Benchmark
     QList<double> times;
 };
 
-/** Runs a Google Benchmark program; its benchmarks in their order, one time a repetition. */
+/** Runs a Google Benchmark program; returns its benchmarks in order, with one time per repetition. */
 QList<Benchmark> run(const QString& program, int repetitions)
 {
     QProcess process;
@@ -38,14 +38,14 @@ QList<Benchmark> run(const QString& program, int repetitions)
     return benchmarks;
 }
 
-/** What a row of the table takes from the benchmarks; one that is not listed gets a row under its own name. */
+/** The table row of a benchmark. A benchmark that is not listed gets a row under its own name. */
 struct Row
 {
     const char16_t* benchmark;
     const char16_t* name;
-    const char16_t* yardstick; ///< another benchmark of the same program
+    const char16_t* yardstick; ///< name of another benchmark in the same program
     const char16_t* against;
-    double aim; ///< at most, in the benchmark's unit; 0 for none
+    double target; ///< greatest acceptable median in the benchmark's unit; 0 for none
 };
 
 constexpr Row rows[] = {
@@ -86,8 +86,8 @@ Figure figureOf(const Benchmark& benchmark, const QList<Benchmark>& all)
     Figure figure{row ? QString::fromUtf16(row->name) : benchmark.name, benchmark.unit, benchmark.times, {}, {}, {}};
     if (!row)
         return figure;
-    if (row->aim > 0)
-        figure.aim = row->aim;
+    if (row->target > 0)
+        figure.target = row->target;
     for (const Benchmark& other : all) {
         if (other.name == QStringView(row->yardstick) && other.unit == benchmark.unit) {
             figure.yardstick = QString::fromUtf16(row->against);
@@ -99,11 +99,11 @@ Figure figureOf(const Benchmark& benchmark, const QList<Benchmark>& all)
 
 } // namespace
 
-QList<Figure> measureLibraries(const QStringList& programs, const Effort& effort)
+QList<Figure> measureLibraries(const QStringList& programs, const BenchParameters& parameters)
 {
     QList<Figure> figures;
     for (const QString& program : programs) {
-        const QList<Benchmark> benchmarks = run(program, effort.spans);
+        const QList<Benchmark> benchmarks = run(program, parameters.repetitions);
         for (const Benchmark& benchmark : benchmarks) {
             if (!isYardstick(benchmark))
                 figures.append(figureOf(benchmark, benchmarks));

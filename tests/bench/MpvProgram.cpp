@@ -1,7 +1,7 @@
 #include "MpvProgram.h"
 
-#include "LivingRoom.h"
 #include "SampleHub.h"
+#include "SimulatedViewer.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -23,7 +23,7 @@ QString program()
 
 } // namespace
 
-bool MpvProgram::isThere()
+bool MpvProgram::isInstalled()
 {
     return !program().isEmpty();
 }
@@ -38,26 +38,26 @@ MpvProgram::MpvProgram(const QStringList& arguments)
                                         u"--really-quiet"_s,
                                         u"--audio-fallback-to-null=yes"_s,
                                         u"--tls-verify=yes"_s,
-                                        "--tls-ca-file="_L1 + SampleHub::file(u"/ca.pem"_s),
+                                        "--tls-ca-file="_L1 + SampleHub::filePath(u"/ca.pem"_s),
                                         "--input-ipc-server="_L1 + m_folder.filePath(u"control"_s)};
     m_process = std::make_unique<ChildProcess>(program(), all + arguments);
 }
 
-std::unique_ptr<MpvProgram> MpvProgram::idle(LivingRoom& room)
+std::unique_ptr<MpvProgram> MpvProgram::idle(SimulatedViewer& viewer)
 {
-    std::unique_ptr<MpvProgram> made(new MpvProgram({u"--idle=yes"_s, u"--force-window=yes"_s}));
-    QLocalSocket& control = made->m_control;
-    const bool isReady = room.screen().waitUntil(
+    std::unique_ptr<MpvProgram> started(new MpvProgram({u"--idle=yes"_s, u"--force-window=yes"_s}));
+    QLocalSocket& control = started->m_control;
+    const bool isReady = viewer.screen().waitUntil(
         [&](const QImage&) {
             if (control.state() == QLocalSocket::UnconnectedState)
-                control.connectToServer(made->m_folder.filePath(u"control"_s));
-            return control.waitForConnected(100) && room.remote().giveFocus();
+                control.connectToServer(started->m_folder.filePath(u"control"_s));
+            return control.waitForConnected(100) && viewer.remote().focusTopWindow();
         },
         10s);
     if (!isReady)
         throw std::runtime_error("The idle mpv program does not come.");
-    room.screen().waitUntilSettled(500ms, 5s);
-    return made;
+    viewer.screen().waitUntilStill(500ms, 5s);
+    return started;
 }
 
 std::unique_ptr<MpvProgram> MpvProgram::playing(const QString& url)
@@ -70,5 +70,5 @@ void MpvProgram::send(const QStringList& command)
     const QJsonObject line{{u"command"_s, QJsonArray::fromStringList(command)}};
     m_control.write(QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n');
     if (!m_control.waitForBytesWritten(answerTime))
-        throw std::runtime_error("The mpv program takes no commands.");
+        throw std::runtime_error("The mpv program does not accept commands.");
 }

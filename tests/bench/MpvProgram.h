@@ -7,21 +7,25 @@
 
 #include <memory>
 
-class LivingRoom;
+class SimulatedViewer;
 
 /**
- * The mpv program full screen, drawing by X11 in software, with its own defaults but for what would make its work another
- * than the set's: it checks the hub's certificate, and plays the sound into nothing where there is no device. One thread.
+ * Runs the mpv program full screen, with software rendering on X11. It uses its default settings, except that it
+ * verifies the hub's certificate and uses a null sound device if there is no real one, as our program does.
+ * Single-threaded.
  */
 class MpvProgram
 {
 public:
-    /** Whether it is installed. */
-    static bool isThere();
+    /** Whether the mpv program is installed. */
+    static bool isInstalled();
 
-    /** A black window that waits for `load`; throws std::runtime_error with a sentence when it does not come. */
-    static std::unique_ptr<MpvProgram> idle(LivingRoom& room);
-    /** Started with what it plays. */
+    /**
+     * Starts it with a black window and waits until it accepts `load`; throws std::runtime_error with a readable
+     * message if it does not.
+     */
+    static std::unique_ptr<MpvProgram> idle(SimulatedViewer& viewer);
+    /** Starts it with a URL to play. */
     static std::unique_ptr<MpvProgram> playing(const QString& url);
 
     qint64 pid() const { return m_process->pid(); }

@@ -11,54 +11,54 @@ namespace {
 constexpr QRectF tunerStrip(500, 0, 350, 92);
 constexpr QRectF card(210, 120, 1500, 840);
 constexpr QRectF lowerThird(70, 800, 1300, 280);
-constexpr double greatestShare = 25; // percent of a core, for the standby card
+constexpr double greatestShare = 25; // per cent of one core, for the standby card
 
-struct Spans
+struct Measurements
 {
-    QList<double> processor; // percent of a core
-    QList<double> drawings;  // a second
+    QList<double> processor; // per cent of one core
+    QList<double> drawings;  // per second
 };
 
-Spans watch(LivingRoom& room, const Effort& effort)
+Measurements watch(SimulatedViewer& viewer, const BenchParameters& parameters)
 {
-    Spans spans;
-    const qint64 pid = room.set().process().pid();
-    for (int i = 0; i < effort.spans; ++i) {
+    Measurements repetitions;
+    const qint64 pid = viewer.set().process().pid();
+    for (int i = 0; i < parameters.repetitions; ++i) {
         const double spent = figures::processorSeconds(pid);
         const auto begin = ScreenWatch::Clock::now();
-        const ScreenWatch::Count count = room.screen().count(effort.playing);
+        const ScreenWatch::Count count = viewer.screen().count(parameters.playing);
         const std::chrono::duration<double> span = ScreenWatch::Clock::now() - begin;
-        spans.processor.append(100 * (figures::processorSeconds(pid) - spent) / span.count());
-        spans.drawings.append(count.drawings / span.count());
+        repetitions.processor.append(100 * (figures::processorSeconds(pid) - spent) / span.count());
+        repetitions.drawings.append(count.drawings / span.count());
     }
-    return spans;
+    return repetitions;
 }
 
-void waitFor(LivingRoom& room, const QRectF& area, const QString& text)
+void waitFor(SimulatedViewer& viewer, const QRectF& area, const QString& text)
 {
-    if (!room.waitForText(area, text, 30s))
+    if (!viewer.waitForText(area, text, 30s))
         throw std::runtime_error(("The news channel does not show \""_L1 + text + "\"."_L1).toStdString());
 }
 
 } // namespace
 
-QList<Figure> measureNews(LivingRoom& room, SampleHub& hub, const Effort& effort)
+QList<Figure> measureNews(SimulatedViewer& viewer, SampleHub& hub, const BenchParameters& parameters)
 {
-    hub.darken();
-    room.switchOn(QProcess::nullDevice());
-    waitFor(room, area::rightDoor, u"every one plays right here"_s);
-    room.press(u"select"_s);
-    // The hub's first station is always lit; the tower's own stands to its right.
-    waitFor(room, tunerStrip, u"5 O'Clock News"_s);
-    room.press(u"right"_s);
-    room.press(u"select"_s);
-    waitFor(room, card, u"WATCHING THE TOWER"_s);
-    const Spans dark = watch(room, effort);
-    hub.light();
-    waitFor(room, lowerThird, u"LIVE"_s);
-    const Spans lit = watch(room, effort);
-    room.switchOff();
-    hub.calm();
+    hub.stopBroadcast();
+    viewer.switchOn(QProcess::nullDevice());
+    waitFor(viewer, area::rightDoor, u"every one plays right here"_s);
+    viewer.press(u"select"_s);
+    // The hub's first station is always on air; the built-in station is to its right.
+    waitFor(viewer, tunerStrip, u"5 O'Clock News"_s);
+    viewer.press(u"right"_s);
+    viewer.press(u"select"_s);
+    waitFor(viewer, card, u"WATCHING THE TOWER"_s);
+    const Measurements dark = watch(viewer, parameters);
+    hub.startBroadcast();
+    waitFor(viewer, lowerThird, u"LIVE"_s);
+    const Measurements lit = watch(viewer, parameters);
+    viewer.switchOff();
+    hub.reset();
     return {{u"processor, the standby card with its ticker"_s, u"%"_s, dark.processor, {}, {}, greatestShare},
             {u"drawings a second, the standby card"_s, {}, dark.drawings, {}, {}, {}},
             {u"processor, the lit channel"_s, u"%"_s, lit.processor, {}, {}, {}}};

@@ -12,119 +12,119 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Points: through the recordings' running ball, and within one of the parts of 34 rows in which Xlib sends a picture of
-// this width that is not in shared memory: so each picture counts once.
+// In points. The area crosses the moving ball of the recordings. Without shared memory, Xlib sends a picture of this
+// width in parts of 34 rows; the area is inside one of these parts, so each picture is counted once.
 constexpr QRectF movingBand(0, 856, 1920, 20);
 
-// Points: nothing but the recording's ground, also while the screen that plays it slides up.
-constexpr QPointF ground(1880, 540);
-constexpr int groundTolerance = 12; // of 255
+// In points; shows only the background of the recording, even while the player screen slides in.
+constexpr QPointF background(1880, 540);
+constexpr int backgroundTolerance = 12; // of 255
 
 constexpr double greatestRatio = 1.15;
 
 struct Watched
 {
-    QList<double> processor; // percent of a core
-    QList<double> pictures;  // a second
-    QList<double> first;     // ms to the first picture since the program began
-    QList<double> later;     // ms to that of another playing
+    QList<double> processor; // per cent of one core
+    QList<double> pictures;  // per second
+    QList<double> first;     // milliseconds from the start of the program to the first picture
+    QList<double> later;     // milliseconds to the first picture when playing again
 };
 
-/** Milliseconds from `start` to the first picture of the recording, on the screen. */
+/** Milliseconds from calling `start` to the recording's first picture on the screen. */
 template<typename Start>
-double timeFirstPicture(LivingRoom& room, const Start& start)
+double timeFirstPicture(SimulatedViewer& viewer, const Start& start)
 {
-    struct Glance
+    struct Sample
     {
         ScreenWatch::Clock::time_point at;
         QColor colour;
     };
-    std::vector<Glance> glances;
-    room.screen().waitForDrawing(0ms);
+    std::vector<Sample> samples;
+    viewer.screen().waitForDrawing(0ms);
     const auto begin = ScreenWatch::Clock::now();
     start();
     QColor shown;
     while (!shown.isValid() && ScreenWatch::Clock::now() < begin + 20s) {
-        if (!room.screen().waitForDrawing(20s))
+        if (!viewer.screen().waitForDrawing(20s))
             break;
         const auto drawn = ScreenWatch::Clock::now();
-        const QImage picture = room.screen().look();
-        glances.push_back({drawn, picture::colourAt(picture, ground)});
-        // In its first second the recording counts none, as a black screen does.
+        const QImage picture = viewer.screen().grab();
+        samples.push_back({drawn, picture::colourAt(picture, background)});
+        // Second 0 of the recording is as black as an empty screen, so wait for second 1.
         if (picture::recordedSeconds(picture).value_or(0) == 1)
-            shown = glances.back().colour;
+            shown = samples.back().colour;
     }
     if (!shown.isValid())
         throw std::runtime_error("No moving picture came.");
-    auto first = glances.end();
-    while (first != glances.begin() && picture::isLike(std::prev(first)->colour, shown, groundTolerance))
+    auto first = samples.end();
+    while (first != samples.begin() && picture::isLike(std::prev(first)->colour, shown, backgroundTolerance))
         --first;
     return std::chrono::duration<double, std::milli>(first->at - begin).count();
 }
 
-void watch(LivingRoom& room, qint64 pid, const Effort& effort, Watched& watched)
+void watch(SimulatedViewer& viewer, qint64 pid, const BenchParameters& parameters, Watched& watched)
 {
-    const QRect band = picture::pixels(room.screen().size(), movingBand);
+    const QRect band = picture::pixels(viewer.screen().size(), movingBand);
     const double spent = figures::processorSeconds(pid);
     const auto begin = ScreenWatch::Clock::now();
-    const ScreenWatch::Count count = room.screen().count(effort.playing, band);
+    const ScreenWatch::Count count = viewer.screen().count(parameters.playing, band);
     const std::chrono::duration<double> span = ScreenWatch::Clock::now() - begin;
     watched.processor.append(100 * (figures::processorSeconds(pid) - spent) / span.count());
     watched.pictures.append(count.pictures / span.count());
 }
 
-void waitForPlayButton(LivingRoom& room)
+void waitForPlayButton(SimulatedViewer& viewer)
 {
-    if (!room.waitForText(shop::firstButton, u"Push it in"_s))
+    if (!viewer.waitForText(shop::firstButton, u"Push it in"_s))
         throw std::runtime_error("The tape's screen does not come.");
-    room.screen().waitUntilSettled(300ms, 5s);
+    viewer.screen().waitUntilStill(300ms, 5s);
 }
 
-/** The first tape of the hub's list is the first of the shop's first shelf. */
-void watchSet(LivingRoom& room, const Effort& effort, Watched& set)
+/** Measures the program with the first tape of the shop's first shelf, which is the first tape in the hub's list. */
+void watchSet(SimulatedViewer& viewer, const BenchParameters& parameters, Watched& set)
 {
-    room.switchOn(QProcess::nullDevice());
-    if (!shop::open(room))
+    viewer.switchOn(QProcess::nullDevice());
+    if (!shop::open(viewer))
         throw std::runtime_error("The shop does not open.");
-    room.press(u"down"_s);
-    room.press(u"select"_s);
-    waitForPlayButton(room);
-    const auto press = [&room] { room.press(u"select"_s); };
-    set.first.append(timeFirstPicture(room, press));
-    watch(room, room.set().process().pid(), effort, set);
-    room.press(u"back"_s);
-    waitForPlayButton(room);
-    set.later.append(timeFirstPicture(room, press));
-    room.switchOff();
+    viewer.press(u"down"_s);
+    viewer.press(u"select"_s);
+    waitForPlayButton(viewer);
+    const auto press = [&viewer] { viewer.press(u"select"_s); };
+    set.first.append(timeFirstPicture(viewer, press));
+    watch(viewer, viewer.set().process().pid(), parameters, set);
+    viewer.press(u"back"_s);
+    waitForPlayButton(viewer);
+    set.later.append(timeFirstPicture(viewer, press));
+    viewer.switchOff();
 }
 
-void watchIdleMpv(LivingRoom& room, const QString& stream, const Effort& effort, Watched& mpv)
+void watchIdleMpv(SimulatedViewer& viewer, const QString& stream, const BenchParameters& parameters, Watched& mpv)
 {
-    room.waitForEmptyScreen();
-    const auto program = MpvProgram::idle(room);
+    viewer.waitForEmptyScreen();
+    const auto program = MpvProgram::idle(viewer);
     const auto load = [&] { program->load(stream); };
-    mpv.first.append(timeFirstPicture(room, load));
-    watch(room, program->pid(), effort, mpv);
+    mpv.first.append(timeFirstPicture(viewer, load));
+    watch(viewer, program->pid(), parameters, mpv);
     program->stop();
     const auto isBlack = [](const QImage& picture) {
-        return picture::isLike(picture::colourAt(picture, ground), Qt::black, groundTolerance);
+        return picture::isLike(picture::colourAt(picture, background), Qt::black, backgroundTolerance);
     };
-    if (!room.screen().waitUntil(isBlack, 10s))
+    if (!viewer.screen().waitUntil(isBlack, 10s))
         throw std::runtime_error("The mpv program does not stop.");
-    room.screen().waitUntilSettled(300ms, 5s);
-    mpv.later.append(timeFirstPicture(room, load));
+    viewer.screen().waitUntilStill(300ms, 5s);
+    mpv.later.append(timeFirstPicture(viewer, load));
 }
 
-double timeStartedMpv(LivingRoom& room, const QString& stream)
+double timeStartedMpv(SimulatedViewer& viewer, const QString& stream)
 {
-    room.waitForEmptyScreen();
+    viewer.waitForEmptyScreen();
     std::unique_ptr<MpvProgram> program;
-    return timeFirstPicture(room, [&] { program = MpvProgram::playing(stream); });
+    return timeFirstPicture(viewer, [&] { program = MpvProgram::playing(stream); });
 }
 
-/** The row, and one of how many times the yardstick's value it is in each turn. */
-QList<Figure> besides(const QString& name, const QString& unit, const QList<double>& set, const QString& yardstick,
-                      const QList<double>& mpv)
+/** Returns the row, and a second row with the ratio to the yardstick in each repetition. */
+QList<Figure> withRatio(const QString& name, const QString& unit, const QList<double>& set, const QString& yardstick,
+                        const QList<double>& mpv)
 {
     QList<Figure> rows{{name, unit, set, yardstick, mpv, {}}};
     QList<double> ratios;
@@ -137,29 +137,29 @@ QList<Figure> besides(const QString& name, const QString& unit, const QList<doub
 
 } // namespace
 
-QList<Figure> measurePlaying(LivingRoom& room, const QString& stream, const Effort& effort)
+QList<Figure> measurePlaying(SimulatedViewer& viewer, const QString& stream, const BenchParameters& parameters)
 {
     Watched set;
     Watched mpv;
     QList<double> started;
-    // In turns, as the machine's pace changes.
-    for (int i = 0; i < effort.spans; ++i) {
-        watchSet(room, effort, set);
-        if (!MpvProgram::isThere())
+    // In alternation, because the machine's speed varies over time.
+    for (int i = 0; i < parameters.repetitions; ++i) {
+        watchSet(viewer, parameters, set);
+        if (!MpvProgram::isInstalled())
             continue;
-        watchIdleMpv(room, stream, effort, mpv);
-        started.append(timeStartedMpv(room, stream));
+        watchIdleMpv(viewer, stream, parameters, mpv);
+        started.append(timeStartedMpv(viewer, stream));
     }
     const QString idle = u"the idle mpv program, told to play"_s;
-    return besides(u"key to first picture, the first tape"_s, u"ms"_s, set.first, idle, mpv.first) +
-           besides(u"key to first picture, a later tape"_s, u"ms"_s, set.later, idle, mpv.later) +
+    return withRatio(u"key to first picture, the first tape"_s, u"ms"_s, set.first, idle, mpv.first) +
+           withRatio(u"key to first picture, a later tape"_s, u"ms"_s, set.later, idle, mpv.later) +
            QList<Figure>{{u"key to first picture, the first tape"_s,
                           u"ms"_s,
                           set.first,
                           u"the mpv program, from its start"_s,
                           started,
                           {}}} +
-           besides(u"processor, a 720p tape playing"_s, u"%"_s, set.processor, u"the mpv program"_s, mpv.processor) +
+           withRatio(u"processor, a 720p tape playing"_s, u"%"_s, set.processor, u"the mpv program"_s, mpv.processor) +
            QList<Figure>{
                {u"pictures shown a second, playing"_s, {}, set.pictures, u"the mpv program"_s, mpv.pictures, {}}};
 }

@@ -13,11 +13,11 @@ std::unique_ptr<ChildProcess> launchEmptyWindow()
     return std::make_unique<ChildProcess>(QStringLiteral(QUILLMERE_EMPTY_WINDOW), QStringList(), environment);
 }
 
-std::unique_ptr<ChildProcess> startEmptyWindow(LivingRoom& room)
+std::unique_ptr<ChildProcess> startEmptyWindow(SimulatedViewer& viewer)
 {
-    room.waitForEmptyScreen();
+    viewer.waitForEmptyScreen();
     auto process = launchEmptyWindow();
-    if (!room.screen().waitUntil([&](const QImage&) { return room.remote().giveFocus(); }, 10s))
+    if (!viewer.screen().waitUntil([&](const QImage&) { return viewer.remote().focusTopWindow(); }, 10s))
         throw std::runtime_error("The empty window did not come up.");
     return process;
 }

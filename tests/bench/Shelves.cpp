@@ -12,26 +12,28 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr double slowFrame = 50;    // ms
-constexpr double blankCard = 0.05;  // of the strip: a third of one of its six cards
-constexpr auto beforeRepeats = 1s;  // after a key went down: its first step, the pause, the first repeats
-constexpr auto towardsRest = 500ms; // before the last picture: a scroll that comes to rest moves by less than a pixel
+constexpr double blankCard = 0.05;  // share of the strip: a third of one of its six cards
+constexpr auto beforeRepeats = 1s;  // after key down: the first step, the auto-repeat delay, and the first repeats
+constexpr auto endOfScroll = 500ms; // before the last picture: the end of a scroll moves by less than a pixel per frame
 
-struct Walk
+struct ShelfMeasurement
 {
     QList<double> keys;    // ms
-    QList<double> longest; // ms, one a ride
+    QList<double> longest; // ms, one per scroll
     QList<double> frames;  // ms
-    QList<double> slow;    // % of a ride's frames
-    QList<double> blank;   // % of a ride's frames
-    QList<double> idle;    // pictures
+    QList<double> slow;    // % of a scroll's frames
+    QList<double> blank;   // % of a scroll's frames
+    QList<double> idle;    // drawings
     double memory = 0;     // PSS, MB
 };
 
-/** What is seen of the shelf, wherever it moves to: a strip through the amber letters in each box's uppermost band. */
+/**
+ * A horizontal strip through the amber letters in the top band of all boxes, in pixels. It shows how the shelf scrolls.
+ */
 QRect stripThrough(const QImage& picture)
 {
     const QColor amber(255, 203, 45);
-    // On the right, as the shelf's title line has a badge in that colour.
+    // Only on the right, because the shelf's title line has an amber badge on the left.
     const auto isAmber = [&](int y) { return picture::shareOf(picture, QRectF(900, y, 900, 1), amber, 60) > 0.03; };
     int first = 0; // points
     while (first < 1080 && !isAmber(first))
@@ -44,7 +46,7 @@ QRect stripThrough(const QImage& picture)
     return picture::pixels(picture.size(), QRectF(0, (first + last) / 2.0, 1920, 1));
 }
 
-/** The colours of boxes that are not painted yet: skies, which a painted box does not have where the letters are. */
+/** The colours of boxes that are not painted yet. Painted boxes do not have these colours in the strip. */
 QList<QColor> plates(SampleHub& hub)
 {
     QList<QColor> colours;
@@ -69,8 +71,9 @@ double blankShare(const QImage& strip, const QList<QColor>& plates)
     return double(blank) / strip.width();
 }
 
-/** Holds a button until the shelf's end, and notes the frames of the ride. */
-void ride(LivingRoom& room, const QString& button, const QRect& strip, const QList<QColor>& plates, Walk& shelf)
+/** Holds a button until the shelf's end and records the frames in between. */
+void scrollToEnd(SimulatedViewer& viewer, const QString& button, const QRect& strip, const QList<QColor>& plates,
+                 ShelfMeasurement& shelf)
 {
     struct Frame
     {
@@ -79,18 +82,18 @@ void ride(LivingRoom& room, const QString& button, const QRect& strip, const QLi
     };
     std::vector<Frame> seen;
     const auto down = ScreenWatch::Clock::now();
-    room.remote().pushDown(button);
-    const auto last = room.screen().waitUntilSettled(1500ms, 120s, strip,
+    viewer.remote().keyDown(button);
+    const auto last = viewer.screen().waitUntilStill(1500ms, 120s, strip,
                                                      [&](const QImage& picture, ScreenWatch::Clock::time_point at) {
                                                          seen.push_back({at, blankShare(picture, plates) > blankCard});
                                                      });
-    room.remote().letGo(button);
+    viewer.remote().keyUp(button);
     if (!last)
-        throw std::runtime_error("The held key does not come to the shelf's end.");
+        throw std::runtime_error("The held key does not reach the shelf's end.");
     QList<double> frames;
     int blank = 0;
     for (size_t i = 1; i < seen.size(); ++i) {
-        if (seen[i - 1].at < down + beforeRepeats || seen[i].at > *last - towardsRest)
+        if (seen[i - 1].at < down + beforeRepeats || seen[i].at > *last - endOfScroll)
             continue;
         frames.append(std::chrono::duration<double, std::milli>(seen[i].at - seen[i - 1].at).count());
         blank += seen[i - 1].isBlank && seen[i].isBlank ? 1 : 0;
@@ -104,50 +107,50 @@ void ride(LivingRoom& room, const QString& button, const QRect& strip, const QLi
     shelf.blank.append(100 * double(blank) / double(frames.size()));
 }
 
-/** So many steps along a shelf of so many tapes and back, none of them against its end. */
+/** Arrow buttons for `presses` steps along a shelf of `tapes` tapes and back, none of them beyond its ends. */
 QStringList stepsAlong(int tapes, int presses)
 {
     QStringList buttons;
-    const int stretch = tapes - 1;
+    const int steps = tapes - 1;
     for (int i = 0; i < presses; ++i)
-        buttons.append((i / stretch) % 2 == 0 ? u"right"_s : u"left"_s);
+        buttons.append((i / steps) % 2 == 0 ? u"right"_s : u"left"_s);
     return buttons;
 }
 
-Walk walk(LivingRoom& room, SampleHub& hub, int tapes, const Effort& effort)
+ShelfMeasurement measureShelf(SimulatedViewer& viewer, SampleHub& hub, int tapes, const BenchParameters& parameters)
 {
-    hub.order(u"/catalogue/one-shelf"_s, {{u"tapes"_s, tapes}});
-    room.switchOn(QProcess::nullDevice());
-    if (!shop::open(room))
+    hub.post(u"/catalogue/one-shelf"_s, {{u"tapes"_s, tapes}});
+    viewer.switchOn(QProcess::nullDevice());
+    if (!shop::open(viewer))
         throw std::runtime_error("The shop does not open.");
-    room.pressAndSee(u"down"_s);
-    room.screen().waitUntilSettled(1500ms, 10s);
-    Walk shelf;
-    const QRect strip = stripThrough(room.screen().look());
+    viewer.pressAndWaitForChange(u"down"_s);
+    viewer.screen().waitUntilStill(1500ms, 10s);
+    ShelfMeasurement shelf;
+    const QRect strip = stripThrough(viewer.screen().grab());
     const QList<QColor> colours = plates(hub);
-    shelf.keys = timePresses(room, stepsAlong(tapes, effort.presses));
-    room.remote().pushDown(u"left"_s);
-    room.screen().waitUntilSettled(1500ms, 120s);
-    room.remote().letGo(u"left"_s);
-    for (int i = 0; i < effort.rides; ++i) {
-        ride(room, u"right"_s, strip, colours, shelf);
-        ride(room, u"left"_s, strip, colours, shelf);
+    shelf.keys = timePresses(viewer, stepsAlong(tapes, parameters.presses));
+    viewer.remote().keyDown(u"left"_s);
+    viewer.screen().waitUntilStill(1500ms, 120s);
+    viewer.remote().keyUp(u"left"_s);
+    for (int i = 0; i < parameters.scrolls; ++i) {
+        scrollToEnd(viewer, u"right"_s, strip, colours, shelf);
+        scrollToEnd(viewer, u"left"_s, strip, colours, shelf);
     }
-    room.screen().waitUntilSettled(1500ms, 10s);
-    shelf.memory = double(figures::proportionalSetSize(room.set().process().pid())) / 1e6;
-    shelf.idle.append(room.screen().count(effort.idle).drawings);
-    room.switchOff();
-    hub.calm();
+    viewer.screen().waitUntilStill(1500ms, 10s);
+    shelf.memory = double(figures::proportionalSetSize(viewer.set().process().pid())) / 1e6;
+    shelf.idle.append(viewer.screen().count(parameters.idle).drawings);
+    viewer.switchOff();
+    hub.reset();
     return shelf;
 }
 
 } // namespace
 
-QList<Figure> measureShelves(LivingRoom& room, SampleHub& hub, const Effort& effort)
+QList<Figure> measureShelves(SimulatedViewer& viewer, SampleHub& hub, const BenchParameters& parameters)
 {
-    const Walk few = walk(room, hub, 20, effort);
-    const Walk many = walk(room, hub, 200, effort);
-    const QString seconds = QString::number(std::chrono::duration<double>(effort.idle).count());
+    const ShelfMeasurement few = measureShelf(viewer, hub, 20, parameters);
+    const ShelfMeasurement many = measureShelf(viewer, hub, 200, parameters);
+    const QString seconds = QString::number(std::chrono::duration<double>(parameters.idle).count());
     const QString yardstick = u"a shelf of 20"_s;
     return {
         {u"shelf of 200: key to changed pixel, median"_s, u"ms"_s, many.keys, yardstick, few.keys, 35},

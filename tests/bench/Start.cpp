@@ -7,7 +7,7 @@ using std::chrono::milliseconds;
 
 namespace {
 
-constexpr milliseconds quiet = 1500ms; // without a change: the picture is settled
+constexpr milliseconds quiet = 1500ms; // time without a change after which the picture counts as final
 constexpr milliseconds limit = 20s;
 constexpr double megabyte = 1e6;
 
@@ -24,18 +24,18 @@ double ms(ScreenWatch::Clock::duration span)
     return std::chrono::duration<double, std::milli>(span).count();
 }
 
-/** `start` starts the program and answers what keeps it running and its process id. */
+/** `start` starts the program and returns an object that keeps it running, and its process id. */
 template<typename Start>
-void measureOne(LivingRoom& room, Starts& starts, const Start& start)
+void measureOne(SimulatedViewer& viewer, Starts& starts, const Start& start)
 {
-    room.waitForEmptyScreen();
-    ScreenWatch& screen = room.screen();
+    viewer.waitForEmptyScreen();
+    ScreenWatch& screen = viewer.screen();
     screen.waitForDrawing(0ms);
-    const QImage before = screen.look();
+    const QImage before = screen.grab();
     const auto begin = ScreenWatch::Clock::now();
     const auto [program, pid] = start();
     const auto first = screen.waitForChange(before, limit);
-    const auto settled = screen.waitUntilSettled(quiet, limit);
+    const auto settled = screen.waitUntilStill(quiet, limit);
     if (!first || !settled)
         return;
     starts.first.append(ms(*first - begin));
@@ -46,17 +46,17 @@ void measureOne(LivingRoom& room, Starts& starts, const Start& start)
 
 } // namespace
 
-QList<Figure> measureStart(LivingRoom& room, const Effort& effort)
+QList<Figure> measureStart(SimulatedViewer& viewer, const BenchParameters& parameters)
 {
     Starts set;
     Starts empty;
-    for (int i = 0; i < effort.starts; ++i) {
-        measureOne(room, set, [] {
+    for (int i = 0; i < parameters.starts; ++i) {
+        measureOne(viewer, set, [] {
             auto program = std::make_unique<TelevisionSet>(QProcess::nullDevice());
             const qint64 pid = program->process().pid();
             return std::pair(std::move(program), pid);
         });
-        measureOne(room, empty, [] {
+        measureOne(viewer, empty, [] {
             auto program = launchEmptyWindow();
             const qint64 pid = program->pid();
             return std::pair(std::move(program), pid);

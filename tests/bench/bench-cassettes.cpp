@@ -1,4 +1,4 @@
-#include "CassettePrint.h"
+#include "CassetteRenderer.h"
 #include "SampleCover.h"
 
 #include <QGuiApplication>
@@ -8,23 +8,23 @@
 
 namespace {
 
-/** A shelf's card on a display of so many device pixels a point. */
-CassettePrint cardAt(double scale)
+/** A shelf card for a display with `scale` device pixels per point. */
+CassetteRenderer cardAt(double scale)
 {
-    return {CassettePrint::Form::ShelfCard, sampleCover(), 250, QSizeF(250 * scale, 390.625 * scale).toSize()};
+    return {CassetteRenderer::Form::ShelfCard, sampleCover(), 250, QSizeF(250 * scale, 390.625 * scale).toSize()};
 }
 
 void paintShelfCard(benchmark::State& state, double scale)
 {
-    const CassettePrint card = cardAt(scale);
+    const CassetteRenderer card = cardAt(scale);
     while (state.KeepRunning())
         benchmark::DoNotOptimize(card.paint());
 }
 
-/** A title that is searched for the size at which it fits, in scripts that no one font has. */
+/** A title whose font size must be searched for, in scripts that need several fonts. */
 void paintCrowdedCard(benchmark::State& state)
 {
-    CassettePrint card = cardAt(1);
+    CassetteRenderer card = cardAt(1);
     card.cover.title =
         QStringLiteral("Joint session 市議會會議記錄 of the اجتماع مجلس المدينة authority \U0001F6A2 ").repeated(6);
     card.cover.tagline = card.cover.title;
@@ -32,17 +32,17 @@ void paintCrowdedCard(benchmark::State& state)
         benchmark::DoNotOptimize(card.paint());
 }
 
-/** The yardstick: an image of the card's size, filled and laid over another, and nothing else. */
+/** Yardstick: fills an image of the card's size and draws it onto another. */
 void fillAndCompose(benchmark::State& state, double scale)
 {
     const QSize pixels = cardAt(scale).pixels;
-    QImage ground(pixels, QImage::Format_ARGB32_Premultiplied);
-    ground.fill(Qt::black);
+    QImage background(pixels, QImage::Format_ARGB32_Premultiplied);
+    background.fill(Qt::black);
     while (state.KeepRunning()) {
         QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
         image.fill(QColor(31, 111, 139, 230));
-        QPainter(&ground).drawImage(0, 0, image);
-        benchmark::DoNotOptimize(ground.constBits());
+        QPainter(&background).drawImage(0, 0, image);
+        benchmark::DoNotOptimize(background.constBits());
     }
 }
 

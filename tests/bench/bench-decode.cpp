@@ -55,7 +55,7 @@ void decodeAPageOf200(benchmark::State& state)
     state.SetBytesProcessed(state.iterations() * bytes.size());
 }
 
-/** The yardstick: the JSON parser alone on the same bytes. */
+/** Yardstick: the JSON parser alone on the same bytes. */
 void parseAPageOf200(benchmark::State& state)
 {
     const QByteArray bytes = page();

@@ -31,7 +31,7 @@ Tape accentedTape(qint64 id)
     return tape;
 }
 
-/** The yardstick: one text as long as a synopsis, put together from its parts, and nothing else. */
+/** Yardstick: concatenates one text as long as a synopsis. */
 void buildOneSynopsis(benchmark::State& state)
 {
     const QString name = u"City Council"_s;

@@ -8,7 +8,7 @@ namespace {
 
 constexpr double megabyte = 1e6;
 
-/** Caption lines, again and again, until they are so many megabytes as the hub sends them. */
+/** Repeats caption lines up to `megabytes` of UTF-8 text. */
 QString captions(const QStringList& lines, double megabytes)
 {
     const QString round = lines.join(u'\n') + u'\n';
@@ -48,7 +48,7 @@ void reflowMixedScripts(benchmark::State& state)
     measure(state, mixedCaptions(double(state.range(0)) / 1000));
 }
 
-/** The yardstick: the same text, split at its line breaks and nothing else. */
+/** Yardstick: splits the same text at its line breaks. */
 void splitAscii(benchmark::State& state)
 {
     const QString text = asciiCaptions(double(state.range(0)) / 1000);
@@ -56,7 +56,7 @@ void splitAscii(benchmark::State& state)
         benchmark::DoNotOptimize(text.split(u'\n', Qt::SkipEmptyParts));
 }
 
-// In kilobytes.
+// Arguments are kilobytes.
 BENCHMARK(splitAscii)->Unit(benchmark::kMillisecond)->Arg(5000);
 BENCHMARK(reflowAscii)->Unit(benchmark::kMillisecond)->Arg(500)->Arg(1000)->Arg(2000)->Arg(5000);
 BENCHMARK(reflowMixedScripts)->Unit(benchmark::kMillisecond)->Arg(500)->Arg(1000)->Arg(2000)->Arg(5000);

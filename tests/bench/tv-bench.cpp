@@ -1,6 +1,7 @@
-// Measures the real program from outside, beside its yardsticks, on the display that DISPLAY names; prints one table.
+// Measures the real program from outside, and yardsticks to compare it with, on the display that DISPLAY names. Prints
+// one table.
 //   tv-bench [--quick] [PART...] [BENCHMARK-PROGRAM...]
-// A program is named by a path, a part (see allParts) is not.
+// An argument with a slash is the path of a benchmark program; other arguments are names of parts (see allParts).
 
 #include "Bench.h"
 
@@ -16,8 +17,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr Effort whole{.starts = 7, .presses = 60, .rides = 3, .spans = 5, .idle = 10s, .playing = 5s};
-constexpr Effort quick{.starts = 5, .presses = 20, .rides = 1, .spans = 5, .idle = 2s, .playing = 2s};
+constexpr BenchParameters full{.starts = 7, .presses = 60, .scrolls = 3, .repetitions = 5, .idle = 10s, .playing = 5s};
+constexpr BenchParameters quick{.starts = 5, .presses = 20, .scrolls = 1, .repetitions = 5, .idle = 2s, .playing = 2s};
 
 void note(const char* what)
 {
@@ -27,46 +28,55 @@ void note(const char* what)
 QString firstTapesStream(SampleHub& hub)
 {
     const QJsonArray tapes = hub.fetch(u"/api/tv/tapes?page=1&per_page=1"_s).value(u"items"_s).toArray();
-    return SampleHub::address(tapes.first().toObject().value(u"stream_url"_s).toString());
+    return SampleHub::urlOf(tapes.first().toObject().value(u"stream_url"_s).toString());
 }
 
 struct Part
 {
     const char* name;
     const char* note;
-    std::function<QList<Figure>(LivingRoom& room, SampleHub& hub, const Effort& effort)> measure;
+    std::function<QList<Figure>(SimulatedViewer& viewer, SampleHub& hub, const BenchParameters& parameters)> measure;
 };
 
 QList<Part> allParts(const QStringList& libraries)
 {
     return {
         {"start", "starts and memory",
-         [](LivingRoom& room, SampleHub&, const Effort& effort) { return measureStart(room, effort); }},
-        {"keys", "keys", [](LivingRoom& room, SampleHub&, const Effort& effort) { return measureKeys(room, effort); }},
+         [](SimulatedViewer& viewer, SampleHub&, const BenchParameters& parameters) {
+             return measureStart(viewer, parameters);
+         }},
+        {"keys", "keys",
+         [](SimulatedViewer& viewer, SampleHub&, const BenchParameters& parameters) {
+             return measureKeys(viewer, parameters);
+         }},
         {"shelves", "the shelves", &measureShelves},
         {"idle", "idleness",
-         [](LivingRoom& room, SampleHub&, const Effort& effort) { return measureIdle(room, effort); }},
+         [](SimulatedViewer& viewer, SampleHub&, const BenchParameters& parameters) {
+             return measureIdle(viewer, parameters);
+         }},
         {"playing", "a playing tape",
-         [](LivingRoom& room, SampleHub& hub, const Effort& effort) {
-             return measurePlaying(room, firstTapesStream(hub), effort);
+         [](SimulatedViewer& viewer, SampleHub& hub, const BenchParameters& parameters) {
+             return measurePlaying(viewer, firstTapesStream(hub), parameters);
          }},
         {"news", "the news channel", &measureNews},
         {"libraries", "the libraries",
-         [libraries](LivingRoom&, SampleHub&, const Effort& effort) { return measureLibraries(libraries, effort); }},
+         [libraries](SimulatedViewer&, SampleHub&, const BenchParameters& parameters) {
+             return measureLibraries(libraries, parameters);
+         }},
     };
 }
 
-/** The parts that `named` names; all when it names none. */
-QList<Figure> measure(const QList<Part>& parts, const QStringList& named, const Effort& effort)
+/** Runs the parts listed in `named`; all parts if it is empty. */
+QList<Figure> measure(const QList<Part>& parts, const QStringList& named, const BenchParameters& parameters)
 {
     SampleHub hub;
-    LivingRoom room;
+    SimulatedViewer viewer;
     QList<Figure> figures;
     for (const Part& part : parts) {
         if (!named.isEmpty() && !named.contains(QLatin1StringView(part.name)))
             continue;
         note(part.note);
-        figures += part.measure(room, hub, effort);
+        figures += part.measure(viewer, hub, parameters);
     }
     return figures;
 }
@@ -81,7 +91,7 @@ int main(int count, char** arguments)
     const QStringList programs = words.filter(u"/"_s);
     words.removeIf([](const QString& word) { return word.contains(u'/'); });
     try {
-        printTable(measure(allParts(programs), words, isQuick ? quick : whole));
+        printTable(measure(allParts(programs), words, isQuick ? quick : full));
         return 0;
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "tv-bench: %s\n", failure.what());

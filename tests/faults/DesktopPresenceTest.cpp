@@ -1,8 +1,8 @@
 #include "DesktopPresence.h"
 
+#include "FakeScreenSaver.h"
 #include "PrivateBus.h"
 #include "ScriptedVideoPlayer.h"
-#include "StandInScreenSaver.h"
 
 #include <QDBusConnectionInterface>
 #include <QElapsedTimer>
@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/** A bus that takes connections and never says a word, until it goes. */
+/** A bus socket that accepts connections and never answers. */
 class SilentBus
 {
 public:
@@ -46,7 +46,7 @@ private:
 
 } // namespace
 
-/** What the desktop is told of a player, on a real bus. */
+/** What a DesktopPresence does on a real bus. */
 class DesktopPresenceTest : public QObject
 {
     Q_OBJECT
@@ -55,29 +55,29 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void cleanup();
-    void theScreensaverIsAwayWhileItPlays();
-    void waitingForDataIsPlaying();
-    void theScreensaverIsAllowedAgain_data();
-    void theScreensaverIsAllowedAgain();
-    void leavingAllowsItAgain();
-    void aScreensaverThatAnswersAfterTheLeavingIsAllowedToo();
-    void aScreensaverThatNeverAnswersLosesTheConnection();
-    void playersOneAfterTheOtherLeaveNothingBehind();
-    void aBusThatDiesIsNoTrouble();
-    void withoutABusNothingHappens_data();
-    void withoutABusNothingHappens();
-    void aBusThatHangsHoldsNobody();
-    void theBusIsWhereTheEnvironmentSays_data();
-    void theBusIsWhereTheEnvironmentSays();
-    void theBusIsInTheRuntimeFolderOtherwise();
+    void screensaverIsInhibitedWhilePlaying();
+    void screensaverIsInhibitedWhileWaitingForData();
+    void screensaverIsAllowedWhenPlaybackStops_data();
+    void screensaverIsAllowedWhenPlaybackStops();
+    void screensaverIsAllowedWhenPresenceIsDestroyed();
+    void inhibitionAnsweredAfterDestructionIsReleased();
+    void connectionIsClosedIfScreensaverNeverAnswers();
+    void successivePlayersLeakNothing();
+    void busFailureIsHandled();
+    void presenceWithoutBusDoesNothing_data();
+    void presenceWithoutBusDoesNothing();
+    void hangingBusBlocksNobody();
+    void busAddressComesFromEnvironment_data();
+    void busAddressComesFromEnvironment();
+    void busAddressFallsBackToRuntimeFolder();
 
 private:
-    std::unique_ptr<DesktopPresence> present(const QString& address);
-    std::unique_ptr<DesktopPresence> present() { return present(m_bus->address()); }
+    std::unique_ptr<DesktopPresence> createPresence(const QString& address);
+    std::unique_ptr<DesktopPresence> createPresence() { return createPresence(m_bus->address()); }
     QStringList playersOnBus();
 
     std::unique_ptr<PrivateBus> m_bus;
-    std::unique_ptr<StandInScreenSaver> m_screenSaver;
+    std::unique_ptr<FakeScreenSaver> m_screenSaver;
     std::unique_ptr<ScriptedVideoPlayer> m_player;
 };
 
@@ -90,7 +90,7 @@ void DesktopPresenceTest::init()
 {
     QTest::failOnWarning(QRegularExpression(u".*"_s));
     m_bus = std::make_unique<PrivateBus>();
-    m_screenSaver = std::make_unique<StandInScreenSaver>(m_bus->connect());
+    m_screenSaver = std::make_unique<FakeScreenSaver>(m_bus->connect());
     m_player = std::make_unique<ScriptedVideoPlayer>();
     m_player->setItem(std::make_shared<PlayerItem>(QUrl(u"https://hub.invalid/tape.m3u8"_s)));
 }
@@ -102,7 +102,7 @@ void DesktopPresenceTest::cleanup()
     m_bus.reset();
 }
 
-std::unique_ptr<DesktopPresence> DesktopPresenceTest::present(const QString& address)
+std::unique_ptr<DesktopPresence> DesktopPresenceTest::createPresence(const QString& address)
 {
     return std::make_unique<DesktopPresence>(*m_player, u"A tape plays"_s, address);
 }
@@ -112,9 +112,9 @@ QStringList DesktopPresenceTest::playersOnBus()
     return m_bus->connect().interface()->registeredServiceNames().value().filter(u"org.mpris."_s);
 }
 
-void DesktopPresenceTest::theScreensaverIsAwayWhileItPlays()
+void DesktopPresenceTest::screensaverIsInhibitedWhilePlaying()
 {
-    const auto presence = present();
+    const auto presence = createPresence();
     m_player->play();
     m_player->showPicture();
     QTRY_COMPARE(m_screenSaver->inhibitions().size(), 1);
@@ -122,9 +122,9 @@ void DesktopPresenceTest::theScreensaverIsAwayWhileItPlays()
     QCOMPARE(m_screenSaver->inhibitions().constFirst().reason, u"A tape plays"_s);
 }
 
-void DesktopPresenceTest::waitingForDataIsPlaying()
+void DesktopPresenceTest::screensaverIsInhibitedWhileWaitingForData()
 {
-    const auto presence = present();
+    const auto presence = createPresence();
     m_player->play();
     m_player->showPicture();
     m_player->setWaiting(true);
@@ -132,30 +132,30 @@ void DesktopPresenceTest::waitingForDataIsPlaying()
     QCOMPARE(m_player->timeControl(), VideoPlayer::TimeControl::WaitingToPlay);
 }
 
-void DesktopPresenceTest::theScreensaverIsAllowedAgain_data()
+void DesktopPresenceTest::screensaverIsAllowedWhenPlaybackStops_data()
 {
-    using Happens = std::function<void(ScriptedVideoPlayer&)>;
-    QTest::addColumn<Happens>("happens");
-    QTest::newRow("paused") << Happens([](ScriptedVideoPlayer& player) { player.pause(); });
-    QTest::newRow("played to the end") << Happens([](ScriptedVideoPlayer& player) { player.end(); });
-    QTest::newRow("failed") << Happens([](ScriptedVideoPlayer& player) { player.fail({}); });
-    QTest::newRow("let go") << Happens([](ScriptedVideoPlayer& player) { player.setItem(nullptr); });
+    using Event = std::function<void(ScriptedVideoPlayer&)>;
+    QTest::addColumn<Event>("event");
+    QTest::newRow("paused") << Event([](ScriptedVideoPlayer& player) { player.pause(); });
+    QTest::newRow("played to the end") << Event([](ScriptedVideoPlayer& player) { player.end(); });
+    QTest::newRow("failed") << Event([](ScriptedVideoPlayer& player) { player.fail({}); });
+    QTest::newRow("item removed") << Event([](ScriptedVideoPlayer& player) { player.setItem(nullptr); });
 }
 
-void DesktopPresenceTest::theScreensaverIsAllowedAgain()
+void DesktopPresenceTest::screensaverIsAllowedWhenPlaybackStops()
 {
-    QFETCH(const std::function<void(ScriptedVideoPlayer&)>, happens);
-    const auto presence = present();
+    QFETCH(const std::function<void(ScriptedVideoPlayer&)>, event);
+    const auto presence = createPresence();
     m_player->play();
     m_player->showPicture();
     QTRY_COMPARE(m_screenSaver->inhibitions().size(), 1);
-    happens(*m_player);
+    event(*m_player);
     QTRY_COMPARE(m_screenSaver->inhibitions().size(), 0);
 }
 
-void DesktopPresenceTest::leavingAllowsItAgain()
+void DesktopPresenceTest::screensaverIsAllowedWhenPresenceIsDestroyed()
 {
-    auto presence = present();
+    auto presence = createPresence();
     m_player->play();
     QTRY_COMPARE(m_screenSaver->inhibitions().size(), 1);
     presence.reset();
@@ -163,40 +163,40 @@ void DesktopPresenceTest::leavingAllowsItAgain()
     QTRY_COMPARE(playersOnBus(), QStringList());
 }
 
-void DesktopPresenceTest::aScreensaverThatAnswersAfterTheLeavingIsAllowedToo()
+void DesktopPresenceTest::inhibitionAnsweredAfterDestructionIsReleased()
 {
-    m_screenSaver->setLate(true);
-    auto presence = present();
+    m_screenSaver->setReplyDelayed(true);
+    auto presence = createPresence();
     m_player->play();
     QTRY_COMPARE(m_screenSaver->inhibitions().size(), 1);
     presence.reset();
-    // The player has gone from the bus at once, its connection waits.
+    // The player is removed from the bus at once; the connection stays open for the answer.
     QTRY_COMPARE(playersOnBus(), QStringList());
-    m_screenSaver->answerNow();
+    m_screenSaver->sendDelayedReplies();
     QTRY_COMPARE(m_screenSaver->inhibitions().size(), 0);
 }
 
-void DesktopPresenceTest::aScreensaverThatNeverAnswersLosesTheConnection()
+void DesktopPresenceTest::connectionIsClosedIfScreensaverNeverAnswers()
 {
     auto bus = m_bus->connect();
     const auto connections = [&] { return bus.interface()->registeredServiceNames().value().size(); };
     const auto before = connections();
-    m_screenSaver->setLate(true);
-    auto presence = present();
+    m_screenSaver->setReplyDelayed(true);
+    auto presence = createPresence();
     m_player->play();
     QTRY_COMPARE(m_screenSaver->inhibitions().size(), 1);
     presence.reset();
     QTRY_COMPARE_WITH_TIMEOUT(connections(), before, 10000);
 }
 
-void DesktopPresenceTest::playersOneAfterTheOtherLeaveNothingBehind()
+void DesktopPresenceTest::successivePlayersLeakNothing()
 {
     const auto descriptors = [] {
         return QDir(u"/proc/self/fd"_s).entryList(QDir::NoDotAndDotDot | QDir::AllEntries).size();
     };
     const auto threads = [] { return QDir(u"/proc/self/task"_s).entryList(QDir::NoDotAndDotDot | QDir::Dirs).size(); };
     const auto playOne = [this] {
-        const auto presence = present();
+        const auto presence = createPresence();
         m_player->play();
         QTRY_COMPARE(m_screenSaver->inhibitions().size(), 1);
         m_player->pause();
@@ -212,9 +212,9 @@ void DesktopPresenceTest::playersOneAfterTheOtherLeaveNothingBehind()
     QVERIFY(threads() <= threadsBefore);
 }
 
-void DesktopPresenceTest::aBusThatDiesIsNoTrouble()
+void DesktopPresenceTest::busFailureIsHandled()
 {
-    auto presence = present();
+    auto presence = createPresence();
     m_player->play();
     QTRY_COMPARE(m_screenSaver->inhibitions().size(), 1);
     m_bus->end();
@@ -222,10 +222,10 @@ void DesktopPresenceTest::aBusThatDiesIsNoTrouble()
     m_player->moveTo(100);
     m_player->play();
     presence.reset();
-    present()->setObjectName(u"made and gone"_s);
+    createPresence()->setObjectName(u"destroyed at once"_s);
 }
 
-void DesktopPresenceTest::withoutABusNothingHappens_data()
+void DesktopPresenceTest::presenceWithoutBusDoesNothing_data()
 {
     QTest::addColumn<QString>("address");
     QTest::newRow("none") << QString();
@@ -234,41 +234,41 @@ void DesktopPresenceTest::withoutABusNothingHappens_data()
     QTest::newRow("no address") << u"unix"_s;
 }
 
-void DesktopPresenceTest::withoutABusNothingHappens()
+void DesktopPresenceTest::presenceWithoutBusDoesNothing()
 {
     QFETCH(const QString, address);
-    auto presence = present(address);
+    auto presence = createPresence(address);
     m_player->play();
     m_player->moveTo(100);
     m_player->pause();
     presence.reset();
-    QCOMPARE(m_screenSaver->asked(), 0);
+    QCOMPARE(m_screenSaver->inhibitCalls(), 0);
 }
 
-void DesktopPresenceTest::aBusThatHangsHoldsNobody()
+void DesktopPresenceTest::hangingBusBlocksNobody()
 {
-    // Threads are warm.
-    present();
+    // Creates the worker thread, so that it is not measured.
+    createPresence();
     QTRY_COMPARE(playersOnBus(), QStringList());
     auto silent = std::make_unique<SilentBus>();
     QVERIFY(silent->listens());
-    QElapsedTimer taken;
-    taken.start();
+    QElapsedTimer timer;
+    timer.start();
     for (int i = 0; i < 20; ++i) {
-        const auto presence = present("unix:path="_L1 + silent->path());
+        const auto presence = createPresence("unix:path="_L1 + silent->path());
         m_player->play();
         m_player->moveTo(i * 10);
         m_player->pause();
     }
-    const qint64 passed = taken.elapsed();
+    const qint64 passed = timer.elapsed();
     QVERIFY2(passed < 100, qPrintable(QString::number(passed)));
-    // Once it goes, the next player is there again.
+    // After the hanging bus is closed, the next player is announced.
     silent.reset();
-    const auto presence = present();
+    const auto presence = createPresence();
     QTRY_COMPARE(playersOnBus().size(), 1);
 }
 
-void DesktopPresenceTest::theBusIsWhereTheEnvironmentSays_data()
+void DesktopPresenceTest::busAddressComesFromEnvironment_data()
 {
     QTest::addColumn<QByteArray>("variable");
     QTest::addColumn<QString>("address");
@@ -276,14 +276,14 @@ void DesktopPresenceTest::theBusIsWhereTheEnvironmentSays_data()
     QTest::newRow("one that would start a bus") << QByteArray("autolaunch:") << QString();
 }
 
-void DesktopPresenceTest::theBusIsWhereTheEnvironmentSays()
+void DesktopPresenceTest::busAddressComesFromEnvironment()
 {
     QFETCH(const QByteArray, variable);
     qputenv("DBUS_SESSION_BUS_ADDRESS", variable);
     QTEST(SessionBus::address(), "address");
 }
 
-void DesktopPresenceTest::theBusIsInTheRuntimeFolderOtherwise()
+void DesktopPresenceTest::busAddressFallsBackToRuntimeFolder()
 {
     const QTemporaryDir runtime;
     qunsetenv("DBUS_SESSION_BUS_ADDRESS");

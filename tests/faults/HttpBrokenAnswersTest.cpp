@@ -5,13 +5,13 @@
 using namespace Qt::StringLiterals;
 using Kind = HttpFailure::Kind;
 
-/** Answers that end too early, or hold something else than they say. */
+/** Answers that end too early or whose body does not match their headers. */
 class HttpBrokenAnswersTest : public HttpOnServer
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aBrokenConnectionIsAFailure_data()
+    void brokenConnectionIsFailure_data()
     {
         QTest::addColumn<QByteArray>("sent");
         QTest::newRow("before the head") << QByteArray();
@@ -26,56 +26,56 @@ private Q_SLOTS:
                    gzip(QByteArray(90'000, 'a')).left(100);
         QTest::newRow("not HTTP at all") << QByteArray("SSH-2.0-Something_1.0\r\n\r\nhello hello hello\r\n\r\n");
     }
-    void aBrokenConnectionIsAFailure()
+    void brokenConnectionIsFailure()
     {
         QFETCH(QByteArray, sent);
         m_server->on("/", FaultServer::sendAndClose(sent));
-        const HttpOutcome outcome = fetch(*m_client, to(m_server->url()));
-        QVERIFY(outcome.failedAs(Kind::Network));
-        QVERIFY(!outcome.words().isEmpty());
+        const HttpOutcome outcome = fetch(*m_client, requestTo(m_server->url()));
+        QVERIFY(outcome.failedWith(Kind::Network));
+        QVERIFY(!outcome.errorDescription().isEmpty());
     }
 
-    void aGzipBodyThatIsWholeByItsLengthButCutShortInsideIsAFailure()
+    void gzipBodyThatEndsEarlyIsFailure()
     {
         const QByteArray body = gzip(QByteArray(90'000, 'a')).left(100);
         m_server->on("/", FaultServer::answer(200, body, {"Content-Encoding: gzip"}));
-        const HttpOutcome outcome = fetch(*m_client, to(m_server->url()));
-        QVERIFY(outcome.failedAs(Kind::CutShort));
-        QCOMPARE(outcome.words(), QString());
+        const HttpOutcome outcome = fetch(*m_client, requestTo(m_server->url()));
+        QVERIFY(outcome.failedWith(Kind::Truncated));
+        QCOMPARE(outcome.errorDescription(), QString());
     }
 
-    void aDamagedGzipBodyIsAFailure()
+    void damagedGzipBodyIsFailure()
     {
         m_server->on("/", FaultServer::answer(200, "this is not gzip at all", {"Content-Encoding: gzip"}));
-        const HttpOutcome outcome = fetch(*m_client, to(m_server->url()));
-        QVERIFY(outcome.failedAs(Kind::Unreadable));
-        QCOMPARE(outcome.words(), QString());
+        const HttpOutcome outcome = fetch(*m_client, requestTo(m_server->url()));
+        QVERIFY(outcome.failedWith(Kind::Unreadable));
+        QCOMPARE(outcome.errorDescription(), QString());
     }
 
-    void aBodyUpToTheCloseIsAnAnswer()
+    void bodyWithoutLengthEndsWhenConnectionCloses()
     {
         m_server->on("/", FaultServer::sendAndClose("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\nall of it"));
-        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("all of it"));
+        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body(), QByteArray("all of it"));
     }
 
-    void aGzipBodyIsUnpacked()
+    void gzipBodyIsDecompressed()
     {
         QByteArray text;
         for (int line = 0; line < 60'000; ++line)
             text += "line " + QByteArray::number(line * 7919) + "\n";
         m_server->on("/", FaultServer::answer(200, gzip(text), {"Content-Encoding: gzip"}));
-        const HttpOutcome outcome = fetch(*m_client, to(m_server->url()));
+        const HttpOutcome outcome = fetch(*m_client, requestTo(m_server->url()));
         QCOMPARE(outcome.body().size(), text.size());
         QVERIFY(outcome.body() == text);
     }
 
-    void aClosedPortIsRefused()
+    void closedPortIsFailure()
     {
         const QUrl url = m_server->url();
         m_server.reset();
-        const HttpOutcome outcome = fetch(*m_client, to(url));
-        QVERIFY(outcome.failedAs(Kind::Network));
-        QCOMPARE(outcome.words(), u"Connection refused"_s);
+        const HttpOutcome outcome = fetch(*m_client, requestTo(url));
+        QVERIFY(outcome.failedWith(Kind::Network));
+        QCOMPARE(outcome.errorDescription(), u"Connection refused"_s);
     }
 };
 

@@ -8,106 +8,106 @@
 
 using Kind = HttpFailure::Kind;
 
-/** Requests called off, and many of them under way at once. */
+/** Cancelled requests, and many requests at the same time. */
 class HttpCancellingTest : public HttpOnServer
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cancellingFailsInsideTheCallAndClosesTheConnection()
+    void cancellingFailsRequestAtOnceAndClosesConnection()
     {
         m_server->on("/", FaultServer::sendAndWait("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nhalf"));
         TaskScope scope;
-        const auto outcome = start(*m_client, to(m_server->url()), scope.token());
+        const auto outcome = start(*m_client, requestTo(m_server->url()), scope.token());
         QTRY_COMPARE(m_server->requests().size(), 1);
         QCOMPARE(m_server->openConnections(), 1);
         scope.cancel();
-        QVERIFY(outcome->failedAs(Kind::Cancelled));
+        QVERIFY(outcome->failedWith(Kind::Cancelled));
         QTRY_COMPARE(m_server->openConnections(), 0);
         QCOMPARE(outcome.use_count(), 1);
     }
 
-    void cancellingBeforeOrAtOnceSendsNothing()
+    void requestCancelledBeforeSendingIsNotSent()
     {
         TaskScope scope;
-        const CancelToken token = scope.token();
-        const auto second = start(*m_client, to(m_server->url()), token);
+        const std::stop_token token = scope.token();
+        const auto second = start(*m_client, requestTo(m_server->url()), token);
         scope.cancel();
-        const auto first = start(*m_client, to(m_server->url()), token);
-        QVERIFY(first->failedAs(Kind::Cancelled));
-        QVERIFY(second->failedAs(Kind::Cancelled));
+        const auto first = start(*m_client, requestTo(m_server->url()), token);
+        QVERIFY(first->failedWith(Kind::Cancelled));
+        QVERIFY(second->failedWith(Kind::Cancelled));
         m_server->on("/after", FaultServer::answer(200));
-        QCOMPARE(fetch(*m_client, to(m_server->url("/after"))).status(), 200);
+        QCOMPARE(fetch(*m_client, requestTo(m_server->url("/after"))).status(), 200);
         QTRY_VERIFY(m_server->openConnections() <= 1);
         for (const auto& request : m_server->requests())
             QCOMPARE(request.target, QByteArray("/after"));
     }
 
-    void aRequestCalledOffWhileItWaitsForOthersIsNeverSent()
+    void queuedRequestIsNotSentWhenCancelled()
     {
         m_server->on("/slow", FaultServer::sendAndWait());
         m_server->on("/next", FaultServer::answer(200, "next"));
         TaskScope slow;
         QList<std::shared_ptr<HttpOutcome>> outcomes;
         for (int request = 0; request < 6; ++request)
-            outcomes.append(start(*m_client, to(m_server->url("/slow")), slow.token()));
+            outcomes.append(start(*m_client, requestTo(m_server->url("/slow")), slow.token()));
         QTRY_COMPARE(m_server->requests().size(), 6);
         TaskScope scope;
-        const auto waiting = start(*m_client, to(m_server->url("/waiting")), scope.token());
-        const auto next = start(*m_client, to(m_server->url("/next")));
+        const auto waiting = start(*m_client, requestTo(m_server->url("/waiting")), scope.token());
+        const auto next = start(*m_client, requestTo(m_server->url("/next")));
         scope.cancel();
-        QVERIFY(waiting->failedAs(Kind::Cancelled));
+        QVERIFY(waiting->failedWith(Kind::Cancelled));
         slow.cancel();
         QTRY_COMPARE(next->body(), QByteArray("next"));
         QCOMPARE(m_server->requests().size(), 7);
     }
 
-    void cancellingAfterTheAnswerChangesNothing()
+    void cancellingAfterAnswerHasNoEffect()
     {
         m_server->on("/", FaultServer::answer(200, "here"));
         TaskScope scope;
-        const auto outcome = start(*m_client, to(m_server->url()), scope.token());
+        const auto outcome = start(*m_client, requestTo(m_server->url()), scope.token());
         QTRY_VERIFY(outcome->result);
         scope.cancel();
         QCOMPARE(outcome->body(), QByteArray("here"));
     }
 
-    void destroyingTheClientFailsThoseStillWaiting()
+    void pendingRequestsFailWhenClientIsDestroyed()
     {
         m_server->on("/", FaultServer::sendAndWait());
         QList<std::shared_ptr<HttpOutcome>> outcomes;
         for (int request = 0; request < 10; ++request)
-            outcomes.append(start(*m_client, to(m_server->url())));
+            outcomes.append(start(*m_client, requestTo(m_server->url())));
         QTRY_VERIFY(m_server->requests().size() >= 6);
         m_client.reset();
         for (const auto& outcome : outcomes) {
-            QVERIFY(outcome->failedAs(Kind::Cancelled));
+            QVERIFY(outcome->failedWith(Kind::Cancelled));
             QCOMPARE(outcome.use_count(), 1);
         }
         QTRY_COMPARE(m_server->openConnections(), 0);
     }
 
-    void destroyingTheClientAtOnceOrUnusedIsClean()
+    void clientCanBeDestroyedAtOnceOrUnused()
     {
-        const auto outcome = start(*m_client, to(m_server->url()));
+        const auto outcome = start(*m_client, requestTo(m_server->url()));
         m_client.reset();
-        QVERIFY(outcome->failedAs(Kind::Cancelled));
+        QVERIFY(outcome->failedWith(Kind::Cancelled));
         QtHttpClient unused;
     }
 
-    void thirtyOverlappingRequestsAnsweredInReverseGetEachItsOwn()
+    void overlappingRequestsAnsweredInReverseGetOwnAnswers()
     {
-        // The newest first, whenever no further request comes: the client opens only a few connections at a time.
+        // Answers the newest request after each 20 ms without another one, as the client opens few connections.
         QList<FaultServer::Request> waiting;
-        QTimer quiet;
-        quiet.setInterval(20);
-        connect(&quiet, &QTimer::timeout, this, [&] {
+        QTimer pauseTimer;
+        pauseTimer.setInterval(20);
+        connect(&pauseTimer, &QTimer::timeout, this, [&] {
             if (!waiting.isEmpty()) {
                 const auto newest = waiting.takeLast();
                 FaultServer::answer(200, "body of " + newest.target)(newest);
             }
         });
-        quiet.start();
+        pauseTimer.start();
         QList<std::shared_ptr<HttpOutcome>> outcomes;
         qsizetype atOnce = 0;
         for (int request = 0; request < 30; ++request) {
@@ -115,9 +115,9 @@ private Q_SLOTS:
             m_server->on(path, [&](const FaultServer::Request& received) {
                 waiting.append(received);
                 atOnce = std::max(atOnce, waiting.size());
-                quiet.start();
+                pauseTimer.start();
             });
-            outcomes.append(start(*m_client, to(m_server->url(path))));
+            outcomes.append(start(*m_client, requestTo(m_server->url(path))));
         }
         for (int request = 0; request < 30; ++request) {
             QTRY_VERIFY(outcomes.at(request)->result);

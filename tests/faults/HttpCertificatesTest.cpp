@@ -4,13 +4,13 @@
 
 using Kind = HttpFailure::Kind;
 
-/** Which servers are trusted. */
+/** Verification of server certificates. */
 class HttpCertificatesTest : public HttpOnServer
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aBadCertificateIsRefused_data()
+    void badCertificateIsRefused_data()
     {
         QTest::addColumn<QByteArray>("certificate");
         QTest::newRow("expired") << QByteArray("expired");
@@ -18,33 +18,33 @@ private Q_SLOTS:
         QTest::newRow("wrong host") << QByteArray("wrong-host");
         QTest::newRow("unknown issuer") << QByteArray("unknown-issuer");
     }
-    void aBadCertificateIsRefused()
+    void badCertificateIsRefused()
     {
         QFETCH(QByteArray, certificate);
         FaultServer server(certificate);
         server.on("/", FaultServer::answer(200, "do not trust me"));
-        const HttpOutcome outcome = fetch(*m_client, to(server.url()));
-        QVERIFY(outcome.failedAs(Kind::Network));
-        QVERIFY(!outcome.words().isEmpty());
+        const HttpOutcome outcome = fetch(*m_client, requestTo(server.url()));
+        QVERIFY(outcome.failedWith(Kind::Network));
+        QVERIFY(!outcome.errorDescription().isEmpty());
         QVERIFY(server.connections() > 0);
         QVERIFY(server.requests().isEmpty());
     }
 
-    void withoutTheExtraIssuerTheGoodCertificateIsRefusedToo()
+    void goodCertificateIsRefusedWithoutExtraIssuer()
     {
         QtHttpClient client({}, std::make_unique<ScriptedConnectivity>(true));
-        QVERIFY(fetch(client, to(m_server->url())).failedAs(Kind::Network));
+        QVERIFY(fetch(client, requestTo(m_server->url())).failedWith(Kind::Network));
         QVERIFY(m_server->requests().isEmpty());
     }
 
-    void aRefusedServerLeavesTheGoodOneTrusted()
+    void goodServerIsTrustedAfterRefusedOne()
     {
         FaultServer server("unknown-issuer");
         m_server->on("/", FaultServer::answer(200, "here"));
-        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("here"));
-        QVERIFY(fetch(*m_client, to(server.url())).failedAs(Kind::Network));
-        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("here"));
-        QVERIFY(fetch(*m_client, to(server.url())).failedAs(Kind::Network));
+        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body(), QByteArray("here"));
+        QVERIFY(fetch(*m_client, requestTo(server.url())).failedWith(Kind::Network));
+        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body(), QByteArray("here"));
+        QVERIFY(fetch(*m_client, requestTo(server.url())).failedWith(Kind::Network));
         QVERIFY(server.requests().isEmpty());
     }
 };

@@ -8,94 +8,94 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using Kind = HttpFailure::Kind;
 
-/** Requests on a machine whose network is away. */
+/** Requests on a machine without a network. */
 class HttpConnectivityTest : public HttpOnServer
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aRequestWithoutANetworkWaitsForIt()
+    void requestWaitsForNetwork()
     {
         auto network = std::make_unique<ScriptedConnectivity>(false);
         ScriptedConnectivity* const connectivity = network.get();
         QtHttpClient client(FaultServer::issuer(), std::move(network));
-        const auto outcome = start(client, to(QUrl(u"https://no-such-host.invalid/"_s)));
-        QTRY_VERIFY(connectivity->questions() > 0);
+        const auto outcome = start(client, requestTo(QUrl(u"https://no-such-host.invalid/"_s)));
+        QTRY_VERIFY(connectivity->queryCount() > 0);
         QVERIFY(!outcome->result);
         connectivity->setOnline(true);
         QTRY_VERIFY(outcome->result);
-        // It was sent again, and failed as a machine with a network fails.
-        QVERIFY(outcome->failedAs(Kind::Network));
-        QVERIFY(connectivity->questions() >= 3);
+        // The request was sent again and failed as it does with a network.
+        QVERIFY(outcome->failedWith(Kind::Network));
+        QVERIFY(connectivity->queryCount() >= 3);
     }
 
-    void whileTheNetworkIsWaitedForItIsTriedWithoutAnyonesWord()
+    void waitingRequestIsRetriedWithoutNetworkNotification()
     {
         auto network = std::make_unique<ScriptedConnectivity>(false);
         const ScriptedConnectivity* const connectivity = network.get();
         QtHttpClient client(FaultServer::issuer(), std::move(network));
-        const auto outcome = start(client, to(QUrl(u"https://no-such-host.invalid/"_s)));
-        // Asked once after each attempt that failed.
-        QTRY_VERIFY_WITH_TIMEOUT(connectivity->questions() >= 3, 15000);
+        const auto outcome = start(client, requestTo(QUrl(u"https://no-such-host.invalid/"_s)));
+        // The connectivity is queried once after each failed attempt.
+        QTRY_VERIFY_WITH_TIMEOUT(connectivity->queryCount() >= 3, 15000);
         QVERIFY(!outcome->result);
     }
 
-    void aNetworkThatStaysAwayFailsWithTheFirstErrorAtTheLimit_data()
+    void requestFailsWithFirstErrorWhenNetworkStaysDown_data()
     {
         QTest::addColumn<int>("inactivity");
         QTest::addColumn<int>("overall");
         QTest::newRow("inactivity limit") << 400 << 5000;
         QTest::newRow("overall limit") << 5000 << 400;
     }
-    void aNetworkThatStaysAwayFailsWithTheFirstErrorAtTheLimit()
+    void requestFailsWithFirstErrorWhenNetworkStaysDown()
     {
         QFETCH(int, inactivity);
         QFETCH(int, overall);
         QtHttpClient client(FaultServer::issuer(), std::make_unique<ScriptedConnectivity>(false));
-        HttpRequest request = to(QUrl(u"https://no-such-host.invalid/"_s));
+        HttpRequest request = requestTo(QUrl(u"https://no-such-host.invalid/"_s));
         request.inactivityLimit = std::chrono::milliseconds(inactivity);
         request.overallLimit = std::chrono::milliseconds(overall);
         QElapsedTimer timer;
         timer.start();
         const HttpOutcome outcome = fetch(client, request);
-        QVERIFY(outcome.failedAs(Kind::Network));
-        QCOMPARE(outcome.words(), u"Host no-such-host.invalid not found"_s);
+        QVERIFY(outcome.failedWith(Kind::Network));
+        QCOMPARE(outcome.errorDescription(), u"Host no-such-host.invalid not found"_s);
         QVERIFY2(timer.elapsed() >= 390 && timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
     }
 
-    void withANetworkANameThatIsNotThereFailsAtOnce()
+    void unknownHostFailsAtOnceWithNetwork()
     {
-        const HttpOutcome outcome = fetch(*m_client, to(QUrl(u"https://no-such-host.invalid/"_s)));
-        QVERIFY(outcome.failedAs(Kind::Network));
-        QCOMPARE(outcome.words(), u"Host no-such-host.invalid not found"_s);
+        const HttpOutcome outcome = fetch(*m_client, requestTo(QUrl(u"https://no-such-host.invalid/"_s)));
+        QVERIFY(outcome.failedWith(Kind::Network));
+        QCOMPARE(outcome.errorDescription(), u"Host no-such-host.invalid not found"_s);
     }
 
     void loopbackNeedsNoNetwork()
     {
         QtHttpClient client(FaultServer::issuer(), std::make_unique<ScriptedConnectivity>(false));
         m_server->on("/", FaultServer::answer(200, "here"));
-        QCOMPARE(fetch(client, to(m_server->url())).body(), QByteArray("here"));
+        QCOMPARE(fetch(client, requestTo(m_server->url())).body(), QByteArray("here"));
     }
 
-    void aWaitingRequestCanBeCancelled()
+    void waitingRequestCanBeCancelled()
     {
         auto network = std::make_unique<ScriptedConnectivity>(false);
         ScriptedConnectivity* const connectivity = network.get();
         QtHttpClient client(FaultServer::issuer(), std::move(network));
         TaskScope scope;
-        const auto outcome = start(client, to(QUrl(u"https://no-such-host.invalid/"_s)), scope.token());
-        QTRY_VERIFY(connectivity->questions() > 0);
+        const auto outcome = start(client, requestTo(QUrl(u"https://no-such-host.invalid/"_s)), scope.token());
+        QTRY_VERIFY(connectivity->queryCount() > 0);
         scope.cancel();
-        QVERIFY(outcome->failedAs(Kind::Cancelled));
+        QVERIFY(outcome->failedWith(Kind::Cancelled));
         connectivity->setOnline(true);
     }
 
-    void theSystemsOwnWordIsAskedWithoutHarm()
+    void systemConnectivityIsUsedByDefault()
     {
         QtHttpClient client(FaultServer::issuer());
-        HttpRequest request = to(QUrl(u"https://no-such-host.invalid/"_s));
+        HttpRequest request = requestTo(QUrl(u"https://no-such-host.invalid/"_s));
         request.inactivityLimit = 300ms;
-        QVERIFY(fetch(client, request).failedAs(Kind::Network));
+        QVERIFY(fetch(client, request).failedWith(Kind::Network));
     }
 };
 

@@ -13,7 +13,7 @@ QTemporaryDir& home()
 
 } // namespace
 
-/** What is left on the disk: nothing. */
+/** The HTTP client writes nothing to disk. */
 class HttpDiskTest : public HttpOnServer
 {
     Q_OBJECT
@@ -22,8 +22,8 @@ private Q_SLOTS:
     void nothingIsWrittenToDisk()
     {
         m_server->on("/", FaultServer::answer(200, "kept", {"ETag: \"1\"", "Set-Cookie: a=b; Max-Age=9999"}));
-        fetch(*m_client, to(m_server->url()));
-        fetch(*m_client, to(m_server->url()));
+        fetch(*m_client, requestTo(m_server->url()));
+        fetch(*m_client, requestTo(m_server->url()));
         m_client.reset();
         QDirIterator files(home().path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
         QVERIFY2(!files.hasNext(), qPrintable(files.next()));
@@ -32,9 +32,9 @@ private Q_SLOTS:
 
 int main(int argc, char** argv)
 {
-    for (const char* const place :
+    for (const char* const variable :
          {"HOME", "TMPDIR", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"})
-        qputenv(place, home().path().toLocal8Bit());
+        qputenv(variable, home().path().toLocal8Bit());
     QCoreApplication application(argc, argv);
     HttpDiskTest test;
     return QTest::qExec(&test, argc, argv);

@@ -12,13 +12,13 @@ namespace {
 
 using Pieces = QList<QByteArray>;
 
-/** A final answer that names its request. */
+/** A final answer whose body is the request target. */
 QByteArray answerTo(const QByteArray& target)
 {
     return "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(target.size()) + "\r\n\r\n" + target;
 }
 
-/** Answers each request with the pieces and the final answer, `interval` milliseconds apart; 0 for one segment. */
+/** Answers each request with these pieces and the final answer, `interval` ms apart; 0 sends all in one segment. */
 FaultServer::Handler interim(const Pieces& before, int interval)
 {
     return [before, interval](const FaultServer::Request& request) {
@@ -31,13 +31,13 @@ const QByteArray earlyHints = "HTTP/1.1 103 Early Hints\r\nLink: </a.css>; rel=p
 
 } // namespace
 
-/** Statuses from 100 to 199, which an answer is yet to follow. */
+/** Interim statuses, from 100 to 199, which are followed by the final answer. */
 class HttpInterimTest : public HttpOnServer
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void anInterimStatusIsSkipped_data()
+    void interimStatusIsSkipped_data()
     {
         QTest::addColumn<Pieces>("before");
         QTest::addColumn<QByteArray>("certificate");
@@ -67,7 +67,7 @@ private Q_SLOTS:
             }
         }
     }
-    void anInterimStatusIsSkipped()
+    void interimStatusIsSkipped()
     {
         QFETCH(Pieces, before);
         QFETCH(QByteArray, certificate);
@@ -75,33 +75,33 @@ private Q_SLOTS:
         FaultServer server(certificate);
         for (const QByteArray path : {"/1", "/2", "/3"}) {
             server.on(path, interim(before, interval));
-            const HttpOutcome outcome = fetch(*m_client, to(server.url(path)));
+            const HttpOutcome outcome = fetch(*m_client, requestTo(server.url(path)));
             QCOMPARE(outcome.status(), 200);
             QCOMPARE(outcome.body(), path);
         }
     }
 
-    void oneInterimStatusShiftsNoLaterAnswer_data()
+    void interimStatusDoesNotShiftLaterAnswers_data()
     {
         QTest::addColumn<int>("interval");
         QTest::newRow("at once") << 0;
         QTest::newRow("soon after") << 40;
         QTest::newRow("late") << 1500;
     }
-    void oneInterimStatusShiftsNoLaterAnswer()
+    void interimStatusDoesNotShiftLaterAnswers()
     {
         QFETCH(int, interval);
         m_server->on("/1", interim({earlyHints}, interval));
         for (const QByteArray path : {"/1", "/2", "/3", "/4"}) {
             if (path != "/1")
                 m_server->on(path, interim({}, 0));
-            const HttpOutcome outcome = fetch(*m_client, to(m_server->url(path)));
+            const HttpOutcome outcome = fetch(*m_client, requestTo(m_server->url(path)));
             QCOMPARE(outcome.status(), 200);
             QCOMPARE(outcome.body(), path);
         }
     }
 
-    void overlappingRequestsGetEachTheirOwnAnswer_data()
+    void overlappingRequestsGetOwnAnswers_data()
     {
         QTest::addColumn<int>("every");
         QTest::addColumn<int>("interval");
@@ -110,7 +110,7 @@ private Q_SLOTS:
                 QTest::addRow("every %d, %d ms", every, interval) << every << interval;
         }
     }
-    void overlappingRequestsGetEachTheirOwnAnswer()
+    void overlappingRequestsGetOwnAnswers()
     {
         QFETCH(int, every);
         QFETCH(int, interval);
@@ -118,7 +118,7 @@ private Q_SLOTS:
         for (int request = 0; request < 24; ++request) {
             const QByteArray path = "/" + QByteArray::number(request);
             m_server->on(path, interim(request % every == 0 ? Pieces{earlyHints, earlyHints} : Pieces{}, interval));
-            outcomes.append(start(*m_client, to(m_server->url(path))));
+            outcomes.append(start(*m_client, requestTo(m_server->url(path))));
         }
         for (int request = 0; request < outcomes.size(); ++request) {
             QTRY_VERIFY_WITH_TIMEOUT(outcomes.at(request)->result, 20000);
@@ -126,32 +126,32 @@ private Q_SLOTS:
         }
     }
 
-    void aRequestCalledOffAtItsInterimStatusLeavesNoAnswerToTheNext()
+    void cancelledRequestLeavesNoAnswerForNextRequest()
     {
         m_server->on("/old", interim({earlyHints}, 60));
         m_server->on("/new", interim({}, 0));
         for (int delay = 0; delay < 80; delay += 2) {
             TaskScope scope;
-            const auto old = start(*m_client, to(m_server->url("/old")), scope.token());
+            const auto old = start(*m_client, requestTo(m_server->url("/old")), scope.token());
             QTest::qWait(delay);
             scope.cancel();
-            QCOMPARE(fetch(*m_client, to(m_server->url("/new"))).body(), QByteArray("/new"));
+            QCOMPARE(fetch(*m_client, requestTo(m_server->url("/new"))).body(), QByteArray("/new"));
         }
     }
 
-    void nothingIsSentOverAConnectionThatHadAnInterimStatus()
+    void connectionWithInterimStatusIsNotReused()
     {
         m_server->on("/", interim({earlyHints}, 40));
-        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("/"));
-        const int asked = int(m_server->requests().size());
-        QVERIFY2(asked <= 2, "it was asked again more than once");
-        QCOMPARE(m_server->connections(), asked);
-        // From then on the server is known, and asked once.
-        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("/"));
-        QCOMPARE(m_server->requests().size(), asked + 1);
+        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body(), QByteArray("/"));
+        const int requestCount = int(m_server->requests().size());
+        QVERIFY2(requestCount <= 2, "the request was repeated more than once");
+        QCOMPARE(m_server->connections(), requestCount);
+        // The client now knows this server and sends each request once.
+        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body(), QByteArray("/"));
+        QCOMPARE(m_server->requests().size(), requestCount + 1);
     }
 
-    void anInterimStatusThatNothingFollowsIsTheAnswer_data()
+    void interimStatusWithoutFinalAnswerIsReturned_data()
     {
         QTest::addColumn<QByteArray>("sent");
         QTest::addColumn<int>("status");
@@ -163,43 +163,43 @@ private Q_SLOTS:
         QTest::newRow("101, then another protocol")
             << "HTTP/1.1 101 Switching Protocols\r\n\r\n" + QByteArray(18, '\x01') << 101;
     }
-    void anInterimStatusThatNothingFollowsIsTheAnswer()
+    void interimStatusWithoutFinalAnswerIsReturned()
     {
         QFETCH(QByteArray, sent);
         m_server->on("/", FaultServer::sendAndClose(sent));
         m_server->on("/next", interim({}, 0));
-        QTEST(fetch(*m_client, to(m_server->url())).status(), "status");
-        QCOMPARE(fetch(*m_client, to(m_server->url("/next"))).body(), QByteArray("/next"));
+        QTEST(fetch(*m_client, requestTo(m_server->url())).status(), "status");
+        QCOMPARE(fetch(*m_client, requestTo(m_server->url("/next"))).body(), QByteArray("/next"));
     }
 
-    void anAnswerThatIsCutShortBehindAnInterimStatusIsAFailure()
+    void truncatedAnswerAfterInterimStatusIsFailure()
     {
         m_server->on("/", FaultServer::sendAndClose(earlyHints + answerTo("/").chopped(1)));
-        QVERIFY(fetch(*m_client, to(m_server->url())).failedAs(Kind::Network));
+        QVERIFY(fetch(*m_client, requestTo(m_server->url())).failedWith(Kind::Network));
     }
 
-    void silenceAfterAnInterimStatusEndsAtTheInactivityLimit()
+    void silenceAfterInterimStatusTimesOut()
     {
         m_server->on("/", FaultServer::sendAndWait(earlyHints));
-        HttpRequest request = to(m_server->url());
+        HttpRequest request = requestTo(m_server->url());
         request.inactivityLimit = 300ms;
-        QVERIFY(fetch(*m_client, request).failedAs(Kind::TimedOut));
+        QVERIFY(fetch(*m_client, request).failedWith(Kind::TimedOut));
         QTRY_COMPARE(m_server->openConnections(), 0);
     }
 
-    void interimStatusesWithoutEndEndAtTheOverallLimit()
+    void endlessInterimStatusesTimeOut()
     {
         m_server->on("/", FaultServer::sendInPieces(Pieces(200, earlyHints), 20));
-        HttpRequest request = to(m_server->url());
+        HttpRequest request = requestTo(m_server->url());
         request.overallLimit = 1s;
         QElapsedTimer timer;
         timer.start();
-        QVERIFY(fetch(*m_client, request).failedAs(Kind::TimedOut));
+        QVERIFY(fetch(*m_client, request).failedWith(Kind::TimedOut));
         QVERIFY(timer.elapsed() < 3000);
         QTRY_COMPARE(m_server->openConnections(), 0);
     }
 
-    void whatComesBehindAnInterimStatusIsReadLikeAnyAnswer_data()
+    void answerAfterInterimStatusIsParsed_data()
     {
         QTest::addColumn<QByteArray>("answer");
         QTest::addColumn<int>("status");
@@ -218,11 +218,11 @@ private Q_SLOTS:
                                    << QByteArray();
         QTest::newRow("HTTP/1.0") << QByteArray("HTTP/1.0 200 OK\r\n\r\nold") << 200 << QByteArray("old");
     }
-    void whatComesBehindAnInterimStatusIsReadLikeAnyAnswer()
+    void answerAfterInterimStatusIsParsed()
     {
         QFETCH(QByteArray, answer);
         m_server->on("/", FaultServer::sendAndClose(earlyHints + answer));
-        const HttpOutcome outcome = fetch(*m_client, to(m_server->url("/?q=%20a")));
+        const HttpOutcome outcome = fetch(*m_client, requestTo(m_server->url("/?q=%20a")));
         QTEST(outcome.status(), "status");
         QTEST(outcome.body(), "body");
         QCOMPARE(m_server->requests().last().target, QByteArray("/?q=%20a"));
@@ -230,46 +230,46 @@ private Q_SLOTS:
                  "localhost:" + QByteArray::number(m_server->serverPort()));
     }
 
-    void aLargeBodyBehindAnInterimStatusIsWhole()
+    void largeBodyAfterInterimStatusIsComplete()
     {
         QByteArray body;
         for (int line = 0; line < 400'000; ++line)
             body += QByteArray::number(line) + '\n';
         m_server->on("/", FaultServer::sendAndWait(earlyHints + "HTTP/1.1 200 OK\r\nContent-Length: " +
                                                    QByteArray::number(body.size()) + "\r\n\r\n" + body));
-        QVERIFY(fetch(*m_client, to(m_server->url())).body() == body);
-        HttpRequest request = to(m_server->url());
+        QVERIFY(fetch(*m_client, requestTo(m_server->url())).body() == body);
+        HttpRequest request = requestTo(m_server->url());
         request.maxBytes = body.size() - 1;
-        QVERIFY(fetch(*m_client, request).failedAs(Kind::TooLarge));
+        QVERIFY(fetch(*m_client, request).failedWith(Kind::TooLarge));
     }
 
-    void redirectsBehindInterimStatusesAreFollowed()
+    void redirectAfterInterimStatusIsFollowed()
     {
         m_server->on("/", FaultServer::sendAndWait(
                               earlyHints + "HTTP/1.1 302 Found\r\nLocation: /there\r\nContent-Length: 0\r\n\r\n"));
         m_server->on("/there", interim({earlyHints}, 30));
-        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("/there"));
+        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body(), QByteArray("/there"));
     }
 
-    void aKeptAnswerIsConfirmedBehindAnInterimStatus()
+    void cachedAnswerIsRevalidatedAfterInterimStatus()
     {
         m_server->on("/", FaultServer::sendAndWait(earlyHints +
                                                    "HTTP/1.1 200 OK\r\nETag: \"1\"\r\nContent-Length: 4\r\n\r\nkept"));
-        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("kept"));
+        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body(), QByteArray("kept"));
         m_server->on("/", FaultServer::sendAndWait(earlyHints + "HTTP/1.1 304 Not Modified\r\n\r\n"));
-        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("kept"));
+        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body(), QByteArray("kept"));
         QCOMPARE(m_server->requests().last().headers.value("if-none-match"), QByteArray("\"1\""));
     }
 
-    void aBadCertificateIsRefusedAfterAnInterimStatusToo()
+    void badCertificateIsRefusedAfterInterimStatus()
     {
-        // The one that no network access skips, so that the next request has a connection of its own.
+        // No QNetworkAccessManager skips status 101, so the next request uses a new connection.
         m_server->on("/", interim({"HTTP/1.1 101 Switching Protocols\r\n\r\n"}, 30));
-        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("/"));
-        const auto asked = m_server->requests().size();
+        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body(), QByteArray("/"));
+        const auto requestCount = m_server->requests().size();
         m_server->setCertificate("unknown-issuer");
-        QVERIFY(fetch(*m_client, to(m_server->url())).failedAs(Kind::Network));
-        QCOMPARE(m_server->requests().size(), asked);
+        QVERIFY(fetch(*m_client, requestTo(m_server->url())).failedWith(Kind::Network));
+        QCOMPARE(m_server->requests().size(), requestCount);
     }
 };
 

@@ -11,7 +11,7 @@ using Kind = HttpFailure::Kind;
 
 namespace {
 
-/** The most memory that this process ever held, in MiB. */
+/** Peak resident memory of this process, in MiB. */
 qint64 peakMemory()
 {
     QFile status(u"/proc/self/status"_s);
@@ -27,80 +27,80 @@ qint64 peakMemory()
 
 } // namespace
 
-/** How long and how large an answer may be. */
+/** Limits of the duration and the size of an answer. */
 class HttpLimitsTest : public HttpOnServer
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void silenceEndsAtTheInactivityLimit_data()
+    void silentServerTimesOutAtInactivityLimit_data()
     {
         QTest::addColumn<QByteArray>("sent");
         QTest::newRow("before the head") << QByteArray();
         QTest::newRow("within the head") << QByteArray("HTTP/1.1 200 OK\r\nContent-");
         QTest::newRow("within the body") << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nhalf");
     }
-    void silenceEndsAtTheInactivityLimit()
+    void silentServerTimesOutAtInactivityLimit()
     {
         QFETCH(QByteArray, sent);
         m_server->on("/", FaultServer::sendAndWait(sent));
-        HttpRequest request = to(m_server->url());
+        HttpRequest request = requestTo(m_server->url());
         request.inactivityLimit = 300ms;
         QElapsedTimer timer;
         timer.start();
         const HttpOutcome outcome = fetch(*m_client, request);
-        QVERIFY(outcome.failedAs(Kind::TimedOut));
-        QCOMPARE(outcome.words(), QString());
+        QVERIFY(outcome.failedWith(Kind::TimedOut));
+        QCOMPARE(outcome.errorDescription(), QString());
         QVERIFY2(timer.elapsed() >= 290 && timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
         QTRY_COMPARE(m_server->openConnections(), 0);
     }
 
-    void aServerThatNeverFinishesTheHandshakeEndsAtTheInactivityLimit()
+    void incompleteHandshakeTimesOutAtInactivityLimit()
     {
-        QTcpServer mute;
-        QVERIFY(mute.listen(QHostAddress::LocalHost));
-        HttpRequest request = to(QUrl(u"https://localhost:%1/"_s.arg(mute.serverPort())));
+        QTcpServer silentServer;
+        QVERIFY(silentServer.listen(QHostAddress::LocalHost));
+        HttpRequest request = requestTo(QUrl(u"https://localhost:%1/"_s.arg(silentServer.serverPort())));
         request.inactivityLimit = 300ms;
-        QVERIFY(fetch(*m_client, request).failedAs(Kind::TimedOut));
+        QVERIFY(fetch(*m_client, request).failedWith(Kind::TimedOut));
     }
 
-    void aByteNowAndThenEndsAtTheOverallLimit()
+    void tricklingAnswerTimesOutAtOverallLimit()
     {
         m_server->on("/", FaultServer::trickle(100'000, 50));
-        HttpRequest request = to(m_server->url());
+        HttpRequest request = requestTo(m_server->url());
         request.inactivityLimit = 400ms;
         request.overallLimit = 1200ms;
         QElapsedTimer timer;
         timer.start();
-        QVERIFY(fetch(*m_client, request).failedAs(Kind::TimedOut));
+        QVERIFY(fetch(*m_client, request).failedWith(Kind::TimedOut));
         QVERIFY2(timer.elapsed() >= 1190 && timer.elapsed() < 4000, qPrintable(QString::number(timer.elapsed())));
         QTRY_COMPARE(m_server->openConnections(), 0);
     }
 
-    void aByteNowAndThenThatComesToItsEndIsAnAnswer()
+    void tricklingAnswerIsReceivedWithinOverallLimit()
     {
         m_server->on("/", FaultServer::trickle(10, 60));
-        HttpRequest request = to(m_server->url());
+        HttpRequest request = requestTo(m_server->url());
         request.inactivityLimit = 400ms;
         QCOMPARE(fetch(*m_client, request).body(), QByteArray(10, 'x'));
     }
 
-    void aDelayWithinTheLimitsIsWaitedFor()
+    void answerDelayedWithinLimitsIsReceived()
     {
         m_server->on("/", [](const FaultServer::Request& request) {
             QTimer::singleShot(300, request.socket, [request] { FaultServer::answer(200, "late")(request); });
         });
-        QCOMPARE(fetch(*m_client, to(m_server->url())).body(), QByteArray("late"));
+        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body(), QByteArray("late"));
     }
 
-    void aRequestThatWaitsForOthersEndsAtItsOverallLimitOrStartsAfterThem_data()
+    void queuedRequestTimesOutOrStartsWithinOverallLimit_data()
     {
         QTest::addColumn<int>("overall");
         QTest::addColumn<bool>("answered");
         QTest::newRow("too long") << 300 << false;
         QTest::newRow("long enough") << 5000 << true;
     }
-    void aRequestThatWaitsForOthersEndsAtItsOverallLimitOrStartsAfterThem()
+    void queuedRequestTimesOutOrStartsWithinOverallLimit()
     {
         QFETCH(int, overall);
         QFETCH(bool, answered);
@@ -108,66 +108,66 @@ private Q_SLOTS:
         m_server->on("/", FaultServer::answer(200, "here"));
         QList<std::shared_ptr<HttpOutcome>> slow;
         for (int request = 0; request < 6; ++request) {
-            HttpRequest wanted = to(m_server->url("/slow"));
-            wanted.overallLimit = 1s;
-            slow.append(start(*m_client, wanted));
+            HttpRequest slowRequest = requestTo(m_server->url("/slow"));
+            slowRequest.overallLimit = 1s;
+            slow.append(start(*m_client, slowRequest));
         }
         QTRY_COMPARE(m_server->requests().size(), 6);
-        HttpRequest request = to(m_server->url());
-        // Waiting for others is no silence of the server's.
+        HttpRequest request = requestTo(m_server->url());
+        // The time in the queue does not count as inactivity.
         request.inactivityLimit = 500ms;
         request.overallLimit = std::chrono::milliseconds(overall);
         const HttpOutcome outcome = fetch(*m_client, request);
         QCOMPARE(outcome.status() == 200, answered);
-        QCOMPARE(outcome.failedAs(Kind::TimedOut), !answered);
+        QCOMPARE(outcome.failedWith(Kind::TimedOut), !answered);
         QCOMPARE(m_server->requests().size(), answered ? 7 : 6);
     }
 
-    void theLimitOfTheBodyIsExact_data()
+    void bodyLimitIsExact_data()
     {
         QTest::addColumn<int>("size");
-        QTest::addColumn<bool>("packed");
+        QTest::addColumn<bool>("compressed");
         QTest::addColumn<bool>("fits");
-        for (const bool packed : {false, true}) {
-            const char* const form = packed ? "gzip" : "plain";
-            QTest::addRow("%s, at the limit", form) << 300'000 << packed << true;
-            QTest::addRow("%s, one above", form) << 300'001 << packed << false;
-            QTest::addRow("%s, far above", form) << 3'000'000 << packed << false;
+        for (const bool compressed : {false, true}) {
+            const char* const form = compressed ? "gzip" : "plain";
+            QTest::addRow("%s, at the limit", form) << 300'000 << compressed << true;
+            QTest::addRow("%s, one above", form) << 300'001 << compressed << false;
+            QTest::addRow("%s, far above", form) << 3'000'000 << compressed << false;
         }
     }
-    void theLimitOfTheBodyIsExact()
+    void bodyLimitIsExact()
     {
         QFETCH(int, size);
-        QFETCH(bool, packed);
+        QFETCH(bool, compressed);
         const QByteArray body(size, 'b');
-        m_server->on("/", packed ? FaultServer::answer(200, gzip(body), {"Content-Encoding: gzip"})
-                                 : FaultServer::answer(200, body));
-        HttpRequest request = to(m_server->url());
+        m_server->on("/", compressed ? FaultServer::answer(200, gzip(body), {"Content-Encoding: gzip"})
+                                     : FaultServer::answer(200, body));
+        HttpRequest request = requestTo(m_server->url());
         request.maxBytes = 300'000;
         const HttpOutcome outcome = fetch(*m_client, request);
         QFETCH(bool, fits);
         QCOMPARE(outcome.body().size() == size, fits);
-        QCOMPARE(outcome.failedAs(Kind::TooLarge), !fits);
+        QCOMPARE(outcome.failedWith(Kind::TooLarge), !fits);
         if (!fits)
-            QCOMPARE(outcome.words(), QString());
+            QCOMPARE(outcome.errorDescription(), QString());
     }
 
-    void aBodyOfTheFullSizeFits()
+    void bodyOfMaximumSizeIsReceived()
     {
         m_server->on("/", FaultServer::answer(200, QByteArray(16 * 1024 * 1024, 'b')));
-        QCOMPARE(fetch(*m_client, to(m_server->url())).body().size(), 16 * 1024 * 1024);
+        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body().size(), 16 * 1024 * 1024);
     }
 
-    void aGzipBombIsRefusedWithoutItsMemory()
+    void gzipBombIsRefusedWithoutUsingMemory()
     {
         constexpr qint64 mebi = 1024 * 1024;
         const QByteArray bomb = gzipBomb(200 * mebi);
         QVERIFY(bomb.size() < mebi);
         m_server->on("/", FaultServer::answer(200, bomb, {"Content-Encoding: gzip"}));
         const qint64 before = peakMemory();
-        const HttpOutcome outcome = fetch(*m_client, to(m_server->url()));
+        const HttpOutcome outcome = fetch(*m_client, requestTo(m_server->url()));
         const qint64 after = peakMemory();
-        QVERIFY(outcome.failedAs(Kind::TooLarge));
+        QVERIFY(outcome.failedWith(Kind::TooLarge));
         QVERIFY2(after - before < 64, qPrintable(u"%1 MiB more"_s.arg(after - before)));
         QTRY_COMPARE(m_server->openConnections(), 0);
     }

@@ -2,14 +2,14 @@
 
 #include <QTest>
 
-/** Kept answers, and when they are used again. */
+/** Caching of answers and their revalidation. */
 class HttpRevalidationTest : public HttpOnServer
 {
     Q_OBJECT
 
     HttpOutcome fetchRoot(HttpRequest::Cache cache = HttpRequest::Cache::Revalidate)
     {
-        HttpRequest request = to(m_server->url());
+        HttpRequest request = requestTo(m_server->url());
         request.cache = cache;
         return fetch(*m_client, request);
     }
@@ -17,7 +17,7 @@ class HttpRevalidationTest : public HttpOnServer
     bool sentNoValidator() const { return !sent().contains("if-none-match") && !sent().contains("if-modified-since"); }
 
 private Q_SLOTS:
-    void theFirstRequestIsAPlainOne()
+    void firstRequestHasNoValidator()
     {
         m_server->on("/", FaultServer::answer(200, "body"));
         fetchRoot();
@@ -27,7 +27,7 @@ private Q_SLOTS:
         QVERIFY(sent().value("accept-encoding").contains("gzip"));
     }
 
-    void aConfirmedAnswerGivesTheKeptBody_data()
+    void notModifiedAnswerReturnsCachedBody_data()
     {
         QTest::addColumn<QByteArray>("header");
         QTest::addColumn<QByteArray>("condition");
@@ -39,7 +39,7 @@ private Q_SLOTS:
                                        << QByteArray("if-modified-since")
                                        << QByteArray("Tue, 03 Jun 2025 17:00:00 GMT");
     }
-    void aConfirmedAnswerGivesTheKeptBody()
+    void notModifiedAnswerReturnsCachedBody()
     {
         QFETCH(QByteArray, header);
         QFETCH(QByteArray, condition);
@@ -66,7 +66,7 @@ private Q_SLOTS:
         QVERIFY(sent().contains("if-none-match") && sent().contains("if-modified-since"));
     }
 
-    void aChangedAnswerReplacesTheKeptOne()
+    void changedAnswerReplacesCachedOne()
     {
         m_server->on("/", FaultServer::answer(200, "old", {"ETag: \"1\""}));
         fetchRoot();
@@ -78,7 +78,7 @@ private Q_SLOTS:
         QCOMPARE(sent().value("if-none-match"), QByteArray("\"2\""));
     }
 
-    void whatMayNotBeKeptIsNot_data()
+    void uncacheableAnswerIsNotCached_data()
     {
         QTest::addColumn<int>("status");
         QTest::addColumn<FaultServer::Headers>("headers");
@@ -89,7 +89,7 @@ private Q_SLOTS:
         QTest::newRow("no content") << 204 << FaultServer::Headers{"ETag: \"2\""};
         QTest::newRow("server error") << 503 << FaultServer::Headers{"ETag: \"2\""};
     }
-    void whatMayNotBeKeptIsNot()
+    void uncacheableAnswerIsNotCached()
     {
         QFETCH(int, status);
         QFETCH(FaultServer::Headers, headers);
@@ -102,17 +102,17 @@ private Q_SLOTS:
         QVERIFY(sentNoValidator());
     }
 
-    void aTransportFailureLeavesTheKeptAnswer()
+    void cachedAnswerRemainsAfterTransportFailure()
     {
         m_server->on("/", FaultServer::answer(200, "kept", {"ETag: \"1\""}));
         fetchRoot();
         m_server->on("/", FaultServer::sendAndClose("HTTP/1.1 200 OK\r\nETag: \"2\"\r\nContent-Length: 9\r\n\r\nhalf"));
-        QVERIFY(fetchRoot().failedAs(HttpFailure::Kind::Network));
+        QVERIFY(fetchRoot().failedWith(HttpFailure::Kind::Network));
         m_server->on("/", FaultServer::answer(304));
         QCOMPARE(fetchRoot().body(), QByteArray("kept"));
     }
 
-    void bypassUsesSendsAndStoresNothing()
+    void bypassNeitherUsesNorChangesCache()
     {
         m_server->on("/", FaultServer::answer(200, "kept", {"ETag: \"1\""}));
         fetchRoot();
@@ -124,13 +124,13 @@ private Q_SLOTS:
         QCOMPARE(sent().value("if-none-match"), QByteArray("\"1\""));
     }
 
-    void a304ThatNobodyAskedForIsPassedOn_data()
+    void unrequested304IsReturned_data()
     {
         QTest::addColumn<HttpRequest::Cache>("cache");
         QTest::newRow("revalidate") << HttpRequest::Cache::Revalidate;
         QTest::newRow("bypass") << HttpRequest::Cache::Bypass;
     }
-    void a304ThatNobodyAskedForIsPassedOn()
+    void unrequested304IsReturned()
     {
         QFETCH(HttpRequest::Cache, cache);
         m_server->on("/", FaultServer::answer(304));
@@ -139,19 +139,19 @@ private Q_SLOTS:
         QCOMPARE(outcome.body(), QByteArray());
     }
 
-    void addressesAreKeptApart()
+    void urlsAreCachedSeparately()
     {
         for (const QByteArray page : {"1", "2"}) {
             m_server->on("/tapes", FaultServer::answer(200, "page " + page, {"ETag: \"" + page + "\""}));
-            fetch(*m_client, to(m_server->url("/tapes?page=" + page)));
+            fetch(*m_client, requestTo(m_server->url("/tapes?page=" + page)));
             QVERIFY(sentNoValidator());
         }
         m_server->on("/tapes", FaultServer::answer(304));
-        QCOMPARE(fetch(*m_client, to(m_server->url("/tapes?page=1"))).body(), QByteArray("page 1"));
-        QCOMPARE(fetch(*m_client, to(m_server->url("/tapes?page=2"))).body(), QByteArray("page 2"));
+        QCOMPARE(fetch(*m_client, requestTo(m_server->url("/tapes?page=1"))).body(), QByteArray("page 1"));
+        QCOMPARE(fetch(*m_client, requestTo(m_server->url("/tapes?page=2"))).body(), QByteArray("page 2"));
     }
 
-    void aRedirectedAnswerIsNotKept()
+    void redirectedAnswerIsNotCached()
     {
         m_server->on("/", FaultServer::redirect("/there"));
         m_server->on("/there", FaultServer::answer(200, "found", {"ETag: \"1\""}));
@@ -160,7 +160,7 @@ private Q_SLOTS:
         QVERIFY(sentNoValidator());
     }
 
-    void a304OfAnotherAddressSaysNothingOfTheKeptBody()
+    void validatorIsNotSentToRedirectTarget()
     {
         m_server->on("/", FaultServer::answer(200, "kept", {"ETag: \"1\""}));
         fetchRoot();
@@ -172,24 +172,24 @@ private Q_SLOTS:
         QCOMPARE(fetchRoot().body(), QByteArray("found"));
     }
 
-    void theStoreHoldsNoMoreThanItsEightMebibytes()
+    void cacheIsLimitedToEightMebibytes()
     {
         constexpr int mebi = 1024 * 1024;
         for (int part = 0; part < 5; ++part) {
             const QByteArray path = "/" + QByteArray::number(part);
             m_server->on(path, FaultServer::answer(200, QByteArray(2 * mebi, 'b'), {"ETag: \"1\""}));
-            fetch(*m_client, to(m_server->url(path)));
+            fetch(*m_client, requestTo(m_server->url(path)));
         }
         int kept = 0;
         for (int part = 4; part >= 0; --part) {
             const QByteArray path = "/" + QByteArray::number(part);
-            fetch(*m_client, to(m_server->url(path)));
+            fetch(*m_client, requestTo(m_server->url(path)));
             kept += sentNoValidator() ? 0 : 1;
         }
         QCOMPARE(kept, 3);
     }
 
-    void anAnswerLargerThanTheStoreIsNotKept()
+    void answerLargerThanCacheIsNotCached()
     {
         m_server->on("/", FaultServer::answer(200, QByteArray(9 * 1024 * 1024, 'b'), {"ETag: \"1\""}));
         fetchRoot();

@@ -14,13 +14,13 @@ QByteArray head(int status, const QByteArray& headers)
 
 } // namespace
 
-/** What the viewer reads of an answer over a real network. */
+/** Error texts that the hub client derives from answers over a real network. */
 class HubAnswersOverNetworkTest : public HubOnServer
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aStatusIsJudgedBeforeItsBody_data()
+    void errorStatusIsReportedRegardlessOfBody_data()
     {
         QTest::addColumn<QByteArray>("headers");
         QTest::addColumn<QByteArray>("body");
@@ -34,7 +34,7 @@ private Q_SLOTS:
         const auto length = [](qsizetype bytes) { return "Content-Length: " + QByteArray::number(bytes) + "\r\n"; };
         row("no body", length(0), "", false);
         row("damaged gzip", "Content-Encoding: gzip\r\n" + length(damaged.size()), damaged, false);
-        row("half a gzip", "Content-Encoding: gzip\r\n" + length(half.size()), half, false);
+        row("truncated gzip", "Content-Encoding: gzip\r\n" + length(half.size()), half, false);
         row("a gzip bomb", "Content-Encoding: gzip\r\n" + length(bomb.size()), bomb, false);
         row("too large", length(17 * 1024 * 1024), QByteArray(17 * 1024 * 1024, 'x'), false);
         row("cut short", length(9), "half", true);
@@ -42,7 +42,7 @@ private Q_SLOTS:
         row("without end", "", "half", false);
         row("chunks cut short", "Transfer-Encoding: chunked\r\n", "9\r\nhalf", true);
     }
-    void aStatusIsJudgedBeforeItsBody()
+    void errorStatusIsReportedRegardlessOfBody()
     {
         QFETCH(QByteArray, headers);
         QFETCH(QByteArray, body);
@@ -50,11 +50,11 @@ private Q_SLOTS:
         for (const int status : {404, 503, 300}) {
             const QByteArray bytes = head(status, headers) + body;
             m_server->on("/api/tv/tape/7", closes ? FaultServer::sendAndClose(bytes) : FaultServer::sendAndWait(bytes));
-            QCOMPARE(words(7), u"The hub answered %1."_s.arg(status));
+            QCOMPARE(errorText(7), u"The hub answered %1."_s.arg(status));
         }
     }
 
-    void aSuccessWhoseBodyIsBrokenIsAFailure_data()
+    void brokenBodyOfSuccessIsFailure_data()
     {
         QTest::addColumn<QByteArray>("headers");
         QTest::addColumn<QByteArray>("body");
@@ -62,55 +62,55 @@ private Q_SLOTS:
         const QByteArray half = gzip("{\"id\":7,\"title\":\"Council\"}").chopped(4);
         QTest::newRow("damaged gzip") << QByteArray("Content-Encoding: gzip\r\n") << QByteArray("{\"id\":7}")
                                       << unreadable;
-        QTest::newRow("half a gzip") << QByteArray("Content-Encoding: x-gzip\r\n") << half << cutShort;
+        QTest::newRow("truncated gzip") << QByteArray("Content-Encoding: x-gzip\r\n") << half << cutShort;
         QTest::newRow("another coding") << QByteArray("Content-Encoding: br\r\n") << QByteArray("\x8b\x03\x80{}\x03")
                                         << unreadable;
         QTest::newRow("gzip twice") << QByteArray("Content-Encoding: gzip, gzip\r\n") << gzip(gzip("{\"id\":7}"))
                                     << unreadable;
     }
-    void aSuccessWhoseBodyIsBrokenIsAFailure()
+    void brokenBodyOfSuccessIsFailure()
     {
         QFETCH(QByteArray, headers);
         QFETCH(QByteArray, body);
         m_server->on("/api/tv/tape/7",
                      FaultServer::sendAndWait(
                          head(200, headers + "Content-Length: " + QByteArray::number(body.size()) + "\r\n") + body));
-        QTEST(words(7), "expected");
+        QTEST(errorText(7), "expected");
     }
 
-    void aPackedBodyIsUnpacked_data()
+    void compressedBodyIsDecompressed_data()
     {
         QTest::addColumn<QByteArray>("coding");
         QTest::addColumn<QByteArray>("body");
         const QByteArray record = "{\"id\":7}";
-        const QByteArray packed = gzip(record);
-        QTest::newRow("gzip") << QByteArray("gzip") << packed;
-        QTest::newRow("x-gzip") << QByteArray("x-gzip") << packed;
-        QTest::newRow("mixed case") << QByteArray("GZip") << packed;
-        QTest::newRow("X-GZIP with blanks") << QByteArray("  X-GZIP\t ") << packed;
-        QTest::newRow("gzip and identity") << QByteArray("identity, gzip") << packed;
+        const QByteArray compressed = gzip(record);
+        QTest::newRow("gzip") << QByteArray("gzip") << compressed;
+        QTest::newRow("x-gzip") << QByteArray("x-gzip") << compressed;
+        QTest::newRow("mixed case") << QByteArray("GZip") << compressed;
+        QTest::newRow("X-GZIP with blanks") << QByteArray("  X-GZIP\t ") << compressed;
+        QTest::newRow("gzip and identity") << QByteArray("identity, gzip") << compressed;
         QTest::newRow("two members") << QByteArray("gzip") << gzip("{\"id\"") + gzip(":7}");
-        QTest::newRow("zeros behind it") << QByteArray("gzip") << packed + QByteArray(100, '\0');
-        QTest::newRow("words behind it") << QByteArray("gzip") << packed + "\r\nserved by 7";
+        QTest::newRow("followed by zeros") << QByteArray("gzip") << compressed + QByteArray(100, '\0');
+        QTest::newRow("followed by text") << QByteArray("gzip") << compressed + "\r\nserved by 7";
         QTest::newRow("identity") << QByteArray("identity") << record;
         QTest::newRow("empty") << QByteArray() << record;
         QTest::newRow("a character set") << QByteArray("utf-8") << record;
     }
-    void aPackedBodyIsUnpacked()
+    void compressedBodyIsDecompressed()
     {
         QFETCH(QByteArray, coding);
         QFETCH(QByteArray, body);
         m_server->on("/api/tv/tape/7", FaultServer::answer(200, body, {"Content-Encoding: " + coding}));
-        QCOMPARE(words(7), QString());
+        QCOMPARE(errorText(7), QString());
     }
 
-    void anInterimStatusAloneIsTold()
+    void interimStatusAloneIsReported()
     {
         m_server->on("/api/tv/tape/7", FaultServer::sendAndClose("HTTP/1.1 199 Odd\r\nContent-Length: 0\r\n\r\n"));
-        QCOMPARE(words(7), u"The hub answered 199."_s);
+        QCOMPARE(errorText(7), u"The hub answered 199."_s);
     }
 
-    void noRecordReachesAnotherTapeAfterAnInterimStatus()
+    void tapesGetOwnRecordsAfterInterimStatus()
     {
         for (int id = 1; id <= 4; ++id) {
             const QByteArray record = "{\"id\":" + QByteArray::number(id) + "}";
@@ -126,12 +126,12 @@ private Q_SLOTS:
         }
     }
 
-    void aSmallErrorLeavesItsConnectionUsable()
+    void connectionIsReusedAfterSmallErrorAnswer()
     {
         m_server->on("/api/tv/tape/7", FaultServer::answer(503, "<html>Back soon</html>"));
         for (int count = 0; count < 5; ++count) {
-            QCOMPARE(words(7), u"The hub answered 503."_s);
-            // The viewer tries again seconds later.
+            QCOMPARE(errorText(7), u"The hub answered 503."_s);
+            // A real retry comes seconds later.
             QTest::qWait(200);
         }
         QVERIFY2(m_server->connections() <= 2, qPrintable(QString::number(m_server->connections())));

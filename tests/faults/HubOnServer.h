@@ -8,7 +8,7 @@
 #include <memory>
 #include <optional>
 
-/** A test whose every function has the hub's client over a real network, and a fresh server for a hub. */
+/** Base of tests that use a fresh HubAPI client and a fresh server over a real network in every test function. */
 class HubOnServer : public HttpOnServer
 {
     Q_OBJECT
@@ -16,24 +16,24 @@ class HubOnServer : public HttpOnServer
 protected:
     std::unique_ptr<HubAPI> m_hub;
 
-    /** The task's result, once it is there. */
+    /** Waits for the task and returns its result. */
     template<typename T>
     static T resultOf(QCoro::Task<T> task)
     {
         const auto result = std::make_shared<std::optional<T>>();
-        keep(std::move(task), result);
+        storeResult(std::move(task), result);
         [&] { QTRY_VERIFY_WITH_TIMEOUT(result->has_value(), 20000); }();
         return result->value();
     }
 
     template<typename T>
-    static QCoro::Task<> keep(QCoro::Task<T> task, std::shared_ptr<std::optional<T>> kept)
+    static QCoro::Task<> storeResult(QCoro::Task<T> task, std::shared_ptr<std::optional<T>> result)
     {
-        *kept = co_await task;
+        *result = co_await task;
     }
 
-    /** What the viewer would read of the tape's record; empty when it can be shown. */
-    QString words(qint64 id)
+    /** The error text for the viewer when the tape is fetched; empty if that succeeds. */
+    QString errorText(qint64 id)
     {
         const HubResult<Tape> tape = resultOf(m_hub->tape(id));
         return tape ? QString() : tape.error().errorDescription();

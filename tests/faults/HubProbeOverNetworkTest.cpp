@@ -9,22 +9,22 @@ namespace {
 
 const QByteArray playlist = "#EXTM3U\n#EXT-X-VERSION:3\n";
 
-/** Answers with a head, and then with bytes without end. */
+/** Answers with a head and an endless body. */
 void flood(const FaultServer::Request& request, const QByteArray& head)
 {
     request.socket->write(head);
-    const auto more = [socket = request.socket] {
+    const auto writeMore = [socket = request.socket] {
         constexpr qint64 mebi = 1024 * 1024;
         if (socket && socket->bytesToWrite() + socket->encryptedBytesToWrite() < mebi)
             socket->write(QByteArray(mebi, 'x'));
     };
-    QObject::connect(request.socket, &QSslSocket::bytesWritten, request.socket, more);
-    more();
+    QObject::connect(request.socket, &QSslSocket::bytesWritten, request.socket, writeMore);
+    writeMore();
 }
 
 } // namespace
 
-/** The probe over a real network: it looks at the status alone. */
+/** The probe over a real network: it evaluates only the status. */
 class HubProbeOverNetworkTest : public HubOnServer
 {
     Q_OBJECT
@@ -33,7 +33,7 @@ class HubProbeOverNetworkTest : public HubOnServer
     void serve(FaultServer::Handler handler) { m_server->on("/live/news/index.m3u8", std::move(handler)); }
 
 private Q_SLOTS:
-    void aStatusOf200IsAYesWhateverItsBody_data()
+    void probeSucceedsForStatus200WithAnyBody_data()
     {
         QTest::addColumn<QByteArray>("sent");
         QTest::addColumn<bool>("closes");
@@ -51,7 +51,7 @@ private Q_SLOTS:
         row("larger than 4 MiB", ok + "Content-Length: 5000000\r\n\r\n" + QByteArray(5'000'000, 'x'), false);
         row("behind 103", "HTTP/1.1 103 Early Hints\r\n\r\n" + ok + "Content-Length: 9\r\n\r\n#EXT", false);
     }
-    void aStatusOf200IsAYesWhateverItsBody()
+    void probeSucceedsForStatus200WithAnyBody()
     {
         QFETCH(QByteArray, sent);
         QFETCH(bool, closes);
@@ -62,7 +62,7 @@ private Q_SLOTS:
         QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
     }
 
-    void anyOtherStatusIsANo_data()
+    void probeFailsForOtherStatus_data()
     {
         QTest::addColumn<QByteArray>("sent");
         for (const QByteArray status : {"199", "201", "204", "206", "304", "404", "503"})
@@ -70,14 +70,14 @@ private Q_SLOTS:
         QTest::newRow("103 and 204") << QByteArray("HTTP/1.1 103 Hints\r\n\r\nHTTP/1.1 204 No Content\r\n\r\n");
         QTest::newRow("not HTTP") << QByteArray("200 OK\r\n\r\n");
     }
-    void anyOtherStatusIsANo()
+    void probeFailsForOtherStatus()
     {
         QFETCH(QByteArray, sent);
         serve(FaultServer::sendAndClose(sent));
         QVERIFY(!probe());
     }
 
-    void redirectsAreFollowedToTheStatus_data()
+    void probeFollowsRedirects_data()
     {
         QTest::addColumn<int>("status");
         QTest::addColumn<bool>("expected");
@@ -85,7 +85,7 @@ private Q_SLOTS:
         QTest::newRow("206") << 206 << false;
         QTest::newRow("404") << 404 << false;
     }
-    void redirectsAreFollowedToTheStatus()
+    void probeFollowsRedirects()
     {
         QFETCH(int, status);
         serve(FaultServer::redirect("/there"));
@@ -93,21 +93,21 @@ private Q_SLOTS:
         QTEST(probe(), "expected");
     }
 
-    void anEndlessBodyIsNotReadOn()
+    void endlessBodyIsAborted()
     {
         serve([](const FaultServer::Request& request) { flood(request, "HTTP/1.1 200 OK\r\n\r\n"); });
         QVERIFY(probe());
         QTRY_COMPARE(m_server->openConnections(), 0);
     }
 
-    void aBodyThatDoesNotComeIsNotWaitedFor()
+    void probeDoesNotWaitForMissingBody()
     {
         serve(FaultServer::sendAndWait("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\n"));
         QVERIFY(probe());
         QTRY_COMPARE_WITH_TIMEOUT(m_server->openConnections(), 0, 4000);
     }
 
-    void probesShareAConnection_data()
+    void probesReuseConnection_data()
     {
         QTest::addColumn<int>("status");
         QTest::addColumn<int>("size");
@@ -116,14 +116,14 @@ private Q_SLOTS:
         QTest::newRow("an error page") << 404 << 10'000;
         QTest::newRow("an empty answer") << 204 << 0;
     }
-    void probesShareAConnection()
+    void probesReuseConnection()
     {
         QFETCH(int, status);
         QFETCH(int, size);
         serve(FaultServer::answer(status, QByteArray(size, 'x')));
         for (int count = 0; count < 5; ++count) {
             QCOMPARE(probe(), status == 200);
-            // The next one is seconds away, and the answer's rest is there long before.
+            // A real probe comes seconds later, when the rest of the previous answer has arrived.
             QTest::qWait(200);
         }
         QVERIFY2(m_server->connections() <= 2, qPrintable(QString::number(m_server->connections())));

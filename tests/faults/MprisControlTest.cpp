@@ -5,7 +5,7 @@
 
 #include <limits>
 
-/** Other programs drive a player on a real bus, as `playerctl` does. */
+/** Other programs, such as `playerctl`, control a player on a real bus. */
 class MprisControlTest : public QObject
 {
     Q_OBJECT
@@ -13,32 +13,32 @@ class MprisControlTest : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
-    void playAndPauseDriveIt();
-    void playPauseToggles();
-    void stopAsksForTheLeaving();
-    void seekingGoesFromWhereItPlays();
-    void thePositionIsSet();
-    void aPositionOutsideTheTapeIsNotTaken_data();
-    void aPositionOutsideTheTapeIsNotTaken();
-    void aPositionForAnotherTapeIsNotTaken();
-    void aLiveItemCannotBeSought();
-    void aFailedItemCannotBePlayed();
+    void playAndPauseControlPlayer();
+    void playPauseTogglesPlayback();
+    void stopEmitsStopRequested();
+    void seekIsRelativeToPosition();
+    void setPositionSeeks();
+    void positionOutsideTapeIsIgnored_data();
+    void positionOutsideTapeIsIgnored();
+    void positionForOtherTrackIsIgnored();
+    void unseekableItemIgnoresSeeks();
+    void failedItemIgnoresPlay();
 };
 
-void MprisControlTest::playAndPauseDriveIt()
+void MprisControlTest::playAndPauseControlPlayer()
 {
     PlayerOnBus bus;
-    bus.present();
+    bus.start();
     QCOMPARE(bus.playerctl({u"pause"_s}), QString());
     QTRY_COMPARE(bus.player.timeControl(), VideoPlayer::TimeControl::Paused);
     QCOMPARE(bus.playerctl({u"play"_s}), QString());
     QTRY_COMPARE(bus.player.timeControl(), VideoPlayer::TimeControl::Playing);
 }
 
-void MprisControlTest::playPauseToggles()
+void MprisControlTest::playPauseTogglesPlayback()
 {
     PlayerOnBus bus;
-    bus.present();
+    bus.start();
     for (int i = 0; i < 2; ++i) {
         QCOMPARE(bus.playerctl({u"play-pause"_s}), QString());
         QTRY_COMPARE(bus.player.timeControl(), VideoPlayer::TimeControl::Paused);
@@ -47,20 +47,20 @@ void MprisControlTest::playPauseToggles()
     }
 }
 
-void MprisControlTest::stopAsksForTheLeaving()
+void MprisControlTest::stopEmitsStopRequested()
 {
     PlayerOnBus bus;
-    bus.present();
+    bus.start();
     QSignalSpy stop(bus.presence.get(), &DesktopPresence::stopRequested);
     QCOMPARE(bus.playerctl({u"stop"_s}), QString());
     QTRY_COMPARE(stop.size(), 1);
     QCOMPARE(bus.player.timeControl(), VideoPlayer::TimeControl::Playing);
 }
 
-void MprisControlTest::seekingGoesFromWhereItPlays()
+void MprisControlTest::seekIsRelativeToPosition()
 {
     PlayerOnBus bus;
-    bus.present();
+    bus.start();
     bus.player.moveTo(100);
     QCOMPARE(bus.playerctl({u"position"_s, u"30+"_s}), QString());
     QTRY_COMPARE(bus.player.seeks.size(), 1);
@@ -72,16 +72,16 @@ void MprisControlTest::seekingGoesFromWhereItPlays()
     QCOMPARE(bus.player.seeks.constLast().seconds, 0.0);
 }
 
-void MprisControlTest::thePositionIsSet()
+void MprisControlTest::setPositionSeeks()
 {
     PlayerOnBus bus;
-    bus.present();
+    bus.start();
     QCOMPARE(bus.playerctl({u"position"_s, u"1800"_s}), QString());
     QTRY_COMPARE(bus.player.seeks.size(), 1);
     QCOMPARE(bus.player.seeks.constLast().seconds, 1800.0);
 }
 
-void MprisControlTest::aPositionOutsideTheTapeIsNotTaken_data()
+void MprisControlTest::positionOutsideTapeIsIgnored_data()
 {
     QTest::addColumn<qlonglong>("position");
     QTest::newRow("before it") << qlonglong(-1);
@@ -90,11 +90,11 @@ void MprisControlTest::aPositionOutsideTheTapeIsNotTaken_data()
     QTest::newRow("far after it") << std::numeric_limits<qlonglong>::max();
 }
 
-void MprisControlTest::aPositionOutsideTheTapeIsNotTaken()
+void MprisControlTest::positionOutsideTapeIsIgnored()
 {
     PlayerOnBus bus;
     QFETCH(const qlonglong, position);
-    bus.present();
+    bus.start();
     const QVariant track = bus.metadata().value(u"mpris:trackid"_s);
     bus.call(u"SetPosition"_s, {track, position});
     bus.call(u"SetPosition"_s, {track, qlonglong(7000000)});
@@ -102,14 +102,14 @@ void MprisControlTest::aPositionOutsideTheTapeIsNotTaken()
     QCOMPARE(bus.player.seeks.constFirst().seconds, 7.0);
 }
 
-void MprisControlTest::aPositionForAnotherTapeIsNotTaken()
+void MprisControlTest::positionForOtherTrackIsIgnored()
 {
     PlayerOnBus bus;
-    bus.present();
+    bus.start();
     const QVariant before = bus.metadata().value(u"mpris:trackid"_s);
     bus.presence.reset();
-    QTRY_VERIFY(!bus.isThere());
-    bus.present();
+    QTRY_VERIFY(!bus.isRegistered());
+    bus.start();
     const QVariant track = bus.metadata().value(u"mpris:trackid"_s);
     QVERIFY(track.value<QDBusObjectPath>() != before.value<QDBusObjectPath>());
     bus.call(u"SetPosition"_s, {before, qlonglong(5000000)});
@@ -118,10 +118,10 @@ void MprisControlTest::aPositionForAnotherTapeIsNotTaken()
     QCOMPARE(bus.player.seeks.constFirst().seconds, 7.0);
 }
 
-void MprisControlTest::aLiveItemCannotBeSought()
+void MprisControlTest::unseekableItemIgnoresSeeks()
 {
     PlayerOnBus bus;
-    bus.present();
+    bus.start();
     bus.player.setSeekable(false);
     QTRY_COMPARE(bus.property(PlayerOnBus::playerInterface, u"CanSeek"_s), QVariant(false));
     bus.call(u"Seek"_s, {qlonglong(5000000)});
@@ -131,10 +131,10 @@ void MprisControlTest::aLiveItemCannotBeSought()
     QCOMPARE(bus.player.seeks.size(), 0);
 }
 
-void MprisControlTest::aFailedItemCannotBePlayed()
+void MprisControlTest::failedItemIgnoresPlay()
 {
     PlayerOnBus bus;
-    bus.present();
+    bus.start();
     bus.player.fail({});
     QTRY_COMPARE(bus.property(PlayerOnBus::playerInterface, u"PlaybackStatus"_s).toString(), u"Stopped"_s);
     QCOMPARE(bus.property(PlayerOnBus::playerInterface, u"CanPlay"_s), QVariant(false));

@@ -5,7 +5,7 @@
 
 namespace {
 
-/** Hears what the player tells. */
+/** Records the D-Bus signals of the player. */
 class Listener : public QObject
 {
     Q_OBJECT
@@ -14,26 +14,26 @@ public:
     explicit Listener(QDBusConnection bus)
     {
         bus.connect(PlayerOnBus::service, PlayerOnBus::path, u"org.freedesktop.DBus.Properties"_s,
-                    u"PropertiesChanged"_s, this, SLOT(take(QString, QVariantMap, QStringList)));
+                    u"PropertiesChanged"_s, this, SLOT(onPropertiesChanged(QString, QVariantMap, QStringList)));
         bus.connect(PlayerOnBus::service, PlayerOnBus::path, PlayerOnBus::playerInterface, u"Seeked"_s, this,
-                    SLOT(takeSeeked(qlonglong)));
+                    SLOT(onSeeked(qlonglong)));
     }
 
-    QVariantMap changes; ///< the newest of each
+    QVariantMap changes; ///< the latest value of each property
     QList<qlonglong> seeked;
 
 public Q_SLOTS:
-    void take(const QString& interface, const QVariantMap& changed, const QStringList&)
+    void onPropertiesChanged(const QString& interface, const QVariantMap& changed, const QStringList&)
     {
         if (interface == PlayerOnBus::playerInterface)
             changes.insert(changed);
     }
-    void takeSeeked(qlonglong position) { seeked.append(position); }
+    void onSeeked(qlonglong position) { seeked.append(position); }
 };
 
 } // namespace
 
-/** Other programs read a player on a real bus, as `playerctl` does, and hear of its changes. */
+/** Other programs, such as `playerctl`, read a player on a real bus and receive its signals. */
 class MprisTest : public QObject
 {
     Q_OBJECT
@@ -42,17 +42,17 @@ private Q_SLOTS:
     void initTestCase();
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
-    void aPlayerIsThereWhileItsScreenIs();
-    void theProgramSaysWhoItIs();
-    void theStatusIsReadAsItIs();
-    void theMetadataIsRead();
-    void whatIsNotKnownIsLeftOut();
-    void thePositionIsRead();
-    void changesAreTold();
-    void aJumpIsToldAndPlayingOnIsNot();
-    void textsAreData_data();
-    void textsAreData();
-    void aSecondPlayerHasANameOfItsOwn();
+    void playerIsRegisteredWhilePresenceExists();
+    void identityOfProgramIsReported();
+    void playbackStatusIsReported();
+    void metadataIsReported();
+    void unknownMetadataIsOmitted();
+    void positionIsReported();
+    void changesAreSignalled();
+    void seekedIsSignalledOnlyForJumps();
+    void textsAreValidAndLimited_data();
+    void textsAreValidAndLimited();
+    void secondPlayerGetsOwnBusName();
 };
 
 void MprisTest::initTestCase()
@@ -61,21 +61,21 @@ void MprisTest::initTestCase()
     QGuiApplication::setDesktopFileName(u"a-set"_s);
 }
 
-void MprisTest::aPlayerIsThereWhileItsScreenIs()
+void MprisTest::playerIsRegisteredWhilePresenceExists()
 {
     PlayerOnBus bus;
-    QVERIFY(!bus.isThere());
-    bus.present();
+    QVERIFY(!bus.isRegistered());
+    bus.start();
     QCOMPARE(bus.playerctl({u"--list-all"_s}), u"quillmere_tv"_s);
     bus.presence.reset();
-    QTRY_VERIFY(!bus.isThere());
+    QTRY_VERIFY(!bus.isRegistered());
     QCOMPARE(bus.playerctl({u"--list-all"_s}), QString());
 }
 
-void MprisTest::theProgramSaysWhoItIs()
+void MprisTest::identityOfProgramIsReported()
 {
     PlayerOnBus bus;
-    bus.present();
+    bus.start();
     const QString root = u"org.mpris.MediaPlayer2"_s;
     QCOMPARE(bus.property(root, u"Identity"_s).toString(), u"A Set"_s);
     QCOMPARE(bus.property(root, u"DesktopEntry"_s).toString(), u"a-set"_s);
@@ -84,10 +84,10 @@ void MprisTest::theProgramSaysWhoItIs()
     QCOMPARE(bus.property(root, u"HasTrackList"_s), QVariant(false));
 }
 
-void MprisTest::theStatusIsReadAsItIs()
+void MprisTest::playbackStatusIsReported()
 {
     PlayerOnBus bus;
-    bus.present();
+    bus.start();
     QCOMPARE(bus.playerctl({u"status"_s}), u"Playing"_s);
     bus.player.setWaiting(true);
     bus.player.pause();
@@ -96,53 +96,53 @@ void MprisTest::theStatusIsReadAsItIs()
     QTRY_COMPARE(bus.playerctl({u"status"_s}), u"Stopped"_s);
 }
 
-void MprisTest::theMetadataIsRead()
+void MprisTest::metadataIsReported()
 {
     PlayerOnBus bus;
     using Identifier = MetadataItem::Identifier;
-    bus.present({{Identifier::Title, u"The Long Reel"_s},
-                 {Identifier::SubTitle, u"DRAMA · Hearing"_s},
-                 {Identifier::Description, u"Much is said."_s},
-                 {Identifier::Publisher, u"A Label"_s}});
+    bus.start({{Identifier::Title, u"The Long Reel"_s},
+               {Identifier::SubTitle, u"DRAMA · Hearing"_s},
+               {Identifier::Description, u"Much is said."_s},
+               {Identifier::Publisher, u"A Label"_s}});
     const QString format = u"{{title}}|{{album}}|{{artist}}|{{xesam:comment}}|{{mpris:length}}"_s;
     QCOMPARE(bus.playerctl({u"metadata"_s, u"--format"_s, format}),
              u"The Long Reel|DRAMA · Hearing|A Label|Much is said.|3600000000"_s);
 }
 
-void MprisTest::whatIsNotKnownIsLeftOut()
+void MprisTest::unknownMetadataIsOmitted()
 {
     PlayerOnBus bus;
-    bus.present();
+    bus.start();
     bus.player.setDuration(0);
     QTRY_COMPARE(bus.metadata().keys(), QStringList{u"mpris:trackid"_s});
 }
 
-void MprisTest::thePositionIsRead()
+void MprisTest::positionIsReported()
 {
     PlayerOnBus bus;
-    bus.present();
+    bus.start();
     bus.player.moveTo(125.5);
     QVERIFY(bus.playerctl({u"position"_s}).startsWith(u"125.5"_s));
 }
 
-void MprisTest::changesAreTold()
+void MprisTest::changesAreSignalled()
 {
     PlayerOnBus bus;
-    bus.present();
+    bus.start();
     const Listener listener(bus.connection);
     bus.player.pause();
     QTRY_COMPARE(listener.changes.value(u"PlaybackStatus"_s), QVariant(u"Paused"_s));
     QCOMPARE(listener.changes.keys(), QStringList{u"PlaybackStatus"_s});
     bus.player.setDuration(60);
     QTRY_VERIFY(listener.changes.contains(u"Metadata"_s));
-    const auto told = qdbus_cast<QVariantMap>(listener.changes.value(u"Metadata"_s));
-    QCOMPARE(told.value(u"mpris:length"_s), QVariant(qlonglong(60000000)));
+    const auto reported = qdbus_cast<QVariantMap>(listener.changes.value(u"Metadata"_s));
+    QCOMPARE(reported.value(u"mpris:length"_s), QVariant(qlonglong(60000000)));
 }
 
-void MprisTest::aJumpIsToldAndPlayingOnIsNot()
+void MprisTest::seekedIsSignalledOnlyForJumps()
 {
     PlayerOnBus bus;
-    bus.present();
+    bus.start();
     const Listener listener(bus.connection);
     bus.player.moveTo(0.5);
     bus.player.moveTo(1.5);
@@ -152,10 +152,10 @@ void MprisTest::aJumpIsToldAndPlayingOnIsNot()
     QTRY_COMPARE(listener.seeked, (QList<qlonglong>{qlonglong(600000000), qlonglong(30000000)}));
 }
 
-void MprisTest::textsAreData_data()
+void MprisTest::textsAreValidAndLimited_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("told");
+    QTest::addColumn<QString>("expected");
     QTest::newRow("markup") << u"<b>A & B</b>"_s << u"<b>A & B</b>"_s;
     QTest::newRow("beyond the basic plane") << u"📼 tape"_s << u"📼 tape"_s;
     QTest::newRow("half a character") << QString(QChar(0xD83D)) + u"tape"_s << u"?tape"_s;
@@ -164,25 +164,25 @@ void MprisTest::textsAreData_data()
     QTest::newRow("cut inside a character") << QString(3999, u'x') + u"📼"_s << QString(3999, u'x');
 }
 
-void MprisTest::textsAreData()
+void MprisTest::textsAreValidAndLimited()
 {
     PlayerOnBus bus;
     QFETCH(const QString, text);
     using Identifier = MetadataItem::Identifier;
-    bus.present({{Identifier::Title, text}, {Identifier::Description, text}});
-    QTEST(bus.metadata().value(u"xesam:title"_s).toString(), "told");
-    QTEST(bus.metadata().value(u"xesam:comment"_s).toStringList().value(0), "told");
+    bus.start({{Identifier::Title, text}, {Identifier::Description, text}});
+    QTEST(bus.metadata().value(u"xesam:title"_s).toString(), "expected");
+    QTEST(bus.metadata().value(u"xesam:comment"_s).toStringList().value(0), "expected");
 }
 
-void MprisTest::aSecondPlayerHasANameOfItsOwn()
+void MprisTest::secondPlayerGetsOwnBusName()
 {
     PlayerOnBus bus;
-    bus.present();
+    bus.start();
     ScriptedVideoPlayer other;
     const DesktopPresence second(other, u"Another tape plays"_s, bus.daemon.address());
     const QString name = PlayerOnBus::service + u".instance%1"_s.arg(QCoreApplication::applicationPid());
     QTRY_VERIFY(bus.hasName(name));
-    QVERIFY(bus.isThere());
+    QVERIFY(bus.isRegistered());
 }
 
 QTEST_MAIN(MprisTest)

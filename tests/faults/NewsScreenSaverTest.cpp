@@ -1,10 +1,10 @@
+#include "FakeScreenSaver.h"
 #include "NewsOnScript.h"
 #include "PrivateBus.h"
-#include "StandInScreenSaver.h"
 
 #include <QTest>
 
-/** When the screensaver may come while the news channel is watched. */
+/** When the screensaver is inhibited on the news channel. */
 class NewsScreenSaverTest : public QObject
 {
     Q_OBJECT
@@ -14,23 +14,23 @@ private Q_SLOTS:
     void cleanupTestCase();
     void init() { m_news = std::make_unique<NewsOnScript>(); }
     void cleanup() { m_news.reset(); }
-    void itMayComeWhileTheTowerIsDark();
-    void itIsAwayWhileTheTowerIsLit();
-    void itIsAwayWithoutABreakWhereThePlayerIsKept();
-    void itMayComeOnceTheScreenIsLeft();
+    void screensaverIsAllowedWhileTowerIsDark();
+    void screensaverIsInhibitedWhileTowerIsLit();
+    void inhibitionContinuesWhilePlayerIsKept();
+    void screensaverIsAllowedWhenScreenCloses();
 
 private:
     qsizetype inhibitions() const { return m_screenSaver->inhibitions().size(); }
 
     std::unique_ptr<PrivateBus> m_bus;
-    std::unique_ptr<StandInScreenSaver> m_screenSaver;
+    std::unique_ptr<FakeScreenSaver> m_screenSaver;
     std::unique_ptr<NewsOnScript> m_news;
 };
 
 void NewsScreenSaverTest::initTestCase()
 {
     m_bus = std::make_unique<PrivateBus>();
-    m_screenSaver = std::make_unique<StandInScreenSaver>(m_bus->connect());
+    m_screenSaver = std::make_unique<FakeScreenSaver>(m_bus->connect());
     qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus->address().toUtf8());
 }
 
@@ -40,47 +40,47 @@ void NewsScreenSaverTest::cleanupTestCase()
     m_bus.reset();
 }
 
-void NewsScreenSaverTest::itMayComeWhileTheTowerIsDark()
+void NewsScreenSaverTest::screensaverIsAllowedWhileTowerIsDark()
 {
-    const int before = m_screenSaver->asked();
+    const int before = m_screenSaver->inhibitCalls();
     m_news->open(false);
     m_news->pause();
     m_news->pass(true);
-    // The first that asks is the lit tower's.
+    // The first request comes when the tower is lit.
     QTRY_COMPARE(inhibitions(), 1);
-    QCOMPARE(m_screenSaver->asked(), before + 1);
+    QCOMPARE(m_screenSaver->inhibitCalls(), before + 1);
     m_news->pause();
     m_news->pass(false);
     QTRY_COMPARE(inhibitions(), 0);
 }
 
-void NewsScreenSaverTest::itIsAwayWhileTheTowerIsLit()
+void NewsScreenSaverTest::screensaverIsInhibitedWhileTowerIsLit()
 {
     m_news->open(true);
     QTRY_COMPARE(inhibitions(), 1);
-    const int asked = m_screenSaver->asked();
+    const int asked = m_screenSaver->inhibitCalls();
     m_news->player()->setWaiting(true);
     for (int pass = 0; pass < 3; ++pass) {
         m_news->pause();
         m_news->pass(true);
     }
     QCOMPARE(inhibitions(), 1);
-    QCOMPARE(m_screenSaver->asked(), asked);
+    QCOMPARE(m_screenSaver->inhibitCalls(), asked);
 }
 
-void NewsScreenSaverTest::itIsAwayWithoutABreakWhereThePlayerIsKept()
+void NewsScreenSaverTest::inhibitionContinuesWhilePlayerIsKept()
 {
     m_news->open(true, R"({"news": {"channels": {"2": {"label": "Two", "path": "two"}}}})");
     QTRY_COMPARE(inhibitions(), 1);
     QCOMPARE(m_news->number(), u"2"_s);
-    const int asked = m_screenSaver->asked();
+    const int asked = m_screenSaver->inhibitCalls();
     m_news->pass(true, u"/live/two/index.m3u8"_s, R"({"news": {"channels": {}}})");
     QCOMPARE(m_news->number(), u"5"_s);
     QCOMPARE(inhibitions(), 1);
-    QCOMPARE(m_screenSaver->asked(), asked);
+    QCOMPARE(m_screenSaver->inhibitCalls(), asked);
 }
 
-void NewsScreenSaverTest::itMayComeOnceTheScreenIsLeft()
+void NewsScreenSaverTest::screensaverIsAllowedWhenScreenCloses()
 {
     m_news->open(true);
     QTRY_COMPARE(inhibitions(), 1);

@@ -1,15 +1,15 @@
 #include "Dressing.h"
+#include "FakeScreenSaver.h"
 #include "FocusScreen.h"
-#include "Holdings.h"
 #include "HubAPI.h"
 #include "MemoryDefaults.h"
 #include "PrivateBus.h"
 #include "ProcessFigures.h"
+#include "ProcessResources.h"
 #include "RecordDecoder.h"
 #include "SampleHub.h"
 #include "ScriptedHttpClient.h"
 #include "Stage.h"
-#include "StandInScreenSaver.h"
 #include "Store.h"
 #include "SystemClock.h"
 #include "TapePage.h"
@@ -27,52 +27,52 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 15'000; // milliseconds
-constexpr int warmUp = 20;       // openings: what is brought in once, or only grows to its size
+constexpr int timeout = 15'000; // milliseconds
+constexpr int warmUp = 20;      // openings, until everything is loaded once and caches have reached their size
 constexpr int openings = 200;
-constexpr double allowance = 5; // MB
+constexpr double allowedGrowth = 5; // MB
 
-/** How far an opening gets before the viewer leaves again. */
-enum class Moment { AtOnce, EngineMade, StreamOpen, PictureShown };
-// The quick ones more often.
-constexpr Moment moments[] = {Moment::AtOnce, Moment::EngineMade, Moment::StreamOpen, Moment::EngineMade,
+/** How far playback gets before the viewer closes the screen. */
+enum class Moment { AtOnce, EngineCreated, StreamOpen, PictureShown };
+// The early moments occur more often.
+constexpr Moment moments[] = {Moment::AtOnce, Moment::EngineCreated, Moment::StreamOpen, Moment::EngineCreated,
                               Moment::PictureShown};
 
 /**
- * What this process has in memory, in MB, once the allocator has given back what nobody holds. The resident set, not its
- * proportional share: that changes as other programs come and go that use the same libraries.
+ * Resident memory of this process in MB, after the allocator has returned unused memory. Not the proportional share,
+ * which changes when other programs that use the same libraries start and end.
  */
 double memory(Stage& stage)
 {
     stage.engine().collectGarbage();
-    stage.waitForFrame(); // it lets go of what the last one showed
+    stage.waitForFrame(); // a new frame releases the resources of the last one
     malloc_trim(0);
     return double(figures::residentSetSize(getpid())) / 1e6;
 }
 
-/** The screen that plays a tape, as the set shows it. */
-class Opened
+/** The screen that plays a tape, shown as in the program. */
+class OpenTapePlayer
 {
 public:
-    Opened(Stage& stage, QQuickItem* canvas, Store& store, Timepiece& timepiece, const Tape& tape)
+    OpenTapePlayer(Stage& stage, QQuickItem* canvas, Store& store, Clock& clock, const Tape& tape)
     {
         QQmlComponent component(&stage.engine());
         component.setData("import Quillmere.Playback\nTapePlayerView {}", {});
         m_view.reset(qobject_cast<FocusScreen*>(
             component.createWithInitialProperties({{u"store"_s, QVariant::fromValue(&store)},
-                                                   {u"timepiece"_s, QVariant::fromValue(&timepiece)},
+                                                   {u"clock"_s, QVariant::fromValue<Clock*>(&clock)},
                                                    {u"tape"_s, QVariant::fromValue(tape)},
                                                    {u"cover"_s, QVariant::fromValue(dress(tape))}})));
         if (!m_view)
             qFatal("%s", qPrintable(component.errorString()));
         m_view->setParentItem(canvas);
         m_view->setSize(canvas->size());
-        m_view->takeFocus();
+        m_view->acquireFocus();
         Q_EMIT m_view->appeared();
     }
-    ~Opened() { Q_EMIT m_view->disappeared(); }
-    Opened(const Opened&) = delete;
-    Opened& operator=(const Opened&) = delete;
+    ~OpenTapePlayer() { Q_EMIT m_view->disappeared(); }
+    OpenTapePlayer(const OpenTapePlayer&) = delete;
+    OpenTapePlayer& operator=(const OpenTapePlayer&) = delete;
 
     bool hasReached(Moment moment) const
     {
@@ -80,7 +80,7 @@ public:
         switch (moment) {
         case Moment::AtOnce:
             return true;
-        case Moment::EngineMade:
+        case Moment::EngineCreated:
             return player->engine() != nullptr;
         case Moment::StreamOpen:
             return player->duration() > 0;
@@ -96,30 +96,32 @@ private:
 
 } // namespace
 
-/** Tapes of the sample hub opened and left in the real player, on a desktop that is told of it; the environment says how it draws. */
+/**
+ * Opens and closes tapes of the sample hub in the real player many times, with a session bus. The environment chooses
+ * the graphics API.
+ */
 class PlaybackLeakTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase();
-    void openingAndLeavingManyTimesLeavesNothingBehind();
+    void openingAndClosingManyTimesLeaksNothing();
 
 private:
-    bool openAndLeave(Moment moment);
+    bool openAndClose(Moment moment);
     bool hasAllEnded();
     double growthSince(double before);
 
     std::unique_ptr<SampleHub> m_hub;
     std::unique_ptr<PrivateBus> m_bus;
     std::optional<QDBusConnection> m_desktop;
-    std::unique_ptr<StandInScreenSaver> m_screenSaver;
+    std::unique_ptr<FakeScreenSaver> m_screenSaver;
     std::unique_ptr<Stage> m_stage;
     QQuickItem* m_canvas = nullptr;
     Tape m_tape;
 
     SystemClock m_clock;
-    Timepiece m_timepiece{m_clock};
     ScriptedHttpClient m_http;
     HubAPI m_api{m_http, QUrl(u"https://hub.example"_s)};
     MemoryDefaults m_defaults;
@@ -137,61 +139,62 @@ void PlaybackLeakTest::initTestCase()
     m_bus = std::make_unique<PrivateBus>();
     qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus->address().toLatin1());
     m_desktop = m_bus->connect();
-    m_screenSaver = std::make_unique<StandInScreenSaver>(*m_desktop);
+    m_screenSaver = std::make_unique<FakeScreenSaver>(*m_desktop);
 
     m_stage = std::make_unique<Stage>(QSize(1280, 720));
-    m_canvas = m_stage->put(u"Canvas { focus: true }"_s);
+    m_canvas = m_stage->load(u"Canvas { focus: true }"_s);
 }
 
 bool PlaybackLeakTest::hasAllEnded()
 {
     const QStringList players = m_desktop->interface()->registeredServiceNames().value().filter(u"org.mpris."_s);
-    return !Holdings::isPlayerEnding() && players.isEmpty() && m_screenSaver->inhibitions().isEmpty();
+    return !ProcessResources::isPlayerEnding() && players.isEmpty() && m_screenSaver->inhibitions().isEmpty();
 }
 
-bool PlaybackLeakTest::openAndLeave(Moment moment)
+bool PlaybackLeakTest::openAndClose(Moment moment)
 {
     {
-        const Opened opened(*m_stage, m_canvas, m_store, m_timepiece, m_tape);
-        if (!QTest::qWaitFor([&] { return opened.hasReached(moment); }, patience))
+        const OpenTapePlayer opened(*m_stage, m_canvas, m_store, m_clock, m_tape);
+        if (!QTest::qWaitFor([&] { return opened.hasReached(moment); }, timeout))
             return false;
     }
-    return QTest::qWaitFor([this] { return hasAllEnded(); }, patience);
+    return QTest::qWaitFor([this] { return hasAllEnded(); }, timeout);
 }
 
-/** How much more memory there is in the end, in MB; it waits for what goes a little later. */
+/** Growth of memory in MB. Waits until late releases bring it below the allowed growth, or the timeout. */
 double PlaybackLeakTest::growthSince(double before)
 {
     double grown = 0;
     const auto isWithin = [&] {
         grown = memory(*m_stage) - before;
-        return grown <= allowance;
+        return grown <= allowedGrowth;
     };
-    [[maybe_unused]] const bool cameBack = QTest::qWaitFor(isWithin, patience);
+    [[maybe_unused]] const bool hasShrunk = QTest::qWaitFor(isWithin, timeout);
     qInfo("%.1f MB, and %.2f MB more after %d openings", before, grown, openings);
     return grown;
 }
 
-void PlaybackLeakTest::openingAndLeavingManyTimesLeavesNothingBehind()
+void PlaybackLeakTest::openingAndClosingManyTimesLeaksNothing()
 {
     const auto openMany = [this](int count) {
         for (int i = 0; i < count; ++i)
-            QVERIFY2(openAndLeave(moments[size_t(i) % std::size(moments)]), QByteArray::number(i));
+            QVERIFY2(openAndClose(moments[size_t(i) % std::size(moments)]), QByteArray::number(i));
     };
     openMany(warmUp);
     const double memoryBefore = memory(*m_stage);
-    const Holdings before;
+    const ProcessResources before;
 
     openMany(openings);
-    QTRY_VERIFY2_WITH_TIMEOUT(Holdings().isWithin(before), Holdings().text() + " after " + before.text(), patience);
+    QTRY_VERIFY2_WITH_TIMEOUT(ProcessResources().isWithin(before),
+                              ProcessResources().text() + " after " + before.text(), timeout);
     double grown = growthSince(memoryBefore);
-    if (grown > allowance) {
-        // A leak grows in every stretch, what the library happens to hold at the time does not.
+    if (grown > allowedGrowth) {
+        // A leak grows in every round; memory that the library happens to use at the moment does not.
         const double memoryBetween = memory(*m_stage);
         openMany(openings);
         grown = growthSince(memoryBetween);
     }
-    QVERIFY(grown <= allowance);
+    QVERIFY(grown <= allowedGrowth);
 }
 
 QTEST_MAIN(PlaybackLeakTest)

@@ -14,15 +14,15 @@
 
 using namespace Qt::StringLiterals;
 
-/** A scripted player that is told of on a bus of its own, and another program that reads and drives it. */
+/** A scripted player announced on a private D-Bus bus, and functions to read and control it like another program. */
 struct PlayerOnBus
 {
     static constexpr auto service = "org.mpris.MediaPlayer2.quillmere_tv"_L1;
     static constexpr auto path = "/org/mpris/MediaPlayer2"_L1;
     static constexpr auto playerInterface = "org.mpris.MediaPlayer2.Player"_L1;
 
-    /** With the item playing, and its length known. */
-    void present(const QList<MetadataItem>& texts = {})
+    /** Plays an item of known duration and announces the player. */
+    void start(const QList<MetadataItem>& texts = {})
     {
         const auto item = std::make_shared<PlayerItem>(QUrl(u"https://hub.invalid/tape.m3u8"_s));
         item->setExternalMetadata(texts);
@@ -35,7 +35,7 @@ struct PlayerOnBus
         QTRY_COMPARE(property(playerInterface, u"PlaybackStatus"_s).toString(), u"Playing"_s);
     }
 
-    /** What `playerctl` prints, in lines; what it complains of when it does not end well. */
+    /** Output of `playerctl`; if it fails, "failed: " and its error output. */
     QString playerctl(const QStringList& arguments)
     {
         auto environment = QProcessEnvironment::systemEnvironment();
@@ -66,7 +66,7 @@ struct PlayerOnBus
     }
 
     bool hasName(const QString& name) const { return connection.interface()->isServiceRegistered(name); }
-    bool isThere() const { return hasName(service); }
+    bool isRegistered() const { return hasName(service); }
 
     PrivateBus daemon;
     QDBusConnection connection = daemon.connect();

@@ -1,7 +1,7 @@
 #include "ScreenSaverInhibitor.h"
 
+#include "FakeScreenSaver.h"
 #include "PrivateBus.h"
-#include "StandInScreenSaver.h"
 
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-/** The screensaver is kept away through a real bus, whatever offers it. */
+/** Inhibiting the screensaver over a real bus, with services that behave in different ways. */
 class ScreenSaverInhibitorTest : public QObject
 {
     Q_OBJECT
@@ -17,30 +17,27 @@ class ScreenSaverInhibitorTest : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
-    void theInhibitionComesAndGoes();
-    void anInhibitionSaysWhoInhibitsAndWhy();
-    void inhibitingTwiceIsOneInhibition();
-    void destroyingItEndsTheInhibition();
-    void theObjectMayBeAtItsOldPath();
-    void anAnswerAfterAllowingIsGivenBackAtOnce();
-    void anInhibitionWantedAgainBeforeTheAnswerIsKept();
-    void aServiceThatComesLateIsAsked();
-    void aServiceThatIsStartedAgainIsAskedAgain();
-    void aServiceThatDiesBeforeItsAnswerIsAskedAgain();
-    void aServiceThatTakesTheNameFromOneThatHangsIsAskedOnceThatIsGone();
-    void aServiceThatIsStartedWhileAllowedIsNotAsked();
-    void aRefusalIsTakenUntilTheNextWish();
-    void itIsSettledWhenAllIsAnswered();
-    void aBusThatDiesIsNoTrouble();
-    void withoutABusNothingHappens();
+    void inhibitionFollowsInhibitAndAllow();
+    void inhibitionHasApplicationAndReason();
+    void inhibitingTwiceRequestsOnce();
+    void inhibitionEndsWhenInhibitorIsDestroyed();
+    void oldObjectPathIsSupported();
+    void inhibitionAnsweredAfterAllowIsReleased();
+    void inhibitionRequestedAgainBeforeAnswerIsKept();
+    void serviceThatStartsLaterIsAsked();
+    void restartedServiceIsAskedAgain();
+    void serviceRestartedBeforeAnswerIsAskedAgain();
+    void newNameOwnerIsAskedWhenHangingServiceEnds();
+    void serviceStartedWhileAllowedIsNotAsked();
+    void refusedRequestIsRepeatedByNextInhibit();
+    void inhibitorIsIdleWhenAllRequestsAreAnswered();
+    void busFailureIsHandled();
+    void inhibitorWithoutBusDoesNothing();
 
 private:
     ScreenSaverInhibitor& inhibitor();
-    /** A service on a connection that is not used for anything else. */
-    std::unique_ptr<StandInScreenSaver> startService()
-    {
-        return std::make_unique<StandInScreenSaver>(m_bus->connect());
-    }
+    /** A screensaver service with its own connection. */
+    std::unique_ptr<FakeScreenSaver> startService() { return std::make_unique<FakeScreenSaver>(m_bus->connect()); }
 
     std::unique_ptr<PrivateBus> m_bus;
     std::unique_ptr<ScreenSaverInhibitor> m_inhibitor;
@@ -65,7 +62,7 @@ ScreenSaverInhibitor& ScreenSaverInhibitorTest::inhibitor()
     return *m_inhibitor;
 }
 
-void ScreenSaverInhibitorTest::theInhibitionComesAndGoes()
+void ScreenSaverInhibitorTest::inhibitionFollowsInhibitAndAllow()
 {
     const auto service = startService();
     for (int i = 0; i < 3; ++i) {
@@ -76,7 +73,7 @@ void ScreenSaverInhibitorTest::theInhibitionComesAndGoes()
     }
 }
 
-void ScreenSaverInhibitorTest::anInhibitionSaysWhoInhibitsAndWhy()
+void ScreenSaverInhibitorTest::inhibitionHasApplicationAndReason()
 {
     const auto service = startService();
     inhibitor().inhibit();
@@ -85,75 +82,75 @@ void ScreenSaverInhibitorTest::anInhibitionSaysWhoInhibitsAndWhy()
     QCOMPARE(service->inhibitions().constFirst().reason, u"A tape plays"_s);
 }
 
-void ScreenSaverInhibitorTest::inhibitingTwiceIsOneInhibition()
+void ScreenSaverInhibitorTest::inhibitingTwiceRequestsOnce()
 {
     const auto service = startService();
     inhibitor().inhibit();
     inhibitor().inhibit();
-    QTRY_VERIFY(inhibitor().isSettled());
+    QTRY_VERIFY(inhibitor().isIdle());
     inhibitor().inhibit();
-    QTRY_VERIFY(inhibitor().isSettled());
-    QCOMPARE(service->asked(), 1);
+    QTRY_VERIFY(inhibitor().isIdle());
+    QCOMPARE(service->inhibitCalls(), 1);
     inhibitor().allow();
     QTRY_COMPARE(service->inhibitions().size(), 0);
 }
 
-void ScreenSaverInhibitorTest::destroyingItEndsTheInhibition()
+void ScreenSaverInhibitorTest::inhibitionEndsWhenInhibitorIsDestroyed()
 {
     const auto service = startService();
     inhibitor().inhibit();
-    QTRY_VERIFY(service->asked() == 1 && inhibitor().isSettled());
+    QTRY_VERIFY(service->inhibitCalls() == 1 && inhibitor().isIdle());
     m_inhibitor.reset();
     QTRY_COMPARE(service->inhibitions().size(), 0);
 }
 
-void ScreenSaverInhibitorTest::theObjectMayBeAtItsOldPath()
+void ScreenSaverInhibitorTest::oldObjectPathIsSupported()
 {
-    const StandInScreenSaver service(m_bus->connect(), u"/ScreenSaver"_s);
+    const FakeScreenSaver service(m_bus->connect(), u"/ScreenSaver"_s);
     inhibitor().inhibit();
     QTRY_COMPARE(service.inhibitions().size(), 1);
     inhibitor().allow();
     QTRY_COMPARE(service.inhibitions().size(), 0);
 }
 
-void ScreenSaverInhibitorTest::anAnswerAfterAllowingIsGivenBackAtOnce()
+void ScreenSaverInhibitorTest::inhibitionAnsweredAfterAllowIsReleased()
 {
     const auto service = startService();
-    service->setLate(true);
+    service->setReplyDelayed(true);
     inhibitor().inhibit();
     QTRY_COMPARE(service->inhibitions().size(), 1);
     inhibitor().allow();
-    service->answerNow();
+    service->sendDelayedReplies();
     QTRY_COMPARE(service->inhibitions().size(), 0);
 }
 
-void ScreenSaverInhibitorTest::anInhibitionWantedAgainBeforeTheAnswerIsKept()
+void ScreenSaverInhibitorTest::inhibitionRequestedAgainBeforeAnswerIsKept()
 {
     const auto service = startService();
-    service->setLate(true);
+    service->setReplyDelayed(true);
     inhibitor().inhibit();
     QTRY_COMPARE(service->inhibitions().size(), 1);
     inhibitor().allow();
     inhibitor().inhibit();
-    service->answerNow();
-    QTRY_VERIFY(inhibitor().isSettled());
-    QCOMPARE(service->asked(), 1);
+    service->sendDelayedReplies();
+    QTRY_VERIFY(inhibitor().isIdle());
+    QCOMPARE(service->inhibitCalls(), 1);
     QCOMPARE(service->inhibitions().size(), 1);
 }
 
-void ScreenSaverInhibitorTest::aServiceThatComesLateIsAsked()
+void ScreenSaverInhibitorTest::serviceThatStartsLaterIsAsked()
 {
     inhibitor().inhibit();
-    QTRY_VERIFY(inhibitor().isSettled());
+    QTRY_VERIFY(inhibitor().isIdle());
     const auto service = startService();
     QTRY_COMPARE(service->inhibitions().size(), 1);
 }
 
-void ScreenSaverInhibitorTest::aServiceThatIsStartedAgainIsAskedAgain()
+void ScreenSaverInhibitorTest::restartedServiceIsAskedAgain()
 {
     auto service = startService();
     inhibitor().inhibit();
-    QTRY_VERIFY(service->asked() == 1 && inhibitor().isSettled());
+    QTRY_VERIFY(service->inhibitCalls() == 1 && inhibitor().isIdle());
     service.reset();
     service = startService();
     QTRY_COMPARE(service->inhibitions().size(), 1);
@@ -161,96 +158,96 @@ void ScreenSaverInhibitorTest::aServiceThatIsStartedAgainIsAskedAgain()
     QTRY_COMPARE(service->inhibitions().size(), 0);
 }
 
-void ScreenSaverInhibitorTest::aServiceThatDiesBeforeItsAnswerIsAskedAgain()
+void ScreenSaverInhibitorTest::serviceRestartedBeforeAnswerIsAskedAgain()
 {
     const QString name = u"dying"_s;
-    auto service = std::make_unique<StandInScreenSaver>(QDBusConnection::connectToBus(m_bus->address(), name));
-    service->setLate(true);
+    auto service = std::make_unique<FakeScreenSaver>(QDBusConnection::connectToBus(m_bus->address(), name));
+    service->setReplyDelayed(true);
     inhibitor().inhibit();
-    QTRY_COMPARE(service->asked(), 1);
+    QTRY_COMPARE(service->inhibitCalls(), 1);
     service.reset();
     QDBusConnection::disconnectFromBus(name);
     service = startService();
     QTRY_COMPARE(service->inhibitions().size(), 1);
 }
 
-void ScreenSaverInhibitorTest::aServiceThatTakesTheNameFromOneThatHangsIsAskedOnceThatIsGone()
+void ScreenSaverInhibitorTest::newNameOwnerIsAskedWhenHangingServiceEnds()
 {
     const QString name = u"hanging"_s;
-    auto hanging = std::make_unique<StandInScreenSaver>(QDBusConnection::connectToBus(m_bus->address(), name));
-    hanging->setLate(true);
+    auto hanging = std::make_unique<FakeScreenSaver>(QDBusConnection::connectToBus(m_bus->address(), name));
+    hanging->setReplyDelayed(true);
     inhibitor().inhibit();
-    QTRY_COMPARE(hanging->asked(), 1);
-    // Its name goes first, its connection only when the other one is there.
+    QTRY_COMPARE(hanging->inhibitCalls(), 1);
+    // The service releases its name first; its connection is closed only after the other service has started.
     hanging.reset();
     const auto service = startService();
     QDBusConnection::disconnectFromBus(name);
     QTRY_COMPARE(service->inhibitions().size(), 1);
 }
 
-void ScreenSaverInhibitorTest::aServiceThatIsStartedWhileAllowedIsNotAsked()
+void ScreenSaverInhibitorTest::serviceStartedWhileAllowedIsNotAsked()
 {
     auto service = startService();
     inhibitor().inhibit();
-    QTRY_VERIFY(service->asked() == 1 && inhibitor().isSettled());
+    QTRY_VERIFY(service->inhibitCalls() == 1 && inhibitor().isIdle());
     inhibitor().allow();
-    QTRY_VERIFY(inhibitor().isSettled());
+    QTRY_VERIFY(inhibitor().isIdle());
     service.reset();
     service = startService();
-    // The next wish is the first that this service hears of.
-    QSignalSpy settled(&inhibitor(), &ScreenSaverInhibitor::settled);
+    // The next request is the first one that this service receives.
+    QSignalSpy becameIdle(&inhibitor(), &ScreenSaverInhibitor::becameIdle);
     inhibitor().inhibit();
-    QVERIFY(settled.wait());
-    QCOMPARE(service->asked(), 1);
+    QVERIFY(becameIdle.wait());
+    QCOMPARE(service->inhibitCalls(), 1);
 }
 
-void ScreenSaverInhibitorTest::aRefusalIsTakenUntilTheNextWish()
+void ScreenSaverInhibitorTest::refusedRequestIsRepeatedByNextInhibit()
 {
     const auto service = startService();
     service->setRefusing(true);
     inhibitor().inhibit();
-    QTRY_VERIFY(service->asked() > 0 && inhibitor().isSettled());
-    QCOMPARE(service->asked(), 1);
+    QTRY_VERIFY(service->inhibitCalls() > 0 && inhibitor().isIdle());
+    QCOMPARE(service->inhibitCalls(), 1);
     service->setRefusing(false);
     inhibitor().inhibit();
     QTRY_COMPARE(service->inhibitions().size(), 1);
 }
 
-void ScreenSaverInhibitorTest::itIsSettledWhenAllIsAnswered()
+void ScreenSaverInhibitorTest::inhibitorIsIdleWhenAllRequestsAreAnswered()
 {
     const auto service = startService();
-    service->setLate(true);
-    QSignalSpy settled(&inhibitor(), &ScreenSaverInhibitor::settled);
-    QVERIFY(inhibitor().isSettled());
+    service->setReplyDelayed(true);
+    QSignalSpy becameIdle(&inhibitor(), &ScreenSaverInhibitor::becameIdle);
+    QVERIFY(inhibitor().isIdle());
     inhibitor().inhibit();
-    QVERIFY(!inhibitor().isSettled());
+    QVERIFY(!inhibitor().isIdle());
     inhibitor().allow();
-    service->answerNow();
-    QTRY_COMPARE(service->asked(), 1);
-    QVERIFY(settled.isEmpty());
-    service->answerNow();
-    QVERIFY(settled.wait());
+    service->sendDelayedReplies();
+    QTRY_COMPARE(service->inhibitCalls(), 1);
+    QVERIFY(becameIdle.isEmpty());
+    service->sendDelayedReplies();
+    QVERIFY(becameIdle.wait());
     QCOMPARE(service->inhibitions().size(), 0);
 }
 
-void ScreenSaverInhibitorTest::aBusThatDiesIsNoTrouble()
+void ScreenSaverInhibitorTest::busFailureIsHandled()
 {
     const auto service = startService();
     inhibitor().inhibit();
-    QTRY_VERIFY(service->asked() == 1 && inhibitor().isSettled());
+    QTRY_VERIFY(service->inhibitCalls() == 1 && inhibitor().isIdle());
     m_bus->end();
     inhibitor().allow();
     inhibitor().inhibit();
-    QTRY_VERIFY(inhibitor().isSettled());
+    QTRY_VERIFY(inhibitor().isIdle());
     inhibitor().allow();
     m_inhibitor.reset();
 }
 
-void ScreenSaverInhibitorTest::withoutABusNothingHappens()
+void ScreenSaverInhibitorTest::inhibitorWithoutBusDoesNothing()
 {
     m_bus->end();
     inhibitor().inhibit();
-    QTRY_VERIFY(inhibitor().isSettled());
+    QTRY_VERIFY(inhibitor().isIdle());
     inhibitor().allow();
     m_inhibitor.reset();
 }

@@ -2,7 +2,7 @@
 
 using namespace Qt::StringLiterals;
 
-/** The real player on streams that break in the middle; the stream has six parts of two seconds. */
+/** The real player with streams that break in the middle. The stream has six segments of two seconds. */
 class VideoBreakTest : public QObject
 {
     Q_OBJECT
@@ -10,15 +10,15 @@ class VideoBreakTest : public QObject
 private Q_SLOTS:
     void initTestCase();
     void init();
-    void aBadSegmentIsPassedOver_data();
-    void aBadSegmentIsPassedOver();
-    void aStalledSegmentIsWaitedFor();
-    void playbackGoesOnWhenTheServerIsBack();
-    void aServerThatStaysAwayFailsTheItemWithItsCause();
-    void aLiveListThatStopsGrowingIsTriedAgain();
+    void badSegmentIsSkipped_data();
+    void badSegmentIsSkipped();
+    void playerWaitsForStalledSegment();
+    void playbackResumesWhenServerReturns();
+    void itemFailsWithCauseWhenServerStaysDown();
+    void livePlaylistThatStopsGrowingIsReloaded();
 
 private:
-    void killWhenAskedFor(const QString& path);
+    void stopServerWhenRequested(const QString& path);
     QByteArray authority() const { return m_folder.read(u"authority.pem"_s); }
 
     StreamFolder m_folder;
@@ -38,14 +38,14 @@ void VideoBreakTest::init()
     m_stream = m_server->url(u"/index.m3u8"_s);
 }
 
-void VideoBreakTest::aBadSegmentIsPassedOver_data()
+void VideoBreakTest::badSegmentIsSkipped_data()
 {
     QTest::addColumn<bool>("isCut");
     QTest::newRow("missing") << false;
     QTest::newRow("cut short") << true;
 }
 
-void VideoBreakTest::aBadSegmentIsPassedOver()
+void VideoBreakTest::badSegmentIsSkipped()
 {
     QFETCH(const bool, isCut);
     if (isCut)
@@ -61,7 +61,7 @@ void VideoBreakTest::aBadSegmentIsPassedOver()
     QVERIFY(m_server->requests().contains(u"/part5.ts"_s));
 }
 
-void VideoBreakTest::aStalledSegmentIsWaitedFor()
+void VideoBreakTest::playerWaitsForStalledSegment()
 {
     m_server->stall(u"/part4.ts"_s);
     VideoStage stage(authority());
@@ -75,48 +75,49 @@ void VideoBreakTest::aStalledSegmentIsWaitedFor()
     QVERIFY(!stage.hasFailed());
 }
 
-/** The server goes at the moment when this is asked for, as if its process had been killed. */
-void VideoBreakTest::killWhenAskedFor(const QString& path)
+/** Stops the server when this path is requested, as if its process had been killed. */
+void VideoBreakTest::stopServerWhenRequested(const QString& path)
 {
-    m_server->hold(path);
+    m_server->setUnanswered(path);
     QTRY_VERIFY_WITH_TIMEOUT(m_server->requests().contains(path), 15'000);
     m_server.reset();
 }
 
-void VideoBreakTest::playbackGoesOnWhenTheServerIsBack()
+void VideoBreakTest::playbackResumesWhenServerReturns()
 {
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
     stage.play(m_stream, 2.5);
     QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
     QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
-    killWhenAskedFor(u"/part3.ts"_s);
+    stopServerWhenRequested(u"/part3.ts"_s);
     QTRY_VERIFY_WITH_TIMEOUT(stage.player->isWaiting() && stage.player->position() > 5, 15'000);
-    const double broken = stage.player->position();
+    const double breakPosition = stage.player->position();
     m_server = std::make_unique<StreamServer>(m_folder.path(), u"server"_s, quint16(m_stream.port()));
     QTRY_COMPARE_WITH_TIMEOUT(shown.count(), 2, 15'000);
-    QVERIFY2(std::abs(stage.player->position() - broken) < 1, qPrintable(QString::number(stage.player->position())));
-    QTRY_VERIFY(stage.player->position() > broken + 1);
+    QVERIFY2(std::abs(stage.player->position() - breakPosition) < 1,
+             qPrintable(QString::number(stage.player->position())));
+    QTRY_VERIFY(stage.player->position() > breakPosition + 1);
     QVERIFY(!stage.hasFailed());
     QCOMPARE(ended.count(), 0);
 }
 
-void VideoBreakTest::aServerThatStaysAwayFailsTheItemWithItsCause()
+void VideoBreakTest::itemFailsWithCauseWhenServerStaysDown()
 {
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
     stage.play(m_stream, 4.5);
     QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
-    killWhenAskedFor(u"/part3.ts"_s);
+    stopServerWhenRequested(u"/part3.ts"_s);
     QTRY_VERIFY_WITH_TIMEOUT(stage.hasFailed(), 40'000);
     QCOMPARE(int(stage.failure().cause), int(VideoFailure::Cause::Refused));
     QCOMPARE(ended.count(), 0);
 }
 
-void VideoBreakTest::aLiveListThatStopsGrowingIsTriedAgain()
+void VideoBreakTest::livePlaylistThatStopsGrowingIsReloaded()
 {
-    m_server->put(u"/live.m3u8"_s, "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:2\n#EXT-X-MEDIA-SEQUENCE:3\n"
-                                   "#EXTINF:2,\npart3.ts\n#EXTINF:2,\npart4.ts\n");
+    m_server->setBody(u"/live.m3u8"_s, "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:2\n#EXT-X-MEDIA-SEQUENCE:3\n"
+                                       "#EXTINF:2,\npart3.ts\n#EXTINF:2,\npart4.ts\n");
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
     QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);

@@ -2,7 +2,7 @@
 
 using namespace Qt::StringLiterals;
 
-/** The real player on a recording that is still being made: its list has no end yet, and tells no duration. */
+/** The real player with a recording that still grows: its playlist has no end tag and so no duration. */
 class VideoGrowingTest : public QObject
 {
     Q_OBJECT
@@ -10,12 +10,12 @@ class VideoGrowingTest : public QObject
 private Q_SLOTS:
     void initTestCase();
     void init();
-    void aServerThatDiesIsNoEnd_data();
-    void aServerThatDiesIsNoEnd();
-    void itEndsOnceItsListIsWhole();
+    void serverFailureIsNotEndOfItem_data();
+    void serverFailureIsNotEndOfItem();
+    void itemEndsWhenPlaylistIsComplete();
 
 private:
-    QByteArray list(const QByteArray& type) const;
+    QByteArray growingPlaylist(const QByteArray& type) const;
     QByteArray authority() const { return m_folder.read(u"authority.pem"_s); }
 
     StreamFolder m_folder;
@@ -35,8 +35,8 @@ void VideoGrowingTest::init()
     m_stream = m_server->url(u"/growing.m3u8"_s);
 }
 
-/** The whole list, as it stands before its end is written; `type` as in its tag, if any. */
-QByteArray VideoGrowingTest::list(const QByteArray& type) const
+/** The playlist with all segments, but without end tag; `type` is the value of its type tag, empty for no tag. */
+QByteArray VideoGrowingTest::growingPlaylist(const QByteArray& type) const
 {
     const QByteArray tag = type.isEmpty() ? QByteArray() : "#EXT-X-PLAYLIST-TYPE:" + type + '\n';
     return m_folder.read(u"index.m3u8"_s)
@@ -44,18 +44,18 @@ QByteArray VideoGrowingTest::list(const QByteArray& type) const
         .replace("#EXT-X-ENDLIST\n", QByteArray());
 }
 
-void VideoGrowingTest::aServerThatDiesIsNoEnd_data()
+void VideoGrowingTest::serverFailureIsNotEndOfItem_data()
 {
     QTest::addColumn<QByteArray>("type");
-    QTest::newRow("of no type") << QByteArray();
-    QTest::newRow("of an event") << QByteArray("EVENT");
+    QTest::newRow("no type") << QByteArray();
+    QTest::newRow("event") << QByteArray("EVENT");
 }
 
-void VideoGrowingTest::aServerThatDiesIsNoEnd()
+void VideoGrowingTest::serverFailureIsNotEndOfItem()
 {
     QFETCH(const QByteArray, type);
-    m_server->put(u"/growing.m3u8"_s, list(type));
-    m_server->hold(u"/part3.ts"_s);
+    m_server->setBody(u"/growing.m3u8"_s, growingPlaylist(type));
+    m_server->setUnanswered(u"/part3.ts"_s);
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
     stage.play(m_stream);
@@ -68,16 +68,16 @@ void VideoGrowingTest::aServerThatDiesIsNoEnd()
     QCOMPARE(int(stage.failure().cause), int(VideoFailure::Cause::Refused));
 }
 
-void VideoGrowingTest::itEndsOnceItsListIsWhole()
+void VideoGrowingTest::itemEndsWhenPlaylistIsComplete()
 {
-    m_server->put(u"/growing.m3u8"_s, list("EVENT"));
+    m_server->setBody(u"/growing.m3u8"_s, growingPlaylist("EVENT"));
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
     stage.play(m_stream, 8);
     QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
     QVERIFY(stage.waitForPicture());
     QVERIFY(!stage.player->isSeekable());
-    m_server->put(u"/growing.m3u8"_s, m_folder.read(u"index.m3u8"_s));
+    m_server->setBody(u"/growing.m3u8"_s, m_folder.read(u"index.m3u8"_s));
     QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 45'000);
     QVERIFY(!stage.hasFailed());
     QVERIFY(stage.player->isSeekable());

@@ -5,7 +5,7 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using CountedRecording::secondShown;
 
-/** The real player on recordings that leave something out, or count their time anew: 48 seconds in parts of four. */
+/** The real player with missing segments and restarted timestamps. The recording has 12 segments of 4 seconds. */
 class VideoJumpTest : public QObject
 {
     Q_OBJECT
@@ -13,17 +13,17 @@ class VideoJumpTest : public QObject
 private Q_SLOTS:
     void initTestCase();
     void init();
-    void partsLeftOutForAWhileAreAskedForAgain();
-    void partsMissingForGoodArePassedOver();
-    void timeThatIsCountedAnewGoesOn();
-    void aStartBehindTimeThatIsCountedAnewIsThere();
+    void temporarilyMissingSegmentsAreRequestedAgain();
+    void permanentlyMissingSegmentsAreSkipped();
+    void positionContinuesWhenTimestampsRestart();
+    void startAfterRestartedTimestampsIsReached();
 
 private:
-    void answerParts(int status);
-    QByteArray listOf(const QList<QList<int>>& stretches) const;
+    void answerMissingSegments(int status);
+    QByteArray playlistOf(const QList<QList<int>>& groups) const;
     QByteArray authority() const { return m_folder.read(u"authority.pem"_s); }
 
-    /** What a viewer's position is written from, each second of play. */
+    /** Records the position each second of play time, as the resume position is saved. */
     std::unique_ptr<TimeObserver> observe(const VideoStage& stage)
     {
         m_positions.clear();
@@ -42,7 +42,7 @@ private:
 void VideoJumpTest::initTestCase()
 {
     QVERIFY(m_folder.isReady());
-    QVERIFY(CountedRecording::make(m_folder.path(), u"tape"_s, 48, CountedRecording::Kind::Film));
+    QVERIFY(CountedRecording::create(m_folder.path(), u"tape"_s, 48, CountedRecording::Kind::Film));
     VideoPlugins::addFolder(QStringLiteral(QUILLMERE_TEST_PLUGINS));
 }
 
@@ -51,23 +51,23 @@ void VideoJumpTest::init()
     m_server = std::make_unique<StreamServer>(m_folder.path());
 }
 
-void VideoJumpTest::answerParts(int status)
+void VideoJumpTest::answerMissingSegments(int status)
 {
-    for (int part = firstMissing; part <= lastMissing; ++part)
-        m_server->answer(u"/tape%1.ts"_s.arg(part), status);
+    for (int segment = firstMissing; segment <= lastMissing; ++segment)
+        m_server->answer(u"/tape%1.ts"_s.arg(segment), status);
 }
 
-// Stretches of parts, with a discontinuity between each two.
-QByteArray VideoJumpTest::listOf(const QList<QList<int>>& stretches) const
+// A playlist of groups of segments, with a discontinuity between groups.
+QByteArray VideoJumpTest::playlistOf(const QList<QList<int>>& groups) const
 {
-    QByteArray list = "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:4\n#EXT-X-PLAYLIST-TYPE:VOD\n";
-    for (const QList<int>& stretch : stretches) {
-        if (stretch != stretches.first())
-            list += "#EXT-X-DISCONTINUITY\n";
-        for (const int part : stretch)
-            list += "#EXTINF:4,\ntape" + QByteArray::number(part) + ".ts\n";
+    QByteArray playlist = "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:4\n#EXT-X-PLAYLIST-TYPE:VOD\n";
+    for (const QList<int>& group : groups) {
+        if (group != groups.first())
+            playlist += "#EXT-X-DISCONTINUITY\n";
+        for (const int segment : group)
+            playlist += "#EXTINF:4,\ntape" + QByteArray::number(segment) + ".ts\n";
     }
-    return list + "#EXT-X-ENDLIST\n";
+    return playlist + "#EXT-X-ENDLIST\n";
 }
 
 double VideoJumpTest::longestStep() const
@@ -78,16 +78,16 @@ double VideoJumpTest::longestStep() const
     return longest;
 }
 
-void VideoJumpTest::partsLeftOutForAWhileAreAskedForAgain()
+void VideoJumpTest::temporarilyMissingSegmentsAreRequestedAgain()
 {
-    answerParts(503);
+    answerMissingSegments(503);
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
     QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
     const auto observer = observe(stage);
     stage.play(m_server->url(u"/tape.m3u8"_s), 12);
     QTRY_VERIFY_WITH_TIMEOUT(m_server->requests().contains(u"/tape%1.ts"_s.arg(lastMissing + 1)), 15'000);
-    answerParts(200);
+    answerMissingSegments(200);
     QTRY_COMPARE_WITH_TIMEOUT(shown.count(), 2, 30'000);
     QTRY_VERIFY_WITH_TIMEOUT(stage.player->position() > 18.5, 15'000);
     QVERIFY(stage.player->position() < 30);
@@ -95,9 +95,9 @@ void VideoJumpTest::partsLeftOutForAWhileAreAskedForAgain()
     QVERIFY2(longestStep() < 4, qPrintable(QString::number(longestStep())));
 }
 
-void VideoJumpTest::partsMissingForGoodArePassedOver()
+void VideoJumpTest::permanentlyMissingSegmentsAreSkipped()
 {
-    answerParts(404);
+    answerMissingSegments(404);
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
     QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
@@ -111,14 +111,14 @@ void VideoJumpTest::partsMissingForGoodArePassedOver()
     QVERIFY(!stage.hasFailed());
 }
 
-void VideoJumpTest::timeThatIsCountedAnewGoesOn()
+void VideoJumpTest::positionContinuesWhenTimestampsRestart()
 {
-    m_server->put(u"/anew.m3u8"_s, listOf({{2, 3}, {0, 1}, {9, 10}}));
+    m_server->setBody(u"/restarted.m3u8"_s, playlistOf({{2, 3}, {0, 1}, {9, 10}}));
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
     QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
     const auto observer = observe(stage);
-    stage.play(m_server->url(u"/anew.m3u8"_s));
+    stage.play(m_server->url(u"/restarted.m3u8"_s));
     QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
     QTRY_VERIFY_WITH_TIMEOUT(stage.player->position() > 11, 30'000);
     QVERIFY(std::abs(secondShown(stage.window.grabWindow()) - (stage.player->position() - 8)) < 2);
@@ -131,13 +131,13 @@ void VideoJumpTest::timeThatIsCountedAnewGoesOn()
     QVERIFY2(longestStep() < 3, qPrintable(QString::number(longestStep())));
 }
 
-// It lands by whole parts, as the reader seeks by the list and cannot tell the time within one.
-void VideoJumpTest::aStartBehindTimeThatIsCountedAnewIsThere()
+// Exact only to a segment, as the reader seeks by the playlist and does not know the timestamps within a segment.
+void VideoJumpTest::startAfterRestartedTimestampsIsReached()
 {
-    m_server->put(u"/anew.m3u8"_s, listOf({{0, 1}, {7, 8, 9}}));
+    m_server->setBody(u"/restarted.m3u8"_s, playlistOf({{0, 1}, {7, 8, 9}}));
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
-    stage.play(m_server->url(u"/anew.m3u8"_s), 14);
+    stage.play(m_server->url(u"/restarted.m3u8"_s), 14);
     QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
     QVERIFY(stage.waitForPicture());
     QTRY_VERIFY_WITH_TIMEOUT(stage.player->position() > 14.5, 15'000);

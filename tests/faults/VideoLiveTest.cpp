@@ -11,11 +11,11 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString channel = u"/live/council/"_s;
-const QString list = channel + u"index.m3u8"_s;
+const QString playlist = channel + u"index.m3u8"_s;
 
 } // namespace
 
-/** The real player on the sample hub's live channel; its list holds six segments of 4 seconds. */
+/** The real player with the sample hub's live channel, whose playlist has six segments of 4 seconds. */
 class VideoLiveTest : public QObject
 {
     Q_OBJECT
@@ -23,15 +23,15 @@ class VideoLiveTest : public QObject
 private Q_SLOTS:
     void initTestCase();
     void init();
-    void itJoinsNearTheLiveEdgeAndGoesOnWithTheList();
-    void aHubThatWentAwayIsWatchedAgainWhenItIsBack();
-    void aListThatIsRefusedIsTriedForAsLongAsItIsKept();
-    void itPlaysOnThroughADiscontinuity();
+    void playbackStartsAtLiveEdgeAndContinues();
+    void playbackResumesWhenHubReturns();
+    void failingPlaylistIsRetriedUntilItemIsRemoved();
+    void playbackContinuesAcrossDiscontinuity();
 
 private:
-    QList<int> segmentsAskedFor();
+    QList<int> requestedSegments();
     int newestSegment();
-    qsizetype timesAskedForTheList();
+    qsizetype playlistRequestCount();
     QByteArray certificates() const { return VideoStages::readAll(QStringLiteral(QUILLMERE_HUB_CA)); }
 
     std::unique_ptr<SampleHub> m_hub;
@@ -45,15 +45,15 @@ void VideoLiveTest::initTestCase()
 
 void VideoLiveTest::init()
 {
-    m_hub->calm();
-    m_hub->order(u"/log/clear"_s);
+    m_hub->reset();
+    m_hub->post(u"/log/clear"_s);
 }
 
-QList<int> VideoLiveTest::segmentsAskedFor()
+QList<int> VideoLiveTest::requestedSegments()
 {
     QList<int> numbers;
     const QRegularExpression segment(QRegularExpression::escape(channel) + u"segment-(\\d+)\\.ts"_s);
-    const QJsonArray requests = m_hub->log();
+    const QJsonArray requests = m_hub->requestLog();
     for (const auto& request : requests) {
         if (const auto match = segment.match(request[u"target"_s].toString()); match.hasMatch())
             numbers << match.captured(1).toInt();
@@ -63,42 +63,42 @@ QList<int> VideoLiveTest::segmentsAskedFor()
 
 int VideoLiveTest::newestSegment()
 {
-    const QString text = QString::fromLatin1(m_hub->fetchBody(list));
+    const QString text = QString::fromLatin1(m_hub->fetchBody(playlist));
     return text.section(u"segment-"_s, -1).section(u'.', 0, 0).toInt();
 }
 
-qsizetype VideoLiveTest::timesAskedForTheList()
+qsizetype VideoLiveTest::playlistRequestCount()
 {
-    const QJsonArray requests = m_hub->log();
+    const QJsonArray requests = m_hub->requestLog();
     return std::count_if(requests.begin(), requests.end(),
-                         [](const auto& request) { return request[u"target"_s].toString() == list; });
+                         [](const auto& request) { return request[u"target"_s].toString() == playlist; });
 }
 
-void VideoLiveTest::itJoinsNearTheLiveEdgeAndGoesOnWithTheList()
+void VideoLiveTest::playbackStartsAtLiveEdgeAndContinues()
 {
     VideoStage stage(certificates());
     QVERIFY(stage.isExposed());
     QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
     const int newest = newestSegment();
-    stage.play(QUrl(SampleHub::address(list)), 0, PlayerItem::Kind::Live);
+    stage.play(QUrl(SampleHub::urlOf(playlist)), 0, PlayerItem::Kind::Live);
     QVERIFY(stage.waitForPicture());
-    const int first = segmentsAskedFor().value(0);
+    const int first = requestedSegments().value(0);
     QVERIFY2(first >= newest - 2, qPrintable(u"%1 of %2"_s.arg(first).arg(newest)));
     QVERIFY(!stage.player->isSeekable());
     QCOMPARE(stage.player->duration(), 0.0);
-    // Beyond all that the list held at first.
+    // Farther than the end of the first playlist.
     const double joined = stage.player->position();
     QTRY_VERIFY_WITH_TIMEOUT(stage.player->position() > joined + 16, 60'000);
     QCOMPARE(shown.count(), 1);
     QVERIFY(stage.newPictures() >= 5);
 }
 
-void VideoLiveTest::aHubThatWentAwayIsWatchedAgainWhenItIsBack()
+void VideoLiveTest::playbackResumesWhenHubReturns()
 {
     VideoStage stage(certificates());
     QVERIFY(stage.isExposed());
     QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
-    stage.play(QUrl(SampleHub::address(list)), 0, PlayerItem::Kind::Live);
+    stage.play(QUrl(SampleHub::urlOf(playlist)), 0, PlayerItem::Kind::Live);
     QVERIFY(stage.waitForPicture());
     m_hub->stop();
     QTRY_VERIFY_WITH_TIMEOUT(stage.player->isWaiting(), 60'000);
@@ -108,48 +108,48 @@ void VideoLiveTest::aHubThatWentAwayIsWatchedAgainWhenItIsBack()
     QVERIFY(!stage.hasFailed());
 }
 
-void VideoLiveTest::aListThatIsRefusedIsTriedForAsLongAsItIsKept()
+void VideoLiveTest::failingPlaylistIsRetriedUntilItemIsRemoved()
 {
-    m_hub->fault(list, u"error"_s);
+    m_hub->addFault(playlist, u"error"_s);
     VideoStage stage(certificates());
     QVERIFY(stage.isExposed());
     QElapsedTimer time;
     time.start();
-    stage.play(QUrl(SampleHub::address(list)), 0, PlayerItem::Kind::Live);
-    QTRY_COMPARE_WITH_TIMEOUT(timesAskedForTheList(), 3, 60'000);
+    stage.play(QUrl(SampleHub::urlOf(playlist)), 0, PlayerItem::Kind::Live);
+    QTRY_COMPARE_WITH_TIMEOUT(playlistRequestCount(), 3, 60'000);
     QVERIFY2(time.elapsed() >= 16'000, qPrintable(QString::number(time.elapsed())));
     QVERIFY(!stage.hasFailed());
-    m_hub->calm();
+    m_hub->reset();
     QVERIFY(stage.waitForPicture(30'000));
     stage.player->setItem(nullptr);
-    m_hub->fault(list, u"error"_s);
-    m_hub->order(u"/log/clear"_s);
+    m_hub->addFault(playlist, u"error"_s);
+    m_hub->post(u"/log/clear"_s);
     QTest::qWait(9'000);
-    QCOMPARE(timesAskedForTheList(), 0);
+    QCOMPARE(playlistRequestCount(), 0);
 }
 
-// A list of the test's own, as the sample hub's channels count on: a part a second more, round and round.
-void VideoLiveTest::itPlaysOnThroughADiscontinuity()
+// Uses its own playlist, as the timestamps of the sample hub's channels never restart. It repeats the same segments.
+void VideoLiveTest::playbackContinuesAcrossDiscontinuity()
 {
-    constexpr int parts = 3;
+    constexpr int segments = 3;
     constexpr int window = 4;
     StreamFolder folder;
     QVERIFY(folder.isReady());
-    QVERIFY(CountedRecording::make(folder.path(), u"round"_s, parts * CountedRecording::segmentSeconds,
-                                   CountedRecording::Kind::Film));
+    QVERIFY(CountedRecording::create(folder.path(), u"round"_s, segments * CountedRecording::segmentSeconds,
+                                     CountedRecording::Kind::Film));
     StreamServer server(folder.path());
     int newest = window - 1;
     const auto publish = [&] {
         const int first = newest - window + 1;
         QByteArray text =
             "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:4\n#EXT-X-MEDIA-SEQUENCE:" + QByteArray::number(first) +
-            "\n#EXT-X-DISCONTINUITY-SEQUENCE:" + QByteArray::number((first + parts - 1) / parts) + '\n';
-        for (int part = first; part <= newest; ++part) {
-            if (part % parts == 0)
+            "\n#EXT-X-DISCONTINUITY-SEQUENCE:" + QByteArray::number((first + segments - 1) / segments) + '\n';
+        for (int segment = first; segment <= newest; ++segment) {
+            if (segment % segments == 0)
                 text += "#EXT-X-DISCONTINUITY\n";
-            text += "#EXTINF:4,\nround" + QByteArray::number(part % parts) + ".ts\n";
+            text += "#EXTINF:4,\nround" + QByteArray::number(segment % segments) + ".ts\n";
         }
-        server.put(u"/round.m3u8"_s, text);
+        server.setBody(u"/round.m3u8"_s, text);
         ++newest;
     };
     QTimer timer;
@@ -161,17 +161,17 @@ void VideoLiveTest::itPlaysOnThroughADiscontinuity()
     QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
     stage.play(server.url(u"/round.m3u8"_s), 0, PlayerItem::Kind::Live);
     QVERIFY(stage.waitForPicture());
-    int turns = 0;
+    int loops = 0;
     int last = 0;
     QElapsedTimer time;
     time.start();
-    while (turns < 2 && time.elapsed() < 60'000) {
+    while (loops < 2 && time.elapsed() < 60'000) {
         QTest::qWait(250);
         const int second = CountedRecording::secondShown(stage.window.grabWindow());
-        turns += second < last;
+        loops += second < last;
         last = second;
     }
-    QCOMPARE(turns, 2);
+    QCOMPARE(loops, 2);
     QVERIFY2(time.elapsed() < 40'000, qPrintable(QString::number(time.elapsed())));
     QCOMPARE(shown.count(), 1);
     QVERIFY(!stage.hasFailed());

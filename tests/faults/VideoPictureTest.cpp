@@ -1,14 +1,14 @@
-#include "Holdings.h"
+#include "ProcessResources.h"
 #include "VideoStage.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/** A player and its view in a window that stays. */
-struct Opened
+/** A player and its view in an existing window. */
+struct OpenPlayer
 {
-    Opened(QQuickWindow& window, const QByteArray& certificates, const QUrl& stream)
+    OpenPlayer(QQuickWindow& window, const QByteArray& certificates, const QUrl& stream)
         : player(std::make_unique<StreamPlayer>(VideoOptions{certificates, u"Test"_s}, clock)),
           view(std::make_unique<VideoView>(window.contentItem()))
     {
@@ -30,25 +30,25 @@ struct Opened
 
 } // namespace
 
-/** The real player on the screen, once for each way of drawing: the environment says which. */
+/** The picture of the real player in a window. The environment chooses the graphics API. */
 class VideoPictureTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase();
-    void nothingOfThePlayerIsLoadedBeforeTheFirstPlayback();
-    void thePictureMovesAndThePositionWithIt();
-    void thePictureIsLetterboxedWithBlack();
-    void thePictureStandsUprightAndKeepsItsColours();
-    void thePictureFollowsTheScaleOfItsCanvas();
-    void pausingHoldsThePicture();
-    void anotherLoadReplacesTheFirst();
-    void goingAwayAtAnyMomentIsSafe_data();
-    void goingAwayAtAnyMomentIsSafe();
+    void pluginIsNotLoadedBeforeFirstPlayback();
+    void pictureAndPositionAdvance();
+    void pictureIsLetterboxedWithBlack();
+    void pictureIsUprightAndKeepsColours();
+    void pictureFollowsScaleOfCanvas();
+    void pictureStopsWhenPaused();
+    void newItemReplacesCurrentOne();
+    void playerAndViewCanBeDestroyedAtAnyTime_data();
+    void playerAndViewCanBeDestroyedAtAnyTime();
 
 private:
-    Holdings holdingsAfterOneOpening(QQuickWindow& window);
+    ProcessResources resourcesAfterFirstPlayer(QQuickWindow& window);
     QByteArray authority() const { return m_folder.read(u"authority.pem"_s); }
 
     StreamFolder m_folder;
@@ -64,7 +64,7 @@ void VideoPictureTest::initTestCase()
     VideoPlugins::addFolder(QStringLiteral(QUILLMERE_TEST_PLUGINS));
 }
 
-void VideoPictureTest::nothingOfThePlayerIsLoadedBeforeTheFirstPlayback()
+void VideoPictureTest::pluginIsNotLoadedBeforeFirstPlayback()
 {
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
@@ -76,13 +76,14 @@ void VideoPictureTest::nothingOfThePlayerIsLoadedBeforeTheFirstPlayback()
     QTRY_VERIFY(VideoStages::playerIsMapped());
 }
 
-void VideoPictureTest::thePictureMovesAndThePositionWithIt()
+void VideoPictureTest::pictureAndPositionAdvance()
 {
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
     QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
-    bool movedBeforeThePicture = false;
-    connect(stage.player.get(), &VideoPlayer::positionChanged, this, [&] { movedBeforeThePicture |= shown.isEmpty(); });
+    bool positionChangedBeforePicture = false;
+    connect(stage.player.get(), &VideoPlayer::positionChanged, this,
+            [&] { positionChangedBeforePicture |= shown.isEmpty(); });
     stage.play(m_stream);
     QCOMPARE(int(stage.item->status()), int(PlayerItem::Status::Unknown));
     QVERIFY(stage.waitForPicture());
@@ -90,10 +91,10 @@ void VideoPictureTest::thePictureMovesAndThePositionWithIt()
     QVERIFY(stage.player->position() > 1);
     QVERIFY(std::abs(stage.player->duration() - 12) < 0.5);
     QCOMPARE(shown.count(), 1);
-    QVERIFY(!movedBeforeThePicture);
+    QVERIFY(!positionChangedBeforePicture);
 }
 
-void VideoPictureTest::thePictureIsLetterboxedWithBlack()
+void VideoPictureTest::pictureIsLetterboxedWithBlack()
 {
     VideoStage stage(authority(), {640, 560});
     QVERIFY(stage.isExposed());
@@ -103,18 +104,18 @@ void VideoPictureTest::thePictureIsLetterboxedWithBlack()
     const QImage picture = stage.window.grabWindow();
     for (const int bar : {2, 90, 468, 557})
         QCOMPARE(picture.pixelColor(320, bar), QColor(Qt::black));
-    // The stream's picture reaches from side to side, 360 high.
-    const auto lit = [&picture](int y) {
+    // The picture has the full width and is 360 pixels high.
+    const auto isBrightRow = [&picture](int y) {
         int count = 0;
         for (int x = 0; x < picture.width(); ++x)
             count += picture.pixelColor(x, y).lightness() > 40;
         return count > 300;
     };
-    QVERIFY(lit(104));
-    QVERIFY(lit(455));
+    QVERIFY(isBrightRow(104));
+    QVERIFY(isBrightRow(455));
 }
 
-void VideoPictureTest::thePictureStandsUprightAndKeepsItsColours()
+void VideoPictureTest::pictureIsUprightAndKeepsColours()
 {
     QProcess ffmpeg;
     ffmpeg.start(u"ffmpeg"_s,
@@ -122,8 +123,9 @@ void VideoPictureTest::thePictureStandsUprightAndKeepsItsColours()
                   u"color=red:s=640x360:r=25,drawbox=y=180:h=180:color=blue:t=fill"_s, u"-t"_s, u"6"_s, u"-pix_fmt"_s,
                   u"yuv420p"_s, u"-preset"_s, u"ultrafast"_s, u"-f"_s, u"mpegts"_s, m_folder.path() + u"/halves.ts"_s});
     QVERIFY(ffmpeg.waitForFinished() && ffmpeg.exitCode() == 0);
-    m_server->put(u"/halves.m3u8"_s, "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:6\n#EXT-X-PLAYLIST-TYPE:VOD\n"
-                                     "#EXTINF:6,\nhalves.ts\n#EXT-X-ENDLIST\n");
+    m_server->setBody(u"/halves.m3u8"_s,
+                      "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:6\n#EXT-X-PLAYLIST-TYPE:VOD\n"
+                      "#EXTINF:6,\nhalves.ts\n#EXT-X-ENDLIST\n");
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
     stage.play(m_server->url(u"/halves.m3u8"_s));
@@ -134,7 +136,7 @@ void VideoPictureTest::thePictureStandsUprightAndKeepsItsColours()
     QVERIFY(stage.window.grabWindow().pixelColor(320, 300).red() < 60);
 }
 
-void VideoPictureTest::thePictureFollowsTheScaleOfItsCanvas()
+void VideoPictureTest::pictureFollowsScaleOfCanvas()
 {
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
@@ -149,7 +151,7 @@ void VideoPictureTest::thePictureFollowsTheScaleOfItsCanvas()
     QCOMPARE(stage.window.grabWindow().pixelColor(321, 90), QColor(Qt::blue));
 }
 
-void VideoPictureTest::pausingHoldsThePicture()
+void VideoPictureTest::pictureStopsWhenPaused()
 {
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
@@ -157,16 +159,16 @@ void VideoPictureTest::pausingHoldsThePicture()
     QVERIFY(stage.waitForPicture());
     stage.player->pause();
     QCOMPARE(stage.player->timeControl(), VideoPlayer::TimeControl::Paused);
-    // A picture that was under way may still come.
-    double still = -1;
-    QTRY_VERIFY_WITH_TIMEOUT(std::exchange(still, stage.player->position()) == stage.player->position() &&
-                                 !QTest::qWaitFor([&] { return stage.player->position() != still; }, 400),
+    // One more picture may still appear.
+    double position = -1;
+    QTRY_VERIFY_WITH_TIMEOUT(std::exchange(position, stage.player->position()) == stage.player->position() &&
+                                 !QTest::qWaitFor([&] { return stage.player->position() != position; }, 400),
                              5000);
     stage.player->play();
-    QTRY_VERIFY(stage.player->position() > still + 0.3);
+    QTRY_VERIFY(stage.player->position() > position + 0.3);
 }
 
-void VideoPictureTest::anotherLoadReplacesTheFirst()
+void VideoPictureTest::newItemReplacesCurrentOne()
 {
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
@@ -185,18 +187,19 @@ void VideoPictureTest::anotherLoadReplacesTheFirst()
     QCOMPARE(int(last->status()), int(PlayerItem::Status::ReadyToPlay));
 }
 
-// The first opening brings in what stays: the plug-in, its libraries' own.
-Holdings VideoPictureTest::holdingsAfterOneOpening(QQuickWindow& window)
+// The first player loads what remains in the process: the plug-in and its libraries.
+ProcessResources VideoPictureTest::resourcesAfterFirstPlayer(QQuickWindow& window)
 {
     window.resize(320, 180);
     window.show();
-    const bool opened = QTest::qWaitForWindowExposed(&window) && Opened(window, authority(), m_stream).waitForPicture();
-    const bool ended =
-        QTest::qWaitFor([this] { return !Holdings::isPlayerEnding() && m_server->openConnections() == 0; }, 10'000);
-    return opened && ended ? Holdings() : Holdings{0, 0};
+    const bool opened =
+        QTest::qWaitForWindowExposed(&window) && OpenPlayer(window, authority(), m_stream).waitForPicture();
+    const bool ended = QTest::qWaitFor(
+        [this] { return !ProcessResources::isPlayerEnding() && m_server->openConnections() == 0; }, 10'000);
+    return opened && ended ? ProcessResources() : ProcessResources{0, 0};
 }
 
-void VideoPictureTest::goingAwayAtAnyMomentIsSafe_data()
+void VideoPictureTest::playerAndViewCanBeDestroyedAtAnyTime_data()
 {
     QTest::addColumn<int>("after");
     QTest::addColumn<bool>("viewFirst");
@@ -206,13 +209,13 @@ void VideoPictureTest::goingAwayAtAnyMomentIsSafe_data()
     }
 }
 
-void VideoPictureTest::goingAwayAtAnyMomentIsSafe()
+void VideoPictureTest::playerAndViewCanBeDestroyedAtAnyTime()
 {
     QFETCH(const int, after);
     QFETCH(const bool, viewFirst);
     QQuickWindow window;
-    const Holdings before = holdingsAfterOneOpening(window);
-    Opened opened(window, authority(), m_stream);
+    const ProcessResources before = resourcesAfterFirstPlayer(window);
+    OpenPlayer opened(window, authority(), m_stream);
     QTest::qWait(after);
     if (viewFirst)
         opened.view.reset();
@@ -221,7 +224,8 @@ void VideoPictureTest::goingAwayAtAnyMomentIsSafe()
     QTest::qWait(10);
     opened.view.reset();
     opened.player.reset();
-    QTRY_VERIFY2_WITH_TIMEOUT(Holdings().isWithin(before), Holdings().text() + " after " + before.text(), 10'000);
+    QTRY_VERIFY2_WITH_TIMEOUT(ProcessResources().isWithin(before),
+                              ProcessResources().text() + " after " + before.text(), 10'000);
 }
 
 QTEST_MAIN(VideoPictureTest)

@@ -8,26 +8,26 @@ using CountedRecording::secondShown;
 
 namespace {
 
-constexpr int length = 1230;
+constexpr int duration = 1230; // seconds
 
 } // namespace
 
-/** Where the real player lands, by its position and by the picture. */
+/** Start positions and seeks of the real player, checked by its position and by the picture. */
 class VideoSeekTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase();
-    void aStartLandsAtOrAfterItsPosition_data() { positions(); }
-    void aStartLandsAtOrAfterItsPosition();
-    void aSeekLandsAtOrAfterItsPosition_data() { positions(); }
-    void aSeekLandsAtOrAfterItsPosition();
-    void aSeekWhilePlayingPlaysOnFromThere();
-    void aSeekForScrubbingLandsNearby();
-    void theLastOfManySeeksCounts();
+    void playbackStartsAtOrAfterRequestedPosition_data() { positions(); }
+    void playbackStartsAtOrAfterRequestedPosition();
+    void seekEndsAtOrAfterRequestedPosition_data() { positions(); }
+    void seekEndsAtOrAfterRequestedPosition();
+    void playbackContinuesAfterSeek();
+    void scrubbingSeekEndsNearRequestedPosition();
+    void lastOfSeveralSeeksApplies();
     void dataIsBufferedAhead();
-    void aRecordingThatStillGrowsStartsAtItsTop();
+    void growingRecordingStartsAtBeginning();
 
 private:
     void positions();
@@ -41,7 +41,7 @@ private:
 void VideoSeekTest::initTestCase()
 {
     QVERIFY(m_folder.isReady());
-    QVERIFY(CountedRecording::make(m_folder.path(), u"long"_s, length, CountedRecording::Kind::Slides));
+    QVERIFY(CountedRecording::create(m_folder.path(), u"long"_s, duration, CountedRecording::Kind::Slides));
     m_server = std::make_unique<StreamServer>(m_folder.path());
     m_recording = m_server->url(u"/long.m3u8"_s);
     VideoPlugins::addFolder(QStringLiteral(QUILLMERE_TEST_PLUGINS));
@@ -49,43 +49,43 @@ void VideoSeekTest::initTestCase()
 
 void VideoSeekTest::positions()
 {
-    QTest::addColumn<double>("wanted");
-    for (const double wanted : {1.5, 125.0, 1200.0})
-        QTest::addRow("%.1f s", wanted) << wanted;
+    QTest::addColumn<double>("requested");
+    for (const double requested : {1.5, 125.0, 1200.0})
+        QTest::addRow("%.1f s", requested) << requested;
 }
 
-void VideoSeekTest::aStartLandsAtOrAfterItsPosition()
+void VideoSeekTest::playbackStartsAtOrAfterRequestedPosition()
 {
-    QFETCH(const double, wanted);
+    QFETCH(const double, requested);
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
     QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
-    stage.play(m_recording, wanted);
+    stage.play(m_recording, requested);
     stage.player->pause();
     QTRY_COMPARE_WITH_TIMEOUT(shown.count(), 1, 15'000);
-    const double landed = stage.player->position();
-    QVERIFY2(landed >= wanted && landed < wanted + 1, qPrintable(QString::number(landed, 'f', 4)));
-    QTRY_COMPARE(secondShown(stage.window.grabWindow()), int(std::floor(landed)));
+    const double reached = stage.player->position();
+    QVERIFY2(reached >= requested && reached < requested + 1, qPrintable(QString::number(reached, 'f', 4)));
+    QTRY_COMPARE(secondShown(stage.window.grabWindow()), int(std::floor(reached)));
 }
 
-void VideoSeekTest::aSeekLandsAtOrAfterItsPosition()
+void VideoSeekTest::seekEndsAtOrAfterRequestedPosition()
 {
-    QFETCH(const double, wanted);
+    QFETCH(const double, requested);
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
     stage.play(m_recording, 600);
     QVERIFY(stage.waitForPicture());
     stage.player->pause();
     std::optional<bool> finished;
-    stage.player->seek(wanted, SeekTolerance::AtOrAfter, [&finished](bool done) { finished = done; });
+    stage.player->seek(requested, SeekTolerance::AtOrAfter, [&finished](bool done) { finished = done; });
     QTRY_VERIFY_WITH_TIMEOUT(finished, 15'000);
     QVERIFY(*finished);
-    const double landed = stage.player->position();
-    QVERIFY2(landed >= wanted && landed < wanted + 1, qPrintable(QString::number(landed, 'f', 4)));
-    QTRY_COMPARE(secondShown(stage.window.grabWindow()), int(std::floor(landed)));
+    const double reached = stage.player->position();
+    QVERIFY2(reached >= requested && reached < requested + 1, qPrintable(QString::number(reached, 'f', 4)));
+    QTRY_COMPARE(secondShown(stage.window.grabWindow()), int(std::floor(reached)));
 }
 
-void VideoSeekTest::aSeekWhilePlayingPlaysOnFromThere()
+void VideoSeekTest::playbackContinuesAfterSeek()
 {
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
@@ -97,7 +97,7 @@ void VideoSeekTest::aSeekWhilePlayingPlaysOnFromThere()
     QVERIFY(secondShown(stage.window.grabWindow()) >= 126);
 }
 
-void VideoSeekTest::aSeekForScrubbingLandsNearby()
+void VideoSeekTest::scrubbingSeekEndsNearRequestedPosition()
 {
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
@@ -111,18 +111,18 @@ void VideoSeekTest::aSeekForScrubbingLandsNearby()
     QVERIFY2(std::abs(stage.player->position() - 902) <= 8, qPrintable(QString::number(stage.player->position())));
 }
 
-void VideoSeekTest::theLastOfManySeeksCounts()
+void VideoSeekTest::lastOfSeveralSeeksApplies()
 {
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
     stage.play(m_recording);
     QVERIFY(stage.waitForPicture());
     stage.player->pause();
-    QList<bool> ends;
-    for (const double wanted : {800.0, 20.0, 1100.0, 333.0})
-        stage.player->seek(wanted, SeekTolerance::AtOrAfter, [&ends](bool done) { ends << done; });
-    QTRY_COMPARE_WITH_TIMEOUT(ends.size(), 4, 15'000);
-    QCOMPARE(ends, (QList<bool>{false, false, false, true}));
+    QList<bool> results;
+    for (const double requested : {800.0, 20.0, 1100.0, 333.0})
+        stage.player->seek(requested, SeekTolerance::AtOrAfter, [&results](bool done) { results << done; });
+    QTRY_COMPARE_WITH_TIMEOUT(results.size(), 4, 15'000);
+    QCOMPARE(results, (QList<bool>{false, false, false, true}));
     QVERIFY(stage.player->position() >= 333 && stage.player->position() < 334);
     QTRY_COMPARE(secondShown(stage.window.grabWindow()), 333);
 }
@@ -134,15 +134,15 @@ void VideoSeekTest::dataIsBufferedAhead()
     stage.play(m_recording, 125);
     QVERIFY(stage.waitForPicture());
     QTRY_VERIFY(stage.player->bufferedTo() > stage.player->position() + 8);
-    QVERIFY(stage.player->bufferedTo() <= length + 1);
+    QVERIFY(stage.player->bufferedTo() <= duration + 1);
     QVERIFY(stage.player->isSeekable());
 }
 
-void VideoSeekTest::aRecordingThatStillGrowsStartsAtItsTop()
+void VideoSeekTest::growingRecordingStartsAtBeginning()
 {
-    QByteArray list = m_folder.read(u"long.m3u8"_s);
-    list.replace("#EXT-X-PLAYLIST-TYPE:VOD\n", "").replace("#EXT-X-ENDLIST\n", "");
-    m_server->put(u"/growing.m3u8"_s, list);
+    QByteArray playlist = m_folder.read(u"long.m3u8"_s);
+    playlist.replace("#EXT-X-PLAYLIST-TYPE:VOD\n", "").replace("#EXT-X-ENDLIST\n", "");
+    m_server->setBody(u"/growing.m3u8"_s, playlist);
     VideoStage stage(authority());
     QVERIFY(stage.isExposed());
     stage.play(m_server->url(u"/growing.m3u8"_s));

@@ -8,8 +8,8 @@ namespace {
 constexpr QSize canvas{960, 540}; // half of 1920 x 1080
 constexpr QRect safeArea{40, 30, 880, 480};
 
-/** Where the picture is not black. */
-QRect litArea(const QImage& picture)
+/** The area of the picture that is not black. */
+QRect brightArea(const QImage& picture)
 {
     QRect area;
     for (int y = 0; y < picture.height(); ++y) {
@@ -23,22 +23,22 @@ QRect litArea(const QImage& picture)
 
 } // namespace
 
-/** Audio and subtitle tracks of a real stream: a black picture, two sounds, subtitles in segments. */
+/** Audio and subtitle tracks of a real stream: black video, two audio tracks, segmented subtitles. */
 class VideoTrackTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase();
-    void theStreamsTracksAreListed();
-    void anotherSoundIsChosenAndThePictureGoesOn();
-    void subtitlesStandInTheSafeArea();
-    void aSeekWhileSubtitlesComeLands();
+    void tracksOfStreamAreListed();
+    void playbackContinuesWhenAudioTrackIsSelected();
+    void subtitlesAreInSafeArea();
+    void seekFinishesWhileSubtitlesLoad();
 
 private:
-    bool make(const QStringList& input, const QString& name);
-    void putSubtitles();
-    const MediaTrack* track(const VideoStage& stage, Kind kind, int id) const;
+    bool createStream(const QStringList& input, const QString& name);
+    void addSubtitles();
+    const MediaTrack* findTrack(const VideoStage& stage, Kind kind, int id) const;
     bool waitForTracks(VideoStage& stage);
     QByteArray authority() const { return m_folder.read(u"authority.pem"_s); }
 
@@ -46,7 +46,7 @@ private:
     std::unique_ptr<StreamServer> m_server;
 };
 
-bool VideoTrackTest::make(const QStringList& input, const QString& name)
+bool VideoTrackTest::createStream(const QStringList& input, const QString& name)
 {
     QProcess ffmpeg;
     ffmpeg.setWorkingDirectory(m_folder.path());
@@ -56,40 +56,41 @@ bool VideoTrackTest::make(const QStringList& input, const QString& name)
     return ffmpeg.waitForFinished() && ffmpeg.exitCode() == 0;
 }
 
-void VideoTrackTest::putSubtitles()
+void VideoTrackTest::addSubtitles()
 {
     QByteArray list = "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:2\n#EXT-X-PLAYLIST-TYPE:VOD\n";
     for (int part = 0; part < 8; ++part) {
         const auto time = [](int seconds) { return "00:00:" + QByteArray::number(seconds).rightJustified(2, '0'); };
         list += "#EXTINF:2,\nwords" + QByteArray::number(part) + ".vtt\n";
-        m_server->put(u"/words%1.vtt"_s.arg(part), "WEBVTT\n\n" + time(2 * part) + ".000 --> " + time(2 * part + 1) +
-                                                       ".900\n" + QByteArray("The harbour stays closed. ").repeated(8) +
-                                                       "\n\n");
+        m_server->setBody(u"/words%1.vtt"_s.arg(part),
+                          "WEBVTT\n\n" + time(2 * part) + ".000 --> " + time(2 * part + 1) + ".900\n" +
+                              QByteArray("The harbour stays closed. ").repeated(8) + "\n\n");
     }
-    m_server->put(u"/words.m3u8"_s, list + "#EXT-X-ENDLIST\n");
+    m_server->setBody(u"/words.m3u8"_s, list + "#EXT-X-ENDLIST\n");
 }
 
 void VideoTrackTest::initTestCase()
 {
     QVERIFY(m_folder.isReady());
-    QVERIFY(make({u"-i"_s, u"color=black:s=640x360:r=25"_s, u"-pix_fmt"_s, u"yuv420p"_s, u"-preset"_s, u"ultrafast"_s,
-                  u"-g"_s, u"50"_s},
-                 u"black"_s));
-    QVERIFY(make({u"-i"_s, u"sine=660"_s, u"-c:a"_s, u"aac"_s}, u"sound"_s));
+    QVERIFY(createStream({u"-i"_s, u"color=black:s=640x360:r=25"_s, u"-pix_fmt"_s, u"yuv420p"_s, u"-preset"_s,
+                          u"ultrafast"_s, u"-g"_s, u"50"_s},
+                         u"black"_s));
+    QVERIFY(createStream({u"-i"_s, u"sine=660"_s, u"-c:a"_s, u"aac"_s}, u"sound"_s));
     m_server = std::make_unique<StreamServer>(m_folder.path());
-    putSubtitles();
-    m_server->put(u"/other.m3u8"_s, m_folder.read(u"sound.m3u8"_s));
-    m_server->put(u"/master.m3u8"_s,
-                  "#EXTM3U\n#EXT-X-VERSION:4\n"
-                  "#EXT-X-MEDIA:TYPE=AUDIO,GROUP-ID=\"a\",NAME=\"Crier\",LANGUAGE=\"en\",DEFAULT=YES,AUTOSELECT=YES,"
-                  "URI=\"sound.m3u8\"\n"
-                  "#EXT-X-MEDIA:TYPE=AUDIO,GROUP-ID=\"a\",NAME=\"Ausrufer\",LANGUAGE=\"de\",URI=\"other.m3u8\"\n"
-                  "#EXT-X-MEDIA:TYPE=SUBTITLES,GROUP-ID=\"s\",NAME=\"English\",LANGUAGE=\"en\",URI=\"words.m3u8\"\n"
-                  "#EXT-X-STREAM-INF:BANDWIDTH=759000,RESOLUTION=640x360,AUDIO=\"a\",SUBTITLES=\"s\"\nblack.m3u8\n");
+    addSubtitles();
+    m_server->setBody(u"/other.m3u8"_s, m_folder.read(u"sound.m3u8"_s));
+    m_server->setBody(
+        u"/master.m3u8"_s,
+        "#EXTM3U\n#EXT-X-VERSION:4\n"
+        "#EXT-X-MEDIA:TYPE=AUDIO,GROUP-ID=\"a\",NAME=\"Crier\",LANGUAGE=\"en\",DEFAULT=YES,AUTOSELECT=YES,"
+        "URI=\"sound.m3u8\"\n"
+        "#EXT-X-MEDIA:TYPE=AUDIO,GROUP-ID=\"a\",NAME=\"Ausrufer\",LANGUAGE=\"de\",URI=\"other.m3u8\"\n"
+        "#EXT-X-MEDIA:TYPE=SUBTITLES,GROUP-ID=\"s\",NAME=\"English\",LANGUAGE=\"en\",URI=\"words.m3u8\"\n"
+        "#EXT-X-STREAM-INF:BANDWIDTH=759000,RESOLUTION=640x360,AUDIO=\"a\",SUBTITLES=\"s\"\nblack.m3u8\n");
     VideoPlugins::addFolder(QStringLiteral(QUILLMERE_TEST_PLUGINS));
 }
 
-const MediaTrack* VideoTrackTest::track(const VideoStage& stage, Kind kind, int id) const
+const MediaTrack* VideoTrackTest::findTrack(const VideoStage& stage, Kind kind, int id) const
 {
     for (const MediaTrack& one : stage.player->tracks()) {
         if (one.kind == kind && one.id == id)
@@ -104,64 +105,66 @@ bool VideoTrackTest::waitForTracks(VideoStage& stage)
     return stage.waitForPicture() && QTest::qWaitFor([&] { return stage.player->tracks().size() == 3; });
 }
 
-void VideoTrackTest::theStreamsTracksAreListed()
+void VideoTrackTest::tracksOfStreamAreListed()
 {
     VideoStage stage(authority(), canvas);
     QVERIFY(stage.isExposed());
     QVERIFY(waitForTracks(stage));
-    QVERIFY(track(stage, Kind::Audio, 1) && track(stage, Kind::Audio, 2) && track(stage, Kind::Subtitle, 1));
-    QCOMPARE(track(stage, Kind::Audio, 1)->language, u"en"_s);
-    QCOMPARE(track(stage, Kind::Audio, 2)->language, u"de"_s);
-    QCOMPARE(track(stage, Kind::Subtitle, 1)->language, u"en"_s);
-    QTRY_VERIFY(track(stage, Kind::Audio, 1)->selected);
-    QVERIFY(!track(stage, Kind::Audio, 2)->selected);
-    QVERIFY(!track(stage, Kind::Subtitle, 1)->selected);
+    QVERIFY(findTrack(stage, Kind::Audio, 1) && findTrack(stage, Kind::Audio, 2) &&
+            findTrack(stage, Kind::Subtitle, 1));
+    QCOMPARE(findTrack(stage, Kind::Audio, 1)->language, u"en"_s);
+    QCOMPARE(findTrack(stage, Kind::Audio, 2)->language, u"de"_s);
+    QCOMPARE(findTrack(stage, Kind::Subtitle, 1)->language, u"en"_s);
+    QTRY_VERIFY(findTrack(stage, Kind::Audio, 1)->selected);
+    QVERIFY(!findTrack(stage, Kind::Audio, 2)->selected);
+    QVERIFY(!findTrack(stage, Kind::Subtitle, 1)->selected);
 }
 
-void VideoTrackTest::anotherSoundIsChosenAndThePictureGoesOn()
+void VideoTrackTest::playbackContinuesWhenAudioTrackIsSelected()
 {
     VideoStage stage(authority(), canvas);
     QVERIFY(stage.isExposed());
     QVERIFY(waitForTracks(stage));
     const double before = stage.player->position();
     stage.player->select(Kind::Audio, 2);
-    QTRY_VERIFY(track(stage, Kind::Audio, 2) && track(stage, Kind::Audio, 2)->selected);
-    QVERIFY(!track(stage, Kind::Audio, 1)->selected);
+    QTRY_VERIFY(findTrack(stage, Kind::Audio, 2) && findTrack(stage, Kind::Audio, 2)->selected);
+    QVERIFY(!findTrack(stage, Kind::Audio, 1)->selected);
     QTRY_VERIFY(stage.player->position() > before + 2);
     QVERIFY(stage.player->position() < before + 4);
     QCOMPARE(stage.player->timeControl(), VideoPlayer::TimeControl::Playing);
 }
 
-void VideoTrackTest::subtitlesStandInTheSafeArea()
+void VideoTrackTest::subtitlesAreInSafeArea()
 {
     VideoStage stage(authority(), canvas);
     QVERIFY(stage.isExposed());
     QVERIFY(waitForTracks(stage));
-    QVERIFY(litArea(stage.window.grabWindow()).isEmpty());
+    QVERIFY(brightArea(stage.window.grabWindow()).isEmpty());
     stage.player->select(Kind::Subtitle, 1);
-    QTRY_VERIFY(track(stage, Kind::Subtitle, 1) && track(stage, Kind::Subtitle, 1)->selected);
-    QRect words;
-    QTRY_VERIFY_WITH_TIMEOUT(!(words = litArea(stage.window.grabWindow())).isEmpty(), 10'000);
-    QVERIFY2(safeArea.contains(words),
-             qPrintable(u"%1,%2 %3x%4"_s.arg(words.x()).arg(words.y()).arg(words.width()).arg(words.height())));
-    QVERIFY(words.width() > canvas.width() / 2);
-    QVERIFY(words.height() > 40);
+    QTRY_VERIFY(findTrack(stage, Kind::Subtitle, 1) && findTrack(stage, Kind::Subtitle, 1)->selected);
+    QRect textArea;
+    QTRY_VERIFY_WITH_TIMEOUT(!(textArea = brightArea(stage.window.grabWindow())).isEmpty(), 10'000);
+    QVERIFY2(
+        safeArea.contains(textArea),
+        qPrintable(u"%1,%2 %3x%4"_s.arg(textArea.x()).arg(textArea.y()).arg(textArea.width()).arg(textArea.height())));
+    QVERIFY(textArea.width() > canvas.width() / 2);
+    QVERIFY(textArea.height() > 40);
     stage.player->select(Kind::Subtitle, MediaTrack::none);
-    QTRY_VERIFY(litArea(stage.window.grabWindow()).isEmpty());
+    QTRY_VERIFY(brightArea(stage.window.grabWindow()).isEmpty());
 }
 
-void VideoTrackTest::aSeekWhileSubtitlesComeLands()
+void VideoTrackTest::seekFinishesWhileSubtitlesLoad()
 {
     VideoStage stage(authority(), canvas);
     QVERIFY(stage.isExposed());
     QVERIFY(waitForTracks(stage));
     QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
-    bool landed = false;
+    bool hasFinished = false;
     stage.player->select(Kind::Subtitle, 1);
-    stage.player->seek(9, SeekTolerance::AtOrAfter, [&landed](bool finished) { landed = finished; });
-    QTRY_VERIFY_WITH_TIMEOUT(landed, 30'000);
+    stage.player->seek(9, SeekTolerance::AtOrAfter, [&hasFinished](bool finished) { hasFinished = finished; });
+    QTRY_VERIFY_WITH_TIMEOUT(hasFinished, 30'000);
     QVERIFY(stage.player->position() >= 9);
-    // Not by the way of a stall.
+    // The stream was not loaded again after a stall.
     QCOMPARE(shown.count(), 0);
 }
 

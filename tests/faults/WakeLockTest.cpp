@@ -1,7 +1,7 @@
 #include "WakeLock.h"
 
+#include "FakeScreenSaver.h"
 #include "PrivateBus.h"
-#include "StandInScreenSaver.h"
 
 #include <QDBusConnectionInterface>
 #include <QGuiApplication>
@@ -10,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 
-/** A lock on the screensaver, on a real bus. */
+/** WakeLock with a screensaver service on a real bus. */
 class WakeLockTest : public QObject
 {
     Q_OBJECT
@@ -18,18 +18,21 @@ class WakeLockTest : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
-    void theScreensaverIsAwayForAsLongAsItIsThere();
-    void nothingOnTheBusCanBeDriven();
-    void oneThatGoesAtOnceLeavesNothingBehind();
-    void aScreensaverThatAnswersAfterTheEndIsAllowedToo();
-    void withoutABusNothingHappens_data();
-    void withoutABusNothingHappens();
+    void screensaverIsInhibitedWhileLockExists();
+    void noMediaPlayerIsRegistered();
+    void lockDestroyedAtOnceLeavesNoInhibition();
+    void inhibitionAnsweredAfterDestructionIsReleased();
+    void lockWithoutBusDoesNothing_data();
+    void lockWithoutBusDoesNothing();
 
 private:
-    std::unique_ptr<WakeLock> lock() { return std::make_unique<WakeLock>(u"Watching the news"_s, m_bus->address()); }
+    std::unique_ptr<WakeLock> createLock()
+    {
+        return std::make_unique<WakeLock>(u"Watching the news"_s, m_bus->address());
+    }
 
     std::unique_ptr<PrivateBus> m_bus;
-    std::unique_ptr<StandInScreenSaver> m_screenSaver;
+    std::unique_ptr<FakeScreenSaver> m_screenSaver;
 };
 
 void WakeLockTest::init()
@@ -37,7 +40,7 @@ void WakeLockTest::init()
     QTest::failOnWarning(QRegularExpression(u".*"_s));
     QGuiApplication::setApplicationDisplayName(u"A Set"_s);
     m_bus = std::make_unique<PrivateBus>();
-    m_screenSaver = std::make_unique<StandInScreenSaver>(m_bus->connect());
+    m_screenSaver = std::make_unique<FakeScreenSaver>(m_bus->connect());
 }
 
 void WakeLockTest::cleanup()
@@ -46,46 +49,46 @@ void WakeLockTest::cleanup()
     m_bus.reset();
 }
 
-void WakeLockTest::theScreensaverIsAwayForAsLongAsItIsThere()
+void WakeLockTest::screensaverIsInhibitedWhileLockExists()
 {
-    auto held = lock();
+    auto wakeLock = createLock();
     QTRY_COMPARE(m_screenSaver->inhibitions().size(), 1);
     QCOMPARE(m_screenSaver->inhibitions().constFirst().application, u"A Set"_s);
     QCOMPARE(m_screenSaver->inhibitions().constFirst().reason, u"Watching the news"_s);
-    held.reset();
+    wakeLock.reset();
     QTRY_COMPARE(m_screenSaver->inhibitions().size(), 0);
-    QCOMPARE(m_screenSaver->asked(), 1);
+    QCOMPARE(m_screenSaver->inhibitCalls(), 1);
 }
 
-void WakeLockTest::nothingOnTheBusCanBeDriven()
+void WakeLockTest::noMediaPlayerIsRegistered()
 {
-    const auto held = lock();
+    const auto wakeLock = createLock();
     QTRY_COMPARE(m_screenSaver->inhibitions().size(), 1);
     const QStringList names = m_bus->connect().interface()->registeredServiceNames();
     QCOMPARE(names.filter(u"mpris"_s, Qt::CaseInsensitive), QStringList());
 }
 
-void WakeLockTest::oneThatGoesAtOnceLeavesNothingBehind()
+void WakeLockTest::lockDestroyedAtOnceLeavesNoInhibition()
 {
     for (int time = 0; time < 20; ++time)
-        lock().reset();
-    auto last = lock();
+        createLock().reset();
+    auto wakeLock = createLock();
     QTRY_COMPARE(m_screenSaver->inhibitions().size(), 1);
-    last.reset();
+    wakeLock.reset();
     QTRY_COMPARE(m_screenSaver->inhibitions().size(), 0);
 }
 
-void WakeLockTest::aScreensaverThatAnswersAfterTheEndIsAllowedToo()
+void WakeLockTest::inhibitionAnsweredAfterDestructionIsReleased()
 {
-    m_screenSaver->setLate(true);
-    auto held = lock();
-    QTRY_COMPARE(m_screenSaver->asked(), 1);
-    held.reset();
-    m_screenSaver->answerNow();
+    m_screenSaver->setReplyDelayed(true);
+    auto wakeLock = createLock();
+    QTRY_COMPARE(m_screenSaver->inhibitCalls(), 1);
+    wakeLock.reset();
+    m_screenSaver->sendDelayedReplies();
     QTRY_COMPARE(m_screenSaver->inhibitions().size(), 0);
 }
 
-void WakeLockTest::withoutABusNothingHappens_data()
+void WakeLockTest::lockWithoutBusDoesNothing_data()
 {
     QTest::addColumn<QString>("address");
     QTest::newRow("none") << QString();
@@ -93,10 +96,10 @@ void WakeLockTest::withoutABusNothingHappens_data()
     QTest::newRow("disabled") << u"disabled:"_s;
 }
 
-void WakeLockTest::withoutABusNothingHappens()
+void WakeLockTest::lockWithoutBusDoesNothing()
 {
     QFETCH(const QString, address);
-    const WakeLock held(u"Watching the news"_s, address);
+    const WakeLock wakeLock(u"Watching the news"_s, address);
     QCoreApplication::processEvents();
 }
 

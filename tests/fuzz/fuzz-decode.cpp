@@ -7,7 +7,7 @@
 
 namespace {
 
-/** Whatever the bytes are, a record comes out or a failure; nothing else may happen. */
+/** Decodes the bytes. Any bytes give either a record or a failure; every other effect is a bug. */
 template<typename Record>
 bool decodes(const QByteArray& bytes)
 {
@@ -24,7 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         (void)status->news.stations();
     if (const auto news = decodeRecord<NewsStatus>(bytes); news && news->stations().isEmpty())
         __builtin_trap();
-    // Every record takes any object and refuses all else, so they all answer alike.
+    // Every record type accepts any JSON object and refuses everything else, so all types give the same result.
     const bool isObject = status.has_value();
     const bool alike = decodes<Tape>(bytes) == isObject && decodes<TapePage>(bytes) == isObject &&
                        decodes<TranscriptResult>(bytes) == isObject && decodes<CatalogSummary>(bytes) == isObject &&

@@ -12,7 +12,7 @@ void demand(bool holds)
         std::abort();
 }
 
-/** Takes the tape's fields from the front of the fuzzer's bytes. */
+/** Reads the fields of a tape from the start of the fuzzer's bytes. */
 class Bytes
 {
 public:
@@ -28,14 +28,14 @@ public:
         return value;
     }
 
-    /** A text of UTF-16 code units as they come, unpaired surrogates and all. */
+    /** Reads UTF-16 code units unchanged, unpaired surrogates included. */
     QString text()
     {
         const size_t units = std::min<size_t>(number<uint8_t>(), m_size / 2);
-        QString taken(qsizetype(units), Qt::Uninitialized);
-        std::memcpy(taken.data(), m_data, units * 2);
+        QString result(qsizetype(units), Qt::Uninitialized);
+        std::memcpy(result.data(), m_data, units * 2);
         skip(units * 2);
-        return taken;
+        return result;
     }
 
 private:
@@ -63,7 +63,7 @@ Tape tapeFrom(Bytes& bytes)
         tape.body->name = bytes.text();
         tape.body->kind = bytes.text();
     }
-    // The title is often the name and more: the step that takes the name off again is the intricate one.
+    // The title often starts with the body's name. Removing that name again is the most complex step of dress().
     if (present & 4 && tape.body)
         tape.title.prepend(tape.body->name);
     tape.hasAgenda = present & 8;
@@ -71,7 +71,7 @@ Tape tapeFrom(Bytes& bytes)
     return tape;
 }
 
-void demandAWellFormedCover(const VHSCover& cover, const Tape& tape)
+void demandWellFormedCover(const VHSCover& cover, const Tape& tape)
 {
     demand(cover.id == tape.id && cover.hasAgenda == tape.hasAgenda && cover.hasTranscript == tape.hasTranscript);
     demand(!cover.title.isEmpty() && !cover.spineTitle.isEmpty() && !cover.bodyName.isEmpty());
@@ -93,7 +93,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     Bytes bytes(data, size);
     const Tape tape = tapeFrom(bytes);
     const VHSCover cover = dress(tape);
-    demandAWellFormedCover(cover, tape);
+    demandWellFormedCover(cover, tape);
     demand(dress(tape) == cover);
 
     const QList<Shelf> shelves = buildShelves({tape, tape});

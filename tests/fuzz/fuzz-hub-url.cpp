@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    // UTF-16 units as they come, so that halves of pairs are among them.
+    // The bytes are used as UTF-16 code units, so the text can contain unpaired surrogates.
     QString path(qsizetype(size / 2), Qt::Uninitialized);
     std::memcpy(path.data(), data, size / 2 * 2);
     static const QUrl base(u"https://hub.test:8443"_s);
@@ -16,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (!url)
             continue;
         const bool isWeb = url->scheme() == "http"_L1 || url->scheme() == "https"_L1;
-        // What is sent must name the same address when it is read again.
+        // Parsing the sent address again must give the same address.
         const QByteArray sent = url->toEncoded();
         if (!isWeb || url->host().isEmpty() || QUrl::fromEncoded(sent, QUrl::StrictMode).toEncoded() != sent)
             __builtin_trap();

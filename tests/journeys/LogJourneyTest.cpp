@@ -1,7 +1,7 @@
-#include "LivingRoom.h"
 #include "Picture.h"
 #include "SampleHub.h"
 #include "Shop.h"
+#include "SimulatedViewer.h"
 
 #include <QFile>
 #include <QRegularExpression>
@@ -11,15 +11,15 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-/** What the real program writes to its error output, from the front screen to a playing tape that a search has found. */
+/** Checks what the real program writes to standard error, from the front screen to a playing tape found by a search. */
 class LogJourneyTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
-    void nothingIsToldUnlessAskedFor();
-    void whatIsAskedForIsToldInLines();
+    void nothingIsLoggedByDefault();
+    void enabledCategoriesAreLoggedInLines();
 
 private:
     bool playFoundTape();
@@ -34,9 +34,9 @@ private:
 void LogJourneyTest::init()
 {
     qunsetenv("QT_LOGGING_RULES");
-    // A box without a session, whose libraries have something to complain of.
+    // As on a machine without a login session, where some libraries print warnings.
     qunsetenv("XDG_RUNTIME_DIR");
-    // No sound, whatever this machine has: its libraries complain too.
+    // No sound device, independent of this machine, because sound libraries print warnings too.
     qputenv("PIPEWIRE_REMOTE", "none");
     qputenv("PULSE_SERVER", "unix:/nowhere");
     qputenv("ALSA_CONFIG_PATH", "/nowhere");
@@ -46,30 +46,30 @@ void LogJourneyTest::init()
     m_log = m_folder->filePath(u"log"_s);
 }
 
-/** Searches for the word and plays what is found first; then leaves and switches the set off. */
+/** Searches for the word, plays the first result, returns to its screen and ends the program. */
 bool LogJourneyTest::playFoundTape()
 {
-    LivingRoom room;
-    room.switchOn(m_log);
-    if (!shop::open(room))
+    SimulatedViewer viewer;
+    viewer.switchOn(m_log);
+    if (!shop::open(viewer))
         return false;
-    room.press(u"select"_s);
-    if (!room.waitForText(shop::searchHeader, u"titles and spoken transcripts both"_s, 20s))
+    viewer.press(u"select"_s);
+    if (!viewer.waitForText(shop::searchHeader, u"titles and spoken transcripts both"_s, 20s))
         return false;
     for (const QChar letter : m_word)
-        room.press(QString(letter));
-    room.press(u"Return"_s);
-    if (!room.waitForText(shop::searchOutcome, u"tapes found"_s, 20s))
+        viewer.press(QString(letter));
+    viewer.press(u"Return"_s);
+    if (!viewer.waitForText(shop::searchOutcome, u"tapes found"_s, 20s))
         return false;
-    room.press(u"down"_s);
-    room.press(u"select"_s);
-    if (!room.waitForText(shop::detailFacts, u"self-hosted"_s, 20s))
+    viewer.press(u"down"_s);
+    viewer.press(u"select"_s);
+    if (!viewer.waitForText(shop::detailFacts, u"self-hosted"_s, 20s))
         return false;
-    room.press(u"select"_s);
-    const bool plays = room.screen().waitUntil(
+    viewer.press(u"select"_s);
+    const bool plays = viewer.screen().waitUntil(
         [](const QImage& picture) { return picture::recordedSeconds(picture).value_or(0) >= 1; }, 30s);
-    room.press(u"back"_s);
-    return plays && room.waitForText(shop::detailFacts, u"self-hosted"_s, 20s);
+    viewer.press(u"back"_s);
+    return plays && viewer.waitForText(shop::detailFacts, u"self-hosted"_s, 20s);
 }
 
 QStringList LogJourneyTest::lines() const
@@ -80,13 +80,13 @@ QStringList LogJourneyTest::lines() const
     return QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
 }
 
-void LogJourneyTest::nothingIsToldUnlessAskedFor()
+void LogJourneyTest::nothingIsLoggedByDefault()
 {
     QVERIFY(playFoundTape());
     QCOMPARE(lines().join(u'\n'), QString());
 }
 
-void LogJourneyTest::whatIsAskedForIsToldInLines()
+void LogJourneyTest::enabledCategoriesAreLoggedInLines()
 {
     qputenv("QT_LOGGING_RULES", "quillmere.*=true");
     QVERIFY(playFoundTape());
@@ -100,7 +100,7 @@ void LogJourneyTest::whatIsAskedForIsToldInLines()
         const QRegularExpression whole(QRegularExpression::anchoredPattern(pattern));
         QVERIFY2(!all.filter(whole).isEmpty(), qPrintable(pattern + u"\n"_s + all.join(u'\n')));
     }
-    // What the viewer has searched for is in the queries of addresses.
+    // The search text appears in the query of URLs, which must not be logged.
     QCOMPARE(all.filter(m_word), QStringList());
     QCOMPARE(all.filter(u"?"_s), QStringList());
 }

@@ -1,7 +1,7 @@
-#include "LivingRoom.h"
 #include "Picture.h"
 #include "ProcessFigures.h"
 #include "SampleHub.h"
+#include "SimulatedViewer.h"
 
 #include <QDateTime>
 #include <QDeadlineTimer>
@@ -15,17 +15,17 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr QRectF card(430, 240, 1060, 580);
-constexpr QRectF remaining(760, 650, 400, 90); // on the card of the sample hub's texts
+constexpr QRectF remaining(760, 650, 400, 90); // on the card, with the sample hub's texts
 constexpr QRectF ticker(0, 1040, 1920, 40);
 constexpr QRectF lowerThird(70, 780, 1200, 276);
-constexpr QRectF firstPlate(200, 20, 280, 52); // of the strip, within its plate
+constexpr QRectF firstPlate(200, 20, 280, 52); // on the tuner strip, inside the plate
 constexpr QRectF secondPlate(530, 20, 160, 52);
-constexpr QPointF onTheBars(320, 300); // beside the card, on yellow
+constexpr QPointF onTheBars(320, 300); // beside the card, on the yellow bar
 const QColor yellow(192, 192, 0);
 const QColor onAirRed(217, 43, 43);
 const QColor parchment(236, 224, 196);
 
-constexpr int longestLoop = 64; // seconds, of the channels' recordings
+constexpr int longestLoop = 64; // seconds; no channel's recording is longer
 const QString watching = u"THIS SET IS WATCHING THE TOWER"_s;
 const QString program = u"The Five O'Clock Record"_s;
 
@@ -34,7 +34,10 @@ bool isCard(const QImage& picture)
     return picture::isLike(picture::colourAt(picture, onTheBars), yellow, 16);
 }
 
-/** Black is second 0, and the foot of the colour bars would be one too, but no channel's loop is so long. */
+/**
+ * Second 0 is as black as an empty picture. The colour bars' lowest band could be read as a number too, but as a
+ * greater one than any channel's recording reaches.
+ */
 bool isChannel(const QImage& picture)
 {
     const int second = picture::recordedSeconds(picture).value_or(0);
@@ -51,25 +54,25 @@ bool isMarked(const QImage& picture, const QRectF& plate)
     return picture::shareOf(picture, plate, onAirRed, 24) > 0.004;
 }
 
-/** How far the line has moved to the left from one picture to the next, in points; nothing when that cannot be told. */
+/** How far the ticker has moved to the left between two pictures, in points; nullopt if it cannot be determined. */
 std::optional<int> distanceMoved(const QImage& before, const QImage& after)
 {
     constexpr int farthest = 400;
-    constexpr QRectF dark(1000, 1046, 500, 30); // where nothing but the line is bright
+    constexpr QRectF darkArea(1000, 1046, 500, 30); // an area in which only the ticker's letters are bright
     constexpr double letters = 0.05;
     constexpr double same = 0.02;
-    const QImage line = after.copy(picture::pixels(after.size(), dark));
+    const QImage line = after.copy(picture::pixels(after.size(), darkArea));
     if (picture::shareOf(line, area::everything, parchment, 48) < letters)
         return std::nullopt;
     for (int moved = 1; moved <= farthest; ++moved) {
-        const QImage then = before.copy(picture::pixels(before.size(), dark.translated(moved, 0)));
+        const QImage then = before.copy(picture::pixels(before.size(), darkArea.translated(moved, 0)));
         if (picture::difference(then, line, area::everything, 48) < same)
             return moved;
     }
     return std::nullopt;
 }
 
-/** Those that decode, sound and draw while a stream plays. */
+/** The number of threads that decode, play sound or draw while a stream plays. */
 qsizetype playerThreads(qint64 pid)
 {
     return figures::threads(pid).filter(QRegularExpression(u"^(mpv/|video-)"_s)).size();
@@ -77,43 +80,46 @@ qsizetype playerThreads(qint64 pid)
 
 } // namespace
 
-/** An evening before the news: dark, lit, dark again, another station, and off; the real program and hub. */
+/**
+ * The news channel: off air, on air, off air again, another station, and dismissal. Uses the real program and the
+ * sample hub.
+ */
 class NewsJourneyTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase();
-    void aDarkTowerShowsTheCard();
-    void theCountdownRuns();
-    void theTickerMoves();
-    void aTowerThatIsLitIsShown();
-    void theLowerThirdStaysForEightSeconds();
-    void aTowerThatGoesDarkGivesWayToTheCard();
-    void aLitTowerHasItsLowerThirdAgain();
-    void anotherStationIsChosenAlongTheStrip();
-    void leavingEndsThePicture();
+    void standbyCardIsShownWhenNothingIsOnAir();
+    void countdownRuns();
+    void tickerMoves();
+    void startedBroadcastIsShown();
+    void lowerThirdStaysForEightSeconds();
+    void standbyCardIsShownWhenBroadcastEnds();
+    void lowerThirdAppearsAgainWithNextBroadcast();
+    void selectedStationIsShown();
+    void dismissedChannelEndsPlayer();
 
 private:
     using Clock = ScreenWatch::Clock;
 
-    bool reads(const QRectF& area, const QString& text);
+    bool waitForText(const QRectF& area, const QString& text);
     std::optional<int> secondsLeft();
-    /** When this first holds of the picture; nothing in half a minute. */
+    /** The time at which the condition first becomes true for the picture; nullopt after 30 seconds. */
     std::optional<Clock::time_point> whenSeen(const std::function<bool(const QImage&)>& condition);
     static double secondsBetween(Clock::time_point from, std::optional<Clock::time_point> to);
 
     QDateTime m_broadcast;
     SampleHub m_hub;
-    LivingRoom m_room;
-    std::optional<Clock::time_point> m_thirdCame;
+    SimulatedViewer m_viewer;
+    std::optional<Clock::time_point> m_lowerThirdShown;
 };
 
-bool NewsJourneyTest::reads(const QRectF& area, const QString& text)
+bool NewsJourneyTest::waitForText(const QRectF& area, const QString& text)
 {
-    const bool read = m_room.waitForText(area, text, 20s);
+    const bool read = m_viewer.waitForText(area, text, 20s);
     if (!read)
-        m_room.screen().look().save(u"news-journey-seen.png"_s);
+        m_viewer.screen().grab().save(u"news-journey-seen.png"_s);
     return read;
 }
 
@@ -121,9 +127,9 @@ std::optional<int> NewsJourneyTest::secondsLeft()
 {
     static const QRegularExpression form(u"(\\d\\d):(\\d\\d):(\\d\\d)"_s);
     std::optional<int> seconds;
-    m_room.screen().waitUntil(
+    m_viewer.screen().waitUntil(
         [&](const QImage& picture) {
-            const QRegularExpressionMatch read = form.match(m_room.reader().read(picture, remaining));
+            const QRegularExpressionMatch read = form.match(m_viewer.reader().read(picture, remaining));
             if (read.hasMatch())
                 seconds = (read.captured(1).toInt() * 60 + read.captured(2).toInt()) * 60 + read.captured(3).toInt();
             return read.hasMatch();
@@ -135,9 +141,9 @@ std::optional<int> NewsJourneyTest::secondsLeft()
 std::optional<NewsJourneyTest::Clock::time_point>
 NewsJourneyTest::whenSeen(const std::function<bool(const QImage&)>& condition)
 {
-    if (m_room.screen().waitUntil(condition, 30s))
+    if (m_viewer.screen().waitUntil(condition, 30s))
         return Clock::now();
-    m_room.screen().look().save(u"news-journey-seen.png"_s);
+    m_viewer.screen().grab().save(u"news-journey-seen.png"_s);
     return std::nullopt;
 }
 
@@ -148,30 +154,30 @@ double NewsJourneyTest::secondsBetween(Clock::time_point from, std::optional<Clo
 
 void NewsJourneyTest::initTestCase()
 {
-    // Of whole seconds, as it is written.
+    // Whole seconds, because the status has no fractions.
     m_broadcast = QDateTime::fromSecsSinceEpoch(QDateTime::currentSecsSinceEpoch() + 2 * 3600, QTimeZone::utc());
-    // Without the station that is always lit, the first one is the tower's.
-    m_hub.order(u"/status"_s, {{u"news"_s, QJsonObject{{u"channels"_s, QJsonObject{{u"3"_s, QJsonValue::Null}}},
-                                                       {u"next_broadcast"_s, m_broadcast.toString(Qt::ISODate)}}}});
-    m_room.switchOn();
+    // Without channel 3, which is always on air, the first station is the built-in one.
+    m_hub.post(u"/status"_s, {{u"news"_s, QJsonObject{{u"channels"_s, QJsonObject{{u"3"_s, QJsonValue::Null}}},
+                                                      {u"next_broadcast"_s, m_broadcast.toString(Qt::ISODate)}}}});
+    m_viewer.switchOn();
 }
 
-void NewsJourneyTest::aDarkTowerShowsTheCard()
+void NewsJourneyTest::standbyCardIsShownWhenNothingIsOnAir()
 {
-    QVERIFY(reads(area::rightDoor, u"every one plays right here"_s));
-    m_room.press(u"select"_s);
-    QVERIFY(reads(card, watching));
-    QVERIFY(reads(card, program));
-    QVERIFY(isCard(m_room.screen().look()));
+    QVERIFY(waitForText(area::rightDoor, u"every one plays right here"_s));
+    m_viewer.press(u"select"_s);
+    QVERIFY(waitForText(card, watching));
+    QVERIFY(waitForText(card, program));
+    QVERIFY(isCard(m_viewer.screen().grab()));
 }
 
-void NewsJourneyTest::theCountdownRuns()
+void NewsJourneyTest::countdownRuns()
 {
     for (int reading = 0; reading < 3; ++reading) {
         const auto left = secondsLeft();
         QVERIFY(left);
         const qint64 expected = QDateTime::currentDateTimeUtc().secsTo(m_broadcast);
-        // It shows whole seconds, and is read a moment after it was shown.
+        // The countdown shows whole seconds and is read a moment later.
         QVERIFY2(*left >= expected && *left <= expected + 5,
                  qPrintable(u"%1 instead of %2"_s.arg(*left).arg(expected)));
         if (reading < 2)
@@ -179,20 +185,20 @@ void NewsJourneyTest::theCountdownRuns()
     }
 }
 
-void NewsJourneyTest::theTickerMoves()
+void NewsJourneyTest::tickerMoves()
 {
-    // Whatever is seen of the line, it comes by at one speed, two widths in 24 seconds.
+    // The ticker moves at a constant speed: two display widths in 24 seconds.
     constexpr double speed = 2 * 1920 / 24.0;
     constexpr int enough = 10;
-    QVERIFY(m_room.screen().count(2s, picture::pixels(m_room.screen().size(), ticker)).pictures >= enough);
+    QVERIFY(m_viewer.screen().count(2s, picture::pixels(m_viewer.screen().size(), ticker)).pictures >= enough);
     std::optional<int> distance;
     double expected = 0;
-    // Between the end of the line and its beginning there is nothing to be told for some seconds.
+    // Between the end of the line and its beginning, nothing can be read for some seconds.
     for (QDeadlineTimer limit(40s); !distance && !limit.hasExpired();) {
-        const QImage before = m_room.screen().look();
+        const QImage before = m_viewer.screen().grab();
         const auto then = Clock::now();
-        m_room.screen().waitUntil([then](const QImage&) { return Clock::now() - then >= 1s; }, 5s);
-        const QImage after = m_room.screen().look();
+        m_viewer.screen().waitUntil([then](const QImage&) { return Clock::now() - then >= 1s; }, 5s);
+        const QImage after = m_viewer.screen().grab();
         expected = speed * secondsBetween(then, Clock::now());
         distance = distanceMoved(before, after);
     }
@@ -201,84 +207,86 @@ void NewsJourneyTest::theTickerMoves()
              qPrintable(u"%1 points instead of %2"_s.arg(*distance).arg(expected)));
 }
 
-void NewsJourneyTest::aTowerThatIsLitIsShown()
+void NewsJourneyTest::startedBroadcastIsShown()
 {
-    const auto lit = Clock::now();
-    m_hub.light();
-    const auto found = whenSeen([](const QImage& picture) { return !isCard(picture); });
-    m_thirdCame = whenSeen(&hasLowerThird);
+    const auto started = Clock::now();
+    m_hub.startBroadcast();
+    const auto seen = whenSeen([](const QImage& picture) { return !isCard(picture); });
+    m_lowerThirdShown = whenSeen(&hasLowerThird);
     const auto shown = whenSeen(&isChannel);
-    qInfo("found lit after %.1f s, its picture after %.1f s more", secondsBetween(lit, found),
-          found ? secondsBetween(*found, shown) : 0);
-    QVERIFY(found && m_thirdCame && shown);
-    QVERIFY(secondsBetween(lit, found) < 9); // the pause of 6 seconds, and two requests on a busy machine
-    QVERIFY(secondsBetween(*found, shown) < 8);
+    qInfo("broadcast seen after %.1f s, its picture after %.1f s more", secondsBetween(started, seen),
+          seen ? secondsBetween(*seen, shown) : 0);
+    QVERIFY(seen && m_lowerThirdShown && shown);
+    QVERIFY(secondsBetween(started, seen) <
+            9); // the pause of 6 seconds between passes, and two requests on a busy machine
+    QVERIFY(secondsBetween(*seen, shown) < 8);
 }
 
-void NewsJourneyTest::theLowerThirdStaysForEightSeconds()
+void NewsJourneyTest::lowerThirdStaysForEightSeconds()
 {
-    QVERIFY(m_thirdCame);
-    QVERIFY(reads(lowerThird, u"LIVE"_s));
-    QVERIFY(reads(lowerThird, program));
-    const auto gone = whenSeen([](const QImage& picture) { return isChannel(picture) && !hasLowerThird(picture); });
-    const double stayed = secondsBetween(*m_thirdCame, gone);
+    QVERIFY(m_lowerThirdShown);
+    QVERIFY(waitForText(lowerThird, u"LIVE"_s));
+    QVERIFY(waitForText(lowerThird, program));
+    const auto disappeared =
+        whenSeen([](const QImage& picture) { return isChannel(picture) && !hasLowerThird(picture); });
+    const double stayed = secondsBetween(*m_lowerThirdShown, disappeared);
     qInfo("the lower third stayed for %.1f s", stayed);
     QVERIFY2(stayed > 7 && stayed < 12, qPrintable(QString::number(stayed)));
-    // It does not come back while the picture goes on.
-    const auto second = picture::recordedSeconds(m_room.screen().look());
-    QVERIFY(!m_room.screen().waitUntil(&hasLowerThird, 7s));
+    // It must not appear again while the broadcast continues.
+    const auto second = picture::recordedSeconds(m_viewer.screen().grab());
+    QVERIFY(!m_viewer.screen().waitUntil(&hasLowerThird, 7s));
     QVERIFY(whenSeen(&isChannel));
-    QVERIFY(picture::recordedSeconds(m_room.screen().look()) != second);
+    QVERIFY(picture::recordedSeconds(m_viewer.screen().grab()) != second);
 }
 
-void NewsJourneyTest::aTowerThatGoesDarkGivesWayToTheCard()
+void NewsJourneyTest::standbyCardIsShownWhenBroadcastEnds()
 {
-    const auto dark = Clock::now();
-    m_hub.darken();
-    const auto found = whenSeen(&isCard);
-    qInfo("found dark after %.1f s", secondsBetween(dark, found));
-    QVERIFY(secondsBetween(dark, found) < 9);
-    QVERIFY(reads(card, watching));
+    const auto stopped = Clock::now();
+    m_hub.stopBroadcast();
+    const auto seen = whenSeen(&isCard);
+    qInfo("standby card seen after %.1f s", secondsBetween(stopped, seen));
+    QVERIFY(secondsBetween(stopped, seen) < 9);
+    QVERIFY(waitForText(card, watching));
 }
 
-void NewsJourneyTest::aLitTowerHasItsLowerThirdAgain()
+void NewsJourneyTest::lowerThirdAppearsAgainWithNextBroadcast()
 {
-    m_hub.light();
+    m_hub.startBroadcast();
     QVERIFY(whenSeen(&hasLowerThird));
     QVERIFY(whenSeen(&isChannel));
-    QVERIFY(reads(firstPlate, u"5 O'Clock News"_s));
-    QVERIFY(isMarked(m_room.screen().look(), firstPlate));
+    QVERIFY(waitForText(firstPlate, u"5 O'Clock News"_s));
+    QVERIFY(isMarked(m_viewer.screen().grab(), firstPlate));
 }
 
-void NewsJourneyTest::anotherStationIsChosenAlongTheStrip()
+void NewsJourneyTest::selectedStationIsShown()
 {
-    m_room.press(u"up"_s);
-    m_room.press(u"right"_s);
+    m_viewer.press(u"up"_s);
+    m_viewer.press(u"right"_s);
     const auto chosen = Clock::now();
-    m_room.press(u"select"_s);
+    m_viewer.press(u"select"_s);
     QVERIFY(whenSeen([](const QImage& picture) { return isMarked(picture, secondPlate); }));
     const auto shown = whenSeen(&isChannel);
     qInfo("another station's picture after %.1f s", secondsBetween(chosen, shown));
-    // It is asked for at once.
+    // The new station is requested immediately.
     QVERIFY(secondsBetween(chosen, shown) < 12);
-    QVERIFY(reads(lowerThird, u"PARKS"_s));
-    QVERIFY(reads(secondPlate, u"Parks"_s));
-    QVERIFY(!isMarked(m_room.screen().look(), firstPlate));
+    QVERIFY(waitForText(lowerThird, u"PARKS"_s));
+    QVERIFY(waitForText(secondPlate, u"Parks"_s));
+    QVERIFY(!isMarked(m_viewer.screen().grab(), firstPlate));
 }
 
-void NewsJourneyTest::leavingEndsThePicture()
+void NewsJourneyTest::dismissedChannelEndsPlayer()
 {
-    const qint64 set = m_room.set().process().pid();
+    const qint64 set = m_viewer.set().process().pid();
     QVERIFY(playerThreads(set) > 0);
     const auto left = Clock::now();
-    m_room.press(u"back"_s);
-    const auto pictureGone = whenSeen([](const QImage& picture) { return !isChannel(picture); });
-    const auto playerGone = whenSeen([set](const QImage&) { return playerThreads(set) == 0; });
-    qInfo("no picture after %.2f s, no player after %.2f s", secondsBetween(left, pictureGone),
-          secondsBetween(left, playerGone));
-    QVERIFY(secondsBetween(left, pictureGone) < 2);
-    QVERIFY(secondsBetween(left, playerGone) < 3);
-    QVERIFY(reads(area::leftDoor, program));
+    m_viewer.press(u"back"_s);
+    const auto pictureEnded = whenSeen([](const QImage& picture) { return !isChannel(picture); });
+    const auto playerEnded = whenSeen([set](const QImage&) { return playerThreads(set) == 0; });
+    qInfo("no picture after %.2f s, no player after %.2f s", secondsBetween(left, pictureEnded),
+          secondsBetween(left, playerEnded));
+    QVERIFY(secondsBetween(left, pictureEnded) < 2);
+    QVERIFY(secondsBetween(left, playerEnded) < 3);
+    QVERIFY(waitForText(area::leftDoor, program));
 }
 
 QTEST_GUILESS_MAIN(NewsJourneyTest)

@@ -8,9 +8,9 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto limit = 30s; // for what takes a few seconds, on a busy machine
+constexpr auto limit = 30s; // for actions that take a few seconds, on a busy machine
 
-/** The first second of a recording is as black as a screen that shows none. */
+/** The second shown in the picture. Second 0 is as black as an empty screen, so it counts as none. */
 std::optional<int> secondIn(const QImage& picture)
 {
     const auto seconds = picture::recordedSeconds(picture);
@@ -19,16 +19,17 @@ std::optional<int> secondIn(const QImage& picture)
 
 } // namespace
 
-bool TapeVisit::open(qint64 tape, std::optional<double> kept)
+bool TapeVisit::open(qint64 tape, std::optional<double> savedPosition)
 {
     m_tape = tape;
-    const shop::Place place = shop::placeOf(m_hub, tape);
-    m_room.switchOn(u"/dev/stderr"_s, kept ? QMap<qint64, double>{{tape, *kept}} : QMap<qint64, double>());
-    if (!shop::open(m_room))
+    const shop::Position shopPosition = shop::positionOf(m_hub, tape);
+    m_viewer.switchOn(u"/dev/stderr"_s,
+                      savedPosition ? QMap<qint64, double>{{tape, *savedPosition}} : QMap<qint64, double>());
+    if (!shop::open(m_viewer))
         return false;
-    shop::walk(m_room, {}, place);
-    m_room.press(u"select"_s);
-    return reads(shop::detailFacts, u"self-hosted"_s);
+    shop::moveFocus(m_viewer, {}, shopPosition);
+    m_viewer.press(u"select"_s);
+    return waitForText(shop::detailFacts, u"self-hosted"_s);
 }
 
 QString TapeVisit::title()
@@ -42,23 +43,23 @@ QString TapeVisit::title()
     return {};
 }
 
-bool TapeVisit::reads(const QRectF& area, const QString& text, std::chrono::seconds limit)
+bool TapeVisit::waitForText(const QRectF& area, const QString& text, std::chrono::seconds limit)
 {
-    const bool read = m_room.waitForText(area, text, limit);
+    const bool read = m_viewer.waitForText(area, text, limit);
     if (!read)
-        m_room.screen().look().save(u"journey-seen.png"_s);
+        m_viewer.screen().grab().save(u"journey-seen.png"_s);
     return read;
 }
 
-std::optional<int> TapeVisit::second()
+std::optional<int> TapeVisit::shownSecond()
 {
-    return secondIn(m_room.screen().look());
+    return secondIn(m_viewer.screen().grab());
 }
 
-std::optional<int> TapeVisit::secondAfter(std::optional<int> last)
+std::optional<int> TapeVisit::waitForNextSecond(std::optional<int> last)
 {
     std::optional<int> next;
-    m_room.screen().waitUntil(
+    m_viewer.screen().waitUntil(
         [&](const QImage& picture) {
             next = secondIn(picture);
             return next && next != last;
@@ -67,20 +68,20 @@ std::optional<int> TapeVisit::secondAfter(std::optional<int> last)
     return next != last ? next : std::nullopt;
 }
 
-bool TapeVisit::playsTo(int second)
+bool TapeVisit::waitForSecond(int second)
 {
-    return m_room.screen().waitUntil([=](const QImage& picture) { return secondIn(picture).value_or(0) >= second; },
-                                     limit);
+    return m_viewer.screen().waitUntil([=](const QImage& picture) { return secondIn(picture).value_or(0) >= second; },
+                                       limit);
 }
 
-bool TapeVisit::waits()
+bool TapeVisit::waitForSpinner()
 {
-    // What a playing recording writes there changes once a second.
+    // The spinner changes the picture several times a second; a playing recording changes it there once a second.
     constexpr int turns = 5;
-    const QRect place = picture::pixels(m_room.screen().size(), wheel);
-    return m_room.screen().waitUntil(
+    const QRect area = picture::pixels(m_viewer.screen().size(), spinner);
+    return m_viewer.screen().waitUntil(
         [&](const QImage& picture) {
-            return m_room.screen().count(1200ms, place).pictures >= turns && second() == secondIn(picture);
+            return m_viewer.screen().count(1200ms, area).pictures >= turns && shownSecond() == secondIn(picture);
         },
         limit);
 }

@@ -1,44 +1,47 @@
 #pragma once
 
-#include "LivingRoom.h"
 #include "SampleHub.h"
+#include "SimulatedViewer.h"
 
 #include <chrono>
 #include <optional>
 
-/** A viewer and one tape of the sample hub: the way to it, what is seen of it, and what the set keeps of it. One thread. */
+/**
+ * A simulated viewer and one tape of the sample hub: opens the tape, reads the screen, and reads the saved position.
+ * Single-threaded.
+ */
 class TapeVisit
 {
 public:
-    static constexpr QRectF wheel{918, 498, 84, 84};
+    static constexpr QRectF spinner{918, 498, 84, 84};
     static constexpr QRectF transport{60, 780, 1800, 250};
     static constexpr QRectF information{80, 60, 1760, 500};
     static constexpr QRectF failure{200, 380, 1520, 320};
-    // What can be read of it over the figures of a recording's last picture.
+    // Readable although the last picture of the recording, with its figures, is behind it.
     static constexpr QRectF failureMessage{775, 526, 375, 30};
     static constexpr QRectF failureButton{800, 592, 320, 60};
 
     SampleHub& hub() { return m_hub; }
-    LivingRoom& room() { return m_room; }
+    SimulatedViewer& viewer() { return m_viewer; }
 
-    /** Switches the set on with this position kept of the tape and opens the tape's screen; false when it does not come. */
-    bool open(qint64 tape, std::optional<double> kept = {});
-    /** The cover's title of the tape that was opened. */
+    /** Starts the program with this saved resume position and opens the tape's screen; false if it does not appear. */
+    bool open(qint64 tape, std::optional<double> savedPosition = {});
+    /** The title on the cover of the opened tape. */
     QString title();
-    std::optional<double> kept() { return m_room.set().keptPosition(m_tape); }
+    std::optional<double> savedPosition() { return m_viewer.set().savedPosition(m_tape); }
 
-    bool reads(const QRectF& area, const QString& text, std::chrono::seconds limit = std::chrono::seconds(20));
+    bool waitForText(const QRectF& area, const QString& text, std::chrono::seconds limit = std::chrono::seconds(20));
 
-    /** The whole seconds that the playing tape shows; nothing while it shows none, or its first. */
-    std::optional<int> second();
-    /** The next that it shows, other than `last`; nothing when none comes in 30 seconds. */
-    std::optional<int> secondAfter(std::optional<int> last = {});
-    bool playsTo(int second);
-    /** Whether the wheel comes to turn over a picture that stands still. */
-    bool waits();
+    /** The second that the playing picture shows; nullopt if it shows none, or second 0. */
+    std::optional<int> shownSecond();
+    /** The next second shown that differs from `last`; nullopt if none appears in 30 seconds. */
+    std::optional<int> waitForNextSecond(std::optional<int> last = {});
+    bool waitForSecond(int second);
+    /** Whether the spinner appears over a still picture. */
+    bool waitForSpinner();
 
 private:
     SampleHub m_hub;
-    LivingRoom m_room;
+    SimulatedViewer m_viewer;
     qint64 m_tape = 0;
 };

@@ -7,20 +7,23 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-/** What was said on a tape, read with the remote from its beginning to its end; and a hub that fails meanwhile. */
+/**
+ * The transcript of a tape, read with the remote from beginning to end, and a hub that fails. Uses the real program and
+ * the sample hub.
+ */
 class TranscriptJourneyTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theTranscriptOpensAtItsBeginning();
-    void pagesLeadToItsEnd();
-    void theEndIsTheEnd();
-    void anArrowHeldDownReadsOnTillItIsLetGo();
-    void backReturnsToTheTape();
-    void aHubThatFailsIsTold();
-    void theButtonLeadsBackToTheTape();
-    void theNextTimeItIsThere();
+    void transcriptOpensAtItsBeginning();
+    void pageKeysReachEnd();
+    void downAtEndHasNoEffect();
+    void heldArrowScrollsToBeginning();
+    void backReturnsToTape();
+    void failedRequestShowsMessage();
+    void buttonReturnsToTape();
+    void transcriptIsShownWhenHubRecovers();
 
 private:
     static constexpr QRectF header{90, 40, 1740, 160};
@@ -28,90 +31,91 @@ private:
     static constexpr QRectF message{200, 480, 1520, 260};
     static constexpr qint64 tape = 7237;
 
-    /** The picture once nothing moves any more. */
-    QImage rest()
+    /** The picture once it no longer changes. */
+    QImage pictureAtRest()
     {
-        m_visit.room().screen().waitUntilSettled(400ms, 20s);
-        return m_visit.room().screen().look();
+        m_visit.viewer().screen().waitUntilStill(400ms, 20s);
+        return m_visit.viewer().screen().grab();
     }
 
     TapeVisit m_visit;
-    QString m_text; ///< as the hub has it
+    QString m_text; ///< the transcript's text from the hub
 };
 
-void TranscriptJourneyTest::theTranscriptOpensAtItsBeginning()
+void TranscriptJourneyTest::transcriptOpensAtItsBeginning()
 {
     QVERIFY(m_visit.open(tape));
     const QJsonObject record = m_visit.hub().fetch(u"/api/meetings/%1/transcript"_s.arg(tape));
     m_text = record.value(u"text"_s).toString().simplified();
     QVERIFY(m_text.size() > 10000);
-    m_visit.room().press(u"right"_s);
-    m_visit.room().press(u"select"_s);
-    QVERIFY(m_visit.reads(header, u"THE SPOKEN RECORD"_s));
-    QVERIFY(m_visit.reads(header, m_visit.title()));
-    QVERIFY(m_visit.reads(header, QLocale(QLocale::English).toString(record.value(u"words"_s).toInt()) + u" words"_s));
-    QVERIFY(m_visit.reads(passages, m_text.first(40)));
+    m_visit.viewer().press(u"right"_s);
+    m_visit.viewer().press(u"select"_s);
+    QVERIFY(m_visit.waitForText(header, u"THE SPOKEN RECORD"_s));
+    QVERIFY(m_visit.waitForText(header, m_visit.title()));
+    QVERIFY(m_visit.waitForText(header,
+                                QLocale(QLocale::English).toString(record.value(u"words"_s).toInt()) + u" words"_s));
+    QVERIFY(m_visit.waitForText(passages, m_text.first(40)));
 }
 
-void TranscriptJourneyTest::pagesLeadToItsEnd()
+void TranscriptJourneyTest::pageKeysReachEnd()
 {
     QImage before;
     int pages = 0;
-    for (QImage now = rest(); now != before && pages < 100; ++pages) {
+    for (QImage now = pictureAtRest(); now != before && pages < 100; ++pages) {
         before = now;
-        m_visit.room().press(u"play/pause"_s);
-        now = rest();
+        m_visit.viewer().press(u"play/pause"_s);
+        now = pictureAtRest();
     }
     QVERIFY2(pages > 5 && pages < 100, qPrintable(QString::number(pages)));
-    QVERIFY(m_visit.reads(passages, m_text.last(25)));
-    QVERIFY(m_visit.reads(header, m_visit.title()));
+    QVERIFY(m_visit.waitForText(passages, m_text.last(25)));
+    QVERIFY(m_visit.waitForText(header, m_visit.title()));
 }
 
-void TranscriptJourneyTest::theEndIsTheEnd()
+void TranscriptJourneyTest::downAtEndHasNoEffect()
 {
-    const QImage before = rest();
-    m_visit.room().press(u"down"_s);
-    QCOMPARE(rest(), before);
+    const QImage before = pictureAtRest();
+    m_visit.viewer().press(u"down"_s);
+    QCOMPARE(pictureAtRest(), before);
 }
 
-void TranscriptJourneyTest::anArrowHeldDownReadsOnTillItIsLetGo()
+void TranscriptJourneyTest::heldArrowScrollsToBeginning()
 {
-    const QImage end = rest();
-    m_visit.room().remote().pushDown(u"up"_s);
-    QVERIFY(m_visit.reads(passages, m_text.first(40), 60s));
-    m_visit.room().remote().letGo(u"up"_s);
-    const QImage beginning = rest();
+    const QImage end = pictureAtRest();
+    m_visit.viewer().remote().keyDown(u"up"_s);
+    QVERIFY(m_visit.waitForText(passages, m_text.first(40), 60s));
+    m_visit.viewer().remote().keyUp(u"up"_s);
+    const QImage beginning = pictureAtRest();
     QVERIFY(beginning != end);
-    m_visit.room().press(u"up"_s);
-    QCOMPARE(rest(), beginning);
+    m_visit.viewer().press(u"up"_s);
+    QCOMPARE(pictureAtRest(), beginning);
 }
 
-void TranscriptJourneyTest::backReturnsToTheTape()
+void TranscriptJourneyTest::backReturnsToTape()
 {
-    m_visit.room().press(u"back"_s);
-    QVERIFY(m_visit.reads(shop::detailFacts, u"Read the transcript"_s));
+    m_visit.viewer().press(u"back"_s);
+    QVERIFY(m_visit.waitForText(shop::detailFacts, u"Read the transcript"_s));
 }
 
-void TranscriptJourneyTest::aHubThatFailsIsTold()
+void TranscriptJourneyTest::failedRequestShowsMessage()
 {
-    m_visit.hub().fault(u"/api/meetings/"_s, u"error"_s);
-    m_visit.room().press(u"select"_s); // the focus is where it was left
-    QVERIFY(m_visit.reads(message, u"Couldn't reach the transcript."_s));
-    QVERIFY(m_visit.reads(message, u"503"_s));
+    m_visit.hub().addFault(u"/api/meetings/"_s, u"error"_s);
+    m_visit.viewer().press(u"select"_s); // the focus is still on the transcript button
+    QVERIFY(m_visit.waitForText(message, u"Couldn't reach the transcript."_s));
+    QVERIFY(m_visit.waitForText(message, u"503"_s));
 }
 
-void TranscriptJourneyTest::theButtonLeadsBackToTheTape()
+void TranscriptJourneyTest::buttonReturnsToTape()
 {
-    QVERIFY(m_visit.reads(message, u"Back to the tape"_s));
-    m_visit.room().press(u"select"_s);
-    QVERIFY(m_visit.reads(shop::detailFacts, u"Read the transcript"_s));
+    QVERIFY(m_visit.waitForText(message, u"Back to the tape"_s));
+    m_visit.viewer().press(u"select"_s);
+    QVERIFY(m_visit.waitForText(shop::detailFacts, u"Read the transcript"_s));
 }
 
-void TranscriptJourneyTest::theNextTimeItIsThere()
+void TranscriptJourneyTest::transcriptIsShownWhenHubRecovers()
 {
-    m_visit.hub().calm();
-    m_visit.room().press(u"select"_s);
-    QVERIFY(m_visit.reads(passages, m_text.first(40)));
+    m_visit.hub().reset();
+    m_visit.viewer().press(u"select"_s);
+    QVERIFY(m_visit.waitForText(passages, m_text.first(40)));
 }
 
 QTEST_GUILESS_MAIN(TranscriptJourneyTest)

@@ -1,7 +1,7 @@
 #include "KioskSession.h"
-#include "LivingRoom.h"
 #include "Picture.h"
 #include "SampleHub.h"
+#include "SimulatedViewer.h"
 
 #include <QTest>
 
@@ -10,7 +10,10 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-/** The real set in cage, in a window of cage's that fills a virtual X display: seen and driven from outside. */
+/**
+ * Runs the real program in cage, whose window fills a virtual X display, and checks its picture and its reaction to
+ * keys.
+ */
 class CageTest : public QObject
 {
     Q_OBJECT
@@ -18,12 +21,12 @@ class CageTest : public QObject
 private Q_SLOTS:
     void initTestCase();
     void cleanup() { m_session.reset(); }
-    void pictureIsThatOfSetWithoutCompositor();
+    void pictureMatchesProgramWithoutCompositor();
     void everyFrameFillsScreen();
-    void keysReachSet();
-    void restingSetDrawsNothing();
-    void compositorEndsWithSet_data();
-    void compositorEndsWithSet();
+    void keysReachProgram();
+    void idleProgramDrawsNothing();
+    void compositorExitsWhenProgramEnds_data();
+    void compositorExitsWhenProgramEnds();
     void displaySleepsAndKeyWakesIt();
     void sleepingDisplayDrawsNothing();
 
@@ -33,21 +36,21 @@ private:
     bool isBlack(const QImage& picture) const;
 
     std::unique_ptr<SampleHub> m_hub;
-    std::unique_ptr<LivingRoom> m_room;
+    std::unique_ptr<SimulatedViewer> m_viewer;
     std::unique_ptr<KioskSession> m_session;
-    QImage m_front; ///< the front screen, as the set draws it on the X display itself
+    QImage m_front; ///< the front screen, as drawn directly on the X display
 };
 
 void CageTest::initTestCase()
 {
     m_hub = std::make_unique<SampleHub>();
-    m_room = std::make_unique<LivingRoom>();
-    m_room->switchOn();
-    QVERIFY(m_room->waitForText(area::rightDoor, u"every one plays right here"_s));
-    QVERIFY(m_room->screen().waitUntilSettled(500ms, 10s));
-    m_front = m_room->screen().look();
-    m_room->switchOff();
-    m_room->waitForEmptyScreen();
+    m_viewer = std::make_unique<SimulatedViewer>();
+    m_viewer->switchOn();
+    QVERIFY(m_viewer->waitForText(area::rightDoor, u"every one plays right here"_s));
+    QVERIFY(m_viewer->screen().waitUntilStill(500ms, 10s));
+    m_front = m_viewer->screen().grab();
+    m_viewer->switchOff();
+    m_viewer->waitForEmptyScreen();
 }
 
 void CageTest::start(const QStringList& variables)
@@ -55,18 +58,18 @@ void CageTest::start(const QStringList& variables)
     m_session = std::make_unique<KioskSession>(KioskSession::Compositor::CageOnX11, variables);
 }
 
-/** Whether the screen becomes this picture, to the pixel but for how its edges were blended. */
+/** Waits until the screen shows this picture, apart from tiny differences of antialiased edges. */
 bool CageTest::shows(const QImage& picture, std::chrono::milliseconds limit)
 {
-    const bool same = m_room->screen().waitUntil(
+    const bool same = m_viewer->screen().waitUntil(
         [&](const QImage& now) {
-            m_room->remote().giveFocus(); // to cage's window, as soon as there is one
+            m_viewer->remote().focusTopWindow(); // cage's window may not exist at first
             return picture::difference(now, picture, area::everything, 4) < 1e-5;
         },
         limit);
     if (!same) {
         picture.save(u"cage-expected.png"_s);
-        m_room->screen().look().save(u"cage-seen.png"_s);
+        m_viewer->screen().grab().save(u"cage-seen.png"_s);
     }
     return same;
 }
@@ -78,18 +81,18 @@ bool CageTest::isBlack(const QImage& picture) const
     return picture == black;
 }
 
-void CageTest::pictureIsThatOfSetWithoutCompositor()
+void CageTest::pictureMatchesProgramWithoutCompositor()
 {
     start();
     QVERIFY(shows(m_front));
 }
 
-/** Of all that is seen from the beginning, only cage's own black does not reach the screen's edges. */
+/** Every frame since the start either is completely black or shows the program up to the edges of the screen. */
 void CageTest::everyFrameFillsScreen()
 {
     QList<QImage> seen;
     start();
-    QVERIFY(m_room->screen().waitUntil(
+    QVERIFY(m_viewer->screen().waitUntil(
         [&](const QImage& now) {
             seen.append(now);
             return picture::difference(now, m_front, area::everything, 4) < 1e-5;
@@ -106,35 +109,35 @@ void CageTest::everyFrameFillsScreen()
         if (isBlack(picture))
             continue;
         for (const QPoint& edge : edges) {
-            const bool isSet = picture::isLike(picture.pixelColor(edge), m_front.pixelColor(edge), 8);
-            if (!isSet)
+            const bool isProgram = picture::isLike(picture.pixelColor(edge), m_front.pixelColor(edge), 8);
+            if (!isProgram)
                 picture.save(u"cage-frame.png"_s);
-            QVERIFY2(isSet, "A frame does not reach the edges; see cage-frame.png.");
+            QVERIFY2(isProgram, "A frame does not reach the edges; see cage-frame.png.");
         }
     }
 }
 
-void CageTest::keysReachSet()
+void CageTest::keysReachProgram()
 {
     start();
     QVERIFY(shows(m_front));
-    QVERIFY(m_room->pressAndSee(u"right"_s));
-    QVERIFY(m_room->pressAndSee(u"select"_s));
-    QVERIFY(m_room->waitForText(area::everything, u"Rewindery"_s, 20s));
-    m_room->press(u"back"_s);
-    m_room->press(u"left"_s);
+    QVERIFY(m_viewer->pressAndWaitForChange(u"right"_s));
+    QVERIFY(m_viewer->pressAndWaitForChange(u"select"_s));
+    QVERIFY(m_viewer->waitForText(area::everything, u"Rewindery"_s, 20s));
+    m_viewer->press(u"back"_s);
+    m_viewer->press(u"left"_s);
     QVERIFY(shows(m_front));
 }
 
-void CageTest::restingSetDrawsNothing()
+void CageTest::idleProgramDrawsNothing()
 {
     start();
     QVERIFY(shows(m_front));
-    QVERIFY(m_room->screen().waitUntilSettled(500ms, 10s));
-    QCOMPARE(m_room->screen().count(3s).drawings, 0);
+    QVERIFY(m_viewer->screen().waitUntilStill(500ms, 10s));
+    QCOMPARE(m_viewer->screen().count(3s).drawings, 0);
 }
 
-void CageTest::compositorEndsWithSet_data()
+void CageTest::compositorExitsWhenProgramEnds_data()
 {
     QTest::addColumn<int>("signal");
     QTest::newRow("crash") << SIGSEGV;
@@ -142,14 +145,14 @@ void CageTest::compositorEndsWithSet_data()
     QTest::newRow("orderly end") << SIGTERM;
 }
 
-/** Which is what has the service start both again. */
-void CageTest::compositorEndsWithSet()
+/** The service depends on this: it restarts both when the compositor exits. */
+void CageTest::compositorExitsWhenProgramEnds()
 {
     QFETCH(const int, signal);
     start();
     QVERIFY(shows(m_front));
-    QVERIFY(m_session->setPid() > 0);
-    QCOMPARE(kill(pid_t(m_session->setPid()), signal), 0);
+    QVERIFY(m_session->programPid() > 0);
+    QCOMPARE(kill(pid_t(m_session->programPid()), signal), 0);
     QTRY_VERIFY_WITH_TIMEOUT(!m_session->compositor().isRunning(), 2000);
 }
 
@@ -158,28 +161,28 @@ void CageTest::displaySleepsAndKeyWakesIt()
     start({u"QUILLMERE_DISPLAY_SLEEP=4s"_s});
     QVERIFY(shows(m_front, 4s));
     QCOMPARE(m_session->displayState(), u"on"_s);
-    QVERIFY(m_room->screen().waitUntil([this](const QImage& now) { return isBlack(now); }, 10s));
+    QVERIFY(m_viewer->screen().waitUntil([this](const QImage& now) { return isBlack(now); }, 10s));
     QTRY_COMPARE(m_session->displayState(), u"off"_s);
-    // cage 0.2 switches its output off, and takes away the window that keys could be pressed in; SwayTest wakes such a one.
-    if (QTest::qWaitFor([this] { return !m_room->remote().giveFocus(); }, 2000)) {
+    // cage 0.2 disables its output and closes the window, so no key can be pressed. SwayTest tests waking in that case.
+    if (QTest::qWaitFor([this] { return !m_viewer->remote().focusTopWindow(); }, 2000)) {
         QVERIFY(m_session->compositor().isRunning());
-        QVERIFY(m_session->setPid() > 0);
+        QVERIFY(m_session->programPid() > 0);
         return;
     }
-    m_room->press(u"right"_s);
-    QVERIFY(shows(m_front)); // the other door is not entered
+    m_viewer->press(u"right"_s);
+    QVERIFY(shows(m_front)); // the waking key has not moved the focus
     QTRY_COMPARE(m_session->displayState(), u"on"_s);
-    QVERIFY(m_room->pressAndSee(u"right"_s));
+    QVERIFY(m_viewer->pressAndWaitForChange(u"right"_s));
 }
 
 void CageTest::sleepingDisplayDrawsNothing()
 {
-    m_hub->light(); // the lamp pulses
+    m_hub->startBroadcast(); // the lamp is animated while the hub broadcasts
     start({u"QUILLMERE_DISPLAY_SLEEP=2s"_s});
     QTRY_COMPARE_WITH_TIMEOUT(m_session->displayState(), u"off"_s, 20000);
-    QVERIFY(isBlack(m_room->screen().look()));
-    QCOMPARE(m_room->screen().count(3s).drawings, 0);
-    m_hub->darken();
+    QVERIFY(isBlack(m_viewer->screen().grab()));
+    QCOMPARE(m_viewer->screen().count(3s).drawings, 0);
+    m_hub->stopBroadcast();
 }
 
 QTEST_MAIN(CageTest)

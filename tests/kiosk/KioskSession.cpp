@@ -17,42 +17,43 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QString set = QStringLiteral(QUILLMERE_TV);
+const QString programPath = QStringLiteral(QUILLMERE_TV);
 const QString nobody = u"65534"_s;
 
-/** A build in a folder of root's alone can be run by root alone. */
+/** False if the test does not run as root, or if "nobody" cannot access the build. */
 bool canBecomeOrdinaryUser()
 {
-    static const bool can =
-        geteuid() == 0 && QProcess::execute(u"setpriv"_s, {u"--reuid"_s, nobody, u"--regid"_s, nobody,
-                                                           u"--clear-groups"_s, u"--"_s, u"test"_s, u"-x"_s, set}) == 0;
+    static const bool can = geteuid() == 0 && QProcess::execute(u"setpriv"_s, {u"--reuid"_s, nobody, u"--regid"_s,
+                                                                               nobody, u"--clear-groups"_s, u"--"_s,
+                                                                               u"test"_s, u"-x"_s, programPath}) == 0;
     return can;
 }
 
-/** The command as an ordinary user's. */
+/** Changes the command so that it runs as "nobody", if that is possible. */
 std::pair<QString, QStringList> asOrdinaryUser(const QString& program, const QStringList& arguments)
 {
     if (!canBecomeOrdinaryUser())
         return {program, arguments};
     return {u"setpriv"_s,
-            // Becoming another user forgets that the end of the test is its end.
+            // Changing the user clears the parent death signal, so it is set again.
             QStringList{u"--reuid"_s, nobody, u"--regid"_s, nobody, u"--clear-groups"_s, u"--pdeathsig"_s, u"TERM"_s,
                         u"--"_s, program} +
                 arguments};
 }
 
-void giveToOrdinaryUser(const QString& path)
+void changeOwnerToOrdinaryUser(const QString& path)
 {
     if (canBecomeOrdinaryUser() && chown(path.toUtf8().constData(), nobody.toUInt(), nobody.toUInt()) != 0)
-        throw std::runtime_error("The folder of the test cannot be given away.");
+        throw std::runtime_error("The owner of the test's folder cannot be changed.");
 }
 
-void waitFor(const std::function<bool()>& condition, const char* otherwise)
+/** Throws std::runtime_error with `message` if the condition does not become true within 20 s. */
+void waitFor(const std::function<bool()>& condition, const char* message)
 {
     const QDeadlineTimer deadline(20s);
     while (!condition()) {
         if (deadline.hasExpired())
-            throw std::runtime_error(otherwise);
+            throw std::runtime_error(message);
         QThread::msleep(20);
     }
 }
@@ -62,8 +63,8 @@ void waitFor(const std::function<bool()>& condition, const char* otherwise)
 KioskSession::KioskSession(Compositor compositor, const QStringList& variables)
     : m_variables(QProcessEnvironment::systemEnvironment())
 {
-    giveToOrdinaryUser(m_folder.path());
-    // What a test sets for itself; the program is to choose as it does on a machine of its own.
+    changeOwnerToOrdinaryUser(m_folder.path());
+    // Set by the test environment; the program must choose its own values, as on a real machine.
     for (const QString& name : {u"QT_QUICK_BACKEND"_s, u"QT_SCALE_FACTOR"_s, u"WAYLAND_DISPLAY"_s})
         m_variables.remove(name);
     m_variables.insert(u"HOME"_s, m_folder.path());
@@ -81,21 +82,21 @@ KioskSession::KioskSession(Compositor compositor, const QStringList& variables)
 
 KioskSession::~KioskSession()
 {
-    m_set.reset();
+    m_program.reset();
     m_keyboard.reset();
 }
 
 void KioskSession::startCage()
 {
-    // The key to the X display may be readable by its owner alone.
-    if (const QString key = qEnvironmentVariable("XAUTHORITY"); !key.isEmpty()) {
+    // The authority file of the X display may be readable only by its owner.
+    if (const QString authority = qEnvironmentVariable("XAUTHORITY"); !authority.isEmpty()) {
         const QString copy = m_folder.filePath(u"x-key"_s);
-        QFile::copy(key, copy);
-        giveToOrdinaryUser(copy);
+        QFile::copy(authority, copy);
+        changeOwnerToOrdinaryUser(copy);
         m_variables.insert(u"XAUTHORITY"_s, copy);
     }
     m_variables.insert(u"WLR_BACKENDS"_s, u"x11"_s);
-    m_compositor = start(u"cage"_s, {u"--"_s, set});
+    m_compositor = start(u"cage"_s, {u"--"_s, programPath});
 }
 
 void KioskSession::startSway()
@@ -106,7 +107,7 @@ void KioskSession::startSway()
         throw std::runtime_error("The compositor's configuration cannot be written.");
     file.write("xwayland disable\noutput * resolution 1024x768\nseat * hide_cursor 1\n");
     file.close();
-    giveToOrdinaryUser(configuration);
+    changeOwnerToOrdinaryUser(configuration);
     m_variables.remove(u"DISPLAY"_s);
     m_variables.insert(u"WLR_BACKENDS"_s, u"headless"_s);
     m_variables.insert(u"WLR_LIBINPUT_NO_DEVICES"_s, u"1"_s);
@@ -119,7 +120,7 @@ void KioskSession::startSway()
         "The compositor did not start.");
     m_variables.insert(u"WAYLAND_DISPLAY"_s, u"wayland-1"_s);
     m_keyboard = start(u"wtype"_s, {u"-s"_s, u"100000000"_s});
-    m_set = start(set, {});
+    m_program = start(programPath, {});
 }
 
 std::unique_ptr<ChildProcess> KioskSession::start(const QString& program, const QStringList& arguments)
@@ -128,10 +129,10 @@ std::unique_ptr<ChildProcess> KioskSession::start(const QString& program, const 
     return std::make_unique<ChildProcess>(command, all, m_variables, u"/dev/stderr"_s);
 }
 
-qint64 KioskSession::setPid() const
+qint64 KioskSession::programPid() const
 {
-    if (m_set)
-        return m_set->isRunning() ? m_set->pid() : 0;
+    if (m_program)
+        return m_program->isRunning() ? m_program->pid() : 0;
     const qint64 compositor = m_compositor->pid();
     QFile children(u"/proc/%1/task/%1/children"_s.arg(compositor));
     if (!children.open(QIODevice::ReadOnly))
@@ -176,7 +177,7 @@ bool KioskSession::isOutputOn()
 {
     const QJsonObject output =
         QJsonDocument::fromJson(run(u"swaymsg"_s, {u"--raw"_s, u"-t"_s, u"get_outputs"_s})).array().at(0).toObject();
-    // Its name in sway 1.8, and before.
+    // "power" since sway 1.8, "dpms" before.
     return output.value(output.contains(u"power"_s) ? u"power"_s : u"dpms"_s).toBool();
 }
 

@@ -8,33 +8,33 @@
 #include <memory>
 
 /**
- * The real set in a compositor of its own, both run by an ordinary user: by the one that runs the test or, where that is
- * root, by "nobody" if that can reach the build. One thread; ends with this object.
+ * Runs the real program in a compositor of its own. Both run as the user of the test; if that is root, as "nobody",
+ * provided that this user can access the build. The destructor ends both. Single thread.
  */
 class KioskSession
 {
 public:
     enum class Compositor {
         CageOnX11,    ///< cage, in a window of the X display that DISPLAY names
-        HeadlessSway, ///< sway, with an output of 1024 x 768 that nobody sees
+        HeadlessSway, ///< sway, with a headless output of 1024 x 768 pixels
     };
 
-    /** `variables` are further ones for the set, as "NAME=value"; throws std::runtime_error if nothing starts. */
+    /** `variables` are added to the environment, as "NAME=value". Throws std::runtime_error if starting fails. */
     explicit KioskSession(Compositor compositor, const QStringList& variables = {});
     ~KioskSession();
 
     ChildProcess& compositor() { return *m_compositor; }
-    /** Process of the set; 0 if there is none. */
-    qint64 setPid() const;
-    /** What the set has written about its display; empty if nothing yet. */
+    /** Process id of the program; 0 if it does not run. */
+    qint64 programPid() const;
+    /** Contents of the program's display state file ("on" or "off"); empty if it does not exist. */
     QString displayState() const;
 
-    // Of sway only; each throws std::runtime_error with a sentence if the compositor does not answer.
+    // The functions below work with sway only. Each throws std::runtime_error if the compositor does not answer.
     QImage picture();
     /** Presses a key by its X keysym. */
     void press(const QString& keysym);
     bool isOutputOn();
-    /** Has sway itself switch its output; false if it cannot. */
+    /** Makes sway switch its output; false if sway cannot do it. */
     bool switchOutput(bool on);
 
 private:
@@ -46,6 +46,6 @@ private:
     QTemporaryDir m_folder;
     QProcessEnvironment m_variables;
     std::unique_ptr<ChildProcess> m_compositor;
-    std::unique_ptr<ChildProcess> m_keyboard; ///< keeps the seat's keyboard while `press` comes and goes
-    std::unique_ptr<ChildProcess> m_set;      ///< none in cage, which starts it itself
+    std::unique_ptr<ChildProcess> m_keyboard; ///< keeps the seat's keyboard present between calls of press()
+    std::unique_ptr<ChildProcess> m_program;  ///< null with cage, which starts the program itself
 };

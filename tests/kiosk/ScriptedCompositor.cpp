@@ -34,16 +34,16 @@ struct ScriptedCompositor::Server
     ScriptedCompositor* owner = nullptr;
     wl_display* display = nullptr;
     std::vector<std::unique_ptr<Output>> outputs;
-    std::vector<std::unique_ptr<Output>> unplugged; ///< kept, as a client may still ask for a change of one
+    std::vector<std::unique_ptr<Output>> unplugged; ///< kept, because clients may still send requests for them
     wl_resource* manager = nullptr;
     uint32_t serial = 1;
-    bool namesMode = false; ///< the configuration that is being made
+    bool setsMode = false; ///< whether the configuration being created sets an output's mode
     std::set<wl_resource*> powers;
-    std::vector<std::pair<int, std::function<void()>>> later; ///< after so many looks at what the test wants
+    std::vector<std::pair<int, std::function<void()>>> delayedChanges; ///< with the remaining turns of run()'s loop
     wl_listener onClient{};
-    mutable QMutex mutex; ///< of the texts
+    mutable QMutex mutex; ///< guards the members below
     QString lastEnabled;
-    QString complaint;
+    QString protocolError;
 
     void countOutputs()
     {
@@ -53,10 +53,10 @@ struct ScriptedCompositor::Server
         owner->m_outputsOn = on;
     }
 
-    void complain(const QString& what)
+    void reportProtocolError(const QString& what)
     {
         const QMutexLocker locker(&mutex);
-        complaint = what;
+        protocolError = what;
     }
 
     void addOutput(bool isOn);
@@ -64,7 +64,7 @@ struct ScriptedCompositor::Server
     void offerConfiguration();
     void describe(Output& output);
     void apply(wl_resource* resource);
-    void makeDueChanges();
+    void applyDueChanges();
     void unplugLast();
 };
 
@@ -82,7 +82,7 @@ void destroy(wl_client*, wl_resource* resource)
 }
 
 constexpr int modeWidth = 1920;
-constexpr int slowness = 10; // looks at what the test wants
+constexpr int slowTicks = 10; // turns of run()'s loop after which a slow output is switched
 
 } // namespace
 
@@ -104,7 +104,7 @@ void ScriptedCompositor::Server::offerPower()
         .set_mode =
             [](wl_client*, wl_resource* resource, uint32_t mode) {
                 auto& [server, output] = of<std::pair<Server*, Output*>>(resource);
-                if (server->owner->m_terms.refuses)
+                if (server->owner->m_options.refuses)
                     return;
                 const auto change = [server = server, output = output, resource, mode] {
                     output->isOn = mode == ZWLR_OUTPUT_POWER_V1_MODE_ON;
@@ -112,8 +112,8 @@ void ScriptedCompositor::Server::offerPower()
                     if (server->powers.count(resource) > 0)
                         zwlr_output_power_v1_send_mode(resource, mode);
                 };
-                if (server->owner->m_terms.isSlow)
-                    server->later.emplace_back(slowness, change);
+                if (server->owner->m_options.isSlow)
+                    server->delayedChanges.emplace_back(slowTicks, change);
                 else
                     change();
             },
@@ -124,18 +124,18 @@ void ScriptedCompositor::Server::offerPower()
             [](wl_client* client, wl_resource* resource, uint32_t id, wl_resource* outputResource) {
                 auto* const server = &of<Server>(resource);
                 auto* const output = &of<Output>(outputResource);
-                wl_resource* const made = wl_resource_create(client, &zwlr_output_power_v1_interface, 1, id);
-                wl_resource_set_implementation(made, &power, new std::pair<Server*, Output*>(server, output),
-                                               [](wl_resource* gone) {
-                                                   auto* const power = &of<std::pair<Server*, Output*>>(gone);
-                                                   power->first->powers.erase(gone);
+                wl_resource* const created = wl_resource_create(client, &zwlr_output_power_v1_interface, 1, id);
+                wl_resource_set_implementation(created, &power, new std::pair<Server*, Output*>(server, output),
+                                               [](wl_resource* destroyed) {
+                                                   auto* const power = &of<std::pair<Server*, Output*>>(destroyed);
+                                                   power->first->powers.erase(destroyed);
                                                    delete power;
                                                });
-                server->powers.insert(made);
-                if (server->owner->m_terms.saysFailed)
-                    zwlr_output_power_v1_send_failed(made);
+                server->powers.insert(created);
+                if (server->owner->m_options.sendsFailed)
+                    zwlr_output_power_v1_send_failed(created);
                 else
-                    zwlr_output_power_v1_send_mode(made, output->isOn);
+                    zwlr_output_power_v1_send_mode(created, output->isOn);
             },
         .destroy = &destroy,
     };
@@ -147,16 +147,16 @@ void ScriptedCompositor::Server::offerPower()
                      });
 }
 
-void ScriptedCompositor::Server::makeDueChanges()
+void ScriptedCompositor::Server::applyDueChanges()
 {
-    for (auto& [looks, change] : later) {
-        if (--looks == 0)
+    for (auto& [ticks, change] : delayedChanges) {
+        if (--ticks == 0)
             change();
     }
-    std::erase_if(later, [](const auto& one) { return one.first == 0; });
+    std::erase_if(delayedChanges, [](const auto& delayed) { return delayed.first == 0; });
 }
 
-/** What is known of a disabled output is only that it is. */
+/** Sends the state of an output. For a disabled output, that is only `enabled`. */
 void ScriptedCompositor::Server::describe(Output& output)
 {
     zwlr_output_head_v1_send_enabled(output.head, output.isOn);
@@ -172,13 +172,13 @@ void ScriptedCompositor::Server::apply(wl_resource* resource)
 {
     auto& configuration = of<Configuration>(resource);
     if (configuration.wanted.size() != outputs.size())
-        complain(u"%1 of %2 outputs were configured"_s.arg(configuration.wanted.size()).arg(outputs.size()));
-    if (owner->m_terms.changesMeanwhile-- > 0)
+        reportProtocolError(u"%1 of %2 outputs were configured"_s.arg(configuration.wanted.size()).arg(outputs.size()));
+    if (owner->m_options.cancelledConfigurations-- > 0)
         zwlr_output_manager_v1_send_done(manager, ++serial);
     if (configuration.serial != serial)
         return zwlr_output_configuration_v1_send_cancelled(resource);
-    const bool isRefused = owner->m_terms.refuses || (owner->m_terms.refusesState && namesMode);
-    namesMode = false;
+    const bool isRefused = owner->m_options.refuses || (owner->m_options.refusesState && setsMode);
+    setsMode = false;
     if (isRefused)
         return zwlr_output_configuration_v1_send_failed(resource);
     zwlr_output_configuration_v1_send_succeeded(resource);
@@ -197,7 +197,7 @@ void ScriptedCompositor::Server::offerConfiguration()
             [](wl_client*, wl_resource* resource, wl_resource* mode) {
                 auto& server = of<Server>(resource);
                 const QMutexLocker locker(&server.mutex);
-                server.namesMode = true;
+                server.setsMode = true;
                 server.lastEnabled = mode ? u"%1"_s.arg(modeWidth) : u"no mode"_s;
             },
         .set_custom_mode = [](wl_client*, wl_resource*, int32_t, int32_t, int32_t) {},
@@ -243,28 +243,28 @@ void ScriptedCompositor::Server::offerConfiguration()
                 wl_resource_set_implementation(
                     wl_resource_create(client, &zwlr_output_configuration_v1_interface, 1, id), &configuration,
                     new Configuration{&of<Server>(resource), serial, {}},
-                    [](wl_resource* gone) { delete &of<Configuration>(gone); });
+                    [](wl_resource* destroyed) { delete &of<Configuration>(destroyed); });
             },
         .stop = [](wl_client*, wl_resource*) {},
     };
-    wl_global_create(display, &zwlr_output_manager_v1_interface, 1, this,
-                     [](wl_client* client, void* data, uint32_t, uint32_t id) {
-                         auto& server = *static_cast<Server*>(data);
-                         server.manager = wl_resource_create(client, &zwlr_output_manager_v1_interface, 1, id);
-                         wl_resource_set_implementation(server.manager, &manager, data,
-                                                        [](wl_resource* gone) { of<Server>(gone).manager = nullptr; });
-                         for (const auto& output : server.outputs) {
-                             output->head = wl_resource_create(client, &zwlr_output_head_v1_interface, 1, 0);
-                             wl_resource_set_implementation(output->head, nullptr, output.get(), nullptr);
-                             zwlr_output_manager_v1_send_head(server.manager, output->head);
-                             zwlr_output_head_v1_send_name(output->head, "TEST-1");
-                             output->mode = wl_resource_create(client, &zwlr_output_mode_v1_interface, 1, 0);
-                             zwlr_output_head_v1_send_mode(output->head, output->mode);
-                             zwlr_output_mode_v1_send_size(output->mode, modeWidth, 1080);
-                             server.describe(*output);
-                         }
-                         zwlr_output_manager_v1_send_done(server.manager, server.serial);
-                     });
+    wl_global_create(
+        display, &zwlr_output_manager_v1_interface, 1, this, [](wl_client* client, void* data, uint32_t, uint32_t id) {
+            auto& server = *static_cast<Server*>(data);
+            server.manager = wl_resource_create(client, &zwlr_output_manager_v1_interface, 1, id);
+            wl_resource_set_implementation(server.manager, &manager, data,
+                                           [](wl_resource* destroyed) { of<Server>(destroyed).manager = nullptr; });
+            for (const auto& output : server.outputs) {
+                output->head = wl_resource_create(client, &zwlr_output_head_v1_interface, 1, 0);
+                wl_resource_set_implementation(output->head, nullptr, output.get(), nullptr);
+                zwlr_output_manager_v1_send_head(server.manager, output->head);
+                zwlr_output_head_v1_send_name(output->head, "TEST-1");
+                output->mode = wl_resource_create(client, &zwlr_output_mode_v1_interface, 1, 0);
+                zwlr_output_head_v1_send_mode(output->head, output->mode);
+                zwlr_output_mode_v1_send_size(output->mode, modeWidth, 1080);
+                server.describe(*output);
+            }
+            zwlr_output_manager_v1_send_done(server.manager, server.serial);
+        });
 }
 
 void ScriptedCompositor::Server::unplugLast()
@@ -280,8 +280,8 @@ void ScriptedCompositor::Server::unplugLast()
     countOutputs();
 }
 
-ScriptedCompositor::ScriptedCompositor(Terms terms)
-    : m_terms(terms), m_outputsOn(terms.outputs - terms.outputsOff), m_server(std::make_unique<Server>())
+ScriptedCompositor::ScriptedCompositor(Options options)
+    : m_options(options), m_outputsOn(options.outputs - options.outputsOff), m_server(std::make_unique<Server>())
 {
     m_server->owner = this;
     m_server->display = wl_display_create();
@@ -289,18 +289,18 @@ ScriptedCompositor::ScriptedCompositor(Terms terms)
     if (wl_display_add_socket(m_server->display, "wayland-test") != 0)
         throw std::runtime_error("The compositor cannot listen.");
     qputenv("WAYLAND_DISPLAY", "wayland-test");
-    for (int i = 0; i < terms.outputs; ++i)
-        m_server->addOutput(i >= terms.outputsOff);
-    if (terms.offersPower)
+    for (int i = 0; i < options.outputs; ++i)
+        m_server->addOutput(i >= options.outputsOff);
+    if (options.offersPower)
         m_server->offerPower();
-    if (terms.offersConfiguration)
+    if (options.offersConfiguration)
         m_server->offerConfiguration();
     m_thread = std::thread([this] { run(); });
 }
 
 ScriptedCompositor::~ScriptedCompositor()
 {
-    m_ends = true;
+    m_stops = true;
     m_thread.join();
     wl_display_destroy_clients(m_server->display);
     wl_display_destroy(m_server->display);
@@ -313,19 +313,19 @@ QString ScriptedCompositor::lastEnabled() const
     return m_server->lastEnabled;
 }
 
-QString ScriptedCompositor::complaint() const
+QString ScriptedCompositor::protocolError() const
 {
     const QMutexLocker locker(&m_server->mutex);
-    return m_server->complaint;
+    return m_server->protocolError;
 }
 
 void ScriptedCompositor::run()
 {
-    constexpr int pace = 10; // milliseconds between looks at what the test wants
+    constexpr int tickMilliseconds = 10; // longest time between two checks for requests of the test
     wl_event_loop* const loop = wl_display_get_event_loop(m_server->display);
-    while (!m_ends) {
-        wl_event_loop_dispatch(loop, pace);
-        m_server->makeDueChanges();
+    while (!m_stops) {
+        wl_event_loop_dispatch(loop, tickMilliseconds);
+        m_server->applyDueChanges();
         if (m_isUnplugging) {
             m_server->unplugLast();
             m_isUnplugging = false;

@@ -7,38 +7,38 @@
 #include <thread>
 
 /**
- * A Wayland compositor with outputs and nothing else, on a thread of its own, that WAYLAND_DISPLAY names while it exists.
- * It switches its outputs by one of the two protocols, or as badly as a test wants.
+ * Fake Wayland compositor that has only outputs. It offers one or both protocols for switching them, and can be
+ * configured to misbehave. Runs on its own thread. Sets WAYLAND_DISPLAY while it exists.
  */
 class ScriptedCompositor
 {
 public:
-    struct Terms
+    struct Options
     {
-        bool offersPower = false;
-        bool offersConfiguration = false;
+        bool offersPower = false;         ///< offers wlr-output-power-management
+        bool offersConfiguration = false; ///< offers wlr-output-management
         int outputs = 1;
-        int outputsOff = 0;        ///< of them, at first
-        bool refuses = false;      ///< nothing is switched
-        bool saysFailed = false;   ///< the power protocol's word for an output that cannot be switched
-        bool isSlow = false;       ///< the power protocol's outputs are switched after the next answers
-        bool refusesState = false; ///< configurations that name an output's mode
-        int changesMeanwhile = 0;  ///< configurations that come too late, as the outputs have changed
+        int outputsOff = 0;              ///< how many of the outputs are off at first
+        bool refuses = false;            ///< no output is ever switched
+        bool sendsFailed = false;        ///< power protocol: sends `failed` for every output
+        bool isSlow = false;             ///< power protocol: outputs are switched up to 100 ms late
+        bool refusesState = false;       ///< refuses configurations that set an output's mode
+        int cancelledConfigurations = 0; ///< how many configurations are cancelled, as if the outputs had changed
     };
 
-    explicit ScriptedCompositor(Terms terms);
+    explicit ScriptedCompositor(Options options);
     ~ScriptedCompositor();
 
-    /** Outputs that are on now. */
+    /** Number of outputs that are on. */
     int outputsOn() const { return m_outputsOn; }
-    /** Programs that are connected now. */
+    /** Number of connected clients. */
     int clients() const { return m_clients; }
-    /** Of the last output that a configuration enabled: its mode's width, its position, transform and scale. */
+    /** Last state that a client requested for an enabled output: width of its mode, position, transform and scale. */
     QString lastEnabled() const;
-    /** A request that the protocol forbids, empty if there was none. */
-    QString complaint() const;
+    /** Description of the last request that violated the protocol; empty if there was none. */
+    QString protocolError() const;
 
-    /** Unplugs the last output. */
+    /** Unplugs the last output soon; isUnplugging() is false once it is done. */
     void unplug() { m_isUnplugging = true; }
     bool isUnplugging() const { return m_isUnplugging; }
 
@@ -48,11 +48,11 @@ private:
     void run();
 
     QTemporaryDir m_folder;
-    Terms m_terms;
+    Options m_options;
     std::atomic_int m_outputsOn;
     std::atomic_int m_clients = 0;
     std::atomic_bool m_isUnplugging = false;
-    std::atomic_bool m_ends = false;
+    std::atomic_bool m_stops = false;
     std::unique_ptr<Server> m_server;
     std::thread m_thread;
 };

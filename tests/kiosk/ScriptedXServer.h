@@ -6,23 +6,24 @@
 #include <thread>
 
 /**
- * The least of an X server, on a thread of its own, that DISPLAY names while it exists: connections, and the extension that
- * switches the monitor.
+ * Fake X server that supports only connections and the DPMS extension, which switches the monitor. Runs on its own
+ * thread. Sets DISPLAY while it exists.
  */
 class ScriptedXServer
 {
 public:
-    struct Terms
+    struct Options
     {
         bool offersDpms = true;
-        bool refuses = false; ///< the monitor stays on
-        bool isEnabled = false;
+        bool refuses = false;   ///< the monitor stays on
+        bool isEnabled = false; ///< whether DPMS is enabled at first
     };
 
-    explicit ScriptedXServer(Terms terms);
+    explicit ScriptedXServer(Options options);
     ~ScriptedXServer();
 
     bool isMonitorOn() const { return m_isMonitorOn; }
+    /** Whether DPMS is enabled. */
     bool isEnabled() const { return m_isEnabled; }
 
 private:
@@ -30,10 +31,10 @@ private:
     void serve(int client);
     void answer(int client, const QByteArray& request, quint16 sequence);
 
-    QByteArray m_path; ///< of the socket
-    Terms m_terms;
+    QByteArray m_path; ///< path of the socket
+    Options m_options;
     int m_listener = -1;
-    int m_end[2] = {-1, -1}; ///< of the pipe that ends the thread
+    int m_stopPipe[2] = {-1, -1}; ///< closing its write end stops the thread
     std::atomic_bool m_isMonitorOn = true;
     std::atomic_bool m_isEnabled;
     std::thread m_thread;

@@ -1,7 +1,7 @@
 #include "KioskSession.h"
-#include "LivingRoom.h"
 #include "Picture.h"
 #include "SampleHub.h"
+#include "SimulatedViewer.h"
 
 #include <QDeadlineTimer>
 #include <QTest>
@@ -9,7 +9,10 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-/** The real set in sway, whose output nobody sees: pictures, keys and the output by the compositor's own means. */
+/**
+ * Runs the real program in sway with a headless output. Takes pictures, presses keys and switches the output through
+ * sway.
+ */
 class SwayTest : public QObject
 {
     Q_OBJECT
@@ -18,9 +21,9 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void cleanup() { m_session.reset(); }
-    void pictureIsThatOfSetWithoutCompositor();
-    void keysReachSet();
-    void setDrawsAgainAfterOutputWasOff();
+    void pictureMatchesProgramWithoutCompositor();
+    void keysReachProgram();
+    void programDrawsAfterOutputWasOff();
     void displaySleepsAndKeyWakesIt();
 
 private:
@@ -30,22 +33,22 @@ private:
 
     std::unique_ptr<SampleHub> m_hub;
     std::unique_ptr<KioskSession> m_session;
-    QImage m_front; ///< the front screen, as the set draws it on an X display
+    QImage m_front; ///< the front screen, as drawn on an X display
 };
 
 void SwayTest::initTestCase()
 {
     m_hub = std::make_unique<SampleHub>();
-    LivingRoom room;
-    room.switchOn();
-    QVERIFY(room.waitForText(area::rightDoor, u"every one plays right here"_s));
-    QVERIFY(room.screen().waitUntilSettled(500ms, 10s));
-    m_front = room.screen().look();
+    SimulatedViewer viewer;
+    viewer.switchOn();
+    QVERIFY(viewer.waitForText(area::rightDoor, u"every one plays right here"_s));
+    QVERIFY(viewer.screen().waitUntilStill(500ms, 10s));
+    m_front = viewer.screen().grab();
 }
 
 void SwayTest::init()
 {
-    m_hub->calm();
+    m_hub->reset();
 }
 
 void SwayTest::start(const QStringList& variables)
@@ -71,13 +74,13 @@ bool SwayTest::shows(const QImage& picture)
         [&](const QImage& now) { return picture::difference(now, picture, area::everything, 4) < 1e-5; });
 }
 
-void SwayTest::pictureIsThatOfSetWithoutCompositor()
+void SwayTest::pictureMatchesProgramWithoutCompositor()
 {
     start();
     QVERIFY(shows(m_front));
 }
 
-void SwayTest::keysReachSet()
+void SwayTest::keysReachProgram()
 {
     start();
     QVERIFY(shows(m_front));
@@ -90,7 +93,7 @@ void SwayTest::keysReachSet()
     QVERIFY(shows(m_front));
 }
 
-void SwayTest::setDrawsAgainAfterOutputWasOff()
+void SwayTest::programDrawsAfterOutputWasOff()
 {
     start();
     QVERIFY(shows(m_front));
@@ -106,7 +109,7 @@ void SwayTest::displaySleepsAndKeyWakesIt()
 {
     start();
     QVERIFY(shows(m_front));
-    // wlroots 0.15, of Debian 12, refuses to switch off an output that nobody sees; the set is black there all the same.
+    // wlroots 0.15 (Debian 12) refuses to switch off a headless output. The program must show black in that case.
     const bool canSwitch = m_session->switchOutput(false);
     m_session.reset();
 
@@ -125,7 +128,7 @@ void SwayTest::displaySleepsAndKeyWakesIt()
     m_session->press(u"Right"_s);
     QTRY_COMPARE(m_session->displayState(), u"on"_s);
     QTRY_VERIFY(m_session->isOutputOn());
-    QVERIFY(shows(m_front)); // the other door is not entered
+    QVERIFY(shows(m_front)); // the waking key has not moved the focus
 }
 
 QTEST_MAIN(SwayTest)

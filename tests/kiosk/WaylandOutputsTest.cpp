@@ -8,9 +8,9 @@
 
 using namespace Qt::StringLiterals;
 
-Q_DECLARE_METATYPE(ScriptedCompositor::Terms)
+Q_DECLARE_METATYPE(ScriptedCompositor::Options)
 
-/** Switching a compositor's outputs off and on, as a client of a real connection. */
+/** Switches the outputs of a ScriptedCompositor over a real Wayland connection. */
 class WaylandOutputsTest : public QObject
 {
     Q_OBJECT
@@ -22,20 +22,20 @@ private Q_SLOTS:
     void connectionLastsOnlyWhileOutputsAreOff();
     void outputsGoOffManyTimes_data() { protocols(); }
     void outputsGoOffManyTimes();
-    void outputThatWasOffStaysOff_data() { protocols(); }
-    void outputThatWasOffStaysOff();
+    void outputStaysOffIfItWasOff_data() { protocols(); }
+    void outputStaysOffIfItWasOff();
     void refusalIsReported_data();
     void refusalIsReported();
     void configurationIsUsedIfPowerIsRefused();
     void slowOutputIsWaitedFor();
     void configurationRestoresOutput();
-    void outputWhoseOldStateIsRefusedComesBack();
+    void outputIsEnabledWhenOldStateIsRefused();
     void configurationIsTriedAgainIfOutputsChange_data();
     void configurationIsTriedAgainIfOutputsChange();
-    void outputUnpluggedWhileOffIsForgotten_data() { protocols(); }
-    void outputUnpluggedWhileOffIsForgotten();
+    void outputUnpluggedWhileOffIsIgnored_data() { protocols(); }
+    void outputUnpluggedWhileOffIsIgnored();
     void missingCompositorIsReported();
-    void silentCompositorIsGivenUp();
+    void silentCompositorTimesOut();
 
 private:
     static void protocols();
@@ -43,35 +43,35 @@ private:
 
 void WaylandOutputsTest::protocols()
 {
-    QTest::addColumn<ScriptedCompositor::Terms>("terms");
-    QTest::newRow("power") << ScriptedCompositor::Terms{.offersPower = true};
-    QTest::newRow("configuration") << ScriptedCompositor::Terms{.offersConfiguration = true};
+    QTest::addColumn<ScriptedCompositor::Options>("options");
+    QTest::newRow("power") << ScriptedCompositor::Options{.offersPower = true};
+    QTest::newRow("configuration") << ScriptedCompositor::Options{.offersConfiguration = true};
 }
 
 void WaylandOutputsTest::outputsGoOffAndOnAgain_data()
 {
     protocols();
-    QTest::newRow("both") << ScriptedCompositor::Terms{.offersPower = true, .offersConfiguration = true};
-    QTest::newRow("power of three") << ScriptedCompositor::Terms{.offersPower = true, .outputs = 3};
-    QTest::newRow("configuration of three") << ScriptedCompositor::Terms{.offersConfiguration = true, .outputs = 3};
+    QTest::newRow("both") << ScriptedCompositor::Options{.offersPower = true, .offersConfiguration = true};
+    QTest::newRow("power of three") << ScriptedCompositor::Options{.offersPower = true, .outputs = 3};
+    QTest::newRow("configuration of three") << ScriptedCompositor::Options{.offersConfiguration = true, .outputs = 3};
 }
 
 void WaylandOutputsTest::outputsGoOffAndOnAgain()
 {
-    QFETCH(const ScriptedCompositor::Terms, terms);
-    const ScriptedCompositor compositor(terms);
+    QFETCH(const ScriptedCompositor::Options, options);
+    const ScriptedCompositor compositor(options);
     WaylandOutputs outputs;
     QVERIFY(outputs.switchOff());
     QCOMPARE(compositor.outputsOn(), 0);
     outputs.switchOn();
-    QCOMPARE(compositor.outputsOn(), terms.outputs);
-    QCOMPARE(compositor.complaint(), QString());
+    QCOMPARE(compositor.outputsOn(), options.outputs);
+    QCOMPARE(compositor.protocolError(), QString());
 }
 
 void WaylandOutputsTest::connectionLastsOnlyWhileOutputsAreOff()
 {
-    QFETCH(const ScriptedCompositor::Terms, terms);
-    const ScriptedCompositor compositor(terms);
+    QFETCH(const ScriptedCompositor::Options, options);
+    const ScriptedCompositor compositor(options);
     WaylandOutputs outputs;
     QVERIFY(outputs.switchOff());
     QTRY_COMPARE(compositor.clients(), 1);
@@ -81,8 +81,8 @@ void WaylandOutputsTest::connectionLastsOnlyWhileOutputsAreOff()
 
 void WaylandOutputsTest::outputsGoOffManyTimes()
 {
-    QFETCH(const ScriptedCompositor::Terms, terms);
-    const ScriptedCompositor compositor(terms);
+    QFETCH(const ScriptedCompositor::Options, options);
+    const ScriptedCompositor compositor(options);
     WaylandOutputs outputs;
     for (int i = 0; i < 20; ++i) {
         QVERIFY(outputs.switchOff());
@@ -92,12 +92,12 @@ void WaylandOutputsTest::outputsGoOffManyTimes()
     }
 }
 
-void WaylandOutputsTest::outputThatWasOffStaysOff()
+void WaylandOutputsTest::outputStaysOffIfItWasOff()
 {
-    QFETCH(ScriptedCompositor::Terms, terms);
-    terms.outputs = 2;
-    terms.outputsOff = 1;
-    const ScriptedCompositor compositor(terms);
+    QFETCH(ScriptedCompositor::Options, options);
+    options.outputs = 2;
+    options.outputsOff = 1;
+    const ScriptedCompositor compositor(options);
     WaylandOutputs outputs;
     QVERIFY(outputs.switchOff());
     QCOMPARE(compositor.outputsOn(), 0);
@@ -107,31 +107,31 @@ void WaylandOutputsTest::outputThatWasOffStaysOff()
 
 void WaylandOutputsTest::refusalIsReported_data()
 {
-    using Terms = ScriptedCompositor::Terms;
-    QTest::addColumn<Terms>("terms");
-    QTest::newRow("nothing offered") << Terms{};
-    QTest::newRow("power refused") << Terms{.offersPower = true, .refuses = true};
-    QTest::newRow("power failed") << Terms{.offersPower = true, .saysFailed = true};
-    QTest::newRow("configuration refused") << Terms{.offersConfiguration = true, .refuses = true};
-    QTest::newRow("both refused") << Terms{.offersPower = true, .offersConfiguration = true, .refuses = true};
-    QTest::newRow("power without outputs") << Terms{.offersPower = true, .outputs = 0};
-    QTest::newRow("configuration without outputs") << Terms{.offersConfiguration = true, .outputs = 0};
+    using Options = ScriptedCompositor::Options;
+    QTest::addColumn<Options>("options");
+    QTest::newRow("nothing offered") << Options{};
+    QTest::newRow("power refused") << Options{.offersPower = true, .refuses = true};
+    QTest::newRow("power failed") << Options{.offersPower = true, .sendsFailed = true};
+    QTest::newRow("configuration refused") << Options{.offersConfiguration = true, .refuses = true};
+    QTest::newRow("both refused") << Options{.offersPower = true, .offersConfiguration = true, .refuses = true};
+    QTest::newRow("power without outputs") << Options{.offersPower = true, .outputs = 0};
+    QTest::newRow("configuration without outputs") << Options{.offersConfiguration = true, .outputs = 0};
 }
 
 void WaylandOutputsTest::refusalIsReported()
 {
-    QFETCH(const ScriptedCompositor::Terms, terms);
-    const ScriptedCompositor compositor(terms);
+    QFETCH(const ScriptedCompositor::Options, options);
+    const ScriptedCompositor compositor(options);
     WaylandOutputs outputs;
     QVERIFY(!outputs.switchOff());
     outputs.switchOn();
-    QCOMPARE(compositor.outputsOn(), terms.outputs);
+    QCOMPARE(compositor.outputsOn(), options.outputs);
     QTRY_COMPARE(compositor.clients(), 0);
 }
 
 void WaylandOutputsTest::configurationIsUsedIfPowerIsRefused()
 {
-    const ScriptedCompositor compositor({.offersPower = true, .offersConfiguration = true, .saysFailed = true});
+    const ScriptedCompositor compositor({.offersPower = true, .offersConfiguration = true, .sendsFailed = true});
     WaylandOutputs outputs;
     QVERIFY(outputs.switchOff());
     QCOMPARE(compositor.outputsOn(), 0);
@@ -149,7 +149,7 @@ void WaylandOutputsTest::slowOutputIsWaitedFor()
     QTRY_COMPARE(compositor.outputsOn(), 1);
 }
 
-void WaylandOutputsTest::outputWhoseOldStateIsRefusedComesBack()
+void WaylandOutputsTest::outputIsEnabledWhenOldStateIsRefused()
 {
     const ScriptedCompositor compositor({.offersConfiguration = true, .refusesState = true});
     WaylandOutputs outputs;
@@ -181,24 +181,24 @@ void WaylandOutputsTest::configurationIsTriedAgainIfOutputsChange()
 {
     QFETCH(const int, changes);
     QFETCH(const bool, succeeds);
-    const ScriptedCompositor compositor({.offersConfiguration = true, .changesMeanwhile = changes});
+    const ScriptedCompositor compositor({.offersConfiguration = true, .cancelledConfigurations = changes});
     WaylandOutputs outputs;
     QCOMPARE(outputs.switchOff(), succeeds);
     QCOMPARE(compositor.outputsOn(), succeeds ? 0 : 1);
 }
 
-void WaylandOutputsTest::outputUnpluggedWhileOffIsForgotten()
+void WaylandOutputsTest::outputUnpluggedWhileOffIsIgnored()
 {
-    QFETCH(ScriptedCompositor::Terms, terms);
-    terms.outputs = 2;
-    ScriptedCompositor compositor(terms);
+    QFETCH(ScriptedCompositor::Options, options);
+    options.outputs = 2;
+    ScriptedCompositor compositor(options);
     WaylandOutputs outputs;
     QVERIFY(outputs.switchOff());
     compositor.unplug();
     QTRY_VERIFY(!compositor.isUnplugging());
     outputs.switchOn();
     QCOMPARE(compositor.outputsOn(), 1);
-    QCOMPARE(compositor.complaint(), QString());
+    QCOMPARE(compositor.protocolError(), QString());
 }
 
 void WaylandOutputsTest::missingCompositorIsReported()
@@ -209,7 +209,7 @@ void WaylandOutputsTest::missingCompositorIsReported()
     outputs.switchOn();
 }
 
-void WaylandOutputsTest::silentCompositorIsGivenUp()
+void WaylandOutputsTest::silentCompositorTimesOut()
 {
     const QTemporaryDir folder;
     QLocalServer silent;

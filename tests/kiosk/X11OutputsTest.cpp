@@ -4,7 +4,7 @@
 
 #include <QTest>
 
-/** Switching an X server's monitors off and on, as a client of a real connection. */
+/** Switches the monitor of a ScriptedXServer over a real X11 connection. */
 class X11OutputsTest : public QObject
 {
     Q_OBJECT

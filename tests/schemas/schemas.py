@@ -1,4 +1,4 @@
-"""The schemas of docs/schema, and what in a document does not fit them."""
+"""Loads the schemas of docs/schema and validates documents against them."""
 
 import json
 import pathlib
@@ -10,7 +10,7 @@ def _validator(schema, schemas):
     checker = jsonschema.FormatChecker(formats=["date"])
     try:
         import referencing
-    except ImportError:  # jsonschema before 4.18
+    except ImportError:  # jsonschema older than 4.18
         store = {one["$id"]: one for one in schemas}
         resolver = jsonschema.RefResolver.from_schema(schema, store=store)
         return jsonschema.Draft202012Validator(schema, resolver=resolver, format_checker=checker)
@@ -20,7 +20,7 @@ def _validator(schema, schemas):
 
 
 def _members(error):
-    """The paths of the members that an error is about: those that are missing, or the value itself."""
+    """Returns the paths of the members an error is about: the missing members, or the value itself."""
     path = tuple(error.absolute_path)
     if error.validator == "required":
         return [path + (name,) for name in error.validator_value if name not in error.instance]
@@ -38,7 +38,7 @@ class Schemas:
             jsonschema.Draft202012Validator.check_schema(schema)
 
     def properties(self, name):
-        """The properties of the record with this title, wherever it stands; what they refer to is put in its place."""
+        """Returns the properties of the record with this title, from any schema, with their references resolved."""
         for schema in self.by_name.values():
             for one in [*schema.get("$defs", {}).values(), schema]:
                 if one.get("title") == name and "properties" in one:
@@ -52,6 +52,6 @@ class Schemas:
         return {**self._resolved(target), **schema}
 
     def faults(self, name, document):
-        """What of the document does not fit: the path of each such member, and why."""
+        """Returns the invalid members of the document: the path of each, and the reason."""
         errors = _validator(self.by_name[name], self.by_name.values()).iter_errors(document)
         return {member: _why(error) for error in errors for member in _members(error)}

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "Clock.h"
 #include "NewsStatus.h"
 #include "ScriptedClock.h"
 #include "Stage.h"
-#include "Timepiece.h"
 
 #include <QFont>
 
@@ -11,15 +11,16 @@
 
 using namespace Qt::StringLiterals;
 
-/** A broadcast graphic on the canvas, with what the hub says of the news and a clock that stands still. */
+/** A broadcast graphic on the canvas, with the hub's news status and a clock that stands still. */
 struct BroadcastStage
 {
     ScriptedClock clock;
-    Timepiece timepiece{clock};
     Stage stage;
     QQuickItem* canvas = nullptr;
 
-    /** `qml` is what stands on the canvas; it finds what it is given as canvas.news, .stations, .station, .timepiece. */
+    /**
+     * `qml` is the content of the canvas. It can use canvas.news, canvas.stations, canvas.station and canvas.clock.
+     */
     explicit BroadcastStage(const QString& qml, QSize size = {1920, 1080}, const NewsStatus& news = {},
                             qsizetype current = 0)
         : stage(size)
@@ -27,12 +28,12 @@ struct BroadcastStage
         const QString document = u"import Quillmere.Hub\nimport Quillmere.News\n"
                                  "Canvas { id: canvas; property newsStatus news; property var "
                                  "stations; property var station; "
-                                 "property Timepiece timepiece; %1 }"_s;
+                                 "property Clock clock; %1 }"_s;
         const QList<TunerStation> stations = news.stations();
-        canvas = stage.put(document.arg(qml), {{u"news"_s, QVariant::fromValue(news)},
-                                               {u"stations"_s, QVariant::fromValue(stations)},
-                                               {u"station"_s, QVariant::fromValue(stations.at(current))},
-                                               {u"timepiece"_s, QVariant::fromValue(&timepiece)}});
+        canvas = stage.load(document.arg(qml), {{u"news"_s, QVariant::fromValue(news)},
+                                                {u"stations"_s, QVariant::fromValue(stations)},
+                                                {u"station"_s, QVariant::fromValue(stations.at(current))},
+                                                {u"clock"_s, QVariant::fromValue<Clock*>(&clock)}});
     }
 
     void setNews(const NewsStatus& news)
@@ -45,13 +46,13 @@ struct BroadcastStage
 
     QQuickItem* first(const QByteArray& type) const { return Stage::first(canvas, type); }
 
-    /** Where an item stands, in points of the canvas. */
+    /** The geometry of an item in points of the canvas. */
     QRectF area(const QQuickItem* item) const
     {
         return item ? item->mapRectToItem(canvas, QRectF(QPointF(), item->size())) : QRectF();
     }
 
-    /** The visible text that reads so. */
+    /** The visible text item with exactly these words; null if there is none. */
     QQuickItem* text(const QString& words) const
     {
         const auto texts = Stage::texts(canvas);
@@ -66,13 +67,13 @@ struct BroadcastStage
     QFont fontOf(const QString& words) const { return text(words)->property("font").value<QFont>(); }
     QColor colorOf(const QString& words) const { return text(words)->property("color").value<QColor>(); }
 
-    /** What a picture shows at a place of the canvas. */
+    /** The colour of a picture at a point of the canvas. */
     QColor at(const QImage& picture, double x, double y) const
     {
         return picture.pixelColor(canvas->mapToScene({x, y}).toPoint());
     }
 
-    /** What is on the glass now, whether or not it moves. */
+    /** The current picture of the window, even during an animation. */
     QImage picture()
     {
         stage.waitForFrame();

@@ -16,7 +16,7 @@ namespace {
 const QString grey = u"Rectangle { anchors.fill: parent; color: '#808080' }"_s;
 const QString capsule = u"Rectangle { width: 300; height: 60; radius: 30; color: StationPalette.amber }"_s;
 
-/** Two buttons of one style side by side on a canvas; the first has the focus. */
+/** Two buttons of one style side by side on a canvas. The first has focus. */
 struct Pair
 {
     Stage stage;
@@ -26,8 +26,8 @@ struct Pair
     Pair(QSize size, const QString& style, const QString& one, const QString& other) : stage(size)
     {
         QQuickItem* root =
-            stage.put(u"Canvas { FocusScreen { anchors.fill: parent; focus: true; "
-                      "%1 { x: 300; y: 300; %2 } %1 { x: 900; y: 300; %3 } } }"_s.arg(style, one, other));
+            stage.load(u"Canvas { FocusScreen { anchors.fill: parent; focus: true; "
+                       "%1 { x: 300; y: 300; %2 } %1 { x: 900; y: 300; %3 } } }"_s.arg(style, one, other));
         const auto buttons = Stage::all(root, style.toLatin1());
         first = buttons.at(0);
         second = buttons.at(1);
@@ -79,34 +79,34 @@ double scaleOf(const QQuickItem* button)
 #define COMPARE_COLOR(seen, wanted)                                                                                    \
     QVERIFY2(isClose(seen, wanted), qPrintable(QColor(seen).name() + u" instead of "_s + QColor(wanted).name()))
 
-/** The three styles of buttons: what they look like at rest and under the focus, and how they are pressed. */
+/** The three button styles: appearance at rest and with focus, and reaction to key presses. */
 class ButtonStylesTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aStyleLiftsByItsOwnScale_data();
-    void aStyleLiftsByItsOwnScale();
-    void aLiftTakesFifteenHundredthsOfASecond_data() { styles(); }
-    void aLiftTakesFifteenHundredthsOfASecond();
-    void aButtonIsSelectedOncePerPress_data() { styles(); }
-    void aButtonIsSelectedOncePerPress();
-    void aButtonIsHeardAsAButton_data() { styles(); }
-    void aButtonIsHeardAsAButton();
-    void nothingIsDrawnAtRest_data() { styles(); }
-    void nothingIsDrawnAtRest();
-    void onlyALiftedCardHasAShadowAndASheen();
-    void aLiftedCardIsBrighter();
-    void aLiftedCardStandsBeforeItsNeighbours();
-    void aPlateAtRestIsOutlinedDimly_data() { sizes(); }
-    void aPlateAtRestIsOutlinedDimly();
-    void aFocusedPlateIsCreamWithDarkLetters_data() { sizes(); }
-    void aFocusedPlateIsCreamWithDarkLetters();
-    void aPlateIsAsWideAsItsLabel();
-    void aPlainButtonKeepsItsLook_data() { sizes(); }
-    void aPlainButtonKeepsItsLook();
-    void theRingShowsBesideAnAmberPlate_data() { sizes(); }
-    void theRingShowsBesideAnAmberPlate();
+    void focusedButtonIsScaledByFactorOfItsStyle_data();
+    void focusedButtonIsScaledByFactorOfItsStyle();
+    void liftAnimationTakes150Milliseconds_data() { styles(); }
+    void liftAnimationTakes150Milliseconds();
+    void buttonIsSelectedOncePerKeyPress_data() { styles(); }
+    void buttonIsSelectedOncePerKeyPress();
+    void buttonHasAccessibleRoleNameAndAction_data() { styles(); }
+    void buttonHasAccessibleRoleNameAndAction();
+    void noFrameIsDrawnAtRest_data() { styles(); }
+    void noFrameIsDrawnAtRest();
+    void onlyLiftedCardHasShadowAndSheen();
+    void liftedCardIsBrighter();
+    void liftedCardCoversItsNeighbours();
+    void plateAtRestHasDimOutline_data() { sizes(); }
+    void plateAtRestHasDimOutline();
+    void focusedPlateIsCreamWithDarkText_data() { sizes(); }
+    void focusedPlateIsCreamWithDarkText();
+    void plateIsAsWideAsItsLabel();
+    void plainButtonContentIsUnchangedWhenFocused_data() { sizes(); }
+    void plainButtonContentIsUnchangedWhenFocused();
+    void focusRingIsSeparatedFromAmberPlateByGap_data() { sizes(); }
+    void focusRingIsSeparatedFromAmberPlateByGap();
 
 private:
     static void styles();
@@ -128,7 +128,7 @@ void ButtonStylesTest::sizes()
     QTest::newRow("2160p") << QSize(3840, 2160);
 }
 
-void ButtonStylesTest::aStyleLiftsByItsOwnScale_data()
+void ButtonStylesTest::focusedButtonIsScaledByFactorOfItsStyle_data()
 {
     QTest::addColumn<QString>("style");
     QTest::addColumn<double>("scale");
@@ -137,7 +137,7 @@ void ButtonStylesTest::aStyleLiftsByItsOwnScale_data()
     QTest::newRow("plain") << u"PlainButton"_s << 1.0;
 }
 
-void ButtonStylesTest::aStyleLiftsByItsOwnScale()
+void ButtonStylesTest::focusedButtonIsScaledByFactorOfItsStyle()
 {
     QFETCH(QString, style);
     QFETCH(double, scale);
@@ -149,12 +149,12 @@ void ButtonStylesTest::aStyleLiftsByItsOwnScale()
     pair.stage.press(Qt::Key_Right);
     QTRY_COMPARE(scaleOf(pair.second), scale);
     QTRY_COMPARE(scaleOf(pair.first), 1.0);
-    // The button itself, by which the focus finds its way, never grows.
+    // The button's own geometry, which focus navigation uses, never changes.
     QCOMPARE(pair.first->size(), size);
     QCOMPARE(pair.second->scale(), 1.0);
 }
 
-void ButtonStylesTest::aLiftTakesFifteenHundredthsOfASecond()
+void ButtonStylesTest::liftAnimationTakes150Milliseconds()
 {
     QFETCH(QString, style);
     Pair pair(style);
@@ -167,7 +167,7 @@ void ButtonStylesTest::aLiftTakesFifteenHundredthsOfASecond()
     QTRY_COMPARE(pair.first->property("lift").toDouble(), 0.0);
 }
 
-void ButtonStylesTest::aButtonIsSelectedOncePerPress()
+void ButtonStylesTest::buttonIsSelectedOncePerKeyPress()
 {
     QFETCH(QString, style);
     Pair pair(style);
@@ -176,8 +176,8 @@ void ButtonStylesTest::aButtonIsSelectedOncePerPress()
     pair.stage.press(Qt::Key_Select);
     QCOMPARE(first.size(), 1);
     for (int repeat = 0; repeat < 5; ++repeat) {
-        QKeyEvent held(QEvent::KeyPress, Qt::Key_Select, Qt::NoModifier, {}, true);
-        QCoreApplication::sendEvent(&pair.stage.window(), &held);
+        QKeyEvent repeatedPress(QEvent::KeyPress, Qt::Key_Select, Qt::NoModifier, {}, true);
+        QCoreApplication::sendEvent(&pair.stage.window(), &repeatedPress);
     }
     QCOMPARE(first.size(), 1);
     pair.stage.press(Qt::Key_Right);
@@ -186,36 +186,36 @@ void ButtonStylesTest::aButtonIsSelectedOncePerPress()
     QCOMPARE(second.size(), 1);
 }
 
-void ButtonStylesTest::aButtonIsHeardAsAButton()
+void ButtonStylesTest::buttonHasAccessibleRoleNameAndAction()
 {
     QFETCH(QString, style);
     Pair pair(style);
     QAccessible::setActive(true);
-    const auto heard = [](QQuickItem* button) { return QAccessible::queryAccessibleInterface(button); };
-    QCOMPARE(heard(pair.first)->role(), QAccessible::Button);
-    QCOMPARE(heard(pair.first)->text(QAccessible::Name), u"one"_s);
-    QCOMPARE(heard(pair.second)->text(QAccessible::Name), u"other"_s);
-    QVERIFY(heard(pair.first)->state().focusable);
-    QVERIFY(heard(pair.first)->state().focused);
-    QVERIFY(heard(pair.second)->state().focusable);
-    QVERIFY(!heard(pair.second)->state().focused);
+    const auto accessible = [](QQuickItem* button) { return QAccessible::queryAccessibleInterface(button); };
+    QCOMPARE(accessible(pair.first)->role(), QAccessible::Button);
+    QCOMPARE(accessible(pair.first)->text(QAccessible::Name), u"one"_s);
+    QCOMPARE(accessible(pair.second)->text(QAccessible::Name), u"other"_s);
+    QVERIFY(accessible(pair.first)->state().focusable);
+    QVERIFY(accessible(pair.first)->state().focused);
+    QVERIFY(accessible(pair.second)->state().focusable);
+    QVERIFY(!accessible(pair.second)->state().focused);
     QSignalSpy selected(pair.second, SIGNAL(selected()));
-    heard(pair.second)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    accessible(pair.second)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     QCOMPARE(selected.size(), 1);
 }
 
-void ButtonStylesTest::nothingIsDrawnAtRest()
+void ButtonStylesTest::noFrameIsDrawnAtRest()
 {
     QFETCH(QString, style);
     Pair pair(style);
     pair.stage.press(Qt::Key_Right);
-    pair.stage.settle();
+    pair.stage.waitUntilIdle();
     const int frames = pair.stage.frames();
     QTest::qWait(500);
     QCOMPARE(pair.stage.frames(), frames);
 }
 
-void ButtonStylesTest::onlyALiftedCardHasAShadowAndASheen()
+void ButtonStylesTest::onlyLiftedCardHasShadowAndSheen()
 {
     Pair pair(u"CardButton"_s);
     const auto shadows = [](QQuickItem* card) { return Stage::all(card, "SoftShadow").size(); };
@@ -229,22 +229,22 @@ void ButtonStylesTest::onlyALiftedCardHasAShadowAndASheen()
     QCOMPARE(sheens(pair.second), 1);
 }
 
-void ButtonStylesTest::aLiftedCardIsBrighter()
+void ButtonStylesTest::liftedCardIsBrighter()
 {
     Pair pair(u"CardButton"_s);
     const QImage picture = pair.stage.picture();
     COMPARE_COLOR(pair.at(picture, 425, 495), StationPalette::mixed(QColor(128, 128, 128), Qt::white, 0.06));
     COMPARE_COLOR(pair.at(picture, 1025, 495), QColor(128, 128, 128));
-    // So are its outermost points, and no further.
+    // The outermost points of the card are brighter too, but nothing beyond them.
     COMPARE_COLOR(pair.at(picture, 291, 495), StationPalette::mixed(QColor(128, 128, 128), Qt::white, 0.06));
     COMPARE_COLOR(pair.at(picture, 289, 495), QColor(Qt::black));
 }
 
-void ButtonStylesTest::aLiftedCardStandsBeforeItsNeighbours()
+void ButtonStylesTest::liftedCardCoversItsNeighbours()
 {
     const QString card = u"name: 'card'; width: 598; height: 400; Rectangle { anchors.fill: parent; color: '%1' }"_s;
     Pair pair({1920, 1080}, u"CardButton"_s, card.arg(u"red"), card.arg(u"blue"));
-    // Between the two the lifted one is seen, whichever was made later.
+    // Where the two cards overlap, the lifted one is visible, no matter which was created first.
     const QColor left = pair.at(pair.stage.picture(), 905, 500);
     QVERIFY(left.red() > 200 && left.blue() < 50);
     pair.stage.press(Qt::Key_Right);
@@ -252,7 +252,7 @@ void ButtonStylesTest::aLiftedCardStandsBeforeItsNeighbours()
     QVERIFY(right.blue() > 200 && right.red() < 50);
 }
 
-void ButtonStylesTest::aPlateAtRestIsOutlinedDimly()
+void ButtonStylesTest::plateAtRestHasDimOutline()
 {
     QFETCH(QSize, size);
     Pair pair(u"PlateButton"_s, size);
@@ -268,7 +268,7 @@ void ButtonStylesTest::aPlateAtRestIsOutlinedDimly()
     QCOMPARE(Stage::texts(pair.second).constFirst()->property("color").value<QColor>(), StationPalette::cream());
 }
 
-void ButtonStylesTest::aFocusedPlateIsCreamWithDarkLetters()
+void ButtonStylesTest::focusedPlateIsCreamWithDarkText()
 {
     QFETCH(QSize, size);
     Pair pair(size, u"PlateButton"_s, u"text: 'Push it in'; icon: Icon.Play"_s, u"text: 'Start over'"_s);
@@ -280,7 +280,7 @@ void ButtonStylesTest::aFocusedPlateIsCreamWithDarkLetters()
     QCOMPARE(Stage::texts(pair.first).constFirst()->property("color").value<QColor>(), StationPalette::inkNavy());
 }
 
-void ButtonStylesTest::aPlateIsAsWideAsItsLabel()
+void ButtonStylesTest::plateIsAsWideAsItsLabel()
 {
     Pair pair({1920, 1080}, u"PlateButton"_s, u"text: 'Search the stacks'; icon: Icon.MagnifyingGlass"_s,
               u"text: 'Search the stacks'; padding: 24"_s);
@@ -291,24 +291,24 @@ void ButtonStylesTest::aPlateIsAsWideAsItsLabel()
     QCOMPARE(visible(Stage::all(pair.second, "Icon")).size(), 0);
 }
 
-void ButtonStylesTest::aPlainButtonKeepsItsLook()
+void ButtonStylesTest::plainButtonContentIsUnchangedWhenFocused()
 {
     QFETCH(QSize, size);
     Pair pair(u"PlainButton"_s, size);
     QCOMPARE(pair.first->size(), QSizeF(300, 60));
-    // The ring runs through the corners of the rectangle around a capsule.
+    // The ring crosses the corners of the rectangle around a capsule, so compare only the middle.
     const auto content = [&](const QQuickItem* button, const QImage& picture) {
         return picture.copy(button->mapRectToScene(QRectF(30, 0, 240, 60)).toAlignedRect());
     };
     const QImage picture = pair.stage.picture();
     QCOMPARE(content(pair.first, picture), content(pair.second, picture));
     COMPARE_COLOR(content(pair.first, picture).pixelColor(0, 0), StationPalette::amber());
-    // At rest there is nothing around it.
+    // At rest nothing is drawn around it.
     QCOMPARE(visible(Stage::all(pair.second, "CardPlate")).size(), 0);
     COMPARE_COLOR(pair.at(picture, 1050, 294), QColor(Qt::black));
 }
 
-void ButtonStylesTest::theRingShowsBesideAnAmberPlate()
+void ButtonStylesTest::focusRingIsSeparatedFromAmberPlateByGap()
 {
     QFETCH(QSize, size);
     Pair pair(u"PlainButton"_s, size);

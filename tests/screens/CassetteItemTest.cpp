@@ -13,25 +13,25 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-using Form = CassettePrint::Form;
+using Form = CassetteRenderer::Form;
 
-/** What a print's box looks like on the black stage. */
-QImage printOf(const CassettePrint& print)
+/** The box of a rendered cassette on a black background, as the display should show it. */
+QImage renderedBox(const CassetteRenderer& renderer)
 {
-    const CassettePicture picture = print.paint();
-    QImage ground(print.pixels, QImage::Format_RGB32);
-    ground.fill(Qt::black);
-    QPainter(&ground).drawImage(-picture.box.topLeft(), picture.image);
-    return ground;
+    const CassettePicture picture = renderer.paint();
+    QImage background(renderer.pixels, QImage::Format_RGB32);
+    background.fill(Qt::black);
+    QPainter(&background).drawImage(-picture.box.topLeft(), picture.image);
+    return background;
 }
 
-/** What a picture of the sample's card takes, in bytes. */
+/** The size in memory of a picture of the sample card, in bytes. */
 qint64 bytesOf(QSize pixels)
 {
-    return CassettePrint{Form::ShelfCard, sampleCover(), 250, pixels}.paint().image.sizeInBytes();
+    return CassetteRenderer{Form::ShelfCard, sampleCover(), 250, pixels}.paint().image.sizeInBytes();
 }
 
-/** The sample cover with a bar code that runs past a small box. */
+/** The sample cover with a bar code too long for a small box. */
 VHSCover overhangingCover()
 {
     VHSCover cover = sampleCover();
@@ -44,13 +44,13 @@ CassetteItem* cassetteOf(QQuickItem* root)
     return qobject_cast<CassetteItem*>(Stage::first(root, "CassetteItem"));
 }
 
-/** What is on the glass this very moment, before anything ordered can have arrived. */
-QImage glance(Stage& stage)
+/** The picture of the window right now, before any picture requested in the background can have arrived. */
+QImage grabNow(Stage& stage)
 {
     return stage.window().grabWindow().convertToFormat(QImage::Format_RGB32);
 }
 
-/** A card that counts how often its node was touched. */
+/** A card that counts the updates of its scene graph node. */
 class CountedCard : public VHSShelfCard
 {
 public:
@@ -67,45 +67,45 @@ protected:
 
 } // namespace
 
-/** Cassettes on the glass: plates, pictures, lifts and moves. */
+/** Cassettes in a window: plates, pictures, lifts and moves. */
 class CassetteItemTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aCassetteIsAsTallAsItsWidthAsksFor();
-    void aCassetteAtRestIsItsPicturePixelForPixel_data();
-    void aCassetteAtRestIsItsPicturePixelForPixel();
-    void untilItsPictureIsThereItIsAPlateOfItsHue();
-    void aNewCoverNeverShowsTheOldPicture();
-    void aCoverThatLooksTheSameKeepsThePicture_data();
-    void aCoverThatLooksTheSameKeepsThePicture();
-    void whatReachesBeyondTheBoxIsSeen_data();
-    void whatReachesBeyondTheBoxIsSeen();
-    void aNeighbourCoversNoBar_data();
-    void aNeighbourCoversNoBar();
-    void theCardsOfARowAreAllOfOneSize();
-    void aLiftedCardIsPaintedAtItsSizeWhenItHasComeToRest();
-    void aCardThatSettlesShowsItsFirstPictureAgain();
-    void whileItGrowsThePictureAtHandIsScaled();
-    void movingByWholePixelsTouchesNothing();
-    void anotherWidthShowsTheOldPictureUntilTheNewOneIsThere();
-    void aHiddenCassetteOrdersNothing();
-    void anEmptyCassetteDrawsNothing();
-    void thePicturesGoWithTheLastCassette();
+    void cassetteHeightFollowsFromItsWidth();
+    void cassetteAtRestShowsItsPicturePixelForPixel_data();
+    void cassetteAtRestShowsItsPicturePixelForPixel();
+    void cassetteWithoutPictureShowsPlateInCoverColour();
+    void newCoverNeverShowsOldPicture();
+    void pictureIsKeptWhenNewCoverLooksTheSame_data();
+    void pictureIsKeptWhenNewCoverLooksTheSame();
+    void barcodeBeyondBoxEdgeIsDrawn_data();
+    void barcodeBeyondBoxEdgeIsDrawn();
+    void neighbourCardDoesNotCoverOverhangingBarcode_data();
+    void neighbourCardDoesNotCoverOverhangingBarcode();
+    void cardsOfRowHaveEqualPixelSize();
+    void liftedCardIsRepaintedAtItsSizeAfterAnimation();
+    void cardShowsItsFirstPictureAgainWhenNoLongerLifted();
+    void currentPictureIsScaledWhileCardGrows();
+    void moveByWholePixelsUpdatesNoNode();
+    void oldPictureIsShownAfterResizeUntilNewOneIsReady();
+    void hiddenCassetteRequestsNoPicture();
+    void cassetteWithoutSizeDrawsNothing();
+    void picturesAreFreedWithLastCassette();
 };
 
-void CassetteItemTest::aCassetteIsAsTallAsItsWidthAsksFor()
+void CassetteItemTest::cassetteHeightFollowsFromItsWidth()
 {
     Stage stage({500, 700});
-    CassetteItem* card = cassetteOf(stage.put(u"import Quillmere.Shop\nItem { VHSShelfCard { width: 250 } }"_s));
+    CassetteItem* card = cassetteOf(stage.load(u"import Quillmere.Shop\nItem { VHSShelfCard { width: 250 } }"_s));
     QCOMPARE(card->height(), 390.625);
     card->setWidth(320);
     QCOMPARE(card->height(), 500);
     QCOMPARE(card->radius(), 10.0);
 }
 
-void CassetteItemTest::aCassetteAtRestIsItsPicturePixelForPixel_data()
+void CassetteItemTest::cassetteAtRestShowsItsPicturePixelForPixel_data()
 {
     QTest::addColumn<QString>("type");
     QTest::addColumn<double>("width");
@@ -119,14 +119,14 @@ void CassetteItemTest::aCassetteAtRestIsItsPicturePixelForPixel_data()
     QTest::newRow("box") << u"VHSBoxFront"_s << 420.0 << 1.0 << QSize(420, 656);
 }
 
-void CassetteItemTest::aCassetteAtRestIsItsPicturePixelForPixel()
+void CassetteItemTest::cassetteAtRestShowsItsPicturePixelForPixel()
 {
     QFETCH(QString, type);
     QFETCH(double, width);
     QFETCH(double, scale);
     QFETCH(QSize, pixels);
     Stage stage({600, 900});
-    CassetteItem* cassette = cassetteOf(stage.put(
+    CassetteItem* cassette = cassetteOf(stage.load(
         u"import Quillmere.Shop\nItem { scale: %1; transformOrigin: Item.TopLeft; %2 { x: 20; y: 20; width: %3 } }"_s
             .arg(scale, 0, 'g', 17)
             .arg(type)
@@ -135,45 +135,47 @@ void CassetteItemTest::aCassetteAtRestIsItsPicturePixelForPixel()
     QTRY_VERIFY(cassette->hasPicture());
     const auto form = type == u"VHSBoxFront"_s ? Form::BoxFront : Form::ShelfCard;
     const QPoint corner = (QPointF(20, 20) * scale).toPoint();
-    QCOMPARE(stage.picture().copy(QRect(corner, pixels)), printOf({form, sampleCover(), width, pixels}));
+    QCOMPARE(stage.picture().copy(QRect(corner, pixels)), renderedBox({form, sampleCover(), width, pixels}));
 }
 
-void CassetteItemTest::untilItsPictureIsThereItIsAPlateOfItsHue()
+void CassetteItemTest::cassetteWithoutPictureShowsPlateInCoverColour()
 {
     Stage stage({500, 700});
     CassetteItem* card =
-        cassetteOf(stage.put(u"import Quillmere.Shop\nItem { VHSShelfCard { x: 20; y: 20; width: 250 } }"_s));
+        cassetteOf(stage.load(u"import Quillmere.Shop\nItem { VHSShelfCard { x: 20; y: 20; width: 250 } }"_s));
     card->setCover(sampleCover(145));
-    const QImage glass = glance(stage);
+    const QImage grabbed = grabNow(stage);
     QVERIFY(!card->hasPicture());
     const QColor sky = CoverArt::skyTop(145);
-    for (const QPoint place : {QPoint(145, 200), QPoint(21, 200), QPoint(268, 200), QPoint(145, 21), QPoint(145, 408)})
-        QCOMPARE(glass.pixel(place), sky.rgb());
+    for (const QPoint point : {QPoint(145, 200), QPoint(21, 200), QPoint(268, 200), QPoint(145, 21), QPoint(145, 408)})
+        QCOMPARE(grabbed.pixel(point), sky.rgb());
     for (const QPoint outside : {QPoint(20, 20), QPoint(269, 20), QPoint(20, 410), QPoint(271, 200), QPoint(145, 412)})
-        QCOMPARE(glass.pixelColor(outside), QColor(Qt::black));
+        QCOMPARE(grabbed.pixelColor(outside), QColor(Qt::black));
     QTRY_VERIFY(card->hasPicture());
-    QVERIFY(glance(stage).pixel(145, 400) != sky.rgb());
+    QVERIFY(grabNow(stage).pixel(145, 400) != sky.rgb());
 }
 
-void CassetteItemTest::aNewCoverNeverShowsTheOldPicture()
+void CassetteItemTest::newCoverNeverShowsOldPicture()
 {
     Stage stage({500, 700});
     CassetteItem* card =
-        cassetteOf(stage.put(u"import Quillmere.Shop\nItem { VHSShelfCard { x: 20; y: 20; width: 250 } }"_s));
+        cassetteOf(stage.load(u"import Quillmere.Shop\nItem { VHSShelfCard { x: 20; y: 20; width: 250 } }"_s));
     card->setCover(sampleCover(145));
     QTRY_VERIFY(card->hasPicture());
     card->setCover(sampleCover(4));
     QVERIFY(!card->hasPicture());
-    QCOMPARE(glance(stage).pixel(145, 300), CoverArt::skyTop(4).rgb());
+    QCOMPARE(grabNow(stage).pixel(145, 300), CoverArt::skyTop(4).rgb());
     QTRY_VERIFY(card->hasPicture());
-    QCOMPARE(stage.picture().copy(20, 20, 250, 391), printOf({Form::ShelfCard, sampleCover(4), 250, QSize(250, 391)}));
-    // This one is at hand.
+    QCOMPARE(stage.picture().copy(20, 20, 250, 391),
+             renderedBox({Form::ShelfCard, sampleCover(4), 250, QSize(250, 391)}));
+    // The studio still has this picture.
     card->setCover(sampleCover(145));
     QVERIFY(card->hasPicture());
-    QCOMPARE(glance(stage).copy(20, 20, 250, 391), printOf({Form::ShelfCard, sampleCover(145), 250, QSize(250, 391)}));
+    QCOMPARE(grabNow(stage).copy(20, 20, 250, 391),
+             renderedBox({Form::ShelfCard, sampleCover(145), 250, QSize(250, 391)}));
 }
 
-void CassetteItemTest::aCoverThatLooksTheSameKeepsThePicture_data()
+void CassetteItemTest::pictureIsKeptWhenNewCoverLooksTheSame_data()
 {
     VHSCover full = sampleCover();
     full.id = 7;
@@ -186,20 +188,20 @@ void CassetteItemTest::aCoverThatLooksTheSameKeepsThePicture_data()
     QTest::addColumn<QString>("type");
     QTest::addColumn<VHSCover>("cover");
     QTest::addColumn<bool>("isKept");
-    QTest::newRow("box, what it does not draw") << u"VHSBoxFront"_s << full << true;
-    QTest::newRow("card, what it does not draw") << u"VHSShelfCard"_s << full << true;
-    QTest::newRow("box, a transcript") << u"VHSBoxFront"_s << withoutTranscript << true;
-    QTest::newRow("card, a transcript") << u"VHSShelfCard"_s << withoutTranscript << false;
+    QTest::newRow("box, fields that it does not draw") << u"VHSBoxFront"_s << full << true;
+    QTest::newRow("card, fields that it does not draw") << u"VHSShelfCard"_s << full << true;
+    QTest::newRow("box, transcript removed") << u"VHSBoxFront"_s << withoutTranscript << true;
+    QTest::newRow("card, transcript removed") << u"VHSShelfCard"_s << withoutTranscript << false;
     QTest::newRow("box, another title") << u"VHSBoxFront"_s << renamed << false;
 }
 
-void CassetteItemTest::aCoverThatLooksTheSameKeepsThePicture()
+void CassetteItemTest::pictureIsKeptWhenNewCoverLooksTheSame()
 {
     QFETCH(QString, type);
     QFETCH(VHSCover, cover);
     QFETCH(bool, isKept);
     Stage stage({500, 700});
-    CassetteItem* item = cassetteOf(stage.put(u"import Quillmere.Shop\nItem { %1 { width: 250 } }"_s.arg(type)));
+    CassetteItem* item = cassetteOf(stage.load(u"import Quillmere.Shop\nItem { %1 { width: 250 } }"_s.arg(type)));
     item->setCover(sampleCover());
     QTRY_VERIFY(item->hasPicture());
     item->setCover(cover);
@@ -207,7 +209,7 @@ void CassetteItemTest::aCoverThatLooksTheSameKeepsThePicture()
     QCOMPARE(item->hasPicture(), isKept);
 }
 
-void CassetteItemTest::whatReachesBeyondTheBoxIsSeen_data()
+void CassetteItemTest::barcodeBeyondBoxEdgeIsDrawn_data()
 {
     QTest::addColumn<double>("width");
     QTest::addColumn<double>("scale");
@@ -220,19 +222,19 @@ void CassetteItemTest::whatReachesBeyondTheBoxIsSeen_data()
     QTest::newRow("box") << 420.0 << 1.0 << QSize(420, 656);
 }
 
-void CassetteItemTest::whatReachesBeyondTheBoxIsSeen()
+void CassetteItemTest::barcodeBeyondBoxEdgeIsDrawn()
 {
     QFETCH(double, width);
     QFETCH(double, scale);
     QFETCH(QSize, pixels);
     Stage stage({700, 900});
-    CassetteItem* cassette = cassetteOf(stage.put(
+    CassetteItem* cassette = cassetteOf(stage.load(
         u"import Quillmere.Shop\nItem { scale: %1; transformOrigin: Item.TopLeft; VHSShelfCard { x: 40; y: 40; width: %2 } }"_s
             .arg(scale, 0, 'g', 17)
             .arg(width)));
     cassette->setCover(overhangingCover());
     QTRY_VERIFY(cassette->hasPicture());
-    const CassettePicture picture = CassettePrint{Form::ShelfCard, overhangingCover(), width, pixels}.paint();
+    const CassettePicture picture = CassetteRenderer{Form::ShelfCard, overhangingCover(), width, pixels}.paint();
     QImage wanted(700, 900, QImage::Format_RGB32);
     wanted.fill(Qt::black);
     const QPoint corner(qRound(40 * scale), qRound(40 * scale));
@@ -241,7 +243,7 @@ void CassetteItemTest::whatReachesBeyondTheBoxIsSeen()
     QCOMPARE(cassette->size(), QSizeF(width, width * 1.5625));
 }
 
-void CassetteItemTest::aNeighbourCoversNoBar_data()
+void CassetteItemTest::neighbourCardDoesNotCoverOverhangingBarcode_data()
 {
     QTest::addColumn<QSize>("window");
     QTest::newRow("720p") << QSize(1280, 720);
@@ -249,36 +251,36 @@ void CassetteItemTest::aNeighbourCoversNoBar_data()
     QTest::newRow("2160p") << QSize(3840, 2160);
 }
 
-void CassetteItemTest::aNeighbourCoversNoBar()
+void CassetteItemTest::neighbourCardDoesNotCoverOverhangingBarcode()
 {
     QFETCH(QSize, window);
     const double scale = window.height() / 1080.0;
     Stage stage(window);
     QQuickItem* root =
-        stage.put(u"import Quillmere.Shop\nCanvas { Rectangle { anchors.fill: parent; color: 'white' } "
-                  "Row { x: 90; y: 60; spacing: 40; Repeater { model: 3; VHSShelfCard { width: 230 } } } }"_s);
+        stage.load(u"import Quillmere.Shop\nCanvas { Rectangle { anchors.fill: parent; color: 'white' } "
+                   "Row { x: 90; y: 60; spacing: 40; Repeater { model: 3; VHSShelfCard { width: 230 } } } }"_s);
     for (QQuickItem* card : Stage::all(root, "CassetteItem")) {
         qobject_cast<CassetteItem*>(card)->setCover(overhangingCover());
         QTRY_VERIFY(qobject_cast<CassetteItem*>(card)->hasPicture());
     }
-    const QImage glass = stage.picture();
+    const QImage grabbed = stage.picture();
     const int y = int((60 + 455 * 230 / 320.0) * scale);
     for (int i = 0; i < 3; ++i) {
-        // The last of the 14 bars: 104 units of a point and its own 3 after the frame's left edge.
+        // The last of the 14 bars is 3 units wide and starts 104 units right of the frame's left edge.
         const double left = (90 + 270 * i + 190 * 230 / 320.0 + 104) * scale;
         QVERIFY(left > (90 + 270 * i + 230 + 1) * scale);
         double ink = 0;
         for (int x = int(left - 0.5 * scale); x < int(left + 3.5 * scale); ++x)
-            ink += (255 - glass.pixelColor(x, y).red()) / 244.0;
+            ink += (255 - grabbed.pixelColor(x, y).red()) / 244.0;
         QVERIFY2(std::abs(ink - 3 * scale) < 0.6 * scale, qPrintable(QString::number(ink)));
     }
 }
 
-void CassetteItemTest::theCardsOfARowAreAllOfOneSize()
+void CassetteItemTest::cardsOfRowHaveEqualPixelSize()
 {
     Stage stage({1280, 720});
-    QQuickItem* root = stage.put(u"import Quillmere.Shop\nCanvas { Row { x: 70; y: 101; spacing: 40; Repeater { "
-                                 "model: 5; VHSShelfCard { width: 250 } } } }"_s);
+    QQuickItem* root = stage.load(u"import Quillmere.Shop\nCanvas { Row { x: 70; y: 101; spacing: 40; Repeater { "
+                                  "model: 5; VHSShelfCard { width: 250 } } } }"_s);
     const auto cards = Stage::all(root, "CassetteItem");
     QCOMPARE(cards.size(), 5);
     for (QQuickItem* card : cards) {
@@ -286,123 +288,125 @@ void CassetteItemTest::theCardsOfARowAreAllOfOneSize()
         cassette->setCover(sampleCover());
         QTRY_VERIFY(cassette->hasPicture());
     }
-    const QImage glass = stage.picture();
-    const QImage print = printOf({Form::ShelfCard, sampleCover(), 250, QSize(167, 260)});
+    const QImage grabbed = stage.picture();
+    const QImage expected = renderedBox({Form::ShelfCard, sampleCover(), 250, QSize(167, 260)});
     for (int i = 0; i < 5; ++i) {
         const QPoint corner = (QPointF(70 + 290 * i, 101) * 2 / 3).toPoint();
-        QCOMPARE(glass.copy(QRect(corner, print.size())), print);
+        QCOMPARE(grabbed.copy(QRect(corner, expected.size())), expected);
     }
 }
 
-void CassetteItemTest::aLiftedCardIsPaintedAtItsSizeWhenItHasComeToRest()
+void CassetteItemTest::liftedCardIsRepaintedAtItsSizeAfterAnimation()
 {
     Stage stage({500, 700});
-    QQuickItem* root = stage.put(u"import Quillmere.Shop\nItem { x: 50; y: 50; width: 250; height: 390.625; "
-                                 "Behavior on scale { NumberAnimation { duration: 150 } } "
-                                 "VHSShelfCard { width: 250 } }"_s);
+    QQuickItem* root = stage.load(u"import Quillmere.Shop\nItem { x: 50; y: 50; width: 250; height: 390.625; "
+                                  "Behavior on scale { NumberAnimation { duration: 150 } } "
+                                  "VHSShelfCard { width: 250 } }"_s);
     CassetteItem* card = cassetteOf(root);
     card->setCover(sampleCover());
     QTRY_VERIFY(card->hasPicture());
     root->setProperty("scale", 1.08);
     QTRY_COMPARE(root->scale(), 1.08);
-    const QImage print = printOf({Form::ShelfCard, sampleCover(), 250, QSize(270, 422)});
-    QTRY_COMPARE(stage.picture().copy(40, 34, 270, 422), print);
+    const QImage expected = renderedBox({Form::ShelfCard, sampleCover(), 250, QSize(270, 422)});
+    QTRY_COMPARE(stage.picture().copy(40, 34, 270, 422), expected);
 }
 
-void CassetteItemTest::aCardThatSettlesShowsItsFirstPictureAgain()
+void CassetteItemTest::cardShowsItsFirstPictureAgainWhenNoLongerLifted()
 {
     Stage stage({500, 700});
-    QQuickItem* root = stage.put(u"import Quillmere.Shop\nItem { x: 50; y: 50; width: 250; height: 390.625; "
-                                 "VHSShelfCard { width: 250 } }"_s);
+    QQuickItem* root = stage.load(u"import Quillmere.Shop\nItem { x: 50; y: 50; width: 250; height: 390.625; "
+                                  "VHSShelfCard { width: 250 } }"_s);
     CassetteItem* card = cassetteOf(root);
     card->setCover(sampleCover());
     QTRY_VERIFY(card->hasPicture());
     const QImage before = stage.picture();
-    const qint64 kept = CassetteStudio::shared()->bytesKept();
+    const qint64 bytesBefore = CassetteStudio::shared()->cachedBytes();
     root->setScale(1.08);
     QTRY_VERIFY(stage.picture() != before);
-    QTRY_COMPARE(CassetteStudio::shared()->bytesKept(), kept + bytesOf({270, 422}));
+    QTRY_COMPARE(CassetteStudio::shared()->cachedBytes(), bytesBefore + bytesOf({270, 422}));
     for (int round = 0; round < 3; ++round) {
         root->setScale(1.08);
-        stage.settle();
+        stage.waitUntilIdle();
         root->setScale(1);
         QTRY_COMPARE(stage.picture(), before);
     }
-    QCOMPARE(CassetteStudio::shared()->bytesKept(), kept + bytesOf({270, 422}));
+    QCOMPARE(CassetteStudio::shared()->cachedBytes(), bytesBefore + bytesOf({270, 422}));
 }
 
-void CassetteItemTest::whileItGrowsThePictureAtHandIsScaled()
+void CassetteItemTest::currentPictureIsScaledWhileCardGrows()
 {
     Stage stage({500, 700});
-    QQuickItem* root = stage.put(u"import Quillmere.Shop\nItem { transformOrigin: Item.TopLeft; "
-                                 "VHSShelfCard { width: 250 } }"_s);
+    QQuickItem* root = stage.load(u"import Quillmere.Shop\nItem { transformOrigin: Item.TopLeft; "
+                                  "VHSShelfCard { width: 250 } }"_s);
     CassetteItem* card = cassetteOf(root);
     card->setCover(sampleCover());
     QTRY_VERIFY(card->hasPicture());
     root->setScale(1.5);
-    const QImage glass = glance(stage);
+    const QImage grabbed = grabNow(stage);
     QVERIFY(card->hasPicture());
-    // The strip is where it belongs, and its edge is not that of a picture painted anew.
-    QCOMPARE(glass.pixelColor(367, 470),
-             printOf({Form::ShelfCard, sampleCover(), 250, {250, 391}}).pixelColor(244, 313));
-    QVERIFY(glass.copy(0, 0, 375, 586) != printOf({Form::ShelfCard, sampleCover(), 250, QSize(375, 586)}));
-    QTRY_COMPARE(stage.picture().copy(0, 0, 375, 586), printOf({Form::ShelfCard, sampleCover(), 250, QSize(375, 586)}));
+    // The strip is at its scaled position, and its edge shows that the picture was scaled, not painted again.
+    QCOMPARE(grabbed.pixelColor(367, 470),
+             renderedBox({Form::ShelfCard, sampleCover(), 250, {250, 391}}).pixelColor(244, 313));
+    QVERIFY(grabbed.copy(0, 0, 375, 586) != renderedBox({Form::ShelfCard, sampleCover(), 250, QSize(375, 586)}));
+    QTRY_COMPARE(stage.picture().copy(0, 0, 375, 586),
+                 renderedBox({Form::ShelfCard, sampleCover(), 250, QSize(375, 586)}));
 }
 
-void CassetteItemTest::movingByWholePixelsTouchesNothing()
+void CassetteItemTest::moveByWholePixelsUpdatesNoNode()
 {
     Stage stage({1280, 720});
-    QQuickItem* root = stage.put(u"Canvas { Item { } }"_s);
+    QQuickItem* root = stage.load(u"Canvas { Item { } }"_s);
     QQuickItem* row = root->childItems().constFirst();
     CountedCard card;
     card.setParentItem(row);
     card.setWidth(250);
     card.setCover(sampleCover());
     QTRY_VERIFY(card.hasPicture());
-    stage.settle();
+    stage.waitUntilIdle();
     const int updates = card.updates;
-    const qint64 kept = CassetteStudio::shared()->bytesKept();
+    const qint64 bytesBefore = CassetteStudio::shared()->cachedBytes();
     for (int pixels = 1; pixels <= 40; ++pixels) {
         row->setPosition(QPointF(pixels, 2 * pixels) * 1.5);
         stage.waitForFrame();
     }
     QCOMPARE(card.updates, updates);
-    QCOMPARE(CassetteStudio::shared()->bytesKept(), kept);
-    const QImage print = printOf({Form::ShelfCard, sampleCover(), 250, QSize(167, 260)});
-    QCOMPARE(stage.picture().copy(QRect(QPoint(40, 80), print.size())), print);
+    QCOMPARE(CassetteStudio::shared()->cachedBytes(), bytesBefore);
+    const QImage expected = renderedBox({Form::ShelfCard, sampleCover(), 250, QSize(167, 260)});
+    QCOMPARE(stage.picture().copy(QRect(QPoint(40, 80), expected.size())), expected);
 }
 
-void CassetteItemTest::anotherWidthShowsTheOldPictureUntilTheNewOneIsThere()
+void CassetteItemTest::oldPictureIsShownAfterResizeUntilNewOneIsReady()
 {
     Stage stage({500, 700});
-    CassetteItem* box = cassetteOf(stage.put(u"import Quillmere.Shop\nItem { VHSBoxFront { width: 250 } }"_s));
+    CassetteItem* box = cassetteOf(stage.load(u"import Quillmere.Shop\nItem { VHSBoxFront { width: 250 } }"_s));
     box->setCover(sampleCover());
     QTRY_VERIFY(box->hasPicture());
     box->setWidth(420);
-    glance(stage);
+    grabNow(stage);
     QVERIFY(box->hasPicture());
-    QTRY_COMPARE(stage.picture().copy(0, 0, 420, 656), printOf({Form::BoxFront, sampleCover(), 420, QSize(420, 656)}));
+    QTRY_COMPARE(stage.picture().copy(0, 0, 420, 656),
+                 renderedBox({Form::BoxFront, sampleCover(), 420, QSize(420, 656)}));
 }
 
-void CassetteItemTest::aHiddenCassetteOrdersNothing()
+void CassetteItemTest::hiddenCassetteRequestsNoPicture()
 {
     Stage stage({500, 700});
-    QQuickItem* root = stage.put(u"import Quillmere.Shop\nItem { visible: false; VHSShelfCard { width: 250 } }"_s);
+    QQuickItem* root = stage.load(u"import Quillmere.Shop\nItem { visible: false; VHSShelfCard { width: 250 } }"_s);
     CassetteItem* card = cassetteOf(root);
     card->setCover(sampleCover());
-    stage.settle();
+    stage.waitUntilIdle();
     QVERIFY(!card->hasPicture());
-    QCOMPARE(CassetteStudio::shared()->bytesKept(), 0);
+    QCOMPARE(CassetteStudio::shared()->cachedBytes(), 0);
     root->setVisible(true);
     QTRY_VERIFY(card->hasPicture());
 }
 
-void CassetteItemTest::anEmptyCassetteDrawsNothing()
+void CassetteItemTest::cassetteWithoutSizeDrawsNothing()
 {
     Stage stage({500, 700});
-    CassetteItem* card = cassetteOf(stage.put(u"import Quillmere.Shop\nItem { VHSShelfCard { } }"_s));
+    CassetteItem* card = cassetteOf(stage.load(u"import Quillmere.Shop\nItem { VHSShelfCard { } }"_s));
     card->setCover(sampleCover());
-    stage.settle();
+    stage.waitUntilIdle();
     QVERIFY(!card->hasPicture());
     card->setWidth(250);
     QTRY_VERIFY(card->hasPicture());
@@ -412,12 +416,12 @@ void CassetteItemTest::anEmptyCassetteDrawsNothing()
     QCOMPARE(stage.picture(), black);
 }
 
-void CassetteItemTest::thePicturesGoWithTheLastCassette()
+void CassetteItemTest::picturesAreFreedWithLastCassette()
 {
     std::weak_ptr<CassetteStudio> studio;
     {
         Stage stage({500, 700});
-        CassetteItem* card = cassetteOf(stage.put(u"import Quillmere.Shop\nItem { VHSShelfCard { width: 250 } }"_s));
+        CassetteItem* card = cassetteOf(stage.load(u"import Quillmere.Shop\nItem { VHSShelfCard { width: 250 } }"_s));
         card->setCover(sampleCover());
         QTRY_VERIFY(card->hasPicture());
         studio = CassetteStudio::shared();

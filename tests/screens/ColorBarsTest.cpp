@@ -8,20 +8,20 @@
 
 using namespace Qt::StringLiterals;
 
-/** The full colour bars, pixel by pixel. */
+/** The full-screen colour bars, compared pixel by pixel. */
 class ColorBarsTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theThreeBandsFillTheDisplayWithoutSeams_data();
-    void theThreeBandsFillTheDisplayWithoutSeams();
+    void threeBandsFillDisplayWithoutGaps_data();
+    void threeBandsFillDisplayWithoutGaps();
 
 private:
     static void compareBand(const QImage& picture, int first, int last, const QList<QColor>& cells);
 };
 
-void ColorBarsTest::theThreeBandsFillTheDisplayWithoutSeams_data()
+void ColorBarsTest::threeBandsFillDisplayWithoutGaps_data()
 {
     QTest::addColumn<QSize>("size");
     for (const QSize size : {QSize(1280, 720), QSize(1920, 1080), QSize(3840, 2160), QSize(1366, 768),
@@ -29,12 +29,12 @@ void ColorBarsTest::theThreeBandsFillTheDisplayWithoutSeams_data()
         QTest::addRow("%d by %d", size.width(), size.height()) << size;
 }
 
-void ColorBarsTest::theThreeBandsFillTheDisplayWithoutSeams()
+void ColorBarsTest::threeBandsFillDisplayWithoutGaps()
 {
     QFETCH(QSize, size);
     Stage stage(size);
-    stage.put(u"import Quillmere.News\nCanvas { FullBleed { ColorBars { anchors.fill: parent; "
-              "bars: StationPalette.colorBars } } }"_s);
+    stage.load(u"import Quillmere.News\nCanvas { FullBleed { ColorBars { anchors.fill: parent; "
+               "bars: StationPalette.colorBars } } }"_s);
     const QImage picture = stage.picture();
     const QList<QColor>& bars = StationPalette::colorBars();
     QList<QColor> reversed = bars;
@@ -46,7 +46,7 @@ void ColorBarsTest::theThreeBandsFillTheDisplayWithoutSeams()
     compareBand(picture, 0, second - 2, bars);
     compareBand(picture, second + 1, third - 2, reversed);
     compareBand(picture, third + 1, size.height() - 1, foot);
-    // Where the bands meet there is nothing but the two.
+    // At the boundaries there are only the colours of the two bands.
     const int x = size.width() / 14;
     for (const int y : {second - 1, second, third - 1, third}) {
         const QColor seen = picture.pixelColor(x, y);
@@ -55,12 +55,12 @@ void ColorBarsTest::theThreeBandsFillTheDisplayWithoutSeams()
     }
 }
 
-/** Every row of a band shows its cells, equally wide to the pixel, and nothing else. */
+/** Checks that every pixel row of a band consists of its cells, all equally wide, and nothing else. */
 void ColorBarsTest::compareBand(const QImage& picture, int first, int last, const QList<QColor>& cells)
 {
     const double width = double(picture.width()) / double(cells.size());
     for (int x = 0; x < picture.width(); ++x) {
-        // A pixel through which an edge runs is of either side.
+        // A pixel crossed by an edge may have the colour of either side.
         const QColor seen = picture.pixelColor(x, first);
         const QColor left = cells.at(int(x / width));
         const QColor right = cells.at(std::min(int((x + 1) / width), int(cells.size()) - 1));

@@ -9,7 +9,7 @@ using namespace std::chrono_literals;
 namespace {
 
 const QString nothing = u"no broadcast scheduled"_s;
-const QString soon = u"2025-01-01T12:00:05Z"_s; // the clock stands at noon
+const QString soon = u"2025-01-01T12:00:05Z"_s; // the clock starts at noon
 
 NewsStatus newsOf(const QString& nextBroadcast, const QString& label)
 {
@@ -23,11 +23,11 @@ struct Scene : BroadcastStage
 {
     explicit Scene(const QString& nextBroadcast, const QString& label = u"Tonight at five"_s,
                    const QString& width = u"implicitWidth"_s)
-        : BroadcastStage(u"property bool sight: true; property int detailLines: 2; Item { visible: canvas.sight; "
+        : BroadcastStage(u"property bool shown: true; property int detailLines: 2; Item { visible: canvas.shown; "
                          u"Countdown { x: 100; y: 100; width: "
                          "%1; detailLines: canvas.detailLines; nextBroadcast: canvas.news.nextBroadcast; label: "
                          "canvas.news.nextBroadcastLabel; "
-                         "timepiece: canvas.timepiece } }"_s.arg(width),
+                         "clock: canvas.clock } }"_s.arg(width),
                          {1920, 1080}, newsOf(nextBroadcast, label))
     {}
 
@@ -45,22 +45,22 @@ struct Scene : BroadcastStage
 
 } // namespace
 
-/** The countdown on the glass: its texts, where they stand, and what its ticking draws. */
+/** The countdown on screen: texts, positions, and frames drawn. */
 class CountdownTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theRemainingTimeStandsOverTheLabel();
-    void aPassedBroadcastIsTheLastOnTheSchedule();
-    void withoutABroadcastThereIsOneRow();
-    void theRowsAreCentredTenPointsApart();
-    void itIsDrawnOnceASecond();
-    void outOfSightItRests();
-    void aLongLabelFoldsAndEnds();
+    void remainingTimeIsAboveLabel();
+    void pastBroadcastIsShownAsLastOnSchedule();
+    void countdownHasOneRowWithoutBroadcast();
+    void rowsAreCentredTenPointsApart();
+    void countdownIsDrawnOncePerSecond();
+    void hiddenCountdownStopsItsTimer();
+    void longLabelIsWrappedAndElided();
 };
 
-void CountdownTest::theRemainingTimeStandsOverTheLabel()
+void CountdownTest::remainingTimeIsAboveLabel()
 {
     const Scene scene(u"2025-01-02T13:01:01Z"_s);
     const QString time = u"1d 01:01:01"_s;
@@ -72,7 +72,7 @@ void CountdownTest::theRemainingTimeStandsOverTheLabel()
     QCOMPARE(scene.colorOf(label).rgba(), StationPalette::faded(StationPalette::parchment(), 0.7).rgba());
 }
 
-void CountdownTest::aPassedBroadcastIsTheLastOnTheSchedule()
+void CountdownTest::pastBroadcastIsShownAsLastOnSchedule()
 {
     const Scene scene(u"2025-01-01T12:00:00Z"_s);
     const QString last = u"last on the schedule · Tonight at five"_s;
@@ -83,7 +83,7 @@ void CountdownTest::aPassedBroadcastIsTheLastOnTheSchedule()
     QCOMPARE(scene.colorOf(last).rgba(), StationPalette::faded(StationPalette::parchment(), 0.4).rgba());
 }
 
-void CountdownTest::withoutABroadcastThereIsOneRow()
+void CountdownTest::countdownHasOneRowWithoutBroadcast()
 {
     const Scene scene(u"2025-06-03 17:00"_s);
     QCOMPARE(scene.words(), QStringList{nothing});
@@ -91,7 +91,7 @@ void CountdownTest::withoutABroadcastThereIsOneRow()
     QCOMPARE(scene.first("Countdown")->width(), scene.text(nothing)->implicitWidth());
 }
 
-void CountdownTest::theRowsAreCentredTenPointsApart()
+void CountdownTest::rowsAreCentredTenPointsApart()
 {
     const Scene scene(soon);
     const auto rows = scene.rows();
@@ -103,39 +103,39 @@ void CountdownTest::theRowsAreCentredTenPointsApart()
         QCOMPARE(row->property("horizontalAlignment").toInt(), int(Qt::AlignHCenter));
         QCOMPARE(scene.area(row).center().x(), whole.center().x());
     }
-    // What counts down is the wider one, and the countdown no wider.
+    // The remaining time is the wider row, and the countdown is as wide as that row.
     QCOMPARE(whole.width(), rows.at(0)->implicitWidth());
 }
 
-void CountdownTest::itIsDrawnOnceASecond()
+void CountdownTest::countdownIsDrawnOncePerSecond()
 {
     Scene scene(soon);
-    scene.stage.settle();
+    scene.stage.waitUntilIdle();
     int frames = scene.stage.frames();
     for (const QString& time : {u"00:00:04"_s, u"00:00:03"_s, u"00:00:02"_s}) {
         scene.clock.advance(999ms);
-        scene.stage.settle();
+        scene.stage.waitUntilIdle();
         QCOMPARE(scene.stage.frames(), frames);
         scene.clock.advance(1ms);
         QCOMPARE(scene.words().constFirst(), time);
-        scene.stage.settle();
+        scene.stage.waitUntilIdle();
         QCOMPARE(scene.stage.frames(), ++frames);
     }
 }
 
-void CountdownTest::outOfSightItRests()
+void CountdownTest::hiddenCountdownStopsItsTimer()
 {
     Scene scene(soon);
     QCOMPARE(scene.clock.pendingTimers(), 1);
-    scene.canvas->setProperty("sight", false);
+    scene.canvas->setProperty("shown", false);
     QCOMPARE(scene.clock.pendingTimers(), 0);
     scene.clock.advance(2s);
-    scene.canvas->setProperty("sight", true);
+    scene.canvas->setProperty("shown", true);
     QCOMPARE(scene.clock.pendingTimers(), 1);
     QCOMPARE(scene.words().constFirst(), u"00:00:03"_s);
 }
 
-void CountdownTest::aLongLabelFoldsAndEnds()
+void CountdownTest::longLabelIsWrappedAndElided()
 {
     const Scene scene(soon, u"a meeting of the council "_s.repeated(10'000), u"1320"_s);
     const QQuickItem* label = scene.rows().at(1);

@@ -7,16 +7,16 @@
 
 using namespace Qt::StringLiterals;
 
-/** Dead keys and the compose key of a real keyboard, as a display sends them. */
+/** Dead keys and the compose key of a physical keyboard, as the display server sends them. */
 class DeadKeyTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase();
-    void theyWriteIntoTheField_data();
-    void theyWriteIntoTheField();
-    void returnSearchesWhatTheyWrote();
+    void composedCharactersAppearInField_data();
+    void composedCharactersAppearInField();
+    void returnSubmitsComposedText();
 };
 
 void DeadKeyTest::initTestCase()
@@ -25,24 +25,24 @@ void DeadKeyTest::initTestCase()
     QCOMPARE(QProcess::execute(u"setxkbmap"_s, layout), 0);
 }
 
-void DeadKeyTest::theyWriteIntoTheField_data()
+void DeadKeyTest::composedCharactersAppearInField_data()
 {
     QTest::addColumn<bool>("open");
-    QTest::newRow("the field has the focus") << false;
-    QTest::newRow("a key of the on-screen keyboard has it") << true;
+    QTest::newRow("field has focus") << false;
+    QTest::newRow("on-screen key has focus") << true;
 }
 
-void DeadKeyTest::theyWriteIntoTheField()
+void DeadKeyTest::composedCharactersAppearInField()
 {
     QFETCH(bool, open);
     TypingHouse house;
     if (open)
         house.open();
     RemoteControl keyboard(XConnection::open());
-    QVERIFY(keyboard.giveFocus());
+    QVERIFY(keyboard.focusTopWindow());
     for (const auto& key : {u"c"_s, u"a"_s, u"f"_s})
         keyboard.press(key);
-    // What is composed overtakes keys that still wait.
+    // Wait: composed characters would overtake keys that are still queued.
     QTRY_COMPARE(house.text(), u"caf"_s);
     for (const auto& key : {u"dead_acute"_s, u"e"_s})
         keyboard.press(key);
@@ -53,11 +53,11 @@ void DeadKeyTest::theyWriteIntoTheField()
     QCOMPARE(house.isOpen(), open);
 }
 
-void DeadKeyTest::returnSearchesWhatTheyWrote()
+void DeadKeyTest::returnSubmitsComposedText()
 {
     TypingHouse house;
     RemoteControl keyboard(XConnection::open());
-    QVERIFY(keyboard.giveFocus());
+    QVERIFY(keyboard.focusTopWindow());
     for (const auto& key : {u"dead_acute"_s, u"e"_s, u"Return"_s})
         keyboard.press(key);
     QTRY_COMPARE(house.submissions(), 1);

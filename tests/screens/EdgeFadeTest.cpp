@@ -9,10 +9,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int tolerance = 2; // of 255: a gradient of colours is rounded anew where it is begun elsewhere
+constexpr int tolerance = 2; // of 255; a gradient that starts elsewhere is rounded differently
 
-/** A ground that counts how often it is painted. */
-class CountedGround : public PaintedItem
+/** A background that counts how often it is painted. */
+class CountingBackground : public PaintedItem
 {
 public:
     mutable int paintings = 0;
@@ -30,7 +30,7 @@ QString documentOf(const QString& properties)
            "Canvas { FullBleed { VeneerBackground { id: veneer; anchors.fill: parent } }\n"
            "Item { id: row; objectName: 'row'; x: 333; y: 200; width: 900; height: 74\n"
            "Rectangle { objectName: 'chip'; anchors.fill: parent; color: 'white' }\n"
-           "EdgeFade { objectName: 'fade'; width: 120; height: parent.height; ground: veneer; %1 } } }"_s.arg(
+           "EdgeFade { objectName: 'fade'; width: 120; height: parent.height; background: veneer; %1 } } }"_s.arg(
                properties);
 }
 
@@ -39,7 +39,7 @@ int difference(QRgb a, QRgb b)
     return std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)), std::abs(qBlue(a) - qBlue(b))});
 }
 
-/** How far two pictures differ at most, of 255. */
+/** The greatest difference between two pictures in any colour channel, of 255. */
 int difference(const QImage& a, const QImage& b)
 {
     int most = 0;
@@ -52,53 +52,53 @@ int difference(const QImage& a, const QImage& b)
 
 } // namespace
 
-/** What lets a row fade out over its ground. */
+/** The fade at the end of a row, which shows the background. */
 class EdgeFadeTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void itIsItsGroundWhereverItStands_data();
-    void itIsItsGroundWhereverItStands();
-    void itHidesTheRowAtTheEdgeAndNotAtItsOtherEnd_data();
-    void itHidesTheRowAtTheEdgeAndNotAtItsOtherEnd();
-    void withoutAnythingHiddenThereIsNone_data();
-    void withoutAnythingHiddenThereIsNone();
-    void itIsItsGroundThoughItWasMovedUnseen();
-    void offTheDisplayItIsNotPainted();
-    void atRestItDrawsNothing();
+    void fadeMatchesBackgroundAtEveryPosition_data();
+    void fadeMatchesBackgroundAtEveryPosition();
+    void fadeHidesRowAtEdgeAndNotAtItsInnerEnd_data();
+    void fadeHidesRowAtEdgeAndNotAtItsInnerEnd();
+    void fadeStrengthFollowsHiddenLength_data();
+    void fadeStrengthFollowsHiddenLength();
+    void fadeMatchesBackgroundAfterMoveWhileHidden();
+    void fadeOutsideDisplayIsNotPainted();
+    void fadeAtRestDrawsNoFrame();
 };
 
-void EdgeFadeTest::itIsItsGroundWhereverItStands_data()
+void EdgeFadeTest::fadeMatchesBackgroundAtEveryPosition_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::newRow("720p") << QSize(1280, 720);
     QTest::newRow("1080p") << QSize(1920, 1080);
     QTest::newRow("2160p") << QSize(3840, 2160);
-    QTest::newRow("bars above and below") << QSize(1600, 1200);
-    QTest::newRow("bars at the sides") << QSize(2560, 1080);
-    QTest::newRow("an odd size") << QSize(1366, 768);
+    QTest::newRow("letterboxed") << QSize(1600, 1200);
+    QTest::newRow("pillarboxed") << QSize(2560, 1080);
+    QTest::newRow("odd size") << QSize(1366, 768);
 }
 
-void EdgeFadeTest::itIsItsGroundWhereverItStands()
+void EdgeFadeTest::fadeMatchesBackgroundAtEveryPosition()
 {
     QFETCH(QSize, size);
     Stage stage(size);
-    QQuickItem* canvas = stage.put(documentOf(u"edge: Qt.LeftEdge; hidden: 1000"_s));
+    QQuickItem* canvas = stage.load(documentOf(u"edge: Qt.LeftEdge; hiddenLength: 1000"_s));
     auto* row = canvas->findChild<QQuickItem*>(u"row"_s);
     auto* fade = canvas->findChild<EdgeFade*>(u"fade"_s);
     canvas->findChild<QQuickItem*>(u"chip"_s)->setVisible(false);
     fade->setVisible(false);
     const QImage ground = stage.picture();
     fade->setVisible(true);
-    const double points = 1 / canvas->scale(); // a pixel
+    const double points = 1 / canvas->scale(); // points per pixel
     for (const QPointF& pixels : {QPointF(222, 150), QPointF(0, 0), QPointF(801, 399), QPointF(90.25, 77.5)}) {
         row->setPosition(pixels * points);
         const auto most = [&] {
             stage.waitForFrame();
             return difference(stage.window().grabWindow().convertToFormat(QImage::Format_RGB32), ground);
         };
-        // Where frames are drawn beside the screen thread, an earlier one may come in between.
+        // With a render thread, a frame from before the move may still be grabbed.
         if (stage.window().rendererInterface()->graphicsApi() == QSGRendererInterface::Software)
             QVERIFY(most() <= tolerance);
         else
@@ -106,7 +106,7 @@ void EdgeFadeTest::itIsItsGroundWhereverItStands()
     }
 }
 
-void EdgeFadeTest::itHidesTheRowAtTheEdgeAndNotAtItsOtherEnd_data()
+void EdgeFadeTest::fadeHidesRowAtEdgeAndNotAtItsInnerEnd_data()
 {
     QTest::addColumn<QString>("edge");
     QTest::addColumn<bool>("isLeft");
@@ -114,12 +114,12 @@ void EdgeFadeTest::itHidesTheRowAtTheEdgeAndNotAtItsOtherEnd_data()
     QTest::newRow("right") << u"Qt.RightEdge"_s << false;
 }
 
-void EdgeFadeTest::itHidesTheRowAtTheEdgeAndNotAtItsOtherEnd()
+void EdgeFadeTest::fadeHidesRowAtEdgeAndNotAtItsInnerEnd()
 {
     QFETCH(QString, edge);
     QFETCH(bool, isLeft);
     Stage stage;
-    QQuickItem* canvas = stage.put(documentOf(u"edge: %1; hidden: 120"_s.arg(edge)));
+    QQuickItem* canvas = stage.load(documentOf(u"edge: %1; hiddenLength: 120"_s.arg(edge)));
     const QImage faded = stage.picture();
     canvas->findChild<QQuickItem*>(u"row"_s)->setVisible(false);
     const QImage ground = stage.picture();
@@ -134,59 +134,59 @@ void EdgeFadeTest::itHidesTheRowAtTheEdgeAndNotAtItsOtherEnd()
     }
 }
 
-void EdgeFadeTest::withoutAnythingHiddenThereIsNone_data()
+void EdgeFadeTest::fadeStrengthFollowsHiddenLength_data()
 {
     QTest::addColumn<qreal>("hidden");
     QTest::addColumn<bool>("isShown");
     QTest::addColumn<qreal>("strength");
     QTest::newRow("nothing") << 0.0 << false << 0.0;
-    QTest::newRow("more room than row") << -50.0 << false << 0.0;
+    QTest::newRow("row shorter than viewport") << -50.0 << false << 0.0;
     QTest::newRow("a little") << 30.0 << true << 0.25;
     QTest::newRow("much") << 1000.0 << true << 1.0;
 }
 
-void EdgeFadeTest::withoutAnythingHiddenThereIsNone()
+void EdgeFadeTest::fadeStrengthFollowsHiddenLength()
 {
     QFETCH(qreal, hidden);
     Stage stage({960, 540});
-    QQuickItem* canvas = stage.put(documentOf(u"edge: Qt.RightEdge; hidden: %1"_s.arg(hidden)));
+    QQuickItem* canvas = stage.load(documentOf(u"edge: Qt.RightEdge; hiddenLength: %1"_s.arg(hidden)));
     auto* fade = canvas->findChild<EdgeFade*>(u"fade"_s);
     QTEST(fade->isVisible(), "isShown");
     QTEST(fade->opacity(), "strength");
 }
 
-void EdgeFadeTest::itIsItsGroundThoughItWasMovedUnseen()
+void EdgeFadeTest::fadeMatchesBackgroundAfterMoveWhileHidden()
 {
     Stage stage;
-    QQuickItem* canvas = stage.put(documentOf(u"edge: Qt.LeftEdge; hidden: 1000"_s));
+    QQuickItem* canvas = stage.load(documentOf(u"edge: Qt.LeftEdge; hiddenLength: 1000"_s));
     canvas->findChild<QQuickItem*>(u"chip"_s)->setVisible(false);
     auto* fade = canvas->findChild<EdgeFade*>(u"fade"_s);
-    fade->setHidden(0);
+    fade->setHiddenLength(0);
     const QImage ground = stage.picture();
     canvas->findChild<QQuickItem*>(u"row"_s)->setPosition({40, 900});
-    stage.settle();
-    fade->setHidden(1000);
+    stage.waitUntilIdle();
+    fade->setHiddenLength(1000);
     QVERIFY(difference(stage.picture(), ground) <= tolerance);
 }
 
-void EdgeFadeTest::offTheDisplayItIsNotPainted()
+void EdgeFadeTest::fadeOutsideDisplayIsNotPainted()
 {
     Stage stage({400, 300});
-    QQuickItem* root = stage.put(u"Item {}"_s);
-    CountedGround ground;
+    QQuickItem* root = stage.load(u"Item {}"_s);
+    CountingBackground ground;
     ground.setSize({400, 300});
     EdgeFade fade;
     fade.setParentItem(root);
-    fade.setGround(&ground);
+    fade.setBackground(&ground);
     fade.setSize({100, 50});
-    fade.setHidden(1000);
-    stage.settle();
-    const auto paintings = [&](std::initializer_list<qreal> places) {
+    fade.setHiddenLength(1000);
+    stage.waitUntilIdle();
+    const auto paintings = [&](std::initializer_list<qreal> positions) {
         const int before = ground.paintings;
-        for (const qreal y : places) {
+        for (const qreal y : positions) {
             fade.setY(y);
             stage.waitForFrame();
-            stage.settle();
+            stage.waitUntilIdle();
         }
         return ground.paintings - before;
     };
@@ -195,17 +195,17 @@ void EdgeFadeTest::offTheDisplayItIsNotPainted()
     QCOMPARE(paintings({-10}), 1);
 }
 
-void EdgeFadeTest::atRestItDrawsNothing()
+void EdgeFadeTest::fadeAtRestDrawsNoFrame()
 {
     Stage stage;
-    QQuickItem* canvas = stage.put(documentOf(u"edge: Qt.LeftEdge; hidden: 1000"_s));
-    stage.settle();
+    QQuickItem* canvas = stage.load(documentOf(u"edge: Qt.LeftEdge; hiddenLength: 1000"_s));
+    stage.waitUntilIdle();
     const int before = stage.frames();
     QTest::qWait(300);
     QCOMPARE(stage.frames(), before);
-    // What is painted anew within a frame asks for one more.
+    // Repainting during a frame requests one more frame.
     canvas->findChild<QQuickItem*>(u"row"_s)->setY(300);
-    stage.settle();
+    stage.waitUntilIdle();
     QVERIFY(stage.frames() <= before + 2);
 }
 

@@ -6,66 +6,66 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString screenWith(const char* name, const char* thing)
+QString screenWith(const char* name, const char* item)
 {
-    return FocusStage::item("FocusScreen", name, {0, 0, 1920, 1080}, FocusStage::thing(thing, {0, 0, 100, 100}));
+    return FocusStage::item("FocusScreen", name, {0, 0, 1920, 1080}, FocusStage::focusable(item, {0, 0, 100, 100}));
 }
 
-/** A row whose "b" had the focus before a screen came over it. */
-void walkUnderACover(FocusStage& stage)
+/** Shows a row whose "b" had focus, then covers it with another screen. */
+void showRowUnderCover(FocusStage& stage)
 {
-    stage.walk(FocusStage::row() + screenWith("cover", "onCover"));
+    stage.showScreen(FocusStage::row() + screenWith("cover", "onCover"));
     stage.screen().focus(&stage.named("b"));
     stage.screen().setCover(&stage.named<FocusScreen>("cover"));
-    stage.screen().takeFocus();
+    stage.screen().acquireFocus();
 }
 
 } // namespace
 
-/** What holds the focus as screens lie over others, go, and are hidden. */
+/** Focus when screens cover others, are destroyed, or are hidden. */
 class FocusCoverTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aScreenThatGetsTheFocusBackLeavesItToTheScreenWithin();
-    void aCoverHasTheKeysAndGivesThemBack();
-    void whatVanishedUnderACoverIsReplacedAfterwards();
-    void whatIsAwayForAWhileUnderACoverKeepsTheFocus();
-    void whatIsAwayForAWhileOnAScreenNotInFrontKeepsTheFocus();
-    void aHiddenScreenRemembersItsFocus();
-    void aScreenThatIsNotInFrontDoesNotTakeTheKeys();
-    void aScreenGoesWithItsFocusedThing();
+    void screenPassesRegainedFocusToInnerScreen();
+    void coverHasFocusUntilItIsRemoved();
+    void itemDestroyedUnderCoverIsReplacedWhenCoverIsRemoved();
+    void itemHiddenTemporarilyUnderCoverKeepsFocus();
+    void itemHiddenTemporarilyOnBackgroundScreenKeepsFocus();
+    void hiddenScreenKeepsItsFocusedItem();
+    void backgroundScreenDoesNotGetActiveFocus();
+    void focusReturnsToOuterScreenWhenInnerOneIsDestroyed();
 };
 
-void FocusCoverTest::aScreenThatGetsTheFocusBackLeavesItToTheScreenWithin()
+void FocusCoverTest::screenPassesRegainedFocusToInnerScreen()
 {
     FocusStage stage;
-    stage.walk(FocusStage::row() + screenWith("page", "onPage"));
-    stage.named<FocusScreen>("page").takeFocus();
+    stage.showScreen(FocusStage::row() + screenWith("page", "onPage"));
+    stage.named<FocusScreen>("page").acquireFocus();
     stage.screen().setFocus(false);
     QVERIFY(stage.focused() != u"onPage"_s);
     stage.screen().setFocus(true);
     QCOMPARE(stage.focused(), u"onPage"_s);
 }
 
-void FocusCoverTest::aCoverHasTheKeysAndGivesThemBack()
+void FocusCoverTest::coverHasFocusUntilItIsRemoved()
 {
     FocusStage stage;
-    walkUnderACover(stage);
+    showRowUnderCover(stage);
     QCOMPARE(stage.focused(), u"onCover"_s);
     QVERIFY(!stage.named("b").hasActiveFocus());
     QCOMPARE(stage.screen().focused(), &stage.named("b"));
 
     stage.screen().setCover(nullptr);
-    stage.screen().takeFocus();
+    stage.screen().acquireFocus();
     QCOMPARE(stage.focused(), u"b"_s);
 }
 
-void FocusCoverTest::whatVanishedUnderACoverIsReplacedAfterwards()
+void FocusCoverTest::itemDestroyedUnderCoverIsReplacedWhenCoverIsRemoved()
 {
     FocusStage stage;
-    walkUnderACover(stage);
+    showRowUnderCover(stage);
     delete &stage.named("b");
     QCoreApplication::processEvents();
     QCOMPARE(stage.focused(), u"onCover"_s);
@@ -74,81 +74,82 @@ void FocusCoverTest::whatVanishedUnderACoverIsReplacedAfterwards()
     delete &stage.named("a");
 
     stage.screen().setCover(nullptr);
-    stage.screen().takeFocus();
+    stage.screen().acquireFocus();
     QCOMPARE(stage.focused(), u"c"_s);
 }
 
-void FocusCoverTest::whatIsAwayForAWhileUnderACoverKeepsTheFocus()
+void FocusCoverTest::itemHiddenTemporarilyUnderCoverKeepsFocus()
 {
     FocusStage stage;
-    walkUnderACover(stage);
+    showRowUnderCover(stage);
     stage.named("b").setVisible(false);
     QCoreApplication::processEvents();
     stage.named("b").setVisible(true);
     stage.screen().setCover(nullptr);
-    stage.screen().takeFocus();
+    stage.screen().acquireFocus();
     QCOMPARE(stage.focused(), u"b"_s);
 }
 
-void FocusCoverTest::whatIsAwayForAWhileOnAScreenNotInFrontKeepsTheFocus()
+void FocusCoverTest::itemHiddenTemporarilyOnBackgroundScreenKeepsFocus()
 {
     FocusStage stage;
-    stage.put(u"Item { FocusScreen { objectName: 'back'\n"_s + FocusStage::row() + u"}\n"_s +
-              screenWith("front", "inFront") + u"}"_s);
+    stage.load(u"Item { FocusScreen { objectName: 'back'\n"_s + FocusStage::row() + u"}\n"_s +
+               screenWith("front", "inFront") + u"}"_s);
     const auto screens = Stage::all(stage.window().contentItem(), "FocusScreen");
     auto* const back = qobject_cast<FocusScreen*>(screens.first());
-    auto* const thing = back->findChild<Focusable*>(u"b"_s);
-    back->takeFocus();
-    back->focus(thing);
-    qobject_cast<FocusScreen*>(screens.last())->takeFocus();
+    auto* const item = back->findChild<Focusable*>(u"b"_s);
+    back->acquireFocus();
+    back->focus(item);
+    qobject_cast<FocusScreen*>(screens.last())->acquireFocus();
     QCOMPARE(stage.focused(), u"inFront"_s);
-    thing->setVisible(false);
+    item->setVisible(false);
     QCoreApplication::processEvents();
-    thing->setVisible(true);
-    back->takeFocus();
+    item->setVisible(true);
+    back->acquireFocus();
     QCOMPARE(stage.focused(), u"b"_s);
 }
 
-void FocusCoverTest::aHiddenScreenRemembersItsFocus()
+void FocusCoverTest::hiddenScreenKeepsItsFocusedItem()
 {
     FocusStage stage;
-    stage.walk(FocusStage::row());
+    stage.showScreen(FocusStage::row());
     stage.screen().focus(&stage.named("b"));
     stage.screen().setVisible(false);
     QCoreApplication::processEvents();
-    stage.screen().takeFocus();
+    stage.screen().acquireFocus();
     QCOMPARE(stage.screen().focused(), &stage.named("b"));
     stage.screen().setVisible(true);
-    stage.screen().takeFocus();
+    stage.screen().acquireFocus();
     QCOMPARE(stage.focused(), u"b"_s);
 }
 
-void FocusCoverTest::aScreenThatIsNotInFrontDoesNotTakeTheKeys()
+void FocusCoverTest::backgroundScreenDoesNotGetActiveFocus()
 {
     FocusStage stage;
-    const QString page = stage.thing("onPage", {0, 0, 100, 100}) + stage.thing("alsoOnPage", {0, 200, 100, 100});
-    stage.walk(FocusStage::row() + stage.item("FocusScreen", "page", {0, 0, 1920, 1080}, page));
+    const QString page =
+        stage.focusable("onPage", {0, 0, 100, 100}) + stage.focusable("alsoOnPage", {0, 200, 100, 100});
+    stage.showScreen(FocusStage::row() + stage.item("FocusScreen", "page", {0, 0, 1920, 1080}, page));
     auto& page_ = stage.named<FocusScreen>("page");
-    page_.takeFocus();
+    page_.acquireFocus();
     page_.focus(&stage.named("alsoOnPage"));
-    stage.screen().takeFocus();
+    stage.screen().acquireFocus();
     QCOMPARE(stage.focused(), u"a"_s);
     page_.focus(&stage.named("onPage"));
     QCoreApplication::processEvents();
     QCOMPARE(stage.focused(), u"a"_s);
-    page_.takeFocus();
+    page_.acquireFocus();
     QCOMPARE(stage.focused(), u"onPage"_s);
 }
 
-void FocusCoverTest::aScreenGoesWithItsFocusedThing()
+void FocusCoverTest::focusReturnsToOuterScreenWhenInnerOneIsDestroyed()
 {
     FocusStage stage;
-    stage.walk(FocusStage::row() + screenWith("page", "onPage"));
+    stage.showScreen(FocusStage::row() + screenWith("page", "onPage"));
     auto& page = stage.named<FocusScreen>("page");
-    page.takeFocus();
+    page.acquireFocus();
     delete &page;
     QCOMPARE(stage.focused(), u"screen"_s);
-    stage.screen().takeFocus();
+    stage.screen().acquireFocus();
     QCOMPARE(stage.focused(), u"a"_s);
 }
 

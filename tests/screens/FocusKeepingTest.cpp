@@ -16,79 +16,80 @@ Q_DECLARE_METATYPE(Change)
 
 namespace {
 
-/** An area that tells whether anyone hears of its length. */
-class HeardArea : public ScrollArea
+/** A scroll area that reports whether anything is connected to contentExtentChanged. */
+class ObservedArea : public ScrollArea
 {
 public:
     using ScrollArea::ScrollArea;
-    bool isHeard() const { return isSignalConnected(QMetaMethod::fromSignal(&ScrollArea::contentExtentChanged)); }
+    bool isObserved() const { return isSignalConnected(QMetaMethod::fromSignal(&ScrollArea::contentExtentChanged)); }
 };
 
 } // namespace
 
-/** What holds the focus as things come and go. */
+/** Focus when items appear and disappear. */
 class FocusKeepingTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theTopmostThenLeadingThingIsFirst();
-    void thePreferredThingIsFirst();
-    void aScreenThatGetsTheFocusGivesItToAThing();
-    void aThingThatGetsTheFocusByItselfIsTheFocusedOne();
-    void aScreenWithoutAnythingTakesTheKeysUntilSomethingComes();
-    void theNearestInItsSectionFollowsAVanishedThing_data();
-    void theNearestInItsSectionFollowsAVanishedThing();
-    void theScreensFirstThingFollowsAVanishedSection();
-    void aKeyFindsTheFocusInOrder();
-    void aHiddenThingIsNotSelected();
-    void theLastThingLeavesTheKeysToTheScreen();
-    void theFocusStaysThroughChangesAroundIt_data();
-    void theFocusStaysThroughChangesAroundIt();
-    void aScreenThatGoesHearsNoMoreOfItsContents();
-    void aScreenWithoutFocusHearsNothingOfItsContents();
-    void thatThereIsNothingToFocusIsToldOnce();
+    void initialFocusIsTopmostThenLeadingItem();
+    void initialFocusIsFirstPreferredItem();
+    void screenPassesFocusToItsFirstItem();
+    void itemWithForcedActiveFocusIsFocusedItem();
+    void emptyScreenHasFocusUntilItemAppears();
+    void focusMovesToNearestItemOfSectionWhenItemDisappears_data();
+    void focusMovesToNearestItemOfSectionWhenItemDisappears();
+    void focusMovesToFirstItemWhenSectionDisappears();
+    void pendingFocusChangeIsAppliedBeforeKeyIsHandled();
+    void hiddenItemIsNotSelected();
+    void screenGetsFocusWhenLastItemDisappears();
+    void focusIsKeptWhenOtherItemsChange_data();
+    void focusIsKeptWhenOtherItemsChange();
+    void screenDisconnectsFromContentsWhenDestroyed();
+    void screenWithoutFocusedItemIsNotConnectedToContents();
+    void focusedChangedIsEmittedOnceWhenNoItemIsLeft();
 };
 
-void FocusKeepingTest::theTopmostThenLeadingThingIsFirst()
+void FocusKeepingTest::initialFocusIsTopmostThenLeadingItem()
 {
     FocusStage stage;
-    stage.walk(stage.thing("below", {0, 300, 100, 100}) + stage.thing("trailing", {300, 0, 100, 100}) +
-               stage.thing("leading", {100, 10, 100, 80}));
+    stage.showScreen(stage.focusable("below", {0, 300, 100, 100}) + stage.focusable("trailing", {300, 0, 100, 100}) +
+                     stage.focusable("leading", {100, 10, 100, 80}));
     QCOMPARE(stage.focused(), u"leading"_s);
 }
 
-void FocusKeepingTest::thePreferredThingIsFirst()
+void FocusKeepingTest::initialFocusIsFirstPreferredItem()
 {
     FocusStage stage;
-    stage.walk(stage.thing("a", {0, 0, 100, 100}) + stage.thing("b", {0, 200, 100, 100}, "preferred: true") +
-               stage.thing("c", {0, 100, 100, 100}, "preferred: true"));
+    stage.showScreen(stage.focusable("a", {0, 0, 100, 100}) +
+                     stage.focusable("b", {0, 200, 100, 100}, "preferred: true") +
+                     stage.focusable("c", {0, 100, 100, 100}, "preferred: true"));
     QCOMPARE(stage.focused(), u"b"_s);
 }
 
-void FocusKeepingTest::aScreenThatGetsTheFocusGivesItToAThing()
+void FocusKeepingTest::screenPassesFocusToItsFirstItem()
 {
     FocusStage stage;
-    auto* const screen = stage.put(stage.item("FocusScreen", "screen", {0, 0, 100, 100}, FocusStage::row()));
+    auto* const screen = stage.load(stage.item("FocusScreen", "screen", {0, 0, 100, 100}, FocusStage::row()));
     QCOMPARE(stage.focused(), QString());
     screen->setFocus(true);
     QCOMPARE(stage.focused(), u"a"_s);
 }
 
-void FocusKeepingTest::aThingThatGetsTheFocusByItselfIsTheFocusedOne()
+void FocusKeepingTest::itemWithForcedActiveFocusIsFocusedItem()
 {
     FocusStage stage;
-    stage.walk(FocusStage::row());
+    stage.showScreen(FocusStage::row());
     stage.named("b").forceActiveFocus();
     QCOMPARE(stage.screen().focused(), &stage.named("b"));
     stage.press(Qt::Key_Right);
     QCOMPARE(stage.focused(), u"c"_s);
 }
 
-void FocusKeepingTest::aScreenWithoutAnythingTakesTheKeysUntilSomethingComes()
+void FocusKeepingTest::emptyScreenHasFocusUntilItemAppears()
 {
     FocusStage stage;
-    stage.walk(stage.thing("a", {0, 0, 100, 100}, "visible: false"));
+    stage.showScreen(stage.focusable("a", {0, 0, 100, 100}, "visible: false"));
     QCOMPARE(stage.focused(), u"screen"_s);
     QCOMPARE(stage.screen().focused(), nullptr);
     QVERIFY(!stage.screen().move(Qt::Key_Down));
@@ -99,39 +100,40 @@ void FocusKeepingTest::aScreenWithoutAnythingTakesTheKeysUntilSomethingComes()
     delete &stage.named("a");
     QCoreApplication::processEvents();
     QCOMPARE(stage.focused(), u"screen"_s);
-    Focusable made;
-    made.setObjectName(u"made"_s);
-    made.setSize({100, 100});
-    made.setParentItem(&stage.screen());
+    Focusable created;
+    created.setObjectName(u"made"_s);
+    created.setSize({100, 100});
+    created.setParentItem(&stage.screen());
     QTRY_COMPARE(stage.focused(), u"made"_s);
 }
 
-void FocusKeepingTest::theNearestInItsSectionFollowsAVanishedThing_data()
+void FocusKeepingTest::focusMovesToNearestItemOfSectionWhenItemDisappears_data()
 {
     QTest::addColumn<Change>("change");
     QTest::newRow("hidden") << Change([](FocusStage& stage) { stage.named("b").setVisible(false); });
     QTest::newRow("disabled") << Change([](FocusStage& stage) { stage.named("b").setEnabled(false); });
-    QTest::newRow("without a size") << Change([](FocusStage& stage) { stage.named("b").setWidth(0); });
+    QTest::newRow("width set to zero") << Change([](FocusStage& stage) { stage.named("b").setWidth(0); });
     QTest::newRow("destroyed") << Change([](FocusStage& stage) { delete &stage.named("b"); });
-    QTest::newRow("taken out") << Change([](FocusStage& stage) { stage.named("b").setParentItem(nullptr); });
+    QTest::newRow("removed from its parent")
+        << Change([](FocusStage& stage) { stage.named("b").setParentItem(nullptr); });
 }
 
-void FocusKeepingTest::theNearestInItsSectionFollowsAVanishedThing()
+void FocusKeepingTest::focusMovesToNearestItemOfSectionWhenItemDisappears()
 {
     QFETCH(Change, change);
     FocusStage stage;
-    stage.walk(stage.thing("top", {400, 0, 100, 100}, "preferred: true") + FocusStage::row());
+    stage.showScreen(stage.focusable("top", {400, 0, 100, 100}, "preferred: true") + FocusStage::row());
     stage.screen().focus(&stage.named("b"));
     change(stage);
     QTRY_COMPARE(stage.focused(), u"c"_s);
     QCOMPARE(stage.screen().focused(), &stage.named("c"));
 }
 
-void FocusKeepingTest::theScreensFirstThingFollowsAVanishedSection()
+void FocusKeepingTest::focusMovesToFirstItemWhenSectionDisappears()
 {
     FocusStage stage;
-    stage.walk(stage.thing("top", {400, 0, 100, 100}) +
-               stage.thing("preferred", {0, 900, 100, 100}, "preferred: true") + FocusStage::row());
+    stage.showScreen(stage.focusable("top", {400, 0, 100, 100}) +
+                     stage.focusable("preferred", {0, 900, 100, 100}, "preferred: true") + FocusStage::row());
     stage.screen().focus(&stage.named("b"));
     delete &stage.named<FocusSection>("row");
     QTRY_COMPARE(stage.focused(), u"preferred"_s);
@@ -139,36 +141,36 @@ void FocusKeepingTest::theScreensFirstThingFollowsAVanishedSection()
     QTRY_COMPARE(stage.focused(), u"top"_s);
 }
 
-void FocusKeepingTest::aKeyFindsTheFocusInOrder()
+void FocusKeepingTest::pendingFocusChangeIsAppliedBeforeKeyIsHandled()
 {
     FocusStage stage;
-    stage.walk(FocusStage::row());
+    stage.showScreen(FocusStage::row());
     stage.screen().focus(&stage.named("c"));
     stage.named("c").setVisible(false);
     stage.press(Qt::Key_Left);
     QCOMPARE(stage.focused(), u"a"_s);
 }
 
-void FocusKeepingTest::aHiddenThingIsNotSelected()
+void FocusKeepingTest::hiddenItemIsNotSelected()
 {
     FocusStage stage;
-    stage.walk(FocusStage::row());
+    stage.showScreen(FocusStage::row());
     const QSignalSpy selected(&stage.named("a"), &Focusable::selected);
     stage.named("a").setVisible(false);
     stage.press(Qt::Key_Select);
     QCOMPARE(selected.count(), 0);
 }
 
-void FocusKeepingTest::theLastThingLeavesTheKeysToTheScreen()
+void FocusKeepingTest::screenGetsFocusWhenLastItemDisappears()
 {
     FocusStage stage;
-    stage.walk(stage.thing("a", {0, 0, 100, 100}));
+    stage.showScreen(stage.focusable("a", {0, 0, 100, 100}));
     stage.named("a").setVisible(false);
     QTRY_COMPARE(stage.focused(), u"screen"_s);
     QCOMPARE(stage.screen().focused(), nullptr);
 }
 
-void FocusKeepingTest::theFocusStaysThroughChangesAroundIt_data()
+void FocusKeepingTest::focusIsKeptWhenOtherItemsChange_data()
 {
     QTest::addColumn<Change>("change");
     QTest::newRow("neighbours destroyed") << Change([](FocusStage& stage) {
@@ -181,21 +183,21 @@ void FocusKeepingTest::theFocusStaysThroughChangesAroundIt_data()
         stage.named("b").setParentItem(&stage.screen());
         stage.named("b").setParentItem(&stage.named<QQuickItem>("row"));
     });
-    QTest::newRow("hidden and shown in one turn") << Change([](FocusStage& stage) {
+    QTest::newRow("hidden and shown at once") << Change([](FocusStage& stage) {
         stage.named("b").setVisible(false);
         stage.named("b").setVisible(true);
     });
-    QTest::newRow("disabled and enabled in one turn") << Change([](FocusStage& stage) {
+    QTest::newRow("disabled and enabled at once") << Change([](FocusStage& stage) {
         stage.screen().setEnabled(false);
         stage.screen().setEnabled(true);
     });
 }
 
-void FocusKeepingTest::theFocusStaysThroughChangesAroundIt()
+void FocusKeepingTest::focusIsKeptWhenOtherItemsChange()
 {
     QFETCH(Change, change);
     FocusStage stage;
-    stage.walk(FocusStage::row() + stage.item("Item", "elsewhere", {0, 600, 500, 100}, {}));
+    stage.showScreen(FocusStage::row() + stage.item("Item", "elsewhere", {0, 600, 500, 100}, {}));
     stage.screen().focus(&stage.named("b"));
     const QSignalSpy changed(&stage.screen(), &FocusScreen::focusedChanged);
     change(stage);
@@ -206,49 +208,49 @@ void FocusKeepingTest::theFocusStaysThroughChangesAroundIt()
     QCOMPARE(stage.screen().focused()->hasActiveFocus(), true);
 }
 
-void FocusKeepingTest::aScreenThatGoesHearsNoMoreOfItsContents()
+void FocusKeepingTest::screenDisconnectsFromContentsWhenDestroyed()
 {
-    HeardArea area;
+    ObservedArea area;
     auto screen = std::make_unique<FocusScreen>();
     area.setParentItem(screen.get());
-    Focusable thing;
-    thing.setParentItem(area.contentItem());
-    screen->focus(&thing);
-    QVERIFY(area.isHeard());
-    bool wasHeard = true;
-    connect(&area, &QQuickItem::parentChanged, this, [&] { wasHeard = area.isHeard(); });
+    Focusable item;
+    item.setParentItem(area.contentItem());
+    screen->focus(&item);
+    QVERIFY(area.isObserved());
+    bool wasObserved = true;
+    connect(&area, &QQuickItem::parentChanged, this, [&] { wasObserved = area.isObserved(); });
     screen.reset();
-    QVERIFY(!wasHeard);
+    QVERIFY(!wasObserved);
 }
 
-void FocusKeepingTest::aScreenWithoutFocusHearsNothingOfItsContents()
+void FocusKeepingTest::screenWithoutFocusedItemIsNotConnectedToContents()
 {
     FocusStage stage;
-    FocusScreen& screen = stage.walk({});
-    HeardArea area;
+    FocusScreen& screen = stage.showScreen({});
+    ObservedArea area;
     area.setSize({500, 500});
     area.setParentItem(&screen);
-    Focusable thing;
-    thing.setSize({100, 100});
-    thing.setParentItem(area.contentItem());
-    screen.focus(&thing);
-    QVERIFY(area.isHeard());
-    thing.setVisible(false);
-    screen.keepFocus();
+    Focusable item;
+    item.setSize({100, 100});
+    item.setParentItem(area.contentItem());
+    screen.focus(&item);
+    QVERIFY(area.isObserved());
+    item.setVisible(false);
+    screen.ensureFocus();
     QVERIFY(!screen.focused());
-    QVERIFY(!area.isHeard());
+    QVERIFY(!area.isObserved());
 }
 
-void FocusKeepingTest::thatThereIsNothingToFocusIsToldOnce()
+void FocusKeepingTest::focusedChangedIsEmittedOnceWhenNoItemIsLeft()
 {
     FocusStage stage;
-    FocusScreen& screen = stage.walk(stage.thing("only", {0, 0, 100, 100}));
-    const QSignalSpy told(&screen, &FocusScreen::focusedChanged);
+    FocusScreen& screen = stage.showScreen(stage.focusable("only", {0, 0, 100, 100}));
+    const QSignalSpy changes(&screen, &FocusScreen::focusedChanged);
     delete &stage.named("only");
     stage.press(Qt::Key_Down);
     stage.press(Qt::Key_Down);
     stage.press(Qt::Key_Left);
-    QCOMPARE(told.count(), 1);
+    QCOMPARE(changes.count(), 1);
 }
 
 QTEST_MAIN(FocusKeepingTest)

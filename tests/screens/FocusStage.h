@@ -3,12 +3,12 @@
 #include "FocusScreen.h"
 #include "Stage.h"
 
-/** A stage with one FocusScreen whose things are told apart by their names. */
+/** A window with one FocusScreen, whose items are identified by their object names. */
 class FocusStage : public Stage
 {
 public:
-    /** One thing of a scene, in QML. */
-    static QString thing(const char* name, QRectF rect, const char* more = "")
+    /** The QML of one Focusable. */
+    static QString focusable(const char* name, QRectF rect, const char* more = "")
     {
         return item("Focusable", name, rect, QLatin1String(more));
     }
@@ -24,19 +24,19 @@ public:
             .arg(more);
     }
 
-    /** A section of three things "a", "b" and "c", the middle one nearer to the last. */
+    /** A section with three Focusables "a", "b" and "c"; "b" is nearer to "c" than to "a". */
     static QString row()
     {
-        const QString things =
-            thing("a", {0, 0, 100, 100}) + thing("b", {200, 0, 100, 100}) + thing("c", {310, 0, 100, 100});
-        return item("FocusSection", "row", {250, 200, 500, 100}, things);
+        const QString items =
+            focusable("a", {0, 0, 100, 100}) + focusable("b", {200, 0, 100, 100}) + focusable("c", {310, 0, 100, 100});
+        return item("FocusSection", "row", {250, 200, 500, 100}, items);
     }
 
-    /** Shows a screen of these things, in front. */
-    FocusScreen& walk(const QString& things)
+    /** Shows a screen with these items and gives it the focus. */
+    FocusScreen& showScreen(const QString& items)
     {
-        m_screen = qobject_cast<FocusScreen*>(put(item("FocusScreen", "screen", {0, 0, 1920, 1080}, things)));
-        m_screen->takeFocus();
+        m_screen = qobject_cast<FocusScreen*>(load(item("FocusScreen", "screen", {0, 0, 1920, 1080}, items)));
+        m_screen->acquireFocus();
         return *m_screen;
     }
 
@@ -51,15 +51,15 @@ public:
         return *found;
     }
 
-    /** What the keys go to. */
+    /** The object name of the active focus item; empty if there is none. */
     QString focused()
     {
         const QQuickItem* const item = window().activeFocusItem();
         return item ? item->objectName() : QString();
     }
 
-    /** Gives one thing the focus and answers where an arrow leads from there. */
-    QString after(const char* name, int arrow)
+    /** Focuses an item, presses an arrow key, and returns the name of the item that then has focus. */
+    QString focusedAfter(const char* name, int arrow)
     {
         m_screen->focus(&named(name));
         press(arrow);

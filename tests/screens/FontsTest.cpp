@@ -45,17 +45,17 @@ class FontsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyTextIsDrawnWithRealGlyphs_data();
-    void everyTextIsDrawnWithRealGlyphs();
-    void aWeightIsARealFace_data();
-    void aWeightIsARealFace();
-    void anItalicIsARealFace_data();
-    void anItalicIsARealFace();
-    void thePlaySignIsNoEmoji();
-    void anEmojiIsDrawnInColour();
+    void everyTextHasGlyphsInEveryFont_data();
+    void everyTextHasGlyphsInEveryFont();
+    void weightIsARealFontFace_data();
+    void weightIsARealFontFace();
+    void italicIsARealFontFace_data();
+    void italicIsARealFontFace();
+    void playSignIsNotDrawnAsEmoji();
+    void emojiIsDrawnInColour();
 };
 
-void FontsTest::everyTextIsDrawnWithRealGlyphs_data()
+void FontsTest::everyTextHasGlyphsInEveryFont_data()
 {
     QTest::addColumn<QString>("text");
     for (const char16_t* text : viewerTexts)
@@ -65,7 +65,7 @@ void FontsTest::everyTextIsDrawnWithRealGlyphs_data()
     for (int i = texts.propertyOffset(); i < texts.propertyCount(); ++i)
         QTest::addRow("%s", texts.property(i).name()) << texts.property(i).read(&station).toString();
     for (const bool live : {true, false}) {
-        QTest::addRow("lamp, %d", live) << StationTexts::lampWords(live);
+        QTest::addRow("lamp, %d", live) << StationTexts::lampText(live);
         QTest::addRow("tower, %d", live) << StationTexts::towerCaption(live);
     }
     QTest::newRow("Chinese") << u"市議會會議記錄 · 市议会会议"_s;
@@ -75,10 +75,10 @@ void FontsTest::everyTextIsDrawnWithRealGlyphs_data()
     QTest::newRow("Greek and Cyrillic") << u"Συμβούλιο · Городской совет"_s;
     QTest::newRow("accents") << u"Çöşkün Ñandú Łódź Việt Nam"_s;
     QTest::newRow("emoji") << u"\U0001F6A2\U0001F4FC\U0001F389\U0001F469\U0000200D\U0001F680"_s;
-    QTest::newRow("typographer's") << u"‘’“”…–—·•†€£°×÷½→←✓★"_s;
+    QTest::newRow("typographic characters") << u"‘’“”…–—·•†€£°×÷½→←✓★"_s;
 }
 
-void FontsTest::everyTextIsDrawnWithRealGlyphs()
+void FontsTest::everyTextHasGlyphsInEveryFont()
 {
     QFETCH(QString, text);
     for (const auto& [name, font] : designs()) {
@@ -91,7 +91,7 @@ void FontsTest::everyTextIsDrawnWithRealGlyphs()
     }
 }
 
-void FontsTest::aWeightIsARealFace_data()
+void FontsTest::weightIsARealFontFace_data()
 {
     QTest::addColumn<QFont>("font");
     QTest::addColumn<QString>("family");
@@ -105,20 +105,20 @@ void FontsTest::aWeightIsARealFace_data()
     QTest::newRow("serif") << Typography::serif(30) << u"Noto Serif"_s << 400;
 }
 
-void FontsTest::aWeightIsARealFace()
+void FontsTest::weightIsARealFontFace()
 {
     QFETCH(QFont, font);
     QFETCH(QString, family);
     QFETCH(int, weight);
     const QRawFont face = faceOf(font);
     QVERIFY2(face.familyName().startsWith(family), qPrintable(face.familyName()));
-    // The weight that the font file itself declares, not one that was drawn thicker.
+    // The weight that the font file declares, not one that was emboldened artificially.
     const QByteArray os2 = face.fontTable("OS/2");
     QVERIFY(os2.size() > 6);
     QCOMPARE(int(quint8(os2[4])) * 256 + int(quint8(os2[5])), weight);
 }
 
-void FontsTest::anItalicIsARealFace_data()
+void FontsTest::italicIsARealFontFace_data()
 {
     QTest::addColumn<QFont>("upright");
     QTest::addColumn<QFont>("italic");
@@ -126,17 +126,17 @@ void FontsTest::anItalicIsARealFace_data()
     QTest::newRow("serif") << Typography::serif(30) << Typography::serif(30, QFont::Normal, true);
 }
 
-void FontsTest::anItalicIsARealFace()
+void FontsTest::italicIsARealFontFace()
 {
     QFETCH(const QFont, upright);
     QFETCH(const QFont, italic);
     QCOMPARE(faceOf(italic).familyName(), faceOf(upright).familyName());
     QCOMPARE(faceOf(italic).style(), QFont::StyleItalic);
-    // A slanted upright face would have the upright's table of angles.
+    // An artificially slanted font would have the same "post" table as the upright one.
     QVERIFY(faceOf(italic).fontTable("post") != faceOf(upright).fontTable("post"));
 }
 
-void FontsTest::thePlaySignIsNoEmoji()
+void FontsTest::playSignIsNotDrawnAsEmoji()
 {
     for (const QGlyphRun& run : glyphsOf(u"▶︎"_s, Typography::standard(22)))
         QVERIFY2(!run.rawFont().familyName().contains(u"Emoji"_s), qPrintable(run.rawFont().familyName()));
@@ -159,7 +159,7 @@ void FontsTest::thePlaySignIsNoEmoji()
     QVERIFY(lit > 100);
 }
 
-void FontsTest::anEmojiIsDrawnInColour()
+void FontsTest::emojiIsDrawnInColour()
 {
     bool inColour = false;
     for (const QGlyphRun& run : glyphsOf(u"\U0001F6A2"_s, Typography::standard(22)))

@@ -1,16 +1,16 @@
 #pragma once
 
+#include "Clock.h"
 #include "HubAPI.h"
 #include "MemoryDefaults.h"
 #include "ScriptedClock.h"
 #include "ScriptedHttpClient.h"
 #include "Stage.h"
 #include "Store.h"
-#include "Timepiece.h"
 
 #include <algorithm>
 
-/** The front screen on a scripted network and clock. */
+/** The front screen with a scripted network and clock. */
 struct FrontHouse
 {
     ScriptedHttpClient http;
@@ -18,19 +18,18 @@ struct FrontHouse
     MemoryDefaults defaults;
     Store store{hub, defaults};
     ScriptedClock clock;
-    Timepiece timepiece{clock};
     Stage stage;
     QQuickItem* view = nullptr;
 
     explicit FrontHouse(QSize size = {1920, 1080}, const QString& doors = {}) : stage(size)
     {
-        QQuickItem* root = stage.put(
-            QStringLiteral("Canvas { property QtObject store; property QtObject timepiece; LandingView { "
-                           "anchors.fill: parent; focus: true; store: parent.store; timepiece: parent.timepiece; "
-                           "%1 } }")
-                .arg(doors),
-            {{QStringLiteral("store"), QVariant::fromValue<QObject*>(&store)},
-             {QStringLiteral("timepiece"), QVariant::fromValue<QObject*>(&timepiece)}});
+        QQuickItem* root =
+            stage.load(QStringLiteral("Canvas { property QtObject store; property QtObject clock; LandingView { "
+                                      "anchors.fill: parent; focus: true; store: parent.store; clock: parent.clock; "
+                                      "%1 } }")
+                           .arg(doors),
+                       {{QStringLiteral("store"), QVariant::fromValue<QObject*>(&store)},
+                        {QStringLiteral("clock"), QVariant::fromValue<QObject*>(&clock)}});
         if (!root)
             qFatal("The front screen does not load.");
         view = Stage::first(root, "LandingView");

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/** A screen with two buttons, a cover for it, and two screens to cover it with. */
+/** A screen with two buttons and a cover, and three components to show in it. */
 const QString host = u"FocusScreen { id: host; width: 1920; height: 1080; property var log: [];"
                      "  property int shown: 0;"
                      "  property alias first: first; property alias second: second; property alias wrong: wrong;"
@@ -16,7 +16,7 @@ const QString host = u"FocusScreen { id: host; width: 1920; height: 1080; proper
                      "    Focusable { width: 100; height: 100 } Focusable { x: 200; width: 100; height: 100 } }"
                      "  Component { id: first; FocusScreen { objectName: 'first'; property string name;"
                      "    onAppeared: host.log.push('first'); onDisappeared: host.log.push('-first');"
-                     "    Component.onDestruction: host.log.push('gone');"
+                     "    Component.onDestruction: host.log.push('destroyed');"
                      "    Rectangle { width: 1920; height: 1080; color: 'teal' }"
                      "    Focusable { x: 50; y: 50; width: 100; height: 100 } } }"
                      "  Component { id: second; FocusScreen { objectName: 'second';"
@@ -28,15 +28,15 @@ const QString host = u"FocusScreen { id: host; width: 1920; height: 1080; proper
 
 struct House
 {
-    explicit House(const QString& more = {}) : screen(static_cast<FocusScreen*>(stage.put(host.arg(more))))
+    explicit House(const QString& more = {}) : screen(static_cast<FocusScreen*>(stage.load(host.arg(more))))
     {
         cover = static_cast<FullScreenCover*>(Stage::first(screen, "FullScreenCover"));
         content = screen->findChild<QQuickItem*>(u"content"_s);
-        screen->takeFocus();
+        screen->acquireFocus();
     }
     void show(const char* name) { cover->setScreen(name ? screen->property(name).value<QQmlComponent*>() : nullptr); }
     QStringList log() const { return screen->property("log").toStringList(); }
-    bool hasKeys(const FocusScreen* which) const { return which->focused() && which->focused()->hasActiveFocus(); }
+    bool hasFocus(const FocusScreen* which) const { return which->focused() && which->focused()->hasActiveFocus(); }
 
     Stage stage;
     FocusScreen* screen;
@@ -46,35 +46,35 @@ struct House
 
 } // namespace
 
-/** A screen that covers the one it stands on. */
+/** A cover that shows another screen over its own. */
 class FullScreenCoverTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void itHasTheKeysAtOnceAndSlidesUp();
-    void aDismissalGivesBackTheFocusAtOnceAndSlidesDown();
-    void whatIsBeneathIsNotDrawnWhileItIsCovered();
-    void backDismissesOnceAPress();
-    void backWithoutACoverIsLeftToOthers();
-    void oneScreenMayFollowAnother();
-    void itComesAndGoesBackAndForth();
-    void itMayBeThereFromTheBeginning();
-    void itTellsItsScreenOfTheOneAround();
-    void itHandsItsPropertiesOn();
-    void behindAnotherScreenItTakesNoKeys();
-    void whatIsNoScreenIsRefused();
-    void itDrawsNothingAfterATransition();
-    void itMayGoWithItsScreen();
+    void shownScreenHasFocusAtOnceAndSlidesUp();
+    void dismissedScreenReturnsFocusAtOnceAndSlidesDown();
+    void contentBelowIsHiddenWhileCovered();
+    void backDismissesOncePerKeyPress();
+    void backWithoutCoverIsNotAccepted();
+    void secondScreenReplacesFirst();
+    void rapidScreenChangesEndInLastOne();
+    void initialScreenIsShownWithoutAnimation();
+    void appearanceOfEnclosingScreenIsForwarded();
+    void propertiesArePassedToScreen();
+    void coverOnBackgroundScreenDoesNotTakeFocus();
+    void componentThatIsNoScreenIsRejected();
+    void noFrameIsDrawnAfterTransition();
+    void coverCanBeDestroyedWithItsScreen();
 };
 
-void FullScreenCoverTest::itHasTheKeysAtOnceAndSlidesUp()
+void FullScreenCoverTest::shownScreenHasFocusAtOnceAndSlidesUp()
 {
     House house;
-    QVERIFY(house.hasKeys(house.screen));
+    QVERIFY(house.hasFocus(house.screen));
     house.show("first");
     const FocusScreen* item = house.cover->item();
-    QVERIFY(house.hasKeys(item));
+    QVERIFY(house.hasFocus(item));
     QCOMPARE(house.screen->cover(), item);
     QCOMPARE(item->size(), QSizeF(1920, 1080));
     QCOMPARE(item->y(), 1080.0);
@@ -83,7 +83,7 @@ void FullScreenCoverTest::itHasTheKeysAtOnceAndSlidesUp()
     QCOMPARE(house.log(), QStringList{u"first"_s});
 }
 
-void FullScreenCoverTest::aDismissalGivesBackTheFocusAtOnceAndSlidesDown()
+void FullScreenCoverTest::dismissedScreenReturnsFocusAtOnceAndSlidesDown()
 {
     House house;
     house.stage.press(Qt::Key_Right);
@@ -101,10 +101,10 @@ void FullScreenCoverTest::aDismissalGivesBackTheFocusAtOnceAndSlidesDown()
     QCOMPARE(house.log(), (QStringList{u"first"_s, u"-first"_s}));
     QTRY_VERIFY(item->y() > 0);
     QTRY_VERIFY(!item);
-    QCOMPARE(house.log().constLast(), u"gone"_s);
+    QCOMPARE(house.log().constLast(), u"destroyed"_s);
 }
 
-void FullScreenCoverTest::whatIsBeneathIsNotDrawnWhileItIsCovered()
+void FullScreenCoverTest::contentBelowIsHiddenWhileCovered()
 {
     House house;
     house.show("first");
@@ -117,7 +117,7 @@ void FullScreenCoverTest::whatIsBeneathIsNotDrawnWhileItIsCovered()
     QVERIFY(house.content->isVisible());
 }
 
-void FullScreenCoverTest::backDismissesOnceAPress()
+void FullScreenCoverTest::backDismissesOncePerKeyPress()
 {
     House house;
     QSignalSpy dismissed(house.cover, &FullScreenCover::dismissed);
@@ -128,10 +128,10 @@ void FullScreenCoverTest::backDismissesOnceAPress()
         QCOMPARE(press.isAccepted(), house.cover->item() || !isRepeat);
     }
     QCOMPARE(dismissed.size(), 1);
-    QVERIFY(house.hasKeys(house.screen));
+    QVERIFY(house.hasFocus(house.screen));
 }
 
-void FullScreenCoverTest::backWithoutACoverIsLeftToOthers()
+void FullScreenCoverTest::backWithoutCoverIsNotAccepted()
 {
     House house;
     QSignalSpy dismissed(house.cover, &FullScreenCover::dismissed);
@@ -142,7 +142,7 @@ void FullScreenCoverTest::backWithoutACoverIsLeftToOthers()
     QVERIFY(dismissed.isEmpty());
 }
 
-void FullScreenCoverTest::oneScreenMayFollowAnother()
+void FullScreenCoverTest::secondScreenReplacesFirst()
 {
     House house;
     house.show("first");
@@ -150,23 +150,23 @@ void FullScreenCoverTest::oneScreenMayFollowAnother()
     QTRY_VERIFY(!house.content->isVisible());
     house.show("second");
     QCOMPARE(house.cover->item()->objectName(), u"second"_s);
-    QVERIFY(house.hasKeys(house.cover->item()));
+    QVERIFY(house.hasFocus(house.cover->item()));
     QCOMPARE(house.screen->cover(), house.cover->item());
     QCOMPARE(house.log(), (QStringList{u"first"_s, u"-first"_s, u"second"_s}));
     QTRY_VERIFY(!first);
-    QVERIFY(house.hasKeys(house.cover->item()));
+    QVERIFY(house.hasFocus(house.cover->item()));
     QTRY_VERIFY(!house.content->isVisible());
     house.show(nullptr);
-    QVERIFY(house.hasKeys(house.screen));
+    QVERIFY(house.hasFocus(house.screen));
 }
 
-void FullScreenCoverTest::itComesAndGoesBackAndForth()
+void FullScreenCoverTest::rapidScreenChangesEndInLastOne()
 {
     House house;
     for (const char* name : {"first", static_cast<const char*>(nullptr), "first", "second", "first",
                              static_cast<const char*>(nullptr), "second"}) {
         house.show(name);
-        QVERIFY(house.hasKeys(name ? house.cover->item() : house.screen));
+        QVERIFY(house.hasFocus(name ? house.cover->item() : house.screen));
         QTest::qWait(50);
     }
     QTRY_COMPARE(house.cover->childItems().size(), 1);
@@ -174,18 +174,18 @@ void FullScreenCoverTest::itComesAndGoesBackAndForth()
     QCOMPARE(house.cover->item()->y(), 0.0);
 }
 
-void FullScreenCoverTest::itMayBeThereFromTheBeginning()
+void FullScreenCoverTest::initialScreenIsShownWithoutAnimation()
 {
     House house(u"screen: first"_s);
     QCOMPARE(house.cover->item()->y(), 0.0);
-    QVERIFY(house.hasKeys(house.cover->item()));
+    QVERIFY(house.hasFocus(house.cover->item()));
     QVERIFY(!house.content->isVisible());
     QCOMPARE(house.log(), QStringList{});
     house.stage.press(Qt::Key_Back);
-    QVERIFY(house.hasKeys(house.screen));
+    QVERIFY(house.hasFocus(house.screen));
 }
 
-void FullScreenCoverTest::itTellsItsScreenOfTheOneAround()
+void FullScreenCoverTest::appearanceOfEnclosingScreenIsForwarded()
 {
     House house(u"screen: first"_s);
     Q_EMIT house.screen->appeared();
@@ -194,58 +194,58 @@ void FullScreenCoverTest::itTellsItsScreenOfTheOneAround()
     QCOMPARE(house.log(), (QStringList{u"first"_s, u"-first"_s}));
 }
 
-void FullScreenCoverTest::itHandsItsPropertiesOn()
+void FullScreenCoverTest::propertiesArePassedToScreen()
 {
     House house(u"properties: ({ name: 'a name' })"_s);
     house.show("first");
     QCOMPARE(house.cover->item()->property("name").toString(), u"a name"_s);
 }
 
-void FullScreenCoverTest::behindAnotherScreenItTakesNoKeys()
+void FullScreenCoverTest::coverOnBackgroundScreenDoesNotTakeFocus()
 {
     House house;
     FocusScreen other(house.stage.window().contentItem());
-    other.takeFocus();
+    other.acquireFocus();
     house.show("first");
     QVERIFY(other.hasActiveFocus());
     house.show(nullptr);
     QVERIFY(other.hasActiveFocus());
     house.show("second");
-    house.screen->takeFocus();
-    QVERIFY(house.hasKeys(house.cover->item()));
+    house.screen->acquireFocus();
+    QVERIFY(house.hasFocus(house.cover->item()));
 }
 
-void FullScreenCoverTest::whatIsNoScreenIsRefused()
+void FullScreenCoverTest::componentThatIsNoScreenIsRejected()
 {
     House house;
     QTest::ignoreMessage(QtWarningMsg, "what a FullScreenCover is to show is no FocusScreen");
     house.show("wrong");
     QVERIFY(!house.cover->item());
-    QVERIFY(house.hasKeys(house.screen));
+    QVERIFY(house.hasFocus(house.screen));
     house.show("first");
     QTRY_VERIFY(!house.content->isVisible());
     QTest::ignoreMessage(QtWarningMsg, "what a FullScreenCover is to show is no FocusScreen");
     house.show("wrong");
-    QVERIFY(house.hasKeys(house.screen));
+    QVERIFY(house.hasFocus(house.screen));
     QVERIFY(house.content->isVisible());
     QTRY_COMPARE(house.cover->childItems().size(), 0);
 }
 
-void FullScreenCoverTest::itDrawsNothingAfterATransition()
+void FullScreenCoverTest::noFrameIsDrawnAfterTransition()
 {
     House house;
     for (const char* name : {"first", static_cast<const char*>(nullptr)}) {
         house.show(name);
         QTRY_COMPARE(house.content->isVisible(), !name);
         QTRY_COMPARE(house.cover->childItems().size(), name ? 1 : 0);
-        house.stage.settle();
+        house.stage.waitUntilIdle();
         const int frames = house.stage.frames();
         QTest::qWait(400);
         QCOMPARE(house.stage.frames(), frames);
     }
 }
 
-void FullScreenCoverTest::itMayGoWithItsScreen()
+void FullScreenCoverTest::coverCanBeDestroyedWithItsScreen()
 {
     House house;
     house.show("first");
@@ -253,8 +253,8 @@ void FullScreenCoverTest::itMayGoWithItsScreen()
     delete house.cover;
     QVERIFY(house.content->isVisible());
     QVERIFY(!house.screen->cover());
-    house.screen->takeFocus();
-    QVERIFY(house.hasKeys(house.screen));
+    house.screen->acquireFocus();
+    QVERIFY(house.hasFocus(house.screen));
 }
 
 QTEST_MAIN(FullScreenCoverTest)

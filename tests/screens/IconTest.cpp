@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/** How much of the picture is not black, 0 to 1. */
+/** Share, 0 to 1, of the picture that is not black. */
 double weight(const QImage& picture)
 {
     qint64 sum = 0;
@@ -20,37 +20,37 @@ double weight(const QImage& picture)
 QImage shot(const QString& name, int side, const QString& color = u"white"_s)
 {
     Stage stage({side, side});
-    stage.put(u"Item { Icon { width: %1; height: %1; name: Icon.%2; color: '%3' } }"_s.arg(side).arg(name, color));
+    stage.load(u"Item { Icon { width: %1; height: %1; name: Icon.%2; color: '%3' } }"_s.arg(side).arg(name, color));
     return stage.picture();
 }
 
 } // namespace
 
-/** The signs beside the words of a button. */
+/** The icons beside the texts of buttons. */
 class IconTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void anIconKeepsItsWeightAtEverySize_data();
-    void anIconKeepsItsWeightAtEverySize();
-    void noIconDrawsNothing();
-    void anIconTakesItsColor();
-    void thePlayTrianglePointsForward();
-    void startOverCirclesAnticlockwise();
-    void aScrubPointsItsWay();
-    void theLinesOfTextAreSharp_data();
-    void theLinesOfTextAreSharp();
+    void iconHasSameWeightAtEverySize_data();
+    void iconHasSameWeightAtEverySize();
+    void iconNoneDrawsNothing();
+    void iconIsDrawnInItsColor();
+    void playTrianglePointsRight();
+    void startOverArrowPointsAnticlockwise();
+    void seekIconsPointInTheirDirection();
+    void linesOfTextIconAreSharp_data();
+    void linesOfTextIconAreSharp();
 };
 
-void IconTest::anIconKeepsItsWeightAtEverySize_data()
+void IconTest::iconHasSameWeightAtEverySize_data()
 {
     QTest::addColumn<QString>("name");
     for (const char* name : {"MagnifyingGlass", "Play", "StartOver", "TextLines", "Pause", "FastForward", "Rewind"})
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 
-void IconTest::anIconKeepsItsWeightAtEverySize()
+void IconTest::iconHasSameWeightAtEverySize()
 {
     QFETCH(QString, name);
     const double large = weight(shot(name, 400));
@@ -61,18 +61,18 @@ void IconTest::anIconKeepsItsWeightAtEverySize()
     }
 }
 
-void IconTest::noIconDrawsNothing()
+void IconTest::iconNoneDrawsNothing()
 {
     QCOMPARE(weight(shot(u"None"_s, 40)), 0.0);
 }
 
-void IconTest::anIconTakesItsColor()
+void IconTest::iconIsDrawnInItsColor()
 {
     const QImage picture = shot(u"Play"_s, 100, u"lime"_s);
     QCOMPARE(picture.pixelColor(45, 50), QColor(u"lime"_s));
 }
 
-void IconTest::thePlayTrianglePointsForward()
+void IconTest::playTrianglePointsRight()
 {
     const QImage picture = shot(u"Play"_s, 100);
     const auto lit = [&](int x, int y) { return qRed(picture.pixel(x, y)) > 128; };
@@ -83,9 +83,9 @@ void IconTest::thePlayTrianglePointsForward()
     QVERIFY(!lit(85, 70));
 }
 
-void IconTest::startOverCirclesAnticlockwise()
+void IconTest::startOverArrowPointsAnticlockwise()
 {
-    // A ring with a gap before the arrow's tip, which is what tells which way it goes.
+    // A ring with a gap before the arrow's tip, which shows the direction.
     const QImage picture = shot(u"StartOver"_s, 100);
     const auto lit = [&](int x, int y) { return qRed(picture.pixel(x, y)) > 128; };
     QVERIFY(lit(86, 54));
@@ -94,12 +94,12 @@ void IconTest::startOverCirclesAnticlockwise()
     QVERIFY(!lit(20, 30));
     QVERIFY(lit(80, 34));
     QVERIFY(lit(30, 18));
-    // The head is wider behind than in front.
+    // The arrow's head is wider at its back than at its tip.
     QVERIFY(lit(47, 5));
     QVERIFY(!lit(30, 8));
 }
 
-void IconTest::aScrubPointsItsWay()
+void IconTest::seekIconsPointInTheirDirection()
 {
     for (const QImage& picture : {shot(u"FastForward"_s, 100), shot(u"Rewind"_s, 100).mirrored(true, false)}) {
         const auto lit = [&](int x, int y) { return qRed(picture.pixel(x, y)) > 128; };
@@ -110,14 +110,14 @@ void IconTest::aScrubPointsItsWay()
     }
 }
 
-void IconTest::theLinesOfTextAreSharp_data()
+void IconTest::linesOfTextIconAreSharp_data()
 {
     QTest::addColumn<int>("side");
     for (const int side : {17, 19, 26, 28, 56})
         QTest::addRow("%d", side) << side;
 }
 
-void IconTest::theLinesOfTextAreSharp()
+void IconTest::linesOfTextIconAreSharp()
 {
     QFETCH(int, side);
     const QImage picture = shot(u"TextLines"_s, side);

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/** A lamp on black whose glow the test sets by hand. */
+/** A lamp on black whose glow the test sets. */
 struct Lamp
 {
     Stage stage;
@@ -20,7 +20,7 @@ struct Lamp
 
     explicit Lamp(QSize size = {400, 120}, double scale = 1) : stage(size)
     {
-        root = stage.put(
+        root = stage.load(
             u"Item { scale: %1; transformOrigin: Item.TopLeft; OnAirLamp { x: 48; y: 48; live: false } }"_s.arg(scale));
         lamp = Stage::first(root, "OnAirLamp");
         lamp->setProperty("live", true);
@@ -44,7 +44,7 @@ struct Lamp
     }
 };
 
-/** The lowest row of the glass in which letters have straight ends; round ones reach a little below. */
+/** The lowest pixel row in which letters with straight ends have ink; round letters reach slightly lower. */
 int lowestInk(const QImage& picture, const QRectF& area)
 {
     int lowest = -1;
@@ -69,24 +69,24 @@ int lowestInk(const QImage& picture, const QRectF& area)
 
 } // namespace
 
-/** The on-air lamp: how it glows, and what its glowing costs. */
+/** The on-air lamp: its glow, and what it repaints. */
 class LampTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theGlowIsAsPublished();
-    void theGlowGrowsInRadiusAndOpacity_data();
-    void theGlowGrowsInRadiusAndOpacity();
-    void theGlowEasesInAndOut();
-    void aPulsePaintsEachStepOnce();
-    void theWordsBesideTheLampStandOnOneLine_data();
-    void theWordsBesideTheLampStandOnOneLine();
-    void aDarkFrontScreenDrawsNoFrame();
-    void aLitLampRepaintsOnlyItself();
+    void glowUsesConstantsOfDesign();
+    void glowGrowsInRadiusAndOpacity_data();
+    void glowGrowsInRadiusAndOpacity();
+    void glowUsesEaseInOutCurve();
+    void pulsePaintsEachStepOnce();
+    void lampTextsHaveSameBaseline_data();
+    void lampTextsHaveSameBaseline();
+    void frontScreenWithoutBroadcastDrawsNoFrame();
+    void litLampRepaintsOnlyItself();
 };
 
-void LampTest::theGlowIsAsPublished()
+void LampTest::glowUsesConstantsOfDesign()
 {
     QCOMPARE(StationMotion::glowTime(), 1100);
     QCOMPARE(StationMotion::faintGlowRadius, 6.0);
@@ -98,7 +98,7 @@ void LampTest::theGlowIsAsPublished()
     QCOMPARE(Stage::animationTimes(lamp.root), (QList<int>{1100, 1100}));
 }
 
-void LampTest::theGlowGrowsInRadiusAndOpacity_data()
+void LampTest::glowGrowsInRadiusAndOpacity_data()
 {
     QTest::addColumn<double>("scale");
     QTest::addColumn<double>("glow");
@@ -108,7 +108,7 @@ void LampTest::theGlowGrowsInRadiusAndOpacity_data()
     }
 }
 
-void LampTest::theGlowGrowsInRadiusAndOpacity()
+void LampTest::glowGrowsInRadiusAndOpacity()
 {
     QFETCH(const double, scale);
     QFETCH(const double, glow);
@@ -119,30 +119,30 @@ void LampTest::theGlowGrowsInRadiusAndOpacity()
     const QRectF disc = Stage::area(Stage::first(lamp.root, "LampDisc"));
     const int y = int(disc.center().y());
     for (int x = int(std::floor(disc.left())) - 1; x >= 0; --x) {
-        // The distance from the disc, in points, of the middle of the pixel.
+        // Distance, in points, of the pixel's centre from the edge of the disc.
         const double distance = std::hypot(disc.center().x() - x - 0.5, disc.center().y() - y - 0.5) / scale - 13;
-        // A bell curve's integral: half of the opacity at the edge, a thirteenth of it one radius outside.
+        // The integral of a bell curve: half of the opacity at the edge, a thirteenth of it one radius outside.
         const double wanted = 217 * opacity * 0.5 * std::erfc(distance / radius);
         const int seen = picture.pixelColor(x, y).red();
         QVERIFY2(std::abs(seen - wanted) <= 3, qPrintable(u"%1 at %2 instead of %3"_s.arg(seen).arg(x).arg(wanted)));
     }
 }
 
-void LampTest::theGlowEasesInAndOut()
+void LampTest::glowUsesEaseInOutCurve()
 {
     const Lamp lamp;
     const QEasingCurve curve = StationMotion::easeInOut();
     QCOMPARE(Stage::animationCurves(lamp.root), (QList<QEasingCurve>{curve, curve}));
 }
 
-void LampTest::aPulsePaintsEachStepOnce()
+void LampTest::pulsePaintsEachStepOnce()
 {
     Lamp lamp;
     const auto* glow = qobject_cast<PaintedItem*>(Stage::first(lamp.root, "SoftShadow"));
     QSet<SharedPictures::Picture> pictures;
     for (int round = 0; round < 2; ++round) {
-        for (int place = 0; place <= 100; ++place) {
-            lamp.lamp->setProperty("glow", place / 100.0);
+        for (int percent = 0; percent <= 100; ++percent) {
+            lamp.lamp->setProperty("glow", percent / 100.0);
             lamp.stage.waitForFrame();
             pictures.insert(glow->picture());
         }
@@ -150,7 +150,7 @@ void LampTest::aPulsePaintsEachStepOnce()
     QCOMPARE(pictures.size(), StationMotion::glowSteps + 1);
 }
 
-void LampTest::theWordsBesideTheLampStandOnOneLine_data()
+void LampTest::lampTextsHaveSameBaseline_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<bool>("live");
@@ -161,13 +161,13 @@ void LampTest::theWordsBesideTheLampStandOnOneLine_data()
     }
 }
 
-void LampTest::theWordsBesideTheLampStandOnOneLine()
+void LampTest::lampTextsHaveSameBaseline()
 {
     QFETCH(const QSize, size);
     QFETCH(const bool, live);
     FrontHouse house(size);
     house.setNews(live, u"Harbour Council"_s);
-    // What stands on the line: no letter of either goes below it.
+    // Neither text has a letter with a descender, so their lowest pixels are on the baseline.
     const QQuickItem* words = Stage::texts(Stage::first(house.newsDoor(), "OnAirLamp")).constFirst();
     const QQuickItem* caption = Stage::texts(house.newsDoor()).constLast();
     QCOMPARE(words->property("text").toString(), live ? u"ON AIR"_s : u"OFF AIR"_s);
@@ -177,16 +177,16 @@ void LampTest::theWordsBesideTheLampStandOnOneLine()
     QCOMPARE(lowestInk(picture, Stage::area(words)), lowestInk(picture, Stage::area(caption)));
 }
 
-void LampTest::aDarkFrontScreenDrawsNoFrame()
+void LampTest::frontScreenWithoutBroadcastDrawsNoFrame()
 {
     FrontHouse house;
-    house.stage.settle();
+    house.stage.waitUntilIdle();
     const int framesAtRest = house.stage.frames();
     QTest::qWait(3000);
     QCOMPARE(house.stage.frames(), framesAtRest);
 }
 
-void LampTest::aLitLampRepaintsOnlyItself()
+void LampTest::litLampRepaintsOnlyItself()
 {
     FrontHouse house;
     house.setNews(true, u"Harbour Council"_s);
@@ -195,7 +195,7 @@ void LampTest::aLitLampRepaintsOnlyItself()
     QTRY_VERIFY(glow() > 0.9);
     QTRY_VERIFY(glow() < 0.1);
 
-    // What reaches the display, changed or not, during a whole pulse.
+    // What is drawn on the display during a whole pulse, even if no pixel changes.
     DrawnArea drawn(XConnection::open());
     QTRY_VERIFY(glow() > 0.9);
     QTRY_VERIFY(glow() < 0.1);

@@ -6,21 +6,21 @@
 
 using namespace Qt::StringLiterals;
 
-/** Where things stand on the front screen, at every size and with every text. */
+/** The layout of the front screen at every size and with every text. */
 class LandingLayoutTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theDoorsAreAsPublished_data();
-    void theDoorsAreAsPublished();
-    void aSubtitleHasTheRoomThatItsDoorCanSpare_data();
-    void aSubtitleHasTheRoomThatItsDoorCanSpare();
-    void everythingStaysInItsPlace_data();
-    void everythingStaysInItsPlace();
+    void doorsHaveDesignedGeometry_data();
+    void doorsHaveDesignedGeometry();
+    void longSubtitleShrinksTelevisionThenIsElided_data();
+    void longSubtitleShrinksTelevisionThenIsElided();
+    void textsStayInsideTheirDoorsAndDoNotOverlap_data();
+    void textsStayInsideTheirDoorsAndDoNotOverlap();
 };
 
-void LandingLayoutTest::theDoorsAreAsPublished_data()
+void LandingLayoutTest::doorsHaveDesignedGeometry_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::newRow("720p") << QSize(1280, 720);
@@ -28,7 +28,7 @@ void LandingLayoutTest::theDoorsAreAsPublished_data()
     QTest::newRow("2160p") << QSize(3840, 2160);
 }
 
-void LandingLayoutTest::theDoorsAreAsPublished()
+void LandingLayoutTest::doorsHaveDesignedGeometry()
 {
     QFETCH(QSize, size);
     FrontHouse house(size);
@@ -41,7 +41,7 @@ void LandingLayoutTest::theDoorsAreAsPublished()
     QCOMPARE(news.top(), store.top());
     QVERIFY(std::abs((news.left() + store.right()) / 2 - size.width() / 2.0) < 1);
 
-    // The shop door stands unlifted: its outline and its filling, at its edges.
+    // The unfocused shop entry: colours of its outline and of its fill, next to its edges.
     const QImage picture = house.stage.picture();
     const auto at = [&](double x, double y) {
         return picture.pixelColor(int(store.left() + x * factor), int(store.top() + y * factor));
@@ -53,43 +53,43 @@ void LandingLayoutTest::theDoorsAreAsPublished()
     QVERIFY(at(1, 1).red() < 25);
 }
 
-void LandingLayoutTest::aSubtitleHasTheRoomThatItsDoorCanSpare_data()
+void LandingLayoutTest::longSubtitleShrinksTelevisionThenIsElided_data()
 {
     QTest::addColumn<QString>("words");
-    QTest::addColumn<int>("fitting"); // how often they have room
+    QTest::addColumn<int>("fitting"); // how many repetitions fit
     QTest::newRow("Latin") << u"Joint session of the board. "_s << 11;
     QTest::newRow("Arabic") << u"اجتماع مجلس المدينة حول الميزانية "_s << 9;
     QTest::newRow("Chinese") << u"市議會定期會議與港口委員會"_s << 11;
 }
 
-void LandingLayoutTest::aSubtitleHasTheRoomThatItsDoorCanSpare()
+void LandingLayoutTest::longSubtitleShrinksTelevisionThenIsElided()
 {
     QFETCH(const QString, words);
     QFETCH(const int, fitting);
     FrontHouse house;
-    const auto say = [&](const QString& title) {
+    const auto setTitle = [&](const QString& title) {
         house.setNews(true, title);
         house.stage.waitForFrame();
         const auto texts = Stage::texts(Stage::first(house.newsDoor(), "DoorSubtitle"));
         return texts.constFirst();
     };
     const auto television = [&] { return Stage::all(house.newsDoor(), "CardPlate").constLast()->height(); };
-    const double ordinary = (say(u"Harbour Council"_s), television());
-    say(words.repeated(3));
+    const double ordinary = (setTitle(u"Harbour Council"_s), television());
+    setTitle(words.repeated(3));
     QCOMPARE(television(), ordinary);
-    // More than three lines, and none of them cut.
-    const QQuickItem* const longer = say(words.repeated(fitting));
+    // More than three lines, none of them elided.
+    const QQuickItem* const longer = setTitle(words.repeated(fitting));
     QVERIFY(longer->property("lineCount").toInt() > 3);
     QVERIFY(!longer->property("truncated").toBool());
     QVERIFY(television() >= 110 && television() < ordinary);
-    // Cut at the last line that the television leaves.
-    const QQuickItem* const endless = say(words.repeated(40).left(900));
+    // Elided at the last line that fits above the television.
+    const QQuickItem* const endless = setTitle(words.repeated(40).left(900));
     QVERIFY(endless->property("truncated").toBool());
     QVERIFY(endless->property("lineCount").toInt() >= 7);
     QVERIFY(television() >= 110 && television() < 110 + 27);
 }
 
-void LandingLayoutTest::everythingStaysInItsPlace_data()
+void LandingLayoutTest::textsStayInsideTheirDoorsAndDoNotOverlap_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<QString>("title");
@@ -98,10 +98,10 @@ void LandingLayoutTest::everythingStaysInItsPlace_data()
         {"plain", u"Harbour Council: regular session"_s},
         {"300 characters",
          u"Joint special session of the harbour board and the water commission "_s.repeated(5).left(300)},
-        {"one word of 300", QString(300, u'W')},
+        {"one word of 300 characters", QString(300, u'W')},
         {"Chinese", u"市議會定期會議與港口委員會聯席特別會議"_s.repeated(15).left(300)},
         {"Arabic", u"اجتماع مجلس المدينة "_s.repeated(15)},
-        {"lines of their own", u"one\ntwo\nthree\nfour\nfive\nsix\nseven\neight"_s},
+        {"line breaks", u"one\ntwo\nthree\nfour\nfive\nsix\nseven\neight"_s},
         {"emoji", u"\U0001F6A2\U0001F4FC "_s.repeated(60)},
     };
     for (const QSize size : {QSize(1280, 720), QSize(1920, 1080), QSize(3840, 2160)}) {
@@ -110,7 +110,7 @@ void LandingLayoutTest::everythingStaysInItsPlace_data()
     }
 }
 
-void LandingLayoutTest::everythingStaysInItsPlace()
+void LandingLayoutTest::textsStayInsideTheirDoorsAndDoNotOverlap()
 {
     QFETCH(QSize, size);
     QFETCH(QString, title);
@@ -133,11 +133,11 @@ void LandingLayoutTest::everythingStaysInItsPlace()
                 above = area;
             }
         }
-        const QRectF glass({0, 0}, QSizeF(size));
+        const QRectF windowArea({0, 0}, QSizeF(size));
         for (QQuickItem* text : Stage::texts(house.view)) {
-            QVERIFY(glass.contains(Stage::area(text)));
+            QVERIFY(windowArea.contains(Stage::area(text)));
             const double width = text->property("contentWidth").toDouble();
-            // Qt cuts joined Arabic letters up to one of them too late.
+            // When Qt elides joined Arabic letters, the text can be up to one letter too wide.
             QVERIFY2(width <= text->width() + 24, qPrintable(u"%1 of %2"_s.arg(width).arg(text->width())));
         }
     }

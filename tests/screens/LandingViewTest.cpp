@@ -13,8 +13,8 @@ namespace {
 
 const QString statusPath = u"/api/tv/status"_s;
 
-const QString cover = u"Component { FocusScreen { "
-                      "Rectangle { anchors.fill: parent; color: 'teal' } } }"_s;
+const QString coverScreen = u"Component { FocusScreen { "
+                            "Rectangle { anchors.fill: parent; color: 'teal' } } }"_s;
 
 } // namespace
 
@@ -23,33 +23,33 @@ class LandingViewTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void loadingStartsWhenTheScreenAppears();
-    void playPauseLoadsAgain();
-    void focusStartsOnADoor();
-    void leftAndRightMoveBetweenTheDoors();
-    void theFocusedDoorLifts();
-    void theFocusedDoorCastsAShadow();
-    void aDoorLiftsInFifteenHundredthsOfASecond();
-    void selectingADoorOnlySetsItsFlagWhileItsScreenIsMissing();
-    void aDoorsScreenCoversThisOneUntilBackIsPressed();
-    void backDuringTheSlideOnlyTakesTheCoverAway();
-    void whatIsCoveredIsNotDrawn();
-    void playPauseBelongsToTheCoverWhileThereIsOne();
-    void backLeavesOnlyWhenPressedAgainWithinThreeSeconds();
-    void theDoorsSayWhatTheHubSaid();
-    void theStatusLineFollowsTheStore();
-    void aLiveTowerShowsLive();
-    void theDoorsCanBeHeard();
+    void statusIsRequestedWhenScreenAppears();
+    void playPauseRequestsStatusAgain();
+    void initialFocusIsOnNewsDoor();
+    void leftAndRightMoveFocusBetweenDoors();
+    void focusedDoorIsScaledUp();
+    void onlyFocusedDoorHasShadow();
+    void liftAnimationOfDoorTakes150Milliseconds();
+    void selectedDoorSetsItsFlagWhenItHasNoScreen();
+    void screenOfDoorCoversFrontScreenUntilBackIsPressed();
+    void backDuringSlideInOnlyDismissesCover();
+    void coveredFrontScreenIsNotDrawn();
+    void playPauseIsNotHandledWhileCovered();
+    void secondBackWithinThreeSecondsQuits();
+    void doorsShowStatusOfHub();
+    void statusLineShowsStateOfStore();
+    void newsDoorShowsLiveDuringBroadcast();
+    void doorHasAccessibleRoleNameAndAction();
 };
 
-void LandingViewTest::loadingStartsWhenTheScreenAppears()
+void LandingViewTest::statusIsRequestedWhenScreenAppears()
 {
     FrontHouse house;
     QCOMPARE(house.statusRequests(), 1);
     QVERIFY(house.shows(u"Tuning in…"_s));
 }
 
-void LandingViewTest::playPauseLoadsAgain()
+void LandingViewTest::playPauseRequestsStatusAgain()
 {
     FrontHouse house;
     house.stage.press(Qt::Key_MediaTogglePlayPause);
@@ -58,14 +58,14 @@ void LandingViewTest::playPauseLoadsAgain()
     QCOMPARE(house.statusRequests(), 3);
 }
 
-void LandingViewTest::focusStartsOnADoor()
+void LandingViewTest::initialFocusIsOnNewsDoor()
 {
     FrontHouse house;
     QVERIFY(house.newsDoor()->hasActiveFocus());
     QVERIFY(!house.storeDoor()->hasActiveFocus());
 }
 
-void LandingViewTest::leftAndRightMoveBetweenTheDoors()
+void LandingViewTest::leftAndRightMoveFocusBetweenDoors()
 {
     FrontHouse house;
     house.stage.press(Qt::Key_Left);
@@ -80,10 +80,10 @@ void LandingViewTest::leftAndRightMoveBetweenTheDoors()
     QVERIFY(house.newsDoor()->hasActiveFocus());
 }
 
-void LandingViewTest::theFocusedDoorLifts()
+void LandingViewTest::focusedDoorIsScaledUp()
 {
     FrontHouse house;
-    house.stage.settle();
+    house.stage.waitUntilIdle();
     const auto width = [](QQuickItem* door) { return Stage::area(Stage::first(door, "CardPlate")).width(); };
     QCOMPARE(width(house.newsDoor()), 620 * 1.06);
     QCOMPARE(width(house.storeDoor()), 620.0);
@@ -92,12 +92,12 @@ void LandingViewTest::theFocusedDoorLifts()
     QTRY_COMPARE(width(house.newsDoor()), 620.0);
 }
 
-void LandingViewTest::theFocusedDoorCastsAShadow()
+void LandingViewTest::onlyFocusedDoorHasShadow()
 {
     FrontHouse house;
     const auto shadow = [](QQuickItem* door) {
-        const QQuickItem* place = Stage::first(door, "QQuickLoader");
-        return place->childItems().isEmpty() ? 0 : place->opacity();
+        const QQuickItem* loader = Stage::first(door, "QQuickLoader");
+        return loader->childItems().isEmpty() ? 0 : loader->opacity();
     };
     QTRY_COMPARE(shadow(house.newsDoor()), 1.0);
     QCOMPARE(shadow(house.storeDoor()), 0.0);
@@ -106,18 +106,18 @@ void LandingViewTest::theFocusedDoorCastsAShadow()
     QTRY_COMPARE(shadow(house.newsDoor()), 0.0);
 }
 
-void LandingViewTest::aDoorLiftsInFifteenHundredthsOfASecond()
+void LandingViewTest::liftAnimationOfDoorTakes150Milliseconds()
 {
     FrontHouse house;
     house.stage.press(Qt::Key_Right);
     QCOMPARE(StationMotion::liftTime(), 150);
     for (QQuickItem* door : {house.newsDoor(), house.storeDoor()}) {
-        // One for the plate and its shadow.
+        // One animation for the plate and its shadow.
         QCOMPARE(Stage::animationTimes(door).count(StationMotion::liftTime()), 1);
     }
 }
 
-void LandingViewTest::selectingADoorOnlySetsItsFlagWhileItsScreenIsMissing()
+void LandingViewTest::selectedDoorSetsItsFlagWhenItHasNoScreen()
 {
     FrontHouse house;
     QCOMPARE(house.view->property("showNews").toBool(), false);
@@ -131,9 +131,9 @@ void LandingViewTest::selectingADoorOnlySetsItsFlagWhileItsScreenIsMissing()
     QCOMPARE(house.isCovered(), false);
 }
 
-void LandingViewTest::aDoorsScreenCoversThisOneUntilBackIsPressed()
+void LandingViewTest::screenOfDoorCoversFrontScreenUntilBackIsPressed()
 {
-    FrontHouse house({1920, 1080}, u"newsScreen: %1 shopScreen: %1"_s.arg(cover));
+    FrontHouse house({1920, 1080}, u"newsScreen: %1 shopScreen: %1"_s.arg(coverScreen));
     for (const bool shop : {true, false, true}) {
         QQuickItem* door = shop ? house.storeDoor() : house.newsDoor();
         house.stage.press(shop ? Qt::Key_Right : Qt::Key_Left);
@@ -150,50 +150,50 @@ void LandingViewTest::aDoorsScreenCoversThisOneUntilBackIsPressed()
     QCOMPARE(house.statusRequests(), 1);
 }
 
-void LandingViewTest::backDuringTheSlideOnlyTakesTheCoverAway()
+void LandingViewTest::backDuringSlideInOnlyDismissesCover()
 {
-    FrontHouse house({1920, 1080}, u"newsScreen: %1"_s.arg(cover));
+    FrontHouse house({1920, 1080}, u"newsScreen: %1"_s.arg(coverScreen));
     const QString notice = u"Press back again to switch the set off"_s;
     house.stage.press(Qt::Key_Select);
     house.stage.press(Qt::Key_Back);
     QVERIFY(!house.isCovered());
     QVERIFY(house.newsDoor()->hasActiveFocus());
     QVERIFY(!house.shows(notice));
-    // While the cover still slides away, the keys are the front screen's again.
+    // While the cover still slides out, keys go to the front screen.
     house.stage.press(Qt::Key_Right);
     QVERIFY(house.storeDoor()->hasActiveFocus());
     house.stage.press(Qt::Key_Back);
     QVERIFY(house.shows(notice));
 }
 
-void LandingViewTest::whatIsCoveredIsNotDrawn()
+void LandingViewTest::coveredFrontScreenIsNotDrawn()
 {
-    FrontHouse house({1920, 1080}, u"newsScreen: %1"_s.arg(cover));
+    FrontHouse house({1920, 1080}, u"newsScreen: %1"_s.arg(coverScreen));
     house.setNews(true, u"Harbour Council"_s);
     house.stage.press(Qt::Key_Select);
     QTRY_VERIFY(!house.newsDoor()->isVisible());
-    house.stage.settle();
+    house.stage.waitUntilIdle();
     const int frames = house.stage.frames();
-    QTest::qWait(500); // of the lit lamp's pulse
+    QTest::qWait(500); // the lit lamp would draw its pulse in this time
     QCOMPARE(house.stage.frames(), frames);
     house.stage.press(Qt::Key_Back);
     QVERIFY(house.newsDoor()->isVisible());
     QTRY_VERIFY(house.stage.frames() > frames + 5);
 }
 
-void LandingViewTest::playPauseBelongsToTheCoverWhileThereIsOne()
+void LandingViewTest::playPauseIsNotHandledWhileCovered()
 {
-    FrontHouse house({1920, 1080}, u"shopScreen: %1"_s.arg(cover));
+    FrontHouse house({1920, 1080}, u"shopScreen: %1"_s.arg(coverScreen));
     house.stage.press(Qt::Key_Right);
     house.stage.press(Qt::Key_Select);
     house.stage.press(Qt::Key_MediaTogglePlayPause);
     QCOMPARE(house.statusRequests(), 1);
 }
 
-void LandingViewTest::backLeavesOnlyWhenPressedAgainWithinThreeSeconds()
+void LandingViewTest::secondBackWithinThreeSecondsQuits()
 {
     FrontHouse house;
-    QSignalSpy leave(house.view, SIGNAL(leave()));
+    QSignalSpy quitRequested(house.view, SIGNAL(quitRequested()));
     const QString notice = u"Press back again to switch the set off"_s;
     QVERIFY(!house.shows(notice));
     house.stage.press(Qt::Key_Back);
@@ -201,16 +201,16 @@ void LandingViewTest::backLeavesOnlyWhenPressedAgainWithinThreeSeconds()
     house.clock.advance(3s);
     QVERIFY(!house.shows(notice));
     house.stage.press(Qt::Key_Back);
-    QCOMPARE(leave.size(), 0);
+    QCOMPARE(quitRequested.size(), 0);
     QVERIFY(house.shows(notice));
     house.clock.advance(2999ms);
     house.stage.press(Qt::Key_Back);
-    QCOMPARE(leave.size(), 1);
+    QCOMPARE(quitRequested.size(), 1);
     QVERIFY(!house.shows(notice));
     QCOMPARE(house.clock.pendingTimers(), 0);
 }
 
-void LandingViewTest::theDoorsSayWhatTheHubSaid()
+void LandingViewTest::doorsShowStatusOfHub()
 {
     FrontHouse house;
     QVERIFY(house.shows(u"Checking what's on the shelf…"_s));
@@ -226,7 +226,7 @@ void LandingViewTest::theDoorsSayWhatTheHubSaid()
     QVERIFY(house.shows(u"Next broadcast · Tue 5 PM"_s));
 }
 
-void LandingViewTest::theStatusLineFollowsTheStore()
+void LandingViewTest::statusLineShowsStateOfStore()
 {
     FrontHouse house;
     const auto line = [&](const QString& text) -> QQuickItem* {
@@ -251,7 +251,7 @@ void LandingViewTest::theStatusLineFollowsTheStore()
     QCOMPARE(Stage::area(item).height(), 40.0);
 }
 
-void LandingViewTest::aLiveTowerShowsLive()
+void LandingViewTest::newsDoorShowsLiveDuringBroadcast()
 {
     FrontHouse house;
     QQuickItem* bars = Stage::first(house.newsDoor(), "MiniColorBars");
@@ -269,7 +269,7 @@ void LandingViewTest::aLiveTowerShowsLive()
     QVERIFY(house.shows(u"OFF AIR"_s));
 }
 
-void LandingViewTest::theDoorsCanBeHeard()
+void LandingViewTest::doorHasAccessibleRoleNameAndAction()
 {
     FrontHouse house;
     QAccessible::setActive(true);

@@ -2,12 +2,12 @@
 
 namespace {
 
-constexpr qreal guess = 250;
+constexpr qreal estimate = 250;
 
-// Wide enough that ten of them fill the room, and each of another width than the guess and its neighbours.
+// Ten items always fill the viewport, and each width differs from the estimate and from its neighbours' widths.
 constexpr auto measuredStack =
-    u"LazyStack { x: 6; orientation: Qt.Horizontal; measured: true; extent: 250; spacing: 40; ahead: 600;"
-    "  model: screen.rows; onHeld: row => place = row;"
+    u"LazyStack { x: 6; orientation: Qt.Horizontal; measured: true; extent: 250; spacing: 40; cacheBuffer: 600;"
+    "  model: screen.rows;"
     "  delegate: Focusable { required property int index; required property string title;"
     "    width: 100 + 50 * (index % 7); height: 390 } }";
 
@@ -26,22 +26,22 @@ qreal beginOf(int row)
 
 } // namespace
 
-/** A row of items whose lengths are known only when they are made. */
+/** A stack whose item extents are known only after the items are created. */
 class LazyStackMeasuredTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void rowsAreAsLongAsTheirItems();
-    void theRestCountsAsItIsGuessed();
-    void whatIsInSightIsMadeHoweverShortItIs();
-    void aWalkStandsOnWhatWasFound();
-    void whatWasFoundIsKeptWhenItsItemHasGone();
-    void anItemThatGrowsMovesThoseBehindIt();
-    void anotherModelIsMeasuredAnew();
+    void rowExtentsMatchTheirItems();
+    void unmeasuredRowsHaveEstimatedExtent();
+    void visibleItemsAreCreatedEvenIfVeryShort();
+    void focusMovesThroughMeasuredRows();
+    void measuredExtentIsKeptAfterItemIsDestroyed();
+    void grownItemShiftsItemsAfterIt();
+    void changedModelIsMeasuredAgain();
 };
 
-void LazyStackMeasuredTest::rowsAreAsLongAsTheirItems()
+void LazyStackMeasuredTest::rowExtentsMatchTheirItems()
 {
     Rows rows(100);
     const Shelf shelf(&rows, QString::fromUtf16(measuredStack));
@@ -51,41 +51,41 @@ void LazyStackMeasuredTest::rowsAreAsLongAsTheirItems()
     }
 }
 
-void LazyStackMeasuredTest::theRestCountsAsItIsGuessed()
+void LazyStackMeasuredTest::unmeasuredRowsHaveEstimatedExtent()
 {
     Rows rows(100);
     const Shelf shelf(&rows, QString::fromUtf16(measuredStack));
     int found = 0;
-    QTRY_VERIFY(std::exchange(found, shelf.row->existing()) == shelf.row->existing());
+    QTRY_VERIFY(std::exchange(found, shelf.row->itemCount()) == shelf.row->itemCount());
     QCOMPARE(shelf.existing().size(), shelf.existing().constLast() + 1);
-    QCOMPARE(shelf.row->implicitWidth(), beginOf(found) + (100 - found) * (guess + 40) - 40);
+    QCOMPARE(shelf.row->implicitWidth(), beginOf(found) + (100 - found) * (estimate + 40) - 40);
     QCOMPARE(shelf.area->contentExtent(), shelf.row->implicitWidth() + 12);
 }
 
-void LazyStackMeasuredTest::whatIsInSightIsMadeHoweverShortItIs()
+void LazyStackMeasuredTest::visibleItemsAreCreatedEvenIfVeryShort()
 {
     Rows rows(100);
     const auto tiny = QString::fromUtf16(measuredStack).replace(u"100 + 50 * (index % 7)"_s, u"20"_s);
     const Shelf shelf(&rows, tiny);
-    // At once, as nobody is to see a row that is not there.
-    QVERIFY(shelf.row->itemAt(int(room / 60)));
+    // Immediately, so that no frame shows a missing row.
+    QVERIFY(shelf.row->itemAt(int(viewportExtent / 60)));
 }
 
-void LazyStackMeasuredTest::aWalkStandsOnWhatWasFound()
+void LazyStackMeasuredTest::focusMovesThroughMeasuredRows()
 {
     Rows rows(300);
     Shelf shelf(&rows, QString::fromUtf16(measuredStack));
     for (int row = 0; row < 299; ++row) {
         QCOMPARE(shelf.focusedTitle(), rows.data(rows.index(row), Rows::TitleRole).toString());
         QCOMPARE(shelf.screen->focused()->x(), beginOf(row));
-        const qreal begin = beginOf(row) + 6 - shelf.area->aim();
-        QVERIFY(begin >= 0 && begin + widthOf(row) <= room);
+        const qreal begin = beginOf(row) + 6 - shelf.area->targetPosition();
+        QVERIFY(begin >= 0 && begin + widthOf(row) <= viewportExtent);
         QVERIFY(shelf.screen->move(Qt::Key_Right));
     }
     QCOMPARE(shelf.row->implicitWidth(), beginOf(300) - 40);
 }
 
-void LazyStackMeasuredTest::whatWasFoundIsKeptWhenItsItemHasGone()
+void LazyStackMeasuredTest::measuredExtentIsKeptAfterItemIsDestroyed()
 {
     Rows rows(300);
     Shelf shelf(&rows, QString::fromUtf16(measuredStack));
@@ -99,7 +99,7 @@ void LazyStackMeasuredTest::whatWasFoundIsKeptWhenItsItemHasGone()
     QCOMPARE(shelf.row->implicitWidth(), beginOf(300) - 40);
 }
 
-void LazyStackMeasuredTest::anItemThatGrowsMovesThoseBehindIt()
+void LazyStackMeasuredTest::grownItemShiftsItemsAfterIt()
 {
     Rows rows(100);
     Shelf shelf(&rows, QString::fromUtf16(measuredStack));
@@ -110,7 +110,7 @@ void LazyStackMeasuredTest::anItemThatGrowsMovesThoseBehindIt()
         QCOMPARE(shelf.row->itemAt(row)->x(), beginOf(row) + 33);
 }
 
-void LazyStackMeasuredTest::anotherModelIsMeasuredAnew()
+void LazyStackMeasuredTest::changedModelIsMeasuredAgain()
 {
     Rows rows(100);
     Shelf shelf(&rows, QString::fromUtf16(measuredStack));

@@ -1,21 +1,21 @@
 #include "LazyStackStage.h"
 
-/** What becomes of a row's items when its model changes. */
+/** The delegate items of a stack when its model changes. */
 class LazyStackModelTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void itemsKnowTheirRoles();
-    void aKeptItemIsTheSameOneWithNewValues();
-    void equalKeysAreToldApartByTheirOrder();
-    void aModelMayGo();
-    void aModelMayChangeWhileItemsAreMade();
-    void aDelegateMayChangeTheModelAsItIsMade();
-    void aFaultyDelegateIsSaidOnce();
+    void itemsGetRequiredPropertiesFromRoles();
+    void itemOfKeptKeyIsReusedWithNewValues();
+    void duplicateKeysAreMatchedInOrder();
+    void stackIsEmptyWhenModelIsDestroyed();
+    void modelCanChangeWhileItemsAreCreated();
+    void delegateCanChangeModelInOnCompleted();
+    void invalidDelegateIsReportedOnce();
 };
 
-void LazyStackModelTest::itemsKnowTheirRoles()
+void LazyStackModelTest::itemsGetRequiredPropertiesFromRoles()
 {
     Rows rows(3);
     Shelf shelf(&rows);
@@ -26,7 +26,7 @@ void LazyStackModelTest::itemsKnowTheirRoles()
     QCOMPARE(item->parentItem(), shelf.row);
 }
 
-void LazyStackModelTest::aKeptItemIsTheSameOneWithNewValues()
+void LazyStackModelTest::itemOfKeptKeyIsReusedWithNewValues()
 {
     Rows rows(QStringList{u"a"_s, u"b"_s, u"c"_s});
     Shelf shelf(&rows);
@@ -42,10 +42,10 @@ void LazyStackModelTest::aKeptItemIsTheSameOneWithNewValues()
     QCOMPARE(shelf.row->itemAt(1)->property("title").toString(), u"new, round 1"_s);
     QVERIFY(!b || !b->isVisible());
     QTRY_VERIFY(!b);
-    QCOMPARE(shelf.row->existing(), 3);
+    QCOMPARE(shelf.row->itemCount(), 3);
 }
 
-void LazyStackModelTest::equalKeysAreToldApartByTheirOrder()
+void LazyStackModelTest::duplicateKeysAreMatchedInOrder()
 {
     Rows rows(QStringList{u"a"_s, u"a"_s, u"b"_s});
     Shelf shelf(&rows);
@@ -58,18 +58,18 @@ void LazyStackModelTest::equalKeysAreToldApartByTheirOrder()
     QCOMPARE(shelf.row->itemAt(3)->property("index").toInt(), 3);
 }
 
-void LazyStackModelTest::aModelMayGo()
+void LazyStackModelTest::stackIsEmptyWhenModelIsDestroyed()
 {
     auto rows = std::make_unique<Rows>(20);
     Shelf shelf(rows.get());
-    QVERIFY(shelf.row->existing() > 0);
+    QVERIFY(shelf.row->itemCount() > 0);
     rows.reset();
-    QCOMPARE(shelf.row->existing(), 0);
+    QCOMPARE(shelf.row->itemCount(), 0);
     QCOMPARE(shelf.row->implicitWidth(), 0.0);
     QTRY_COMPARE(shelf.screen->focused()->objectName(), u"below"_s);
 }
 
-void LazyStackModelTest::aModelMayChangeWhileItemsAreMade()
+void LazyStackModelTest::modelCanChangeWhileItemsAreCreated()
 {
     Rows rows(200);
     Shelf shelf(&rows);
@@ -78,19 +78,19 @@ void LazyStackModelTest::aModelMayChangeWhileItemsAreMade()
         QCoreApplication::processEvents();
         rows.change(Rows(count).keys().mid(1), -1);
     }
-    QTRY_COMPARE(shelf.row->existing(), 9);
+    QTRY_COMPARE(shelf.row->itemCount(), 9);
 }
 
-void LazyStackModelTest::aDelegateMayChangeTheModelAsItIsMade()
+void LazyStackModelTest::delegateCanChangeModelInOnCompleted()
 {
     Rows rows(200);
-    rows.setDisturbances(20);
-    Shelf shelf(&rows, u"LazyStack { orientation: Qt.Horizontal; extent: 250; spacing: 40; ahead: 600;"
+    rows.setRemovals(20);
+    Shelf shelf(&rows, u"LazyStack { orientation: Qt.Horizontal; extent: 250; spacing: 40; cacheBuffer: 600;"
                        "  model: screen.rows; delegate: Focusable { required property int index;"
                        "    required property string title; width: 250; height: 390;"
-                       "    Component.onCompleted: screen.rows.disturb() } }"_s);
+                       "    Component.onCompleted: screen.rows.removeFirstRow() } }"_s);
     QCOMPARE(rows.rowCount(), 180);
-    QTRY_COMPARE(shelf.row->existing(), 9);
+    QTRY_COMPARE(shelf.row->itemCount(), 9);
     QCOMPARE(shelf.existing(), (QList<int>{0, 1, 2, 3, 4, 5, 6, 7, 8}));
     for (int i = 0; i < 9; ++i) {
         QCOMPARE(shelf.row->itemAt(i)->property("index").toInt(), i);
@@ -99,16 +99,16 @@ void LazyStackModelTest::aDelegateMayChangeTheModelAsItIsMade()
     }
 }
 
-void LazyStackModelTest::aFaultyDelegateIsSaidOnce()
+void LazyStackModelTest::invalidDelegateIsReportedOnce()
 {
     Rows rows(20);
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"nothing can be shown: .*missing.*"_s));
     QTest::failOnWarning(QRegularExpression(u"nothing can be shown"_s));
     Shelf shelf(&rows, u"LazyStack { orientation: Qt.Horizontal; extent: 250; model: screen.rows;"
                        "  delegate: Item { required property int missing } }"_s);
-    QCOMPARE(shelf.row->existing(), 0);
+    QCOMPARE(shelf.row->itemCount(), 0);
     rows.change({u"x"_s}, 0);
-    QCOMPARE(shelf.row->existing(), 0);
+    QCOMPARE(shelf.row->itemCount(), 0);
     QTRY_COMPARE(shelf.row->childItems().size(), 0);
 }
 

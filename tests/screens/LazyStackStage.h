@@ -1,26 +1,25 @@
 #pragma once
 
+#include "CurrentRowModel.h"
 #include "FocusScreen.h"
 #include "FocusSection.h"
 #include "LazyStack.h"
 #include "ScrollArea.h"
 #include "Stage.h"
 
-#include <QAbstractListModel>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 
 inline constexpr qreal extent = 250;
-inline constexpr qreal pitch = 290; // with the spacing
-inline constexpr qreal ahead = 600;
-inline constexpr qreal room = 1780;
+inline constexpr qreal pitch = 290; // extent and spacing
+inline constexpr qreal cacheBuffer = 600;
+inline constexpr qreal viewportExtent = 1780;
 
-/** Rows of letters or numbers, and the viewer's place among them. */
-class Rows : public QAbstractListModel
+/** A list of letters or numbers. */
+class Rows : public CurrentRowModel
 {
     Q_OBJECT
-    Q_PROPERTY(int place READ place NOTIFY placeChanged FINAL)
 
 public:
     enum Role { KeyRole = Qt::UserRole, TitleRole, ExtentRole };
@@ -32,35 +31,22 @@ public:
             m_keys.append(QString::number(i));
     }
 
-    int place() const { return m_place; }
     QStringList keys() const { return m_keys; }
     void setExtents(const QList<qreal>& extents) { m_extents = extents; }
 
-    void change(const QStringList& keys, int place)
+    void change(const QStringList& keys, int currentRow)
     {
-        beginResetModel();
-        m_keys = keys;
-        m_round += 1;
-        m_place = place;
-        endResetModel();
-        Q_EMIT placeChanged();
+        reset(currentRow, [&] {
+            m_keys = keys;
+            m_round += 1;
+        });
     }
-    void setPlace(int place)
+    void setRemovals(int count) { m_removals = count; }
+    /** Removes the first row, at most as often as setRemovals() allows. */
+    Q_INVOKABLE void removeFirstRow()
     {
-        m_place = place;
-        Q_EMIT placeChanged();
-    }
-    Q_INVOKABLE void hold(int row)
-    {
-        if (row != m_place)
-            setPlace(row);
-    }
-    void setDisturbances(int count) { m_disturbances = count; }
-    /** Drops the first row, a few times. */
-    Q_INVOKABLE void disturb()
-    {
-        if (m_disturbances-- > 0)
-            change(m_keys.mid(1), m_place);
+        if (m_removals-- > 0)
+            change(m_keys.mid(1), currentRow());
     }
 
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : int(m_keys.size()); }
@@ -79,33 +65,29 @@ public:
         return names;
     }
 
-Q_SIGNALS:
-    void placeChanged();
-
 private:
     QStringList m_keys;
     QList<qreal> m_extents;
-    int m_place = -1;
     int m_round = 0;
-    int m_disturbances = 0;
+    int m_removals = 0;
 };
 
-inline constexpr auto stack = u"LazyStack { x: 6; orientation: Qt.Horizontal; extent: 250; spacing: 40; ahead: 600;"
-                              "  model: screen.rows; place: screen.rows ? screen.rows.place : -1;"
-                              "  onHeld: row => screen.rows.hold(row);"
-                              "  delegate: Focusable { required property int index; required property string title;"
-                              "    width: 250; height: 390 } }";
+inline constexpr auto stack =
+    u"LazyStack { x: 6; orientation: Qt.Horizontal; extent: 250; spacing: 40; cacheBuffer: 600;"
+    "  model: screen.rows;"
+    "  delegate: Focusable { required property int index; required property string title;"
+    "    width: 250; height: 390 } }";
 
-/** A screen with one row of things to focus in a section, and a button below. */
+/** A screen with a section that contains one row of Focusables, and a button below it. */
 struct Shelf
 {
     explicit Shelf(Rows* rows, const QString& content = QString::fromUtf16(stack))
         : screen(static_cast<FocusScreen*>(
-              stage.put(u"FocusScreen { id: screen; width: 1920; height: 1080; property var rows;"
-                        "  FocusSection { width: 1920; height: 400; ScrollArea { x: 70; width: 1780; height: 400;"
-                        "    orientation: Qt.Horizontal; %1 } }"
-                        "  Focusable { objectName: 'below'; x: 70; y: 600; width: 300; height: 100 } }"_s.arg(content),
-                        {{u"rows"_s, QVariant::fromValue<QObject*>(rows)}}))),
+              stage.load(u"FocusScreen { id: screen; width: 1920; height: 1080; property var rows;"
+                         "  FocusSection { width: 1920; height: 400; ScrollArea { x: 70; width: 1780; height: 400;"
+                         "    orientation: Qt.Horizontal; %1 } }"
+                         "  Focusable { objectName: 'below'; x: 70; y: 600; width: 300; height: 100 } }"_s.arg(content),
+                         {{u"rows"_s, QVariant::fromValue<QObject*>(rows)}}))),
           area(static_cast<ScrollArea*>(Stage::first(screen, "ScrollArea"))),
           row(static_cast<LazyStack*>(Stage::first(screen, "LazyStack")))
     {
@@ -114,7 +96,7 @@ struct Shelf
             measure();
             QObject::connect(row, &QQuickItem::implicitWidthChanged, area, measure);
         }
-        screen->takeFocus();
+        screen->acquireFocus();
     }
 
     QList<int> existing() const
@@ -126,7 +108,7 @@ struct Shelf
         }
         return rows;
     }
-    /** The row that has the keys, by what the screen shows there; nothing when it is elsewhere. */
+    /** The title shown by the row that has the active focus; empty if the focus is elsewhere. */
     QString focusedTitle() const
     {
         return screen->focused() && screen->focused()->hasActiveFocus()

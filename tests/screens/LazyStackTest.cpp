@@ -2,7 +2,7 @@
 
 namespace {
 
-/** Rows make nothing ahead while this exists, columns do. */
+/** While this object exists, horizontal stacks create no items ahead; vertical ones do. */
 struct NoAheadInRows : QObject
 {
     NoAheadInRows() { qApp->installEventFilter(this); }
@@ -15,33 +15,33 @@ struct NoAheadInRows : QObject
 
 } // namespace
 
-/** A row or column of which only those items exist that are near what is shown. */
+/** A row or column that creates only the items near its viewport. */
 class LazyStackTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void onlyWhatIsNearExists_data();
-    void onlyWhatIsNearExists();
-    void aWalkFindsEveryRow_data();
-    void aWalkFindsEveryRow();
-    void whatIsInSightIsMadeAtOnceAndTheRestInTime();
-    void aLongScrollMakesOnlyWhatItPasses();
-    void rowsOfRowsFillWhenTheyAreInSight();
-    void rowsHaveTheirOwnExtents();
-    void itIsWholeWithoutAnArea();
-    void itFollowsItsAreaWhereverItIsPut();
-    void itDrawsNothingAtRest();
+    void onlyItemsNearViewportExist_data();
+    void onlyItemsNearViewportExist();
+    void arrowKeysReachEveryRow_data();
+    void arrowKeysReachEveryRow();
+    void visibleItemsAreCreatedAtOnceAndOthersLater();
+    void longScrollCreatesOnlyItemsItPasses();
+    void nestedRowsAreFilledWhenVisible();
+    void rowsUseExtentsFromModel();
+    void stackWithoutScrollAreaHasFullExtentAndNoItems();
+    void stackTracksScrollAreaAfterReparenting();
+    void noFrameIsDrawnAtRest();
 };
 
-void LazyStackTest::onlyWhatIsNearExists_data()
+void LazyStackTest::onlyItemsNearViewportExist_data()
 {
     QTest::addColumn<int>("count");
     for (const int count : {0, 1, 2, 9, 200, 10000})
         QTest::addRow("%d", count) << count;
 }
 
-void LazyStackTest::onlyWhatIsNearExists()
+void LazyStackTest::onlyItemsNearViewportExist()
 {
     QFETCH(int, count);
     Rows rows(count);
@@ -49,54 +49,54 @@ void LazyStackTest::onlyWhatIsNearExists()
     QCOMPARE(shelf.row->width(), std::max(0.0, count * pitch - 40));
     for (const qreal position : {0.0, 1000.0, 1e9, 3000.0}) {
         shelf.area->reveal(position, position + 1, true);
-        const qreal first = shelf.area->position() - ahead - 6;
-        const qreal last = shelf.area->position() + room + ahead - 6;
+        const qreal first = shelf.area->position() - cacheBuffer - 6;
+        const qreal last = shelf.area->position() + viewportExtent + cacheBuffer - 6;
         QList<int> near;
         for (int i = 0; i < count; ++i) {
-            const bool isAtPlace = i < 2; // and the one beside it
-            if (isAtPlace || (i * pitch + extent > first && i * pitch < last))
+            const bool isNearCurrent = i < 2; // and its neighbour
+            if (isNearCurrent || (i * pitch + extent > first && i * pitch < last))
                 near.append(i);
         }
         QTRY_COMPARE(shelf.existing(), near);
-        QCOMPARE(shelf.row->existing(), near.size());
+        QCOMPARE(shelf.row->itemCount(), near.size());
         for (const int i : near)
             QCOMPARE(shelf.row->itemAt(i)->x(), i * pitch);
     }
 }
 
-void LazyStackTest::aWalkFindsEveryRow_data()
+void LazyStackTest::arrowKeysReachEveryRow_data()
 {
     QTest::addColumn<int>("count");
     for (const int count : {2, 20, 200})
         QTest::addRow("%d", count) << count;
 }
 
-void LazyStackTest::aWalkFindsEveryRow()
+void LazyStackTest::arrowKeysReachEveryRow()
 {
     QFETCH(int, count);
     Rows rows(count);
     Shelf shelf(&rows);
     QCOMPARE(shelf.focusedTitle(), u"0, round 0"_s);
-    // At the end of a burst both the place and what is still shown may be seen.
-    constexpr int most = int(2 * (room + 2 * ahead) / pitch) + 6;
+    // After a burst of keys, items may exist around the current row and around the range still visible.
+    constexpr int most = int(2 * (viewportExtent + 2 * cacheBuffer) / pitch) + 6;
     for (const int arrow : {Qt::Key_Right, Qt::Key_Left}) {
         for (int step = 1; step <= count; ++step) {
             shelf.stage.press(arrow);
             const int last = std::min(step, count - 1);
             const int at = arrow == Qt::Key_Right ? last : count - 1 - last;
             QCOMPARE(shelf.focusedTitle(), u"%1, round 0"_s.arg(at));
-            QCOMPARE(rows.place(), at);
-            QVERIFY(shelf.row->existing() <= most);
-            const qreal x = shelf.screen->focused()->x() + 6 - shelf.area->aim();
-            QVERIFY(x >= 0 && x + extent <= room);
+            QCOMPARE(rows.currentRow(), at);
+            QVERIFY(shelf.row->itemCount() <= most);
+            const qreal x = shelf.screen->focused()->x() + 6 - shelf.area->targetPosition();
+            QVERIFY(x >= 0 && x + extent <= viewportExtent);
             if (step % 7 == 0)
                 QTest::qWait(20);
         }
     }
-    QTRY_COMPARE(shelf.area->position(), shelf.area->aim());
+    QTRY_COMPARE(shelf.area->position(), shelf.area->targetPosition());
 }
 
-void LazyStackTest::whatIsInSightIsMadeAtOnceAndTheRestInTime()
+void LazyStackTest::visibleItemsAreCreatedAtOnceAndOthersLater()
 {
     Rows rows(200);
     Shelf shelf(&rows);
@@ -105,69 +105,72 @@ void LazyStackTest::whatIsInSightIsMadeAtOnceAndTheRestInTime()
     QCOMPARE(atOnce, (QList<int>{0, 1, 94, 95, 96, 97, 98, 99, 100}));
     const QList<int> inTime{0, 1, 92, 93, 94, 95, 96, 97, 98, 99, 100, 101, 102};
     QTRY_COMPARE(shelf.existing(), inTime);
-    shelf.stage.settle();
+    shelf.stage.waitUntilIdle();
     QCOMPARE(shelf.existing(), inTime);
 }
 
-void LazyStackTest::aLongScrollMakesOnlyWhatItPasses()
+void LazyStackTest::longScrollCreatesOnlyItemsItPasses()
 {
     Rows rows(10000);
     Shelf shelf(&rows);
     shelf.area->reveal(5000 * pitch, 5001 * pitch);
-    QVERIFY(shelf.row->itemAt(4998)); // where it will be seen, so that a key may go on from there
+    QVERIFY(shelf.row->itemAt(4998)); // there the scroll will end, so a key can move on from there
     int most = 0;
-    connect(shelf.area, &ScrollArea::positionChanged, this, [&] { most = std::max(most, shelf.row->existing()); });
-    QTRY_COMPARE(shelf.area->position(), shelf.area->aim());
+    connect(shelf.area, &ScrollArea::positionChanged, this, [&] { most = std::max(most, shelf.row->itemCount()); });
+    QTRY_COMPARE(shelf.area->position(), shelf.area->targetPosition());
     QVERIFY(most <= 25);
 }
 
-void LazyStackTest::rowsOfRowsFillWhenTheyAreInSight()
+void LazyStackTest::nestedRowsAreFilledWhenVisible()
 {
-    Rows rows(20);
-    Shelf shelf(&rows);
+    Rows lines(20);
+    Rows cards(20);
+    Shelf shelf(&cards);
     auto column = static_cast<LazyStack*>(
-        Stage::first(shelf.stage.put(u"FocusScreen { id: screen; width: 1920; height: 1080; property var rows;"
-                                     "  ScrollArea { width: 1920; height: 1000; contentExtent: 10000;"
-                                     "    LazyStack { extent: 500; ahead: 1500; model: screen.rows;"
-                                     "      delegate: FocusSection { id: line; width: 1920; height: 500;"
-                                     "        ScrollArea { width: 1780; height: 400; orientation: Qt.Horizontal;"
-                                     "          LazyStack { orientation: Qt.Horizontal; extent: 250; spacing: 40;"
-                                     "            model: screen.rows; delegate: Focusable { } } } } } } }"_s,
-                                     {{u"rows"_s, QVariant::fromValue<QObject*>(&rows)}}),
+        Stage::first(shelf.stage.load(u"FocusScreen { id: screen; width: 1920; height: 1080;"
+                                      "  property var lines; property var cards;"
+                                      "  ScrollArea { width: 1920; height: 1000; contentExtent: 10000;"
+                                      "    LazyStack { extent: 500; cacheBuffer: 1500; model: screen.lines;"
+                                      "      delegate: FocusSection { id: line; width: 1920; height: 500;"
+                                      "        ScrollArea { width: 1780; height: 400; orientation: Qt.Horizontal;"
+                                      "          LazyStack { orientation: Qt.Horizontal; extent: 250; spacing: 40;"
+                                      "            model: screen.cards; delegate: Focusable { } } } } } } }"_s,
+                                      {{u"lines"_s, QVariant::fromValue<QObject*>(&lines)},
+                                       {u"cards"_s, QVariant::fromValue<QObject*>(&cards)}}),
                      "LazyStack"));
-    const auto cards = [column](int row) {
+    const auto cardCount = [column](int row) {
         QQuickItem* line = column->itemAt(row);
-        return line ? static_cast<LazyStack*>(Stage::first(line, "LazyStack"))->existing() : -1;
+        return line ? static_cast<LazyStack*>(Stage::first(line, "LazyStack"))->itemCount() : -1;
     };
-    // In time all that exist are full; but not before.
-    QTRY_COMPARE(cards(4), 7);
+    // After some time all existing rows are complete, but not before.
+    QTRY_COMPARE(cardCount(4), 7);
     NoAheadInRows noAhead;
-    column->setPlace(10);
-    QCOMPARE(cards(10), 7);
-    QCOMPARE(cards(11), 7);
-    QCOMPARE(cards(12), -1);
+    lines.setCurrentRow(10);
+    QCOMPARE(cardCount(10), 7);
+    QCOMPARE(cardCount(11), 7);
+    QCOMPARE(cardCount(12), -1);
     auto area = static_cast<ScrollArea*>(column->parentItem()->parentItem());
     area->reveal(5000, 5500);
-    QCOMPARE(cards(9), 7);
-    QTRY_COMPARE(cards(13), 0);
+    QCOMPARE(cardCount(9), 7);
+    QTRY_COMPARE(cardCount(13), 0);
     area->reveal(6500, 7000);
-    QCOMPARE(cards(13), 7);
+    QCOMPARE(cardCount(13), 7);
 }
 
-void LazyStackTest::rowsHaveTheirOwnExtents()
+void LazyStackTest::rowsUseExtentsFromModel()
 {
     Rows rows(4);
     rows.setExtents({100, 1, 2000, 50});
     Shelf shelf(&rows);
     QCOMPARE(shelf.row->implicitWidth(), 2151 + 3 * 40);
     QTRY_COMPARE(shelf.existing(), (QList<int>{0, 1, 2, 3}));
-    QList<qreal> places;
+    QList<qreal> positions;
     for (int i = 0; i < 4; ++i)
-        places.append(shelf.row->itemAt(i)->x());
-    QCOMPARE(places, (QList<qreal>{0, 140, 181, 2221}));
+        positions.append(shelf.row->itemAt(i)->x());
+    QCOMPARE(positions, (QList<qreal>{0, 140, 181, 2221}));
 }
 
-void LazyStackTest::itIsWholeWithoutAnArea()
+void LazyStackTest::stackWithoutScrollAreaHasFullExtentAndNoItems()
 {
     Rows rows(200);
     LazyStack stack;
@@ -176,32 +179,32 @@ void LazyStackTest::itIsWholeWithoutAnArea()
     stack.setExtent(100);
     stack.setModel(&rows);
     QCOMPARE(stack.implicitHeight(), 20000.0);
-    QCOMPARE(stack.existing(), 0);
+    QCOMPARE(stack.itemCount(), 0);
 }
 
-void LazyStackTest::itFollowsItsAreaWhereverItIsPut()
+void LazyStackTest::stackTracksScrollAreaAfterReparenting()
 {
     Rows rows(200);
     Shelf shelf(&rows);
     QQuickItem outside;
     shelf.row->setParentItem(&outside);
-    QCOMPARE(shelf.row->existing(), 2); // its place and the one beside
+    QCOMPARE(shelf.row->itemCount(), 2); // the current row and its neighbour
     auto between = new QQuickItem(shelf.area->contentItem());
     shelf.row->setParentItem(between);
-    QTRY_COMPARE(shelf.row->existing(), 9);
+    QTRY_COMPARE(shelf.row->itemCount(), 9);
     between->setX(-100 * pitch);
-    QTRY_COMPARE(shelf.row->existing(), 11 + 2);
+    QTRY_COMPARE(shelf.row->itemCount(), 11 + 2);
     QVERIFY(shelf.row->itemAt(103));
     shelf.area->setWidth(290);
-    QTRY_COMPARE(shelf.row->existing(), 6 + 2);
+    QTRY_COMPARE(shelf.row->itemCount(), 6 + 2);
 }
 
-void LazyStackTest::itDrawsNothingAtRest()
+void LazyStackTest::noFrameIsDrawnAtRest()
 {
     Rows rows(200);
     Shelf shelf(&rows);
     shelf.stage.press(Qt::Key_Right);
-    shelf.stage.settle();
+    shelf.stage.waitUntilIdle();
     const int frames = shelf.stage.frames();
     QTest::qWait(300);
     QCOMPARE(shelf.stage.frames(), frames);

@@ -16,7 +16,7 @@ const QString lowerThird =
     u"property bool lit: true; property real above: 0; "
     "Rectangle { anchors.fill: parent; color: 'black' } "
     "Loader { anchors.fill: parent; anchors.topMargin: canvas.above; active: canvas.lit; sourceComponent: LowerThird { "
-    "timepiece: canvas.timepiece; stationLabel: canvas.station.label; "
+    "clock: canvas.clock; stationLabel: canvas.station.label; "
     "program: canvas.news.programTitle; note: canvas.news.programNote; "
     "tagline: canvas.news.tagline; ticker: canvas.news.ticker } }"_s;
 
@@ -30,14 +30,14 @@ NewsStatus newsOf(const QString& program, const QString& note = {}, const QStrin
     return news;
 }
 
-/** The lower third once it has come. */
+/** The lower third after it has slid in. */
 struct Scene : BroadcastStage
 {
     explicit Scene(const NewsStatus& news, QSize size = {1920, 1080}) : BroadcastStage(lowerThird, size, news)
     {
-        if (!QTest::qWaitFor([this] { return presence() == 1; }))
-            QTest::qFail("it does not come", __FILE__, __LINE__);
-        stage.settle();
+        if (!QTest::qWaitFor([this] { return slideProgress() == 1; }))
+            QTest::qFail("the lower third does not appear", __FILE__, __LINE__);
+        stage.waitUntilIdle();
     }
 
     QQuickItem* third() const { return first("LowerThird"); }
@@ -48,7 +48,7 @@ struct Scene : BroadcastStage
         canvas->setProperty("station", QVariant::fromValue(TunerStation{u"5"_s, label, {}}));
         stage.waitForFrame();
     }
-    double presence() const { return third()->property("presence").toDouble(); }
+    double slideProgress() const { return third()->property("slideProgress").toDouble(); }
 };
 
 bool isClose(QColor seen, QColor wanted, int tolerance = 2)
@@ -65,30 +65,30 @@ QColor onBlack(QColor color, double opacity)
 
 } // namespace
 
-/** What lies over the live picture for its first seconds: where it stands, how it comes and goes. */
+/** The lower third, shown over the live picture for its first seconds: layout and animation. */
 class LowerThirdTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void itStandsAsPublished_data();
-    void itStandsAsPublished();
-    void itsTextsAreSetAsPublished();
-    void whatIsNotThereIsLeftOut_data();
-    void whatIsNotThereIsLeftOut();
-    void itSlidesInFromTheEdge();
-    void itLeavesAfterEightSecondsForGood();
-    void oneThatIsMadeAnewComesAgain();
-    void itEasesInAndOut();
-    void aTextIsShownWholeWhileThereIsRoom_data();
-    void aTextIsShownWholeWhileThereIsRoom();
-    void theTitleIsCutAtTheLastLineThatFits_data();
-    void theTitleIsCutAtTheLastLineThatFits();
-    void longTextsStayInThePanel_data();
-    void longTextsStayInThePanel();
+    void lowerThirdHasDesignedGeometry_data();
+    void lowerThirdHasDesignedGeometry();
+    void textsHaveDesignedFonts();
+    void missingTextsAreOmitted_data();
+    void missingTextsAreOmitted();
+    void lowerThirdSlidesInFromBottomEdge();
+    void lowerThirdDisappearsAfterEightSecondsPermanently();
+    void newLowerThirdAppearsAgain();
+    void slideUsesEaseInOutCurve();
+    void textIsNotElidedWhileItFits_data();
+    void textIsNotElidedWhileItFits();
+    void titleIsElidedAtLastLineThatFits_data();
+    void titleIsElidedAtLastLineThatFits();
+    void longTextsStayInsidePanel_data();
+    void longTextsStayInsidePanel();
 };
 
-void LowerThirdTest::itStandsAsPublished_data()
+void LowerThirdTest::lowerThirdHasDesignedGeometry_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::newRow("720p") << QSize(1280, 720);
@@ -96,7 +96,7 @@ void LowerThirdTest::itStandsAsPublished_data()
     QTest::newRow("2160p") << QSize(3840, 2160);
 }
 
-void LowerThirdTest::itStandsAsPublished()
+void LowerThirdTest::lowerThirdHasDesignedGeometry()
 {
     QFETCH(QSize, size);
     Scene scene(newsOf(u"Harbour Council"_s, u"A note"_s), size);
@@ -113,7 +113,7 @@ void LowerThirdTest::itStandsAsPublished()
     QCOMPARE(station.left(), badge.right() + 16);
     QCOMPARE(station.left(), label.left() - 18);
     QCOMPARE(station.right(), label.right() + 18);
-    // As tall as the badge, which is a point more than its own padding asks for.
+    // As tall as the badge, which is one point taller than the label's own padding requires.
     QCOMPARE(station.top(), badge.top());
     QCOMPARE(station.bottom(), badge.bottom());
     QVERIFY(std::abs(station.top() - (label.top() - 10)) < 1.1 &&
@@ -136,7 +136,7 @@ void LowerThirdTest::itStandsAsPublished()
     QCOMPARE(besides, QColor(Qt::black));
 }
 
-void LowerThirdTest::itsTextsAreSetAsPublished()
+void LowerThirdTest::textsHaveDesignedFonts()
 {
     Scene scene(newsOf(u"Harbour Council"_s, u"A note"_s));
     struct Face
@@ -161,17 +161,17 @@ void LowerThirdTest::itsTextsAreSetAsPublished()
     }
 }
 
-void LowerThirdTest::whatIsNotThereIsLeftOut_data()
+void LowerThirdTest::missingTextsAreOmitted_data()
 {
     QTest::addColumn<NewsStatus>("news");
     QTest::addColumn<QStringList>("rows");
     QTest::newRow("everything") << newsOf(u"A"_s, u"B"_s, u"C"_s) << QStringList{u"A"_s, u"B"_s};
     QTest::newRow("no note") << newsOf(u"A"_s, {}, u"C"_s) << QStringList{u"A"_s, u"C"_s};
-    QTest::newRow("a title alone") << newsOf(u"A"_s) << QStringList{u"A"_s};
+    QTest::newRow("title only") << newsOf(u"A"_s) << QStringList{u"A"_s};
     QTest::newRow("nothing") << newsOf({}) << QStringList{u"5 O'Clock News"_s};
 }
 
-void LowerThirdTest::whatIsNotThereIsLeftOut()
+void LowerThirdTest::missingTextsAreOmitted()
 {
     QFETCH(NewsStatus, news);
     QFETCH(QStringList, rows);
@@ -184,26 +184,26 @@ void LowerThirdTest::whatIsNotThereIsLeftOut()
     QCOMPARE(scene.areaOf(rows.constLast()).bottom(), scene.panelArea().bottom() - 24);
 }
 
-void LowerThirdTest::itSlidesInFromTheEdge()
+void LowerThirdTest::lowerThirdSlidesInFromBottomEdge()
 {
     Scene scene(newsOf(u"A"_s));
     scene.canvas->setProperty("lit", false);
     scene.canvas->setProperty("lit", true);
-    QVERIFY(scene.presence() < 0.1);
+    QVERIFY(scene.slideProgress() < 0.1);
     QVERIFY(scene.panelArea().top() > 1000);
     const QSignalSpy moves(scene.panel(), &QQuickItem::yChanged);
-    QTRY_COMPARE(scene.presence(), 1.0);
+    QTRY_COMPARE(scene.slideProgress(), 1.0);
     QVERIFY(moves.count() > 1);
     QCOMPARE(scene.panelArea().bottom(), 1056.0);
     QCOMPARE(Stage::animationTimes(scene.third()), QList<int>{500});
 }
 
-void LowerThirdTest::itLeavesAfterEightSecondsForGood()
+void LowerThirdTest::lowerThirdDisappearsAfterEightSecondsPermanently()
 {
     Scene scene(newsOf(u"A"_s));
     scene.clock.advance(7999ms);
-    scene.stage.settle();
-    QCOMPARE(scene.presence(), 1.0);
+    scene.stage.waitUntilIdle();
+    QCOMPARE(scene.slideProgress(), 1.0);
     const QSignalSpy fades(scene.panel(), &QQuickItem::opacityChanged);
     scene.clock.advance(1ms);
     QTRY_VERIFY(!scene.panel()->isVisible());
@@ -211,42 +211,42 @@ void LowerThirdTest::itLeavesAfterEightSecondsForGood()
     QVERIFY(scene.panelArea().top() >= 1080);
     scene.setNews(newsOf(u"another programme"_s));
     scene.clock.advance(60s);
-    scene.stage.settle();
+    scene.stage.waitUntilIdle();
     QVERIFY(!scene.panel()->isVisible());
 }
 
-void LowerThirdTest::oneThatIsMadeAnewComesAgain()
+void LowerThirdTest::newLowerThirdAppearsAgain()
 {
     Scene scene(newsOf(u"A"_s));
     scene.clock.advance(8s);
     QTRY_VERIFY(!scene.panel()->isVisible());
     scene.canvas->setProperty("lit", false);
     scene.canvas->setProperty("lit", true);
-    QTRY_COMPARE(scene.presence(), 1.0);
+    QTRY_COMPARE(scene.slideProgress(), 1.0);
     scene.clock.advance(8s);
     QTRY_VERIFY(!scene.panel()->isVisible());
 }
 
-void LowerThirdTest::itEasesInAndOut()
+void LowerThirdTest::slideUsesEaseInOutCurve()
 {
     const Scene scene(newsOf(u"A"_s));
     QCOMPARE(Stage::animationCurves(scene.third()), QList<QEasingCurve>{StationMotion::easeInOut()});
 }
 
-void LowerThirdTest::aTextIsShownWholeWhileThereIsRoom_data()
+void LowerThirdTest::textIsNotElidedWhileItFits_data()
 {
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("station");
-    QTest::newRow("a title of three lines") << sentence.repeated(2) << u"5 O'Clock News"_s;
-    QTest::newRow("a title of twelve lines") << sentence.repeated(8) << u"5 O'Clock News"_s;
-    QTest::newRow("a station of three lines") << u"A"_s << sentence.repeated(2);
-    QTest::newRow("both") << sentence.repeated(5) << sentence.repeated(5);
+    QTest::newRow("title of three lines") << sentence.repeated(2) << u"5 O'Clock News"_s;
+    QTest::newRow("title of twelve lines") << sentence.repeated(8) << u"5 O'Clock News"_s;
+    QTest::newRow("station name of three lines") << u"A"_s << sentence.repeated(2);
+    QTest::newRow("long title and long station name") << sentence.repeated(5) << sentence.repeated(5);
     QTest::newRow("Chinese") << u"市議會定期會議與港口委員會聯席特別會議"_s.repeated(6)
                              << u"市議會定期會議"_s.repeated(10);
-    QTest::newRow("lines") << u"one\ntwo\nthree\nfour\nfive"_s << u"A"_s;
+    QTest::newRow("line breaks") << u"one\ntwo\nthree\nfour\nfive"_s << u"A"_s;
 }
 
-void LowerThirdTest::aTextIsShownWholeWhileThereIsRoom()
+void LowerThirdTest::textIsNotElidedWhileItFits()
 {
     QFETCH(const QString, title);
     QFETCH(const QString, station);
@@ -258,16 +258,16 @@ void LowerThirdTest::aTextIsShownWholeWhileThereIsRoom()
     QCOMPARE(scene.panelArea().bottom(), 1056.0);
 }
 
-void LowerThirdTest::theTitleIsCutAtTheLastLineThatFits_data()
+void LowerThirdTest::titleIsElidedAtLastLineThatFits_data()
 {
     QTest::addColumn<QString>("note");
-    QTest::addColumn<double>("above"); // points, that something stands above
+    QTest::addColumn<double>("above"); // points occupied by an item above it
     QTest::newRow("with a note") << u"A note"_s << 0.0;
-    QTest::newRow("alone") << QString() << 0.0;
-    QTest::newRow("below a strip") << u"A note"_s << 92.0;
+    QTest::newRow("without a note") << QString() << 0.0;
+    QTest::newRow("below the tuner strip") << u"A note"_s << 92.0;
 }
 
-void LowerThirdTest::theTitleIsCutAtTheLastLineThatFits()
+void LowerThirdTest::titleIsElidedAtLastLineThatFits()
 {
     QFETCH(const QString, note);
     QFETCH(const double, above);
@@ -275,24 +275,24 @@ void LowerThirdTest::theTitleIsCutAtTheLastLineThatFits()
     scene.canvas->setProperty("above", above);
     scene.stage.waitForFrame();
     const double top = scene.panelArea().top();
-    // Another line of the title would reach into what it leaves free.
+    // One more line of the title would exceed the space that must stay free.
     QVERIFY2(top >= above + 23.5 && top < above + 24 + 49, qPrintable(QString::number(top)));
     QCOMPARE(scene.panelArea().bottom(), 1056.0);
 }
 
-void LowerThirdTest::longTextsStayInThePanel_data()
+void LowerThirdTest::longTextsStayInsidePanel_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("300 characters") << u"Joint special session of the harbour board "_s.repeated(7).left(300);
     QTest::newRow("one word") << QString(300, u'W');
     QTest::newRow("Chinese") << u"市議會定期會議與港口委員會聯席特別會議"_s.repeated(15).left(300);
     QTest::newRow("Arabic") << u"اجتماع مجلس المدينة "_s.repeated(15);
-    QTest::newRow("lines") << u"one\ntwo\nthree\nfour"_s;
+    QTest::newRow("line breaks") << u"one\ntwo\nthree\nfour"_s;
     QTest::newRow("emoji") << u"\U0001F6A2\U0001F4FC "_s.repeated(60);
-    QTest::newRow("a million") << QString(1'000'000, u'W');
+    QTest::newRow("a million characters") << QString(1'000'000, u'W');
 }
 
-void LowerThirdTest::longTextsStayInThePanel()
+void LowerThirdTest::longTextsStayInsidePanel()
 {
     QFETCH(QString, text);
     Scene scene(newsOf(text, text));
@@ -308,7 +308,7 @@ void LowerThirdTest::longTextsStayInThePanel()
         const QRectF area = scene.area(item);
         QVERIFY2(inside.contains(area), qPrintable(item->property("text").toString()));
         QVERIFY(item->property("contentHeight").toDouble() <= item->height() + 0.5);
-        // Qt cuts joined Arabic letters up to one of them too late.
+        // When Qt elides joined Arabic letters, the text can be up to one letter too wide.
         QVERIFY(item->property("contentWidth").toDouble() <= item->width() + 24);
         QVERIFY(!area.intersects(above));
         above = area;

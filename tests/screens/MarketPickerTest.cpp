@@ -6,7 +6,7 @@
 
 #include <cmath>
 
-/** The market picker with more markets than it has room for. */
+/** The market picker with more markets than fit. */
 class MarketPickerTest : public QObject
 {
     Q_OBJECT
@@ -15,21 +15,21 @@ private Q_SLOTS:
     void init();
     void cleanup() { m_house.reset(); }
 
-    void theShopOpensWithTheChosenChipInView_data();
-    void theShopOpensWithTheChosenChipInView();
-    void theChosenChipIsInViewWhenTheShopIsEnteredAgain();
-    void theChosenChipStaysInViewThoughTheMarketsChange_data();
-    void theChosenChipStaysInViewThoughTheMarketsChange();
-    void aRefreshUnderTheFocusLeavesItWhereItIs();
-    void theWayFromTheSearchLeadsToTheFirstChipInView();
-    void upFromTheShelvesLeadsToTheChipThatWasLeft();
-    void chipsFadeWhereMoreOfThemAreHidden();
-    void fewChipsDoNotFade();
-    void theFocusedChipIsNeverUnderAFade();
-    void aHalfHiddenChipEndsInTheVeneer_data();
-    void aHalfHiddenChipEndsInTheVeneer();
-    void theRingIsWholeAtBothEnds_data();
-    void theRingIsWholeAtBothEnds();
+    void chosenChipIsVisibleWhenShopOpens_data();
+    void chosenChipIsVisibleWhenShopOpens();
+    void chosenChipIsVisibleWhenShopOpensAgain();
+    void chosenChipStaysVisibleWhenMarketsChange_data();
+    void chosenChipStaysVisibleWhenMarketsChange();
+    void focusedChipStaysFocusedAndVisibleOnRefresh();
+    void rightFromSearchMovesFocusToFirstVisibleChip();
+    void upFromShelvesReturnsFocusToLastChip();
+    void chipsFadeAtEdgesWithHiddenChips();
+    void chipsThatFitDoNotFade();
+    void focusedChipIsNeverCoveredByFade();
+    void partlyHiddenChipFadesIntoVeneer_data();
+    void partlyHiddenChipFadesIntoVeneer();
+    void focusRingIsCompleteAtBothEnds_data();
+    void focusRingIsCompleteAtBothEnds();
 
 private:
     static QStringList markets(int count, const QString& name = u"market number %1"_s);
@@ -38,15 +38,15 @@ private:
     QQuickItem* picker() const { return Stage::first(m_house->shop(), "MarketPicker"); }
     ScrollArea* row() const { return static_cast<ScrollArea*>(Stage::first(picker(), "ScrollArea")); }
     QList<EdgeFade*> fades() const;
-    /** Whether a chip is shown whole, with the ring that may be around it, and nothing fades it. */
-    bool isPlain(const QString& chip) const;
+    /** Whether a chip and the space for its focus ring are completely visible and not covered by a fade. */
+    bool isFullyVisible(const QString& chip) const;
 
     std::unique_ptr<ShopHouse> m_house;
 };
 
 namespace {
 
-constexpr qreal ring = 8; // around a chip, points
+constexpr qreal ring = 8; // space for the focus ring around a chip, in points
 
 } // namespace
 
@@ -75,120 +75,120 @@ QList<EdgeFade*> MarketPickerTest::fades() const
     return shown;
 }
 
-bool MarketPickerTest::isPlain(const QString& chip) const
+bool MarketPickerTest::isFullyVisible(const QString& chip) const
 {
-    const QRectF area = m_house->areaOfThing(chip).adjusted(-ring, -ring, ring, ring);
+    const QRectF area = m_house->areaOfFocusable(chip).adjusted(-ring, -ring, ring, ring);
     const auto lies = [&](const QQuickItem* fade) { return m_house->area(fade).intersects(area); };
     const auto shown = fades();
-    return m_house->thing(chip) && m_house->area(row()).contains(area) &&
+    return m_house->focusable(chip) && m_house->area(row()).contains(area) &&
            std::none_of(shown.cbegin(), shown.cend(), lies);
 }
 
-void MarketPickerTest::theShopOpensWithTheChosenChipInView_data()
+void MarketPickerTest::chosenChipIsVisibleWhenShopOpens_data()
 {
     QTest::addColumn<QString>("market");
     QTest::addColumn<QString>("chip");
-    QTest::newRow("all") << QString() << u"All markets 99"_s;
-    QTest::newRow("the first") << u"market number 0"_s << nameOf(0);
-    QTest::newRow("in the midst") << u"market number 20"_s << nameOf(20);
-    QTest::newRow("the last") << u"market number 39"_s << nameOf(39);
-    QTest::newRow("one that is not there, the beginning") << u"x"_s << u"All markets 99"_s;
+    QTest::newRow("all markets") << QString() << u"All markets 99"_s;
+    QTest::newRow("first") << u"market number 0"_s << nameOf(0);
+    QTest::newRow("in the middle") << u"market number 20"_s << nameOf(20);
+    QTest::newRow("last") << u"market number 39"_s << nameOf(39);
+    QTest::newRow("unknown market") << u"x"_s << u"All markets 99"_s;
 }
 
-void MarketPickerTest::theShopOpensWithTheChosenChipInView()
+void MarketPickerTest::chosenChipIsVisibleWhenShopOpens()
 {
     QFETCH(QString, market);
     QFETCH(QString, chip);
     m_house->store.setMarket(market);
     m_house->showMarkets(markets(40));
     m_house->stage.press(Qt::Key_Back);
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     m_house->open();
-    // Before the first frame, and so without a scroll.
-    QVERIFY(isPlain(chip));
+    // True before the first frame, so no scroll is visible.
+    QVERIFY(isFullyVisible(chip));
     const qreal position = row()->position();
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     QCOMPARE(row()->position(), position);
-    QVERIFY(isPlain(chip));
-    QCOMPARE(m_house->heard(), u"Search the stacks"_s);
+    QVERIFY(isFullyVisible(chip));
+    QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
 }
 
-void MarketPickerTest::theChosenChipIsInViewWhenTheShopIsEnteredAgain()
+void MarketPickerTest::chosenChipIsVisibleWhenShopOpensAgain()
 {
     m_house->showMarkets(markets(40));
     for (int step = 0; step < 31; ++step)
         m_house->stage.press(Qt::Key_Right);
     m_house->press({Qt::Key_Select, Qt::Key_Back});
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     QCOMPARE(m_house->store.market(), u"market number 29"_s);
     m_house->open();
-    m_house->stage.settle();
-    QVERIFY(isPlain(nameOf(29)));
+    m_house->stage.waitUntilIdle();
+    QVERIFY(isFullyVisible(nameOf(29)));
 }
 
-void MarketPickerTest::theChosenChipStaysInViewThoughTheMarketsChange_data()
+void MarketPickerTest::chosenChipStaysVisibleWhenMarketsChange_data()
 {
-    QTest::addColumn<int>("walked"); // to a chip that is not chosen, before the shelves have the focus
-    QTest::newRow("nobody was there") << 0;
-    QTest::newRow("the viewer was elsewhere in the row") << 35;
+    QTest::addColumn<int>("steps"); // steps to a chip other than the chosen one, before the focus moves to the shelves
+    QTest::newRow("no chip focused before") << 0;
+    QTest::newRow("another chip focused before") << 35;
 }
 
-void MarketPickerTest::theChosenChipStaysInViewThoughTheMarketsChange()
+void MarketPickerTest::chosenChipStaysVisibleWhenMarketsChange()
 {
-    QFETCH(int, walked);
+    QFETCH(int, steps);
     m_house->store.setMarket(u"market number 20"_s);
     m_house->showMarkets(markets(40));
-    for (int step = 0; step < walked; ++step)
+    for (int step = 0; step < steps; ++step)
         m_house->stage.press(Qt::Key_Right);
     m_house->stage.press(Qt::Key_Down);
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     m_house->showMarkets(markets(12, u"another market %1"_s) + markets(40));
-    QVERIFY(isPlain(u"MARKET NUMBER 20 33"_s));
+    QVERIFY(isFullyVisible(u"MARKET NUMBER 20 33"_s));
     m_house->showMarkets(markets(40).mid(15));
-    QVERIFY(isPlain(u"MARKET NUMBER 20 6"_s));
+    QVERIFY(isFullyVisible(u"MARKET NUMBER 20 6"_s));
     const qreal position = row()->position();
     m_house->stage.press(Qt::Key_Up);
-    // To where the viewer was in the counter, and so without a scroll.
-    QCOMPARE(m_house->heard(), walked > 0 ? u"MARKET NUMBER 20 6"_s : u"Search the stacks"_s);
-    QCOMPARE(row()->aim(), position);
+    // To the last focused control of the counter, so nothing scrolls.
+    QCOMPARE(m_house->focusedName(), steps > 0 ? u"MARKET NUMBER 20 6"_s : u"Search the stacks"_s);
+    QCOMPARE(row()->targetPosition(), position);
 }
 
-void MarketPickerTest::aRefreshUnderTheFocusLeavesItWhereItIs()
+void MarketPickerTest::focusedChipStaysFocusedAndVisibleOnRefresh()
 {
     m_house->showMarkets(markets(40));
     for (int step = 0; step < 32; ++step)
         m_house->stage.press(Qt::Key_Right);
-    QCOMPARE(m_house->heard(), nameOf(30));
-    m_house->stage.settle();
+    QCOMPARE(m_house->focusedName(), nameOf(30));
+    m_house->stage.waitUntilIdle();
     m_house->showMarkets(markets(12, u"another market %1"_s) + markets(40));
-    QCOMPARE(m_house->heard(), u"MARKET NUMBER 30 43"_s);
-    QVERIFY(isPlain(u"MARKET NUMBER 30 43"_s));
+    QCOMPARE(m_house->focusedName(), u"MARKET NUMBER 30 43"_s);
+    QVERIFY(isFullyVisible(u"MARKET NUMBER 30 43"_s));
 }
 
-void MarketPickerTest::theWayFromTheSearchLeadsToTheFirstChipInView()
+void MarketPickerTest::rightFromSearchMovesFocusToFirstVisibleChip()
 {
     m_house->store.setMarket(u"market number 20"_s);
     m_house->showMarkets(markets(40));
-    const QRectF search = m_house->areaOfThing(u"Search the stacks"_s);
+    const QRectF search = m_house->areaOfFocusable(u"Search the stacks"_s);
     m_house->stage.press(Qt::Key_Right);
     const QRectF chip = m_house->area(m_house->focused());
-    QVERIFY(chip.left() >= search.right() && chip.left() < m_house->areaOfThing(nameOf(20)).left());
-    m_house->stage.settle();
-    QVERIFY(isPlain(m_house->heard()));
-    QVERIFY(isPlain(nameOf(20)));
+    QVERIFY(chip.left() >= search.right() && chip.left() < m_house->areaOfFocusable(nameOf(20)).left());
+    m_house->stage.waitUntilIdle();
+    QVERIFY(isFullyVisible(m_house->focusedName()));
+    QVERIFY(isFullyVisible(nameOf(20)));
 }
 
-void MarketPickerTest::upFromTheShelvesLeadsToTheChipThatWasLeft()
+void MarketPickerTest::upFromShelvesReturnsFocusToLastChip()
 {
     m_house->showMarkets(markets(40));
     for (int step = 0; step < 25; ++step)
         m_house->stage.press(Qt::Key_Right);
-    const QString left = m_house->heard();
+    const QString left = m_house->focusedName();
     m_house->press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Up});
-    QCOMPARE(m_house->heard(), left);
+    QCOMPARE(m_house->focusedName(), left);
 }
 
-void MarketPickerTest::chipsFadeWhereMoreOfThemAreHidden()
+void MarketPickerTest::chipsFadeAtEdgesWithHiddenChips()
 {
     m_house->showMarkets(markets(40));
     const auto edges = [this] {
@@ -201,23 +201,23 @@ void MarketPickerTest::chipsFadeWhereMoreOfThemAreHidden()
     QCOMPARE(m_house->area(fades().constFirst()).right(), m_house->area(row()).right());
     for (int step = 0; step < 20; ++step)
         m_house->stage.press(Qt::Key_Right);
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     QCOMPARE(edges(), (QList<Qt::Edge>{Qt::LeftEdge, Qt::RightEdge}));
     QCOMPARE(m_house->area(fades().constFirst()).left(), m_house->area(row()).left());
     for (int step = 0; step < 25; ++step)
         m_house->stage.press(Qt::Key_Right);
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     QCOMPARE(edges(), QList<Qt::Edge>{Qt::LeftEdge});
 }
 
-void MarketPickerTest::fewChipsDoNotFade()
+void MarketPickerTest::chipsThatFitDoNotFade()
 {
     m_house->showMarkets(markets(3));
     QVERIFY(fades().isEmpty());
     QVERIFY(!row()->parentItem()->clip());
 }
 
-void MarketPickerTest::theFocusedChipIsNeverUnderAFade()
+void MarketPickerTest::focusedChipIsNeverCoveredByFade()
 {
     QStringList slugs = markets(20);
     for (int market = 0; market < 20; market += 2)
@@ -227,13 +227,13 @@ void MarketPickerTest::theFocusedChipIsNeverUnderAFade()
     for (const int key : {Qt::Key_Right, Qt::Key_Left}) {
         for (int step = 0; step < 20; ++step) {
             m_house->stage.press(key);
-            m_house->stage.settle();
-            QVERIFY2(isPlain(m_house->heard()), qPrintable(m_house->heard()));
+            m_house->stage.waitUntilIdle();
+            QVERIFY2(isFullyVisible(m_house->focusedName()), qPrintable(m_house->focusedName()));
         }
     }
 }
 
-void MarketPickerTest::aHalfHiddenChipEndsInTheVeneer_data()
+void MarketPickerTest::partlyHiddenChipFadesIntoVeneer_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::newRow("720p") << QSize(1280, 720);
@@ -241,7 +241,7 @@ void MarketPickerTest::aHalfHiddenChipEndsInTheVeneer_data()
     QTest::newRow("2160p") << QSize(3840, 2160);
 }
 
-void MarketPickerTest::aHalfHiddenChipEndsInTheVeneer()
+void MarketPickerTest::partlyHiddenChipFadesIntoVeneer()
 {
     QFETCH(QSize, size);
     m_house = std::make_unique<ShopHouse>(QString(), size);
@@ -252,8 +252,8 @@ void MarketPickerTest::aHalfHiddenChipEndsInTheVeneer()
     const QRectF area = Stage::area(picker());
     picker()->setVisible(false);
     const QImage veneer = m_house->stage.picture();
-    // What is left of the chips in a column of pixels, 0 to 1.
-    const auto rest = [&](int x) {
+    // Visible share, 0 to 1, of the chips in one pixel column.
+    const auto visibleShare = [&](int x) {
         qreal sum = 0;
         for (int y = qCeil(area.top()); y < qFloor(area.bottom()); ++y) {
             const QColor a = chips.pixelColor(x, y);
@@ -264,28 +264,29 @@ void MarketPickerTest::aHalfHiddenChipEndsInTheVeneer()
     };
     const int left = qFloor(area.left());
     const int right = qCeil(area.right()) - 1;
-    QVERIFY2(rest(left) < 0.01 && rest(right) < 0.01, qPrintable(u"%1 %2"_s.arg(rest(left)).arg(rest(right))));
-    // And nothing of them lies beyond.
-    QCOMPARE(rest(left - 1), 0.0);
-    QCOMPARE(rest(right + 1), 0.0);
-    QVERIFY(rest(qRound(area.center().x())) > 0.03);
+    QVERIFY2(visibleShare(left) < 0.01 && visibleShare(right) < 0.01,
+             qPrintable(u"%1 %2"_s.arg(visibleShare(left)).arg(visibleShare(right))));
+    // Nothing of them is visible beyond the edges.
+    QCOMPARE(visibleShare(left - 1), 0.0);
+    QCOMPARE(visibleShare(right + 1), 0.0);
+    QVERIFY(visibleShare(qRound(area.center().x())) > 0.03);
 }
 
-void MarketPickerTest::theRingIsWholeAtBothEnds_data()
+void MarketPickerTest::focusRingIsCompleteAtBothEnds_data()
 {
-    aHalfHiddenChipEndsInTheVeneer_data();
+    partlyHiddenChipFadesIntoVeneer_data();
 }
 
-void MarketPickerTest::theRingIsWholeAtBothEnds()
+void MarketPickerTest::focusRingIsCompleteAtBothEnds()
 {
     QFETCH(QSize, size);
     m_house = std::make_unique<ShopHouse>(QString(), size);
     m_house->show(u"A: 1; B: 2"_s);
     m_house->showMarkets(markets(40));
-    const auto isRinged = [&] {
+    const auto hasFocusRing = [&] {
         const QImage picture = m_house->stage.picture();
         const QRectF chip = m_house->focused()->mapRectToScene(QRectF(QPointF(), m_house->focused()->size()));
-        const qreal away = 6.0 * size.width() / 1920; // the middle of the ring's line
+        const qreal away = 6.0 * size.width() / 1920; // distance of the middle of the ring's line from the chip
         const QPointF centre = chip.center();
         const QList<QPointF> points{{chip.left() - away, centre.y()},
                                     {chip.right() + away, centre.y()},
@@ -297,12 +298,12 @@ void MarketPickerTest::theRingIsWholeAtBothEnds()
         });
     };
     m_house->press({Qt::Key_Right, Qt::Key_Right, Qt::Key_Left});
-    QCOMPARE(m_house->heard(), u"All markets 99"_s);
-    QVERIFY(isRinged());
+    QCOMPARE(m_house->focusedName(), u"All markets 99"_s);
+    QVERIFY(hasFocusRing());
     for (int step = 0; step < 40; ++step)
         m_house->stage.press(Qt::Key_Right);
-    QCOMPARE(m_house->heard(), nameOf(39));
-    QVERIFY(isRinged());
+    QCOMPARE(m_house->focusedName(), nameOf(39));
+    QVERIFY(hasFocusRing());
 }
 
 QTEST_MAIN(MarketPickerTest)

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/** A stack that goes back by itself, with a button on its root and two on each page. */
+/** A stack that pops its own pages. Its root and each page have two buttons. */
 const QString plainStack = u"NavigationStack { id: stack; width: 1920; height: 1080; focus: true; property var log: [];"
                            "  onPopped: stack.depth = stack.depth - 1;"
                            "  FocusScreen { objectName: 'root'; onAppeared: stack.log.push('root');"
@@ -18,40 +18,40 @@ const QString plainStack = u"NavigationStack { id: stack; width: 1920; height: 1
                            "  page: Component { FocusScreen { id: it; required property int level;"
                            "    objectName: 'page' + level; onAppeared: stack.log.push(it.objectName);"
                            "    onDisappeared: stack.log.push('-' + it.objectName);"
-                           "    Component.onDestruction: stack.log.push('gone');"
+                           "    Component.onDestruction: stack.log.push('destroyed');"
                            "    Rectangle { anchors.fill: parent; color: Qt.rgba(0.5, it.level * 0.25, 0, 1) }"
                            "    Focusable { width: 100; height: 100 }"
                            "    Focusable { x: 200; width: 100; height: 100 } } } %1 }"_s;
 
 } // namespace
 
-/** Screens pushed one over the other. */
+/** Screens pushed onto each other. */
 class NavigationStackTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theRootHasTheKeysAtFirst();
-    void aPageHasTheKeysAtOnceAndFadesIn();
-    void aPopGivesBackTheFocusAtOnceAndFadesOut();
-    void backPopsOnceAPress();
-    void backOnTheRootIsLeftToOthers();
-    void whatIsCoveredIsNotDrawn();
-    void aDepthMayJump();
-    void itGoesBackAndForthDuringATransition();
-    void theDepthMayBeSetFromTheBeginning();
-    void aPageMayChangeTheDepthAsItIsMade();
-    void pagesAppearAndDisappear();
-    void theStackTellsItsPagesOfItself();
-    void itDrawsNothingAfterATransition();
-    void aStackBehindACoverKeepsItsFocusToItself();
-    void whatIsNoScreenIsRefused();
+    void rootHasInitialFocus();
+    void pushedPageHasFocusAtOnceAndFadesIn();
+    void poppedPageReturnsFocusAtOnceAndFadesOut();
+    void backPopsOncePerKeyPress();
+    void backOnRootIsNotAccepted();
+    void coveredPagesAreHidden();
+    void depthCanChangeBySeveralPages();
+    void rapidDepthChangesEndInLastOne();
+    void initialDepthIsShownWithoutAnimation();
+    void pageCanChangeDepthInOnCompleted();
+    void pagesEmitAppearedAndDisappeared();
+    void appearanceOfStackIsForwardedToPages();
+    void noFrameIsDrawnAfterTransition();
+    void stackInBackgroundDoesNotTakeFocus();
+    void componentThatIsNoScreenIsRejected();
 
 private:
     static NavigationStack* put(Stage& stage, const QString& more = {})
     {
-        auto stack = static_cast<NavigationStack*>(stage.put(plainStack.arg(more)));
-        stack->takeFocus();
+        auto stack = static_cast<NavigationStack*>(stage.load(plainStack.arg(more)));
+        stack->acquireFocus();
         return stack;
     }
     static QStringList log(const NavigationStack* stack) { return stack->property("log").toStringList(); }
@@ -75,7 +75,7 @@ private:
     }
 };
 
-void NavigationStackTest::theRootHasTheKeysAtFirst()
+void NavigationStackTest::rootHasInitialFocus()
 {
     Stage stage;
     NavigationStack* stack = put(stage);
@@ -85,7 +85,7 @@ void NavigationStackTest::theRootHasTheKeysAtFirst()
     QCOMPARE(stack->front()->size(), QSizeF(1920, 1080));
 }
 
-void NavigationStackTest::aPageHasTheKeysAtOnceAndFadesIn()
+void NavigationStackTest::pushedPageHasFocusAtOnceAndFadesIn()
 {
     Stage stage;
     NavigationStack* stack = put(stage);
@@ -99,7 +99,7 @@ void NavigationStackTest::aPageHasTheKeysAtOnceAndFadesIn()
     QTRY_COMPARE(page->opacity(), 1.0);
 }
 
-void NavigationStackTest::aPopGivesBackTheFocusAtOnceAndFadesOut()
+void NavigationStackTest::poppedPageReturnsFocusAtOnceAndFadesOut()
 {
     Stage stage;
     NavigationStack* stack = put(stage);
@@ -118,7 +118,7 @@ void NavigationStackTest::aPopGivesBackTheFocusAtOnceAndFadesOut()
     QTRY_VERIFY(!page);
 }
 
-void NavigationStackTest::backPopsOnceAPress()
+void NavigationStackTest::backPopsOncePerKeyPress()
 {
     Stage stage;
     NavigationStack* stack = put(stage);
@@ -137,7 +137,7 @@ void NavigationStackTest::backPopsOnceAPress()
     QCOMPARE(popped.size(), 3);
 }
 
-void NavigationStackTest::backOnTheRootIsLeftToOthers()
+void NavigationStackTest::backOnRootIsNotAccepted()
 {
     Stage stage;
     NavigationStack* stack = put(stage);
@@ -148,7 +148,7 @@ void NavigationStackTest::backOnTheRootIsLeftToOthers()
     QVERIFY(popped.isEmpty());
 }
 
-void NavigationStackTest::whatIsCoveredIsNotDrawn()
+void NavigationStackTest::coveredPagesAreHidden()
 {
     Stage stage;
     NavigationStack* stack = put(stage);
@@ -164,7 +164,7 @@ void NavigationStackTest::whatIsCoveredIsNotDrawn()
     QCOMPARE(visible(stack), QStringList{u"page0"_s});
 }
 
-void NavigationStackTest::aDepthMayJump()
+void NavigationStackTest::depthCanChangeBySeveralPages()
 {
     Stage stage;
     NavigationStack* stack = put(stage);
@@ -173,7 +173,7 @@ void NavigationStackTest::aDepthMayJump()
     QVERIFY(stack->front()->focused()->hasActiveFocus());
     QTRY_COMPARE(visible(stack), QStringList{u"page2"_s});
     QCOMPARE(existing(stack).size(), 4);
-    QCOMPARE(log(stack), QStringList{u"page2"_s}); // the others never came into sight
+    QCOMPARE(log(stack), QStringList{u"page2"_s}); // the other pages were never visible
     stack->setDepth(0);
     QVERIFY(stack->front()->focused()->hasActiveFocus());
     QCOMPARE(log(stack), (QStringList{u"page2"_s, u"-page2"_s, u"root"_s}));
@@ -181,7 +181,7 @@ void NavigationStackTest::aDepthMayJump()
     QTRY_COMPARE(existing(stack), QStringList{u"root"_s});
 }
 
-void NavigationStackTest::itGoesBackAndForthDuringATransition()
+void NavigationStackTest::rapidDepthChangesEndInLastOne()
 {
     Stage stage;
     NavigationStack* stack = put(stage);
@@ -196,28 +196,28 @@ void NavigationStackTest::itGoesBackAndForthDuringATransition()
     QCOMPARE(stack->front()->opacity(), 1.0);
 }
 
-void NavigationStackTest::theDepthMayBeSetFromTheBeginning()
+void NavigationStackTest::initialDepthIsShownWithoutAnimation()
 {
     Stage stage;
     NavigationStack* stack = put(stage, u"depth: 2"_s);
     QCOMPARE(visible(stack), QStringList{u"page1"_s});
     QCOMPARE(stack->front()->opacity(), 1.0);
     QVERIFY(stack->front()->focused()->hasActiveFocus());
-    QCOMPARE(log(stack), QStringList{}); // it has not appeared itself
+    QCOMPARE(log(stack), QStringList{}); // the stack itself has not appeared yet
     stage.press(Qt::Key_Back);
     QCOMPARE(stack->front()->objectName(), u"page0"_s);
     QVERIFY(stack->front()->focused()->hasActiveFocus());
 }
 
-void NavigationStackTest::aPageMayChangeTheDepthAsItIsMade()
+void NavigationStackTest::pageCanChangeDepthInOnCompleted()
 {
     Stage stage;
     auto stack = static_cast<NavigationStack*>(
-        stage.put(u"NavigationStack { id: stack; focus: true; FocusScreen { }"
-                  "  page: Component { FocusScreen { required property int level;"
-                  "    Component.onCompleted: stack.depth = level === 0 ? 3 : stack.depth;"
-                  "    onAppeared: stack.depth = level === 2 ? 1 : stack.depth } } }"_s));
-    stack->takeFocus();
+        stage.load(u"NavigationStack { id: stack; focus: true; FocusScreen { }"
+                   "  page: Component { FocusScreen { required property int level;"
+                   "    Component.onCompleted: stack.depth = level === 0 ? 3 : stack.depth;"
+                   "    onAppeared: stack.depth = level === 2 ? 1 : stack.depth } } }"_s));
+    stack->acquireFocus();
     stack->setDepth(1);
     QCOMPARE(stack->depth(), 1);
     QCOMPARE(stack->front()->property("level").toInt(), 0);
@@ -225,7 +225,7 @@ void NavigationStackTest::aPageMayChangeTheDepthAsItIsMade()
     QTRY_COMPARE(stack->childItems().size(), 2);
 }
 
-void NavigationStackTest::pagesAppearAndDisappear()
+void NavigationStackTest::pagesEmitAppearedAndDisappeared()
 {
     Stage stage;
     NavigationStack* stack = put(stage);
@@ -236,10 +236,10 @@ void NavigationStackTest::pagesAppearAndDisappear()
     QCOMPARE(log(stack), (QStringList{u"page0"_s, u"page1"_s, u"-page1"_s, u"page0"_s}));
     stack->setDepth(0);
     QCOMPARE(log(stack).mid(4), (QStringList{u"-page0"_s, u"root"_s}));
-    QTRY_COMPARE(log(stack).mid(6), (QStringList{u"gone"_s, u"gone"_s}));
+    QTRY_COMPARE(log(stack).mid(6), (QStringList{u"destroyed"_s, u"destroyed"_s}));
 }
 
-void NavigationStackTest::theStackTellsItsPagesOfItself()
+void NavigationStackTest::appearanceOfStackIsForwardedToPages()
 {
     Stage stage;
     NavigationStack* stack = put(stage);
@@ -252,43 +252,43 @@ void NavigationStackTest::theStackTellsItsPagesOfItself()
     QCOMPARE(log(stack).mid(4), QStringList{u"page0"_s});
 }
 
-void NavigationStackTest::itDrawsNothingAfterATransition()
+void NavigationStackTest::noFrameIsDrawnAfterTransition()
 {
     Stage stage;
     NavigationStack* stack = put(stage);
     for (const int depth : {1, 0}) {
         stack->setDepth(depth);
         QTRY_COMPARE(visible(stack).size(), 1);
-        stage.settle();
+        stage.waitUntilIdle();
         const int frames = stage.frames();
         QTest::qWait(300);
         QCOMPARE(stage.frames(), frames);
     }
 }
 
-void NavigationStackTest::aStackBehindACoverKeepsItsFocusToItself()
+void NavigationStackTest::stackInBackgroundDoesNotTakeFocus()
 {
     Stage stage;
-    QQuickItem* host = stage.put(u"FocusScope { focus: true; "_s + plainStack.arg(QString()) +
-                                 u"FocusScreen { id: other; objectName: 'other' } }"_s);
+    QQuickItem* host = stage.load(u"FocusScope { focus: true; "_s + plainStack.arg(QString()) +
+                                  u"FocusScreen { id: other; objectName: 'other' } }"_s);
     auto stack = static_cast<NavigationStack*>(Stage::first(host, "NavigationStack"));
-    stack->takeFocus();
+    stack->acquireFocus();
     stack->setDepth(1);
     auto other = host->findChild<FocusScreen*>(u"other"_s);
-    other->takeFocus();
+    other->acquireFocus();
     QVERIFY(other->hasActiveFocus());
     stack->setDepth(0);
     stack->setDepth(1);
     QVERIFY(other->hasActiveFocus());
-    stack->takeFocus();
+    stack->acquireFocus();
     QVERIFY(stack->front()->focused()->hasActiveFocus());
 }
 
-void NavigationStackTest::whatIsNoScreenIsRefused()
+void NavigationStackTest::componentThatIsNoScreenIsRejected()
 {
     Stage stage;
     QTest::ignoreMessage(QtWarningMsg, "a page of a NavigationStack is no FocusScreen");
-    auto stack = static_cast<NavigationStack*>(stage.put(
+    auto stack = static_cast<NavigationStack*>(stage.load(
         u"NavigationStack { depth: 2; FocusScreen { } page: Component { Item { required property int level } } }"_s));
     stack->setDepth(1);
     QTRY_COMPARE(stack->childItems().size(), 1);

@@ -9,18 +9,18 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int reach = 3; // pixels to either side of an edge in which its shape shows no other
+constexpr int reach = 3; // pixels on each side of an edge that are checked for other edges
 
 const QString standbyCard = u"property bool checking: false; StandbyCard { anchors.fill: parent; news: canvas.news; "
-                            "station: canvas.station; checking: canvas.checking; timepiece: canvas.timepiece }"_s;
-const QString lowerThird = u"LowerThird { anchors.fill: parent; timepiece: canvas.timepiece; "
+                            "station: canvas.station; checking: canvas.checking; clock: canvas.clock }"_s;
+const QString lowerThird = u"LowerThird { anchors.fill: parent; clock: canvas.clock; "
                            "stationLabel: canvas.station.label; program: canvas.news.programTitle; "
                            "note: canvas.news.programNote; tagline: ''; ticker: [] }"_s;
 const QString tunerStrip = u"FocusScreen { anchors.fill: parent; focus: true; TunerStrip { width: parent.width; "
                            "height: implicitHeight; stations: canvas.stations; current: canvas.station; "
-                           "timepiece: canvas.timepiece } }"_s;
+                           "clock: canvas.clock } }"_s;
 
-/** Texts whose widths are no whole points, each another part of one. */
+/** Texts with various fractional widths in points. */
 const QStringList texts{u"Harbour Council"_s,
                         u"The Harbour Council: regular meeting of the board of the Tern Hollow Water District"_s,
                         u"The Harbour Council; regular meetings of the board of the Tern Hollow Water District."_s,
@@ -62,33 +62,36 @@ int largestDifference(const QImage& one, const QImage& other)
     return largest;
 }
 
-/** One side of a shape on the glass. */
+/** One side of a shape in the picture. */
 struct Side
 {
     const char* name;
-    double edge;    ///< where it belongs, in pixels
-    double beside;  ///< where along the side it is looked at
-    double depth;   ///< of the shape, from this side to the opposite one
-    bool isUpright; ///< the left or right one
-    int inwards;    ///< +1 or -1
+    double edge;    ///< expected position, in pixels
+    double beside;  ///< position along the side at which it is checked, in pixels
+    double depth;   ///< distance of this side from the opposite one, in pixels
+    bool isUpright; ///< true for the left and right sides
+    int inwards;    ///< direction to the inside of the shape, +1 or -1
 };
 
-/** What is wrong with a side whose outline is `border` pixels wide; nothing when it is sharp and where it belongs. */
-QString fault(const QImage& picture, const Side& side, int border)
+/**
+ * Describes what is wrong with a side whose outline is `border` pixels wide. Empty if the side is sharp and at its
+ * expected position.
+ */
+QString sideError(const QImage& picture, const Side& side, int border)
 {
-    const auto at = [&](int place) {
-        return side.isUpright ? picture.pixel(place, int(side.beside)) : picture.pixel(int(side.beside), place);
+    const auto at = [&](int position) {
+        return side.isUpright ? picture.pixel(position, int(side.beside)) : picture.pixel(int(side.beside), position);
     };
-    // From the pixel next to the edge as it should be, outwards and inwards.
+    // Pixels from outside to inside, across the expected edge.
     const int first = side.inwards > 0 ? int(std::floor(side.edge)) - reach : int(std::ceil(side.edge)) + reach - 1;
     const int count = reach + border + std::min(reach, int(side.depth / 2) - border) + 1;
     QList<double> edges;
     QString colors;
     for (int i = 0; i < count; ++i) {
-        const int place = first + i * side.inwards;
-        colors += QColor(at(place)).name() + u' ';
-        const int next = place + side.inwards;
-        if (i + 1 < count && difference(at(place), at(next)) > 1)
+        const int position = first + i * side.inwards;
+        colors += QColor(at(position)).name() + u' ';
+        const int next = position + side.inwards;
+        if (i + 1 < count && difference(at(position), at(next)) > 1)
             edges.append(side.inwards > 0 ? next : next + 1);
     }
     const QString seen = u"%1 side at %2: %3"_s.arg(QLatin1StringView(side.name)).arg(side.edge).arg(colors);
@@ -101,15 +104,15 @@ QString fault(const QImage& picture, const Side& side, int border)
     return {};
 }
 
-/** A flat shape on the glass, and what is wrong with its sides. */
+/** A flat shape in the picture, with a check of its four sides. */
 struct Shape
 {
     const QImage& picture;
     QRectF area;    ///< pixels
     int border = 0; ///< pixels
-    QPointF beside; ///< where its sides are looked at, in pixels
+    QPointF beside; ///< coordinates at which the sides are checked, in pixels
 
-    QStringList faults() const
+    QStringList errors() const
     {
         const Side sides[] = {{"left", area.left(), beside.y(), area.width(), true, 1},
                               {"right", area.right(), beside.y(), area.width(), true, -1},
@@ -117,7 +120,7 @@ struct Shape
                               {"bottom", area.bottom(), beside.x(), area.height(), false, -1}};
         QStringList all;
         for (const Side& side : sides) {
-            const QString one = fault(picture, side, border);
+            const QString one = sideError(picture, side, border);
             if (!one.isEmpty())
                 all.append(one);
         }
@@ -130,7 +133,7 @@ int outline(double points, double factor)
     return std::max(1, int(std::lround(points * factor)));
 }
 
-/** The columns (rows, when not `isUpright`) of the glass that the colour at `inside` runs through. */
+/** The first and last column (row if not `isUpright`) of the continuous run of the colour at `inside`. */
 QPair<int, int> extent(const QImage& picture, QPoint inside, bool isUpright)
 {
     const QPoint step = isUpright ? QPoint(1, 0) : QPoint(0, 1);
@@ -153,9 +156,9 @@ struct Standby : BroadcastStage
 {
     explicit Standby(QSize size) : BroadcastStage(standbyCard, size, newsOf({}))
     {
-        // On black every edge is one between two plain colours.
+        // On black, every edge separates two plain colours.
         first("ColorBars")->setVisible(false);
-        // Nor does anything keep the picture from coming to rest.
+        // The crawl's animation would never let the picture come to rest.
         first("TickerCrawl")->setVisible(false);
     }
 
@@ -167,35 +170,35 @@ struct Standby : BroadcastStage
 
 #define VERIFY_SHARP(shape)                                                                                            \
     do {                                                                                                               \
-        const QStringList faults = (shape).faults();                                                                   \
-        QVERIFY2(faults.isEmpty(), qPrintable(faults.join(u'\n')));                                                    \
+        const QStringList errors = (shape).errors();                                                                   \
+        QVERIFY2(errors.isEmpty(), qPrintable(errors.join(u'\n')));                                                    \
     } while (false)
 
-/** Each graphic of the news channel where its lengths are no whole pixels: its edges are sharp, and where they belong. */
+/** The graphics of the news channel at sizes that are not whole pixels: all edges are sharp and at their positions. */
 class NewsEdgesTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theStandbyCardIsOutlinedSharply_data() { sizes(); }
-    void theStandbyCardIsOutlinedSharply();
-    void theRuleKeepsItsSize_data() { sizes(); }
-    void theRuleKeepsItsSize();
-    void theStatusDotIsRound_data() { sizes(); }
-    void theStatusDotIsRound();
-    void theLowerThirdIsSharp_data() { sizes(); }
-    void theLowerThirdIsSharp();
-    void theBadgeAndTheChipStandInOneRow_data() { sizes(); }
-    void theBadgeAndTheChipStandInOneRow();
-    void theTunerStripIsSharp_data() { sizes(); }
-    void theTunerStripIsSharp();
-    void theColourBarsAreSharp_data() { sizes(); }
-    void theColourBarsAreSharp();
-    void aTickOfTheCountdownMovesNothing_data() { sizes(); }
-    void aTickOfTheCountdownMovesNothing();
+    void standbyCardHasSharpOutline_data() { sizes(); }
+    void standbyCardHasSharpOutline();
+    void ruleHasConstantSize_data() { sizes(); }
+    void ruleHasConstantSize();
+    void statusDotIsRound_data() { sizes(); }
+    void statusDotIsRound();
+    void lowerThirdHasSharpEdges_data() { sizes(); }
+    void lowerThirdHasSharpEdges();
+    void badgeAndStationLabelAreAligned_data() { sizes(); }
+    void badgeAndStationLabelAreAligned();
+    void tunerStripHasSharpEdges_data() { sizes(); }
+    void tunerStripHasSharpEdges();
+    void colourBarsHaveSharpEdges_data() { sizes(); }
+    void colourBarsHaveSharpEdges();
+    void countdownTickMovesNoOtherText_data() { sizes(); }
+    void countdownTickMovesNoOtherText();
 };
 
-void NewsEdgesTest::theStandbyCardIsOutlinedSharply()
+void NewsEdgesTest::standbyCardHasSharpOutline()
 {
     QFETCH(const QSize, size);
     Standby scene(size);
@@ -210,7 +213,7 @@ void NewsEdgesTest::theStandbyCardIsOutlinedSharply()
     }
 }
 
-void NewsEdgesTest::theRuleKeepsItsSize()
+void NewsEdgesTest::ruleHasConstantSize()
 {
     QFETCH(const QSize, size);
     Standby scene(size);
@@ -228,7 +231,7 @@ void NewsEdgesTest::theRuleKeepsItsSize()
     }
 }
 
-void NewsEdgesTest::theStatusDotIsRound()
+void NewsEdgesTest::statusDotIsRound()
 {
     QFETCH(const QSize, size);
     Standby scene(size);
@@ -236,25 +239,25 @@ void NewsEdgesTest::theStatusDotIsRound()
         scene.setNews(newsOf(text));
         const QImage picture = scene.stage.picture();
         const QRectF area = Stage::area(scene.plate(1));
-        const QRgb ground = picture.pixel(area.topLeft().toPoint() - QPoint(4, 4));
+        const QRgb backgroundColor = picture.pixel(area.topLeft().toPoint() - QPoint(4, 4));
         QRect dot;
         for (int y = int(area.top()) - 2; y <= int(area.bottom()) + 2; ++y) {
             for (int x = int(area.left()) - 2; x <= int(area.right()) + 2; ++x) {
-                if (difference(picture.pixel(x, y), ground) > 1)
+                if (difference(picture.pixel(x, y), backgroundColor) > 1)
                     dot |= QRect(x, y, 1, 1);
             }
         }
         QCOMPARE(dot.width(), dot.height());
         QVERIFY2(std::abs(dot.width() - 14 * scene.factor()) < 1, qPrintable(QString::number(dot.width())));
         const QImage seen = picture.copy(dot);
-        // Whichever side it is looked at from; a shift by part of a pixel would show.
+        // Mirrored or rotated it looks the same; a shift by part of a pixel would show.
         for (const QImage& turned :
              {seen.mirrored(true, false), seen.mirrored(false, true), seen.transformed(QTransform().rotate(90))})
             QVERIFY(largestDifference(seen, turned) <= 4);
     }
 }
 
-void NewsEdgesTest::theLowerThirdIsSharp()
+void NewsEdgesTest::lowerThirdHasSharpEdges()
 {
     QFETCH(const QSize, size);
     BroadcastStage scene(lowerThird, size, newsOf({}));
@@ -267,14 +270,14 @@ void NewsEdgesTest::theLowerThirdIsSharp()
         QCOMPARE(shapes.size(), 3);
         for (const QQuickItem* shape : shapes) {
             const QRectF area = Stage::area(shape);
-            // Beside its texts.
+            // At a point that its texts do not cover.
             const double padding = 4 * scene.factor();
             VERIFY_SHARP((Shape{picture, area, 0, area.topLeft() + QPointF(padding, padding)}));
         }
     }
 }
 
-void NewsEdgesTest::theBadgeAndTheChipStandInOneRow()
+void NewsEdgesTest::badgeAndStationLabelAreAligned()
 {
     QFETCH(const QSize, size);
     BroadcastStage scene(lowerThird, size, newsOf({}));
@@ -294,7 +297,7 @@ void NewsEdgesTest::theBadgeAndTheChipStandInOneRow()
     }
 }
 
-void NewsEdgesTest::theTunerStripIsSharp()
+void NewsEdgesTest::tunerStripHasSharpEdges()
 {
     QFETCH(const QSize, size);
     NewsStatus news;
@@ -304,12 +307,12 @@ void NewsEdgesTest::theTunerStripIsSharp()
     const QImage picture = scene.stage.picture();
     const double bottom = scene.first("TunerStrip")->height() * scene.factor();
     for (const int x : {3, picture.width() - 3})
-        QCOMPARE(fault(picture, {"bottom", bottom, double(x), bottom, false, -1}, 0), QString());
+        QCOMPARE(sideError(picture, {"bottom", bottom, double(x), bottom, false, -1}, 0), QString());
     const auto buttons = Stage::all(scene.first("TunerStrip"), "TunerButton");
     QVERIFY(buttons.size() >= 3);
     for (QQuickItem* button : buttons) {
         const bool isFocused = button->hasActiveFocus();
-        // Under the focus the bright plate lies over the outlined one.
+        // On the focused button, the bright plate covers the outlined one.
         const QRectF area = Stage::area(Stage::first(button, "CardPlate"));
         if (area.right() > picture.width())
             continue;
@@ -318,7 +321,7 @@ void NewsEdgesTest::theTunerStripIsSharp()
     }
 }
 
-void NewsEdgesTest::theColourBarsAreSharp()
+void NewsEdgesTest::colourBarsHaveSharpEdges()
 {
     QFETCH(const QSize, size);
     BroadcastStage scene(
@@ -340,7 +343,7 @@ void NewsEdgesTest::theColourBarsAreSharp()
     QCOMPARE(seen, colors);
 }
 
-void NewsEdgesTest::aTickOfTheCountdownMovesNothing()
+void NewsEdgesTest::countdownTickMovesNoOtherText()
 {
     QFETCH(const QSize, size);
     Standby scene(size);
@@ -351,7 +354,7 @@ void NewsEdgesTest::aTickOfTheCountdownMovesNothing()
         scene.clock.advance(1s);
         const QImage after = scene.picture();
         QVERIFY(before != after);
-        // The hours, the minutes and the label stand as they stood.
+        // The hours, the minutes and the label do not move.
         const QRect hours = QRectF(area.topLeft(), QSizeF(area.width() / 2, area.height())).toRect();
         QCOMPARE(after.copy(hours), before.copy(hours));
     }

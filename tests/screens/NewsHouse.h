@@ -16,7 +16,7 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-/** The news channel over a front screen, in front of a viewer, with a scripted hub, players and a clock to be moved. */
+/** The news channel opened over a front screen, with a scripted hub, scripted players and a scripted clock. */
 class NewsHouse
 {
 public:
@@ -25,13 +25,13 @@ public:
     explicit NewsHouse(int channels = 0, QSize size = {1920, 1080}) : stage(size)
     {
         setChannels(channels);
-        cover = stage.put(uR"(
+        cover = stage.load(uR"(
             import Quillmere.News
             Canvas {
                 id: canvas
                 property QtObject store
                 property QtObject hub
-                property QtObject timepiece
+                property QtObject clock
                 FocusScreen {
                     anchors.fill: parent
                     focus: true
@@ -39,27 +39,26 @@ public:
                         anchors.fill: parent
                         onDismissed: screen = null
                         property Component news: Component {
-                            NewsView { store: canvas.store; hub: canvas.hub; timepiece: canvas.timepiece }
+                            NewsView { store: canvas.store; hub: canvas.hub; clock: canvas.clock }
                         }
                     }
                 }
             })"_s,
-                          {{u"store"_s, QVariant::fromValue<QObject*>(&store)},
-                           {u"hub"_s, QVariant::fromValue<QObject*>(&hub)},
-                           {u"timepiece"_s, QVariant::fromValue<QObject*>(&timepiece)}});
+                           {{u"store"_s, QVariant::fromValue<QObject*>(&store)},
+                            {u"hub"_s, QVariant::fromValue<QObject*>(&hub)},
+                            {u"clock"_s, QVariant::fromValue<QObject*>(&clock)}});
         cover = Stage::first(cover, "FullScreenCover");
         cover->setProperty("screen", cover->property("news"));
         view = Stage::first(cover, "NewsView");
         controller = view->findChild<NewsController*>();
-        controller->setMakePlayer([this](Clock&) {
-            auto made = std::make_shared<ScriptedVideoPlayer>();
-            players.append(made.get());
-            return made;
+        controller->setCreatePlayer([this](Clock&) {
+            auto newPlayer = std::make_shared<ScriptedVideoPlayer>();
+            players.append(newPlayer.get());
+            return newPlayer;
         });
     }
 
     ScriptedClock clock;
-    Timepiece timepiece{clock};
     ScriptedHttpClient http;
     HubAPI hub{http, QUrl(u"https://hub.example"_s)};
     MemoryDefaults defaults;
@@ -70,13 +69,15 @@ public:
     QPointer<NewsController> controller;
     QList<QPointer<ScriptedVideoPlayer>> players;
 
-    /** Waits until the screen has slid into its place. */
-    bool hasArrived() const
+    /** Waits until the screen has slid in completely. */
+    bool hasSlidIn() const
     {
         return QTest::qWaitFor([this] { return view->y() == 0; });
     }
 
-    /** The status as the hub last said it: a programme, and channels 6, 7, 8 and so on beside the built-in one. */
+    /**
+     * Sets a status with a programme and with `channels` channels, numbered from 6, in addition to the built-in one.
+     */
     void setChannels(int channels)
     {
         TVStatus status;
@@ -90,8 +91,8 @@ public:
 
     static QString path(int number) { return u"/live/%1/index.m3u8"_s.arg(number); }
 
-    /** Answers the probe that waits, and fails the refresh after it, so that the pass comes to its pause. */
-    void pass(bool lit, const QString& path = five)
+    /** Answers the waiting probe and fails the refresh that follows it, so that the pass ends and its pause begins. */
+    void answerPass(bool lit, const QString& path = five)
     {
         if (http.waitingFor(path) < 0)
             qFatal("no probe of %s waits", qPrintable(path));
@@ -99,11 +100,11 @@ public:
         http.fail(http.waitingFor(u"/api/tv/status"_s), u"not now"_s);
     }
 
-    /** The pause passes, and the next pass with it. */
-    void nextPass(bool lit, const QString& path = five)
+    /** Lets the pause end and answers the next pass. */
+    void answerNextPass(bool lit, const QString& path = five)
     {
         clock.advance(6s);
-        pass(lit, path);
+        answerPass(lit, path);
     }
 
     void press(int key)
@@ -112,11 +113,11 @@ public:
         stage.waitForFrame();
     }
 
-    QQuickItem* piece(const QByteArray& type) const { return view ? Stage::first(view, type) : nullptr; }
-    bool shows(const QByteArray& type) const { return piece(type) && piece(type)->isVisible(); }
+    QQuickItem* item(const QByteArray& type) const { return view ? Stage::first(view, type) : nullptr; }
+    bool shows(const QByteArray& type) const { return item(type) && item(type)->isVisible(); }
 
-    /** Whether a viewer can read this somewhere on the screen. */
-    bool reads(const QString& words) const
+    /** Whether a visible text has exactly these words. */
+    bool showsText(const QString& words) const
     {
         const auto texts = Stage::texts(view);
         return std::any_of(texts.begin(), texts.end(),
@@ -125,7 +126,7 @@ public:
 
     Focusable* focused() const { return qobject_cast<FocusScreen*>(view.data())->focused(); }
 
-    /** The station whose button holds the focus, by its name; nothing while none does. */
+    /** The name of the station whose button has focus; "nothing" if none has it. */
     QString focusedStation() const
     {
         const Focusable* const button = focused();

@@ -2,39 +2,39 @@
 
 #include "NewsTexts.h"
 
-/** The news channel's screen: what is shown in each state of its tower, and how it is driven and left. */
+/** The news channel's screen: content in each state of the broadcast, keys, and dismissal. */
 class NewsViewTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void cleanup() { m_house.reset(); }
-    void openingShowsTheStandbyCardChecking();
-    void aDarkTowerShowsTheStandbyCardWatching();
-    void theStandbyCardFollowsTheStatus();
-    void aLitTowerShowsThePictureWithItsLowerThird();
-    void theGroundOfThePictureIsBlackToTheEdges();
-    void theLowerThirdStaysBelowTheStrip();
-    void theLowerThirdLeavesAndStaysAway();
-    void theLowerThirdComesAgainWithTheTower();
-    void theLowerThirdComesAgainForAnotherStation();
+    void openedScreenShowsStandbyCardWhileChecking();
+    void standbyCardIsShownWhenNothingIsOnAir();
+    void standbyCardIsUpdatedWithStatus();
+    void pictureAndLowerThirdAreShownWhenOnAir();
+    void backgroundOfPictureIsBlackUpToEdges();
+    void lowerThirdStaysBelowTunerStrip();
+    void lowerThirdDisappearsAfterEightSecondsPermanently();
+    void lowerThirdAppearsAgainWithNewBroadcast();
+    void lowerThirdAppearsAgainForAnotherStation();
 
-    void oneStationHasNoTunerStrip();
-    void theTunerStripLiesOverEverything_data();
-    void theTunerStripLiesOverEverything();
-    void theStripHoldsTheFocusAtTheCurrentStation();
-    void arrowsWalkTheStripAndNothingElse();
-    void selectPicksTheStation();
-    void theStationOnTheAirIsPickedWithoutEffect();
-    void aPickedStationKeepsTheFocus();
-    void channelKeysStep();
-    void aStripThatComesTakesTheFocus();
-    void aStripThatGoesLeavesTheKeysToTheScreen();
+    void tunerStripIsHiddenForOneStation();
+    void tunerStripIsAboveAllOtherItems_data();
+    void tunerStripIsAboveAllOtherItems();
+    void stripFocusesCurrentStation();
+    void arrowsOnlyMoveFocusInStrip();
+    void selectTunesToStation();
+    void selectOnCurrentStationHasNoEffect();
+    void selectedStationKeepsFocus();
+    void channelKeysChangeStation();
+    void appearingStripTakesFocus();
+    void screenGetsFocusWhenStripDisappears();
 
-    void backLeavesOnce_data();
-    void backLeavesOnce();
-    void leavingWhileLitSilencesBeforeTheSlide();
-    void theScreenOpensAnew();
+    void backDismissesOnce_data();
+    void backDismissesOnce();
+    void playerIsDestroyedBeforeScreenSlidesOut();
+    void reopenedScreenStartsFresh();
 
 private:
     NewsHouse& open(int channels = 0)
@@ -42,10 +42,10 @@ private:
         m_house = std::make_unique<NewsHouse>(channels);
         return *m_house;
     }
-    NewsHouse& openLit(int channels = 0)
+    NewsHouse& openOnAir(int channels = 0)
     {
         NewsHouse& house = open(channels);
-        house.pass(true);
+        house.answerPass(true);
         house.stage.waitForFrame();
         return house;
     }
@@ -53,129 +53,129 @@ private:
     std::unique_ptr<NewsHouse> m_house;
 };
 
-void NewsViewTest::openingShowsTheStandbyCardChecking()
+void NewsViewTest::openedScreenShowsStandbyCardWhileChecking()
 {
     NewsHouse& house = open();
     QVERIFY(house.shows("StandbyCard"));
-    QVERIFY(house.reads(NewsTexts::towerLine(true)));
-    QVERIFY(house.reads(u"The Harbor Report"_s));
+    QVERIFY(house.showsText(NewsTexts::towerLine(true)));
+    QVERIFY(house.showsText(u"The Harbor Report"_s));
     QVERIFY(!house.shows("VideoView"));
-    QVERIFY(!house.piece("LowerThird"));
-    QCOMPARE(Stage::area(house.piece("StandbyCard")).size(), QSizeF(1920, 1080));
+    QVERIFY(!house.item("LowerThird"));
+    QCOMPARE(Stage::area(house.item("StandbyCard")).size(), QSizeF(1920, 1080));
 }
 
-void NewsViewTest::aDarkTowerShowsTheStandbyCardWatching()
+void NewsViewTest::standbyCardIsShownWhenNothingIsOnAir()
 {
     NewsHouse& house = open();
-    house.pass(false);
+    house.answerPass(false);
     QVERIFY(house.shows("StandbyCard"));
-    QVERIFY(house.reads(NewsTexts::towerLine(false)));
-    QVERIFY(!house.reads(NewsTexts::towerLine(true)));
+    QVERIFY(house.showsText(NewsTexts::towerLine(false)));
+    QVERIFY(!house.showsText(NewsTexts::towerLine(true)));
 }
 
-void NewsViewTest::theStandbyCardFollowsTheStatus()
+void NewsViewTest::standbyCardIsUpdatedWithStatus()
 {
     NewsHouse& house = open();
-    house.pass(false);
+    house.answerPass(false);
     TVStatus status;
     status.news.programTitle = u"The Late Report"_s;
     house.store.setStatus(status);
-    QVERIFY(house.reads(u"The Late Report"_s));
-    QVERIFY(!house.reads(u"The Harbor Report"_s));
+    QVERIFY(house.showsText(u"The Late Report"_s));
+    QVERIFY(!house.showsText(u"The Harbor Report"_s));
 }
 
-void NewsViewTest::aLitTowerShowsThePictureWithItsLowerThird()
+void NewsViewTest::pictureAndLowerThirdAreShownWhenOnAir()
 {
-    NewsHouse& house = openLit();
-    QVERIFY(!house.piece("StandbyCard"));
+    NewsHouse& house = openOnAir();
+    QVERIFY(!house.item("StandbyCard"));
     QVERIFY(house.shows("VideoView"));
-    QCOMPARE(house.piece("VideoView")->property("player").value<VideoPlayer*>(), house.players.first().data());
-    QVERIFY(house.hasArrived());
-    QCOMPARE(Stage::area(house.piece("VideoView")), QRectF(0, 0, 1920, 1080));
-    QVERIFY(house.piece("LowerThird")->property("shown").toBool());
+    QCOMPARE(house.item("VideoView")->property("player").value<VideoPlayer*>(), house.players.first().data());
+    QVERIFY(house.hasSlidIn());
+    QCOMPARE(Stage::area(house.item("VideoView")), QRectF(0, 0, 1920, 1080));
+    QVERIFY(house.item("LowerThird")->property("shown").toBool());
     for (const QString& words :
          {u"LIVE"_s, u"5 O'CLOCK NEWS"_s, u"The Harbor Report"_s, u"Fog, ferries and the vote"_s})
-        QTRY_VERIFY2(house.reads(words), qPrintable(words));
+        QTRY_VERIFY2(house.showsText(words), qPrintable(words));
 }
 
-void NewsViewTest::theGroundOfThePictureIsBlackToTheEdges()
+void NewsViewTest::backgroundOfPictureIsBlackUpToEdges()
 {
     NewsHouse& house = open();
     house.stage.window().setColor(Qt::blue);
-    house.pass(true);
+    house.answerPass(true);
     const QImage picture = house.stage.picture();
-    for (const QPoint place : {QPoint(0, 0), QPoint(1919, 0), QPoint(1919, 1079), QPoint(960, 540)})
-        QCOMPARE(picture.pixelColor(place), QColor(Qt::black));
+    for (const QPoint point : {QPoint(0, 0), QPoint(1919, 0), QPoint(1919, 1079), QPoint(960, 540)})
+        QCOMPARE(picture.pixelColor(point), QColor(Qt::black));
 }
 
-void NewsViewTest::theLowerThirdStaysBelowTheStrip()
+void NewsViewTest::lowerThirdStaysBelowTunerStrip()
 {
-    NewsHouse& house = openLit(2);
+    NewsHouse& house = openOnAir(2);
     TVStatus status = house.store.status();
     status.news.programTitle = u"Joint special session of the harbour board. "_s.repeated(60);
     house.store.setStatus(status);
-    QTRY_COMPARE(house.piece("LowerThird")->property("presence").toDouble(), 1.0);
-    QVERIFY(house.hasArrived());
+    QTRY_COMPARE(house.item("LowerThird")->property("presence").toDouble(), 1.0);
+    QVERIFY(house.hasSlidIn());
     house.stage.waitForFrame();
-    const QRectF panel = Stage::area(Stage::first(house.piece("LowerThird"), "PixelRectangle"));
-    const QRectF strip = Stage::area(house.piece("TunerStrip"));
+    const QRectF panel = Stage::area(Stage::first(house.item("LowerThird"), "PixelRectangle"));
+    const QRectF strip = Stage::area(house.item("TunerStrip"));
     QVERIFY2(panel.top() > strip.bottom() && panel.top() < strip.bottom() + 80,
              qPrintable(QString::number(panel.top())));
-    // Without a strip it has that room, too.
+    // Without the strip, the panel may use that space too.
     house.setChannels(0);
     status.news.channels.clear();
     house.store.setStatus(status);
     house.stage.waitForFrame();
-    const QRectF taller = Stage::area(Stage::first(house.piece("LowerThird"), "PixelRectangle"));
+    const QRectF taller = Stage::area(Stage::first(house.item("LowerThird"), "PixelRectangle"));
     QVERIFY(taller.top() >= 0 && taller.top() < strip.bottom());
     QCOMPARE(taller.bottom(), panel.bottom());
 }
 
-void NewsViewTest::theLowerThirdLeavesAndStaysAway()
+void NewsViewTest::lowerThirdDisappearsAfterEightSecondsPermanently()
 {
-    NewsHouse& house = openLit();
+    NewsHouse& house = openOnAir();
     house.clock.advance(5999ms);
-    QVERIFY(house.piece("LowerThird")->property("shown").toBool());
+    QVERIFY(house.item("LowerThird")->property("shown").toBool());
     house.clock.advance(1ms);
-    house.pass(true);
-    QVERIFY(house.piece("LowerThird")->property("shown").toBool());
+    house.answerPass(true);
+    QVERIFY(house.item("LowerThird")->property("shown").toBool());
     house.clock.advance(2s);
-    QVERIFY(!house.piece("LowerThird")->property("shown").toBool());
-    QTRY_VERIFY(!house.reads(u"LIVE"_s));
+    QVERIFY(!house.item("LowerThird")->property("shown").toBool());
+    QTRY_VERIFY(!house.showsText(u"LIVE"_s));
     house.clock.advance(4s);
-    house.pass(true);
+    house.answerPass(true);
     house.stage.waitForFrame();
-    QVERIFY(!house.reads(u"LIVE"_s));
+    QVERIFY(!house.showsText(u"LIVE"_s));
     QVERIFY(house.shows("VideoView"));
 }
 
-void NewsViewTest::theLowerThirdComesAgainWithTheTower()
+void NewsViewTest::lowerThirdAppearsAgainWithNewBroadcast()
 {
-    NewsHouse& house = openLit();
-    house.nextPass(true);
-    house.nextPass(false);
+    NewsHouse& house = openOnAir();
+    house.answerNextPass(true);
+    house.answerNextPass(false);
     QVERIFY(house.shows("StandbyCard"));
-    QVERIFY(!house.piece("LowerThird"));
-    house.nextPass(true);
-    QVERIFY(house.piece("LowerThird")->property("shown").toBool());
-    QTRY_VERIFY(house.reads(u"LIVE"_s));
+    QVERIFY(!house.item("LowerThird"));
+    house.answerNextPass(true);
+    QVERIFY(house.item("LowerThird")->property("shown").toBool());
+    QTRY_VERIFY(house.showsText(u"LIVE"_s));
     QCOMPARE(house.players.size(), 2);
 }
 
-void NewsViewTest::theLowerThirdComesAgainForAnotherStation()
+void NewsViewTest::lowerThirdAppearsAgainForAnotherStation()
 {
-    NewsHouse& house = openLit();
-    house.nextPass(true);
+    NewsHouse& house = openOnAir();
+    house.answerNextPass(true);
     house.clock.advance(4s);
-    QVERIFY(!house.piece("LowerThird")->property("shown").toBool());
+    QVERIFY(!house.item("LowerThird")->property("shown").toBool());
     TVStatus status = house.store.status();
     status.news.channels.insert(u"2"_s, {u"Channel Two"_s, u"/live/two.m3u8"_s});
     house.store.setStatus(status);
-    QVERIFY(house.piece("LowerThird")->property("shown").toBool());
-    QTRY_VERIFY(house.reads(u"CHANNEL TWO"_s));
+    QVERIFY(house.item("LowerThird")->property("shown").toBool());
+    QTRY_VERIFY(house.showsText(u"CHANNEL TWO"_s));
 }
 
-void NewsViewTest::oneStationHasNoTunerStrip()
+void NewsViewTest::tunerStripIsHiddenForOneStation()
 {
     NewsHouse& house = open();
     QVERIFY(!house.shows("TunerStrip"));
@@ -183,34 +183,34 @@ void NewsViewTest::oneStationHasNoTunerStrip()
     QVERIFY(house.view->hasActiveFocus());
 }
 
-void NewsViewTest::theTunerStripLiesOverEverything_data()
+void NewsViewTest::tunerStripIsAboveAllOtherItems_data()
 {
     QTest::addColumn<bool>("lit");
     QTest::newRow("dark") << false;
     QTest::newRow("lit") << true;
 }
 
-void NewsViewTest::theTunerStripLiesOverEverything()
+void NewsViewTest::tunerStripIsAboveAllOtherItems()
 {
     QFETCH(const bool, lit);
     NewsHouse& house = open(1);
-    house.pass(lit);
+    house.answerPass(lit);
     QVERIFY(house.shows("TunerStrip"));
-    QVERIFY(house.hasArrived());
-    const QRectF strip = Stage::area(house.piece("TunerStrip"));
+    QVERIFY(house.hasSlidIn());
+    const QRectF strip = Stage::area(house.item("TunerStrip"));
     QCOMPARE(strip.topLeft(), QPointF(0, 0));
     QCOMPARE(strip.width(), 1920.0);
     const auto layers = house.view->childItems();
-    QCOMPARE(layers.constLast(), house.piece("TunerStrip"));
+    QCOMPARE(layers.constLast(), house.item("TunerStrip"));
     for (const QQuickItem* layer : layers)
         QCOMPARE(layer->z(), 0.0);
 }
 
-void NewsViewTest::theStripHoldsTheFocusAtTheCurrentStation()
+void NewsViewTest::stripFocusesCurrentStation()
 {
     NewsHouse& house = open(3);
     QCOMPARE(house.focusedStation(), u"5 5 O'Clock News"_s);
-    house.pass(true);
+    house.answerPass(true);
     QCOMPARE(house.focusedStation(), u"5 5 O'Clock News"_s);
     TVStatus status = house.store.status();
     m_house.reset();
@@ -221,9 +221,9 @@ void NewsViewTest::theStripHoldsTheFocusAtTheCurrentStation()
     QTRY_COMPARE(other.focusedStation(), u"2 Channel Two"_s);
 }
 
-void NewsViewTest::arrowsWalkTheStripAndNothingElse()
+void NewsViewTest::arrowsOnlyMoveFocusInStrip()
 {
-    NewsHouse& house = openLit(2);
+    NewsHouse& house = openOnAir(2);
     QStringList seen;
     for (const int key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, Qt::Key_Down, Qt::Key_Up}) {
         house.press(key);
@@ -234,24 +234,24 @@ void NewsViewTest::arrowsWalkTheStripAndNothingElse()
     QVERIFY(house.controller->isLit());
 }
 
-void NewsViewTest::selectPicksTheStation()
+void NewsViewTest::selectTunesToStation()
 {
-    NewsHouse& house = openLit(2);
+    NewsHouse& house = openOnAir(2);
     house.press(Qt::Key_Right);
     house.press(Qt::Key_Select);
     QCOMPARE(house.controller->currentStation().number, u"6"_s);
     QVERIFY(!house.players.first());
     QVERIFY(house.shows("StandbyCard"));
-    QVERIFY(house.reads(NewsTexts::towerLine(true)));
-    house.pass(true, NewsHouse::path(6));
+    QVERIFY(house.showsText(NewsTexts::towerLine(true)));
+    house.answerPass(true, NewsHouse::path(6));
     house.stage.waitForFrame();
     QVERIFY(house.shows("VideoView"));
-    QTRY_VERIFY(house.reads(u"STATION 6"_s));
+    QTRY_VERIFY(house.showsText(u"STATION 6"_s));
 }
 
-void NewsViewTest::theStationOnTheAirIsPickedWithoutEffect()
+void NewsViewTest::selectOnCurrentStationHasNoEffect()
 {
-    NewsHouse& house = openLit(2);
+    NewsHouse& house = openOnAir(2);
     const QPointer<ScriptedVideoPlayer> player = house.players.first();
     house.press(Qt::Key_Select);
     QVERIFY(player);
@@ -259,43 +259,43 @@ void NewsViewTest::theStationOnTheAirIsPickedWithoutEffect()
     QVERIFY(!house.controller->isChecking());
 }
 
-void NewsViewTest::aPickedStationKeepsTheFocus()
+void NewsViewTest::selectedStationKeepsFocus()
 {
-    NewsHouse& house = openLit(4);
+    NewsHouse& house = openOnAir(4);
     house.press(Qt::Key_Right);
     house.press(Qt::Key_Right);
     house.press(Qt::Key_Select);
     QCOMPARE(house.focusedStation(), u"7 Station 7"_s);
-    house.pass(true, NewsHouse::path(7));
+    house.answerPass(true, NewsHouse::path(7));
     house.stage.waitForFrame();
     QCOMPARE(house.focusedStation(), u"7 Station 7"_s);
     house.press(Qt::Key_Left);
     QCOMPARE(house.focusedStation(), u"6 Station 6"_s);
 }
 
-void NewsViewTest::channelKeysStep()
+void NewsViewTest::channelKeysChangeStation()
 {
-    NewsHouse& house = openLit(2);
+    NewsHouse& house = openOnAir(2);
     house.press(Qt::Key_ChannelUp);
     QCOMPARE(house.controller->currentStation().number, u"6"_s);
     house.press(Qt::Key_ChannelDown);
     house.press(Qt::Key_ChannelDown);
     QCOMPARE(house.controller->currentStation().number, u"7"_s);
-    QVERIFY(house.reads(NewsTexts::towerLine(true)));
+    QVERIFY(house.showsText(NewsTexts::towerLine(true)));
 }
 
-void NewsViewTest::aStripThatComesTakesTheFocus()
+void NewsViewTest::appearingStripTakesFocus()
 {
-    NewsHouse& house = openLit();
+    NewsHouse& house = openOnAir();
     house.setChannels(2);
     QTRY_COMPARE(house.focusedStation(), u"5 5 O'Clock News"_s);
     house.press(Qt::Key_Right);
     QCOMPARE(house.focusedStation(), u"6 Station 6"_s);
 }
 
-void NewsViewTest::aStripThatGoesLeavesTheKeysToTheScreen()
+void NewsViewTest::screenGetsFocusWhenStripDisappears()
 {
-    NewsHouse& house = openLit(2);
+    NewsHouse& house = openOnAir(2);
     house.setChannels(0);
     house.stage.waitForFrame();
     QVERIFY(!house.shows("TunerStrip"));
@@ -305,7 +305,7 @@ void NewsViewTest::aStripThatGoesLeavesTheKeysToTheScreen()
     QTRY_VERIFY(!house.view);
 }
 
-void NewsViewTest::backLeavesOnce_data()
+void NewsViewTest::backDismissesOnce_data()
 {
     QTest::addColumn<int>("channels");
     QTest::addColumn<bool>("lit");
@@ -315,12 +315,12 @@ void NewsViewTest::backLeavesOnce_data()
     QTest::newRow("lit, from the strip") << 2 << true;
 }
 
-void NewsViewTest::backLeavesOnce()
+void NewsViewTest::backDismissesOnce()
 {
     QFETCH(const int, channels);
     QFETCH(const bool, lit);
     NewsHouse& house = open(channels);
-    house.pass(lit);
+    house.answerPass(lit);
     int dismissals = 0;
     const QMetaObject::Connection counting =
         connect(qobject_cast<FullScreenCover*>(house.cover), &FullScreenCover::dismissed, this, [&] { ++dismissals; });
@@ -334,19 +334,19 @@ void NewsViewTest::backLeavesOnce()
     QCOMPARE(house.http.count(), asked);
 }
 
-void NewsViewTest::leavingWhileLitSilencesBeforeTheSlide()
+void NewsViewTest::playerIsDestroyedBeforeScreenSlidesOut()
 {
-    NewsHouse& house = openLit(2);
+    NewsHouse& house = openOnAir(2);
     house.stage.press(Qt::Key_Back);
     QVERIFY(house.view);
     QVERIFY(!house.players.first());
     QVERIFY(!house.controller->player());
-    QVERIFY(!house.piece("StandbyCard"));
+    QVERIFY(!house.item("StandbyCard"));
 }
 
-void NewsViewTest::theScreenOpensAnew()
+void NewsViewTest::reopenedScreenStartsFresh()
 {
-    NewsHouse& house = openLit(2);
+    NewsHouse& house = openOnAir(2);
     house.press(Qt::Key_ChannelUp);
     house.press(Qt::Key_Back);
     QTRY_VERIFY(!house.view);

@@ -6,32 +6,32 @@
 
 using namespace Qt::StringLiterals;
 
-/** Typing with the remote. */
+/** Typing with the on-screen keyboard and the remote. */
 class OnScreenKeyboardTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void selectOnTheFieldOpensItAtTheFirstLetter();
-    void aWordTakesFewPresses();
-    void spaceDeleteAndClearWriteNothingElse();
-    void whatIsTypedGoesToTheCursor();
-    void theRewindButtonDeletesAndGoesOnWhileItIsHeld();
-    void searchingClosesItAndSearchesOnce_data();
-    void searchingClosesItAndSearchesOnce();
-    void backClosesItWithoutSearching();
-    void anotherPageKeepsThePlaceAndLeadsBack();
-    void itBeginsWithTheLettersEachTime();
-    void everyKeyIsReachedAndLeftAgain();
-    void anArrowAtItsEdgeStaysOnIt();
-    void aFocusedKeyTouchesNoOther();
-    void itStandsInTheLowerHalfOfWhatEveryDisplayShows();
-    void everyCaptionIsLargeAndFitsItsKey();
-    void aRealKeyboardTypesWhileItIsThere();
-    void aReturnKeySearchesAfterTypingAndSelectsAfterAnArrow();
+    void selectOnFieldOpensKeyboardAtFirstLetter();
+    void wordNeedsFewKeyPresses();
+    void spaceDeleteAndClearKeysEditText();
+    void typedLetterIsInsertedAtCursor();
+    void rewindButtonDeletesAndRepeatsWhileHeld();
+    void searchClosesKeyboardAndSubmitsOnce_data();
+    void searchClosesKeyboardAndSubmitsOnce();
+    void backClosesKeyboardWithoutSubmitting();
+    void pageKeysSwitchPagesAndKeepFocus();
+    void keyboardOpensWithLetters();
+    void everyKeyIsReachableInBothDirections();
+    void arrowAtEdgeKeepsFocus();
+    void focusedKeyDoesNotOverlapOthers();
+    void keyboardIsInLowerHalfOfSafeArea();
+    void captionsAreLargeAndFitTheirKeys();
+    void physicalKeyboardTypesWhileKeyboardIsOpen();
+    void returnKeySubmitsAfterTypingAndSelectsAfterArrow();
 };
 
-void OnScreenKeyboardTest::selectOnTheFieldOpensItAtTheFirstLetter()
+void OnScreenKeyboardTest::selectOnFieldOpensKeyboardAtFirstLetter()
 {
     TypingHouse house;
     QVERIFY(house.isFieldFocused());
@@ -42,46 +42,46 @@ void OnScreenKeyboardTest::selectOnTheFieldOpensItAtTheFirstLetter()
     QCOMPARE(house.text(), QString());
 }
 
-void OnScreenKeyboardTest::aWordTakesFewPresses()
+void OnScreenKeyboardTest::wordNeedsFewKeyPresses()
 {
     TypingHouse house;
     house.open();
     for (const QChar letter : u"zoning"_s)
-        house.type(letter);
+        house.selectKey(letter);
     house.press(Qt::Key_MediaTogglePlayPause);
     QCOMPARE(house.text(), u"zoning"_s);
     QCOMPARE(house.submissions(), 1);
     QVERIFY2(house.presses <= 40, qPrintable(QString::number(house.presses)));
 }
 
-void OnScreenKeyboardTest::spaceDeleteAndClearWriteNothingElse()
+void OnScreenKeyboardTest::spaceDeleteAndClearKeysEditText()
 {
     TypingHouse house;
     house.open();
     for (const QString& key : {u"a"_s, u"Space"_s, u"b"_s, u"7"_s})
-        house.type(key);
+        house.selectKey(key);
     QCOMPARE(house.text(), u"a b7"_s);
-    house.type(u"Delete"_s);
+    house.selectKey(u"Delete"_s);
     QCOMPARE(house.text(), u"a b"_s);
-    house.type(u"Clear"_s);
+    house.selectKey(u"Clear"_s);
     QCOMPARE(house.text(), QString());
-    house.type(u"Delete"_s);
+    house.selectKey(u"Delete"_s);
     QCOMPARE(house.text(), QString());
     QVERIFY(house.isOpen());
     QCOMPARE(house.submissions(), 0);
 }
 
-void OnScreenKeyboardTest::whatIsTypedGoesToTheCursor()
+void OnScreenKeyboardTest::typedLetterIsInsertedAtCursor()
 {
     TypingHouse house;
-    house.strikeAll(u"zonng"_s);
+    house.typeText(u"zonng"_s);
     house.press(Qt::Key_Left, 2);
     house.open();
-    house.type(u"i"_s);
+    house.selectKey(u"i"_s);
     QCOMPARE(house.text(), u"zoning"_s);
 }
 
-void OnScreenKeyboardTest::theRewindButtonDeletesAndGoesOnWhileItIsHeld()
+void OnScreenKeyboardTest::rewindButtonDeletesAndRepeatsWhileHeld()
 {
     TypingHouse house;
     house.setText(u"council meeting"_s);
@@ -95,22 +95,22 @@ void OnScreenKeyboardTest::theRewindButtonDeletesAndGoesOnWhileItIsHeld()
     QTRY_VERIFY(house.text().size() < 13);
 }
 
-void OnScreenKeyboardTest::searchingClosesItAndSearchesOnce_data()
+void OnScreenKeyboardTest::searchClosesKeyboardAndSubmitsOnce_data()
 {
     QTest::addColumn<int>("button");
     QTest::newRow("play/pause") << int(Qt::Key_MediaTogglePlayPause);
     QTest::newRow("play") << int(Qt::Key_MediaPlay);
-    QTest::newRow("its own key") << int(Qt::Key_Select);
+    QTest::newRow("search key") << int(Qt::Key_Select);
 }
 
-void OnScreenKeyboardTest::searchingClosesItAndSearchesOnce()
+void OnScreenKeyboardTest::searchClosesKeyboardAndSubmitsOnce()
 {
     QFETCH(int, button);
     TypingHouse house;
     house.open();
-    house.type(u"d"_s);
+    house.selectKey(u"d"_s);
     if (button == Qt::Key_Select)
-        house.walkTo(u"Search"_s);
+        house.focusKey(u"Search"_s);
     house.press(button);
     QVERIFY(!house.isOpen());
     QVERIFY(house.isFieldFocused());
@@ -118,11 +118,11 @@ void OnScreenKeyboardTest::searchingClosesItAndSearchesOnce()
     QCOMPARE(house.text(), u"d"_s);
 }
 
-void OnScreenKeyboardTest::backClosesItWithoutSearching()
+void OnScreenKeyboardTest::backClosesKeyboardWithoutSubmitting()
 {
     TypingHouse house;
     house.open();
-    house.type(u"d"_s);
+    house.selectKey(u"d"_s);
     house.press(Qt::Key_Back);
     QVERIFY(!house.isOpen());
     QVERIFY(house.isFieldFocused());
@@ -130,38 +130,38 @@ void OnScreenKeyboardTest::backClosesItWithoutSearching()
     QCOMPARE(house.text(), u"d"_s);
 }
 
-void OnScreenKeyboardTest::anotherPageKeepsThePlaceAndLeadsBack()
+void OnScreenKeyboardTest::pageKeysSwitchPagesAndKeepFocus()
 {
     TypingHouse house;
     house.open();
-    house.type(u"à é ñ"_s);
+    house.selectKey(u"à é ñ"_s);
     QCOMPARE(house.key(), u"a b c"_s);
-    house.type(u"ñ"_s);
-    house.type(u". ? !"_s);
+    house.selectKey(u"ñ"_s);
+    house.selectKey(u". ? !"_s);
     QCOMPARE(house.key(), u"a b c"_s);
-    house.type(u"?"_s);
-    house.type(u"a b c"_s);
+    house.selectKey(u"?"_s);
+    house.selectKey(u"a b c"_s);
     QCOMPARE(house.key(), u". ? !"_s);
-    house.type(u"z"_s);
+    house.selectKey(u"z"_s);
     QCOMPARE(house.text(), u"ñ?z"_s);
 }
 
-void OnScreenKeyboardTest::itBeginsWithTheLettersEachTime()
+void OnScreenKeyboardTest::keyboardOpensWithLetters()
 {
     TypingHouse house;
     house.open();
-    house.type(u". ? !"_s);
+    house.selectKey(u". ? !"_s);
     house.press(Qt::Key_Back);
     house.open();
     QCOMPARE(house.key(), u"a"_s);
 }
 
-void OnScreenKeyboardTest::everyKeyIsReachedAndLeftAgain()
+void OnScreenKeyboardTest::everyKeyIsReachableInBothDirections()
 {
     TypingHouse house;
     house.open();
     auto* const first = qobject_cast<Focusable*>(house.focused());
-    QHash<Focusable*, QSet<Focusable*>> before; // the keys that an arrow leads from
+    QHash<Focusable*, QSet<Focusable*>> before; // for each key, the keys from which an arrow leads to it
     QSet<Focusable*> reached{first};
     QQueue<Focusable*> waiting{{first}};
     while (!waiting.isEmpty()) {
@@ -177,40 +177,40 @@ void OnScreenKeyboardTest::everyKeyIsReachedAndLeftAgain()
         }
     }
     QCOMPARE(reached.size(), house.keys().size());
-    QSet<Focusable*> leaving{first};
+    QSet<Focusable*> leadingToFirst{first};
     waiting.enqueue(first);
     while (!waiting.isEmpty()) {
         const auto sources = before[waiting.dequeue()];
         for (Focusable* const key : sources) {
-            if (!leaving.contains(key))
+            if (!leadingToFirst.contains(key))
                 waiting.enqueue(key);
-            leaving.insert(key);
+            leadingToFirst.insert(key);
         }
     }
-    QCOMPARE(leaving, reached);
+    QCOMPARE(leadingToFirst, reached);
 }
 
-void OnScreenKeyboardTest::anArrowAtItsEdgeStaysOnIt()
+void OnScreenKeyboardTest::arrowAtEdgeKeepsFocus()
 {
     TypingHouse house;
     house.open();
     house.press(Qt::Key_Up);
     house.press(Qt::Key_Left);
     QCOMPARE(house.key(), u"a"_s);
-    house.walkTo(u"Search"_s);
+    house.focusKey(u"Search"_s);
     house.press(Qt::Key_Down);
     house.press(Qt::Key_Right);
     QCOMPARE(house.key(), u"Search"_s);
 }
 
-void OnScreenKeyboardTest::aFocusedKeyTouchesNoOther()
+void OnScreenKeyboardTest::focusedKeyDoesNotOverlapOthers()
 {
     TypingHouse house;
     house.open();
     const auto keys = house.keys();
     for (const QString& caption : {u"n"_s, u"Delete"_s, u"Space"_s, u"Search"_s}) {
-        house.walkTo(caption);
-        house.stage.settle();
+        house.focusKey(caption);
+        house.stage.waitUntilIdle();
         const QQuickItem* const focused = house.focused();
         const QRectF area = Stage::area(Stage::first(house.focused(), "StationPlate"));
         for (const QQuickItem* key : keys)
@@ -218,26 +218,26 @@ void OnScreenKeyboardTest::aFocusedKeyTouchesNoOther()
     }
 }
 
-void OnScreenKeyboardTest::itStandsInTheLowerHalfOfWhatEveryDisplayShows()
+void OnScreenKeyboardTest::keyboardIsInLowerHalfOfSafeArea()
 {
     TypingHouse house;
     house.open();
-    const QRectF room(80, 540, 1920 - 2 * 80, 540 - 60);
-    // Under the focus a key is larger than at rest.
-    house.walkTo(u"Search"_s);
-    house.stage.settle();
+    const QRectF safeArea(80, 540, 1920 - 2 * 80, 540 - 60);
+    // A focused key is larger than at rest.
+    house.focusKey(u"Search"_s);
+    house.stage.waitUntilIdle();
     const QQuickItem* const plate = Stage::first(house.focused(), "StationPlate");
     QVERIFY(plate->scale() > 1);
-    QVERIFY(room.contains(plate->mapRectToItem(house.house, QRectF(QPointF(), plate->size()))));
+    QVERIFY(safeArea.contains(plate->mapRectToItem(house.house, QRectF(QPointF(), plate->size()))));
     const auto keys = house.keys();
     QCOMPARE(keys.size(), 42);
     for (const QQuickItem* key : keys) {
         const QRectF area = key->mapRectToItem(house.house, QRectF(QPointF(), key->size()));
-        QVERIFY2(room.adjusted(-0.01, 0, 0.01, 0.01).contains(area), qPrintable(key->property("text").toString()));
+        QVERIFY2(safeArea.adjusted(-0.01, 0, 0.01, 0.01).contains(area), qPrintable(key->property("text").toString()));
     }
 }
 
-void OnScreenKeyboardTest::everyCaptionIsLargeAndFitsItsKey()
+void OnScreenKeyboardTest::captionsAreLargeAndFitTheirKeys()
 {
     TypingHouse house;
     house.open();
@@ -250,30 +250,30 @@ void OnScreenKeyboardTest::everyCaptionIsLargeAndFitsItsKey()
     }
 }
 
-void OnScreenKeyboardTest::aRealKeyboardTypesWhileItIsThere()
+void OnScreenKeyboardTest::physicalKeyboardTypesWhileKeyboardIsOpen()
 {
     TypingHouse house;
     house.open();
     house.press(Qt::Key_Right);
-    house.strikeAll(u"Cit y"_s);
-    house.strike(Qt::Key_Backspace, u"\b"_s);
+    house.typeText(u"Cit y"_s);
+    house.typeKey(Qt::Key_Backspace, u"\b"_s);
     house.compose(u"´"_s);
     house.compose({}, u"é"_s);
     QCOMPARE(house.text(), u"Cit é"_s);
     QCOMPARE(house.key(), u"b"_s);
 }
 
-void OnScreenKeyboardTest::aReturnKeySearchesAfterTypingAndSelectsAfterAnArrow()
+void OnScreenKeyboardTest::returnKeySubmitsAfterTypingAndSelectsAfterArrow()
 {
     TypingHouse house;
     house.open();
-    house.strikeAll(u"ab"_s);
+    house.typeText(u"ab"_s);
     house.press(Qt::Key_Right);
-    house.strikeReturn();
+    house.typeReturn();
     QCOMPARE(house.text(), u"abb"_s);
     QCOMPARE(house.submissions(), 0);
-    house.strikeAll(u"c"_s);
-    house.strikeReturn();
+    house.typeText(u"c"_s);
+    house.typeReturn();
     QCOMPARE(house.text(), u"abbc"_s);
     QCOMPARE(house.submissions(), 1);
     QVERIFY(!house.isOpen());

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /** A red disc that counts how often it is painted. */
-class CountedDisc : public PaintedItem
+class CountingDisc : public PaintedItem
 {
 public:
     mutable int paintings = 0;
@@ -28,24 +28,24 @@ public:
 
 } // namespace
 
-/** What painted art costs: when it is painted, and what it hides. */
+/** When painted art is painted, and what it covers. */
 class PaintedArtTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aMoveByWholePixelsLeavesThePictureAsItIs_data();
-    void aMoveByWholePixelsLeavesThePictureAsItIs();
-    void aMoveByWholePixelsDrawsOneFrame();
-    void aMoveByPartOfAPixelPaintsOnceAtItsEnd();
-    void artThatGrewIsSharpThoughItIsStillScrolled();
+    void moveByWholePixelsKeepsPicture_data();
+    void moveByWholePixelsKeepsPicture();
+    void moveByWholePixelsDrawsOneFrame();
+    void moveByFractionOfPixelPaintsOnceAtEnd();
+    void scaledArtIsRepaintedDuringScroll();
     void hiddenArtIsNotPainted();
-    void artWithoutAGapHidesWhatIsBeneath_data();
-    void artWithoutAGapHidesWhatIsBeneath();
-    void artWithoutAGapIsFadedAsAnyOther();
+    void artOnWholePixelsIsOpaque_data();
+    void artOnWholePixelsIsOpaque();
+    void opaqueArtIsBlendedWithItsOpacity();
 };
 
-void PaintedArtTest::aMoveByWholePixelsLeavesThePictureAsItIs_data()
+void PaintedArtTest::moveByWholePixelsKeepsPicture_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::newRow("720p") << QSize(1280, 720);
@@ -53,70 +53,70 @@ void PaintedArtTest::aMoveByWholePixelsLeavesThePictureAsItIs_data()
     QTest::newRow("2160p") << QSize(3840, 2160);
 }
 
-void PaintedArtTest::aMoveByWholePixelsLeavesThePictureAsItIs()
+void PaintedArtTest::moveByWholePixelsKeepsPicture()
 {
     QFETCH(QSize, size);
     Stage stage(size);
-    QQuickItem* canvas = stage.put(u"Canvas {}"_s);
-    CountedDisc disc;
+    QQuickItem* canvas = stage.load(u"Canvas {}"_s);
+    CountingDisc disc;
     disc.setSize({101, 101});
     disc.setPosition({40.3, 30.7});
     disc.setParentItem(canvas);
     const QImage before = stage.picture();
-    const double points = 1920.0 / size.width(); // a pixel
+    const double points = 1920.0 / size.width(); // points per pixel
     int moved = 0;
     for (const int step : {1, 7, 30, 2, 11}) {
         moved += step;
         disc.setX(40.3 + moved * points);
         stage.waitForFrame();
-        // On the way no less sharp than at rest.
+        // As sharp during the movement as at rest.
         const QImage now = stage.window().grabWindow().convertToFormat(QImage::Format_RGB32);
         QCOMPARE(now.copy(moved, 0, 300, 300), before.copy(0, 0, 300, 300));
     }
-    stage.settle();
+    stage.waitUntilIdle();
     QCOMPARE(disc.paintings, 1);
 }
 
-void PaintedArtTest::aMoveByWholePixelsDrawsOneFrame()
+void PaintedArtTest::moveByWholePixelsDrawsOneFrame()
 {
     Stage stage({400, 300});
-    QQuickItem* root = stage.put(u"Item {}"_s);
-    CountedDisc disc;
+    QQuickItem* root = stage.load(u"Item {}"_s);
+    CountingDisc disc;
     disc.setSize({100, 100});
     disc.setParentItem(root);
-    stage.settle();
+    stage.waitUntilIdle();
     const int before = stage.frames();
     disc.setX(25);
-    stage.settle();
+    stage.waitUntilIdle();
     QCOMPARE(stage.frames(), before + 1);
 }
 
-void PaintedArtTest::aMoveByPartOfAPixelPaintsOnceAtItsEnd()
+void PaintedArtTest::moveByFractionOfPixelPaintsOnceAtEnd()
 {
     Stage stage({400, 300});
-    QQuickItem* root = stage.put(u"Item {}"_s);
-    CountedDisc disc;
+    QQuickItem* root = stage.load(u"Item {}"_s);
+    CountingDisc disc;
     disc.setSize({100, 100});
     disc.setParentItem(root);
-    stage.settle();
+    stage.waitUntilIdle();
     for (const double x : {0.2, 0.4, 0.6}) {
         disc.setX(x);
         stage.waitForFrame();
         QCOMPARE(disc.paintings, 1);
     }
-    stage.settle();
+    stage.waitUntilIdle();
     QCOMPARE(disc.paintings, 2);
 }
 
-void PaintedArtTest::artThatGrewIsSharpThoughItIsStillScrolled()
+void PaintedArtTest::scaledArtIsRepaintedDuringScroll()
 {
     Stage stage({600, 300});
-    QQuickItem* root = stage.put(u"Item {}"_s);
-    CountedDisc disc;
+    QQuickItem* root = stage.load(u"Item {}"_s);
+    CountingDisc disc;
     disc.setSize({100, 100});
     disc.setTransformOrigin(QQuickItem::TopLeft);
     disc.setParentItem(root);
-    stage.settle();
+    stage.waitUntilIdle();
     disc.setScale(1.5);
     QTRY_VERIFY_WITH_TIMEOUT(
         [&] {
@@ -130,50 +130,50 @@ void PaintedArtTest::artThatGrewIsSharpThoughItIsStillScrolled()
 void PaintedArtTest::hiddenArtIsNotPainted()
 {
     Stage stage({400, 300});
-    QQuickItem* root = stage.put(u"Item { Rectangle { width: 400; height: 300; color: 'white' } Item {} }"_s);
-    QQuickItem* cupboard = root->childItems().constLast();
-    cupboard->setVisible(false);
-    CountedDisc disc;
+    QQuickItem* root = stage.load(u"Item { Rectangle { width: 400; height: 300; color: 'white' } Item {} }"_s);
+    QQuickItem* parent = root->childItems().constLast();
+    parent->setVisible(false);
+    CountingDisc disc;
     disc.setSize({100, 100});
-    disc.setParentItem(cupboard);
-    stage.settle();
+    disc.setParentItem(parent);
+    stage.waitUntilIdle();
     QCOMPARE(disc.paintings, 0);
-    cupboard->setVisible(true);
+    parent->setVisible(true);
     QCOMPARE(stage.picture().pixelColor(50, 50), QColor(Qt::red));
     QCOMPARE(disc.paintings, 1);
-    // Hidden for a while it keeps its picture.
-    cupboard->setVisible(false);
-    stage.settle();
-    cupboard->setVisible(true);
+    // It keeps its picture while hidden for a short time.
+    parent->setVisible(false);
+    stage.waitUntilIdle();
+    parent->setVisible(true);
     QCOMPARE(stage.picture().pixelColor(50, 50), QColor(Qt::red));
     QCOMPARE(disc.paintings, 1);
 }
 
-void PaintedArtTest::artWithoutAGapHidesWhatIsBeneath_data()
+void PaintedArtTest::artOnWholePixelsIsOpaque_data()
 {
     QTest::addColumn<double>("x");
-    QTest::addColumn<bool>("hides");
+    QTest::addColumn<bool>("isOpaque");
     QTest::newRow("on whole pixels") << 30.0 << true;
-    QTest::newRow("with half a pixel at its edges") << 30.5 << false;
+    QTest::newRow("on half pixels") << 30.5 << false;
 }
 
-void PaintedArtTest::artWithoutAGapHidesWhatIsBeneath()
+void PaintedArtTest::artOnWholePixelsIsOpaque()
 {
     QFETCH(double, x);
-    QFETCH(bool, hides);
+    QFETCH(bool, isOpaque);
     Stage stage({400, 300});
-    QQuickItem* root = stage.put(u"Item {}"_s);
+    QQuickItem* root = stage.load(u"Item {}"_s);
     VeneerBackground veneer(root);
     veneer.setSize({100, 100});
     veneer.setX(x);
-    stage.settle();
-    QCOMPARE(veneer.picture()->hasAlphaChannel(), !hides);
+    stage.waitUntilIdle();
+    QCOMPARE(veneer.picture()->hasAlphaChannel(), !isOpaque);
 }
 
-void PaintedArtTest::artWithoutAGapIsFadedAsAnyOther()
+void PaintedArtTest::opaqueArtIsBlendedWithItsOpacity()
 {
     Stage stage({400, 300});
-    QQuickItem* root = stage.put(u"Item { Rectangle { width: 400; height: 300; color: 'white' } }"_s);
+    QQuickItem* root = stage.load(u"Item { Rectangle { width: 400; height: 300; color: 'white' } }"_s);
     VeneerBackground veneer(root);
     veneer.setSize({100, 100});
     veneer.setOpacity(0.5);

@@ -4,35 +4,35 @@
 
 #include <QKeyEvent>
 
-/** What the tape player shows over its picture: the transport bar, the information panel, the sign of loading. */
+/** What the tape player shows over its picture: transport bar, information panel and loading indicator. */
 class PlayerControlsTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void cleanup() { m_house.reset(); }
-    void theWheelTurnsAfterHalfASecond();
-    void theTransportIsHiddenUntilAKeyIsPressed();
-    void theTransportSaysWhatPlaysAndWhere();
-    void withoutASignTheTimeStandsAtTheEdge();
-    void theBarShowsWhatIsPlayedAndWhatIsThere();
-    void theHeadIsHeldWhileItScrubs();
-    void theTransportHidesAfterFourSecondsAndThenDrawsNothing();
-    void aPausedTapeKeepsItsTransport();
-    void thePanelTellsWhatIsKnown();
-    void thePanelClosesWithUpAndBack_data();
-    void thePanelClosesWithUpAndBack();
-    void whatIsShownStaysInTheSafeArea_data();
-    void whatIsShownStaysInTheSafeArea();
-    void thePanelAndTheTransportDoNotMeet();
-    void aLongDescriptionHasTheRoomThatThePanelCanSpare();
-    void aLongTitleHasTheRoomThatTheScrimDarkens();
-    void theTracksCanBeWalked();
-    void aTrackIsChosen();
-    void upAtTheTopClosesThePanelWithItsTracks();
-    void aClosedPanelGivesTheKeysBack();
-    void choosingKeepsTheFocus();
-    void manyTracksAreWalkedInSight();
+    void loadingIndicatorAppearsAfterHalfSecond();
+    void transportIsHiddenUntilKeyPress();
+    void transportShowsTitleTimesAndState();
+    void timeIsAtEdgeWhenNoIconIsShown();
+    void barShowsPlayedAndBufferedParts();
+    void playheadIsHeldDuringScrub();
+    void transportHidesAfterFourSecondsAndDrawsNoFrame();
+    void transportStaysWhilePaused();
+    void panelShowsDetailsOfTape();
+    void upAndBackClosePanel_data();
+    void upAndBackClosePanel();
+    void textsStayInSafeAreaWithoutOverlap_data();
+    void textsStayInSafeAreaWithoutOverlap();
+    void panelAndTransportDoNotOverlap();
+    void longDescriptionUsesFreeSpaceOfPanel();
+    void longTitleUsesSpaceOfScrim();
+    void arrowsMoveFocusBetweenTracks();
+    void selectChoosesTrack();
+    void upOnTopRowClosesPanelWithTracks();
+    void closedPanelReturnsKeysAtOnce();
+    void selectionOfTrackKeepsFocus();
+    void focusedTrackStaysVisibleAmongMany();
 
 private:
     TapePlayerHouse& open(const VHSCover& cover = TapePlayerHouse::cassette(), const QList<MediaTrack>& tracks = {})
@@ -46,7 +46,7 @@ private:
     std::unique_ptr<TapePlayerHouse> m_house;
 };
 
-void PlayerControlsTest::theWheelTurnsAfterHalfASecond()
+void PlayerControlsTest::loadingIndicatorAppearsAfterHalfSecond()
 {
     m_house = std::make_unique<TapePlayerHouse>(TapePlayerHouse::tape());
     TapePlayerHouse& house = *m_house;
@@ -58,16 +58,16 @@ void PlayerControlsTest::theWheelTurnsAfterHalfASecond()
     QVERIFY(!house.shows("LoadingSign"));
 }
 
-void PlayerControlsTest::theTransportIsHiddenUntilAKeyIsPressed()
+void PlayerControlsTest::transportIsHiddenUntilKeyPress()
 {
     TapePlayerHouse& house = open();
     QVERIFY(!house.shows("PlayerControls"));
     house.press(Qt::Key_Up);
     QVERIFY(house.shows("PlayerControls"));
-    QCOMPARE(house.piece("PlayerControls")->opacity(), 1.0);
+    QCOMPARE(house.item("PlayerControls")->opacity(), 1.0);
 }
 
-void PlayerControlsTest::theTransportSaysWhatPlaysAndWhere()
+void PlayerControlsTest::transportShowsTitleTimesAndState()
 {
     TapePlayerHouse& house = open();
     house.press(Qt::Key_Select);
@@ -77,7 +77,7 @@ void PlayerControlsTest::theTransportSaysWhatPlaysAndWhere()
         QVERIFY2(words.contains(expected), qPrintable(expected + u" is not among "_s + words.join(u", "_s)));
 }
 
-void PlayerControlsTest::withoutASignTheTimeStandsAtTheEdge()
+void PlayerControlsTest::timeIsAtEdgeWhenNoIconIsShown()
 {
     m_house = std::make_unique<TapePlayerHouse>(TapePlayerHouse::tape());
     m_house->press(Qt::Key_Up);
@@ -87,11 +87,11 @@ void PlayerControlsTest::withoutASignTheTimeStandsAtTheEdge()
     QCOMPARE(Stage::area(m_house->text(u"10:05"_s)).left(), 132.0);
 }
 
-void PlayerControlsTest::theBarShowsWhatIsPlayedAndWhatIsThere()
+void PlayerControlsTest::barShowsPlayedAndBufferedParts()
 {
     TapePlayerHouse& house = open();
     house.press(Qt::Key_Select);
-    const auto bar = static_cast<PlayheadBar*>(house.piece("PlayheadBar"));
+    const auto bar = static_cast<PlayheadBar*>(house.item("PlayheadBar"));
     QVERIFY(std::abs(bar->played() - 605 / TapePlayerHouse::length) < 0.001);
     QVERIFY(std::abs(bar->buffered() - 725 / TapePlayerHouse::length) < 0.001);
     const QRectF area = Stage::area(bar);
@@ -105,19 +105,19 @@ void PlayerControlsTest::theBarShowsWhatIsPlayedAndWhatIsThere()
     QVERIFY(at(690).lightness() > at(2000).lightness() + 30);
 }
 
-void PlayerControlsTest::theHeadIsHeldWhileItScrubs()
+void PlayerControlsTest::playheadIsHeldDuringScrub()
 {
     TapePlayerHouse& house = open();
     QKeyEvent press(QEvent::KeyPress, Qt::Key_AudioForward, Qt::NoModifier);
     QCoreApplication::sendEvent(&house.stage.window(), &press);
-    const auto bar = static_cast<PlayheadBar*>(house.piece("PlayheadBar"));
-    QVERIFY(bar->isHeld());
+    const auto bar = static_cast<PlayheadBar*>(house.item("PlayheadBar"));
+    QVERIFY(bar->isScrubbing());
     QKeyEvent release(QEvent::KeyRelease, Qt::Key_AudioForward, Qt::NoModifier);
     QCoreApplication::sendEvent(&house.stage.window(), &release);
-    QVERIFY(!bar->isHeld());
+    QVERIFY(!bar->isScrubbing());
 }
 
-void PlayerControlsTest::theTransportHidesAfterFourSecondsAndThenDrawsNothing()
+void PlayerControlsTest::transportHidesAfterFourSecondsAndDrawsNoFrame()
 {
     TapePlayerHouse& house = open();
     house.press(Qt::Key_Up);
@@ -125,7 +125,7 @@ void PlayerControlsTest::theTransportHidesAfterFourSecondsAndThenDrawsNothing()
     QVERIFY(house.shows("PlayerControls"));
     house.clock.advance(1ms);
     QTRY_VERIFY(!house.shows("PlayerControls"));
-    house.stage.settle();
+    house.stage.waitUntilIdle();
     const int frames = house.stage.frames();
     for (int second = 0; second < 30; ++second) {
         house.clock.advance(1s);
@@ -133,11 +133,11 @@ void PlayerControlsTest::theTransportHidesAfterFourSecondsAndThenDrawsNothing()
         house.player->setBufferedTo(900 + second);
         QCoreApplication::processEvents();
     }
-    house.stage.settle();
+    house.stage.waitUntilIdle();
     QCOMPARE(house.stage.frames(), frames);
 }
 
-void PlayerControlsTest::aPausedTapeKeepsItsTransport()
+void PlayerControlsTest::transportStaysWhilePaused()
 {
     TapePlayerHouse& house = open();
     house.press(Qt::Key_Select);
@@ -148,7 +148,7 @@ void PlayerControlsTest::aPausedTapeKeepsItsTransport()
     QCOMPARE(house.stage.frames(), frames);
 }
 
-void PlayerControlsTest::thePanelTellsWhatIsKnown()
+void PlayerControlsTest::panelShowsDetailsOfTape()
 {
     TapePlayerHouse& house = open();
     QVERIFY(!house.shows("InformationPanel"));
@@ -159,7 +159,7 @@ void PlayerControlsTest::thePanelTellsWhatIsKnown()
     QCOMPARE(house.focused(), u"nothing"_s);
 }
 
-void PlayerControlsTest::thePanelClosesWithUpAndBack_data()
+void PlayerControlsTest::upAndBackClosePanel_data()
 {
     QTest::addColumn<int>("key");
     QTest::addColumn<QList<MediaTrack>>("tracks");
@@ -168,7 +168,7 @@ void PlayerControlsTest::thePanelClosesWithUpAndBack_data()
     QTest::newRow("back from a track") << int(Qt::Key_Back) << TapePlayerHouse::tracks();
 }
 
-void PlayerControlsTest::thePanelClosesWithUpAndBack()
+void PlayerControlsTest::upAndBackClosePanel()
 {
     QFETCH(const int, key);
     QFETCH(const QList<MediaTrack>, tracks);
@@ -180,7 +180,7 @@ void PlayerControlsTest::thePanelClosesWithUpAndBack()
     QCOMPARE(house.dismissals->count(), 0);
 }
 
-void PlayerControlsTest::whatIsShownStaysInTheSafeArea_data()
+void PlayerControlsTest::textsStayInSafeAreaWithoutOverlap_data()
 {
     QTest::addColumn<VHSCover>("cover");
     QTest::addColumn<bool>("panel");
@@ -191,7 +191,7 @@ void PlayerControlsTest::whatIsShownStaysInTheSafeArea_data()
         VHSCover unbroken = TapePlayerHouse::cassette();
         unbroken.title = QString(3000, u'M');
         unbroken.synopsis = QString(30000, u'W');
-        QTest::addRow("%s, without a space", piece) << unbroken << panel;
+        QTest::addRow("%s, one long word", piece) << unbroken << panel;
         VHSCover foreign = TapePlayerHouse::cassette();
         foreign.title = u"港务委员会关于新渡轮码头的公开会议 "_s.repeated(20);
         foreign.bodyName = u"مجلس المدينة "_s.repeated(30);
@@ -200,7 +200,7 @@ void PlayerControlsTest::whatIsShownStaysInTheSafeArea_data()
     }
 }
 
-void PlayerControlsTest::whatIsShownStaysInTheSafeArea()
+void PlayerControlsTest::textsStayInSafeAreaWithoutOverlap()
 {
     QFETCH(const VHSCover, cover);
     QFETCH(const bool, panel);
@@ -221,26 +221,26 @@ void PlayerControlsTest::whatIsShownStaysInTheSafeArea()
     }
 }
 
-void PlayerControlsTest::thePanelAndTheTransportDoNotMeet()
+void PlayerControlsTest::panelAndTransportDoNotOverlap()
 {
     TapePlayerHouse& house = open(TapePlayerHouse::endless(), TapePlayerHouse::tracks());
     house.press(Qt::Key_MediaPause);
     house.press(Qt::Key_Down);
     QVERIFY(house.shows("InformationPanel") && house.shows("PlayerControls"));
     qreal top = 1080;
-    for (const QQuickItem* text : Stage::texts(house.piece("PlayerControls")))
+    for (const QQuickItem* text : Stage::texts(house.item("PlayerControls")))
         top = std::min(top, Stage::area(text).top());
-    QVERIFY(Stage::area(house.piece("InformationPanel")).bottom() <= top);
+    QVERIFY(Stage::area(house.item("InformationPanel")).bottom() <= top);
 }
 
-void PlayerControlsTest::aLongDescriptionHasTheRoomThatThePanelCanSpare()
+void PlayerControlsTest::longDescriptionUsesFreeSpaceOfPanel()
 {
     VHSCover cover = TapePlayerHouse::cassette();
     cover.title = u"A title of many words "_s.repeated(10);
     cover.synopsis = u"And then the clerk read on. "_s.repeated(30);
     TapePlayerHouse& house = open(cover, TapePlayerHouse::tracks());
     house.press(Qt::Key_Down);
-    const auto texts = Stage::texts(house.piece("InformationPanel"));
+    const auto texts = Stage::texts(house.item("InformationPanel"));
     int longest = 0;
     for (const QQuickItem* text : texts) {
         QVERIFY2(!text->property("truncated").toBool(), qPrintable(text->property("text").toString().left(40)));
@@ -249,34 +249,34 @@ void PlayerControlsTest::aLongDescriptionHasTheRoomThatThePanelCanSpare()
     QVERIFY(longest > 5);
 }
 
-void PlayerControlsTest::aLongTitleHasTheRoomThatTheScrimDarkens()
+void PlayerControlsTest::longTitleUsesSpaceOfScrim()
 {
     VHSCover cover = TapePlayerHouse::cassette();
     cover.title = u"A title of many words "_s.repeated(8);
     TapePlayerHouse& house = open(cover, {});
     house.press(Qt::Key_Select);
-    const QQuickItem* const title = Stage::texts(house.piece("PlayerControls")).constFirst();
+    const QQuickItem* const title = Stage::texts(house.item("PlayerControls")).constFirst();
     QCOMPARE(title->property("lineCount").toInt(), 3);
     QVERIFY(!title->property("truncated").toBool());
     QVERIFY(Stage::area(title).top() > 1080 - 480);
 }
 
-void PlayerControlsTest::theTracksCanBeWalked()
+void PlayerControlsTest::arrowsMoveFocusBetweenTracks()
 {
     TapePlayerHouse& house = open(TapePlayerHouse::cassette(), TapePlayerHouse::tracks());
     house.press(Qt::Key_Down);
     QCOMPARE(house.focused(), u"English"_s);
-    const QList<std::pair<int, QString>> walk{{Qt::Key_Right, u"Español"_s},          {Qt::Key_Right, u"Español"_s},
+    const QList<std::pair<int, QString>> keys{{Qt::Key_Right, u"Español"_s},          {Qt::Key_Right, u"Español"_s},
                                               {Qt::Key_Left, u"English"_s},           {Qt::Key_Down, u"Off"_s},
                                               {Qt::Key_Right, u"English captions"_s}, {Qt::Key_Right, u"Subtítulos"_s},
                                               {Qt::Key_Down, u"Subtítulos"_s},        {Qt::Key_Up, u"English"_s}};
-    for (const auto& [key, name] : walk) {
+    for (const auto& [key, name] : keys) {
         house.press(key);
         QCOMPARE(house.focused(), name);
     }
 }
 
-void PlayerControlsTest::aTrackIsChosen()
+void PlayerControlsTest::selectChoosesTrack()
 {
     TapePlayerHouse& house = open(TapePlayerHouse::cassette(), TapePlayerHouse::tracks());
     house.press(Qt::Key_Down);
@@ -288,7 +288,7 @@ void PlayerControlsTest::aTrackIsChosen()
     QCOMPARE(house.player->timeControl(), VideoPlayer::TimeControl::Playing);
 }
 
-void PlayerControlsTest::upAtTheTopClosesThePanelWithItsTracks()
+void PlayerControlsTest::upOnTopRowClosesPanelWithTracks()
 {
     TapePlayerHouse& house = open(TapePlayerHouse::cassette(), TapePlayerHouse::tracks());
     house.press(Qt::Key_Down);
@@ -299,7 +299,7 @@ void PlayerControlsTest::upAtTheTopClosesThePanelWithItsTracks()
     house.press(Qt::Key_Up);
     QTRY_VERIFY(!house.shows("InformationPanel"));
 
-    // With subtitles alone their row is the top.
+    // Without audio tracks, the row of subtitles is the top row.
     house.player->setTracks(TapePlayerHouse::tracks().mid(2));
     house.press(Qt::Key_Down);
     QCOMPARE(house.focused(), u"Off"_s);
@@ -307,20 +307,20 @@ void PlayerControlsTest::upAtTheTopClosesThePanelWithItsTracks()
     QTRY_VERIFY(!house.shows("InformationPanel"));
 }
 
-void PlayerControlsTest::aClosedPanelGivesTheKeysBack()
+void PlayerControlsTest::closedPanelReturnsKeysAtOnce()
 {
     TapePlayerHouse& house = open(TapePlayerHouse::cassette(), TapePlayerHouse::tracks());
     house.press(Qt::Key_Down);
     house.stage.press(Qt::Key_Up);
-    // At once, although the panel is still fading.
+    // Immediately, although the panel is still fading out.
     house.stage.press(Qt::Key_Select);
     QCOMPARE(house.player->timeControl(), VideoPlayer::TimeControl::Paused);
     QCOMPARE(house.player->selections.size(), 0);
-    house.stage.settle();
+    house.stage.waitUntilIdle();
     QCOMPARE(house.focused(), u"nothing"_s);
 }
 
-void PlayerControlsTest::choosingKeepsTheFocus()
+void PlayerControlsTest::selectionOfTrackKeepsFocus()
 {
     TapePlayerHouse& house = open(TapePlayerHouse::cassette(), TapePlayerHouse::tracks());
     house.press(Qt::Key_Down);
@@ -329,11 +329,11 @@ void PlayerControlsTest::choosingKeepsTheFocus()
     tracks[0].selected = false;
     tracks[1].selected = true;
     house.player->setTracks(tracks);
-    house.stage.settle();
+    house.stage.waitUntilIdle();
     QCOMPARE(house.focused(), u"Español"_s);
 }
 
-void PlayerControlsTest::manyTracksAreWalkedInSight()
+void PlayerControlsTest::focusedTrackStaysVisibleAmongMany()
 {
     QList<MediaTrack> tracks;
     for (int id = 1; id <= 30; ++id)
@@ -342,7 +342,7 @@ void PlayerControlsTest::manyTracksAreWalkedInSight()
     house.press(Qt::Key_Down);
     for (int step = 0; step < 30; ++step)
         house.stage.press(Qt::Key_Right);
-    house.stage.settle();
+    house.stage.waitUntilIdle();
     QCOMPARE(house.focused(), u"Captions in language 30"_s);
     QVERIFY(QRectF(80, 60, 1760, 960).contains(Stage::area(house.view->focused())));
 }

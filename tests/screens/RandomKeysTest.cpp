@@ -14,8 +14,9 @@
 #include <QRegularExpression>
 
 /**
- * Whatever is pressed, and whatever the hub sends meanwhile: one thing has the focus, or the screen itself; once the
- * scrolls have ended it is in view, and so is what it would come to in each row.
+ * Presses random keys while the hub sends random answers. At any time exactly one item has focus, or the screen itself
+ * if nothing can be focused. At the end of all scrolls the focused item is visible, and so is the current row of every
+ * other list.
  */
 class RandomKeysTest : public QObject
 {
@@ -23,56 +24,56 @@ class RandomKeysTest : public QObject
 
 private Q_SLOTS:
     void init();
-    void oneThingIsAlwaysFocused();
+    void exactlyOneItemIsAlwaysFocused();
 
 private:
     void pressOrRelease();
-    void changeTheWorld();
-    void answerSomething();
+    void changeStore();
+    void answerRandomRequest();
     QByteArray status();
     QByteArray page();
     QJsonObject tape(int id) const;
     void send(QEvent::Type type, int key, bool isRepeat = false);
-    QString complaint() const;
-    QString outOfView(const Focusable& focused) const;
-    QString outOfView(const LazyStack& stack, const Focusable& focused) const;
-    void note(const QString& event);
+    QString focusError() const;
+    QString visibilityError(const Focusable& focused) const;
+    QString visibilityError(const LazyStack& stack, const Focusable& focused) const;
+    void recordEvent(const QString& event);
 
     std::unique_ptr<ShopHouse> m_house;
-    QRandomGenerator m_dice;
-    QSet<int> m_down; ///< keys that are held
+    QRandomGenerator m_random;
+    QSet<int> m_pressedKeys; ///< keys that are pressed
     int m_keys = 0;
-    QStringList m_latest; ///< what happened, for when it goes wrong
+    QStringList m_recentEvents; ///< the latest events, for the failure message
 };
 
 namespace {
 
 constexpr int keyCount = 20000;
-constexpr int width = 320;                              // of the window, in pixels
-constexpr qreal halfAPixel = 1920.0 / width / 2 + 1e-6; // points, as scrolls end on whole pixels
+constexpr int width = 320;                             // of the window, in pixels
+constexpr qreal halfPixel = 1920.0 / width / 2 + 1e-6; // points; scrolls end on whole pixels
 
 template<typename T>
-QString nameOf(const T& thing)
+QString nameOf(const T& focusable)
 {
     QString name;
-    QDebug(&name) << thing;
+    QDebug(&name) << focusable;
     return name;
 }
 
-/** Whether an item will be in view of an area, if it fits in there. */
+/** Whether an item will be completely visible in an area at the end of the scroll, or is too large for it. */
 bool isInView(const ScrollArea& area, const QQuickItem& item)
 {
-    const QRectF rect = rectOfRest(item, area.contentItem());
+    const QRectF rect = restingRect(item, area.contentItem());
     const bool isVertical = area.orientation() == Qt::Vertical;
     const qreal first = isVertical ? rect.top() : rect.left();
     const qreal last = isVertical ? rect.bottom() : rect.right();
-    return last - first > area.viewExtent() ||
-           (first >= area.aim() - halfAPixel && last <= area.aim() + area.viewExtent() + halfAPixel);
+    return last - first > area.viewExtent() || (first >= area.targetPosition() - halfPixel &&
+                                                last <= area.targetPosition() + area.viewExtent() + halfPixel);
 }
 
-int among(QRandomGenerator& dice, std::initializer_list<int> choices)
+int pick(QRandomGenerator& random, std::initializer_list<int> choices)
 {
-    return choices.begin()[dice.bounded(int(choices.size()))];
+    return choices.begin()[random.bounded(int(choices.size()))];
 }
 
 } // namespace
@@ -85,7 +86,7 @@ void RandomKeysTest::init()
     if (!isSet)
         seed = QRandomGenerator::global()->generate();
     qInfo("QUILLMERE_SEED=%u", seed);
-    m_dice.seed(seed);
+    m_random.seed(seed);
     m_house = std::make_unique<ShopHouse>(
         u"searchScreen: Component { TapeSearchView { store: house.store; hub: house.hub } }\n"
         "playerScreen: Component { FocusScreen { required property QtObject detail } }\n"
@@ -94,71 +95,71 @@ void RandomKeysTest::init()
         QSize(width, width * 9 / 16));
 }
 
-void RandomKeysTest::oneThingIsAlwaysFocused()
+void RandomKeysTest::exactlyOneItemIsAlwaysFocused()
 {
-    QElapsedTimer taken;
-    taken.start();
+    QElapsedTimer timer;
+    timer.start();
     while (m_keys < keyCount) {
         pressOrRelease();
-        if (m_dice.bounded(12) == 0)
-            changeTheWorld();
-        answerSomething();
+        if (m_random.bounded(12) == 0)
+            changeStore();
+        answerRandomRequest();
         QCoreApplication::processEvents();
         if (!m_house->isOpen()) {
-            note(u"opened"_s);
+            recordEvent(u"opened"_s);
             m_house->open();
         }
-        // What came last may have to come to an end first.
-        for (int turn = 0; turn < 3 && !complaint().isEmpty(); ++turn)
+        // Queued changes may need some turns of the event loop.
+        for (int turn = 0; turn < 3 && !focusError().isEmpty(); ++turn)
             QCoreApplication::processEvents();
-        const QString wrong = complaint();
-        QVERIFY2(wrong.isEmpty(),
-                 qPrintable(u"after %1 keys: %2\n%3"_s.arg(QString::number(m_keys), wrong, m_latest.join(u'\n'))));
+        const QString error = focusError();
+        QVERIFY2(error.isEmpty(), qPrintable(u"after %1 keys: %2\n%3"_s.arg(QString::number(m_keys), error,
+                                                                            m_recentEvents.join(u'\n'))));
     }
-    qInfo("%d keys in %lld ms, %d requests", m_keys, taken.elapsed(), m_house->http.count());
+    qInfo("%d keys in %lld ms, %d requests", m_keys, timer.elapsed(), m_house->http.count());
 }
 
 void RandomKeysTest::send(QEvent::Type type, int key, bool isRepeat)
 {
-    note(nameOf(type) + u' ' + QKeySequence(key).toString() + (isRepeat ? u" again"_s : QString()));
+    recordEvent(nameOf(type) + u' ' + QKeySequence(key).toString() + (isRepeat ? u" again"_s : QString()));
     QKeyEvent event(type, key, Qt::NoModifier, QString(), isRepeat);
     QCoreApplication::sendEvent(&m_house->stage.window(), &event);
     m_keys += type == QEvent::KeyPress;
 }
 
-void RandomKeysTest::note(const QString& event)
+void RandomKeysTest::recordEvent(const QString& event)
 {
-    m_latest.append(event);
-    if (m_latest.size() > 15)
-        m_latest.removeFirst();
+    m_recentEvents.append(event);
+    if (m_recentEvents.size() > 15)
+        m_recentEvents.removeFirst();
 }
 
 void RandomKeysTest::pressOrRelease()
 {
     const int key =
-        among(m_dice, {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Left, Qt::Key_Up, Qt::Key_Up, Qt::Key_Down,
-                       Qt::Key_Down, Qt::Key_Left, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, Qt::Key_Select,
-                       Qt::Key_Back, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_MediaPlay, Qt::Key_Tab, Qt::Key_A});
-    send(QEvent::KeyPress, key, m_down.contains(key));
-    m_down.insert(key);
-    if (m_dice.bounded(5) == 0)
+        pick(m_random, {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Left, Qt::Key_Up, Qt::Key_Up, Qt::Key_Down,
+                        Qt::Key_Down, Qt::Key_Left, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, Qt::Key_Select,
+                        Qt::Key_Back, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_MediaPlay, Qt::Key_Tab, Qt::Key_A});
+    send(QEvent::KeyPress, key, m_pressedKeys.contains(key));
+    m_pressedKeys.insert(key);
+    if (m_random.bounded(5) == 0)
         return;
-    // Held on for a while, or not; sometimes it is another one that is let go.
-    for (int repeat = m_dice.bounded(8) == 0 ? m_dice.bounded(12) : 0; repeat > 0; --repeat)
+    // Sometimes the key repeats, and sometimes other pressed keys are released too.
+    for (int repeat = m_random.bounded(8) == 0 ? m_random.bounded(12) : 0; repeat > 0; --repeat)
         send(QEvent::KeyPress, key, true);
-    for (const int held : QSet(m_down)) {
-        if (held == key || m_dice.bounded(2) == 0) {
-            send(QEvent::KeyRelease, held);
-            m_down.remove(held);
+    for (const int pressed : QSet(m_pressedKeys)) {
+        if (pressed == key || m_random.bounded(2) == 0) {
+            send(QEvent::KeyRelease, pressed);
+            m_pressedKeys.remove(pressed);
         }
     }
 }
 
-void RandomKeysTest::changeTheWorld()
+void RandomKeysTest::changeStore()
 {
     Store& store = m_house->store;
-    const int change = m_dice.bounded(7);
-    note(u"change %1"_s.arg(change));
+    const int change = m_random.bounded(7);
+    recordEvent(u"change %1"_s.arg(change));
     switch (change) {
     case 0:
         store.setStatus({});
@@ -167,10 +168,10 @@ void RandomKeysTest::changeTheWorld()
         store.setShelves({});
         break;
     case 2:
-        store.setMarket(u"m%1"_s.arg(m_dice.bounded(4)));
+        store.setMarket(u"m%1"_s.arg(m_random.bounded(4)));
         break;
     case 3:
-        store.setLastError(m_dice.bounded(2) == 0 ? std::optional<QString>() : u"X"_s);
+        store.setLastError(m_random.bounded(2) == 0 ? std::optional<QString>() : u"X"_s);
         break;
     default:
         if (m_house->http.count() < 100000 && !store.isLoading())
@@ -179,15 +180,15 @@ void RandomKeysTest::changeTheWorld()
     }
 }
 
-void RandomKeysTest::answerSomething()
+void RandomKeysTest::answerRandomRequest()
 {
     ScriptedHttpClient& http = m_house->http;
     for (int call = http.count() - 1; call >= std::max(0, http.count() - 8); --call) {
-        if (!http.isWaiting(call) || m_dice.bounded(3) != 0)
+        if (!http.isWaiting(call) || m_random.bounded(3) != 0)
             continue;
         const QString path = http.request(call).url.path();
-        note(u"answer to "_s + path);
-        if (m_dice.bounded(10) == 0)
+        recordEvent(u"answer to "_s + path);
+        if (m_random.bounded(10) == 0)
             http.fail(call, u"X"_s);
         else if (path == u"/api/tv/status")
             http.answer(call, 200, status());
@@ -202,8 +203,8 @@ void RandomKeysTest::answerSomething()
 QByteArray RandomKeysTest::status()
 {
     QJsonArray markets;
-    for (int market = m_dice.bounded(12); market > 0; --market) {
-        const int number = m_dice.bounded(12);
+    for (int market = m_random.bounded(12); market > 0; --market) {
+        const int number = m_random.bounded(12);
         markets.append(QJsonObject{
             {u"slug"_s, u"m%1"_s.arg(number)}, {u"name"_s, u"Market number %1"_s.arg(number)}, {u"tapes"_s, number}});
     }
@@ -211,13 +212,13 @@ QByteArray RandomKeysTest::status()
         .toJson();
 }
 
-/** Some of the tapes that there are, in some order. */
+/** A random selection of tapes in random order. */
 QByteArray RandomKeysTest::page()
 {
     QJsonArray items;
-    const int count = m_dice.bounded(4) == 0 ? m_dice.bounded(3) : m_dice.bounded(60);
+    const int count = m_random.bounded(4) == 0 ? m_random.bounded(3) : m_random.bounded(60);
     for (int item = 0; item < count; ++item)
-        items.append(tape(m_dice.bounded(1, 60)));
+        items.append(tape(m_random.bounded(1, 60)));
     return QJsonDocument(QJsonObject{{u"items"_s, items}}).toJson();
 }
 
@@ -232,54 +233,54 @@ QJsonObject RandomKeysTest::tape(int id) const
             {u"body"_s, QJsonObject{{u"slug"_s, kind}, {u"name"_s, kind}, {u"kind"_s, kind}}}};
 }
 
-/** What is wrong with the focus; nothing when it is as it should be. */
-QString RandomKeysTest::complaint() const
+/** Describes what is wrong with the focus; empty if nothing is. */
+QString RandomKeysTest::focusError() const
 {
     const FocusScreen* front = m_house->front();
     const QQuickItem* focused = m_house->focused();
     int active = 0;
-    bool isAnyPossible = false;
+    bool canAnyHaveFocus = false;
     QList<const QQuickItem*> items{m_house->house};
     while (!items.isEmpty()) {
         const QQuickItem* item = items.takeLast();
         const auto children = item->childItems();
         std::copy(children.cbegin(), children.cend(), std::back_inserter(items));
-        if (const auto* thing = qobject_cast<const Focusable*>(item)) {
-            active += thing->hasActiveFocus() ? 1 : 0;
-            isAnyPossible |= thing->canHoldFocus() && FocusScreen::around(thing) == front;
+        if (const auto* focusable = qobject_cast<const Focusable*>(item)) {
+            active += focusable->hasActiveFocus() ? 1 : 0;
+            canAnyHaveFocus |= focusable->isFocusable() && FocusScreen::enclosingScreen(focusable) == front;
         }
     }
-    if (!isAnyPossible)
-        return focused == front ? QString() : u"nothing can be focused, but %1 is"_s.arg(nameOf(focused));
+    if (!canAnyHaveFocus)
+        return focused == front ? QString() : u"nothing can have focus, but %1 has it"_s.arg(nameOf(focused));
     if (active != 1)
-        return u"%1 things are focused, and %2 has the keys of %3"_s.arg(QString::number(active), nameOf(focused),
-                                                                         nameOf(front));
-    const auto* thing = qobject_cast<const Focusable*>(focused);
-    if (!thing || FocusScreen::around(thing) != front)
-        return u"what is focused is not on the screen in front"_s;
-    if (!thing->canHoldFocus())
-        return u"what is focused cannot be"_s;
-    QString wrong = outOfView(*thing);
+        return u"%1 items are focused, and %2 is the active focus item on %3"_s.arg(QString::number(active),
+                                                                                    nameOf(focused), nameOf(front));
+    const auto* focusable = qobject_cast<const Focusable*>(focused);
+    if (!focusable || FocusScreen::enclosingScreen(focusable) != front)
+        return u"the focused item is not on the front screen"_s;
+    if (!focusable->isFocusable())
+        return u"the focused item cannot have focus"_s;
+    QString error = visibilityError(*focusable);
     for (const QQuickItem* item : Stage::all(m_house->house, "LazyStack")) {
-        if (wrong.isEmpty() && item->isVisible() && FocusScreen::around(item) == front)
-            wrong = outOfView(static_cast<const LazyStack&>(*item), *thing);
+        if (error.isEmpty() && item->isVisible() && FocusScreen::enclosingScreen(item) == front)
+            error = visibilityError(static_cast<const LazyStack&>(*item), *focusable);
     }
-    return wrong;
+    return error;
 }
 
-/** Whether the focused thing will be in view of the areas around it. */
-QString RandomKeysTest::outOfView(const Focusable& focused) const
+/** Describes a scroll area in which the focused item will not be visible; empty if there is none. */
+QString RandomKeysTest::visibilityError(const Focusable& focused) const
 {
     for (const QQuickItem* item = focused.parentItem(); item; item = item->parentItem()) {
         const auto* area = qobject_cast<const ScrollArea*>(item);
         if (area && !isInView(*area, focused))
-            return u"%1, which is focused, is out of view of %2"_s.arg(nameOf(&focused), nameOf(area));
+            return u"%1, which is focused, is not visible in %2"_s.arg(nameOf(&focused), nameOf(area));
     }
     return {};
 }
 
-/** Whether that of a stack will be in view to which the focus would come, while it is not in the stack's area. */
-QString RandomKeysTest::outOfView(const LazyStack& stack, const Focusable& focused) const
+/** Describes a list outside of which the focus is and whose current row will not be visible; empty if it will be. */
+QString RandomKeysTest::visibilityError(const LazyStack& stack, const Focusable& focused) const
 {
     const QQuickItem* item = stack.parentItem();
     const ScrollArea* area = nullptr;
@@ -289,10 +290,11 @@ QString RandomKeysTest::outOfView(const LazyStack& stack, const Focusable& focus
     }
     if (!area || area->isAncestorOf(&focused) || !stack.model() || stack.model()->rowCount() == 0)
         return {};
-    const QQuickItem* row = stack.itemAt(stack.place());
+    const QQuickItem* row = stack.itemAt(stack.currentRow());
     if (!row)
-        return area->aim() == 0 ? QString() : u"a row that was not entered is not at its beginning"_s;
-    return isInView(*area, *row) ? QString() : u"row %1 of %2 is out of view"_s.arg(stack.place()).arg(nameOf(&stack));
+        return area->targetPosition() == 0 ? QString() : u"a list without a current row is not at its beginning"_s;
+    return isInView(*area, *row) ? QString()
+                                 : u"row %1 of %2 is not visible"_s.arg(stack.currentRow()).arg(nameOf(&stack));
 }
 
 QTEST_MAIN(RandomKeysTest)

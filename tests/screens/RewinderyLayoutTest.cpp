@@ -3,7 +3,7 @@
 #include <QAccessible>
 #include <QRegularExpression>
 
-/** What stands in the shop and where, as the viewer sees and hears it. */
+/** Layout and accessible names of the shop. */
 class RewinderyLayoutTest : public QObject
 {
     Q_OBJECT
@@ -12,15 +12,15 @@ private Q_SLOTS:
     void init();
     void cleanup() { m_house.reset(); }
 
-    void everyTextOfTheShopIsRead();
-    void thePartsStandWhereTheyShould();
-    void textsOfOneLineStandOnOneBaseline();
-    void aThingIsHeardByItsName();
+    void allTextsOfShopAreShown();
+    void partsHaveDesignedGeometry();
+    void textsOfOneLineShareBaseline();
+    void cassetteHasAccessibleNameAndRole();
     void longNamesDoNotOverlap();
-    void withTheFirstShelfTheCounterIsInSight();
-    void theFootIsInSightWithTheLastShelf();
-    void aLiftedCassetteIsWholeAtBothEnds_data();
-    void aLiftedCassetteIsWholeAtBothEnds();
+    void counterIsVisibleWhenFirstShelfIsFocused();
+    void footerIsVisibleWhenLastShelfIsFocused();
+    void liftedCassetteIsCompleteAtBothEnds_data();
+    void liftedCassetteIsCompleteAtBothEnds();
 
 private:
     std::unique_ptr<ShopHouse> m_house;
@@ -32,7 +32,7 @@ void RewinderyLayoutTest::init()
     m_house = std::make_unique<ShopHouse>();
 }
 
-void RewinderyLayoutTest::everyTextOfTheShopIsRead()
+void RewinderyLayoutTest::allTextsOfShopAreShown()
 {
     m_house->show(u"Staff Picks: 1 2 3"_s);
     m_house->showMarkets({u"a"_s, u"b"_s});
@@ -51,7 +51,7 @@ void RewinderyLayoutTest::everyTextOfTheShopIsRead()
     QVERIFY(!m_house->text(u"A"_s));
 }
 
-void RewinderyLayoutTest::thePartsStandWhereTheyShould()
+void RewinderyLayoutTest::partsHaveDesignedGeometry()
 {
     m_house->show(u"Staff Picks: 1 2 4; Procedurals: 3"_s);
     m_house->showMarkets({u"a"_s, u"b"_s});
@@ -60,18 +60,18 @@ void RewinderyLayoutTest::thePartsStandWhereTheyShould()
     QCOMPARE(m_house->areaOf(u"HOME VIDEO"_s).left(), sign.right() + 24);
     QCOMPARE(m_house->areaOf(u"OPEN 24 HRS"_s).left(), m_house->areaOf(u"HOME VIDEO"_s).right() + 24);
 
-    const QRectF search = m_house->areaOfThing(u"Search the stacks"_s);
-    const QRectF all = m_house->areaOfThing(u"All markets 99"_s);
+    const QRectF search = m_house->areaOfFocusable(u"Search the stacks"_s);
+    const QRectF all = m_house->areaOfFocusable(u"All markets 99"_s);
     QCOMPARE(search.left(), 70.0);
     QCOMPARE(all.left(), search.right() + 20);
     QCOMPARE(all.center().y(), search.center().y());
-    QCOMPARE(m_house->areaOfThing(u"A 1"_s).left(), all.right() + 14);
+    QCOMPARE(m_house->areaOfFocusable(u"A 1"_s).left(), all.right() + 14);
     QCOMPARE(m_house->areaOf(u"All markets"_s).left(), all.left() + 22);
     QCOMPARE(m_house->areaOf(u"99"_s).right(), all.right() - 22);
 
     const QRectF picks = m_house->areaOf(u"Staff Picks"_s);
-    const QRectF first = m_house->areaOfThing(u"Tape 1"_s);
-    const QRectF second = m_house->areaOfThing(u"Tape 2"_s);
+    const QRectF first = m_house->areaOfFocusable(u"Tape 1"_s);
+    const QRectF second = m_house->areaOfFocusable(u"Tape 2"_s);
     QCOMPARE(picks.left(), 70.0);
     QVERIFY(qAbs(picks.top() - search.bottom() - 6 - 54) < 1);
     QCOMPARE(m_house->areaOf(u"3"_s).left(), picks.right() + 16 + 12);
@@ -83,7 +83,7 @@ void RewinderyLayoutTest::thePartsStandWhereTheyShould()
     QVERIFY(qAbs(m_house->areaOf(u"Procedurals"_s).top() - (first.bottom() + 34) - 54) < 1);
 }
 
-void RewinderyLayoutTest::textsOfOneLineStandOnOneBaseline()
+void RewinderyLayoutTest::textsOfOneLineShareBaseline()
 {
     m_house->show(u"Staff Picks: 1 2; 港口委員會: 3"_s);
     const auto baseline = [this](const QString& text) {
@@ -98,15 +98,15 @@ void RewinderyLayoutTest::textsOfOneLineStandOnOneBaseline()
     QVERIFY(qAbs(baseline(u"港口委員會"_s) - baseline(u"Staff Picks"_s) - 525 - 54) < 0.5);
 }
 
-void RewinderyLayoutTest::aThingIsHeardByItsName()
+void RewinderyLayoutTest::cassetteHasAccessibleNameAndRole()
 {
     m_house->show(u"Staff Picks: 1 2"_s);
     m_house->press({Qt::Key_Down, Qt::Key_Right});
-    QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(m_house->focused());
-    QVERIFY(heard);
-    QCOMPARE(heard->text(QAccessible::Name), u"Tape 2"_s);
-    QCOMPARE(heard->role(), QAccessible::Button);
-    QVERIFY(heard->state().focused);
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(m_house->focused());
+    QVERIFY(accessible);
+    QCOMPARE(accessible->text(QAccessible::Name), u"Tape 2"_s);
+    QCOMPARE(accessible->role(), QAccessible::Button);
+    QVERIFY(accessible->state().focused);
 }
 
 void RewinderyLayoutTest::longNamesDoNotOverlap()
@@ -117,7 +117,7 @@ void RewinderyLayoutTest::longNamesDoNotOverlap()
     TVStatus status = m_house->store.status();
     status.rewindery.markets = {{u"a"_s, QString(100, u'N'), {}, 9007199254740993}, {u"b"_s, u"B"_s, {}, 1}};
     m_house->store.setStatus(status);
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     const QRectF name = m_house->areaOf(QString(400, u'W'));
     const QRectF count = m_house->areaOf(u"2"_s);
     const QRectF caption = m_house->areaOf(QString(400, u'M') + u" · City Council · 2024"_s);
@@ -130,31 +130,31 @@ void RewinderyLayoutTest::longNamesDoNotOverlap()
     QVERIFY(tapes.right() < m_house->areaOf(u"B"_s).left());
 }
 
-void RewinderyLayoutTest::withTheFirstShelfTheCounterIsInSight()
+void RewinderyLayoutTest::counterIsVisibleWhenFirstShelfIsFocused()
 {
     m_house->show(u"A: 1; B: 2; C: 3"_s);
     m_house->stage.press(Qt::Key_Down);
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     QCOMPARE(m_house->areaOf(u"Rewindery"_s).top(), 50.0);
     m_house->stage.press(Qt::Key_Down);
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     for (const QString& name : {u"A"_s, u"C"_s})
-        QVERIFY2(m_house->isInSight(m_house->areaOf(name)) == (name == u"C"_s), qPrintable(name));
-    QVERIFY(m_house->isFocusInSight());
+        QVERIFY2(m_house->isOnScreen(m_house->areaOf(name)) == (name == u"C"_s), qPrintable(name));
+    QVERIFY(m_house->isFocusOnScreen());
 }
 
-void RewinderyLayoutTest::theFootIsInSightWithTheLastShelf()
+void RewinderyLayoutTest::footerIsVisibleWhenLastShelfIsFocused()
 {
     m_house->show(u"A: 1; B: 2; C: 3"_s);
     m_house->press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down});
-    m_house->stage.settle();
-    QCOMPARE(m_house->heard(), u"Tape 3"_s);
-    const QRectF foot = m_house->areaOf(u"Captain Lowe and his crew are this shop's own invention."_s);
-    QVERIFY(!foot.isEmpty() && foot.bottom() <= 1080 - 49);
-    QVERIFY(m_house->isFocusInSight());
+    m_house->stage.waitUntilIdle();
+    QCOMPARE(m_house->focusedName(), u"Tape 3"_s);
+    const QRectF footer = m_house->areaOf(u"Captain Lowe and his crew are this shop's own invention."_s);
+    QVERIFY(!footer.isEmpty() && footer.bottom() <= 1080 - 49);
+    QVERIFY(m_house->isFocusOnScreen());
 }
 
-void RewinderyLayoutTest::aLiftedCassetteIsWholeAtBothEnds_data()
+void RewinderyLayoutTest::liftedCassetteIsCompleteAtBothEnds_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::newRow("720p") << QSize(1280, 720);
@@ -162,29 +162,29 @@ void RewinderyLayoutTest::aLiftedCassetteIsWholeAtBothEnds_data()
     QTest::newRow("4:3") << QSize(1024, 768);
 }
 
-void RewinderyLayoutTest::aLiftedCassetteIsWholeAtBothEnds()
+void RewinderyLayoutTest::liftedCassetteIsCompleteAtBothEnds()
 {
     QFETCH(QSize, size);
     m_house = std::make_unique<ShopHouse>(QString(), size);
     m_house->show(u"A: 1 2 3 4 5 6 7 8 9 10 11 12 13; B: 21"_s);
     const auto isWhole = [this] {
-        m_house->stage.settle();
+        m_house->stage.waitUntilIdle();
         for (const QQuickItem* item = m_house->focused(); item; item = item->parentItem()) {
             if (item->clip())
                 return false;
         }
-        // The shadow reaches past what is lifted.
+        // The shadow extends beyond the lifted card.
         const auto parts = Stage::all(m_house->focused(), "QQuickItem");
         return std::all_of(parts.cbegin(), parts.cend(),
-                           [this](const QQuickItem* part) { return m_house->isInSight(m_house->area(part)); }) &&
+                           [this](const QQuickItem* part) { return m_house->isOnScreen(m_house->area(part)); }) &&
                std::any_of(parts.cbegin(), parts.cend(), [](const QQuickItem* part) { return part->scale() > 1.05; });
     };
     m_house->stage.press(Qt::Key_Down);
-    QCOMPARE(m_house->heard(), u"Tape 1"_s);
+    QCOMPARE(m_house->focusedName(), u"Tape 1"_s);
     QVERIFY(isWhole());
     for (int step = 0; step < 12; ++step)
         m_house->stage.press(Qt::Key_Right);
-    QCOMPARE(m_house->heard(), u"Tape 13"_s);
+    QCOMPARE(m_house->focusedName(), u"Tape 13"_s);
     QVERIFY(isWhole());
 }
 

@@ -5,7 +5,7 @@
 #include <QAccessible>
 #include <QRegularExpression>
 
-/** The shop as the store changes under the viewer: refreshes, markets, no shelves at all. */
+/** The shop when the store changes: refreshes, markets, empty shelves. */
 class RewinderyStatesTest : public QObject
 {
     Q_OBJECT
@@ -14,26 +14,26 @@ private Q_SLOTS:
     void init();
     void cleanup() { m_house.reset(); }
 
-    void aRefreshKeepsTheViewersPlace_data();
-    void aRefreshKeepsTheViewersPlace();
-    void aRefreshLeavesTheCounterFocused();
-    void withoutShelvesThePanelSaysWhy();
-    void tryingAgainSpinsUntilTheShelvesAreThere();
-    void tryingAgainInVainMayBeRepeated();
-    void afterAChoiceOfMarketEveryRowBeginsAtItsFirstCassette_data();
-    void afterAChoiceOfMarketEveryRowBeginsAtItsFirstCassette();
-    void aMarketThatComesWhileAShelfIsWalkedLeavesTheFocusOnItsTape();
-    void aRefreshBeginsAChangedShelfAnewWithoutTheFocus();
-    void aRefreshWhileATapeIsOpenKeepsItsPlace();
-    void shelvesThatComeBackAreSeenFromTheTop();
-    void marketsAreChosenByTheirChips();
-    void thePickerMayGoWhileItIsWalked();
-    void aMarketWithoutTapesIsLeftWithTheShop();
+    void refreshKeepsFocusedTape_data();
+    void refreshKeepsFocusedTape();
+    void refreshKeepsFocusOnCounter();
+    void panelShowsReasonWithoutShelves();
+    void tryAgainShowsSpinnerUntilShelvesArrive();
+    void failedTryAgainCanBeRepeated();
+    void newMarketShowsEveryShelfFromItsFirstCassette_data();
+    void newMarketShowsEveryShelfFromItsFirstCassette();
+    void focusedTapeIsKeptWhenMarketChanges();
+    void refreshResetsChangedShelfWithoutFocus();
+    void refreshWhileTapeIsOpenKeepsFocusedTape();
+    void shelvesThatReturnAreShownFromTop();
+    void marketIsChosenByItsChip();
+    void focusMovesToSearchWhenPickerDisappears();
+    void marketWithoutTapesIsResetWhenShopCloses();
 
 private:
-    /** The shelf of this name as it is shown: where its cassettes have scrolled to, and what is in sight of it. */
+    /** The scroll area of the visible shelf with this name; null if there is none. */
     ScrollArea* strip(const QString& shelf) const;
-    /** The shelf "A" or such with `count` tapes from `first` on. */
+    /** The text of a shelf with `count` tapes, whose ids start at `first`. */
     static QString shelf(const QString& name, int first, int count);
     void chooseMarket(const QString& slug, const QString& shelves);
 
@@ -66,77 +66,78 @@ QString RewinderyStatesTest::shelf(const QString& name, int first, int count)
 void RewinderyStatesTest::chooseMarket(const QString& slug, const QString& shelves)
 {
     m_house->store.setMarket(slug);
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     m_house->show(shelves);
 }
 
-void RewinderyStatesTest::aRefreshKeepsTheViewersPlace_data()
+void RewinderyStatesTest::refreshKeepsFocusedTape_data()
 {
     QTest::addColumn<QString>("after");
-    QTest::addColumn<QString>("heard");
-    // Before: "A: 1 2 3; B: 4 5 6; C: 7 8", with the viewer at 5.
+    QTest::addColumn<QString>("focusedName");
+    // Before: "A: 1 2 3; B: 4 5 6; C: 7 8", with the focus on tape 5.
     QTest::newRow("nothing changed") << u"A: 1 2 3; B: 4 5 6; C: 7 8"_s << u"Tape 5"_s;
-    QTest::newRow("tapes before it") << u"A: 1 2 3; B: 31 32 33 34 35 36 37 38 4 5 6; C: 7 8"_s << u"Tape 5"_s;
-    QTest::newRow("the others are gone") << u"B: 5"_s << u"Tape 5"_s;
+    QTest::newRow("tapes inserted before") << u"A: 1 2 3; B: 31 32 33 34 35 36 37 38 4 5 6; C: 7 8"_s << u"Tape 5"_s;
+    QTest::newRow("all others removed") << u"B: 5"_s << u"Tape 5"_s;
     QTest::newRow("in another order") << u"C: 8 7; B: 6 5 4; A: 3"_s << u"Tape 5"_s;
-    QTest::newRow("shelves before it") << u"N: 91; M: 92; L: 93; K: 94; A: 1; B: 4 5"_s << u"Tape 5"_s;
-    QTest::newRow("on another shelf") << u"A: 1 5; B: 4 6; C: 7 8"_s << u"Tape 5"_s;
-    QTest::newRow("on a new shelf far away") << u"A: 1; B: 4; C: 7; D: 21; E: 22; F: 23; G: 24 25 5"_s << u"Tape 5"_s;
-    QTest::newRow("gone") << u"A: 1 2 3; B: 4 6; C: 7 8"_s << u"Tape 6"_s;
-    QTest::newRow("gone from the end") << u"A: 1 2 3; B: 4; C: 7 8"_s << u"Tape 4"_s;
-    QTest::newRow("gone with its shelf") << u"A: 1 2 3; C: 7 8"_s << u"Tape 8"_s;
+    QTest::newRow("shelves inserted before") << u"N: 91; M: 92; L: 93; K: 94; A: 1; B: 4 5"_s << u"Tape 5"_s;
+    QTest::newRow("moved to another shelf") << u"A: 1 5; B: 4 6; C: 7 8"_s << u"Tape 5"_s;
+    QTest::newRow("moved to a distant new shelf")
+        << u"A: 1; B: 4; C: 7; D: 21; E: 22; F: 23; G: 24 25 5"_s << u"Tape 5"_s;
+    QTest::newRow("removed") << u"A: 1 2 3; B: 4 6; C: 7 8"_s << u"Tape 6"_s;
+    QTest::newRow("removed from the end") << u"A: 1 2 3; B: 4; C: 7 8"_s << u"Tape 4"_s;
+    QTest::newRow("removed with its shelf") << u"A: 1 2 3; C: 7 8"_s << u"Tape 8"_s;
     QTest::newRow("another market") << u"X: 21; Y: 22 23"_s << u"Tape 23"_s;
-    QTest::newRow("nothing is left") << QString() << u"Try again"_s;
+    QTest::newRow("all shelves removed") << QString() << u"Try again"_s;
 }
 
-void RewinderyStatesTest::aRefreshKeepsTheViewersPlace()
+void RewinderyStatesTest::refreshKeepsFocusedTape()
 {
     QFETCH(QString, after);
     m_house->show(u"A: 1 2 3; B: 4 5 6; C: 7 8"_s);
     m_house->press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Right});
-    QCOMPARE(m_house->heard(), u"Tape 5"_s);
-    m_house->stage.settle();
+    QCOMPARE(m_house->focusedName(), u"Tape 5"_s);
+    m_house->stage.waitUntilIdle();
     m_house->show(after);
-    QTEST(m_house->heard(), "heard");
-    QVERIFY(m_house->isFocusInSight());
+    QTEST(m_house->focusedName(), "focusedName");
+    QVERIFY(m_house->isFocusOnScreen());
 }
 
-void RewinderyStatesTest::aRefreshLeavesTheCounterFocused()
+void RewinderyStatesTest::refreshKeepsFocusOnCounter()
 {
     m_house->show(u"A: 1 2 3; B: 4 5 6"_s);
     m_house->press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Up});
-    QCOMPARE(m_house->heard(), u"Search the stacks"_s);
+    QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
     m_house->show(u"B: 4 6; C: 2"_s);
-    QCOMPARE(m_house->heard(), u"Search the stacks"_s);
+    QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
 }
 
-void RewinderyStatesTest::withoutShelvesThePanelSaysWhy()
+void RewinderyStatesTest::panelShowsReasonWithoutShelves()
 {
     QVERIFY(m_house->text(u"Rewindery"_s));
     QVERIFY(m_house->text(u"No tapes on the shelf for this view."_s));
     QVERIFY(!m_house->text(u"Checking the shelves…"_s));
     QVERIFY(!m_house->text(u"HOME VIDEO"_s));
-    QCOMPARE(m_house->heard(), u"Try again"_s);
+    QCOMPARE(m_house->focusedName(), u"Try again"_s);
     m_house->store.setLastError(u"X"_s);
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     QVERIFY(m_house->text(u"X"_s));
     QVERIFY(!m_house->text(u"No tapes on the shelf for this view."_s));
     m_house->store.setLastError(QString(5000, u'\n') + u"Y"_s);
-    m_house->stage.settle();
-    QVERIFY(m_house->isFocusInSight());
+    m_house->stage.waitUntilIdle();
+    QVERIFY(m_house->isFocusOnScreen());
     QVERIFY(m_house->text(u"Rewindery"_s));
     QVERIFY(m_house->areaOf(u"Rewindery"_s).top() > 0);
-    // More lines than any limit but the panel's height lets through.
+    // More lines than fit in the panel's height; no other limit applies.
     const QString reason = u"one line of many\n"_s.repeated(18) + u"the last"_s;
     m_house->store.setLastError(reason);
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     QVERIFY(m_house->text(reason));
     QVERIFY(!m_house->text(reason)->property("truncated").toBool());
-    QVERIFY(m_house->isFocusInSight());
+    QVERIFY(m_house->isFocusOnScreen());
     QVERIFY(m_house->areaOf(u"Rewindery"_s).top() > 0);
 }
 
-void RewinderyStatesTest::tryingAgainSpinsUntilTheShelvesAreThere()
+void RewinderyStatesTest::tryAgainShowsSpinnerUntilShelvesArrive()
 {
     m_house->stage.press(Qt::Key_Select);
     QVERIFY(m_house->store.isLoading());
@@ -149,12 +150,12 @@ void RewinderyStatesTest::tryingAgainSpinsUntilTheShelvesAreThere()
     m_house->answer(u"/api/tv/status"_s, R"({"rewindery": {"tapes": 1}})");
     m_house->answer(u"/api/tv/tapes"_s, R"({"items": [{"id": 1, "title": "Zoning"}]})");
     QTRY_VERIFY(!m_house->store.isLoading());
-    QVERIFY(m_house->thing(u"Zoning"_s));
-    QTRY_COMPARE(m_house->heard(), u"Search the stacks"_s);
+    QVERIFY(m_house->focusable(u"Zoning"_s));
+    QTRY_COMPARE(m_house->focusedName(), u"Search the stacks"_s);
     QVERIFY(!spinner->isVisible());
 }
 
-void RewinderyStatesTest::tryingAgainInVainMayBeRepeated()
+void RewinderyStatesTest::failedTryAgainCanBeRepeated()
 {
     for (int attempt = 0; attempt < 2; ++attempt) {
         m_house->stage.press(Qt::Key_Select);
@@ -162,24 +163,24 @@ void RewinderyStatesTest::tryingAgainInVainMayBeRepeated()
         m_house->answer(u"/api/tv/tapes"_s, {}, 503);
         QTRY_VERIFY(!m_house->store.isLoading());
         QVERIFY(m_house->text(m_house->store.lastErrorText()));
-        QTRY_COMPARE(m_house->heard(), u"Try again"_s);
+        QTRY_COMPARE(m_house->focusedName(), u"Try again"_s);
     }
     QCOMPARE(m_house->http.count(), 4);
 }
 
-void RewinderyStatesTest::afterAChoiceOfMarketEveryRowBeginsAtItsFirstCassette_data()
+void RewinderyStatesTest::newMarketShowsEveryShelfFromItsFirstCassette_data()
 {
     QTest::addColumn<QString>("after");
     const QString other = shelf(u"B"_s, 301, 20);
     QTest::newRow("none of its tapes") << shelf(u"A"_s, 201, 12) + u"; "_s + other;
     QTest::newRow("some of its tapes") << shelf(u"A"_s, 9, 12) + u"; "_s + other;
-    QTest::newRow("its tapes alone") << shelf(u"A"_s, 1, 20) + u"; "_s + shelf(u"B"_s, 101, 20);
+    QTest::newRow("only its tapes") << shelf(u"A"_s, 1, 20) + u"; "_s + shelf(u"B"_s, 101, 20);
     QTest::newRow("more tapes") << shelf(u"A"_s, 201, 40) + u"; "_s + other;
     QTest::newRow("a tape or two") << shelf(u"A"_s, 12, 2) + u"; B: 301"_s;
     QTest::newRow("the shelves in another order") << other + u"; "_s + shelf(u"A"_s, 1, 20);
 }
 
-void RewinderyStatesTest::afterAChoiceOfMarketEveryRowBeginsAtItsFirstCassette()
+void RewinderyStatesTest::newMarketShowsEveryShelfFromItsFirstCassette()
 {
     QFETCH(QString, after);
     m_house->show(shelf(u"A"_s, 1, 20) + u"; "_s + shelf(u"B"_s, 101, 20));
@@ -187,104 +188,105 @@ void RewinderyStatesTest::afterAChoiceOfMarketEveryRowBeginsAtItsFirstCassette()
     m_house->stage.press(Qt::Key_Down);
     for (int step = 0; step < 12; ++step)
         m_house->stage.press(Qt::Key_Right);
-    QCOMPARE(m_house->heard(), u"Tape 13"_s);
+    QCOMPARE(m_house->focusedName(), u"Tape 13"_s);
     m_house->stage.press(Qt::Key_Down);
     for (int step = 0; step < 12; ++step)
         m_house->stage.press(Qt::Key_Right);
     m_house->press({Qt::Key_Up, Qt::Key_Up, Qt::Key_Right, Qt::Key_Right});
-    QCOMPARE(m_house->heard(), u"A 1"_s);
-    m_house->stage.settle();
+    QCOMPARE(m_house->focusedName(), u"A 1"_s);
+    m_house->stage.waitUntilIdle();
 
     chooseMarket(u"a"_s, after);
     for (const QString& name : {u"A"_s, u"B"_s}) {
         QVERIFY(strip(name));
         QCOMPARE(strip(name)->position(), 0.0);
-        QCOMPARE(strip(name)->aim(), 0.0);
+        QCOMPARE(strip(name)->targetPosition(), 0.0);
     }
-    // The nearest to the chip, and not where a shelf of another market was left: nothing jumps.
+    // Focus goes to the card nearest to the chip, not to the last position on another market's shelf, so nothing
+    // scrolls.
     m_house->stage.press(Qt::Key_Down);
-    QVERIFY(m_house->isFocusInSight());
+    QVERIFY(m_house->isFocusOnScreen());
     for (const QString& name : {u"A"_s, u"B"_s})
-        QCOMPARE(strip(name)->aim(), 0.0);
+        QCOMPARE(strip(name)->targetPosition(), 0.0);
 }
 
-void RewinderyStatesTest::aMarketThatComesWhileAShelfIsWalkedLeavesTheFocusOnItsTape()
+void RewinderyStatesTest::focusedTapeIsKeptWhenMarketChanges()
 {
     m_house->show(shelf(u"A"_s, 1, 20) + u"; "_s + shelf(u"B"_s, 101, 20));
     m_house->stage.press(Qt::Key_Down);
     for (int step = 0; step < 12; ++step)
         m_house->stage.press(Qt::Key_Right);
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     chooseMarket(u"a"_s, shelf(u"A"_s, 9, 12) + u"; "_s + shelf(u"B"_s, 101, 20));
-    QCOMPARE(m_house->heard(), u"Tape 13"_s);
-    QVERIFY(m_house->isFocusInSight());
+    QCOMPARE(m_house->focusedName(), u"Tape 13"_s);
+    QVERIFY(m_house->isFocusOnScreen());
     chooseMarket(u"b"_s, shelf(u"A"_s, 201, 20) + u"; "_s + shelf(u"B"_s, 101, 20));
-    QCOMPARE(m_house->heard(), u"Tape 201"_s);
+    QCOMPARE(m_house->focusedName(), u"Tape 201"_s);
     QCOMPARE(strip(u"A"_s)->position(), 0.0);
 }
 
-void RewinderyStatesTest::aRefreshBeginsAChangedShelfAnewWithoutTheFocus()
+void RewinderyStatesTest::refreshResetsChangedShelfWithoutFocus()
 {
     m_house->show(shelf(u"A"_s, 1, 20) + u"; "_s + shelf(u"B"_s, 101, 20));
     m_house->stage.press(Qt::Key_Down);
     for (int step = 0; step < 12; ++step)
         m_house->stage.press(Qt::Key_Right);
     m_house->stage.press(Qt::Key_Down);
-    const QString tape = m_house->heard();
-    m_house->stage.settle();
-    const qreal walked = strip(u"A"_s)->position();
-    QVERIFY(walked > 0);
+    const QString tape = m_house->focusedName();
+    m_house->stage.waitUntilIdle();
+    const qreal scrolled = strip(u"A"_s)->position();
+    QVERIFY(scrolled > 0);
     m_house->show(shelf(u"A"_s, 1, 20) + u"; "_s + shelf(u"B"_s, 100, 22));
-    QCOMPARE(m_house->heard(), tape);
-    QCOMPARE(strip(u"A"_s)->position(), walked);
+    QCOMPARE(m_house->focusedName(), tape);
+    QCOMPARE(strip(u"A"_s)->position(), scrolled);
     m_house->show(shelf(u"A"_s, 2, 20) + u"; "_s + shelf(u"B"_s, 100, 22));
-    QCOMPARE(m_house->heard(), tape);
+    QCOMPARE(m_house->focusedName(), tape);
     QCOMPARE(strip(u"A"_s)->position(), 0.0);
     m_house->stage.press(Qt::Key_Up);
-    m_house->stage.settle();
-    QVERIFY(m_house->isFocusInSight());
+    m_house->stage.waitUntilIdle();
+    QVERIFY(m_house->isFocusOnScreen());
     QCOMPARE(strip(u"A"_s)->position(), 0.0);
 }
 
-void RewinderyStatesTest::aRefreshWhileATapeIsOpenKeepsItsPlace()
+void RewinderyStatesTest::refreshWhileTapeIsOpenKeepsFocusedTape()
 {
     m_house->show(shelf(u"A"_s, 1, 20));
     m_house->stage.press(Qt::Key_Down);
     for (int step = 0; step < 12; ++step)
         m_house->stage.press(Qt::Key_Right);
     m_house->stage.press(Qt::Key_Select);
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     m_house->store.setShelves(shelvesOf(shelf(u"New"_s, 201, 3) + u"; "_s + shelf(u"A"_s, 10, 40)));
     m_house->stage.press(Qt::Key_Back);
-    QCOMPARE(m_house->heard(), u"Tape 13"_s);
-    QVERIFY(m_house->isFocusInSight());
+    QCOMPARE(m_house->focusedName(), u"Tape 13"_s);
+    QVERIFY(m_house->isFocusOnScreen());
 }
 
-void RewinderyStatesTest::shelvesThatComeBackAreSeenFromTheTop()
+void RewinderyStatesTest::shelvesThatReturnAreShownFromTop()
 {
     const QString shelves = u"A: 1; B: 2; C: 3; D: 4; E: 5"_s;
     m_house->show(shelves);
     for (int step = 0; step < 4; ++step)
         m_house->stage.press(Qt::Key_Down);
-    QCOMPARE(m_house->heard(), u"Tape 4"_s);
-    m_house->stage.settle();
+    QCOMPARE(m_house->focusedName(), u"Tape 4"_s);
+    m_house->stage.waitUntilIdle();
     m_house->show({});
-    QCOMPARE(m_house->heard(), u"Try again"_s);
+    QCOMPARE(m_house->focusedName(), u"Try again"_s);
     m_house->show(shelves);
-    // And not scrolled there: the first frame shows it.
-    QCOMPARE(m_house->heard(), u"Search the stacks"_s);
+    // Without scrolling: the first frame shows it.
+    QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
     QCOMPARE(m_house->areaOf(u"Rewindery"_s).top(), 50.0);
 }
 
-void RewinderyStatesTest::marketsAreChosenByTheirChips()
+void RewinderyStatesTest::marketIsChosenByItsChip()
 {
     m_house->show(u"A: 1"_s);
     m_house->showMarkets({u"a"_s, u"b"_s});
     m_house->press({Qt::Key_Right, Qt::Key_Right, Qt::Key_Right});
-    QCOMPARE(m_house->heard(), u"B 2"_s);
+    QCOMPARE(m_house->focusedName(), u"B 2"_s);
     const auto isSelected = [this](const QString& name) {
-        QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(m_house->thing(name));
-        return heard && heard->state().checkable && heard->state().checked;
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(m_house->focusable(name));
+        return accessible && accessible->state().checkable && accessible->state().checked;
     };
     QVERIFY(isSelected(u"All markets 99"_s));
     m_house->stage.press(Qt::Key_Select);
@@ -293,35 +295,35 @@ void RewinderyStatesTest::marketsAreChosenByTheirChips()
     QVERIFY(m_house->text(u"2 tapes in stock — pull one off the shelf and push it into the set. "
                           "Every tape here plays on this television."_s));
     m_house->answer(u"/api/tv/tapes?page=1&per_page=200&market=b"_s, R"({"items": [{"id": 7, "title": "Harbour"}]})");
-    QTRY_VERIFY(m_house->thing(u"Harbour"_s));
-    QCOMPARE(m_house->heard(), u"B 2"_s);
+    QTRY_VERIFY(m_house->focusable(u"Harbour"_s));
+    QCOMPARE(m_house->focusedName(), u"B 2"_s);
     m_house->showMarkets({u"c"_s, u"b"_s, u"a"_s});
-    QCOMPARE(m_house->heard(), u"B 2"_s);
+    QCOMPARE(m_house->focusedName(), u"B 2"_s);
     m_house->press({Qt::Key_Left, Qt::Key_Left, Qt::Key_Select});
-    QCOMPARE(m_house->heard(), u"All markets 99"_s);
+    QCOMPARE(m_house->focusedName(), u"All markets 99"_s);
     QCOMPARE(m_house->store.market(), QString());
     QVERIFY(isSelected(u"All markets 99"_s));
 }
 
-void RewinderyStatesTest::thePickerMayGoWhileItIsWalked()
+void RewinderyStatesTest::focusMovesToSearchWhenPickerDisappears()
 {
     m_house->show(u"A: 1"_s);
     m_house->showMarkets({u"a"_s, u"b"_s});
     m_house->press({Qt::Key_Right, Qt::Key_Right});
     m_house->showMarkets({u"a"_s});
-    QCOMPARE(m_house->heard(), u"Search the stacks"_s);
+    QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
     m_house->showMarkets({u"a"_s, u"b"_s});
-    QCOMPARE(m_house->heard(), u"Search the stacks"_s);
+    QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
 }
 
-void RewinderyStatesTest::aMarketWithoutTapesIsLeftWithTheShop()
+void RewinderyStatesTest::marketWithoutTapesIsResetWhenShopCloses()
 {
     m_house->show(u"A: 1"_s);
     m_house->showMarkets({u"a"_s, u"b"_s});
     m_house->press({Qt::Key_Right, Qt::Key_Right, Qt::Key_Select});
     QCOMPARE(m_house->store.market(), u"a"_s);
     m_house->answer(u"/api/tv/tapes?page=1&per_page=200&market=a"_s, R"({"items": []})");
-    QTRY_COMPARE(m_house->heard(), u"Try again"_s);
+    QTRY_COMPARE(m_house->focusedName(), u"Try again"_s);
     QVERIFY(m_house->text(u"No tapes on the shelf for this view."_s));
     m_house->stage.press(Qt::Key_Back);
     QVERIFY(!m_house->isOpen());

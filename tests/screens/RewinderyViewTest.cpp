@@ -3,7 +3,7 @@
 
 #include <QRegularExpression>
 
-/** The shop as the viewer walks it. */
+/** The shop: focus movement, and opening of tapes and of the search. */
 class RewinderyViewTest : public QObject
 {
     Q_OBJECT
@@ -12,17 +12,17 @@ private Q_SLOTS:
     void init();
     void cleanup() { m_house.reset(); }
 
-    void theFocusBeginsAtTheSearch();
-    void theFocusGoesAlongARowAndBack();
-    void aRowIsEnteredWhereItWasLeft();
-    void upFromAnyCassetteIsTheCounter();
-    void aLongRowHasFewCassettesAtATime();
-    void manyChipsAreAllReached();
-    void aCassetteOpensItsTapeAndBackReturnsToIt();
-    void aTapesPageShowsTheShopsOwnVeneer();
-    void backLeavesTheShopOnce();
-    void theSearchIsAFlagUntilItHasAScreen();
-    void theSearchScreenCoversTheShop();
+    void initialFocusIsOnSearch();
+    void arrowsMoveFocusAlongShelf();
+    void shelfIsEnteredAtItsLastFocusedCassette();
+    void upFromShelfReturnsFocusToLastControlOfCounter();
+    void longShelfCreatesFewCassettes();
+    void everyMarketChipIsReachable();
+    void selectedCassetteOpensItsTapeAndBackReturns();
+    void pageOfTapeSharesVeneerPictureOfShop();
+    void backClosesShop();
+    void searchFlagIsSetWhenSearchHasNoScreen();
+    void searchScreenCoversShopUntilBackIsPressed();
 
 private:
     std::unique_ptr<ShopHouse> m_house;
@@ -34,70 +34,70 @@ void RewinderyViewTest::init()
     m_house = std::make_unique<ShopHouse>();
 }
 
-void RewinderyViewTest::theFocusBeginsAtTheSearch()
+void RewinderyViewTest::initialFocusIsOnSearch()
 {
     m_house->show(u"Staff Picks: 1 2"_s);
-    QCOMPARE(m_house->heard(), u"Search the stacks"_s);
+    QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
 }
 
-void RewinderyViewTest::theFocusGoesAlongARowAndBack()
+void RewinderyViewTest::arrowsMoveFocusAlongShelf()
 {
     m_house->show(u"A: 1 2 3; B: 4"_s);
-    QStringList heard;
+    QStringList names;
     for (const int key : {Qt::Key_Down, Qt::Key_Left, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, Qt::Key_Left}) {
         m_house->stage.press(key);
-        heard.append(m_house->heard());
+        names.append(m_house->focusedName());
     }
-    QCOMPARE(heard, (QStringList{u"Tape 1"_s, u"Tape 1"_s, u"Tape 2"_s, u"Tape 3"_s, u"Tape 3"_s, u"Tape 2"_s}));
-    m_house->stage.settle();
-    QVERIFY(m_house->isFocusInSight());
+    QCOMPARE(names, (QStringList{u"Tape 1"_s, u"Tape 1"_s, u"Tape 2"_s, u"Tape 3"_s, u"Tape 3"_s, u"Tape 2"_s}));
+    m_house->stage.waitUntilIdle();
+    QVERIFY(m_house->isFocusOnScreen());
 }
 
-void RewinderyViewTest::aRowIsEnteredWhereItWasLeft()
+void RewinderyViewTest::shelfIsEnteredAtItsLastFocusedCassette()
 {
     m_house->show(u"A: 1 2 3 4 5 6 7 8 9; B: 11 12; C: 21 22; D: 31; E: 41; F: 51"_s);
     m_house->press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right});
-    QCOMPARE(m_house->heard(), u"Tape 5"_s);
+    QCOMPARE(m_house->focusedName(), u"Tape 5"_s);
     m_house->press({Qt::Key_Down, Qt::Key_Left, Qt::Key_Up});
-    QCOMPARE(m_house->heard(), u"Tape 5"_s);
-    // Also when the row has not existed meanwhile.
+    QCOMPARE(m_house->focusedName(), u"Tape 5"_s);
+    // The same after the row's items were destroyed and created again.
     for (int step = 0; step < 5; ++step) {
         m_house->stage.press(Qt::Key_Down);
-        m_house->stage.settle();
+        m_house->stage.waitUntilIdle();
     }
-    QCOMPARE(m_house->heard(), u"Tape 51"_s);
-    QVERIFY(!m_house->thing(u"Tape 5"_s));
+    QCOMPARE(m_house->focusedName(), u"Tape 51"_s);
+    QVERIFY(!m_house->focusable(u"Tape 5"_s));
     for (int step = 0; step < 5; ++step) {
         m_house->stage.press(Qt::Key_Up);
-        m_house->stage.settle();
+        m_house->stage.waitUntilIdle();
     }
-    QCOMPARE(m_house->heard(), u"Tape 5"_s);
-    QVERIFY(m_house->isFocusInSight());
+    QCOMPARE(m_house->focusedName(), u"Tape 5"_s);
+    QVERIFY(m_house->isFocusOnScreen());
 }
 
-void RewinderyViewTest::upFromAnyCassetteIsTheCounter()
+void RewinderyViewTest::upFromShelfReturnsFocusToLastControlOfCounter()
 {
     m_house->show(u"A: 1 2 3 4 5 6 7 8 9"_s);
     m_house->showMarkets({u"a"_s, u"b"_s});
     m_house->press({Qt::Key_Right, Qt::Key_Right, Qt::Key_Left});
-    QCOMPARE(m_house->heard(), u"All markets 99"_s);
+    QCOMPARE(m_house->focusedName(), u"All markets 99"_s);
     m_house->stage.press(Qt::Key_Down);
     for (int step = 0; step < 8; ++step)
         m_house->stage.press(Qt::Key_Right);
     m_house->stage.press(Qt::Key_Up);
-    QCOMPARE(m_house->heard(), u"All markets 99"_s);
+    QCOMPARE(m_house->focusedName(), u"All markets 99"_s);
     m_house->press({Qt::Key_Left, Qt::Key_Down, Qt::Key_Up});
-    QCOMPARE(m_house->heard(), u"Search the stacks"_s);
-    m_house->stage.settle();
+    QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
+    m_house->stage.waitUntilIdle();
     QCOMPARE(m_house->areaOf(u"Rewindery"_s).top(), 50.0);
-    // A change of the chips does not draw the way there to them.
+    // A change of the chips does not redirect the focus to them.
     m_house->stage.press(Qt::Key_Down);
     m_house->showMarkets({u"a"_s, u"b"_s, u"c"_s});
     m_house->stage.press(Qt::Key_Up);
-    QCOMPARE(m_house->heard(), u"Search the stacks"_s);
+    QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
 }
 
-void RewinderyViewTest::aLongRowHasFewCassettesAtATime()
+void RewinderyViewTest::longShelfCreatesFewCassettes()
 {
     QStringList ids;
     for (int id = 1; id <= 200; ++id)
@@ -111,111 +111,112 @@ void RewinderyViewTest::aLongRowHasFewCassettesAtATime()
     int most = 0;
     for (int tape = 2; tape <= 200; ++tape) {
         m_house->stage.press(Qt::Key_Right);
-        QCOMPARE(m_house->heard(), u"Tape %1"_s.arg(tape));
+        QCOMPARE(m_house->focusedName(), u"Tape %1"_s.arg(tape));
         if (tape % 20 == 0)
-            m_house->stage.settle();
+            m_house->stage.waitUntilIdle();
         most = std::max(most, cassettes());
     }
-    m_house->stage.settle();
-    QVERIFY(m_house->isFocusInSight());
+    m_house->stage.waitUntilIdle();
+    QVERIFY(m_house->isFocusOnScreen());
     QVERIFY2(most < 50, qPrintable(QString::number(most)));
     QVERIFY2(cassettes() < 20, qPrintable(QString::number(cassettes())));
 }
 
-void RewinderyViewTest::manyChipsAreAllReached()
+void RewinderyViewTest::everyMarketChipIsReachable()
 {
     m_house->show(u"A: 1"_s);
     QStringList slugs;
     for (int market = 0; market < 40; ++market)
         slugs.append(u"market number %1"_s.arg(market));
     m_house->showMarkets(slugs);
-    QStringList heard;
+    QStringList names;
     for (int step = 0; step < 42; ++step) {
         m_house->stage.press(Qt::Key_Right);
-        heard.append(m_house->heard());
+        names.append(m_house->focusedName());
         if (step % 7 == 0) {
-            m_house->stage.settle();
-            QVERIFY2(m_house->isFocusInSight(), qPrintable(m_house->heard()));
-            QVERIFY(m_house->area(m_house->focused()).left() >= m_house->areaOfThing(u"Search the stacks"_s).right());
+            m_house->stage.waitUntilIdle();
+            QVERIFY2(m_house->isFocusOnScreen(), qPrintable(m_house->focusedName()));
+            QVERIFY(m_house->area(m_house->focused()).left() >=
+                    m_house->areaOfFocusable(u"Search the stacks"_s).right());
         }
     }
-    QCOMPARE(heard.first(), u"All markets 99"_s);
-    QCOMPARE(heard.at(40), u"MARKET NUMBER 39 40"_s);
-    QCOMPARE(heard.at(41), u"MARKET NUMBER 39 40"_s);
+    QCOMPARE(names.first(), u"All markets 99"_s);
+    QCOMPARE(names.at(40), u"MARKET NUMBER 39 40"_s);
+    QCOMPARE(names.at(41), u"MARKET NUMBER 39 40"_s);
     QStringList back;
     for (int step = 0; step < 41; ++step) {
         m_house->stage.press(Qt::Key_Left);
-        back.prepend(m_house->heard());
+        back.prepend(m_house->focusedName());
     }
-    QCOMPARE(back.mid(1), heard.first(40));
+    QCOMPARE(back.mid(1), names.first(40));
     QCOMPARE(back.first(), u"Search the stacks"_s);
 }
 
-void RewinderyViewTest::aCassetteOpensItsTapeAndBackReturnsToIt()
+void RewinderyViewTest::selectedCassetteOpensItsTapeAndBackReturns()
 {
     m_house->show(u"A: 1 2 3; B: 4"_s);
     m_house->press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Select});
     QCOMPARE(m_house->shop()->depth(), 1);
     QVERIFY(m_house->front() != m_house->shop());
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     QVERIFY(m_house->text(u"Tape 2"_s));
     QVERIFY(m_house->front()->isAncestorOf(m_house->focused()));
-    // The shelves change meanwhile.
+    // The shelves change while the tape is open.
     m_house->store.setShelves(shelvesOf(u"B: 4; A: 9 2"_s));
     QCOMPARE(m_house->shop()->depth(), 1);
     QVERIFY(m_house->front()->isAncestorOf(m_house->focused()));
     m_house->stage.press(Qt::Key_Back);
     QCOMPARE(m_house->shop()->depth(), 0);
     QVERIFY(m_house->isOpen());
-    QCOMPARE(m_house->heard(), u"Tape 2"_s);
-    m_house->stage.settle();
-    QVERIFY(m_house->isFocusInSight());
+    QCOMPARE(m_house->focusedName(), u"Tape 2"_s);
+    m_house->stage.waitUntilIdle();
+    QVERIFY(m_house->isFocusOnScreen());
 }
 
-void RewinderyViewTest::aTapesPageShowsTheShopsOwnVeneer()
+void RewinderyViewTest::pageOfTapeSharesVeneerPictureOfShop()
 {
     m_house->show(u"A: 1 2 3; B: 4"_s);
     m_house->press({Qt::Key_Down, Qt::Key_Select});
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     const auto veneers = Stage::all(m_house->house, "VeneerBackground");
     QCOMPARE(veneers.size(), 2);
     const auto picture = [](QQuickItem* veneer) { return qobject_cast<VeneerBackground*>(veneer)->picture(); };
     QVERIFY(picture(veneers.first()));
-    // To paint another takes longer than several frames.
+    // Painting a second picture would take longer than several frames.
     QCOMPARE(picture(veneers.last()), picture(veneers.first()));
 }
 
-void RewinderyViewTest::backLeavesTheShopOnce()
+void RewinderyViewTest::backClosesShop()
 {
     m_house->show(u"A: 1 2 3"_s);
     m_house->stage.press(Qt::Key_Down);
     m_house->stage.press(Qt::Key_Back);
     QVERIFY(!m_house->isOpen());
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     QVERIFY(!Stage::first(m_house->house, "RewinderyView"));
     QCOMPARE(m_house->store.shelves().size(), 1);
 }
 
-void RewinderyViewTest::theSearchIsAFlagUntilItHasAScreen()
+void RewinderyViewTest::searchFlagIsSetWhenSearchHasNoScreen()
 {
     m_house->show(u"A: 1 2 3"_s);
     m_house->stage.press(Qt::Key_Select);
     QVERIFY(m_house->shop()->property("searching").toBool());
-    QCOMPARE(m_house->heard(), u"Search the stacks"_s);
+    QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
 }
 
-void RewinderyViewTest::theSearchScreenCoversTheShop()
+void RewinderyViewTest::searchScreenCoversShopUntilBackIsPressed()
 {
     m_house = std::make_unique<ShopHouse>(u"searchScreen: Component { FocusScreen { "
                                           "Focusable { property string name: \"query\"; "
                                           "width: 100; height: 100 } } }"_s);
     m_house->show(u"A: 1 2 3"_s);
     m_house->stage.press(Qt::Key_Select);
-    QCOMPARE(m_house->heard(), u"query"_s);
+    QCOMPARE(m_house->focusedName(), u"query"_s);
     m_house->stage.press(Qt::Key_Back);
     QVERIFY(!m_house->shop()->property("searching").toBool());
     QVERIFY(m_house->isOpen());
-    QCOMPARE(m_house->heard(), u"Search the stacks"_s);
+    QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
 }
 
 QTEST_MAIN(RewinderyViewTest)

@@ -6,57 +6,57 @@
 
 using namespace Qt::StringLiterals;
 
-/** Content longer than its room, moved so that what matters is in sight. */
+/** A scroll area: it moves its content so that a given range is visible. */
 class ScrollAreaTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aRevealMovesNoFurtherThanNeeded_data();
-    void aRevealMovesNoFurtherThanNeeded();
-    void itScrollsWithinAQuarterOfASecond();
-    void aNewAimIsTakenOnTheWay();
-    void heldKeysAreFollowed();
-    void atOnceIsAtOnce();
-    void itDrawsNothingAtRest();
-    void itMovesByWholePixels_data();
-    void itMovesByWholePixels();
-    void itLiesOnWholePixelsInAnotherWindow();
-    void shorterContentIsBoundedAnew();
-    void anotherRoomKeepsInSightWhatWasRevealed();
-    void aRevealBeforeTheContentIsThereHoldsForIt();
-    void aStepOfReadingStaysWithinTheContent();
-    void anUnseenAreaDoesNotScroll();
-    void itsChildrenStandOnItsContent();
+    void revealScrollsNoFurtherThanNeeded_data();
+    void revealScrollsNoFurtherThanNeeded();
+    void scrollTakesScrollTime();
+    void newTargetIsSetDuringScroll();
+    void positionKeepsUpWithRepeatedReveals();
+    void immediateRevealDoesNotAnimate();
+    void noFrameIsDrawnAtRest();
+    void positionsAreWholePixels_data();
+    void positionsAreWholePixels();
+    void positionIsWholePixelsAfterWindowIsResized();
+    void positionIsBoundedWhenContentShrinks();
+    void revealedRangeStaysVisibleWhenAreaShrinks();
+    void revealBeforeContentArrivesIsAppliedLater();
+    void scrollByStaysWithinContent();
+    void hiddenAreaDoesNotAnimate();
+    void childrenAreAddedToContentItem();
 
 private:
     static ScrollArea* put(Stage& stage, const QString& properties)
     {
-        return static_cast<ScrollArea*>(stage.put(u"ScrollArea { width: 1000; height: 400; %1 }"_s.arg(properties)));
+        return static_cast<ScrollArea*>(stage.load(u"ScrollArea { width: 1000; height: 400; %1 }"_s.arg(properties)));
     }
 };
 
-void ScrollAreaTest::aRevealMovesNoFurtherThanNeeded_data()
+void ScrollAreaTest::revealScrollsNoFurtherThanNeeded_data()
 {
     QTest::addColumn<qreal>("lead");
-    QTest::addColumn<QList<qreal>>("reveals"); // first and last, in turn
+    QTest::addColumn<QList<qreal>>("reveals"); // first and last coordinates of each reveal
     QTest::addColumn<qreal>("position");
-    QTest::newRow("in sight") << 0.0 << QList<qreal>{0, 400} << 0.0;
+    QTest::newRow("already visible") << 0.0 << QList<qreal>{0, 400} << 0.0;
     QTest::newRow("below") << 0.0 << QList<qreal>{500, 600} << 200.0;
-    QTest::newRow("and back above") << 0.0 << QList<qreal>{500, 600, 100, 150} << 100.0;
-    QTest::newRow("and back in sight") << 0.0 << QList<qreal>{500, 600, 250, 300} << 200.0;
+    QTest::newRow("scroll back") << 0.0 << QList<qreal>{500, 600, 100, 150} << 100.0;
+    QTest::newRow("still visible after scroll") << 0.0 << QList<qreal>{500, 600, 250, 300} << 200.0;
     QTest::newRow("with lead") << 50.0 << QList<qreal>{500, 600} << 250.0;
     QTest::newRow("with lead, back") << 50.0 << QList<qreal>{900, 1000, 500, 600} << 450.0;
-    QTest::newRow("a large lead centres") << 300.0 << QList<qreal>{500, 600} << 350.0;
-    QTest::newRow("a large lead centres from below too") << 300.0 << QList<qreal>{1500, 1600, 500, 600} << 350.0;
-    QTest::newRow("the beginning") << 300.0 << QList<qreal>{1500, 1600, 10, 60} << 0.0;
-    QTest::newRow("the end") << 300.0 << QList<qreal>{1990, 2000} << 1600.0;
-    QTest::newRow("as long as the room") << 300.0 << QList<qreal>{500, 900} << 500.0;
-    QTest::newRow("longer than the room") << 300.0 << QList<qreal>{500, 1200} << 500.0;
+    QTest::newRow("large lead centres") << 300.0 << QList<qreal>{500, 600} << 350.0;
+    QTest::newRow("large lead centres when scrolling back") << 300.0 << QList<qreal>{1500, 1600, 500, 600} << 350.0;
+    QTest::newRow("at the beginning") << 300.0 << QList<qreal>{1500, 1600, 10, 60} << 0.0;
+    QTest::newRow("at the end") << 300.0 << QList<qreal>{1990, 2000} << 1600.0;
+    QTest::newRow("as long as the viewport") << 300.0 << QList<qreal>{500, 900} << 500.0;
+    QTest::newRow("longer than the viewport") << 300.0 << QList<qreal>{500, 1200} << 500.0;
     QTest::newRow("past the end") << 0.0 << QList<qreal>{5000, 5100} << 1600.0;
 }
 
-void ScrollAreaTest::aRevealMovesNoFurtherThanNeeded()
+void ScrollAreaTest::revealScrollsNoFurtherThanNeeded()
 {
     QFETCH(qreal, lead);
     QFETCH(QList<qreal>, reveals);
@@ -65,18 +65,18 @@ void ScrollAreaTest::aRevealMovesNoFurtherThanNeeded()
         area.setSize(orientation == Qt::Vertical ? QSizeF(1000, 400) : QSizeF(400, 1000));
         area.setOrientation(orientation);
         area.setContentExtent(2000);
-        area.setLead(lead);
+        area.setRevealMargin(lead);
         for (qsizetype i = 0; i < reveals.size(); i += 2)
             area.reveal(reveals.at(i), reveals.at(i + 1), true);
         QTEST(area.position(), "position");
-        QCOMPARE(area.aim(), area.position());
+        QCOMPARE(area.targetPosition(), area.position());
         const QPointF content = area.contentItem()->position();
         QCOMPARE(orientation == Qt::Vertical ? content.y() : content.x(), -area.position());
         QCOMPARE(orientation == Qt::Vertical ? content.x() : content.y(), 0.0);
     }
 }
 
-void ScrollAreaTest::itScrollsWithinAQuarterOfASecond()
+void ScrollAreaTest::scrollTakesScrollTime()
 {
     Stage stage;
     ScrollArea* area = put(stage, u"contentExtent: 5000"_s);
@@ -84,93 +84,93 @@ void ScrollAreaTest::itScrollsWithinAQuarterOfASecond()
     QElapsedTimer time;
     time.start();
     area->reveal(3000, 3100);
-    QCOMPARE(area->aim(), 2700.0);
+    QCOMPARE(area->targetPosition(), 2700.0);
     QCOMPARE(area->position(), 0.0);
     QTRY_COMPARE(area->position(), 2700.0);
-    QVERIFY(time.elapsed() >= ScrollArea::scrollTime - 20);
+    QVERIFY(time.elapsed() >= ScrollArea::scrollDuration - 20);
     QVERIFY(moves.size() > 3);
 }
 
-void ScrollAreaTest::aNewAimIsTakenOnTheWay()
+void ScrollAreaTest::newTargetIsSetDuringScroll()
 {
     Stage stage;
     ScrollArea* area = put(stage, u"contentExtent: 5000"_s);
     area->reveal(3000, 3100);
     QTRY_VERIFY(area->position() > 1000);
-    const qreal onTheWay = area->position();
-    QVERIFY(onTheWay < 2700);
+    const qreal between = area->position();
+    QVERIFY(between < 2700);
     QList<qreal> positions;
     connect(area, &ScrollArea::positionChanged, this, [&] { positions.append(area->position()); });
     area->reveal(100, 200);
-    QCOMPARE(area->aim(), 100.0);
-    QCOMPARE(area->position(), onTheWay);
+    QCOMPARE(area->targetPosition(), 100.0);
+    QCOMPARE(area->position(), between);
     QTRY_COMPARE(area->position(), 100.0);
     QVERIFY(std::is_sorted(positions.crbegin(), positions.crend()));
-    QVERIFY(positions.constFirst() < onTheWay);
+    QVERIFY(positions.constFirst() < between);
 }
 
-void ScrollAreaTest::heldKeysAreFollowed()
+void ScrollAreaTest::positionKeepsUpWithRepeatedReveals()
 {
     Stage stage;
     ScrollArea* area = put(stage, u"contentExtent: 100000"_s);
-    // A step of 100 each 50 ms; what is revealed must not run away from what is seen.
+    // A step of 100 every 50 ms: the visible position must keep up with the revealed one.
     constexpr qreal step = 100;
     for (int i = 0; i < 40; ++i) {
         area->reveal(400 + i * step, 400 + (i + 1) * step);
         QTest::qWait(50);
-        QVERIFY2(area->aim() - area->position() < 3 * step, qPrintable(QString::number(area->position())));
+        QVERIFY2(area->targetPosition() - area->position() < 3 * step, qPrintable(QString::number(area->position())));
     }
     QTRY_COMPARE(area->position(), 40 * step);
 }
 
-void ScrollAreaTest::atOnceIsAtOnce()
+void ScrollAreaTest::immediateRevealDoesNotAnimate()
 {
     Stage stage;
     ScrollArea* area = put(stage, u"contentExtent: 5000"_s);
     area->reveal(3000, 3100);
     area->reveal(4000, 4100, true);
     QCOMPARE(area->position(), 3700.0);
-    stage.settle();
+    stage.waitUntilIdle();
     QCOMPARE(area->position(), 3700.0);
 }
 
-void ScrollAreaTest::itDrawsNothingAtRest()
+void ScrollAreaTest::noFrameIsDrawnAtRest()
 {
     Stage stage;
     ScrollArea* area = put(stage, u"contentExtent: 5000; Rectangle { width: 100; height: 5000 }"_s);
     area->reveal(3000, 3100);
     QTRY_COMPARE(area->position(), 2700.0);
-    stage.settle();
+    stage.waitUntilIdle();
     const int frames = stage.frames();
-    area->reveal(3000, 3100); // in sight
+    area->reveal(3000, 3100); // already visible
     QTest::qWait(300);
     QCOMPARE(stage.frames(), frames);
 }
 
-void ScrollAreaTest::itMovesByWholePixels_data()
+void ScrollAreaTest::positionsAreWholePixels_data()
 {
     QTest::addColumn<qreal>("scale");
     QTest::newRow("720p") << 2 / 3.0;
     QTest::newRow("1080p") << 1.0;
-    QTest::newRow("a width of 1366") << 1366 / 1920.0;
+    QTest::newRow("width of 1366") << 1366 / 1920.0;
     QTest::newRow("2160p") << 2.0;
 }
 
-void ScrollAreaTest::itMovesByWholePixels()
+void ScrollAreaTest::positionsAreWholePixels()
 {
     QFETCH(qreal, scale);
     Stage stage;
-    auto plane = stage.put(u"Item { transformOrigin: Item.TopLeft; "
-                           "ScrollArea { width: 1000; height: 400; contentExtent: 5001.3 } }"_s,
-                           {{u"scale"_s, scale}});
+    auto plane = stage.load(u"Item { transformOrigin: Item.TopLeft; "
+                            "ScrollArea { width: 1000; height: 400; contentExtent: 5001.3 } }"_s,
+                            {{u"scale"_s, scale}});
     auto area = static_cast<ScrollArea*>(Stage::first(plane, "ScrollArea"));
     QList<qreal> pixels;
     connect(area, &ScrollArea::positionChanged, this, [&] { pixels.append(area->position() * scale); });
     area->reveal(1234.5, 1300.1);
-    const qreal middle = area->aim();
+    const qreal middle = area->targetPosition();
     QTRY_COMPARE(area->position(), middle);
     area->reveal(5001, 5001.3);
-    const qreal end = area->aim();
+    const qreal end = area->targetPosition();
     QTRY_COMPARE(area->position(), end);
     QVERIFY(std::abs(middle - 900.1) <= 0.51 / scale);
     QVERIFY(std::abs(end - 4601.3) <= 0.51 / scale);
@@ -178,11 +178,11 @@ void ScrollAreaTest::itMovesByWholePixels()
         QVERIFY2(std::abs(pixel - std::round(pixel)) < 1e-6, qPrintable(QString::number(pixel, 'f', 9)));
 }
 
-void ScrollAreaTest::itLiesOnWholePixelsInAnotherWindow()
+void ScrollAreaTest::positionIsWholePixelsAfterWindowIsResized()
 {
     Stage stage;
-    auto canvas = stage.put(u"Item { width: 1920; height: 1080; Canvas { "
-                            "ScrollArea { width: 1000; height: 400; contentExtent: 5000 } } }"_s);
+    auto canvas = stage.load(u"Item { width: 1920; height: 1080; Canvas { "
+                             "ScrollArea { width: 1000; height: 400; contentExtent: 5000 } } }"_s);
     auto area = static_cast<ScrollArea*>(Stage::first(canvas, "ScrollArea"));
     area->reveal(1001, 1101, true);
     QCOMPARE(area->position(), 701.0);
@@ -192,20 +192,20 @@ void ScrollAreaTest::itLiesOnWholePixelsInAnotherWindow()
     QCOMPARE(area->position(), 700.5); // 467 pixels
 }
 
-void ScrollAreaTest::shorterContentIsBoundedAnew()
+void ScrollAreaTest::positionIsBoundedWhenContentShrinks()
 {
     Stage stage;
     ScrollArea* area = put(stage, u"contentExtent: 5000"_s);
     area->reveal(4900, 5000, true);
-    stage.settle();
+    stage.waitUntilIdle();
     area->setContentExtent(3000);
-    QCOMPARE(area->aim(), 2600.0);
+    QCOMPARE(area->targetPosition(), 2600.0);
     QTRY_COMPARE(area->position(), 2600.0);
     area->setContentExtent(300);
     QTRY_COMPARE(area->position(), 0.0);
 }
 
-void ScrollAreaTest::anotherRoomKeepsInSightWhatWasRevealed()
+void ScrollAreaTest::revealedRangeStaysVisibleWhenAreaShrinks()
 {
     Stage stage;
     ScrollArea* area = put(stage, u"contentExtent: 5000"_s);
@@ -215,10 +215,10 @@ void ScrollAreaTest::anotherRoomKeepsInSightWhatWasRevealed()
     QCOMPARE(area->position(), 900.0);
 }
 
-void ScrollAreaTest::aRevealBeforeTheContentIsThereHoldsForIt()
+void ScrollAreaTest::revealBeforeContentArrivesIsAppliedLater()
 {
     ScrollArea area;
-    area.setLead(1000);
+    area.setRevealMargin(1000);
     area.reveal(3000, 3100, true);
     area.setContentExtent(2000);
     area.setSize({1000, 400});
@@ -226,22 +226,22 @@ void ScrollAreaTest::aRevealBeforeTheContentIsThereHoldsForIt()
     QCOMPARE(area.position(), 2850.0);
 }
 
-void ScrollAreaTest::aStepOfReadingStaysWithinTheContent()
+void ScrollAreaTest::scrollByStaysWithinContent()
 {
     Stage stage;
     ScrollArea* area = put(stage, u"contentExtent: 1000"_s);
     area->reveal(0, 1000, true);
     QVERIFY(area->scrollBy(320));
-    QCOMPARE(area->aim(), 320.0);
+    QCOMPARE(area->targetPosition(), 320.0);
     QVERIFY(area->scrollBy(320));
-    QCOMPARE(area->aim(), 600.0);
+    QCOMPARE(area->targetPosition(), 600.0);
     QVERIFY(!area->scrollBy(320));
     QVERIFY(area->scrollBy(-5000));
-    QCOMPARE(area->aim(), 0.0);
+    QCOMPARE(area->targetPosition(), 0.0);
     QVERIFY(!area->scrollBy(-1));
 }
 
-void ScrollAreaTest::anUnseenAreaDoesNotScroll()
+void ScrollAreaTest::hiddenAreaDoesNotAnimate()
 {
     Stage stage;
     ScrollArea* area = put(stage, u"contentExtent: 5000"_s);
@@ -253,7 +253,7 @@ void ScrollAreaTest::anUnseenAreaDoesNotScroll()
     QCOMPARE(area->position(), 100.0);
 }
 
-void ScrollAreaTest::itsChildrenStandOnItsContent()
+void ScrollAreaTest::childrenAreAddedToContentItem()
 {
     Stage stage;
     ScrollArea* area = put(stage, u"contentExtent: 5000; Item { objectName: 'one'; width: parent.width } "

@@ -7,28 +7,28 @@
 
 using namespace Qt::StringLiterals;
 
-/** Typing into the search field with a real keyboard and with input methods. */
+/** Typing into the search field with a physical keyboard and with input methods. */
 class SearchFieldTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void itInvitesUntilThereIsAText();
-    void itIsHeardAsAFieldWithItsText();
-    void charactersGoIntoIt();
-    void anInputMethodWritesIntoIt();
-    void whatIsStillBeingComposedIsNoTextYet();
-    void anInputMethodIsToldOfTheLine();
-    void aPasteGoesIntoItAndItsLengthIsBounded();
-    void leftAndRightMoveTheCursorAndDownLeavesIt();
-    void returnSearchesAfterTyping();
-    void returnOpensTheKeyboardBeforeTyping();
-    void aRemotesSelectOpensTheKeyboardAfterTypingToo();
-    void backIsLeftToItsScreen();
-    void aSetAtRestDrawsNothing();
+    void placeholderIsShownWhileFieldIsEmpty();
+    void fieldHasAccessibleRoleAndText();
+    void typedCharactersAppearInField();
+    void committedTextOfInputMethodIsInserted();
+    void preeditTextIsNotPartOfText();
+    void inputMethodQueriesDescribeTextAndCursor();
+    void pastedTextIsInsertedUpToMaximumLength();
+    void leftAndRightMoveCursorAndDownMovesFocus();
+    void returnSubmitsAfterTyping();
+    void returnOpensKeyboardBeforeTyping();
+    void remoteSelectOpensKeyboardAfterTyping();
+    void backIsNotAccepted();
+    void noFrameIsDrawnAtRest();
 };
 
-void SearchFieldTest::itInvitesUntilThereIsAText()
+void SearchFieldTest::placeholderIsShownWhileFieldIsEmpty()
 {
     TypingHouse house;
     const auto shown = [&] {
@@ -40,152 +40,152 @@ void SearchFieldTest::itInvitesUntilThereIsAText()
     QCOMPARE(shown(), QString());
     house.compose({});
     QCOMPARE(shown(), u"Search"_s);
-    house.strikeAll(u" "_s);
+    house.typeText(u" "_s);
     QCOMPARE(shown(), QString());
 }
 
-void SearchFieldTest::itIsHeardAsAFieldWithItsText()
+void SearchFieldTest::fieldHasAccessibleRoleAndText()
 {
     TypingHouse house;
-    const auto heard = [&] {
+    const auto accessibleName = [&] {
         const auto* const interface = QAccessible::queryAccessibleInterface(house.named("field"));
         return interface->text(QAccessible::Name);
     };
     QCOMPARE(QAccessible::queryAccessibleInterface(house.named("field"))->role(), QAccessible::EditableText);
-    QCOMPARE(heard(), u"Search"_s);
-    house.strikeAll(u"dam"_s);
-    QCOMPARE(heard(), u"dam"_s);
+    QCOMPARE(accessibleName(), u"Search"_s);
+    house.typeText(u"dam"_s);
+    QCOMPARE(accessibleName(), u"dam"_s);
 }
 
-void SearchFieldTest::charactersGoIntoIt()
+void SearchFieldTest::typedCharactersAppearInField()
 {
     TypingHouse house;
-    house.strikeAll(u"Zoning Éx 7"_s);
+    house.typeText(u"Zoning Éx 7"_s);
     QCOMPARE(house.text(), u"Zoning Éx 7"_s);
-    house.strike(Qt::Key_Backspace, u"\b"_s);
+    house.typeKey(Qt::Key_Backspace, u"\b"_s);
     QCOMPARE(house.text(), u"Zoning Éx "_s);
     QVERIFY(house.isFieldFocused());
     QCOMPARE(house.submissions(), 0);
 }
 
-void SearchFieldTest::anInputMethodWritesIntoIt()
+void SearchFieldTest::committedTextOfInputMethodIsInserted()
 {
     TypingHouse house;
     house.compose(u"shi"_s);
     house.compose(u"shichou"_s);
     house.compose({}, u"市長"_s);
     QCOMPARE(house.text(), u"市長"_s);
-    house.strikeReturn();
+    house.typeReturn();
     QCOMPARE(house.submissions(), 1);
 }
 
-void SearchFieldTest::whatIsStillBeingComposedIsNoTextYet()
+void SearchFieldTest::preeditTextIsNotPartOfText()
 {
     TypingHouse house;
-    house.strikeAll(u"caf"_s);
+    house.typeText(u"caf"_s);
     house.compose(u"´"_s);
     QCOMPARE(house.text(), u"caf"_s);
     house.compose({}, u"é"_s);
     QCOMPARE(house.text(), u"café"_s);
 }
 
-void SearchFieldTest::anInputMethodIsToldOfTheLine()
+void SearchFieldTest::inputMethodQueriesDescribeTextAndCursor()
 {
     TypingHouse house;
-    QCOMPARE(house.described(Qt::ImEnabled).toBool(), true);
-    const QRectF before = house.described(Qt::ImCursorRectangle).toRectF();
-    house.strikeAll(u"dam"_s);
-    QCOMPARE(house.described(Qt::ImSurroundingText).toString(), u"dam"_s);
-    QCOMPARE(house.described(Qt::ImCursorPosition).toInt(), 3);
-    const QRectF after = house.described(Qt::ImCursorRectangle).toRectF();
+    QCOMPARE(house.inputMethodQuery(Qt::ImEnabled).toBool(), true);
+    const QRectF before = house.inputMethodQuery(Qt::ImCursorRectangle).toRectF();
+    house.typeText(u"dam"_s);
+    QCOMPARE(house.inputMethodQuery(Qt::ImSurroundingText).toString(), u"dam"_s);
+    QCOMPARE(house.inputMethodQuery(Qt::ImCursorPosition).toInt(), 3);
+    const QRectF after = house.inputMethodQuery(Qt::ImCursorRectangle).toRectF();
     QVERIFY(after.left() > before.left() + 20);
     QVERIFY(QRectF(QPointF(), house.named("field")->size()).contains(after));
 
-    // On the on-screen keyboard the line is far from what has the focus.
+    // While the on-screen keyboard is open, the line is far from the focused key.
     const QRectF line = house.focused()->mapRectToScene(after);
     house.open();
-    house.stage.settle();
-    QCOMPARE(house.described(Qt::ImEnabled).toBool(), true);
-    QCOMPARE(house.described(Qt::ImSurroundingText).toString(), u"dam"_s);
-    const QRectF rect = house.focused()->mapRectToScene(house.described(Qt::ImCursorRectangle).toRectF());
+    house.stage.waitUntilIdle();
+    QCOMPARE(house.inputMethodQuery(Qt::ImEnabled).toBool(), true);
+    QCOMPARE(house.inputMethodQuery(Qt::ImSurroundingText).toString(), u"dam"_s);
+    const QRectF rect = house.focused()->mapRectToScene(house.inputMethodQuery(Qt::ImCursorRectangle).toRectF());
     QVERIFY((rect.topLeft() - line.topLeft()).manhattanLength() < 1);
 }
 
-void SearchFieldTest::aPasteGoesIntoItAndItsLengthIsBounded()
+void SearchFieldTest::pastedTextIsInsertedUpToMaximumLength()
 {
     TypingHouse house;
     QGuiApplication::clipboard()->setText(u"water main"_s);
-    house.strike(Qt::Key_V, u"\x16"_s, Qt::ControlModifier);
+    house.typeKey(Qt::Key_V, u"\x16"_s, Qt::ControlModifier);
     QCOMPARE(house.text(), u"water main"_s);
-    house.strikeReturn();
+    house.typeReturn();
     QCOMPARE(house.submissions(), 1);
     QGuiApplication::clipboard()->setText(QString(100'000, u'x'));
-    house.strike(Qt::Key_V, u"\x16"_s, Qt::ControlModifier);
-    house.strikeAll(u"y"_s);
+    house.typeKey(Qt::Key_V, u"\x16"_s, Qt::ControlModifier);
+    house.typeText(u"y"_s);
     QCOMPARE(house.text(), u"water main"_s + QString(190, u'x'));
 }
 
-void SearchFieldTest::leftAndRightMoveTheCursorAndDownLeavesIt()
+void SearchFieldTest::leftAndRightMoveCursorAndDownMovesFocus()
 {
     TypingHouse house;
-    house.strikeAll(u"dm"_s);
+    house.typeText(u"dm"_s);
     house.press(Qt::Key_Left);
-    house.strikeAll(u"a"_s);
+    house.typeText(u"a"_s);
     QCOMPARE(house.text(), u"dam"_s);
     house.press(Qt::Key_Right, 3);
-    house.strikeAll(u"s"_s);
+    house.typeText(u"s"_s);
     QCOMPARE(house.text(), u"dams"_s);
     house.press(Qt::Key_Down);
     QCOMPARE(house.focused()->objectName(), u"below"_s);
-    house.strikeAll(u"x"_s);
+    house.typeText(u"x"_s);
     QCOMPARE(house.text(), u"dams"_s);
     house.press(Qt::Key_Up);
     QVERIFY(house.isFieldFocused());
 }
 
-void SearchFieldTest::returnSearchesAfterTyping()
+void SearchFieldTest::returnSubmitsAfterTyping()
 {
     TypingHouse house;
-    house.strikeAll(u"dam"_s);
-    house.strikeReturn();
+    house.typeText(u"dam"_s);
+    house.typeReturn();
     QCOMPARE(house.submissions(), 1);
     QVERIFY(!house.isOpen());
     QCOMPARE(house.text(), u"dam"_s);
 }
 
-void SearchFieldTest::returnOpensTheKeyboardBeforeTyping()
+void SearchFieldTest::returnOpensKeyboardBeforeTyping()
 {
     TypingHouse house;
-    house.strikeReturn();
+    house.typeReturn();
     QVERIFY(house.isOpen());
     QCOMPARE(house.submissions(), 0);
 }
 
-void SearchFieldTest::aRemotesSelectOpensTheKeyboardAfterTypingToo()
+void SearchFieldTest::remoteSelectOpensKeyboardAfterTyping()
 {
     TypingHouse house;
-    house.strikeAll(u"dam"_s);
+    house.typeText(u"dam"_s);
     house.press(Qt::Key_Select);
     QVERIFY(house.isOpen());
     QCOMPARE(house.submissions(), 0);
 }
 
-void SearchFieldTest::backIsLeftToItsScreen()
+void SearchFieldTest::backIsNotAccepted()
 {
     TypingHouse house;
-    house.strikeAll(u"dam"_s);
+    house.typeText(u"dam"_s);
     QKeyEvent back(QEvent::KeyPress, Qt::Key_Back, Qt::NoModifier);
     QCoreApplication::sendEvent(house.focused(), &back);
     QVERIFY(!back.isAccepted());
     QCOMPARE(house.text(), u"dam"_s);
 }
 
-void SearchFieldTest::aSetAtRestDrawsNothing()
+void SearchFieldTest::noFrameIsDrawnAtRest()
 {
     QGuiApplication::styleHints()->setCursorFlashTime(40);
     TypingHouse house;
-    house.strikeAll(u"dam"_s);
-    house.stage.settle();
+    house.typeText(u"dam"_s);
+    house.stage.waitUntilIdle();
     const int frames = house.stage.frames();
     QTest::qWait(200);
     QCOMPARE(house.stage.frames(), frames);

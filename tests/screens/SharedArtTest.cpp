@@ -11,8 +11,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/** A shadow that counts how often any of its kind is painted. */
-class CountedShadow : public SoftShadow
+/** A shadow that counts the paintings of all objects of its class. */
+class CountingShadow : public SoftShadow
 {
 public:
     static inline int paintings = 0;
@@ -24,15 +24,15 @@ public:
     }
 };
 
-/** A veneer that counts how often any of its kind is painted. */
-class CountedVeneer : public VeneerBackground
+/** A veneer that counts the paintings of all objects of its class. */
+class CountingVeneer : public VeneerBackground
 {
 public:
     static inline int paintings = 0;
 
-    CountedVeneer(QQuickItem* parent, QPointF at)
+    CountingVeneer(QQuickItem* parent, QPointF at)
     {
-        setSize({1200, 700}); // more than is kept unshown
+        setSize({1200, 700}); // larger than any picture that is kept while not shown
         setPosition(at);
         setParentItem(parent);
     }
@@ -44,7 +44,7 @@ public:
     }
 };
 
-void place(CountedShadow& shadow, QQuickItem* parent, QPointF at)
+void showShadow(CountingShadow& shadow, QQuickItem* parent, QPointF at)
 {
     shadow.setSize({100, 60});
     shadow.setSpread(20);
@@ -65,7 +65,7 @@ int difference(const QImage& one, const QImage& other)
 
 } // namespace
 
-/** Which painted art shares its picture, and for how long. */
+/** Which painted art shares its picture, and how long the picture is kept. */
 class SharedArtTest : public QObject
 {
     Q_OBJECT
@@ -73,15 +73,15 @@ class SharedArtTest : public QObject
 private Q_SLOTS:
     void equalShadowsArePaintedOnce_data();
     void equalShadowsArePaintedOnce();
-    void shadowsThatDifferArePaintedEach_data();
-    void shadowsThatDifferArePaintedEach();
-    void aSharedShadowStandsWhereItBelongs();
-    void aShadowThatReturnsIsNotPaintedAgain();
-    void onlyAFewSharedPicturesAreKept();
-    void manyShadowsThatAreShownAreAllShared();
-    void equalVeneersArePaintedOnceIfTheyStandAlike_data();
-    void equalVeneersArePaintedOnceIfTheyStandAlike();
-    void aVeneerThatNobodyShowsIsReleased();
+    void differentShadowsArePaintedSeparately_data();
+    void differentShadowsArePaintedSeparately();
+    void sharedShadowIsDrawnAtItsPosition();
+    void newShadowReusesPictureOfDestroyedOne();
+    void unusedPicturesAreKeptUpToLimit();
+    void allVisibleShadowsAreShared();
+    void equalVeneersArePaintedOnceAtSamePixelOffset_data();
+    void equalVeneersArePaintedOnceAtSamePixelOffset();
+    void unusedVeneerIsReleased();
 };
 
 void SharedArtTest::equalShadowsArePaintedOnce_data()
@@ -96,16 +96,17 @@ void SharedArtTest::equalShadowsArePaintedOnce()
 {
     QFETCH(QSize, size);
     Stage stage(size);
-    QQuickItem* canvas = stage.put(u"Canvas {}"_s);
-    CountedShadow::paintings = 0;
-    std::array<CountedShadow, 6> shadows;
+    QQuickItem* canvas = stage.load(u"Canvas {}"_s);
+    CountingShadow::paintings = 0;
+    std::array<CountingShadow, 6> shadows;
     for (size_t i = 0; i < shadows.size(); ++i)
-        place(shadows[i], canvas, {100 + 130.4 * double(i), 90 + 0.3 * double(i)}); // on other parts of a pixel each
-    stage.settle();
-    QCOMPARE(CountedShadow::paintings, 1);
+        showShadow(shadows[i], canvas,
+                   {100 + 130.4 * double(i), 90 + 0.3 * double(i)}); // another fraction of a pixel each
+    stage.waitUntilIdle();
+    QCOMPARE(CountingShadow::paintings, 1);
 }
 
-void SharedArtTest::shadowsThatDifferArePaintedEach_data()
+void SharedArtTest::differentShadowsArePaintedSeparately_data()
 {
     QTest::addColumn<QByteArray>("property");
     QTest::addColumn<QVariant>("value");
@@ -117,129 +118,129 @@ void SharedArtTest::shadowsThatDifferArePaintedEach_data()
     QTest::newRow("scale") << QByteArray("scale") << QVariant(1.25);
 }
 
-void SharedArtTest::shadowsThatDifferArePaintedEach()
+void SharedArtTest::differentShadowsArePaintedSeparately()
 {
     QFETCH(QByteArray, property);
     QFETCH(QVariant, value);
     Stage stage({600, 300});
-    QQuickItem* root = stage.put(u"Item {}"_s);
-    CountedShadow one;
-    place(one, root, {50, 50});
-    stage.settle();
-    CountedShadow::paintings = 0;
-    CountedShadow other;
+    QQuickItem* root = stage.load(u"Item {}"_s);
+    CountingShadow one;
+    showShadow(one, root, {50, 50});
+    stage.waitUntilIdle();
+    CountingShadow::paintings = 0;
+    CountingShadow other;
     other.setProperty(property, value);
-    place(other, root, {300, 50});
+    showShadow(other, root, {300, 50});
     other.setProperty(property, value);
-    stage.settle();
-    QCOMPARE(CountedShadow::paintings, 1);
+    stage.waitUntilIdle();
+    QCOMPARE(CountingShadow::paintings, 1);
 }
 
-void SharedArtTest::aSharedShadowStandsWhereItBelongs()
+void SharedArtTest::sharedShadowIsDrawnAtItsPosition()
 {
     const auto shot = [](double x) {
         Stage stage({300, 200});
-        QQuickItem* root = stage.put(u"Item { Rectangle { color: 'white'; width: 300; height: 200 } }"_s);
-        CountedShadow shadow;
-        place(shadow, root, {x, 60});
+        QQuickItem* root = stage.load(u"Item { Rectangle { color: 'white'; width: 300; height: 200 } }"_s);
+        CountingShadow shadow;
+        showShadow(shadow, root, {x, 60});
         return stage.picture();
     };
     const QImage onGrid = shot(80);
     QCOMPARE(shot(80.3), onGrid);
     QCOMPARE(shot(79.8), onGrid);
     QCOMPARE(shot(80.6).copy(1, 0, 299, 200), onGrid.copy(0, 0, 299, 200));
-    // The pictures above would be equal as well if no shadow were there.
+    // Without this, the comparisons above would also pass if no shadow were drawn.
     QVERIFY(difference(onGrid, shot(120)) > 100);
 }
 
-void SharedArtTest::aShadowThatReturnsIsNotPaintedAgain()
+void SharedArtTest::newShadowReusesPictureOfDestroyedOne()
 {
     Stage stage({600, 300});
-    QQuickItem* root = stage.put(u"Item {}"_s);
+    QQuickItem* root = stage.load(u"Item {}"_s);
     {
-        CountedShadow first;
-        place(first, root, {50, 50});
-        stage.settle();
+        CountingShadow first;
+        showShadow(first, root, {50, 50});
+        stage.waitUntilIdle();
     }
-    CountedShadow::paintings = 0;
-    CountedShadow second;
-    place(second, root, {200, 50});
-    stage.settle();
-    QCOMPARE(CountedShadow::paintings, 0);
+    CountingShadow::paintings = 0;
+    CountingShadow second;
+    showShadow(second, root, {200, 50});
+    stage.waitUntilIdle();
+    QCOMPARE(CountingShadow::paintings, 0);
 }
 
-void SharedArtTest::onlyAFewSharedPicturesAreKept()
+void SharedArtTest::unusedPicturesAreKeptUpToLimit()
 {
     Stage stage({600, 300});
-    QQuickItem* root = stage.put(u"Item {}"_s);
+    QQuickItem* root = stage.load(u"Item {}"_s);
     const auto show = [&](int spread) {
-        CountedShadow shadow;
-        place(shadow, root, {50, 50});
+        CountingShadow shadow;
+        showShadow(shadow, root, {50, 50});
         shadow.setSpread(spread);
         stage.waitForFrame();
     };
     show(10);
     for (int spread = 30; spread < 70; ++spread)
         show(spread);
-    CountedShadow::paintings = 0;
+    CountingShadow::paintings = 0;
     show(69);
-    QCOMPARE(CountedShadow::paintings, 0);
+    QCOMPARE(CountingShadow::paintings, 0);
     show(10);
-    QCOMPARE(CountedShadow::paintings, 1);
+    QCOMPARE(CountingShadow::paintings, 1);
 }
 
-void SharedArtTest::manyShadowsThatAreShownAreAllShared()
+void SharedArtTest::allVisibleShadowsAreShared()
 {
     Stage stage({1920, 300});
-    QQuickItem* root = stage.put(u"Item {}"_s);
-    std::array<CountedShadow, 12> shadows;
-    std::array<CountedShadow, 12> others;
+    QQuickItem* root = stage.load(u"Item {}"_s);
+    std::array<CountingShadow, 12> shadows;
+    std::array<CountingShadow, 12> others;
     for (size_t i = 0; i < shadows.size(); ++i) {
-        place(shadows[i], root, {150.0 * double(i), 20});
+        showShadow(shadows[i], root, {150.0 * double(i), 20});
         shadows[i].setSpread(10 + double(i));
     }
-    stage.settle();
-    CountedShadow::paintings = 0;
+    stage.waitUntilIdle();
+    CountingShadow::paintings = 0;
     for (size_t i = 0; i < others.size(); ++i) {
-        place(others[i], root, {150.0 * double(i), 160});
+        showShadow(others[i], root, {150.0 * double(i), 160});
         others[i].setSpread(10 + double(i));
     }
-    stage.settle();
-    QCOMPARE(CountedShadow::paintings, 0);
+    stage.waitUntilIdle();
+    QCOMPARE(CountingShadow::paintings, 0);
 }
 
-void SharedArtTest::equalVeneersArePaintedOnceIfTheyStandAlike_data()
+void SharedArtTest::equalVeneersArePaintedOnceAtSamePixelOffset_data()
 {
     QTest::addColumn<QPointF>("at");
     QTest::addColumn<int>("paintings");
-    QTest::newRow("at the same place") << QPointF(0, 0) << 1;
-    QTest::newRow("whole pixels on") << QPointF(12, 7) << 1;
-    QTest::newRow("half a pixel on") << QPointF(0.5, 0) << 2;
+    QTest::newRow("same position") << QPointF(0, 0) << 1;
+    QTest::newRow("shifted by whole pixels") << QPointF(12, 7) << 1;
+    QTest::newRow("shifted by half a pixel") << QPointF(0.5, 0) << 2;
 }
 
-void SharedArtTest::equalVeneersArePaintedOnceIfTheyStandAlike()
+void SharedArtTest::equalVeneersArePaintedOnceAtSamePixelOffset()
 {
     QFETCH(QPointF, at);
     QFETCH(int, paintings);
     Stage stage({1300, 800});
-    QQuickItem* root = stage.put(u"Item {}"_s);
-    CountedVeneer::paintings = 0;
-    const CountedVeneer first(root, {0, 0});
-    stage.settle();
-    const CountedVeneer second(root, at);
-    stage.settle();
-    QCOMPARE(CountedVeneer::paintings, paintings);
+    QQuickItem* root = stage.load(u"Item {}"_s);
+    CountingVeneer::paintings = 0;
+    const CountingVeneer first(root, {0, 0});
+    stage.waitUntilIdle();
+    const CountingVeneer second(root, at);
+    stage.waitUntilIdle();
+    QCOMPARE(CountingVeneer::paintings, paintings);
     QCOMPARE(first.picture() == second.picture(), paintings == 1);
 }
 
-void SharedArtTest::aVeneerThatNobodyShowsIsReleased()
+void SharedArtTest::unusedVeneerIsReleased()
 {
     Stage stage({1300, 800});
-    QQuickItem* root = stage.put(u"Item {}"_s);
+    QQuickItem* root = stage.load(u"Item {}"_s);
     std::weak_ptr<const QImage> picture;
     {
-        const CountedVeneer veneer(root, {0, 0});
-        stage.settle();
+        const CountingVeneer veneer(root, {0, 0});
+        stage.waitUntilIdle();
         picture = veneer.picture();
         QVERIFY(!picture.expired());
     }

@@ -11,7 +11,7 @@
 
 #include <QTest>
 
-/** The shop on a scripted network, opened over a screen as the front screen opens it. */
+/** The shop with a scripted network, opened over a screen as the front screen opens it. */
 struct ShopHouse
 {
     ScriptedHttpClient http;
@@ -21,7 +21,7 @@ struct ShopHouse
     Stage stage;
     QQuickItem* house = nullptr;
 
-    /** `more` are further properties of the shop, as QML. */
+    /** `more` is QML with further properties of the shop. */
     explicit ShopHouse(const QString& more = {}, QSize size = {960, 540}) : stage(size)
     {
         const QString qml =
@@ -31,18 +31,18 @@ struct ShopHouse
             "FullScreenCover { anchors.fill: parent; screen: house.open ? shop : null; onDismissed: house.open = false "
             "}\n"
             "Component { id: shop; RewinderyView { store: house.store; hub: house.hub; %1 } } } }"_s;
-        house = stage.put(qml.arg(more), {{u"store"_s, QVariant::fromValue<QObject*>(&store)},
-                                          {u"hub"_s, QVariant::fromValue<QObject*>(&hub)}});
+        house = stage.load(qml.arg(more), {{u"store"_s, QVariant::fromValue<QObject*>(&store)},
+                                           {u"hub"_s, QVariant::fromValue<QObject*>(&hub)}});
     }
 
     bool isOpen() const { return house->property("open").toBool(); }
     void open() { house->setProperty("open", true); }
 
-    /** The screen that the shop is opened over, and the shop while it is open. */
+    /** The screen below the shop, and the shop while it is open. */
     FocusScreen* host() const { return static_cast<FocusScreen*>(Stage::first(house, "FocusScreen")); }
     NavigationStack* shop() const { return static_cast<NavigationStack*>(host()->cover()); }
 
-    /** The screen that the remote is for. */
+    /** The screen that receives the keys. */
     FocusScreen* front() const
     {
         FocusScreen* screen = host();
@@ -55,11 +55,11 @@ struct ShopHouse
         }
     }
 
-    /** What has the keys. */
+    /** The active focus item. */
     QQuickItem* focused() { return stage.window().activeFocusItem(); }
 
-    /** The name that the focused thing is heard by; empty while it has none. */
-    QString heard() { return focused() ? focused()->property("name").toString() : QString(); }
+    /** The accessible name of the focused item; empty if it has none. */
+    QString focusedName() { return focused() ? focused()->property("name").toString() : QString(); }
 
     void press(std::initializer_list<int> keys)
     {
@@ -67,16 +67,16 @@ struct ShopHouse
             stage.press(key);
     }
 
-    /** Where an item stands on the display, in points of the canvas. */
+    /** The geometry of an item in points of the canvas. */
     QRectF area(const QQuickItem* item) const
     {
         return item ? item->mapRectToItem(house, QRectF(QPointF(), item->size())) : QRectF();
     }
 
-    bool isInSight(const QRectF& area) const { return QRectF(0, 0, 1920, 1080).contains(area); }
-    bool isFocusInSight() { return isInSight(area(focused())); }
+    bool isOnScreen(const QRectF& area) const { return QRectF(0, 0, 1920, 1080).contains(area); }
+    bool isFocusOnScreen() { return isOnScreen(area(focused())); }
     QRectF areaOf(const QString& shown) const { return area(text(shown)); }
-    QRectF areaOfThing(const QString& name) const { return area(thing(name)); }
+    QRectF areaOfFocusable(const QString& name) const { return area(focusable(name)); }
 
     QQuickItem* text(const QString& text) const
     {
@@ -87,8 +87,8 @@ struct ShopHouse
         return found == texts.cend() ? nullptr : *found;
     }
 
-    /** The visible thing that is heard by this name. */
-    QQuickItem* thing(const QString& name) const
+    /** The visible Focusable with this accessible name; null if there is none. */
+    QQuickItem* focusable(const QString& name) const
     {
         for (QQuickItem* item : Stage::all(house, "Focusable")) {
             if (item->isVisible() && item->property("name").toString() == name)
@@ -103,7 +103,7 @@ struct ShopHouse
         stage.waitForFrame();
     }
 
-    /** Markets named after their slugs, the first with 1 tape, the next with 2, and so on. */
+    /** Sets markets named after their slugs. The first has 1 tape, the next 2, and so on. */
     void showMarkets(const QStringList& slugs)
     {
         TVStatus status = store.status();
@@ -115,7 +115,7 @@ struct ShopHouse
         stage.waitForFrame();
     }
 
-    /** Answers the request for `path` that waits, once there is one. */
+    /** Waits for a request for `path` and answers it. */
     void answer(const QString& path, const QByteArray& body, int status = 200)
     {
         QTRY_VERIFY2(http.waitingFor(path) >= 0, qPrintable(path));

@@ -12,8 +12,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int quietTime = 100; // milliseconds
-constexpr int longestUnrest = 5000;
+constexpr int quietTime = 100; // milliseconds without a frame that count as idle
+constexpr int longestWait = 5000;
 
 void collect(QQuickItem* item, const QByteArrayList& types, QList<QQuickItem*>& found)
 {
@@ -59,7 +59,7 @@ Stage::~Stage()
     m_item.reset();
 }
 
-QQuickItem* Stage::put(const QString& qml, const QVariantMap& properties)
+QQuickItem* Stage::load(const QString& qml, const QVariantMap& properties)
 {
     QQmlComponent component(&m_engine);
     component.setData("import QtQuick\nimport Quillmere.Front\nimport Quillmere.Screen\n" + qml.toUtf8(), QUrl());
@@ -74,13 +74,13 @@ QQuickItem* Stage::put(const QString& qml, const QVariantMap& properties)
     m_window->requestActivate();
     if (!QTest::qWaitForWindowActive(m_window.get()))
         QTest::qFail("the window is not active", __FILE__, __LINE__);
-    settle();
+    waitUntilIdle();
     return m_item.get();
 }
 
 QImage Stage::picture()
 {
-    settle();
+    waitUntilIdle();
     return m_window->grabWindow().convertToFormat(QImage::Format_RGB32);
 }
 
@@ -92,12 +92,12 @@ void Stage::press(int key)
     }
 }
 
-void Stage::settle()
+void Stage::waitUntilIdle()
 {
     QElapsedTimer sinceStart;
     sinceStart.start();
     int seen = -1;
-    while (seen != m_frames && sinceStart.elapsed() < longestUnrest) {
+    while (seen != m_frames && sinceStart.elapsed() < longestWait) {
         seen = m_frames;
         QTest::qWait(quietTime);
     }

@@ -8,47 +8,52 @@
 
 #include <memory>
 
-/** A window on which a test puts a screen of the set, and the eyes and the remote in front of it. */
+/** A window in which a test shows a screen of the program. It sends keys and grabs pictures. */
 class Stage
 {
 public:
     explicit Stage(QSize size = {1920, 1080});
     ~Stage();
 
-    /** Makes the QML document's item and shows it; the imports are written already. Ends the test when it does not load. */
-    QQuickItem* put(const QString& qml, const QVariantMap& properties = {});
+    /**
+     * Creates the item of a QML document and shows it; the usual imports are added. Aborts the test if the document
+     * does not load.
+     */
+    QQuickItem* load(const QString& qml, const QVariantMap& properties = {});
 
     QQuickWindow& window() { return *m_window; }
     QQmlEngine& engine() { return m_engine; }
 
-    /** What is on the glass once nothing moves any more. */
+    /** The picture of the window once all animations have ended. */
     QImage picture();
 
     /** Presses and releases one key. */
     void press(int key);
 
     /** Waits until no frame has been drawn for a tenth of a second. */
-    void settle();
+    void waitUntilIdle();
 
-    /** Waits until a frame begun after this call has been drawn, so that everything stands where it should. */
+    /**
+     * Waits until a frame that began after this call has been drawn, so that all bindings and layouts are up to date.
+     */
     void waitForFrame();
 
     int frames() const { return m_frames; }
 
-    /** The items at and below `root` whose type is called `type`, in their order. */
+    /** `root` and the items below it whose QML type is named `type`, in item order. */
     static QList<QQuickItem*> all(QQuickItem* root, const QByteArray& type);
     static QQuickItem* first(QQuickItem* root, const QByteArray& type);
 
     /** The visible texts below `root`. */
     static QList<QQuickItem*> texts(QQuickItem* root);
 
-    /** The durations of the animations made at and below `root`, in milliseconds. */
+    /** The durations, in milliseconds, of the animations that belong to `root` and the objects below it. */
     static QList<int> animationTimes(const QQuickItem* root);
 
-    /** How they run from their beginnings to their ends. */
+    /** The easing curves of the same animations. */
     static QList<QEasingCurve> animationCurves(const QQuickItem* root);
 
-    /** Where an item is on the glass, in device pixels. */
+    /** The geometry of an item in device pixels of the window. */
     static QRectF area(const QQuickItem* item);
 
 private:

@@ -11,14 +11,14 @@ using namespace std::chrono_literals;
 namespace {
 
 const QString standbyCard = u"property bool checking: false; StandbyCard { anchors.fill: parent; news: canvas.news; "
-                            "station: canvas.station; checking: canvas.checking; timepiece: canvas.timepiece }"_s;
+                            "station: canvas.station; checking: canvas.checking; clock: canvas.clock }"_s;
 
 const QString heading = u"5 O'CLOCK NEWS"_s;
 const QString checkingLine = u"CHECKING THE TOWER…"_s;
 const QString watchingLine = u"TRANSMISSION WILL RESUME — THIS SET IS WATCHING THE TOWER"_s;
 const QString station = u"QUILLMERE TELEVISION"_s;
-constexpr double stripBottom = 92; // of the tuner strip, which may stand over the card
-constexpr double margin = 40;      // of the tallest card, above and below
+constexpr double stripBottom = 92; // of the tuner strip, which may cover the top of the card
+constexpr double margin = 40;      // above and below the tallest card
 const QString next = u"2025-01-02T13:01:01Z"_s;
 const QString sentence = u"Joint special session of the harbour board, the library and the commission of parks. "_s;
 
@@ -41,7 +41,7 @@ struct Scene : BroadcastStage
     QRectF tickerArea() const { return area(first("TickerCrawl")); }
     QQuickItem* disc() const { return Stage::all(standby(), "CardPlate").at(1); }
 
-    /** The texts of the card, from the top. */
+    /** The card's texts, from top to bottom. */
     QStringList words() const
     {
         QStringList words;
@@ -60,33 +60,33 @@ bool isClose(QColor seen, QColor wanted, int tolerance = 2)
 
 } // namespace
 
-/** What stands in for the picture of a dark tower: where its parts stand, with every text. */
+/** The standby card, shown instead of the picture when nothing is on air: layout with every kind of text. */
 class StandbyCardTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void itStandsAsPublished_data();
-    void itStandsAsPublished();
-    void itsTextsAreSetAsPublished();
-    void itsPlateIsOutlinedAndCastsAShadow();
-    void itSaysWhatTheSetDoes();
-    void whatIsNotThereIsLeftOut_data();
-    void whatIsNotThereIsLeftOut();
-    void itCountsDownToTheNextBroadcast();
-    void theTickerRunsAlongTheBottomOfTheDisplay_data();
-    void theTickerRunsAlongTheBottomOfTheDisplay();
-    void itsTickerCanBeHeard();
-    void aTextIsShownWholeWhileThereIsRoom_data();
-    void aTextIsShownWholeWhileThereIsRoom();
-    void theCountdownIsWholeBeforeTheTitleAndThatBeforeTheNote();
-    void aTextIsCutAtTheLastLineThatFits_data();
-    void aTextIsCutAtTheLastLineThatFits();
-    void longTextsStayOnTheCard_data();
-    void longTextsStayOnTheCard();
+    void cardHasDesignedGeometry_data();
+    void cardHasDesignedGeometry();
+    void textsHaveDesignedFonts();
+    void plateHasOutlineAndShadow();
+    void statusLineShowsCheckingOrWatching();
+    void missingTextsAreOmitted_data();
+    void missingTextsAreOmitted();
+    void cardCountsDownToNextBroadcast();
+    void tickerFillsBottomOfDisplay_data();
+    void tickerFillsBottomOfDisplay();
+    void tickerHasAccessibleText();
+    void textIsNotElidedWhileItFits_data();
+    void textIsNotElidedWhileItFits();
+    void countdownHasPriorityOverTitleAndTitleOverNote();
+    void textIsElidedAtLastLineThatFits_data();
+    void textIsElidedAtLastLineThatFits();
+    void longTextsStayInsideCard_data();
+    void longTextsStayInsideCard();
 };
 
-void StandbyCardTest::itStandsAsPublished_data()
+void StandbyCardTest::cardHasDesignedGeometry_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::newRow("720p") << QSize(1280, 720);
@@ -94,7 +94,7 @@ void StandbyCardTest::itStandsAsPublished_data()
     QTest::newRow("2160p") << QSize(3840, 2160);
 }
 
-void StandbyCardTest::itStandsAsPublished()
+void StandbyCardTest::cardHasDesignedGeometry()
 {
     QFETCH(QSize, size);
     Scene scene(newsOf(u"Harbour Council"_s, u"A note"_s), size);
@@ -105,7 +105,7 @@ void StandbyCardTest::itStandsAsPublished()
     QVERIFY(card.width() <= 1500);
     const QRectF title = scene.areaOf(heading);
     QCOMPARE(title.top(), card.top() + 56);
-    // The spacing after its last letter counts as part of it, but not to the eye.
+    // The letter spacing after the last letter belongs to the text but is not visible.
     QVERIFY(std::abs(title.center().x() - 4 - card.center().x()) <= 0.5);
     QCOMPARE(card.width(), title.width() + 2 * 90);
 
@@ -128,7 +128,7 @@ void StandbyCardTest::itStandsAsPublished()
     QVERIFY(std::abs(disc.center().y() - scene.areaOf(watchingLine).center().y()) < 1);
 }
 
-void StandbyCardTest::itsTextsAreSetAsPublished()
+void StandbyCardTest::textsHaveDesignedFonts()
 {
     Scene scene(newsOf(u"Harbour Council"_s, u"A note"_s));
     struct Face
@@ -154,19 +154,19 @@ void StandbyCardTest::itsTextsAreSetAsPublished()
     }
 }
 
-void StandbyCardTest::itsPlateIsOutlinedAndCastsAShadow()
+void StandbyCardTest::plateHasOutlineAndShadow()
 {
     Scene scene(newsOf(u"Harbour Council"_s, u"A note"_s));
     const QImage picture = scene.picture();
     const QRectF card = scene.cardArea();
     const double y = card.top() + 20;
     const auto at = [&](double x) { return scene.at(picture, x, y); };
-    // The bars shine through by three parts of a hundred.
+    // The plate lets three per cent of the colour bars through.
     QVERIFY2(isClose(at(card.left() + 12), StationPalette::soot(), 6), qPrintable(at(card.left() + 12).name()));
     for (const double x : {card.left(), card.left() + 1})
         QVERIFY2(at(x).red() > 60 && at(x).red() < 90, qPrintable(at(x).name()));
     QVERIFY(isClose(at(card.left() + 2), at(card.left() + 12)));
-    // Yellow stands to the left of the card, 192 without a shadow.
+    // Left of the card is the yellow bar, whose red value is 192 without a shadow.
     const double middle = card.center().y();
     const auto beside = [&](double distance) { return scene.at(picture, card.left() - distance, middle).red(); };
     QVERIFY2(beside(2) > 135 && beside(2) < 160, qPrintable(QString::number(beside(2))));
@@ -174,7 +174,7 @@ void StandbyCardTest::itsPlateIsOutlinedAndCastsAShadow()
     QVERIFY(beside(62) >= 191);
 }
 
-void StandbyCardTest::itSaysWhatTheSetDoes()
+void StandbyCardTest::statusLineShowsCheckingOrWatching()
 {
     Scene scene(newsOf({}, {}));
     QVERIFY(scene.text(watchingLine) && !scene.text(checkingLine));
@@ -189,18 +189,18 @@ void StandbyCardTest::itSaysWhatTheSetDoes()
     QVERIFY(isClose(discColor(), StationPalette::olive()));
 }
 
-void StandbyCardTest::whatIsNotThereIsLeftOut_data()
+void StandbyCardTest::missingTextsAreOmitted_data()
 {
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("note");
     QTest::addColumn<QStringList>("rows");
-    QTest::newRow("both") << u"A"_s << u"B"_s << QStringList{u"A"_s, u"B"_s};
+    QTest::newRow("title and note") << u"A"_s << u"B"_s << QStringList{u"A"_s, u"B"_s};
     QTest::newRow("no note") << u"A"_s << QString() << QStringList{u"A"_s};
     QTest::newRow("no title") << QString() << u"B"_s << QStringList{u"B"_s};
     QTest::newRow("neither") << QString() << QString() << QStringList();
 }
 
-void StandbyCardTest::whatIsNotThereIsLeftOut()
+void StandbyCardTest::missingTextsAreOmitted()
 {
     QFETCH(QString, title);
     QFETCH(QString, note);
@@ -213,12 +213,12 @@ void StandbyCardTest::whatIsNotThereIsLeftOut()
         QVERIFY2(std::abs(scene.areaOf(words).top() - above - 24) < 0.01, qPrintable(words));
         above = scene.areaOf(words).bottom();
     }
-    // What the hub says later is shown.
+    // Texts that arrive later are shown.
     scene.setNews(newsOf(u"later"_s, u"later still"_s));
     QVERIFY(scene.text(u"later"_s) && scene.text(u"later still"_s));
 }
 
-void StandbyCardTest::itCountsDownToTheNextBroadcast()
+void StandbyCardTest::cardCountsDownToNextBroadcast()
 {
     Scene scene(newsOf({}, {}, u"2025-01-02T13:01:01Z"_s, u"Tonight at one"_s));
     QCOMPARE(scene.words().mid(3), QStringList({u"1d 01:01:01"_s, u"Tonight at one"_s}));
@@ -228,7 +228,7 @@ void StandbyCardTest::itCountsDownToTheNextBroadcast()
     QCOMPARE(scene.words().mid(3), QStringList{u"no broadcast scheduled"_s});
 }
 
-void StandbyCardTest::theTickerRunsAlongTheBottomOfTheDisplay_data()
+void StandbyCardTest::tickerFillsBottomOfDisplay_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::newRow("wide") << QSize(1920, 1080);
@@ -236,7 +236,7 @@ void StandbyCardTest::theTickerRunsAlongTheBottomOfTheDisplay_data()
     QTest::newRow("taller") << QSize(1024, 768);
 }
 
-void StandbyCardTest::theTickerRunsAlongTheBottomOfTheDisplay()
+void StandbyCardTest::tickerFillsBottomOfDisplay()
 {
     QFETCH(QSize, size);
     Scene scene(newsOf({}, {}), size);
@@ -247,7 +247,7 @@ void StandbyCardTest::theTickerRunsAlongTheBottomOfTheDisplay()
     QVERIFY(bars.marginsAdded({1, 1, 1, 1}).contains(QRectF({}, QSizeF(size))));
 }
 
-void StandbyCardTest::itsTickerCanBeHeard()
+void StandbyCardTest::tickerHasAccessibleText()
 {
     NewsStatus news;
     news.ticker = QStringList{u"One"_s, u"Two"_s};
@@ -259,24 +259,24 @@ void StandbyCardTest::itsTickerCanBeHeard()
     QCOMPARE(ticker->text(QAccessible::Name), u"One   ·   Two"_s);
 }
 
-void StandbyCardTest::aTextIsShownWholeWhileThereIsRoom_data()
+void StandbyCardTest::textIsNotElidedWhileItFits_data()
 {
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("note");
     QTest::addColumn<QString>("label");
     const QString a = u"A"_s;
-    QTest::newRow("a title") << sentence.repeated(8) << a << a;
-    QTest::newRow("a note") << a << sentence.repeated(15) << a;
-    QTest::newRow("a label") << a << a << sentence.repeated(12);
+    QTest::newRow("long title") << sentence.repeated(8) << a << a;
+    QTest::newRow("long note") << a << sentence.repeated(15) << a;
+    QTest::newRow("long label") << a << a << sentence.repeated(12);
     QTest::newRow("all three") << sentence.repeated(4) << sentence.repeated(4) << sentence.repeated(4);
-    QTest::newRow("a title alone") << sentence.repeated(10) << QString() << QString();
-    QTest::newRow("lines") << u"one\ntwo\nthree\n"_s << u"one\n\ntwo"_s << a;
+    QTest::newRow("title only") << sentence.repeated(10) << QString() << QString();
+    QTest::newRow("line breaks") << u"one\ntwo\nthree\n"_s << u"one\n\ntwo"_s << a;
     QTest::newRow("Chinese") << u"市議會定期會議與港口委員會聯席特別會議"_s.repeated(8)
                              << u"市議會定期會議"_s.repeated(20) << a;
     QTest::newRow("Arabic") << u"اجتماع مجلس المدينة "_s.repeated(12) << u"اجتماع مجلس المدينة "_s.repeated(20) << a;
 }
 
-void StandbyCardTest::aTextIsShownWholeWhileThereIsRoom()
+void StandbyCardTest::textIsNotElidedWhileItFits()
 {
     QFETCH(const QString, title);
     QFETCH(const QString, note);
@@ -293,7 +293,7 @@ void StandbyCardTest::aTextIsShownWholeWhileThereIsRoom()
     QVERIFY(scene.cardArea().bottom() <= scene.tickerArea().top() - margin + 0.5);
 }
 
-void StandbyCardTest::theCountdownIsWholeBeforeTheTitleAndThatBeforeTheNote()
+void StandbyCardTest::countdownHasPriorityOverTitleAndTitleOverNote()
 {
     const QString label = u"The label. "_s.repeated(30);
     const QString title = u"The title. "_s.repeated(30);
@@ -304,7 +304,7 @@ void StandbyCardTest::theCountdownIsWholeBeforeTheTitleAndThatBeforeTheNote()
     QVERIFY(scene.text(note)->property("truncated").toBool());
     QVERIFY(scene.text(note)->property("lineCount").toInt() > 4);
 
-    // A text is not crowded out by another that never ends.
+    // One endless text does not displace the others.
     const QString endless = sentence.repeated(50);
     const Scene crowded(newsOf(endless, endless + u'2', next, endless + u'3'));
     QCOMPARE(crowded.text(endless)->property("lineCount").toInt(), 2);
@@ -313,22 +313,22 @@ void StandbyCardTest::theCountdownIsWholeBeforeTheTitleAndThatBeforeTheNote()
     QCOMPARE(crowded.text(u"1d 01:01:01"_s)->property("truncated").toBool(), false);
 }
 
-void StandbyCardTest::aTextIsCutAtTheLastLineThatFits_data()
+void StandbyCardTest::textIsElidedAtLastLineThatFits_data()
 {
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("note");
     QTest::addColumn<QString>("label");
-    QTest::addColumn<double>("line"); // points, of the text that is cut
+    QTest::addColumn<double>("line"); // height of a line of the elided text, in points
     const QString endless = sentence.repeated(58);
-    QTest::newRow("the title") << endless << QString() << u"A"_s << 37.0;
-    QTest::newRow("the note") << u"A"_s << endless << QString() << 30.0;
-    QTest::newRow("the label") << QString() << QString() << endless << 30.0;
+    QTest::newRow("title") << endless << QString() << u"A"_s << 37.0;
+    QTest::newRow("note") << u"A"_s << endless << QString() << 30.0;
+    QTest::newRow("label") << QString() << QString() << endless << 30.0;
     QTest::newRow("all") << endless << endless << endless << 30.0;
     QTest::newRow("Chinese") << QString() << u"市議會定期會議與港口委員會聯席特別會議"_s.repeated(100) << u"A"_s
                              << 40.0;
 }
 
-void StandbyCardTest::aTextIsCutAtTheLastLineThatFits()
+void StandbyCardTest::textIsElidedAtLastLineThatFits()
 {
     QFETCH(const QString, title);
     QFETCH(const QString, note);
@@ -338,14 +338,14 @@ void StandbyCardTest::aTextIsCutAtTheLastLineThatFits()
     for (const bool checking : {false, true}) {
         scene.canvas->setProperty("checking", checking);
         scene.stage.waitForFrame();
-        // Another line would take the card beyond what it may have.
+        // One more line would make the card too tall.
         const double most = scene.tickerArea().top() - 2 * margin;
         QVERIFY2(scene.cardArea().height() <= most + 0.5 && scene.cardArea().height() > most - line,
                  qPrintable(u"%1 of %2"_s.arg(scene.cardArea().height()).arg(most)));
     }
 }
 
-void StandbyCardTest::longTextsStayOnTheCard_data()
+void StandbyCardTest::longTextsStayInsideCard_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QSize>("size");
@@ -355,9 +355,9 @@ void StandbyCardTest::longTextsStayOnTheCard_data()
         {"Chinese", u"市議會定期會議與港口委員會聯席特別會議"_s.repeated(15).left(300)},
         {"Arabic", u"اجتماع مجلس المدينة "_s.repeated(15)},
         {"more Arabic", u"اجتماع مجلس المدينة "_s.repeated(60)},
-        {"lines", u"one\ntwo\nthree\nfour\nfive\nsix"_s},
+        {"line breaks", u"one\ntwo\nthree\nfour\nfive\nsix"_s},
         {"emoji", u"\U0001F6A2\U0001F4FC "_s.repeated(60)},
-        {"a million", QString(1'000'000, u'W')},
+        {"a million characters", QString(1'000'000, u'W')},
     };
     for (const auto& [name, text] : texts) {
         for (const QSize size : {QSize(1280, 720), QSize(1920, 1080), QSize(3840, 2160)})
@@ -365,14 +365,14 @@ void StandbyCardTest::longTextsStayOnTheCard_data()
     }
 }
 
-void StandbyCardTest::longTextsStayOnTheCard()
+void StandbyCardTest::longTextsStayInsideCard()
 {
     QFETCH(QString, text);
     QFETCH(QSize, size);
     Scene scene(newsOf(text, text, u"2025-01-02T13:01:01Z"_s, text), size);
     const QRectF card = scene.cardArea();
     QVERIFY2(card.width() <= 1500, qPrintable(QString::number(card.width())));
-    // Of the card the strip may cover its empty edge.
+    // The strip may cover the empty edge of the card, but not its heading.
     QVERIFY2(scene.areaOf(heading).top() > stripBottom, qPrintable(QString::number(card.top())));
     QVERIFY(card.top() > margin - 1);
     QVERIFY(card.bottom() < scene.tickerArea().top() - margin + 1);
@@ -384,7 +384,7 @@ void StandbyCardTest::longTextsStayOnTheCard()
         const QRectF area = scene.area(item);
         QVERIFY(area.top() >= inside.top() && area.bottom() <= inside.bottom());
         QVERIFY(item->property("contentHeight").toDouble() <= item->height() + 0.5);
-        // Qt cuts joined Arabic letters up to one of them too late.
+        // When Qt elides joined Arabic letters, the text can be up to one letter too wide.
         QVERIFY(item->property("contentWidth").toDouble() <= inside.width() + 24);
         QVERIFY(!area.intersects(above));
         above = area;

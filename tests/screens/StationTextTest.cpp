@@ -11,26 +11,26 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/** The pixels that a text leaves on a black glass. */
-QRect ink(const QImage& glass)
+/** The bounding rectangle of the pixels of a text on black. */
+QRect ink(const QImage& picture)
 {
     QRect area;
-    for (int y = 0; y < glass.height(); ++y) {
-        for (int x = 0; x < glass.width(); ++x) {
-            if (glass.pixel(x, y) != qRgb(0, 0, 0))
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixel(x, y) != qRgb(0, 0, 0))
                 area |= QRect(x, y, 1, 1);
         }
     }
     return area;
 }
 
-/** One text on the stage, white on black, 100 points off the corner. */
+/** One text in a window, white on black, 100 points from the top left corner. */
 struct OneText
 {
     OneText(const QString& text, const QString& properties, double scale = 1) : stage(QSize(1100, 800) * scale)
     {
         const QString root = u"Item { property string text; scale: %1; transformOrigin: Item.TopLeft; "_s.arg(scale);
-        QQuickItem* const frame = stage.put(
+        QQuickItem* const frame = stage.load(
             root +
                 u"StationText { x: 100; y: 100; text: parent.text; color: 'white'; font: Typography.standard(26); "_s +
                 properties + u"} }"_s,
@@ -60,49 +60,49 @@ void addScripts()
     QTest::newRow("emoji") << u"\U0001F6A2\U0001F4FC "_s + judge + u' ';
     QTest::newRow("symbols") << u"◈ ★ ⏏ ☎ "_s;
     QTest::newRow("stacked marks") << u"Z\u0338\u0322\u0313\u0351a\u0336\u0301\u0302\u0303\u0304lg\u0337o "_s;
-    QTest::newRow("all at once") << u"Council اجتماع परिषद สภา 市議會 \U0001F6A2 "_s;
+    QTest::newRow("mixed scripts") << u"Council اجتماع परिषद สภา 市議會 \U0001F6A2 "_s;
 }
 
 } // namespace
 
-/** The texts of the screens: their lines, their cuts, their places. */
+/** Texts on screens: line breaks, elision, positions. */
 class StationTextTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void plainLettersAreDrawnAsTextDrawsThem_data();
-    void plainLettersAreDrawnAsTextDrawsThem();
-    void everyLineIsAsTallAsItsOwnFonts_data() { addScripts(); }
-    void everyLineIsAsTallAsItsOwnFonts();
-    void everyLineStandsAtTheSameDistance_data();
-    void everyLineStandsAtTheSameDistance();
-    void aBorrowedLetterMovesNothing_data() { addScripts(); }
-    void aBorrowedLetterMovesNothing();
-    void aLetterTallerThanItsLineIsWhole();
-    void aJoinedEmojiIsOneSign_data();
-    void aJoinedEmojiIsOneSign();
-    void aTextIsCutAtTheLastLineThatFits_data() { addScripts(); }
-    void aTextIsCutAtTheLastLineThatFits();
-    void aTextIsCutAtTheEndOfItsLine_data() { addScripts(); }
-    void aTextIsCutAtTheEndOfItsLine();
-    void aTextThatHasRoomIsNotCut();
-    void aCutTextIsStillTheWholeText();
-    void anotherWidthBreaksItsLinesAnew();
-    void anotherTextReplacesTheOldOne();
-    void aWidthThatDependsOnItsOwnIsHeardAtOnce();
-    void aTextStandsAtTheSideOnWhichItsScriptBegins();
-    void anEmptyTextIsALineHigh();
-    void lineBreaksAreSpacesOnOneLine();
-    void anyCodePointIsBorne_data();
-    void anyCodePointIsBorne();
+    void plainTextIsDrawnAsByQtQuickText_data();
+    void plainTextIsDrawnAsByQtQuickText();
+    void lineHeightIsThatOfOwnFont_data() { addScripts(); }
+    void lineHeightIsThatOfOwnFont();
+    void linesAreEvenlySpaced_data();
+    void linesAreEvenlySpaced();
+    void fallbackFontDoesNotChangeLineHeight_data() { addScripts(); }
+    void fallbackFontDoesNotChangeLineHeight();
+    void letterTallerThanLineIsNotClipped();
+    void emojiSequenceIsDrawnAsOneGlyph_data();
+    void emojiSequenceIsDrawnAsOneGlyph();
+    void textIsElidedAtLastLineThatFits_data() { addScripts(); }
+    void textIsElidedAtLastLineThatFits();
+    void singleLineIsElidedAtItsEnd_data() { addScripts(); }
+    void singleLineIsElidedAtItsEnd();
+    void textThatFitsIsNotElided();
+    void elidedItemKeepsItsFullText();
+    void linesAreBrokenAgainWhenWidthChanges();
+    void newTextReplacesOldOne();
+    void widthBoundToImplicitWidthIsUpdatedAtOnce();
+    void alignmentFollowsScriptDirection();
+    void emptyTextHasHeightOfOneLine();
+    void lineBreaksBecomeSpacesInSingleLine();
+    void anyCodePointIsAccepted_data();
+    void anyCodePointIsAccepted();
 };
 
-void StationTextTest::plainLettersAreDrawnAsTextDrawsThem_data()
+void StationTextTest::plainTextIsDrawnAsByQtQuickText_data()
 {
     QTest::addColumn<QString>("properties");
-    QTest::addColumn<QString>("ours");
-    QTest::addColumn<QString>("theirs");
+    QTest::addColumn<QString>("stationTextProperties");
+    QTest::addColumn<QString>("quickTextProperties");
     const QString standard = u"font: Typography.standard(30)"_s;
     QTest::newRow("one line") << standard << u""_s << u""_s;
     QTest::newRow("spaced") << u"font: Typography.label(20)"_s << u""_s << u""_s;
@@ -114,11 +114,11 @@ void StationTextTest::plainLettersAreDrawnAsTextDrawsThem_data()
     QTest::newRow("spaced lines")
         << standard + u"; width: 300"_s << u"wraps: true; lineSpacing: 8"_s
         << u"wrapMode: Text.Wrap; lineHeightMode: Text.FixedHeight; lineHeight: 45; bottomPadding: -8"_s;
-    QTest::newRow("cut") << standard + u"; width: 300"_s << u""_s << u"elide: Text.ElideRight"_s;
-    QTest::newRow("cut on its second line") << standard + u"; width: 310; maximumLineCount: 2"_s << u"wraps: true"_s
-                                            << u"wrapMode: Text.Wrap; elide: Text.ElideRight"_s;
-    QTest::newRow("cut by its height") << standard + u"; width: 300; height: 100"_s << u"wraps: true"_s
-                                       << u"wrapMode: Text.Wrap; elide: Text.ElideRight"_s;
+    QTest::newRow("elided") << standard + u"; width: 300"_s << u""_s << u"elide: Text.ElideRight"_s;
+    QTest::newRow("elided on second line") << standard + u"; width: 310; maximumLineCount: 2"_s << u"wraps: true"_s
+                                           << u"wrapMode: Text.Wrap; elide: Text.ElideRight"_s;
+    QTest::newRow("elided by height") << standard + u"; width: 300; height: 100"_s << u"wraps: true"_s
+                                      << u"wrapMode: Text.Wrap; elide: Text.ElideRight"_s;
     QTest::newRow("in a box") << standard + u"; width: 900; height: 200; verticalAlignment: Text.AlignVCenter; "_s +
                                      u"horizontalAlignment: Text.AlignRight"_s
                               << u""_s << u""_s;
@@ -128,20 +128,21 @@ void StationTextTest::plainLettersAreDrawnAsTextDrawsThem_data()
                                       << u""_s << u""_s;
 }
 
-void StationTextTest::plainLettersAreDrawnAsTextDrawsThem()
+void StationTextTest::plainTextIsDrawnAsByQtQuickText()
 {
     QFETCH(const QString, properties);
-    QFETCH(const QString, ours);
-    QFETCH(const QString, theirs);
+    QFETCH(const QString, stationTextProperties);
+    QFETCH(const QString, quickTextProperties);
     const QString text = u"Canvas { %1 { x: 100; y: 100; color: 'white'; "_s +
                          u"text: 'Joint session of the harbour board, 5 March 2024'; %2; %3 } }"_s;
     for (const QSize size : {QSize(1280, 720), QSize(1920, 1080), QSize(3840, 2160)}) {
         Stage one(size);
-        QQuickItem* const root = one.put(text.arg(u"StationText"_s, properties, ours));
+        QQuickItem* const root = one.load(text.arg(u"StationText"_s, properties, stationTextProperties));
         const auto* const item = qobject_cast<StationTextItem*>(Stage::first(root, "StationText"));
         Stage other(size);
         const QQuickItem* const toolkit = Stage::first(
-            other.put(text.arg(u"Text"_s, properties, u"textFormat: Text.PlainText; "_s + theirs)), "QQuickText");
+            other.load(text.arg(u"Text"_s, properties, u"textFormat: Text.PlainText; "_s + quickTextProperties)),
+            "QQuickText");
         QCOMPARE(item->size(), toolkit->size());
         QCOMPARE(item->baselineOffset(), toolkit->baselineOffset());
         QCOMPARE(item->lineCount(), toolkit->property("lineCount").toInt());
@@ -151,7 +152,7 @@ void StationTextTest::plainLettersAreDrawnAsTextDrawsThem()
     }
 }
 
-void StationTextTest::everyLineIsAsTallAsItsOwnFonts()
+void StationTextTest::lineHeightIsThatOfOwnFont()
 {
     QFETCH(QString, words);
     const OneText text(words.repeated(9), wrapped + u"lineSpacing: 6"_s);
@@ -161,7 +162,7 @@ void StationTextTest::everyLineIsAsTallAsItsOwnFonts()
     QVERIFY(!text.item->isTruncated());
 }
 
-void StationTextTest::everyLineStandsAtTheSameDistance_data()
+void StationTextTest::linesAreEvenlySpaced_data()
 {
     QTest::addColumn<double>("scale");
     QTest::newRow("720p") << 2.0 / 3;
@@ -169,33 +170,33 @@ void StationTextTest::everyLineStandsAtTheSameDistance_data()
     QTest::newRow("2160p") << 2.0;
 }
 
-void StationTextTest::everyLineStandsAtTheSameDistance()
+void StationTextTest::linesAreEvenlySpaced()
 {
     QFETCH(const double, scale);
-    // Each line begins with an upright stroke of its own font and goes on with letters of another.
+    // Each line begins with an upright stroke in the item's own font and continues with letters from another font.
     const QString lines =
         u"I\nI اجتماع\nI\nI परिषद\nI ประชุมที่\nI 市議會\nI \U0001F6A2\nI Z\u0313\u0301\u0302\u0303\nI ◈\nI"_s;
     OneText text(lines, u"wraps: true; width: 700; lineSpacing: 30"_s, scale);
-    const QImage glass = text.stage.picture();
+    const QImage picture = text.stage.picture();
     const int stem = [&] {
         const int middle = int((100 + 16) * scale);
         int x = int(100 * scale);
-        while (qGray(glass.pixel(x, middle)) < 200)
+        while (qGray(picture.pixel(x, middle)) < 200)
             ++x;
         return x;
     }();
-    QList<int> feet;
-    for (int y = int(100 * scale); y < glass.height() - 1; ++y) {
-        if (qGray(glass.pixel(stem, y)) > 128 && qGray(glass.pixel(stem, y + 1)) <= 128)
-            feet.append(y);
+    QList<int> bottoms;
+    for (int y = int(100 * scale); y < picture.height() - 1; ++y) {
+        if (qGray(picture.pixel(stem, y)) > 128 && qGray(picture.pixel(stem, y + 1)) <= 128)
+            bottoms.append(y);
     }
-    QCOMPARE(feet.size(), 10);
-    for (qsizetype i = 1; i < feet.size(); ++i)
-        QVERIFY2(std::abs(feet.at(i) - feet.constFirst() - double(i) * 62 * scale) <= 1,
+    QCOMPARE(bottoms.size(), 10);
+    for (qsizetype i = 1; i < bottoms.size(); ++i)
+        QVERIFY2(std::abs(bottoms.at(i) - bottoms.constFirst() - double(i) * 62 * scale) <= 1,
                  qPrintable(QString::number(i)));
 }
 
-void StationTextTest::aBorrowedLetterMovesNothing()
+void StationTextTest::fallbackFontDoesNotChangeLineHeight()
 {
     QFETCH(QString, words);
     const OneText text(words, {});
@@ -205,9 +206,9 @@ void StationTextTest::aBorrowedLetterMovesNothing()
     QCOMPARE(text.item->lineCount(), 1);
 }
 
-void StationTextTest::aLetterTallerThanItsLineIsWhole()
+void StationTextTest::letterTallerThanLineIsNotClipped()
 {
-    // With room around it, and with hardly any.
+    // Once with a tall item and once with a very low one.
     const QString tall = u"ٱلْمَجْلِسُ ۞ Z\u0313\u0301\u0302\u0303\u0304\u0305\u0316\u0317\u0318\u0319"_s;
     OneText text(tall, {});
     OneText tight(tall, u"height: 20"_s);
@@ -216,7 +217,7 @@ void StationTextTest::aLetterTallerThanItsLineIsWhole()
     QCOMPARE(ink(tight.stage.picture()).size(), whole.size());
 }
 
-void StationTextTest::aJoinedEmojiIsOneSign_data()
+void StationTextTest::emojiSequenceIsDrawnAsOneGlyph_data()
 {
     QTest::addColumn<QString>("sign");
     QTest::newRow("judge") << judge;
@@ -229,13 +230,13 @@ void StationTextTest::aJoinedEmojiIsOneSign_data()
     QTest::newRow("selected scales") << u"\u2696\uFE0F"_s;
 }
 
-void StationTextTest::aJoinedEmojiIsOneSign()
+void StationTextTest::emojiSequenceIsDrawnAsOneGlyph()
 {
     QFETCH(QString, sign);
     const double ship = OneText(u"\U0001F6A2"_s, {}).item->implicitWidth();
     OneText one(sign, {});
     QCOMPARE(one.item->implicitWidth(), ship);
-    // What is drawn is as wide as what was measured, in a line that the item breaks and in one that the document does.
+    // The drawn width equals the measured width, both where the item breaks the line and where the document does.
     QVERIFY(ink(one.stage.picture()).width() <= ship + 2);
     QVERIFY(ink(one.stage.picture()).width() > ship - 8);
     OneText many(sign.repeated(10), wrapped);
@@ -243,7 +244,7 @@ void StationTextTest::aJoinedEmojiIsOneSign()
     QCOMPARE(many.item->text(), sign.repeated(10));
 }
 
-void StationTextTest::aTextIsCutAtTheLastLineThatFits()
+void StationTextTest::textIsElidedAtLastLineThatFits()
 {
     QFETCH(QString, words);
     for (const auto& [height, lines] : {std::pair(20, 1), {63, 1}, {64, 2}, {100, 3}, {130, 4}}) {
@@ -254,7 +255,7 @@ void StationTextTest::aTextIsCutAtTheLastLineThatFits()
         QCOMPARE(text.item->document()->textDocument()->firstBlock().layout()->lineCount(), lines);
         QVERIFY(text.item->document()->textDocument()->toPlainText().endsWith(u'…'));
     }
-    // Cut the same way without being any taller than its lines.
+    // The same elision, but the item is only as tall as its lines.
     const OneText low(words.repeated(60), wrapped + u"maximumHeight: 100"_s);
     QCOMPARE(low.item->lineCount(), 3);
     QCOMPARE(low.item->height(), 96.0);
@@ -265,7 +266,7 @@ void StationTextTest::aTextIsCutAtTheLastLineThatFits()
     QVERIFY(two.item->isTruncated());
 }
 
-void StationTextTest::aTextIsCutAtTheEndOfItsLine()
+void StationTextTest::singleLineIsElidedAtItsEnd()
 {
     QFETCH(QString, words);
     OneText text(words.repeated(30), u"width: 400"_s);
@@ -278,7 +279,7 @@ void StationTextTest::aTextIsCutAtTheEndOfItsLine()
     QVERIFY(drawn.left() > 90 && drawn.right() < 510);
 }
 
-void StationTextTest::aTextThatHasRoomIsNotCut()
+void StationTextTest::textThatFitsIsNotElided()
 {
     const QString line = u"Harbor Day"_s;
     const double width = OneText(line, {}).item->implicitWidth();
@@ -294,7 +295,7 @@ void StationTextTest::aTextThatHasRoomIsNotCut()
     QCOMPARE(tiny.item->lineCount(), 1);
 }
 
-void StationTextTest::aCutTextIsStillTheWholeText()
+void StationTextTest::elidedItemKeepsItsFullText()
 {
     const QString words = u"The council meets. "_s.repeated(9);
     OneText text(words, u"width: 200"_s);
@@ -306,7 +307,7 @@ void StationTextTest::aCutTextIsStillTheWholeText()
     QVERIFY(text.item->isTruncated());
 }
 
-void StationTextTest::anotherWidthBreaksItsLinesAnew()
+void StationTextTest::linesAreBrokenAgainWhenWidthChanges()
 {
     const QString words = u"The council meets. "_s.repeated(9);
     for (const QString& properties : {wrapped, wrapped + u"maximumLineCount: 20"_s}) {
@@ -321,7 +322,7 @@ void StationTextTest::anotherWidthBreaksItsLinesAnew()
     }
 }
 
-void StationTextTest::anotherTextReplacesTheOldOne()
+void StationTextTest::newTextReplacesOldOne()
 {
     for (const QString& properties : {QString(), u"width: 120"_s, wrapped}) {
         OneText text(judge + u" Council of the harbour "_s, properties);
@@ -332,7 +333,7 @@ void StationTextTest::anotherTextReplacesTheOldOne()
     }
 }
 
-void StationTextTest::aWidthThatDependsOnItsOwnIsHeardAtOnce()
+void StationTextTest::widthBoundToImplicitWidthIsUpdatedAtOnce()
 {
     for (const QString& properties : {QString(), u"wraps: true; "_s, u"wraps: true; maximumLineCount: 1; "_s}) {
         OneText text(u"Harbor"_s, properties + u"width: Math.min(implicitWidth, 300)"_s);
@@ -350,7 +351,7 @@ void StationTextTest::aWidthThatDependsOnItsOwnIsHeardAtOnce()
     }
 }
 
-void StationTextTest::aTextStandsAtTheSideOnWhichItsScriptBegins()
+void StationTextTest::alignmentFollowsScriptDirection()
 {
     for (const QString& properties : {u"width: 400"_s, wrapped, wrapped + u"maximumLineCount: 3"_s}) {
         OneText latin(u"Council"_s, properties);
@@ -362,7 +363,7 @@ void StationTextTest::aTextStandsAtTheSideOnWhichItsScriptBegins()
     }
 }
 
-void StationTextTest::anEmptyTextIsALineHigh()
+void StationTextTest::emptyTextHasHeightOfOneLine()
 {
     for (const QString& properties : {QString(), wrapped, u"width: 100"_s}) {
         const OneText text({}, properties);
@@ -371,7 +372,7 @@ void StationTextTest::anEmptyTextIsALineHigh()
     }
 }
 
-void StationTextTest::lineBreaksAreSpacesOnOneLine()
+void StationTextTest::lineBreaksBecomeSpacesInSingleLine()
 {
     const OneText text(u"one\r\ntwo\nthree\u2028four\u2029five\vsix"_s, {});
     QCOMPARE(text.item->document()->textDocument()->toPlainText(), u"one two three four five six"_s);
@@ -381,27 +382,27 @@ void StationTextTest::lineBreaksAreSpacesOnOneLine()
     QCOMPARE(lines.item->document()->textDocument()->blockCount(), 1);
 }
 
-void StationTextTest::anyCodePointIsBorne_data()
+void StationTextTest::anyCodePointIsAccepted_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("objects") << u"a\uFFFCb\uFFFC"_s;
-    QTest::newRow("ends of frames") << u"a"_s + QChar(0xFDD0) + u'b' + QChar(0xFDD1);
-    QTest::newRow("half pairs") << u"a"_s + QChar(0xD83D) + u'b' + QChar(0xDC69);
-    QTest::newRow("nothing") << QString(QChar(0)) + u"a"_s + QChar(0);
-    QTest::newRow("controls") << u"a\u0001\u001b[31m\u007f\tb"_s;
-    QTest::newRow("directions") << u"\u202eabc\u202c \u2067def\u2069"_s;
-    QTest::newRow("joiners alone") << u"\u200d\u200d\ufe0f\u20e3"_s;
+    QTest::newRow("object replacement characters") << u"a\uFFFCb\uFFFC"_s;
+    QTest::newRow("noncharacters") << u"a"_s + QChar(0xFDD0) + u'b' + QChar(0xFDD1);
+    QTest::newRow("lone surrogates") << u"a"_s + QChar(0xD83D) + u'b' + QChar(0xDC69);
+    QTest::newRow("null characters") << QString(QChar(0)) + u"a"_s + QChar(0);
+    QTest::newRow("control characters") << u"a\u0001\u001b[31m\u007f\tb"_s;
+    QTest::newRow("bidirectional controls") << u"\u202eabc\u202c \u2067def\u2069"_s;
+    QTest::newRow("lone joiners") << u"\u200d\u200d\ufe0f\u20e3"_s;
     QTest::newRow("markup") << u"<b>a</b>&amp;<img src='file:///etc/passwd'>"_s;
 }
 
-void StationTextTest::anyCodePointIsBorne()
+void StationTextTest::anyCodePointIsAccepted()
 {
     QFETCH(const QString, text);
     for (const QString& properties : {QString(), u"width: 40"_s, wrapped, wrapped + u"height: 40"_s}) {
-        OneText borne(text.repeated(5), properties);
-        QCOMPARE(borne.item->text(), text.repeated(5));
-        QCOMPARE(borne.item->document()->textDocument()->blockCount(), 1);
-        QVERIFY(!borne.stage.picture().isNull());
+        OneText accepted(text.repeated(5), properties);
+        QCOMPARE(accepted.item->text(), text.repeated(5));
+        QCOMPARE(accepted.item->document()->textDocument()->blockCount(), 1);
+        QVERIFY(!accepted.stage.picture().isNull());
     }
 }
 

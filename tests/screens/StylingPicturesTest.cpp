@@ -17,14 +17,15 @@ bool isClose(QColor seen, QColor wanted, int tolerance = 1)
            std::abs(seen.blue() - wanted.blue()) <= tolerance;
 }
 
-QColor over(QColor ground, QColor color, double opacity)
+QColor over(QColor background, QColor color, double opacity)
 {
     const auto mix = [opacity](int below, int above) { return int(std::lround(below + (above - below) * opacity)); };
-    return {mix(ground.red(), color.red()), mix(ground.green(), color.green()), mix(ground.blue(), color.blue())};
+    return {mix(background.red(), color.red()), mix(background.green(), color.green()),
+            mix(background.blue(), color.blue())};
 }
 
 /** Art that counts how often it is painted. */
-class CountedArt : public PaintedItem
+class CountingArt : public PaintedItem
 {
 public:
     mutable int paintings = 0;
@@ -36,44 +37,44 @@ public:
 #define COMPARE_COLOR(seen, wanted)                                                                                    \
     QVERIFY2(isClose(seen, wanted), qPrintable(QColor(seen).name() + u" instead of "_s + QColor(wanted).name()))
 
-/** What the pieces of the station's styling look like, pixel by pixel. */
+/** The parts of the station's styling, compared pixel by pixel. */
 class StylingPicturesTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void twoVeneersAreIdenticalPixelForPixel();
-    void theGrainDarkensTheWoodByItsOpacity();
-    void theNightSkyRunsFromInkNavyToNearBlack();
-    void theNightSkyFillsWhatTheCanvasLeavesFree();
-    void theBarsAreEqualStripesWithoutSeams_data();
-    void theBarsAreEqualStripesWithoutSeams();
-    void aDarkLampIsASootDiscWithoutAnyGlow();
-    void aLiveLampIsRedAndGlows();
-    void aPlateIsOutlinedInsideItsEdge();
-    void aPlateShowsNothingBeyondItsCorners();
-    void aCardThatHasGrownIsPaintedAtItsNewSize();
-    void artIsNotPaintedWhileItMoves();
-    void artStandsOnWholePixels();
+    void grainDarkensWoodByItsOpacity();
+    void nightSkyGradientRunsFromInkNavyToNearBlack();
+    void nightSkyFillsAreaOutsideCanvas();
+    void miniColorBarsAreEqualStripesWithoutGaps_data();
+    void miniColorBarsAreEqualStripesWithoutGaps();
+    void lampThatIsOffIsSootDiscWithoutGlow();
+    void liveLampIsRedAndGlows();
+    void plateOutlineIsInsideItsEdge();
+    void plateDrawsNothingOutsideItsCorners();
+    void scaledArtIsPaintedAtItsNewSize();
+    void artIsNotPaintedDuringAnimation();
+    void artIsAlignedToWholePixels();
 };
 
 void StylingPicturesTest::twoVeneersAreIdenticalPixelForPixel()
 {
     Stage first({620, 620});
-    first.put(u"VeneerBackground { width: 620; height: 620 }"_s);
+    first.load(u"VeneerBackground { width: 620; height: 620 }"_s);
     const QImage one = first.picture();
     Stage second({620, 620});
-    second.put(u"VeneerBackground { width: 620; height: 620 }"_s);
+    second.load(u"VeneerBackground { width: 620; height: 620 }"_s);
     QCOMPARE(one, second.picture());
 }
 
-void StylingPicturesTest::theGrainDarkensTheWoodByItsOpacity()
+void StylingPicturesTest::grainDarkensWoodByItsOpacity()
 {
     Stage stage({620, 620});
-    stage.put(u"VeneerBackground { width: 620; height: 620 }"_s);
+    stage.load(u"VeneerBackground { width: 620; height: 620 }"_s);
     const QImage picture = stage.picture();
     const auto grain = VeneerBackground::grain(620);
-    // Along the top edge the wood runs from chestnut half-way to walnut.
+    // Along the top edge the wood's colour runs from chestnut to halfway towards walnut.
     const auto wood = [](double x) { return over(StationPalette::chestnut(), StationPalette::walnut(), x / 620); };
     for (qsizetype i = 0; i < 12; ++i) {
         const auto& streak = grain.at(i);
@@ -86,10 +87,10 @@ void StylingPicturesTest::theGrainDarkensTheWoodByItsOpacity()
     QVERIFY(isClose(last, QColor(74, 51, 39), 8));
 }
 
-void StylingPicturesTest::theNightSkyRunsFromInkNavyToNearBlack()
+void StylingPicturesTest::nightSkyGradientRunsFromInkNavyToNearBlack()
 {
     Stage stage;
-    stage.put(u"NightSky { width: 1920; height: 1080 }"_s);
+    stage.load(u"NightSky { width: 1920; height: 1080 }"_s);
     const QImage picture = stage.picture();
     COMPARE_COLOR(picture.pixelColor(0, 0), QColor(11, 16, 38));
     COMPARE_COLOR(picture.pixelColor(1919, 0), QColor(11, 16, 38));
@@ -97,17 +98,17 @@ void StylingPicturesTest::theNightSkyRunsFromInkNavyToNearBlack()
     COMPARE_COLOR(picture.pixelColor(1919, 1079), QColor(5, 7, 15));
 }
 
-void StylingPicturesTest::theNightSkyFillsWhatTheCanvasLeavesFree()
+void StylingPicturesTest::nightSkyFillsAreaOutsideCanvas()
 {
     Stage stage({1024, 768});
-    QQuickItem* canvas = stage.put(u"Canvas { FullBleed { NightSky { anchors.fill: parent } } }"_s);
+    QQuickItem* canvas = stage.load(u"Canvas { FullBleed { NightSky { anchors.fill: parent } } }"_s);
     QCOMPARE(Stage::area(canvas), QRectF(0, 96, 1024, 576));
     const QImage picture = stage.picture();
     COMPARE_COLOR(picture.pixelColor(0, 0), QColor(11, 16, 38));
     COMPARE_COLOR(picture.pixelColor(1023, 767), QColor(5, 7, 15));
 }
 
-void StylingPicturesTest::theBarsAreEqualStripesWithoutSeams_data()
+void StylingPicturesTest::miniColorBarsAreEqualStripesWithoutGaps_data()
 {
     QTest::addColumn<int>("width");
     QTest::newRow("even") << 490;
@@ -115,25 +116,25 @@ void StylingPicturesTest::theBarsAreEqualStripesWithoutSeams_data()
     QTest::newRow("scaled down") << 333;
 }
 
-void StylingPicturesTest::theBarsAreEqualStripesWithoutSeams()
+void StylingPicturesTest::miniColorBarsAreEqualStripesWithoutGaps()
 {
     QFETCH(int, width);
     Stage stage({width, 100});
-    stage.put(u"MiniColorBars { width: %1; height: 100; bars: StationPalette.colorBars }"_s.arg(width));
+    stage.load(u"MiniColorBars { width: %1; height: 100; bars: StationPalette.colorBars }"_s.arg(width));
     const QImage picture = stage.picture();
     const auto& bars = StationPalette::colorBars();
     for (int x = 0; x < width; ++x) {
         const QColor seen = picture.pixelColor(x, 50);
         const qsizetype bar = bars.indexOf(QColor(seen.rgb()));
-        QVERIFY2(bar >= 0, qPrintable(u"a seam at %1"_s.arg(x)));
+        QVERIFY2(bar >= 0, qPrintable(u"a gap at %1"_s.arg(x)));
         QVERIFY(std::abs((x + 0.5) / width * 7 - (double(bar) + 0.5)) <= 0.5 + 7.0 / width);
     }
 }
 
-void StylingPicturesTest::aDarkLampIsASootDiscWithoutAnyGlow()
+void StylingPicturesTest::lampThatIsOffIsSootDiscWithoutGlow()
 {
     Stage stage({400, 120});
-    QQuickItem* root = stage.put(u"Item { OnAirLamp { x: 50; y: 50; live: false } }"_s);
+    QQuickItem* root = stage.load(u"Item { OnAirLamp { x: 50; y: 50; live: false } }"_s);
     const QImage picture = stage.picture();
     const QRectF disc = Stage::area(Stage::first(root, "LampDisc"));
     QCOMPARE(disc.size(), QSizeF(26, 26));
@@ -150,10 +151,10 @@ void StylingPicturesTest::aDarkLampIsASootDiscWithoutAnyGlow()
     QCOMPARE(stage.frames(), framesAtRest);
 }
 
-void StylingPicturesTest::aLiveLampIsRedAndGlows()
+void StylingPicturesTest::liveLampIsRedAndGlows()
 {
     Stage stage({400, 120});
-    QQuickItem* root = stage.put(u"Item { OnAirLamp { x: 50; y: 50; live: true } }"_s);
+    QQuickItem* root = stage.load(u"Item { OnAirLamp { x: 50; y: 50; live: true } }"_s);
     QQuickItem* lamp = Stage::first(root, "OnAirLamp");
     QTRY_VERIFY(lamp->property("glow").toDouble() > 0.95);
     const QImage bright = stage.window().grabWindow();
@@ -170,11 +171,11 @@ void StylingPicturesTest::aLiveLampIsRedAndGlows()
     QCOMPARE(words->property("font").value<QFont>().letterSpacing(), 3.0);
 }
 
-void StylingPicturesTest::aPlateIsOutlinedInsideItsEdge()
+void StylingPicturesTest::plateOutlineIsInsideItsEdge()
 {
     Stage stage({200, 200});
-    stage.put(u"Item { CardPlate { width: 200; height: 200; radius: 24; continuous: true; border: 'lime'; "
-              "borderWidth: 3; background: DiagonalGradient { from: 'red'; to: 'red' } } }"_s);
+    stage.load(u"Item { CardPlate { width: 200; height: 200; radius: 24; continuous: true; border: 'lime'; "
+               "borderWidth: 3; background: DiagonalGradient { from: 'red'; to: 'red' } } }"_s);
     const QImage picture = stage.picture();
     for (int depth = 0; depth < 6; ++depth) {
         const QColor wanted = depth < 3 ? QColor(0, 255, 0) : QColor(255, 0, 0);
@@ -183,60 +184,60 @@ void StylingPicturesTest::aPlateIsOutlinedInsideItsEdge()
     }
 }
 
-void StylingPicturesTest::aPlateShowsNothingBeyondItsCorners()
+void StylingPicturesTest::plateDrawsNothingOutsideItsCorners()
 {
     Stage stage({200, 200});
-    stage.put(u"Item { CardPlate { width: 200; height: 200; radius: 24; continuous: true; border: 'lime'; "
-              "borderWidth: 3; background: DiagonalGradient { from: 'red'; to: 'red' } } }"_s);
+    stage.load(u"Item { CardPlate { width: 200; height: 200; radius: 24; continuous: true; border: 'lime'; "
+               "borderWidth: 3; background: DiagonalGradient { from: 'red'; to: 'red' } } }"_s);
     const QImage picture = stage.picture();
     for (const QPoint corner : {QPoint(0, 0), QPoint(199, 0), QPoint(0, 199), QPoint(199, 199), QPoint(4, 4)})
         QCOMPARE(picture.pixelColor(corner), QColor(Qt::black));
     QCOMPARE(picture.pixelColor(13, 13), QColor(255, 0, 0));
 }
 
-void StylingPicturesTest::aCardThatHasGrownIsPaintedAtItsNewSize()
+void StylingPicturesTest::scaledArtIsPaintedAtItsNewSize()
 {
     Stage stage({300, 300});
-    QQuickItem* bars = stage.put(u"MiniColorBars { x: 50; y: 50; width: 140; height: 100; "
-                                 "bars: StationPalette.colorBars; Behavior on scale { NumberAnimation {} } }"_s);
+    QQuickItem* bars = stage.load(u"MiniColorBars { x: 50; y: 50; width: 140; height: 100; "
+                                  "bars: StationPalette.colorBars; Behavior on scale { NumberAnimation {} } }"_s);
     bars->setProperty("scale", 1.5);
     const QImage picture = stage.picture();
-    // 140 points grown to 210 pixels around their middle: each stripe is 30 pixels wide and meets the next sharply.
+    // 140 points are scaled to 210 pixels around their centre: each stripe is 30 pixels wide, with sharp edges.
     for (int bar = 0; bar < 7; ++bar) {
         QCOMPARE(picture.pixelColor(15 + 30 * bar, 100), StationPalette::colorBars().at(bar));
         QCOMPARE(picture.pixelColor(15 + 30 * bar + 29, 100), StationPalette::colorBars().at(bar));
     }
 }
 
-void StylingPicturesTest::artIsNotPaintedWhileItMoves()
+void StylingPicturesTest::artIsNotPaintedDuringAnimation()
 {
     Stage stage({300, 300});
-    QQuickItem* mover = stage.put(u"Item { transformOrigin: Item.TopLeft; Behavior on scale { NumberAnimation { "
-                                  "duration: 300 } } }"_s);
-    CountedArt art;
+    QQuickItem* mover = stage.load(u"Item { transformOrigin: Item.TopLeft; Behavior on scale { NumberAnimation { "
+                                   "duration: 300 } } }"_s);
+    CountingArt art;
     art.setSize({100, 100});
     art.setParentItem(mover);
-    stage.settle();
+    stage.waitUntilIdle();
     QCOMPARE(art.paintings, 1);
     for (int round = 0; round < 3; ++round) {
         const int framesBefore = stage.frames();
         mover->setProperty("scale", 1.5);
         QTRY_COMPARE(mover->scale(), 1.5);
-        stage.settle();
+        stage.waitUntilIdle();
         QVERIFY(stage.frames() > framesBefore + 3);
         QCOMPARE(art.paintings, 2);
         mover->setProperty("scale", 1);
         QTRY_COMPARE(mover->scale(), 1.0);
-        stage.settle();
+        stage.waitUntilIdle();
         QCOMPARE(art.paintings, 2);
     }
 }
 
-void StylingPicturesTest::artStandsOnWholePixels()
+void StylingPicturesTest::artIsAlignedToWholePixels()
 {
-    // A canvas of two thirds: 100.5 points are 67 pixels.
+    // The canvas has a scale of two thirds: 100.5 points are 67 pixels.
     Stage stage({1280, 720});
-    stage.put(
+    stage.load(
         u"Canvas { MiniColorBars { x: 100.5; y: 30; width: 210; height: 60; bars: StationPalette.colorBars } }"_s);
     const QImage picture = stage.picture();
     QCOMPARE(picture.pixelColor(66, 40), QColor(Qt::black));

@@ -14,7 +14,7 @@
 
 using namespace Qt::StringLiterals;
 
-/** A tape's screen in front of a viewer, on a scripted hub, with a player screen that plays nothing. */
+/** The screen of a tape, with a scripted hub and a player screen that plays nothing. */
 class TapeDetailHouse
 {
 public:
@@ -22,21 +22,21 @@ public:
     {
         if (resumePosition > 0)
             store.saveResume(tape.id, resumePosition);
-        QQuickItem* const root =
-            stage.put(u"import Quillmere.Shop\n"
-                      "Canvas { id: canvas; property QtObject store; property QtObject hub; property var tape\n"
-                      "TapeDetailView { anchors.fill: parent; store: canvas.store; hub: canvas.hub; tape: canvas.tape\n"
-                      "playerScreen: Component { FocusScreen { objectName: 'player'\n"
-                      "required property TapeDetailController detail; property var tape: detail.shownTape } } } }"_s,
-                      {{u"store"_s, QVariant::fromValue<QObject*>(&store)},
-                       {u"hub"_s, QVariant::fromValue<QObject*>(&hub)},
-                       {u"tape"_s, QVariant::fromValue(tape)}});
+        QQuickItem* const root = stage.load(
+            u"import Quillmere.Shop\n"
+            "Canvas { id: canvas; property QtObject store; property QtObject hub; property var tape\n"
+            "TapeDetailView { anchors.fill: parent; store: canvas.store; hub: canvas.hub; tape: canvas.tape\n"
+            "playerScreen: Component { FocusScreen { objectName: 'player'\n"
+            "required property TapeDetailController detail; property var tape: detail.shownTape } } } }"_s,
+            {{u"store"_s, QVariant::fromValue<QObject*>(&store)},
+             {u"hub"_s, QVariant::fromValue<QObject*>(&hub)},
+             {u"tape"_s, QVariant::fromValue(tape)}});
         view = static_cast<FocusScreen*>(Stage::first(root, "TapeDetailView"));
         page = static_cast<ScrollArea*>(Stage::first(view, "ScrollArea"));
         controller = view->findChild<TapeDetailController*>();
-        view->takeFocus();
+        view->acquireFocus();
         Q_EMIT view->appeared();
-        stage.settle();
+        stage.waitUntilIdle();
     }
 
     ScriptedHttpClient http;
@@ -62,7 +62,7 @@ public:
         return tape;
     }
 
-    /** With all that a tape can have. */
+    /** A tape with every optional field. */
     static Tape rich()
     {
         Tape tape = ordinary();
@@ -76,7 +76,7 @@ public:
         return tape;
     }
 
-    /** With a title and a synopsis, which names the body, far beyond one display. */
+    /** A tape with a title and a synopsis (which contains the body's name) much longer than one screen. */
     static Tape endless()
     {
         Tape tape = rich();
@@ -86,11 +86,11 @@ public:
         return tape;
     }
 
-    /** The latest request for the full record, -1 when none waits. */
+    /** The latest waiting request for the full record; -1 if none. */
     int request() const { return http.waitingFor(u"/api/tv/tape/42"_s); }
     void answer(const QByteArray& record, int status = 200) { http.answer(request(), status, record); }
 
-    /** The texts that a viewer can read, from the top on. */
+    /** The visible texts, from top to bottom. */
     QStringList shown() const
     {
         QStringList all;
@@ -108,20 +108,20 @@ public:
         return all;
     }
 
-    /** What the button with the focus says. */
+    /** The text of the focused button; "nothing" if no button has focus. */
     QString focused() const
     {
         const Focusable* const focusable = view->focused();
         return focusable && focusable->hasActiveFocus() ? focusable->property("text").toString() : u"nothing"_s;
     }
 
-    /** Where an item stands on the page, in points. */
-    QRectF place(const QQuickItem* item) const
+    /** The geometry of an item in points of the page's content. */
+    QRectF areaOnPage(const QQuickItem* item) const
     {
         return item->mapRectToItem(page->contentItem(), QRectF(QPointF(), item->size()));
     }
 
-    /** The player screen, while there is one. */
+    /** The player screen; null while it is not open. */
     QQuickItem* player() const
     {
         for (QQuickItem* cover : Stage::all(view, "FullScreenCover")) {

@@ -1,27 +1,27 @@
 #include "TapeDetailHouse.h"
 
-/** What a tape's screen says and does. */
+/** The screen of a tape: texts and actions. */
 class TapeDetailViewTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void cleanup() { m_house.reset(); }
-    void everyWordOfTheTapeIsThere();
-    void theBadgesStandInTheirOrder_data();
-    void theBadgesStandInTheirOrder();
-    void theButtonsAreThoseThatMakeSense_data();
-    void theButtonsAreThoseThatMakeSense();
-    void theFactsStandInTheirOrder_data();
-    void theFactsStandInTheirOrder();
-    void theHubsWordsAreNoMarkup();
-    void theFullRecordIsShownWhenItComes();
-    void aFailureShowsNoMessage();
-    void selectOpensThePlayerAndBackReturnsToTheButton();
-    void thePlayerIsGivenTheTapeAndWhereItStarts();
-    void theResumeOfferIsFreshWhenThePlayerCloses();
-    void theTranscriptsDoorOnlySetsItsFlag();
-    void aScreenThatIsLeftAsksNoMore();
+    void allTextsOfTapeAreShown();
+    void badgesAreInOrder_data();
+    void badgesAreInOrder();
+    void buttonsMatchStateOfTape_data();
+    void buttonsMatchStateOfTape();
+    void factsAreInOrder_data();
+    void factsAreInOrder();
+    void textsOfHubAreNotParsedAsMarkup();
+    void fullRecordIsShownWhenItArrives();
+    void failedRequestShowsNoMessage();
+    void selectOpensPlayerAndBackReturnsToButton();
+    void playerGetsTapeAndStartPosition();
+    void resumeButtonIsUpdatedWhenPlayerCloses();
+    void transcriptButtonOnlySetsFlagWithoutTranscriptScreen();
+    void requestIsCancelledWhenScreenDisappears();
 
 private:
     void open(const Tape& tape, double resumePosition = 0)
@@ -32,7 +32,7 @@ private:
     std::unique_ptr<TapeDetailHouse> m_house;
 };
 
-void TapeDetailViewTest::everyWordOfTheTapeIsThere()
+void TapeDetailViewTest::allTextsOfTapeAreShown()
 {
     open(TapeDetailHouse::rich());
     const QStringList expected{
@@ -65,7 +65,7 @@ void TapeDetailViewTest::everyWordOfTheTapeIsThere()
     QCOMPARE(m_house->shown(), expected);
 }
 
-void TapeDetailViewTest::theBadgesStandInTheirOrder_data()
+void TapeDetailViewTest::badgesAreInOrder_data()
 {
     QTest::addColumn<Tape>("tape");
     QTest::addColumn<QStringList>("badges");
@@ -75,7 +75,7 @@ void TapeDetailViewTest::theBadgesStandInTheirOrder_data()
                                     << QStringList(plain + QStringList{u"◈ AGENDA ENCLOSED"_s});
 }
 
-void TapeDetailViewTest::theBadgesStandInTheirOrder()
+void TapeDetailViewTest::badgesAreInOrder()
 {
     QFETCH(const Tape, tape);
     open(tape);
@@ -84,24 +84,24 @@ void TapeDetailViewTest::theBadgesStandInTheirOrder()
     for (const QQuickItem* badge : Stage::all(m_house->view, "TapeBadge")) {
         if (!badge->isVisible())
             continue;
-        QVERIFY(m_house->place(badge).left() > end);
-        end = m_house->place(badge).right();
+        QVERIFY(m_house->areaOnPage(badge).left() > end);
+        end = m_house->areaOnPage(badge).right();
     }
 }
 
-void TapeDetailViewTest::theButtonsAreThoseThatMakeSense_data()
+void TapeDetailViewTest::buttonsMatchStateOfTape_data()
 {
     QTest::addColumn<bool>("hasTranscript");
     QTest::addColumn<double>("position");
     QTest::addColumn<QStringList>("buttons");
-    QTest::newRow("new to the viewer") << false << 0.0 << QStringList{u"Push it in"_s};
+    QTest::newRow("neither") << false << 0.0 << QStringList{u"Push it in"_s};
     QTest::newRow("with a transcript") << true << 0.0 << QStringList{u"Push it in"_s, u"Read the transcript"_s};
-    QTest::newRow("left part-way") << false << 3725.0 << QStringList{u"Resume at 1:02:05"_s, u"Start over"_s};
+    QTest::newRow("with a resume position") << false << 3725.0 << QStringList{u"Resume at 1:02:05"_s, u"Start over"_s};
     QTest::newRow("both") << true << 125.0
                           << QStringList{u"Resume at 2:05"_s, u"Start over"_s, u"Read the transcript"_s};
 }
 
-void TapeDetailViewTest::theButtonsAreThoseThatMakeSense()
+void TapeDetailViewTest::buttonsMatchStateOfTape()
 {
     QFETCH(const bool, hasTranscript);
     QFETCH(const double, position);
@@ -111,7 +111,7 @@ void TapeDetailViewTest::theButtonsAreThoseThatMakeSense()
     QTEST(m_house->buttons(), "buttons");
 }
 
-void TapeDetailViewTest::theFactsStandInTheirOrder_data()
+void TapeDetailViewTest::factsAreInOrder_data()
 {
     QTest::addColumn<Tape>("tape");
     QTest::addColumn<QStringList>("facts");
@@ -125,22 +125,22 @@ void TapeDetailViewTest::theFactsStandInTheirOrder_data()
     bare.meetingDate.reset();
     bare.market.name.clear();
     bare.location.clear();
-    QTest::newRow("nothing but what there always is") << bare << QStringList{body, size, none};
+    QTest::newRow("only required facts") << bare << QStringList{body, size, none};
 }
 
-void TapeDetailViewTest::theFactsStandInTheirOrder()
+void TapeDetailViewTest::factsAreInOrder()
 {
     QFETCH(const Tape, tape);
     open(tape);
     QTEST(m_house->facts(), "facts");
     qreal end = 0;
     for (const QQuickItem* row : Stage::all(m_house->view, "FactRow")) {
-        QVERIFY(m_house->place(row).top() >= end);
-        end = m_house->place(row).bottom();
+        QVERIFY(m_house->areaOnPage(row).top() >= end);
+        end = m_house->areaOnPage(row).bottom();
     }
 }
 
-void TapeDetailViewTest::theHubsWordsAreNoMarkup()
+void TapeDetailViewTest::textsOfHubAreNotParsedAsMarkup()
 {
     Tape tape = TapeDetailHouse::ordinary();
     tape.title = u"<b>Budget</b> &amp; <img src='https://elsewhere.example/x.png'>"_s;
@@ -151,7 +151,7 @@ void TapeDetailViewTest::theHubsWordsAreNoMarkup()
         QCOMPARE(text->property("textFormat").toInt(), 0);
 }
 
-void TapeDetailViewTest::theFullRecordIsShownWhenItComes()
+void TapeDetailViewTest::fullRecordIsShownWhenItArrives()
 {
     open(TapeDetailHouse::ordinary());
     m_house->answer(R"({"id": 42, "title": "In full", "has_transcript": true, "location": "Harbour House"})");
@@ -162,17 +162,17 @@ void TapeDetailViewTest::theFullRecordIsShownWhenItComes()
     QCOMPARE(m_house->focused(), u"Push it in"_s);
 }
 
-void TapeDetailViewTest::aFailureShowsNoMessage()
+void TapeDetailViewTest::failedRequestShowsNoMessage()
 {
     open(TapeDetailHouse::rich());
     const QStringList before = m_house->shown();
     m_house->answer({}, 503);
     QTRY_COMPARE(m_house->request(), -1);
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     QCOMPARE(m_house->shown(), before);
 }
 
-void TapeDetailViewTest::selectOpensThePlayerAndBackReturnsToTheButton()
+void TapeDetailViewTest::selectOpensPlayerAndBackReturnsToButton()
 {
     open(TapeDetailHouse::rich(), 125);
     m_house->stage.press(Qt::Key_Right);
@@ -189,7 +189,7 @@ void TapeDetailViewTest::selectOpensThePlayerAndBackReturnsToTheButton()
     QCOMPARE(m_house->http.count(), 1 + m_house->request());
 }
 
-void TapeDetailViewTest::thePlayerIsGivenTheTapeAndWhereItStarts()
+void TapeDetailViewTest::playerGetsTapeAndStartPosition()
 {
     open(TapeDetailHouse::rich(), 125);
     m_house->stage.press(Qt::Key_Select);
@@ -198,7 +198,7 @@ void TapeDetailViewTest::thePlayerIsGivenTheTapeAndWhereItStarts()
     QCOMPARE(m_house->player()->property("detail").value<TapeDetailController*>()->startAt(), 125.0);
 }
 
-void TapeDetailViewTest::theResumeOfferIsFreshWhenThePlayerCloses()
+void TapeDetailViewTest::resumeButtonIsUpdatedWhenPlayerCloses()
 {
     open(TapeDetailHouse::rich());
     m_house->stage.press(Qt::Key_Select);
@@ -206,17 +206,17 @@ void TapeDetailViewTest::theResumeOfferIsFreshWhenThePlayerCloses()
     m_house->stage.press(Qt::Key_Back);
     QCOMPARE(m_house->buttons(), QStringList({u"Resume at 1:00:00"_s, u"Start over"_s, u"Read the transcript"_s}));
     QCOMPARE(m_house->focused(), u"Resume at 1:00:00"_s);
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     m_house->stage.press(Qt::Key_Right);
     m_house->stage.press(Qt::Key_Select);
     m_house->store.removeResume(42);
     m_house->stage.press(Qt::Key_Back);
     QCOMPARE(m_house->buttons(), QStringList({u"Push it in"_s, u"Read the transcript"_s}));
-    // The button that was pressed is no longer there.
+    // The button that was pressed no longer exists.
     QTRY_COMPARE(m_house->focused(), u"Push it in"_s);
 }
 
-void TapeDetailViewTest::theTranscriptsDoorOnlySetsItsFlag()
+void TapeDetailViewTest::transcriptButtonOnlySetsFlagWithoutTranscriptScreen()
 {
     open(TapeDetailHouse::rich());
     m_house->stage.press(Qt::Key_Right);
@@ -226,7 +226,7 @@ void TapeDetailViewTest::theTranscriptsDoorOnlySetsItsFlag()
     QCOMPARE(m_house->focused(), u"Read the transcript"_s);
 }
 
-void TapeDetailViewTest::aScreenThatIsLeftAsksNoMore()
+void TapeDetailViewTest::requestIsCancelledWhenScreenDisappears()
 {
     open(TapeDetailHouse::rich());
     const int call = m_house->request();

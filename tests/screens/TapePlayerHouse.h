@@ -19,7 +19,7 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-/** The screen that plays a tape in front of a viewer, with a scripted player and a clock that the test moves. */
+/** The screen that plays a tape, with a scripted player and a scripted clock. */
 class TapePlayerHouse
 {
 public:
@@ -29,12 +29,12 @@ public:
                              QSize size = {1920, 1080})
         : stage(size)
     {
-        canvas = stage.put(u"Canvas { focus: true }"_s);
+        canvas = stage.load(u"Canvas { focus: true }"_s);
         QQmlComponent component(&stage.engine());
         component.setData("import Quillmere.Playback\nTapePlayerView {}", {});
         QObject* const root = component.beginCreate(stage.engine().rootContext());
         component.setInitialProperties(root, {{u"store"_s, QVariant::fromValue(&store)},
-                                              {u"timepiece"_s, QVariant::fromValue(&timepiece)},
+                                              {u"clock"_s, QVariant::fromValue<Clock*>(&clock)},
                                               {u"tape"_s, QVariant::fromValue(tape)},
                                               {u"cover"_s, QVariant::fromValue(cover)},
                                               {u"startAt"_s, startAt}});
@@ -42,23 +42,22 @@ public:
         if (!view)
             qFatal("%s", qPrintable(component.errorString()));
         controller = view->findChild<TapePlayerController*>();
-        controller->setMakePlayer([this](Clock&) {
-            auto made = std::make_shared<ScriptedVideoPlayer>();
-            player = made.get();
-            return made;
+        controller->setCreatePlayer([this](Clock&) {
+            auto newPlayer = std::make_shared<ScriptedVideoPlayer>();
+            player = newPlayer.get();
+            return newPlayer;
         });
         view->setParent(canvas);
         view->setParentItem(canvas);
         view->setSize(canvas->size());
         component.completeCreate();
         dismissals = std::make_unique<QSignalSpy>(view, SIGNAL(dismissed()));
-        view->takeFocus();
+        view->acquireFocus();
         Q_EMIT view->appeared();
-        stage.settle();
+        stage.waitUntilIdle();
     }
 
     ScriptedClock clock;
-    Timepiece timepiece{clock};
     ScriptedHttpClient http;
     HubAPI hub{http, QUrl(u"https://hub.example"_s)};
     MemoryDefaults defaults;
@@ -72,10 +71,10 @@ public:
 
     static Tape tape(const QString& path = u"/media/42/index.m3u8"_s)
     {
-        Tape made;
-        made.id = 42;
-        made.streamURLPath = path;
-        return made;
+        Tape tape;
+        tape.id = 42;
+        tape.streamURLPath = path;
+        return tape;
     }
 
     static VHSCover cassette()
@@ -87,7 +86,7 @@ public:
         return cover;
     }
 
-    /** With more words in every text than any screen has room for. */
+    /** A cover whose texts are all longer than any screen. */
     static VHSCover endless()
     {
         VHSCover cover = cassette();
@@ -109,7 +108,7 @@ public:
                 track(2, MediaTrack::Kind::Subtitle, u"Subtítulos"_s)};
     }
 
-    /** The picture is there, and all that is known of the stream. */
+    /** Lets the stream start: the picture appears, and the duration, position and buffer are known. */
     void play(double position = 605)
     {
         player->setDuration(length);
@@ -117,34 +116,34 @@ public:
         player->moveTo(position);
         player->setBufferedTo(position + 120);
         player->showPicture();
-        stage.settle();
+        stage.waitUntilIdle();
     }
 
     void press(int key)
     {
         stage.press(key);
-        stage.settle();
+        stage.waitUntilIdle();
     }
 
     void wait(std::chrono::milliseconds time)
     {
         clock.advance(time);
-        stage.settle();
+        stage.waitUntilIdle();
     }
 
-    QQuickItem* piece(const QByteArray& type) const { return Stage::first(view, type); }
-    bool shows(const QByteArray& type) const { return piece(type) && piece(type)->isVisible(); }
+    QQuickItem* item(const QByteArray& type) const { return Stage::first(view, type); }
+    bool shows(const QByteArray& type) const { return item(type) && item(type)->isVisible(); }
 
-    /** The texts that a viewer can read on a piece of the screen. */
+    /** The visible texts of one part of the screen. */
     QStringList read(const QByteArray& type) const
     {
         QStringList all;
-        for (const QQuickItem* text : Stage::texts(piece(type)))
+        for (const QQuickItem* text : Stage::texts(item(type)))
             all.append(text->property("text").toString());
         return all;
     }
 
-    /** The visible Text that says this; null when there is none. */
+    /** The visible text item with exactly these words; null if there is none. */
     QQuickItem* text(const QString& words) const
     {
         for (QQuickItem* item : Stage::texts(view)) {
@@ -154,7 +153,7 @@ public:
         return nullptr;
     }
 
-    /** What the button with the focus is called. */
+    /** The accessible name of the focused button; "nothing" if no button has focus. */
     QString focused() const
     {
         const Focusable* const focusable = view->focused();

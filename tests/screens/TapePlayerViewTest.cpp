@@ -1,29 +1,28 @@
 #include "TapePlayerHouse.h"
 
-/** The screen that plays a tape: what it shows when there is nothing to see,
- * and how it is left. */
+/** The screen that plays a tape: what it shows without a picture, and how it is dismissed. */
 class TapePlayerViewTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void cleanup() { m_house.reset(); }
-    void theGroundIsBlackToTheEdges();
-    void aTapeWithoutAStreamSaysSoAndMakesNoPlayer();
-    void theFailurePanelStandsWhereItShould();
-    void theFailurePanelIsSetAsItShould();
-    void theWayBackIsFocusedAndLeavesOnce_data();
-    void theWayBackIsFocusedAndLeavesOnce();
-    void backAndStopLeaveBesideAFailure_data();
-    void backAndStopLeaveBesideAFailure();
-    void aFailureStandsInFrontOfThePictureWithoutAGround();
-    void aFailureHidesWhatElseWasShown();
-    void aLongFailureStaysInTheSafeArea();
-    void backLeavesOnce();
-    void aTapeThatEqualsTheDefaultOneIsTaken();
-    void theTapeStartsWhereTheScreenIsTold();
-    void playbackEndsAsSoonAsTheScreenLeaves();
-    void theKeysOfThePlayerStayHere();
+    void backgroundIsBlackUpToEdges();
+    void tapeWithoutStreamShowsMessageAndCreatesNoPlayer();
+    void failurePanelHasDesignedGeometry();
+    void failurePanelHasDesignedFonts();
+    void backButtonHasFocusAndDismissesOnce_data();
+    void backButtonHasFocusAndDismissesOnce();
+    void backAndStopDismissFailedTape_data();
+    void backAndStopDismissFailedTape();
+    void failurePanelIsTransparentOverPicture();
+    void failureHidesOtherPanels();
+    void longFailureMessageStaysInSafeArea();
+    void backDismissesOnce();
+    void tapeEqualToDefaultTapeIsAccepted();
+    void playbackStartsAtRequestedPosition();
+    void playbackEndsWhenScreenDisappears();
+    void playerKeysAreAccepted();
 
 private:
     TapePlayerHouse& open(const Tape& tape, double startAt = 0)
@@ -32,20 +31,20 @@ private:
         return *m_house;
     }
 
-    /** One whose stream failed after its first picture. */
+    /** Opens a tape whose stream fails after its first picture. */
     TapePlayerHouse& openFailing(const VideoFailure& failure = {})
     {
         TapePlayerHouse& house = open(TapePlayerHouse::tape());
         house.play();
         house.player->fail(failure);
-        house.stage.settle();
+        house.stage.waitUntilIdle();
         return house;
     }
 
     std::unique_ptr<TapePlayerHouse> m_house;
 };
 
-void TapePlayerViewTest::theGroundIsBlackToTheEdges()
+void TapePlayerViewTest::backgroundIsBlackUpToEdges()
 {
     TapePlayerHouse& house = open(TapePlayerHouse::tape());
     house.stage.window().setColor(Qt::blue);
@@ -54,7 +53,7 @@ void TapePlayerViewTest::theGroundIsBlackToTheEdges()
         QCOMPARE(picture.pixelColor(corner), QColor(Qt::black));
 }
 
-void TapePlayerViewTest::aTapeWithoutAStreamSaysSoAndMakesNoPlayer()
+void TapePlayerViewTest::tapeWithoutStreamShowsMessageAndCreatesNoPlayer()
 {
     TapePlayerHouse& house = open(TapePlayerHouse::tape({}));
     QVERIFY(!house.player);
@@ -62,30 +61,30 @@ void TapePlayerViewTest::aTapeWithoutAStreamSaysSoAndMakesNoPlayer()
              QStringList({u"TRACKING"_s, u"This tape has no playable copy on the shelf."_s, u"Back to the shelves"_s}));
 }
 
-void TapePlayerViewTest::theFailurePanelStandsWhereItShould()
+void TapePlayerViewTest::failurePanelHasDesignedGeometry()
 {
     TapePlayerHouse& house = open(TapePlayerHouse::tape({}));
-    const QRectF sign = Stage::area(house.text(u"TRACKING"_s));
+    const QRectF heading = Stage::area(house.text(u"TRACKING"_s));
     const QRectF message = Stage::area(house.text(u"This tape has no playable copy on the shelf."_s));
     const QRectF button = Stage::area(house.view->focused());
     QCOMPARE(message.left(), 200.0);
     QCOMPARE(message.right(), 1720.0);
-    QCOMPARE(message.top() - sign.bottom(), 26.0);
+    QCOMPARE(message.top() - heading.bottom(), 26.0);
     QCOMPARE(button.top() - message.bottom(), 26.0);
-    QVERIFY(std::abs(sign.center().x() - 960) < 1);
+    QVERIFY(std::abs(heading.center().x() - 960) < 1);
     QVERIFY(std::abs(button.center().x() - 960) < 1);
-    QVERIFY(std::abs((sign.top() + button.bottom()) / 2 - 540) < 1);
+    QVERIFY(std::abs((heading.top() + button.bottom()) / 2 - 540) < 1);
 }
 
-void TapePlayerViewTest::theFailurePanelIsSetAsItShould()
+void TapePlayerViewTest::failurePanelHasDesignedFonts()
 {
     TapePlayerHouse& house = open(TapePlayerHouse::tape({}));
-    const QQuickItem* const sign = house.text(u"TRACKING"_s);
-    const QFont signFont = sign->property("font").value<QFont>();
-    QCOMPARE(signFont.pixelSize(), 64);
-    QCOMPARE(signFont.weight(), QFont::Black);
-    QCOMPARE(signFont.letterSpacing(), 10.0);
-    QCOMPARE(sign->property("color").value<QColor>(), QColor(236, 224, 196));
+    const QQuickItem* const heading = house.text(u"TRACKING"_s);
+    const QFont headingFont = heading->property("font").value<QFont>();
+    QCOMPARE(headingFont.pixelSize(), 64);
+    QCOMPARE(headingFont.weight(), QFont::Black);
+    QCOMPARE(headingFont.letterSpacing(), 10.0);
+    QCOMPARE(heading->property("color").value<QColor>(), QColor(236, 224, 196));
 
     const QQuickItem* const message = house.text(u"This tape has no playable copy on the shelf."_s);
     const QFont messageFont = message->property("font").value<QFont>();
@@ -100,14 +99,14 @@ void TapePlayerViewTest::theFailurePanelIsSetAsItShould()
     QCOMPARE(buttonFont.weight(), QFont::Normal);
 }
 
-void TapePlayerViewTest::theWayBackIsFocusedAndLeavesOnce_data()
+void TapePlayerViewTest::backButtonHasFocusAndDismissesOnce_data()
 {
     QTest::addColumn<bool>("hasStream");
     QTest::newRow("no playable copy") << false;
-    QTest::newRow("a failure") << true;
+    QTest::newRow("failed stream") << true;
 }
 
-void TapePlayerViewTest::theWayBackIsFocusedAndLeavesOnce()
+void TapePlayerViewTest::backButtonHasFocusAndDismissesOnce()
 {
     QFETCH(const bool, hasStream);
     TapePlayerHouse& house = hasStream ? openFailing() : open(TapePlayerHouse::tape({}));
@@ -121,17 +120,17 @@ void TapePlayerViewTest::theWayBackIsFocusedAndLeavesOnce()
     QCOMPARE(house.dismissals->count(), 1);
 }
 
-void TapePlayerViewTest::backAndStopLeaveBesideAFailure_data()
+void TapePlayerViewTest::backAndStopDismissFailedTape_data()
 {
     QTest::addColumn<bool>("hasStream");
     QTest::addColumn<int>("key");
-    QTest::newRow("back without a copy") << false << int(Qt::Key_Back);
-    QTest::newRow("stop without a copy") << false << int(Qt::Key_MediaStop);
-    QTest::newRow("back after a failure") << true << int(Qt::Key_Back);
-    QTest::newRow("stop after a failure") << true << int(Qt::Key_MediaStop);
+    QTest::newRow("back, no playable copy") << false << int(Qt::Key_Back);
+    QTest::newRow("stop, no playable copy") << false << int(Qt::Key_MediaStop);
+    QTest::newRow("back, failed stream") << true << int(Qt::Key_Back);
+    QTest::newRow("stop, failed stream") << true << int(Qt::Key_MediaStop);
 }
 
-void TapePlayerViewTest::backAndStopLeaveBesideAFailure()
+void TapePlayerViewTest::backAndStopDismissFailedTape()
 {
     QFETCH(const bool, hasStream);
     QFETCH(const int, key);
@@ -140,50 +139,50 @@ void TapePlayerViewTest::backAndStopLeaveBesideAFailure()
     QCOMPARE(house.dismissals->count(), 1);
 }
 
-void TapePlayerViewTest::aFailureStandsInFrontOfThePictureWithoutAGround()
+void TapePlayerViewTest::failurePanelIsTransparentOverPicture()
 {
     TapePlayerHouse& house = open(TapePlayerHouse::tape());
     house.play();
-    QQuickItem* const picture = house.piece("VideoView");
+    QQuickItem* const picture = house.item("VideoView");
     QQmlComponent paint(&house.stage.engine());
     paint.setData("import QtQuick\nRectangle { anchors.fill: parent; color: 'green' }", {});
-    const std::unique_ptr<QObject> paper(
+    const std::unique_ptr<QObject> cover(
         paint.createWithInitialProperties({{u"parent"_s, QVariant::fromValue(picture)}}));
     house.player->fail({});
-    house.stage.settle();
+    house.stage.waitUntilIdle();
     const auto message = u"The tape wouldn't play. It may still be being archived."_s;
     QCOMPARE(house.read("FailurePanel"), QStringList({u"TRACKING"_s, message, u"Back to the shelves"_s}));
     QCOMPARE(picture->property("player").value<VideoPlayer*>(), house.player.data());
     const QImage seen = house.stage.picture();
     const QRectF words = Stage::area(house.text(message));
-    for (const QPointF place : {QPointF(960, 20), QPointF(960, 1060), words.topLeft(), words.bottomRight()})
-        QCOMPARE(seen.pixelColor(place.toPoint()), QColor(u"green"_s));
+    for (const QPointF point : {QPointF(960, 20), QPointF(960, 1060), words.topLeft(), words.bottomRight()})
+        QCOMPARE(seen.pixelColor(point.toPoint()), QColor(u"green"_s));
 }
 
-void TapePlayerViewTest::aFailureHidesWhatElseWasShown()
+void TapePlayerViewTest::failureHidesOtherPanels()
 {
     TapePlayerHouse& house = open(TapePlayerHouse::tape());
     house.play();
     house.press(Qt::Key_Down);
     QVERIFY(house.shows("InformationPanel"));
     house.player->fail({});
-    house.stage.settle();
+    house.stage.waitUntilIdle();
     QVERIFY(!house.shows("InformationPanel"));
     QVERIFY(!house.shows("PlayerControls"));
     QVERIFY(!house.shows("LoadingSign"));
     QCOMPARE(house.focused(), u"Back to the shelves"_s);
 }
 
-void TapePlayerViewTest::aLongFailureStaysInTheSafeArea()
+void TapePlayerViewTest::longFailureMessageStaysInSafeArea()
 {
     TapePlayerHouse& house = open(TapePlayerHouse::tape({}));
-    house.piece("FailurePanel")->setProperty("message", u"This goes on and on. "_s.repeated(400));
-    house.stage.settle();
+    house.item("FailurePanel")->setProperty("message", u"This goes on and on. "_s.repeated(400));
+    house.stage.waitUntilIdle();
     for (const QQuickItem* text : Stage::texts(house.view))
         QVERIFY(QRectF(80, 60, 1760, 960).contains(Stage::area(text)));
 }
 
-void TapePlayerViewTest::backLeavesOnce()
+void TapePlayerViewTest::backDismissesOnce()
 {
     TapePlayerHouse& house = open(TapePlayerHouse::tape());
     house.play();
@@ -191,7 +190,7 @@ void TapePlayerViewTest::backLeavesOnce()
     QCOMPARE(house.dismissals->count(), 1);
 }
 
-void TapePlayerViewTest::aTapeThatEqualsTheDefaultOneIsTaken()
+void TapePlayerViewTest::tapeEqualToDefaultTapeIsAccepted()
 {
     Tape tape;
     tape.streamURLPath = u"/recordings/none/index.m3u8"_s;
@@ -199,13 +198,13 @@ void TapePlayerViewTest::aTapeThatEqualsTheDefaultOneIsTaken()
     QVERIFY(open(tape).player);
 }
 
-void TapePlayerViewTest::theTapeStartsWhereTheScreenIsTold()
+void TapePlayerViewTest::playbackStartsAtRequestedPosition()
 {
     TapePlayerHouse& house = open(TapePlayerHouse::tape(), 3725.5);
     QCOMPARE(house.player->seeks.first().seconds, 3725.5);
 }
 
-void TapePlayerViewTest::playbackEndsAsSoonAsTheScreenLeaves()
+void TapePlayerViewTest::playbackEndsWhenScreenDisappears()
 {
     TapePlayerHouse& house = open(TapePlayerHouse::tape());
     house.play();
@@ -214,7 +213,7 @@ void TapePlayerViewTest::playbackEndsAsSoonAsTheScreenLeaves()
     QVERIFY(!house.controller->player());
 }
 
-void TapePlayerViewTest::theKeysOfThePlayerStayHere()
+void TapePlayerViewTest::playerKeysAreAccepted()
 {
     TapePlayerHouse& house = open(TapePlayerHouse::tape());
     house.play();

@@ -3,7 +3,7 @@
 #include "ShopHouse.h"
 #include "TapeSearchController.h"
 
-/** A shop whose search is open, on a scripted network, with screens for the player and the transcript. */
+/** The shop with its search open, on a scripted network, with placeholder screens for the player and the transcript. */
 struct TapeSearchHouse : ShopHouse
 {
     TapeSearchHouse() : ShopHouse(screens())
@@ -23,7 +23,7 @@ struct TapeSearchHouse : ShopHouse
     void openSearch()
     {
         stage.press(Qt::Key_Select);
-        stage.settle();
+        stage.waitUntilIdle();
     }
 
     NavigationStack* search() const { return static_cast<NavigationStack*>(Stage::first(house, "TapeSearchView")); }
@@ -37,14 +37,14 @@ struct TapeSearchHouse : ShopHouse
         return seen == spinners.cend() ? nullptr : *seen;
     }
 
-    /** Types and submits, as the field does. */
+    /** Sets the field's text and emits `submitted`, as the field does. */
     void submit(const QString& query)
     {
         field()->setProperty("text", query);
         QMetaObject::invokeMethod(field(), "submitted");
     }
 
-    /** A page of the tapes with these ids, titled after them. */
+    /** The JSON of a page of tapes with these ids; the titles contain the ids. */
     static QByteArray pageOf(const QList<int>& ids)
     {
         QByteArrayList items;
@@ -60,7 +60,7 @@ struct TapeSearchHouse : ShopHouse
         submit(query);
         answer(path(query), pageOf(ids));
         QTRY_VERIFY(!controller()->isBusy());
-        stage.settle();
+        stage.waitUntilIdle();
     }
 
     static QString path(const QString& query) { return u"/api/tv/tapes?page=1&per_page=200&q="_s + query; }

@@ -6,7 +6,7 @@
 
 #include <numeric>
 
-/** The tape search as the viewer sees and walks it. */
+/** The tape search: content and focus movement. */
 class TapeSearchViewTest : public QObject
 {
     Q_OBJECT
@@ -15,29 +15,29 @@ private Q_SLOTS:
     void init();
     void cleanup() { m_house.reset(); }
 
-    void aFreshSearchIsItsFieldAlone();
-    void thePartsStandWhereTheyShould();
-    void theOutcomeHasItsLook();
-    void onlyTheSpinnerIsSeenWhileASearchRuns();
-    void theSpinnerStandsUnderTheField();
-    void noMatchQuotesTheQueryAsTyped();
-    void theLongestQueryIsQuotedWithinTheScreen();
-    void theFocusStaysOnTheFieldWhenResultsCome();
-    void resultsAreWalkedAlongAndLeftUpwards();
-    void ofManyResultsFewCassettesExist();
-    void ofTheMostResultsFewCassettesExistToo();
-    void aResultOpensItsTapeAndBackReturnsToIt();
-    void aResultPlaysAndIsReadFromItsTape();
-    void backFromTheSearchIsTheShop();
-    void eachOpeningStartsEmpty();
-    void theNextSearchIsEnteredAtItsFirstResult();
-    void aLateAnswerLeavesTheFocusOnTheSameTape();
-    void aLateAnswerStandsWhereTheFocusWouldCome_data();
-    void aLateAnswerStandsWhereTheFocusWouldCome();
-    void aLateFailureBringsTheFocusBackToTheField();
-    void resultsThatChangeBeneathATapeLeaveItOpen();
-    void aSearchEndsWithItsScreen();
-    void aWordTypedWithTheRemoteIsSearched();
+    void newSearchShowsOnlyItsField();
+    void partsHaveDesignedGeometry();
+    void resultCountHasDesignedFont();
+    void onlySpinnerIsShownDuringSearch();
+    void spinnerIsBelowField();
+    void noMatchMessageQuotesQueryAsTyped();
+    void longestQueryFitsInMessage();
+    void focusStaysOnFieldWhenResultsArrive();
+    void arrowsMoveFocusAlongResultsAndBackToField();
+    void manyResultsCreateFewCassettes();
+    void maximumResultsCreateFewCassettes();
+    void resultOpensItsTapeAndBackReturns();
+    void tapeOfResultOpensPlayerAndTranscript();
+    void backReturnsToShop();
+    void reopenedSearchIsEmpty();
+    void nextSearchIsEnteredAtFirstResult();
+    void lateAnswerKeepsFocusedTape();
+    void currentResultStaysVisibleAfterLateAnswer_data();
+    void currentResultStaysVisibleAfterLateAnswer();
+    void lateFailureReturnsFocusToField();
+    void openTapeStaysOpenWhenResultsChange();
+    void searchIsCancelledWhenScreenCloses();
+    void wordTypedWithRemoteIsSearched();
 
 private:
     std::unique_ptr<TapeSearchHouse> m_house;
@@ -49,38 +49,38 @@ void TapeSearchViewTest::init()
     m_house = std::make_unique<TapeSearchHouse>();
 }
 
-void TapeSearchViewTest::aFreshSearchIsItsFieldAlone()
+void TapeSearchViewTest::newSearchShowsOnlyItsField()
 {
     QCOMPARE(m_house->focused(), m_house->field());
     QVERIFY(m_house->text(u"Search the stacks"_s));
     QVERIFY(m_house->text(u"A name, a street, a motion — titles and spoken transcripts both."_s));
     QVERIFY(!m_house->spinner());
-    QVERIFY(!m_house->thing(u"Tape 1"_s));
+    QVERIFY(!m_house->focusable(u"Tape 1"_s));
     for (const QQuickItem* text : Stage::texts(m_house->search()))
-        QVERIFY2(!text->property("text").toString().contains(u"found"_s), "nothing was searched");
+        QVERIFY2(!text->property("text").toString().contains(u"found"_s), "a result count is shown before any search");
     QCOMPARE(m_house->http.count(), 0);
 }
 
-void TapeSearchViewTest::thePartsStandWhereTheyShould()
+void TapeSearchViewTest::partsHaveDesignedGeometry()
 {
     m_house->find(u"zoning"_s, {5, 6});
     const QRectF title = m_house->area(Stage::texts(m_house->search()).first());
-    const QRectF invitation = m_house->areaOf(u"A name, a street, a motion — titles and spoken transcripts both."_s);
+    const QRectF hint = m_house->areaOf(u"A name, a street, a motion — titles and spoken transcripts both."_s);
     const QRectF field = m_house->area(m_house->field());
     const QRectF count = m_house->areaOf(u"2 tapes found"_s);
-    const QRectF first = m_house->areaOfThing(u"Tape 5"_s);
+    const QRectF first = m_house->areaOfFocusable(u"Tape 5"_s);
     QCOMPARE(title.topLeft(), QPointF(90, 60));
-    QCOMPARE(invitation.topLeft(), title.bottomLeft() + QPointF(0, 34));
-    QCOMPARE(field.topLeft(), invitation.bottomLeft() + QPointF(0, 34));
+    QCOMPARE(hint.topLeft(), title.bottomLeft() + QPointF(0, 34));
+    QCOMPARE(field.topLeft(), hint.bottomLeft() + QPointF(0, 34));
     QCOMPARE(field.right(), 1920.0 - 90);
     QCOMPARE(count.topLeft(), field.bottomLeft() + QPointF(0, 34));
     QCOMPARE(first.topLeft(), count.bottomLeft() + QPointF(6, 34 + 30));
     QCOMPARE(first.size(), QSizeF(230, 230 * 1.5625));
-    QCOMPARE(m_house->areaOfThing(u"Tape 6"_s).topLeft(), first.topRight() + QPointF(40, 0));
+    QCOMPARE(m_house->areaOfFocusable(u"Tape 6"_s).topLeft(), first.topRight() + QPointF(40, 0));
     QVERIFY(first.bottom() + 30 < 1080 - 60);
 }
 
-void TapeSearchViewTest::theOutcomeHasItsLook()
+void TapeSearchViewTest::resultCountHasDesignedFont()
 {
     m_house->find(u"zoning"_s, {5});
     const QQuickItem* const count = m_house->text(u"1 tape found"_s);
@@ -91,20 +91,20 @@ void TapeSearchViewTest::theOutcomeHasItsLook()
     QCOMPARE(font.weight(), QFont::DemiBold);
 }
 
-void TapeSearchViewTest::onlyTheSpinnerIsSeenWhileASearchRuns()
+void TapeSearchViewTest::onlySpinnerIsShownDuringSearch()
 {
     m_house->find(u"zoning"_s, {5});
     QVERIFY(!m_house->spinner());
     m_house->submit(u"parade"_s);
     QVERIFY(m_house->spinner());
     QVERIFY(!m_house->text(u"1 tape found"_s));
-    QVERIFY(!m_house->thing(u"Tape 5"_s));
+    QVERIFY(!m_house->focusable(u"Tape 5"_s));
     m_house->answer(TapeSearchHouse::path(u"parade"_s), TapeSearchHouse::pageOf({}));
     QTRY_VERIFY(!m_house->spinner());
     QVERIFY(m_house->text(u"No tapes match “parade”. Try a different word."_s));
 }
 
-void TapeSearchViewTest::theSpinnerStandsUnderTheField()
+void TapeSearchViewTest::spinnerIsBelowField()
 {
     m_house->submit(u"zoning"_s);
     m_house->stage.waitForFrame();
@@ -117,7 +117,7 @@ void TapeSearchViewTest::theSpinnerStandsUnderTheField()
     QCOMPARE(m_house->area(spinner).top(), field.bottom() + 34);
 }
 
-void TapeSearchViewTest::noMatchQuotesTheQueryAsTyped()
+void TapeSearchViewTest::noMatchMessageQuotesQueryAsTyped()
 {
     m_house->submit(u"  council  "_s);
     m_house->answer(TapeSearchHouse::path(u"council"_s), TapeSearchHouse::pageOf({}));
@@ -125,38 +125,38 @@ void TapeSearchViewTest::noMatchQuotesTheQueryAsTyped()
     QCOMPARE(m_house->focused(), m_house->field());
 }
 
-void TapeSearchViewTest::theLongestQueryIsQuotedWithinTheScreen()
+void TapeSearchViewTest::longestQueryFitsInMessage()
 {
     const QString query = QString(200, u'W');
     m_house->submit(query);
     m_house->answer(TapeSearchHouse::path(query), TapeSearchHouse::pageOf({}));
     const QString line = u"No tapes match “"_s + query + u"”. Try a different word."_s;
     QTRY_VERIFY(m_house->text(line));
-    m_house->stage.settle();
-    QVERIFY(m_house->isInSight(m_house->areaOf(line)));
+    m_house->stage.waitUntilIdle();
+    QVERIFY(m_house->isOnScreen(m_house->areaOf(line)));
     QVERIFY(m_house->text(line)->property("contentWidth").toReal() <= 1740);
 }
 
-void TapeSearchViewTest::theFocusStaysOnTheFieldWhenResultsCome()
+void TapeSearchViewTest::focusStaysOnFieldWhenResultsArrive()
 {
     m_house->find(u"zoning"_s, {5, 6});
     QCOMPARE(m_house->focused(), m_house->field());
 }
 
-void TapeSearchViewTest::resultsAreWalkedAlongAndLeftUpwards()
+void TapeSearchViewTest::arrowsMoveFocusAlongResultsAndBackToField()
 {
     m_house->find(u"zoning"_s, {5, 6, 7});
     m_house->press({Qt::Key_Down});
-    QCOMPARE(m_house->heard(), u"Tape 5"_s);
+    QCOMPARE(m_house->focusedName(), u"Tape 5"_s);
     m_house->press({Qt::Key_Right, Qt::Key_Right, Qt::Key_Right});
-    QCOMPARE(m_house->heard(), u"Tape 7"_s);
+    QCOMPARE(m_house->focusedName(), u"Tape 7"_s);
     m_house->press({Qt::Key_Up});
     QCOMPARE(m_house->focused(), m_house->field());
     m_house->press({Qt::Key_Down});
-    QCOMPARE(m_house->heard(), u"Tape 7"_s);
+    QCOMPARE(m_house->focusedName(), u"Tape 7"_s);
 }
 
-void TapeSearchViewTest::ofManyResultsFewCassettesExist()
+void TapeSearchViewTest::manyResultsCreateFewCassettes()
 {
     QList<int> ids;
     for (int id = 1; id <= 200; ++id)
@@ -166,41 +166,41 @@ void TapeSearchViewTest::ofManyResultsFewCassettesExist()
     m_house->press({Qt::Key_Down});
     for (int step = 1; step < 200; ++step)
         m_house->press({Qt::Key_Right});
-    m_house->stage.settle();
-    QCOMPARE(m_house->heard(), u"Tape 200"_s);
-    QVERIFY(m_house->isFocusInSight());
+    m_house->stage.waitUntilIdle();
+    QCOMPARE(m_house->focusedName(), u"Tape 200"_s);
+    QVERIFY(m_house->isFocusOnScreen());
     QVERIFY(Stage::all(m_house->search(), "CardButton").size() < 30);
 }
 
-void TapeSearchViewTest::ofTheMostResultsFewCassettesExistToo()
+void TapeSearchViewTest::maximumResultsCreateFewCassettes()
 {
     QList<int> ids(10'000);
     std::iota(ids.begin(), ids.end(), 1);
     m_house->find(u"zoning"_s, ids);
     QVERIFY(m_house->text(u"10000 tapes found"_s));
     m_house->press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Right});
-    m_house->stage.settle();
-    QCOMPARE(m_house->heard(), u"Tape 3"_s);
+    m_house->stage.waitUntilIdle();
+    QCOMPARE(m_house->focusedName(), u"Tape 3"_s);
     QVERIFY(Stage::all(m_house->search(), "CardButton").size() < 30);
 }
 
-void TapeSearchViewTest::aResultOpensItsTapeAndBackReturnsToIt()
+void TapeSearchViewTest::resultOpensItsTapeAndBackReturns()
 {
     m_house->find(u"zoning"_s, {5, 6, 7});
     m_house->press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Select});
     QCOMPARE(m_house->search()->depth(), 1);
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     QCOMPARE(m_house->focused()->property("text").toString(), u"Push it in"_s);
     QVERIFY(m_house->text(u"Tape 6"_s));
     m_house->press({Qt::Key_Back});
     QCOMPARE(m_house->search()->depth(), 0);
-    QCOMPARE(m_house->heard(), u"Tape 6"_s);
-    m_house->stage.settle();
-    QVERIFY(m_house->isFocusInSight());
+    QCOMPARE(m_house->focusedName(), u"Tape 6"_s);
+    m_house->stage.waitUntilIdle();
+    QVERIFY(m_house->isFocusOnScreen());
     QCOMPARE(m_house->field()->property("text").toString(), u"zoning"_s);
 }
 
-void TapeSearchViewTest::aResultPlaysAndIsReadFromItsTape()
+void TapeSearchViewTest::tapeOfResultOpensPlayerAndTranscript()
 {
     m_house->find(u"zoning"_s, {5});
     m_house->press({Qt::Key_Down, Qt::Key_Select, Qt::Key_Select});
@@ -208,32 +208,32 @@ void TapeSearchViewTest::aResultPlaysAndIsReadFromItsTape()
     m_house->press({Qt::Key_Back, Qt::Key_Right, Qt::Key_Select});
     QCOMPARE(m_house->front()->objectName(), u"transcript"_s);
     m_house->press({Qt::Key_Back, Qt::Key_Back});
-    QCOMPARE(m_house->heard(), u"Tape 5"_s);
+    QCOMPARE(m_house->focusedName(), u"Tape 5"_s);
 }
 
-void TapeSearchViewTest::backFromTheSearchIsTheShop()
+void TapeSearchViewTest::backReturnsToShop()
 {
     m_house->find(u"zoning"_s, {5});
     m_house->press({Qt::Key_Down, Qt::Key_Back});
     QVERIFY(!m_house->shop()->property("searching").toBool());
     QVERIFY(m_house->isOpen());
-    QCOMPARE(m_house->heard(), u"Search the stacks"_s);
+    QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
 }
 
-void TapeSearchViewTest::eachOpeningStartsEmpty()
+void TapeSearchViewTest::reopenedSearchIsEmpty()
 {
     m_house->find(u"zoning"_s, {5});
     m_house->press({Qt::Key_Back});
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     QVERIFY(!m_house->search());
     m_house->openSearch();
     QCOMPARE(m_house->field()->property("text").toString(), QString());
     QVERIFY(!m_house->controller()->hasSearched());
-    QVERIFY(!m_house->thing(u"Tape 5"_s));
+    QVERIFY(!m_house->focusable(u"Tape 5"_s));
     QCOMPARE(m_house->focused(), m_house->field());
 }
 
-void TapeSearchViewTest::theNextSearchIsEnteredAtItsFirstResult()
+void TapeSearchViewTest::nextSearchIsEnteredAtFirstResult()
 {
     QList<int> ids;
     for (int id = 1; id <= 30; ++id)
@@ -242,41 +242,41 @@ void TapeSearchViewTest::theNextSearchIsEnteredAtItsFirstResult()
     m_house->press({Qt::Key_Down});
     for (int step = 0; step < 20; ++step)
         m_house->press({Qt::Key_Right});
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     m_house->press({Qt::Key_Up});
     m_house->find(u"parade"_s, ids);
-    QVERIFY(m_house->isInSight(m_house->areaOfThing(u"Tape 1"_s)));
+    QVERIFY(m_house->isOnScreen(m_house->areaOfFocusable(u"Tape 1"_s)));
     m_house->press({Qt::Key_Down});
-    QCOMPARE(m_house->heard(), u"Tape 1"_s);
+    QCOMPARE(m_house->focusedName(), u"Tape 1"_s);
 }
 
-void TapeSearchViewTest::aLateAnswerLeavesTheFocusOnTheSameTape()
+void TapeSearchViewTest::lateAnswerKeepsFocusedTape()
 {
     m_house->submit(u"zo"_s);
     m_house->find(u"zoning"_s, {5, 6, 7});
     m_house->press({Qt::Key_Down, Qt::Key_Right});
     m_house->answer(TapeSearchHouse::path(u"zo"_s), TapeSearchHouse::pageOf({8, 9, 4, 6}));
     QTRY_COMPARE(m_house->controller()->results().size(), 4);
-    QCOMPARE(m_house->heard(), u"Tape 6"_s);
-    m_house->stage.settle();
+    QCOMPARE(m_house->focusedName(), u"Tape 6"_s);
+    m_house->stage.waitUntilIdle();
     QVERIFY(m_house->text(u"4 tapes found"_s));
-    QVERIFY(m_house->isFocusInSight());
+    QVERIFY(m_house->isFocusOnScreen());
     m_house->press({Qt::Key_Left});
-    QCOMPARE(m_house->heard(), u"Tape 4"_s);
+    QCOMPARE(m_house->focusedName(), u"Tape 4"_s);
 }
 
-void TapeSearchViewTest::aLateAnswerStandsWhereTheFocusWouldCome_data()
+void TapeSearchViewTest::currentResultStaysVisibleAfterLateAnswer_data()
 {
     QTest::addColumn<int>("first");
     QTest::addColumn<int>("count");
-    // Before: tapes 1 to 30, walked to 13.
-    QTest::newRow("without the tape") << 101 << 12;
+    // Before: tapes 1 to 30, with the focus on tape 13.
+    QTest::newRow("without the focused tape") << 101 << 12;
     QTest::newRow("fewer than before") << 101 << 3;
-    QTest::newRow("the tape stands further on") << -20 << 40;
-    QTest::newRow("the tape stands first") << 13 << 30;
+    QTest::newRow("focused tape further right") << -20 << 40;
+    QTest::newRow("focused tape first") << 13 << 30;
 }
 
-void TapeSearchViewTest::aLateAnswerStandsWhereTheFocusWouldCome()
+void TapeSearchViewTest::currentResultStaysVisibleAfterLateAnswer()
 {
     QFETCH(int, first);
     QFETCH(int, count);
@@ -291,20 +291,20 @@ void TapeSearchViewTest::aLateAnswerStandsWhereTheFocusWouldCome()
     m_house->press({Qt::Key_Down});
     for (int step = 0; step < 12; ++step)
         m_house->press({Qt::Key_Right});
-    QCOMPARE(m_house->heard(), u"Tape 13"_s);
+    QCOMPARE(m_house->focusedName(), u"Tape 13"_s);
     m_house->press({Qt::Key_Up});
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     m_house->answer(TapeSearchHouse::path(u"zo"_s), TapeSearchHouse::pageOf(ids(first, count)));
     QTRY_COMPARE(m_house->controller()->results().constFirst().id, first);
-    m_house->stage.settle();
+    m_house->stage.waitUntilIdle();
     auto strip = static_cast<ScrollArea*>(Stage::first(m_house->search(), "CassetteStrip"));
     const qreal position = strip->position();
     m_house->press({Qt::Key_Down});
-    QVERIFY(m_house->isFocusInSight());
-    QCOMPARE(strip->aim(), position);
+    QVERIFY(m_house->isFocusOnScreen());
+    QCOMPARE(strip->targetPosition(), position);
 }
 
-void TapeSearchViewTest::aLateFailureBringsTheFocusBackToTheField()
+void TapeSearchViewTest::lateFailureReturnsFocusToField()
 {
     m_house->submit(u"zo"_s);
     m_house->find(u"zoning"_s, {5, 6, 7});
@@ -314,7 +314,7 @@ void TapeSearchViewTest::aLateFailureBringsTheFocusBackToTheField()
     QTRY_COMPARE(m_house->focused(), m_house->field());
 }
 
-void TapeSearchViewTest::resultsThatChangeBeneathATapeLeaveItOpen()
+void TapeSearchViewTest::openTapeStaysOpenWhenResultsChange()
 {
     m_house->submit(u"zo"_s);
     m_house->find(u"zoning"_s, {5, 6, 7});
@@ -324,10 +324,10 @@ void TapeSearchViewTest::resultsThatChangeBeneathATapeLeaveItOpen()
     QCOMPARE(m_house->search()->depth(), 1);
     QCOMPARE(m_house->focused()->property("text").toString(), u"Push it in"_s);
     m_house->press({Qt::Key_Back});
-    QCOMPARE(m_house->heard(), u"Tape 6"_s);
+    QCOMPARE(m_house->focusedName(), u"Tape 6"_s);
 }
 
-void TapeSearchViewTest::aSearchEndsWithItsScreen()
+void TapeSearchViewTest::searchIsCancelledWhenScreenCloses()
 {
     m_house->submit(u"zoning"_s);
     QVERIFY(m_house->http.isWaiting(0));
@@ -335,16 +335,16 @@ void TapeSearchViewTest::aSearchEndsWithItsScreen()
     QVERIFY(m_house->http.wasCancelled(0));
 }
 
-void TapeSearchViewTest::aWordTypedWithTheRemoteIsSearched()
+void TapeSearchViewTest::wordTypedWithRemoteIsSearched()
 {
-    // The keyboard begins at its "a".
+    // The keyboard opens with the focus on "a".
     m_house->press({Qt::Key_Select, Qt::Key_Select, Qt::Key_Right, Qt::Key_Select});
     m_house->press({Qt::Key_MediaTogglePlayPause});
     m_house->answer(TapeSearchHouse::path(u"ab"_s), TapeSearchHouse::pageOf({5, 6}));
     QTRY_VERIFY(m_house->controller()->showsResults());
     QCOMPARE(m_house->focused(), m_house->field());
     m_house->press({Qt::Key_Down});
-    QCOMPARE(m_house->heard(), u"Tape 5"_s);
+    QCOMPARE(m_house->focusedName(), u"Tape 5"_s);
 }
 
 QTEST_MAIN(TapeSearchViewTest)

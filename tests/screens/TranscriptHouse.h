@@ -17,7 +17,7 @@
 
 using namespace Qt::StringLiterals;
 
-/** A transcript's screen in front of a viewer, on a scripted hub. */
+/** The screen of a transcript, with a scripted hub. */
 class TranscriptHouse
 {
 public:
@@ -28,8 +28,8 @@ public:
         Tape tape;
         tape.id = 42;
         tape.hasTranscript = hasTranscript;
-        // Put on the stage afterwards, as that comes to no rest while the wheel turns.
-        QQuickItem* const canvas = stage.put(u"Canvas { focus: true }"_s);
+        // Added to the canvas after its first frames, because the spinner's animation never ends.
+        QQuickItem* const canvas = stage.load(u"Canvas { focus: true }"_s);
         QQmlComponent component(&stage.engine());
         component.setData("import Quillmere.Playback\nTranscriptView {}", {});
         view = qobject_cast<FocusScreen*>(
@@ -45,7 +45,7 @@ public:
         column = static_cast<LazyStack*>(Stage::first(view, "LazyStack"));
         controller = view->findChild<TranscriptController*>();
         dismissals = std::make_unique<QSignalSpy>(view, SIGNAL(dismissed()));
-        view->takeFocus();
+        view->acquireFocus();
         Q_EMIT view->appeared();
     }
 
@@ -63,7 +63,7 @@ public:
         return QJsonDocument(QJsonObject{{u"status"_s, status}, {u"text"_s, text}, {u"words"_s, words}}).toJson();
     }
 
-    /** So many paragraphs, which begin with their numbers from 1. */
+    /** `count` paragraphs, each beginning with its number from 1. */
     static QString paragraphs(int count)
     {
         QString text;
@@ -81,13 +81,13 @@ public:
     void read(const QString& text)
     {
         answer(record(text));
-        stage.settle();
+        stage.waitUntilIdle();
     }
 
     void press(int key)
     {
         stage.press(key);
-        stage.settle();
+        stage.waitUntilIdle();
     }
 
     QStringList shown() const
@@ -98,7 +98,7 @@ public:
         return all;
     }
 
-    /** The visible Text that says this; null when there is none. */
+    /** The visible text item with exactly these words; null if there is none. */
     QQuickItem* text(const QString& words) const
     {
         for (QQuickItem* item : Stage::texts(view)) {
@@ -110,13 +110,13 @@ public:
 
     Focusable* focused() const { return view->focused(); }
 
-    /** The number that the focused passage begins with; 0 when none has the focus. */
-    int number() const
+    /** The number at the beginning of the focused passage; 0 if no passage has focus. */
+    int focusedNumber() const
     {
         const bool isOne = focused() && focused()->hasActiveFocus();
         return isOne ? focused()->property("text").toString().section(u'.', 0, 0).toInt() : 0;
     }
 
-    /** Where the focused passage stands in the view, from its top edge, in points. */
-    QRectF place() const { return focused()->mapRectToItem(page, QRectF(QPointF(), focused()->size())); }
+    /** The geometry of the focused passage in points of the viewport. */
+    QRectF focusedArea() const { return focused()->mapRectToItem(page, QRectF(QPointF(), focused()->size())); }
 };

@@ -5,39 +5,39 @@
 
 #include <QElapsedTimer>
 
-/** The transcript's screen: what it says, and how it is read. */
+/** The screen of a transcript: texts and navigation. */
 class TranscriptViewTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void cleanup() { m_house.reset(); }
-    void theHeaderTellsWhatItIsOf_data();
-    void theHeaderTellsWhatItIsOf();
-    void aLongHeaderHasTheRoomThatThePageCanSpare_data();
-    void aLongHeaderHasTheRoomThatThePageCanSpare();
-    void aLongFailureIsToldToItsEnd();
-    void untilTheHubAnswersAWheelTurns();
-    void whereThereIsNoTranscriptThereIsAWayBack();
-    void theWayBackStandsOutOnThePage();
-    void aFailureIsToldInTheHubsWords();
-    void theWordsAreCountedWhereTheyAreKnown_data();
-    void theWordsAreCountedWhereTheyAreKnown();
-    void everyParagraphIsAPassage();
-    void thePassageWithTheFocusStandsOut();
-    void theArrowsGoFromPassageToPassage();
-    void whatIsScrolledUpGoesUnderTheHeader();
-    void rightToLeftPassagesStandAtTheirOwnSide();
-    void aPassageLongerThanThePageIsReadToItsEnd();
-    void aPageIsTurned_data();
-    void aPageIsTurned();
-    void pagesAreTurnedBackToTheBeginning();
-    void pagesEndWithTheTranscript();
-    void pagesGoThroughWhatIsLongerThanOne();
-    void theHubsWordsAreNoMarkup();
-    void onlyPassagesNearTheScreenExist();
-    void theFirstPageOfALongTranscriptComesSoon();
-    void aHeldArrowFindsEveryPassage();
+    void headerShowsTitleBodyAndDate_data();
+    void headerShowsTitleBodyAndDate();
+    void longHeaderUsesUpToHalfOfScreen_data();
+    void longHeaderUsesUpToHalfOfScreen();
+    void longFailureMessageIsShownCompletely();
+    void spinnerIsShownUntilHubAnswers();
+    void backButtonIsShownWithoutTranscript();
+    void backButtonHasContrastToPage();
+    void failureShowsErrorDescription();
+    void wordCountIsShownWhenPositive_data();
+    void wordCountIsShownWhenPositive();
+    void everyParagraphIsOnePassage();
+    void focusedPassageIsHighlighted();
+    void arrowsMoveFocusBetweenPassages();
+    void scrolledTextIsHiddenBelowHeader();
+    void rightToLeftPassagesAreAlignedRight();
+    void arrowsScrollPassageLongerThanPageToItsEnd();
+    void pageKeyShowsNextPage_data();
+    void pageKeyShowsNextPage();
+    void pageUpReturnsToBeginning();
+    void pageDownStopsAtEndOfTranscript();
+    void pageKeysScrollPassageLongerThanPage();
+    void textsOfHubAreNotParsedAsMarkup();
+    void onlyPassagesNearViewportExist();
+    void firstPageOfLongTranscriptAppearsQuickly();
+    void repeatedArrowReachesEveryPassage();
 
 private:
     TranscriptHouse& open(bool hasTranscript = true, const VHSCover& cover = sampleCover())
@@ -49,15 +49,15 @@ private:
     std::unique_ptr<TranscriptHouse> m_house;
 };
 
-void TranscriptViewTest::theHeaderTellsWhatItIsOf_data()
+void TranscriptViewTest::headerShowsTitleBodyAndDate_data()
 {
     QTest::addColumn<QString>("date");
     QTest::addColumn<QString>("caption");
     QTest::newRow("with a date") << u"March 5, 2024"_s << u"THE SPOKEN RECORD · HARBOR COMMISSION · MARCH 5, 2024"_s;
-    QTest::newRow("without") << QString() << u"THE SPOKEN RECORD · HARBOR COMMISSION"_s;
+    QTest::newRow("without a date") << QString() << u"THE SPOKEN RECORD · HARBOR COMMISSION"_s;
 }
 
-void TranscriptViewTest::theHeaderTellsWhatItIsOf()
+void TranscriptViewTest::headerShowsTitleBodyAndDate()
 {
     QFETCH(const QString, date);
     QFETCH(const QString, caption);
@@ -71,25 +71,25 @@ void TranscriptViewTest::theHeaderTellsWhatItIsOf()
     QCOMPARE(house.shown().mid(0, 3), (QStringList{caption, u"The Fog Horn"_s, u"12,408 words"_s}));
 }
 
-void TranscriptViewTest::aLongHeaderHasTheRoomThatThePageCanSpare_data()
+void TranscriptViewTest::longHeaderUsesUpToHalfOfScreen_data()
 {
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("body");
-    QTest::addColumn<bool>("isWhole");
+    QTest::addColumn<bool>("isComplete");
     const QString title = u"Joint special session of the harbour board and the water commission "_s;
     const QString body = u"Joint Committee on Committees and their Committees "_s;
     QTest::newRow("long") << title.repeated(5) << body.repeated(4) << true;
     QTest::newRow("Arabic") << u"اجتماع مجلس المدينة حول الميزانية "_s.repeated(8) << u"مجلس المدينة "_s.repeated(12)
                             << true;
     QTest::newRow("endless") << title.repeated(14) << body.repeated(19) << false;
-    QTest::newRow("without a space") << QString(900, u'W') << QString(900, u'W') << false;
+    QTest::newRow("one long word") << QString(900, u'W') << QString(900, u'W') << false;
 }
 
-void TranscriptViewTest::aLongHeaderHasTheRoomThatThePageCanSpare()
+void TranscriptViewTest::longHeaderUsesUpToHalfOfScreen()
 {
     QFETCH(const QString, title);
     QFETCH(const QString, body);
-    QFETCH(const bool, isWhole);
+    QFETCH(const bool, isComplete);
     VHSCover cover = sampleCover();
     cover.title = title;
     cover.bodyName = body;
@@ -99,31 +99,31 @@ void TranscriptViewTest::aLongHeaderHasTheRoomThatThePageCanSpare()
     QVERIFY(texts.at(0)->property("lineCount").toInt() > 1);
     QVERIFY(texts.at(1)->property("lineCount").toInt() > 2);
     for (qsizetype i = 0; i < 2; ++i) {
-        QCOMPARE(texts.at(i)->property("truncated").toBool(), !isWhole);
+        QCOMPARE(texts.at(i)->property("truncated").toBool(), !isComplete);
         QVERIFY(texts.at(i)->property("contentWidth").toDouble() <= texts.at(i)->width());
     }
-    // Half of the display at most; a cut title leaves less of that half than a line.
+    // At most half of the display; an elided title leaves less than one line of that half unused.
     const double height = Stage::first(house.view, "TranscriptHeader")->height();
     QVERIFY(height <= 540);
-    QVERIFY(isWhole || height > 540 - 54);
+    QVERIFY(isComplete || height > 540 - 54);
     QVERIFY(house.page->height() >= 540);
-    QCOMPARE(house.number(), 1);
-    QVERIFY(house.place().top() >= 0 && house.place().bottom() <= house.page->height());
+    QCOMPARE(house.focusedNumber(), 1);
+    QVERIFY(house.focusedArea().top() >= 0 && house.focusedArea().bottom() <= house.page->height());
 }
 
-void TranscriptViewTest::aLongFailureIsToldToItsEnd()
+void TranscriptViewTest::longFailureMessageIsShownCompletely()
 {
     TranscriptHouse& house = open();
     house.http.fail(house.http.waitingFor(u"/api/meetings/42/transcript"_s), u"No route to the hub.\n"_s.repeated(16));
     QTRY_COMPARE(house.controller->state(), TranscriptController::Empty);
-    house.stage.settle();
+    house.stage.waitUntilIdle();
     const QQuickItem* const message = house.text(house.controller->message());
     QVERIFY(message->property("lineCount").toInt() > 12);
     QVERIFY(!message->property("truncated").toBool());
     QVERIFY(Stage::area(house.focused()).bottom() < 1080 - 40);
 }
 
-void TranscriptViewTest::untilTheHubAnswersAWheelTurns()
+void TranscriptViewTest::spinnerIsShownUntilHubAnswers()
 {
     TranscriptHouse& house = open();
     QVERIFY(Stage::first(house.view, "Spinner")->isVisible());
@@ -133,11 +133,11 @@ void TranscriptViewTest::untilTheHubAnswersAWheelTurns()
     QVERIFY(!house.text(u"Pulling the transcript…"_s));
 }
 
-void TranscriptViewTest::whereThereIsNoTranscriptThereIsAWayBack()
+void TranscriptViewTest::backButtonIsShownWithoutTranscript()
 {
     TranscriptHouse& house = open(false);
     QCOMPARE(house.http.count(), 0);
-    house.stage.settle();
+    house.stage.waitUntilIdle();
     QVERIFY(house.text(u"No transcript has been harvested for this tape yet."_s));
     QVERIFY(!house.column->isVisible());
     QCOMPARE(house.focused()->property("text").toString(), u"Back to the tape"_s);
@@ -146,34 +146,34 @@ void TranscriptViewTest::whereThereIsNoTranscriptThereIsAWayBack()
     QCOMPARE(house.dismissals->count(), 1);
 }
 
-void TranscriptViewTest::theWayBackStandsOutOnThePage()
+void TranscriptViewTest::backButtonHasContrastToPage()
 {
     TranscriptHouse& house = open(false);
-    house.stage.settle();
+    house.stage.waitUntilIdle();
     const QPoint plate = house.focused()->mapToScene(QPointF(20, house.focused()->height() / 2)).toPoint();
     QCOMPARE(house.stage.picture().pixelColor(plate), StationPalette::inkNavy());
 }
 
-void TranscriptViewTest::aFailureIsToldInTheHubsWords()
+void TranscriptViewTest::failureShowsErrorDescription()
 {
     TranscriptHouse& house = open();
     house.answer({}, 503);
-    house.stage.settle();
+    house.stage.waitUntilIdle();
     QVERIFY(house.text(u"Couldn't reach the transcript. "_s + HubError::http(503).errorDescription()));
     QCOMPARE(house.focused()->property("text").toString(), u"Back to the tape"_s);
 }
 
-void TranscriptViewTest::theWordsAreCountedWhereTheyAreKnown_data()
+void TranscriptViewTest::wordCountIsShownWhenPositive_data()
 {
     QTest::addColumn<qint64>("words");
     QTest::addColumn<QString>("line");
     QTest::newRow("none") << qint64(0) << QString();
-    QTest::newRow("less than none") << qint64(-5) << QString();
+    QTest::newRow("negative") << qint64(-5) << QString();
     QTest::newRow("one") << qint64(1) << u"1 words"_s;
-    QTest::newRow("a million") << qint64(1234567) << u"1,234,567 words"_s;
+    QTest::newRow("more than a million") << qint64(1234567) << u"1,234,567 words"_s;
 }
 
-void TranscriptViewTest::theWordsAreCountedWhereTheyAreKnown()
+void TranscriptViewTest::wordCountIsShownWhenPositive()
 {
     QFETCH(const qint64, words);
     QFETCH(const QString, line);
@@ -183,11 +183,11 @@ void TranscriptViewTest::theWordsAreCountedWhereTheyAreKnown()
     QVERIFY(line.isEmpty() || house.text(line));
 }
 
-void TranscriptViewTest::everyParagraphIsAPassage()
+void TranscriptViewTest::everyParagraphIsOnePassage()
 {
     TranscriptHouse& house = open();
     house.read(TranscriptHouse::paragraphs(3));
-    QCOMPARE(house.column->existing(), 3);
+    QCOMPARE(house.column->itemCount(), 3);
     qreal end = 0;
     for (int row = 0; row < 3; ++row) {
         const QQuickItem* const passage = house.column->itemAt(row);
@@ -204,21 +204,21 @@ void TranscriptViewTest::everyParagraphIsAPassage()
     QCOMPARE(house.page->contentExtent(), end + 80);
 }
 
-void TranscriptViewTest::thePassageWithTheFocusStandsOut()
+void TranscriptViewTest::focusedPassageIsHighlighted()
 {
     TranscriptHouse& house = open();
     house.read(TranscriptHouse::paragraphs(2));
     const QImage picture = house.stage.picture();
-    const auto looks = [&](int row, QPointF point, QColor colour) {
+    const auto hasColour = [&](int row, QPointF point, QColor colour) {
         const QColor seen = picture.pixelColor(house.column->itemAt(row)->mapToScene(point).toPoint());
         const auto isNear = [](int a, int b) { return std::abs(a - b) <= 1; };
         return isNear(seen.red(), colour.red()) && isNear(seen.green(), colour.green()) &&
                isNear(seen.blue(), colour.blue());
     };
-    QVERIFY(looks(0, {3, 60}, StationPalette::teal()));
-    QVERIFY(looks(1, {3, 60}, StationPalette::cream()));
-    QVERIFY(looks(0, {1690, 60}, StationPalette::mixed(StationPalette::cream(), StationPalette::amber(), 0.35)));
-    QVERIFY(looks(1, {1690, 60}, StationPalette::cream()));
+    QVERIFY(hasColour(0, {3, 60}, StationPalette::teal()));
+    QVERIFY(hasColour(1, {3, 60}, StationPalette::cream()));
+    QVERIFY(hasColour(0, {1690, 60}, StationPalette::mixed(StationPalette::cream(), StationPalette::amber(), 0.35)));
+    QVERIFY(hasColour(1, {1690, 60}, StationPalette::cream()));
     const auto ink = [&house](int row) {
         return Stage::texts(house.column->itemAt(row)).constFirst()->property("color").value<QColor>().name();
     };
@@ -228,29 +228,29 @@ void TranscriptViewTest::thePassageWithTheFocusStandsOut()
     QCOMPARE(Stage::animationCurves(house.column->itemAt(0)), QList<QEasingCurve>{StationMotion::easeOut()});
 }
 
-void TranscriptViewTest::theArrowsGoFromPassageToPassage()
+void TranscriptViewTest::arrowsMoveFocusBetweenPassages()
 {
     TranscriptHouse& house = open();
     house.read(TranscriptHouse::paragraphs(12));
     for (int number = 1; number < 12; ++number) {
-        QCOMPARE(house.number(), number);
+        QCOMPARE(house.focusedNumber(), number);
         house.stage.press(Qt::Key_Down);
     }
-    house.stage.settle();
-    QCOMPARE(house.number(), 12);
-    QVERIFY(house.place().bottom() <= house.page->height());
+    house.stage.waitUntilIdle();
+    QCOMPARE(house.focusedNumber(), 12);
+    QVERIFY(house.focusedArea().bottom() <= house.page->height());
     house.press(Qt::Key_Down);
-    QCOMPARE(house.number(), 12);
+    QCOMPARE(house.focusedNumber(), 12);
     for (int number = 12; number > 1; --number) {
-        QCOMPARE(house.number(), number);
+        QCOMPARE(house.focusedNumber(), number);
         house.stage.press(Qt::Key_Up);
     }
-    house.stage.settle();
-    QCOMPARE(house.number(), 1);
+    house.stage.waitUntilIdle();
+    QCOMPARE(house.focusedNumber(), 1);
     QCOMPARE(house.page->position(), 0);
 }
 
-void TranscriptViewTest::whatIsScrolledUpGoesUnderTheHeader()
+void TranscriptViewTest::scrolledTextIsHiddenBelowHeader()
 {
     TranscriptHouse& house = open();
     house.read(TranscriptHouse::paragraphs(12));
@@ -258,16 +258,16 @@ void TranscriptViewTest::whatIsScrolledUpGoesUnderTheHeader()
     const QImage before = house.stage.picture().copy(header);
     for (int i = 0; i < 6; ++i)
         house.stage.press(Qt::Key_Down);
-    QVERIFY(house.page->aim() > 0);
+    QVERIFY(house.page->targetPosition() > 0);
     QCOMPARE(house.stage.picture().copy(header), before);
 }
 
-void TranscriptViewTest::rightToLeftPassagesStandAtTheirOwnSide()
+void TranscriptViewTest::rightToLeftPassagesAreAlignedRight()
 {
     TranscriptHouse& house = open();
     const QString hebrew = u"ישיבת ועדת הנמל נפתחת עכשיו "_s.repeated(16);
     house.read(hebrew + u'\n' + TranscriptHouse::paragraphs(1) + u"قصير"_s);
-    QCOMPARE(house.column->existing(), 3);
+    QCOMPARE(house.column->itemCount(), 3);
     const auto ink = [&house](int row) {
         const QQuickItem* const passage = house.column->itemAt(row);
         const QImage picture = house.stage.picture();
@@ -290,7 +290,7 @@ void TranscriptViewTest::rightToLeftPassagesStandAtTheirOwnSide()
     QVERIFY(ink(2).second > 1770);
 }
 
-void TranscriptViewTest::aPassageLongerThanThePageIsReadToItsEnd()
+void TranscriptViewTest::arrowsScrollPassageLongerThanPageToItsEnd()
 {
     TranscriptHouse& house = open();
     QString line;
@@ -300,27 +300,27 @@ void TranscriptViewTest::aPassageLongerThanThePageIsReadToItsEnd()
     QCOMPARE(house.column->model()->rowCount(), 2);
     QVERIFY(house.focused()->height() > 5 * house.page->height());
     int presses = 0;
-    qreal bottom = house.place().bottom();
-    for (; house.number() == 1 && presses < 40; ++presses) {
-        QVERIFY2(presses == 0 || house.place().bottom() <= bottom, "it goes on");
-        // Nothing of it is passed over.
-        QVERIFY(bottom - house.place().bottom() < house.page->height());
-        bottom = house.place().bottom();
+    qreal bottom = house.focusedArea().bottom();
+    for (; house.focusedNumber() == 1 && presses < 40; ++presses) {
+        QVERIFY2(presses == 0 || house.focusedArea().bottom() <= bottom, "the passage scrolls upwards");
+        // No part of it is skipped.
+        QVERIFY(bottom - house.focusedArea().bottom() < house.page->height());
+        bottom = house.focusedArea().bottom();
         house.press(Qt::Key_Down);
     }
-    QCOMPARE(house.number(), 2);
+    QCOMPARE(house.focusedNumber(), 2);
     QVERIFY(bottom <= house.page->height() + 1);
     QVERIFY(presses > 6);
 }
 
-void TranscriptViewTest::aPageIsTurned_data()
+void TranscriptViewTest::pageKeyShowsNextPage_data()
 {
     QTest::addColumn<int>("key");
     QTest::newRow("play/pause") << int(Qt::Key_MediaTogglePlayPause);
     QTest::newRow("page down") << int(Qt::Key_PageDown);
 }
 
-void TranscriptViewTest::aPageIsTurned()
+void TranscriptViewTest::pageKeyShowsNextPage()
 {
     QFETCH(const int, key);
     TranscriptHouse& house = open();
@@ -333,57 +333,57 @@ void TranscriptViewTest::aPageIsTurned()
     }
     QVERIFY(last > 1);
     house.press(key);
-    // The first that could not be read whole begins the new page.
-    QCOMPARE(house.number(), last + 1);
-    QCOMPARE(house.place().top(), house.page->lead());
+    // The first passage that was not completely visible begins the new page.
+    QCOMPARE(house.focusedNumber(), last + 1);
+    QCOMPARE(house.focusedArea().top(), house.page->revealMargin());
 }
 
-void TranscriptViewTest::pagesAreTurnedBackToTheBeginning()
+void TranscriptViewTest::pageUpReturnsToBeginning()
 {
     TranscriptHouse& house = open();
     house.read(TranscriptHouse::paragraphs(40));
     for (int i = 0; i < 3; ++i)
         house.press(Qt::Key_PageDown);
-    QVERIFY(house.number() > 9);
-    for (int last = house.number(); last > 1; last = house.number()) {
+    QVERIFY(house.focusedNumber() > 9);
+    for (int last = house.focusedNumber(); last > 1; last = house.focusedNumber()) {
         house.press(Qt::Key_PageUp);
-        QVERIFY(house.number() < last);
-        QVERIFY(house.place().top() >= house.page->lead());
-        // What began the page before ends this one.
+        QVERIFY(house.focusedNumber() < last);
+        QVERIFY(house.focusedArea().top() >= house.page->revealMargin());
+        // The first passage of the previous page is the last of this one.
         const QQuickItem* const passage = house.column->itemAt(last - 1);
-        QVERIFY(house.number() == 1 || passage->mapToItem(house.page, QPointF()).y() < house.page->height());
+        QVERIFY(house.focusedNumber() == 1 || passage->mapToItem(house.page, QPointF()).y() < house.page->height());
     }
     QCOMPARE(house.page->position(), 0);
 }
 
-void TranscriptViewTest::pagesEndWithTheTranscript()
+void TranscriptViewTest::pageDownStopsAtEndOfTranscript()
 {
     TranscriptHouse& house = open();
     house.read(TranscriptHouse::paragraphs(11));
     for (int i = 0; i < 6; ++i)
         house.press(Qt::Key_PageDown);
-    QCOMPARE(house.number(), 11);
+    QCOMPARE(house.focusedNumber(), 11);
     QCOMPARE(house.page->position(), house.page->contentExtent() - house.page->height());
 }
 
-void TranscriptViewTest::pagesGoThroughWhatIsLongerThanOne()
+void TranscriptViewTest::pageKeysScrollPassageLongerThanPage()
 {
     TranscriptHouse& house = open();
     const QString line = u"Words without an end, "_s.repeated(900);
     house.read(TranscriptHouse::paragraphs(2) + u"3. "_s + line + u"\n4. The end."_s);
     int pages = 0;
-    for (; house.number() < 4 && pages < 40; ++pages)
+    for (; house.focusedNumber() < 4 && pages < 40; ++pages)
         house.press(Qt::Key_PageDown);
-    QCOMPARE(house.number(), 4);
+    QCOMPARE(house.focusedNumber(), 4);
     QVERIFY2(pages > 6, qPrintable(QString::number(pages)));
     house.press(Qt::Key_PageUp);
-    QCOMPARE(house.number(), 3);
-    QCOMPARE(house.place().top(), 0);
+    QCOMPARE(house.focusedNumber(), 3);
+    QCOMPARE(house.focusedArea().top(), 0);
     house.press(Qt::Key_PageUp);
-    QCOMPARE(house.number(), 1);
+    QCOMPARE(house.focusedNumber(), 1);
 }
 
-void TranscriptViewTest::theHubsWordsAreNoMarkup()
+void TranscriptViewTest::textsOfHubAreNotParsedAsMarkup()
 {
     const QString markup = u"<b>Not bold</b> <img src=\"https://hub.example/picture.png\"> &amp;"_s;
     VHSCover cover = sampleCover();
@@ -396,20 +396,20 @@ void TranscriptViewTest::theHubsWordsAreNoMarkup()
         QCOMPARE(text->property("textFormat").toInt(), int(Qt::PlainText));
 }
 
-void TranscriptViewTest::onlyPassagesNearTheScreenExist()
+void TranscriptViewTest::onlyPassagesNearViewportExist()
 {
     TranscriptHouse& house = open();
     house.read(TranscriptHouse::paragraphs(12000));
     QCOMPARE(house.column->model()->rowCount(), 12000);
-    QVERIFY(house.column->existing() < 12);
+    QVERIFY(house.column->itemCount() < 12);
     for (int i = 0; i < 30; ++i)
         house.stage.press(Qt::Key_PageDown);
-    house.stage.settle();
-    QVERIFY(house.number() > 90);
-    QVERIFY(house.column->existing() < 20);
+    house.stage.waitUntilIdle();
+    QVERIFY(house.focusedNumber() > 90);
+    QVERIFY(house.column->itemCount() < 20);
 }
 
-void TranscriptViewTest::theFirstPageOfALongTranscriptComesSoon()
+void TranscriptViewTest::firstPageOfLongTranscriptAppearsQuickly()
 {
     TranscriptHouse& house = open();
     const QByteArray record = TranscriptHouse::record(TranscriptHouse::paragraphs(11200));
@@ -418,14 +418,14 @@ void TranscriptViewTest::theFirstPageOfALongTranscriptComesSoon()
     time.start();
     house.answer(record);
     house.stage.waitForFrame();
-    // On a machine with nothing else to do it takes a fifth of that.
+    // On an idle machine it takes a fifth of that.
     QVERIFY2(time.elapsed() < 1500, qPrintable(QString::number(time.elapsed())));
     qInfo("the first page came after %lld ms", time.elapsed());
-    QCOMPARE(house.number(), 1);
+    QCOMPARE(house.focusedNumber(), 1);
     QVERIFY(house.column->itemAt(3));
 }
 
-void TranscriptViewTest::aHeldArrowFindsEveryPassage()
+void TranscriptViewTest::repeatedArrowReachesEveryPassage()
 {
     TranscriptHouse& house = open();
     house.read(TranscriptHouse::paragraphs(12000));
@@ -434,11 +434,11 @@ void TranscriptViewTest::aHeldArrowFindsEveryPassage()
     time.start();
     for (int i = 1; i <= presses; ++i) {
         house.stage.press(Qt::Key_Down);
-        QCOMPARE(house.number(), i + 1);
+        QCOMPARE(house.focusedNumber(), i + 1);
     }
     qInfo("a passage took %.1f ms", double(time.elapsed()) / presses);
-    house.stage.settle();
-    QVERIFY(house.place().top() >= 0 && house.place().bottom() <= house.page->height());
+    house.stage.waitUntilIdle();
+    QVERIFY(house.focusedArea().top() >= 0 && house.focusedArea().bottom() <= house.page->height());
 }
 
 QTEST_MAIN(TranscriptViewTest)

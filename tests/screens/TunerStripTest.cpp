@@ -15,7 +15,7 @@ namespace {
 
 const QString tunerStrip =
     u"property string picked; FocusScreen { anchors.fill: parent; focus: true; TunerStrip { width: parent.width; "
-    "height: implicitHeight; stations: canvas.stations; current: canvas.station; timepiece: canvas.timepiece; "
+    "height: implicitHeight; stations: canvas.stations; current: canvas.station; clock: canvas.clock; "
     "onPicked: station => canvas.picked = station.path } }"_s;
 
 NewsStatus newsOf(const QMap<QString, QString>& channels)
@@ -39,25 +39,25 @@ struct Scene : BroadcastStage
     explicit Scene(const NewsStatus& news, QSize size = {1920, 1080}, qsizetype current = 0)
         : BroadcastStage(tunerStrip, size, news, current)
     {
-        stage.settle();
+        stage.waitUntilIdle();
     }
 
     QQuickItem* strip() const { return first("TunerStrip"); }
     QList<QQuickItem*> buttons() const { return Stage::all(strip(), "TunerButton"); }
 
     QQuickItem* focused() { return stage.window().activeFocusItem(); }
-    QString heard() { return focused()->property("name").toString(); }
+    QString focusedName() { return focused()->property("name").toString(); }
     QString picked() const { return canvas->property("picked").toString(); }
 
     void setStations(const QList<TunerStation>& stations)
     {
         canvas->setProperty("stations", QVariant::fromValue(stations));
-        stage.settle();
+        stage.waitUntilIdle();
     }
     void setCurrent(const TunerStation& station)
     {
         canvas->setProperty("station", QVariant::fromValue(station));
-        stage.settle();
+        stage.waitUntilIdle();
     }
 };
 
@@ -69,34 +69,34 @@ bool isClose(QColor seen, QColor wanted, int tolerance = 2)
 
 } // namespace
 
-/** The strip to change the station on: what it looks like, and how it is walked. */
+/** The tuner strip: appearance and focus movement. */
 class TunerStripTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void itStandsAsPublished_data();
-    void itStandsAsPublished();
-    void itsTextsAreSetAsPublished();
-    void itStretchesAlongTheTopOfTheDisplay_data();
-    void itStretchesAlongTheTopOfTheDisplay();
-    void onlyItsNumberTellsTheCurrentStation();
-    void itIsEnteredAtTheCurrentStation();
-    void selectPicksTheFocusedStation();
-    void everyOneOfFiftyChannelsIsReached();
-    void anotherCurrentStationTakesTheFocusAlong();
-    void theFocusStaysOnItsStationWhenTheHubMovesIt();
-    void aNameIsCutOnlyWhereTheStripEnds_data();
-    void aNameIsCutOnlyWhereTheStripEnds();
-    void everyTextStaysOnItsPlate_data();
-    void everyTextStaysOnItsPlate();
-    void aCutNamePassesThroughItsPlateUnderTheFocus_data();
-    void aCutNamePassesThroughItsPlateUnderTheFocus();
-    void aCutNameIsReadFromItsOwnBeginning();
-    void nothingMovesWithoutACutNameUnderTheFocus();
+    void stripHasDesignedGeometry_data();
+    void stripHasDesignedGeometry();
+    void textsHaveDesignedFonts();
+    void stripFillsTopOfDisplay_data();
+    void stripFillsTopOfDisplay();
+    void numberOfCurrentStationIsRed();
+    void stripIsEnteredAtCurrentStation();
+    void selectPicksFocusedStation();
+    void everyChannelOfFiftyIsReachable();
+    void focusMovesToNewCurrentStation();
+    void focusStaysOnStationWhenListChanges();
+    void nameIsElidedOnlyAtEndOfStrip_data();
+    void nameIsElidedOnlyAtEndOfStrip();
+    void textsStayInsidePlates_data();
+    void textsStayInsidePlates();
+    void elidedNameScrollsWhenFocused_data();
+    void elidedNameScrollsWhenFocused();
+    void rightToLeftNameScrollsFromItsRightEnd();
+    void noFrameIsDrawnUnlessElidedNameIsFocused();
 };
 
-void TunerStripTest::itStandsAsPublished_data()
+void TunerStripTest::stripHasDesignedGeometry_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::newRow("720p") << QSize(1280, 720);
@@ -104,7 +104,7 @@ void TunerStripTest::itStandsAsPublished_data()
     QTest::newRow("2160p") << QSize(3840, 2160);
 }
 
-void TunerStripTest::itStandsAsPublished()
+void TunerStripTest::stripHasDesignedGeometry()
 {
     QFETCH(QSize, size);
     Scene scene(newsOf(2), size);
@@ -123,7 +123,7 @@ void TunerStripTest::itStandsAsPublished()
         QCOMPARE(area.top(), 14.0);
         QCOMPARE(area.bottom(), strip.bottom() - 14);
         const auto texts = Stage::all(const_cast<QQuickItem*>(button), "StationText");
-        // On the plate, which is larger under the focus.
+        // Relative to the plate, which is scaled up when focused.
         QQuickItem* const plate = Stage::first(const_cast<QQuickItem*>(button), "StationPlate");
         const auto onPlate = [plate](const QQuickItem* text) {
             return text->mapRectToItem(plate, QRectF(QPointF(), text->size()));
@@ -139,7 +139,7 @@ void TunerStripTest::itStandsAsPublished()
     }
 }
 
-void TunerStripTest::itsTextsAreSetAsPublished()
+void TunerStripTest::textsHaveDesignedFonts()
 {
     Scene scene(newsOf(2));
     QCOMPARE(scene.fontOf(u"CHANNELS"_s).pixelSize(), 20);
@@ -150,7 +150,7 @@ void TunerStripTest::itsTextsAreSetAsPublished()
     QCOMPARE(scene.fontOf(u"Committee room 7"_s).weight(), QFont::Normal);
 }
 
-void TunerStripTest::itStretchesAlongTheTopOfTheDisplay_data()
+void TunerStripTest::stripFillsTopOfDisplay_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::newRow("wide") << QSize(1920, 1080);
@@ -158,30 +158,30 @@ void TunerStripTest::itStretchesAlongTheTopOfTheDisplay_data()
     QTest::newRow("taller") << QSize(1024, 768);
 }
 
-void TunerStripTest::itStretchesAlongTheTopOfTheDisplay()
+void TunerStripTest::stripFillsTopOfDisplay()
 {
     QFETCH(QSize, size);
     Scene scene(newsOf(1), size);
     const QImage picture = scene.picture();
     const int bottom = int(scene.strip()->height() * scene.factor());
-    const QColor ground(34, 32, 28); // soot at nine tenths over black
-    for (const QPoint place :
+    const QColor background(34, 32, 28); // soot with an opacity of 0.9 over black
+    for (const QPoint point :
          {QPoint(0, 0), QPoint(size.width() - 1, 0), QPoint(0, bottom - 2), QPoint(size.width() - 1, bottom - 2)})
-        QVERIFY2(isClose(picture.pixelColor(place), ground), qPrintable(picture.pixelColor(place).name()));
+        QVERIFY2(isClose(picture.pixelColor(point), background), qPrintable(picture.pixelColor(point).name()));
     QCOMPARE(picture.pixelColor(0, bottom + 2), QColor(Qt::black));
     QVERIFY(std::abs(Stage::area(scene.text(u"CHANNELS"_s)).left() - 50 * scene.factor()) < 1);
     scene.stage.press(Qt::Key_Right);
-    QCOMPARE(scene.heard(), u"6 Committee room 6"_s);
+    QCOMPARE(scene.focusedName(), u"6 Committee room 6"_s);
     QVERIFY(QRectF(0, 0, size.width(), bottom).contains(Stage::area(scene.focused())));
 }
 
-void TunerStripTest::onlyItsNumberTellsTheCurrentStation()
+void TunerStripTest::numberOfCurrentStationIsRed()
 {
     Scene scene(newsOf(2));
-    // The focus has a look of its own.
+    // Move the focus away, because the focused button has other colours.
     scene.stage.press(Qt::Key_Right);
     scene.stage.press(Qt::Key_Right);
-    scene.stage.settle();
+    scene.stage.waitUntilIdle();
     QCOMPARE(scene.colorOf(u"5"_s).rgba(), StationPalette::onAirRed().rgba());
     QCOMPARE(scene.colorOf(u"6"_s).rgba(), StationPalette::parchment().rgba());
     const QColor label = StationPalette::faded(StationPalette::parchment(), 0.85);
@@ -190,23 +190,23 @@ void TunerStripTest::onlyItsNumberTellsTheCurrentStation()
     scene.setCurrent({u"6"_s, u"Committee room 6"_s, u"/live/6"_s});
     QCOMPARE(scene.colorOf(u"5"_s).rgba(), StationPalette::parchment().rgba());
     QCOMPARE(scene.colorOf(u"6"_s).rgba(), StationPalette::onAirRed().rgba());
-    QCOMPARE(scene.heard(), u"7 Committee room 7"_s);
+    QCOMPARE(scene.focusedName(), u"7 Committee room 7"_s);
 }
 
-void TunerStripTest::itIsEnteredAtTheCurrentStation()
+void TunerStripTest::stripIsEnteredAtCurrentStation()
 {
     Scene scene(newsOf(30), {1920, 1080}, 20);
-    QCOMPARE(scene.heard(), u"25 Committee room 25"_s);
+    QCOMPARE(scene.focusedName(), u"25 Committee room 25"_s);
     const QRectF area = scene.area(scene.focused());
     QVERIFY(area.left() >= 300 && area.right() <= 1920 - 300);
 }
 
-void TunerStripTest::selectPicksTheFocusedStation()
+void TunerStripTest::selectPicksFocusedStation()
 {
     Scene scene(newsOf(2));
-    QCOMPARE(scene.heard(), u"5 5 O'Clock News"_s);
+    QCOMPARE(scene.focusedName(), u"5 5 O'Clock News"_s);
     scene.stage.press(Qt::Key_Right);
-    QCOMPARE(scene.heard(), u"6 Committee room 6"_s);
+    QCOMPARE(scene.focusedName(), u"6 Committee room 6"_s);
     QCOMPARE(scene.picked(), QString());
     scene.stage.press(Qt::Key_Select);
     QCOMPARE(scene.picked(), u"/live/6"_s);
@@ -216,110 +216,110 @@ void TunerStripTest::selectPicksTheFocusedStation()
     QCOMPARE(scene.picked(), u"/live/news/index.m3u8"_s);
 }
 
-void TunerStripTest::everyOneOfFiftyChannelsIsReached()
+void TunerStripTest::everyChannelOfFiftyIsReachable()
 {
     Scene scene(newsOf(50));
     const QRectF caption = scene.areaOf(u"CHANNELS"_s);
     for (int number = 6; number < 56; ++number) {
         scene.stage.press(Qt::Key_Right);
-        QCOMPARE(scene.heard(), u"%1 Committee room %1"_s.arg(number));
+        QCOMPARE(scene.focusedName(), u"%1 Committee room %1"_s.arg(number));
     }
     scene.stage.press(Qt::Key_Right);
-    QCOMPARE(scene.heard(), u"55 Committee room 55"_s);
-    scene.stage.settle();
+    QCOMPARE(scene.focusedName(), u"55 Committee room 55"_s);
+    scene.stage.waitUntilIdle();
     const QRectF last = scene.area(scene.focused());
     QVERIFY(std::abs(last.right() - (1920 - 50)) < 1);
-    // Only what is near exists.
+    // Only the buttons near the visible range exist.
     QVERIFY(scene.buttons().size() < 15);
     for (int number = 54; number >= 5; --number)
         scene.stage.press(Qt::Key_Left);
-    scene.stage.settle();
-    QCOMPARE(scene.heard(), u"5 5 O'Clock News"_s);
+    scene.stage.waitUntilIdle();
+    QCOMPARE(scene.focusedName(), u"5 5 O'Clock News"_s);
     QCOMPARE(scene.areaOf(u"CHANNELS"_s), caption);
 }
 
-void TunerStripTest::anotherCurrentStationTakesTheFocusAlong()
+void TunerStripTest::focusMovesToNewCurrentStation()
 {
     const NewsStatus news = newsOf(30);
     Scene scene(news);
     scene.setCurrent(news.stations().at(25));
-    QCOMPARE(scene.heard(), u"30 Committee room 30"_s);
+    QCOMPARE(scene.focusedName(), u"30 Committee room 30"_s);
     QVERIFY(scene.area(scene.focused()).right() < 1920);
     scene.stage.press(Qt::Key_Left);
     scene.setCurrent(news.stations().at(2));
-    QCOMPARE(scene.heard(), u"29 Committee room 29"_s);
+    QCOMPARE(scene.focusedName(), u"29 Committee room 29"_s);
 }
 
-void TunerStripTest::theFocusStaysOnItsStationWhenTheHubMovesIt()
+void TunerStripTest::focusStaysOnStationWhenListChanges()
 {
     Scene scene(newsOf(2));
     scene.stage.press(Qt::Key_Right);
     QList<TunerStation> stations = newsOf(2).stations();
     stations.prepend({u"1"_s, u"Early"_s, u"/live/1"_s});
     scene.setStations(stations);
-    QCOMPARE(scene.heard(), u"6 Committee room 6"_s);
+    QCOMPARE(scene.focusedName(), u"6 Committee room 6"_s);
     stations.removeAt(2);
     scene.setStations(stations);
-    QVERIFY(scene.heard() == u"7 Committee room 7"_s || scene.heard() == u"5 5 O'Clock News"_s);
+    QVERIFY(scene.focusedName() == u"7 Committee room 7"_s || scene.focusedName() == u"5 5 O'Clock News"_s);
 }
 
-void TunerStripTest::aNameIsCutOnlyWhereTheStripEnds_data()
+void TunerStripTest::nameIsElidedOnlyAtEndOfStrip_data()
 {
     QTest::addColumn<QSize>("size");
-    QTest::addColumn<int>("longest"); // of a plate, in points
+    QTest::addColumn<int>("longest"); // greatest width of a plate, in points
     QTest::newRow("720p") << QSize(1280, 720) << 1820;
     QTest::newRow("1080p") << QSize(1920, 1080) << 1820;
     QTest::newRow("wider") << QSize(2560, 1080) << 2460;
     QTest::newRow("taller") << QSize(1024, 768) << 1820;
 }
 
-void TunerStripTest::aNameIsCutOnlyWhereTheStripEnds()
+void TunerStripTest::nameIsElidedOnlyAtEndOfStrip()
 {
     QFETCH(const QSize, size);
     QFETCH(const int, longest);
-    const QString room = u"City Council chambers at the old custom house beside the harbour: room "_s;
-    QMap<QString, QString> channels{{u"6"_s, room + u"A"_s}, {u"7"_s, room + u"B"_s}};
+    const QString roomName = u"City Council chambers at the old custom house beside the harbour: room "_s;
+    QMap<QString, QString> channels{{u"6"_s, roomName + u"A"_s}, {u"7"_s, roomName + u"B"_s}};
     for (const int letters : {100, 125, 135, 145, 170, 300})
-        channels.insert(QString::number(letters), room.repeated(5).left(letters));
+        channels.insert(QString::number(letters), roomName.repeated(5).left(letters));
     Scene scene(newsOf(channels), size);
     const QFontMetricsF numbers(TunerList::numberFont());
     const QFontMetricsF labels(TunerList::labelFont());
-    int cut = 0;
-    int whole = 0;
+    int elided = 0;
+    int complete = 0;
     do {
-        scene.stage.settle();
-        const QString name = scene.heard();
+        scene.stage.waitUntilIdle();
+        const QString name = scene.focusedName();
         const auto texts = Stage::texts(scene.focused());
         const double wanted = 2 * 46 + 10 +
                               std::ceil(numbers.horizontalAdvance(texts.at(0)->property("text").toString())) +
                               std::ceil(labels.horizontalAdvance(texts.at(1)->property("text").toString()));
         QCOMPARE(scene.focused()->width(), std::min(wanted, double(longest)));
-        (wanted > longest ? cut : whole) += 1;
-        // All of it, as it has grown, is on the display and beside its neighbours.
+        (wanted > longest ? elided : complete) += 1;
+        // The scaled-up plate is inside the display and does not overlap its neighbours.
         const QRectF plate = Stage::area(Stage::first(scene.focused(), "StationPlate"));
         QVERIFY2(plate.left() >= 0 && plate.right() <= size.width(), qPrintable(name));
         const auto buttons = scene.buttons();
         for (const QQuickItem* button : buttons)
             QVERIFY(button == scene.focused() || !Stage::area(button).intersects(plate));
         scene.stage.press(Qt::Key_Right);
-        if (scene.heard() == name)
+        if (scene.focusedName() == name)
             break;
     } while (true);
-    QVERIFY(cut >= 1 && whole >= 4);
+    QVERIFY(elided >= 1 && complete >= 4);
 }
 
-void TunerStripTest::everyTextStaysOnItsPlate_data()
+void TunerStripTest::textsStayInsidePlates_data()
 {
     QTest::addColumn<QString>("label");
     QTest::newRow("300 characters") << u"Joint special session of the harbour board "_s.repeated(7).left(300);
     QTest::newRow("Chinese") << u"市議會定期會議與港口委員會聯席特別會議"_s.repeated(15).left(300);
     QTest::newRow("Arabic") << u"اجتماع مجلس المدينة "_s.repeated(15);
-    QTest::newRow("lines") << u"one\ntwo\nthree\nfour"_s;
+    QTest::newRow("line breaks") << u"one\ntwo\nthree\nfour"_s;
     QTest::newRow("blank") << u" "_s;
-    QTest::newRow("a million") << QString(1'000'000, u'W');
+    QTest::newRow("a million characters") << QString(1'000'000, u'W');
 }
 
-void TunerStripTest::everyTextStaysOnItsPlate()
+void TunerStripTest::textsStayInsidePlates()
 {
     QFETCH(QString, label);
     Scene scene(newsOf({{u"6"_s, label}, {QString(400, u'8'), label}}));
@@ -330,20 +330,20 @@ void TunerStripTest::everyTextStaysOnItsPlate()
             QVERIFY(button->width() <= 1820);
             const auto texts = Stage::texts(button);
             for (QQuickItem* text : texts) {
-                const QQuickItem* const room = text->parentItem();
-                QVERIFY(scene.area(button).contains(scene.area(room)) || button->hasActiveFocus());
-                QVERIFY(room->clip() || text->property("contentWidth").toDouble() <= room->width() + 24);
-                QVERIFY(room->clip() || (text->x() == 0 && text->width() == room->width()));
+                const QQuickItem* const container = text->parentItem();
+                QVERIFY(scene.area(button).contains(scene.area(container)) || button->hasActiveFocus());
+                QVERIFY(container->clip() || text->property("contentWidth").toDouble() <= container->width() + 24);
+                QVERIFY(container->clip() || (text->x() == 0 && text->width() == container->width()));
             }
             QVERIFY(!scene.area(button).intersects(before));
             before = scene.area(button);
         }
         scene.stage.press(Qt::Key_Right);
-        scene.stage.settle();
+        scene.stage.waitUntilIdle();
     }
 }
 
-void TunerStripTest::aCutNamePassesThroughItsPlateUnderTheFocus_data()
+void TunerStripTest::elidedNameScrollsWhenFocused_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::newRow("720p") << QSize(1280, 720);
@@ -352,40 +352,40 @@ void TunerStripTest::aCutNamePassesThroughItsPlateUnderTheFocus_data()
     QTest::newRow("2160p") << QSize(3840, 2160);
 }
 
-void TunerStripTest::aCutNamePassesThroughItsPlateUnderTheFocus()
+void TunerStripTest::elidedNameScrollsWhenFocused()
 {
     QFETCH(const QSize, size);
     const QString label =
         u"The Joint Committee on Harbours, Ferries, Footbridges, Fog Horns and Lanterns. "_s.repeated(4);
     Scene scene(newsOf({{u"6"_s, label}, {u"7"_s, u"Parks"_s}}), size);
     const QQuickItem* const text = scene.text(label);
-    const QQuickItem* const room = text->parentItem();
+    const QQuickItem* const container = text->parentItem();
     QVERIFY(text->property("truncated").toBool());
 
     scene.stage.press(Qt::Key_Right);
-    scene.stage.settle();
-    // Its beginning first, and all of it laid out.
+    scene.stage.waitUntilIdle();
+    // First its beginning is shown, and the whole text is laid out.
     QVERIFY(!text->property("truncated").toBool());
     QCOMPARE(text->x(), 0.0);
-    const double overflow = text->width() - room->width();
+    const double overflow = text->width() - container->width();
     QVERIFY(overflow > 100);
     scene.clock.advance(1499ms);
     scene.stage.waitForFrame();
     QCOMPARE(text->x(), 0.0);
     scene.clock.advance(1ms);
-    // Then it moves, as far as the clock says, by whole pixels.
-    const auto hasTravelled = [&](double points) { return std::abs(text->x() + points) <= 0.51 / scene.factor(); };
+    // Then it moves with the clock, by whole pixels.
+    const auto hasMoved = [&](double points) { return std::abs(text->x() + points) <= 0.51 / scene.factor(); };
     for (const int half : {1, 2, 3, 4}) {
         scene.clock.advance(500ms);
-        QTRY_VERIFY(hasTravelled(std::min(overflow, half * 60.0)));
-        const double pixels = Stage::area(room).left() - Stage::area(text).left();
+        QTRY_VERIFY(hasMoved(std::min(overflow, half * 60.0)));
+        const double pixels = Stage::area(container).left() - Stage::area(text).left();
         QVERIFY2(std::abs(std::remainder(pixels, 1)) < 0.001, qPrintable(QString::number(pixels)));
     }
-    // Its end stands still for a while, and then the beginning is there again.
+    // The end stands still for two seconds; then the beginning is shown again.
     scene.clock.advance(60s);
-    QTRY_VERIFY(hasTravelled(overflow));
+    QTRY_VERIFY(hasMoved(overflow));
     scene.stage.waitForFrame();
-    QVERIFY(std::abs(scene.area(text).right() - scene.area(room).right()) <= 1);
+    QVERIFY(std::abs(scene.area(text).right() - scene.area(container).right()) <= 1);
     scene.clock.advance(1999ms);
     scene.stage.waitForFrame();
     QVERIFY(text->x() < 0);
@@ -395,36 +395,36 @@ void TunerStripTest::aCutNamePassesThroughItsPlateUnderTheFocus()
     scene.clock.advance(1s);
     QTRY_VERIFY(text->x() < -100);
 
-    // Without the focus it is cut as it was.
+    // Without focus it is elided as before.
     scene.stage.press(Qt::Key_Right);
-    scene.stage.settle();
+    scene.stage.waitUntilIdle();
     QCOMPARE(text->x(), 0.0);
     QVERIFY(text->property("truncated").toBool());
 }
 
-void TunerStripTest::aCutNameIsReadFromItsOwnBeginning()
+void TunerStripTest::rightToLeftNameScrollsFromItsRightEnd()
 {
     const QString label = u"اجتماع مجلس المدينة "_s.repeated(20);
     Scene scene(newsOf({{u"6"_s, label}}));
     const QQuickItem* const text = scene.text(label);
-    const QQuickItem* const room = text->parentItem();
+    const QQuickItem* const container = text->parentItem();
     scene.stage.press(Qt::Key_Right);
-    scene.stage.settle();
-    QVERIFY(std::abs(scene.area(text).right() - scene.area(room).right()) <= 1);
+    scene.stage.waitUntilIdle();
+    QVERIFY(std::abs(scene.area(text).right() - scene.area(container).right()) <= 1);
     scene.clock.advance(1500ms);
     scene.clock.advance(1s);
-    QTRY_VERIFY(scene.area(text).right() > scene.area(room).right() + 100);
+    QTRY_VERIFY(scene.area(text).right() > scene.area(container).right() + 100);
     scene.clock.advance(60s);
-    QTRY_VERIFY(std::abs(scene.area(text).left() - scene.area(room).left()) <= 1);
+    QTRY_VERIFY(std::abs(scene.area(text).left() - scene.area(container).left()) <= 1);
 }
 
-void TunerStripTest::nothingMovesWithoutACutNameUnderTheFocus()
+void TunerStripTest::noFrameIsDrawnUnlessElidedNameIsFocused()
 {
     const QString label =
         u"The Joint Committee on Harbours, Ferries, Footbridges, Fog Horns and Lanterns. "_s.repeated(4);
     Scene scene(newsOf({{u"6"_s, label}, {u"7"_s, u"Parks"_s}}));
     const auto isStill = [&] {
-        scene.stage.settle();
+        scene.stage.waitUntilIdle();
         const int frames = scene.stage.frames();
         for (int second = 0; second < 5; ++second) {
             scene.clock.advance(1s);
@@ -435,12 +435,12 @@ void TunerStripTest::nothingMovesWithoutACutNameUnderTheFocus()
     QVERIFY(isStill());
     scene.stage.press(Qt::Key_Right);
     QVERIFY(!isStill());
-    // It rests at its end.
+    // It stands still at its end.
     scene.clock.advance(60s);
-    scene.stage.settle();
+    scene.stage.waitUntilIdle();
     const int frames = scene.stage.frames();
     scene.clock.advance(1s);
-    scene.stage.settle();
+    scene.stage.waitUntilIdle();
     QCOMPARE(scene.stage.frames(), frames);
     scene.stage.press(Qt::Key_Right);
     QVERIFY(isStill());

@@ -11,7 +11,9 @@
 #include <QKeyEvent>
 #include <QTest>
 
-/** A page with a search field, something below it and its keyboard, before a viewer with a remote and a keyboard. */
+/**
+ * A page with a search field, a Focusable below it, and the on-screen keyboard; the viewer has a remote and a keyboard.
+ */
 struct TypingHouse
 {
     ScriptedClock clock;
@@ -21,14 +23,14 @@ struct TypingHouse
     explicit TypingHouse(QSize size = {960, 540}) : stage(size)
     {
         new RemoteInput(&stage.window(), clock);
-        house = stage.put(u"import Quillmere.Shop\n"
-                          "Canvas { FocusScreen { objectName: \"page\"; anchors.fill: parent; focus: true\n"
-                          "VeneerBackground { anchors.fill: parent }\n"
-                          "Focusable { objectName: \"below\"; x: 90; y: 700; width: 900; height: 300 }\n"
-                          "SearchField { id: field; objectName: \"field\"; x: 90; y: 226; width: 1740; "
-                          "height: implicitHeight; preferred: true\n"
-                          "property int submissions; onSubmitted: ++submissions }\n"
-                          "OnScreenKeyboard { objectName: \"keyboard\"; field: field } } }"_qs);
+        house = stage.load(u"import Quillmere.Shop\n"
+                           "Canvas { FocusScreen { objectName: \"page\"; anchors.fill: parent; focus: true\n"
+                           "VeneerBackground { anchors.fill: parent }\n"
+                           "Focusable { objectName: \"below\"; x: 90; y: 700; width: 900; height: 300 }\n"
+                           "SearchField { id: field; objectName: \"field\"; x: 90; y: 226; width: 1740; "
+                           "height: implicitHeight; preferred: true\n"
+                           "property int submissions; onSubmitted: ++submissions }\n"
+                           "OnScreenKeyboard { objectName: \"keyboard\"; field: field } } }"_qs);
     }
 
     template<typename T = QQuickItem>
@@ -40,7 +42,7 @@ struct TypingHouse
     QQuickItem* focused() { return stage.window().activeFocusItem(); }
     bool isFieldFocused() { return focused() == named("field"); }
 
-    /** The caption of the key that has the focus; empty when no key has it. */
+    /** The caption of the focused key; empty if no key has focus. */
     QString key() { return focused() ? focused()->property("text").toString() : QString(); }
 
     FocusScreen* board() const { return named<FocusScreen>("page")->cover(); }
@@ -54,38 +56,38 @@ struct TypingHouse
     /** Opens the keyboard with the remote. */
     void open() { press(Qt::Key_Select); }
 
-    /** A button of the remote, once for each key. */
+    /** Presses a button of the remote `times` times. */
     void press(int key, int times = 1)
     {
         for (int i = 0; i < times; ++i, ++presses)
-            strike(key);
+            typeKey(key);
     }
 
-    /** Walks to a key and selects it. */
-    void type(const QString& caption)
+    /** Moves the focus to a key and selects it. */
+    void selectKey(const QString& caption)
     {
-        walkTo(caption);
+        focusKey(caption);
         press(Qt::Key_Select);
     }
 
-    void walkTo(const QString& caption)
+    void focusKey(const QString& caption)
     {
         const auto all = keys();
         for (const QQuickItem* key : all) {
             if (key->property("text") != caption)
                 continue;
-            const auto rest = [&] { return key->position() - focused()->position(); };
-            while (!qFuzzyIsNull(rest().y()))
-                press(rest().y() > 0 ? Qt::Key_Down : Qt::Key_Up);
-            while (!qFuzzyIsNull(rest().x()))
-                press(rest().x() > 0 ? Qt::Key_Right : Qt::Key_Left);
+            const auto distance = [&] { return key->position() - focused()->position(); };
+            while (!qFuzzyIsNull(distance().y()))
+                press(distance().y() > 0 ? Qt::Key_Down : Qt::Key_Up);
+            while (!qFuzzyIsNull(distance().x()))
+                press(distance().x() > 0 ? Qt::Key_Right : Qt::Key_Left);
             return;
         }
         qFatal("there is no key %s", qPrintable(caption));
     }
 
-    /** A key of a keyboard. */
-    void strike(int key, const QString& text = {}, Qt::KeyboardModifiers modifiers = {})
+    /** Presses and releases a key of a physical keyboard. */
+    void typeKey(int key, const QString& text = {}, Qt::KeyboardModifiers modifiers = {})
     {
         for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
             QKeyEvent event(type, key, modifiers, text);
@@ -93,15 +95,15 @@ struct TypingHouse
         }
     }
 
-    void strikeReturn() { strike(Qt::Key_Return, u"\r"_qs); }
+    void typeReturn() { typeKey(Qt::Key_Return, u"\r"_qs); }
 
-    void strikeAll(const QString& text)
+    void typeText(const QString& text)
     {
         for (const QChar character : text)
-            strike(character.toUpper().unicode(), character);
+            typeKey(character.toUpper().unicode(), character);
     }
 
-    /** What an input method or a dead key writes: first it is only seen, then it stands there. */
+    /** Simulates an input method or a dead key: the preedit text, then the committed text. */
     void compose(const QString& preedit, const QString& commit = {})
     {
         QInputMethodEvent event(preedit, {});
@@ -109,8 +111,8 @@ struct TypingHouse
         QCoreApplication::sendEvent(QGuiApplication::focusObject(), &event);
     }
 
-    /** What an input method is told of what has the focus. */
-    QVariant described(Qt::InputMethodQuery query) const
+    /** The focus object's answer to an input method query. */
+    QVariant inputMethodQuery(Qt::InputMethodQuery query) const
     {
         QInputMethodQueryEvent event(query);
         QCoreApplication::sendEvent(QGuiApplication::focusObject(), &event);

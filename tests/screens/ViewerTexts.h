@@ -1,6 +1,6 @@
 #pragma once
 
-/** Texts that the set shows a viewer; those that never change are in StationTexts. */
+/** Texts that the program shows to viewers. Texts that never change are in StationTexts instead. */
 // clang-format off
 inline constexpr const char16_t* viewerTexts[] = {
     u"The tower is lit — tune in.", u"Next broadcast · ",

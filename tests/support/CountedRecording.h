@@ -3,19 +3,22 @@
 #include <QImage>
 #include <QProcess>
 
-/** Recordings whose picture tells its second in twelve bits, the highest on the left; HLS, segments of 4 seconds. */
+/**
+ * HLS recordings whose picture shows the current second as twelve black or white bars, the highest bit on the left.
+ * Segments are 4 seconds long.
+ */
 namespace CountedRecording {
 
 constexpr int bits = 12;
 constexpr int segmentSeconds = 4;
 
 enum class Kind {
-    Slides, ///< five pictures a second without a sound: quickly made
-    Film    ///< twenty-five, with sound
+    Slides, ///< five pictures a second, no sound; quick to encode
+    Film    ///< 25 pictures a second, with sound
 };
 
-/** Makes `name`.m3u8 and its segments `name`0.ts, ... in a folder; false when that failed. */
-inline bool make(const QString& folder, const QString& name, int seconds, Kind kind)
+/** Creates `name`.m3u8 and its segments `name`0.ts, `name`1.ts, ... in a folder. Returns false on failure. */
+inline bool create(const QString& folder, const QString& name, int seconds, Kind kind)
 {
     const int rate = kind == Kind::Film ? 25 : 5;
     const auto text = [](const char* words) { return QString::fromLatin1(words); };
@@ -36,7 +39,7 @@ inline bool make(const QString& folder, const QString& name, int seconds, Kind k
     return ffmpeg.waitForFinished(60'000) && ffmpeg.exitCode() == 0;
 }
 
-/** The second that a picture of one shows. */
+/** The second that a picture of such a recording shows. */
 inline int secondShown(const QImage& picture)
 {
     int second = 0;

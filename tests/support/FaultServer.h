@@ -13,8 +13,8 @@
 #include <functional>
 
 /**
- * A real HTTP server on loopback that does what a test tells it, down to the bytes. It lives on the test's thread and
- * serves while that thread's event loop runs; the port is the system's choice.
+ * A real HTTP server on loopback that sends exactly the bytes a test asks for, faults included. It lives on the test's
+ * thread and serves while that thread's event loop runs. The system chooses the port.
  */
 class FaultServer : public QTcpServer
 {
@@ -25,42 +25,42 @@ public:
     {
         QByteArray target;                    ///< path and query, as sent
         QMap<QByteArray, QByteArray> headers; ///< names in lower case
-        QPointer<QSslSocket> socket;          ///< to answer on; gone once the client has closed
+        QPointer<QSslSocket> socket;          ///< for the answer; null once the client has closed it
     };
     using Handler = std::function<void(const Request&)>;
-    using Headers = QList<QByteArray>; ///< whole lines without line ends
+    using Headers = QList<QByteArray>; ///< whole lines without CR LF
 
-    /** `certificate` names a file of make-test-certificates; empty for plain HTTP. */
+    /** `certificate` is the name of a file written by make-test-certificates; empty for plain HTTP. */
     explicit FaultServer(const QByteArray& certificate = "good");
 
     QUrl url(const QByteArray& path = "/") const;
 
-    /** Another certificate for the connections from now on. */
+    /** Uses another certificate for all later connections. */
     void setCertificate(const QByteArray& certificate);
 
-    /** What to do with requests for `path` (without the query); in place of what was to be done before. */
+    /** Sets the handler of requests for `path` (without the query). It replaces the previous handler. */
     void on(const QByteArray& path, Handler handler);
 
     const QList<Request>& requests() const { return m_requests; }
-    int connections() const { return m_connections; }         ///< accepted so far, TLS or not
-    int openConnections() const { return m_openConnections; } ///< accepted and not closed
+    int connections() const { return m_connections; }         ///< accepted so far, with or without TLS
+    int openConnections() const { return m_openConnections; } ///< accepted and not yet closed
 
     /** The issuer of the good certificates, in PEM. */
     static QByteArray issuer();
 
-    /** A whole answer, with its length. */
+    /** A complete answer with a Content-Length header. */
     static Handler answer(int status, const QByteArray& body = {}, const Headers& headers = {});
 
-    /** The bytes as they are, and then the connection is closed. */
+    /** Sends the bytes unchanged, then closes the connection. */
     static Handler sendAndClose(const QByteArray& bytes);
 
-    /** The bytes as they are, and then silence. */
+    /** Sends the bytes unchanged, then nothing more. */
     static Handler sendAndWait(const QByteArray& bytes = {});
 
-    /** Each piece as it is, `interval` milliseconds after the one before, and then silence. */
+    /** Sends each piece unchanged, `interval` milliseconds after the previous one, then nothing more. */
     static Handler sendInPieces(const QList<QByteArray>& pieces, int interval);
 
-    /** A head that promises `length` bytes, then one byte each `interval` milliseconds. */
+    /** Sends a header that announces `length` bytes, then one byte every `interval` milliseconds. */
     static Handler trickle(int length, int interval);
 
     static Handler redirect(const QByteArray& location, int status = 302);
@@ -80,8 +80,8 @@ private:
     int m_openConnections = 0;
 };
 
-/** `bytes` in the gzip format. */
+/** `bytes` compressed in the gzip format. */
 QByteArray gzip(const QByteArray& bytes);
 
-/** What unpacks to `size` zero bytes, made without holding them. */
+/** Gzip data that decompresses to `size` zero bytes. It is built in chunks, so the zeros are never all in memory. */
 QByteArray gzipBomb(qint64 size);

@@ -7,7 +7,10 @@
 
 #include <memory>
 
-/** A test whose every function has a fresh client, with a network, and a fresh server whose certificate it trusts. */
+/**
+ * Base of tests that use a fresh client, which is online, and a fresh server, whose certificate it trusts, for every
+ * test function.
+ */
 class HttpOnServer : public QObject
 {
     Q_OBJECT

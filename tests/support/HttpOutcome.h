@@ -7,31 +7,35 @@
 #include <memory>
 #include <optional>
 
-/** A request's answer, once it is there. */
+/** The result of a request, once it has arrived. */
 struct HttpOutcome
 {
     std::optional<HttpResult> result;
 
     int status() const { return result && *result ? (*result)->status : 0; }
     QByteArray body() const { return result && *result ? (*result)->body : QByteArray("(no answer)"); }
-    bool failedAs(HttpFailure::Kind kind) const { return result && !*result && result->error().kind == kind; }
-    QString words() const { return result && !*result ? result->error().description : QStringLiteral("(no failure)"); }
+    bool failedWith(HttpFailure::Kind kind) const { return result && !*result && result->error().kind == kind; }
+    QString errorDescription() const
+    {
+        return result && !*result ? result->error().description : QStringLiteral("(no failure)");
+    }
 };
 
-inline QCoro::Task<> ask(HttpClient& client, HttpRequest request, CancelToken token,
-                         std::shared_ptr<HttpOutcome> outcome)
+inline QCoro::Task<> runRequest(HttpClient& client, HttpRequest request, std::stop_token token,
+                                std::shared_ptr<HttpOutcome> outcome)
 {
     outcome->result = co_await client.get(std::move(request), std::move(token));
 }
 
-inline std::shared_ptr<HttpOutcome> start(HttpClient& client, const HttpRequest& request, const CancelToken& token = {})
+inline std::shared_ptr<HttpOutcome> start(HttpClient& client, const HttpRequest& request,
+                                          const std::stop_token& token = {})
 {
     auto outcome = std::make_shared<HttpOutcome>();
-    ask(client, request, token, outcome);
+    runRequest(client, request, token, outcome);
     return outcome;
 }
 
-/** Starts the request and waits for its end. */
+/** Starts the request and waits until it has finished. */
 inline HttpOutcome fetch(HttpClient& client, const HttpRequest& request)
 {
     const auto outcome = start(client, request);
@@ -39,8 +43,8 @@ inline HttpOutcome fetch(HttpClient& client, const HttpRequest& request)
     return *outcome;
 }
 
-/** A request with limits short enough for a test. */
-inline HttpRequest to(const QUrl& url)
+/** A request with time limits short enough for a test. */
+inline HttpRequest requestTo(const QUrl& url)
 {
     HttpRequest request;
     request.url = url;

@@ -4,7 +4,7 @@
 
 #include <QMap>
 
-/** Numbers kept in memory, with the writes counted. */
+/** Keeps numbers in memory and counts the writes. */
 class MemoryDefaults : public Defaults
 {
 public:

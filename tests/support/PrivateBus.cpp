@@ -9,7 +9,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/** As a session's, but for the folders of services that it would start. */
+/** A session bus configuration without the folders of activatable services. */
 constexpr auto configuration = R"(<busconfig>
   <type>session</type>
   <listen>unix:dir=%1</listen>
@@ -34,7 +34,7 @@ PrivateBus::PrivateBus()
                                                                             u"--nopidfile"_s, u"--print-address"_s});
     const auto line = m_daemon->waitForLine(u"unix:"_s, 10s);
     if (!line)
-        throw std::runtime_error("dbus-daemon told no address.");
+        throw std::runtime_error("dbus-daemon printed no address.");
     m_address = *line;
 }
 

@@ -7,20 +7,20 @@
 
 #include <memory>
 
-/** A message bus of a test's own, which starts no services. One thread. */
+/** A D-Bus message bus for one test, which starts no services. Single-threaded. */
 class PrivateBus
 {
 public:
-    /** Throws std::runtime_error with a sentence when there is no `dbus-daemon`. */
+    /** Throws std::runtime_error with a readable message if `dbus-daemon` is missing. */
     PrivateBus();
     ~PrivateBus();
 
     const QString& address() const { return m_address; }
 
-    /** A connection under a name of its own, let go with the bus. */
+    /** A new connection with a unique connection name. It is closed when this object is destroyed. */
     QDBusConnection connect();
 
-    /** It dies, as with the viewer's session. */
+    /** Ends the bus, as happens at the end of the viewer's session. */
     void end() { m_daemon->end(); }
 
 private:

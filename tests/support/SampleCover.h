@@ -2,7 +2,7 @@
 
 #include "VHSCover.h"
 
-/** The cover of an ordinary meeting, with a transcript. */
+/** The cover of an ordinary meeting with a transcript. */
 inline VHSCover sampleCover(double hue = 291)
 {
     using namespace Qt::StringLiterals;

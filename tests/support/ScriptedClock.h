@@ -5,7 +5,7 @@
 #include <QList>
 #include <QTimeZone>
 
-/** A clock that stands still until the test moves it; timers fire inside `advance`, in the order of their times. */
+/** A clock that stands still until the test advances it. Timers fire inside `advance`, ordered by their due times. */
 class ScriptedClock : public Clock
 {
 public:
@@ -15,13 +15,13 @@ public:
     std::chrono::milliseconds elapsed() const override { return m_elapsed; }
     std::unique_ptr<Timer> after(std::chrono::milliseconds delay, std::function<void()> callback) override;
 
-    /** Lets time pass: both clocks move and the timers that come due fire. */
+    /** Advances both clocks; the timers that become due fire. */
     void advance(std::chrono::milliseconds by);
 
-    /** Time passes in which no timer gets to fire, as during a slow frame; those that came due fire at the next move. */
+    /** Advances both clocks without firing any timer, as during a slow frame. Due timers fire at the next `advance`. */
     void stall(std::chrono::milliseconds by);
 
-    /** Sets the wall clock alone, as an adjustment of the system's time does. */
+    /** Sets only the wall clock, as an adjustment of the system's time does. */
     void jumpTo(const QDateTime& now) { m_now = now; }
 
     int pendingTimers() const;

@@ -4,7 +4,7 @@
 
 #include <atomic>
 
-/** A network that the test takes away and gives back, from any thread. It lives on the client's network thread. */
+/** A network that the test switches off and on, from any thread. The object lives on the client's network thread. */
 class ScriptedConnectivity : public Connectivity
 {
 public:
@@ -12,7 +12,7 @@ public:
 
     bool isOnline() override
     {
-        ++m_questions;
+        ++m_queryCount;
         return m_isOnline;
     }
     void setOnline(bool isOnline)
@@ -20,9 +20,9 @@ public:
         m_isOnline = isOnline;
         QMetaObject::invokeMethod(this, &Connectivity::changed, Qt::QueuedConnection);
     }
-    int questions() const { return m_questions; } ///< how often it was asked
+    int queryCount() const { return m_queryCount; } ///< calls of isOnline()
 
 private:
     std::atomic<bool> m_isOnline;
-    std::atomic<int> m_questions = 0;
+    std::atomic<int> m_queryCount = 0;
 };

@@ -4,21 +4,21 @@
 
 #include <QStringList>
 
-/** A display that only notes what is asked of it. */
+/** A fake display that only records the calls. */
 class ScriptedDisplayPower : public DisplayPower
 {
 public:
-    void switchOff() override { asked.append(QStringLiteral("off")); }
+    void switchOff() override { calls.append(QStringLiteral("off")); }
     Completion<bool> switchOn() override
     {
-        asked.append(QStringLiteral("on"));
-        goingOn = {};
+        calls.append(QStringLiteral("on"));
+        switchOnCompletion = {};
         if (!isSlow)
-            goingOn.resolve(true);
-        return goingOn;
+            switchOnCompletion.resolve(true);
+        return switchOnCompletion;
     }
 
-    QStringList asked;
-    bool isSlow = false;      ///< then the test resolves `goingOn`
-    Completion<bool> goingOn; ///< of the last `switchOn`
+    QStringList calls;
+    bool isSlow = false;                 ///< if true, the test resolves `switchOnCompletion`
+    Completion<bool> switchOnCompletion; ///< result of the last `switchOn`
 };

@@ -6,12 +6,12 @@ ScriptedHttpClient::~ScriptedHttpClient()
         call.completion.resolve(tl::unexpected(HttpFailure{HttpFailure::Kind::Cancelled, {}}));
 }
 
-QCoro::Task<HttpResult> ScriptedHttpClient::get(HttpRequest request, CancelToken token)
+QCoro::Task<HttpResult> ScriptedHttpClient::get(HttpRequest request, std::stop_token token)
 {
     const Completion<HttpResult> completion;
     const int call = count();
     m_calls.append({std::move(request), completion, false});
-    const auto registration = token.onCancel([this, completion, call] {
+    const std::stop_callback registration(token, [this, completion, call] {
         m_calls[call].cancelled = true;
         completion.resolve(tl::unexpected(HttpFailure{HttpFailure::Kind::Cancelled, {}}));
     });

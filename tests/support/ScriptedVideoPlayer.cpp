@@ -4,7 +4,7 @@ using namespace Qt::StringLiterals;
 
 void ScriptedVideoPlayer::setItem(std::shared_ptr<PlayerItem> item)
 {
-    m_calls->append(item ? u"setItem"_s : u"letGo"_s);
+    m_calls->append(item ? u"setItem"_s : u"clearItem"_s);
     items.append(item);
     m_item = std::move(item);
     Q_EMIT itemChanged();
@@ -37,7 +37,7 @@ VideoPlayer::TimeControl ScriptedVideoPlayer::timeControl() const
     return m_waiting ? TimeControl::WaitingToPlay : TimeControl::Playing;
 }
 
-void ScriptedVideoPlayer::seek(double seconds, SeekTolerance tolerance, SeekDone done)
+void ScriptedVideoPlayer::seek(double seconds, SeekTolerance tolerance, SeekCallback done)
 {
     m_calls->append(u"seek"_s);
     seeks.append({seconds, tolerance, std::move(done)});
@@ -49,15 +49,15 @@ std::unique_ptr<TimeObserver> ScriptedVideoPlayer::addPeriodicTimeObserver(std::
 {
     struct Token : TimeObserver
     {
-        explicit Token(std::shared_ptr<QStringList> noted) : calls(std::move(noted)) {}
+        explicit Token(std::shared_ptr<QStringList> callList) : calls(std::move(callList)) {}
         ~Token() override { calls->append(u"unobserve"_s); }
 
         std::shared_ptr<QStringList> calls;
-        std::shared_ptr<int> presence = std::make_shared<int>();
+        std::shared_ptr<int> lifetime = std::make_shared<int>();
     };
     m_calls->append(u"observe"_s);
     auto token = std::make_unique<Token>(m_calls);
-    observations.append({interval, std::move(callback), token->presence});
+    observations.append({interval, std::move(callback), token->lifetime});
     return token;
 }
 

@@ -5,8 +5,8 @@
 #include <QList>
 
 /**
- * A player without a stream: it notes what it is told, and the test says what happens, also what a real player would
- * not do. It shows no picture.
+ * A fake player without a stream or picture. It records the calls, and the test triggers events, including some that a
+ * real player would not send.
  */
 class ScriptedVideoPlayer : public VideoPlayer
 {
@@ -17,13 +17,13 @@ public:
     {
         double seconds;
         SeekTolerance tolerance;
-        SeekDone done;
+        SeekCallback done;
     };
     struct Observation
     {
         std::chrono::seconds interval;
         std::function<void(double)> callback;
-        std::weak_ptr<int> token; ///< expired once the observer is gone
+        std::weak_ptr<int> token; ///< expired once the observer is destroyed
     };
     struct Selection
     {
@@ -45,31 +45,34 @@ public:
     double duration() const override { return m_duration; }
     double bufferedTo() const override { return m_bufferedTo; }
     bool isSeekable() const override { return m_seekable; }
-    void seek(double seconds, SeekTolerance tolerance, SeekDone done = {}) override;
+    void seek(double seconds, SeekTolerance tolerance, SeekCallback done = {}) override;
     [[nodiscard]] std::unique_ptr<TimeObserver>
     addPeriodicTimeObserver(std::chrono::seconds interval, std::function<void(double seconds)> callback) override;
     const QList<MediaTrack>& tracks() const override { return m_tracks; }
     void select(MediaTrack::Kind kind, int id) override { selections.append({kind, id}); }
     std::shared_ptr<VideoEngine> engine() const override { return nullptr; }
 
-    // What happens, as the test tells it; each inside the call.
-    void showPicture();             ///< no longer waiting, the item is ready
-    void fail(const VideoFailure&); ///< the item, for good
-    void end();                     ///< the item was played to its end
-    void moveTo(double seconds);    ///< the position alone
-    void report(double seconds);    ///< to the observers that are still there
-    void finishSeek(bool finished); ///< the latest one
+    // Events triggered by the test; each is emitted before the call returns.
+    void showPicture();             ///< stops waiting; the item becomes ready
+    void fail(const VideoFailure&); ///< fails the item permanently
+    void end();                     ///< the item has played to its end
+    void moveTo(double seconds);    ///< changes only the position
+    void report(double seconds);    ///< changes the position and calls the observers that still exist
+    void finishSeek(bool finished); ///< completes the latest seek
     void setWaiting(bool waiting);
     void setDuration(double seconds);
     void setBufferedTo(double seconds);
     void setSeekable(bool seekable);
     void setTracks(const QList<MediaTrack>& tracks);
 
-    /** "setItem", "letGo", "play", "pause", "seek", "observe" and "unobserve", in order; readable after the player. */
+    /**
+     * "setItem", "clearItem", "play", "pause", "seek", "observe" and "unobserve", in order. The list outlives the
+     * player.
+     */
     std::shared_ptr<const QStringList> calls() const { return m_calls; }
 
-    // What it was told. A test may call what is noted here too late, as a careless player would.
-    QList<std::shared_ptr<PlayerItem>> items; ///< null where it was let go
+    // What was passed to the player. A test may call the stored callbacks too late, as a faulty player would.
+    QList<std::shared_ptr<PlayerItem>> items; ///< null where the item was cleared
     QList<Seek> seeks;
     QList<Observation> observations;
     QList<Selection> selections;

@@ -5,7 +5,7 @@
 #include <QList>
 #include <QStringList>
 
-/** An engine without libmpv: it notes what it is told, and the test reports in its name through `listener`. */
+/** A fake engine without libmpv. It records the calls, and the test reports events through `listener`. */
 class ScriptedVideoEngine : public VideoEngine
 {
 public:
@@ -35,10 +35,10 @@ public:
         seeks.append({load, seek, seconds, tolerance});
     }
     void selectTrack(MediaTrack::Kind kind, int id) override { selections.append({kind, id}); }
-    std::unique_ptr<SoftwareRenderer> makeSoftwareRenderer(PictureListener) override { return nullptr; }
-    std::unique_ptr<OpenGLRenderer> makeOpenGLRenderer(PictureListener) override { return nullptr; }
+    std::unique_ptr<SoftwareRenderer> createSoftwareRenderer(PictureListener) override { return nullptr; }
+    std::unique_ptr<OpenGLRenderer> createOpenGLRenderer(PictureListener) override { return nullptr; }
 
-    /** Reports from the event loop, as the real one does. */
+    /** Reports from the event loop, as the real engine does. */
     template<typename Report>
     void report(Report report)
     {
@@ -54,20 +54,23 @@ public:
     int stops = 0;
 };
 
-/** A plug-in that makes scripted engines; it keeps no reference, so an engine that nobody holds is gone. */
+/**
+ * A plug-in that creates scripted engines. It keeps only a weak reference, so an engine is destroyed with its last
+ * owner.
+ */
 class ScriptedVideoPlugin : public VideoPlugin
 {
 public:
-    std::shared_ptr<VideoEngine> makeEngine(const VideoOptions&,
-                                            const Messenger<VideoEngineListener>& listener) override
+    std::shared_ptr<VideoEngine> createEngine(const VideoOptions&,
+                                              const Messenger<VideoEngineListener>& listener) override
     {
         auto engine = std::make_shared<ScriptedVideoEngine>(listener);
         latest = engine;
-        ++made;
+        ++createdEngines;
         return engine;
     }
     bool waitForEngines(std::chrono::milliseconds) override { return true; }
 
     std::weak_ptr<ScriptedVideoEngine> latest;
-    int made = 0;
+    int createdEngines = 0;
 };

@@ -4,7 +4,7 @@
 
 using namespace Qt::StringLiterals;
 
-/** Shelves as a test wants them: tapes by their ids, titled after them. */
+/** Shelves for tests: tapes are given by their ids, and their titles contain the ids. */
 
 inline Tape tapeOf(qint64 id)
 {
@@ -30,7 +30,7 @@ inline Shelf shelfOf(const QString& name, const QList<qint64>& ids)
     return shelf;
 }
 
-/** Shelves from "name: ids; name: ids". */
+/** Creates shelves from a text "name: ids; name: ids". */
 inline QList<Shelf> shelvesOf(const QString& text)
 {
     QList<Shelf> all;

@@ -45,7 +45,7 @@ void StreamServer::serve(QTcpSocket* socket)
     for (qsizetype end; (end = waiting.indexOf("\r\n\r\n")) >= 0; waiting = waiting.mid(end + 4)) {
         const QString path = QString::fromLatin1(waiting.split(' ').value(1));
         m_requests.append(path);
-        if (m_held.contains(path))
+        if (m_unanswered.contains(path))
             continue;
         send(socket, path);
     }

@@ -12,16 +12,16 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-/** A folder with a stream and certificates, made by make-stream; `isReady` is false when that failed. */
+/** A temporary folder with a stream and certificates, created by make-stream. `isReady` is false if that failed. */
 class StreamFolder
 {
 public:
     StreamFolder()
     {
-        QProcess make;
-        make.setProcessChannelMode(QProcess::ForwardedChannels);
-        make.start(QStringLiteral(QUILLMERE_TEST_SUPPORT "/make-stream"), {m_folder.path()});
-        m_ready = make.waitForFinished(60'000) && make.exitCode() == 0;
+        QProcess process;
+        process.setProcessChannelMode(QProcess::ForwardedChannels);
+        process.start(QStringLiteral(QUILLMERE_TEST_SUPPORT "/make-stream"), {m_folder.path()});
+        m_ready = process.waitForFinished(60'000) && process.exitCode() == 0;
     }
 
     bool isReady() const { return m_ready; }
@@ -53,7 +53,7 @@ struct VideoStage
 
     bool isExposed() { return QTest::qWaitForWindowExposed(&window); }
 
-    /** Plays a stream from `startAt` seconds, in the place of what played. */
+    /** Plays a stream from `startAt` seconds, in place of the current one. */
     void play(const QUrl& url, double startAt = 0, PlayerItem::Kind kind = PlayerItem::Kind::Recording)
     {
         item = std::make_shared<PlayerItem>(url, kind);
@@ -72,7 +72,7 @@ struct VideoStage
     bool hasFailed() const { return item->status() == PlayerItem::Status::Failed; }
     VideoFailure failure() const { return item->error().value_or(VideoFailure{}); }
 
-    /** How many of ten looks at the window, each after another step of the position, show a new picture. */
+    /** Grabs the window ten times, each time after the position has advanced; returns how many pictures are new. */
     int newPictures()
     {
         int count = 0;
@@ -92,7 +92,7 @@ struct VideoStage
     QQuickWindow window;
     std::unique_ptr<StreamPlayer> player;
     std::unique_ptr<VideoView> view;
-    std::shared_ptr<PlayerItem> item; ///< from `play`
+    std::shared_ptr<PlayerItem> item; ///< set by `play`
 };
 
 namespace VideoStages {
@@ -103,7 +103,7 @@ inline QByteArray readAll(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/** Whether libmpv or the plug-in is part of this process. */
+/** Whether libmpv or the video plug-in is loaded into this process. */
 inline bool playerIsMapped()
 {
     const QByteArray maps = readAll(QStringLiteral("/proc/self/maps"));

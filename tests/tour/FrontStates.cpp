@@ -1,4 +1,4 @@
-#include "Sights.h"
+#include "Checks.h"
 #include "Steps.h"
 
 #include <QJsonArray>
@@ -10,17 +10,18 @@ namespace tour {
 namespace {
 
 const QColor onAirRed(217, 43, 43);
-const QColor yellowBar(167, 167, 4);               // the bars are a little faded
-constexpr QRectF leftDoorsLift(292, 420, 12, 360); // beside the door at rest, covered by it when it lifts
+const QColor yellowBar(167, 167, 4); // the bars are drawn slightly transparent
+constexpr QRectF leftDoorsLift(292, 420, 12,
+                               360); // beside the unfocused door; the focused door, which is larger, covers it
 constexpr QRectF rightDoorsLift(1616, 420, 12, 360);
 const QString status = u"/api/tv/status"_s;
-constexpr qint64 leftTape = 7238; // "Board of Trustees - Noise after Ten"
+constexpr qint64 leftTape = 7238; // id of the tape "Board of Trustees - Noise after Ten"
 // Five lines on the door.
 const QString longTitle =
     u"Joint session of the harbour board, the water commission, the bridge committee and the town "
     "council on the matter of the fog horn, of those whom it wakes, and of everybody else to the "
     "very last word"_s;
-const QString everyone = u"every one plays right here"_s;
+const QString everyTapePlays = u"every one plays right here"_s;
 
 QJsonObject news(const QJsonObject& amendment)
 {
@@ -35,102 +36,104 @@ QJsonObject shop(int tapes, int markets)
     return {{u"rewindery"_s, QJsonObject{{u"tapes"_s, tapes}, {u"markets"_s, list}}}};
 }
 
-/** The figures of the hub itself, as the shop's door words them. */
-Sight readsFigures()
+/** The shop's door shows the hub's figures. */
+Check readsFigures()
 {
-    return {u"the hub's figures stand on the shop's door"_s, [](Stage& stage, const QImage& picture) {
-                const QJsonObject summary = stage.hub.fetch(status).value(u"rewindery"_s).toObject();
+    return {u"the shop's door shows the hub's figures"_s, [](TourContext& context, const QImage& picture) {
+                const QJsonObject summary = context.hub.fetch(status).value(u"rewindery"_s).toObject();
                 const QString text = u"%1 tapes in stock · %2 markets · every one plays right here"_s
                                          .arg(summary.value(u"tapes"_s).toInteger())
                                          .arg(summary.value(u"markets"_s).toArray().size());
-                return TextReader::contains(stage.room.reader().read(picture, area::rightDoor), text);
+                return TextReader::contains(context.viewer.reader().read(picture, area::rightDoor), text);
             }};
 }
 
-Sight lampIsLit()
+Check lampIsLit()
 {
-    return shows(u"the lamp and LIVE are red"_s, area::leftDoor, onAirRed, 0.004);
+    return hasColour(u"the lamp and LIVE are red"_s, area::leftDoor, onAirRed, 0.004);
 }
 
-Sight lampIsDark()
+Check lampIsDark()
 {
-    return showsNot(u"nothing on the news door is red"_s, area::leftDoor, onAirRed, 0.001);
+    return hasNoColour(u"nothing on the news door is red"_s, area::leftDoor, onAirRed, 0.001);
 }
 
-Sight bars()
+Check bars()
 {
-    return shows(u"colour bars are on the small television"_s, area::leftDoor, yellowBar, 0.01);
+    return hasColour(u"colour bars are on the small television"_s, area::leftDoor, yellowBar, 0.01);
 }
 
-QList<State> comingUp()
+QList<State> starting()
 {
     return {
         {u"front, tuning in"_s,
-         {calm(), fault(status, u"delay"_s, {{u"ms"_s, 20000}}), switchOn({{leftTape, 83.4}})},
-         {reads(area::statusLine, u"Tuning in…"_s), reads(area::rightDoor, u"Checking what's on the shelf…"_s),
-          reads(area::leftDoor, u"The tower is dark. Colour bars and a countdown until it isn't."_s), bars()}},
+         {resetHub(), addFault(status, u"delay"_s, {{u"ms"_s, 20000}}), switchOn({{leftTape, 83.4}})},
+         {hasText(area::statusLine, u"Tuning in…"_s), hasText(area::rightDoor, u"Checking what's on the shelf…"_s),
+          hasText(area::leftDoor, u"The tower is dark. Colour bars and a countdown until it isn't."_s), bars()}},
         {u"front, tower dark"_s,
-         {order(u"/fault/clear"_s)},
-         {readsFigures(), reads(area::leftDoor, u"Next broadcast · The Five O'Clock Record"_s),
-          reads(area::leftDoor, u"STANDBY"_s), reads(area::leftDoor, u"OFF AIR"_s), bars(), lampIsDark(),
-          reads(area::statusLine, u"to refresh"_s)}},
+         {post(u"/fault/clear"_s)},
+         {readsFigures(), hasText(area::leftDoor, u"Next broadcast · The Five O'Clock Record"_s),
+          hasText(area::leftDoor, u"STANDBY"_s), hasText(area::leftDoor, u"OFF AIR"_s), bars(), lampIsDark(),
+          hasText(area::statusLine, u"to refresh"_s)}},
         {u"front, focus on the shop"_s,
          {press(u"right"_s)},
-         {differsFrom(u"front, tower dark"_s, leftDoorsLift, 0.5),
-          differsFrom(u"front, tower dark"_s, rightDoorsLift, 0.5)}},
-        {u"front, focus on the news"_s, {press(u"left"_s)}, {looksAsIn(u"front, tower dark"_s, area::everything)}},
+         {differsFromPictureOf(u"front, tower dark"_s, leftDoorsLift, 0.5),
+          differsFromPictureOf(u"front, tower dark"_s, rightDoorsLift, 0.5)}},
+        {u"front, focus on the news"_s,
+         {press(u"left"_s)},
+         {equalsPictureOf(u"front, tower dark"_s, area::everything)}},
     };
 }
 
-QList<State> fromTheHub()
+QList<State> statusOfHub()
 {
     return {
         {u"front, tower lit with a title"_s,
-         {order(u"/tower/lit"_s), press(u"play/pause"_s)},
-         {reads(area::leftDoor, u"The Five O'Clock Record"_s), readsNot(area::leftDoor, u"Next broadcast"_s),
-          reads(area::leftDoor, u"LIVE"_s), lampIsLit()}},
+         {post(u"/tower/lit"_s), press(u"play/pause"_s)},
+         {hasText(area::leftDoor, u"The Five O'Clock Record"_s), hasNoText(area::leftDoor, u"Next broadcast"_s),
+          hasText(area::leftDoor, u"LIVE"_s), lampIsLit()}},
         {u"front, tower lit without a title"_s,
-         {order(u"/status"_s, news({{u"program_title"_s, u""_s}})), press(u"play/pause"_s)},
-         {reads(area::leftDoor, u"The tower is lit — tune in."_s), lampIsLit()}},
+         {post(u"/status"_s, news({{u"program_title"_s, u""_s}})), press(u"play/pause"_s)},
+         {hasText(area::leftDoor, u"The tower is lit — tune in."_s), lampIsLit()}},
         {u"front, tower lit with a long title"_s,
-         {order(u"/status"_s, news({{u"program_title"_s, longTitle}})), press(u"play/pause"_s)},
-         {reads(area::leftDoor, u"and of everybody else to the very last word"_s), reads(area::leftDoor, u"LIVE"_s),
+         {post(u"/status"_s, news({{u"program_title"_s, longTitle}})), press(u"play/pause"_s)},
+         {hasText(area::leftDoor, u"and of everybody else to the very last word"_s), hasText(area::leftDoor, u"LIVE"_s),
           lampIsLit()}},
         {u"front, nothing announced"_s,
-         {calm(), order(u"/status"_s, news({{u"next_broadcast_label"_s, u""_s}})), press(u"play/pause"_s)},
-         {reads(area::leftDoor, u"Colour bars and a countdown until it isn't."_s), lampIsDark(), readsFigures()}},
+         {resetHub(), post(u"/status"_s, news({{u"next_broadcast_label"_s, u""_s}})), press(u"play/pause"_s)},
+         {hasText(area::leftDoor, u"Colour bars and a countdown until it isn't."_s), lampIsDark(), readsFigures()}},
         {u"front, one tape and one market"_s,
-         {order(u"/status"_s, shop(1, 1)), press(u"play/pause"_s)},
-         {reads(area::rightDoor, u"1 tapes in stock · 1 market · every one plays right here"_s)}},
+         {post(u"/status"_s, shop(1, 1)), press(u"play/pause"_s)},
+         {hasText(area::rightDoor, u"1 tapes in stock · 1 market · every one plays right here"_s)}},
         {u"front, empty shop"_s,
-         {order(u"/status"_s, shop(0, 3)), press(u"play/pause"_s)},
-         {reads(area::rightDoor, u"Checking what's on the shelf…"_s), readsNot(area::rightDoor, everyone)}},
+         {post(u"/status"_s, shop(0, 3)), press(u"play/pause"_s)},
+         {hasText(area::rightDoor, u"Checking what's on the shelf…"_s), hasNoText(area::rightDoor, everyTapePlays)}},
     };
 }
 
-QList<State> inTrouble()
+QList<State> failures()
 {
     return {
         {u"front, the hub answers 503"_s,
-         {calm(), fault(u"/api/tv"_s, u"error"_s, {{u"status"_s, 503}}), press(u"play/pause"_s)},
-         {reads(area::statusLine, u"The hub answered 503."_s),
-          shows(u"the line is red"_s, area::statusLine, onAirRed, 0.002)}},
+         {resetHub(), addFault(u"/api/tv"_s, u"error"_s, {{u"status"_s, 503}}), press(u"play/pause"_s)},
+         {hasText(area::statusLine, u"The hub answered 503."_s),
+          hasColour(u"the line is red"_s, area::statusLine, onAirRed, 0.002)}},
         {u"front, the hub sends nonsense"_s,
-         {calm(), fault(u"/api/tv"_s, u"garbage"_s), press(u"play/pause"_s)},
-         {reads(area::statusLine, u"The hub sent something this app couldn't read."_s),
-          shows(u"the line is red"_s, area::statusLine, onAirRed, 0.002)}},
+         {resetHub(), addFault(u"/api/tv"_s, u"garbage"_s), press(u"play/pause"_s)},
+         {hasText(area::statusLine, u"The hub sent something this app couldn't read."_s),
+          hasColour(u"the line is red"_s, area::statusLine, onAirRed, 0.002)}},
         {u"front, the hub refuses"_s,
-         {calm(), fault(u"/api/tv"_s, u"refuse"_s), press(u"play/pause"_s)},
-         {shows(u"the line is red"_s, area::statusLine, onAirRed, 0.002),
-          readsNot(area::statusLine, u"couldn't read"_s), readsNot(area::statusLine, u"to refresh"_s)}},
+         {resetHub(), addFault(u"/api/tv"_s, u"refuse"_s), press(u"play/pause"_s)},
+         {hasColour(u"the line is red"_s, area::statusLine, onAirRed, 0.002),
+          hasNoText(area::statusLine, u"couldn't read"_s), hasNoText(area::statusLine, u"to refresh"_s)}},
         {u"front, refreshed"_s,
-         {calm(), press(u"play/pause"_s)},
-         {reads(area::statusLine, u"to refresh"_s), readsFigures(),
-          showsNot(u"the line is no longer red"_s, area::statusLine, onAirRed, 0.0005)}},
-        {u"front, back pressed once"_s, {press(u"back"_s)}, {reads(area::notice, u"Press back again"_s)}},
+         {resetHub(), press(u"play/pause"_s)},
+         {hasText(area::statusLine, u"to refresh"_s), readsFigures(),
+          hasNoColour(u"the line is no longer red"_s, area::statusLine, onAirRed, 0.0005)}},
+        {u"front, back pressed once"_s, {press(u"back"_s)}, {hasText(area::notice, u"Press back again"_s)}},
         {u"front, the notice is gone"_s,
          {},
-         {readsNot(area::notice, u"Press back again"_s), looksAsIn(u"front, refreshed"_s, area::everything)}},
+         {hasNoText(area::notice, u"Press back again"_s), equalsPictureOf(u"front, refreshed"_s, area::everything)}},
     };
 }
 
@@ -138,12 +141,13 @@ QList<State> inTrouble()
 
 QList<State> frontStates()
 {
-    return comingUp() + fromTheHub() + inTrouble();
+    return starting() + statusOfHub() + failures();
 }
 
 QList<State> allStates()
 {
-    // The shop and its tapes come by before the set is first switched off: they need what it was switched on with.
+    // The states of the shop and of tapes come before the program is first restarted, because they need its first
+    // resume positions.
     return frontStates() + shopStates() + detailStates() + newsStates() + panelStates() + tapeStates() +
            transcriptStates() + searchStates();
 }

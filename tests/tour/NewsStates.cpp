@@ -1,5 +1,5 @@
+#include "Checks.h"
 #include "Picture.h"
-#include "Sights.h"
 #include "Steps.h"
 
 #include <QJsonArray>
@@ -10,20 +10,20 @@ namespace tour {
 
 namespace {
 
-constexpr QRectF card(430, 240, 1060, 580);    // within the one of ordinary texts
+constexpr QRectF card(430, 240, 1060, 580);    // inside the card with ordinary texts
 constexpr QRectF broadcast(560, 742, 800, 46); // on the card, below the remaining time
-constexpr QRectF schedule(720, 718, 480, 44);  // below that no broadcast is scheduled
+constexpr QRectF schedule(720, 718, 480, 44);  // on the card, below the text that no broadcast is scheduled
 constexpr QRectF ticker(0, 1040, 1920, 40);
 constexpr QRectF strip(0, 0, 1920, 92);
-constexpr QRectF caption(40, 24, 146, 44);      // of the strip, at its beginning
-constexpr QRectF firstPlate(200, 20, 280, 52);  // "5 O'Clock News", within its plate
+constexpr QRectF caption(40, 24, 146, 44);      // at the beginning of the strip
+constexpr QRectF firstPlate(200, 20, 280, 52);  // "5 O'Clock News", inside its plate
 constexpr QRectF secondPlate(530, 20, 160, 52); // "12 Parks"
 constexpr QRectF thirdPlate(750, 20, 220, 52);  // "20 Council 20"
-constexpr QRectF fifthPlate(1360, 20, 250, 52); // under the focus, once the strip has moved
-constexpr QRectF longPlate(60, 20, 1800, 52);   // of a name longer than the strip, under the focus
+constexpr QRectF fifthPlate(1360, 20, 250, 52); // the focused button after the strip has scrolled
+constexpr QRectF longPlate(60, 20, 1800, 52);   // the focused button with a name longer than the strip
 constexpr QRectF lowerThird(70, 780, 1200, 276);
-constexpr QRectF tallLowerThird(70, 100, 1200, 956); // of a long title, below the strip
-constexpr int longestLoop = 64;                      // seconds, of the channels' recordings
+constexpr QRectF tallLowerThird(70, 100, 1200, 956); // with a long title, below the strip
+constexpr int longestLoop = 64;                      // seconds; no channel's recording is longer
 const QColor brick(192, 90, 31);
 const QColor onAirRed(217, 43, 43);
 
@@ -32,24 +32,24 @@ const QString checking = u"CHECKING THE TOWER"_s;
 const QString watching = u"THIS SET IS WATCHING THE TOWER"_s;
 const QString program = u"The Five O'Clock Record"_s;
 
-Step says(const QJsonObject& news)
+Step setNews(const QJsonObject& news)
 {
-    return order(status, {{u"news"_s, news}});
+    return post(status, {{u"news"_s, news}});
 }
 
-/** The only station is the built-in one. */
-Step saysOneStation()
+/** The built-in station is the only one. */
+Step setOneStation()
 {
-    return says({{u"channels"_s, QJsonValue::Null}});
+    return setNews({{u"channels"_s, QJsonValue::Null}});
 }
 
 /** The built-in station and "12 Parks". */
-Step saysTwoStations()
+Step setTwoStations()
 {
-    return says({{u"channels"_s, QJsonObject{{u"3"_s, QJsonValue::Null}}}});
+    return setNews({{u"channels"_s, QJsonObject{{u"3"_s, QJsonValue::Null}}}});
 }
 
-Step saysManyStations()
+Step setManyStations()
 {
     QJsonObject channels{{u"3"_s, QJsonValue::Null}};
     for (int number = 20; number < 68; ++number) {
@@ -57,24 +57,24 @@ Step saysManyStations()
                                               : u"Council %1"_s.arg(number);
         channels[QString::number(number)] = QJsonObject{{u"label"_s, label}, {u"path"_s, u"parks"_s}};
     }
-    return says({{u"channels"_s, channels}});
+    return setNews({{u"channels"_s, channels}});
 }
 
-/** Two rooms of one body, told apart by their last letters, and a name that is longer than the strip. */
-Step saysLongNames()
+/** Two stations whose names differ only in the last word, and one whose name is longer than the strip. */
+Step setLongStationNames()
 {
-    const QString room = u"Harbour Commission at the Old Custom House: Room "_s;
+    const QString roomName = u"Harbour Commission at the Old Custom House: Room "_s;
     const QString body =
         u"The Joint Committee on Harbours, Ferries, Footbridges, Fog Horns, Lights and Lanterns of "
         "Brindlemere, Tern Hollow and Marrowby Flats, sitting for the whole of this year in the Annexe"_s;
     QJsonObject channels{{u"3"_s, QJsonValue::Null}, {u"12"_s, QJsonValue::Null}};
-    channels[u"20"_s] = QJsonObject{{u"label"_s, room + u"Anchor"_s}, {u"path"_s, u"parks"_s}};
-    channels[u"21"_s] = QJsonObject{{u"label"_s, room + u"Beacon"_s}, {u"path"_s, u"parks"_s}};
+    channels[u"20"_s] = QJsonObject{{u"label"_s, roomName + u"Anchor"_s}, {u"path"_s, u"parks"_s}};
+    channels[u"21"_s] = QJsonObject{{u"label"_s, roomName + u"Beacon"_s}, {u"path"_s, u"parks"_s}};
     channels[u"22"_s] = QJsonObject{{u"label"_s, body}, {u"path"_s, u"parks"_s}};
-    return says({{u"channels"_s, channels}});
+    return setNews({{u"channels"_s, channels}});
 }
 
-/** More than the display has room for in every text at once. */
+/** Every text is longer than the display. */
 QJsonObject endlessTexts()
 {
     const QString text = u"Joint special session of the harbour board, the library and the commission of parks "_s;
@@ -100,56 +100,59 @@ QJsonObject noTexts()
             {u"next_broadcast"_s, u""_s}, {u"next_broadcast_label"_s, u""_s}, {u"ticker"_s, QJsonArray()}};
 }
 
-/** Black is second 0, and the foot of the colour bars would be one too, but no channel's loop is so long. */
-Sight showsTheChannel()
+/**
+ * Second 0 is as black as an empty picture. The colour bars' lowest band could be read as a number too, but as a
+ * greater one than any channel's recording reaches.
+ */
+Check showsTheChannel()
 {
-    return {u"the channel's picture is shown"_s, [](Stage&, const QImage& picture) {
+    return {u"the channel's picture is shown"_s, [](TourContext&, const QImage& picture) {
                 const int second = picture::recordedSeconds(picture).value_or(0);
                 return second > 0 && second < longestLoop;
             }};
 }
 
-Sight isRed(const QRectF& area)
+Check isRed(const QRectF& area)
 {
-    return shows(u"something is on-air red"_s, area, onAirRed, 0.004);
+    return hasColour(u"something is on-air red"_s, area, onAirRed, 0.004);
 }
 
-Sight countsDown()
+Check countsDown()
 {
-    return shows(u"the remaining time is brick"_s, card, brick, 0.002);
+    return hasColour(u"the remaining time is brick"_s, card, brick, 0.002);
 }
 
 QList<State> onStandby()
 {
     return {
         {u"front, before the news"_s,
-         {calm(), saysOneStation(), switchOn()},
-         {reads(area::leftDoor, u"OFF AIR"_s), reads(area::rightDoor, u"every one plays right here"_s)}},
+         {resetHub(), setOneStation(), switchOn()},
+         {hasText(area::leftDoor, u"OFF AIR"_s), hasText(area::rightDoor, u"every one plays right here"_s)}},
         {u"news, checking"_s,
-         {fault(u"/live/"_s, u"delay"_s, {{u"ms"_s, 60000}}), press(u"select"_s)},
-         {reads(card, u"5 O'CLOCK NEWS"_s), reads(card, checking), reads(card, program)}},
+         {addFault(u"/live/"_s, u"delay"_s, {{u"ms"_s, 60000}}), press(u"select"_s)},
+         {hasText(card, u"5 O'CLOCK NEWS"_s), hasText(card, checking), hasText(card, program)}},
         {u"news, dark with a countdown"_s,
-         {order(u"/fault/clear"_s)},
-         {reads(card, watching), reads(broadcast, u"from the tower on Lantern Hill"_s),
-          reads(card, u"Quillmere Television"_s), countsDown()}},
-        {u"news, dark two seconds on"_s, {}, {differsFrom(u"news, dark with a countdown"_s, ticker, 0.02)}},
+         {post(u"/fault/clear"_s)},
+         {hasText(card, watching), hasText(broadcast, u"from the tower on Lantern Hill"_s),
+          hasText(card, u"Quillmere Television"_s), countsDown()}},
+        {u"news, dark two seconds on"_s, {}, {differsFromPictureOf(u"news, dark with a countdown"_s, ticker, 0.02)}},
         {u"news, dark with a date alone"_s,
-         {says({{u"next_broadcast"_s, u"2099-06-03T17:00:00Z"_s}, {u"next_broadcast_label"_s, u""_s}})},
-         {reads(broadcast, u"Wed Jun 3"_s), countsDown()}},
+         {setNews({{u"next_broadcast"_s, u"2099-06-03T17:00:00Z"_s}, {u"next_broadcast_label"_s, u""_s}})},
+         {hasText(broadcast, u"Wed Jun 3"_s), countsDown()}},
         {u"news, dark with a passed date"_s,
-         {says({{u"next_broadcast"_s, u"2025-06-03T17:00:00Z"_s}})},
-         {reads(card, u"no broadcast scheduled"_s), reads(schedule, u"last on the schedule · Tue Jun 3"_s)}},
+         {setNews({{u"next_broadcast"_s, u"2025-06-03T17:00:00Z"_s}})},
+         {hasText(card, u"no broadcast scheduled"_s), hasText(schedule, u"last on the schedule · Tue Jun 3"_s)}},
         {u"news, dark with long texts"_s,
-         {order(u"/status/reset"_s), saysOneStation(), says(longTexts())},
-         {reads(card, u"Joint special session of the harbour board"_s), reads(card, watching)}},
+         {post(u"/status/reset"_s), setOneStation(), setNews(longTexts())},
+         {hasText(card, u"Joint special session of the harbour board"_s), hasText(card, watching)}},
         {u"news, dark with endless texts"_s,
-         {says(endlessTexts())},
-         {reads(area::everything, u"5 O'CLOCK NEWS"_s), reads(area::everything, watching),
-          reads(area::everything, u"Quillmere Television"_s), reads(area::everything, u"commission of parks"_s)}},
+         {setNews(endlessTexts())},
+         {hasText(area::everything, u"5 O'CLOCK NEWS"_s), hasText(area::everything, watching),
+          hasText(area::everything, u"Quillmere Television"_s), hasText(area::everything, u"commission of parks"_s)}},
         {u"news, dark with nothing to say"_s,
-         {says(noTexts())},
-         {reads(card, u"no broadcast scheduled"_s), readsNot(card, u"last on the schedule"_s),
-          readsNot(card, u"Joint special session"_s), readsNot(card, program)}},
+         {setNews(noTexts())},
+         {hasText(card, u"no broadcast scheduled"_s), hasNoText(card, u"last on the schedule"_s),
+          hasNoText(card, u"Joint special session"_s), hasNoText(card, program)}},
     };
 }
 
@@ -157,68 +160,70 @@ QList<State> withStations()
 {
     return {
         {u"news, two stations"_s,
-         {order(u"/status/reset"_s), saysTwoStations()},
-         {reads(caption, u"CHANNELS"_s), reads(firstPlate, u"5 O'Clock News"_s), reads(secondPlate, u"Parks"_s),
+         {post(u"/status/reset"_s), setTwoStations()},
+         {hasText(caption, u"CHANNELS"_s), hasText(firstPlate, u"5 O'Clock News"_s), hasText(secondPlate, u"Parks"_s),
           isRed(firstPlate)}},
         {u"news, many stations"_s,
-         {saysManyStations()},
-         {reads(thirdPlate, u"Council 20"_s), reads(card, watching), isRed(firstPlate)}},
+         {setManyStations()},
+         {hasText(thirdPlate, u"Council 20"_s), hasText(card, watching), isRed(firstPlate)}},
         {u"news, along the strip"_s,
          {press(u"right"_s, 12)},
-         {reads(fifthPlate, u"Council 30"_s), readsNot(caption, u"CHANNELS"_s)}},
+         {hasText(fifthPlate, u"Council 30"_s), hasNoText(caption, u"CHANNELS"_s)}},
         {u"news, two rooms of one body"_s,
-         {press(u"left"_s, 12), saysLongNames(), waitFor(reads(strip, u"Custom House"_s)), press(u"right"_s, 2)},
-         {reads(strip, u"Room Anchor"_s), reads(strip, u"Room Beacon"_s)}},
+         {press(u"left"_s, 12), setLongStationNames(), waitFor(hasText(strip, u"Custom House"_s)),
+          press(u"right"_s, 2)},
+         {hasText(strip, u"Room Anchor"_s), hasText(strip, u"Room Beacon"_s)}},
         {u"news, the beginning of a long name"_s,
          {press(u"right"_s)},
-         {reads(longPlate, u"22"_s), reads(longPlate, u"The Joint Committee"_s), readsNot(longPlate, u"Annexe"_s)}},
+         {hasText(longPlate, u"22"_s), hasText(longPlate, u"The Joint Committee"_s),
+          hasNoText(longPlate, u"Annexe"_s)}},
         {u"news, the end of a long name"_s,
          {},
-         {reads(longPlate, u"in the Annexe"_s), readsNot(longPlate, u"The Joint"_s)}},
+         {hasText(longPlate, u"in the Annexe"_s), hasNoText(longPlate, u"The Joint"_s)}},
         {u"news, back along the strip"_s,
-         {press(u"left"_s, 3), order(u"/status/reset"_s), saysTwoStations()},
-         {looksAsIn(u"news, two stations"_s, strip)}},
+         {press(u"left"_s, 3), post(u"/status/reset"_s), setTwoStations()},
+         {equalsPictureOf(u"news, two stations"_s, strip)}},
     };
 }
 
-QList<State> onTheAir()
+QList<State> onAir()
 {
     return {
         {u"news, lit with its lower third"_s,
-         {order(u"/tower/lit"_s)},
-         {isRed(lowerThird), showsTheChannel(), reads(lowerThird, u"LIVE"_s), reads(lowerThird, program),
-          reads(lowerThird, u"Tonight: the fog horn"_s)}},
+         {post(u"/tower/lit"_s)},
+         {isRed(lowerThird), showsTheChannel(), hasText(lowerThird, u"LIVE"_s), hasText(lowerThird, program),
+          hasText(lowerThird, u"Tonight: the fog horn"_s)}},
         {u"news, lit"_s,
          {},
-         {showsNot(u"the lower third is gone"_s, lowerThird, onAirRed, 0.0005), showsTheChannel(),
-          reads(firstPlate, u"5 O'Clock News"_s)}},
+         {hasNoColour(u"the lower third is not shown"_s, lowerThird, onAirRed, 0.0005), showsTheChannel(),
+          hasText(firstPlate, u"5 O'Clock News"_s)}},
         {u"news, retuning"_s,
-         {fault(u"/live/"_s, u"delay"_s, {{u"ms"_s, 60000}}), press(u"right"_s), press(u"select"_s)},
-         {reads(card, checking), isRed(secondPlate)}},
+         {addFault(u"/live/"_s, u"delay"_s, {{u"ms"_s, 60000}}), press(u"right"_s), press(u"select"_s)},
+         {hasText(card, checking), isRed(secondPlate)}},
         {u"news, another station lit"_s,
-         {order(u"/fault/clear"_s)},
-         {isRed(lowerThird), showsTheChannel(), reads(lowerThird, u"PARKS"_s)}},
+         {post(u"/fault/clear"_s)},
+         {isRed(lowerThird), showsTheChannel(), hasText(lowerThird, u"PARKS"_s)}},
         {u"news, darkened"_s,
-         {fault(u"/live/"_s, u"error"_s, {{u"status"_s, 404}})},
-         {reads(card, watching), reads(card, u"5 O'CLOCK NEWS"_s)}},
+         {addFault(u"/live/"_s, u"error"_s, {{u"status"_s, 404}})},
+         {hasText(card, watching), hasText(card, u"5 O'CLOCK NEWS"_s)}},
         {u"front, back from the news"_s,
          {press(u"back"_s)},
-         {reads(area::rightDoor, u"every one plays right here"_s), readsNot(area::everything, watching)}},
+         {hasText(area::rightDoor, u"every one plays right here"_s), hasNoText(area::everything, watching)}},
         {u"news, lit with nothing to say"_s,
-         {calm(), saysOneStation(), says(noTexts()), order(u"/tower/lit"_s), press(u"play/pause"_s),
+         {resetHub(), setOneStation(), setNews(noTexts()), post(u"/tower/lit"_s), press(u"play/pause"_s),
           press(u"select"_s)},
-         {isRed(lowerThird), showsTheChannel(), reads(lowerThird, u"LIVE"_s), reads(lowerThird, u"5 O'Clock News"_s),
-          readsNot(lowerThird, u"Tonight"_s)}},
+         {isRed(lowerThird), showsTheChannel(), hasText(lowerThird, u"LIVE"_s),
+          hasText(lowerThird, u"5 O'Clock News"_s), hasNoText(lowerThird, u"Tonight"_s)}},
         {u"news, lit with long texts"_s,
-         {order(u"/tower/dark"_s), says(longTexts()), waitFor(reads(card, u"Joint special session"_s)),
-          order(u"/tower/lit"_s)},
-         {isRed(tallLowerThird), reads(tallLowerThird, u"Joint special session of the harbour board"_s)}},
+         {post(u"/tower/dark"_s), setNews(longTexts()), waitFor(hasText(card, u"Joint special session"_s)),
+          post(u"/tower/lit"_s)},
+         {isRed(tallLowerThird), hasText(tallLowerThird, u"Joint special session of the harbour board"_s)}},
         {u"news, lit with an endless title"_s,
-         {order(u"/tower/dark"_s), order(u"/status/reset"_s), saysTwoStations(), says(endlessTexts()),
-          waitFor(reads(strip, u"Parks"_s)), order(u"/tower/lit"_s)},
-         {isRed(tallLowerThird), reads(tallLowerThird, u"LIVE"_s), reads(tallLowerThird, u"commission of parks"_s),
-          reads(firstPlate, u"5 O'Clock News"_s)}},
-        {u"front, after the news"_s, {press(u"back"_s)}, {reads(area::rightDoor, u"every one plays right here"_s)}},
+         {post(u"/tower/dark"_s), post(u"/status/reset"_s), setTwoStations(), setNews(endlessTexts()),
+          waitFor(hasText(strip, u"Parks"_s)), post(u"/tower/lit"_s)},
+         {isRed(tallLowerThird), hasText(tallLowerThird, u"LIVE"_s), hasText(tallLowerThird, u"commission of parks"_s),
+          hasText(firstPlate, u"5 O'Clock News"_s)}},
+        {u"front, after the news"_s, {press(u"back"_s)}, {hasText(area::rightDoor, u"every one plays right here"_s)}},
     };
 }
 
@@ -226,7 +231,7 @@ QList<State> onTheAir()
 
 QList<State> newsStates()
 {
-    return onStandby() + withStations() + onTheAir();
+    return onStandby() + withStations() + onAir();
 }
 
 } // namespace tour

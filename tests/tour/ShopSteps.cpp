@@ -33,83 +33,83 @@ qint64 stock(SampleHub& hub, const QString& market)
 
 Step openShop()
 {
-    return [](Stage& stage) {
-        stage.place = {};
-        if (!shop::open(stage.room))
-            throw std::runtime_error("The shop's shelves do not come.");
+    return [](TourContext& context) {
+        context.shopPosition = {};
+        if (!shop::open(context.viewer))
+            throw std::runtime_error("The shop's shelves do not appear.");
     };
 }
 
 Step enterShop()
 {
-    return [](Stage& stage) {
-        stage.place = {};
-        if (!shop::enter(stage.room))
-            throw std::runtime_error("The front screen has no figures.");
+    return [](TourContext& context) {
+        context.shopPosition = {};
+        if (!shop::selectShop(context.viewer))
+            throw std::runtime_error("The front screen shows no figures.");
     };
 }
 
-Step walkTo(const QString& title)
+Step moveFocusTo(const QString& title)
 {
-    return [=](Stage& stage) {
-        if (!stage.room.isOn())
+    return [=](TourContext& context) {
+        if (!context.viewer.isOn())
             throw std::runtime_error("The set is not running.");
-        const shop::Place place = shop::placeOf(stage.hub, title);
-        shop::walk(stage.room, stage.place, place);
-        stage.place = place;
+        const shop::Position shopPosition = shop::positionOf(context.hub, title);
+        shop::moveFocus(context.viewer, context.shopPosition, shopPosition);
+        context.shopPosition = shopPosition;
     };
 }
 
 Step pressRapidly(const QString& button, int times)
 {
-    return [=](Stage& stage) {
+    return [=](TourContext& context) {
         for (int i = 0; i < times; ++i)
-            stage.room.press(button);
-        stage.room.screen().waitUntilSettled(300ms, 5s);
+            context.viewer.press(button);
+        context.viewer.screen().waitUntilStill(300ms, 5s);
     };
 }
 
 Step addEmptyMarket()
 {
-    return [](Stage& stage) {
-        QJsonArray markets = summary(stage.hub).value(u"markets"_s).toArray();
+    return [](TourContext& context) {
+        QJsonArray markets = summary(context.hub).value(u"markets"_s).toArray();
         markets.append(QJsonObject{{u"slug"_s, u"dry-gulch"_s}, {u"name"_s, u"Dry Gulch"_s}, {u"tapes"_s, 0}});
-        stage.hub.order(u"/status"_s, {{u"rewindery"_s, QJsonObject{{u"markets"_s, markets}}}});
+        context.hub.post(u"/status"_s, {{u"rewindery"_s, QJsonObject{{u"markets"_s, markets}}}});
     };
 }
 
 Step addManyMarkets()
 {
-    return [](Stage& stage) {
+    return [](TourContext& context) {
         QJsonArray markets;
         for (int town = 1; town <= 24; ++town)
             markets.append(QJsonObject{{u"slug"_s, u"camp-%1"_s.arg(town)}, {u"name"_s, u"Camp No. %1"_s.arg(town)}});
-        for (const QJsonValue town : summary(stage.hub).value(u"markets"_s).toArray())
+        for (const QJsonValue town : summary(context.hub).value(u"markets"_s).toArray())
             markets.append(town);
-        stage.hub.order(u"/status"_s, {{u"rewindery"_s, QJsonObject{{u"markets"_s, markets}}}});
+        context.hub.post(u"/status"_s, {{u"rewindery"_s, QJsonObject{{u"markets"_s, markets}}}});
     };
 }
 
-Sight countsStock(const QString& market)
+Check showsStock(const QString& market)
 {
-    return {u"the stock line counts the tapes as the hub does"_s, [=](Stage& stage, const QImage& picture) {
-                const QString line = u"%1 tapes in stock — pull one off"_s.arg(stock(stage.hub, market));
-                return TextReader::contains(stage.room.reader().read(picture, shop::header), line);
+    return {u"the stock line shows the hub's number of tapes"_s, [=](TourContext& context, const QImage& picture) {
+                const QString line = u"%1 tapes in stock — pull one off"_s.arg(stock(context.hub, market));
+                return TextReader::contains(context.viewer.reader().read(picture, shop::header), line);
             }};
 }
 
-Sight titleIsWritten()
+Check hasTitle()
 {
-    return {u"the title is written"_s, [](Stage&, const QImage& picture) {
+    return {u"the title contains letters"_s, [](TourContext&, const QImage& picture) {
                 const QColor cream(247, 244, 236);
                 return picture::shareOf(picture, shop::detailTitle, cream, 40) > 0.01;
             }};
 }
 
-Sight hubWasNotAskedFor(const QString& path)
+Check hubGotNoRequestFor(const QString& path)
 {
-    return {u"the hub was not asked for "_s + path, [=](Stage& stage, const QImage&) {
-                return !QJsonDocument(stage.hub.log()).toJson().contains(path.toUtf8());
+    return {u"the hub got no request for "_s + path, [=](TourContext& context, const QImage&) {
+                return !QJsonDocument(context.hub.requestLog()).toJson().contains(path.toUtf8());
             }};
 }
 

@@ -2,27 +2,27 @@
 
 #include "State.h"
 
-/** What the tour does and sees in the shop. */
+/** The tour's steps and checks in the shop. */
 namespace tour {
 
-/** From the front screen to the shelves, the focus then on the controls over them. */
+/** Opens the shop from the front screen; the focus is then on the controls above the shelves. */
 Step openShop();
-/** The same, whatever the shop then shows. */
+/** Opens the shop, whatever it then shows. */
 Step enterShop();
-/** Presses the arrows until the focus is on the tape whose cover's title contains `title`. */
-Step walkTo(const QString& title);
-/** Presses a button many times without waiting in between. */
+/** Moves the focus with the arrow keys to the tape whose cover's title contains `title`. */
+Step moveFocusTo(const QString& title);
+/** Presses a button `times` times without waiting in between. */
 Step pressRapidly(const QString& button, int times);
-/** The status then has one more market, the last, in which there are no tapes. */
+/** Adds one more market, the last in the list, without tapes. */
 Step addEmptyMarket();
 
-/** The status then has many more markets, before those of the hub, in which there are no tapes. */
+/** Adds many more markets without tapes, before those of the hub. */
 Step addManyMarkets();
 
-/** The stock line counts the tapes as the hub does; of one market, or of all when `market` is empty. */
-Sight countsStock(const QString& market = {});
-/** There are letters where a tape's own screen has its title. */
-Sight titleIsWritten();
-Sight hubWasNotAskedFor(const QString& path);
+/** The stock line shows the number of tapes that the hub has in this market, or in all if `market` is empty. */
+Check showsStock(const QString& market = {});
+/** The title of a tape's screen contains letters. */
+Check hasTitle();
+Check hubGotNoRequestFor(const QString& path);
 
 } // namespace tour

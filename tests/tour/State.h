@@ -1,8 +1,8 @@
 #pragma once
 
-#include "LivingRoom.h"
 #include "SampleHub.h"
 #include "Shop.h"
+#include "SimulatedViewer.h"
 
 #include <QList>
 #include <QMap>
@@ -11,35 +11,35 @@
 
 namespace tour {
 
-/** What the tour works with: the hub behind, the room before the screen, and the pictures taken so far, by state. */
-struct Stage
+/** What all steps and checks use: the hub, the simulated viewer, and the pictures taken so far, by state name. */
+struct TourContext
 {
     SampleHub hub;
-    LivingRoom room;
-    QString log; ///< file of what the program and its libraries complain of
+    SimulatedViewer viewer;
+    QString log; ///< path of the file for messages of the program and its libraries
     QMap<QString, QImage> pictures;
-    shop::Place place; ///< of the focus in the shop
+    shop::Position shopPosition; ///< position of the focus in the shop
 };
 
-/** One thing done to get to a state. */
-using Step = std::function<void(Stage&)>;
+/** One action on the way to a state. */
+using Step = std::function<void(TourContext&)>;
 
-/** One thing that is seen in a state and nowhere before it. */
-struct Sight
+/** A condition that is true in a state and not in the states before it. */
+struct Check
 {
-    QString what; ///< completes "It cannot be seen that ..."
-    std::function<bool(Stage&, const QImage&)> holds;
+    QString what; ///< completes the message "The screen never showed: ..."
+    std::function<bool(TourContext&, const QImage&)> isMet;
 };
 
-/** One state of one screen: a row of the tour. The way starts in the state of the row before. */
+/** One state of one screen. Its steps start in the previous state of the list. */
 struct State
 {
-    QString name; ///< also the picture's label and file name
-    QList<Step> way;
-    QList<Sight> proof;
+    QString name; ///< also the label and the file name of its picture
+    QList<Step> steps;
+    QList<Check> checks;
 };
 
-/** All states, in the order in which the tour comes by. Later screens add their rows here. */
+/** All states in the order of the tour. New screens add their states here. */
 QList<State> allStates();
 
 QList<State> frontStates();

@@ -7,63 +7,64 @@ using namespace std::chrono_literals;
 
 namespace tour {
 
-Step switchOn(const QMap<qint64, double>& kept)
+Step switchOn(const QMap<qint64, double>& resumePositions)
 {
-    return [=](Stage& stage) { stage.room.switchOn(stage.log, kept); };
+    return [=](TourContext& context) { context.viewer.switchOn(context.log, resumePositions); };
 }
 
 Step press(const QString& button, int times)
 {
-    return [=](Stage& stage) {
-        if (!stage.room.isOn())
+    return [=](TourContext& context) {
+        if (!context.viewer.isOn())
             throw std::runtime_error("The set is not running.");
         for (int i = 0; i < times; ++i) {
-            stage.room.screen().waitUntilSettled(150ms, 500ms);
-            stage.room.press(button);
+            context.viewer.screen().waitUntilStill(150ms, 500ms);
+            context.viewer.press(button);
         }
     };
 }
 
-Step pushDown(const QString& button)
+Step keyDown(const QString& button)
 {
-    return [=](Stage& stage) { stage.room.remote().pushDown(button); };
+    return [=](TourContext& context) { context.viewer.remote().keyDown(button); };
 }
 
-Step letGo(const QString& button)
+Step keyUp(const QString& button)
 {
-    return [=](Stage& stage) { stage.room.remote().letGo(button); };
+    return [=](TourContext& context) { context.viewer.remote().keyUp(button); };
 }
 
-Step order(const QString& path, const QJsonObject& body)
+Step post(const QString& path, const QJsonObject& body)
 {
-    return [=](Stage& stage) { stage.hub.order(path, body); };
+    return [=](TourContext& context) { context.hub.post(path, body); };
 }
 
-Step fault(const QString& path, const QString& kind, const QJsonObject& more)
+Step addFault(const QString& path, const QString& kind, const QJsonObject& more)
 {
-    return [=](Stage& stage) { stage.hub.fault(path, kind, more); };
+    return [=](TourContext& context) { context.hub.addFault(path, kind, more); };
 }
 
-Step calm()
+Step resetHub()
 {
-    return [](Stage& stage) { stage.hub.calm(); };
+    return [](TourContext& context) { context.hub.reset(); };
 }
 
 Step stopHub()
 {
-    return [](Stage& stage) { stage.hub.stop(); };
+    return [](TourContext& context) { context.hub.stop(); };
 }
 
 Step startHub()
 {
-    return [](Stage& stage) { stage.hub.start(); };
+    return [](TourContext& context) { context.hub.start(); };
 }
 
-Step waitFor(const Sight& sight)
+Step waitFor(const Check& check)
 {
-    return [=](Stage& stage) {
-        if (!stage.room.screen().waitUntil([&](const QImage& picture) { return sight.holds(stage, picture); }, 60s))
-            throw std::runtime_error(("It was never seen that "_L1 + sight.what + u'.').toStdString());
+    return [=](TourContext& context) {
+        if (!context.viewer.screen().waitUntil([&](const QImage& picture) { return check.isMet(context, picture); },
+                                               60s))
+            throw std::runtime_error(("The screen never showed: "_L1 + check.what).toStdString());
     };
 }
 

@@ -2,23 +2,23 @@
 
 #include "State.h"
 
-/** The things that a tour does. */
+/** The actions of the tour. */
 namespace tour {
 
-/** Switches the set on, with these resume positions (seconds by tape id) kept from before. */
-Step switchOn(const QMap<qint64, double>& kept = {});
+/** Starts the program with these saved resume positions (seconds by tape id). */
+Step switchOn(const QMap<qint64, double>& resumePositions = {});
 Step press(const QString& button, int times = 1);
-Step pushDown(const QString& button);
-Step letGo(const QString& button);
-/** Orders something of the hub's control address. */
-Step order(const QString& path, const QJsonObject& body = {});
-Step fault(const QString& path, const QString& kind, const QJsonObject& more = {});
-/** The tower dark, the status as it was, no faults. */
-Step calm();
-/** The hub's port refuses from then on, and answers again. */
+Step keyDown(const QString& button);
+Step keyUp(const QString& button);
+/** Posts to the hub's control address. */
+Step post(const QString& path, const QJsonObject& body = {});
+Step addFault(const QString& path, const QString& kind, const QJsonObject& more = {});
+/** Resets the hub: no faults, the initial status and tapes, no broadcast. */
+Step resetHub();
+/** Stops the hub, whose port then refuses connections, and starts it again. */
 Step stopHub();
 Step startHub();
-/** Waits for what takes longer than the way to a state does. */
-Step waitFor(const Sight& sight);
+/** Waits for a condition that takes longer than a step usually does. */
+Step waitFor(const Check& check);
 
 } // namespace tour

@@ -1,9 +1,9 @@
-// Drives the real program through every screen and state there is, and leaves a picture of each.
-//   tour FOLDER [STATE]     the states, on the display that DISPLAY names: pictures in FOLDER/WIDTHxHEIGHT;
-//                           with the name of a state that switches the set on: only those from it on
-//   tour --sheet FOLDER     one contact sheet of all pictures in FOLDER
+// Drives the real program through all screens and states, and saves a picture of each.
+//   tour FOLDER [STATE]     runs on the display that DISPLAY names and writes pictures to FOLDER/WIDTHxHEIGHT;
+//                           starts at STATE, if given, which must be a state whose steps start the program
+//   tour --sheet FOLDER     writes one contact sheet of all pictures in FOLDER
 
-#include "Album.h"
+#include "PictureFolder.h"
 #include "State.h"
 
 #include <QElapsedTimer>
@@ -20,43 +20,43 @@ namespace {
 
 using namespace tour;
 
-constexpr auto limit = 10s; // for a state to be seen once its way is done
+constexpr auto limit = 10s; // for a state to appear after its last step
 
-/** The first sight of the state that the picture does not give; nothing when it gives them all. */
-const Sight* missing(Stage& stage, const State& state, const QImage& picture)
+/** The first check of the state that fails for the picture; null if all succeed. */
+const Check* firstFailedCheck(TourContext& context, const State& state, const QImage& picture)
 {
-    for (const Sight& sight : state.proof) {
-        if (!sight.holds(stage, picture))
-            return &sight;
+    for (const Check& check : state.checks) {
+        if (!check.isMet(context, picture))
+            return &check;
     }
     return nullptr;
 }
 
-/** Goes there and takes its picture; answers what is wrong, or nothing. */
-QString visit(Stage& stage, const State& state, QImage& picture)
+/** Performs the state's steps and takes its picture; returns an error message, empty on success. */
+QString reachState(TourContext& context, const State& state, QImage& picture)
 {
     try {
-        for (const Step& step : state.way)
-            step(stage);
+        for (const Step& step : state.steps)
+            step(context);
     } catch (const std::exception& failure) {
-        picture = stage.room.screen().look();
+        picture = context.viewer.screen().grab();
         return QString::fromUtf8(failure.what());
     }
-    const Sight* lacking = nullptr;
+    const Check* failedCheck = nullptr;
     const auto isSeen = [&](const QImage& now) {
         picture = now;
-        lacking = missing(stage, state, now);
-        return lacking == nullptr;
+        failedCheck = firstFailedCheck(context, state, now);
+        return failedCheck == nullptr;
     };
-    ScreenWatch& screen = stage.room.screen();
-    screen.waitUntilSettled(150ms, 500ms); // reading what still moves takes time and tells nothing
+    ScreenWatch& screen = context.viewer.screen();
+    screen.waitUntilStill(150ms, 500ms); // text recognition on a moving picture would waste time
     if (screen.waitUntil(isSeen, limit)) {
-        // A change on its way is let come to rest before the picture is taken; a playing tape never does.
-        screen.waitUntilSettled(200ms, 600ms);
-        if (screen.look() != picture)
+        // Wait for a running change to end before taking the picture; a playing tape never comes to rest.
+        screen.waitUntilStill(200ms, 600ms);
+        if (screen.grab() != picture)
             screen.waitUntil(isSeen, limit);
     }
-    return lacking ? u"It cannot be seen that "_s + lacking->what + u'.' : QString();
+    return failedCheck ? u"The screen never showed: "_s + failedCheck->what : QString();
 }
 
 QList<State> statesFrom(const QString& name)
@@ -69,13 +69,13 @@ QList<State> statesFrom(const QString& name)
     return states;
 }
 
-int visitAll(const QString& folder, const QList<State>& states)
+int runTour(const QString& folder, const QList<State>& states)
 {
-    Stage stage;
-    const QSize size = stage.room.screen().size();
+    TourContext context;
+    const QSize size = context.viewer.screen().size();
     const QString pictures = u"%1/%2x%3"_s.arg(folder).arg(size.width()).arg(size.height());
-    Album album(pictures);
-    stage.log = pictures + u"/set.log"_s;
+    PictureFolder pictureFolder(pictures);
+    context.log = pictures + u"/set.log"_s;
     int failures = 0;
     QElapsedTimer whole;
     whole.start();
@@ -83,10 +83,10 @@ int visitAll(const QString& folder, const QList<State>& states)
         QElapsedTimer time;
         time.start();
         QImage picture;
-        const QString wrong = visit(stage, state, picture);
-        album.add(wrong.isEmpty() ? state.name : state.name + u" FAILED"_s, picture);
+        const QString wrong = reachState(context, state, picture);
+        pictureFolder.add(wrong.isEmpty() ? state.name : state.name + u" FAILED"_s, picture);
         if (wrong.isEmpty())
-            stage.pictures.insert(state.name, picture);
+            context.pictures.insert(state.name, picture);
         std::printf("%s %-46s %5.1f s  %s\n", wrong.isEmpty() ? "ok    " : "FAILED", qUtf8Printable(state.name),
                     double(time.elapsed()) / 1000, qUtf8Printable(wrong));
         std::fflush(stdout);
@@ -101,18 +101,18 @@ int visitAll(const QString& folder, const QList<State>& states)
 
 int main(int count, char** arguments)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen"); // this program itself shows nothing
+    qputenv("QT_QPA_PLATFORM", "offscreen"); // the tour itself shows no window
     QGuiApplication application(count, arguments);
     const QStringList words = application.arguments();
     try {
         if (words.size() == 3 && words[1] == "--sheet"_L1) {
-            tour::makeContactSheet(words[2]);
+            tour::writeContactSheet(words[2]);
             return 0;
         }
         if (words.size() == 2)
-            return visitAll(words[1], allStates());
+            return runTour(words[1], allStates());
         if (words.size() == 3)
-            return visitAll(words[1], statesFrom(words[2]));
+            return runTour(words[1], statesFrom(words[2]));
         std::fprintf(stderr, "tour FOLDER [STATE], or tour --sheet FOLDER\n");
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "tour: %s\n", failure.what());

@@ -6,21 +6,21 @@
 #include <QPainterPath>
 #include <QTest>
 
-/** The icon that an installation has. */
+/** Tests the installed application icon. */
 class ApplicationIconTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theIconFileIsWhatTheProgramDraws();
-    void aCurveAndATransparentColourAreWrittenAsSvgWritesThem();
-    void numbersHaveTwoDecimalsAtMost();
+    void iconFileEqualsIconDrawnByProgram();
+    void curveAndTransparentColourAreWrittenAsSvg();
+    void numbersHaveAtMostTwoDecimals();
 
 private:
-    static QByteArray drawn(const std::function<void(QPainter&)>& draw);
+    static QByteArray svgOf(const std::function<void(QPainter&)>& draw);
 };
 
-QByteArray ApplicationIconTest::drawn(const std::function<void(QPainter&)>& draw)
+QByteArray ApplicationIconTest::svgOf(const std::function<void(QPainter&)>& draw)
 {
     SvgPicture picture(10);
     QPainter painter(&picture);
@@ -29,7 +29,7 @@ QByteArray ApplicationIconTest::drawn(const std::function<void(QPainter&)>& draw
     return picture.svg();
 }
 
-void ApplicationIconTest::theIconFileIsWhatTheProgramDraws()
+void ApplicationIconTest::iconFileEqualsIconDrawnByProgram()
 {
     QFile file(QStringLiteral(QUILLMERE_SOURCES "/packaging/desktop/quillmere-tv.svg"));
     QVERIFY(file.open(QFile::ReadOnly));
@@ -37,12 +37,12 @@ void ApplicationIconTest::theIconFileIsWhatTheProgramDraws()
     QPainter painter(&picture);
     ApplicationIcon::paint(painter);
     painter.end();
-    QVERIFY2(file.readAll() == picture.svg(), "draw it anew: cmake --build build/release --target icon");
+    QVERIFY2(file.readAll() == picture.svg(), "create it again with: cmake --build build/release --target icon");
 }
 
-void ApplicationIconTest::aCurveAndATransparentColourAreWrittenAsSvgWritesThem()
+void ApplicationIconTest::curveAndTransparentColourAreWrittenAsSvg()
 {
-    const QByteArray svg = drawn([](QPainter& painter) {
+    const QByteArray svg = svgOf([](QPainter& painter) {
         painter.setRenderHint(QPainter::Antialiasing);
         QPainterPath path(QPointF(1, 2));
         path.cubicTo(1, 3, 2, 4, 3, 4);
@@ -52,9 +52,9 @@ void ApplicationIconTest::aCurveAndATransparentColourAreWrittenAsSvgWritesThem()
     QVERIFY2(svg.contains(R"(<path d="M1 2C1 3 2 4 3 4Z" fill="#ff0010" fill-opacity="0.2"/>)"), svg.constData());
 }
 
-void ApplicationIconTest::numbersHaveTwoDecimalsAtMost()
+void ApplicationIconTest::numbersHaveAtMostTwoDecimals()
 {
-    const QByteArray svg = drawn([](QPainter& painter) {
+    const QByteArray svg = svgOf([](QPainter& painter) {
         painter.scale(1.0 / 3, 0.5);
         painter.fillRect(QRectF(1, 1, 1, 1), Qt::white);
     });

@@ -1,5 +1,5 @@
 #include "Barcode.h"
-#include "CassettePrint.h"
+#include "CassetteRenderer.h"
 #include "SampleCover.h"
 #include "ShelfCard.h"
 #include "StationPalette.h"
@@ -16,11 +16,11 @@ namespace {
 CassettePicture boxOf(const VHSCover& cover, double width, double scale)
 {
     const QSize pixels(int(std::lround(width * scale)), int(std::lround(width * scale * 1.5625)));
-    return CassettePrint{CassettePrint::Form::BoxFront, cover, width, pixels}.paint();
+    return CassetteRenderer{CassetteRenderer::Form::BoxFront, cover, width, pixels}.paint();
 }
 
-/** Of the sample tape, but with these bars. */
-VHSCover barred(const QList<int>& bars)
+/** The sample cover with these bar widths. */
+VHSCover withBars(const QList<int>& bars)
 {
     VHSCover cover = sampleCover();
     cover.barcode = bars;
@@ -29,8 +29,8 @@ VHSCover barred(const QList<int>& bars)
 
 const QList<int> longest(28, 4);
 
-/** The least rectangle around all that is not transparent. */
-QRect inked(const QImage& image)
+/** The bounding rectangle of all pixels that are not transparent. */
+QRect inkArea(const QImage& image)
 {
     QRect area;
     for (int y = 0; y < image.height(); ++y) {
@@ -44,21 +44,21 @@ QRect inked(const QImage& image)
 
 } // namespace
 
-/** Bar codes by themselves and on their boxes. */
+/** Tests bar codes, alone and on their boxes. */
 class BarcodeTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aBarCodeHasFourteenBarsOfItsWidths_data();
-    void aBarCodeHasFourteenBarsOfItsWidths();
-    void aPictureIsOnlyAsWideAsItsBarCodeNeeds();
-    void aBarCodeIsNeverThinnerThanAPointAUnit();
-    void nothingButTheOutlineAndTheBarCodeIsDrawnBeyondTheBox_data();
-    void nothingButTheOutlineAndTheBarCodeIsDrawnBeyondTheBox();
+    void barCodeHasFourteenBarsOfGivenWidths_data();
+    void barCodeHasFourteenBarsOfGivenWidths();
+    void pictureIsOnlyAsWideAsBarCodeNeeds();
+    void barCodeUnitIsAtLeastOnePointWide();
+    void onlyOutlineAndBarCodeAreDrawnOutsideBox_data();
+    void onlyOutlineAndBarCodeAreDrawnOutsideBox();
 };
 
-void BarcodeTest::aBarCodeHasFourteenBarsOfItsWidths_data()
+void BarcodeTest::barCodeHasFourteenBarsOfGivenWidths_data()
 {
     QTest::addColumn<VHSCover>("cover");
     QTest::addColumn<double>("width");
@@ -66,12 +66,12 @@ void BarcodeTest::aBarCodeHasFourteenBarsOfItsWidths_data()
     for (const double width : {230.0, 250.0, 420.0, 640.0}) {
         for (const double scale : {1.0, 2.0, 8.0, 8 * 1.08}) {
             QTest::addRow("%g at %g", width, scale) << sampleCover() << width << scale;
-            QTest::addRow("longest, %g at %g", width, scale) << barred(longest) << width << scale;
+            QTest::addRow("longest, %g at %g", width, scale) << withBars(longest) << width << scale;
         }
     }
 }
 
-void BarcodeTest::aBarCodeHasFourteenBarsOfItsWidths()
+void BarcodeTest::barCodeHasFourteenBarsOfGivenWidths()
 {
     QFETCH(const VHSCover, cover);
     QFETCH(double, width);
@@ -83,7 +83,8 @@ void BarcodeTest::aBarCodeHasFourteenBarsOfItsWidths()
         units += bar + 1;
     const double unit = std::max(120 * width / 320 / units, 1.0) * scale;
     const int y = box.box.top() + int(455 * boxUnit);
-    // A bar's ink in the row, which is the whole width of the bar wherever its edges fall; the outline's beside it.
+    // The ink in this row equals the width of the bar, whatever the position of the bar's edges. Bars beside the
+    // outline are measured less strictly.
     double x = box.box.left() + std::round(190 * boxUnit);
     const double faceEnd = box.box.left() + (320 - 1.5) * boxUnit;
     const double boxEnd = box.box.left() + (320 + 1.5) * boxUnit;
@@ -114,19 +115,19 @@ void BarcodeTest::aBarCodeHasFourteenBarsOfItsWidths()
     QCOMPARE(bars, 14);
 }
 
-void BarcodeTest::aPictureIsOnlyAsWideAsItsBarCodeNeeds()
+void BarcodeTest::pictureIsOnlyAsWideAsBarCodeNeeds()
 {
-    constexpr int outline = 2; // pixels of it beside the box, at this size
+    constexpr int outline = 2; // width of the outline outside the box, in pixels
     const auto beyond = [](const CassettePicture& picture) { return picture.image.width() - picture.box.right() - 1; };
     const CassettePicture plain = boxOf(sampleCover(), 420, 1);
     QCOMPARE(beyond(plain), outline + 1);
     QCOMPARE(plain.box.topLeft(), QPoint(outline, outline));
-    // 13 bars and 13 spaces with their gaps, and a bar: 134 points from 136.6 on.
-    QCOMPARE(beyond(boxOf(barred(longest), 230, 1)), int(std::ceil(136.5625 + 134 - 230 + 0.5)));
-    QCOMPARE(boxOf(barred(longest), 230, 1).box.size(), boxOf(barred({}), 230, 1).box.size());
+    // 13 bars and 13 spaces with their gaps, then one more bar: 134 points, starting at 136.5625 points.
+    QCOMPARE(beyond(boxOf(withBars(longest), 230, 1)), int(std::ceil(136.5625 + 134 - 230 + 0.5)));
+    QCOMPARE(boxOf(withBars(longest), 230, 1).box.size(), boxOf(withBars({}), 230, 1).box.size());
 }
 
-void BarcodeTest::aBarCodeIsNeverThinnerThanAPointAUnit()
+void BarcodeTest::barCodeUnitIsAtLeastOnePointWide()
 {
     Barcode barcode;
     for (int i = 0; i < 28; ++i)
@@ -140,7 +141,7 @@ void BarcodeTest::aBarCodeIsNeverThinnerThanAPointAUnit()
     QPainter painter(&image);
     barcode.paint(painter, {60, 26});
     painter.end();
-    // A bar of 3, its gap, a space of 2 and its gap make 7.
+    // A bar of 3 units, a gap, a space of 2 units and a gap: the pattern repeats each 7 units.
     for (int x = 0; x < 120; ++x) {
         const bool isBar = x < 98 && x % 7 < 3;
         QCOMPARE(image.pixelColor(x, 13), isBar ? StationPalette::inkNavy() : QColor(Qt::white));
@@ -149,20 +150,20 @@ void BarcodeTest::aBarCodeIsNeverThinnerThanAPointAUnit()
     QCOMPARE(image.pixelColor(1, 26), QColor(Qt::white));
 }
 
-void BarcodeTest::nothingButTheOutlineAndTheBarCodeIsDrawnBeyondTheBox_data()
+void BarcodeTest::onlyOutlineAndBarCodeAreDrawnOutsideBox_data()
 {
     QTest::addColumn<VHSCover>("cover");
     QTest::addColumn<double>("width");
-    VHSCover wordy = barred(longest);
+    VHSCover wordy = withBars(longest);
     wordy.title = wordy.tagline = wordy.genre = wordy.catalogNo = QString(300, u'W');
     VHSCover empty;
-    QTest::newRow("long bar code") << barred(longest) << 230.0;
+    QTest::newRow("long bar code") << withBars(longest) << 230.0;
     QTest::newRow("long texts") << wordy << 250.0;
     QTest::newRow("tiny") << wordy << 60.0;
     QTest::newRow("empty") << empty << 250.0;
 }
 
-void BarcodeTest::nothingButTheOutlineAndTheBarCodeIsDrawnBeyondTheBox()
+void BarcodeTest::onlyOutlineAndBarCodeAreDrawnOutsideBox()
 {
     QFETCH(VHSCover, cover);
     QFETCH(double, width);
@@ -178,8 +179,8 @@ void BarcodeTest::nothingButTheOutlineAndTheBarCodeIsDrawnBeyondTheBox()
         QRectF(QPointF(40, 40), QSizeF(box)).marginsAdded({outline, outline, outline, outline}).toAlignedRect();
     drawn |=
         QRectF(40 + 190 * width / 320, 40 + width, Barcode{cover.barcode}.extent(120 * width / 320), 1).toAlignedRect();
-    QVERIFY2(drawn.adjusted(-1, -1, 1, 1).contains(inked(image)), "something else is beyond the box");
-    QVERIFY2(inked(image).contains(drawn.adjusted(1, 1, -1, -1)), "something is cut off");
+    QVERIFY2(drawn.adjusted(-1, -1, 1, 1).contains(inkArea(image)), "something else is drawn outside the box");
+    QVERIFY2(inkArea(image).contains(drawn.adjusted(1, 1, -1, -1)), "something is cut off");
 }
 
 QTEST_MAIN(BarcodeTest)

@@ -1,4 +1,4 @@
-#include "CassettePrint.h"
+#include "CassetteRenderer.h"
 #include "CoverArt.h"
 #include "SampleCover.h"
 #include "StationPalette.h"
@@ -13,36 +13,38 @@ namespace {
 
 constexpr int hues[] = {4, 20, 36, 145, 168, 200, 210, 262, 291, 330};
 
-using Form = CassettePrint::Form;
+using Form = CassetteRenderer::Form;
 
-bool isClose(QColor seen, QColor wanted, int tolerance = 3)
+bool isClose(QColor seen, QColor expected, int tolerance = 3)
 {
-    return std::abs(seen.red() - wanted.red()) <= tolerance && std::abs(seen.green() - wanted.green()) <= tolerance &&
-           std::abs(seen.blue() - wanted.blue()) <= tolerance;
+    return std::abs(seen.red() - expected.red()) <= tolerance &&
+           std::abs(seen.green() - expected.green()) <= tolerance &&
+           std::abs(seen.blue() - expected.blue()) <= tolerance;
 }
 
-/** A box or card of `width` points on a display of `scale` pixels a point, and the colours at places on its grid. */
+/** A painted box or card, `width` points wide, on a display with `scale` pixels per point. Reads colours by position.
+ */
 struct Box
 {
     explicit Box(const VHSCover& cover, double width = 320, double scale = 2, Form form = Form::BoxFront)
         : unit(width * scale / 320),
-          painted(CassettePrint{form, cover, width,
-                                QSize(int(std::lround(width * scale)), int(std::lround(width * scale * 1.5625)))}
+          painted(CassetteRenderer{form, cover, width,
+                                   QSize(int(std::lround(width * scale)), int(std::lround(width * scale * 1.5625)))}
                       .paint()),
           picture(painted.image.copy(painted.box))
     {}
 
     QColor at(double x, double y) const { return picture.pixelColor(int(x * unit), int(y * unit)); }
 
-    /** At a pixel counted from the box's corner, which may lie beside the box. */
-    QColor around(int x, int y) const { return painted.image.pixelColor(painted.box.topLeft() + QPoint(x, y)); }
+    /** The colour at a pixel relative to the box's top left corner; the pixel may be outside the box. */
+    QColor pixelAt(int x, int y) const { return painted.image.pixelColor(painted.box.topLeft() + QPoint(x, y)); }
 
-    double unit; ///< pixels
+    double unit; ///< pixels per unit of the grid
     CassettePicture painted;
-    QImage picture; ///< of the box itself
+    QImage picture; ///< the box without its surroundings
 };
 
-/** The least rectangle around all that differs, in pixels. */
+/** The bounding rectangle of all pixels that differ. */
 QRect difference(const QImage& one, const QImage& other)
 {
     QRect area;
@@ -57,33 +59,33 @@ QRect difference(const QImage& one, const QImage& other)
 
 } // namespace
 
-#define COMPARE_COLOR(seen, wanted)                                                                                    \
-    QVERIFY2(isClose(seen, wanted), qPrintable(QColor(seen).name() + u" instead of "_s + QColor(wanted).name()))
+#define COMPARE_COLOR(seen, expected)                                                                                  \
+    QVERIFY2(isClose(seen, expected), qPrintable(QColor(seen).name() + u" instead of "_s + QColor(expected).name()))
 
-/** The cassettes as they are painted, measured. */
+/** Tests the painted cassettes pixel by pixel. */
 class CassetteArtTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aBoxIs320By500UnitsWithRoundCorners();
-    void theOutlineIsThreeUnitsOfInkNavyAcrossTheEdge();
-    void theOutlineIsWholeAtEverySize_data();
-    void theOutlineIsWholeAtEverySize();
-    void theBandsStandOnTheGrid_data();
-    void theBandsStandOnTheGrid();
-    void theSkyDarkensDownwardInItsHue_data();
-    void theSkyDarkensDownwardInItsHue();
-    void theSceneIsAsItIsDescribed();
-    void theFogIsThickestAtTheBottom();
-    void theBadgeStandsWhereItShould_data();
-    void theBadgeStandsWhereItShould();
-    void theBadgesStrokeIsCentredOnItsEdge();
-    void onlyATapeWithATranscriptHasABadge();
-    void twoDrawingsAreIdentical();
+    void boxIs320By500UnitsWithRoundCorners();
+    void outlineIsThreeUnitsWideAndCentredOnEdge();
+    void outlineIsNotCutAtAnySize_data();
+    void outlineIsNotCutAtAnySize();
+    void bandsAreAtGridPositions_data();
+    void bandsAreAtGridPositions();
+    void skyKeepsHueAndDarkensDownward_data();
+    void skyKeepsHueAndDarkensDownward();
+    void sceneHasColoursAtDesignPositions();
+    void fogIsMostOpaqueAtBottom();
+    void badgeHasDesignPositionAndSize_data();
+    void badgeHasDesignPositionAndSize();
+    void badgeStrokeIsCentredOnEdge();
+    void badgeIsDrawnOnlyForTapeWithTranscript();
+    void samePictureIsDrawnEachTime();
 };
 
-void CassetteArtTest::aBoxIs320By500UnitsWithRoundCorners()
+void CassetteArtTest::boxIs320By500UnitsWithRoundCorners()
 {
     const Box box(sampleCover());
     QCOMPARE(box.picture.size(), QSize(640, 1000));
@@ -93,21 +95,21 @@ void CassetteArtTest::aBoxIs320By500UnitsWithRoundCorners()
         QCOMPARE(box.picture.pixelColor(edge), StationPalette::inkNavy());
 }
 
-void CassetteArtTest::theOutlineIsThreeUnitsOfInkNavyAcrossTheEdge()
+void CassetteArtTest::outlineIsThreeUnitsWideAndCentredOnEdge()
 {
     const Box box(sampleCover(), 320, 4);
     for (int inward = -6; inward < 40; ++inward) {
-        const QColor wanted = inward < 6 ? StationPalette::inkNavy() : StationPalette::cream();
-        QCOMPARE(box.around(inward, 1880), wanted);
-        QCOMPARE(box.around(1279 - inward, 1300), wanted);
-        QCOMPARE(box.around(640, inward), wanted);
-        QCOMPARE(box.around(640, 1999 - inward), wanted);
+        const QColor expected = inward < 6 ? StationPalette::inkNavy() : StationPalette::cream();
+        QCOMPARE(box.pixelAt(inward, 1880), expected);
+        QCOMPARE(box.pixelAt(1279 - inward, 1300), expected);
+        QCOMPARE(box.pixelAt(640, inward), expected);
+        QCOMPARE(box.pixelAt(640, 1999 - inward), expected);
     }
     QCOMPARE(box.painted.box.topLeft(), QPoint(6, 6));
     QCOMPARE(box.painted.image.height(), 2000 + 2 * 6);
 }
 
-void CassetteArtTest::theOutlineIsWholeAtEverySize_data()
+void CassetteArtTest::outlineIsNotCutAtAnySize_data()
 {
     QTest::addColumn<double>("width");
     QTest::addColumn<double>("scale");
@@ -117,13 +119,13 @@ void CassetteArtTest::theOutlineIsWholeAtEverySize_data()
     }
 }
 
-void CassetteArtTest::theOutlineIsWholeAtEverySize()
+void CassetteArtTest::outlineIsNotCutAtAnySize()
 {
     QFETCH(double, width);
     QFETCH(double, scale);
     const Box box(sampleCover(), width, scale);
     const QImage& image = box.painted.image;
-    // Along a row and a column through the middle, its ink outside the box adds up to half its width.
+    // Along a row and a column through the middle, the outline's ink outside the box is half of the outline's width.
     const auto ink = [&](int x, int y, QPoint step) {
         double pixels = 0;
         for (QPoint at(x, y); image.rect().contains(at) && !box.painted.box.contains(at); at += step)
@@ -137,7 +139,7 @@ void CassetteArtTest::theOutlineIsWholeAtEverySize()
     QVERIFY(std::abs(ink(image.width() / 2, image.height() - 1, {0, -1}) - half) < 0.1);
 }
 
-void CassetteArtTest::theBandsStandOnTheGrid_data()
+void CassetteArtTest::bandsAreAtGridPositions_data()
 {
     QTest::addColumn<double>("width");
     QTest::addColumn<double>("scale");
@@ -149,7 +151,7 @@ void CassetteArtTest::theBandsStandOnTheGrid_data()
     QTest::newRow("detail") << 420.0 << 1.0;
 }
 
-void CassetteArtTest::theBandsStandOnTheGrid()
+void CassetteArtTest::bandsAreAtGridPositions()
 {
     QFETCH(double, width);
     QFETCH(double, scale);
@@ -179,14 +181,14 @@ void CassetteArtTest::theBandsStandOnTheGrid()
     COMPARE_COLOR(box.at(312, 200), StationPalette::cream());
 }
 
-void CassetteArtTest::theSkyDarkensDownwardInItsHue_data()
+void CassetteArtTest::skyKeepsHueAndDarkensDownward_data()
 {
     QTest::addColumn<int>("hue");
     for (const int hue : hues)
         QTest::addRow("%d", hue) << hue;
 }
 
-void CassetteArtTest::theSkyDarkensDownwardInItsHue()
+void CassetteArtTest::skyKeepsHueAndDarkensDownward()
 {
     QFETCH(int, hue);
     const Box box(sampleCover(hue));
@@ -203,17 +205,17 @@ void CassetteArtTest::theSkyDarkensDownwardInItsHue()
     }
 }
 
-void CassetteArtTest::theSceneIsAsItIsDescribed()
+void CassetteArtTest::sceneHasColoursAtDesignPositions()
 {
     const Box box(sampleCover(), 320, 4);
     const auto scene = [&](double x, double y) { return box.at(10 + x, 50 + y); };
-    // The disc: teal at 0.9 over the sky.
+    // The disc: teal with opacity 0.9 over the sky.
     const QColor disc = scene(300 - 52, 48);
     QVERIFY(isClose(disc, StationPalette::teal(), 12));
     QVERIFY(isClose(scene(300 - 52 + 25, 48), disc, 8));
     QVERIFY(!isClose(scene(300 - 52 + 27, 48), disc, 8));
     QVERIFY(!isClose(scene(300 - 52, 48 + 27), disc, 8));
-    // The boat: 210 wide, 84 / 132 of that tall, around (141, 150).
+    // The boat: 210 units wide, 210 * 84 / 132 tall, centred at (141, 150).
     const double s = 210.0 / 132;
     const auto boat = [&](double x, double y) { return scene(141 - 105 + x * s, 150 - 210.0 * 7 / 22 + y * s); };
     COMPARE_COLOR(boat(24, 34), StationPalette::inkNavy()); // cabin
@@ -222,15 +224,15 @@ void CassetteArtTest::theSceneIsAsItIsDescribed()
     COMPARE_COLOR(boat(32, 42), StationPalette::cream());   // windows
     COMPARE_COLOR(boat(77, 42), StationPalette::cream());
     COMPARE_COLOR(boat(54, 42), StationPalette::inkNavy());    // between two windows
-    COMPARE_COLOR(boat(94.5, 53), StationPalette::cream());    // the wheel's rim
-    COMPARE_COLOR(boat(111, 40), StationPalette::cream());     // its upright spoke
-    COMPARE_COLOR(boat(120, 53), StationPalette::cream());     // its level spoke
-    QVERIFY(boat(60, 20).red() > boat(60, 20).blue());         // the glow
+    COMPARE_COLOR(boat(94.5, 53), StationPalette::cream());    // rim of the wheel
+    COMPARE_COLOR(boat(111, 40), StationPalette::cream());     // vertical spoke of the wheel
+    COMPARE_COLOR(boat(120, 53), StationPalette::cream());     // horizontal spoke of the wheel
+    QVERIFY(boat(60, 20).red() > boat(60, 20).blue());         // glow
     QVERIFY(!isClose(boat(104, 46), StationPalette::cream())); // between the spokes
     COMPARE_COLOR(boat(20, 56), StationPalette::inkNavy());    // hull
 }
 
-void CassetteArtTest::theFogIsThickestAtTheBottom()
+void CassetteArtTest::fogIsMostOpaqueAtBottom()
 {
     const Box box(sampleCover(), 320, 4);
     const QColor water = QColor::fromHsvF(291.0F / 360, 0.45F, 0.30F);
@@ -250,7 +252,7 @@ void CassetteArtTest::theFogIsThickestAtTheBottom()
     }
 }
 
-void CassetteArtTest::theBadgeStandsWhereItShould_data()
+void CassetteArtTest::badgeHasDesignPositionAndSize_data()
 {
     QTest::addColumn<double>("width");
     QTest::addColumn<double>("scale");
@@ -260,7 +262,7 @@ void CassetteArtTest::theBadgeStandsWhereItShould_data()
     }
 }
 
-void CassetteArtTest::theBadgeStandsWhereItShould()
+void CassetteArtTest::badgeHasDesignPositionAndSize()
 {
     QFETCH(double, width);
     QFETCH(double, scale);
@@ -269,10 +271,10 @@ void CassetteArtTest::theBadgeStandsWhereItShould()
     cover.hasTranscript = false;
     const Box without(cover, width, scale, Form::ShelfCard);
     const QRectF badge = difference(with.picture, without.picture);
-    const double half = 0.75 * scale; // of the stroke stands outside the badge
+    const double half = 0.75 * scale; // half of the stroke is outside the badge
     QVERIFY(std::abs(badge.right() - (1 - 0.055) * width * scale - half) <= 0.51);
     QVERIFY(std::abs(badge.top() - 0.165 * width * scale + half) <= 0.51);
-    // The text's line is 1.21 of its size, "CC" about one and a half of it.
+    // The text's line is 1.21 times as tall as its size; "CC" is about 1.5 times as wide as its size.
     QVERIFY(std::abs(badge.height() - (0.05 * 1.21 + 2 * 0.01) * width * scale - 2 * half) <= 1);
     QVERIFY(badge.width() > (0.05 * 1.3 + 2 * 0.028) * width * scale + 2 * half);
     QVERIFY(badge.width() < (0.05 * 1.7 + 2 * 0.028) * width * scale + 2 * half);
@@ -281,13 +283,13 @@ void CassetteArtTest::theBadgeStandsWhereItShould()
     QVERIFY(isClose(with.picture.pixelColor(badge.topLeft().toPoint()), StationPalette::inkNavy(), 6));
 }
 
-void CassetteArtTest::theBadgesStrokeIsCentredOnItsEdge()
+void CassetteArtTest::badgeStrokeIsCentredOnEdge()
 {
     VHSCover cover = sampleCover();
     const Box with(cover, 320, 8, Form::ShelfCard);
     cover.hasTranscript = false;
     const Box without(cover, 320, 8, Form::ShelfCard);
-    // The badge's top edge, 0.165 of the width down; the stroke is 12 pixels wide, 6 on either side.
+    // The badge's top edge is at 0.165 of the width. The stroke is 12 pixels wide, 6 on either side of the edge.
     const int edge = int(0.165 * 320 * 8);
     const int middle = int((1 - 0.055) * 320 * 8) - 100;
     for (int down = -6; down < 6; ++down)
@@ -296,7 +298,7 @@ void CassetteArtTest::theBadgesStrokeIsCentredOnItsEdge()
     COMPARE_COLOR(with.picture.pixelColor(middle, edge + 6), StationPalette::amber());
 }
 
-void CassetteArtTest::onlyATapeWithATranscriptHasABadge()
+void CassetteArtTest::badgeIsDrawnOnlyForTapeWithTranscript()
 {
     VHSCover cover = sampleCover();
     QVERIFY(Box(cover, 250, 1, Form::ShelfCard).picture != Box(cover, 250, 1).picture);
@@ -304,7 +306,7 @@ void CassetteArtTest::onlyATapeWithATranscriptHasABadge()
     QCOMPARE(Box(cover, 250, 1, Form::ShelfCard).picture, Box(cover, 250, 1).picture);
 }
 
-void CassetteArtTest::twoDrawingsAreIdentical()
+void CassetteArtTest::samePictureIsDrawnEachTime()
 {
     QCOMPARE(Box(sampleCover(), 250, 1).picture, Box(sampleCover(), 250, 1).picture);
 }

@@ -9,21 +9,21 @@ namespace {
 
 constexpr QSize pixels(64, 100);
 
-CassettePrint printOf(const QString& title)
+CassetteRenderer rendererFor(const QString& title)
 {
-    CassettePrint print{CassettePrint::Form::ShelfCard, sampleCover(), 250, pixels};
+    CassetteRenderer print{CassetteRenderer::Form::ShelfCard, sampleCover(), 250, pixels};
     print.cover.title = title;
     return print;
 }
 
-/** What one picture takes, in bytes; they are all of one size. */
+/** The size of one picture in bytes; all pictures here have the same size. */
 qint64 pictureSize()
 {
-    return printOf({}).paint().image.sizeInBytes();
+    return rendererFor({}).paint().image.sizeInBytes();
 }
 
-/** Keeps what it is given, and writes down when. */
-class Viewer final : public CassetteStudio::Customer
+/** Stores the delivered picture and counts deliveries; appends its name to the log at each. */
+class Viewer final : public CassetteStudio::Client
 {
 public:
     explicit Viewer(double distance = 0, QString name = {}, QStringList* log = nullptr)
@@ -31,16 +31,16 @@ public:
     {}
 
     double distance() const override { return m_distance; }
-    void take(const CassetteStudio::Picture& picture) override
+    void setPicture(const CassetteStudio::Picture& picture) override
     {
         shown = picture;
-        ++taken;
+        ++deliveries;
         if (m_log)
             m_log->append(m_name);
     }
 
     CassetteStudio::Picture shown;
-    int taken = 0;
+    int deliveries = 0;
 
 private:
     double m_distance;
@@ -48,15 +48,15 @@ private:
     QStringList* m_log;
 };
 
-/** Orders, and waits until it is there. */
+/** Requests a picture and waits for it. */
 void paintOne(CassetteStudio& studio, Viewer& viewer, const QString& title)
 {
-    viewer.shown = studio.order(viewer, printOf(title));
+    viewer.shown = studio.request(viewer, rendererFor(title));
     QTRY_VERIFY(viewer.shown);
 }
 
-/** Waits until all that was ordered before is painted: its thread takes one after the other. */
-void finish(CassetteStudio& studio)
+/** Waits until all earlier requests are painted. The studio's thread paints them one after the other. */
+void waitUntilPainted(CassetteStudio& studio)
 {
     Viewer last(1e9);
     paintOne(studio, last, u"the last of all"_s);
@@ -64,72 +64,72 @@ void finish(CassetteStudio& studio)
 
 } // namespace
 
-/** Who gets which picture, when, and how long it is kept. */
+/** Tests which picture is delivered to whom, when, and how long it is kept. */
 class CassetteStudioTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aPictureIsPaintedAsOnTheScreenThread();
-    void aPictureAtHandIsGivenAtOnce();
-    void nothingIsDeliveredInsideTheOrder();
-    void theNearestIsPaintedFirst();
-    void amongEquallyNearTheFirstComesFirst();
-    void anOrderTakenBackIsNotPainted();
-    void anOrderThatChangedBringsOnlyTheNewPicture_data();
-    void anOrderThatChangedBringsOnlyTheNewPicture();
-    void twoWhoWantTheSameShareOnePicture();
-    void anyDifferenceIsAnotherPicture();
-    void thePictureUsedLongestAgoGoesFirst();
-    void whatIsShownIsNeverGivenUp();
-    void aPictureThatThereIsNoMemoryForIsNotDelivered();
-    void aTallWindowHasALargerBudget();
-    void theSharedStudioGoesWithItsLastUser();
-    void aStudioThatGoesDeliversNothingMore();
+    void pictureEqualsOnePaintedOnScreenThread();
+    void cachedPictureIsReturnedAtOnce();
+    void pictureIsNotDeliveredDuringRequest();
+    void nearestPictureIsPaintedFirst();
+    void firstRequestIsPaintedFirstAtEqualDistance();
+    void cancelledRequestIsNotDelivered();
+    void changedRequestDeliversOnlyNewPicture_data();
+    void changedRequestDeliversOnlyNewPicture();
+    void equalRequestsShareOnePicture();
+    void differentRequestIsNotServedFromCache();
+    void leastRecentlyUsedPictureIsRemovedFirst();
+    void shownPictureIsNeverRemoved();
+    void pictureIsNotDeliveredWithoutMemory();
+    void tallWindowHasLargerBudget();
+    void sharedStudioIsDestroyedWithLastUser();
+    void destroyedStudioDeliversNothing();
 };
 
-void CassetteStudioTest::aPictureIsPaintedAsOnTheScreenThread()
+void CassetteStudioTest::pictureEqualsOnePaintedOnScreenThread()
 {
     CassetteStudio studio;
     Viewer viewer;
     paintOne(studio, viewer, u"市議會 Harbor Day \U0001F6A2"_s);
-    QCOMPARE(viewer.shown->image, printOf(u"市議會 Harbor Day \U0001F6A2"_s).paint().image);
+    QCOMPARE(viewer.shown->image, rendererFor(u"市議會 Harbor Day \U0001F6A2"_s).paint().image);
     QCOMPARE(viewer.shown->image.format(), QImage::Format_ARGB32_Premultiplied);
 }
 
-void CassetteStudioTest::aPictureAtHandIsGivenAtOnce()
+void CassetteStudioTest::cachedPictureIsReturnedAtOnce()
 {
     CassetteStudio studio;
     Viewer first;
     paintOne(studio, first, u"A"_s);
     Viewer second;
-    QCOMPARE(studio.order(second, printOf(u"A"_s)), first.shown);
+    QCOMPARE(studio.request(second, rendererFor(u"A"_s)), first.shown);
 }
 
-void CassetteStudioTest::nothingIsDeliveredInsideTheOrder()
+void CassetteStudioTest::pictureIsNotDeliveredDuringRequest()
 {
     CassetteStudio studio;
     Viewer viewer;
-    QVERIFY(!studio.order(viewer, printOf(u"A"_s)));
-    QCOMPARE(viewer.taken, 0);
-    QTRY_COMPARE(viewer.taken, 1);
+    QVERIFY(!studio.request(viewer, rendererFor(u"A"_s)));
+    QCOMPARE(viewer.deliveries, 0);
+    QTRY_COMPARE(viewer.deliveries, 1);
 }
 
-void CassetteStudioTest::theNearestIsPaintedFirst()
+void CassetteStudioTest::nearestPictureIsPaintedFirst()
 {
     CassetteStudio studio;
     QStringList log;
     Viewer far(900, u"far"_s, &log);
     Viewer near(100, u"near"_s, &log);
-    Viewer inSight(0, u"in sight"_s, &log);
-    studio.order(far, printOf(u"far"_s));
-    studio.order(near, printOf(u"near"_s));
-    studio.order(inSight, printOf(u"in sight"_s));
+    Viewer visible(0, u"visible"_s, &log);
+    studio.request(far, rendererFor(u"far"_s));
+    studio.request(near, rendererFor(u"near"_s));
+    studio.request(visible, rendererFor(u"visible"_s));
     QTRY_COMPARE(log.size(), 3);
-    QCOMPARE(log, QStringList({u"in sight"_s, u"near"_s, u"far"_s}));
+    QCOMPARE(log, QStringList({u"visible"_s, u"near"_s, u"far"_s}));
 }
 
-void CassetteStudioTest::amongEquallyNearTheFirstComesFirst()
+void CassetteStudioTest::firstRequestIsPaintedFirstAtEqualDistance()
 {
     CassetteStudio studio;
     QStringList log;
@@ -138,79 +138,79 @@ void CassetteStudioTest::amongEquallyNearTheFirstComesFirst()
     for (int i = 0; i < 10; ++i) {
         names << QString::number(i);
         viewers.push_back(std::make_unique<Viewer>(0, names.last(), &log));
-        studio.order(*viewers.back(), printOf(names.last()));
+        studio.request(*viewers.back(), rendererFor(names.last()));
     }
     QTRY_COMPARE(log, names);
 }
 
-void CassetteStudioTest::anOrderTakenBackIsNotPainted()
+void CassetteStudioTest::cancelledRequestIsNotDelivered()
 {
     CassetteStudio studio;
-    Viewer gone;
+    Viewer cancelled;
     Viewer stays;
-    studio.order(gone, printOf(u"gone"_s));
-    studio.order(stays, printOf(u"stays"_s));
-    studio.cancel(gone);
-    finish(studio);
-    QCOMPARE(stays.taken, 1);
-    QCOMPARE(gone.taken, 0);
-    QCOMPARE(studio.bytesKept(), 2 * pictureSize());
+    studio.request(cancelled, rendererFor(u"cancelled"_s));
+    studio.request(stays, rendererFor(u"stays"_s));
+    studio.cancel(cancelled);
+    waitUntilPainted(studio);
+    QCOMPARE(stays.deliveries, 1);
+    QCOMPARE(cancelled.deliveries, 0);
+    QCOMPARE(studio.cachedBytes(), 2 * pictureSize());
 }
 
-void CassetteStudioTest::anOrderThatChangedBringsOnlyTheNewPicture_data()
+void CassetteStudioTest::changedRequestDeliversOnlyNewPicture_data()
 {
-    QTest::addColumn<bool>("isUnderWay");
+    QTest::addColumn<bool>("isInProgress");
     QTest::newRow("before it is painted") << false;
     QTest::newRow("while it is painted") << true;
 }
 
-void CassetteStudioTest::anOrderThatChangedBringsOnlyTheNewPicture()
+void CassetteStudioTest::changedRequestDeliversOnlyNewPicture()
 {
-    QFETCH(bool, isUnderWay);
+    QFETCH(bool, isInProgress);
     CassetteStudio studio;
     Viewer viewer;
-    studio.order(viewer, printOf(u"old"_s));
-    if (isUnderWay)
+    studio.request(viewer, rendererFor(u"old"_s));
+    if (isInProgress)
         QCoreApplication::processEvents();
-    studio.order(viewer, printOf(u"new"_s));
-    finish(studio);
-    QCOMPARE(viewer.taken, 1);
-    QCOMPARE(viewer.shown->image, printOf(u"new"_s).paint().image);
+    studio.request(viewer, rendererFor(u"new"_s));
+    waitUntilPainted(studio);
+    QCOMPARE(viewer.deliveries, 1);
+    QCOMPARE(viewer.shown->image, rendererFor(u"new"_s).paint().image);
 }
 
-void CassetteStudioTest::twoWhoWantTheSameShareOnePicture()
+void CassetteStudioTest::equalRequestsShareOnePicture()
 {
     CassetteStudio studio;
     Viewer first;
     Viewer second;
-    studio.order(first, printOf(u"A"_s));
-    studio.order(second, printOf(u"A"_s));
+    studio.request(first, rendererFor(u"A"_s));
+    studio.request(second, rendererFor(u"A"_s));
     QTRY_VERIFY(first.shown && second.shown);
     QCOMPARE(first.shown, second.shown);
-    QCOMPARE(studio.bytesKept(), pictureSize());
+    QCOMPARE(studio.cachedBytes(), pictureSize());
 }
 
-void CassetteStudioTest::anyDifferenceIsAnotherPicture()
+void CassetteStudioTest::differentRequestIsNotServedFromCache()
 {
     CassetteStudio studio;
     Viewer viewer;
     paintOne(studio, viewer, u"A"_s);
-    CassettePrint front = printOf(u"A"_s);
-    front.form = CassettePrint::Form::BoxFront;
-    CassettePrint larger = printOf(u"A"_s);
+    CassetteRenderer front = rendererFor(u"A"_s);
+    front.form = CassetteRenderer::Form::BoxFront;
+    CassetteRenderer larger = rendererFor(u"A"_s);
     larger.pixels += QSize(1, 0);
-    CassettePrint wider = printOf(u"A"_s);
+    CassetteRenderer wider = rendererFor(u"A"_s);
     wider.width = 230;
-    CassettePrint red = printOf(u"A"_s);
+    CassetteRenderer red = rendererFor(u"A"_s);
     red.cover.hue = 4;
-    for (const CassettePrint& other : {front, larger, wider, red}) {
+    for (const CassetteRenderer& other : {front, larger, wider, red}) {
         Viewer another;
-        QVERIFY(!studio.order(another, other));
+        QVERIFY(!studio.request(another, other));
         studio.cancel(another);
     }
 }
 
-void CassetteStudioTest::thePictureUsedLongestAgoGoesFirst()
+void CassetteStudioTest::leastRecentlyUsedPictureIsRemovedFirst()
 {
     CassetteStudio studio;
     studio.setBudget(3 * pictureSize());
@@ -219,16 +219,16 @@ void CassetteStudioTest::thePictureUsedLongestAgoGoesFirst()
         paintOne(studio, viewer, title);
     }
     Viewer viewer;
-    QVERIFY(studio.order(viewer, printOf(u"A"_s)));
+    QVERIFY(studio.request(viewer, rendererFor(u"A"_s)));
     paintOne(studio, viewer, u"D"_s);
-    QCOMPARE(studio.bytesKept(), 3 * pictureSize());
-    QVERIFY(studio.order(viewer, printOf(u"A"_s)));
-    QVERIFY(studio.order(viewer, printOf(u"C"_s)));
-    QVERIFY(!studio.order(viewer, printOf(u"B"_s)));
+    QCOMPARE(studio.cachedBytes(), 3 * pictureSize());
+    QVERIFY(studio.request(viewer, rendererFor(u"A"_s)));
+    QVERIFY(studio.request(viewer, rendererFor(u"C"_s)));
+    QVERIFY(!studio.request(viewer, rendererFor(u"B"_s)));
     studio.cancel(viewer);
 }
 
-void CassetteStudioTest::whatIsShownIsNeverGivenUp()
+void CassetteStudioTest::shownPictureIsNeverRemoved()
 {
     CassetteStudio studio;
     studio.setBudget(2 * pictureSize());
@@ -237,30 +237,30 @@ void CassetteStudioTest::whatIsShownIsNeverGivenUp()
         viewers.push_back(std::make_unique<Viewer>());
         paintOne(studio, *viewers.back(), QString::number(i));
     }
-    QCOMPARE(studio.bytesKept(), 5 * pictureSize());
+    QCOMPARE(studio.cachedBytes(), 5 * pictureSize());
     Viewer another;
     for (int i = 0; i < 5; ++i)
-        QCOMPARE(studio.order(another, printOf(QString::number(i))), viewers[size_t(i)]->shown);
+        QCOMPARE(studio.request(another, rendererFor(QString::number(i))), viewers[size_t(i)]->shown);
     viewers.clear();
     studio.setBudget(2 * pictureSize());
-    QCOMPARE(studio.bytesKept(), 2 * pictureSize());
+    QCOMPARE(studio.cachedBytes(), 2 * pictureSize());
 }
 
-void CassetteStudioTest::aPictureThatThereIsNoMemoryForIsNotDelivered()
+void CassetteStudioTest::pictureIsNotDeliveredWithoutMemory()
 {
     CassetteStudio studio;
     Viewer viewer;
-    CassettePrint huge = printOf(u"A"_s);
+    CassetteRenderer huge = rendererFor(u"A"_s);
     huge.pixels = QSize(1, 1) * 1'000'000'000;
-    studio.order(viewer, huge);
+    studio.request(viewer, huge);
     Viewer after;
-    studio.order(after, printOf(u"B"_s));
+    studio.request(after, rendererFor(u"B"_s));
     QTRY_VERIFY(after.shown);
-    QCOMPARE(viewer.taken, 0);
-    QCOMPARE(studio.bytesKept(), pictureSize());
+    QCOMPARE(viewer.deliveries, 0);
+    QCOMPARE(studio.cachedBytes(), pictureSize());
 }
 
-void CassetteStudioTest::aTallWindowHasALargerBudget()
+void CassetteStudioTest::tallWindowHasLargerBudget()
 {
     QCOMPARE(CassetteStudio::budgetFor(720), 28LL * 1024 * 1024);
     QCOMPARE(CassetteStudio::budgetFor(1080), 28LL * 1024 * 1024);
@@ -268,7 +268,7 @@ void CassetteStudioTest::aTallWindowHasALargerBudget()
     QCOMPARE(CassetteStudio::budgetFor(2160), 160LL * 1024 * 1024);
 }
 
-void CassetteStudioTest::theSharedStudioGoesWithItsLastUser()
+void CassetteStudioTest::sharedStudioIsDestroyedWithLastUser()
 {
     auto first = CassetteStudio::shared();
     auto second = CassetteStudio::shared();
@@ -278,22 +278,23 @@ void CassetteStudioTest::theSharedStudioGoesWithItsLastUser()
     QVERIFY(!watched.expired());
     second.reset();
     QVERIFY(watched.expired());
-    QCOMPARE(CassetteStudio::shared()->bytesKept(), 0);
+    QCOMPARE(CassetteStudio::shared()->cachedBytes(), 0);
 }
 
-void CassetteStudioTest::aStudioThatGoesDeliversNothingMore()
+void CassetteStudioTest::destroyedStudioDeliversNothing()
 {
     Viewer viewer;
     Viewer another;
     {
         CassetteStudio studio;
-        studio.order(viewer, printOf(u"A"_s));
-        studio.order(another, printOf(u"B"_s));
+        studio.request(viewer, rendererFor(u"A"_s));
+        studio.request(another, rendererFor(u"B"_s));
         QCoreApplication::processEvents();
     }
-    // Its end has waited for the painting under way; what that posted is delivered now, were there anyone to take it.
+    // The destructor has waited for the painting in progress. An event that it posted is processed here and must
+    // deliver nothing.
     QCoreApplication::processEvents();
-    QCOMPARE(viewer.taken + another.taken, 0);
+    QCOMPARE(viewer.deliveries + another.deliveries, 0);
 }
 
 QTEST_MAIN(CassetteStudioTest)

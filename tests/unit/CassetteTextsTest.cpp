@@ -1,4 +1,4 @@
-#include "CassettePrint.h"
+#include "CassetteRenderer.h"
 #include "SampleCover.h"
 #include "Typography.h"
 
@@ -12,12 +12,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int unit = 4; // pixels
+constexpr int unit = 4; // pixels per unit of the box
 
 QImage boxOf(const VHSCover& cover)
 {
     const CassettePicture picture =
-        CassettePrint{CassettePrint::Form::BoxFront, cover, 320, QSize(320, 500) * unit}.paint();
+        CassetteRenderer{CassetteRenderer::Form::BoxFront, cover, 320, QSize(320, 500) * unit}.paint();
     return picture.image.copy(picture.box);
 }
 
@@ -33,8 +33,8 @@ QRectF difference(const QImage& one, const QImage& other)
     return {QPointF(area.topLeft()) / unit, QSizeF(area.size()) / unit};
 }
 
-/** Where what `change` does to the sample cover can be seen, in units of the box. */
-QRectF trace(const std::function<void(VHSCover&)>& change)
+/** The area that `change` alters on the sample cover, in units of the box. */
+QRectF changedArea(const std::function<void(VHSCover&)>& change)
 {
     VHSCover changed = sampleCover();
     change(changed);
@@ -43,8 +43,8 @@ QRectF trace(const std::function<void(VHSCover&)>& change)
 
 using Change = std::function<void(VHSCover&)>;
 
-/** For a failure's message; the test library's own words for a rectangle are never freed. */
-QByteArray told(const QRectF& rect)
+/** Formats a rectangle for a failure message. QTest's own conversion leaks memory. */
+QByteArray rectText(const QRectF& rect)
 {
     const auto number = [](qreal value) { return QByteArray::number(value); };
     return number(rect.x()) + ' ' + number(rect.y()) + ' ' + number(rect.width()) + ' ' + number(rect.height());
@@ -54,29 +54,29 @@ QByteArray told(const QRectF& rect)
 
 Q_DECLARE_METATYPE(Change)
 
-/** What is printed where on a box. */
+/** Tests the position and size of every text on a box. */
 class CassetteTextsTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void eachTextHasItsPlace_data();
-    void eachTextHasItsPlace();
-    void whatIsNotPrintedChangesNothing();
-    void theTextsHaveTheirSizes_data();
-    void theTextsHaveTheirSizes();
-    void aVeryLongTitleIsSetAtHalfItsSize();
-    void everyScriptIsDrawnWithItsOwnGlyphs_data();
-    void everyScriptIsDrawnWithItsOwnGlyphs();
-    void anEmojiKeepsItsColours();
-    void aJoinedEmojiIsOneSign_data();
-    void aJoinedEmojiIsOneSign();
+    void eachTextIsInsideItsArea_data();
+    void eachTextIsInsideItsArea();
+    void fieldThatIsNotPrintedChangesNothing();
+    void eachTextHasItsFontSize_data();
+    void eachTextHasItsFontSize();
+    void veryLongTitleIsPrintedAtHalfSize();
+    void everyScriptIsDrawnWithItsGlyphs_data();
+    void everyScriptIsDrawnWithItsGlyphs();
+    void emojiIsDrawnInColour();
+    void joinedEmojiIsOneGlyph_data();
+    void joinedEmojiIsOneGlyph();
 };
 
-void CassetteTextsTest::eachTextHasItsPlace_data()
+void CassetteTextsTest::eachTextIsInsideItsArea_data()
 {
     QTest::addColumn<Change>("change");
-    QTest::addColumn<QRectF>("place");
+    QTest::addColumn<QRectF>("area");
     const QRectF strip(10, 306, 300, 24);
     const QRectF titleBlock(9.5, 336, 300.5, 108);
     const QRectF rating(10, 472, 174, 18);
@@ -94,18 +94,18 @@ void CassetteTextsTest::eachTextHasItsPlace_data()
     QTest::newRow("hue") << Change([](VHSCover& cover) { cover.hue = 145; }) << QRectF(10, 50, 300, 250);
 }
 
-void CassetteTextsTest::eachTextHasItsPlace()
+void CassetteTextsTest::eachTextIsInsideItsArea()
 {
     QFETCH(Change, change);
-    QFETCH(QRectF, place);
-    const QRectF seen = trace(change);
+    QFETCH(QRectF, area);
+    const QRectF seen = changedArea(change);
     QVERIFY(!seen.isEmpty());
-    QVERIFY2(place.contains(seen), told(seen).constData());
+    QVERIFY2(area.contains(seen), rectText(seen).constData());
 }
 
-void CassetteTextsTest::whatIsNotPrintedChangesNothing()
+void CassetteTextsTest::fieldThatIsNotPrintedChangesNothing()
 {
-    QVERIFY(trace([](VHSCover& cover) {
+    QVERIFY(changedArea([](VHSCover& cover) {
                 cover.id = 7;
                 cover.spineTitle = cover.bodyName = cover.shelf = cover.dateLabel = cover.synopsis = u"x"_s;
                 cover.rating.full = u"x"_s;
@@ -114,9 +114,9 @@ void CassetteTextsTest::whatIsNotPrintedChangesNothing()
             }).isEmpty());
 }
 
-void CassetteTextsTest::theTextsHaveTheirSizes_data()
+void CassetteTextsTest::eachTextHasItsFontSize_data()
 {
-    QTest::addColumn<QRectF>("place");
+    QTest::addColumn<QRectF>("area");
     QTest::addColumn<QFont>("font");
     QTest::addColumn<QString>("text");
     QTest::addColumn<double>("left");
@@ -131,28 +131,28 @@ void CassetteTextsTest::theTextsHaveTheirSizes_data()
                                       << sampleCover().catalogNo << 250 - catalogWidth / 2;
 }
 
-void CassetteTextsTest::theTextsHaveTheirSizes()
+void CassetteTextsTest::eachTextHasItsFontSize()
 {
-    QFETCH(QRectF, place);
+    QFETCH(QRectF, area);
     QFETCH(QFont, font);
     QFETCH(QString, text);
     QFETCH(double, left);
     const QImage box = boxOf(sampleCover());
-    const QRect pixels = QRectF(place.topLeft() * unit, place.size() * unit).toRect();
-    const QRgb ground = box.pixel(pixels.topLeft());
+    const QRect pixels = QRectF(area.topLeft() * unit, area.size() * unit).toRect();
+    const QRgb background = box.pixel(pixels.topLeft());
     QRect ink;
     for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
         for (int x = pixels.left(); x <= pixels.right(); ++x) {
-            if (box.pixel(x, y) != ground)
+            if (box.pixel(x, y) != background)
                 ink |= QRect(x, y, 1, 1);
         }
     }
     const QRectF tight = QFontMetricsF(font).tightBoundingRect(text);
-    QVERIFY2(std::abs(double(ink.width()) / unit - tight.width()) < 2, told(ink).constData());
-    QVERIFY2(std::abs(double(ink.left()) / unit - left - tight.left()) < 1, told(ink).constData());
+    QVERIFY2(std::abs(double(ink.width()) / unit - tight.width()) < 2, rectText(ink).constData());
+    QVERIFY2(std::abs(double(ink.left()) / unit - left - tight.left()) < 1, rectText(ink).constData());
 }
 
-void CassetteTextsTest::aVeryLongTitleIsSetAtHalfItsSize()
+void CassetteTextsTest::veryLongTitleIsPrintedAtHalfSize()
 {
     const auto firstLine = [](const QString& title) {
         VHSCover cover = sampleCover();
@@ -180,7 +180,7 @@ void CassetteTextsTest::aVeryLongTitleIsSetAtHalfItsSize()
     QVERIFY2(std::abs(half * 2 - whole) <= 3, qPrintable(u"%1 and %2"_s.arg(half).arg(whole)));
 }
 
-void CassetteTextsTest::everyScriptIsDrawnWithItsOwnGlyphs_data()
+void CassetteTextsTest::everyScriptIsDrawnWithItsGlyphs_data()
 {
     QTest::addColumn<QString>("one");
     QTest::addColumn<QString>("other");
@@ -192,7 +192,7 @@ void CassetteTextsTest::everyScriptIsDrawnWithItsOwnGlyphs_data()
     QTest::newRow("emoji") << u"\U0001F6A2"_s << u"\U0001F389"_s;
 }
 
-void CassetteTextsTest::everyScriptIsDrawnWithItsOwnGlyphs()
+void CassetteTextsTest::everyScriptIsDrawnWithItsGlyphs()
 {
     QFETCH(QString, one);
     QFETCH(QString, other);
@@ -201,12 +201,12 @@ void CassetteTextsTest::everyScriptIsDrawnWithItsOwnGlyphs()
         cover.title = title;
         return boxOf(cover);
     };
-    // Boxes for missing glyphs would look the same.
+    // Glyphs that are missing in the font would all be drawn as the same box.
     QVERIFY(titled(one) != titled(other));
     QVERIFY(titled(one) != titled(u""_s));
 }
 
-void CassetteTextsTest::anEmojiKeepsItsColours()
+void CassetteTextsTest::emojiIsDrawnInColour()
 {
     VHSCover cover = sampleCover();
     cover.title = u"\U0001F389"_s;
@@ -221,7 +221,7 @@ void CassetteTextsTest::anEmojiKeepsItsColours()
     QVERIFY(coloured > 1000);
 }
 
-void CassetteTextsTest::aJoinedEmojiIsOneSign_data()
+void CassetteTextsTest::joinedEmojiIsOneGlyph_data()
 {
     QTest::addColumn<QString>("title");
     QTest::newRow("judge") << u"\U0001F469\U0001F3FD\u200D\u2696\uFE0F"_s;
@@ -229,7 +229,7 @@ void CassetteTextsTest::aJoinedEmojiIsOneSign_data()
     QTest::newRow("keycap") << u"1\uFE0F\u20E3"_s;
 }
 
-void CassetteTextsTest::aJoinedEmojiIsOneSign()
+void CassetteTextsTest::joinedEmojiIsOneGlyph()
 {
     QFETCH(QString, title);
     const auto inkOf = [](const QString& words) {

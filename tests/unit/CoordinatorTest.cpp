@@ -10,7 +10,7 @@ namespace {
 
 const QString archived = u"The tape wouldn't play. It may still be being archived."_s;
 
-/** An item that notes which of its signals are no longer listened to, after the latest call to its player. */
+/** A player item that logs each signal which is disconnected, after the latest call to its player. */
 class WatchedItem : public PlayerItem
 {
 public:
@@ -32,7 +32,7 @@ private:
 
 } // namespace
 
-/** How a playback is started, what is told of it, and how that ends, on a scripted player. */
+/** Tests how the coordinator starts a playback, which events it reports, and how it is torn down. */
 class CoordinatorTest : public QObject
 {
     Q_OBJECT
@@ -40,22 +40,22 @@ class CoordinatorTest : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
-    void whatStartsWithinTheFirstSecondStartsAtOnceFromTheTop_data();
-    void whatStartsWithinTheFirstSecondStartsAtOnceFromTheTop();
-    void whatStartsLaterPlaysOnceItIsThere_data();
-    void whatStartsLaterPlaysOnceItIsThere();
-    void everyTenSecondsOfPlayAreTold();
-    void playingToTheEndIsTold();
-    void anItemThatIsReadyIsNoNews();
-    void aFailureIsToldFromTheEventLoop();
-    void aFailureIsToldWithItsCause_data();
-    void aFailureIsToldWithItsCause();
-    void thePlayerIsKept();
-    void whatWatchesIsRemovedInOrder();
-    void tearingDownTwiceIsSafe();
-    void whatComesLateIsDropped_data();
-    void whatComesLateIsDropped();
-    void anEarlierPlayerIsReleased();
+    void startWithinFirstSecondPlaysAtOnceFromBeginning_data();
+    void startWithinFirstSecondPlaysAtOnceFromBeginning();
+    void laterStartPlaysAfterSeek_data();
+    void laterStartPlaysAfterSeek();
+    void positionIsReportedEveryTenSeconds();
+    void endIsReported();
+    void readyItemIsNotReported();
+    void failureIsReportedFromEventLoop();
+    void failureIsReportedWithCause_data();
+    void failureIsReportedWithCause();
+    void playerIsKeptUntilTearDown();
+    void observersAreRemovedInOrder();
+    void tearDownTwiceIsSafe();
+    void lateEventIsIgnored_data();
+    void lateEventIsIgnored();
+    void previousPlayerIsReleased();
 
 private:
     void attach(double startAt = 0);
@@ -63,20 +63,20 @@ private:
     std::shared_ptr<ScriptedVideoPlayer> m_player;
     std::shared_ptr<PlayerItem> m_item;
     std::unique_ptr<Coordinator> m_coordinator;
-    QStringList m_told;
+    QStringList m_reports;
     QStringList m_log;
 };
 
 void CoordinatorTest::init()
 {
-    m_told.clear();
+    m_reports.clear();
     m_log.clear();
     m_player = std::make_shared<ScriptedVideoPlayer>();
     m_item = std::make_shared<WatchedItem>(QUrl(u"https://hub.example/media/7/index.m3u8"_s), m_player->calls(), m_log);
     m_player->setItem(m_item);
-    m_coordinator = std::make_unique<Coordinator>([this](double seconds) { m_told.append(QString::number(seconds)); },
-                                                  [this] { m_told.append(u"finished"_s); },
-                                                  [this](const QString& message) { m_told.append(message); });
+    m_coordinator = std::make_unique<Coordinator>(
+        [this](double seconds) { m_reports.append(QString::number(seconds)); },
+        [this] { m_reports.append(u"finished"_s); }, [this](const QString& message) { m_reports.append(message); });
 }
 
 void CoordinatorTest::cleanup()
@@ -91,30 +91,30 @@ void CoordinatorTest::attach(double startAt)
     m_coordinator->attach(m_player, *m_item, startAt);
 }
 
-void CoordinatorTest::whatStartsWithinTheFirstSecondStartsAtOnceFromTheTop_data()
+void CoordinatorTest::startWithinFirstSecondPlaysAtOnceFromBeginning_data()
 {
     QTest::addColumn<double>("startAt");
-    QTest::newRow("the top") << 0.0;
+    QTest::newRow("start") << 0.0;
     QTest::newRow("one second") << 1.0;
-    QTest::newRow("before the top") << -5.0;
-    QTest::newRow("no number") << qQNaN();
+    QTest::newRow("negative") << -5.0;
+    QTest::newRow("not a number") << qQNaN();
 }
 
-void CoordinatorTest::whatStartsWithinTheFirstSecondStartsAtOnceFromTheTop()
+void CoordinatorTest::startWithinFirstSecondPlaysAtOnceFromBeginning()
 {
     QFETCH(const double, startAt);
     attach(startAt);
     QCOMPARE(*m_player->calls(), QStringList({u"setItem"_s, u"play"_s, u"observe"_s}));
 }
 
-void CoordinatorTest::whatStartsLaterPlaysOnceItIsThere_data()
+void CoordinatorTest::laterStartPlaysAfterSeek_data()
 {
     QTest::addColumn<bool>("finished");
     QTest::newRow("the seek finished") << true;
-    QTest::newRow("the seek was broken off") << false;
+    QTest::newRow("the seek was interrupted") << false;
 }
 
-void CoordinatorTest::whatStartsLaterPlaysOnceItIsThere()
+void CoordinatorTest::laterStartPlaysAfterSeek()
 {
     QFETCH(const bool, finished);
     attach(1.5);
@@ -125,42 +125,42 @@ void CoordinatorTest::whatStartsLaterPlaysOnceItIsThere()
     QCOMPARE(m_player->calls()->last(), u"play"_s);
 }
 
-void CoordinatorTest::everyTenSecondsOfPlayAreTold()
+void CoordinatorTest::positionIsReportedEveryTenSeconds()
 {
     attach();
     QCOMPARE(m_player->observations.size(), 1);
     QCOMPARE(m_player->observations.first().interval, std::chrono::seconds(10));
-    // Without any filtering.
+    // Every report is passed on unfiltered.
     for (const double seconds : {10.0, 0.0, 20.0, 20.0, 3725.5})
         m_player->report(seconds);
-    QCOMPARE(m_told, QStringList({u"10"_s, u"0"_s, u"20"_s, u"20"_s, u"3725.5"_s}));
+    QCOMPARE(m_reports, QStringList({u"10"_s, u"0"_s, u"20"_s, u"20"_s, u"3725.5"_s}));
 }
 
-void CoordinatorTest::playingToTheEndIsTold()
+void CoordinatorTest::endIsReported()
 {
     attach();
     m_player->end();
-    QCOMPARE(m_told, QStringList(u"finished"_s));
+    QCOMPARE(m_reports, QStringList(u"finished"_s));
 }
 
-void CoordinatorTest::anItemThatIsReadyIsNoNews()
+void CoordinatorTest::readyItemIsNotReported()
 {
     attach();
     m_player->showPicture();
     QCOMPARE(m_item->status(), PlayerItem::Status::ReadyToPlay);
     QCoreApplication::processEvents();
-    QCOMPARE(m_told, QStringList());
+    QCOMPARE(m_reports, QStringList());
 }
 
-void CoordinatorTest::aFailureIsToldFromTheEventLoop()
+void CoordinatorTest::failureIsReportedFromEventLoop()
 {
     attach();
     m_player->fail({});
-    QCOMPARE(m_told, QStringList());
-    QTRY_COMPARE(m_told, QStringList(archived));
+    QCOMPARE(m_reports, QStringList());
+    QTRY_COMPARE(m_reports, QStringList(archived));
 }
 
-void CoordinatorTest::aFailureIsToldWithItsCause_data()
+void CoordinatorTest::failureIsReportedWithCause_data()
 {
     QTest::addColumn<VideoFailure>("failure");
     QTest::addColumn<QString>("message");
@@ -169,16 +169,16 @@ void CoordinatorTest::aFailureIsToldWithItsCause_data()
     QTest::newRow("404") << VideoFailure{VideoFailure::Cause::Status, 404, {}} << u"The hub answered 404."_s;
 }
 
-void CoordinatorTest::aFailureIsToldWithItsCause()
+void CoordinatorTest::failureIsReportedWithCause()
 {
     QFETCH(const VideoFailure, failure);
     attach();
     m_player->fail(failure);
-    QTRY_COMPARE(m_told.size(), 1);
-    QTEST(m_told.first(), "message");
+    QTRY_COMPARE(m_reports.size(), 1);
+    QTEST(m_reports.first(), "message");
 }
 
-void CoordinatorTest::thePlayerIsKept()
+void CoordinatorTest::playerIsKeptUntilTearDown()
 {
     const std::weak_ptr<VideoPlayer> player = m_player;
     attach();
@@ -188,18 +188,18 @@ void CoordinatorTest::thePlayerIsKept()
     QVERIFY(player.expired());
 }
 
-void CoordinatorTest::whatWatchesIsRemovedInOrder()
+void CoordinatorTest::observersAreRemovedInOrder()
 {
-    connect(m_player.get(), &QObject::destroyed, this, [this] { m_log.append(u"the player is gone"_s); });
-    const auto item = m_item; // the player lets go of it
+    connect(m_player.get(), &QObject::destroyed, this, [this] { m_log.append(u"player destroyed"_s); });
+    const auto item = m_item; // keeps the item alive after the player has released it
     attach();
     m_player.reset();
     m_coordinator->tearDown();
     QCOMPARE(m_log, QStringList({u"unobserve"_s, u"statusChanged"_s, u"unobserve"_s, u"didPlayToEnd"_s,
-                                 u"the player is gone"_s}));
+                                 u"player destroyed"_s}));
 }
 
-void CoordinatorTest::tearingDownTwiceIsSafe()
+void CoordinatorTest::tearDownTwiceIsSafe()
 {
     m_coordinator->tearDown();
     attach();
@@ -208,20 +208,20 @@ void CoordinatorTest::tearingDownTwiceIsSafe()
     QCOMPARE(m_player->calls()->count(u"unobserve"_s), 1);
 }
 
-void CoordinatorTest::whatComesLateIsDropped_data()
+void CoordinatorTest::lateEventIsIgnored_data()
 {
-    QTest::addColumn<bool>("isGone");
+    QTest::addColumn<bool>("isDestroyed");
     QTest::newRow("torn down") << false;
-    QTest::newRow("gone") << true;
+    QTest::newRow("destroyed") << true;
 }
 
-void CoordinatorTest::whatComesLateIsDropped()
+void CoordinatorTest::lateEventIsIgnored()
 {
-    QFETCH(const bool, isGone);
+    QFETCH(const bool, isDestroyed);
     attach(125);
-    // This one is already on its way.
+    // This notification is already queued.
     m_player->fail({});
-    if (isGone)
+    if (isDestroyed)
         m_coordinator.reset();
     else
         m_coordinator->tearDown();
@@ -232,10 +232,10 @@ void CoordinatorTest::whatComesLateIsDropped()
     m_player->finishSeek(true);
     QCoreApplication::processEvents();
     QCOMPARE(*m_player->calls(), calls);
-    QCOMPARE(m_told, QStringList());
+    QCOMPARE(m_reports, QStringList());
 }
 
-void CoordinatorTest::anEarlierPlayerIsReleased()
+void CoordinatorTest::previousPlayerIsReleased()
 {
     const std::weak_ptr<VideoPlayer> earlier = m_player;
     const auto earlierItem = m_item;
@@ -249,9 +249,9 @@ void CoordinatorTest::anEarlierPlayerIsReleased()
     seek.done(true);
     QVERIFY(!m_player->calls()->contains(u"play"_s));
     earlierItem->setPlayedToEnd();
-    QCOMPARE(m_told, QStringList());
+    QCOMPARE(m_reports, QStringList());
     m_player->end();
-    QCOMPARE(m_told, QStringList(u"finished"_s));
+    QCOMPARE(m_reports, QStringList(u"finished"_s));
 }
 
 QTEST_GUILESS_MAIN(CoordinatorTest)

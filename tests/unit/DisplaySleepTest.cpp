@@ -17,9 +17,9 @@ using std::chrono::milliseconds;
 namespace {
 
 constexpr milliseconds delay = 20min;
-constexpr milliseconds timeToDraw = 500ms; // before the output goes off
+constexpr milliseconds timeToDraw = 500ms; // between the black window and switching the output off
 
-/** A window as the set's, with a display that sleeps, which notes the keys that reach it. */
+/** A window with display sleep and remote input, like the program's; it records the keys that reach it. */
 class SleepingWindow : public QWindow
 {
 public:
@@ -34,7 +34,7 @@ public:
     {
         clock.advance(delay + timeToDraw);
         delivered.clear();
-        power.asked.clear();
+        power.calls.clear();
     }
 
     void send(QEvent::Type type, int key, quint64 timestamp = 0, bool isAutoRepeat = false)
@@ -48,7 +48,7 @@ public:
     void release(int key)
     {
         send(QEvent::KeyRelease, key);
-        clock.advance(20ms); // a release waits to be told from a repeat
+        clock.advance(20ms); // a release is held back until it is certain that no repeat follows
     }
 
     ScriptedClock clock;
@@ -85,21 +85,21 @@ private Q_SLOTS:
     void keysAreDeliveredWhileAwake();
     void displayStaysOnWhileSomethingPlays();
     void delayBeginsWhenPlayingEnds();
-    void displayStaysOnIfSomethingPlayedFromTheBeginning();
+    void displayStaysOnIfSomethingPlayedFromBeginning();
     void keyWakesDisplay();
     void windowIsBlackUntilDisplayIsOn();
-    void displayThatIsOnTooLateShowsNothing();
-    void displayMayComeOnAfterTheSet();
+    void displayThatTurnsOnTooLateStaysBlack();
+    void displayMayTurnOnAfterDisplaySleepIsDestroyed();
     void wakingKeyIsNotDelivered_data();
     void wakingKeyIsNotDelivered();
     void heldWakingKeyIsNotDelivered_data();
     void heldWakingKeyIsNotDelivered();
-    void repeatOfWakingKeyThatPassesForNewPressIsNotDelivered();
+    void repeatOfWakingKeyReportedAsNewPressIsNotDelivered();
     void nextPressOfWakingKeyIsDelivered();
     void otherKeyIsDeliveredWhileWakingKeyIsHeld();
-    void wakingKeyIsKnownByItsScanCode();
-    void releaseOfKeyPressedBeforeSleepIsDeliveredAndWakesNothing();
-    void keyBeforeOutputIsOffSwitchesNothing();
+    void wakingKeyIsIdentifiedByScanCode();
+    void releaseOfKeyPressedBeforeSleepIsDeliveredWithoutWaking();
+    void keyBeforeOutputIsOffCancelsSwitching();
     void playingWakesDisplay();
     void displaySleepsAgainAfterKey();
     void displaySleepsAgainAfterPlaying();
@@ -115,7 +115,7 @@ void DisplaySleepTest::displaySleepsAfterDelayWithoutKey()
     window.clock.advance(1ms);
     QVERIFY(window.isAsleep);
     window.clock.advance(24h);
-    QCOMPARE(window.power.asked, QStringList{u"off"_s});
+    QCOMPARE(window.power.calls, QStringList{u"off"_s});
 }
 
 void DisplaySleepTest::blackIsShownBeforeOutputGoesOff()
@@ -123,9 +123,9 @@ void DisplaySleepTest::blackIsShownBeforeOutputGoesOff()
     SleepingWindow window;
     window.clock.advance(delay + timeToDraw - 1ms);
     QVERIFY(window.isAsleep);
-    QCOMPARE(window.power.asked, QStringList());
+    QCOMPARE(window.power.calls, QStringList());
     window.clock.advance(1ms);
-    QCOMPARE(window.power.asked, QStringList{u"off"_s});
+    QCOMPARE(window.power.calls, QStringList{u"off"_s});
 }
 
 void DisplaySleepTest::keyRestartsDelay()
@@ -173,7 +173,7 @@ void DisplaySleepTest::delayBeginsWhenPlayingEnds()
     QVERIFY(window.isAsleep);
 }
 
-void DisplaySleepTest::displayStaysOnIfSomethingPlayedFromTheBeginning()
+void DisplaySleepTest::displayStaysOnIfSomethingPlayedFromBeginning()
 {
     std::optional<IdleInhibitor> playing(std::in_place);
     SleepingWindow window;
@@ -190,7 +190,7 @@ void DisplaySleepTest::keyWakesDisplay()
     window.fallAsleep();
     window.press(Qt::Key_Down);
     QVERIFY(!window.isAsleep);
-    QCOMPARE(window.power.asked, QStringList{u"on"_s});
+    QCOMPARE(window.power.calls, QStringList{u"on"_s});
 }
 
 void DisplaySleepTest::windowIsBlackUntilDisplayIsOn()
@@ -200,31 +200,31 @@ void DisplaySleepTest::windowIsBlackUntilDisplayIsOn()
     window.fallAsleep();
     window.press(Qt::Key_Down);
     QVERIFY(window.isAsleep);
-    window.power.goingOn.resolve(true);
+    window.power.switchOnCompletion.resolve(true);
     QVERIFY(!window.isAsleep);
 }
 
-void DisplaySleepTest::displayThatIsOnTooLateShowsNothing()
+void DisplaySleepTest::displayThatTurnsOnTooLateStaysBlack()
 {
     SleepingWindow window;
     window.power.isSlow = true;
     window.fallAsleep();
     window.press(Qt::Key_Down);
     window.release(Qt::Key_Down);
-    const Completion<bool> first = window.power.goingOn;
+    const Completion<bool> first = window.power.switchOnCompletion;
     window.clock.advance(delay + timeToDraw);
     first.resolve(true);
     QVERIFY(window.isAsleep);
 }
 
-void DisplaySleepTest::displayMayComeOnAfterTheSet()
+void DisplaySleepTest::displayMayTurnOnAfterDisplaySleepIsDestroyed()
 {
     SleepingWindow window;
     window.power.isSlow = true;
     window.fallAsleep();
     window.press(Qt::Key_Down);
     window.sleep.reset();
-    window.power.goingOn.resolve(true);
+    window.power.switchOnCompletion.resolve(true);
     QVERIFY(window.isAsleep);
 }
 
@@ -252,7 +252,7 @@ void DisplaySleepTest::wakingKeyIsNotDelivered()
 void DisplaySleepTest::heldWakingKeyIsNotDelivered_data()
 {
     QTest::addColumn<int>("key");
-    QTest::newRow("arrow, repeated by the set") << int(Qt::Key_Down);
+    QTest::newRow("arrow, repeated by the program") << int(Qt::Key_Down);
     QTest::newRow("letter, repeated by the system") << int(Qt::Key_A);
 }
 
@@ -271,7 +271,7 @@ void DisplaySleepTest::heldWakingKeyIsNotDelivered()
     QCOMPARE(window.delivered, QStringList());
 }
 
-void DisplaySleepTest::repeatOfWakingKeyThatPassesForNewPressIsNotDelivered()
+void DisplaySleepTest::repeatOfWakingKeyReportedAsNewPressIsNotDelivered()
 {
     SleepingWindow window;
     window.fallAsleep();
@@ -306,7 +306,7 @@ void DisplaySleepTest::otherKeyIsDeliveredWhileWakingKeyIsHeld()
     QCOMPARE(window.delivered, (QStringList{pressOf(Qt::Key_B), releaseOf(Qt::Key_B)}));
 }
 
-void DisplaySleepTest::wakingKeyIsKnownByItsScanCode()
+void DisplaySleepTest::wakingKeyIsIdentifiedByScanCode()
 {
     SleepingWindow window;
     window.fallAsleep();
@@ -318,7 +318,7 @@ void DisplaySleepTest::wakingKeyIsKnownByItsScanCode()
     QCOMPARE(window.delivered, QStringList());
 }
 
-void DisplaySleepTest::releaseOfKeyPressedBeforeSleepIsDeliveredAndWakesNothing()
+void DisplaySleepTest::releaseOfKeyPressedBeforeSleepIsDeliveredWithoutWaking()
 {
     SleepingWindow window;
     window.press(Qt::Key_Back);
@@ -328,14 +328,14 @@ void DisplaySleepTest::releaseOfKeyPressedBeforeSleepIsDeliveredAndWakesNothing(
     QVERIFY(window.isAsleep);
 }
 
-void DisplaySleepTest::keyBeforeOutputIsOffSwitchesNothing()
+void DisplaySleepTest::keyBeforeOutputIsOffCancelsSwitching()
 {
     SleepingWindow window;
     window.clock.advance(delay);
     window.press(Qt::Key_Down);
     QVERIFY(!window.isAsleep);
     window.clock.advance(delay - 1ms);
-    QCOMPARE(window.power.asked, QStringList());
+    QCOMPARE(window.power.calls, QStringList());
 }
 
 void DisplaySleepTest::playingWakesDisplay()
@@ -344,7 +344,7 @@ void DisplaySleepTest::playingWakesDisplay()
     window.fallAsleep();
     const IdleInhibitor playing;
     QVERIFY(!window.isAsleep);
-    QCOMPARE(window.power.asked, QStringList{u"on"_s});
+    QCOMPARE(window.power.calls, QStringList{u"on"_s});
     window.press(Qt::Key_A);
     QCOMPARE(window.delivered, QStringList{pressOf(Qt::Key_A)});
 }
@@ -357,7 +357,7 @@ void DisplaySleepTest::displaySleepsAgainAfterKey()
     window.release(Qt::Key_Down);
     window.clock.advance(delay + timeToDraw);
     QVERIFY(window.isAsleep);
-    QCOMPARE(window.power.asked, (QStringList{u"on"_s, u"off"_s}));
+    QCOMPARE(window.power.calls, (QStringList{u"on"_s, u"off"_s}));
 }
 
 void DisplaySleepTest::displaySleepsAgainAfterPlaying()
@@ -369,7 +369,7 @@ void DisplaySleepTest::displaySleepsAgainAfterPlaying()
     playing.reset();
     window.clock.advance(delay + timeToDraw);
     QVERIFY(window.isAsleep);
-    QCOMPARE(window.power.asked, (QStringList{u"on"_s, u"off"_s}));
+    QCOMPARE(window.power.calls, (QStringList{u"on"_s, u"off"_s}));
 }
 
 void DisplaySleepTest::delayIsParsed_data()

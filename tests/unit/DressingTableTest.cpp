@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/** A tape as a row of the table writes it; the id is text there, since JSON's numbers are not wide enough here. */
+/** Converts a row of the table. The id is a text there, as QJsonValue does not hold all 64-bit integers exactly. */
 Tape tapeOf(const QJsonObject& row)
 {
     Tape tape;
@@ -35,13 +35,13 @@ QString digits(const QList<int>& widths)
 
 } // namespace
 
-/** Cassettes whose fields were worked out apart from this program, in dressings.json. */
+/** Tests the fields of cassettes against values in dressings.json that were computed without this program. */
 class DressingTableTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyTapeOfTheTableGetsItsCassette_data()
+    void tapeOfTableHasExpectedCover_data()
     {
         QTest::addColumn<QJsonObject>("row");
         QFile file(QFINDTESTDATA("dressings.json"));
@@ -52,7 +52,7 @@ private Q_SLOTS:
             QTest::newRow(qPrintable(row.toObject()[u"row"_s].toString())) << row.toObject();
     }
 
-    void everyTapeOfTheTableGetsItsCassette()
+    void tapeOfTableHasExpectedCover()
     {
         QFETCH(QJsonObject, row);
         const QJsonObject expected = row[u"expected"_s].toObject();

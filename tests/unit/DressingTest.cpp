@@ -14,22 +14,22 @@ namespace {
 
 Tape tape(qint64 id, const QString& title)
 {
-    Tape made;
-    made.id = id;
-    made.title = title;
-    return made;
+    Tape result;
+    result.id = id;
+    result.title = title;
+    return result;
 }
 
 Tape tapeOfCouncil()
 {
-    Tape made = tape(42, u"City Council Regular Meeting"_s);
-    made.meetingDate = u"2024-03-05"_s;
-    made.body = TapeBody{u"city-council"_s, u"City Council"_s, u"council"_s};
-    made.hasAgenda = true;
-    return made;
+    Tape result = tape(42, u"City Council Regular Meeting"_s);
+    result.meetingDate = u"2024-03-05"_s;
+    result.body = TapeBody{u"city-council"_s, u"City Council"_s, u"council"_s};
+    result.hasAgenda = true;
+    return result;
 }
 
-/** A text of up to `longest` pieces that are awkward in one way or another. */
+/** A text of up to `longest` pieces, each of which is difficult to handle. */
 QString awkwardText(QRandomGenerator& random, int longest)
 {
     static const QStringList pieces{u"City Council"_s,
@@ -58,21 +58,21 @@ QString awkwardText(QRandomGenerator& random, int longest)
                                     QString(QChar(0xD83D)),
                                     QString(QChar(0xDC69))};
     QString text;
-    for (int left = random.bounded(longest + 1); left > 0; --left)
+    for (int remaining = random.bounded(longest + 1); remaining > 0; --remaining)
         text += pieces[random.bounded(pieces.size())];
     return text;
 }
 
 Tape awkwardTape(QRandomGenerator& random)
 {
-    Tape made = tape(qint64(random.generate64()), awkwardText(random, 8));
+    Tape result = tape(qint64(random.generate64()), awkwardText(random, 8));
     if (random.bounded(3) > 0)
-        made.meetingDate = awkwardText(random, 3);
+        result.meetingDate = awkwardText(random, 3);
     if (random.bounded(3) > 0)
-        made.body = TapeBody{awkwardText(random, 1), awkwardText(random, 3), awkwardText(random, 1)};
-    made.hasAgenda = random.bounded(2) == 0;
-    made.hasTranscript = random.bounded(2) == 0;
-    return made;
+        result.body = TapeBody{awkwardText(random, 1), awkwardText(random, 3), awkwardText(random, 1)};
+    result.hasAgenda = random.bounded(2) == 0;
+    result.hasTranscript = random.bounded(2) == 0;
+    return result;
 }
 
 } // namespace
@@ -82,7 +82,7 @@ class DressingTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void anOrdinaryMeetingIsDressedThroughout()
+    void ordinaryMeetingHasAllFields()
     {
         const VHSCover cover = dress(tapeOfCouncil());
         QCOMPARE(dressingSeed(42, u"City Council Regular Meeting"), 1374309412U);
@@ -106,7 +106,7 @@ private Q_SLOTS:
         QVERIFY(!cover.hasTranscript);
     }
 
-    void theSynopsisNamesBodyDateAndAgenda()
+    void synopsisNamesBodyDateAndAgenda()
     {
         QCOMPARE(
             dress(tapeOfCouncil()).synopsis,
@@ -117,7 +117,7 @@ private Q_SLOTS:
             u"can follow along."_s);
     }
 
-    void theSynopsisWithoutDateAndAgendaSaysSo()
+    void synopsisWithoutDateAndAgendaSaysSo()
     {
         QCOMPARE(
             dress(tape(1, u"Open Mic"_s)).synopsis,
@@ -127,7 +127,7 @@ private Q_SLOTS:
             u"crew sail the municipal waterways, lifting the fog off the public record so anyone can follow along."_s);
     }
 
-    void aTitleOfSpacesIsUntitledAndItsNegativeSeedKeepsItsSign()
+    void blankTitleIsUntitledAndNegativeSeedKeepsSign()
     {
         const VHSCover cover = dress(tape(1, u"   "_s));
         QCOMPARE(cover.title, u"Untitled Recording"_s);
@@ -139,7 +139,7 @@ private Q_SLOTS:
         QCOMPARE(cover.catalogNo, u"RW 1997 · SP"_s);
     }
 
-    void aTitleWithASeparatorNamesItsBody()
+    void titleWithSeparatorGivesBodyName()
     {
         const VHSCover cover = dress(tape(7, u"Planning Commission - Work Session"_s));
         QCOMPARE(cover.bodyName, u"Planning Commission"_s);
@@ -149,7 +149,7 @@ private Q_SLOTS:
         QCOMPARE(cover.spineTitle, u"Work Session"_s);
     }
 
-    void aBodyWithoutNameAndSlugTakesBothFromTheTitle()
+    void bodyWithoutNameAndSlugGetsBothFromTitle()
     {
         Tape nameless = tape(10, u"Harbor Board - Special Meeting"_s);
         const VHSCover without = dress(nameless);
@@ -158,7 +158,7 @@ private Q_SLOTS:
         QCOMPARE(dress(nameless), without);
     }
 
-    void theTapesOfABodyShareOneColour()
+    void tapesOfOneBodyHaveSameHue()
     {
         Tape one = tape(1, u"Monthly"_s);
         Tape other = tape(99, u"Something else"_s);
@@ -167,7 +167,7 @@ private Q_SLOTS:
         QCOMPARE(dress(one).hue, dress(other).hue);
     }
 
-    void theSizeAndTheStreamPlayNoPart()
+    void sizeStreamAndLocationDoNotChangeCover()
     {
         Tape other = tapeOfCouncil();
         other.sizeBytes = 1'000'000'000;
@@ -176,43 +176,43 @@ private Q_SLOTS:
         QCOMPARE(dress(other), dress(tapeOfCouncil()));
     }
 
-    void hashesAreThoseOfTheUTF16CodeUnits_data()
+    void hashIsComputedFromUtf16CodeUnits_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<quint32>("hash");
-        QTest::newRow("nothing") << QString() << 0x811C9DC5U;
-        QTest::newRow("a letter, as of bytes") << u"a"_s << 0xE40C292CU;
-        QTest::newRow("a word, as of bytes") << u"foobar"_s << 0xBF9CF968U;
-        QTest::newRow("a unit beyond a byte") << u"—"_s << (0x811C9DC5U ^ 0x2014U) * 0x01000193U;
-        QTest::newRow("a pair is two units")
+        QTest::newRow("empty") << QString() << 0x811C9DC5U;
+        QTest::newRow("a letter, same hash as for bytes") << u"a"_s << 0xE40C292CU;
+        QTest::newRow("a word, same hash as for bytes") << u"foobar"_s << 0xBF9CF968U;
+        QTest::newRow("a code unit above 255") << u"—"_s << (0x811C9DC5U ^ 0x2014U) * 0x01000193U;
+        QTest::newRow("a surrogate pair is two code units")
             << u"\U0001F469"_s << ((((0x811C9DC5U ^ 0xD83DU) * 0x01000193U) ^ 0xDC69U) * 0x01000193U);
     }
 
-    void hashesAreThoseOfTheUTF16CodeUnits()
+    void hashIsComputedFromUtf16CodeUnits()
     {
         QFETCH(QString, text);
         QTEST(fnv1a32(text), "hash");
     }
 
-    void theSeedIsTheHashOfIdAndTitle()
+    void seedIsHashOfIdAndTitle()
     {
         for (const qint64 id :
              {qint64(0), qint64(-1), std::numeric_limits<qint64>::min(), std::numeric_limits<qint64>::max()})
             QCOMPARE(dressingSeed(id, u"Zoning — é"), fnv1a32(QString::number(id) + u"|Zoning — é"_s));
     }
 
-    void theSeedIsOfTheWholeTitle_data()
+    void seedIsComputedFromWholeTitle_data()
     {
         QTest::addColumn<QString>("title");
         for (const int length : {30, 19'999, 20'000, 20'001, 100'000, 1'000'000})
             QTest::addRow("%d", length) << u"Council "_s.repeated(length / 8 + 1).first(length - 1) + u'!';
-        QTest::newRow("a pair at 20,000") << QString(19'999, u'a') + u"\U0001F4FC and more"_s;
-        QTest::newRow("blanks at its ends") << QString(30'000, u' ') + u"Council"_s + QString(30'000, u' ');
+        QTest::newRow("a surrogate pair at 20,000") << QString(19'999, u'a') + u"\U0001F4FC and more"_s;
+        QTest::newRow("spaces at both ends") << QString(30'000, u' ') + u"Council"_s + QString(30'000, u' ');
     }
-    void theSeedIsOfTheWholeTitle()
+    void seedIsComputedFromWholeTitle()
     {
         QFETCH(QString, title);
-        // As the hub sends it.
+        // Decoded from JSON, as from the hub.
         const auto record = decodeRecord<Tape>(R"({"id": 42, "title": ")" + title.toUtf8() + R"("})");
         const VHSCover cover = dress(record.value());
         const quint32 seed = fnv1a32(u"42|"_s + title.trimmed());
@@ -220,7 +220,7 @@ private Q_SLOTS:
         QCOMPARE(cover.catalogNo.first(7), u"RW %1"_s.arg(seed % 8999 + 1000));
     }
 
-    void theHueIsOfTheWholeSlugOrName()
+    void hueIsComputedFromWholeSlugOrName()
     {
         const QString name = QString(30'000, u'a') + u'!';
         const auto withBody = [](const QString& slug, const QString& name) {
@@ -235,7 +235,7 @@ private Q_SLOTS:
         }
     }
 
-    void whatIsShownOfAnEndlessTitleIsBounded()
+    void veryLongTitleAndBodyNameAreCut()
     {
         Tape endless = tape(42, QString(19'999, u'a') + u"\U0001F4FC and more"_s);
         endless.body = TapeBody{};
@@ -245,7 +245,7 @@ private Q_SLOTS:
         QCOMPARE(cover.bodyName, QString(20'000, u'b'));
     }
 
-    void everyCassetteIsWellFormed()
+    void randomTapeHasValidCover()
     {
         QRandomGenerator random(20240305);
         for (int round = 0; round < 20'000; ++round) {
@@ -263,7 +263,7 @@ private Q_SLOTS:
         }
     }
 
-    void everyRowOfTheTablesIsDrawn()
+    void everyTableEntryIsUsed()
     {
         QSet<QString> ratings;
         QSet<QString> taglines;
@@ -282,7 +282,7 @@ private Q_SLOTS:
         QCOMPARE(hues, (QSet<double>{4, 20, 36, 145, 168, 200, 210, 262, 291, 330}));
     }
 
-    void coversAreEqualInAllTheirFieldsOnly()
+    void coversAreEqualOnlyIfAllFieldsAre()
     {
         const VHSCover cover = dress(tapeOfCouncil());
         VHSCover other = cover;

@@ -24,7 +24,7 @@ double lineHeight()
     return QFontMetricsF(titleFont()).height();
 }
 
-QImage drawn(const FittedText& text)
+QImage draw(const FittedText& text)
 {
     QImage image(400, 200, QImage::Format_RGB32);
     image.fill(Qt::white);
@@ -33,7 +33,7 @@ QImage drawn(const FittedText& text)
     return image;
 }
 
-/** What is not white. */
+/** The bounding rectangle of all pixels that are not white. */
 QRect ink(const QImage& image)
 {
     QRect area;
@@ -48,28 +48,28 @@ QRect ink(const QImage& image)
 
 } // namespace
 
-/** Texts that shrink into the room they have. */
+/** Tests texts that shrink to fit an area. */
 class FittedTextTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aTextThatFitsKeepsItsSize();
-    void aLineShrinksToItsWidth();
-    void aLineIsElidedAtItsLeastSize();
-    void aBlockWrapsBeforeItShrinks();
-    void aBlockShrinksUntilItsLinesFit();
-    void aWordIsKeptWholeByShrinking();
-    void aWordTooLongForTheLeastSizeIsBroken();
-    void aVeryLongTextIsElidedAtHalfItsSize_data();
-    void aVeryLongTextIsElidedAtHalfItsSize();
-    void breaksAndControlCharactersAreOneSpace();
-    void nothingIsDrawnOutsideTheRoom_data();
-    void nothingIsDrawnOutsideTheRoom();
-    void anEmptyTextTakesNoRoom();
+    void textThatFitsKeepsSize();
+    void lineShrinksToWidth();
+    void lineIsElidedAtLeastSize();
+    void blockWrapsBeforeItShrinks();
+    void blockShrinksUntilLinesFit();
+    void blockShrinksRatherThanBreakWord();
+    void wordTooLongAtLeastSizeIsBroken();
+    void veryLongTextIsElidedAtHalfSize_data();
+    void veryLongTextIsElidedAtHalfSize();
+    void lineBreaksAndControlCharactersBecomeOneSpace();
+    void nothingIsDrawnOutsideGivenArea_data();
+    void nothingIsDrawnOutsideGivenArea();
+    void emptyTextHasNoSize();
 };
 
-void FittedTextTest::aTextThatFitsKeepsItsSize()
+void FittedTextTest::textThatFitsKeepsSize()
 {
     const FittedText line = FittedText::line(u"Harbor Day"_s, titleFont(), 300, 0.5);
     QCOMPARE(line.scale(), 1.0);
@@ -78,16 +78,16 @@ void FittedTextTest::aTextThatFitsKeepsItsSize()
     QCOMPARE(FittedText::block(u"Harbor Day"_s, titleFont(), {300, 80}, 0.5).scale(), 1.0);
 }
 
-void FittedTextTest::aLineShrinksToItsWidth()
+void FittedTextTest::lineShrinksToWidth()
 {
     const double natural = FittedText::line(u"Harbor Day Parade"_s, titleFont(), 1000, 0.5).width();
     const FittedText line = FittedText::line(u"Harbor Day Parade"_s, titleFont(), natural * 0.75, 0.5);
     QVERIFY(std::abs(line.scale() - 0.75) < 0.001);
     QVERIFY(!line.isElided());
-    QVERIFY(std::abs(ink(drawn(line)).width() - natural * 0.75) < 4);
+    QVERIFY(std::abs(ink(draw(line)).width() - natural * 0.75) < 4);
 }
 
-void FittedTextTest::aLineIsElidedAtItsLeastSize()
+void FittedTextTest::lineIsElidedAtLeastSize()
 {
     const FittedText line = FittedText::line(u"Harbor Day Parade and Regatta"_s, titleFont(), 100, 0.6);
     QCOMPARE(line.scale(), 0.6);
@@ -97,7 +97,7 @@ void FittedTextTest::aLineIsElidedAtItsLeastSize()
     QCOMPARE(line.lineCount(), 1);
 }
 
-void FittedTextTest::aBlockWrapsBeforeItShrinks()
+void FittedTextTest::blockWrapsBeforeItShrinks()
 {
     const FittedText block = FittedText::block(u"City Council Regular Meeting"_s, titleFont(), {300, 80}, 0.5);
     QCOMPARE(block.scale(), 1.0);
@@ -105,7 +105,7 @@ void FittedTextTest::aBlockWrapsBeforeItShrinks()
     QVERIFY(std::abs(block.height() - 2 * lineHeight()) < 0.01);
 }
 
-void FittedTextTest::aBlockShrinksUntilItsLinesFit()
+void FittedTextTest::blockShrinksUntilLinesFit()
 {
     const QString title = u"Joint Powers Authority Finance and Administration Committee Meeting of March 5"_s;
     const FittedText block = FittedText::block(title, titleFont(), {300, 80}, 0.5);
@@ -113,12 +113,12 @@ void FittedTextTest::aBlockShrinksUntilItsLinesFit()
     QVERIFY(block.scale() > 0.5);
     QVERIFY(!block.isElided());
     QVERIFY(block.height() <= 80.01);
-    // Hardly larger, and it would not have fitted.
+    // The text does not fit at a slightly larger scale.
     const FittedText larger = FittedText::block(title, titleFont(), {300, 80}, block.scale() + 0.04);
     QVERIFY(larger.isElided());
 }
 
-void FittedTextTest::aWordIsKeptWholeByShrinking()
+void FittedTextTest::blockShrinksRatherThanBreakWord()
 {
     const FittedText block = FittedText::block(u"Intergovernmentalism"_s, titleFont(), {250, 80}, 0.5);
     QCOMPARE(block.lineCount(), 1);
@@ -126,7 +126,7 @@ void FittedTextTest::aWordIsKeptWholeByShrinking()
     QVERIFY(block.width() <= 250.01);
 }
 
-void FittedTextTest::aWordTooLongForTheLeastSizeIsBroken()
+void FittedTextTest::wordTooLongAtLeastSizeIsBroken()
 {
     const FittedText block = FittedText::block(QString(60, u'W'), titleFont(), {300, 80}, 0.5);
     QCOMPARE(block.scale(), 0.5);
@@ -135,7 +135,7 @@ void FittedTextTest::aWordTooLongForTheLeastSizeIsBroken()
     QVERIFY(block.width() <= 300.01);
 }
 
-void FittedTextTest::aVeryLongTextIsElidedAtHalfItsSize_data()
+void FittedTextTest::veryLongTextIsElidedAtHalfSize_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("words") << u"Special joint meeting of zoning "_s.repeated(10).left(300);
@@ -146,7 +146,7 @@ void FittedTextTest::aVeryLongTextIsElidedAtHalfItsSize_data()
     QTest::newRow("a million") << u"minutes "_s.repeated(125000);
 }
 
-void FittedTextTest::aVeryLongTextIsElidedAtHalfItsSize()
+void FittedTextTest::veryLongTextIsElidedAtHalfSize()
 {
     QFETCH(QString, text);
     const FittedText block = FittedText::block(text, titleFont(), {300, 80}, 0.5);
@@ -156,16 +156,16 @@ void FittedTextTest::aVeryLongTextIsElidedAtHalfItsSize()
     QVERIFY(block.width() <= 301);
 }
 
-void FittedTextTest::breaksAndControlCharactersAreOneSpace()
+void FittedTextTest::lineBreaksAndControlCharactersBecomeOneSpace()
 {
     const FittedText plain = FittedText::block(u"Budget line two three"_s, titleFont(), {300, 80}, 0.5);
     const FittedText odd =
         FittedText::block(u"\n Budget\r\nline\u0001\u0007two\u2028\tthree\u0000"_s, titleFont(), {300, 80}, 0.5);
-    QVERIFY(!ink(drawn(plain)).isEmpty());
-    QCOMPARE(drawn(odd), drawn(plain));
+    QVERIFY(!ink(draw(plain)).isEmpty());
+    QCOMPARE(draw(odd), draw(plain));
 }
 
-void FittedTextTest::nothingIsDrawnOutsideTheRoom_data()
+void FittedTextTest::nothingIsDrawnOutsideGivenArea_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("short") << u"Jy"_s;
@@ -176,22 +176,22 @@ void FittedTextTest::nothingIsDrawnOutsideTheRoom_data()
     QTest::newRow("emoji") << u"\U0001F6A2"_s.repeated(150);
 }
 
-void FittedTextTest::nothingIsDrawnOutsideTheRoom()
+void FittedTextTest::nothingIsDrawnOutsideGivenArea()
 {
     QFETCH(QString, text);
-    const QRect drawnArea = ink(drawn(FittedText::block(text, titleFont(), {300, 80}, 0.5)));
+    const QRect drawnArea = ink(draw(FittedText::block(text, titleFont(), {300, 80}, 0.5)));
     QVERIFY(!drawnArea.isEmpty());
-    // The painting begins at (10, 10); a glyph may lean a pixel out of its own box.
+    // The painting starts at (10, 10). A glyph may exceed its own box by one pixel.
     QVERIFY(QRect(9, 9, 302, 82).contains(drawnArea));
 }
 
-void FittedTextTest::anEmptyTextTakesNoRoom()
+void FittedTextTest::emptyTextHasNoSize()
 {
     for (const QString& text : {QString(), u" \n"_s}) {
         const FittedText line = FittedText::line(text, titleFont(), 300, 0.5);
         QCOMPARE(line.width(), 0.0);
         QCOMPARE(line.scale(), 1.0);
-        QVERIFY(ink(drawn(line)).isEmpty());
+        QVERIFY(ink(draw(line)).isEmpty());
         QCOMPARE(FittedText::block(text, titleFont(), {300, 80}, 0.5).height(), 0.0);
     }
 }

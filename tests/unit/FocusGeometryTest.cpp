@@ -11,14 +11,14 @@ class FocusGeometryTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theNextOneThatWay_data();
-    void theNextOneThatWay();
-    void theClosestHasTheNearestCentre();
-    void theTopmostLineIsReadFromItsLeadingEnd();
-    void ofNothingThereIsNone();
+    void nextTargetIsNearestInDirection_data();
+    void nextTargetIsNearestInDirection();
+    void closestTargetHasNearestCentre();
+    void topmostLeadingTargetIsFirstOfTopLine();
+    void noTargetIsFoundAmongNone();
 };
 
-void FocusGeometryTest::theNextOneThatWay_data()
+void FocusGeometryTest::nextTargetIsNearestInDirection_data()
 {
     QTest::addColumn<int>("arrow");
     QTest::addColumn<QList<QRectF>>("targets");
@@ -30,21 +30,21 @@ void FocusGeometryTest::theNextOneThatWay_data()
     const QRectF left(-100, 100, 100, 100);
     const QRectF above(100, -100, 100, 100);
     const QRectF below(100, 300, 100, 100);
-    const Rects around{right, left, above, below};
-    QTest::newRow("right") << int(Qt::Key_Right) << around << Beam::Needed << 0;
-    QTest::newRow("left") << int(Qt::Key_Left) << around << Beam::Needed << 1;
-    QTest::newRow("up") << int(Qt::Key_Up) << around << Beam::Needed << 2;
-    QTest::newRow("down") << int(Qt::Key_Down) << around << Beam::Needed << 3;
-    QTest::newRow("nothing that way") << int(Qt::Key_Right) << Rects{left, above, below} << Beam::Needed << -1;
+    const Rects allSides{right, left, above, below};
+    QTest::newRow("right") << int(Qt::Key_Right) << allSides << Beam::Needed << 0;
+    QTest::newRow("left") << int(Qt::Key_Left) << allSides << Beam::Needed << 1;
+    QTest::newRow("up") << int(Qt::Key_Up) << allSides << Beam::Needed << 2;
+    QTest::newRow("down") << int(Qt::Key_Down) << allSides << Beam::Needed << 3;
+    QTest::newRow("nothing in that direction") << int(Qt::Key_Right) << Rects{left, above, below} << Beam::Needed << -1;
 
     const QRectF far(600, 100, 100, 100);
-    QTest::newRow("the nearer one") << int(Qt::Key_Right) << Rects{far, right} << Beam::Needed << 1;
+    QTest::newRow("nearer of two") << int(Qt::Key_Right) << Rects{far, right} << Beam::Needed << 1;
     const QRectF off(300, 150, 100, 100);
-    QTest::newRow("of one line the one opposite") << int(Qt::Key_Right) << Rects{off, right} << Beam::Needed << 1;
+    QTest::newRow("at equal distance the aligned one") << int(Qt::Key_Right) << Rects{off, right} << Beam::Needed << 1;
     const QRectF offAndNearer(299.6, 150, 100, 100);
-    QTest::newRow("a fraction is the same line")
+    QTest::newRow("distances that differ by a fraction are equal")
         << int(Qt::Key_Right) << Rects{offAndNearer, right} << Beam::Needed << 1;
-    QTest::newRow("the gap before the offset")
+    QTest::newRow("distance counts more than alignment")
         << int(Qt::Key_Right) << Rects{right.translated(2, 0), off} << Beam::Needed << 1;
 
     const QRectF touching(200, 100, 100, 100);
@@ -57,11 +57,11 @@ void FocusGeometryTest::theNextOneThatWay_data()
     const QRectF atTheBeamsEdge(300, 200, 100, 100);
     QTest::newRow("outside the beam") << int(Qt::Key_Right) << Rects{atTheBeamsEdge} << Beam::Needed << -1;
     QTest::newRow("without a beam") << int(Qt::Key_Right) << Rects{atTheBeamsEdge} << Beam::Free << 0;
-    QTest::newRow("into the beam by a little")
+    QTest::newRow("one point inside the beam")
         << int(Qt::Key_Right) << Rects{atTheBeamsEdge.translated(0, -1)} << Beam::Needed << 0;
 }
 
-void FocusGeometryTest::theNextOneThatWay()
+void FocusGeometryTest::nextTargetIsNearestInDirection()
 {
     QFETCH(int, arrow);
     QFETCH(QList<QRectF>, targets);
@@ -70,14 +70,14 @@ void FocusGeometryTest::theNextOneThatWay()
     QCOMPARE(int(FocusGeometry::next({100, 100, 100, 100}, targets, arrow, beam)), next);
 }
 
-void FocusGeometryTest::theClosestHasTheNearestCentre()
+void FocusGeometryTest::closestTargetHasNearestCentre()
 {
     const QRectF from(100, 0, 100, 100);
     QCOMPARE(int(FocusGeometry::closest(from, {{0, 0, 90, 100}, {210, 0, 100, 100}, {0, 200, 400, 400}})), 0);
     QCOMPARE(int(FocusGeometry::closest(from, {{0, 0, 10, 100}, {210, 0, 100, 100}, {0, 200, 400, 400}})), 1);
 }
 
-void FocusGeometryTest::theTopmostLineIsReadFromItsLeadingEnd()
+void FocusGeometryTest::topmostLeadingTargetIsFirstOfTopLine()
 {
     const QRectF small(0, 10, 80, 40);
     const QRectF tall(200, 0, 80, 60);
@@ -86,7 +86,7 @@ void FocusGeometryTest::theTopmostLineIsReadFromItsLeadingEnd()
     QCOMPARE(int(FocusGeometry::topmostLeading({next, tall})), 1);
 }
 
-void FocusGeometryTest::ofNothingThereIsNone()
+void FocusGeometryTest::noTargetIsFoundAmongNone()
 {
     QCOMPARE(int(FocusGeometry::next({0, 0, 1, 1}, {}, Qt::Key_Up, Beam::Free)), -1);
     QCOMPARE(int(FocusGeometry::closest({0, 0, 1, 1}, {})), -1);

@@ -8,7 +8,7 @@
 
 namespace {
 
-QByteArray packed(const QByteArray& bytes)
+QByteArray compressed(const QByteArray& bytes)
 {
     constexpr int gzipFormat = 16 + MAX_WBITS;
     z_stream stream{};
@@ -26,81 +26,81 @@ QByteArray packed(const QByteArray& bytes)
 
 } // namespace
 
-/** The unpacking of bodies, in pieces of any size. */
+/** Tests the decompression of gzip bodies that arrive in pieces of any size. */
 class GunzipTest : public QObject
 {
     Q_OBJECT
 
-    static constexpr qint64 enough = 1'000'000;
+    static constexpr qint64 limit = 1'000'000;
 
 private Q_SLOTS:
-    void aBodyIsUnpacked_data()
+    void bodyIsDecompressed_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QByteArray>("expected");
-        const QByteArray one = packed("one");
-        const QByteArray two = packed(QByteArray(100'000, '2'));
+        const QByteArray one = compressed("one");
+        const QByteArray two = compressed(QByteArray(100'000, '2'));
         const QByteArray both = "one" + QByteArray(100'000, '2');
         QTest::newRow("one member") << one << QByteArray("one");
         QTest::newRow("two members") << one + two << both;
-        QTest::newRow("an empty member between") << one + packed("") + two << both;
-        QTest::newRow("zeros behind it") << one + QByteArray(512, '\0') << QByteArray("one");
-        QTest::newRow("words behind it") << one + "\n<!-- served by 7 -->" << QByteArray("one");
-        QTest::newRow("words behind two") << one + two + "trailing" << both;
-        QTest::newRow("half a mark behind it") << one + '\x1F' << QByteArray("one");
-        QTest::newRow("half a mark and words behind it") << one + "\x1F words" << QByteArray("one");
-        QTest::newRow("words and a member behind it") << one + "words" + two << QByteArray("one");
+        QTest::newRow("an empty member between two") << one + compressed("") + two << both;
+        QTest::newRow("zeros after the member") << one + QByteArray(512, '\0') << QByteArray("one");
+        QTest::newRow("text after the member") << one + "\n<!-- served by 7 -->" << QByteArray("one");
+        QTest::newRow("text after two members") << one + two + "trailing" << both;
+        QTest::newRow("first magic byte after the member") << one + '\x1F' << QByteArray("one");
+        QTest::newRow("first magic byte and text after the member") << one + "\x1F words" << QByteArray("one");
+        QTest::newRow("text and a member after the member") << one + "words" + two << QByteArray("one");
     }
-    void aBodyIsUnpacked()
+    void bodyIsDecompressed()
     {
         QFETCH(QByteArray, bytes);
         for (const qsizetype size : {bytes.size(), qsizetype(3), qsizetype(1)}) {
             Gunzip gunzip;
             QByteArray body;
             for (qsizetype offset = 0; offset < bytes.size(); offset += size)
-                QVERIFY(gunzip.add(bytes.mid(offset, size), body, enough));
-            QVERIFY(gunzip.isWhole());
+                QVERIFY(gunzip.add(bytes.mid(offset, size), body, limit));
+            QVERIFY(gunzip.isComplete());
             QTEST(body, "expected");
         }
     }
 
-    void aBodyThatEndsWithinAMemberIsNotWhole_data()
+    void bodyThatEndsInsideMemberIsIncomplete_data()
     {
         QTest::addColumn<QByteArray>("bytes");
-        QTest::newRow("in the first") << packed("one").chopped(1);
-        QTest::newRow("in its mark") << packed("one").first(1);
-        QTest::newRow("in the second") << packed("one") + packed("two").chopped(1);
-        QTest::newRow("behind the second's mark") << packed("one") + packed("two").first(2);
+        QTest::newRow("in the first member") << compressed("one").chopped(1);
+        QTest::newRow("in the magic bytes") << compressed("one").first(1);
+        QTest::newRow("in the second member") << compressed("one") + compressed("two").chopped(1);
+        QTest::newRow("after the second member's magic bytes") << compressed("one") + compressed("two").first(2);
     }
-    void aBodyThatEndsWithinAMemberIsNotWhole()
+    void bodyThatEndsInsideMemberIsIncomplete()
     {
         QFETCH(QByteArray, bytes);
         Gunzip gunzip;
         QByteArray body;
-        QVERIFY(gunzip.add(bytes, body, enough));
-        QVERIFY(!gunzip.isWhole());
+        QVERIFY(gunzip.add(bytes, body, limit));
+        QVERIFY(!gunzip.isComplete());
     }
 
-    void aBodyThatIsDamagedIsRefused_data()
+    void damagedBodyIsRejected_data()
     {
         QTest::addColumn<QByteArray>("bytes");
-        QByteArray damaged = packed(QByteArray(1000, 'a'));
-        damaged[damaged.size() - 6] = char(damaged.at(damaged.size() - 6) ^ 1); // in the checksum
-        QTest::newRow("the checksum") << damaged;
-        QTest::newRow("the second's checksum") << packed("one") + damaged;
-        QTest::newRow("from its start") << QByteArray("this is not gzip at all");
+        QByteArray damaged = compressed(QByteArray(1000, 'a'));
+        damaged[damaged.size() - 6] = char(damaged.at(damaged.size() - 6) ^ 1); // a byte of the checksum
+        QTest::newRow("checksum") << damaged;
+        QTest::newRow("checksum of the second member") << compressed("one") + damaged;
+        QTest::newRow("no gzip") << QByteArray("this is not gzip at all");
     }
-    void aBodyThatIsDamagedIsRefused()
+    void damagedBodyIsRejected()
     {
         QFETCH(QByteArray, bytes);
         Gunzip gunzip;
         QByteArray body;
-        QVERIFY(!gunzip.add(bytes, body, enough));
+        QVERIFY(!gunzip.add(bytes, body, limit));
     }
 
-    void noMoreIsUnpackedThanTheLimitAndOne()
+    void atMostOneByteOverLimitIsDecompressed()
     {
-        const QByteArray bytes = packed(QByteArray(100'000, 'a'));
+        const QByteArray bytes = compressed(QByteArray(100'000, 'a'));
         for (const qint64 limit : {0, 1, 99'998, 99'999}) {
             Gunzip gunzip;
             QByteArray body;

@@ -1,115 +1,115 @@
 #include "HubOnScript.h"
 
-/** Fetches that are called off, by their callers or with the client. */
+/** Tests fetches that are cancelled by their callers or by destroying the client. */
 class HubCancelTest : public HubOnScript
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aFetchCancelledBeforehandAsksNobody();
-    void aFetchCancelledWhileWaitingFailsAtOnce();
-    void aFetchCancelledWhileDecodingFailsAtOnce();
-    void cancellingAFinishedFetchChangesNothing();
-    void aCallerThatForgotItsFetchHarmsNobody();
-    void destroyingTheClientFailsWhatStillWaits();
-    void destroyingTheClientWhileItDecodesFailsTheFetch();
-    void aFetchStartedByAFailingOneFailsWithIt();
+    void fetchWithCancelledTokenSendsNothing();
+    void fetchCancelledWhileWaitingFailsAtOnce();
+    void fetchCancelledWhileDecodingFailsAtOnce();
+    void cancellingFinishedFetchChangesNothing();
+    void droppedFetchIsSafe();
+    void destroyingClientFailsWaitingFetches();
+    void destroyingClientWhileDecodingFailsFetch();
+    void fetchStartedWhileClientIsDestroyedFails();
 };
 
-void HubCancelTest::aFetchCancelledBeforehandAsksNobody()
+void HubCancelTest::fetchWithCancelledTokenSendsNothing()
 {
     TaskScope screen;
-    const CancelToken token = screen.token();
+    const std::stop_token token = screen.token();
     screen.cancel();
-    const auto result = kept(m_hub->get<TVStatus>(statusPath, token));
-    QVERIFY(isThere(result));
-    QCOMPARE(failure(result), calledOff);
+    const auto result = pendingResult(m_hub->get<TVStatus>(statusPath, token));
+    QVERIFY(isFinished(result));
+    QCOMPARE(failure(result), cancelledText);
     QCOMPARE(m_http->count(), 0);
 }
 
-void HubCancelTest::aFetchCancelledWhileWaitingFailsAtOnce()
+void HubCancelTest::fetchCancelledWhileWaitingFailsAtOnce()
 {
     TaskScope screen;
-    const auto result = kept(m_hub->get<TVStatus>(statusPath, screen.token()));
-    const auto other = kept(m_hub->get<TVStatus>(statusPath));
+    const auto result = pendingResult(m_hub->get<TVStatus>(statusPath, screen.token()));
+    const auto other = pendingResult(m_hub->get<TVStatus>(statusPath));
     screen.cancel();
-    QVERIFY(isThere(result));
-    QCOMPARE(failure(result), calledOff);
+    QVERIFY(isFinished(result));
+    QCOMPARE(failure(result), cancelledText);
     QVERIFY(m_http->wasCancelled(0));
     QVERIFY(!m_http->wasCancelled(1));
     m_http->answer(1, 200, "{}");
-    QTRY_VERIFY(isThere(other));
+    QTRY_VERIFY(isFinished(other));
     QVERIFY(**other);
 }
 
-void HubCancelTest::aFetchCancelledWhileDecodingFailsAtOnce()
+void HubCancelTest::fetchCancelledWhileDecodingFailsAtOnce()
 {
     TaskScope screen;
-    const auto result = kept(m_hub->get<TVStatus>(statusPath, screen.token()));
+    const auto result = pendingResult(m_hub->get<TVStatus>(statusPath, screen.token()));
     m_http->answer(0, 200, "{}");
-    QVERIFY(!isThere(result));
+    QVERIFY(!isFinished(result));
     screen.cancel();
-    QVERIFY(isThere(result));
-    QCOMPARE(failure(result), calledOff);
-    // The client goes on: the next one is decoded behind the one that nobody wants.
-    const auto next = kept(m_hub->get<TVStatus>(statusPath));
+    QVERIFY(isFinished(result));
+    QCOMPARE(failure(result), cancelledText);
+    // The client still works: the next answer is decoded after the one that was cancelled.
+    const auto next = pendingResult(m_hub->get<TVStatus>(statusPath));
     m_http->answer(1, 200, "{}");
-    QTRY_VERIFY(isThere(next));
+    QTRY_VERIFY(isFinished(next));
     QVERIFY(**next);
-    QCOMPARE(failure(result), calledOff);
+    QCOMPARE(failure(result), cancelledText);
 }
 
-void HubCancelTest::cancellingAFinishedFetchChangesNothing()
+void HubCancelTest::cancellingFinishedFetchChangesNothing()
 {
     TaskScope screen;
-    const auto result = kept(m_hub->get<TVStatus>(statusPath, screen.token()));
+    const auto result = pendingResult(m_hub->get<TVStatus>(statusPath, screen.token()));
     m_http->answer(0, 200, "{}");
-    QTRY_VERIFY(isThere(result));
+    QTRY_VERIFY(isFinished(result));
     screen.cancel();
     QVERIFY(**result);
     QVERIFY(!m_http->wasCancelled(0));
 }
 
-void HubCancelTest::aCallerThatForgotItsFetchHarmsNobody()
+void HubCancelTest::droppedFetchIsSafe()
 {
     (void)m_hub->get<TVStatus>(statusPath);
     (void)m_hub->probe(u"/live/news/index.m3u8"_s);
     m_http->answer(0, 200, "{}");
     m_http->answer(1, 200);
-    const auto result = kept(m_hub->get<TVStatus>(statusPath));
+    const auto result = pendingResult(m_hub->get<TVStatus>(statusPath));
     m_http->answer(2, 200, "{}");
-    QTRY_VERIFY(isThere(result));
+    QTRY_VERIFY(isFinished(result));
 }
 
-void HubCancelTest::destroyingTheClientFailsWhatStillWaits()
+void HubCancelTest::destroyingClientFailsWaitingFetches()
 {
     TaskScope screen;
-    const auto first = kept(m_hub->get<TVStatus>(statusPath));
-    const auto second = kept(m_hub->tapes(u""_s, u""_s, 1, 200, screen.token()));
+    const auto first = pendingResult(m_hub->get<TVStatus>(statusPath));
+    const auto second = pendingResult(m_hub->tapes(u""_s, u""_s, 1, 200, screen.token()));
     m_hub.reset();
-    QVERIFY(isThere(first) && isThere(second));
-    QCOMPARE(failure(first), calledOff);
-    QCOMPARE(failure(second), calledOff);
+    QVERIFY(isFinished(first) && isFinished(second));
+    QCOMPARE(failure(first), cancelledText);
+    QCOMPARE(failure(second), cancelledText);
     QVERIFY(m_http->wasCancelled(0) && m_http->wasCancelled(1));
     screen.cancel();
 }
 
-void HubCancelTest::destroyingTheClientWhileItDecodesFailsTheFetch()
+void HubCancelTest::destroyingClientWhileDecodingFailsFetch()
 {
-    QList<Kept<HubResult<TapePage>>> results;
+    QList<PendingResult<HubResult<TapePage>>> results;
     const QByteArray large = "{\"items\":[" + QByteArray("{\"id\":1},").repeated(100'000) + "{}]}";
     for (int call = 0; call < 20; ++call) {
-        results.append(kept(m_hub->tapes(u""_s, u""_s, 1, 200)));
+        results.append(pendingResult(m_hub->tapes(u""_s, u""_s, 1, 200)));
         m_http->answer(call, 200, large);
     }
     m_hub.reset();
     for (const auto& result : results) {
-        QVERIFY(isThere(result));
-        QCOMPARE(failure(result), calledOff);
+        QVERIFY(isFinished(result));
+        QCOMPARE(failure(result), cancelledText);
     }
 }
 
-void HubCancelTest::aFetchStartedByAFailingOneFailsWithIt()
+void HubCancelTest::fetchStartedWhileClientIsDestroyedFails()
 {
     HubAPI& hub = *m_hub;
     const auto twice = [](HubAPI& client) -> QCoro::Task<HubResult<TVStatus>> {
@@ -118,10 +118,10 @@ void HubCancelTest::aFetchStartedByAFailingOneFailsWithIt()
             result = co_await client.get<TVStatus>(statusPath);
         co_return result;
     };
-    const auto result = kept(twice(hub));
+    const auto result = pendingResult(twice(hub));
     m_hub.reset();
-    QVERIFY(isThere(result));
-    QCOMPARE(failure(result), calledOff);
+    QVERIFY(isFinished(result));
+    QCOMPARE(failure(result), cancelledText);
     QCOMPARE(m_http->count(), 1);
 }
 

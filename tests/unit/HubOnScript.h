@@ -12,41 +12,41 @@
 using namespace Qt::StringLiterals;
 
 template<typename T>
-using Kept = std::shared_ptr<std::optional<T>>;
+using PendingResult = std::shared_ptr<std::optional<T>>;
 
 template<typename T>
-QCoro::Task<> keep(QCoro::Task<T> task, Kept<T> kept)
+QCoro::Task<> storeResult(QCoro::Task<T> task, PendingResult<T> result)
 {
-    *kept = co_await task;
+    *result = co_await task;
 }
 
-/** The task's result, once it is there. */
+/** Starts the task and returns where its result will be stored. */
 template<typename T>
-Kept<T> kept(QCoro::Task<T> task)
+PendingResult<T> pendingResult(QCoro::Task<T> task)
 {
     auto result = std::make_shared<std::optional<T>>();
-    keep(std::move(task), result);
+    storeResult(std::move(task), result);
     return result;
 }
 
 template<typename T>
-bool isThere(const Kept<T>& kept)
+bool isFinished(const PendingResult<T>& result)
 {
-    return kept->has_value();
+    return result->has_value();
 }
 
-/** The viewer's text of a fetch that failed; empty when it did not. */
+/** The error text for the viewer if the fetch failed; empty if it succeeded. */
 template<typename T>
-QString failure(const Kept<HubResult<T>>& kept)
+QString failure(const PendingResult<HubResult<T>>& result)
 {
-    return **kept ? QString() : (*kept)->error().errorDescription();
+    return **result ? QString() : (*result)->error().errorDescription();
 }
 
-inline const QString unreadable = u"The hub sent something this app couldn't read."_s;
-inline const QString calledOff = u"The request was called off."_s;
+inline const QString unreadableText = u"The hub sent something this app couldn't read."_s;
+inline const QString cancelledText = u"The request was called off."_s;
 inline const QString statusPath = u"/api/tv/status"_s;
 
-/** A test whose every function has a fresh client of the hub, on a network that answers what and when it says. */
+/** Base class of tests that use the hub client. Each test function has a new client on a scripted network. */
 class HubOnScript : public QObject
 {
     Q_OBJECT
@@ -66,7 +66,7 @@ private Q_SLOTS:
     {
         m_hub.reset();
         m_http.reset();
-        // What the decoding thread still had to say arrives now, and finds nobody.
+        // Processes results that the decoding thread has posted; the client no longer exists.
         QCoreApplication::processEvents();
     }
 };

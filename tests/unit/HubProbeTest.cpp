@@ -2,62 +2,62 @@
 
 using namespace std::chrono_literals;
 
-/** Whether something is there at an address, in a yes or a no. */
+/** Tests probes, which ask whether a stream exists at an address. */
 class HubProbeTest : public HubOnScript
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aProbeWantsStatus200Exactly_data();
-    void aProbeWantsStatus200Exactly();
-    void aProbeThatFailsIsAnsweredNo_data();
-    void aProbeThatFailsIsAnsweredNo();
-    void aProbeBypassesTheCacheWantsNoBodyAndLastsEightSeconds();
-    void aProbeWithoutAddressIsAnsweredNo();
-    void aCancelledProbeIsAnsweredNo();
-    void destroyingTheClientAnswersAProbeNo();
+    void probeSucceedsOnlyWithStatus200_data();
+    void probeSucceedsOnlyWithStatus200();
+    void failedProbeReturnsFalse_data();
+    void failedProbeReturnsFalse();
+    void probeBypassesCacheIgnoresBodyAndHasLimitOfEightSeconds();
+    void probeWithoutAddressReturnsFalse();
+    void cancelledProbeReturnsFalse();
+    void probeReturnsFalseWhenClientIsDestroyed();
 };
 
-void HubProbeTest::aProbeWantsStatus200Exactly_data()
+void HubProbeTest::probeSucceedsOnlyWithStatus200_data()
 {
     QTest::addColumn<int>("status");
     for (const int status : {199, 200, 201, 204, 206, 299, 301, 304, 404, 500})
         QTest::addRow("%d", status) << status;
 }
 
-void HubProbeTest::aProbeWantsStatus200Exactly()
+void HubProbeTest::probeSucceedsOnlyWithStatus200()
 {
     QFETCH(int, status);
-    const auto result = kept(m_hub->probe(u"/live/news/index.m3u8"_s));
+    const auto result = pendingResult(m_hub->probe(u"/live/news/index.m3u8"_s));
     m_http->answer(0, status, "#EXTM3U\n");
-    QTRY_VERIFY(isThere(result));
+    QTRY_VERIFY(isFinished(result));
     QCOMPARE(result->value(), status == 200);
 }
 
-void HubProbeTest::aProbeThatFailsIsAnsweredNo_data()
+void HubProbeTest::failedProbeReturnsFalse_data()
 {
     QTest::addColumn<HttpFailure::Kind>("kind");
     using Kind = HttpFailure::Kind;
     QTest::newRow("network") << Kind::Network;
-    QTest::newRow("late") << Kind::TimedOut;
-    QTest::newRow("large") << Kind::TooLarge;
-    QTest::newRow("cut short") << Kind::CutShort;
+    QTest::newRow("timeout") << Kind::TimedOut;
+    QTest::newRow("too large") << Kind::TooLarge;
+    QTest::newRow("cut short") << Kind::Truncated;
     QTest::newRow("unreadable") << Kind::Unreadable;
     QTest::newRow("cancelled") << Kind::Cancelled;
 }
 
-void HubProbeTest::aProbeThatFailsIsAnsweredNo()
+void HubProbeTest::failedProbeReturnsFalse()
 {
     QFETCH(HttpFailure::Kind, kind);
-    const auto result = kept(m_hub->probe(u"/live/news/index.m3u8"_s));
+    const auto result = pendingResult(m_hub->probe(u"/live/news/index.m3u8"_s));
     m_http->fail(0, u"No"_s, kind);
-    QTRY_VERIFY(isThere(result));
+    QTRY_VERIFY(isFinished(result));
     QCOMPARE(result->value(), false);
 }
 
-void HubProbeTest::aProbeBypassesTheCacheWantsNoBodyAndLastsEightSeconds()
+void HubProbeTest::probeBypassesCacheIgnoresBodyAndHasLimitOfEightSeconds()
 {
-    kept(m_hub->probe(u"council/index.m3u8"_s));
+    pendingResult(m_hub->probe(u"council/index.m3u8"_s));
     const HttpRequest& request = m_http->request(0);
     QCOMPARE(request.url, QUrl(u"https://hub.test/council/index.m3u8"_s));
     QCOMPARE(request.cache, HttpRequest::Cache::Bypass);
@@ -66,29 +66,29 @@ void HubProbeTest::aProbeBypassesTheCacheWantsNoBodyAndLastsEightSeconds()
     QVERIFY(request.overallLimit == 8s);
 }
 
-void HubProbeTest::aProbeWithoutAddressIsAnsweredNo()
+void HubProbeTest::probeWithoutAddressReturnsFalse()
 {
-    const auto result = kept(m_hub->probe(u""_s));
-    QTRY_VERIFY(isThere(result));
+    const auto result = pendingResult(m_hub->probe(u""_s));
+    QTRY_VERIFY(isFinished(result));
     QCOMPARE(result->value(), false);
     QCOMPARE(m_http->count(), 0);
 }
 
-void HubProbeTest::aCancelledProbeIsAnsweredNo()
+void HubProbeTest::cancelledProbeReturnsFalse()
 {
     TaskScope screen;
-    const auto result = kept(m_hub->probe(u"/a"_s, screen.token()));
+    const auto result = pendingResult(m_hub->probe(u"/a"_s, screen.token()));
     screen.cancel();
-    QVERIFY(isThere(result));
+    QVERIFY(isFinished(result));
     QCOMPARE(result->value(), false);
     QVERIFY(m_http->wasCancelled(0));
 }
 
-void HubProbeTest::destroyingTheClientAnswersAProbeNo()
+void HubProbeTest::probeReturnsFalseWhenClientIsDestroyed()
 {
-    const auto result = kept(m_hub->probe(u"/a"_s));
+    const auto result = pendingResult(m_hub->probe(u"/a"_s));
     m_hub.reset();
-    QVERIFY(isThere(result));
+    QVERIFY(isFinished(result));
     QCOMPARE(result->value(), false);
 }
 

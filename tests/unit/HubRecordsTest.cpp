@@ -22,38 +22,38 @@ Record decoded(const QByteArray& json)
 
 } // namespace
 
-/** What each record makes of the hub's JSON. */
+/** Tests how each record is decoded from the hub's JSON. */
 class HubRecordsTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void anEmptyObjectIsTheRecordAtItsDefaults();
-    void everyFieldIsReadFromItsOwnKey();
-    void whatIsNoObjectFails_data();
-    void whatIsNoObjectFails();
-    void whatIsNoDocumentFails();
-    void aValueOfTheWrongTypeIsTheDefault_data();
-    void aValueOfTheWrongTypeIsTheDefault();
-    void theStreamOfTheNewsIsReplacedOnlyByAText_data();
-    void theStreamOfTheNewsIsReplacedOnlyByAText();
-    void otherTextsStayEmptyAsSent();
-    void textsAreBounded_data();
-    void textsAreBounded();
-    void addressesAndTranscriptsAreWhole();
-    void oneBadElementEmptiesTheWholeField_data();
-    void oneBadElementEmptiesTheWholeField();
-    void aBodyIsThereOnlyAsAnObject();
-    void aMarketThatIsNoObjectIsTheDefaultOne();
-    void aPageKnowsWhatTheHubLeavesOut();
-    void theLastOfTwoChannelsWithOneKeyCounts();
+    void emptyObjectIsDecodedAsDefaults();
+    void fieldIsDecodedFromItsKey();
+    void valueThatIsNoObjectFails_data();
+    void valueThatIsNoObjectFails();
+    void malformedDocumentFails();
+    void valueOfWrongTypeIsDecodedAsDefault_data();
+    void valueOfWrongTypeIsDecodedAsDefault();
+    void newsStreamIsReplacedOnlyByText_data();
+    void newsStreamIsReplacedOnlyByText();
+    void otherEmptyTextsStayEmpty();
+    void longTextIsCut_data();
+    void longTextIsCut();
+    void addressAndTranscriptAreNotCut();
+    void invalidElementEmptiesWholeList_data();
+    void invalidElementEmptiesWholeList();
+    void bodyIsDecodedOnlyFromObject();
+    void marketThatIsNoObjectIsDefault();
+    void pageHasDefaultsForMissingMembers();
+    void lastChannelWithSameKeyIsUsed();
     void keysAreMatchedExactly();
-    void idsAreExactBeyondADoublesReach();
-    void tapesAreTheSameByIdAlone();
-    void otherRecordsAreTheSameByAllFields();
+    void idBeyond53BitsIsExact();
+    void tapesAreEqualIfIdsAre();
+    void otherRecordsAreEqualIfAllFieldsAre();
 };
 
-void HubRecordsTest::anEmptyObjectIsTheRecordAtItsDefaults()
+void HubRecordsTest::emptyObjectIsDecodedAsDefaults()
 {
     const auto status = decoded<TVStatus>("{}");
     QVERIFY(status == TVStatus());
@@ -74,7 +74,7 @@ void HubRecordsTest::anEmptyObjectIsTheRecordAtItsDefaults()
     QVERIFY(tape.documents.isEmpty());
 }
 
-void HubRecordsTest::everyFieldIsReadFromItsOwnKey()
+void HubRecordsTest::fieldIsDecodedFromItsKey()
 {
     const auto status = decoded<TVStatus>(R"({"news":{"tower_live":true,"takeover":true,"hls_url":"/a","mode":"b",
         "youtube_id":"c","tagline":"d","program_title":"e","program_note":"f","next_broadcast":"g",
@@ -113,29 +113,29 @@ void HubRecordsTest::everyFieldIsReadFromItsOwnKey()
     QVERIFY(decoded<TranscriptResult>(R"({"status":"ready","text":"So moved.","words":2})") == transcript);
 }
 
-void HubRecordsTest::whatIsNoObjectFails_data()
+void HubRecordsTest::valueThatIsNoObjectFails_data()
 {
     QTest::addColumn<QByteArray>("json");
     for (const char* json : {"[]", "[{}]", "\"{}\"", "1", "1.5", "true", "null"})
         QTest::newRow(json) << QByteArray(json);
 }
 
-void HubRecordsTest::whatIsNoObjectFails()
+void HubRecordsTest::valueThatIsNoObjectFails()
 {
     QFETCH(QByteArray, json);
-    QCOMPARE(decodeRecord<TVStatus>(json).error(), DecodingFailure::NoObject);
-    QCOMPARE(decodeRecord<NewsStatus>(json).error(), DecodingFailure::NoObject);
-    QCOMPARE(decodeRecord<CatalogSummary>(json).error(), DecodingFailure::NoObject);
-    QCOMPARE(decodeRecord<StationChannel>(json).error(), DecodingFailure::NoObject);
-    QCOMPARE(decodeRecord<TapePage>(json).error(), DecodingFailure::NoObject);
-    QCOMPARE(decodeRecord<Tape>(json).error(), DecodingFailure::NoObject);
-    QCOMPARE(decodeRecord<TapeMarket>(json).error(), DecodingFailure::NoObject);
-    QCOMPARE(decodeRecord<TapeBody>(json).error(), DecodingFailure::NoObject);
-    QCOMPARE(decodeRecord<TapeDocument>(json).error(), DecodingFailure::NoObject);
-    QCOMPARE(decodeRecord<TranscriptResult>(json).error(), DecodingFailure::NoObject);
+    QCOMPARE(decodeRecord<TVStatus>(json).error(), DecodingFailure::NotAnObject);
+    QCOMPARE(decodeRecord<NewsStatus>(json).error(), DecodingFailure::NotAnObject);
+    QCOMPARE(decodeRecord<CatalogSummary>(json).error(), DecodingFailure::NotAnObject);
+    QCOMPARE(decodeRecord<StationChannel>(json).error(), DecodingFailure::NotAnObject);
+    QCOMPARE(decodeRecord<TapePage>(json).error(), DecodingFailure::NotAnObject);
+    QCOMPARE(decodeRecord<Tape>(json).error(), DecodingFailure::NotAnObject);
+    QCOMPARE(decodeRecord<TapeMarket>(json).error(), DecodingFailure::NotAnObject);
+    QCOMPARE(decodeRecord<TapeBody>(json).error(), DecodingFailure::NotAnObject);
+    QCOMPARE(decodeRecord<TapeDocument>(json).error(), DecodingFailure::NotAnObject);
+    QCOMPARE(decodeRecord<TranscriptResult>(json).error(), DecodingFailure::NotAnObject);
 }
 
-void HubRecordsTest::whatIsNoDocumentFails()
+void HubRecordsTest::malformedDocumentFails()
 {
     QCOMPARE(decodeRecord<TVStatus>("<html></html>").error(), DecodingFailure::Malformed);
     QCOMPARE(decodeRecord<TVStatus>("").error(), DecodingFailure::Malformed);
@@ -143,14 +143,14 @@ void HubRecordsTest::whatIsNoDocumentFails()
     QCOMPARE(decodeRecord<Tape>("{\"title\":\"\xFF\"}").error(), DecodingFailure::Malformed);
 }
 
-void HubRecordsTest::aValueOfTheWrongTypeIsTheDefault_data()
+void HubRecordsTest::valueOfWrongTypeIsDecodedAsDefault_data()
 {
     QTest::addColumn<QByteArray>("value");
     for (const char* value : {"null", "[]", "[1]", "1.5", "1e30", "9223372036854775808", "-9223372036854775809"})
         QTest::newRow(value) << QByteArray(value);
 }
 
-void HubRecordsTest::aValueOfTheWrongTypeIsTheDefault()
+void HubRecordsTest::valueOfWrongTypeIsDecodedAsDefault()
 {
     QFETCH(QByteArray, value);
     const auto with = [&value](QByteArray json) { return json.replace('?', value); };
@@ -166,7 +166,7 @@ void HubRecordsTest::aValueOfTheWrongTypeIsTheDefault()
     const auto page = decoded<TapePage>(with(R"({"total":?,"page":?,"per_page":?})"));
     QVERIFY(page.total == 0 && page.page == 1 && page.perPage == 60);
     QVERIFY(decoded<TranscriptResult>(with(R"({"status":?,"text":?,"words":?})")) == TranscriptResult());
-    // Texts in the place of the others, and the others' numbers in the place of texts.
+    // Texts where other types are expected, and numbers where texts are expected.
     QVERIFY(!decoded<NewsStatus>(R"({"tower_live":"true"})").towerLive);
     QVERIFY(!decoded<NewsStatus>(R"({"tower_live":1})").towerLive);
     QCOMPARE(decoded<Tape>(R"({"id":"123"})").id, 0);
@@ -174,7 +174,7 @@ void HubRecordsTest::aValueOfTheWrongTypeIsTheDefault()
     QCOMPARE(decoded<Tape>(R"({"id":true})").id, 0);
 }
 
-void HubRecordsTest::theStreamOfTheNewsIsReplacedOnlyByAText_data()
+void HubRecordsTest::newsStreamIsReplacedOnlyByText_data()
 {
     QTest::addColumn<QByteArray>("value");
     QTest::addColumn<QString>("stream");
@@ -186,7 +186,7 @@ void HubRecordsTest::theStreamOfTheNewsIsReplacedOnlyByAText_data()
     QTest::newRow("space") << "\" \""_ba << u" "_s << u" "_s;
 }
 
-void HubRecordsTest::theStreamOfTheNewsIsReplacedOnlyByAText()
+void HubRecordsTest::newsStreamIsReplacedOnlyByText()
 {
     QFETCH(QByteArray, value);
     const auto news = decoded<NewsStatus>("{\"hls_url\":" + value + ",\"mode\":" + value + '}');
@@ -194,7 +194,7 @@ void HubRecordsTest::theStreamOfTheNewsIsReplacedOnlyByAText()
     QTEST(news.mode, "mode");
 }
 
-void HubRecordsTest::otherTextsStayEmptyAsSent()
+void HubRecordsTest::otherEmptyTextsStayEmpty()
 {
     QCOMPARE(decoded<TranscriptResult>(R"({"status":""})").status, u""_s);
     const auto tape = decoded<Tape>(R"({"meeting_date":""})");
@@ -202,21 +202,23 @@ void HubRecordsTest::otherTextsStayEmptyAsSent()
     QCOMPARE(*tape.meetingDate, u""_s);
 }
 
-void HubRecordsTest::textsAreBounded_data()
+void HubRecordsTest::longTextIsCut_data()
 {
     QTest::addColumn<qsizetype>("length");
     QTest::addColumn<QString>("end");
     QTest::addColumn<qsizetype>("kept");
     for (const qsizetype longest : {20'000, 1'000'000}) {
         QTest::addRow("%d", int(longest)) << longest << u""_s << longest;
-        QTest::addRow("%d, longer", int(longest)) << longest << u"b"_s << longest;
-        QTest::addRow("%d, without end", int(longest)) << longest << QString(1'000'000, u'b') << longest;
-        QTest::addRow("%d, a pair across the end", int(longest)) << longest - 1 << u"\U0001F4FC"_s << longest - 1;
-        QTest::addRow("%d, a pair before the end", int(longest)) << longest - 2 << u"\U0001F4FCb"_s << longest;
+        QTest::addRow("%d, one longer", int(longest)) << longest << u"b"_s << longest;
+        QTest::addRow("%d, a million longer", int(longest)) << longest << QString(1'000'000, u'b') << longest;
+        QTest::addRow("%d, surrogate pair across the limit", int(longest))
+            << longest - 1 << u"\U0001F4FC"_s << longest - 1;
+        QTest::addRow("%d, surrogate pair before the limit", int(longest))
+            << longest - 2 << u"\U0001F4FCb"_s << longest;
     }
 }
 
-void HubRecordsTest::textsAreBounded()
+void HubRecordsTest::longTextIsCut()
 {
     QFETCH(qsizetype, length);
     QFETCH(QString, end);
@@ -230,7 +232,7 @@ void HubRecordsTest::textsAreBounded()
         read = {tape.meetingDate.value(), tape.location,           tape.market.name,
                 tape.body->kind,          tape.documents[0].title, tape.documents[0].kind};
     } else {
-        // A cassette's looks are drawn from hashes of these.
+        // These texts may be longer, as the look of a cassette is computed from hashes of them.
         const QByteArray json = R"({"title": "@", "body": {"slug": "@", "name": "@"}})";
         const auto tape = decoded<Tape>(QByteArray(json).replace('@', text.toUtf8()));
         read = {tape.title, tape.body->slug, tape.body->name};
@@ -241,21 +243,21 @@ void HubRecordsTest::textsAreBounded()
     }
 }
 
-void HubRecordsTest::addressesAndTranscriptsAreWhole()
+void HubRecordsTest::addressAndTranscriptAreNotCut()
 {
     const QByteArray endless(30000, 'a');
     QCOMPARE(decoded<Tape>(R"({"stream_url": ")" + endless + R"("})").streamURLPath.size(), endless.size());
     QCOMPARE(decoded<TranscriptResult>(R"({"text": ")" + endless + R"("})").text.size(), endless.size());
 }
 
-void HubRecordsTest::oneBadElementEmptiesTheWholeField_data()
+void HubRecordsTest::invalidElementEmptiesWholeList_data()
 {
     QTest::addColumn<QByteArray>("bad");
     for (const char* bad : {"null", "7", "true", "[]", "[{}]"})
         QTest::newRow(bad) << QByteArray(bad);
 }
 
-void HubRecordsTest::oneBadElementEmptiesTheWholeField()
+void HubRecordsTest::invalidElementEmptiesWholeList()
 {
     QFETCH(QByteArray, bad);
     const auto with = [&bad](QByteArray json) { return json.replace('?', bad); };
@@ -266,12 +268,12 @@ void HubRecordsTest::oneBadElementEmptiesTheWholeField()
     QVERIFY(decoded<TapePage>(with(R"({"items":[{"id":1},?]})")).items.isEmpty());
     QVERIFY(decoded<Tape>(R"({"documents":[{"id":1},"agenda"]})").documents.isEmpty());
     QVERIFY(decoded<NewsStatus>(R"({"ticker":["a",{}]})").ticker.isEmpty());
-    // A bad value inside an element is that element's own affair.
+    // An invalid value inside an element changes only that element.
     QCOMPARE(decoded<Tape>(with(R"({"documents":[{"id":?},{"id":2}]})")).documents.size(), 2);
     QCOMPARE(decoded<TapePage>(with(R"({"items":[{"documents":?},{"id":2}]})")).items.size(), 2);
 }
 
-void HubRecordsTest::aBodyIsThereOnlyAsAnObject()
+void HubRecordsTest::bodyIsDecodedOnlyFromObject()
 {
     QVERIFY(!decoded<Tape>(R"({"id":1})").body);
     QVERIFY(!decoded<Tape>(R"({"body":null})").body);
@@ -280,14 +282,14 @@ void HubRecordsTest::aBodyIsThereOnlyAsAnObject()
     QVERIFY(decoded<Tape>(R"({"body":{"name":7}})").body == TapeBody());
 }
 
-void HubRecordsTest::aMarketThatIsNoObjectIsTheDefaultOne()
+void HubRecordsTest::marketThatIsNoObjectIsDefault()
 {
     const auto tape = decoded<Tape>(R"({"id":4,"market":7})");
     QCOMPARE(tape.id, 4);
     QVERIFY(tape.market.slug.isEmpty());
 }
 
-void HubRecordsTest::aPageKnowsWhatTheHubLeavesOut()
+void HubRecordsTest::pageHasDefaultsForMissingMembers()
 {
     const auto page = decoded<TapePage>(R"({"total":7,"items":[]})");
     QCOMPARE(page.total, 7);
@@ -295,7 +297,7 @@ void HubRecordsTest::aPageKnowsWhatTheHubLeavesOut()
     QCOMPARE(page.perPage, 60);
 }
 
-void HubRecordsTest::theLastOfTwoChannelsWithOneKeyCounts()
+void HubRecordsTest::lastChannelWithSameKeyIsUsed()
 {
     const auto news = decoded<NewsStatus>(R"({"channels":{"3":"no channel","4":{},"3":{"path":"a"}}})");
     QCOMPARE(news.channels.size(), 2);
@@ -311,14 +313,14 @@ void HubRecordsTest::keysAreMatchedExactly()
     QVERIFY(tape.streamURLPath.isEmpty() && tape.sourceURL.isEmpty() && tape.title.isEmpty());
 }
 
-void HubRecordsTest::idsAreExactBeyondADoublesReach()
+void HubRecordsTest::idBeyond53BitsIsExact()
 {
     QCOMPARE(decoded<Tape>(R"({"id":9007199254740993})").id, 9007199254740993);
     QCOMPARE(decoded<Tape>(R"({"id":9007199254740993.0})").id, 9007199254740993);
     QCOMPARE(decoded<Tape>(R"({"id":-9223372036854775808})").id, std::numeric_limits<qint64>::min());
 }
 
-void HubRecordsTest::tapesAreTheSameByIdAlone()
+void HubRecordsTest::tapesAreEqualIfIdsAre()
 {
     const auto first = decoded<Tape>(R"({"id":1,"title":"a"})");
     const auto fresher = decoded<Tape>(R"({"id":1,"title":"b"})");
@@ -328,7 +330,7 @@ void HubRecordsTest::tapesAreTheSameByIdAlone()
     QVERIFY(!(first == other));
 }
 
-void HubRecordsTest::otherRecordsAreTheSameByAllFields()
+void HubRecordsTest::otherRecordsAreEqualIfAllFieldsAre()
 {
     const TapeMarket market{u"a"_s, u"b"_s, u"c"_s, 1};
     QVERIFY((market == TapeMarket{u"a"_s, u"b"_s, u"c"_s, 1}));

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A record with one field more or less than stand here does not compile.
+// These functions do not compile if a record gains or loses a field.
 
 auto fieldsOf(const StationChannel& channel)
 {
@@ -129,7 +129,7 @@ QJsonValue toJson(const QMap<QString, Value>& map)
     return map.isEmpty() ? QJsonObject() : QJsonValue(QJsonValue::Undefined);
 }
 
-/** A record within a record: an empty object is the record at its defaults. */
+/** For a record inside a record: its default is the empty object. */
 template<typename Record>
 QJsonValue toJson(const Record& record) requires requires
 {
@@ -147,10 +147,10 @@ QJsonArray defaultsOf()
 
 QJsonObject readSchema(const QString& file)
 {
-    QFile stored(u"" QUILLMERE_SCHEMAS "/"_s + file);
-    if (!stored.open(QIODevice::ReadOnly))
-        qFatal("%s is missing", qPrintable(stored.fileName()));
-    return QJsonDocument::fromJson(stored.readAll()).object();
+    QFile schemaFile(u"" QUILLMERE_SCHEMAS "/"_s + file);
+    if (!schemaFile.open(QIODevice::ReadOnly))
+        qFatal("%s is missing", qPrintable(schemaFile.fileName()));
+    return QJsonDocument::fromJson(schemaFile.readAll()).object();
 }
 
 QJsonObject definition(const QString& name)
@@ -159,7 +159,7 @@ QJsonObject definition(const QString& name)
     return definitions.value(name).toObject();
 }
 
-/** The schema with what it refers to, its own words first. */
+/** Resolves the schema's reference. The schema's own members override the referenced ones. */
 QJsonObject resolved(QJsonObject schema)
 {
     while (schema.contains("$ref"_L1)) {
@@ -171,19 +171,19 @@ QJsonObject resolved(QJsonObject schema)
     return schema;
 }
 
-/** A value of the schema's type that is not its default. */
-QJsonValue otherThanDefault(const QJsonObject& given)
+/** Returns a value of the schema's type that differs from the schema's default. */
+QJsonValue otherThanDefault(const QJsonObject& unresolved)
 {
-    const QJsonObject schema = resolved(given);
+    const QJsonObject schema = resolved(unresolved);
     const QJsonValue types = schema.value("type"_L1);
     const QString type = types.isArray() ? types.toArray().first().toString() : types.toString();
-    const QJsonValue usual = schema.value("default"_L1);
+    const QJsonValue defaultValue = schema.value("default"_L1);
     if (type == "boolean"_L1)
-        return !usual.toBool();
+        return !defaultValue.toBool();
     if (type == "integer"_L1)
-        return usual.toInteger() + 1;
+        return defaultValue.toInteger() + 1;
     if (type == "string"_L1)
-        return usual.toString() + u"other"_s;
+        return defaultValue.toString() + u"other"_s;
     if (type == "array"_L1)
         return QJsonArray{otherThanDefault(schema.value("items"_L1).toObject())};
     if (schema.contains("additionalProperties"_L1))
@@ -195,12 +195,12 @@ QJsonValue otherThanDefault(const QJsonObject& given)
     return object;
 }
 
-/** A record and the schema that describes it. */
+/** The properties of a schema, and functions of the record that it describes. */
 struct Pair
 {
     QJsonObject properties;
     std::function<QList<bool>(const QByteArray&)> changedFields;
-    QJsonArray defaults; ///< of the record's fields
+    QJsonArray defaults; ///< of the record's fields, in their order
 };
 
 template<typename Record>
@@ -209,7 +209,7 @@ Pair pairOf(const QJsonObject& schema)
     return {resolved(schema).value("properties"_L1).toObject(), &changedFields<Record>, defaultsOf<Record>()};
 }
 
-/** Which field of the record the property fills; -1 when it is not exactly one. */
+/** The index of the record's field that the property sets; -1 if it does not set exactly one. */
 qsizetype fieldOf(const Pair& pair, const QString& property)
 {
     const QJsonObject document{{property, otherThanDefault(pair.properties.value(property).toObject())}};
@@ -221,26 +221,26 @@ qsizetype fieldOf(const Pair& pair, const QString& property)
 
 Q_DECLARE_METATYPE(Pair)
 
-/** Whether docs/schema, which is for those who write a hub, says what the decoder reads. */
+/** Tests that docs/schema, which is published for hub authors, matches the decoder. */
 class HubSchemasTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void eachPropertyOfTheSchemaIsAFieldOfTheRecord_data() { pairs(); }
-    void eachPropertyOfTheSchemaIsAFieldOfTheRecord();
-    void eachFieldOfTheRecordIsAPropertyOfTheSchema_data() { pairs(); }
-    void eachFieldOfTheRecordIsAPropertyOfTheSchema();
-    void theDefaultsOfTheSchemaAreTheRecords_data() { pairs(); }
-    void theDefaultsOfTheSchemaAreTheRecords();
-    void everyPropertyIsDescribed_data() { pairs(); }
-    void everyPropertyIsDescribed();
+    void schemaPropertyIsRecordField_data() { addSchemaRows(); }
+    void schemaPropertyIsRecordField();
+    void recordFieldIsSchemaProperty_data() { addSchemaRows(); }
+    void recordFieldIsSchemaProperty();
+    void schemaDefaultEqualsRecordDefault_data() { addSchemaRows(); }
+    void schemaDefaultEqualsRecordDefault();
+    void schemaPropertyHasDescription_data() { addSchemaRows(); }
+    void schemaPropertyHasDescription();
 
 private:
-    void pairs();
+    void addSchemaRows();
 };
 
-void HubSchemasTest::pairs()
+void HubSchemasTest::addSchemaRows()
 {
     QTest::addColumn<Pair>("pair");
     QTest::newRow("status") << pairOf<TVStatus>(readSchema(u"status.json"_s));
@@ -255,7 +255,7 @@ void HubSchemasTest::pairs()
     QTest::newRow("document") << pairOf<TapeDocument>(definition(u"document"_s));
 }
 
-void HubSchemasTest::eachPropertyOfTheSchemaIsAFieldOfTheRecord()
+void HubSchemasTest::schemaPropertyIsRecordField()
 {
     QFETCH(Pair, pair);
     const QStringList properties = pair.properties.keys();
@@ -264,7 +264,7 @@ void HubSchemasTest::eachPropertyOfTheSchemaIsAFieldOfTheRecord()
         QVERIFY2(fieldOf(pair, property) >= 0, qPrintable(property));
 }
 
-void HubSchemasTest::eachFieldOfTheRecordIsAPropertyOfTheSchema()
+void HubSchemasTest::recordFieldIsSchemaProperty()
 {
     QFETCH(Pair, pair);
     QSet<qsizetype> fields;
@@ -272,20 +272,20 @@ void HubSchemasTest::eachFieldOfTheRecordIsAPropertyOfTheSchema()
     for (const QString& property : properties)
         fields.insert(fieldOf(pair, property));
     for (qsizetype field = 0; field < pair.defaults.size(); ++field)
-        QVERIFY2(fields.contains(field), qPrintable(u"the field at place %1"_s.arg(field)));
+        QVERIFY2(fields.contains(field), qPrintable(u"field %1"_s.arg(field)));
 }
 
-void HubSchemasTest::theDefaultsOfTheSchemaAreTheRecords()
+void HubSchemasTest::schemaDefaultEqualsRecordDefault()
 {
     QFETCH(Pair, pair);
     const QStringList properties = pair.properties.keys();
     for (const QString& property : properties) {
-        const QJsonValue told = pair.properties.value(property)["default"_L1];
-        QVERIFY2(told == pair.defaults.at(fieldOf(pair, property)), qPrintable(property));
+        const QJsonValue schemaDefault = pair.properties.value(property)["default"_L1];
+        QVERIFY2(schemaDefault == pair.defaults.at(fieldOf(pair, property)), qPrintable(property));
     }
 }
 
-void HubSchemasTest::everyPropertyIsDescribed()
+void HubSchemasTest::schemaPropertyHasDescription()
 {
     QFETCH(Pair, pair);
     for (auto property = pair.properties.constBegin(); property != pair.properties.constEnd(); ++property)

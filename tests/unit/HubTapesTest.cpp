@@ -2,20 +2,20 @@
 
 using namespace std::chrono_literals;
 
-/** The addresses at which tapes are asked for. */
+/** Tests the addresses of requests for tapes. */
 class HubTapesTest : public HubOnScript
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aPageOfTapesIsAskedFor_data();
-    void aPageOfTapesIsAskedFor();
-    void aQueryReachesTheHubAsTyped_data();
-    void aQueryReachesTheHubAsTyped();
-    void oneTapeAndItsTranscriptAreAskedForById();
+    void pageRequestHasExpectedAddress_data();
+    void pageRequestHasExpectedAddress();
+    void queryReachesHubUnchanged_data();
+    void queryReachesHubUnchanged();
+    void tapeAndTranscriptAreRequestedById();
 };
 
-void HubTapesTest::aPageOfTapesIsAskedFor_data()
+void HubTapesTest::pageRequestHasExpectedAddress_data()
 {
     QTest::addColumn<QString>("market");
     QTest::addColumn<QString>("query");
@@ -26,8 +26,8 @@ void HubTapesTest::aPageOfTapesIsAskedFor_data()
         QTest::newRow(name) << market << query << 1 << 200
                             << "https://hub.test/api/tv/tapes?page=1&per_page=200" + rest;
     };
-    row("nothing", u""_s, u""_s, "");
-    row("not given", QString(), QString(), "");
+    row("empty", u""_s, u""_s, "");
+    row("null strings", QString(), QString(), "");
     row("market", u"springfield"_s, u""_s, "&market=springfield");
     row("market and query", u"springfield"_s, u"zoning"_s, "&market=springfield&q=zoning");
     row("query", u""_s, u"zoning"_s, "&q=zoning");
@@ -37,26 +37,26 @@ void HubTapesTest::aPageOfTapesIsAskedFor_data()
     row("a line break", u""_s, u"\n"_s, "&q=%0A");
     row("a line break in spaces", u""_s, u" \r\n "_s, "&q=%20%0D%0A%20");
     row("line and paragraph separators", u""_s, u"\u2028\u2029"_s, "&q=%E2%80%A8%E2%80%A9");
-    row("an odd market", u"st. john's&co"_s, u""_s, "&market=st.%20john%27s%26co");
+    row("a market with special characters", u"st. john's&co"_s, u""_s, "&market=st.%20john%27s%26co");
     row("a market of spaces", u" "_s, u""_s, "&market=%20");
     QTest::newRow("other pages") << u""_s << u""_s << 7 << 60 << "https://hub.test/api/tv/tapes?page=7&per_page=60"_ba;
 }
 
-void HubTapesTest::aPageOfTapesIsAskedFor()
+void HubTapesTest::pageRequestHasExpectedAddress()
 {
     QFETCH(QString, market);
     QFETCH(QString, query);
     QFETCH(int, page);
     QFETCH(int, perPage);
-    const auto result = kept(m_hub->tapes(market, query, page, perPage));
+    const auto result = pendingResult(m_hub->tapes(market, query, page, perPage));
     QCOMPARE(m_http->count(), 1);
     QTEST(m_http->request(0).url.toEncoded(), "address");
     m_http->answer(0, 200, R"({"total":1,"items":[{"id":3}]})");
-    QTRY_VERIFY(isThere(result));
+    QTRY_VERIFY(isFinished(result));
     QCOMPARE((*result)->value().items.at(0).id, 3);
 }
 
-void HubTapesTest::aQueryReachesTheHubAsTyped_data()
+void HubTapesTest::queryReachesHubUnchanged_data()
 {
     QTest::addColumn<QString>("query");
     QTest::addColumn<QString>("received");
@@ -73,14 +73,14 @@ void HubTapesTest::aQueryReachesTheHubAsTyped_data()
     row(u"e\u0301"_s);
     row(QString(u"a\0b"_s));
     row(u"\u007F\u0080\uFEFF\uFFFF"_s);
-    QTest::newRow("half a pair") << u"a"_s + QChar(0xD83D) + u"b"_s << u"a\uFFFDb"_s;
+    QTest::newRow("unpaired surrogate") << u"a"_s + QChar(0xD83D) + u"b"_s << u"a\uFFFDb"_s;
 }
 
-void HubTapesTest::aQueryReachesTheHubAsTyped()
+void HubTapesTest::queryReachesHubUnchanged()
 {
     QFETCH(QString, query);
-    kept(m_hub->tapes(u"m"_s, query, 1, 200));
-    // As a server takes an address apart: at "&", at the first "=", then byte by byte.
+    pendingResult(m_hub->tapes(u"m"_s, query, 1, 200));
+    // Splits the query as a server does: at "&", at the first "=", then percent-decodes the value.
     const QByteArray sent = m_http->request(0).url.query(QUrl::FullyEncoded).toLatin1();
     const QList<QByteArray> items = sent.split('&');
     QCOMPARE(items.size(), 4);
@@ -90,17 +90,17 @@ void HubTapesTest::aQueryReachesTheHubAsTyped()
     QVERIFY(!m_http->request(0).url.hasFragment());
 }
 
-void HubTapesTest::oneTapeAndItsTranscriptAreAskedForById()
+void HubTapesTest::tapeAndTranscriptAreRequestedById()
 {
-    const auto tape = kept(m_hub->tape(9007199254740993));
-    const auto transcript = kept(m_hub->transcript(9007199254740993));
-    const auto negative = kept(m_hub->tape(-1));
+    const auto tape = pendingResult(m_hub->tape(9007199254740993));
+    const auto transcript = pendingResult(m_hub->transcript(9007199254740993));
+    const auto negative = pendingResult(m_hub->tape(-1));
     QCOMPARE(m_http->request(0).url, QUrl(u"https://hub.test/api/tv/tape/9007199254740993"_s));
     QCOMPARE(m_http->request(1).url, QUrl(u"https://hub.test/api/meetings/9007199254740993/transcript"_s));
     QCOMPARE(m_http->request(2).url, QUrl(u"https://hub.test/api/tv/tape/-1"_s));
     m_http->answer(0, 200, R"({"id":9007199254740993})");
     m_http->answer(1, 200, R"({"text":"So moved."})");
-    QTRY_VERIFY(isThere(tape) && isThere(transcript));
+    QTRY_VERIFY(isFinished(tape) && isFinished(transcript));
     QCOMPARE((*tape)->value().id, 9007199254740993);
     QCOMPARE((*transcript)->value().text, u"So moved."_s);
 }

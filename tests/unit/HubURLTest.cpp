@@ -5,25 +5,25 @@
 
 using namespace Qt::StringLiterals;
 
-/** What becomes of a hub path on its way to an address. */
+/** Tests how a hub path is resolved to an address. */
 class HubURLTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aPathBecomesAnAddress_data();
-    void aPathBecomesAnAddress();
-    void whatDoesNotParseIsNoAddress_data();
-    void whatDoesNotParseIsNoAddress();
-    void theBuiltBaseIsAnHttpsOrigin();
-    void pathsAreResolvedAgainstTheBuiltBase();
-    void theCertificatesAreWholeOrNone();
+    void pathIsResolvedToAddress_data();
+    void pathIsResolvedToAddress();
+    void invalidPathIsNoAddress_data();
+    void invalidPathIsNoAddress();
+    void builtInBaseIsHttpsOrigin();
+    void pathIsResolvedAgainstBuiltInBase();
+    void builtInCertificatesEqualFile();
 
 private:
     const QUrl m_base{u"https://hub.test:8443"_s};
 };
 
-void HubURLTest::aPathBecomesAnAddress_data()
+void HubURLTest::pathIsResolvedToAddress_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QByteArray>("address");
@@ -43,7 +43,7 @@ void HubURLTest::aPathBecomesAnAddress_data()
     row(u"https://elsewhere.test"_s, "https://elsewhere.test");
     row(u"//elsewhere.test/a"_s, "https://elsewhere.test/a");
     row(u"HTTPS://elsewhere.test/a"_s, "https://elsewhere.test/a");
-    // Characters that an address cannot hold are encoded; what is encoded already stays.
+    // Characters that are not allowed in an address are percent-encoded; existing encodings are kept.
     row(u"/a b/é📼.m3u8"_s, "https://hub.test:8443/a%20b/%C3%A9%F0%9F%93%BC.m3u8");
     row(u"/a%20b/%C3%A9%2F.m3u8"_s, "https://hub.test:8443/a%20b/%C3%A9%2F.m3u8");
     row(u"/100%/x"_s, "https://hub.test:8443/100%25/x");
@@ -55,7 +55,7 @@ void HubURLTest::aPathBecomesAnAddress_data()
     row(u"/half"_s + QChar(0xD83D), "https://hub.test:8443/half%EF%BF%BD");
 }
 
-void HubURLTest::aPathBecomesAnAddress()
+void HubURLTest::pathIsResolvedToAddress()
 {
     QFETCH(QString, path);
     const auto url = hubURL(path, m_base);
@@ -63,13 +63,13 @@ void HubURLTest::aPathBecomesAnAddress()
     QTEST(url->toEncoded(), "address");
 }
 
-void HubURLTest::whatDoesNotParseIsNoAddress_data()
+void HubURLTest::invalidPathIsNoAddress_data()
 {
     QTest::addColumn<QString>("path");
     const QStringList paths{u""_s, u"https://"_s, u"http://"_s, u"https:///a"_s, u"http:/a"_s, u"https:a"_s,
                             u"https://a b/"_s, u"https://hub.test:port/"_s, u"https://hub.test:99999/"_s,
                             u"https://[::1/"_s, u"https://[nonsense]/"_s, u"https://a<b>/"_s, u"12:30/a"_s,
-                            // Schemes of their own never leave for the player or the network.
+                            // Other schemes are never passed to the player or the network.
                             u"javascript:alert(1)"_s, u"file:///etc/passwd"_s, u"file:/etc/passwd"_s,
                             u"data:text/plain,a"_s, u"ftp://hub.test/a"_s, u"rtmp://hub.test/a"_s,
                             u"council:1/index.m3u8"_s};
@@ -77,13 +77,13 @@ void HubURLTest::whatDoesNotParseIsNoAddress_data()
         QTest::newRow(path.toUtf8().constData()) << path;
 }
 
-void HubURLTest::whatDoesNotParseIsNoAddress()
+void HubURLTest::invalidPathIsNoAddress()
 {
     QFETCH(QString, path);
     QVERIFY(!hubURL(path, m_base));
 }
 
-void HubURLTest::theBuiltBaseIsAnHttpsOrigin()
+void HubURLTest::builtInBaseIsHttpsOrigin()
 {
     QCOMPARE(hubBase().scheme(), u"https"_s);
     QVERIFY(!hubBase().host().isEmpty());
@@ -91,12 +91,12 @@ void HubURLTest::theBuiltBaseIsAnHttpsOrigin()
     QCOMPARE(hubBase(), QUrl(QStringLiteral(QUILLMERE_HUB_BASE)));
 }
 
-void HubURLTest::pathsAreResolvedAgainstTheBuiltBase()
+void HubURLTest::pathIsResolvedAgainstBuiltInBase()
 {
     QCOMPARE(hubURL(u"/api/tv/status"_s)->toEncoded(), QByteArray(QUILLMERE_HUB_BASE "/api/tv/status"));
 }
 
-void HubURLTest::theCertificatesAreWholeOrNone()
+void HubURLTest::builtInCertificatesEqualFile()
 {
     QByteArray whole;
     if (QFile file(QStringLiteral(QUILLMERE_HUB_CA)); !file.fileName().isEmpty()) {

@@ -18,7 +18,7 @@ QByteArray contents(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no such file)");
 }
 
-void fill(const QString& path, const QByteArray& bytes)
+void writeFile(const QString& path, const QByteArray& bytes)
 {
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
@@ -34,7 +34,7 @@ class IniDefaultsTest : public QObject
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_path;
 
-    QStringList setAside() const
+    QStringList damagedFiles() const
     {
         return QDir(m_folder->path()).entryList({u"resume.ini.damaged-*"_s}, QDir::Files, QDir::Name);
     }
@@ -46,7 +46,7 @@ private Q_SLOTS:
         m_path = m_folder->filePath(u"resume.ini"_s);
     }
 
-    void aMissingFileHoldsNothingAndIsNotMade()
+    void missingFileIsEmptyAndIsNotCreated()
     {
         {
             const IniDefaults defaults(m_path);
@@ -56,17 +56,17 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(m_path));
     }
 
-    void numbersLastFromOneRunToTheNext_data()
+    void numberIsKeptForNextRun_data()
     {
         QTest::addColumn<double>("value");
         QTest::newRow("whole") << 60.0;
         QTest::newRow("fraction") << 1234.5678901234567;
         QTest::newRow("tiny") << 5e-324;
         QTest::newRow("huge") << 1e300;
-        QTest::newRow("below nothing") << -3.25;
-        QTest::newRow("nothing") << 0.0;
+        QTest::newRow("negative") << -3.25;
+        QTest::newRow("zero") << 0.0;
     }
-    void numbersLastFromOneRunToTheNext()
+    void numberIsKeptForNextRun()
     {
         QFETCH(double, value);
         {
@@ -79,7 +79,7 @@ private Q_SLOTS:
         QVERIFY(defaults.number(u"resume.tape.9007199254740993"_s) == value);
     }
 
-    void aRemovedNumberStaysAway()
+    void removedNumberStaysRemoved()
     {
         {
             IniDefaults defaults(m_path);
@@ -93,33 +93,33 @@ private Q_SLOTS:
         QCOMPARE(defaults.number(u"resume.tape.2"_s), 62.0);
     }
 
-    void whatStandsInTheFileIsHandedOnAsItIs_data()
+    void valueInFileIsReturnedUnchanged_data()
     {
         QTest::addColumn<QByteArray>("text");
         QTest::addColumn<double>("number");
-        QTest::newRow("words") << QByteArray("an hour or so") << 0.0;
-        QTest::newRow("nothing") << QByteArray() << 0.0;
+        QTest::newRow("text") << QByteArray("an hour or so") << 0.0;
+        QTest::newRow("empty") << QByteArray() << 0.0;
         QTest::newRow("a list") << QByteArray("1, 2") << 0.0;
         QTest::newRow("infinity") << QByteArray("inf") << std::numeric_limits<double>::infinity();
-        QTest::newRow("below zero") << QByteArray("-12.5") << -12.5;
+        QTest::newRow("negative") << QByteArray("-12.5") << -12.5;
         QTest::newRow("1e300") << QByteArray("1e300") << 1e300;
     }
-    void whatStandsInTheFileIsHandedOnAsItIs()
+    void valueInFileIsReturnedUnchanged()
     {
         QFETCH(QByteArray, text);
-        fill(m_path, "[General]\nresume.tape.7=" + text + "\n");
+        writeFile(m_path, "[General]\nresume.tape.7=" + text + "\n");
         const IniDefaults defaults(m_path);
         QVERIFY(defaults.contains(u"resume.tape.7"_s));
         QTEST(defaults.number(u"resume.tape.7"_s), "number");
     }
 
-    void noNumberIsHandedOnAsNoNumber()
+    void nanInFileIsReturnedAsNan()
     {
-        fill(m_path, "[General]\nresume.tape.7=nan\n");
+        writeFile(m_path, "[General]\nresume.tape.7=nan\n");
         QVERIFY(std::isnan(IniDefaults(m_path).number(u"resume.tape.7"_s)));
     }
 
-    void aDamagedFileIsSetAsideBeforeAnythingIsWritten_data()
+    void damagedFileIsRenamedBeforeWriting_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<double>("saved");
@@ -128,92 +128,92 @@ private Q_SLOTS:
             noise += char((i * 167 + i / 7) & 0xff);
         QTest::newRow("binary noise") << noise << 0.0;
         QTest::newRow("zeros") << QByteArray(512, '\0') << 0.0;
-        QTest::newRow("prose") << QByteArray("this is not what it was\nat all\n") << 0.0;
-        QTest::newRow("a tail of zeros") << QByteArray("[General]\nresume.tape.7=123.5\n") + QByteArray(64, '\0')
-                                         << 123.5;
-        QTest::newRow("a line cut short") << QByteArray("[General]\nresume.tape.7=123.5\nresume.ta") << 123.5;
+        QTest::newRow("plain text") << QByteArray("this is not what it was\nat all\n") << 0.0;
+        QTest::newRow("zeros at the end")
+            << QByteArray("[General]\nresume.tape.7=123.5\n") + QByteArray(64, '\0') << 123.5;
+        QTest::newRow("last line cut") << QByteArray("[General]\nresume.tape.7=123.5\nresume.ta") << 123.5;
     }
-    void aDamagedFileIsSetAsideBeforeAnythingIsWritten()
+    void damagedFileIsRenamedBeforeWriting()
     {
         QFETCH(QByteArray, bytes);
-        fill(m_path, bytes);
+        writeFile(m_path, bytes);
         {
             IniDefaults defaults(m_path);
             QTEST(defaults.number(u"resume.tape.7"_s), "saved");
             QCOMPARE(contents(m_path), bytes);
             defaults.setNumber(u"resume.tape.8"_s, 88);
         }
-        QCOMPARE(setAside().size(), 1);
-        QCOMPARE(contents(m_folder->filePath(setAside().first())), bytes);
+        QCOMPARE(damagedFiles().size(), 1);
+        QCOMPARE(contents(m_folder->filePath(damagedFiles().first())), bytes);
         const IniDefaults defaults(m_path);
         QCOMPARE(defaults.number(u"resume.tape.8"_s), 88.0);
         QTEST(defaults.number(u"resume.tape.7"_s), "saved");
     }
 
-    void twoDamagedFilesOfOneSecondAreBothKept()
+    void twoDamagedFilesInSameSecondAreBothKept()
     {
         for (const QByteArray& bytes : {QByteArray("first damage"), QByteArray("second damage")}) {
-            fill(m_path, bytes);
+            writeFile(m_path, bytes);
             IniDefaults(m_path).setNumber(u"resume.tape.8"_s, 88);
         }
-        QCOMPARE(setAside().size(), 2);
+        QCOMPARE(damagedFiles().size(), 2);
         QSet<QByteArray> kept;
-        for (const QString& name : setAside())
+        for (const QString& name : damagedFiles())
             kept.insert(contents(m_folder->filePath(name)));
         QCOMPARE(kept, (QSet<QByteArray>{"first damage", "second damage"}));
     }
 
-    void aFileDamagedWhileTheSetRunsLosesNoPosition()
+    void fileDamagedWhileRunningLosesNoPosition()
     {
         {
             IniDefaults defaults(m_path);
             defaults.setNumber(u"resume.tape.1"_s, 61);
             QTRY_VERIFY(contents(m_path).contains("resume.tape.1=61"));
-            fill(m_path, QByteArray(32, '\0'));
+            writeFile(m_path, QByteArray(32, '\0'));
             defaults.setNumber(u"resume.tape.2"_s, 62);
         }
-        QCOMPARE(setAside().size(), 1);
+        QCOMPARE(damagedFiles().size(), 1);
         const IniDefaults defaults(m_path);
         QCOMPARE(defaults.number(u"resume.tape.1"_s), 61.0);
         QCOMPARE(defaults.number(u"resume.tape.2"_s), 62.0);
     }
 
-    void anEmptyFileIsNotDamaged()
+    void emptyFileIsNotDamaged()
     {
-        fill(m_path, {});
+        writeFile(m_path, {});
         IniDefaults(m_path).setNumber(u"resume.tape.8"_s, 88);
-        QVERIFY(setAside().isEmpty());
+        QVERIFY(damagedFiles().isEmpty());
         QCOMPARE(IniDefaults(m_path).number(u"resume.tape.8"_s), 88.0);
     }
 
-    void whatElseStandsInTheFileStaysThere()
+    void otherEntriesInFileAreKept()
     {
-        fill(m_path, "[General]\nresume.tape.1=61\n\n[later]\nword=kept\n");
+        writeFile(m_path, "[General]\nresume.tape.1=61\n\n[later]\nword=kept\n");
         IniDefaults(m_path).setNumber(u"resume.tape.2"_s, 62);
         QVERIFY(contents(m_path).contains("word=kept"));
         QCOMPARE(IniDefaults(m_path).number(u"resume.tape.1"_s), 61.0);
     }
 
-    void aMissingFolderIsMade()
+    void missingFolderIsCreated()
     {
         const QString path = m_folder->filePath(u"a/b/c/resume.ini"_s);
         IniDefaults(path).setNumber(u"resume.tape.8"_s, 88);
         QCOMPARE(IniDefaults(path).number(u"resume.tape.8"_s), 88.0);
     }
 
-    void anUnwritablePlaceIsNoCrash_data()
+    void unwritablePathDoesNotCrash_data()
     {
-        QTest::addColumn<QString>("place");
-        QTest::newRow("a file in the folder's place") << u"blocked/resume.ini"_s;
-        QTest::newRow("a folder in the file's place") << u"folder"_s;
+        QTest::addColumn<QString>("relativePath");
+        QTest::newRow("a file instead of the folder") << u"blocked/resume.ini"_s;
+        QTest::newRow("a folder instead of the file") << u"folder"_s;
         QTest::newRow("no such device") << u"/proc/nowhere/resume.ini"_s;
     }
-    void anUnwritablePlaceIsNoCrash()
+    void unwritablePathDoesNotCrash()
     {
-        QFETCH(QString, place);
-        fill(m_folder->filePath(u"blocked"_s), "here");
+        QFETCH(QString, relativePath);
+        writeFile(m_folder->filePath(u"blocked"_s), "here");
         QVERIFY(QDir(m_folder->path()).mkpath(u"folder"_s));
-        const QString path = QDir(m_folder->path()).absoluteFilePath(place);
+        const QString path = QDir(m_folder->path()).absoluteFilePath(relativePath);
         IniDefaults defaults(path);
         defaults.setNumber(u"resume.tape.8"_s, 88);
         QCOMPARE(defaults.number(u"resume.tape.8"_s), 88.0);
@@ -221,10 +221,10 @@ private Q_SLOTS:
         QCOMPARE(defaults.number(u"resume.tape.8"_s), 0.0);
     }
 
-    void aPlaceThatCanBeWrittenAgainGetsWhatItMissed()
+    void pathThatBecomesWritableGetsAllChanges()
     {
         const QString path = m_folder->filePath(u"later/resume.ini"_s);
-        fill(m_folder->filePath(u"later"_s), "in the way");
+        writeFile(m_folder->filePath(u"later"_s), "in the way");
         {
             IniDefaults defaults(path);
             defaults.setNumber(u"resume.tape.1"_s, 61);
@@ -237,7 +237,7 @@ private Q_SLOTS:
         QCOMPARE(defaults.number(u"resume.tape.2"_s), 62.0);
     }
 
-    void manyChangesEndInTheLatest()
+    void manyChangesEndWithLatest()
     {
         constexpr int changes = 2000;
         {
@@ -250,7 +250,7 @@ private Q_SLOTS:
             QCOMPARE(defaults.number(u"resume.tape."_s + QString::number(tape)), tape == 0 ? 2000.0 : 1950.0 + tape);
     }
 
-    void theFileIsReplacedAndNeverHalfWritten()
+    void fileIsReplacedAtomically()
     {
         IniDefaults(m_path).setNumber(u"resume.tape.1"_s, 61);
         IniDefaults defaults(m_path);

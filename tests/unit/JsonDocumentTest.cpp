@@ -24,7 +24,7 @@ void addDocuments(const Documents& documents)
 struct NumberText
 {
     const char* text;
-    std::optional<qint64> value; ///< what it says exactly, where that is an integer
+    std::optional<qint64> value; ///< the exact integer value of the text; none if it is not an integer
 };
 
 constexpr qint64 largest = std::numeric_limits<qint64>::max();
@@ -74,54 +74,54 @@ constexpr NumberText numberTexts[] = {
 
 } // namespace
 
-/** What counts as a JSON document, and what its values are. */
+/** Tests which bytes are a JSON document, and how values are read from it. */
 class JsonDocumentTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aWellFormedDocumentIsTaken_data();
-    void aWellFormedDocumentIsTaken();
-    void aMalformedDocumentIsRefused_data();
-    void aMalformedDocumentIsRefused();
-    void aNumberBeyondAnyRangeIsNoIntegerAndHarmsNothingElse_data();
-    void aNumberBeyondAnyRangeIsNoIntegerAndHarmsNothingElse();
-    void depthIsBoundedAt512();
-    void theNumberOfValuesIsBounded();
-    void endlessNestingNeedsNoStack();
-    void aTextIsReadAsWritten_data();
-    void aTextIsReadAsWritten();
-    void halfASurrogatePairIsAlsoReplacedInAKey();
-    void aNumberIsAnIntegerWhenItsTextSaysExactlyOne_data();
-    void aNumberIsAnIntegerWhenItsTextSaysExactlyOne();
-    void theDecimalPointOfTheLocaleIsAPointToo();
-    void ofMembersWithOneKeyTheLastCounts();
-    void membersOfMembersAreNotMembers();
+    void wellFormedDocumentIsAccepted_data();
+    void wellFormedDocumentIsAccepted();
+    void malformedDocumentIsRejected_data();
+    void malformedDocumentIsRejected();
+    void hugeNumberIsNoIntegerAndOtherValuesAreRead_data();
+    void hugeNumberIsNoIntegerAndOtherValuesAreRead();
+    void depthIsLimitedTo512();
+    void numberOfValuesIsLimited();
+    void deepNestingDoesNotOverflowStack();
+    void textIsDecoded_data();
+    void textIsDecoded();
+    void unpairedSurrogateInKeyIsReplaced();
+    void numberIsIntegerIfItsExactValueIs_data();
+    void numberIsIntegerIfItsExactValueIs();
+    void decimalCommaIsReadAsPoint();
+    void lastMemberWithSameKeyIsUsed();
+    void nestedMembersAreNotMembers();
 };
 
-void JsonDocumentTest::aWellFormedDocumentIsTaken_data()
+void JsonDocumentTest::wellFormedDocumentIsAccepted_data()
 {
     addDocuments(wellFormedDocuments);
 }
 
-void JsonDocumentTest::aWellFormedDocumentIsTaken()
+void JsonDocumentTest::wellFormedDocumentIsAccepted()
 {
     QFETCH(QByteArray, bytes);
     QVERIFY(JsonDocument::parse(bytes));
 }
 
-void JsonDocumentTest::aMalformedDocumentIsRefused_data()
+void JsonDocumentTest::malformedDocumentIsRejected_data()
 {
     addDocuments(malformedDocuments);
 }
 
-void JsonDocumentTest::aMalformedDocumentIsRefused()
+void JsonDocumentTest::malformedDocumentIsRejected()
 {
     QFETCH(QByteArray, bytes);
     QVERIFY(!JsonDocument::parse(bytes));
 }
 
-void JsonDocumentTest::aNumberBeyondAnyRangeIsNoIntegerAndHarmsNothingElse_data()
+void JsonDocumentTest::hugeNumberIsNoIntegerAndOtherValuesAreRead_data()
 {
     QTest::addColumn<QByteArray>("number");
     const QByteArray numbers[] = {"1e400", "-1e400",    "1E+99999999999999999999",  "0.5e999",
@@ -130,7 +130,7 @@ void JsonDocumentTest::aNumberBeyondAnyRangeIsNoIntegerAndHarmsNothingElse_data(
         QTest::newRow(number.left(30).constData()) << number;
 }
 
-void JsonDocumentTest::aNumberBeyondAnyRangeIsNoIntegerAndHarmsNothingElse()
+void JsonDocumentTest::hugeNumberIsNoIntegerAndOtherValuesAreRead()
 {
     QFETCH(QByteArray, number);
     const auto document =
@@ -142,7 +142,7 @@ void JsonDocumentTest::aNumberBeyondAnyRangeIsNoIntegerAndHarmsNothingElse()
     QCOMPARE(document->root().member("d")->toInteger(), 7);
 }
 
-void JsonDocumentTest::depthIsBoundedAt512()
+void JsonDocumentTest::depthIsLimitedTo512()
 {
     const auto nested = [](qsizetype depth) { return QByteArray(depth, '[') + QByteArray(depth, ']'); };
     QVERIFY(JsonDocument::parse(nested(512)));
@@ -155,7 +155,7 @@ void JsonDocumentTest::depthIsBoundedAt512()
     QVERIFY(JsonDocument::parse('[' + (nested(511) + ',').repeated(3) + "0]"));
 }
 
-void JsonDocumentTest::theNumberOfValuesIsBounded()
+void JsonDocumentTest::numberOfValuesIsLimited()
 {
     const auto list = [](int elements) { return '[' + QByteArray("1,").repeated(elements - 1) + "1]"; };
     QVERIFY(JsonDocument::parse(list(JsonDocument::maxValues - 1)));
@@ -163,36 +163,36 @@ void JsonDocumentTest::theNumberOfValuesIsBounded()
     QVERIFY(!JsonDocument::parse('[' + QByteArray("\"\",").repeated(JsonDocument::maxValues) + "{}]"));
 }
 
-void JsonDocumentTest::endlessNestingNeedsNoStack()
+void JsonDocumentTest::deepNestingDoesNotOverflowStack()
 {
     QVERIFY(!JsonDocument::parse(QByteArray(10'000'000, '[')));
     QVERIFY(!JsonDocument::parse(QByteArray("{\"a\":").repeated(1'000'000)));
 }
 
-void JsonDocumentTest::aTextIsReadAsWritten_data()
+void JsonDocumentTest::textIsDecoded_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("text");
-    const QString half(QChar::ReplacementCharacter);
+    const QString replacement(QChar::ReplacementCharacter);
     QTest::newRow("empty") << "\"\""_ba << u""_s;
     QTest::newRow("escapes") << "\"\\\"\\\\\\/\\b\\f\\n\\r\\t\\u00e9\""_ba << u"\"\\/\b\f\n\r\té"_s;
     QTest::newRow("raw bytes") << "\"\xC3\xA9\xF0\x9F\x93\xBC\""_ba << u"é📼"_s;
-    QTest::newRow("pair") << "\"\\uD83D\\uDCFC\""_ba << u"📼"_s;
-    QTest::newRow("pair in small letters") << "\"\\ud83d\\udcfc\""_ba << u"📼"_s;
-    QTest::newRow("high alone") << "\"a\\uD83Db\""_ba << u"a"_s + half + u"b"_s;
-    QTest::newRow("high at the end") << "\"\\uDBFF\""_ba << half;
-    QTest::newRow("low alone") << "\"\\udc00x\""_ba << half + u"x"_s;
-    QTest::newRow("wrong way round") << "\"\\uDCFC\\uD83D\""_ba << half + half;
-    QTest::newRow("high before a pair") << "\"\\uD83D\\uD83D\\uDCFC\""_ba << half + u"📼"_s;
-    QTest::newRow("high before a letter's escape") << "\"\\uD83D\\u0041\""_ba << half + u"A"_s;
-    QTest::newRow("high before another escape") << "\"\\uD83D\\n\""_ba << half + u"\n"_s;
-    QTest::newRow("not an escape") << "\"\\\\uD83D\""_ba << u"\\uD83D"_s;
-    QTest::newRow("zero") << "\"a\\u0000b\""_ba << QString(u"a\0b"_s);
+    QTest::newRow("surrogate pair") << "\"\\uD83D\\uDCFC\""_ba << u"📼"_s;
+    QTest::newRow("surrogate pair in lower case") << "\"\\ud83d\\udcfc\""_ba << u"📼"_s;
+    QTest::newRow("high surrogate alone") << "\"a\\uD83Db\""_ba << u"a"_s + replacement + u"b"_s;
+    QTest::newRow("high surrogate at the end") << "\"\\uDBFF\""_ba << replacement;
+    QTest::newRow("low surrogate alone") << "\"\\udc00x\""_ba << replacement + u"x"_s;
+    QTest::newRow("low surrogate before high") << "\"\\uDCFC\\uD83D\""_ba << replacement + replacement;
+    QTest::newRow("high surrogate before a pair") << "\"\\uD83D\\uD83D\\uDCFC\""_ba << replacement + u"📼"_s;
+    QTest::newRow("high surrogate before an escaped letter") << "\"\\uD83D\\u0041\""_ba << replacement + u"A"_s;
+    QTest::newRow("high surrogate before another escape") << "\"\\uD83D\\n\""_ba << replacement + u"\n"_s;
+    QTest::newRow("escaped backslash") << "\"\\\\uD83D\""_ba << u"\\uD83D"_s;
+    QTest::newRow("NUL character") << "\"a\\u0000b\""_ba << QString(u"a\0b"_s);
     QTest::newRow("byte order mark") << "\"\xEF\xBB\xBF\\uFEFFa\""_ba << u"\uFEFF\uFEFFa"_s;
-    QTest::newRow("not a character") << "\"\\uFFFF\""_ba << QString(QChar(0xFFFF));
+    QTest::newRow("noncharacter") << "\"\\uFFFF\""_ba << QString(QChar(0xFFFF));
 }
 
-void JsonDocumentTest::aTextIsReadAsWritten()
+void JsonDocumentTest::textIsDecoded()
 {
     QFETCH(QByteArray, bytes);
     const auto document = JsonDocument::parse(bytes);
@@ -200,14 +200,14 @@ void JsonDocumentTest::aTextIsReadAsWritten()
     QTEST(document->root().toString().value_or(u"no text"_s), "text");
 }
 
-void JsonDocumentTest::halfASurrogatePairIsAlsoReplacedInAKey()
+void JsonDocumentTest::unpairedSurrogateInKeyIsReplaced()
 {
     const auto document = JsonDocument::parse("{\"\\uD83D\":1}");
     QVERIFY(document);
     QVERIFY(document->root().member("\xEF\xBF\xBD"));
 }
 
-void JsonDocumentTest::aNumberIsAnIntegerWhenItsTextSaysExactlyOne_data()
+void JsonDocumentTest::numberIsIntegerIfItsExactValueIs_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<bool>("isInteger");
@@ -216,7 +216,7 @@ void JsonDocumentTest::aNumberIsAnIntegerWhenItsTextSaysExactlyOne_data()
         QTest::newRow(number.text) << QByteArray(number.text) << number.value.has_value() << number.value.value_or(0);
 }
 
-void JsonDocumentTest::aNumberIsAnIntegerWhenItsTextSaysExactlyOne()
+void JsonDocumentTest::numberIsIntegerIfItsExactValueIs()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(bool, isInteger);
@@ -230,13 +230,13 @@ void JsonDocumentTest::aNumberIsAnIntegerWhenItsTextSaysExactlyOne()
     QTEST(fromText.value_or(0), "value");
 }
 
-void JsonDocumentTest::theDecimalPointOfTheLocaleIsAPointToo()
+void JsonDocumentTest::decimalCommaIsReadAsPoint()
 {
     QCOMPARE(exactJsonInteger("1,0").value_or(-1), 1);
     QVERIFY(!exactJsonInteger("1,5"));
 }
 
-void JsonDocumentTest::ofMembersWithOneKeyTheLastCounts()
+void JsonDocumentTest::lastMemberWithSameKeyIsUsed()
 {
     const auto document = JsonDocument::parse(R"({"a":1,"b":2,"a":{"a":4},"a":3})");
     QVERIFY(document);
@@ -244,7 +244,7 @@ void JsonDocumentTest::ofMembersWithOneKeyTheLastCounts()
     QCOMPARE(document->root().count(), 4);
 }
 
-void JsonDocumentTest::membersOfMembersAreNotMembers()
+void JsonDocumentTest::nestedMembersAreNotMembers()
 {
     const auto document = JsonDocument::parse(R"({"a":{"b":1,"c":[{"b":2}]},"d":3})");
     QVERIFY(document);

@@ -5,7 +5,7 @@
 
 using namespace std::string_view_literals;
 
-/** Bytes that are a JSON document. */
+/** Well-formed JSON documents. */
 constexpr std::array wellFormedDocuments{
     "{}"sv,
     "[]"sv,
@@ -42,7 +42,7 @@ constexpr std::array wellFormedDocuments{
     "[-1e-400]"sv,
 };
 
-/** Bytes that are none. */
+/** Byte strings that are not JSON documents. */
 constexpr std::array malformedDocuments{
     ""sv,
     " "sv,

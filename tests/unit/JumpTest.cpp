@@ -9,28 +9,28 @@ using Kind = PlayerItem::Kind;
 using Status = PlayerItem::Status;
 using TimeControl = VideoPlayer::TimeControl;
 
-/** Positions that nobody sought, as data were left out. Recordings of 120 seconds. */
+/** Tests position jumps without a seek, caused by data missing from the stream. Recordings are 120 seconds long. */
 class JumpTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void dataLeftOutAreABreak();
-    void aJumpIsNoResumePosition();
-    void dataLeftOutAgainArePassedOver();
-    void dataLeftOutElsewhereAreABreak();
-    void aSingleSegmentIsPassedOver();
-    void aJumpToTheEndIsNotTheEnd();
-    void aLandingBeyondDataLeftOutIsABreak_data();
-    void aLandingBeyondDataLeftOutIsABreak();
-    void aLandingBeyondDataLeftOutAgainCounts();
-    void aLateReportIsNoJump();
-    void aPassingTimestampIsNoPosition();
-    void aLiveStreamPlaysOn_data();
-    void aLiveStreamPlaysOn();
+    void missingDataIsTreatedAsBreak();
+    void positionAfterJumpIsNotReported();
+    void dataMissingAgainIsSkipped();
+    void dataMissingElsewhereIsTreatedAsBreak();
+    void singleMissingSegmentIsSkipped();
+    void jumpToEndIsNotTreatedAsEnd();
+    void landingBehindMissingDataIsTreatedAsBreak_data();
+    void landingBehindMissingDataIsTreatedAsBreak();
+    void secondLandingBehindMissingDataIsAccepted();
+    void lateReportIsNotTreatedAsJump();
+    void singleWrongTimestampIsIgnored();
+    void liveStreamPlaysOnAfterJump_data();
+    void liveStreamPlaysOnAfterJump();
 };
 
-void JumpTest::dataLeftOutAreABreak()
+void JumpTest::missingDataIsTreatedAsBreak()
 {
     StreamOnScript script;
     script.playFrom(20);
@@ -43,13 +43,13 @@ void JumpTest::dataLeftOutAreABreak()
     QCOMPARE(script.engine->stops, 1);
     script.clock.advance(1s);
     QCOMPARE(script.engine->loads.last().startAt, 30.0);
-    script.show(30.2);
-    script.moveTo(50); // the server is whole again
+    script.showPicture(30.2);
+    script.moveTo(50); // the server sends all data again
     QCOMPARE(script.engine->loads.size(), 2);
     QCOMPARE(script.player->position(), 50.0);
 }
 
-void JumpTest::aJumpIsNoResumePosition()
+void JumpTest::positionAfterJumpIsNotReported()
 {
     StreamOnScript script;
     QList<double> reports;
@@ -60,12 +60,12 @@ void JumpTest::aJumpIsNoResumePosition()
     script.jumpTo(80);
     QCOMPARE(reports, QList<double>{});
     script.clock.advance(1s);
-    script.show(25);
+    script.showPicture(25);
     script.moveTo(30);
     QCOMPARE(reports, QList<double>{30});
 }
 
-void JumpTest::dataLeftOutAgainArePassedOver()
+void JumpTest::dataMissingAgainIsSkipped()
 {
     StreamOnScript script;
     script.playFrom(20);
@@ -73,7 +73,7 @@ void JumpTest::dataLeftOutAgainArePassedOver()
     script.moveTo(30);
     script.jumpTo(80);
     script.clock.advance(1s);
-    script.show(30.5);
+    script.showPicture(30.5);
     script.skipData();
     script.moveTo(30.8);
     script.jumpTo(80);
@@ -85,14 +85,14 @@ void JumpTest::dataLeftOutAgainArePassedOver()
     QCOMPARE(ended.count(), 1);
 }
 
-void JumpTest::dataLeftOutElsewhereAreABreak()
+void JumpTest::dataMissingElsewhereIsTreatedAsBreak()
 {
     StreamOnScript script;
     script.playFrom(20);
     script.skipData();
     script.jumpTo(40);
     script.clock.advance(1s);
-    script.show(20);
+    script.showPicture(20);
     script.skipData();
     script.jumpTo(40);
     script.moveTo(50);
@@ -103,7 +103,7 @@ void JumpTest::dataLeftOutElsewhereAreABreak()
     QCOMPARE(script.engine->loads.last().startAt, 50.0);
 }
 
-void JumpTest::aSingleSegmentIsPassedOver()
+void JumpTest::singleMissingSegmentIsSkipped()
 {
     StreamOnScript script;
     script.playFrom(20);
@@ -113,7 +113,7 @@ void JumpTest::aSingleSegmentIsPassedOver()
     QCOMPARE(script.player->position(), 30.04);
 }
 
-void JumpTest::aJumpToTheEndIsNotTheEnd()
+void JumpTest::jumpToEndIsNotTreatedAsEnd()
 {
     StreamOnScript script;
     script.playFrom(20);
@@ -124,7 +124,7 @@ void JumpTest::aJumpToTheEndIsNotTheEnd()
         script.endFile();
         QCOMPARE(script.item->status(), Status::ReadyToPlay);
         script.clock.advance(delay);
-        script.show(20);
+        script.showPicture(20);
     }
     script.skipData();
     script.jumpTo(119);
@@ -134,14 +134,14 @@ void JumpTest::aJumpToTheEndIsNotTheEnd()
     QCOMPARE(ended.count(), 0);
 }
 
-void JumpTest::aLandingBeyondDataLeftOutIsABreak_data()
+void JumpTest::landingBehindMissingDataIsTreatedAsBreak_data()
 {
     QTest::addColumn<bool>("atTheStart");
-    QTest::newRow("of the start") << true;
-    QTest::newRow("of a seek") << false;
+    QTest::newRow("at the start") << true;
+    QTest::newRow("after a seek") << false;
 }
 
-void JumpTest::aLandingBeyondDataLeftOutIsABreak()
+void JumpTest::landingBehindMissingDataIsTreatedAsBreak()
 {
     QFETCH(const bool, atTheStart);
     StreamOnScript script;
@@ -150,41 +150,41 @@ void JumpTest::aLandingBeyondDataLeftOutIsABreak()
         script.player->seek(60, SeekTolerance::AtOrAfter);
         script.player->play();
         script.start();
-        script.know(120);
+        script.reportDuration(120);
         script.skipData();
-        script.show(90);
+        script.showPicture(90);
     } else {
         script.playFrom(20);
         script.skipData();
         script.player->seek(60, SeekTolerance::AtOrAfter);
-        script.land(90);
+        script.finishSeek(90);
     }
     QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
     QCOMPARE(script.player->position(), 60.0);
     script.clock.advance(1s);
     QCOMPARE(script.engine->loads.last().startAt, 60.0);
-    script.show(60);
+    script.showPicture(60);
     QCOMPARE(script.player->timeControl(), TimeControl::Playing);
     QCOMPARE(script.player->position(), 60.0);
 }
 
-void JumpTest::aLandingBeyondDataLeftOutAgainCounts()
+void JumpTest::secondLandingBehindMissingDataIsAccepted()
 {
     StreamOnScript script;
     script.playFrom(20);
     QList<bool> done;
     script.skipData();
     script.player->seek(60, SeekTolerance::AtOrAfter, [&](bool finished) { done << finished; });
-    script.land(90);
+    script.finishSeek(90);
     QCOMPARE(done, QList<bool>{});
     script.clock.advance(1s);
     script.skipData();
-    script.show(90);
+    script.showPicture(90);
     QCOMPARE(script.player->position(), 90.0);
     QCOMPARE(done, QList<bool>{true});
 }
 
-void JumpTest::aLateReportIsNoJump()
+void JumpTest::lateReportIsNotTreatedAsJump()
 {
     StreamOnScript script;
     script.playFrom(20);
@@ -200,7 +200,7 @@ void JumpTest::aLateReportIsNoJump()
     QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
 }
 
-void JumpTest::aPassingTimestampIsNoPosition()
+void JumpTest::singleWrongTimestampIsIgnored()
 {
     StreamOnScript script;
     script.playFrom(20);
@@ -211,14 +211,14 @@ void JumpTest::aPassingTimestampIsNoPosition()
     QCOMPARE(script.player->position(), 30.2);
 }
 
-void JumpTest::aLiveStreamPlaysOn_data()
+void JumpTest::liveStreamPlaysOnAfterJump_data()
 {
     QTest::addColumn<double>("to");
     QTest::newRow("forward") << 4000.0;
     QTest::newRow("back") << 0.0;
 }
 
-void JumpTest::aLiveStreamPlaysOn()
+void JumpTest::liveStreamPlaysOnAfterJump()
 {
     QFETCH(const double, to);
     StreamOnScript script;

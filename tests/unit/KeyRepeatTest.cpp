@@ -10,19 +10,19 @@ class KeyRepeatTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theStepsOfAHeldButton();
-    void stepsSoFar_data();
-    void stepsSoFar();
-    void aReleaseThatWaitsBehindADueStepComesFirst();
-    void missedStepsAreDropped();
-    void aLateStepIsNotFollowedHardByTheNext_data();
-    void aLateStepIsNotFollowedHardByTheNext();
-    void aFalseReleaseLosesNoStep();
-    void theNextPressBeginsAnew();
-    void aRepeatEndsWithItsOwner();
+    void heldButtonRepeatsAtExpectedTimes();
+    void heldButtonRepeatsExpectedNumberOfTimes_data();
+    void heldButtonRepeatsExpectedNumberOfTimes();
+    void releaseQueuedBehindDueRepeatSuppressesRepeat();
+    void missedRepeatsAreDropped();
+    void lateRepeatIsNotFollowedAtOnceByNext_data();
+    void lateRepeatIsNotFollowedAtOnceByNext();
+    void resumeAfterReleaseLosesNoRepeat();
+    void nextPressStartsWithFirstDelay();
+    void repeatStopsWhenDestroyed();
 };
 
-void KeyRepeatTest::theStepsOfAHeldButton()
+void KeyRepeatTest::heldButtonRepeatsAtExpectedTimes()
 {
     ScriptedClock clock;
     clock.advance(12345ms);
@@ -35,11 +35,11 @@ void KeyRepeatTest::theStepsOfAHeldButton()
                                 2080, 2120}));
 }
 
-void KeyRepeatTest::stepsSoFar_data()
+void KeyRepeatTest::heldButtonRepeatsExpectedNumberOfTimes_data()
 {
     QTest::addColumn<int>("time");
     QTest::addColumn<int>("steps");
-    QTest::newRow("just before the first") << 399 << 0;
+    QTest::newRow("just before the first repeat") << 399 << 0;
     QTest::newRow("400 ms") << 400 << 1;
     QTest::newRow("1 s") << 1000 << 5;
     QTest::newRow("2 s") << 2000 << 14;
@@ -47,7 +47,7 @@ void KeyRepeatTest::stepsSoFar_data()
     QTest::newRow("10 s") << 10000 << 214;
 }
 
-void KeyRepeatTest::stepsSoFar()
+void KeyRepeatTest::heldButtonRepeatsExpectedNumberOfTimes()
 {
     QFETCH(int, time);
     ScriptedClock clock;
@@ -58,19 +58,19 @@ void KeyRepeatTest::stepsSoFar()
     QTEST(steps, "steps");
 }
 
-void KeyRepeatTest::aReleaseThatWaitsBehindADueStepComesFirst()
+void KeyRepeatTest::releaseQueuedBehindDueRepeatSuppressesRepeat()
 {
     ScriptedClock clock;
     int steps = 0;
     KeyRepeat repeat(clock, [&] { ++steps; });
     repeat.press();
-    // Due at the same moment as the step, and queued after it.
+    // The release is due at the same time as the repeat, and is queued after it.
     const auto queued = clock.after(400ms, [&] { repeat.release(); });
     clock.advance(10s);
     QCOMPARE(steps, 0);
 }
 
-void KeyRepeatTest::missedStepsAreDropped()
+void KeyRepeatTest::missedRepeatsAreDropped()
 {
     ScriptedClock clock;
     int steps = 0;
@@ -85,7 +85,7 @@ void KeyRepeatTest::missedStepsAreDropped()
     QCOMPARE(steps, 2);
 }
 
-void KeyRepeatTest::aLateStepIsNotFollowedHardByTheNext_data()
+void KeyRepeatTest::lateRepeatIsNotFollowedAtOnceByNext_data()
 {
     QTest::addColumn<int>("late");
     QTest::addColumn<int>("next");
@@ -93,7 +93,7 @@ void KeyRepeatTest::aLateStepIsNotFollowedHardByTheNext_data()
     QTest::newRow("at 25 a second") << 2079 << 2120;
 }
 
-void KeyRepeatTest::aLateStepIsNotFollowedHardByTheNext()
+void KeyRepeatTest::lateRepeatIsNotFollowedAtOnceByNext()
 {
     QFETCH(int, late);
     QFETCH(int, next);
@@ -108,13 +108,13 @@ void KeyRepeatTest::aLateStepIsNotFollowedHardByTheNext()
     QCOMPARE(steps, (QList<int>{late, next}));
 }
 
-void KeyRepeatTest::aFalseReleaseLosesNoStep()
+void KeyRepeatTest::resumeAfterReleaseLosesNoRepeat()
 {
     ScriptedClock clock;
     int steps = 0;
     KeyRepeat repeat(clock, [&] { ++steps; });
     repeat.press();
-    // Between the moment a step falls due and the step itself.
+    // The release and the resumed press arrive after the repeat is due but before it is delivered.
     const auto queued = clock.after(400ms, [&] {
         repeat.release();
         repeat.resume();
@@ -125,7 +125,7 @@ void KeyRepeatTest::aFalseReleaseLosesNoStep()
     QCOMPARE(steps, 2);
 }
 
-void KeyRepeatTest::theNextPressBeginsAnew()
+void KeyRepeatTest::nextPressStartsWithFirstDelay()
 {
     ScriptedClock clock;
     int steps = 0;
@@ -143,7 +143,7 @@ void KeyRepeatTest::theNextPressBeginsAnew()
     QCOMPARE(steps, 44);
 }
 
-void KeyRepeatTest::aRepeatEndsWithItsOwner()
+void KeyRepeatTest::repeatStopsWhenDestroyed()
 {
     ScriptedClock clock;
     int steps = 0;

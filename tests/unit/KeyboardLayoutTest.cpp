@@ -18,7 +18,7 @@ void addPages()
     QTest::newRow("punctuation") << Page::Punctuation;
 }
 
-/** All characters of a page in the order in which they are read. */
+/** All characters of a page in reading order. */
 QString characters(Page page)
 {
     QString text;
@@ -42,49 +42,49 @@ Key keyAt(Page page, int row, int column)
 
 } // namespace
 
-/** What the pages of the on-screen keyboard hold, and where. */
+/** Tests the keys of the on-screen keyboard's pages and their positions. */
 class KeyboardLayoutTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theKeysOfAPageFillTheWholeGridOnce_data();
-    void theKeysOfAPageFillTheWholeGridOnce();
-    void lettersStandInTheirOrderAndDigitsBehindThem();
-    void accentedLettersStandInTheOrderOfTheirLetters();
-    void noCharacterButSpaceStandsTwice();
-    void everyPageHasEveryCommand_data();
-    void everyPageHasEveryCommand();
-    void theKeyThatLedToAPageLeadsBack();
+    void keysOfPageFillGridWithoutOverlap_data();
+    void keysOfPageFillGridWithoutOverlap();
+    void lettersAreInOrderAndDigitsFollow();
+    void accentedLettersAreInOrderOfBaseLetters();
+    void onlySpaceIsOnSeveralPages();
+    void pageHasAllCommandKeys_data();
+    void pageHasAllCommandKeys();
+    void pageKeyLeadsBackFromSamePosition();
 };
 
-void KeyboardLayoutTest::theKeysOfAPageFillTheWholeGridOnce_data()
+void KeyboardLayoutTest::keysOfPageFillGridWithoutOverlap_data()
 {
     addPages();
 }
 
-void KeyboardLayoutTest::theKeysOfAPageFillTheWholeGridOnce()
+void KeyboardLayoutTest::keysOfPageFillGridWithoutOverlap()
 {
     QFETCH(Page, page);
-    QSet<std::pair<int, int>> taken;
+    QSet<std::pair<int, int>> occupied;
     int cells = 0;
     const auto all = keys(page);
     for (const Key& key : all) {
         for (int column = key.column; column < key.column + key.span; ++column, ++cells) {
             QVERIFY(key.row >= 0 && key.row < rows && column >= 0 && column < columns);
-            taken.insert({key.row, column});
+            occupied.insert({key.row, column});
         }
     }
     QCOMPARE(cells, rows * columns);
-    QCOMPARE(taken.size(), rows * columns);
+    QCOMPARE(occupied.size(), rows * columns);
 }
 
-void KeyboardLayoutTest::lettersStandInTheirOrderAndDigitsBehindThem()
+void KeyboardLayoutTest::lettersAreInOrderAndDigitsFollow()
 {
     QCOMPARE(characters(Page::Letters), u"abcdefghijklmnopqrstuvwxyz0123456789 "_s);
 }
 
-void KeyboardLayoutTest::accentedLettersStandInTheOrderOfTheirLetters()
+void KeyboardLayoutTest::accentedLettersAreInOrderOfBaseLetters()
 {
     QChar last;
     const QString text = characters(Page::AccentedLetters).chopped(1);
@@ -98,19 +98,19 @@ void KeyboardLayoutTest::accentedLettersStandInTheOrderOfTheirLetters()
     }
 }
 
-void KeyboardLayoutTest::noCharacterButSpaceStandsTwice()
+void KeyboardLayoutTest::onlySpaceIsOnSeveralPages()
 {
     const QString all = characters(Page::Letters).chopped(1) + characters(Page::AccentedLetters).chopped(1) +
                         characters(Page::Punctuation).chopped(1);
     QCOMPARE(QSet<QChar>(all.begin(), all.end()).size(), all.size());
 }
 
-void KeyboardLayoutTest::everyPageHasEveryCommand_data()
+void KeyboardLayoutTest::pageHasAllCommandKeys_data()
 {
     addPages();
 }
 
-void KeyboardLayoutTest::everyPageHasEveryCommand()
+void KeyboardLayoutTest::pageHasAllCommandKeys()
 {
     QFETCH(Page, page);
     QStringList captions;
@@ -118,7 +118,7 @@ void KeyboardLayoutTest::everyPageHasEveryCommand()
     for (const Key& key : all) {
         if (key.action != Action::Write && key.action != Action::ShowPage)
             captions.append(key.caption);
-        // What is no character stands at one place.
+        // A key that writes no character has the same position and action on every page.
         if (key.action != Action::Write)
             QCOMPARE(keyAt(Page::Letters, key.row, key.column).action, key.action);
     }
@@ -126,19 +126,19 @@ void KeyboardLayoutTest::everyPageHasEveryCommand()
     QVERIFY(characters(page).endsWith(u' '));
 }
 
-void KeyboardLayoutTest::theKeyThatLedToAPageLeadsBack()
+void KeyboardLayoutTest::pageKeyLeadsBackFromSamePosition()
 {
-    QSet<Page> led;
+    QSet<Page> opened;
     const auto all = keys(Page::Letters);
     for (const Key& key : all) {
         if (key.action != Action::ShowPage)
             continue;
-        led.insert(key.page);
+        opened.insert(key.page);
         const Key back = keyAt(key.page, key.row, key.column);
         QCOMPARE(back.action, Action::ShowPage);
         QCOMPARE(back.page, Page::Letters);
     }
-    QCOMPARE(led, (QSet<Page>{Page::AccentedLetters, Page::Punctuation}));
+    QCOMPARE(opened, (QSet<Page>{Page::AccentedLetters, Page::Punctuation}));
 }
 
 QTEST_GUILESS_MAIN(KeyboardLayoutTest)

@@ -11,19 +11,19 @@ class LandingTextsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theNewsDoorSaysWhatTheTowerDoes_data();
-    void theNewsDoorSaysWhatTheTowerDoes();
-    void theShopDoorCountsItsTapes_data();
-    void theShopDoorCountsItsTapes();
-    void theStatusLineShowsTheErrorFirst_data();
-    void theStatusLineShowsTheErrorFirst();
-    void theHubsWordsAreTakenAsTheyAre();
-    void aTextNoScreenHasRoomForIsShortened();
-    void onALineALineBreakReadsAsASpace_data();
-    void onALineALineBreakReadsAsASpace();
+    void newsDoorShowsTowerState_data();
+    void newsDoorShowsTowerState();
+    void shopDoorShowsTapeCount_data();
+    void shopDoorShowsTapeCount();
+    void statusLinePrefersError_data();
+    void statusLinePrefersError();
+    void hubTextIsShownUnchanged();
+    void veryLongTextIsShortened();
+    void lineBreakIsReplacedBySpace_data();
+    void lineBreakIsReplacedBySpace();
 };
 
-void LandingTextsTest::theNewsDoorSaysWhatTheTowerDoes_data()
+void LandingTextsTest::newsDoorShowsTowerState_data()
 {
     QTest::addColumn<bool>("towerLive");
     QTest::addColumn<QString>("programTitle");
@@ -38,7 +38,7 @@ void LandingTextsTest::theNewsDoorSaysWhatTheTowerDoes_data()
                                            << u"The tower is dark. Colour bars and a countdown until it isn't."_s;
 }
 
-void LandingTextsTest::theNewsDoorSaysWhatTheTowerDoes()
+void LandingTextsTest::newsDoorShowsTowerState()
 {
     QFETCH(bool, towerLive);
     QFETCH(QString, programTitle);
@@ -50,32 +50,32 @@ void LandingTextsTest::theNewsDoorSaysWhatTheTowerDoes()
     QTEST(newsDoorSubtitle(news), "subtitle");
 }
 
-void LandingTextsTest::theShopDoorCountsItsTapes_data()
+void LandingTextsTest::shopDoorShowsTapeCount_data()
 {
     QTest::addColumn<qint64>("tapes");
     QTest::addColumn<qint64>("markets");
     QTest::addColumn<QString>("subtitle");
 
     const QString checking = u"Checking what's on the shelf…"_s;
-    QTest::newRow("nothing known") << qint64(0) << qint64(0) << checking;
+    QTest::newRow("no tapes, no markets") << qint64(0) << qint64(0) << checking;
     QTest::newRow("no tapes in three markets") << qint64(0) << qint64(3) << checking;
-    QTest::newRow("a count below nothing") << qint64(-5) << qint64(3) << checking;
+    QTest::newRow("negative count") << qint64(-5) << qint64(3) << checking;
     QTest::newRow("one tape, one market")
         << qint64(1) << qint64(1) << u"1 tapes in stock · 1 market · every one plays right here"_s;
     QTest::newRow("no markets") << qint64(12) << qint64(0)
                                 << u"12 tapes in stock · 0 markets · every one plays right here"_s;
-    QTest::newRow("no grouping") << qint64(123456) << qint64(3)
-                                 << u"123456 tapes in stock · 3 markets · every one plays right here"_s;
+    QTest::newRow("no digit grouping") << qint64(123456) << qint64(3)
+                                       << u"123456 tapes in stock · 3 markets · every one plays right here"_s;
 }
 
-void LandingTextsTest::theShopDoorCountsItsTapes()
+void LandingTextsTest::shopDoorShowsTapeCount()
 {
     QFETCH(qint64, tapes);
     QFETCH(qint64, markets);
     QTEST(storeDoorSubtitle(tapes, markets), "subtitle");
 }
 
-void LandingTextsTest::theStatusLineShowsTheErrorFirst_data()
+void LandingTextsTest::statusLinePrefersError_data()
 {
     QTest::addColumn<QString>("lastError");
     QTest::addColumn<bool>("isLoading");
@@ -87,8 +87,8 @@ void LandingTextsTest::theStatusLineShowsTheErrorFirst_data()
     const QString error = u"The hub answered 503."_s;
     const QColor red(217, 43, 43);
     const QColor cream(247, 244, 236);
-    QTest::newRow("error at rest") << error << false << true << error << 24 << red;
-    QTest::newRow("error while loading first") << error << true << false << error << 24 << red;
+    QTest::newRow("error, not loading") << error << false << true << error << 24 << red;
+    QTest::newRow("error during first load") << error << true << false << error << 24 << red;
     QTest::newRow("first load") << QString() << true << false << u"Tuning in…"_s << 24
                                 << StationPalette::faded(cream, 0.6);
     QTest::newRow("later load") << QString() << true << true << u"Press ▶︎ to refresh"_s << 22
@@ -99,7 +99,7 @@ void LandingTextsTest::theStatusLineShowsTheErrorFirst_data()
                             << StationPalette::faded(cream, 0.4);
 }
 
-void LandingTextsTest::theStatusLineShowsTheErrorFirst()
+void LandingTextsTest::statusLinePrefersError()
 {
     QFETCH(QString, lastError);
     QFETCH(bool, isLoading);
@@ -111,7 +111,7 @@ void LandingTextsTest::theStatusLineShowsTheErrorFirst()
     QTEST(line.color, "color");
 }
 
-void LandingTextsTest::theHubsWordsAreTakenAsTheyAre()
+void LandingTextsTest::hubTextIsShownUnchanged()
 {
     NewsStatus news;
     news.towerLive = true;
@@ -119,17 +119,17 @@ void LandingTextsTest::theHubsWordsAreTakenAsTheyAre()
     QCOMPARE(newsDoorSubtitle(news), news.programTitle);
 }
 
-void LandingTextsTest::aTextNoScreenHasRoomForIsShortened()
+void LandingTextsTest::veryLongTextIsShortened()
 {
     const QString whole(1000, u'a');
     QCOMPARE(shortenedText(whole), whole);
     QCOMPARE(shortenedText(whole + u'b'), whole + u'…');
-    // Half of a pair would be drawn as a box.
+    // Half of a surrogate pair would be drawn as a box.
     const QString split = QString(999, u'a') + u"\U0001F4FA and on"_s;
     QCOMPARE(shortenedText(split), QString(999, u'a') + u'…');
 }
 
-void LandingTextsTest::onALineALineBreakReadsAsASpace_data()
+void LandingTextsTest::lineBreakIsReplacedBySpace_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("line feed") << u"Zoning\nand more"_s;
@@ -140,7 +140,7 @@ void LandingTextsTest::onALineALineBreakReadsAsASpace_data()
     QTest::newRow("several") << u"Zoning\n\nand more"_s;
 }
 
-void LandingTextsTest::onALineALineBreakReadsAsASpace()
+void LandingTextsTest::lineBreakIsReplacedBySpace()
 {
     QFETCH(const QString, text);
     QCOMPARE(shortenedLine(text), u"Zoning and more"_s);

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double width = 1000; // points, of every line
+constexpr double width = 1000; // width of every line in points
 
 QFont font()
 {
@@ -23,83 +23,83 @@ double lineHeight()
     return std::ceil(QFontMetricsF(font()).height());
 }
 
-/** A text of so many lines. */
+/** A text of `count` lines. */
 QString lines(int count)
 {
     return QStringList(count, u"A line"_s).join(u'\n');
 }
 
-WrappedText text(const QString& words, int leastLines = 1, double gap = 0)
+WrappedText text(const QString& words, int minimumLines = 1, double gap = 0)
 {
-    return {words, font(), width, gap, leastLines};
+    return {words, font(), width, gap, minimumLines};
 }
 
 } // namespace
 
-/** How texts that share a height share its lines. */
+/** Tests how texts that share a height divide its lines between them. */
 class LineBudgetTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void textsThatFitAreShownWhole();
-    void whatIsNotThereTakesNoRoom();
-    void theEarlierTextGoesFirst_data();
-    void theEarlierTextGoesFirst();
-    void aGapCounts();
-    void aTextIsCutAtTheLastLineThatFits_data();
-    void aTextIsCutAtTheLastLineThatFits();
-    void everyTextKeepsALineInNoRoom();
-    void aTextWrapsAsTheScreenDoes_data();
-    void aTextWrapsAsTheScreenDoes();
+    void textsThatFitAreShownCompletely();
+    void emptyTextTakesNoLine();
+    void earlierTextGetsLinesFirst_data();
+    void earlierTextGetsLinesFirst();
+    void gapReducesLines();
+    void textIsCutAtLastLineThatFits_data();
+    void textIsCutAtLastLineThatFits();
+    void everyTextKeepsOneLineWithoutSpace();
+    void textWrapsAsOnScreen_data();
+    void textWrapsAsOnScreen();
 };
 
-void LineBudgetTest::textsThatFitAreShownWhole()
+void LineBudgetTest::textsThatFitAreShownCompletely()
 {
     QCOMPARE(linesThatFit({text(lines(3)), text(lines(7))}, 10 * lineHeight() + 1), (QList<int>{3, 7}));
 }
 
-void LineBudgetTest::whatIsNotThereTakesNoRoom()
+void LineBudgetTest::emptyTextTakesNoLine()
 {
     QCOMPARE(linesThatFit({text({}, 4, 1000), text(lines(5))}, 3 * lineHeight() + 1), (QList<int>{0, 3}));
     QCOMPARE(linesThatFit({}, 100), QList<int>());
 }
 
-void LineBudgetTest::theEarlierTextGoesFirst_data()
+void LineBudgetTest::earlierTextGetsLinesFirst_data()
 {
-    QTest::addColumn<QList<int>>("wanted");
+    QTest::addColumn<QList<int>>("requested");
     QTest::addColumn<QList<int>>("least");
-    QTest::addColumn<int>("room"); // lines
+    QTest::addColumn<int>("available"); // in lines
     QTest::addColumn<QList<int>>("shown");
     using Lines = QList<int>;
-    QTest::newRow("the last one is cut") << Lines{3, 4, 9} << Lines{1, 1, 1} << 12 << Lines{3, 4, 5};
-    QTest::newRow("the last two are cut") << Lines{5, 9, 9} << Lines{1, 1, 1} << 10 << Lines{5, 4, 1};
-    QTest::newRow("all are cut") << Lines{90, 90, 90} << Lines{2, 2, 4} << 15 << Lines{9, 2, 4};
-    QTest::newRow("the least of each") << Lines{90, 90, 90} << Lines{2, 2, 4} << 8 << Lines{2, 2, 4};
-    QTest::newRow("a short one leaves its least") << Lines{90, 1, 1} << Lines{2, 2, 4} << 8 << Lines{6, 1, 1};
-    QTest::newRow("not even the least") << Lines{90, 90, 90} << Lines{2, 2, 4} << 6 << Lines{2, 2, 2};
-    QTest::newRow("hardly any") << Lines{90, 90, 90} << Lines{2, 2, 4} << 4 << Lines{2, 1, 1};
+    QTest::newRow("last text is cut") << Lines{3, 4, 9} << Lines{1, 1, 1} << 12 << Lines{3, 4, 5};
+    QTest::newRow("last two texts are cut") << Lines{5, 9, 9} << Lines{1, 1, 1} << 10 << Lines{5, 4, 1};
+    QTest::newRow("all texts are cut") << Lines{90, 90, 90} << Lines{2, 2, 4} << 15 << Lines{9, 2, 4};
+    QTest::newRow("minimum for each text") << Lines{90, 90, 90} << Lines{2, 2, 4} << 8 << Lines{2, 2, 4};
+    QTest::newRow("short texts leave lines to the first") << Lines{90, 1, 1} << Lines{2, 2, 4} << 8 << Lines{6, 1, 1};
+    QTest::newRow("less than all minimums") << Lines{90, 90, 90} << Lines{2, 2, 4} << 6 << Lines{2, 2, 2};
+    QTest::newRow("one line for some texts") << Lines{90, 90, 90} << Lines{2, 2, 4} << 4 << Lines{2, 1, 1};
 }
 
-void LineBudgetTest::theEarlierTextGoesFirst()
+void LineBudgetTest::earlierTextGetsLinesFirst()
 {
-    QFETCH(const QList<int>, wanted);
+    QFETCH(const QList<int>, requested);
     QFETCH(const QList<int>, least);
-    QFETCH(const int, room);
+    QFETCH(const int, available);
     QList<WrappedText> texts;
-    for (qsizetype i = 0; i < wanted.size(); ++i)
-        texts.append(text(lines(wanted.at(i)), least.at(i)));
-    QTEST(linesThatFit(texts, room * lineHeight() + 1), "shown");
+    for (qsizetype i = 0; i < requested.size(); ++i)
+        texts.append(text(lines(requested.at(i)), least.at(i)));
+    QTEST(linesThatFit(texts, available * lineHeight() + 1), "shown");
 }
 
-void LineBudgetTest::aGapCounts()
+void LineBudgetTest::gapReducesLines()
 {
     const QList<WrappedText> texts{text(lines(2), 1, 24), text(lines(9), 1, 24)};
     QCOMPARE(linesThatFit(texts, 48 + 5 * lineHeight() + 1), (QList<int>{2, 3}));
     QCOMPARE(linesThatFit(texts, 47 + 5 * lineHeight()), (QList<int>{2, 2}));
 }
 
-void LineBudgetTest::aTextIsCutAtTheLastLineThatFits_data()
+void LineBudgetTest::textIsCutAtLastLineThatFits_data()
 {
     QTest::addColumn<QString>("words");
     QTest::newRow("English") << u"Joint special session of the harbour board "_s.repeated(200);
@@ -110,7 +110,7 @@ void LineBudgetTest::aTextIsCutAtTheLastLineThatFits_data()
     QTest::newRow("lines") << QString(5000, u'\n');
 }
 
-void LineBudgetTest::aTextIsCutAtTheLastLineThatFits()
+void LineBudgetTest::textIsCutAtLastLineThatFits()
 {
     QFETCH(const QString, words);
     int before = 0;
@@ -118,29 +118,29 @@ void LineBudgetTest::aTextIsCutAtTheLastLineThatFits()
         const int shown = linesThatFit({text(words)}, height).constFirst();
         QVERIFY(shown > before);
         before = shown;
-        // Lines of other scripts are up to twice as tall.
+        // Lines of other scripts may be up to twice as tall.
         QVERIFY(shown * lineHeight() <= height + 1);
         QVERIFY((shown + 1) * lineHeight() * 2 > height);
     }
 }
 
-void LineBudgetTest::everyTextKeepsALineInNoRoom()
+void LineBudgetTest::everyTextKeepsOneLineWithoutSpace()
 {
     QCOMPARE(linesThatFit({text(lines(2)), text({}), text(lines(9), 4)}, 5), (QList<int>{1, 0, 1}));
 }
 
-void LineBudgetTest::aTextWrapsAsTheScreenDoes_data()
+void LineBudgetTest::textWrapsAsOnScreen_data()
 {
     QTest::addColumn<QString>("words");
     QTest::addColumn<int>("shown");
     QTest::newRow("blank") << u" "_s << 1;
     QTest::newRow("one line") << u"A line"_s << 1;
-    QTest::newRow("a break at its end") << u"A line\n"_s << 1;
-    QTest::newRow("breaks") << u"one\n\nthree"_s << 3;
+    QTest::newRow("line break at the end") << u"A line\n"_s << 1;
+    QTest::newRow("line breaks") << u"one\n\nthree"_s << 3;
     QTest::newRow("a word too long") << QString(100, u'W') << 3;
 }
 
-void LineBudgetTest::aTextWrapsAsTheScreenDoes()
+void LineBudgetTest::textWrapsAsOnScreen()
 {
     QFETCH(const QString, words);
     QTEST(linesThatFit({text(words)}, 1000).constFirst(), "shown");

@@ -6,48 +6,48 @@
 
 using namespace Qt::StringLiterals;
 
-/** The eyes that the tour, the journey and the measurements see with. */
+/** Tests the text reader and picture measurements that the tour, the journey tests and the benchmarks use. */
 class LivingRoomTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aReadingMistakeInEightLettersIsForgiven_data();
-    void aReadingMistakeInEightLettersIsForgiven();
-    void theRecordingsPositionIsReadFromItsBlocks_data();
-    void theRecordingsPositionIsReadFromItsBlocks();
-    void aPictureWithoutBlocksHasNoPosition();
-    void theCanvasIsCentredInAnOddScreen();
-    void differencesBelowTheToleranceDoNotCount();
+    void oneWrongLetterInEightIsAccepted_data();
+    void oneWrongLetterInEightIsAccepted();
+    void recordingPositionIsReadFromBlocks_data();
+    void recordingPositionIsReadFromBlocks();
+    void pictureWithoutBlocksHasNoPosition();
+    void canvasIsCentredOnScreenOfOtherRatio();
+    void differenceBelowToleranceIsIgnored();
 };
 
-void LivingRoomTest::aReadingMistakeInEightLettersIsForgiven_data()
+void LivingRoomTest::oneWrongLetterInEightIsAccepted_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("wanted");
+    QTest::addColumn<QString>("searched");
     QTest::addColumn<bool>("contained");
     QTest::newRow("the same") << u"Tuning in…"_s << u"Tuning in…"_s << true;
     QTest::newRow("punctuation and case") << u"TUNING, IN"_s << u"Tuning in…"_s << true;
-    QTest::newRow("within more") << u"x Press > to refresh y"_s << u"to refresh"_s << true;
-    QTest::newRow("over a line's end") << u"every one plays\nright here"_s << u"every one plays right here"_s << true;
+    QTest::newRow("inside a longer text") << u"x Press > to refresh y"_s << u"to refresh"_s << true;
+    QTest::newRow("across a line break") << u"every one plays\nright here"_s << u"every one plays right here"_s << true;
     QTest::newRow("a wrong letter") << u"Tun1ng in"_s << u"Tuning in…"_s << true;
     QTest::newRow("a missing letter") << u"Tunng in"_s << u"Tuning in…"_s << true;
     QTest::newRow("two wrong letters") << u"Tun1nq in"_s << u"Tuning in…"_s << false;
     QTest::newRow("a short word must be right") << u"LlVE"_s << u"LIVE"_s << false;
     QTest::newRow("a wrong digit") << u"269 tapes in stock"_s << u"268 tapes in stock"_s << false;
     QTest::newRow("a missing digit") << u"26 tapes in stock"_s << u"268 tapes in stock"_s << false;
-    QTest::newRow("a digit too many") << u"2168 tapes in stock"_s << u"268 tapes in stock"_s << false;
-    QTest::newRow("nothing") << QString() << u"LIVE"_s << false;
+    QTest::newRow("an extra digit") << u"2168 tapes in stock"_s << u"268 tapes in stock"_s << false;
+    QTest::newRow("empty") << QString() << u"LIVE"_s << false;
 }
 
-void LivingRoomTest::aReadingMistakeInEightLettersIsForgiven()
+void LivingRoomTest::oneWrongLetterInEightIsAccepted()
 {
     QFETCH(QString, text);
-    QFETCH(QString, wanted);
-    QTEST(TextReader::contains(text, wanted), "contained");
+    QFETCH(QString, searched);
+    QTEST(TextReader::contains(text, searched), "contained");
 }
 
-void LivingRoomTest::theRecordingsPositionIsReadFromItsBlocks_data()
+void LivingRoomTest::recordingPositionIsReadFromBlocks_data()
 {
     QTest::addColumn<QSize>("screen");
     QTest::addColumn<int>("seconds");
@@ -57,7 +57,7 @@ void LivingRoomTest::theRecordingsPositionIsReadFromItsBlocks_data()
     }
 }
 
-void LivingRoomTest::theRecordingsPositionIsReadFromItsBlocks()
+void LivingRoomTest::recordingPositionIsReadFromBlocks()
 {
     QFETCH(QSize, screen);
     QFETCH(int, seconds);
@@ -74,21 +74,21 @@ void LivingRoomTest::theRecordingsPositionIsReadFromItsBlocks()
     QCOMPARE(picture::recordedSeconds(image), std::optional(seconds));
 }
 
-void LivingRoomTest::aPictureWithoutBlocksHasNoPosition()
+void LivingRoomTest::pictureWithoutBlocksHasNoPosition()
 {
     QImage image(1920, 1080, QImage::Format_RGB32);
     image.fill(QColor(90, 120, 140));
     QCOMPARE(picture::recordedSeconds(image), std::nullopt);
 }
 
-void LivingRoomTest::theCanvasIsCentredInAnOddScreen()
+void LivingRoomTest::canvasIsCentredOnScreenOfOtherRatio()
 {
     QCOMPARE(picture::pixels({1920, 1080}, {100, 200, 300, 400}), QRect(100, 200, 300, 400));
     QCOMPARE(picture::pixels({3840, 2160}, {100, 200, 300, 400}), QRect(200, 400, 600, 800));
     QCOMPARE(picture::pixels({1920, 1200}, {0, 0, 1920, 1080}), QRect(0, 60, 1920, 1080));
 }
 
-void LivingRoomTest::differencesBelowTheToleranceDoNotCount()
+void LivingRoomTest::differenceBelowToleranceIsIgnored()
 {
     QImage one(1920, 1080, QImage::Format_RGB32);
     one.fill(QColor(100, 100, 100));

@@ -6,50 +6,48 @@
 
 using namespace std::chrono_literals;
 
-/** How long a lower third stays. */
+/** Tests how long a lower third is shown. */
 class LowerThirdControllerTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void itIsThereFromTheBeginning();
-    void itGoesAfterEightSecondsForGood();
-    void theWallClockHasNoSay();
-    void oneThatIsMadeAnewStartsAgain();
-    void oneThatIsGoneWaitsForNothing();
+    void lowerThirdIsShownFromStart();
+    void lowerThirdHidesForeverAfterEightSeconds();
+    void wallClockChangeHasNoEffect();
+    void newControllerStartsAgain();
+    void destroyedControllerHasNoTimer();
 };
 
-void LowerThirdControllerTest::itIsThereFromTheBeginning()
+void LowerThirdControllerTest::lowerThirdIsShownFromStart()
 {
     const LowerThirdController lower;
     QVERIFY(lower.isShown());
 }
 
-void LowerThirdControllerTest::itGoesAfterEightSecondsForGood()
+void LowerThirdControllerTest::lowerThirdHidesForeverAfterEightSeconds()
 {
     ScriptedClock clock;
-    Timepiece timepiece(clock);
     LowerThirdController lower;
-    lower.setTimepiece(&timepiece);
+    lower.setClock(&clock);
     const QSignalSpy changes(&lower, &LowerThirdController::isShownChanged);
     clock.advance(7999ms);
     QVERIFY(lower.isShown());
     clock.advance(1ms);
     QVERIFY(!lower.isShown());
     clock.advance(1h);
-    lower.setTimepiece(nullptr);
-    lower.setTimepiece(&timepiece);
+    lower.setClock(nullptr);
+    lower.setClock(&clock);
     clock.advance(1h);
     QVERIFY(!lower.isShown());
     QCOMPARE(changes.count(), 1);
 }
 
-void LowerThirdControllerTest::theWallClockHasNoSay()
+void LowerThirdControllerTest::wallClockChangeHasNoEffect()
 {
     ScriptedClock clock;
-    Timepiece timepiece(clock);
     LowerThirdController lower;
-    lower.setTimepiece(&timepiece);
+    lower.setClock(&clock);
     clock.advance(1s);
     clock.jumpTo(clock.now().addDays(1));
     clock.advance(6s);
@@ -59,27 +57,25 @@ void LowerThirdControllerTest::theWallClockHasNoSay()
     QVERIFY(!lower.isShown());
 }
 
-void LowerThirdControllerTest::oneThatIsMadeAnewStartsAgain()
+void LowerThirdControllerTest::newControllerStartsAgain()
 {
     ScriptedClock clock;
-    Timepiece timepiece(clock);
     LowerThirdController first;
-    first.setTimepiece(&timepiece);
+    first.setClock(&clock);
     clock.advance(5s);
     LowerThirdController second;
-    second.setTimepiece(&timepiece);
+    second.setClock(&clock);
     clock.advance(7s);
     QVERIFY(!first.isShown());
     QVERIFY(second.isShown());
 }
 
-void LowerThirdControllerTest::oneThatIsGoneWaitsForNothing()
+void LowerThirdControllerTest::destroyedControllerHasNoTimer()
 {
     ScriptedClock clock;
-    Timepiece timepiece(clock);
     {
         LowerThirdController lower;
-        lower.setTimepiece(&timepiece);
+        lower.setClock(&clock);
         QCOMPARE(clock.pendingTimers(), 1);
     }
     QCOMPARE(clock.pendingTimers(), 0);

@@ -7,7 +7,7 @@
 
 using namespace Qt::StringLiterals;
 
-/** The market picker's chips, and the viewer's place among them. */
+/** Tests the chips of the market picker and the list's current row. */
 class MarketListTest : public QObject
 {
     Q_OBJECT
@@ -15,25 +15,25 @@ class MarketListTest : public QObject
 private Q_SLOTS:
     void init();
 
-    void thereIsAChoiceFromTwoMarketsOn_data();
-    void thereIsAChoiceFromTwoMarketsOn();
-    void aChipIsSelectedByItsSlug_data();
-    void aChipIsSelectedByItsSlug();
-    void aChipSaysItsNameAndItsCount();
-    void aChipIsAsLongAsItsTexts();
-    void aLongNameIsBounded();
-    void thereAreChipsForTheFirstMarketsOfVeryMany();
-    void whatTheHubSaysAgainChangesNoChip();
-    void anotherChoiceChangesOnlyWhichChipIsSelected();
-    void pickingTellsTheSlug();
-    void thePlaceBeginsAtTheChosenMarket_data();
-    void thePlaceBeginsAtTheChosenMarket();
-    void whileTheFocusIsElsewhereThePlaceGoesBackToTheChosenMarket();
-    void aChoiceUnderTheFocusLeavesThePlaceThere();
-    void thePlaceStaysOnItsMarket_data();
-    void thePlaceStaysOnItsMarket();
-    void aPickerThatGoesForgetsItsPlace();
-    void whileTheChipsChangeNoMoveIsTaken();
+    void pickerIsShownFromTwoMarketsOn_data();
+    void pickerIsShownFromTwoMarketsOn();
+    void chipIsSelectedBySlug_data();
+    void chipIsSelectedBySlug();
+    void chipShowsNameAndCount();
+    void chipIsAsWideAsItsTexts();
+    void longNameIsCut();
+    void onlyFirst500MarketsHaveChips();
+    void sameMarketsAgainChangeNothing();
+    void anotherSelectionChangesOnlySelectedRole();
+    void pickEmitsSlug();
+    void currentRowStartsAtSelectedMarket_data();
+    void currentRowStartsAtSelectedMarket();
+    void currentRowReturnsToSelectedMarketWithoutFocus();
+    void selectionChangeKeepsFocusedRow();
+    void currentRowFollowsItsMarket_data();
+    void currentRowFollowsItsMarket();
+    void hiddenPickerResetsCurrentRow();
+    void setCurrentRowIsIgnoredDuringReset();
 
 private:
     static CatalogSummary summaryOf(const QStringList& slugs);
@@ -51,7 +51,7 @@ void MarketListTest::init()
     m_tester = std::make_unique<QAbstractItemModelTester>(m_list.get());
 }
 
-/** Markets named after their slugs, the first with 1 tape, the next with 2... */
+/** Markets named after their slugs; the first has 1 tape, the second 2, and so on. */
 CatalogSummary MarketListTest::summaryOf(const QStringList& slugs)
 {
     CatalogSummary summary;
@@ -71,120 +71,121 @@ QStringList MarketListTest::selected() const
     return titles;
 }
 
-void MarketListTest::thereIsAChoiceFromTwoMarketsOn_data()
+void MarketListTest::pickerIsShownFromTwoMarketsOn_data()
 {
     QTest::addColumn<QStringList>("markets");
     QTest::addColumn<QStringList>("chips");
     QTest::newRow("none") << QStringList() << QStringList();
     QTest::newRow("one") << QStringList{u"a"_s} << QStringList();
     QTest::newRow("two") << QStringList{u"b"_s, u"a"_s} << QStringList{u"All markets"_s, u"B"_s, u"A"_s};
-    QTest::newRow("two of one slug") << QStringList{u"a"_s, u"a"_s} << QStringList{u"All markets"_s, u"A"_s, u"A"_s};
+    QTest::newRow("two with the same slug")
+        << QStringList{u"a"_s, u"a"_s} << QStringList{u"All markets"_s, u"A"_s, u"A"_s};
 }
 
-void MarketListTest::thereIsAChoiceFromTwoMarketsOn()
+void MarketListTest::pickerIsShownFromTwoMarketsOn()
 {
     QFETCH(QStringList, markets);
     QFETCH(QStringList, chips);
     QSignalSpy shown(m_list.get(), &MarketList::isShownChanged);
-    m_list->show(summaryOf(markets), {});
+    m_list->setMarkets(summaryOf(markets), {});
     QStringList titles;
     for (int row = 0; row < m_list->rowCount(); ++row)
         titles.append(chip(row, MarketList::TitleRole).toString());
     QCOMPARE(titles, chips);
     QCOMPARE(m_list->isShown(), !chips.isEmpty());
     QCOMPARE(shown.count(), chips.isEmpty() ? 0 : 1);
-    m_list->show({}, {});
+    m_list->setMarkets({}, {});
     QVERIFY(!m_list->isShown());
     QCOMPARE(shown.count(), chips.isEmpty() ? 0 : 2);
 }
 
-void MarketListTest::aChipIsSelectedByItsSlug_data()
+void MarketListTest::chipIsSelectedBySlug_data()
 {
     QTest::addColumn<QString>("selection");
     QTest::addColumn<QStringList>("chips");
     QTest::newRow("all") << QString() << QStringList{u"All markets"_s};
     QTest::newRow("the first") << u"a"_s << QStringList{u"A"_s};
     QTest::newRow("the last") << u"b"_s << QStringList{u"B"_s};
-    QTest::newRow("one that is not there") << u"c"_s << QStringList();
-    QTest::newRow("in other letters") << u"A"_s << QStringList();
+    QTest::newRow("unknown market") << u"c"_s << QStringList();
+    QTest::newRow("different case") << u"A"_s << QStringList();
 }
 
-void MarketListTest::aChipIsSelectedByItsSlug()
+void MarketListTest::chipIsSelectedBySlug()
 {
     QFETCH(QString, selection);
-    m_list->show(summaryOf({u"a"_s, u"b"_s}), selection);
+    m_list->setMarkets(summaryOf({u"a"_s, u"b"_s}), selection);
     QTEST(selected(), "chips");
 }
 
-void MarketListTest::aChipSaysItsNameAndItsCount()
+void MarketListTest::chipShowsNameAndCount()
 {
     CatalogSummary summary = summaryOf({u"a"_s, u"b"_s});
     summary.markets[1].name = u"Port\nHarbour"_s;
     summary.markets[1].tapes = 9007199254740993;
-    m_list->show(summary, {});
+    m_list->setMarkets(summary, {});
     QCOMPARE(chip(0, MarketList::CountRole).toString(), u"99"_s);
     QCOMPARE(chip(1, MarketList::CountRole).toString(), u"1"_s);
     QCOMPARE(chip(2, MarketList::TitleRole).toString(), u"Port Harbour"_s);
     QCOMPARE(chip(2, MarketList::CountRole).toString(), u"9007199254740993"_s);
 }
 
-void MarketListTest::aChipIsAsLongAsItsTexts()
+void MarketListTest::chipIsAsWideAsItsTexts()
 {
-    m_list->show(summaryOf({u"a"_s, u"b"_s}), {});
+    m_list->setMarkets(summaryOf({u"a"_s, u"b"_s}), {});
     const double title = QFontMetricsF(MarketList::titleFont()).horizontalAdvance(u"All markets"_s);
     const double count = QFontMetricsF(MarketList::countFont()).horizontalAdvance(u"99"_s);
     const double room = chip(0, MarketList::ExtentRole).toDouble() - 22 - 10 - 22 - title - count;
     QVERIFY2(room >= 0 && room < 2, qPrintable(QString::number(room)));
 }
 
-void MarketListTest::aLongNameIsBounded()
+void MarketListTest::longNameIsCut()
 {
     CatalogSummary summary = summaryOf({u"a"_s, u"b"_s});
     summary.markets[0].name = QString(100000, u'W');
-    m_list->show(summary, {});
-    QVERIFY(chip(1, MarketList::TitleRole).toString().size() <= MarketList::longestTitle + 1);
-    QVERIFY(chip(1, MarketList::ExtentRole).toInt() < MarketList::widestTitle + 100);
+    m_list->setMarkets(summary, {});
+    QVERIFY(chip(1, MarketList::TitleRole).toString().size() <= MarketList::maxTitleLength + 1);
+    QVERIFY(chip(1, MarketList::ExtentRole).toInt() < MarketList::maxTitleWidth + 100);
 }
 
-void MarketListTest::thereAreChipsForTheFirstMarketsOfVeryMany()
+void MarketListTest::onlyFirst500MarketsHaveChips()
 {
     QStringList slugs;
     for (int i = 0; i < 10000; ++i)
         slugs.append(QString::number(i));
-    m_list->show(summaryOf(slugs), u"499"_s);
+    m_list->setMarkets(summaryOf(slugs), u"499"_s);
     QCOMPARE(m_list->rowCount(), 1 + 500);
     QCOMPARE(selected(), QStringList{u"499"_s});
     QVERIFY(m_list->isShown());
 }
 
-void MarketListTest::whatTheHubSaysAgainChangesNoChip()
+void MarketListTest::sameMarketsAgainChangeNothing()
 {
-    m_list->show(summaryOf({u"a"_s, u"b"_s}), u"a"_s);
+    m_list->setMarkets(summaryOf({u"a"_s, u"b"_s}), u"a"_s);
     QSignalSpy reset(m_list.get(), &MarketList::modelReset);
     QSignalSpy changed(m_list.get(), &MarketList::dataChanged);
-    m_list->show(summaryOf({u"a"_s, u"b"_s}), u"a"_s);
+    m_list->setMarkets(summaryOf({u"a"_s, u"b"_s}), u"a"_s);
     QCOMPARE(reset.count(), 0);
     QCOMPARE(changed.count(), 0);
-    m_list->show(summaryOf({u"b"_s, u"a"_s}), u"a"_s);
+    m_list->setMarkets(summaryOf({u"b"_s, u"a"_s}), u"a"_s);
     QCOMPARE(reset.count(), 1);
 }
 
-void MarketListTest::anotherChoiceChangesOnlyWhichChipIsSelected()
+void MarketListTest::anotherSelectionChangesOnlySelectedRole()
 {
-    m_list->show(summaryOf({u"a"_s, u"b"_s}), u"a"_s);
+    m_list->setMarkets(summaryOf({u"a"_s, u"b"_s}), u"a"_s);
     QSignalSpy reset(m_list.get(), &MarketList::modelReset);
     QSignalSpy changed(m_list.get(), &MarketList::dataChanged);
-    m_list->show(summaryOf({u"a"_s, u"b"_s}), u"b"_s);
+    m_list->setMarkets(summaryOf({u"a"_s, u"b"_s}), u"b"_s);
     QCOMPARE(selected(), QStringList{u"B"_s});
     QCOMPARE(reset.count(), 0);
     QCOMPARE(changed.count(), 1);
     QCOMPARE(changed.at(0).at(2).value<QList<int>>(), QList<int>{MarketList::SelectedRole});
 }
 
-void MarketListTest::pickingTellsTheSlug()
+void MarketListTest::pickEmitsSlug()
 {
     QSignalSpy picked(m_list.get(), &MarketList::picked);
-    m_list->show(summaryOf({u"a"_s, u"b"_s}), u"a"_s);
+    m_list->setMarkets(summaryOf({u"a"_s, u"b"_s}), u"a"_s);
     m_list->pick(2);
     m_list->pick(0);
     m_list->pick(3);
@@ -192,94 +193,94 @@ void MarketListTest::pickingTellsTheSlug()
     QCOMPARE(picked, (QList<QVariantList>{{u"b"_s}, {QString()}}));
 }
 
-void MarketListTest::thePlaceBeginsAtTheChosenMarket_data()
+void MarketListTest::currentRowStartsAtSelectedMarket_data()
 {
     QTest::addColumn<QString>("selection");
-    QTest::addColumn<int>("place");
+    QTest::addColumn<int>("currentRow");
     QTest::newRow("all markets") << QString() << 0;
     QTest::newRow("a market") << u"b"_s << 2;
-    QTest::newRow("of two the first") << u"c"_s << 3;
-    QTest::newRow("one that is not there") << u"x"_s << -1;
+    QTest::newRow("first of two equal slugs") << u"c"_s << 3;
+    QTest::newRow("unknown market") << u"x"_s << -1;
 }
 
-void MarketListTest::thePlaceBeginsAtTheChosenMarket()
+void MarketListTest::currentRowStartsAtSelectedMarket()
 {
     QFETCH(QString, selection);
-    m_list->show(summaryOf({u"a"_s, u"b"_s, u"c"_s, u"c"_s}), selection);
-    QTEST(m_list->place(), "place");
+    m_list->setMarkets(summaryOf({u"a"_s, u"b"_s, u"c"_s, u"c"_s}), selection);
+    QTEST(m_list->currentRow(), "currentRow");
 }
 
-void MarketListTest::whileTheFocusIsElsewhereThePlaceGoesBackToTheChosenMarket()
+void MarketListTest::currentRowReturnsToSelectedMarketWithoutFocus()
 {
-    m_list->show(summaryOf({u"a"_s, u"b"_s, u"c"_s}), u"b"_s);
+    m_list->setMarkets(summaryOf({u"a"_s, u"b"_s, u"c"_s}), u"b"_s);
     m_list->setHasFocus(true);
-    m_list->setPlace(3);
+    m_list->setCurrentRow(3);
     m_list->setHasFocus(false);
-    QCOMPARE(m_list->place(), 3);
-    m_list->show(summaryOf({u"b"_s, u"c"_s}), u"b"_s);
-    QCOMPARE(m_list->place(), 1);
-    m_list->show(summaryOf({u"b"_s, u"c"_s}), u"c"_s);
-    QCOMPARE(m_list->place(), 2);
-    // One that is not there has no chip to stand in sight.
-    m_list->show(summaryOf({u"b"_s, u"c"_s}), u"x"_s);
-    QCOMPARE(m_list->place(), 2);
-    m_list->show(summaryOf({u"b"_s, u"c"_s, u"d"_s}), u"x"_s);
-    QCOMPARE(m_list->place(), -1);
+    QCOMPARE(m_list->currentRow(), 3);
+    m_list->setMarkets(summaryOf({u"b"_s, u"c"_s}), u"b"_s);
+    QCOMPARE(m_list->currentRow(), 1);
+    m_list->setMarkets(summaryOf({u"b"_s, u"c"_s}), u"c"_s);
+    QCOMPARE(m_list->currentRow(), 2);
+    // A market that is not in the list has no chip that could be current.
+    m_list->setMarkets(summaryOf({u"b"_s, u"c"_s}), u"x"_s);
+    QCOMPARE(m_list->currentRow(), 2);
+    m_list->setMarkets(summaryOf({u"b"_s, u"c"_s, u"d"_s}), u"x"_s);
+    QCOMPARE(m_list->currentRow(), -1);
 }
 
-void MarketListTest::aChoiceUnderTheFocusLeavesThePlaceThere()
+void MarketListTest::selectionChangeKeepsFocusedRow()
 {
-    m_list->show(summaryOf({u"a"_s, u"b"_s, u"c"_s}), u"b"_s);
+    m_list->setMarkets(summaryOf({u"a"_s, u"b"_s, u"c"_s}), u"b"_s);
     m_list->setHasFocus(true);
-    m_list->setPlace(1);
-    m_list->show(summaryOf({u"a"_s, u"b"_s, u"c"_s}), u"c"_s);
-    QCOMPARE(m_list->place(), 1);
+    m_list->setCurrentRow(1);
+    m_list->setMarkets(summaryOf({u"a"_s, u"b"_s, u"c"_s}), u"c"_s);
+    QCOMPARE(m_list->currentRow(), 1);
 }
 
-void MarketListTest::thePlaceStaysOnItsMarket_data()
+void MarketListTest::currentRowFollowsItsMarket_data()
 {
     QTest::addColumn<QStringList>("after");
-    QTest::addColumn<int>("place");
-    // Before: a, b, c, with the viewer at b, the third chip.
-    QTest::newRow("the same") << QStringList{u"a"_s, u"b"_s, u"c"_s} << 2;
+    QTest::addColumn<int>("currentRow");
+    // Before: a, b, c; the current row is b, the third chip.
+    QTest::newRow("unchanged") << QStringList{u"a"_s, u"b"_s, u"c"_s} << 2;
     QTest::newRow("moved") << QStringList{u"b"_s, u"a"_s} << 1;
-    QTest::newRow("gone") << QStringList{u"a"_s, u"c"_s, u"d"_s} << 2;
-    QTest::newRow("gone, fewer are left") << QStringList{u"c"_s, u"d"_s} << 2;
-    QTest::newRow("of two the one that stayed") << QStringList{u"b"_s, u"b"_s} << 2;
+    QTest::newRow("removed") << QStringList{u"a"_s, u"c"_s, u"d"_s} << 2;
+    QTest::newRow("removed, fewer remain") << QStringList{u"c"_s, u"d"_s} << 2;
+    QTest::newRow("duplicated, same row is kept") << QStringList{u"b"_s, u"b"_s} << 2;
 }
 
-void MarketListTest::thePlaceStaysOnItsMarket()
+void MarketListTest::currentRowFollowsItsMarket()
 {
     QFETCH(QStringList, after);
-    m_list->show(summaryOf({u"a"_s, u"b"_s, u"c"_s}), {});
+    m_list->setMarkets(summaryOf({u"a"_s, u"b"_s, u"c"_s}), {});
     m_list->setHasFocus(true);
-    m_list->setPlace(2);
-    m_list->show(summaryOf(after), {});
-    QTEST(m_list->place(), "place");
+    m_list->setCurrentRow(2);
+    m_list->setMarkets(summaryOf(after), {});
+    QTEST(m_list->currentRow(), "currentRow");
 }
 
-void MarketListTest::aPickerThatGoesForgetsItsPlace()
+void MarketListTest::hiddenPickerResetsCurrentRow()
 {
-    m_list->show(summaryOf({u"a"_s, u"b"_s}), {});
+    m_list->setMarkets(summaryOf({u"a"_s, u"b"_s}), {});
     m_list->setHasFocus(true);
-    m_list->setPlace(2);
-    m_list->show(summaryOf({u"a"_s}), {});
-    QCOMPARE(m_list->place(), -1);
-    m_list->show(summaryOf({u"a"_s, u"b"_s}), {});
-    QCOMPARE(m_list->place(), 0);
+    m_list->setCurrentRow(2);
+    m_list->setMarkets(summaryOf({u"a"_s}), {});
+    QCOMPARE(m_list->currentRow(), -1);
+    m_list->setMarkets(summaryOf({u"a"_s, u"b"_s}), {});
+    QCOMPARE(m_list->currentRow(), 0);
 }
 
-void MarketListTest::whileTheChipsChangeNoMoveIsTaken()
+void MarketListTest::setCurrentRowIsIgnoredDuringReset()
 {
-    m_list->show(summaryOf({u"a"_s, u"b"_s}), {});
+    m_list->setMarkets(summaryOf({u"a"_s, u"b"_s}), {});
     m_list->setHasFocus(true);
-    m_list->setPlace(2);
-    connect(m_list.get(), &MarketList::modelReset, this, [this] { m_list->setPlace(0); });
-    m_list->show(summaryOf({u"a"_s, u"b"_s, u"c"_s}), {});
-    QCOMPARE(m_list->place(), 2);
-    m_list->setPlace(4);
-    m_list->setPlace(-1);
-    QCOMPARE(m_list->place(), 2);
+    m_list->setCurrentRow(2);
+    connect(m_list.get(), &MarketList::modelReset, this, [this] { m_list->setCurrentRow(0); });
+    m_list->setMarkets(summaryOf({u"a"_s, u"b"_s, u"c"_s}), {});
+    QCOMPARE(m_list->currentRow(), 2);
+    m_list->setCurrentRow(4);
+    m_list->setCurrentRow(-1);
+    QCOMPARE(m_list->currentRow(), 2);
 }
 
 QTEST_MAIN(MarketListTest)

@@ -24,13 +24,13 @@ class MetadataItemsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theFourItemsStandInTheirOrder();
-    void withoutASynopsisThereAreThree();
-    void withoutATitleThereIsNoTitle();
-    void theSubtitleAndThePublisherAreAlwaysThere();
+    void fourItemsAreInOrder();
+    void withoutSynopsisThereAreThreeItems();
+    void withoutTitleThereIsNoTitleItem();
+    void subtitleAndPublisherAreAlwaysPresent();
 };
 
-void MetadataItemsTest::theFourItemsStandInTheirOrder()
+void MetadataItemsTest::fourItemsAreInOrder()
 {
     const QList<MetadataItem> items{{Title, u"Harbour Council"_s, u"und"_s},
                                     {SubTitle, u"DRAMA · Council"_s, u"und"_s},
@@ -39,7 +39,7 @@ void MetadataItemsTest::theFourItemsStandInTheirOrder()
     QCOMPARE(metadataItems(fullCover()), items);
 }
 
-void MetadataItemsTest::withoutASynopsisThereAreThree()
+void MetadataItemsTest::withoutSynopsisThereAreThreeItems()
 {
     VHSCover cover = fullCover();
     cover.synopsis.clear();
@@ -48,14 +48,14 @@ void MetadataItemsTest::withoutASynopsisThereAreThree()
     QCOMPARE(items.last().identifier, Publisher);
 }
 
-void MetadataItemsTest::withoutATitleThereIsNoTitle()
+void MetadataItemsTest::withoutTitleThereIsNoTitleItem()
 {
     VHSCover cover = fullCover();
     cover.title.clear();
     QCOMPARE(metadataItems(cover).first().identifier, SubTitle);
 }
 
-void MetadataItemsTest::theSubtitleAndThePublisherAreAlwaysThere()
+void MetadataItemsTest::subtitleAndPublisherAreAlwaysPresent()
 {
     const QList<MetadataItem> items{{SubTitle, u" · "_s}, {Publisher, u"Rewindery Home Video"_s}};
     QCOMPARE(metadataItems({}), items);

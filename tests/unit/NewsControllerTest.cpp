@@ -5,7 +5,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
-/** The news channel from pass to pass of its watch: what it asks, in which order, and what comes of the answers. */
+/** Tests the polling passes of the news channel: which requests they send, in which order, and how the answers change
+ * the screen. */
 class NewsControllerTest : public QObject
 {
     Q_OBJECT
@@ -13,24 +14,24 @@ class NewsControllerTest : public QObject
 private Q_SLOTS:
     void init() { m_news = std::make_unique<NewsOnScript>(); }
     void cleanup() { m_news.reset(); }
-    void beforeItAppearsItAsksNobody();
-    void openingItChecks();
-    void aDarkTowerLeavesItOnStandby();
-    void aLitTowerIsPlayedLive();
-    void thePlayerIsKeptWhileTheTowerStaysLit();
-    void aTowerThatGoesDarkLosesItsPlayer();
-    void aTowerLitAgainHasANewPlayer();
-    void eachPassAsksOnceForEach();
-    void aPassIsSixSecondsAfterTheAnswersOfTheLast();
-    void theRefreshedStatusIsTheStores();
-    void aFailedRefreshKeepsTheOldStatus_data();
-    void aFailedRefreshKeepsTheOldStatus();
-    void aHubThatHangsIsWaitedFor();
-    void aPathThatMakesNoAddressStaysOnStandby_data();
-    void aPathThatMakesNoAddressStaysOnStandby();
-    void aNewPathOfTheStationIsProbedAtOnce();
-    void itChecksOnlyUntilTheFirstAnswerOfAWatch();
-    void aBrokenPictureIsThePlayersAffair();
+    void screenSendsNothingBeforeItAppears();
+    void openingScreenStartsChecking();
+    void darkTowerShowsStandby();
+    void litTowerIsPlayedLive();
+    void playerIsKeptWhileTowerStaysLit();
+    void playerIsReleasedWhenTowerGoesDark();
+    void towerLitAgainGetsNewPlayer();
+    void passSendsOneProbeAndOneStatusRequest();
+    void nextPassStartsSixSecondsAfterLastAnswer();
+    void refreshedStatusIsStored();
+    void failedRefreshKeepsOldStatus_data();
+    void failedRefreshKeepsOldStatus();
+    void passWaitsForHangingHub();
+    void invalidPathStaysOnStandby_data();
+    void invalidPathStaysOnStandby();
+    void newStationPathIsProbedAtOnce();
+    void checkingEndsAtFirstAnswer();
+    void playerFailureDoesNotChangeScreen();
 
 private:
     NewsController& screen() { return *m_news->screen; }
@@ -38,7 +39,7 @@ private:
     std::unique_ptr<NewsOnScript> m_news;
 };
 
-void NewsControllerTest::beforeItAppearsItAsksNobody()
+void NewsControllerTest::screenSendsNothingBeforeItAppears()
 {
     QCOMPARE(m_news->store.http.count(), 0);
     QVERIFY(!screen().isChecking());
@@ -48,17 +49,17 @@ void NewsControllerTest::beforeItAppearsItAsksNobody()
     QVERIFY(screen().isOnStandby());
 }
 
-void NewsControllerTest::openingItChecks()
+void NewsControllerTest::openingScreenStartsChecking()
 {
     screen().appear();
     QVERIFY(screen().isChecking());
     QVERIFY(!screen().isLive());
     QVERIFY(screen().isOnStandby());
     QCOMPARE(m_news->store.http.count(), 1);
-    QVERIFY(m_news->asks(NewsOnScript::five));
+    QVERIFY(m_news->isWaitingFor(NewsOnScript::five));
 }
 
-void NewsControllerTest::aDarkTowerLeavesItOnStandby()
+void NewsControllerTest::darkTowerShowsStandby()
 {
     screen().appear();
     m_news->probe(false);
@@ -66,10 +67,10 @@ void NewsControllerTest::aDarkTowerLeavesItOnStandby()
     QVERIFY(!screen().isLive());
     QVERIFY(screen().isOnStandby());
     QVERIFY(m_news->players.isEmpty());
-    QVERIFY(m_news->asks(NewsOnScript::status));
+    QVERIFY(m_news->isWaitingFor(NewsOnScript::status));
 }
 
-void NewsControllerTest::aLitTowerIsPlayedLive()
+void NewsControllerTest::litTowerIsPlayedLive()
 {
     screen().appear();
     m_news->probe(true);
@@ -77,20 +78,20 @@ void NewsControllerTest::aLitTowerIsPlayedLive()
     QVERIFY(!screen().isChecking());
     QVERIFY(screen().isLit());
     QVERIFY(!screen().isOnStandby());
-    QCOMPARE(screen().onAir(), QStringList{u"5"_s});
+    QCOMPARE(screen().shownStationNumbers(), QStringList{u"5"_s});
     QCOMPARE(screen().player(), m_news->player());
     QCOMPARE(m_news->player()->item()->url(), *hubURL(NewsOnScript::five));
     QVERIFY(m_news->player()->item()->isLive());
     QVERIFY(m_news->player()->automaticallyWaitsToMinimizeStalling());
     QCOMPARE(m_news->player()->timeControl(), VideoPlayer::TimeControl::WaitingToPlay);
-    QVERIFY(m_news->asks(NewsOnScript::status));
+    QVERIFY(m_news->isWaitingFor(NewsOnScript::status));
 }
 
-void NewsControllerTest::thePlayerIsKeptWhileTheTowerStaysLit()
+void NewsControllerTest::playerIsKeptWhileTowerStaysLit()
 {
     m_news->open(true);
     const QPointer<ScriptedVideoPlayer> player = m_news->player();
-    const auto heard = *m_news->calls.last();
+    const auto callsBefore = *m_news->calls.last();
     QSignalSpy pictures(&screen(), &NewsController::pictureChanged);
     for (int pass = 0; pass < 5; ++pass) {
         m_news->pause();
@@ -98,11 +99,11 @@ void NewsControllerTest::thePlayerIsKeptWhileTheTowerStaysLit()
     }
     QCOMPARE(screen().player(), player.data());
     QCOMPARE(m_news->players.size(), 1);
-    QCOMPARE(*m_news->calls.last(), heard);
+    QCOMPARE(*m_news->calls.last(), callsBefore);
     QVERIFY(pictures.isEmpty());
 }
 
-void NewsControllerTest::aTowerThatGoesDarkLosesItsPlayer()
+void NewsControllerTest::playerIsReleasedWhenTowerGoesDark()
 {
     m_news->open(true);
     m_news->pause();
@@ -113,10 +114,10 @@ void NewsControllerTest::aTowerThatGoesDarkLosesItsPlayer()
     QVERIFY(!screen().isLive());
     QVERIFY(!screen().isChecking());
     QVERIFY(screen().isOnStandby());
-    QCOMPARE(m_news->calls.first()->last(2), QStringList({u"pause"_s, u"letGo"_s}));
+    QCOMPARE(m_news->calls.first()->last(2), QStringList({u"pause"_s, u"clearItem"_s}));
 }
 
-void NewsControllerTest::aTowerLitAgainHasANewPlayer()
+void NewsControllerTest::towerLitAgainGetsNewPlayer()
 {
     m_news->open(true);
     m_news->pause();
@@ -127,11 +128,11 @@ void NewsControllerTest::aTowerLitAgainHasANewPlayer()
     QCOMPARE(m_news->players.size(), 2);
     QCOMPARE(screen().player(), m_news->player());
     QVERIFY(screen().isLit());
-    // Shown once, not first on standby with a live tower.
+    // The state changes once: it is never on standby while the tower is live.
     QCOMPARE(pictures.count(), 1);
 }
 
-void NewsControllerTest::eachPassAsksOnceForEach()
+void NewsControllerTest::passSendsOneProbeAndOneStatusRequest()
 {
     screen().appear();
     for (int pass = 1; pass <= 4; ++pass) {
@@ -142,11 +143,11 @@ void NewsControllerTest::eachPassAsksOnceForEach()
         m_news->refresh();
         m_news->pause();
     }
-    // The same requests, whose answers nobody kept: each asks the hub itself.
+    // The requests are equal, but no answer is cached: each one goes to the hub.
     QCOMPARE(m_news->store.http.request(0).cache, HttpRequest::Cache::Bypass);
 }
 
-void NewsControllerTest::aPassIsSixSecondsAfterTheAnswersOfTheLast()
+void NewsControllerTest::nextPassStartsSixSecondsAfterLastAnswer()
 {
     screen().appear();
     m_news->clock.advance(5s);
@@ -160,13 +161,13 @@ void NewsControllerTest::aPassIsSixSecondsAfterTheAnswersOfTheLast()
     QCOMPARE(m_news->requests(NewsOnScript::five), 2);
 }
 
-void NewsControllerTest::theRefreshedStatusIsTheStores()
+void NewsControllerTest::refreshedStatusIsStored()
 {
     m_news->open(false, R"({"news": {"program_title": "The Late Report"}})");
     QCOMPARE(m_news->store->status().news.programTitle, u"The Late Report"_s);
 }
 
-void NewsControllerTest::aFailedRefreshKeepsTheOldStatus_data()
+void NewsControllerTest::failedRefreshKeepsOldStatus_data()
 {
     QTest::addColumn<QByteArray>("body");
     QTest::addColumn<int>("code");
@@ -174,7 +175,7 @@ void NewsControllerTest::aFailedRefreshKeepsTheOldStatus_data()
     QTest::newRow("not a record") << QByteArray("<html>") << 200;
 }
 
-void NewsControllerTest::aFailedRefreshKeepsTheOldStatus()
+void NewsControllerTest::failedRefreshKeepsOldStatus()
 {
     QFETCH(const QByteArray, body);
     QFETCH(const int, code);
@@ -187,10 +188,10 @@ void NewsControllerTest::aFailedRefreshKeepsTheOldStatus()
     QVERIFY(changes.isEmpty());
     QVERIFY(screen().isLit());
     m_news->pause();
-    QVERIFY(m_news->asks(NewsOnScript::five));
+    QVERIFY(m_news->isWaitingFor(NewsOnScript::five));
 }
 
-void NewsControllerTest::aHubThatHangsIsWaitedFor()
+void NewsControllerTest::passWaitsForHangingHub()
 {
     screen().appear();
     m_news->clock.advance(1h);
@@ -207,14 +208,14 @@ void NewsControllerTest::aHubThatHangsIsWaitedFor()
     QVERIFY(screen().isLit());
 }
 
-void NewsControllerTest::aPathThatMakesNoAddressStaysOnStandby_data()
+void NewsControllerTest::invalidPathStaysOnStandby_data()
 {
     QTest::addColumn<QByteArray>("path");
     QTest::newRow("broken") << QByteArray("https://[broken");
     QTest::newRow("another scheme") << QByteArray("file:///etc/passwd");
 }
 
-void NewsControllerTest::aPathThatMakesNoAddressStaysOnStandby()
+void NewsControllerTest::invalidPathStaysOnStandby()
 {
     QFETCH(const QByteArray, path);
     m_news->open(true, R"({"news": {"hls_url": ")" + path + R"("}})");
@@ -230,18 +231,18 @@ void NewsControllerTest::aPathThatMakesNoAddressStaysOnStandby()
     QCOMPARE(m_news->players.size(), 1);
 }
 
-void NewsControllerTest::aNewPathOfTheStationIsProbedAtOnce()
+void NewsControllerTest::newStationPathIsProbedAtOnce()
 {
     m_news->open(false, R"({"news": {"hls_url": "/live/other.m3u8"}})");
-    QVERIFY(m_news->asks(u"/live/other.m3u8"_s));
+    QVERIFY(m_news->isWaitingFor(u"/live/other.m3u8"_s));
     QVERIFY(screen().isChecking());
     m_news->pause();
-    // The watch that was replaced asks for nothing any more.
+    // The replaced polling sends no more requests.
     QCOMPARE(m_news->requests(NewsOnScript::five), 1);
     QCOMPARE(m_news->requests(u"/live/other.m3u8"_s), 1);
 }
 
-void NewsControllerTest::itChecksOnlyUntilTheFirstAnswerOfAWatch()
+void NewsControllerTest::checkingEndsAtFirstAnswer()
 {
     QSignalSpy changes(&screen(), &NewsController::checkingChanged);
     m_news->open(false);
@@ -252,7 +253,7 @@ void NewsControllerTest::itChecksOnlyUntilTheFirstAnswerOfAWatch()
     QCOMPARE(changes.count(), 2);
 }
 
-void NewsControllerTest::aBrokenPictureIsThePlayersAffair()
+void NewsControllerTest::playerFailureDoesNotChangeScreen()
 {
     m_news->open(true);
     m_news->player()->fail({});

@@ -9,7 +9,7 @@
 
 using namespace std::chrono_literals;
 
-/** The news channel's controller on a hub, a clock and players that do what and when the test says. */
+/** The news channel's controller with a scripted hub, clock and players. */
 struct NewsOnScript
 {
     static inline const QString five = u"/live/news/index.m3u8"_s;
@@ -20,9 +20,9 @@ struct NewsOnScript
     NewsOnScript()
     {
         screen->setStore(store.store.get());
-        screen->setHub(&store.hub);
-        screen->setTimepiece(&timepiece);
-        screen->setMakePlayer([this](Clock&) {
+        screen->setProperty("hub", QVariant::fromValue<HubAPI*>(&store.hub));
+        screen->setProperty("clock", QVariant::fromValue<Clock*>(&clock));
+        screen->setCreatePlayer([this](Clock&) {
             auto player = std::make_shared<ScriptedVideoPlayer>();
             players.append(player.get());
             calls.append(player->calls());
@@ -31,24 +31,23 @@ struct NewsOnScript
     }
 
     ScriptedClock clock;
-    Timepiece timepiece{clock};
     StoreOnScript store;
     std::unique_ptr<NewsController> screen = std::make_unique<NewsController>();
 
-    QList<QPointer<ScriptedVideoPlayer>> players; ///< that were made, null once they are gone
+    QList<QPointer<ScriptedVideoPlayer>> players; ///< all created players; null once destroyed
     QList<std::shared_ptr<const QStringList>> calls;
 
     static TunerStation station(const QString& number, const QString& path) { return {number, u"Label"_s, path}; }
 
-    /** A status with channels 7 and 9 beside the built-in one. */
+    /** A status with channels 7 and 9 in addition to the built-in station. */
     static QByteArray threeStations(const QByteArray& hlsURL = "/live/news/index.m3u8")
     {
         return R"({"news": {"hls_url": ")" + hlsURL + R"(", "channels": {"7": {"label": "Seven", "path": "seven"},
             "9": {"label": "Nine", "path": "nine"}}}})";
     }
 
-    /** The latest request for this path waits. */
-    bool asks(const QString& path) const { return store.http.waitingFor(path) >= 0; }
+    /** Whether the latest request for this path is waiting for its answer. */
+    bool isWaitingFor(const QString& path) const { return store.http.waitingFor(path) >= 0; }
     int requests(const QString& path) const
     {
         int count = 0;
@@ -59,24 +58,24 @@ struct NewsOnScript
 
     void probe(bool lit, const QString& path = five) { store.answer(path, "#EXTM3U", lit ? 200 : 404); }
 
-    /** Answers the status, or fails it, and lets the pass come to its pause. */
+    /** Answers or fails the status request and waits until the pass has started its pause. */
     void refresh(const QByteArray& body = "{}", int code = 200)
     {
         store.answer(status, body, code);
-        store.settle();
+        store.waitForDecoding();
     }
 
-    /** One pass from its probe to its pause. */
+    /** Runs one pass from its probe to its pause. */
     void pass(bool lit, const QString& path = five, const QByteArray& body = "{}")
     {
         probe(lit, path);
         refresh(body);
     }
 
-    /** The pause passes, and the next pass begins. */
+    /** Lets the pause end, so that the next pass starts. */
     void pause() { clock.advance(6s); }
 
-    /** The screen opens and its first pass is over. */
+    /** Opens the screen and runs its first pass. */
     void open(bool lit, const QByteArray& body = "{}")
     {
         screen->appear();

@@ -12,7 +12,7 @@ const QString two = u"/live/two/index.m3u8"_s;
 
 } // namespace
 
-/** The stations of the news channel: which is on screen, and how the viewer changes it. */
+/** Tests which station of the news channel is on screen, and how the viewer changes it. */
 class NewsStationsTest : public QObject
 {
     Q_OBJECT
@@ -21,38 +21,38 @@ private Q_SLOTS:
     void init() { m_news = std::make_unique<NewsOnScript>(); }
     void cleanup() { m_news.reset(); }
     void withoutChannelsThereIsOneStationAndNoTuner();
-    void twoStationsMakeATuner();
-    void oneChannelWithoutAPathMakesNoTuner();
-    void aFreshStatusIsToldOnlyWhereItDiffers();
+    void tunerIsShownForTwoStations();
+    void channelWithoutPathShowsNoTuner();
+    void unchangedStationsAreNotNotified();
 
-    void pickingRetunes();
-    void pickingTheStationOnTheAirChangesNothing();
-    void anotherStationWithTheSameNumberIsTheSameOne();
-    void pickingDuringAProbeEndsUpChecking();
-    void pickingDuringARefreshDropsThatRefresh();
-    void pickingDuringThePauseProbesAtOnce();
-    void aPickedStationWithTheSamePathLeavesTheWatchAlone();
-    void aPickedStationStaysWhateverTheStatusSays();
-    void whatWasPickedIsForgottenWithTheScreen();
-    void thePickedStationIsPlayedOnceItsTowerIsLit();
+    void pickingStationTunesToIt();
+    void pickingCurrentStationChangesNothing();
+    void stationWithSameNumberIsSameStation();
+    void pickingDuringProbeEndsInChecking();
+    void pickingDuringRefreshCancelsRefresh();
+    void pickingDuringPauseProbesAtOnce();
+    void pickedStationWithSamePathKeepsPolling();
+    void pickedStationIsKeptWhenStatusOmitsIt();
+    void pickedStationIsForgottenWhenScreenCloses();
+    void pickedStationIsPlayedWhenItsTowerIsLit();
 
-    void aStatusThatReordersTheStationsMovesTheScreen();
-    void aReorderingWhileLitKeepsThePlayerUntilTheNewTowerIsDark();
-    void aReorderingFromOutsideDuringAProbeAbortsIt();
-    void aReorderingWithTheSamePathLeavesTheWatchAlone();
+    void reorderedStationsChangeCurrentStation();
+    void reorderingWhileLitKeepsPlayerUntilNewTowerIsDark();
+    void statusSetDuringProbeCancelsProbe();
+    void reorderingWithSamePathKeepsPolling();
 
-    void channelKeysStepRoundTheStations();
-    void channelKeysPassByWhatCannotBePicked();
-    void channelKeysFromAStationThatHasLeft_data();
-    void channelKeysFromAStationThatHasLeft();
-    void channelKeysFindAStationWhoseLabelHasChanged();
+    void channelKeysStepThroughStationsInCircle();
+    void channelKeysSkipStationsThatCannotBePicked();
+    void channelKeysStepFromStationNoLongerListed_data();
+    void channelKeysStepFromStationNoLongerListed();
+    void channelKeysFindStationWithChangedLabel();
     void channelKeysChangeNothingWithOneStation();
-    void otherKeysMeanNothing();
+    void otherKeysAreNotHandled();
 
 private:
     NewsController& screen() { return *m_news->screen; }
     void openThree(bool lit) { m_news->open(lit, NewsOnScript::threeStations()); }
-    void pick(int place) { screen().pick(screen().stations().at(place)); }
+    void pick(int index) { screen().pick(screen().stations().at(index)); }
 
     std::unique_ptr<NewsOnScript> m_news;
 };
@@ -65,7 +65,7 @@ void NewsStationsTest::withoutChannelsThereIsOneStationAndNoTuner()
     QVERIFY(!screen().hasTuner());
 }
 
-void NewsStationsTest::twoStationsMakeATuner()
+void NewsStationsTest::tunerIsShownForTwoStations()
 {
     m_news->open(false, R"({"news": {"channels": {"7": {"label": "Seven", "path": "seven"}}}})");
     QCOMPARE(screen().stations().size(), 2);
@@ -73,13 +73,13 @@ void NewsStationsTest::twoStationsMakeATuner()
     QCOMPARE(m_news->number(), u"5"_s);
 }
 
-void NewsStationsTest::oneChannelWithoutAPathMakesNoTuner()
+void NewsStationsTest::channelWithoutPathShowsNoTuner()
 {
     m_news->open(false, R"({"news": {"channels": {"7": {"label": "Seven", "path": ""}}}})");
     QVERIFY(!screen().hasTuner());
 }
 
-void NewsStationsTest::aFreshStatusIsToldOnlyWhereItDiffers()
+void NewsStationsTest::unchangedStationsAreNotNotified()
 {
     openThree(true);
     QSignalSpy stations(&screen(), &NewsController::stationsChanged);
@@ -90,35 +90,35 @@ void NewsStationsTest::aFreshStatusIsToldOnlyWhereItDiffers()
     QCOMPARE(station.count(), 0);
 }
 
-void NewsStationsTest::pickingRetunes()
+void NewsStationsTest::pickingStationTunesToIt()
 {
     openThree(true);
-    const auto heard = m_news->calls.last();
+    const auto callsBefore = m_news->calls.last();
     pick(1);
-    QCOMPARE(heard->last(2), QStringList({u"pause"_s, u"letGo"_s}));
+    QCOMPARE(callsBefore->last(2), QStringList({u"pause"_s, u"clearItem"_s}));
     QVERIFY(!screen().player());
     QVERIFY(!screen().isLive());
     QVERIFY(screen().isChecking());
     QVERIFY(screen().isOnStandby());
     QCOMPARE(screen().selected(), screen().stations().at(1));
     QCOMPARE(m_news->number(), u"7"_s);
-    QVERIFY(m_news->asks(NewsOnScript::seven));
+    QVERIFY(m_news->isWaitingFor(NewsOnScript::seven));
 }
 
-void NewsStationsTest::pickingTheStationOnTheAirChangesNothing()
+void NewsStationsTest::pickingCurrentStationChangesNothing()
 {
     openThree(true);
-    const int asked = m_news->store.http.count();
-    const auto heard = *m_news->calls.last();
+    const int requestCount = m_news->store.http.count();
+    const auto callsBefore = *m_news->calls.last();
     pick(0);
     QVERIFY(screen().isLit());
     QVERIFY(!screen().isChecking());
     QVERIFY(!screen().selected());
-    QCOMPARE(m_news->store.http.count(), asked);
-    QCOMPARE(*m_news->calls.last(), heard);
+    QCOMPARE(m_news->store.http.count(), requestCount);
+    QCOMPARE(*m_news->calls.last(), callsBefore);
 }
 
-void NewsStationsTest::anotherStationWithTheSameNumberIsTheSameOne()
+void NewsStationsTest::stationWithSameNumberIsSameStation()
 {
     m_news->open(true, R"({"news": {"channels": {"5": {"label": "Another", "path": "another"}}}})");
     QCOMPARE(screen().stations().size(), 2);
@@ -129,7 +129,7 @@ void NewsStationsTest::anotherStationWithTheSameNumberIsTheSameOne()
     QCOMPARE(screen().currentStation().path, NewsOnScript::five);
 }
 
-void NewsStationsTest::pickingDuringAProbeEndsUpChecking()
+void NewsStationsTest::pickingDuringProbeEndsInChecking()
 {
     openThree(true);
     m_news->pause();
@@ -139,7 +139,7 @@ void NewsStationsTest::pickingDuringAProbeEndsUpChecking()
             [&] { seen.append(screen().isChecking() ? u"checking"_s : u"answered"_s); });
     pick(1);
     QVERIFY(m_news->store.http.wasCancelled(probe));
-    // The aborted probe's answer is false and counts as one, before the new station's watch begins.
+    // The cancelled probe answers false, which counts as an answer; then polling of the new station starts.
     QCOMPARE(seen, QStringList({u"checking"_s, u"answered"_s, u"checking"_s}));
     QVERIFY(!screen().isLive());
     QCOMPARE(m_news->requests(NewsOnScript::seven), 1);
@@ -148,7 +148,7 @@ void NewsStationsTest::pickingDuringAProbeEndsUpChecking()
     QCOMPARE(m_news->clock.pendingTimers(), 1);
 }
 
-void NewsStationsTest::pickingDuringARefreshDropsThatRefresh()
+void NewsStationsTest::pickingDuringRefreshCancelsRefresh()
 {
     openThree(false);
     m_news->pause();
@@ -165,33 +165,33 @@ void NewsStationsTest::pickingDuringARefreshDropsThatRefresh()
     QCOMPARE(m_news->requests(NewsOnScript::five), 2);
 }
 
-void NewsStationsTest::pickingDuringThePauseProbesAtOnce()
+void NewsStationsTest::pickingDuringPauseProbesAtOnce()
 {
     openThree(false);
     pick(1);
     QCOMPARE(m_news->clock.pendingTimers(), 0);
-    QVERIFY(m_news->asks(NewsOnScript::seven));
+    QVERIFY(m_news->isWaitingFor(NewsOnScript::seven));
     m_news->clock.advance(1h);
     QCOMPARE(m_news->requests(NewsOnScript::five), 1);
 }
 
-void NewsStationsTest::aPickedStationWithTheSamePathLeavesTheWatchAlone()
+void NewsStationsTest::pickedStationWithSamePathKeepsPolling()
 {
     m_news->open(true, R"({"news": {"channels": {"7": {"label": "Seven", "path": "/live/news/index.m3u8"}}}})");
-    const int asked = m_news->store.http.count();
+    const int requestCount = m_news->store.http.count();
     pick(1);
     QCOMPARE(m_news->number(), u"7"_s);
     QVERIFY(!screen().player());
     QVERIFY(screen().isChecking());
-    QCOMPARE(m_news->store.http.count(), asked);
+    QCOMPARE(m_news->store.http.count(), requestCount);
     m_news->pause();
     m_news->probe(true);
     QVERIFY(screen().isLit());
     QVERIFY(!screen().isChecking());
-    QCOMPARE(screen().onAir(), QStringList{u"7"_s});
+    QCOMPARE(screen().shownStationNumbers(), QStringList{u"7"_s});
 }
 
-void NewsStationsTest::aPickedStationStaysWhateverTheStatusSays()
+void NewsStationsTest::pickedStationIsKeptWhenStatusOmitsIt()
 {
     openThree(false);
     pick(1);
@@ -200,10 +200,10 @@ void NewsStationsTest::aPickedStationStaysWhateverTheStatusSays()
     QCOMPARE(m_news->number(), u"7"_s);
     QVERIFY(screen().isLit());
     m_news->pause();
-    QVERIFY(m_news->asks(NewsOnScript::seven));
+    QVERIFY(m_news->isWaitingFor(NewsOnScript::seven));
 }
 
-void NewsStationsTest::whatWasPickedIsForgottenWithTheScreen()
+void NewsStationsTest::pickedStationIsForgottenWhenScreenCloses()
 {
     openThree(false);
     pick(1);
@@ -214,7 +214,7 @@ void NewsStationsTest::whatWasPickedIsForgottenWithTheScreen()
     QCOMPARE(next.currentStation().number, u"5"_s);
 }
 
-void NewsStationsTest::thePickedStationIsPlayedOnceItsTowerIsLit()
+void NewsStationsTest::pickedStationIsPlayedWhenItsTowerIsLit()
 {
     openThree(true);
     pick(1);
@@ -224,25 +224,25 @@ void NewsStationsTest::thePickedStationIsPlayedOnceItsTowerIsLit()
     m_news->probe(true, NewsOnScript::seven);
     QCOMPARE(m_news->players.size(), 2);
     QCOMPARE(m_news->player()->item()->url(), *hubURL(NewsOnScript::seven));
-    QCOMPARE(screen().onAir(), QStringList{u"7"_s});
+    QCOMPARE(screen().shownStationNumbers(), QStringList{u"7"_s});
 }
 
-void NewsStationsTest::aStatusThatReordersTheStationsMovesTheScreen()
+void NewsStationsTest::reorderedStationsChangeCurrentStation()
 {
     m_news->open(false, reordered);
     QCOMPARE(m_news->number(), u"2"_s);
-    QVERIFY(m_news->asks(two));
+    QVERIFY(m_news->isWaitingFor(two));
     QVERIFY(screen().isChecking());
     QVERIFY(!screen().selected());
     QCOMPARE(m_news->clock.pendingTimers(), 0);
 }
 
-void NewsStationsTest::aReorderingWhileLitKeepsThePlayerUntilTheNewTowerIsDark()
+void NewsStationsTest::reorderingWhileLitKeepsPlayerUntilNewTowerIsDark()
 {
     m_news->open(true, reordered);
     QVERIFY(screen().isLit());
     QVERIFY(screen().isChecking());
-    QCOMPARE(screen().onAir(), QStringList{u"2"_s});
+    QCOMPARE(screen().shownStationNumbers(), QStringList{u"2"_s});
     const QPointer<ScriptedVideoPlayer> player = m_news->player();
     m_news->pass(true, two, reordered);
     QCOMPARE(screen().player(), player.data());
@@ -253,7 +253,7 @@ void NewsStationsTest::aReorderingWhileLitKeepsThePlayerUntilTheNewTowerIsDark()
     QVERIFY(screen().isOnStandby());
 }
 
-void NewsStationsTest::aReorderingFromOutsideDuringAProbeAbortsIt()
+void NewsStationsTest::statusSetDuringProbeCancelsProbe()
 {
     m_news->open(true);
     m_news->pause();
@@ -265,10 +265,10 @@ void NewsStationsTest::aReorderingFromOutsideDuringAProbeAbortsIt()
     QVERIFY(!screen().player());
     QVERIFY(!screen().isLive());
     QVERIFY(screen().isChecking());
-    QVERIFY(m_news->asks(u"/live/other.m3u8"_s));
+    QVERIFY(m_news->isWaitingFor(u"/live/other.m3u8"_s));
 }
 
-void NewsStationsTest::aReorderingWithTheSamePathLeavesTheWatchAlone()
+void NewsStationsTest::reorderingWithSamePathKeepsPolling()
 {
     m_news->open(false, R"({"news": {"channels": {"2": {"label": "Two", "path": "/live/news/index.m3u8"}}}})");
     QCOMPARE(m_news->number(), u"2"_s);
@@ -276,7 +276,7 @@ void NewsStationsTest::aReorderingWithTheSamePathLeavesTheWatchAlone()
     QCOMPARE(m_news->clock.pendingTimers(), 1);
 }
 
-void NewsStationsTest::channelKeysStepRoundTheStations()
+void NewsStationsTest::channelKeysStepThroughStationsInCircle()
 {
     openThree(false);
     QStringList seen;
@@ -289,7 +289,7 @@ void NewsStationsTest::channelKeysStepRoundTheStations()
     QCOMPARE(seen, QStringList({u"7"_s, u"9"_s, u"5"_s, u"9"_s, u"7"_s, u"5"_s}));
 }
 
-void NewsStationsTest::channelKeysPassByWhatCannotBePicked()
+void NewsStationsTest::channelKeysSkipStationsThatCannotBePicked()
 {
     m_news->open(false, R"({"news": {"channels": {"5": {"label": "Another", "path": "another"},
         "7": {"label": "Seven", "path": "seven"}}}})");
@@ -305,7 +305,7 @@ void NewsStationsTest::channelKeysPassByWhatCannotBePicked()
     QCOMPARE(seen, QStringList({NewsOnScript::seven, NewsOnScript::five, u"/live/another/index.m3u8"_s}));
 }
 
-void NewsStationsTest::channelKeysFromAStationThatHasLeft_data()
+void NewsStationsTest::channelKeysStepFromStationNoLongerListed_data()
 {
     QTest::addColumn<int>("key");
     QTest::addColumn<QString>("station");
@@ -313,7 +313,7 @@ void NewsStationsTest::channelKeysFromAStationThatHasLeft_data()
     QTest::newRow("down") << int(Qt::Key_ChannelDown) << u"9"_s;
 }
 
-void NewsStationsTest::channelKeysFromAStationThatHasLeft()
+void NewsStationsTest::channelKeysStepFromStationNoLongerListed()
 {
     QFETCH(const int, key);
     openThree(false);
@@ -322,7 +322,7 @@ void NewsStationsTest::channelKeysFromAStationThatHasLeft()
     QTEST(m_news->number(), "station");
 }
 
-void NewsStationsTest::channelKeysFindAStationWhoseLabelHasChanged()
+void NewsStationsTest::channelKeysFindStationWithChangedLabel()
 {
     openThree(false);
     screen().pick(NewsOnScript::station(u"7"_s, NewsOnScript::seven));
@@ -340,7 +340,7 @@ void NewsStationsTest::channelKeysChangeNothingWithOneStation()
     QVERIFY(!screen().selected());
 }
 
-void NewsStationsTest::otherKeysMeanNothing()
+void NewsStationsTest::otherKeysAreNotHandled()
 {
     openThree(true);
     for (const int key : {Qt::Key_Back, Qt::Key_Up, Qt::Key_Left, Qt::Key_Select, Qt::Key_MediaTogglePlayPause})

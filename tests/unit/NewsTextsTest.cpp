@@ -4,22 +4,22 @@
 
 using namespace Qt::StringLiterals;
 
-/** Which words the news channel's graphics show. */
+/** Tests the texts of the news channel's graphics. */
 class NewsTextsTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theTowerLineTellsWhatTheSetDoes();
-    void withoutAProgrammeTheChannelIsNamed_data();
-    void withoutAProgrammeTheChannelIsNamed();
-    void theNoteComesBeforeTheTagline_data();
-    void theNoteComesBeforeTheTagline();
-    void theStationIsSetInCapitalsOnOneLine();
-    void nothingIsLongerThanAScreen();
+    void towerLineShowsCheckingState();
+    void titleIsChannelNameWithoutProgramme_data();
+    void titleIsChannelNameWithoutProgramme();
+    void noteIsPreferredToTagline_data();
+    void noteIsPreferredToTagline();
+    void stationIsShownInCapitalsOnOneLine();
+    void veryLongTextIsCut();
 };
 
-void NewsTextsTest::theTowerLineTellsWhatTheSetDoes()
+void NewsTextsTest::towerLineShowsCheckingState()
 {
     QCOMPARE(NewsTexts::towerLine(true), u"CHECKING THE TOWER…"_s);
     QCOMPARE(NewsTexts::towerLine(false), u"TRANSMISSION WILL RESUME — THIS SET IS WATCHING THE TOWER"_s);
@@ -27,7 +27,7 @@ void NewsTextsTest::theTowerLineTellsWhatTheSetDoes()
     QCOMPARE(NewsTexts::channels(), u"channels"_s);
 }
 
-void NewsTextsTest::withoutAProgrammeTheChannelIsNamed_data()
+void NewsTextsTest::titleIsChannelNameWithoutProgramme_data()
 {
     QTest::addColumn<QString>("program");
     QTest::addColumn<QString>("title");
@@ -36,14 +36,14 @@ void NewsTextsTest::withoutAProgrammeTheChannelIsNamed_data()
     QTest::newRow("blank") << u" "_s << u" "_s;
 }
 
-void NewsTextsTest::withoutAProgrammeTheChannelIsNamed()
+void NewsTextsTest::titleIsChannelNameWithoutProgramme()
 {
     QFETCH(QString, program);
     QTEST(NewsTexts::onAirTitle(program), "title");
     QCOMPARE(NewsTexts::cardLine(program), program);
 }
 
-void NewsTextsTest::theNoteComesBeforeTheTagline_data()
+void NewsTextsTest::noteIsPreferredToTagline_data()
 {
     QTest::addColumn<QString>("note");
     QTest::addColumn<QString>("tagline");
@@ -55,19 +55,19 @@ void NewsTextsTest::theNoteComesBeforeTheTagline_data()
     QTest::newRow("lines") << u"one\ntwo\r\nthree"_s << QString() << u"one two three"_s;
 }
 
-void NewsTextsTest::theNoteComesBeforeTheTagline()
+void NewsTextsTest::noteIsPreferredToTagline()
 {
     QFETCH(QString, note);
     QFETCH(QString, tagline);
     QTEST(NewsTexts::onAirDetail(note, tagline), "detail");
 }
 
-void NewsTextsTest::theStationIsSetInCapitalsOnOneLine()
+void NewsTextsTest::stationIsShownInCapitalsOnOneLine()
 {
     QCOMPARE(NewsTexts::onAirStation(u"5 O'Clock\nNews"_s), u"5 O'CLOCK NEWS"_s);
 }
 
-void NewsTextsTest::nothingIsLongerThanAScreen()
+void NewsTextsTest::veryLongTextIsCut()
 {
     const QString endless(1'000'000, u'W');
     for (const QString& text :

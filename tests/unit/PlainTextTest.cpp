@@ -5,23 +5,24 @@
 
 using namespace Qt::StringLiterals;
 
-/** Strings of the hub's are data: no screen reads them as markup, and letters of any script are borne. */
+/** Tests the QML sources: the hub's strings are data, so that no text item interprets markup, and every text item
+ * handles letters of all scripts. */
 class PlainTextTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyTextOfEveryScreenIsPlain_data() { addScreens(); }
-    void everyTextOfEveryScreenIsPlain();
-    void everyTextIsAStationText_data() { addScreens(); }
-    void everyTextIsAStationText();
+    void textItemsUsePlainText_data() { addScreens(); }
+    void textItemsUsePlainText();
+    void textItemsAreStationTexts_data() { addScreens(); }
+    void textItemsAreStationTexts();
 
 private:
     static void addScreens();
     static QString objectAt(const QString& source, const QRegularExpressionMatch& match);
 };
 
-/** The QML object that begins with `match`, up to its closing brace. */
+/** The source of the QML object that starts at `match`, up to its closing brace. */
 QString PlainTextTest::objectAt(const QString& source, const QRegularExpressionMatch& match)
 {
     qsizetype end = match.capturedEnd();
@@ -43,7 +44,7 @@ void PlainTextTest::addScreens()
     }
 }
 
-void PlainTextTest::everyTextOfEveryScreenIsPlain()
+void PlainTextTest::textItemsUsePlainText()
 {
     QFETCH(QString, path);
     QFile file(path);
@@ -59,13 +60,14 @@ void PlainTextTest::everyTextOfEveryScreenIsPlain()
     }
 }
 
-void PlainTextTest::everyTextIsAStationText()
+void PlainTextTest::textItemsAreStationTexts()
 {
     QFETCH(QString, path);
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QString source = QString::fromUtf8(file.readAll());
-    // Lines of Text are as tall as the tallest font in them. Only words of the set's own may be, for an outline.
+    // A line of Text is as tall as the tallest font in it. Text is allowed only for the program's own words, which need
+    // an outline.
     static const QRegularExpression text(u"\\bText\\s*\\{"_s);
     for (auto matches = text.globalMatch(source); matches.hasNext();) {
         const auto match = matches.next();

@@ -5,20 +5,20 @@
 using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
-/** The information panel: how it opens and closes, and whose the keys are meanwhile. */
+/** Tests how the information panel opens and closes, and which keys it handles while it is open. */
 class PlayerControllerPanelTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void downOpensThePanelAndUpClosesIt();
-    void thePanelStays();
-    void thePanelTakesTheArrowsWhereThereAreChoices();
-    void aPanelWithoutChoicesLeavesTheArrowsToThePlayer();
-    void upClosesThePanelFromItsTopAlone();
-    void aHeldUpDoesNotCloseThePanel();
-    void theChoiceOfATrackIsHandedOn();
-    void theChoicesFollowThePlayer();
+    void downOpensPanelAndUpClosesIt();
+    void panelDoesNotHideByItself();
+    void panelWithTracksGetsArrowKeys();
+    void panelWithoutTracksLeavesArrowKeysToPlayer();
+    void upClosesPanelOnlyFromTop();
+    void repeatedUpDoesNotClosePanel();
+    void pickedTrackIsSelectedInPlayer();
+    void trackListsFollowPlayer();
 };
 
 namespace {
@@ -27,7 +27,7 @@ const QList<MediaTrack> subtitles{{1, MediaTrack::Kind::Subtitle, u"English"_s, 
 
 } // namespace
 
-void PlayerControllerPanelTest::downOpensThePanelAndUpClosesIt()
+void PlayerControllerPanelTest::downOpensPanelAndUpClosesIt()
 {
     PlayerOnScript script;
     QVERIFY(script.tap(Qt::Key_Up));
@@ -40,7 +40,7 @@ void PlayerControllerPanelTest::downOpensThePanelAndUpClosesIt()
     QVERIFY(!script.controller.panelShown());
 }
 
-void PlayerControllerPanelTest::thePanelStays()
+void PlayerControllerPanelTest::panelDoesNotHideByItself()
 {
     PlayerOnScript script;
     script.tap(Qt::Key_Down);
@@ -49,7 +49,7 @@ void PlayerControllerPanelTest::thePanelStays()
     QVERIFY(!script.controller.transportShown());
 }
 
-void PlayerControllerPanelTest::thePanelTakesTheArrowsWhereThereAreChoices()
+void PlayerControllerPanelTest::panelWithTracksGetsArrowKeys()
 {
     PlayerOnScript script;
     script.player->setTracks(subtitles);
@@ -64,7 +64,7 @@ void PlayerControllerPanelTest::thePanelTakesTheArrowsWhereThereAreChoices()
     QCOMPARE(script.player->timeControl(), VideoPlayer::TimeControl::Paused);
 }
 
-void PlayerControllerPanelTest::aPanelWithoutChoicesLeavesTheArrowsToThePlayer()
+void PlayerControllerPanelTest::panelWithoutTracksLeavesArrowKeysToPlayer()
 {
     PlayerOnScript script;
     script.tap(Qt::Key_Down);
@@ -75,7 +75,7 @@ void PlayerControllerPanelTest::aPanelWithoutChoicesLeavesTheArrowsToThePlayer()
     QVERIFY(script.controller.panelShown());
 }
 
-void PlayerControllerPanelTest::upClosesThePanelFromItsTopAlone()
+void PlayerControllerPanelTest::upClosesPanelOnlyFromTop()
 {
     PlayerOnScript script;
     script.player->setTracks(subtitles);
@@ -88,7 +88,7 @@ void PlayerControllerPanelTest::upClosesThePanelFromItsTopAlone()
     QVERIFY(!script.controller.panelShown());
 }
 
-void PlayerControllerPanelTest::aHeldUpDoesNotCloseThePanel()
+void PlayerControllerPanelTest::repeatedUpDoesNotClosePanel()
 {
     PlayerOnScript script;
     script.player->setTracks(subtitles);
@@ -97,7 +97,7 @@ void PlayerControllerPanelTest::aHeldUpDoesNotCloseThePanel()
     QVERIFY(script.controller.panelShown());
 }
 
-void PlayerControllerPanelTest::theChoiceOfATrackIsHandedOn()
+void PlayerControllerPanelTest::pickedTrackIsSelectedInPlayer()
 {
     PlayerOnScript script;
     script.player->setTracks(subtitles);
@@ -111,7 +111,7 @@ void PlayerControllerPanelTest::theChoiceOfATrackIsHandedOn()
     script.controller.subtitleTracks()->pick(0);
 }
 
-void PlayerControllerPanelTest::theChoicesFollowThePlayer()
+void PlayerControllerPanelTest::trackListsFollowPlayer()
 {
     PlayerOnScript script;
     script.player->setTracks(subtitles);

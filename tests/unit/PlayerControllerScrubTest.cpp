@@ -8,68 +8,68 @@ using std::chrono::milliseconds;
 using State = PlayerController::State;
 using TimeControl = VideoPlayer::TimeControl;
 
-/** Held buttons: the way along the recording, and where it ends. */
+/** Tests scrubbing with held buttons: how far it moves, and what ends it. */
 class PlayerControllerScrubTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theLongerTheFaster_data();
-    void theLongerTheFaster();
-    void aHeldArrowSkipsAndThenScrubs();
-    void aHeldArrowGoesBackToo();
-    void fastForwardAndRewindScrubFromTheirPress();
-    void theStateTellsTheWayAndTheSpeed();
-    void thePositionMovesAndThePictureStands();
-    void thePositionMovesBetweenTheStepsOfTheButton();
-    void itPlaysOnWhereItWasLetGo();
-    void aPausedPlayerStaysPaused();
-    void oneThatWaitedForDataPlaysOn();
-    void itGoesNoFurtherThanTheRecording();
-    void aScrubThatLedNowhereSeeksNothing();
-    void theEndMovesUnderAScrub();
-    void whatThePlayerReportsMeanwhileMovesNothing();
-    void anotherKeyEndsTheScrubThere();
-    void aPressWithoutAReleaseBeforeEndsTheScrubToo();
-    void playEndsTheScrubThereAndPlays();
-    void theReleaseOfAnotherKeyEndsNothing();
-    void itCannotBeSoughtAnyMoreWhenItIsLetGo();
-    void aFailureDropsTheScrub();
-    void lettingThePlayerGoDropsTheScrub();
-    void noTimerOutlivesAScrub();
+    void scrubIsFasterWhenHeldLonger_data();
+    void scrubIsFasterWhenHeldLonger();
+    void heldArrowSkipsThenScrubs();
+    void heldLeftArrowScrubsBackward();
+    void fastForwardAndRewindScrubFromPress();
+    void stateShowsDirectionAndSpeed();
+    void scrubMovesPositionWhilePictureIsPaused();
+    void positionUpdatesBetweenKeyRepeats();
+    void playbackContinuesWhereKeyIsReleased();
+    void pausedPlayerStaysPausedAfterScrub();
+    void waitingPlayerPlaysOnAfterScrub();
+    void scrubStaysWithinRecording();
+    void scrubWithoutMovementDoesNotSeek();
+    void scrubIsLimitedByChangedDuration();
+    void reportedPositionIsIgnoredWhileScrubbing();
+    void anotherKeyEndsScrub();
+    void pressWithoutPriorReleaseEndsScrub();
+    void playEndsScrubAndPlays();
+    void releaseOfAnotherKeyDoesNotEndScrub();
+    void releaseDoesNotSeekIfNoLongerSeekable();
+    void failureCancelsScrub();
+    void removingPlayerCancelsScrub();
+    void noTimerRunsAfterScrub();
 };
 
-void PlayerControllerScrubTest::theLongerTheFaster_data()
+void PlayerControllerScrubTest::scrubIsFasterWhenHeldLonger_data()
 {
     QTest::addColumn<int>("held");
-    QTest::addColumn<double>("way");
+    QTest::addColumn<double>("distance");
     QTest::addColumn<int>("speed");
-    QTest::newRow("at once") << 0 << 0.0 << 8;
-    QTest::newRow("a step") << 40 << 0.32 << 8;
-    QTest::newRow("a second") << 1000 << 8.0 << 8;
-    QTest::newRow("just before two") << 1999 << 15.992 << 8;
-    QTest::newRow("two") << 2000 << 16.0 << 16;
-    QTest::newRow("three") << 3000 << 32.0 << 16;
-    QTest::newRow("four") << 4000 << 48.0 << 32;
-    QTest::newRow("six") << 6000 << 112.0 << 64;
-    QTest::newRow("eight") << 8000 << 240.0 << 128;
-    QTest::newRow("it grows no more") << 18000 << 1520.0 << 128;
+    QTest::newRow("start") << 0 << 0.0 << 8;
+    QTest::newRow("one update") << 40 << 0.32 << 8;
+    QTest::newRow("one second") << 1000 << 8.0 << 8;
+    QTest::newRow("just before two seconds") << 1999 << 15.992 << 8;
+    QTest::newRow("two seconds") << 2000 << 16.0 << 16;
+    QTest::newRow("three seconds") << 3000 << 32.0 << 16;
+    QTest::newRow("four seconds") << 4000 << 48.0 << 32;
+    QTest::newRow("six seconds") << 6000 << 112.0 << 64;
+    QTest::newRow("eight seconds") << 8000 << 240.0 << 128;
+    QTest::newRow("maximum speed") << 18000 << 1520.0 << 128;
 }
 
-void PlayerControllerScrubTest::theLongerTheFaster()
+void PlayerControllerScrubTest::scrubIsFasterWhenHeldLonger()
 {
     QFETCH(const int, held);
-    QFETCH(const double, way);
+    QFETCH(const double, distance);
     QFETCH(const int, speed);
     const Scrub forward{1000, 1, 5s, true};
-    QCOMPARE(forward.positionAt(5s + milliseconds(held)), 1000 + way);
+    QCOMPARE(forward.positionAt(5s + milliseconds(held)), 1000 + distance);
     QCOMPARE(forward.speedAt(5s + milliseconds(held)), speed);
     const Scrub backward{2000, -1, 5s, true};
-    QCOMPARE(backward.positionAt(5s + milliseconds(held)), 2000 - way);
+    QCOMPARE(backward.positionAt(5s + milliseconds(held)), 2000 - distance);
     QCOMPARE(backward.speedAt(5s + milliseconds(held)), -speed);
 }
 
-void PlayerControllerScrubTest::aHeldArrowSkipsAndThenScrubs()
+void PlayerControllerScrubTest::heldArrowSkipsThenScrubs()
 {
     PlayerOnScript script;
     script.hold(Qt::Key_Right, 400ms + 3s);
@@ -78,7 +78,7 @@ void PlayerControllerScrubTest::aHeldArrowSkipsAndThenScrubs()
     QCOMPARE(script.player->seeks.last().tolerance, SeekTolerance::AtOrAfter);
 }
 
-void PlayerControllerScrubTest::aHeldArrowGoesBackToo()
+void PlayerControllerScrubTest::heldLeftArrowScrubsBackward()
 {
     PlayerOnScript script;
     script.hold(Qt::Key_Left, 400ms + 3s);
@@ -86,7 +86,7 @@ void PlayerControllerScrubTest::aHeldArrowGoesBackToo()
     QCOMPARE(script.player->targets(), (QList<double>{590, 558}));
 }
 
-void PlayerControllerScrubTest::fastForwardAndRewindScrubFromTheirPress()
+void PlayerControllerScrubTest::fastForwardAndRewindScrubFromPress()
 {
     PlayerOnScript script;
     script.hold(Qt::Key_AudioForward, 3s);
@@ -96,7 +96,7 @@ void PlayerControllerScrubTest::fastForwardAndRewindScrubFromTheirPress()
     QCOMPARE(script.player->targets(), (QList<double>{632, 624}));
 }
 
-void PlayerControllerScrubTest::theStateTellsTheWayAndTheSpeed()
+void PlayerControllerScrubTest::stateShowsDirectionAndSpeed()
 {
     PlayerOnScript script;
     script.controller.press(Qt::Key_AudioForward);
@@ -116,7 +116,7 @@ void PlayerControllerScrubTest::theStateTellsTheWayAndTheSpeed()
     QVERIFY(script.controller.isScrubbing());
 }
 
-void PlayerControllerScrubTest::thePositionMovesAndThePictureStands()
+void PlayerControllerScrubTest::scrubMovesPositionWhilePictureIsPaused()
 {
     PlayerOnScript script;
     script.controller.press(Qt::Key_AudioForward);
@@ -129,7 +129,7 @@ void PlayerControllerScrubTest::thePositionMovesAndThePictureStands()
     QCOMPARE(script.player->seeks.size(), 0);
 }
 
-void PlayerControllerScrubTest::thePositionMovesBetweenTheStepsOfTheButton()
+void PlayerControllerScrubTest::positionUpdatesBetweenKeyRepeats()
 {
     PlayerOnScript script;
     script.controller.press(Qt::Key_AudioForward);
@@ -138,7 +138,7 @@ void PlayerControllerScrubTest::thePositionMovesBetweenTheStepsOfTheButton()
     QCOMPARE(moves.count(), 8);
 }
 
-void PlayerControllerScrubTest::itPlaysOnWhereItWasLetGo()
+void PlayerControllerScrubTest::playbackContinuesWhereKeyIsReleased()
 {
     PlayerOnScript script;
     script.hold(Qt::Key_AudioForward, 3s);
@@ -147,10 +147,10 @@ void PlayerControllerScrubTest::itPlaysOnWhereItWasLetGo()
     QCOMPARE(script.player->timeControl(), TimeControl::Playing);
     QCOMPARE(script.controller.elapsedText(), u"10:32"_s);
     QCOMPARE(script.player->calls()->last(2), (QStringList{u"seek"_s, u"play"_s}));
-    QCOMPARE(changes.count(), 1); // straight from fast forward to playing
+    QCOMPARE(changes.count(), 1); // directly from fast forward to playing
 }
 
-void PlayerControllerScrubTest::aPausedPlayerStaysPaused()
+void PlayerControllerScrubTest::pausedPlayerStaysPausedAfterScrub()
 {
     PlayerOnScript script;
     script.tap(Qt::Key_MediaPause);
@@ -160,7 +160,7 @@ void PlayerControllerScrubTest::aPausedPlayerStaysPaused()
     QCOMPARE(script.controller.state(), State::Paused);
 }
 
-void PlayerControllerScrubTest::oneThatWaitedForDataPlaysOn()
+void PlayerControllerScrubTest::waitingPlayerPlaysOnAfterScrub()
 {
     PlayerOnScript script;
     script.player->setWaiting(true);
@@ -169,7 +169,7 @@ void PlayerControllerScrubTest::oneThatWaitedForDataPlaysOn()
     QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
 }
 
-void PlayerControllerScrubTest::itGoesNoFurtherThanTheRecording()
+void PlayerControllerScrubTest::scrubStaysWithinRecording()
 {
     PlayerOnScript script;
     script.hold(Qt::Key_AudioRewind, 30s);
@@ -181,7 +181,7 @@ void PlayerControllerScrubTest::itGoesNoFurtherThanTheRecording()
     QCOMPARE(script.player->targets(), (QList<double>{0, 3597}));
 }
 
-void PlayerControllerScrubTest::aScrubThatLedNowhereSeeksNothing()
+void PlayerControllerScrubTest::scrubWithoutMovementDoesNotSeek()
 {
     PlayerOnScript script;
     script.player->moveTo(3599);
@@ -191,7 +191,7 @@ void PlayerControllerScrubTest::aScrubThatLedNowhereSeeksNothing()
     QCOMPARE(script.player->timeControl(), TimeControl::Playing);
 }
 
-void PlayerControllerScrubTest::theEndMovesUnderAScrub()
+void PlayerControllerScrubTest::scrubIsLimitedByChangedDuration()
 {
     PlayerOnScript script;
     script.hold(Qt::Key_AudioForward, 8s);
@@ -202,7 +202,7 @@ void PlayerControllerScrubTest::theEndMovesUnderAScrub()
     QCOMPARE(script.player->targets(), QList<double>{697});
 }
 
-void PlayerControllerScrubTest::whatThePlayerReportsMeanwhileMovesNothing()
+void PlayerControllerScrubTest::reportedPositionIsIgnoredWhileScrubbing()
 {
     PlayerOnScript script;
     script.hold(Qt::Key_AudioForward, 3s);
@@ -212,7 +212,7 @@ void PlayerControllerScrubTest::whatThePlayerReportsMeanwhileMovesNothing()
     QCOMPARE(script.player->targets(), QList<double>{632});
 }
 
-void PlayerControllerScrubTest::anotherKeyEndsTheScrubThere()
+void PlayerControllerScrubTest::anotherKeyEndsScrub()
 {
     PlayerOnScript script;
     script.hold(Qt::Key_AudioForward, 3s);
@@ -223,7 +223,7 @@ void PlayerControllerScrubTest::anotherKeyEndsTheScrubThere()
     QCOMPARE(script.player->seeks.size(), 2);
 }
 
-void PlayerControllerScrubTest::aPressWithoutAReleaseBeforeEndsTheScrubToo()
+void PlayerControllerScrubTest::pressWithoutPriorReleaseEndsScrub()
 {
     PlayerOnScript script;
     script.hold(Qt::Key_AudioForward, 3s);
@@ -236,7 +236,7 @@ void PlayerControllerScrubTest::aPressWithoutAReleaseBeforeEndsTheScrubToo()
     QCOMPARE(script.controller.state(), State::Rewinding);
 }
 
-void PlayerControllerScrubTest::playEndsTheScrubThereAndPlays()
+void PlayerControllerScrubTest::playEndsScrubAndPlays()
 {
     PlayerOnScript script;
     script.tap(Qt::Key_MediaPause);
@@ -246,7 +246,7 @@ void PlayerControllerScrubTest::playEndsTheScrubThereAndPlays()
     QCOMPARE(script.controller.state(), State::Playing);
 }
 
-void PlayerControllerScrubTest::theReleaseOfAnotherKeyEndsNothing()
+void PlayerControllerScrubTest::releaseOfAnotherKeyDoesNotEndScrub()
 {
     PlayerOnScript script;
     script.hold(Qt::Key_AudioForward, 3s);
@@ -255,7 +255,7 @@ void PlayerControllerScrubTest::theReleaseOfAnotherKeyEndsNothing()
     QCOMPARE(script.player->seeks.size(), 0);
 }
 
-void PlayerControllerScrubTest::itCannotBeSoughtAnyMoreWhenItIsLetGo()
+void PlayerControllerScrubTest::releaseDoesNotSeekIfNoLongerSeekable()
 {
     PlayerOnScript script;
     script.hold(Qt::Key_AudioForward, 3s);
@@ -265,7 +265,7 @@ void PlayerControllerScrubTest::itCannotBeSoughtAnyMoreWhenItIsLetGo()
     QCOMPARE(script.player->timeControl(), TimeControl::Playing);
 }
 
-void PlayerControllerScrubTest::aFailureDropsTheScrub()
+void PlayerControllerScrubTest::failureCancelsScrub()
 {
     PlayerOnScript script;
     script.hold(Qt::Key_AudioForward, 3s);
@@ -277,7 +277,7 @@ void PlayerControllerScrubTest::aFailureDropsTheScrub()
     QCOMPARE(script.player->timeControl(), TimeControl::Paused);
 }
 
-void PlayerControllerScrubTest::lettingThePlayerGoDropsTheScrub()
+void PlayerControllerScrubTest::removingPlayerCancelsScrub()
 {
     PlayerOnScript script;
     script.hold(Qt::Key_AudioForward, 3s);
@@ -287,7 +287,7 @@ void PlayerControllerScrubTest::lettingThePlayerGoDropsTheScrub()
     QCOMPARE(script.player->calls()->size(), calls);
 }
 
-void PlayerControllerScrubTest::noTimerOutlivesAScrub()
+void PlayerControllerScrubTest::noTimerRunsAfterScrub()
 {
     PlayerOnScript script;
     script.hold(Qt::Key_AudioForward, 3s);

@@ -5,41 +5,41 @@
 using namespace std::chrono_literals;
 using TimeControl = VideoPlayer::TimeControl;
 
-/** The keys that act at once: play and pause, and the skips. */
+/** Tests the keys that act at once: play, pause and the skip keys. */
 class PlayerControllerSkipTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void selectAndPlayPauseToggle_data();
-    void selectAndPlayPauseToggle();
-    void playPlaysAndPausePauses();
-    void aPauseWhileItWaitsForDataIsOne();
-    void stopLeavesAtOnce();
-    void aSkipGoesSoFar_data();
-    void aSkipGoesSoFar();
-    void aSkipLandsAtOrAfterItsTarget();
+    void selectAndPlayPauseTogglePlayback_data();
+    void selectAndPlayPauseTogglePlayback();
+    void playKeyPlaysAndPauseKeyPauses();
+    void pauseWhileWaitingForDataIsKept();
+    void stopLeavesPlayerAtOnce();
+    void skipHasExpectedDistance_data();
+    void skipHasExpectedDistance();
+    void skipSeeksAtOrAfterTarget();
     void quickSkipsAddUp();
-    void aSkipAfterASeekThatCameToNothingCountsFromThePosition();
-    void aSkipStaysOnTheRecording_data();
-    void aSkipStaysOnTheRecording();
-    void aSkipForwardNearTheEndDoesNotGoBack();
-    void aPausedPlayerStaysPausedAfterASkip();
-    void aHeldNextSkipsOnce();
-    void withoutSeekingNothingIsSkipped_data();
-    void withoutSeekingNothingIsSkipped();
-    void aKeyThatMeansNothingIsLeft();
-    void withoutAPlayerOnlyBackAndStopAreUsed();
+    void skipAfterFailedSeekStartsFromPosition();
+    void skipStaysWithinRecording_data();
+    void skipStaysWithinRecording();
+    void skipForwardNearEndDoesNotGoBack();
+    void pausedPlayerStaysPausedAfterSkip();
+    void heldNextSkipsOnce();
+    void streamThatIsNotSeekableDoesNotSkip_data();
+    void streamThatIsNotSeekableDoesNotSkip();
+    void unusedKeyIsNotHandled();
+    void withoutPlayerOnlyBackAndStopAreHandled();
 };
 
-void PlayerControllerSkipTest::selectAndPlayPauseToggle_data()
+void PlayerControllerSkipTest::selectAndPlayPauseTogglePlayback_data()
 {
     QTest::addColumn<Qt::Key>("key");
     QTest::newRow("select") << Qt::Key_Select;
     QTest::newRow("play/pause") << Qt::Key_MediaTogglePlayPause;
 }
 
-void PlayerControllerSkipTest::selectAndPlayPauseToggle()
+void PlayerControllerSkipTest::selectAndPlayPauseTogglePlayback()
 {
     QFETCH(const Qt::Key, key);
     PlayerOnScript script;
@@ -49,7 +49,7 @@ void PlayerControllerSkipTest::selectAndPlayPauseToggle()
     QCOMPARE(script.player->timeControl(), TimeControl::Playing);
 }
 
-void PlayerControllerSkipTest::playPlaysAndPausePauses()
+void PlayerControllerSkipTest::playKeyPlaysAndPauseKeyPauses()
 {
     PlayerOnScript script;
     QVERIFY(script.tap(Qt::Key_MediaPlay));
@@ -62,7 +62,7 @@ void PlayerControllerSkipTest::playPlaysAndPausePauses()
     QCOMPARE(script.player->timeControl(), TimeControl::Playing);
 }
 
-void PlayerControllerSkipTest::aPauseWhileItWaitsForDataIsOne()
+void PlayerControllerSkipTest::pauseWhileWaitingForDataIsKept()
 {
     PlayerOnScript script;
     script.player->setWaiting(true);
@@ -71,16 +71,16 @@ void PlayerControllerSkipTest::aPauseWhileItWaitsForDataIsOne()
     QCOMPARE(script.player->timeControl(), TimeControl::Paused);
 }
 
-void PlayerControllerSkipTest::stopLeavesAtOnce()
+void PlayerControllerSkipTest::stopLeavesPlayerAtOnce()
 {
     PlayerOnScript script;
     script.tap(Qt::Key_Down);
-    const QSignalSpy leave(&script.controller, &PlayerController::leave);
+    const QSignalSpy dismissRequested(&script.controller, &PlayerController::dismissRequested);
     QVERIFY(script.tap(Qt::Key_MediaStop));
-    QCOMPARE(leave.count(), 1);
+    QCOMPARE(dismissRequested.count(), 1);
 }
 
-void PlayerControllerSkipTest::aSkipGoesSoFar_data()
+void PlayerControllerSkipTest::skipHasExpectedDistance_data()
 {
     QTest::addColumn<Qt::Key>("key");
     QTest::addColumn<double>("target");
@@ -90,7 +90,7 @@ void PlayerControllerSkipTest::aSkipGoesSoFar_data()
     QTest::newRow("next") << Qt::Key_MediaNext << 2100.0;
 }
 
-void PlayerControllerSkipTest::aSkipGoesSoFar()
+void PlayerControllerSkipTest::skipHasExpectedDistance()
 {
     QFETCH(const Qt::Key, key);
     QFETCH(const double, target);
@@ -103,7 +103,7 @@ void PlayerControllerSkipTest::aSkipGoesSoFar()
     QCOMPARE(script.player->seeks.size(), 1);
 }
 
-void PlayerControllerSkipTest::aSkipLandsAtOrAfterItsTarget()
+void PlayerControllerSkipTest::skipSeeksAtOrAfterTarget()
 {
     PlayerOnScript script;
     script.tap(Qt::Key_Left);
@@ -118,7 +118,7 @@ void PlayerControllerSkipTest::quickSkipsAddUp()
     QCOMPARE(script.player->targets(), (QList<double>{610, 620, 630, 620, 1220}));
 }
 
-void PlayerControllerSkipTest::aSkipAfterASeekThatCameToNothingCountsFromThePosition()
+void PlayerControllerSkipTest::skipAfterFailedSeekStartsFromPosition()
 {
     PlayerOnScript script;
     script.tap(Qt::Key_Right);
@@ -127,20 +127,20 @@ void PlayerControllerSkipTest::aSkipAfterASeekThatCameToNothingCountsFromThePosi
     QCOMPARE(script.player->targets(), (QList<double>{610, 611}));
 }
 
-void PlayerControllerSkipTest::aSkipStaysOnTheRecording_data()
+void PlayerControllerSkipTest::skipStaysWithinRecording_data()
 {
     QTest::addColumn<double>("position");
     QTest::addColumn<Qt::Key>("key");
     QTest::addColumn<double>("target");
-    QTest::newRow("back over the top") << 4.0 << Qt::Key_Left << 0.0;
-    QTest::newRow("ten minutes over the top") << 599.0 << Qt::Key_MediaPrevious << 0.0;
-    QTest::newRow("on over the end") << 3592.0 << Qt::Key_Right << 3597.0;
-    QTest::newRow("ten minutes over the end") << 3300.0 << Qt::Key_MediaNext << 3597.0;
+    QTest::newRow("back beyond the start") << 4.0 << Qt::Key_Left << 0.0;
+    QTest::newRow("ten minutes back beyond the start") << 599.0 << Qt::Key_MediaPrevious << 0.0;
+    QTest::newRow("forward beyond the end") << 3592.0 << Qt::Key_Right << 3597.0;
+    QTest::newRow("ten minutes forward beyond the end") << 3300.0 << Qt::Key_MediaNext << 3597.0;
     QTest::newRow("back from the end") << 3600.0 << Qt::Key_Left << 3590.0;
     QTest::newRow("back from beyond the end") << 3800.0 << Qt::Key_Left << 3597.0;
 }
 
-void PlayerControllerSkipTest::aSkipStaysOnTheRecording()
+void PlayerControllerSkipTest::skipStaysWithinRecording()
 {
     QFETCH(const double, position);
     QFETCH(const Qt::Key, key);
@@ -151,7 +151,7 @@ void PlayerControllerSkipTest::aSkipStaysOnTheRecording()
     QCOMPARE(script.player->targets(), QList<double>{target});
 }
 
-void PlayerControllerSkipTest::aSkipForwardNearTheEndDoesNotGoBack()
+void PlayerControllerSkipTest::skipForwardNearEndDoesNotGoBack()
 {
     PlayerOnScript script;
     for (const double position : {3597.0, 3599.5, 3600.0, 3605.0}) {
@@ -159,13 +159,13 @@ void PlayerControllerSkipTest::aSkipForwardNearTheEndDoesNotGoBack()
         QVERIFY(script.tap(Qt::Key_Right));
         QVERIFY(script.tap(Qt::Key_MediaNext));
     }
-    script.player->setDuration(2); // shorter than what is always played
+    script.player->setDuration(2); // shorter than the last part of a recording, which is always played
     script.player->moveTo(1);
     QVERIFY(script.tap(Qt::Key_Right));
     QCOMPARE(script.player->targets(), QList<double>());
 }
 
-void PlayerControllerSkipTest::aPausedPlayerStaysPausedAfterASkip()
+void PlayerControllerSkipTest::pausedPlayerStaysPausedAfterSkip()
 {
     PlayerOnScript script;
     script.tap(Qt::Key_MediaPause);
@@ -174,7 +174,7 @@ void PlayerControllerSkipTest::aPausedPlayerStaysPausedAfterASkip()
     QCOMPARE(script.player->timeControl(), TimeControl::Paused);
 }
 
-void PlayerControllerSkipTest::aHeldNextSkipsOnce()
+void PlayerControllerSkipTest::heldNextSkipsOnce()
 {
     PlayerOnScript script;
     script.hold(Qt::Key_MediaNext, 3s);
@@ -182,17 +182,17 @@ void PlayerControllerSkipTest::aHeldNextSkipsOnce()
     QCOMPARE(script.player->targets(), QList<double>{1200});
 }
 
-void PlayerControllerSkipTest::withoutSeekingNothingIsSkipped_data()
+void PlayerControllerSkipTest::streamThatIsNotSeekableDoesNotSkip_data()
 {
     QTest::addColumn<PlayerItem::Kind>("kind");
     QTest::addColumn<bool>("isSeekable");
     QTest::addColumn<double>("duration");
     QTest::newRow("live") << PlayerItem::Kind::Live << false << 0.0;
-    QTest::newRow("a recording that cannot be sought") << PlayerItem::Kind::Recording << false << 3600.0;
+    QTest::newRow("a recording that is not seekable") << PlayerItem::Kind::Recording << false << 3600.0;
     QTest::newRow("no duration yet") << PlayerItem::Kind::Recording << true << 0.0;
 }
 
-void PlayerControllerSkipTest::withoutSeekingNothingIsSkipped()
+void PlayerControllerSkipTest::streamThatIsNotSeekableDoesNotSkip()
 {
     QFETCH(const PlayerItem::Kind, kind);
     QFETCH(const bool, isSeekable);
@@ -211,24 +211,24 @@ void PlayerControllerSkipTest::withoutSeekingNothingIsSkipped()
     QCOMPARE(script.controller.state(), PlayerController::State::Playing);
 }
 
-void PlayerControllerSkipTest::aKeyThatMeansNothingIsLeft()
+void PlayerControllerSkipTest::unusedKeyIsNotHandled()
 {
     PlayerOnScript script;
     QVERIFY(!script.tap(Qt::Key_ChannelUp));
     QVERIFY(!script.controller.release(Qt::Key_Right));
 }
 
-void PlayerControllerSkipTest::withoutAPlayerOnlyBackAndStopAreUsed()
+void PlayerControllerSkipTest::withoutPlayerOnlyBackAndStopAreHandled()
 {
     ScriptedClock clock;
     PlayerController controller(clock);
-    const QSignalSpy leave(&controller, &PlayerController::leave);
+    const QSignalSpy dismissRequested(&controller, &PlayerController::dismissRequested);
     for (const int key : {Qt::Key_Select, Qt::Key_Left, Qt::Key_Down, Qt::Key_AudioForward, Qt::Key_MediaPlay})
         QVERIFY(!controller.press(key));
-    QCOMPARE(leave.count(), 0);
+    QCOMPARE(dismissRequested.count(), 0);
     QVERIFY(controller.press(Qt::Key_Back));
     QVERIFY(controller.press(Qt::Key_MediaStop));
-    QCOMPARE(leave.count(), 2);
+    QCOMPARE(dismissRequested.count(), 2);
 }
 
 QTEST_GUILESS_MAIN(PlayerControllerSkipTest)

@@ -4,20 +4,20 @@
 
 using namespace std::chrono_literals;
 
-/** The sign of waiting: there for a wait that is felt, and no longer than that. */
+/** Tests the spinner: it is shown only for longer waits, and hides when the wait ends. */
 class PlayerControllerSpinnerTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theSpinnerComesAfterHalfASecond();
-    void theSpinnerGoesAtOnce();
-    void aShortWaitShowsNoSpinner();
-    void theSpinnerShowsWhileTheFirstPictureLoads();
-    void afterAFailureNothingIsWaitedFor();
+    void spinnerIsShownAfter500Milliseconds();
+    void spinnerHidesAtOnce();
+    void shortWaitShowsNoSpinner();
+    void spinnerIsShownUntilFirstPicture();
+    void spinnerIsNotShownAfterFailure();
 };
 
-void PlayerControllerSpinnerTest::theSpinnerComesAfterHalfASecond()
+void PlayerControllerSpinnerTest::spinnerIsShownAfter500Milliseconds()
 {
     PlayerOnScript script;
     script.player->setWaiting(true);
@@ -30,7 +30,7 @@ void PlayerControllerSpinnerTest::theSpinnerComesAfterHalfASecond()
     QCOMPARE(script.clock.pendingTimers(), 0);
 }
 
-void PlayerControllerSpinnerTest::theSpinnerGoesAtOnce()
+void PlayerControllerSpinnerTest::spinnerHidesAtOnce()
 {
     PlayerOnScript script;
     script.player->setWaiting(true);
@@ -39,7 +39,7 @@ void PlayerControllerSpinnerTest::theSpinnerGoesAtOnce()
     QVERIFY(!script.controller.spinnerShown());
 }
 
-void PlayerControllerSpinnerTest::aShortWaitShowsNoSpinner()
+void PlayerControllerSpinnerTest::shortWaitShowsNoSpinner()
 {
     PlayerOnScript script;
     for (int wait = 0; wait < 3; ++wait) {
@@ -51,7 +51,7 @@ void PlayerControllerSpinnerTest::aShortWaitShowsNoSpinner()
     QVERIFY(!script.controller.spinnerShown());
 }
 
-void PlayerControllerSpinnerTest::theSpinnerShowsWhileTheFirstPictureLoads()
+void PlayerControllerSpinnerTest::spinnerIsShownUntilFirstPicture()
 {
     ScriptedClock clock;
     ScriptedVideoPlayer player;
@@ -64,7 +64,7 @@ void PlayerControllerSpinnerTest::theSpinnerShowsWhileTheFirstPictureLoads()
     QVERIFY(!controller.spinnerShown());
 }
 
-void PlayerControllerSpinnerTest::afterAFailureNothingIsWaitedFor()
+void PlayerControllerSpinnerTest::spinnerIsNotShownAfterFailure()
 {
     PlayerOnScript script;
     script.player->fail({});

@@ -6,31 +6,31 @@ using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 using State = PlayerController::State;
 
-/** What the controls say of the player: texts, state, times; and that they say it when it changes. */
+/** Tests the texts, state and times that the controls show of the player, and their change signals. */
 class PlayerControllerStateTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theTextsAreTheItems();
-    void anEndlessTextIsCut();
-    void theStateFollowsThePlayer();
-    void aPauseWhileItLoadsIsTold();
-    void theTimesAreThoseOfThePlayer();
-    void theTimesChangeOnceASecond();
-    void theBarsMoveByPixels();
-    void positionsAreNotFollowedWhileTheBarIsHidden();
-    void theBarIsUpToDateWhenItIsShown();
-    void aPositionThatJumpsBackIsShown();
-    void aDurationThatComesLateIsShown();
-    void aPositionBeyondTheDurationIsTheEnd();
-    void aLiveItemHasNoTimes();
-    void nothingIsToldTwice();
-    void thePlayerMayGoFirst();
-    void theNextPlayerIsFollowedAlone();
+    void textsComeFromItem();
+    void veryLongTextIsCut();
+    void stateFollowsPlayer();
+    void pauseWhileLoadingIsShown();
+    void timesAreThoseOfPlayer();
+    void timesChangeOncePerSecond();
+    void progressChangesByPixels();
+    void positionIsNotUpdatedWhileBarIsHidden();
+    void timesAreCurrentWhenBarIsShown();
+    void positionJumpBackIsShown();
+    void lateDurationIsShown();
+    void positionBeyondDurationIsShownAsEnd();
+    void liveItemHasNoTimes();
+    void unchangedStateIsNotNotified();
+    void playerMayBeDestroyedFirst();
+    void onlyNewPlayerIsTracked();
 };
 
-void PlayerControllerStateTest::theTextsAreTheItems()
+void PlayerControllerStateTest::textsComeFromItem()
 {
     PlayerOnScript script;
     QCOMPARE(script.controller.title(), QString());
@@ -46,7 +46,7 @@ void PlayerControllerStateTest::theTextsAreTheItems()
     QCOMPARE(script.controller.publisher(), u"p"_s);
 }
 
-void PlayerControllerStateTest::anEndlessTextIsCut()
+void PlayerControllerStateTest::veryLongTextIsCut()
 {
     PlayerOnScript script;
     const auto item = std::make_shared<PlayerItem>(QUrl());
@@ -60,7 +60,7 @@ void PlayerControllerStateTest::anEndlessTextIsCut()
     QVERIFY(script.controller.description().size() < 2000);
 }
 
-void PlayerControllerStateTest::theStateFollowsThePlayer()
+void PlayerControllerStateTest::stateFollowsPlayer()
 {
     PlayerOnScript script;
     QCOMPARE(script.controller.state(), State::Playing);
@@ -75,7 +75,7 @@ void PlayerControllerStateTest::theStateFollowsThePlayer()
     QCOMPARE(script.controller.state(), State::Paused);
 }
 
-void PlayerControllerStateTest::aPauseWhileItLoadsIsTold()
+void PlayerControllerStateTest::pauseWhileLoadingIsShown()
 {
     ScriptedClock clock;
     ScriptedVideoPlayer player;
@@ -88,7 +88,7 @@ void PlayerControllerStateTest::aPauseWhileItLoadsIsTold()
     QCOMPARE(controller.state(), State::Paused);
 }
 
-void PlayerControllerStateTest::theTimesAreThoseOfThePlayer()
+void PlayerControllerStateTest::timesAreThoseOfPlayer()
 {
     PlayerOnScript script;
     script.player->setBufferedTo(900);
@@ -101,7 +101,7 @@ void PlayerControllerStateTest::theTimesAreThoseOfThePlayer()
     QVERIFY(!script.controller.isLive());
 }
 
-void PlayerControllerStateTest::theTimesChangeOnceASecond()
+void PlayerControllerStateTest::timesChangeOncePerSecond()
 {
     PlayerOnScript script;
     script.player->setDuration(3600.9);
@@ -114,7 +114,7 @@ void PlayerControllerStateTest::theTimesChangeOnceASecond()
     QCOMPARE(script.controller.remainingText(), u"-49:50"_s);
 }
 
-void PlayerControllerStateTest::theBarsMoveByPixels()
+void PlayerControllerStateTest::progressChangesByPixels()
 {
     PlayerOnScript script;
     script.player->setDuration(4096);
@@ -127,7 +127,7 @@ void PlayerControllerStateTest::theBarsMoveByPixels()
     QCOMPARE(changes.count(), 11);
 }
 
-void PlayerControllerStateTest::positionsAreNotFollowedWhileTheBarIsHidden()
+void PlayerControllerStateTest::positionIsNotUpdatedWhileBarIsHidden()
 {
     PlayerOnScript script;
     const QSignalSpy times(&script.controller, &PlayerController::timesChanged);
@@ -139,7 +139,7 @@ void PlayerControllerStateTest::positionsAreNotFollowedWhileTheBarIsHidden()
     QCOMPARE(times.count() + progress.count() + states.count(), 0);
 }
 
-void PlayerControllerStateTest::theBarIsUpToDateWhenItIsShown()
+void PlayerControllerStateTest::timesAreCurrentWhenBarIsShown()
 {
     PlayerOnScript script;
     script.player->moveTo(700);
@@ -150,7 +150,7 @@ void PlayerControllerStateTest::theBarIsUpToDateWhenItIsShown()
     QCOMPARE(seen, u"11:40"_s);
 }
 
-void PlayerControllerStateTest::aPositionThatJumpsBackIsShown()
+void PlayerControllerStateTest::positionJumpBackIsShown()
 {
     PlayerOnScript script;
     script.controller.press(Qt::Key_Up);
@@ -158,7 +158,7 @@ void PlayerControllerStateTest::aPositionThatJumpsBackIsShown()
     QCOMPARE(script.controller.elapsedText(), u"0:03"_s);
 }
 
-void PlayerControllerStateTest::aDurationThatComesLateIsShown()
+void PlayerControllerStateTest::lateDurationIsShown()
 {
     PlayerOnScript script;
     script.player->setDuration(0);
@@ -172,7 +172,7 @@ void PlayerControllerStateTest::aDurationThatComesLateIsShown()
     QCOMPARE(script.controller.progress(), 0.5);
 }
 
-void PlayerControllerStateTest::aPositionBeyondTheDurationIsTheEnd()
+void PlayerControllerStateTest::positionBeyondDurationIsShownAsEnd()
 {
     PlayerOnScript script;
     script.player->moveTo(3605);
@@ -181,10 +181,10 @@ void PlayerControllerStateTest::aPositionBeyondTheDurationIsTheEnd()
     QCOMPARE(script.controller.progress(), 1.0);
 }
 
-void PlayerControllerStateTest::aLiveItemHasNoTimes()
+void PlayerControllerStateTest::liveItemHasNoTimes()
 {
     PlayerOnScript script(PlayerItem::Kind::Live);
-    script.player->setDuration(90); // of what the list has just now
+    script.player->setDuration(90); // the duration of the current live playlist
     script.controller.press(Qt::Key_Up);
     QVERIFY(script.controller.isLive());
     QCOMPARE(script.controller.stateText(), u"Live"_s);
@@ -193,7 +193,7 @@ void PlayerControllerStateTest::aLiveItemHasNoTimes()
     QCOMPARE(script.controller.progress(), 0.0);
 }
 
-void PlayerControllerStateTest::nothingIsToldTwice()
+void PlayerControllerStateTest::unchangedStateIsNotNotified()
 {
     PlayerOnScript script;
     script.player->setWaiting(true);
@@ -210,7 +210,7 @@ void PlayerControllerStateTest::nothingIsToldTwice()
     QCOMPARE(states.count() + spinner.count() + bar.count() + panel.count() + times.count(), 0);
 }
 
-void PlayerControllerStateTest::thePlayerMayGoFirst()
+void PlayerControllerStateTest::playerMayBeDestroyedFirst()
 {
     PlayerOnScript script;
     script.tap(Qt::Key_Down);
@@ -229,7 +229,7 @@ void PlayerControllerStateTest::thePlayerMayGoFirst()
     QVERIFY(!script.controller.transportShown());
 }
 
-void PlayerControllerStateTest::theNextPlayerIsFollowedAlone()
+void PlayerControllerStateTest::onlyNewPlayerIsTracked()
 {
     PlayerOnScript script;
     SeekingPlayer next;

@@ -5,33 +5,33 @@
 using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
-/** When the transport bar comes over the picture, when it goes, and what back hides first. */
+/** Tests when the transport bar is shown and hidden, and what Back hides first. */
 class PlayerControllerTransportTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void nothingIsShownWhileATapeStarts();
-    void anyKeyShowsTheBar_data();
-    void anyKeyShowsTheBar();
-    void theBarHidesFourSecondsAfterTheLastKey();
-    void theReleaseOfAnArrowIsNoKeyOfItsOwn();
-    void theBarStaysWhilePaused();
-    void aPauseFromElsewhereShowsTheBar();
-    void theEndOfPlayShowsTheBar();
-    void theBarStaysWhileScrubbing();
-    void theBarStaysWhileWaiting();
-    void waitingShowsNoBar();
-    void backClosesThePanelThenHidesTheBarThenLeaves();
-    void theFirstBackLeavesOnceTheBarHasHidden();
-    void backLeavesFromPaused();
-    void backHidesABarThatWaitingHolds();
-    void backShowsNoBar();
-    void aFailureClearsThePicture();
-    void letGoNothingIsShown();
+    void nothingIsShownWhileTapeStarts();
+    void anyKeyShowsBar_data();
+    void anyKeyShowsBar();
+    void barHidesFourSecondsAfterLastKey();
+    void arrowReleaseDoesNotExtendBar();
+    void barStaysWhilePaused();
+    void pauseWithoutKeyShowsBar();
+    void endOfTapeShowsBar();
+    void barStaysWhileScrubbing();
+    void barStaysWhileWaiting();
+    void waitingDoesNotShowBar();
+    void backClosesPanelThenHidesBarThenLeaves();
+    void backLeavesIfBarIsHidden();
+    void backLeavesWhilePaused();
+    void backHidesBarWhileWaiting();
+    void backDoesNotShowBar();
+    void failureHidesPanelBarAndSpinner();
+    void withoutPlayerNothingIsShown();
 };
 
-void PlayerControllerTransportTest::nothingIsShownWhileATapeStarts()
+void PlayerControllerTransportTest::nothingIsShownWhileTapeStarts()
 {
     ScriptedClock clock;
     ScriptedVideoPlayer player;
@@ -41,14 +41,14 @@ void PlayerControllerTransportTest::nothingIsShownWhileATapeStarts()
     player.setItem(std::make_shared<PlayerItem>(QUrl()));
     player.seek(125, SeekTolerance::AtOrAfter);
     QCOMPARE(controller.state(), PlayerController::State::Waiting);
-    player.showPicture(); // still paused: it plays once the seek is done
+    player.showPicture(); // still paused; playback starts when the seek has finished
     QCOMPARE(controller.state(), PlayerController::State::Waiting);
     player.play();
     QCOMPARE(controller.state(), PlayerController::State::Playing);
     QCOMPARE(bar.count(), 0);
 }
 
-void PlayerControllerTransportTest::anyKeyShowsTheBar_data()
+void PlayerControllerTransportTest::anyKeyShowsBar_data()
 {
     QTest::addColumn<Qt::Key>("key");
     for (const Qt::Key key : {Qt::Key_Select, Qt::Key_Left, Qt::Key_Up, Qt::Key_Down, Qt::Key_MediaPlay,
@@ -56,7 +56,7 @@ void PlayerControllerTransportTest::anyKeyShowsTheBar_data()
         QTest::newRow(qPrintable(QString::number(key, 16))) << key;
 }
 
-void PlayerControllerTransportTest::anyKeyShowsTheBar()
+void PlayerControllerTransportTest::anyKeyShowsBar()
 {
     QFETCH(const Qt::Key, key);
     PlayerOnScript script;
@@ -67,7 +67,7 @@ void PlayerControllerTransportTest::anyKeyShowsTheBar()
     QCOMPARE(changes.count(), 1);
 }
 
-void PlayerControllerTransportTest::theBarHidesFourSecondsAfterTheLastKey()
+void PlayerControllerTransportTest::barHidesFourSecondsAfterLastKey()
 {
     PlayerOnScript script;
     script.controller.press(Qt::Key_Right);
@@ -79,7 +79,7 @@ void PlayerControllerTransportTest::theBarHidesFourSecondsAfterTheLastKey()
     QVERIFY(!script.controller.transportShown());
 }
 
-void PlayerControllerTransportTest::theReleaseOfAnArrowIsNoKeyOfItsOwn()
+void PlayerControllerTransportTest::arrowReleaseDoesNotExtendBar()
 {
     PlayerOnScript script;
     script.controller.press(Qt::Key_Right);
@@ -91,7 +91,7 @@ void PlayerControllerTransportTest::theReleaseOfAnArrowIsNoKeyOfItsOwn()
     QVERIFY(!script.controller.transportShown());
 }
 
-void PlayerControllerTransportTest::theBarStaysWhilePaused()
+void PlayerControllerTransportTest::barStaysWhilePaused()
 {
     PlayerOnScript script;
     script.tap(Qt::Key_MediaPause);
@@ -103,7 +103,7 @@ void PlayerControllerTransportTest::theBarStaysWhilePaused()
     QVERIFY(!script.controller.transportShown());
 }
 
-void PlayerControllerTransportTest::aPauseFromElsewhereShowsTheBar()
+void PlayerControllerTransportTest::pauseWithoutKeyShowsBar()
 {
     PlayerOnScript script;
     script.player->pause();
@@ -112,7 +112,7 @@ void PlayerControllerTransportTest::aPauseFromElsewhereShowsTheBar()
     QVERIFY(!script.controller.transportShown());
 }
 
-void PlayerControllerTransportTest::theEndOfPlayShowsTheBar()
+void PlayerControllerTransportTest::endOfTapeShowsBar()
 {
     PlayerOnScript script;
     script.player->moveTo(3600);
@@ -123,7 +123,7 @@ void PlayerControllerTransportTest::theEndOfPlayShowsTheBar()
     QCOMPARE(script.controller.progress(), 1.0);
 }
 
-void PlayerControllerTransportTest::theBarStaysWhileScrubbing()
+void PlayerControllerTransportTest::barStaysWhileScrubbing()
 {
     PlayerOnScript script;
     script.controller.press(Qt::Key_AudioForward);
@@ -136,7 +136,7 @@ void PlayerControllerTransportTest::theBarStaysWhileScrubbing()
     QVERIFY(!script.controller.transportShown());
 }
 
-void PlayerControllerTransportTest::theBarStaysWhileWaiting()
+void PlayerControllerTransportTest::barStaysWhileWaiting()
 {
     PlayerOnScript script;
     script.controller.press(Qt::Key_Right);
@@ -147,48 +147,48 @@ void PlayerControllerTransportTest::theBarStaysWhileWaiting()
     QVERIFY(!script.controller.transportShown());
 }
 
-void PlayerControllerTransportTest::waitingShowsNoBar()
+void PlayerControllerTransportTest::waitingDoesNotShowBar()
 {
     PlayerOnScript script;
     script.player->setWaiting(true);
     QVERIFY(!script.controller.transportShown());
 }
 
-void PlayerControllerTransportTest::backClosesThePanelThenHidesTheBarThenLeaves()
+void PlayerControllerTransportTest::backClosesPanelThenHidesBarThenLeaves()
 {
     PlayerOnScript script;
-    const QSignalSpy leave(&script.controller, &PlayerController::leave);
+    const QSignalSpy dismissRequested(&script.controller, &PlayerController::dismissRequested);
     script.tap(Qt::Key_Down);
     QVERIFY(script.tap(Qt::Key_Back));
     QVERIFY(!script.controller.panelShown());
     QVERIFY(script.controller.transportShown());
     QVERIFY(script.tap(Qt::Key_Back));
     QVERIFY(!script.controller.transportShown());
-    QCOMPARE(leave.count(), 0);
+    QCOMPARE(dismissRequested.count(), 0);
     QVERIFY(script.tap(Qt::Key_Back));
-    QCOMPARE(leave.count(), 1);
+    QCOMPARE(dismissRequested.count(), 1);
 }
 
-void PlayerControllerTransportTest::theFirstBackLeavesOnceTheBarHasHidden()
+void PlayerControllerTransportTest::backLeavesIfBarIsHidden()
 {
     PlayerOnScript script;
-    const QSignalSpy leave(&script.controller, &PlayerController::leave);
+    const QSignalSpy dismissRequested(&script.controller, &PlayerController::dismissRequested);
     script.tap(Qt::Key_Right);
     script.clock.advance(4s);
     script.tap(Qt::Key_Back);
-    QCOMPARE(leave.count(), 1);
+    QCOMPARE(dismissRequested.count(), 1);
 }
 
-void PlayerControllerTransportTest::backLeavesFromPaused()
+void PlayerControllerTransportTest::backLeavesWhilePaused()
 {
     PlayerOnScript script;
-    const QSignalSpy leave(&script.controller, &PlayerController::leave);
+    const QSignalSpy dismissRequested(&script.controller, &PlayerController::dismissRequested);
     script.tap(Qt::Key_Select);
     script.tap(Qt::Key_Back);
-    QCOMPARE(leave.count(), 1);
+    QCOMPARE(dismissRequested.count(), 1);
 }
 
-void PlayerControllerTransportTest::backHidesABarThatWaitingHolds()
+void PlayerControllerTransportTest::backHidesBarWhileWaiting()
 {
     PlayerOnScript script;
     script.tap(Qt::Key_Right);
@@ -200,7 +200,7 @@ void PlayerControllerTransportTest::backHidesABarThatWaitingHolds()
     QVERIFY(!script.controller.transportShown());
 }
 
-void PlayerControllerTransportTest::backShowsNoBar()
+void PlayerControllerTransportTest::backDoesNotShowBar()
 {
     PlayerOnScript script;
     const QSignalSpy bar(&script.controller, &PlayerController::transportShownChanged);
@@ -208,7 +208,7 @@ void PlayerControllerTransportTest::backShowsNoBar()
     QCOMPARE(bar.count(), 0);
 }
 
-void PlayerControllerTransportTest::aFailureClearsThePicture()
+void PlayerControllerTransportTest::failureHidesPanelBarAndSpinner()
 {
     PlayerOnScript script;
     script.tap(Qt::Key_Down);
@@ -220,16 +220,16 @@ void PlayerControllerTransportTest::aFailureClearsThePicture()
     QVERIFY(!script.controller.transportShown());
     QVERIFY(!script.controller.spinnerShown());
 
-    const QSignalSpy leave(&script.controller, &PlayerController::leave);
+    const QSignalSpy dismissRequested(&script.controller, &PlayerController::dismissRequested);
     for (const int key : {Qt::Key_Select, Qt::Key_Left, Qt::Key_Up, Qt::Key_Down, Qt::Key_MediaPlay})
         QVERIFY(!script.tap(key));
     QVERIFY(!script.controller.transportShown());
     QVERIFY(script.tap(Qt::Key_Back));
-    QCOMPARE(leave.count(), 1);
+    QCOMPARE(dismissRequested.count(), 1);
     QCOMPARE(script.clock.pendingTimers(), 0);
 }
 
-void PlayerControllerTransportTest::letGoNothingIsShown()
+void PlayerControllerTransportTest::withoutPlayerNothingIsShown()
 {
     PlayerOnScript script;
     script.tap(Qt::Key_Down);

@@ -17,24 +17,24 @@ const MediaTrack track{1, MediaTrack::Kind::Audio, {}, {}, true};
 
 } // namespace
 
-/** The engine's coming and going, the player's, and what comes late. */
+/** Tests the lifetime of the engine, and reports that arrive after their item was replaced. */
 class PlayerEngineTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void nothingIsLoadedBeforeTheFirstItem();
-    void aLoadWaitsForTheRenderer();
-    void onlyTheLatestOfTwoEarlyItemsIsPlayed();
-    void aPluginThatDoesNotLoadFailsTheItemAndIsTriedAgain();
-    void anEngineThatDoesNotStartFailsTheItemAndIsTriedAgain();
-    void anEngineThatIsLostFailsTheItem_data();
-    void anEngineThatIsLostFailsTheItem();
-    void reportsOfAnItemThatWasLetGoAreDropped();
-    void lettingGoForgetsTheItem();
+    void pluginIsNotLoadedBeforeFirstItem();
+    void loadWaitsForRenderer();
+    void onlyLatestOfTwoEarlyItemsIsPlayed();
+    void pluginThatFailsToLoadFailsItemAndIsRetried();
+    void engineThatFailsToStartFailsItemAndIsRetried();
+    void lostEngineFailsItem_data();
+    void lostEngineFailsItem();
+    void reportsForReplacedItemAreIgnored();
+    void removedItemIsReleased();
 };
 
-void PlayerEngineTest::nothingIsLoadedBeforeTheFirstItem()
+void PlayerEngineTest::pluginIsNotLoadedBeforeFirstItem()
 {
     StreamOnScript script;
     script.deliver();
@@ -45,26 +45,26 @@ void PlayerEngineTest::nothingIsLoadedBeforeTheFirstItem()
     QVERIFY(script.player->isWaiting());
 }
 
-void PlayerEngineTest::aLoadWaitsForTheRenderer()
+void PlayerEngineTest::loadWaitsForRenderer()
 {
     StreamOnScript script;
     QSignalSpy engineChanged(script.player.get(), &VideoPlayer::engineChanged);
     script.setItem();
-    script.arrives.resolve(true);
+    script.pluginLoaded.resolve(true);
     script.engine = script.plugin.latest.lock();
     QVERIFY(script.engine);
     QVERIFY(!script.player->engine());
-    script.tell([](Listener& to) { to.engineReady(); });
+    script.notify([](Listener& to) { to.onEngineReady(); });
     QCOMPARE(engineChanged.count(), 1);
     QCOMPARE(script.player->engine(), script.engine);
     QVERIFY(script.engine->loads.isEmpty());
-    script.tell([](Listener& to) { to.rendererReady(); });
+    script.notify([](Listener& to) { to.onRendererReady(); });
     QCOMPARE(script.engine->loads.size(), 1);
     QCOMPARE(script.engine->loads.first().url, script.url);
     QCOMPARE(script.engine->loads.first().startAt, 0.0);
 }
 
-void PlayerEngineTest::onlyTheLatestOfTwoEarlyItemsIsPlayed()
+void PlayerEngineTest::onlyLatestOfTwoEarlyItemsIsPlayed()
 {
     StreamOnScript script;
     script.player->setItem(std::make_shared<PlayerItem>(QUrl(u"https://hub.example/other.m3u8"_s)));
@@ -75,56 +75,56 @@ void PlayerEngineTest::onlyTheLatestOfTwoEarlyItemsIsPlayed()
     QCOMPARE(script.engine->loads.first().url, script.url);
 }
 
-void PlayerEngineTest::aPluginThatDoesNotLoadFailsTheItemAndIsTriedAgain()
+void PlayerEngineTest::pluginThatFailsToLoadFailsItemAndIsRetried()
 {
     StreamOnScript script;
     script.setItem();
-    script.arrives.resolve(false);
+    script.pluginLoaded.resolve(false);
     QCOMPARE(script.item->status(), Status::Failed);
     QCOMPARE(int(script.item->error()->cause), int(Cause::NoPlugin));
     QVERIFY(!script.player->isWaiting());
-    script.arrives = {};
+    script.pluginLoaded = {};
     script.setItem();
     script.start();
     QCOMPARE(script.engine->loads.size(), 1);
     QCOMPARE(script.item->status(), Status::Unknown);
 }
 
-void PlayerEngineTest::anEngineThatDoesNotStartFailsTheItemAndIsTriedAgain()
+void PlayerEngineTest::engineThatFailsToStartFailsItemAndIsRetried()
 {
     StreamOnScript script;
     script.setItem();
-    script.arrives.resolve(true);
-    script.plugin.latest.lock()->report([](Listener& to) { to.engineFailed({Cause::NoPicture, 0, {}}); });
+    script.pluginLoaded.resolve(true);
+    script.plugin.latest.lock()->report([](Listener& to) { to.onEngineFailed({Cause::NoPicture, 0, {}}); });
     script.deliver();
     QCOMPARE(int(script.item->error()->cause), int(Cause::NoPicture));
     QVERIFY(script.plugin.latest.expired());
     script.setItem();
     script.start();
-    QCOMPARE(script.plugin.made, 2);
+    QCOMPARE(script.plugin.createdEngines, 2);
     QCOMPARE(script.engine->loads.size(), 1);
 }
 
-void PlayerEngineTest::anEngineThatIsLostFailsTheItem_data()
+void PlayerEngineTest::lostEngineFailsItem_data()
 {
     QTest::addColumn<Kind>("kind");
     QTest::newRow("recording") << Kind::Recording;
     QTest::newRow("live") << Kind::Live;
 }
 
-void PlayerEngineTest::anEngineThatIsLostFailsTheItem()
+void PlayerEngineTest::lostEngineFailsItem()
 {
     QFETCH(const Kind, kind);
     StreamOnScript script;
     script.playFrom(0, kind);
-    script.tell([](Listener& to) { to.engineFailed({Cause::NoPicture, 0, {}}); });
+    script.notify([](Listener& to) { to.onEngineFailed({Cause::NoPicture, 0, {}}); });
     QCOMPARE(script.item->status(), Status::Failed);
     QCOMPARE(script.player->timeControl(), TimeControl::Paused);
     QVERIFY(!script.player->engine());
     QCOMPARE(script.clock.pendingTimers(), 0);
 }
 
-void PlayerEngineTest::reportsOfAnItemThatWasLetGoAreDropped()
+void PlayerEngineTest::reportsForReplacedItemAreIgnored()
 {
     StreamOnScript script;
     script.playFrom(0);
@@ -133,28 +133,28 @@ void PlayerEngineTest::reportsOfAnItemThatWasLetGoAreDropped()
     QSignalSpy ended(first.get(), &PlayerItem::didPlayToEnd);
     QSignalSpy changed(first.get(), &PlayerItem::statusChanged);
     script.setItem();
-    script.tell([=](Listener& to) {
-        to.pictureShown(before, 5);
-        to.durationKnown(before, 12);
-        to.dataBuffered(before, 12);
-        to.seekableKnown(before, true);
-        to.tracksKnown(before, {track});
-        to.waitingChanged(before, true);
-        to.seekDone(before, 1, 7);
-        to.positionMoved(before, 11);
-        to.endOfFile(before);
-        to.loadFailed(before, {});
+    script.notify([=](Listener& to) {
+        to.onPictureShown(before, 5);
+        to.onDurationKnown(before, 12);
+        to.onBufferedToChanged(before, 12);
+        to.onSeekableKnown(before, true);
+        to.onTracksChanged(before, {track});
+        to.onWaitingChanged(before, true);
+        to.onSeekFinished(before, 1, 7);
+        to.onPositionChanged(before, 11);
+        to.onEndOfFile(before);
+        to.onLoadFailed(before, {});
     });
     QCOMPARE(ended.count() + changed.count(), 0);
     QCOMPARE(script.item->status(), Status::Unknown);
     QCOMPARE(script.player->position(), 0.0);
     QCOMPARE(script.player->duration(), 0.0);
     QVERIFY(script.player->tracks().isEmpty());
-    script.show(0);
+    script.showPicture(0);
     QCOMPARE(script.item->status(), Status::ReadyToPlay);
 }
 
-void PlayerEngineTest::lettingGoForgetsTheItem()
+void PlayerEngineTest::removedItemIsReleased()
 {
     StreamOnScript script;
     script.playFrom(60);

@@ -8,19 +8,19 @@ using Cause = VideoFailure::Cause;
 using Identifier = MetadataItem::Identifier;
 using Status = PlayerItem::Status;
 
-/** What an item knows, and what became of it. */
+/** Tests the metadata, kind and status of a player item. */
 class PlayerItemTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void itsMetadataIsFoundByIdentifier();
-    void itIsARecordingUnlessToldOtherwise();
-    void aStatusIsToldOnce();
-    void aFailureIsForGood();
+    void metadataIsFoundByIdentifier();
+    void itemIsRecordingByDefault();
+    void statusChangeIsNotifiedOnce();
+    void failedStatusIsFinal();
 };
 
-void PlayerItemTest::itsMetadataIsFoundByIdentifier()
+void PlayerItemTest::metadataIsFoundByIdentifier()
 {
     PlayerItem item(QUrl(u"https://hub.example/tape.m3u8"_s));
     item.setExternalMetadata({{Identifier::Title, u"Bake Sale"_s}, {Identifier::Publisher, u"Home Video"_s}});
@@ -30,13 +30,13 @@ void PlayerItemTest::itsMetadataIsFoundByIdentifier()
     QCOMPARE(item.externalMetadata().first().extendedLanguageTag, u"und"_s);
 }
 
-void PlayerItemTest::itIsARecordingUnlessToldOtherwise()
+void PlayerItemTest::itemIsRecordingByDefault()
 {
     QVERIFY(!PlayerItem(QUrl()).isLive());
     QVERIFY(PlayerItem(QUrl(), PlayerItem::Kind::Live).isLive());
 }
 
-void PlayerItemTest::aStatusIsToldOnce()
+void PlayerItemTest::statusChangeIsNotifiedOnce()
 {
     PlayerItem item{QUrl()};
     QSignalSpy changed(&item, &PlayerItem::statusChanged);
@@ -47,7 +47,7 @@ void PlayerItemTest::aStatusIsToldOnce()
     QVERIFY(!item.error());
 }
 
-void PlayerItemTest::aFailureIsForGood()
+void PlayerItemTest::failedStatusIsFinal()
 {
     PlayerItem item{QUrl()};
     item.setFailed({Cause::Status, 404, {}});

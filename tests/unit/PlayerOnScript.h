@@ -6,17 +6,17 @@
 
 #include <QSignalSpy>
 
-/** As every player does, it tells at once where a seek will end. */
+/** A scripted player that, like a real one, moves its position to the seek target at once. */
 class SeekingPlayer : public ScriptedVideoPlayer
 {
 public:
-    void seek(double seconds, SeekTolerance tolerance, SeekDone done = {}) override
+    void seek(double seconds, SeekTolerance tolerance, SeekCallback done = {}) override
     {
         ScriptedVideoPlayer::seek(seconds, tolerance, std::move(done));
         moveTo(seconds);
     }
 
-    /** Where it was sent, in order. */
+    /** All seek targets in seconds, in order. */
     QList<double> targets() const
     {
         QList<double> all;
@@ -26,7 +26,7 @@ public:
     }
 };
 
-/** A scripted player and its controls; an hour's recording plays at ten minutes, unless it is told otherwise. */
+/** A scripted player with its controller. By default a recording of one hour plays at ten minutes. */
 struct PlayerOnScript
 {
     explicit PlayerOnScript(PlayerItem::Kind kind = PlayerItem::Kind::Recording)
@@ -43,29 +43,29 @@ struct PlayerOnScript
         player->moveTo(600);
     }
 
-    /** A short press. */
+    /** Presses the key and releases it 100 ms later. Returns whether the press was handled. */
     bool tap(int key)
     {
-        const bool isUsed = controller.press(key);
+        const bool isHandled = controller.press(key);
         clock.advance(std::chrono::milliseconds(100));
         controller.release(key);
-        return isUsed;
+        return isHandled;
     }
 
-    /** Presses and holds for so long, with the steps of a held button; the caller lets go. */
+    /** Presses the key and keeps it pressed for `time`, with the repeats of a held button. The caller releases it. */
     void hold(int key, std::chrono::milliseconds time)
     {
         const auto until = clock.elapsed() + time;
         controller.press(key);
-        clock.advance(std::min(time, firstStep));
+        clock.advance(std::min(time, firstRepeat));
         while (clock.elapsed() < until) {
             controller.press(key, true);
-            clock.advance(std::min(pace, until - clock.elapsed()));
+            clock.advance(std::min(repeatInterval, until - clock.elapsed()));
         }
     }
 
-    static constexpr std::chrono::milliseconds firstStep{400};
-    static constexpr std::chrono::milliseconds pace{125};
+    static constexpr std::chrono::milliseconds firstRepeat{400};
+    static constexpr std::chrono::milliseconds repeatInterval{125};
 
     ScriptedClock clock;
     std::unique_ptr<SeekingPlayer> player = std::make_unique<SeekingPlayer>();

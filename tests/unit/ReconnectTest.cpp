@@ -9,33 +9,33 @@ using Kind = PlayerItem::Kind;
 using Status = PlayerItem::Status;
 using TimeControl = VideoPlayer::TimeControl;
 
-/** Broken streams: when they are tried again, where they go on, and when they are given up. */
+/** Tests broken streams: when reconnection is attempted, where playback continues, and when it is given up. */
 class ReconnectTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aBrokenStreamGoesOnWhereItBroke();
-    void attemptsComeAfterOneTwoFourAndEightSeconds();
-    void theCauseOfTheLastFailureIsTheItems_data();
-    void theCauseOfTheLastFailureIsTheItems();
-    void theCountStartsAnewBeyondTheFurthestBreak_data();
-    void theCountStartsAnewBeyondTheFurthestBreak();
-    void aSeekThatLandedStartsTheCountAnew();
-    void aRecordingThatNeverPlayedFailsAtOnce();
-    void aLiveStreamIsTriedEveryEightSecondsForEver_data();
-    void aLiveStreamIsTriedEveryEightSecondsForEver();
-    void pausingWhileReconnectingHolds();
-    void seekingWhileReconnectingIsWhereItGoesOn();
-    void lettingGoWhileReconnectingEndsIt();
-    void reportsOfTheBrokenLoadAreDropped();
-    void aStartBeyondTheEndIsMadeNearer();
+    void brokenStreamContinuesWhereItBroke();
+    void attemptsAreMadeAfterOneTwoFourAndEightSeconds();
+    void itemHasCauseOfLastFailure_data();
+    void itemHasCauseOfLastFailure();
+    void attemptCountIsResetBeyondFurthestBreak_data();
+    void attemptCountIsResetBeyondFurthestBreak();
+    void attemptCountIsResetAfterSeek();
+    void recordingThatNeverPlayedFailsAtOnce();
+    void liveStreamIsRetriedEveryEightSecondsForever_data();
+    void liveStreamIsRetriedEveryEightSecondsForever();
+    void pauseWhileReconnectingIsKept();
+    void seekWhileReconnectingSetsStartPosition();
+    void removingItemWhileReconnectingCancelsIt();
+    void reportsOfBrokenLoadAreIgnored();
+    void startBeyondEndIsMovedBeforeEnd();
 
 private:
     static void expectAttempts(StreamOnScript& script, std::initializer_list<std::chrono::seconds> delays);
 };
 
-// Each attempt fails; none comes a millisecond early.
+// Expects an attempt after each delay and not a millisecond earlier; every attempt fails.
 void ReconnectTest::expectAttempts(StreamOnScript& script, std::initializer_list<std::chrono::seconds> delays)
 {
     for (const std::chrono::seconds delay : delays) {
@@ -48,7 +48,7 @@ void ReconnectTest::expectAttempts(StreamOnScript& script, std::initializer_list
     }
 }
 
-void ReconnectTest::aBrokenStreamGoesOnWhereItBroke()
+void ReconnectTest::brokenStreamContinuesWhereItBroke()
 {
     StreamOnScript script;
     script.playFrom(20);
@@ -63,13 +63,13 @@ void ReconnectTest::aBrokenStreamGoesOnWhereItBroke()
     QVERIFY(!script.engine->loads.last().isPaused);
     QCOMPARE(script.player->position(), 57.0);
     QCOMPARE(script.player->duration(), 120.0);
-    script.show(57.5);
+    script.showPicture(57.5);
     QCOMPARE(shown.count(), 1);
     QCOMPARE(script.player->timeControl(), TimeControl::Playing);
     QCOMPARE(script.player->position(), 57.5);
 }
 
-void ReconnectTest::attemptsComeAfterOneTwoFourAndEightSeconds()
+void ReconnectTest::attemptsAreMadeAfterOneTwoFourAndEightSeconds()
 {
     StreamOnScript script;
     script.playFrom(57);
@@ -83,44 +83,44 @@ void ReconnectTest::attemptsComeAfterOneTwoFourAndEightSeconds()
     QCOMPARE(script.clock.pendingTimers(), 0);
 }
 
-void ReconnectTest::theCauseOfTheLastFailureIsTheItems_data()
+void ReconnectTest::itemHasCauseOfLastFailure_data()
 {
     QTest::addColumn<bool>("byError");
-    QTest::addColumn<Cause>("told");
+    QTest::addColumn<Cause>("reported");
     QTest::addColumn<Cause>("cause");
     QTest::newRow("status") << true << Cause::Status << Cause::Status;
     QTest::newRow("end of file") << false << Cause::Unknown << Cause::BrokenStream;
     QTest::newRow("no cause") << true << Cause::Unknown << Cause::BrokenStream;
 }
 
-void ReconnectTest::theCauseOfTheLastFailureIsTheItems()
+void ReconnectTest::itemHasCauseOfLastFailure()
 {
     QFETCH(const bool, byError);
-    QFETCH(const Cause, told);
+    QFETCH(const Cause, reported);
     QFETCH(const Cause, cause);
     StreamOnScript script;
     script.playFrom(57);
     script.endFile();
     expectAttempts(script, {1s, 2s, 4s});
     script.clock.advance(8s);
-    script.show(57);
+    script.showPicture(57);
     if (byError)
-        script.fail({told, 0, {}});
+        script.fail({reported, 0, {}});
     else
         script.endFile();
     QCOMPARE(script.item->status(), Status::Failed);
     QCOMPARE(int(script.item->error()->cause), int(cause));
 }
 
-void ReconnectTest::theCountStartsAnewBeyondTheFurthestBreak_data()
+void ReconnectTest::attemptCountIsResetBeyondFurthestBreak_data()
 {
     QTest::addColumn<double>("reached");
     QTest::addColumn<std::chrono::seconds>("delay");
     QTest::newRow("2 seconds beyond") << 59.0 << std::chrono::seconds(1);
-    QTest::newRow("a little less") << 58.99 << std::chrono::seconds(4);
+    QTest::newRow("less than 2 seconds beyond") << 58.99 << std::chrono::seconds(4);
 }
 
-void ReconnectTest::theCountStartsAnewBeyondTheFurthestBreak()
+void ReconnectTest::attemptCountIsResetBeyondFurthestBreak()
 {
     QFETCH(const double, reached);
     QFETCH(const std::chrono::seconds, delay);
@@ -128,10 +128,10 @@ void ReconnectTest::theCountStartsAnewBeyondTheFurthestBreak()
     script.playFrom(57);
     script.endFile();
     script.clock.advance(1s);
-    script.show(55);
+    script.showPicture(55);
     script.endFile();
     script.clock.advance(2s);
-    script.show(55);
+    script.showPicture(55);
     script.moveTo(57.5);
     script.moveTo(reached);
     script.moveTo(reached - 1);
@@ -139,21 +139,21 @@ void ReconnectTest::theCountStartsAnewBeyondTheFurthestBreak()
     expectAttempts(script, {delay});
 }
 
-void ReconnectTest::aSeekThatLandedStartsTheCountAnew()
+void ReconnectTest::attemptCountIsResetAfterSeek()
 {
     StreamOnScript script;
     script.playFrom(57);
     script.endFile();
     expectAttempts(script, {1s, 2s});
     script.clock.advance(4s);
-    script.show(57);
+    script.showPicture(57);
     script.player->seek(10, SeekTolerance::AtOrAfter);
-    script.land(10);
+    script.finishSeek(10);
     script.endFile();
     expectAttempts(script, {1s});
 }
 
-void ReconnectTest::aRecordingThatNeverPlayedFailsAtOnce()
+void ReconnectTest::recordingThatNeverPlayedFailsAtOnce()
 {
     StreamOnScript script;
     script.setItem();
@@ -164,14 +164,14 @@ void ReconnectTest::aRecordingThatNeverPlayedFailsAtOnce()
     QCOMPARE(script.clock.pendingTimers(), 0);
 }
 
-void ReconnectTest::aLiveStreamIsTriedEveryEightSecondsForEver_data()
+void ReconnectTest::liveStreamIsRetriedEveryEightSecondsForever_data()
 {
     QTest::addColumn<bool>("playedBefore");
     QTest::newRow("that played") << true;
     QTest::newRow("that never played") << false;
 }
 
-void ReconnectTest::aLiveStreamIsTriedEveryEightSecondsForEver()
+void ReconnectTest::liveStreamIsRetriedEveryEightSecondsForever()
 {
     QFETCH(const bool, playedBefore);
     StreamOnScript script;
@@ -179,7 +179,7 @@ void ReconnectTest::aLiveStreamIsTriedEveryEightSecondsForEver()
     script.player->play();
     script.start();
     if (playedBefore)
-        script.show(3600);
+        script.showPicture(3600);
     script.endFile();
     expectAttempts(script, {8s, 8s, 8s, 8s, 8s, 8s});
     QVERIFY(script.engine->loads.last().isLive);
@@ -187,11 +187,11 @@ void ReconnectTest::aLiveStreamIsTriedEveryEightSecondsForEver()
     QVERIFY(script.item->status() != Status::Failed);
     QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
     script.clock.advance(8s);
-    script.show(3700);
+    script.showPicture(3700);
     QCOMPARE(script.player->timeControl(), TimeControl::Playing);
 }
 
-void ReconnectTest::pausingWhileReconnectingHolds()
+void ReconnectTest::pauseWhileReconnectingIsKept()
 {
     StreamOnScript script;
     script.playFrom(57);
@@ -201,12 +201,12 @@ void ReconnectTest::pausingWhileReconnectingHolds()
     QVERIFY(script.player->isWaiting());
     script.clock.advance(1s);
     QVERIFY(script.engine->loads.last().isPaused);
-    script.show(57);
+    script.showPicture(57);
     QCOMPARE(script.player->timeControl(), TimeControl::Paused);
     QVERIFY(!script.player->isWaiting());
 }
 
-void ReconnectTest::seekingWhileReconnectingIsWhereItGoesOn()
+void ReconnectTest::seekWhileReconnectingSetsStartPosition()
 {
     StreamOnScript script;
     script.playFrom(57);
@@ -218,11 +218,11 @@ void ReconnectTest::seekingWhileReconnectingIsWhereItGoesOn()
     script.clock.advance(1s);
     QCOMPARE(script.engine->loads.last().startAt, 90.0);
     QCOMPARE(done, QList<bool>{});
-    script.show(90);
+    script.showPicture(90);
     QCOMPARE(done, QList<bool>{true});
 }
 
-void ReconnectTest::lettingGoWhileReconnectingEndsIt()
+void ReconnectTest::removingItemWhileReconnectingCancelsIt()
 {
     StreamOnScript script;
     script.playFrom(57);
@@ -233,7 +233,7 @@ void ReconnectTest::lettingGoWhileReconnectingEndsIt()
     QVERIFY(!script.player->isWaiting());
 }
 
-void ReconnectTest::reportsOfTheBrokenLoadAreDropped()
+void ReconnectTest::reportsOfBrokenLoadAreIgnored()
 {
     StreamOnScript script;
     script.playFrom(57);
@@ -245,17 +245,17 @@ void ReconnectTest::reportsOfTheBrokenLoadAreDropped()
     expectAttempts(script, {1s});
 }
 
-void ReconnectTest::aStartBeyondTheEndIsMadeNearer()
+void ReconnectTest::startBeyondEndIsMovedBeforeEnd()
 {
     StreamOnScript script;
     script.setItem();
     script.player->seek(500, SeekTolerance::AtOrAfter);
     script.start();
-    script.know(120);
+    script.reportDuration(120);
     script.fail({});
     QCOMPARE(script.engine->loads.last().startAt, 117.0);
     QCOMPARE(script.item->status(), Status::Unknown);
-    script.know(120);
+    script.reportDuration(120);
     script.fail({Cause::Status, 500, {}});
     QCOMPARE(script.item->status(), Status::Failed);
 }

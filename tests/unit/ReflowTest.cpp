@@ -12,8 +12,8 @@ namespace {
 
 constexpr qsizetype limit = 420;
 
-/** What a text may be made of, by code points; many marks and joiners, as these decide where a character ends. */
-constexpr char32_t letters[] = {
+/** The code points of random texts. Many are combining marks and joiners, since these decide where a character ends. */
+constexpr char32_t codePoints[] = {
     U'a',          U'Z',          U'7',          U'-',          U' ',          U'\t',         U'\0',
     U'\u00A0',     U'\u00E9',     U'\u00DF',     U'\u0301',     U'\u0308',     U'\u0600',     U'\u06DD',
     U'\u0627',     U'\u0644',     U'\u05D0',     U'\u05B8',     U'\u0939',     U'\u093F',     U'\u094D',
@@ -32,14 +32,14 @@ QString randomText(QRandomGenerator& random)
         if (kind == 0)
             text += QChar(lineBreaks[random.bounded(int(std::size(lineBreaks)))]);
         else if (kind == 1)
-            text += QChar(char16_t(0xD800 + random.bounded(0x800))); // half a pair
+            text += QChar(char16_t(0xD800 + random.bounded(0x800))); // an unpaired surrogate
         else
-            text += QString::fromUcs4(&letters[random.bounded(int(std::size(letters)))], 1);
+            text += QString::fromUcs4(&codePoints[random.bounded(int(std::size(codePoints)))], 1);
     }
     return text;
 }
 
-/** The lines that are to be read, found in another way than the reflow finds them. */
+/** The expected lines, computed by another algorithm than the reflow's. */
 QStringList linesOf(QString text)
 {
     for (const char16_t lineBreak : lineBreaks)
@@ -53,7 +53,7 @@ QStringList linesOf(QString text)
     return lines;
 }
 
-/** The reflow word for word: after each line the whole paragraph is counted anew. */
+/** A simple and slow reflow: it counts the whole paragraph again after each line. */
 QStringList slowParagraphs(const QStringList& lines, qsizetype limit)
 {
     QStringList result;
@@ -68,7 +68,7 @@ QStringList slowParagraphs(const QStringList& lines, qsizetype limit)
 
 } // namespace
 
-/** Caption text made into paragraphs. */
+/** Tests how caption lines are joined into paragraphs. */
 class ReflowTest : public QObject
 {
     Q_OBJECT
@@ -76,16 +76,16 @@ class ReflowTest : public QObject
 private Q_SLOTS:
     void linesAreJoinedBySpaces_data();
     void linesAreJoinedBySpaces();
-    void aParagraphClosesWithTheLineThatFillsIt();
-    void aParagraphIsFullAtItsLimit_data();
-    void aParagraphIsFullAtItsLimit();
-    void aLineIsNeverCut();
-    void charactersAreCountedNotUnits();
-    void aSignThatJoinsTheSpaceCountsWithIt();
-    void randomTextsKeepTheRules();
-    void aWholeTranscriptIsReflowedInOnePass();
-    void whatIsTooLongToBeLaidOutIsCutBetweenWords_data();
-    void whatIsTooLongToBeLaidOutIsCutBetweenWords();
+    void paragraphEndsWithLineThatReachesLimit();
+    void paragraphEndsExactlyAtLimit_data();
+    void paragraphEndsExactlyAtLimit();
+    void lineIsNeverCut();
+    void graphemeClustersAreCountedNotCodeUnits();
+    void markJoinedWithSpaceIsOneCharacter();
+    void randomTextIsReflowedCorrectly();
+    void reflowTimeIsLinear();
+    void tooLongParagraphIsSplitBetweenWords_data();
+    void tooLongParagraphIsSplitBetweenWords();
 };
 
 void ReflowTest::linesAreJoinedBySpaces_data()
@@ -93,11 +93,11 @@ void ReflowTest::linesAreJoinedBySpaces_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QStringList>("paragraphs");
     QTest::newRow("three short lines") << u"a\nb\n\nc"_s << QStringList{u"a b c"_s};
-    QTest::newRow("nothing") << QString() << QStringList();
-    QTest::newRow("only blanks") << u" \t\u00A0\u3000\n\n \r\n\t"_s << QStringList();
+    QTest::newRow("empty") << QString() << QStringList();
+    QTest::newRow("only white space") << u" \t\u00A0\u3000\n\n \r\n\t"_s << QStringList();
     QTest::newRow("blank lines between") << u"a\n \t \n\t\nb"_s << QStringList{u"a b"_s};
-    QTest::newRow("blanks at the ends of lines") << u"  a \n\tb\t\n c"_s << QStringList{u"a b c"_s};
-    QTest::newRow("blanks within a line") << u"a  b\tc\nd"_s << QStringList{u"a  b\tc d"_s};
+    QTest::newRow("white space at line ends") << u"  a \n\tb\t\n c"_s << QStringList{u"a b c"_s};
+    QTest::newRow("white space within a line") << u"a  b\tc\nd"_s << QStringList{u"a  b\tc d"_s};
     QTest::newRow("no line break at the end") << u"a"_s << QStringList{u"a"_s};
     QTest::newRow("a line break at the end") << u"a\n"_s << QStringList{u"a"_s};
     QTest::newRow("every line break") << u"a\nb\vc\fd\re\r\nf\u0085g\u2028h\u2029i"_s
@@ -111,7 +111,7 @@ void ReflowTest::linesAreJoinedBySpaces()
     QTEST(Reflow::paragraphs(text, limit), "paragraphs");
 }
 
-void ReflowTest::aParagraphClosesWithTheLineThatFillsIt()
+void ReflowTest::paragraphEndsWithLineThatReachesLimit()
 {
     const QString line = u"twenty characters it"_s;
     const QStringList paragraphs = Reflow::paragraphs((line + u'\n').repeated(30), limit);
@@ -121,17 +121,17 @@ void ReflowTest::aParagraphClosesWithTheLineThatFillsIt()
     QCOMPARE(paragraphs.last(), QStringList(9, line).join(u' '));
 }
 
-void ReflowTest::aParagraphIsFullAtItsLimit_data()
+void ReflowTest::paragraphEndsExactlyAtLimit_data()
 {
     QTest::addColumn<qsizetype>("first");
     QTest::addColumn<QList<qsizetype>>("lengths");
-    // With its space the second line adds two, and the third two more.
-    QTest::newRow("one short") << limit - 3 << QList<qsizetype>{limit + 1};
-    QTest::newRow("just full") << limit - 2 << QList<qsizetype>{limit, 1};
+    // A space and the second line add two characters; the third line adds two more.
+    QTest::newRow("one character short") << limit - 3 << QList<qsizetype>{limit + 1};
+    QTest::newRow("exactly full") << limit - 2 << QList<qsizetype>{limit, 1};
     QTest::newRow("full by the first line") << limit << QList<qsizetype>{limit, 3};
 }
 
-void ReflowTest::aParagraphIsFullAtItsLimit()
+void ReflowTest::paragraphEndsExactlyAtLimit()
 {
     QFETCH(const qsizetype, first);
     QList<qsizetype> lengths;
@@ -140,33 +140,33 @@ void ReflowTest::aParagraphIsFullAtItsLimit()
     QTEST(lengths, "lengths");
 }
 
-void ReflowTest::aLineIsNeverCut()
+void ReflowTest::lineIsNeverCut()
 {
     const QString line(1000, u'x');
     QCOMPARE(Reflow::paragraphs(line, limit), QStringList{line});
     QCOMPARE(Reflow::paragraphs(u"a\n"_s + line + u"\nb"_s, limit), (QStringList{u"a "_s + line, u"b"_s}));
 }
 
-void ReflowTest::charactersAreCountedNotUnits()
+void ReflowTest::graphemeClustersAreCountedNotCodeUnits()
 {
     const QString family = u"\U0001F469\u200D\U0001F469\u200D\U0001F467\u200D\U0001F466"_s;
     QCOMPARE(Reflow::paragraphs((family + u'\n').repeated(210), limit).size(), 1);
-    // With the spaces between them 211 families are 421 characters.
+    // 211 families and the spaces between them are 421 characters.
     QCOMPARE(Reflow::paragraphs((family + u'\n').repeated(211), limit).size(), 1);
     QCOMPARE(Reflow::paragraphs((family + u'\n').repeated(212), limit).size(), 2);
 }
 
-void ReflowTest::aSignThatJoinsTheSpaceCountsWithIt()
+void ReflowTest::markJoinedWithSpaceIsOneCharacter()
 {
     const QString full(9, u'x');
     QCOMPARE(Reflow::paragraphs(full + u"\ny\nz"_s, 11), (QStringList{full + u" y"_s, u"z"_s}));
-    // The one takes the space behind it into its character, the other the one before it.
+    // The first mark forms one character with the space after it, the second one with the space before it.
     QCOMPARE(Reflow::paragraphs(QString(8, u'x') + u"\u0600\ny\nz"_s, 11).size(), 1);
     QCOMPARE(Reflow::paragraphs(QString(8, u'x') + u"\U000110BD\ny\nz"_s, 11).size(), 1);
     QCOMPARE(Reflow::paragraphs(full + u"\n\u0301\nz"_s, 11).size(), 1);
 }
 
-void ReflowTest::randomTextsKeepTheRules()
+void ReflowTest::randomTextIsReflowedCorrectly()
 {
     QRandomGenerator random(20260612);
     for (int round = 0; round < 4000; ++round) {
@@ -176,37 +176,37 @@ void ReflowTest::randomTextsKeepTheRules()
         const QStringList paragraphs = Reflow::paragraphs(text, full);
         for (qsizetype i = 0; i + 1 < paragraphs.size(); ++i)
             QVERIFY(Graphemes::count(paragraphs[i]) >= full);
-        // No line is cut, and nothing but the spaces between them is added or lost.
+        // No line is cut, and only the spaces between lines are added.
         QCOMPARE(paragraphs.join(u' '), lines.join(u' '));
         QCOMPARE(paragraphs, slowParagraphs(lines, full));
     }
 }
 
-void ReflowTest::aWholeTranscriptIsReflowedInOnePass()
+void ReflowTest::reflowTimeIsLinear()
 {
-    // Were the paragraph counted anew for each of its lines, this would take hours.
+    // With quadratic counting this would take hours.
     const QString text = u"é\n"_s.repeated(1'000'000);
     const QStringList paragraphs = Reflow::paragraphs(text, text.size());
     QCOMPARE(paragraphs.size(), 1);
     QCOMPARE(paragraphs.first().size(), text.size() - 1);
 }
 
-void ReflowTest::whatIsTooLongToBeLaidOutIsCutBetweenWords_data()
+void ReflowTest::tooLongParagraphIsSplitBetweenWords_data()
 {
     QTest::addColumn<QStringList>("paragraphs");
     QTest::addColumn<QStringList>("passages");
     const QStringList short_{u"one"_s, u"two words"_s, u"ten words."_s};
-    QTest::newRow("nothing") << QStringList() << QStringList();
-    QTest::newRow("none too long") << short_ << short_;
+    QTest::newRow("empty") << QStringList() << QStringList();
+    QTest::newRow("no long paragraph") << short_ << short_;
     QTest::newRow("words") << QStringList{u"a"_s, u"an eleventh word follows"_s}
                            << QStringList{u"a"_s, u"an "_s, u"eleventh "_s, u"word "_s, u"follows"_s};
-    QTest::newRow("no words") << QStringList{u"abcdefghijklmnopqrstuvwxyz"_s}
-                              << QStringList{u"abcdefghij"_s, u"klmnopqrst"_s, u"uvwxyz"_s};
-    QTest::newRow("a pair at the cut") << QStringList{u"abcdefghi\U0001F44Djk"_s}
-                                       << QStringList{u"abcdefghi"_s, u"\U0001F44Djk"_s};
+    QTest::newRow("no spaces") << QStringList{u"abcdefghijklmnopqrstuvwxyz"_s}
+                               << QStringList{u"abcdefghij"_s, u"klmnopqrst"_s, u"uvwxyz"_s};
+    QTest::newRow("surrogate pair at the cut")
+        << QStringList{u"abcdefghi\U0001F44Djk"_s} << QStringList{u"abcdefghi"_s, u"\U0001F44Djk"_s};
 }
 
-void ReflowTest::whatIsTooLongToBeLaidOutIsCutBetweenWords()
+void ReflowTest::tooLongParagraphIsSplitBetweenWords()
 {
     QFETCH(const QStringList, paragraphs);
     const QStringList passages = Reflow::passages(paragraphs, 10);

@@ -15,17 +15,17 @@ Q_DECLARE_METATYPE(RemoteButton)
 
 namespace {
 
-/** A window with a remote, that writes down the keys that reach it and moves the time. */
-class ListeningWindow : public QWindow
+/** A window with remote input on a scripted clock; it records the keys that reach it. */
+class RecordingWindow : public QWindow
 {
 public:
-    ListeningWindow() { new RemoteInput(this, clock); }
+    RecordingWindow() { new RemoteInput(this, clock); }
 
     ScriptedClock clock;
     QList<int> pressed;
     QList<int> released;
-    QString text;    ///< of the presses
-    int repeats = 0; ///< of the presses
+    QString text;    ///< of all presses
+    int repeats = 0; ///< number of presses that are repeats
 
 protected:
     void keyPressEvent(QKeyEvent* event) override
@@ -52,29 +52,29 @@ class RemoteInputTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aKeyIsItsButton_data();
-    void aKeyIsItsButton();
-    void everyButtonHasOneCanonicalKeyThatLeadsBackToIt();
-    void noRowIsHiddenByAnEarlierOne();
-    void aWindowSeesTheCanonicalKeyOnly();
-    void aReturnKeyIsToldFromASelectButtonByItsText();
-    void aHeldBackActsOnce();
-    void aRepeatThatPassesForANewPressActsOnceToo();
-    void aHeldArrowRepeatsByTheSetsOwnClock();
-    void theSystemsRepeatsAreSwallowed();
-    void aRepeatThatPassesForANewPressNeitherAddsNorDelaysAStep();
-    void aRepeatThatComesInTwoPiecesGoesOn();
-    void quickPressesAreAllMade();
-    void aRepeatEndsWithTheRelease();
-    void aRepeatEndsWithAnotherButton_data();
-    void aRepeatEndsWithAnotherButton();
-    void theReleaseOfAnotherButtonEndsNothing();
-    void aRepeatEndsWhenTheWindowLosesTheFocus();
-    void aRepeatIsHandedOnAsItsButton();
-    void otherKeysPassUntouched();
+    void keyIsMappedToButton_data();
+    void keyIsMappedToButton();
+    void buttonHasOneCanonicalKeyThatMapsBack();
+    void mappingIsNotHiddenByEarlierOne();
+    void windowGetsOnlyCanonicalKeys();
+    void returnKeyKeepsTextUnlikeSelectButton();
+    void heldBackIsPressedOnce();
+    void repeatReportedAsNewPressIsIgnored();
+    void heldArrowIsRepeatedByProgram();
+    void systemRepeatsAreIgnored();
+    void repeatReportedAsNewPressDoesNotChangeRepeatTimes();
+    void repeatWithDelayedPressContinues();
+    void quickPressesAreAllDelivered();
+    void repeatEndsWithRelease();
+    void repeatEndsWithAnotherButton_data();
+    void repeatEndsWithAnotherButton();
+    void releaseOfAnotherButtonDoesNotEndRepeat();
+    void repeatEndsWhenWindowLosesFocus();
+    void repeatIsDeliveredAsCanonicalKey();
+    void otherKeysAreUnchanged();
 };
 
-void RemoteInputTest::aKeyIsItsButton_data()
+void RemoteInputTest::keyIsMappedToButton_data()
 {
     QTest::addColumn<int>("key");
     QTest::addColumn<quint32>("scanCode");
@@ -90,7 +90,7 @@ void RemoteInputTest::aKeyIsItsButton_data()
     QTest::newRow("back") << int(Qt::Key_Back) << 166u << RemoteButton::Back;
     QTest::newRow("KEY_EXIT as close") << int(Qt::Key_Close) << 182u << RemoteButton::Back;
     QTest::newRow("play/pause on X11") << int(Qt::Key_MediaPlay) << 172u << RemoteButton::PlayPause;
-    QTest::newRow("play/pause on the bare display")
+    QTest::newRow("play/pause without a desktop")
         << int(Qt::Key_MediaTogglePlayPause) << 172u << RemoteButton::PlayPause;
     QTest::newRow("play/pause on an ordinary keyboard") << int(Qt::Key_F5) << 71u << RemoteButton::PlayPause;
     QTest::newRow("play over CEC") << int(Qt::Key_MediaPlay) << 208u << RemoteButton::Play;
@@ -111,17 +111,17 @@ void RemoteInputTest::aKeyIsItsButton_data()
     QTest::newRow("a letter with a button's scan code") << int(Qt::Key_A) << 360u << RemoteButton::None;
     QTest::newRow("space types") << int(Qt::Key_Space) << 65u << RemoteButton::None;
     QTest::newRow("backspace deletes") << int(Qt::Key_Backspace) << 22u << RemoteButton::None;
-    QTest::newRow("nothing known") << 0 << 0u << RemoteButton::None;
+    QTest::newRow("no key and no scan code") << 0 << 0u << RemoteButton::None;
 }
 
-void RemoteInputTest::aKeyIsItsButton()
+void RemoteInputTest::keyIsMappedToButton()
 {
     QFETCH(int, key);
     QFETCH(quint32, scanCode);
     QTEST(remoteButton(key, scanCode), "button");
 }
 
-void RemoteInputTest::everyButtonHasOneCanonicalKeyThatLeadsBackToIt()
+void RemoteInputTest::buttonHasOneCanonicalKeyThatMapsBack()
 {
     std::set<RemoteButton> seen;
     for (const CanonicalKey& row : canonicalKeys()) {
@@ -133,15 +133,15 @@ void RemoteInputTest::everyButtonHasOneCanonicalKeyThatLeadsBackToIt()
     QCOMPARE(int(seen.size()), int(RemoteButton::PageDown));
 }
 
-void RemoteInputTest::noRowIsHiddenByAnEarlierOne()
+void RemoteInputTest::mappingIsNotHiddenByEarlierOne()
 {
     for (const RemoteKey& row : remoteKeys())
         QCOMPARE(remoteButton(row.key, row.scanCode), row.button);
 }
 
-void RemoteInputTest::aWindowSeesTheCanonicalKeyOnly()
+void RemoteInputTest::windowGetsOnlyCanonicalKeys()
 {
-    ListeningWindow window;
+    RecordingWindow window;
     send(window, QEvent::KeyPress, Qt::Key_Return, 36);
     send(window, QEvent::KeyRelease, Qt::Key_Return, 36);
     send(window, QEvent::KeyPress, 0, 360);
@@ -151,9 +151,9 @@ void RemoteInputTest::aWindowSeesTheCanonicalKeyOnly()
     QCOMPARE(window.released, QList<int>{Qt::Key_Select});
 }
 
-void RemoteInputTest::aReturnKeyIsToldFromASelectButtonByItsText()
+void RemoteInputTest::returnKeyKeepsTextUnlikeSelectButton()
 {
-    ListeningWindow window;
+    RecordingWindow window;
     QKeyEvent select(QEvent::KeyPress, Qt::Key_Select, Qt::NoModifier);
     QCoreApplication::sendEvent(&window, &select);
     QCOMPARE(window.text, QString());
@@ -163,9 +163,9 @@ void RemoteInputTest::aReturnKeyIsToldFromASelectButtonByItsText()
     QCOMPARE(window.pressed, (QList<int>{Qt::Key_Select, Qt::Key_Select}));
 }
 
-void RemoteInputTest::aHeldBackActsOnce()
+void RemoteInputTest::heldBackIsPressedOnce()
 {
-    ListeningWindow window;
+    RecordingWindow window;
     for (const int key : {int(Qt::Key_Back), int(Qt::Key_Return), int(Qt::Key_MediaTogglePlayPause)}) {
         window.pressed.clear();
         send(window, QEvent::KeyPress, key);
@@ -179,9 +179,9 @@ void RemoteInputTest::aHeldBackActsOnce()
     QCOMPARE(window.released.size(), 3);
 }
 
-void RemoteInputTest::aRepeatThatPassesForANewPressActsOnceToo()
+void RemoteInputTest::repeatReportedAsNewPressIsIgnored()
 {
-    ListeningWindow window;
+    RecordingWindow window;
     send(window, QEvent::KeyPress, Qt::Key_Return, 36, false, 1000);
     for (const quint64 time : {1660, 1700, 1740}) {
         send(window, QEvent::KeyRelease, Qt::Key_Return, 36, false, time);
@@ -197,9 +197,9 @@ void RemoteInputTest::aRepeatThatPassesForANewPressActsOnceToo()
     QCOMPARE(window.pressed.size(), 3);
 }
 
-void RemoteInputTest::aHeldArrowRepeatsByTheSetsOwnClock()
+void RemoteInputTest::heldArrowIsRepeatedByProgram()
 {
-    ListeningWindow window;
+    RecordingWindow window;
     send(window, QEvent::KeyPress, Qt::Key_Down);
     QCOMPARE(window.pressed.size(), 1);
     QCOMPARE(window.repeats, 0);
@@ -212,9 +212,9 @@ void RemoteInputTest::aHeldArrowRepeatsByTheSetsOwnClock()
     QCOMPARE(window.pressed, QList<int>(6, Qt::Key_Down));
 }
 
-void RemoteInputTest::theSystemsRepeatsAreSwallowed()
+void RemoteInputTest::systemRepeatsAreIgnored()
 {
-    ListeningWindow window;
+    RecordingWindow window;
     send(window, QEvent::KeyPress, Qt::Key_Down);
     for (int i = 0; i < 40; ++i) {
         send(window, QEvent::KeyRelease, Qt::Key_Down, 0, true);
@@ -225,9 +225,9 @@ void RemoteInputTest::theSystemsRepeatsAreSwallowed()
     QCOMPARE(window.released.size(), 0);
 }
 
-void RemoteInputTest::aRepeatThatPassesForANewPressNeitherAddsNorDelaysAStep()
+void RemoteInputTest::repeatReportedAsNewPressDoesNotChangeRepeatTimes()
 {
-    ListeningWindow window;
+    RecordingWindow window;
     send(window, QEvent::KeyPress, Qt::Key_Down, 116, false, 1000);
     for (quint64 time = 1025; time <= 2000; time += 25) {
         window.clock.advance(25ms);
@@ -243,9 +243,9 @@ void RemoteInputTest::aRepeatThatPassesForANewPressNeitherAddsNorDelaysAStep()
     QCOMPARE(window.released.size(), 1);
 }
 
-void RemoteInputTest::aRepeatThatComesInTwoPiecesGoesOn()
+void RemoteInputTest::repeatWithDelayedPressContinues()
 {
-    ListeningWindow window;
+    RecordingWindow window;
     send(window, QEvent::KeyPress, Qt::Key_Down, 116, false, 1000);
     for (quint64 time = 1040; time <= 2000; time += 40) {
         window.clock.advance(38ms);
@@ -259,9 +259,9 @@ void RemoteInputTest::aRepeatThatComesInTwoPiecesGoesOn()
     QCOMPARE(window.repeats, 5);
 }
 
-void RemoteInputTest::quickPressesAreAllMade()
+void RemoteInputTest::quickPressesAreAllDelivered()
 {
-    ListeningWindow window;
+    RecordingWindow window;
     for (const quint64 time : {1000, 1002, 1004, 1006}) {
         send(window, QEvent::KeyPress, Qt::Key_Right, 114, false, time);
         send(window, QEvent::KeyRelease, Qt::Key_Right, 114, false, time + 1);
@@ -272,9 +272,9 @@ void RemoteInputTest::quickPressesAreAllMade()
     QCOMPARE(window.released.size(), 4);
 }
 
-void RemoteInputTest::aRepeatEndsWithTheRelease()
+void RemoteInputTest::repeatEndsWithRelease()
 {
-    ListeningWindow window;
+    RecordingWindow window;
     send(window, QEvent::KeyPress, Qt::Key_Down, 0, false, 1000);
     window.clock.advance(500ms);
     send(window, QEvent::KeyRelease, Qt::Key_Down, 0, false, 1500);
@@ -286,7 +286,7 @@ void RemoteInputTest::aRepeatEndsWithTheRelease()
     QCOMPARE(window.repeats, 1);
 }
 
-void RemoteInputTest::aRepeatEndsWithAnotherButton_data()
+void RemoteInputTest::repeatEndsWithAnotherButton_data()
 {
     QTest::addColumn<int>("other");
     QTest::addColumn<bool>("repeats");
@@ -294,11 +294,11 @@ void RemoteInputTest::aRepeatEndsWithAnotherButton_data()
     QTest::newRow("that acts once") << int(Qt::Key_Select) << false;
 }
 
-void RemoteInputTest::aRepeatEndsWithAnotherButton()
+void RemoteInputTest::repeatEndsWithAnotherButton()
 {
     QFETCH(int, other);
     QFETCH(bool, repeats);
-    ListeningWindow window;
+    RecordingWindow window;
     send(window, QEvent::KeyPress, Qt::Key_Down);
     window.clock.advance(1s);
     send(window, QEvent::KeyPress, other);
@@ -309,9 +309,9 @@ void RemoteInputTest::aRepeatEndsWithAnotherButton()
     QCOMPARE(window.pressed, repeats ? QList<int>{other} : QList<int>());
 }
 
-void RemoteInputTest::theReleaseOfAnotherButtonEndsNothing()
+void RemoteInputTest::releaseOfAnotherButtonDoesNotEndRepeat()
 {
-    ListeningWindow window;
+    RecordingWindow window;
     send(window, QEvent::KeyPress, Qt::Key_Down);
     send(window, QEvent::KeyPress, Qt::Key_Right);
     send(window, QEvent::KeyRelease, Qt::Key_Down);
@@ -319,15 +319,15 @@ void RemoteInputTest::theReleaseOfAnotherButtonEndsNothing()
     QCOMPARE(window.repeats, 1);
 }
 
-void RemoteInputTest::aRepeatEndsWhenTheWindowLosesTheFocus()
+void RemoteInputTest::repeatEndsWhenWindowLosesFocus()
 {
-    ListeningWindow window;
+    RecordingWindow window;
     send(window, QEvent::KeyPress, Qt::Key_Down);
     window.clock.advance(500ms);
     QFocusEvent lost(QEvent::FocusOut);
     QCoreApplication::sendEvent(&window, &lost);
     window.clock.advance(10s);
-    // The focus may come back with the key still down.
+    // The focus may return while the key is still pressed.
     send(window, QEvent::KeyPress, Qt::Key_Down, 0, true);
     send(window, QEvent::KeyRelease, Qt::Key_Down, 0, false, 20500);
     send(window, QEvent::KeyPress, Qt::Key_Down, 0, false, 20500);
@@ -335,17 +335,17 @@ void RemoteInputTest::aRepeatEndsWhenTheWindowLosesTheFocus()
     QCOMPARE(window.repeats, 1);
 }
 
-void RemoteInputTest::aRepeatIsHandedOnAsItsButton()
+void RemoteInputTest::repeatIsDeliveredAsCanonicalKey()
 {
-    ListeningWindow window;
+    RecordingWindow window;
     send(window, QEvent::KeyPress, 0, 216);
     window.clock.advance(400ms);
     QCOMPARE(window.pressed, (QList<int>{Qt::Key_AudioForward, Qt::Key_AudioForward}));
 }
 
-void RemoteInputTest::otherKeysPassUntouched()
+void RemoteInputTest::otherKeysAreUnchanged()
 {
-    ListeningWindow window;
+    RecordingWindow window;
     send(window, QEvent::KeyPress, Qt::Key_A, 38);
     send(window, QEvent::KeyPress, Qt::Key_A, 38, true);
     QCOMPARE(window.pressed, (QList<int>{Qt::Key_A, Qt::Key_A}));

@@ -11,13 +11,13 @@ class RenderPathTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theGpuIsUsedOnlyWhereItReallyDraws_data();
-    void theGpuIsUsedOnlyWhereItReallyDraws();
+    void gpuIsUsedOnlyIfItRenders_data();
+    void gpuIsUsedOnlyIfItRenders();
 };
 
-void RenderPathTest::theGpuIsUsedOnlyWhereItReallyDraws_data()
+void RenderPathTest::gpuIsUsedOnlyIfItRenders_data()
 {
-    QTest::addColumn<bool>("askedFor");
+    QTest::addColumn<bool>("isSetInEnvironment");
     QTest::addColumn<bool>("hasRenderNode");
     QTest::addColumn<QString>("rasteriser");
     QTest::addColumn<RenderPath>("path");
@@ -25,20 +25,20 @@ void RenderPathTest::theGpuIsUsedOnlyWhereItReallyDraws_data()
     QTest::newRow("no GPU") << false << false << QString() << RenderPath::Software;
     QTest::newRow("a GPU whose OpenGL does not start") << false << true << QString() << RenderPath::Software;
     QTest::newRow("a GPU") << false << true << u"Mesa Intel(R) UHD Graphics 600 (GLK 2)"_s << RenderPath::Gpu;
-    QTest::newRow("a small GPU") << false << true << u"V3D 4.2"_s << RenderPath::Gpu;
+    QTest::newRow("an embedded GPU") << false << true << u"V3D 4.2"_s << RenderPath::Gpu;
     QTest::newRow("llvmpipe behind a render node")
         << false << true << u"llvmpipe (LLVM 15.0.6, 256 bits)"_s << RenderPath::Software;
     QTest::newRow("softpipe") << false << true << u"softpipe"_s << RenderPath::Software;
     QTest::newRow("swrast") << false << true << u"Mesa DRI swrast"_s << RenderPath::Software;
-    QTest::newRow("the user's own choice") << true << true << u"V3D 4.2"_s << RenderPath::AsAsked;
+    QTest::newRow("chosen by the user") << true << true << u"V3D 4.2"_s << RenderPath::FromEnvironment;
 }
 
-void RenderPathTest::theGpuIsUsedOnlyWhereItReallyDraws()
+void RenderPathTest::gpuIsUsedOnlyIfItRenders()
 {
-    QFETCH(bool, askedFor);
+    QFETCH(bool, isSetInEnvironment);
     QFETCH(bool, hasRenderNode);
     QFETCH(QString, rasteriser);
-    QTEST(renderPathFor({askedFor, hasRenderNode, rasteriser}), "path");
+    QTEST(renderPathFor({isSetInEnvironment, hasRenderNode, rasteriser}), "path");
 }
 
 QTEST_GUILESS_MAIN(RenderPathTest)

@@ -4,7 +4,7 @@
 
 #include <QSignalSpy>
 
-/** The shop's screen without a window, on a store whose hub answers when and what the test says. */
+/** Tests the shop's controller without a window, with a store whose hub is scripted. */
 class RewinderyControllerTest : public QObject
 {
     Q_OBJECT
@@ -13,250 +13,250 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void showingTheScreenLoadsNothing();
-    void thePanelStandsInForShelvesThatAreNotThere();
-    void thePanelSaysWhy_data();
-    void thePanelSaysWhy();
-    void theMessageFollowsTheStore();
-    void aLaterErrorLeavesTheShelvesThere();
-    void shelvesReplaceThePanelThoughALoadIsUnderWay();
-    void tryingAgainLoadsAndEachTimeAnew();
-    void theStockLineFollowsTheStore();
-    void pickingAMarketIsTheStoresBusiness();
-    void shelvesOfAnotherMarketBeginAtTheirFirstCassette();
-    void shelvesOfTheSameMarketKeepTheirPlaces_data();
-    void shelvesOfTheSameMarketKeepTheirPlaces();
-    void aShopEnteredWhileAMarketLoadsKnowsItsShelves();
-    void aMarketWithoutTapesIsGivenUpOnLeaving();
-    void aMarketWithTapesIsKept();
-    void aMarketThatCouldNotBeLoadedIsKept();
-    void openingAndGoingBackIsThePath();
-    void whatIsNotOnAShelfDoesNotOpen();
-    void ofTwoTapesWithOneIdTheChosenOneOpens();
-    void anOpenTapeStaysThoughTheShelvesChange();
-    void searchingIsToldOnce();
+    void newControllerLoadsNothing();
+    void panelIsShownWithoutShelves();
+    void panelShowsReason_data();
+    void panelShowsReason();
+    void messageFollowsStore();
+    void laterErrorKeepsShelves();
+    void shelvesReplacePanelDuringLoad();
+    void everyRetryLoadsAgain();
+    void stockLineFollowsStore();
+    void pickedMarketIsSetInStore();
+    void shelvesOfAnotherMarketStartAtFirstCassette();
+    void shelvesOfSameMarketKeepCurrentRows_data();
+    void shelvesOfSameMarketKeepCurrentRows();
+    void shopOpenedWhileMarketLoadsResetsRowsOfNewShelves();
+    void marketWithoutTapesIsResetOnLeaving();
+    void marketWithTapesIsKeptOnLeaving();
+    void marketThatFailedToLoadIsKeptOnLeaving();
+    void openAndBackChangePath();
+    void invalidRowDoesNotOpen();
+    void chosenTapeOfTwoWithSameIdOpens();
+    void openTapeStaysWhenShelvesChange();
+    void searchingChangeIsNotifiedOnce();
 
 private:
     void setMarkets(qint64 total, const QList<TapeMarket>& markets);
 
-    std::unique_ptr<StoreOnScript> m_house;
+    std::unique_ptr<StoreOnScript> m_fixture;
     std::unique_ptr<RewinderyController> m_shop;
 };
 
 void RewinderyControllerTest::init()
 {
-    m_house = std::make_unique<StoreOnScript>();
+    m_fixture = std::make_unique<StoreOnScript>();
     m_shop = std::make_unique<RewinderyController>();
-    m_shop->setStore(m_house->store.get());
+    m_shop->setStore(m_fixture->store.get());
 }
 
 void RewinderyControllerTest::cleanup()
 {
     m_shop.reset();
-    m_house.reset();
+    m_fixture.reset();
 }
 
 void RewinderyControllerTest::setMarkets(qint64 total, const QList<TapeMarket>& markets)
 {
-    TVStatus status = m_house->store->status();
+    TVStatus status = m_fixture->store->status();
     status.rewindery.tapes = total;
     status.rewindery.markets = markets;
-    m_house->store->setStatus(status);
+    m_fixture->store->setStatus(status);
 }
 
-void RewinderyControllerTest::showingTheScreenLoadsNothing()
+void RewinderyControllerTest::newControllerLoadsNothing()
 {
-    QCOMPARE(m_house->http.count(), 0);
+    QCOMPARE(m_fixture->http.count(), 0);
     QCOMPARE(m_shop->path()->depth(), 0);
     QVERIFY(!m_shop->isSearching());
     QVERIFY(!m_shop->showsShelves());
 }
 
-void RewinderyControllerTest::thePanelStandsInForShelvesThatAreNotThere()
+void RewinderyControllerTest::panelIsShownWithoutShelves()
 {
     QSignalSpy changed(m_shop.get(), &RewinderyController::shelvesChanged);
-    m_house->store->setShelves({shelfOf(u"A"_s, {1})});
+    m_fixture->store->setShelves({shelfOf(u"A"_s, {1})});
     QVERIFY(m_shop->showsShelves());
     QCOMPARE(m_shop->shelves()->rowCount(), 1);
-    m_house->store->setShelves({});
+    m_fixture->store->setShelves({});
     QVERIFY(!m_shop->showsShelves());
     QCOMPARE(m_shop->shelves()->rowCount(), 0);
     QCOMPARE(changed.count(), 2);
 }
 
-void RewinderyControllerTest::thePanelSaysWhy_data()
+void RewinderyControllerTest::panelShowsReason_data()
 {
     QTest::addColumn<std::optional<QString>>("lastError");
     QTest::addColumn<QString>("message");
     QTest::newRow("no error") << std::optional<QString>() << u"No tapes on the shelf for this view."_s;
     QTest::newRow("an error") << std::optional(u"X"_s) << u"X"_s;
-    QTest::newRow("an error without words") << std::optional(QString()) << QString();
+    QTest::newRow("an empty error") << std::optional(QString()) << QString();
     QTest::newRow("an error longer than a screen")
         << std::optional(QString(5000, u'e')) << QString(1000, u'e') + u"…"_s;
 }
 
-void RewinderyControllerTest::thePanelSaysWhy()
+void RewinderyControllerTest::panelShowsReason()
 {
     QFETCH(std::optional<QString>, lastError);
-    m_house->store->setLastError(lastError);
+    m_fixture->store->setLastError(lastError);
     QTEST(m_shop->message(), "message");
 }
 
-void RewinderyControllerTest::theMessageFollowsTheStore()
+void RewinderyControllerTest::messageFollowsStore()
 {
     QSignalSpy changed(m_shop.get(), &RewinderyController::messageChanged);
-    m_house->store->setLastError(u"X"_s);
-    m_house->store->setLastError(std::nullopt);
+    m_fixture->store->setLastError(u"X"_s);
+    m_fixture->store->setLastError(std::nullopt);
     QCOMPARE(changed.count(), 2);
 }
 
-void RewinderyControllerTest::aLaterErrorLeavesTheShelvesThere()
+void RewinderyControllerTest::laterErrorKeepsShelves()
 {
-    m_house->store->setShelves({shelfOf(u"A"_s, {1})});
-    m_house->store->setLastError(u"X"_s);
+    m_fixture->store->setShelves({shelfOf(u"A"_s, {1})});
+    m_fixture->store->setLastError(u"X"_s);
     QVERIFY(m_shop->showsShelves());
 }
 
-void RewinderyControllerTest::shelvesReplaceThePanelThoughALoadIsUnderWay()
+void RewinderyControllerTest::shelvesReplacePanelDuringLoad()
 {
-    const auto task = m_house->store->refresh();
+    const auto task = m_fixture->store->refresh();
     QVERIFY(m_shop->isLoading());
     QVERIFY(!m_shop->showsShelves());
-    const auto other = m_house->store->loadTapes();
-    m_house->answerTapes({u"Zoning"_s});
+    const auto other = m_fixture->store->loadTapes();
+    m_fixture->answerTapes({u"Zoning"_s});
     QTRY_VERIFY(m_shop->showsShelves());
     QVERIFY(m_shop->isLoading());
 }
 
-void RewinderyControllerTest::tryingAgainLoadsAndEachTimeAnew()
+void RewinderyControllerTest::everyRetryLoadsAgain()
 {
     QSignalSpy loading(m_shop.get(), &RewinderyController::isLoadingChanged);
     m_shop->retry();
-    QCOMPARE(m_house->http.count(), 1);
+    QCOMPARE(m_fixture->http.count(), 1);
     QVERIFY(m_shop->isLoading());
     m_shop->retry();
-    QCOMPARE(m_house->http.count(), 2);
+    QCOMPARE(m_fixture->http.count(), 2);
     for (int load = 0; load < 2; ++load) {
-        m_house->answerStatus();
-        m_house->answerTapes({u"Zoning"_s});
+        m_fixture->answerStatus();
+        m_fixture->answerTapes({u"Zoning"_s});
         QTRY_VERIFY(m_shop->showsShelves());
-        m_house->settle();
+        m_fixture->waitForDecoding();
     }
     QVERIFY(!m_shop->isLoading());
     QCOMPARE(loading.count(), 4);
 }
 
-void RewinderyControllerTest::theStockLineFollowsTheStore()
+void RewinderyControllerTest::stockLineFollowsStore()
 {
     QSignalSpy changed(m_shop.get(), &RewinderyController::stockLineChanged);
     QVERIFY(m_shop->stockLine().startsWith(u"0 tapes in stock — "_s));
     setMarkets(12, {{u"a"_s, u"A"_s, {}, 5}, {u"b"_s, u"B"_s, {}, 7}});
     QCOMPARE(changed.count(), 1);
     QVERIFY(m_shop->stockLine().startsWith(u"12 tapes in stock — "_s));
-    m_house->store->setMarket(u"a"_s);
+    m_fixture->store->setMarket(u"a"_s);
     QCOMPARE(changed.count(), 2);
     QVERIFY(m_shop->stockLine().startsWith(u"5 tapes in stock — "_s));
     setMarkets(1, {});
     QVERIFY(m_shop->stockLine().startsWith(u"0 tapes in stock — "_s));
-    // A market that the status does not know is counted by its tapes.
+    // The tapes of a market that is not in the status are counted.
     const int before = int(changed.count());
-    m_house->store->setTapes({tapeOf(1)});
+    m_fixture->store->setTapes({tapeOf(1)});
     QCOMPARE(changed.count(), before + 1);
     QVERIFY(m_shop->stockLine().startsWith(u"1 tapes in stock — "_s));
 }
 
-void RewinderyControllerTest::pickingAMarketIsTheStoresBusiness()
+void RewinderyControllerTest::pickedMarketIsSetInStore()
 {
     setMarkets(12, {{u"a"_s, u"A"_s, {}, 5}, {u"b"_s, u"B"_s, {}, 7}});
-    m_house->store->setShelves({shelfOf(u"A"_s, {1})});
+    m_fixture->store->setShelves({shelfOf(u"A"_s, {1})});
     m_shop->markets()->pick(2);
-    QCOMPARE(m_house->store->market(), u"b"_s);
-    QCOMPARE(m_house->http.count(), 1);
+    QCOMPARE(m_fixture->store->market(), u"b"_s);
+    QCOMPARE(m_fixture->http.count(), 1);
     QVERIFY(m_shop->markets()->index(2).data(MarketList::SelectedRole).toBool());
     QVERIFY(m_shop->showsShelves());
     m_shop->markets()->pick(2);
-    QCOMPARE(m_house->http.count(), 1);
+    QCOMPARE(m_fixture->http.count(), 1);
     m_shop->markets()->pick(0);
-    QCOMPARE(m_house->store->market(), QString());
+    QCOMPARE(m_fixture->store->market(), QString());
 }
 
-void RewinderyControllerTest::shelvesOfAnotherMarketBeginAtTheirFirstCassette()
+void RewinderyControllerTest::shelvesOfAnotherMarketStartAtFirstCassette()
 {
     const QList<Shelf> shelves = shelvesOf(u"A: 1 2 3; B: 4"_s);
-    m_house->store->setShelves(shelves);
-    m_shop->shelves()->row(0)->setPlace(2);
-    m_house->store->setMarket(u"a"_s);
-    QCOMPARE(m_shop->shelves()->row(0)->place(), 2);
-    m_house->store->setShelves(shelves);
-    QCOMPARE(m_shop->shelves()->row(0)->place(), -1);
-    m_shop->shelves()->row(0)->setPlace(1);
-    m_house->store->setMarket({});
-    m_house->store->setShelves(shelves);
-    QCOMPARE(m_shop->shelves()->row(0)->place(), -1);
+    m_fixture->store->setShelves(shelves);
+    m_shop->shelves()->row(0)->setCurrentRow(2);
+    m_fixture->store->setMarket(u"a"_s);
+    QCOMPARE(m_shop->shelves()->row(0)->currentRow(), 2);
+    m_fixture->store->setShelves(shelves);
+    QCOMPARE(m_shop->shelves()->row(0)->currentRow(), -1);
+    m_shop->shelves()->row(0)->setCurrentRow(1);
+    m_fixture->store->setMarket({});
+    m_fixture->store->setShelves(shelves);
+    QCOMPARE(m_shop->shelves()->row(0)->currentRow(), -1);
 }
 
-void RewinderyControllerTest::shelvesOfTheSameMarketKeepTheirPlaces_data()
+void RewinderyControllerTest::shelvesOfSameMarketKeepCurrentRows_data()
 {
     QTest::addColumn<QStringList>("markets");
     QTest::newRow("a refresh") << QStringList();
-    QTest::newRow("a market chosen and given up before it came") << QStringList{u"b"_s, u"a"_s};
+    QTest::newRow("a market chosen and reset before it loaded") << QStringList{u"b"_s, u"a"_s};
 }
 
-void RewinderyControllerTest::shelvesOfTheSameMarketKeepTheirPlaces()
+void RewinderyControllerTest::shelvesOfSameMarketKeepCurrentRows()
 {
     QFETCH(QStringList, markets);
     const QList<Shelf> shelves = shelvesOf(u"A: 1 2 3; B: 4"_s);
-    m_house->store->setMarket(u"a"_s);
-    m_house->store->setShelves(shelves);
-    m_shop->shelves()->row(0)->setPlace(2);
+    m_fixture->store->setMarket(u"a"_s);
+    m_fixture->store->setShelves(shelves);
+    m_shop->shelves()->row(0)->setCurrentRow(2);
     for (const QString& market : markets)
-        m_house->store->setMarket(market);
-    m_house->store->setShelves(shelves);
-    QCOMPARE(m_shop->shelves()->row(0)->place(), 2);
+        m_fixture->store->setMarket(market);
+    m_fixture->store->setShelves(shelves);
+    QCOMPARE(m_shop->shelves()->row(0)->currentRow(), 2);
 }
 
-void RewinderyControllerTest::aShopEnteredWhileAMarketLoadsKnowsItsShelves()
+void RewinderyControllerTest::shopOpenedWhileMarketLoadsResetsRowsOfNewShelves()
 {
     const QList<Shelf> shelves = shelvesOf(u"A: 1 2 3; B: 4"_s);
-    m_house->store->setShelves(shelves);
-    m_house->store->setMarket(u"a"_s);
+    m_fixture->store->setShelves(shelves);
+    m_fixture->store->setMarket(u"a"_s);
     m_shop = std::make_unique<RewinderyController>();
-    m_shop->setStore(m_house->store.get());
-    m_shop->shelves()->row(0)->setPlace(2);
-    m_house->store->setShelves(shelves);
-    QCOMPARE(m_shop->shelves()->row(0)->place(), -1);
+    m_shop->setStore(m_fixture->store.get());
+    m_shop->shelves()->row(0)->setCurrentRow(2);
+    m_fixture->store->setShelves(shelves);
+    QCOMPARE(m_shop->shelves()->row(0)->currentRow(), -1);
 }
 
-void RewinderyControllerTest::aMarketWithoutTapesIsGivenUpOnLeaving()
+void RewinderyControllerTest::marketWithoutTapesIsResetOnLeaving()
 {
-    m_house->store->setMarket(u"a"_s);
-    m_shop->leave();
-    QCOMPARE(m_house->store->market(), QString());
-    QCOMPARE(m_house->http.count(), 2);
-    m_shop->leave();
-    QCOMPARE(m_house->http.count(), 2);
+    m_fixture->store->setMarket(u"a"_s);
+    m_shop->disappear();
+    QCOMPARE(m_fixture->store->market(), QString());
+    QCOMPARE(m_fixture->http.count(), 2);
+    m_shop->disappear();
+    QCOMPARE(m_fixture->http.count(), 2);
 }
 
-void RewinderyControllerTest::aMarketWithTapesIsKept()
+void RewinderyControllerTest::marketWithTapesIsKeptOnLeaving()
 {
-    m_house->store->setMarket(u"a"_s);
-    m_house->store->setShelves({shelfOf(u"A"_s, {1})});
-    m_shop->leave();
-    QCOMPARE(m_house->store->market(), u"a"_s);
+    m_fixture->store->setMarket(u"a"_s);
+    m_fixture->store->setShelves({shelfOf(u"A"_s, {1})});
+    m_shop->disappear();
+    QCOMPARE(m_fixture->store->market(), u"a"_s);
 }
 
-void RewinderyControllerTest::aMarketThatCouldNotBeLoadedIsKept()
+void RewinderyControllerTest::marketThatFailedToLoadIsKeptOnLeaving()
 {
-    m_house->store->setMarket(u"a"_s);
-    m_house->fail(u"/api/tv/tapes"_s, u"The line is down."_s);
-    QTRY_VERIFY(m_house->store->lastError());
-    m_shop->leave();
-    QCOMPARE(m_house->store->market(), u"a"_s);
+    m_fixture->store->setMarket(u"a"_s);
+    m_fixture->fail(u"/api/tv/tapes"_s, u"The line is down."_s);
+    QTRY_VERIFY(m_fixture->store->lastError());
+    m_shop->disappear();
+    QCOMPARE(m_fixture->store->market(), u"a"_s);
 }
 
-void RewinderyControllerTest::openingAndGoingBackIsThePath()
+void RewinderyControllerTest::openAndBackChangePath()
 {
-    m_house->store->setShelves({shelfOf(u"A"_s, {1, 2}), shelfOf(u"B"_s, {3})});
+    m_fixture->store->setShelves({shelfOf(u"A"_s, {1, 2}), shelfOf(u"B"_s, {3})});
     QSignalSpy changed(m_shop->path(), &TapePath::depthChanged);
     m_shop->path()->open(m_shop->shelves()->row(0), 1);
     QCOMPARE(m_shop->path()->depth(), 1);
@@ -272,9 +272,9 @@ void RewinderyControllerTest::openingAndGoingBackIsThePath()
     QCOMPARE(changed.count(), 4);
 }
 
-void RewinderyControllerTest::whatIsNotOnAShelfDoesNotOpen()
+void RewinderyControllerTest::invalidRowDoesNotOpen()
 {
-    m_house->store->setShelves({shelfOf(u"A"_s, {1, 2})});
+    m_fixture->store->setShelves({shelfOf(u"A"_s, {1, 2})});
     CassetteRow* const shelf = m_shop->shelves()->row(0);
     m_shop->path()->open(shelf, -1);
     m_shop->path()->open(shelf, 2);
@@ -282,28 +282,28 @@ void RewinderyControllerTest::whatIsNotOnAShelfDoesNotOpen()
     QCOMPARE(m_shop->path()->depth(), 0);
 }
 
-void RewinderyControllerTest::ofTwoTapesWithOneIdTheChosenOneOpens()
+void RewinderyControllerTest::chosenTapeOfTwoWithSameIdOpens()
 {
     Shelf shelf = shelfOf(u"A"_s, {7});
     Shelf other = shelfOf(u"B"_s, {7});
     other.tapesByID[7].title = u"Another"_s;
-    m_house->store->setShelves({shelf, other});
+    m_fixture->store->setShelves({shelf, other});
     m_shop->path()->open(m_shop->shelves()->row(0), 0);
     m_shop->path()->open(m_shop->shelves()->row(1), 0);
     QCOMPARE(m_shop->path()->tapeAt(0).title, u"Tape 7"_s);
     QCOMPARE(m_shop->path()->tapeAt(1).title, u"Another"_s);
 }
 
-void RewinderyControllerTest::anOpenTapeStaysThoughTheShelvesChange()
+void RewinderyControllerTest::openTapeStaysWhenShelvesChange()
 {
-    m_house->store->setShelves({shelfOf(u"A"_s, {1, 2})});
+    m_fixture->store->setShelves({shelfOf(u"A"_s, {1, 2})});
     m_shop->path()->open(m_shop->shelves()->row(0), 1);
-    m_house->store->setShelves({});
+    m_fixture->store->setShelves({});
     QCOMPARE(m_shop->path()->depth(), 1);
     QCOMPARE(m_shop->path()->tapeAt(0).title, u"Tape 2"_s);
 }
 
-void RewinderyControllerTest::searchingIsToldOnce()
+void RewinderyControllerTest::searchingChangeIsNotifiedOnce()
 {
     QSignalSpy changed(m_shop.get(), &RewinderyController::searchingChanged);
     m_shop->setSearching(true);

@@ -9,17 +9,17 @@ class RewinderyTextsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theStockLineCountsWithoutASingularOrGrouping_data();
-    void theStockLineCountsWithoutASingularOrGrouping();
-    void theYearSpanTakesWhatReadsAsAWholeNumber_data();
-    void theYearSpanTakesWhatReadsAsAWholeNumber();
-    void theCaptionIsTheBodiesAndTheYears_data();
-    void theCaptionIsTheBodiesAndTheYears();
-    void anErrorStandsInForTheEmptyShelf();
-    void theCreditsAreOneText();
+    void stockLineHasNoSingularAndNoGrouping_data();
+    void stockLineHasNoSingularAndNoGrouping();
+    void yearSpanUsesOnlyWholeNumbers_data();
+    void yearSpanUsesOnlyWholeNumbers();
+    void captionHasBodiesAndYears_data();
+    void captionHasBodiesAndYears();
+    void messageIsErrorOrEmptyShelfText();
+    void creditsAreOneLine();
 };
 
-void RewinderyTextsTest::theStockLineCountsWithoutASingularOrGrouping_data()
+void RewinderyTextsTest::stockLineHasNoSingularAndNoGrouping_data()
 {
     QTest::addColumn<qint64>("tapes");
     QTest::addColumn<QString>("line");
@@ -31,13 +31,13 @@ void RewinderyTextsTest::theStockLineCountsWithoutASingularOrGrouping_data()
     QTest::newRow("more than a 32-bit number holds") << qint64(9007199254740993) << u"9007199254740993"_s + rest;
 }
 
-void RewinderyTextsTest::theStockLineCountsWithoutASingularOrGrouping()
+void RewinderyTextsTest::stockLineHasNoSingularAndNoGrouping()
 {
     QFETCH(qint64, tapes);
     QTEST(RewinderyTexts::stockLine(tapes), "line");
 }
 
-void RewinderyTextsTest::theYearSpanTakesWhatReadsAsAWholeNumber_data()
+void RewinderyTextsTest::yearSpanUsesOnlyWholeNumbers_data()
 {
     QTest::addColumn<QStringList>("years");
     QTest::addColumn<QString>("span");
@@ -46,7 +46,7 @@ void RewinderyTextsTest::theYearSpanTakesWhatReadsAsAWholeNumber_data()
     QTest::newRow("one") << QStringList{u"2021"_s} << u"2021"_s;
     QTest::newRow("all the same") << QStringList{u"2021"_s, u"2021"_s} << u"2021"_s;
     QTest::newRow("two") << QStringList{u"2024"_s, u"2019"_s} << u"2019–2024"_s;
-    QTest::newRow("the unknown between them")
+    QTest::newRow("unknown years between known ones")
         << QStringList{u"2020"_s, u"19XX"_s, u"2019"_s, u"2024"_s, u"2022"_s} << u"2019–2024"_s;
     QTest::newRow("empty") << QStringList{QString()} << QString();
     QTest::newRow("spaces") << QStringList{u" 202"_s, u"202 "_s} << QString();
@@ -55,11 +55,11 @@ void RewinderyTextsTest::theYearSpanTakesWhatReadsAsAWholeNumber_data()
     QTest::newRow("digits of another script") << QStringList{u"٢٠٢٤"_s, u"２０２４"_s} << QString();
     QTest::newRow("leading zeros") << QStringList{u"0042"_s} << u"42"_s;
     QTest::newRow("the same number written in two ways") << QStringList{u"0042"_s, u"42"_s} << u"42"_s;
-    QTest::newRow("by number, not by letters") << QStringList{u"0999"_s, u"2024"_s, u"998"_s} << u"998–2024"_s;
+    QTest::newRow("compared as numbers") << QStringList{u"0999"_s, u"2024"_s, u"998"_s} << u"998–2024"_s;
     QTest::newRow("too large a number") << QStringList{u"99999999999999999999"_s} << QString();
 }
 
-void RewinderyTextsTest::theYearSpanTakesWhatReadsAsAWholeNumber()
+void RewinderyTextsTest::yearSpanUsesOnlyWholeNumbers()
 {
     QFETCH(const QStringList, years);
     QList<VHSCover> covers;
@@ -71,7 +71,7 @@ void RewinderyTextsTest::theYearSpanTakesWhatReadsAsAWholeNumber()
     QTEST(RewinderyTexts::yearSpan(covers), "span");
 }
 
-void RewinderyTextsTest::theCaptionIsTheBodiesAndTheYears_data()
+void RewinderyTextsTest::captionHasBodiesAndYears_data()
 {
     QTest::addColumn<QStringList>("bodies");
     QTest::addColumn<QString>("year");
@@ -83,7 +83,7 @@ void RewinderyTextsTest::theCaptionIsTheBodiesAndTheYears_data()
     QTest::newRow("no covers") << QStringList() << QString() << QString();
 }
 
-void RewinderyTextsTest::theCaptionIsTheBodiesAndTheYears()
+void RewinderyTextsTest::captionHasBodiesAndYears()
 {
     QFETCH(const QStringList, bodies);
     QFETCH(QString, year);
@@ -97,13 +97,13 @@ void RewinderyTextsTest::theCaptionIsTheBodiesAndTheYears()
     QTEST(RewinderyTexts::caption(covers), "caption");
 }
 
-void RewinderyTextsTest::anErrorStandsInForTheEmptyShelf()
+void RewinderyTextsTest::messageIsErrorOrEmptyShelfText()
 {
     QCOMPARE(RewinderyTexts::message({}), u"No tapes on the shelf for this view."_s);
     QCOMPARE(RewinderyTexts::message(u"X"_s), u"X"_s);
 }
 
-void RewinderyTextsTest::theCreditsAreOneText()
+void RewinderyTextsTest::creditsAreOneLine()
 {
     QCOMPARE(RewinderyTexts::creditLine(), u"Rewindery Home Video"_s + u" — "_s +
                                                u"A Captain Lowe of the Waterways Production"_s + u". "_s +

@@ -10,36 +10,36 @@ using Listener = VideoEngineListener;
 using Status = PlayerItem::Status;
 using TimeControl = VideoPlayer::TimeControl;
 
-/** Seeking: where to, when it is done, and what comes in between. */
+/** Tests seeking: the target, the completion, and events during a seek. */
 class SeekTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init() { m_done.clear(); }
-    void aSeekBeforeTheLoadIsItsStart();
-    void aSeekWhileLoadingIsWhereItLoadsAgain();
-    void aSeekThatStartsTheItemIsDoneWithThePicture();
-    void aSeekLandsWhereTheEngineSays();
-    void theToleranceReachesTheEngine_data();
-    void theToleranceReachesTheEngine();
-    void seekingShowsItsTargetAndWaits();
-    void positionsOfBeforeTheSeekAreDropped();
-    void aLaterSeekReplacesAnEarlierOne();
-    void aSeekIsBoundedToTheRecording_data();
-    void aSeekIsBoundedToTheRecording();
-    void aSeekThatCannotBeIsNotFinished_data();
-    void aSeekThatCannotBeIsNotFinished();
-    void completionsComeFromTheEventLoop();
-    void anotherItemEndsTheSeek();
-    void aFailureEndsTheSeek();
-    void aBreakDuringASeekIsNotTheEnd();
-    void aSeekThatDoesNotLandIsAStallAlsoWhenPaused();
-    void aSeekAfterTheEndLoadsAgainAndStaysPaused();
-    void aDestroyedPlayerCompletesNothing();
+    void seekBeforeLoadSetsStart();
+    void seekWhileLoadingLoadsAgainAtTarget();
+    void seekBeforeStartFinishesWithFirstPicture();
+    void positionAfterSeekIsThatOfEngine();
+    void toleranceReachesEngine_data();
+    void toleranceReachesEngine();
+    void seekingPlayerShowsTargetAndWaits();
+    void positionsFromBeforeSeekAreIgnored();
+    void laterSeekReplacesEarlierOne();
+    void seekIsLimitedToRecording_data();
+    void seekIsLimitedToRecording();
+    void impossibleSeekIsNotFinished_data();
+    void impossibleSeekIsNotFinished();
+    void completionIsCalledFromEventLoop();
+    void anotherItemEndsSeek();
+    void failureEndsSeek();
+    void breakDuringSeekIsNotTreatedAsEnd();
+    void seekThatDoesNotFinishIsStallAlsoWhenPaused();
+    void seekAfterEndLoadsAgainAndStaysPaused();
+    void destroyedPlayerCallsNoCompletion();
 
 private:
-    VideoPlayer::SeekDone done()
+    VideoPlayer::SeekCallback done()
     {
         return [this](bool finished) { m_done.append(finished); };
     }
@@ -47,7 +47,7 @@ private:
     QList<bool> m_done;
 };
 
-void SeekTest::aSeekBeforeTheLoadIsItsStart()
+void SeekTest::seekBeforeLoadSetsStart()
 {
     StreamOnScript script;
     script.setItem();
@@ -59,7 +59,7 @@ void SeekTest::aSeekBeforeTheLoadIsItsStart()
     QVERIFY(script.engine->seeks.isEmpty());
 }
 
-void SeekTest::aSeekWhileLoadingIsWhereItLoadsAgain()
+void SeekTest::seekWhileLoadingLoadsAgainAtTarget()
 {
     StreamOnScript script;
     script.setItem();
@@ -68,45 +68,45 @@ void SeekTest::aSeekWhileLoadingIsWhereItLoadsAgain()
     script.player->seek(60, SeekTolerance::AtOrAfter, done());
     QCOMPARE(script.engine->loads.size(), 2);
     QCOMPARE(script.engine->loads.last().startAt, 60.0);
-    script.tell([=](Listener& to) { to.pictureShown(first, 0); });
+    script.notify([=](Listener& to) { to.onPictureShown(first, 0); });
     QCOMPARE(script.item->status(), Status::Unknown);
-    script.show(60.2);
+    script.showPicture(60.2);
     QCOMPARE(script.player->position(), 60.2);
     QCOMPARE(m_done, QList<bool>{true});
 }
 
-void SeekTest::aSeekThatStartsTheItemIsDoneWithThePicture()
+void SeekTest::seekBeforeStartFinishesWithFirstPicture()
 {
     StreamOnScript script;
     script.setItem();
     script.player->seek(60, SeekTolerance::AtOrAfter, done());
     script.start();
     QVERIFY(m_done.isEmpty());
-    script.show(60);
+    script.showPicture(60);
     QCOMPARE(m_done, QList<bool>{true});
     QCOMPARE(script.player->timeControl(), TimeControl::Paused);
 }
 
-void SeekTest::aSeekLandsWhereTheEngineSays()
+void SeekTest::positionAfterSeekIsThatOfEngine()
 {
     StreamOnScript script;
     script.playFrom(0);
     script.player->seek(60, SeekTolerance::AtOrAfter, done());
-    script.land(60.4);
+    script.finishSeek(60.4);
     QCOMPARE(script.player->position(), 60.4);
     QCOMPARE(m_done, QList<bool>{true});
     script.moveTo(60.5);
     QCOMPARE(script.player->position(), 60.5);
 }
 
-void SeekTest::theToleranceReachesTheEngine_data()
+void SeekTest::toleranceReachesEngine_data()
 {
     QTest::addColumn<SeekTolerance>("tolerance");
     QTest::newRow("at or after") << SeekTolerance::AtOrAfter;
     QTest::newRow("nearest") << SeekTolerance::Nearest;
 }
 
-void SeekTest::theToleranceReachesTheEngine()
+void SeekTest::toleranceReachesEngine()
 {
     QFETCH(const SeekTolerance, tolerance);
     StreamOnScript script;
@@ -118,18 +118,18 @@ void SeekTest::theToleranceReachesTheEngine()
     QCOMPARE(int(script.engine->seeks.first().tolerance), int(tolerance));
 }
 
-void SeekTest::seekingShowsItsTargetAndWaits()
+void SeekTest::seekingPlayerShowsTargetAndWaits()
 {
     StreamOnScript script;
     script.playFrom(0);
     script.player->seek(60, SeekTolerance::AtOrAfter);
     QCOMPARE(script.player->position(), 60.0);
     QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
-    script.land(60);
+    script.finishSeek(60);
     QCOMPARE(script.player->timeControl(), TimeControl::Playing);
 }
 
-void SeekTest::positionsOfBeforeTheSeekAreDropped()
+void SeekTest::positionsFromBeforeSeekAreIgnored()
 {
     StreamOnScript script;
     script.playFrom(0);
@@ -138,7 +138,7 @@ void SeekTest::positionsOfBeforeTheSeekAreDropped()
     QCOMPARE(script.player->position(), 60.0);
 }
 
-void SeekTest::aLaterSeekReplacesAnEarlierOne()
+void SeekTest::laterSeekReplacesEarlierOne()
 {
     StreamOnScript script;
     script.playFrom(0);
@@ -148,49 +148,49 @@ void SeekTest::aLaterSeekReplacesAnEarlierOne()
     const auto first = script.engine->seeks.last();
     script.player->seek(60, SeekTolerance::Nearest,
                         [&](bool finished) { order << (finished ? u"+later"_s : u"-later"_s); });
-    script.tell([=](Listener& to) { to.seekDone(first.load, first.number, 30); });
+    script.notify([=](Listener& to) { to.onSeekFinished(first.load, first.number, 30); });
     QCOMPARE(script.player->position(), 60.0);
-    script.land(60);
+    script.finishSeek(60);
     QCOMPARE(order, QStringList({u"-first"_s, u"+later"_s}));
 }
 
-void SeekTest::aSeekIsBoundedToTheRecording_data()
+void SeekTest::seekIsLimitedToRecording_data()
 {
     QTest::addColumn<double>("duration");
-    QTest::addColumn<double>("wanted");
-    QTest::addColumn<double>("sought");
-    QTest::newRow("before the top") << 120.0 << -10.0 << 0.0;
-    QTest::newRow("within") << 120.0 << 100.0 << 100.0;
+    QTest::addColumn<double>("requested");
+    QTest::addColumn<double>("target");
+    QTest::newRow("negative") << 120.0 << -10.0 << 0.0;
+    QTest::newRow("inside") << 120.0 << 100.0 << 100.0;
     QTest::newRow("near the end") << 120.0 << 119.0 << 117.0;
-    QTest::newRow("beyond") << 120.0 << 4000.0 << 117.0;
-    QTest::newRow("a short one") << 2.0 << 1.0 << 0.0;
+    QTest::newRow("beyond the end") << 120.0 << 4000.0 << 117.0;
+    QTest::newRow("a short recording") << 2.0 << 1.0 << 0.0;
 }
 
-void SeekTest::aSeekIsBoundedToTheRecording()
+void SeekTest::seekIsLimitedToRecording()
 {
     QFETCH(const double, duration);
-    QFETCH(const double, wanted);
+    QFETCH(const double, requested);
     StreamOnScript script;
     script.setItem();
     script.start();
-    script.know(duration);
-    script.show(0);
-    script.player->seek(wanted, SeekTolerance::AtOrAfter);
-    QTEST(script.engine->seeks.first().seconds, "sought");
+    script.reportDuration(duration);
+    script.showPicture(0);
+    script.player->seek(requested, SeekTolerance::AtOrAfter);
+    QTEST(script.engine->seeks.first().seconds, "target");
 }
 
-void SeekTest::aSeekThatCannotBeIsNotFinished_data()
+void SeekTest::impossibleSeekIsNotFinished_data()
 {
     QTest::addColumn<Kind>("kind");
     QTest::addColumn<bool>("failed");
     QTest::addColumn<double>("to");
     QTest::newRow("live") << Kind::Live << false << 60.0;
     QTest::newRow("failed") << Kind::Recording << true << 60.0;
-    QTest::newRow("no number") << Kind::Recording << false << qQNaN();
+    QTest::newRow("not a number") << Kind::Recording << false << qQNaN();
     QTest::newRow("infinite") << Kind::Recording << false << qInf();
 }
 
-void SeekTest::aSeekThatCannotBeIsNotFinished()
+void SeekTest::impossibleSeekIsNotFinished()
 {
     QFETCH(const Kind, kind);
     QFETCH(const bool, failed);
@@ -201,7 +201,7 @@ void SeekTest::aSeekThatCannotBeIsNotFinished()
     if (failed)
         script.fail({Cause::Status, 404, {}});
     else
-        script.show(5);
+        script.showPicture(5);
     const double before = script.player->position();
     script.player->seek(to, SeekTolerance::AtOrAfter, done());
     script.deliver();
@@ -211,7 +211,7 @@ void SeekTest::aSeekThatCannotBeIsNotFinished()
     QCOMPARE(script.engine->loads.size(), 1);
 }
 
-void SeekTest::completionsComeFromTheEventLoop()
+void SeekTest::completionIsCalledFromEventLoop()
 {
     StreamOnScript script;
     script.player->seek(10, SeekTolerance::AtOrAfter, done());
@@ -220,7 +220,7 @@ void SeekTest::completionsComeFromTheEventLoop()
     QCOMPARE(m_done, QList<bool>{false});
 }
 
-void SeekTest::anotherItemEndsTheSeek()
+void SeekTest::anotherItemEndsSeek()
 {
     StreamOnScript script;
     script.playFrom(0);
@@ -231,7 +231,7 @@ void SeekTest::anotherItemEndsTheSeek()
     QCOMPARE(m_done, QList<bool>{false});
 }
 
-void SeekTest::aFailureEndsTheSeek()
+void SeekTest::failureEndsSeek()
 {
     StreamOnScript script;
     script.setItem();
@@ -241,7 +241,7 @@ void SeekTest::aFailureEndsTheSeek()
     QCOMPARE(m_done, QList<bool>{false});
 }
 
-void SeekTest::aBreakDuringASeekIsNotTheEnd()
+void SeekTest::breakDuringSeekIsNotTreatedAsEnd()
 {
     StreamOnScript script;
     script.playFrom(0);
@@ -252,11 +252,11 @@ void SeekTest::aBreakDuringASeekIsNotTheEnd()
     script.clock.advance(1s);
     QCOMPARE(script.engine->loads.last().startAt, 117.0);
     QVERIFY(m_done.isEmpty());
-    script.show(117);
+    script.showPicture(117);
     QCOMPARE(m_done, QList<bool>{true});
 }
 
-void SeekTest::aSeekThatDoesNotLandIsAStallAlsoWhenPaused()
+void SeekTest::seekThatDoesNotFinishIsStallAlsoWhenPaused()
 {
     StreamOnScript script;
     script.playFrom(0);
@@ -271,7 +271,7 @@ void SeekTest::aSeekThatDoesNotLandIsAStallAlsoWhenPaused()
     QVERIFY(script.engine->loads.last().isPaused);
 }
 
-void SeekTest::aSeekAfterTheEndLoadsAgainAndStaysPaused()
+void SeekTest::seekAfterEndLoadsAgainAndStaysPaused()
 {
     StreamOnScript script;
     script.playFrom(119);
@@ -279,12 +279,12 @@ void SeekTest::aSeekAfterTheEndLoadsAgainAndStaysPaused()
     script.player->seek(60, SeekTolerance::AtOrAfter, done());
     QCOMPARE(script.engine->loads.last().startAt, 60.0);
     QVERIFY(script.engine->loads.last().isPaused);
-    script.show(60);
+    script.showPicture(60);
     QCOMPARE(script.player->timeControl(), TimeControl::Paused);
     QCOMPARE(m_done, QList<bool>{true});
 }
 
-void SeekTest::aDestroyedPlayerCompletesNothing()
+void SeekTest::destroyedPlayerCallsNoCompletion()
 {
     StreamOnScript script;
     script.playFrom(0);

@@ -5,7 +5,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-/** The shop's shelves as models, and the viewer's place in them. */
+/** Tests the models of the shop's shelves and their current rows. */
 class ShelfListTest : public QObject
 {
     Q_OBJECT
@@ -13,46 +13,46 @@ class ShelfListTest : public QObject
 private Q_SLOTS:
     void init();
 
-    void shelvesAndCassettesStandInTheirOrder();
-    void aCoverWithoutItsTapeIsNotShownButCounted();
-    void aTitleLineReadsOnOneLine();
-    void aCassetteIsHeardByTheBeginningOfAnEndlessTitle();
-    void beforeTheFirstMoveThereIsNoPlace();
-    void theViewersMovesAreThePlace();
-    void aMoveToNowhereIsNone();
-    void anEqualShelfKeepsItsRowWhereverItStands();
-    void aShelfWhoseCoversChangedIsAnotherRow_data();
-    void aShelfWhoseCoversChangedIsAnotherRow();
-    void aShelfThatIsGoneTakesItsRowWithIt();
-    void twoShelvesOfOneNameAreTwoRows();
-    void theSameShelvesKeepThePlace();
-    void thePlaceFollowsItsTape_data();
-    void thePlaceFollowsItsTape();
-    void theRowUnderTheFocusGoesOnThoughItChanged();
-    void withoutTheFocusAChangedShelfBeginsAtItsFirst();
-    void onlyTheRowUnderTheFocusKeepsItsPlaceThroughAChange();
-    void inAnotherMarketEveryRowBeginsAtItsFirst();
-    void inAnotherMarketTheFocusStaysOnItsTape_data();
-    void inAnotherMarketTheFocusStaysOnItsTape();
-    void aRowThatLosesItsTapesLosesItsPlace();
-    void aFresherTapeIsTakenThoughItsIdIsTheSame();
-    void aFresherTapeOfAnEqualCoverIsTaken();
-    void whileTheShelvesChangeNoMoveIsTaken();
-    void theRowsHaveChangedBeforeTheListSaysSo();
-    void thePlaceIsToldBeforeTheChangeIsThrough();
-    void anEmptiedListStartsAnew();
+    void shelvesAndCassettesAreInOrder();
+    void coverWithoutTapeIsCountedButNotShown();
+    void shelfTitleIsOneLine();
+    void accessibleTitleOfCassetteIsCut();
+    void currentRowIsNoneBeforeFirstMove();
+    void movesSetCurrentRow();
+    void invalidRowIsIgnored();
+    void equalShelfKeepsItsModelWhenMoved();
+    void shelfWithChangedCoversGetsNewModel_data();
+    void shelfWithChangedCoversGetsNewModel();
+    void modelOfRemovedShelfIsDestroyed();
+    void shelvesWithSameNameHaveSeparateModels();
+    void sameShelvesKeepCurrentRows();
+    void currentRowFollowsItsTape_data();
+    void currentRowFollowsItsTape();
+    void focusedShelfKeepsItsModelWhenChanged();
+    void changedShelfWithoutFocusResetsCurrentRow();
+    void onlyFocusedShelfKeepsCurrentRowWhenChanged();
+    void anotherMarketResetsAllCurrentRows();
+    void anotherMarketKeepsFocusOnItsTape_data();
+    void anotherMarketKeepsFocusOnItsTape();
+    void shelfWithoutTapesResetsCurrentRow();
+    void newerTapeWithSameIdReplacesOlder();
+    void newerTapeWithEqualCoverReplacesOlder();
+    void moveIsIgnoredDuringReset();
+    void shelfModelsAreUpdatedBeforeListIsReset();
+    void currentRowIsNotifiedBeforeReset();
+    void emptiedListResetsCurrentRow();
 
 private:
-    void show(const QString& text) { m_list->show(shelvesOf(text)); }
-    /** Walks to a card, as the stacks report it. */
-    void goTo(int shelf, int cassette);
-    /** Walks away from the shelves, as the stack of shelves reports it. */
-    void goToTheCounter() { m_list->setHasFocus(false); }
+    void show(const QString& text) { m_list->setShelves(shelvesOf(text)); }
+    /** Makes a cassette current, in the order in which the lists on screen report it. */
+    void makeCurrent(int shelf, int cassette);
+    /** Moves the focus away from the shelves, as the list on screen reports it. */
+    void moveFocusAway() { m_list->setHasFocus(false); }
     int keyOf(int shelf) const { return m_list->index(shelf).data(ShelfList::KeyRole).toInt(); }
-    /** The place in each row. */
-    QList<int> places() const;
-    /** Where the place is: "shelf name: id", and nothing while there is none. */
-    QString place() const;
+    /** The current row of each shelf. */
+    QList<int> currentRows() const;
+    /** The current cassette as "shelf name: id"; empty if there is none. */
+    QString currentTape() const;
     QString contents() const;
 
     std::unique_ptr<ShelfList> m_list;
@@ -66,27 +66,27 @@ void ShelfListTest::init()
     m_tester = std::make_unique<QAbstractItemModelTester>(m_list.get());
 }
 
-void ShelfListTest::goTo(int shelf, int cassette)
+void ShelfListTest::makeCurrent(int shelf, int cassette)
 {
-    m_list->row(shelf)->setPlace(cassette);
-    m_list->setPlace(shelf);
+    m_list->row(shelf)->setCurrentRow(cassette);
+    m_list->setCurrentRow(shelf);
     m_list->setHasFocus(true);
 }
 
-QList<int> ShelfListTest::places() const
+QList<int> ShelfListTest::currentRows() const
 {
     QList<int> all;
     for (int shelf = 0; shelf < m_list->rowCount(); ++shelf)
-        all.append(m_list->row(shelf)->place());
+        all.append(m_list->row(shelf)->currentRow());
     return all;
 }
 
-QString ShelfListTest::place() const
+QString ShelfListTest::currentTape() const
 {
-    const CassetteRow* row = m_list->row(m_list->place());
+    const CassetteRow* row = m_list->row(m_list->currentRow());
     if (!row)
         return {};
-    const VHSCover cover = row->content().covers.value(row->place());
+    const VHSCover cover = row->content().covers.value(row->currentRow());
     return row->name() + u": "_s + QString::number(cover.id);
 }
 
@@ -106,7 +106,7 @@ QString ShelfListTest::contents() const
     return all.join(u"; "_s);
 }
 
-void ShelfListTest::shelvesAndCassettesStandInTheirOrder()
+void ShelfListTest::shelvesAndCassettesAreInOrder()
 {
     show(u"B: 4 2; A: 9007199254740993 1"_s);
     QCOMPARE(contents(), u"B: 4 2; A: 9007199254740993 1"_s);
@@ -119,72 +119,72 @@ void ShelfListTest::shelvesAndCassettesStandInTheirOrder()
     QCOMPARE(contents(), u"A: 1"_s);
 }
 
-void ShelfListTest::aCoverWithoutItsTapeIsNotShownButCounted()
+void ShelfListTest::coverWithoutTapeIsCountedButNotShown()
 {
     Shelf shelf = shelfOf(u"A"_s, {1, 2, 3});
     shelf.tapesByID.remove(2);
-    m_list->show({shelf});
+    m_list->setShelves({shelf});
     QCOMPARE(contents(), u"A: 1 3"_s);
     QCOMPARE(m_list->row(0)->count(), 3);
     QCOMPARE(m_list->row(0)->content().tapes.at(1).title, u"Tape 3"_s);
 }
 
-void ShelfListTest::aCassetteIsHeardByTheBeginningOfAnEndlessTitle()
+void ShelfListTest::accessibleTitleOfCassetteIsCut()
 {
     Shelf shelf = shelfOf(u"A"_s, {1, 2});
     shelf.covers[0].title = u"Port\nHarbour"_s;
     shelf.covers[1].title = QString(100000, u't');
-    m_list->show({shelf});
+    m_list->setShelves({shelf});
     const CassetteRow* row = m_list->row(0);
     QCOMPARE(row->index(0).data(CassetteRow::TitleRole).toString(), u"Port Harbour"_s);
     QCOMPARE(row->index(1).data(CassetteRow::TitleRole).toString(), QString(1000, u't') + u'…');
 }
 
-void ShelfListTest::aTitleLineReadsOnOneLine()
+void ShelfListTest::shelfTitleIsOneLine()
 {
     Shelf shelf = shelfOf(u"Money\non the Table"_s, {1});
     shelf.covers.first().bodyName = u"City\r\nCouncil"_s;
-    m_list->show({shelf});
+    m_list->setShelves({shelf});
     QCOMPARE(m_list->row(0)->name(), u"Money on the Table"_s);
     QCOMPARE(m_list->row(0)->caption(), u"City Council · 2024"_s);
 }
 
-void ShelfListTest::beforeTheFirstMoveThereIsNoPlace()
+void ShelfListTest::currentRowIsNoneBeforeFirstMove()
 {
     show(u"A: 1 2; B: 3"_s);
-    QCOMPARE(m_list->place(), -1);
-    QCOMPARE(m_list->row(0)->place(), -1);
+    QCOMPARE(m_list->currentRow(), -1);
+    QCOMPARE(m_list->row(0)->currentRow(), -1);
     show(u"A: 1; B: 3"_s);
-    QCOMPARE(m_list->place(), -1);
-    QCOMPARE(m_list->row(0)->place(), -1);
+    QCOMPARE(m_list->currentRow(), -1);
+    QCOMPARE(m_list->row(0)->currentRow(), -1);
 }
 
-void ShelfListTest::theViewersMovesAreThePlace()
+void ShelfListTest::movesSetCurrentRow()
 {
     show(u"A: 1 2; B: 3"_s);
-    QSignalSpy moved(m_list.get(), &ShelfList::placeChanged);
-    goTo(0, 1);
-    QCOMPARE(place(), u"A: 2"_s);
-    goTo(1, 0);
-    QCOMPARE(place(), u"B: 3"_s);
-    QCOMPARE(m_list->row(0)->place(), 1);
+    QSignalSpy moved(m_list.get(), &ShelfList::currentRowChanged);
+    makeCurrent(0, 1);
+    QCOMPARE(currentTape(), u"A: 2"_s);
+    makeCurrent(1, 0);
+    QCOMPARE(currentTape(), u"B: 3"_s);
+    QCOMPARE(m_list->row(0)->currentRow(), 1);
     QCOMPARE(moved.count(), 2);
-    goTo(1, 0);
+    makeCurrent(1, 0);
     QCOMPARE(moved.count(), 2);
 }
 
-void ShelfListTest::aMoveToNowhereIsNone()
+void ShelfListTest::invalidRowIsIgnored()
 {
     show(u"A: 1 2"_s);
-    goTo(0, 1);
-    m_list->setPlace(1);
-    m_list->setPlace(-1);
-    m_list->row(0)->setPlace(2);
-    m_list->row(0)->setPlace(-1);
-    QCOMPARE(place(), u"A: 2"_s);
+    makeCurrent(0, 1);
+    m_list->setCurrentRow(1);
+    m_list->setCurrentRow(-1);
+    m_list->row(0)->setCurrentRow(2);
+    m_list->row(0)->setCurrentRow(-1);
+    QCOMPARE(currentTape(), u"A: 2"_s);
 }
 
-void ShelfListTest::anEqualShelfKeepsItsRowWhereverItStands()
+void ShelfListTest::equalShelfKeepsItsModelWhenMoved()
 {
     show(u"A: 1; B: 2"_s);
     const CassetteRow* a = m_list->row(0);
@@ -198,41 +198,41 @@ void ShelfListTest::anEqualShelfKeepsItsRowWhereverItStands()
     QCOMPARE(contents(), u"B: 2; New: 7; A: 1"_s);
 }
 
-void ShelfListTest::aShelfWhoseCoversChangedIsAnotherRow_data()
+void ShelfListTest::shelfWithChangedCoversGetsNewModel_data()
 {
     QTest::addColumn<QString>("after");
     QTest::newRow("one more") << u"A: 1 2 3"_s;
     QTest::newRow("one fewer") << u"A: 1"_s;
-    QTest::newRow("in another order") << u"A: 2 1"_s;
-    QTest::newRow("all others") << u"A: 3 4"_s;
-    QTest::newRow("none") << u"A:"_s;
+    QTest::newRow("another order") << u"A: 2 1"_s;
+    QTest::newRow("all different") << u"A: 3 4"_s;
+    QTest::newRow("no covers") << u"A:"_s;
 }
 
-void ShelfListTest::aShelfWhoseCoversChangedIsAnotherRow()
+void ShelfListTest::shelfWithChangedCoversGetsNewModel()
 {
     QFETCH(QString, after);
     show(u"A: 1 2"_s);
     const int key = keyOf(0);
-    QSignalSpy gone(m_list->row(0), &QObject::destroyed);
+    QSignalSpy destroyed(m_list->row(0), &QObject::destroyed);
     show(after);
     QCOMPARE(contents(), after);
     QVERIFY(keyOf(0) != key);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCOMPARE(gone.count(), 1);
+    QCOMPARE(destroyed.count(), 1);
 }
 
-void ShelfListTest::aShelfThatIsGoneTakesItsRowWithIt()
+void ShelfListTest::modelOfRemovedShelfIsDestroyed()
 {
     show(u"A: 1; B: 2"_s);
-    QSignalSpy gone(m_list->row(0), &QObject::destroyed);
+    QSignalSpy destroyed(m_list->row(0), &QObject::destroyed);
     show(u"B: 2"_s);
-    QCOMPARE(gone.count(), 0);
+    QCOMPARE(destroyed.count(), 0);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCOMPARE(gone.count(), 1);
+    QCOMPARE(destroyed.count(), 1);
     QCOMPARE(m_list->findChildren<CassetteRow*>().size(), 1);
 }
 
-void ShelfListTest::twoShelvesOfOneNameAreTwoRows()
+void ShelfListTest::shelvesWithSameNameHaveSeparateModels()
 {
     show(u"A: 1; A: 2"_s);
     const CassetteRow* first = m_list->row(0);
@@ -244,56 +244,56 @@ void ShelfListTest::twoShelvesOfOneNameAreTwoRows()
     QCOMPARE(contents(), u"A: 1; A: 2; A: 3"_s);
 }
 
-void ShelfListTest::theSameShelvesKeepThePlace()
+void ShelfListTest::sameShelvesKeepCurrentRows()
 {
     show(u"A: 1 2 3; B: 4 5"_s);
-    goTo(0, 2);
-    goTo(1, 1);
+    makeCurrent(0, 2);
+    makeCurrent(1, 1);
     show(u"A: 1 2 3; B: 4 5"_s);
-    QCOMPARE(place(), u"B: 5"_s);
-    QCOMPARE(m_list->row(0)->place(), 2);
+    QCOMPARE(currentTape(), u"B: 5"_s);
+    QCOMPARE(m_list->row(0)->currentRow(), 2);
 }
 
-void ShelfListTest::thePlaceFollowsItsTape_data()
+void ShelfListTest::currentRowFollowsItsTape_data()
 {
     QTest::addColumn<QString>("after");
-    QTest::addColumn<QString>("place");
-    // Before: "A: 1 2 3; B: 4 5 6; C: 7 8", with the viewer at 5.
-    QTest::newRow("along its shelf") << u"A: 1 2 3; B: 9 8 6 4 5; C: 7"_s << u"B: 5"_s;
-    QTest::newRow("with its shelf") << u"B: 4 5 6; A: 1 2 3; C: 7 8"_s << u"B: 5"_s;
+    QTest::addColumn<QString>("currentTape");
+    // Before: "A: 1 2 3; B: 4 5 6; C: 7 8"; the current cassette is 5.
+    QTest::newRow("moved in its shelf") << u"A: 1 2 3; B: 9 8 6 4 5; C: 7"_s << u"B: 5"_s;
+    QTest::newRow("its shelf moved") << u"B: 4 5 6; A: 1 2 3; C: 7 8"_s << u"B: 5"_s;
     QTest::newRow("a new shelf above") << u"New: 9; A: 1 2 3; B: 4 5 6; C: 7 8"_s << u"B: 5"_s;
-    QTest::newRow("to another shelf") << u"A: 1 2 3; B: 4 6; C: 7 8 5"_s << u"C: 5"_s;
-    QTest::newRow("to another shelf, its own gone") << u"A: 1 5 2; C: 7"_s << u"A: 5"_s;
-    QTest::newRow("to a new shelf") << u"A: 1; New: 6 5"_s << u"New: 5"_s;
-    QTest::newRow("of two, the one that stayed") << u"A: 5; B: 5 5; C: 5"_s << u"B: 5"_s;
-    QTest::newRow("of two, the one on its shelf") << u"A: 5 1; B: 6 4 5; C: 7"_s << u"B: 5"_s;
-    QTest::newRow("gone: the one that came to its row") << u"A: 1 2 3; B: 4 6; C: 7 8"_s << u"B: 6"_s;
-    QTest::newRow("gone: the last, where it was") << u"A: 1 2 3; B: 4; C: 7 8"_s << u"B: 4"_s;
-    QTest::newRow("gone, on a shelf that moved") << u"B: 4 6; A: 1 2 3"_s << u"B: 6"_s;
-    QTest::newRow("gone with its shelf: the shelf at its place") << u"A: 1 2 3; C: 7 8"_s << u"C: 8"_s;
-    QTest::newRow("gone with its shelf, bounded") << u"A: 1 2 3; C: 7"_s << u"C: 7"_s;
-    QTest::newRow("gone with its shelf and those after") << u"A: 1"_s << u"A: 1"_s;
-    QTest::newRow("its shelf is empty: the next") << u"A: 1 2 3; B:; C: 7 8"_s << u"C: 8"_s;
-    QTest::newRow("its shelf and the next are empty") << u"A: 1 2 3; B:; C:"_s << u"A: 2"_s;
-    QTest::newRow("another market altogether") << u"X: 21; Y: 22 23; Z: 24"_s << u"Y: 23"_s;
-    QTest::newRow("nothing") << QString() << QString();
+    QTest::newRow("moved to another shelf") << u"A: 1 2 3; B: 4 6; C: 7 8 5"_s << u"C: 5"_s;
+    QTest::newRow("moved to another shelf, its shelf removed") << u"A: 1 5 2; C: 7"_s << u"A: 5"_s;
+    QTest::newRow("moved to a new shelf") << u"A: 1; New: 6 5"_s << u"New: 5"_s;
+    QTest::newRow("duplicated: the tape that stayed") << u"A: 5; B: 5 5; C: 5"_s << u"B: 5"_s;
+    QTest::newRow("duplicated: the tape on its shelf") << u"A: 5 1; B: 6 4 5; C: 7"_s << u"B: 5"_s;
+    QTest::newRow("tape removed: the next one in its row") << u"A: 1 2 3; B: 4 6; C: 7 8"_s << u"B: 6"_s;
+    QTest::newRow("last tape removed: the one before it") << u"A: 1 2 3; B: 4; C: 7 8"_s << u"B: 4"_s;
+    QTest::newRow("tape removed from a shelf that moved") << u"B: 4 6; A: 1 2 3"_s << u"B: 6"_s;
+    QTest::newRow("shelf removed: the shelf with its index") << u"A: 1 2 3; C: 7 8"_s << u"C: 8"_s;
+    QTest::newRow("shelf removed, the next shelf is shorter") << u"A: 1 2 3; C: 7"_s << u"C: 7"_s;
+    QTest::newRow("shelf and all later shelves removed") << u"A: 1"_s << u"A: 1"_s;
+    QTest::newRow("shelf became empty: the next shelf") << u"A: 1 2 3; B:; C: 7 8"_s << u"C: 8"_s;
+    QTest::newRow("its shelf and the next became empty") << u"A: 1 2 3; B:; C:"_s << u"A: 2"_s;
+    QTest::newRow("all shelves replaced") << u"X: 21; Y: 22 23; Z: 24"_s << u"Y: 23"_s;
+    QTest::newRow("no shelves") << QString() << QString();
     QTest::newRow("only empty shelves") << u"A:; B:"_s << QString();
 }
 
-void ShelfListTest::thePlaceFollowsItsTape()
+void ShelfListTest::currentRowFollowsItsTape()
 {
     QFETCH(QString, after);
     show(u"A: 1 2 3; B: 4 5 6; C: 7 8"_s);
-    goTo(1, 1);
+    makeCurrent(1, 1);
     show(after);
-    QTEST(place(), "place");
+    QTEST(currentTape(), "currentTape");
     QCOMPARE(contents(), after);
 }
 
-void ShelfListTest::theRowUnderTheFocusGoesOnThoughItChanged()
+void ShelfListTest::focusedShelfKeepsItsModelWhenChanged()
 {
     show(u"A: 1 2 3; B: 4 5 6"_s);
-    goTo(1, 1);
+    makeCurrent(1, 1);
     const CassetteRow* b = m_list->row(1);
     const int key = keyOf(1);
     show(u"B: 9 4 5 6; A: 1 2 3"_s);
@@ -301,175 +301,177 @@ void ShelfListTest::theRowUnderTheFocusGoesOnThoughItChanged()
     QCOMPARE(keyOf(0), key);
     show(u"B: 9 4"_s);
     QCOMPARE(m_list->row(0), b);
-    QCOMPARE(place(), u"B: 4"_s);
+    QCOMPARE(currentTape(), u"B: 4"_s);
 }
 
-void ShelfListTest::withoutTheFocusAChangedShelfBeginsAtItsFirst()
+void ShelfListTest::changedShelfWithoutFocusResetsCurrentRow()
 {
     show(u"A: 1 2 3; B: 4 5 6"_s);
-    goTo(1, 2);
-    goTo(0, 2);
-    goToTheCounter();
+    makeCurrent(1, 2);
+    makeCurrent(0, 2);
+    moveFocusAway();
     show(u"A: 1 2 3 9; B: 4 5 6"_s);
-    QCOMPARE(places(), (QList<int>{-1, 2}));
-    QCOMPARE(m_list->place(), -1);
+    QCOMPARE(currentRows(), (QList<int>{-1, 2}));
+    QCOMPARE(m_list->currentRow(), -1);
     show(u"B: 4 5 6"_s);
-    QCOMPARE(places(), QList<int>{2});
+    QCOMPARE(currentRows(), QList<int>{2});
 }
 
-void ShelfListTest::onlyTheRowUnderTheFocusKeepsItsPlaceThroughAChange()
+void ShelfListTest::onlyFocusedShelfKeepsCurrentRowWhenChanged()
 {
     show(u"A: 1 2 3; B: 4 5 6; C: 7; D: 8 9"_s);
-    goTo(1, 2);
-    goTo(0, 1);
-    goTo(3, 1);
-    goTo(2, 0);
+    makeCurrent(1, 2);
+    makeCurrent(0, 1);
+    makeCurrent(3, 1);
+    makeCurrent(2, 0);
     show(u"A: 3 2; B: 9 4; C: 10 7; D: 8 9"_s);
-    QCOMPARE(places(), (QList<int>{-1, -1, 1, 1}));
-    QCOMPARE(place(), u"C: 7"_s);
-    // The shelf that gets the focus of one that is gone has its own place.
+    QCOMPARE(currentRows(), (QList<int>{-1, -1, 1, 1}));
+    QCOMPARE(currentTape(), u"C: 7"_s);
+    // The shelf that receives the focus of a removed shelf keeps its own current row.
     show(u"A: 3 2; B: 9 4; D: 8 9"_s);
-    QCOMPARE(place(), u"D: 9"_s);
+    QCOMPARE(currentTape(), u"D: 9"_s);
 }
 
-void ShelfListTest::inAnotherMarketEveryRowBeginsAtItsFirst()
+void ShelfListTest::anotherMarketResetsAllCurrentRows()
 {
     show(u"A: 1 2 3; B: 4 5 6; C: 7 8"_s);
-    goTo(2, 1);
-    goTo(1, 2);
-    goTo(0, 2);
-    goToTheCounter();
+    makeCurrent(2, 1);
+    makeCurrent(1, 2);
+    makeCurrent(0, 2);
+    moveFocusAway();
     const QList<int> keys{keyOf(0), keyOf(1), keyOf(2)};
-    // Also a shelf of which no tape is from elsewhere.
-    m_list->show(shelvesOf(u"A: 1 2 3; B: 5 6; C: 7 8"_s), ShelfList::Market::Another);
-    QCOMPARE(places(), (QList<int>{-1, -1, -1}));
-    QCOMPARE(m_list->place(), -1);
+    // The shelf "A" is reset too, although it is unchanged in the other market.
+    m_list->setShelves(shelvesOf(u"A: 1 2 3; B: 5 6; C: 7 8"_s), ShelfList::Market::Another);
+    QCOMPARE(currentRows(), (QList<int>{-1, -1, -1}));
+    QCOMPARE(m_list->currentRow(), -1);
     for (int shelf = 0; shelf < 3; ++shelf)
         QVERIFY(!keys.contains(keyOf(shelf)));
 }
 
-void ShelfListTest::inAnotherMarketTheFocusStaysOnItsTape_data()
+void ShelfListTest::anotherMarketKeepsFocusOnItsTape_data()
 {
     QTest::addColumn<QString>("after");
-    QTest::addColumn<QString>("place");
-    // Before: "A: 1 2 3; B: 4 5 6; C: 7 8", with the viewer at 5, after a walk to 3 and 8.
+    QTest::addColumn<QString>("currentTape");
+    // Before: "A: 1 2 3; B: 4 5 6; C: 7 8"; the current cassette is 5, after 3 and 8.
     QTest::newRow("on its shelf") << u"A: 1 2 3; B: 5 6"_s << u"B: 5"_s;
     QTest::newRow("on an equal shelf") << u"A: 1; B: 4 5 6"_s << u"B: 5"_s;
     QTest::newRow("on another shelf") << u"A: 1; C: 8 5"_s << u"C: 5"_s;
-    QTest::newRow("gone: the first of its shelf") << u"A: 1 2 3; B: 21 4 6; C: 7 8"_s << u"B: 21"_s;
-    QTest::newRow("gone with its shelf: the first of the next") << u"A: 1 2 3; C: 7 8"_s << u"C: 7"_s;
-    QTest::newRow("gone with all shelves") << u"X: 21 22"_s << u"X: 21"_s;
-    QTest::newRow("nothing is left") << QString() << QString();
+    QTest::newRow("tape removed: the first of its shelf") << u"A: 1 2 3; B: 21 4 6; C: 7 8"_s << u"B: 21"_s;
+    QTest::newRow("shelf removed: the first of the next shelf") << u"A: 1 2 3; C: 7 8"_s << u"C: 7"_s;
+    QTest::newRow("all shelves removed") << u"X: 21 22"_s << u"X: 21"_s;
+    QTest::newRow("no shelves") << QString() << QString();
 }
 
-void ShelfListTest::inAnotherMarketTheFocusStaysOnItsTape()
+void ShelfListTest::anotherMarketKeepsFocusOnItsTape()
 {
     QFETCH(QString, after);
-    QFETCH(QString, place);
+    QFETCH(QString, currentTape);
     show(u"A: 1 2 3; B: 4 5 6; C: 7 8"_s);
-    goTo(0, 2);
-    goTo(2, 1);
-    goTo(1, 1);
-    m_list->show(shelvesOf(after), ShelfList::Market::Another);
-    QCOMPARE(this->place(), place);
+    makeCurrent(0, 2);
+    makeCurrent(2, 1);
+    makeCurrent(1, 1);
+    m_list->setShelves(shelvesOf(after), ShelfList::Market::Another);
+    QCOMPARE(this->currentTape(), currentTape);
     for (int shelf = 0; shelf < m_list->rowCount(); ++shelf)
-        QCOMPARE(m_list->row(shelf)->place() >= 0, shelf == m_list->place());
+        QCOMPARE(m_list->row(shelf)->currentRow() >= 0, shelf == m_list->currentRow());
 }
 
-void ShelfListTest::aRowThatLosesItsTapesLosesItsPlace()
+void ShelfListTest::shelfWithoutTapesResetsCurrentRow()
 {
     show(u"A: 1 2; B: 3"_s);
-    goTo(0, 1);
-    goTo(1, 0);
+    makeCurrent(0, 1);
+    makeCurrent(1, 0);
     show(u"A:; B: 3"_s);
-    QCOMPARE(m_list->row(0)->place(), -1);
+    QCOMPARE(m_list->row(0)->currentRow(), -1);
     show(u"A: 1 2; B: 3"_s);
-    QCOMPARE(m_list->row(0)->place(), -1);
-    QCOMPARE(place(), u"B: 3"_s);
+    QCOMPARE(m_list->row(0)->currentRow(), -1);
+    QCOMPARE(currentTape(), u"B: 3"_s);
 }
 
-void ShelfListTest::aFresherTapeIsTakenThoughItsIdIsTheSame()
+void ShelfListTest::newerTapeWithSameIdReplacesOlder()
 {
     show(u"A: 1 2"_s);
-    goTo(0, 0);
+    makeCurrent(0, 0);
     QSignalSpy reset(m_list->row(0), &CassetteRow::modelReset);
     Shelf shelf = shelfOf(u"A"_s, {1, 2});
     shelf.covers.last().title = u"Fresher"_s;
     shelf.tapesByID[2].title = u"Fresher"_s;
-    m_list->show({shelf});
+    m_list->setShelves({shelf});
     QCOMPARE(reset.count(), 1);
     QCOMPARE(m_list->row(0)->content().tapes.at(1).title, u"Fresher"_s);
     QCOMPARE(m_list->row(0)->index(1).data(CassetteRow::CoverRole).value<VHSCover>().title, u"Fresher"_s);
 }
 
-void ShelfListTest::aFresherTapeOfAnEqualCoverIsTaken()
+void ShelfListTest::newerTapeWithEqualCoverReplacesOlder()
 {
     show(u"A: 1 2"_s);
     const CassetteRow* a = m_list->row(0);
     Shelf shelf = shelfOf(u"A"_s, {1, 2});
     shelf.tapesByID[2].hasAgenda = true;
-    m_list->show({shelf});
+    m_list->setShelves({shelf});
     QCOMPARE(m_list->row(0), a);
     QVERIFY(a->content().tapes.at(1).hasAgenda);
-    // The cover has lost its tape: the viewer's place is bounded, though the shelf is equal.
-    goTo(0, 1);
+    // The cover has no tape any more. The current row is limited, although the covers are equal.
+    makeCurrent(0, 1);
     shelf.tapesByID.remove(2);
-    m_list->show({shelf});
+    m_list->setShelves({shelf});
     QCOMPARE(m_list->row(0), a);
-    QCOMPARE(place(), u"A: 1"_s);
+    QCOMPARE(currentTape(), u"A: 1"_s);
 }
 
-void ShelfListTest::whileTheShelvesChangeNoMoveIsTaken()
+void ShelfListTest::moveIsIgnoredDuringReset()
 {
     show(u"A: 1 2; B: 3 4"_s);
-    goTo(1, 1);
-    // What a stack does that loses the item with the focus: it reports another.
+    makeCurrent(1, 1);
+    // Imitates a list on screen that loses its focused item: it reports another one.
     connect(m_list->row(1), &CassetteRow::modelReset, this, [this] {
-        m_list->row(1)->setPlace(0);
-        m_list->setPlace(0);
+        m_list->row(1)->setCurrentRow(0);
+        m_list->setCurrentRow(0);
     });
-    connect(m_list.get(), &ShelfList::modelReset, this, [this] { m_list->setPlace(0); });
+    connect(m_list.get(), &ShelfList::modelReset, this, [this] { m_list->setCurrentRow(0); });
     show(u"A: 1 2; B: 3 4"_s);
-    QCOMPARE(place(), u"B: 4"_s);
-    m_list->setPlace(0);
-    QCOMPARE(m_list->place(), 0);
+    QCOMPARE(currentTape(), u"B: 4"_s);
+    m_list->setCurrentRow(0);
+    QCOMPARE(m_list->currentRow(), 0);
 }
 
-void ShelfListTest::theRowsHaveChangedBeforeTheListSaysSo()
+void ShelfListTest::shelfModelsAreUpdatedBeforeListIsReset()
 {
     show(u"A: 1 2; B: 3"_s);
-    goTo(0, 1);
+    makeCurrent(0, 1);
     QString seen;
-    connect(m_list.get(), &ShelfList::modelReset, this, [this, &seen] { seen = contents() + u" at "_s + place(); });
+    connect(m_list.get(), &ShelfList::modelReset, this,
+            [this, &seen] { seen = contents() + u" at "_s + currentTape(); });
     show(u"A: 1; B: 3 2"_s);
     QCOMPARE(seen, u"A: 1; B: 3 2 at B: 2"_s);
 }
 
-void ShelfListTest::thePlaceIsToldBeforeTheChangeIsThrough()
+void ShelfListTest::currentRowIsNotifiedBeforeReset()
 {
     show(u"A: 1 2; B: 3"_s);
-    goTo(0, 1);
+    makeCurrent(0, 1);
     const CassetteRow* row = m_list->row(0);
-    QStringList told;
-    connect(row, &CassetteRow::placeChanged, this, [&] { told.append(u"row's place %1"_s.arg(row->place())); });
-    connect(row, &CassetteRow::modelReset, this, [&] { told.append(u"row"_s); });
-    connect(m_list.get(), &ShelfList::placeChanged, this,
-            [&] { told.append(u"list's place %1"_s.arg(m_list->place())); });
-    connect(m_list.get(), &ShelfList::modelReset, this, [&] { told.append(u"list"_s); });
+    QStringList notifications;
+    connect(row, &CassetteRow::currentRowChanged, this,
+            [&] { notifications.append(u"row's currentRow %1"_s.arg(row->currentRow())); });
+    connect(row, &CassetteRow::modelReset, this, [&] { notifications.append(u"row"_s); });
+    connect(m_list.get(), &ShelfList::currentRowChanged, this,
+            [&] { notifications.append(u"list's currentRow %1"_s.arg(m_list->currentRow())); });
+    connect(m_list.get(), &ShelfList::modelReset, this, [&] { notifications.append(u"list"_s); });
     show(u"B: 3; A: 2 1"_s);
-    QCOMPARE(told, (QStringList{u"row's place 0"_s, u"row"_s, u"list's place 1"_s, u"list"_s}));
+    QCOMPARE(notifications, (QStringList{u"row's currentRow 0"_s, u"row"_s, u"list's currentRow 1"_s, u"list"_s}));
 }
 
-void ShelfListTest::anEmptiedListStartsAnew()
+void ShelfListTest::emptiedListResetsCurrentRow()
 {
     show(u"A: 1 2"_s);
-    goTo(0, 1);
+    makeCurrent(0, 1);
     show({});
     QCOMPARE(m_list->rowCount(), 0);
-    QCOMPARE(m_list->place(), -1);
+    QCOMPARE(m_list->currentRow(), -1);
     show(u"A: 1 2"_s);
-    QCOMPARE(m_list->place(), -1);
-    QCOMPARE(m_list->row(0)->place(), -1);
+    QCOMPARE(m_list->currentRow(), -1);
+    QCOMPARE(m_list->row(0)->currentRow(), -1);
 }
 
 QTEST_GUILESS_MAIN(ShelfListTest)

@@ -8,10 +8,10 @@ namespace {
 
 Tape tape(qint64 id, const QString& title)
 {
-    Tape made;
-    made.id = id;
-    made.title = title;
-    return made;
+    Tape result;
+    result.id = id;
+    result.title = title;
+    return result;
 }
 
 VHSCover coverOf(const QString& bodyName)
@@ -36,9 +36,9 @@ class ShelvesTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void noTapesMakeNoShelves() { QVERIFY(buildShelves({}).isEmpty()); }
+    void noTapesGiveNoShelves() { QVERIFY(buildShelves({}).isEmpty()); }
 
-    void shelvesAndCoversStandInOrderOfFirstAppearance()
+    void shelvesAndCoversAreInOrderOfFirstAppearance()
     {
         const QList<Shelf> shelves =
             buildShelves({tape(1, u"Open Mic"_s), tape(2, u"Zoning B"_s), tape(3, u"City Council"_s),
@@ -52,7 +52,7 @@ private Q_SLOTS:
         QCOMPARE(titles(shelves[2]), QStringList{u"City Council"_s});
     }
 
-    void everyGenreHasAShelf()
+    void genreHasShelf()
     {
         const QList<Shelf> shelves = buildShelves(
             {tape(1, u"Work Session"_s), tape(2, u"Planning"_s), tape(3, u"Finance"_s), tape(4, u"Commission"_s),
@@ -65,7 +65,7 @@ private Q_SLOTS:
                                      u"Chamber Drama — New Releases"_s, u"Staff Picks"_s}));
     }
 
-    void twoTapesOfOneIdStandTwiceAndTheMapHoldsTheLater()
+    void tapesWithSameIdBothHaveCoversAndMapHasLater()
     {
         const QList<Shelf> shelves =
             buildShelves({tape(1, u"Zoning, early"_s), tape(2, u"Council"_s), tape(1, u"Zoning, late"_s)});
@@ -74,7 +74,7 @@ private Q_SLOTS:
         QCOMPARE(shelves[0].tapesByID.value(1).title, u"Zoning, late"_s);
     }
 
-    void everyShelfHoldsOneMapOfAllTheTapes()
+    void shelvesShareOneMapOfAllTapes()
     {
         const QList<Shelf> shelves = buildShelves({tape(1, u"Zoning"_s), tape(2, u"Council"_s), tape(3, u"Parade"_s)});
         for (const Shelf& shelf : shelves) {
@@ -83,7 +83,7 @@ private Q_SLOTS:
         }
     }
 
-    void shelvesAreEqualByNameAndCoversAndHashByNameAlone()
+    void shelvesAreEqualByNameAndCoversAndHashOnlyByName()
     {
         const Shelf shelf = buildShelves({tape(1, u"Zoning"_s)}).first();
         Shelf other = shelf;
@@ -97,13 +97,13 @@ private Q_SLOTS:
         QVERIFY(!(other == shelf));
     }
 
-    void theBodiesOfAShelfAreSummedUp_data()
+    void bodySummaryNamesTwoBodies_data()
     {
         QTest::addColumn<QStringList>("bodies");
         QTest::addColumn<QString>("summary");
         const QString council = u"City Council"_s;
         const QString school = u"School Board"_s;
-        QTest::newRow("nobody") << QStringList() << QString();
+        QTest::newRow("none") << QStringList() << QString();
         QTest::newRow("one") << QStringList{council} << council;
         QTest::newRow("one, twice") << QStringList{council, council} << council;
         QTest::newRow("exactly two") << QStringList{council, school, council} << u"City Council · School Board"_s;
@@ -112,10 +112,10 @@ private Q_SLOTS:
                               << u"City Council · School Board +3 more"_s;
         QTest::newRow("compared exactly")
             << QStringList{council, u"CITY COUNCIL"_s} << u"City Council · CITY COUNCIL"_s;
-        QTest::newRow("a body without a name counts") << QStringList{QString(), council} << u" · City Council"_s;
+        QTest::newRow("a body without a name is included") << QStringList{QString(), council} << u" · City Council"_s;
     }
 
-    void theBodiesOfAShelfAreSummedUp()
+    void bodySummaryNamesTwoBodies()
     {
         QFETCH(QStringList, bodies);
         QList<VHSCover> covers;

@@ -9,25 +9,25 @@ using Kind = PlayerItem::Kind;
 using Status = PlayerItem::Status;
 using TimeControl = VideoPlayer::TimeControl;
 
-/** Streams that stand still, and those that may. */
+/** Tests which streams without progress are treated as stalled. */
 class StallTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aStallOfTwelveSecondsIsABreak();
-    void aMoveInTimeIsNoStall();
-    void aPausedStreamDoesNotStall();
-    void aStallCountsFromPlayingOn();
-    void aPictureIsWaitedForThirtySeconds_data();
-    void aPictureIsWaitedForThirtySeconds();
-    void aBrokenStreamsPictureIsWaitedForAgain();
-    void theWaitForAPictureBeginsWithTheLoad();
-    void bufferingIsAStallInTheEnd();
-    void aStallAtTheEndIsTheEnd();
+    void stallOfTwelveSecondsIsTreatedAsBreak();
+    void movementWithinTwelveSecondsIsNoStall();
+    void pausedStreamDoesNotStall();
+    void stallTimeStartsWhenPlaybackResumes();
+    void firstPictureMayTakeThirtySeconds_data();
+    void firstPictureMayTakeThirtySeconds();
+    void pictureAfterReconnectMayTakeThirtySeconds();
+    void pictureTimeoutStartsWithLoad();
+    void bufferingForTwelveSecondsIsStall();
+    void stallAtEndIsTreatedAsEnd();
 };
 
-void StallTest::aStallOfTwelveSecondsIsABreak()
+void StallTest::stallOfTwelveSecondsIsTreatedAsBreak()
 {
     StreamOnScript script;
     script.playFrom(20);
@@ -42,7 +42,7 @@ void StallTest::aStallOfTwelveSecondsIsABreak()
     QCOMPARE(script.engine->loads.last().startAt, 25.0);
 }
 
-void StallTest::aMoveInTimeIsNoStall()
+void StallTest::movementWithinTwelveSecondsIsNoStall()
 {
     StreamOnScript script;
     script.playFrom(20);
@@ -50,13 +50,13 @@ void StallTest::aMoveInTimeIsNoStall()
         script.clock.advance(11s);
         script.moveTo(20 + step);
     }
-    script.moveTo(25); // no move at all
+    script.moveTo(25); // the same position again
     script.clock.advance(11s);
     QCOMPARE(script.engine->loads.size(), 1);
     QCOMPARE(script.player->timeControl(), TimeControl::Playing);
 }
 
-void StallTest::aPausedStreamDoesNotStall()
+void StallTest::pausedStreamDoesNotStall()
 {
     StreamOnScript script;
     script.playFrom(20);
@@ -66,7 +66,7 @@ void StallTest::aPausedStreamDoesNotStall()
     QCOMPARE(script.clock.pendingTimers(), 0);
 }
 
-void StallTest::aStallCountsFromPlayingOn()
+void StallTest::stallTimeStartsWhenPlaybackResumes()
 {
     StreamOnScript script;
     script.playFrom(20);
@@ -80,7 +80,7 @@ void StallTest::aStallCountsFromPlayingOn()
     QCOMPARE(script.engine->stops, 1);
 }
 
-void StallTest::aPictureIsWaitedForThirtySeconds_data()
+void StallTest::firstPictureMayTakeThirtySeconds_data()
 {
     QTest::addColumn<Kind>("kind");
     QTest::addColumn<bool>("isPaused");
@@ -90,7 +90,7 @@ void StallTest::aPictureIsWaitedForThirtySeconds_data()
     QTest::newRow("live") << Kind::Live << false << Status::Unknown;
 }
 
-void StallTest::aPictureIsWaitedForThirtySeconds()
+void StallTest::firstPictureMayTakeThirtySeconds()
 {
     QFETCH(const Kind, kind);
     QFETCH(const bool, isPaused);
@@ -99,7 +99,7 @@ void StallTest::aPictureIsWaitedForThirtySeconds()
     if (!isPaused)
         script.player->play();
     script.start();
-    script.know(120); // a server that says little by little
+    script.reportDuration(120); // a slow server that has sent only the duration
     script.clock.advance(30s - 1ms);
     QCOMPARE(script.engine->stops, 0);
     QCOMPARE(script.item->status(), Status::Unknown);
@@ -112,7 +112,7 @@ void StallTest::aPictureIsWaitedForThirtySeconds()
     QCOMPARE(script.engine->loads.size(), kind == Kind::Live ? 2 : 1);
 }
 
-void StallTest::aBrokenStreamsPictureIsWaitedForAgain()
+void StallTest::pictureAfterReconnectMayTakeThirtySeconds()
 {
     StreamOnScript script;
     script.playFrom(20);
@@ -126,7 +126,7 @@ void StallTest::aBrokenStreamsPictureIsWaitedForAgain()
     QCOMPARE(script.engine->loads.size(), 3);
 }
 
-void StallTest::theWaitForAPictureBeginsWithTheLoad()
+void StallTest::pictureTimeoutStartsWithLoad()
 {
     StreamOnScript script;
     script.setItem();
@@ -141,19 +141,19 @@ void StallTest::theWaitForAPictureBeginsWithTheLoad()
     QCOMPARE(script.item->status(), Status::Failed);
 }
 
-void StallTest::bufferingIsAStallInTheEnd()
+void StallTest::bufferingForTwelveSecondsIsStall()
 {
     StreamOnScript script;
     script.playFrom(20);
-    script.wait(true);
+    script.setWaiting(true);
     script.clock.advance(12s);
     QCOMPARE(script.engine->stops, 1);
     script.clock.advance(1s);
-    script.show(20);
+    script.showPicture(20);
     QCOMPARE(script.player->timeControl(), TimeControl::Playing);
 }
 
-void StallTest::aStallAtTheEndIsTheEnd()
+void StallTest::stallAtEndIsTreatedAsEnd()
 {
     StreamOnScript script;
     script.playFrom(20);

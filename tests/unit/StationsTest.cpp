@@ -6,28 +6,28 @@
 
 using namespace Qt::StringLiterals;
 
-/** The tuner strip's stations. */
+/** Tests the list of stations for the tuner strip. */
 class StationsTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aDarkTowerStillHasTheBuiltInStation();
-    void stationsAreNamedPathedAndOrdered();
-    void anUnnamedChannelIsCalledByItsKey();
-    void aPathWithASlashIsUsedAsItIs();
-    void theNumberDecidesThePlace_data();
-    void theNumberDecidesThePlace();
-    void theBuiltInStationComesFirstAmongEquals();
+    void defaultStatusHasBuiltInStation();
+    void stationsHaveNamePathAndOrder();
+    void channelWithoutLabelIsNamedByKey();
+    void pathStartingWithSlashIsUnchanged();
+    void stationsAreSortedByNumber_data();
+    void stationsAreSortedByNumber();
+    void builtInStationIsFirstAmongEqualNumbers();
 };
 
-void StationsTest::aDarkTowerStillHasTheBuiltInStation()
+void StationsTest::defaultStatusHasBuiltInStation()
 {
     const QList<TunerStation> expected{{u"5"_s, u"5 O'Clock News"_s, u"/live/news/index.m3u8"_s}};
     QCOMPARE(NewsStatus().stations(), expected);
 }
 
-void StationsTest::stationsAreNamedPathedAndOrdered()
+void StationsTest::stationsHaveNamePathAndOrder()
 {
     NewsStatus news;
     news.hlsURL = u"https://elsewhere.test/news.m3u8"_s;
@@ -42,14 +42,14 @@ void StationsTest::stationsAreNamedPathedAndOrdered()
     QCOMPARE(news.stations(), expected);
 }
 
-void StationsTest::anUnnamedChannelIsCalledByItsKey()
+void StationsTest::channelWithoutLabelIsNamedByKey()
 {
     NewsStatus news;
     news.channels = {{u"7"_s, {u""_s, u"a"_s}}};
     QCOMPARE(news.stations().at(1).label, u"Channel 7"_s);
 }
 
-void StationsTest::aPathWithASlashIsUsedAsItIs()
+void StationsTest::pathStartingWithSlashIsUnchanged()
 {
     NewsStatus news;
     news.channels = {{u"7"_s, {u"Seven"_s, u"/"_s}}, {u"8"_s, {u"Eight"_s, u"a/b"_s}}};
@@ -57,12 +57,12 @@ void StationsTest::aPathWithASlashIsUsedAsItIs()
     QCOMPARE(news.stations().at(2).path, u"/live/a/b/index.m3u8"_s);
 }
 
-void StationsTest::theNumberDecidesThePlace_data()
+void StationsTest::stationsAreSortedByNumber_data()
 {
     QTest::addColumn<QString>("number");
-    QTest::addColumn<QString>("follows"); // the station before it, of 5, 98, 99 and 100; none when it is the first
-    const auto row = [](const QString& number, const QString& follows) {
-        QTest::newRow(number.toUtf8().toPercentEncoding().constData()) << number << follows;
+    QTest::addColumn<QString>("previous"); // the previous station among 5, 98, 99 and 100; empty if it is the first
+    const auto row = [](const QString& number, const QString& previous) {
+        QTest::newRow(number.toUtf8().toPercentEncoding().constData()) << number << previous;
     };
     row(u"6"_s, u"5"_s);
     row(u"+6"_s, u"5"_s);
@@ -72,30 +72,30 @@ void StationsTest::theNumberDecidesThePlace_data()
     row(u"-9223372036854775808"_s, u""_s);
     row(u"9223372036854775807"_s, u"100"_s);
     row(u"1000000000000"_s, u"100"_s);
-    // All of these count as 99, and come beside the 99 that is there.
+    // All of these are sorted as 99, next to the existing 99.
     for (const QString& number :
          {u""_s, u"7a"_s, u" 7"_s, u"7 "_s, u"+"_s, u"-"_s, u"+-7"_s, u"--7"_s, u"7.0"_s, u"1e1"_s, u"0x7"_s, u"٧"_s,
           u"７"_s, u"-9223372036854775809"_s, u"9223372036854775808"_s, u"x"_s, u"7\n"_s})
         row(number, u"98"_s);
 }
 
-void StationsTest::theNumberDecidesThePlace()
+void StationsTest::stationsAreSortedByNumber()
 {
     QFETCH(QString, number);
-    QFETCH(QString, follows);
+    QFETCH(QString, previous);
     NewsStatus news;
     for (const QString& other : {u"98"_s, u"99"_s, u"100"_s, number})
         news.channels.insert(other, {u"Other"_s, u"other"_s});
     QStringList numbers;
     for (const TunerStation& station : news.stations())
         numbers.append(station.number);
-    // The order among equals is nobody's concern here: the 99 that is always there is left out.
+    // The order of equal numbers is not tested here, so the existing 99 is removed.
     numbers.removeAll(u"99"_s);
-    const qsizetype place = numbers.indexOf(number);
-    QCOMPARE(place == 0 ? u""_s : numbers.at(place - 1), follows);
+    const qsizetype index = numbers.indexOf(number);
+    QCOMPARE(index == 0 ? u""_s : numbers.at(index - 1), previous);
 }
 
-void StationsTest::theBuiltInStationComesFirstAmongEquals()
+void StationsTest::builtInStationIsFirstAmongEqualNumbers()
 {
     NewsStatus news;
     for (const QString& number : {u"5"_s, u"+5"_s, u"05"_s, u"4"_s})

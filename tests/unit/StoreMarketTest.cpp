@@ -14,180 +14,180 @@ class StoreMarketTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void anotherMarketLoadsItsTapesAndTheOldOnesStayMeanwhile()
+    void newMarketLoadsTapesAndKeepsOldOnesMeanwhile()
     {
-        StoreOnScript stage;
-        stage.loadOnce({u"Zoning"_s});
-        stage->setMarket(springfield);
-        QCOMPARE(stage->market(), springfield);
-        QCOMPARE(stage.titles(), QStringList{u"Zoning"_s});
-        QVERIFY(!stage->isLoading());
-        stage.answerTapes({u"Parade"_s}, springfieldTapes);
-        QTRY_COMPARE(stage.titles(), QStringList{u"Parade"_s});
-        QCOMPARE(stage->shelves().size(), 1);
+        StoreOnScript fixture;
+        fixture.loadOnce({u"Zoning"_s});
+        fixture->setMarket(springfield);
+        QCOMPARE(fixture->market(), springfield);
+        QCOMPARE(fixture.titles(), QStringList{u"Zoning"_s});
+        QVERIFY(!fixture->isLoading());
+        fixture.answerTapes({u"Parade"_s}, springfieldTapes);
+        QTRY_COMPARE(fixture.titles(), QStringList{u"Parade"_s});
+        QCOMPARE(fixture->shelves().size(), 1);
     }
 
-    void theShelvesBelongToTheMarketThatWasLoadedLast()
+    void shelvesMarketIsLastLoadedMarket()
     {
-        StoreOnScript stage;
-        stage.loadOnce({u"Zoning"_s});
-        QCOMPARE(stage->shelvesMarket(), QString());
-        stage->setMarket(springfield);
-        QCOMPARE(stage->shelvesMarket(), QString());
-        stage.answerTapes({u"Parade"_s}, springfieldTapes);
-        QTRY_COMPARE(stage.titles(), QStringList{u"Parade"_s});
-        QCOMPARE(stage->shelvesMarket(), springfield);
-        stage->setMarket(shelbyville);
-        stage.fail(shelbyvilleTapes, u"cut"_s);
-        stage.settle();
-        QCOMPARE(stage->shelvesMarket(), springfield);
+        StoreOnScript fixture;
+        fixture.loadOnce({u"Zoning"_s});
+        QCOMPARE(fixture->shelvesMarket(), QString());
+        fixture->setMarket(springfield);
+        QCOMPARE(fixture->shelvesMarket(), QString());
+        fixture.answerTapes({u"Parade"_s}, springfieldTapes);
+        QTRY_COMPARE(fixture.titles(), QStringList{u"Parade"_s});
+        QCOMPARE(fixture->shelvesMarket(), springfield);
+        fixture->setMarket(shelbyville);
+        fixture.fail(shelbyvilleTapes, u"cut"_s);
+        fixture.waitForDecoding();
+        QCOMPARE(fixture->shelvesMarket(), springfield);
     }
 
-    void theSameMarketTwiceLoadsOnce()
+    void sameMarketTwiceLoadsOnce()
     {
-        StoreOnScript stage;
-        const Announcements announcements(*stage.store);
-        stage->setMarket(springfield);
-        stage->setMarket(springfield);
-        QCOMPARE(stage.http.count(), 1);
-        QCOMPARE(announcements.heard, (QStringList{u"will"_s, u"market=springfield"_s}));
-        QVERIFY(announcements.wasAlwaysBefore);
+        StoreOnScript fixture;
+        const Announcements announcements(*fixture.store);
+        fixture->setMarket(springfield);
+        fixture->setMarket(springfield);
+        QCOMPARE(fixture.http.count(), 1);
+        QCOMPARE(announcements.received, (QStringList{u"will"_s, u"market=springfield"_s}));
+        QVERIFY(announcements.wasAlwaysAnnouncedFirst);
     }
 
-    void anEmptyMarketMeansAll()
+    void emptyMarketLoadsAllTapes()
     {
-        StoreOnScript stage;
-        stage->setMarket({});
-        QCOMPARE(stage.http.count(), 0);
-        stage->setMarket(springfield);
-        stage->setMarket({});
-        QVERIFY(stage.http.waitingFor(u"/api/tv/tapes?page=1&per_page=200"_s) >= 0);
+        StoreOnScript fixture;
+        fixture->setMarket({});
+        QCOMPARE(fixture.http.count(), 0);
+        fixture->setMarket(springfield);
+        fixture->setMarket({});
+        QVERIFY(fixture.http.waitingFor(u"/api/tv/tapes?page=1&per_page=200"_s) >= 0);
     }
 
-    void theAnswerForAMarketLeftBehindIsDropped()
+    void lateAnswerForPreviousMarketIsIgnored()
     {
-        StoreOnScript stage;
-        stage->setMarket(springfield);
-        stage->setMarket(shelbyville);
-        stage.answerTapes({u"Shelbyville"_s}, shelbyvilleTapes);
-        QTRY_COMPARE(stage.titles(), QStringList{u"Shelbyville"_s});
-        stage.answerTapes({u"Springfield"_s}, springfieldTapes);
-        stage.settle();
-        QCOMPARE(stage.titles(), QStringList{u"Shelbyville"_s});
+        StoreOnScript fixture;
+        fixture->setMarket(springfield);
+        fixture->setMarket(shelbyville);
+        fixture.answerTapes({u"Shelbyville"_s}, shelbyvilleTapes);
+        QTRY_COMPARE(fixture.titles(), QStringList{u"Shelbyville"_s});
+        fixture.answerTapes({u"Springfield"_s}, springfieldTapes);
+        fixture.waitForDecoding();
+        QCOMPARE(fixture.titles(), QStringList{u"Shelbyville"_s});
     }
 
-    void theAnswerForAMarketLeftBehindIsDroppedEvenWhenItComesFirst()
+    void earlyAnswerForPreviousMarketIsIgnored()
     {
-        StoreOnScript stage;
-        const Announcements announcements(*stage.store);
-        stage->setMarket(springfield);
-        stage->setMarket(shelbyville);
-        stage.answerTapes({u"Springfield"_s}, springfieldTapes);
-        stage.settle();
-        QVERIFY(stage->tapes().isEmpty());
-        QCOMPARE(announcements.heard.size(), 4);
+        StoreOnScript fixture;
+        const Announcements announcements(*fixture.store);
+        fixture->setMarket(springfield);
+        fixture->setMarket(shelbyville);
+        fixture.answerTapes({u"Springfield"_s}, springfieldTapes);
+        fixture.waitForDecoding();
+        QVERIFY(fixture->tapes().isEmpty());
+        QCOMPARE(announcements.received.size(), 4);
     }
 
-    void theFailureForAMarketLeftBehindIsDropped()
+    void failureForPreviousMarketIsIgnored()
     {
-        StoreOnScript stage;
-        stage->setMarket(springfield);
-        stage->setMarket(shelbyville);
-        stage.fail(springfieldTapes, u"cut"_s);
-        stage.settle();
-        QVERIFY(!stage->hasError());
-        stage.fail(shelbyvilleTapes, u"cut too"_s);
-        QTRY_COMPARE(stage->lastErrorText(), u"cut too"_s);
+        StoreOnScript fixture;
+        fixture->setMarket(springfield);
+        fixture->setMarket(shelbyville);
+        fixture.fail(springfieldTapes, u"cut"_s);
+        fixture.waitForDecoding();
+        QVERIFY(!fixture->hasError());
+        fixture.fail(shelbyvilleTapes, u"cut too"_s);
+        QTRY_COMPARE(fixture->lastErrorText(), u"cut too"_s);
     }
 
-    void aMarketChosenAgainTakesTheAnswerOfItsFirstLoad()
+    void marketChosenAgainUsesAnswerOfFirstLoad()
     {
-        StoreOnScript stage;
-        stage->setMarket(springfield);
-        stage->setMarket({});
-        stage->setMarket(springfield);
-        QCOMPARE(stage.http.count(), 3);
-        stage.http.answer(0, 200, StoreOnScript::pageOf({u"Springfield"_s}));
-        QTRY_COMPARE(stage.titles(), QStringList{u"Springfield"_s});
+        StoreOnScript fixture;
+        fixture->setMarket(springfield);
+        fixture->setMarket({});
+        fixture->setMarket(springfield);
+        QCOMPARE(fixture.http.count(), 3);
+        fixture.http.answer(0, 200, StoreOnScript::pageOf({u"Springfield"_s}));
+        QTRY_COMPARE(fixture.titles(), QStringList{u"Springfield"_s});
     }
 
-    void aRefreshDuringWhichTheMarketChangesEndsWithoutItsTapes()
+    void refreshIgnoresTapesIfMarketChanged()
     {
-        StoreOnScript stage;
-        const auto task = stage->refresh();
-        stage.answerStatus();
-        QTRY_COMPARE(stage.http.count(), 2);
-        stage->setMarket(springfield);
-        stage.http.answer(1, 200, StoreOnScript::pageOf({u"All"_s}));
-        QTRY_VERIFY(!stage->isLoading());
-        QVERIFY(stage->hasLoadedOnce());
-        QVERIFY(stage->tapes().isEmpty());
-        stage.answerTapes({u"Springfield"_s}, springfieldTapes);
-        QTRY_COMPARE(stage.titles(), QStringList{u"Springfield"_s});
+        StoreOnScript fixture;
+        const auto task = fixture->refresh();
+        fixture.answerStatus();
+        QTRY_COMPARE(fixture.http.count(), 2);
+        fixture->setMarket(springfield);
+        fixture.http.answer(1, 200, StoreOnScript::pageOf({u"All"_s}));
+        QTRY_VERIFY(!fixture->isLoading());
+        QVERIFY(fixture->hasLoadedOnce());
+        QVERIFY(fixture->tapes().isEmpty());
+        fixture.answerTapes({u"Springfield"_s}, springfieldTapes);
+        QTRY_COMPARE(fixture.titles(), QStringList{u"Springfield"_s});
     }
 
-    void aRefreshLoadsTheMarketThatIsChosenWhenTheStatusComes()
+    void refreshLoadsMarketChosenWhenStatusArrives()
     {
-        StoreOnScript stage;
-        const auto task = stage->refresh();
-        stage->setMarket(springfield);
-        stage.answerTapes({u"Springfield"_s}, springfieldTapes);
-        stage.answerStatus();
-        stage.answerTapes({u"Springfield again"_s}, springfieldTapes);
-        QTRY_VERIFY(!stage->isLoading());
-        QCOMPARE(stage.titles(), QStringList{u"Springfield again"_s});
+        StoreOnScript fixture;
+        const auto task = fixture->refresh();
+        fixture->setMarket(springfield);
+        fixture.answerTapes({u"Springfield"_s}, springfieldTapes);
+        fixture.answerStatus();
+        fixture.answerTapes({u"Springfield again"_s}, springfieldTapes);
+        QTRY_VERIFY(!fixture->isLoading());
+        QCOMPARE(fixture.titles(), QStringList{u"Springfield again"_s});
     }
 
-    void aStoreMayGoWhileAMarketLoads()
+    void storeMayBeDestroyedWhileMarketLoads()
     {
-        StoreOnScript stage;
-        stage->setMarket(springfield);
-        const Announcements announcements(*stage.store);
-        stage.store.reset();
-        QVERIFY(stage.http.wasCancelled(0));
-        stage.settle();
-        QVERIFY(announcements.heard.isEmpty());
+        StoreOnScript fixture;
+        fixture->setMarket(springfield);
+        const Announcements announcements(*fixture.store);
+        fixture.store.reset();
+        QVERIFY(fixture.http.wasCancelled(0));
+        fixture.waitForDecoding();
+        QVERIFY(announcements.received.isEmpty());
     }
 
-    void theStockIsThatOfTheMarket_data()
+    void stockCountIsThatOfMarket_data()
     {
         QTest::addColumn<QString>("market");
         QTest::addColumn<qint64>("stock");
-        QTest::newRow("all markets, the hub's total") << QString() << qint64(7);
-        QTest::newRow("the first market of this slug") << springfield << qint64(5);
-        QTest::newRow("a market that the hub does not list, what is loaded") << shelbyville << qint64(2);
-        QTest::newRow("a slug is compared exactly") << u"Springfield"_s << qint64(2);
+        QTest::newRow("all markets: total of the hub") << QString() << qint64(7);
+        QTest::newRow("first market with this slug") << springfield << qint64(5);
+        QTest::newRow("unknown market: loaded tapes") << shelbyville << qint64(2);
+        QTest::newRow("slug in different case") << u"Springfield"_s << qint64(2);
     }
 
-    void theStockIsThatOfTheMarket()
+    void stockCountIsThatOfMarket()
     {
         QFETCH(QString, market);
-        StoreOnScript stage;
-        stage.loadOnce({u"Zoning"_s, u"Parade"_s});
-        stage->setMarket(market);
-        QTEST(stage->stockCount(), "stock");
+        StoreOnScript fixture;
+        fixture.loadOnce({u"Zoning"_s, u"Parade"_s});
+        fixture->setMarket(market);
+        QTEST(fixture->stockCount(), "stock");
     }
 
-    void everyFieldMayBeWrittenFromOutside()
+    void everySetterAnnouncesChange()
     {
-        StoreOnScript stage;
-        const Announcements announcements(*stage.store);
+        StoreOnScript fixture;
+        const Announcements announcements(*fixture.store);
         TVStatus status;
         status.rewindery.tapes = 3;
-        stage->setStatus(status);
-        stage->setTapes({Tape()});
-        stage->setTapes({Tape()});
-        stage->setShelves({Shelf()});
-        stage->setIsLoading(true);
-        stage->setHasLoadedOnce(true);
-        stage->setLastError(u"No."_s);
-        stage->setLastError(QString());
-        stage->setLastError(std::nullopt);
-        QCOMPARE(announcements.heard,
+        fixture->setStatus(status);
+        fixture->setTapes({Tape()});
+        fixture->setTapes({Tape()});
+        fixture->setShelves({Shelf()});
+        fixture->setIsLoading(true);
+        fixture->setHasLoadedOnce(true);
+        fixture->setLastError(u"No."_s);
+        fixture->setLastError(QString());
+        fixture->setLastError(std::nullopt);
+        QCOMPARE(announcements.received,
                  (QStringList{u"will"_s, u"status=3"_s, u"will"_s, u"tapes=1"_s, u"will"_s, u"tapes=1"_s, u"will"_s,
                               u"shelves=1"_s, u"will"_s, u"isLoading=true"_s, u"will"_s, u"hasLoadedOnce=true"_s,
                               u"will"_s, u"lastError=No."_s, u"will"_s, u"lastError="_s, u"will"_s, u"lastError=-"_s}));
-        QVERIFY(announcements.wasAlwaysBefore);
+        QVERIFY(announcements.wasAlwaysAnnouncedFirst);
     }
 };
 

@@ -12,7 +12,7 @@
 
 using namespace Qt::StringLiterals;
 
-/** A store whose hub answers what and when the test says. The answers are decoded on a thread: wait for their effect. */
+/** A store with a scripted hub. Answers are decoded on another thread: tests must wait for their effect. */
 struct StoreOnScript
 {
     ScriptedHttpClient http;
@@ -22,12 +22,12 @@ struct StoreOnScript
 
     Store* operator->() const { return store.get(); }
 
-    /** Answers the latest request for `path` once there is one. */
+    /** Waits for a request for `path` and answers the latest one. */
     void answer(const QString& path, const QByteArray& body, int status = 200)
     {
-        http.answer(awaited(path), status, body);
+        http.answer(awaitRequest(path), status, body);
     }
-    void fail(const QString& path, const QString& description) { http.fail(awaited(path), description); }
+    void fail(const QString& path, const QString& description) { http.fail(awaitRequest(path), description); }
 
     void answerStatus(qint64 tapes = 7) { answer(u"/api/tv/status"_s, statusOf(tapes)); }
     void answerTapes(const QStringList& titles, const QString& path = u"/api/tv/tapes"_s)
@@ -35,20 +35,20 @@ struct StoreOnScript
         answer(path, pageOf(titles));
     }
 
-    /** Runs the hub's decoding of all that has been answered so far, and what follows from it, to its end. */
-    void settle()
+    /** Waits until all answers so far are decoded and handled. */
+    void waitForDecoding()
     {
         bool isDone = false;
         const auto wait = [](HubAPI& api, bool& done) -> QCoro::Task<> {
-            co_await api.get<TVStatus>(u"/settle"_s);
+            co_await api.get<TVStatus>(u"/wait-for-decoding"_s);
             done = true;
         };
         const auto task = wait(hub, isDone);
-        answer(u"/settle"_s, "{}");
+        answer(u"/wait-for-decoding"_s, "{}");
         QTRY_VERIFY(isDone);
     }
 
-    /** A refresh from its beginning to its end. */
+    /** Runs one refresh to its end. */
     void loadOnce(const QStringList& titles)
     {
         const auto task = store->refresh();
@@ -71,7 +71,7 @@ struct StoreOnScript
                R"(, "markets": [{"slug": "springfield", "tapes": 5}, {"slug": "springfield", "tapes": 6}]}})";
     }
 
-    /** A page of tapes with these titles, their ids counted from 1. */
+    /** A page of tapes with these titles; the ids are 1, 2, and so on. */
     static QByteArray pageOf(const QStringList& titles)
     {
         QByteArrayList items;
@@ -82,49 +82,49 @@ struct StoreOnScript
     }
 
 private:
-    int awaited(const QString& path) const
+    int awaitRequest(const QString& path) const
     {
-        const bool isThere = QTest::qWaitFor([this, &path] { return http.waitingFor(path) >= 0; });
-        if (!isThere)
+        const bool isRequested = QTest::qWaitFor([this, &path] { return http.waitingFor(path) >= 0; });
+        if (!isRequested)
             qFatal("No request for %s is waiting.", qPrintable(path));
         return http.waitingFor(path);
     }
 };
 
-/** What a store announced: "will" before a change, the field and its new value after it. */
+/** Records a store's change signals: "will" before a change, the field and its new value after it. */
 class Announcements : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit Announcements(const Store& store) : m_store(store), m_seen(everything())
+    explicit Announcements(const Store& store) : m_store(store), m_lastValues(currentValues())
     {
         connect(&store, &Store::objectWillChange, this, [this] {
-            heard.append(u"will"_s);
-            wasAlwaysBefore = wasAlwaysBefore && everything() == m_seen;
+            received.append(u"will"_s);
+            wasAlwaysAnnouncedFirst = wasAlwaysAnnouncedFirst && currentValues() == m_lastValues;
         });
-        connect(&store, &Store::statusChanged, this, [this] { note(u"status"_s, m_store.status().rewindery.tapes); });
-        connect(&store, &Store::tapesChanged, this, [this] { note(u"tapes"_s, m_store.tapes().size()); });
-        connect(&store, &Store::shelvesChanged, this, [this] { note(u"shelves"_s, m_store.shelves().size()); });
-        connect(&store, &Store::isLoadingChanged, this, [this] { note(u"isLoading"_s, m_store.isLoading()); });
+        connect(&store, &Store::statusChanged, this, [this] { record(u"status"_s, m_store.status().rewindery.tapes); });
+        connect(&store, &Store::tapesChanged, this, [this] { record(u"tapes"_s, m_store.tapes().size()); });
+        connect(&store, &Store::shelvesChanged, this, [this] { record(u"shelves"_s, m_store.shelves().size()); });
+        connect(&store, &Store::isLoadingChanged, this, [this] { record(u"isLoading"_s, m_store.isLoading()); });
         connect(&store, &Store::hasLoadedOnceChanged, this,
-                [this] { note(u"hasLoadedOnce"_s, m_store.hasLoadedOnce()); });
+                [this] { record(u"hasLoadedOnce"_s, m_store.hasLoadedOnce()); });
         connect(&store, &Store::lastErrorChanged, this,
-                [this] { note(u"lastError"_s, m_store.lastError().value_or(u"-"_s)); });
-        connect(&store, &Store::marketChanged, this, [this] { note(u"market"_s, m_store.market()); });
+                [this] { record(u"lastError"_s, m_store.lastError().value_or(u"-"_s)); });
+        connect(&store, &Store::marketChanged, this, [this] { record(u"market"_s, m_store.market()); });
     }
 
-    QStringList heard;
-    bool wasAlwaysBefore = true;
+    QStringList received;
+    bool wasAlwaysAnnouncedFirst = true;
 
 private:
-    void note(const QString& field, const QVariant& value)
+    void record(const QString& field, const QVariant& value)
     {
-        heard.append(field + u'=' + value.toString());
-        m_seen = everything();
+        received.append(field + u'=' + value.toString());
+        m_lastValues = currentValues();
     }
 
-    QVariantList everything() const
+    QVariantList currentValues() const
     {
         QVariantList all{
             m_store.status().rewindery.tapes, m_store.shelves().size(), m_store.isLoading(), m_store.hasLoadedOnce(),
@@ -135,5 +135,5 @@ private:
     }
 
     const Store& m_store;
-    QVariantList m_seen;
+    QVariantList m_lastValues;
 };

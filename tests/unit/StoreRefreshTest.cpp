@@ -4,26 +4,26 @@ namespace {
 
 const QString unreadable = u"The hub sent something this app couldn't read."_s;
 
-/** One way in which a request fails, and the text that the viewer sees of it. */
-struct Failing
+/** A failure of a request, and the text shown to the viewer. */
+struct FailureCase
 {
-    int status; ///< 0 for no answer at all
+    int status; ///< 0 for no answer
     QByteArray body;
     QString text;
 };
 
-void addFailings()
+void addFailureCases()
 {
     QTest::addColumn<int>("status");
     QTest::addColumn<QByteArray>("body");
     QTest::addColumn<QString>("text");
-    QTest::newRow("a refusal") << 503 << QByteArray() << u"The hub answered 503."_s;
+    QTest::newRow("error status") << 503 << QByteArray() << u"The hub answered 503."_s;
     QTest::newRow("no network") << 0 << QByteArray() << u"The network is down."_s;
     QTest::newRow("no JSON") << 200 << QByteArray("<html>") << unreadable;
-    QTest::newRow("no object") << 200 << QByteArray("[]") << unreadable;
+    QTest::newRow("no JSON object") << 200 << QByteArray("[]") << unreadable;
 }
 
-Failing failing()
+FailureCase failureCase()
 {
     QFETCH(int, status);
     QFETCH(QByteArray, body);
@@ -31,12 +31,12 @@ Failing failing()
     return {status, body, text};
 }
 
-void failAs(StoreOnScript& stage, const QString& path, const Failing& failing)
+void failAs(StoreOnScript& fixture, const QString& path, const FailureCase& failureCase)
 {
-    if (failing.status == 0)
-        stage.fail(path, failing.text);
+    if (failureCase.status == 0)
+        fixture.fail(path, failureCase.text);
     else
-        stage.answer(path, failing.body, failing.status);
+        fixture.answer(path, failureCase.body, failureCase.status);
 }
 
 const QString statusPath = u"/api/tv/status"_s;
@@ -49,179 +49,179 @@ class StoreRefreshTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aNewStoreKnowsNothing()
+    void newStoreIsEmpty()
     {
-        const StoreOnScript stage;
-        QCOMPARE(stage->status(), TVStatus());
-        QVERIFY(stage->tapes().isEmpty());
-        QVERIFY(stage->shelves().isEmpty());
-        QVERIFY(!stage->isLoading());
-        QVERIFY(!stage->hasLoadedOnce());
-        QVERIFY(!stage->lastError());
-        QVERIFY(stage->market().isEmpty());
-        QCOMPARE(&stage->resumeDefaults(), &stage.defaults);
-        QCOMPARE(stage.http.count(), 0);
+        const StoreOnScript fixture;
+        QCOMPARE(fixture->status(), TVStatus());
+        QVERIFY(fixture->tapes().isEmpty());
+        QVERIFY(fixture->shelves().isEmpty());
+        QVERIFY(!fixture->isLoading());
+        QVERIFY(!fixture->hasLoadedOnce());
+        QVERIFY(!fixture->lastError());
+        QVERIFY(fixture->market().isEmpty());
+        QCOMPARE(&fixture->resumeDefaults(), &fixture.defaults);
+        QCOMPARE(fixture.http.count(), 0);
     }
 
-    void ofMoreTapesThanWereAskedForTheFirstAreKept()
+    void onlyRequestedNumberOfTapesIsKept()
     {
-        StoreOnScript stage;
-        stage.loadOnce(QStringList(199, u"A"_s) + QStringList{u"Last"_s} + QStringList(100, u"B"_s));
-        QCOMPARE(stage->tapes().size(), 200);
-        QCOMPARE(stage->tapes().constLast().title, u"Last"_s);
+        StoreOnScript fixture;
+        fixture.loadOnce(QStringList(199, u"A"_s) + QStringList{u"Last"_s} + QStringList(100, u"B"_s));
+        QCOMPARE(fixture->tapes().size(), 200);
+        QCOMPARE(fixture->tapes().constLast().title, u"Last"_s);
         qsizetype covers = 0;
-        for (const Shelf& shelf : stage->shelves())
+        for (const Shelf& shelf : fixture->shelves())
             covers += shelf.covers.size();
         QCOMPARE(covers, 200);
     }
 
-    void aRefreshAsksForTheStatusAndThenForTheTapes()
+    void refreshLoadsStatusThenTapes()
     {
-        StoreOnScript stage;
-        const auto task = stage->refresh();
-        QCOMPARE(stage.http.count(), 1);
-        QCOMPARE(stage.http.request(0).url, QUrl(u"https://hub.example/api/tv/status"_s));
-        stage.answerStatus(7);
-        QTRY_COMPARE(stage.http.count(), 2);
-        QCOMPARE(stage.http.request(1).url, QUrl(u"https://hub.example/api/tv/tapes?page=1&per_page=200"_s));
-        QCOMPARE(stage->status().rewindery.tapes, 7);
-        QVERIFY(!stage->hasLoadedOnce());
-        stage.answerTapes({u"Zoning"_s, u"Parade"_s});
-        QTRY_VERIFY(stage->hasLoadedOnce());
-        QCOMPARE(stage.titles(), (QStringList{u"Zoning"_s, u"Parade"_s}));
-        QCOMPARE(stage->shelves().size(), 2);
-        QCOMPARE(stage->shelves().first().tapesByID.size(), 2);
-        QVERIFY(!stage->isLoading());
+        StoreOnScript fixture;
+        const auto task = fixture->refresh();
+        QCOMPARE(fixture.http.count(), 1);
+        QCOMPARE(fixture.http.request(0).url, QUrl(u"https://hub.example/api/tv/status"_s));
+        fixture.answerStatus(7);
+        QTRY_COMPARE(fixture.http.count(), 2);
+        QCOMPARE(fixture.http.request(1).url, QUrl(u"https://hub.example/api/tv/tapes?page=1&per_page=200"_s));
+        QCOMPARE(fixture->status().rewindery.tapes, 7);
+        QVERIFY(!fixture->hasLoadedOnce());
+        fixture.answerTapes({u"Zoning"_s, u"Parade"_s});
+        QTRY_VERIFY(fixture->hasLoadedOnce());
+        QCOMPARE(fixture.titles(), (QStringList{u"Zoning"_s, u"Parade"_s}));
+        QCOMPARE(fixture->shelves().size(), 2);
+        QCOMPARE(fixture->shelves().first().tapesByID.size(), 2);
+        QVERIFY(!fixture->isLoading());
     }
 
-    void aRefreshAnnouncesEveryChangeBeforeItHappens()
+    void refreshAnnouncesEachChangeBeforeIt()
     {
-        StoreOnScript stage;
-        const Announcements announcements(*stage.store);
-        stage.loadOnce({u"Zoning"_s, u"Parade"_s});
-        QCOMPARE(announcements.heard,
+        StoreOnScript fixture;
+        const Announcements announcements(*fixture.store);
+        fixture.loadOnce({u"Zoning"_s, u"Parade"_s});
+        QCOMPARE(announcements.received,
                  (QStringList{u"will"_s, u"isLoading=true"_s, u"will"_s, u"status=7"_s, u"will"_s, u"lastError=-"_s,
                               u"will"_s, u"tapes=2"_s, u"will"_s, u"shelves=2"_s, u"will"_s, u"lastError=-"_s,
                               u"will"_s, u"hasLoadedOnce=true"_s, u"will"_s, u"isLoading=false"_s}));
-        QVERIFY(announcements.wasAlwaysBefore);
+        QVERIFY(announcements.wasAlwaysAnnouncedFirst);
     }
 
-    void aStatusFailureIsClearedByTheTapesThatFollow_data() { addFailings(); }
-    void aStatusFailureIsClearedByTheTapesThatFollow()
+    void statusFailureIsClearedByTapes_data() { addFailureCases(); }
+    void statusFailureIsClearedByTapes()
     {
-        StoreOnScript stage;
-        const auto task = stage->refresh();
-        failAs(stage, statusPath, failing());
-        QTRY_VERIFY(stage->hasError());
-        QCOMPARE(stage->lastErrorText(), failing().text);
-        QCOMPARE(stage->status(), TVStatus());
-        stage.answerTapes({u"Zoning"_s});
-        QTRY_VERIFY(!stage->isLoading());
-        QVERIFY(!stage->lastError());
-        QVERIFY(stage->hasLoadedOnce());
-        QCOMPARE(stage->status(), TVStatus());
+        StoreOnScript fixture;
+        const auto task = fixture->refresh();
+        failAs(fixture, statusPath, failureCase());
+        QTRY_VERIFY(fixture->hasError());
+        QCOMPARE(fixture->lastErrorText(), failureCase().text);
+        QCOMPARE(fixture->status(), TVStatus());
+        fixture.answerTapes({u"Zoning"_s});
+        QTRY_VERIFY(!fixture->isLoading());
+        QVERIFY(!fixture->lastError());
+        QVERIFY(fixture->hasLoadedOnce());
+        QCOMPARE(fixture->status(), TVStatus());
     }
 
-    void aStatusFailureKeepsTheOlderStatus()
+    void statusFailureKeepsOldStatus()
     {
-        StoreOnScript stage;
-        stage.loadOnce({});
-        const auto task = stage->refresh();
-        stage.answer(statusPath, {}, 500);
-        stage.answerTapes({});
-        QTRY_VERIFY(!stage->isLoading());
-        QCOMPARE(stage->status().rewindery.tapes, 7);
+        StoreOnScript fixture;
+        fixture.loadOnce({});
+        const auto task = fixture->refresh();
+        fixture.answer(statusPath, {}, 500);
+        fixture.answerTapes({});
+        QTRY_VERIFY(!fixture->isLoading());
+        QCOMPARE(fixture->status().rewindery.tapes, 7);
     }
 
-    void ofTwoFailuresTheViewerSeesTheTapes_data() { addFailings(); }
-    void ofTwoFailuresTheViewerSeesTheTapes()
+    void tapesFailureReplacesStatusFailure_data() { addFailureCases(); }
+    void tapesFailureReplacesStatusFailure()
     {
-        StoreOnScript stage;
-        const auto task = stage->refresh();
-        stage.answer(statusPath, {}, 404);
-        failAs(stage, tapesPath, failing());
-        QTRY_VERIFY(!stage->isLoading());
-        QCOMPARE(stage->lastErrorText(), failing().text);
-        QVERIFY(stage->tapes().isEmpty());
-        QVERIFY(stage->shelves().isEmpty());
-        QVERIFY(stage->hasLoadedOnce());
+        StoreOnScript fixture;
+        const auto task = fixture->refresh();
+        fixture.answer(statusPath, {}, 404);
+        failAs(fixture, tapesPath, failureCase());
+        QTRY_VERIFY(!fixture->isLoading());
+        QCOMPARE(fixture->lastErrorText(), failureCase().text);
+        QVERIFY(fixture->tapes().isEmpty());
+        QVERIFY(fixture->shelves().isEmpty());
+        QVERIFY(fixture->hasLoadedOnce());
     }
 
-    void aTapesFailureIsSilentWhileTapesAreOnHand_data() { addFailings(); }
-    void aTapesFailureIsSilentWhileTapesAreOnHand()
+    void tapesFailureIsSilentIfTapesWereLoaded_data() { addFailureCases(); }
+    void tapesFailureIsSilentIfTapesWereLoaded()
     {
-        StoreOnScript stage;
-        stage.loadOnce({u"Zoning"_s});
-        const auto shelves = stage->shelves();
-        const auto task = stage->refresh();
-        stage.answerStatus(8);
-        failAs(stage, tapesPath, failing());
-        QTRY_VERIFY(!stage->isLoading());
-        QCOMPARE(stage.titles(), QStringList{u"Zoning"_s});
-        QCOMPARE(stage->shelves(), shelves);
-        QVERIFY(!stage->lastError());
-        QCOMPARE(stage->status().rewindery.tapes, 8);
+        StoreOnScript fixture;
+        fixture.loadOnce({u"Zoning"_s});
+        const auto shelves = fixture->shelves();
+        const auto task = fixture->refresh();
+        fixture.answerStatus(8);
+        failAs(fixture, tapesPath, failureCase());
+        QTRY_VERIFY(!fixture->isLoading());
+        QCOMPARE(fixture.titles(), QStringList{u"Zoning"_s});
+        QCOMPARE(fixture->shelves(), shelves);
+        QVERIFY(!fixture->lastError());
+        QCOMPARE(fixture->status().rewindery.tapes, 8);
     }
 
-    void aStatusFailureStaysWhenTheTapesFailSilently()
+    void statusFailureIsKeptIfTapesFailSilently()
     {
-        StoreOnScript stage;
-        stage.loadOnce({u"Zoning"_s});
-        const auto task = stage->refresh();
-        stage.answer(statusPath, {}, 502);
-        stage.answer(tapesPath, {}, 503);
-        QTRY_VERIFY(!stage->isLoading());
-        QCOMPARE(stage->lastErrorText(), u"The hub answered 502."_s);
+        StoreOnScript fixture;
+        fixture.loadOnce({u"Zoning"_s});
+        const auto task = fixture->refresh();
+        fixture.answer(statusPath, {}, 502);
+        fixture.answer(tapesPath, {}, 503);
+        QTRY_VERIFY(!fixture->isLoading());
+        QCOMPARE(fixture->lastErrorText(), u"The hub answered 502."_s);
     }
 
-    void aFresherRecordOfTheSameTapeTakesItsPlace()
+    void newerRecordOfSameTapeReplacesOlder()
     {
-        StoreOnScript stage;
-        stage.loadOnce({u"Zoning, draft"_s});
-        stage.loadOnce({u"Zoning, final"_s});
-        QCOMPARE(stage.titles(), QStringList{u"Zoning, final"_s});
-        QCOMPARE(stage->shelves().first().tapesByID.value(1).title, u"Zoning, final"_s);
+        StoreOnScript fixture;
+        fixture.loadOnce({u"Zoning, draft"_s});
+        fixture.loadOnce({u"Zoning, final"_s});
+        QCOMPARE(fixture.titles(), QStringList{u"Zoning, final"_s});
+        QCOMPARE(fixture->shelves().first().tapesByID.value(1).title, u"Zoning, final"_s);
     }
 
-    void theFirstOfTwoRefreshesToEndSaysThatLoadingIsOver()
+    void firstFinishedRefreshEndsLoading()
     {
-        StoreOnScript stage;
-        const auto first = stage->refresh();
-        const auto second = stage->refresh();
-        QCOMPARE(stage.http.count(), 2);
-        stage.http.answer(1, 200, StoreOnScript::statusOf(2));
-        stage.answerTapes({u"Second"_s});
-        QTRY_VERIFY(!stage->isLoading());
-        QVERIFY(stage->hasLoadedOnce());
-        QVERIFY(stage.http.isWaiting(0));
-        // The older refresh is answered late and, being independent, has the last word.
-        stage.http.answer(0, 200, StoreOnScript::statusOf(1));
-        stage.answerTapes({u"First"_s});
-        QTRY_COMPARE(stage.titles(), QStringList{u"First"_s});
-        QCOMPARE(stage->status().rewindery.tapes, 1);
+        StoreOnScript fixture;
+        const auto first = fixture->refresh();
+        const auto second = fixture->refresh();
+        QCOMPARE(fixture.http.count(), 2);
+        fixture.http.answer(1, 200, StoreOnScript::statusOf(2));
+        fixture.answerTapes({u"Second"_s});
+        QTRY_VERIFY(!fixture->isLoading());
+        QVERIFY(fixture->hasLoadedOnce());
+        QVERIFY(fixture.http.isWaiting(0));
+        // The older refresh is independent of the newer one: its late answer replaces the newer data.
+        fixture.http.answer(0, 200, StoreOnScript::statusOf(1));
+        fixture.answerTapes({u"First"_s});
+        QTRY_COMPARE(fixture.titles(), QStringList{u"First"_s});
+        QCOMPARE(fixture->status().rewindery.tapes, 1);
         QTRY_VERIFY(first.isReady());
-        QVERIFY(!stage->isLoading());
+        QVERIFY(!fixture->isLoading());
     }
 
-    void tapesOfOverlappingRefreshesMayComeOutOfOrder()
+    void tapesOfOverlappingRefreshesMayArriveOutOfOrder()
     {
-        StoreOnScript stage;
-        const auto first = stage->refresh();
-        stage.answerStatus();
-        QTRY_COMPARE(stage.http.count(), 2);
-        const auto second = stage->refresh();
-        stage.answerStatus();
-        QTRY_COMPARE(stage.http.count(), 4);
-        stage.http.answer(3, 200, StoreOnScript::pageOf({u"Second"_s}));
-        QTRY_COMPARE(stage.titles(), QStringList{u"Second"_s});
-        stage.http.fail(1, u"cut"_s);
-        stage.settle();
+        StoreOnScript fixture;
+        const auto first = fixture->refresh();
+        fixture.answerStatus();
+        QTRY_COMPARE(fixture.http.count(), 2);
+        const auto second = fixture->refresh();
+        fixture.answerStatus();
+        QTRY_COMPARE(fixture.http.count(), 4);
+        fixture.http.answer(3, 200, StoreOnScript::pageOf({u"Second"_s}));
+        QTRY_COMPARE(fixture.titles(), QStringList{u"Second"_s});
+        fixture.http.fail(1, u"cut"_s);
+        fixture.waitForDecoding();
         QVERIFY(first.isReady() && second.isReady());
-        QCOMPARE(stage.titles(), QStringList{u"Second"_s});
-        QVERIFY(!stage->lastError());
+        QCOMPARE(fixture.titles(), QStringList{u"Second"_s});
+        QVERIFY(!fixture->lastError());
     }
 
-    void aStoreMayGoWhileItsRefreshWaits_data()
+    void storeMayBeDestroyedDuringRefresh_data()
     {
         QTest::addColumn<bool>("isStatusAnswered");
         QTest::addColumn<bool>("isLastAnswered");
@@ -231,27 +231,27 @@ private Q_SLOTS:
         QTest::newRow("decoding the tapes") << true << true;
     }
 
-    void aStoreMayGoWhileItsRefreshWaits()
+    void storeMayBeDestroyedDuringRefresh()
     {
         QFETCH(bool, isStatusAnswered);
         QFETCH(bool, isLastAnswered);
-        StoreOnScript stage;
-        const auto task = stage->refresh();
+        StoreOnScript fixture;
+        const auto task = fixture->refresh();
         if (isStatusAnswered) {
-            stage.answerStatus();
-            QTRY_COMPARE(stage.http.count(), 2);
+            fixture.answerStatus();
+            QTRY_COMPARE(fixture.http.count(), 2);
         }
-        const int last = stage.http.count() - 1;
+        const int last = fixture.http.count() - 1;
         if (isLastAnswered)
-            stage.http.answer(last, 200,
-                              isStatusAnswered ? StoreOnScript::pageOf({u"Zoning"_s}) : StoreOnScript::statusOf(1));
-        const Announcements announcements(*stage.store);
-        stage.store.reset();
-        QCOMPARE(stage.http.wasCancelled(last), !isLastAnswered);
-        stage.settle();
+            fixture.http.answer(last, 200,
+                                isStatusAnswered ? StoreOnScript::pageOf({u"Zoning"_s}) : StoreOnScript::statusOf(1));
+        const Announcements announcements(*fixture.store);
+        fixture.store.reset();
+        QCOMPARE(fixture.http.wasCancelled(last), !isLastAnswered);
+        fixture.waitForDecoding();
         QVERIFY(task.isReady());
-        QVERIFY(announcements.heard.isEmpty());
-        QCOMPARE(stage.http.count(), last + 2);
+        QVERIFY(announcements.received.isEmpty());
+        QCOMPARE(fixture.http.count(), last + 2);
     }
 };
 

@@ -15,113 +15,113 @@ class StoreResumeTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aTapeStoppedInItsFirstMinuteForgetsItsPosition_data()
+    void positionInFirstMinuteIsRemoved_data()
     {
         QTest::addColumn<double>("seconds");
         QTest::newRow("at the start") << 0.0;
         QTest::newRow("just below a minute") << 59.9;
-        QTest::newRow("before the start") << -1.0;
-        QTest::newRow("infinitely before") << -infinity;
+        QTest::newRow("negative") << -1.0;
+        QTest::newRow("negative infinity") << -infinity;
     }
 
-    void aTapeStoppedInItsFirstMinuteForgetsItsPosition()
+    void positionInFirstMinuteIsRemoved()
     {
         QFETCH(double, seconds);
-        StoreOnScript stage;
-        stage.defaults.setNumber(keyOfSeven, 500);
-        stage->saveResume(7, seconds);
-        QVERIFY(!stage.defaults.contains(keyOfSeven));
-        QCOMPARE(stage->resumePosition(7), 0.0);
+        StoreOnScript fixture;
+        fixture.defaults.setNumber(keyOfSeven, 500);
+        fixture->saveResume(7, seconds);
+        QVERIFY(!fixture.defaults.contains(keyOfSeven));
+        QCOMPARE(fixture->resumePosition(7), 0.0);
     }
 
-    void aTapeStoppedLaterKeepsItsPosition_data()
+    void positionAfterFirstMinuteIsSaved_data()
     {
         QTest::addColumn<double>("seconds");
         QTest::newRow("a minute") << 60.0;
         QTest::newRow("a fraction") << 1234.5678;
-        QTest::newRow("the longest") << 1e9;
+        QTest::newRow("largest") << 1e9;
     }
 
-    void aTapeStoppedLaterKeepsItsPosition()
+    void positionAfterFirstMinuteIsSaved()
     {
         QFETCH(double, seconds);
-        StoreOnScript stage;
-        stage.defaults.setNumber(keyOfSeven, 500);
-        stage->saveResume(7, seconds);
-        QCOMPARE(stage.defaults.number(keyOfSeven), seconds);
-        QCOMPARE(stage->resumePosition(7), seconds);
+        StoreOnScript fixture;
+        fixture.defaults.setNumber(keyOfSeven, 500);
+        fixture->saveResume(7, seconds);
+        QCOMPARE(fixture.defaults.number(keyOfSeven), seconds);
+        QCOMPARE(fixture->resumePosition(7), seconds);
     }
 
-    void whatIsNoPositionIsNotKept_data()
+    void invalidPositionIsNotSaved_data()
     {
         QTest::addColumn<double>("seconds");
         QTest::newRow("not a number") << notANumber;
-        QTest::newRow("without end") << infinity;
-        QTest::newRow("beyond the longest") << 1e9 + 1;
+        QTest::newRow("infinite") << infinity;
+        QTest::newRow("above the largest") << 1e9 + 1;
     }
 
-    void whatIsNoPositionIsNotKept()
+    void invalidPositionIsNotSaved()
     {
         QFETCH(double, seconds);
-        StoreOnScript stage;
-        stage.defaults.setNumber(keyOfSeven, 500);
-        stage->saveResume(7, seconds);
-        QCOMPARE(stage->resumePosition(7), 500.0);
+        StoreOnScript fixture;
+        fixture.defaults.setNumber(keyOfSeven, 500);
+        fixture->saveResume(7, seconds);
+        QCOMPARE(fixture->resumePosition(7), 500.0);
     }
 
-    void aDamagedPositionReadsAsNone_data()
+    void invalidStoredPositionIsReadAsZero_data()
     {
         QTest::addColumn<double>("stored");
         QTest::addColumn<double>("read");
         QTest::newRow("not a number") << notANumber << 0.0;
-        QTest::newRow("without end") << infinity << 0.0;
+        QTest::newRow("infinite") << infinity << 0.0;
         QTest::newRow("negative") << -0.5 << 0.0;
         QTest::newRow("too long") << 1e9 + 1 << 0.0;
-        QTest::newRow("nought") << 0.0 << 0.0;
-        QTest::newRow("below a minute, from elsewhere") << 30.0 << 30.0;
-        QTest::newRow("the longest") << 1e9 << 1e9;
+        QTest::newRow("zero") << 0.0 << 0.0;
+        QTest::newRow("below a minute, not written by the store") << 30.0 << 30.0;
+        QTest::newRow("largest") << 1e9 << 1e9;
     }
 
-    void aDamagedPositionReadsAsNone()
+    void invalidStoredPositionIsReadAsZero()
     {
         QFETCH(double, stored);
-        StoreOnScript stage;
-        stage.defaults.setNumber(keyOfSeven, stored);
-        QTEST(stage->resumePosition(7), "read");
+        StoreOnScript fixture;
+        fixture.defaults.setNumber(keyOfSeven, stored);
+        QTEST(fixture->resumePosition(7), "read");
     }
 
-    void aTapeThatWasNeverPlayedHasNoPosition()
+    void tapeNeverPlayedHasNoPosition()
     {
-        const StoreOnScript stage;
-        QCOMPARE(stage->resumePosition(7), 0.0);
+        const StoreOnScript fixture;
+        QCOMPARE(fixture->resumePosition(7), 0.0);
     }
 
-    void aTapePlayedToItsEndIsForgotten()
+    void removedPositionIsZero()
     {
-        StoreOnScript stage;
-        stage->saveResume(7, 90);
-        stage->saveResume(8, 91);
-        stage->removeResume(7);
-        QCOMPARE(stage->resumePosition(7), 0.0);
-        QCOMPARE(stage->resumePosition(8), 91.0);
+        StoreOnScript fixture;
+        fixture->saveResume(7, 90);
+        fixture->saveResume(8, 91);
+        fixture->removeResume(7);
+        QCOMPARE(fixture->resumePosition(7), 0.0);
+        QCOMPARE(fixture->resumePosition(8), 91.0);
     }
 
-    void thePositionStandsUnderTheIdInDecimal()
+    void positionIsStoredUnderDecimalId()
     {
-        StoreOnScript stage;
-        stage->saveResume(std::numeric_limits<qint64>::min(), 61);
-        stage->saveResume(9007199254740993, 62);
-        QCOMPARE(stage.defaults.number(u"resume.tape.-9223372036854775808"_s), 61.0);
-        QCOMPARE(stage.defaults.number(u"resume.tape.9007199254740993"_s), 62.0);
+        StoreOnScript fixture;
+        fixture->saveResume(std::numeric_limits<qint64>::min(), 61);
+        fixture->saveResume(9007199254740993, 62);
+        QCOMPARE(fixture.defaults.number(u"resume.tape.-9223372036854775808"_s), 61.0);
+        QCOMPARE(fixture.defaults.number(u"resume.tape.9007199254740993"_s), 62.0);
     }
 
-    void savingAnnouncesNothing()
+    void savingPositionAnnouncesNothing()
     {
-        StoreOnScript stage;
-        const Announcements announcements(*stage.store);
-        stage->saveResume(7, 90);
-        stage->saveResume(7, 1);
-        QVERIFY(announcements.heard.isEmpty());
+        StoreOnScript fixture;
+        const Announcements announcements(*fixture.store);
+        fixture->saveResume(7, 90);
+        fixture->saveResume(7, 1);
+        QVERIFY(announcements.received.isEmpty());
     }
 };
 

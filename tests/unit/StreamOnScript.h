@@ -8,14 +8,14 @@
 
 #include <QCoreApplication>
 
-/** The real player's rules on an engine and a clock that do what the test says. */
+/** The real StreamPlayer on a scripted engine and a scripted clock. */
 class StreamOnScript
 {
 public:
-    // A plug-in that still comes finds its player gone, and no coroutine is left waiting for it.
-    ~StreamOnScript() { arrives.resolve(false); }
+    // Ends a load of the plug-in that is still waiting, so that no coroutine is left suspended.
+    ~StreamOnScript() { pluginLoaded.resolve(false); }
 
-    /** Reports, and what a player says later because of them. */
+    /** Delivers the engine's reports, and the events that the player posts because of them. */
     static void deliver()
     {
         QCoreApplication::processEvents();
@@ -33,16 +33,16 @@ public:
         player->setItem(item);
     }
 
-    /** Brings the engine to the point where it was told to load. */
+    /** Starts the engine and its renderer, after which it loads the item. */
     void start()
     {
-        arrives.resolve(true);
+        pluginLoaded.resolve(true);
         engine = plugin.latest.lock();
-        tell([](VideoEngineListener& to) { to.engineReady(); });
-        tell([](VideoEngineListener& to) { to.rendererReady(); });
+        notify([](VideoEngineListener& to) { to.onEngineReady(); });
+        notify([](VideoEngineListener& to) { to.onRendererReady(); });
     }
 
-    /** An item of 120 seconds that plays, `at` seconds. */
+    /** Loads an item of 120 seconds that plays from `at` seconds. */
     void playFrom(double at, PlayerItem::Kind kind = PlayerItem::Kind::Recording)
     {
         setItem(kind);
@@ -50,38 +50,38 @@ public:
         player->play();
         if (!engine)
             start();
-        know(120);
-        show(at);
+        reportDuration(120);
+        showPicture(at);
     }
 
-    // What the engine reports, of its latest load.
+    // The following functions report events of the engine's latest load.
     template<typename Report>
-    void tell(Report report)
+    void notify(Report report)
     {
         engine->report(std::move(report));
         deliver();
     }
-    int load() const { return engine->loads.last().number; }
-    void show(double at)
+    int load() const { return engine->loads.last().id; }
+    void showPicture(double at)
     {
-        tell([=, load = load()](VideoEngineListener& to) { to.pictureShown(load, at); });
+        notify([=, load = load()](VideoEngineListener& to) { to.onPictureShown(load, at); });
     }
-    void know(double duration)
+    void reportDuration(double duration)
     {
-        tell([=, load = load()](VideoEngineListener& to) { to.durationKnown(load, duration); });
+        notify([=, load = load()](VideoEngineListener& to) { to.onDurationKnown(load, duration); });
     }
     void report(double seconds)
     {
-        tell([=, load = load()](VideoEngineListener& to) { to.positionMoved(load, seconds); });
+        notify([=, load = load()](VideoEngineListener& to) { to.onPositionChanged(load, seconds); });
     }
-    /** Plays up to there in no time, a second at a time. */
+    /** Reports positions up to `seconds` in steps of 0.9 s, without advancing the clock. */
     void moveTo(double seconds)
     {
         for (double at = player->position() + 0.9; player && at < seconds; at += 0.9)
             report(at);
         report(seconds);
     }
-    /** What is out of line counts with the report that follows it. */
+    /** Reports two positions, as a position jump is accepted only with the second report. */
     void jumpTo(double seconds)
     {
         report(seconds);
@@ -89,42 +89,42 @@ public:
     }
     void skipData()
     {
-        tell([load = load()](VideoEngineListener& to) { to.dataSkipped(load); });
+        notify([load = load()](VideoEngineListener& to) { to.onDataSkipped(load); });
     }
-    void wait(bool waiting)
+    void setWaiting(bool waiting)
     {
-        tell([=, load = load()](VideoEngineListener& to) { to.waitingChanged(load, waiting); });
+        notify([=, load = load()](VideoEngineListener& to) { to.onWaitingChanged(load, waiting); });
     }
-    void land(double seconds)
+    void finishSeek(double seconds)
     {
-        tell([=, seek = engine->seeks.last()](VideoEngineListener& to) {
-            to.seekDone(seek.load, seek.number, seconds);
+        notify([=, seek = engine->seeks.last()](VideoEngineListener& to) {
+            to.onSeekFinished(seek.load, seek.number, seconds);
         });
     }
     void endFile()
     {
-        tell([load = load()](VideoEngineListener& to) { to.endOfFile(load); });
+        notify([load = load()](VideoEngineListener& to) { to.onEndOfFile(load); });
     }
     void fail(const VideoFailure& failure)
     {
-        tell([=, load = load()](VideoEngineListener& to) { to.loadFailed(load, failure); });
+        notify([=, load = load()](VideoEngineListener& to) { to.onLoadFailed(load, failure); });
     }
 
     ScriptedClock clock;
     ScriptedVideoPlugin plugin;
-    Completion<bool> arrives; ///< the plug-in; false when it cannot be loaded
+    Completion<bool> pluginLoaded; ///< result of loading the plug-in; false if it cannot be loaded
     int pluginLoads = 0;
     const QUrl url{QStringLiteral("https://hub.example/tape.m3u8")};
     std::shared_ptr<PlayerItem> item;
-    std::shared_ptr<ScriptedVideoEngine> engine; ///< from `start`
+    std::shared_ptr<ScriptedVideoEngine> engine; ///< set by `start`
     std::unique_ptr<StreamPlayer> player = std::make_unique<StreamPlayer>(VideoOptions{}, clock, loadPlugin());
 
 private:
     QCoro::Task<tl::expected<VideoPlugin*, QString>> loadOnce()
     {
         ++pluginLoads;
-        const Completion<bool> arrived = arrives;
-        if (co_await arrived)
+        const Completion<bool> loaded = pluginLoaded;
+        if (co_await loaded)
             co_return &plugin;
         co_return tl::unexpected(QStringLiteral("not there"));
     }

@@ -10,46 +10,46 @@ using Listener = VideoEngineListener;
 using Status = PlayerItem::Status;
 using TimeControl = VideoPlayer::TimeControl;
 
-/** Loading, playing, pausing, ending. */
+/** Tests loading, playing, pausing and ending. */
 class StreamPlayerTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void anAddressOfAnotherKindFailsTheItemLater_data();
-    void anAddressOfAnotherKindFailsTheItemLater();
-    void aFailureWhileLoadingKeepsItsCause();
-    void aFailureWithoutACauseIsNoError();
-    void aPlayerStartsPaused();
-    void playingAndPausingReachTheEngine();
-    void theTimeControlTellsWhatTheViewerSees();
-    void theFirstPictureMakesTheItemReadyOnce();
-    void theEndIsBelievedNearTheDuration_data();
-    void theEndIsBelievedNearTheDuration();
-    void playingAtTheEndStartsFromTheTop();
-    void whatIsBufferedIsNeverBeforeThePosition();
-    void onlyARecordingOfKnownLengthIsSeekable_data();
-    void onlyARecordingOfKnownLengthIsSeekable();
-    void theViewersTracksAreSelectedAgainAfterABreak();
+    void unsupportedAddressFailsItemLater_data();
+    void unsupportedAddressFailsItemLater();
+    void failureWhileLoadingKeepsCause();
+    void failureWithoutCauseHasNoError();
+    void newPlayerIsPaused();
+    void playAndPauseReachEngine();
+    void timeControlIsWhatViewerSees();
+    void firstPictureMakesItemReadyOnce();
+    void endOfFileIsAcceptedOnlyNearDuration_data();
+    void endOfFileIsAcceptedOnlyNearDuration();
+    void playAtEndStartsFromBeginning();
+    void bufferedPositionIsNeverBeforePosition();
+    void onlyRecordingOfKnownLengthIsSeekable_data();
+    void onlyRecordingOfKnownLengthIsSeekable();
+    void selectedTracksAreRestoredAfterBreak();
 };
 
-void StreamPlayerTest::anAddressOfAnotherKindFailsTheItemLater_data()
+void StreamPlayerTest::unsupportedAddressFailsItemLater_data()
 {
     QTest::addColumn<QUrl>("url");
     QTest::newRow("file") << QUrl(u"file:///etc/hosts"_s);
-    QTest::newRow("nothing") << QUrl();
+    QTest::newRow("empty") << QUrl();
     QTest::newRow("rtmp") << QUrl(u"rtmp://localhost/live"_s);
     QTest::newRow("no host") << QUrl(u"https:///index.m3u8"_s);
     QTest::newRow("relative") << QUrl(u"index.m3u8"_s);
 }
 
-void StreamPlayerTest::anAddressOfAnotherKindFailsTheItemLater()
+void StreamPlayerTest::unsupportedAddressFailsItemLater()
 {
     QFETCH(const QUrl, url);
     StreamOnScript script;
     const auto item = std::make_shared<PlayerItem>(url);
     script.player->setItem(item);
-    // Whoever hands over an item begins to observe it after that.
+    // The caller starts to observe an item only after setItem().
     QSignalSpy changed(item.get(), &PlayerItem::statusChanged);
     QCOMPARE(item->status(), Status::Unknown);
     script.deliver();
@@ -58,7 +58,7 @@ void StreamPlayerTest::anAddressOfAnotherKindFailsTheItemLater()
     QCOMPARE(script.pluginLoads, 0);
 }
 
-void StreamPlayerTest::aFailureWhileLoadingKeepsItsCause()
+void StreamPlayerTest::failureWhileLoadingKeepsCause()
 {
     StreamOnScript script;
     script.setItem();
@@ -74,7 +74,7 @@ void StreamPlayerTest::aFailureWhileLoadingKeepsItsCause()
     QCOMPARE(script.engine->loads.size(), 1);
 }
 
-void StreamPlayerTest::aFailureWithoutACauseIsNoError()
+void StreamPlayerTest::failureWithoutCauseHasNoError()
 {
     StreamOnScript script;
     script.setItem();
@@ -84,20 +84,20 @@ void StreamPlayerTest::aFailureWithoutACauseIsNoError()
     QVERIFY(!script.item->error());
 }
 
-void StreamPlayerTest::aPlayerStartsPaused()
+void StreamPlayerTest::newPlayerIsPaused()
 {
     StreamOnScript script;
     script.setItem();
     script.start();
     QVERIFY(script.engine->isPaused);
     QVERIFY(script.engine->loads.first().isPaused);
-    script.show(0);
+    script.showPicture(0);
     QCOMPARE(script.item->status(), Status::ReadyToPlay);
     QCOMPARE(script.player->timeControl(), TimeControl::Paused);
     QVERIFY(!script.player->isWaiting());
 }
 
-void StreamPlayerTest::playingAndPausingReachTheEngine()
+void StreamPlayerTest::playAndPauseReachEngine()
 {
     StreamOnScript script;
     script.player->play();
@@ -111,7 +111,7 @@ void StreamPlayerTest::playingAndPausingReachTheEngine()
     QVERIFY(!script.engine->waitsForData);
 }
 
-void StreamPlayerTest::theTimeControlTellsWhatTheViewerSees()
+void StreamPlayerTest::timeControlIsWhatViewerSees()
 {
     StreamOnScript script;
     QSignalSpy changed(script.player.get(), &VideoPlayer::timeControlChanged);
@@ -120,20 +120,20 @@ void StreamPlayerTest::theTimeControlTellsWhatTheViewerSees()
     script.setItem();
     script.start();
     QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
-    script.show(0);
+    script.showPicture(0);
     QCOMPARE(script.player->timeControl(), TimeControl::Playing);
-    script.wait(true);
+    script.setWaiting(true);
     QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
     QVERIFY(script.player->isWaiting());
     script.player->pause();
     QCOMPARE(script.player->timeControl(), TimeControl::Paused);
-    script.wait(false);
+    script.setWaiting(false);
     script.player->play();
     QCOMPARE(script.player->timeControl(), TimeControl::Playing);
     QCOMPARE(changed.count(), 5);
 }
 
-void StreamPlayerTest::theFirstPictureMakesTheItemReadyOnce()
+void StreamPlayerTest::firstPictureMakesItemReadyOnce()
 {
     StreamOnScript script;
     script.setItem();
@@ -142,62 +142,62 @@ void StreamPlayerTest::theFirstPictureMakesTheItemReadyOnce()
     QSignalSpy shown(script.player.get(), &VideoPlayer::pictureShown);
     script.moveTo(1200);
     QCOMPARE(script.player->position(), 0.0);
-    script.show(0.04);
+    script.showPicture(0.04);
     script.moveTo(0.08);
-    script.show(0.12);
+    script.showPicture(0.12);
     QCOMPARE(script.player->position(), 0.08);
     QCOMPARE(changed.count(), 1);
     QCOMPARE(shown.count(), 1);
 }
 
-void StreamPlayerTest::theEndIsBelievedNearTheDuration_data()
+void StreamPlayerTest::endOfFileIsAcceptedOnlyNearDuration_data()
 {
     QTest::addColumn<double>("position");
     QTest::addColumn<double>("duration");
     QTest::addColumn<bool>("byError");
     QTest::addColumn<Kind>("kind");
-    QTest::addColumn<bool>("believed");
+    QTest::addColumn<bool>("accepted");
     QTest::newRow("at the end") << 120.0 << 120.0 << false << Kind::Recording << true;
     QTest::newRow("two seconds before") << 118.0 << 120.0 << false << Kind::Recording << true;
-    QTest::newRow("a little more than that") << 117.99 << 120.0 << false << Kind::Recording << false;
+    QTest::newRow("more than two seconds before") << 117.99 << 120.0 << false << Kind::Recording << false;
     QTest::newRow("in the middle") << 57.0 << 120.0 << false << Kind::Recording << false;
     QTest::newRow("past the end") << 121.0 << 120.0 << false << Kind::Recording << true;
     QTest::newRow("no duration") << 57.0 << 0.0 << false << Kind::Recording << false;
-    QTest::newRow("a duration that is no number") << 57.0 << qQNaN() << false << Kind::Recording << false;
+    QTest::newRow("duration is not a number") << 57.0 << qQNaN() << false << Kind::Recording << false;
     QTest::newRow("by an error at the end") << 119.9 << 120.0 << true << Kind::Recording << true;
     QTest::newRow("by an error in the middle") << 57.0 << 120.0 << true << Kind::Recording << false;
     QTest::newRow("live") << 119.9 << 120.0 << false << Kind::Live << false;
 }
 
-void StreamPlayerTest::theEndIsBelievedNearTheDuration()
+void StreamPlayerTest::endOfFileIsAcceptedOnlyNearDuration()
 {
     QFETCH(const double, position);
     QFETCH(const double, duration);
     QFETCH(const bool, byError);
     QFETCH(const Kind, kind);
-    QFETCH(const bool, believed);
+    QFETCH(const bool, accepted);
     StreamOnScript script;
     script.setItem(kind);
     script.player->play();
     script.start();
     QSignalSpy ended(script.item.get(), &PlayerItem::didPlayToEnd);
-    script.know(duration);
-    script.show(0);
+    script.reportDuration(duration);
+    script.showPicture(0);
     script.moveTo(position);
     if (byError)
         script.fail({Cause::Status, 500, {}});
     else
         script.endFile();
-    QCOMPARE(ended.count(), believed ? 1 : 0);
+    QCOMPARE(ended.count(), accepted ? 1 : 0);
     QCOMPARE(script.item->status(), Status::ReadyToPlay);
-    QCOMPARE(script.player->timeControl(), believed ? TimeControl::Paused : TimeControl::WaitingToPlay);
-    // What the engine has not told of the last moment is played all the same.
-    QCOMPARE(script.player->position(), believed ? std::max(position, duration) : position);
+    QCOMPARE(script.player->timeControl(), accepted ? TimeControl::Paused : TimeControl::WaitingToPlay);
+    // The player moves to the end, also if the engine has not reported the last position.
+    QCOMPARE(script.player->position(), accepted ? std::max(position, duration) : position);
     script.endFile();
-    QCOMPARE(ended.count(), believed ? 1 : 0);
+    QCOMPARE(ended.count(), accepted ? 1 : 0);
 }
 
-void StreamPlayerTest::playingAtTheEndStartsFromTheTop()
+void StreamPlayerTest::playAtEndStartsFromBeginning()
 {
     StreamOnScript script;
     script.playFrom(119);
@@ -206,46 +206,46 @@ void StreamPlayerTest::playingAtTheEndStartsFromTheTop()
     script.player->play();
     QCOMPARE(script.engine->loads.last().startAt, 0.0);
     QVERIFY(!script.engine->loads.last().isPaused);
-    script.show(0);
+    script.showPicture(0);
     QCOMPARE(script.player->timeControl(), TimeControl::Playing);
 }
 
-void StreamPlayerTest::whatIsBufferedIsNeverBeforeThePosition()
+void StreamPlayerTest::bufferedPositionIsNeverBeforePosition()
 {
     StreamOnScript script;
     script.playFrom(0);
-    script.tell([load = script.load()](Listener& to) { to.dataBuffered(load, 30); });
+    script.notify([load = script.load()](Listener& to) { to.onBufferedToChanged(load, 30); });
     QCOMPARE(script.player->bufferedTo(), 30.0);
-    script.tell([load = script.load()](Listener& to) { to.dataBuffered(load, qQNaN()); });
+    script.notify([load = script.load()](Listener& to) { to.onBufferedToChanged(load, qQNaN()); });
     QCOMPARE(script.player->bufferedTo(), 30.0);
     script.moveTo(31);
     QCOMPARE(script.player->bufferedTo(), 31.0);
 }
 
-void StreamPlayerTest::onlyARecordingOfKnownLengthIsSeekable_data()
+void StreamPlayerTest::onlyRecordingOfKnownLengthIsSeekable_data()
 {
     QTest::addColumn<Kind>("kind");
     QTest::addColumn<double>("duration");
     QTest::addColumn<bool>("seekable");
     QTest::newRow("recording") << Kind::Recording << 120.0 << true;
-    QTest::newRow("of unknown length") << Kind::Recording << 0.0 << false;
+    QTest::newRow("unknown length") << Kind::Recording << 0.0 << false;
     QTest::newRow("live") << Kind::Live << 120.0 << false;
 }
 
-void StreamPlayerTest::onlyARecordingOfKnownLengthIsSeekable()
+void StreamPlayerTest::onlyRecordingOfKnownLengthIsSeekable()
 {
     QFETCH(const Kind, kind);
     QFETCH(const double, duration);
     StreamOnScript script;
     script.setItem(kind);
     script.start();
-    script.know(duration);
+    script.reportDuration(duration);
     QVERIFY(!script.player->isSeekable());
-    script.tell([load = script.load()](Listener& to) { to.seekableKnown(load, true); });
+    script.notify([load = script.load()](Listener& to) { to.onSeekableKnown(load, true); });
     QTEST(script.player->isSeekable(), "seekable");
 }
 
-void StreamPlayerTest::theViewersTracksAreSelectedAgainAfterABreak()
+void StreamPlayerTest::selectedTracksAreRestoredAfterBreak()
 {
     using Selections = QList<ScriptedVideoEngine::Selection>;
     const Selections chosen{{MediaTrack::Kind::Audio, 2}, {MediaTrack::Kind::Subtitle, MediaTrack::none}};
@@ -258,7 +258,7 @@ void StreamPlayerTest::theViewersTracksAreSelectedAgainAfterABreak()
     script.endFile();
     script.clock.advance(std::chrono::seconds(1));
     QCOMPARE(script.engine->selections, Selections{});
-    script.show(0);
+    script.showPicture(0);
     QCOMPARE(script.engine->selections, chosen);
     script.playFrom(0);
     QCOMPARE(script.engine->selections, chosen);

@@ -6,26 +6,26 @@
 
 #include <QTest>
 
-/** Numbers of the station's styling that need no picture. */
+/** Tests colours, curves and measures of the styling without drawing them. */
 class StylingTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aColourOfThePaletteIsAsPublished_data();
-    void aColourOfThePaletteIsAsPublished();
-    void theColourBarsRunFromGreyToBlue();
-    void fadingKeepsTheColour();
-    void anEaseRunsAlongItsCubicCurve_data();
-    void anEaseRunsAlongItsCubicCurve();
-    void aLabelOfSize20HasLetterSpacing3Point6();
-    void aLabelIsSetInCapitals();
-    void theGrainFollowsItsRecurrence();
-    void aWiderSurfaceContinuesTheSameGrain();
-    void aContinuousCornerStaysInsideThePlate();
+    void paletteHasPublishedColour_data();
+    void paletteHasPublishedColour();
+    void colourBarsAreInOrder();
+    void fadingChangesOnlyOpacity();
+    void easingFollowsCubicBezierCurve_data();
+    void easingFollowsCubicBezierCurve();
+    void labelOfSize20HasLetterSpacing3Point6();
+    void labelIsInCapitals();
+    void grainFollowsRecurrence();
+    void widerSurfaceContinuesSameGrain();
+    void continuousCornerStaysInsidePlate();
 };
 
-void StylingTest::aColourOfThePaletteIsAsPublished_data()
+void StylingTest::paletteHasPublishedColour_data()
 {
     QTest::addColumn<QColor>("color");
     QTest::addColumn<QColor>("published");
@@ -44,27 +44,27 @@ void StylingTest::aColourOfThePaletteIsAsPublished_data()
     QTest::newRow("on-air red") << StationPalette::onAirRed() << QColor(217, 43, 43);
 }
 
-void StylingTest::aColourOfThePaletteIsAsPublished()
+void StylingTest::paletteHasPublishedColour()
 {
     QFETCH(QColor, color);
     QTEST(color, "published");
 }
 
-void StylingTest::theColourBarsRunFromGreyToBlue()
+void StylingTest::colourBarsAreInOrder()
 {
     const QList<QColor> bars{{192, 192, 192}, {192, 192, 0}, {0, 192, 192}, {0, 192, 0},
                              {192, 0, 192},   {192, 0, 0},   {0, 0, 192}};
     QCOMPARE(StationPalette::colorBars(), bars);
 }
 
-void StylingTest::fadingKeepsTheColour()
+void StylingTest::fadingChangesOnlyOpacity()
 {
     const QColor faded = StationPalette::faded(StationPalette::cream(), 0.65);
     QCOMPARE(faded.rgb() & 0xffffff, StationPalette::cream().rgb() & 0xffffff);
     QVERIFY(std::abs(faded.alphaF() - 0.65) < 0.001);
 }
 
-void StylingTest::anEaseRunsAlongItsCubicCurve_data()
+void StylingTest::easingFollowsCubicBezierCurve_data()
 {
     QTest::addColumn<QEasingCurve>("curve");
     QTest::addColumn<QPointF>("first");
@@ -73,7 +73,7 @@ void StylingTest::anEaseRunsAlongItsCubicCurve_data()
     QTest::newRow("out") << StationMotion::easeOut() << QPointF(0, 0) << QPointF(0.58, 1);
 }
 
-void StylingTest::anEaseRunsAlongItsCubicCurve()
+void StylingTest::easingFollowsCubicBezierCurve()
 {
     QFETCH(const QEasingCurve, curve);
     QFETCH(const QPointF, first);
@@ -83,17 +83,18 @@ void StylingTest::anEaseRunsAlongItsCubicCurve()
         const double before = 3 * (1 - t) * (1 - t) * t;
         const double after = 3 * (1 - t) * t * t;
         const double time = before * first.x() + after * second.x() + t * t * t;
-        const double way = before * first.y() + after * second.y() + t * t * t;
-        QVERIFY2(std::abs(curve.valueForProgress(time) - way) < 0.001,
-                 qPrintable(
-                     QStringLiteral("%1 after %2 instead of %3").arg(curve.valueForProgress(time)).arg(time).arg(way)));
+        const double progress = before * first.y() + after * second.y() + t * t * t;
+        QVERIFY2(
+            std::abs(curve.valueForProgress(time) - progress) < 0.001,
+            qPrintable(
+                QStringLiteral("%1 after %2 instead of %3").arg(curve.valueForProgress(time)).arg(time).arg(progress)));
     }
 }
 
-void StylingTest::aLabelOfSize20HasLetterSpacing3Point6()
+void StylingTest::labelOfSize20HasLetterSpacing3Point6()
 {
     const QFont font = Typography::label(20);
-    // Qt keeps lengths in 64ths.
+    // Qt stores letter spacing in 64ths of a pixel.
     QVERIFY(std::abs(font.letterSpacing() - 3.6) < 1.0 / 64);
     QCOMPARE(font.letterSpacingType(), QFont::AbsoluteSpacing);
     QCOMPARE(font.pixelSize(), 20);
@@ -101,14 +102,15 @@ void StylingTest::aLabelOfSize20HasLetterSpacing3Point6()
     QCOMPARE(font.families().constFirst(), QStringLiteral("JetBrains Mono"));
 }
 
-void StylingTest::aLabelIsSetInCapitals()
+void StylingTest::labelIsInCapitals()
 {
     QCOMPARE(Typography::capitals(QStringLiteral("open 24 hrs · straße")), QStringLiteral("OPEN 24 HRS · STRASSE"));
 }
 
-void StylingTest::theGrainFollowsItsRecurrence()
+void StylingTest::grainFollowsRecurrence()
 {
-    // Worked by hand from the seed 2654435769: the states, then their remainders by 3, 5 and 7.
+    // The expected values are computed independently from the seed 2654435769: the states, then their remainders modulo
+    // 3, 5 and 7.
     const auto grain = VeneerBackground::grain(620);
     quint64 state = 2654435769;
     double x = 0;
@@ -123,7 +125,7 @@ void StylingTest::theGrainFollowsItsRecurrence()
     QVERIFY(grain.constLast().x < 620);
 }
 
-void StylingTest::aWiderSurfaceContinuesTheSameGrain()
+void StylingTest::widerSurfaceContinuesSameGrain()
 {
     const auto narrow = VeneerBackground::grain(620);
     const auto wide = VeneerBackground::grain(1920);
@@ -132,18 +134,18 @@ void StylingTest::aWiderSurfaceContinuesTheSameGrain()
     QVERIFY(VeneerBackground::grain(0).isEmpty());
 }
 
-void StylingTest::aContinuousCornerStaysInsideThePlate()
+void StylingTest::continuousCornerStaysInsidePlate()
 {
     const QRectF plate(0, 0, 620, 620);
     const QPainterPath outline = CardPlate::continuousOutline(plate, 24);
     QCOMPARE(outline.boundingRect().toRect(), plate.toRect());
     QVERIFY(outline.contains(QPointF(310, 0.5)));
     QVERIFY(outline.contains(QPointF(0.5, 310)));
-    // Where a circle of radius 24 would turn, 7.03 points from both edges.
+    // A circular corner of radius 24 would pass 7.03 points from both edges.
     QVERIFY(!outline.contains(QPointF(6.5, 6.5)));
     QVERIFY(outline.contains(QPointF(7.6, 7.6)));
     QVERIFY(!outline.contains(QPointF(613.5, 613.5)));
-    // It leaves the edge one and a half radii before the corner, not one.
+    // The curve starts one and a half radii before the corner, a circular one would start one radius before it.
     QVERIFY(!outline.contains(QPointF(26, 0.05)));
     QVERIFY(outline.contains(QPointF(37, 0.05)));
 }

@@ -9,7 +9,7 @@ class SystemClockTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void itTellsTheTimeOfHere()
+    void nowIsLocalTime()
     {
         const QDateTime before = QDateTime::currentDateTime();
         const QDateTime now = SystemClock().now();
@@ -17,7 +17,7 @@ private Q_SLOTS:
         QCOMPARE(now.timeSpec(), Qt::LocalTime);
     }
 
-    void elapsedTimeGoesForward()
+    void elapsedTimeIncreases()
     {
         const SystemClock clock;
         const auto start = clock.elapsed();
@@ -25,7 +25,7 @@ private Q_SLOTS:
         QVERIFY(clock.elapsed() - start >= 19ms);
     }
 
-    void aTimerFiresOnceFromTheEventLoopAndNotEarly()
+    void timerFiresOnceFromEventLoopAndNotEarly()
     {
         SystemClock clock;
         int calls = 0;
@@ -38,7 +38,7 @@ private Q_SLOTS:
         QCOMPARE(calls, 1);
     }
 
-    void aTimeInThePastIsNow()
+    void negativeDelayFiresAtOnce()
     {
         SystemClock clock;
         bool called = false;
@@ -47,7 +47,7 @@ private Q_SLOTS:
         QTRY_VERIFY(called);
     }
 
-    void timersFireInTheOrderOfTheirTimes()
+    void timersFireInOrderOfTimes()
     {
         SystemClock clock;
         QList<int> order;
@@ -56,7 +56,7 @@ private Q_SLOTS:
         QTRY_COMPARE(order, (QList<int>{1, 2}));
     }
 
-    void lettingATimerGoTakesTheCallBack()
+    void destroyedTimerDoesNotFire()
     {
         SystemClock clock;
         bool called = false;
@@ -66,7 +66,7 @@ private Q_SLOTS:
         QVERIFY(!called);
     }
 
-    void aCallbackMayLetItsOwnTimerGoAndStartTheNext()
+    void callbackMayReplaceItsTimer()
     {
         SystemClock clock;
         int ticks = 0;

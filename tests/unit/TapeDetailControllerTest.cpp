@@ -2,32 +2,32 @@
 
 #include <QSignalSpy>
 
-/** The tape and its full record on its screen, and what the screen says. */
+/** Tests how the tape's screen loads and shows the full record, and its texts. */
 class TapeDetailControllerTest : public TapeDetailOnScript
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void untilTheHubAnswersTheTapeIsShownAsItCame();
-    void appearingFetchesTheTapeByItsId();
-    void theFullRecordReplacesTheTape();
-    void aRecordOfTheSameIdIsFresherAllTheSame();
-    void theFullRecordIsTakenAsItIs();
-    void aFailureIsSilent_data();
-    void aFailureIsSilent();
-    void anAnswerAfterTheScreenIsGoneChangesNothing_data();
-    void anAnswerAfterTheScreenIsGoneChangesNothing();
-    void aScreenDestroyedWhileItFetchesHarmsNobody();
-    void appearingAgainFetchesAgainAndKeepsTheRecord();
-    void coveringTheScreenFetchesNothing();
-    void aFreshScreenFetchesAnew();
-    void theTranscriptIsOfferedOnlyWhereThereIsOne();
-    void theTextsAreThoseOfTheTapeOnScreen();
-    void theFactsAreRowsOfLabelAndValue();
-    void theStoresNewsChangesNothingHere();
+    void givenTapeIsShownUntilHubAnswers();
+    void appearingFetchesTapeById();
+    void fullRecordReplacesTape();
+    void newRecordWithSameIdIsShown();
+    void fullRecordIsNotMergedWithTape();
+    void failureIsSilent_data();
+    void failureIsSilent();
+    void answerAfterDisappearingIsIgnored_data();
+    void answerAfterDisappearingIsIgnored();
+    void screenMayBeDestroyedWhileFetching();
+    void appearingAgainFetchesAgainAndKeepsRecord();
+    void coveringScreenFetchesNothing();
+    void newScreenFetchesAgain();
+    void transcriptIsOfferedOnlyIfTapeHasOne();
+    void textsAreThoseOfShownTape();
+    void factsAreRowsOfLabelAndValue();
+    void storeChangesDoNotChangeScreen();
 };
 
-void TapeDetailControllerTest::untilTheHubAnswersTheTapeIsShownAsItCame()
+void TapeDetailControllerTest::givenTapeIsShownUntilHubAnswers()
 {
     m_screen->appear();
     QVERIFY(!m_screen->detail());
@@ -38,7 +38,7 @@ void TapeDetailControllerTest::untilTheHubAnswersTheTapeIsShownAsItCame()
     QCOMPARE(m_screen->startAt(), 0.0);
 }
 
-void TapeDetailControllerTest::appearingFetchesTheTapeByItsId()
+void TapeDetailControllerTest::appearingFetchesTapeById()
 {
     QCOMPARE(m_shop->http.count(), 0);
     m_screen->appear();
@@ -46,7 +46,7 @@ void TapeDetailControllerTest::appearingFetchesTheTapeByItsId()
     QCOMPARE(m_shop->http.request(0).url, QUrl(u"https://hub.example"_s + m_path));
 }
 
-void TapeDetailControllerTest::theFullRecordReplacesTheTape()
+void TapeDetailControllerTest::fullRecordReplacesTape()
 {
     QSignalSpy changed(m_screen.get(), &TapeDetailController::shownTapeChanged);
     m_screen->appear();
@@ -62,7 +62,7 @@ void TapeDetailControllerTest::theFullRecordReplacesTheTape()
     QCOMPARE(m_screen->tape().title, u"Harbour Council"_s);
 }
 
-void TapeDetailControllerTest::aRecordOfTheSameIdIsFresherAllTheSame()
+void TapeDetailControllerTest::newRecordWithSameIdIsShown()
 {
     QSignalSpy changed(m_screen.get(), &TapeDetailController::shownTapeChanged);
     Tape renamed = ordinary();
@@ -73,7 +73,7 @@ void TapeDetailControllerTest::aRecordOfTheSameIdIsFresherAllTheSame()
     QCOMPARE(changed.count(), 1);
 }
 
-void TapeDetailControllerTest::theFullRecordIsTakenAsItIs()
+void TapeDetailControllerTest::fullRecordIsNotMergedWithTape()
 {
     Tape rich = ordinary();
     rich.hasTranscript = true;
@@ -87,12 +87,12 @@ void TapeDetailControllerTest::theFullRecordIsTakenAsItIs()
     QCOMPARE(m_screen->title(), u"Untitled Recording"_s);
 }
 
-void TapeDetailControllerTest::aFailureIsSilent_data()
+void TapeDetailControllerTest::failureIsSilent_data()
 {
     QTest::addColumn<int>("status");
     QTest::addColumn<QByteArray>("body");
-    QTest::newRow("refused") << 503 << QByteArray();
-    QTest::newRow("not there") << 404 << QByteArray("{}");
+    QTest::newRow("error status") << 503 << QByteArray();
+    QTest::newRow("not found") << 404 << QByteArray("{}");
     QTest::newRow("no JSON") << 200 << QByteArray("<html>");
     QTest::newRow("no record") << 200 << QByteArray("[]");
     QTest::newRow("another tape's record") << 200 << QByteArray(R"({"id": 9007199254740992, "title": "Budget"})");
@@ -100,7 +100,7 @@ void TapeDetailControllerTest::aFailureIsSilent_data()
     QTest::newRow("no answer") << 0 << QByteArray();
 }
 
-void TapeDetailControllerTest::aFailureIsSilent()
+void TapeDetailControllerTest::failureIsSilent()
 {
     QFETCH(const int, status);
     QFETCH(const QByteArray, body);
@@ -110,23 +110,23 @@ void TapeDetailControllerTest::aFailureIsSilent()
         m_shop->fail(m_path, u"The network is down."_s);
     else
         m_shop->answer(m_path, body, status);
-    m_shop->settle();
+    m_shop->waitForDecoding();
     QVERIFY(!m_screen->detail());
     QCOMPARE(changed.count(), 0);
     QCOMPARE(m_screen->title(), u"Harbour Council"_s);
     QVERIFY(!(*m_shop)->lastError());
-    // Nothing is tried again: the one more request is the one that settled.
+    // Nothing is retried: the second request is the one that waitForDecoding() sends.
     QCOMPARE(m_shop->http.count(), 2);
 }
 
-void TapeDetailControllerTest::anAnswerAfterTheScreenIsGoneChangesNothing_data()
+void TapeDetailControllerTest::answerAfterDisappearingIsIgnored_data()
 {
     QTest::addColumn<bool>("isDecoding");
-    QTest::newRow("on its way") << false;
+    QTest::newRow("waiting for the answer") << false;
     QTest::newRow("being decoded") << true;
 }
 
-void TapeDetailControllerTest::anAnswerAfterTheScreenIsGoneChangesNothing()
+void TapeDetailControllerTest::answerAfterDisappearingIsIgnored()
 {
     QFETCH(const bool, isDecoding);
     m_screen->appear();
@@ -134,24 +134,24 @@ void TapeDetailControllerTest::anAnswerAfterTheScreenIsGoneChangesNothing()
         m_shop->answer(m_path, fullRecord());
     m_screen->disappear();
     QCOMPARE(m_shop->http.wasCancelled(0), !isDecoding);
-    m_shop->settle();
+    m_shop->waitForDecoding();
     QVERIFY(!m_screen->detail());
     QCOMPARE(m_screen->title(), u"Harbour Council"_s);
 }
 
-void TapeDetailControllerTest::aScreenDestroyedWhileItFetchesHarmsNobody()
+void TapeDetailControllerTest::screenMayBeDestroyedWhileFetching()
 {
     m_screen->appear();
     m_shop->answer(m_path, fullRecord());
     m_screen.reset();
-    m_shop->settle();
+    m_shop->waitForDecoding();
     open();
     m_screen->appear();
     m_screen.reset();
     QVERIFY(m_shop->http.wasCancelled(m_shop->http.count() - 1));
 }
 
-void TapeDetailControllerTest::appearingAgainFetchesAgainAndKeepsTheRecord()
+void TapeDetailControllerTest::appearingAgainFetchesAgainAndKeepsRecord()
 {
     m_screen->appear();
     m_shop->answer(m_path, fullRecord());
@@ -161,11 +161,11 @@ void TapeDetailControllerTest::appearingAgainFetchesAgainAndKeepsTheRecord()
     QCOMPARE(m_shop->http.count(), 2);
     QCOMPARE(m_screen->title(), u"Harbour Council, in full"_s);
     m_shop->answer(m_path, {}, 503);
-    m_shop->settle();
+    m_shop->waitForDecoding();
     QCOMPARE(m_screen->title(), u"Harbour Council, in full"_s);
 }
 
-void TapeDetailControllerTest::coveringTheScreenFetchesNothing()
+void TapeDetailControllerTest::coveringScreenFetchesNothing()
 {
     m_screen->appear();
     m_screen->play();
@@ -176,7 +176,7 @@ void TapeDetailControllerTest::coveringTheScreenFetchesNothing()
     QVERIFY(m_shop->http.isWaiting(0));
 }
 
-void TapeDetailControllerTest::aFreshScreenFetchesAnew()
+void TapeDetailControllerTest::newScreenFetchesAgain()
 {
     m_screen->appear();
     m_shop->answer(m_path, fullRecord());
@@ -187,7 +187,7 @@ void TapeDetailControllerTest::aFreshScreenFetchesAnew()
     QCOMPARE(m_shop->http.count(), 2);
 }
 
-void TapeDetailControllerTest::theTranscriptIsOfferedOnlyWhereThereIsOne()
+void TapeDetailControllerTest::transcriptIsOfferedOnlyIfTapeHasOne()
 {
     QVERIFY(!m_screen->hasTranscript());
     Tape tape = ordinary();
@@ -199,7 +199,7 @@ void TapeDetailControllerTest::theTranscriptIsOfferedOnlyWhereThereIsOne()
     QVERIFY(!m_screen->isPlaying());
 }
 
-void TapeDetailControllerTest::theTextsAreThoseOfTheTapeOnScreen()
+void TapeDetailControllerTest::textsAreThoseOfShownTape()
 {
     Tape tape;
     tape.id = 42;
@@ -219,7 +219,7 @@ void TapeDetailControllerTest::theTextsAreThoseOfTheTapeOnScreen()
     QCOMPARE(m_screen->catalogueLine(), u"Cat. RW 1130 · SP · PUBLIC GOVERNANCE — all citizens admitted"_s);
 }
 
-void TapeDetailControllerTest::theFactsAreRowsOfLabelAndValue()
+void TapeDetailControllerTest::factsAreRowsOfLabelAndValue()
 {
     FactList* const facts = m_screen->facts();
     QCOMPARE(facts->roleNames().value(FactList::LabelRole), "label");
@@ -230,7 +230,7 @@ void TapeDetailControllerTest::theFactsAreRowsOfLabelAndValue()
     QCOMPARE(values(), QStringList({u"Harbour Council"_s, u"0 MB · self-hosted"_s, u"None harvested"_s}));
 }
 
-void TapeDetailControllerTest::theStoresNewsChangesNothingHere()
+void TapeDetailControllerTest::storeChangesDoNotChangeScreen()
 {
     m_screen->appear();
     m_shop->loadOnce({u"Another"_s});

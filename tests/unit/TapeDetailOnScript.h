@@ -3,7 +3,7 @@
 #include "StoreOnScript.h"
 #include "TapeDetailController.h"
 
-/** A tape's screen without a window, on a hub that answers when and what the test says. */
+/** Base class of tests that use the controller of a tape's screen, without a window, with a scripted hub. */
 class TapeDetailOnScript : public QObject
 {
     Q_OBJECT
@@ -57,5 +57,5 @@ protected:
     std::unique_ptr<StoreOnScript> m_shop;
     std::unique_ptr<TapeDetailController> m_screen;
     const QString m_path = u"/api/tv/tape/9007199254740993"_s;
-    static constexpr qint64 id = 9007199254740993; // one more than a double can count to
+    static constexpr qint64 id = 9007199254740993; // larger than the integers that a double represents exactly
 };

@@ -2,25 +2,25 @@
 
 #include <QSignalSpy>
 
-/** Where a tape starts when it is played from its screen, and what covers the screen. */
+/** Tests where a tape starts when it is played from its screen, and which screen covers it. */
 class TapeDetailPlayingTest : public TapeDetailOnScript
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void withoutAPositionTheTapeStartsAtItsTop();
-    void aPositionIsResumedOrStartedOver();
-    void thePositionIsReadAgainWhenThePlayerCloses();
-    void aPositionThatThePlayerKeepsInGoingIsShown();
-    void thePositionIsReadAgainOnAppearing();
-    void aDamagedPositionIsNone_data();
-    void aDamagedPositionIsNone();
-    void thePositionIsThatOfTheTapeOnScreen();
-    void startAtKeepsItsLastValue();
-    void readingAndPlayingAreToldOnce();
+    void tapeWithoutPositionStartsAtBeginning();
+    void tapeIsResumedOrStartedOver();
+    void positionIsReadAgainWhenPlayerCloses();
+    void positionSavedWhilePlayerClosesIsShown();
+    void positionIsReadAgainWhenScreenAppears();
+    void invalidStoredPositionIsIgnored_data();
+    void invalidStoredPositionIsIgnored();
+    void positionIsThatOfShownTape();
+    void startAtKeepsLastValue();
+    void readingAndPlayingAreNotifiedOnce();
 };
 
-void TapeDetailPlayingTest::withoutAPositionTheTapeStartsAtItsTop()
+void TapeDetailPlayingTest::tapeWithoutPositionStartsAtBeginning()
 {
     QCOMPARE(m_screen->playText(), u"Push it in"_s);
     QVERIFY(!m_screen->canStartOver());
@@ -29,7 +29,7 @@ void TapeDetailPlayingTest::withoutAPositionTheTapeStartsAtItsTop()
     QCOMPARE(m_screen->startAt(), 0.0);
 }
 
-void TapeDetailPlayingTest::aPositionIsResumedOrStartedOver()
+void TapeDetailPlayingTest::tapeIsResumedOrStartedOver()
 {
     (*m_shop)->saveResume(id, 3725.5);
     m_screen->appear();
@@ -44,7 +44,7 @@ void TapeDetailPlayingTest::aPositionIsResumedOrStartedOver()
     QCOMPARE(m_screen->startAt(), 0.0);
 }
 
-void TapeDetailPlayingTest::thePositionIsReadAgainWhenThePlayerCloses()
+void TapeDetailPlayingTest::positionIsReadAgainWhenPlayerCloses()
 {
     m_screen->appear();
     m_screen->play();
@@ -58,7 +58,7 @@ void TapeDetailPlayingTest::thePositionIsReadAgainWhenThePlayerCloses()
     QVERIFY(!m_screen->canStartOver());
 }
 
-void TapeDetailPlayingTest::aPositionThatThePlayerKeepsInGoingIsShown()
+void TapeDetailPlayingTest::positionSavedWhilePlayerClosesIsShown()
 {
     m_screen->play();
     connect(m_screen.get(), &TapeDetailController::playingChanged, this, [this] { m_shop->store->saveResume(id, 95); });
@@ -66,7 +66,7 @@ void TapeDetailPlayingTest::aPositionThatThePlayerKeepsInGoingIsShown()
     QVERIFY(m_screen->canStartOver());
 }
 
-void TapeDetailPlayingTest::thePositionIsReadAgainOnAppearing()
+void TapeDetailPlayingTest::positionIsReadAgainWhenScreenAppears()
 {
     m_screen->appear();
     m_screen->disappear();
@@ -75,36 +75,36 @@ void TapeDetailPlayingTest::thePositionIsReadAgainOnAppearing()
     QCOMPARE(m_screen->playText(), u"Resume at 2:05"_s);
 }
 
-void TapeDetailPlayingTest::aDamagedPositionIsNone_data()
+void TapeDetailPlayingTest::invalidStoredPositionIsIgnored_data()
 {
-    QTest::addColumn<double>("kept");
-    QTest::newRow("no number") << qQNaN();
-    QTest::newRow("without end") << qInf();
-    QTest::newRow("before the top") << -125.0;
+    QTest::addColumn<double>("stored");
+    QTest::newRow("not a number") << qQNaN();
+    QTest::newRow("infinite") << qInf();
+    QTest::newRow("negative") << -125.0;
 }
 
-void TapeDetailPlayingTest::aDamagedPositionIsNone()
+void TapeDetailPlayingTest::invalidStoredPositionIsIgnored()
 {
-    QFETCH(const double, kept);
-    m_shop->defaults.setNumber(u"resume.tape.9007199254740993"_s, kept);
+    QFETCH(const double, stored);
+    m_shop->defaults.setNumber(u"resume.tape.9007199254740993"_s, stored);
     m_screen->appear();
     QCOMPARE(m_screen->playText(), u"Push it in"_s);
     m_screen->play();
     QCOMPARE(m_screen->startAt(), 0.0);
 }
 
-void TapeDetailPlayingTest::thePositionIsThatOfTheTapeOnScreen()
+void TapeDetailPlayingTest::positionIsThatOfShownTape()
 {
     (*m_shop)->saveResume(id, 125);
     (*m_shop)->saveResume(7, 250);
     m_screen->appear();
     QCOMPARE(m_screen->playText(), u"Resume at 2:05"_s);
     m_shop->answer(m_path, R"({"id": 7})");
-    m_shop->settle();
+    m_shop->waitForDecoding();
     QCOMPARE(m_screen->playText(), u"Resume at 2:05"_s);
 }
 
-void TapeDetailPlayingTest::startAtKeepsItsLastValue()
+void TapeDetailPlayingTest::startAtKeepsLastValue()
 {
     (*m_shop)->saveResume(id, 125);
     m_screen->appear();
@@ -114,7 +114,7 @@ void TapeDetailPlayingTest::startAtKeepsItsLastValue()
     QCOMPARE(m_screen->startAt(), 125.0);
 }
 
-void TapeDetailPlayingTest::readingAndPlayingAreToldOnce()
+void TapeDetailPlayingTest::readingAndPlayingAreNotifiedOnce()
 {
     QSignalSpy playing(m_screen.get(), &TapeDetailController::playingChanged);
     QSignalSpy reading(m_screen.get(), &TapeDetailController::readingTranscriptChanged);

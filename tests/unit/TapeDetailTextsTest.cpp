@@ -55,59 +55,59 @@ class TapeDetailTextsTest : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void thePlayButtonOffersToResume_data();
-    void thePlayButtonOffersToResume();
-    void theOtherButtonsSayWhatTheyDo();
-    void theBadgesSayWhatTheBoxSays();
-    void anAgendaHasItsBadge();
-    void theTaglineStandsInCurlyQuotes();
-    void theCatalogueLineEndsWithTheLongRating();
-    void aLongTitleAndSynopsisAreWhole();
-    void aTitleNobodyWouldReadToItsEndIsCut();
-    void theSizeIsInMegabytesUpToAGigabyte_data();
-    void theSizeIsInMegabytesUpToAGigabyte();
-    void threeDocumentsAreNamedAndTheRestCounted_data();
-    void threeDocumentsAreNamedAndTheRestCounted();
-    void aDocumentWithAnEndlessTitleHidesNoCount();
-    void theFactsStandInTheirOrder();
-    void whatIsEmptyHasNoRow_data();
-    void whatIsEmptyHasNoRow();
-    void theBodyHasItsRowEvenWhenItIsEmpty();
-    void withoutATranscriptNoneWasHarvested();
-    void documentsHaveTheLastRow();
-    void anEndlessValueIsShortened();
+    void playButtonOffersToResume_data();
+    void playButtonOffersToResume();
+    void otherButtonsHaveTexts();
+    void badgesShowRuntimeAndSpeed();
+    void agendaHasBadge();
+    void taglineIsInCurlyQuotes();
+    void catalogueLineEndsWithFullRating();
+    void longTitleAndSynopsisAreNotCut();
+    void veryLongTitleAndSynopsisAreCut();
+    void sizeIsInMegabytesBelowOneGigabyte_data();
+    void sizeIsInMegabytesBelowOneGigabyte();
+    void threeDocumentsAreNamedAndOthersCounted_data();
+    void threeDocumentsAreNamedAndOthersCounted();
+    void veryLongDocumentTitleDoesNotHideCount();
+    void factsAreInOrder();
+    void emptyFactHasNoRow_data();
+    void emptyFactHasNoRow();
+    void emptyBodyHasRow();
+    void tapeWithoutTranscriptShowsNoneHarvested();
+    void documentsAreInLastRow();
+    void veryLongValueIsCut();
 };
 
 void TapeDetailTextsTest::initTestCase()
 {
-    // No number may follow the machine's locale; where the machine has no such locale the test has less to catch.
+    // No number may depend on the system locale. If this locale is not installed, the test detects less.
     setlocale(LC_ALL, "de_DE.UTF-8");
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
 }
 
-void TapeDetailTextsTest::thePlayButtonOffersToResume_data()
+void TapeDetailTextsTest::playButtonOffersToResume_data()
 {
     QTest::addColumn<double>("position");
     QTest::addColumn<QString>("text");
-    QTest::newRow("nothing kept") << 0.0 << u"Push it in"_s;
+    QTest::newRow("no position") << 0.0 << u"Push it in"_s;
     QTest::newRow("less than a minute") << 59.4 << u"Resume at 0:59"_s;
     QTest::newRow("nearly an hour") << 3599.9 << u"Resume at 59:59"_s;
     QTest::newRow("an hour") << 3600.0 << u"Resume at 1:00:00"_s;
 }
 
-void TapeDetailTextsTest::thePlayButtonOffersToResume()
+void TapeDetailTextsTest::playButtonOffersToResume()
 {
     QFETCH(const double, position);
     QTEST(TapeDetailTexts::play(position), "text");
 }
 
-void TapeDetailTextsTest::theOtherButtonsSayWhatTheyDo()
+void TapeDetailTextsTest::otherButtonsHaveTexts()
 {
     QCOMPARE(TapeDetailTexts::startOver(), u"Start over"_s);
     QCOMPARE(TapeDetailTexts::readTranscript(), u"Read the transcript"_s);
 }
 
-void TapeDetailTextsTest::theBadgesSayWhatTheBoxSays()
+void TapeDetailTextsTest::badgesShowRuntimeAndSpeed()
 {
     VHSCover cover;
     cover.runtime = 214;
@@ -116,7 +116,7 @@ void TapeDetailTextsTest::theBadgesSayWhatTheBoxSays()
     QCOMPARE(TapeDetailTexts::speedBadge(cover), u"EP MODE"_s);
 }
 
-void TapeDetailTextsTest::anAgendaHasItsBadge()
+void TapeDetailTextsTest::agendaHasBadge()
 {
     VHSCover cover;
     QCOMPARE(TapeDetailTexts::agendaBadge(cover), QString());
@@ -124,14 +124,14 @@ void TapeDetailTextsTest::anAgendaHasItsBadge()
     QCOMPARE(TapeDetailTexts::agendaBadge(cover), u"◈ AGENDA ENCLOSED"_s);
 }
 
-void TapeDetailTextsTest::theTaglineStandsInCurlyQuotes()
+void TapeDetailTextsTest::taglineIsInCurlyQuotes()
 {
     VHSCover cover;
     cover.tagline = u"Every vote leaves a wake."_s;
     QCOMPARE(TapeDetailTexts::tagline(cover), u"\u201CEvery vote leaves a wake.\u201D"_s);
 }
 
-void TapeDetailTextsTest::theCatalogueLineEndsWithTheLongRating()
+void TapeDetailTextsTest::catalogueLineEndsWithFullRating()
 {
     VHSCover cover;
     cover.catalogNo = u"RW 1130 · SP"_s;
@@ -139,7 +139,7 @@ void TapeDetailTextsTest::theCatalogueLineEndsWithTheLongRating()
     QCOMPARE(TapeDetailTexts::catalogueLine(cover), u"Cat. RW 1130 · SP · NO RECESS — mature deliberation"_s);
 }
 
-void TapeDetailTextsTest::aLongTitleAndSynopsisAreWhole()
+void TapeDetailTextsTest::longTitleAndSynopsisAreNotCut()
 {
     VHSCover cover;
     cover.title = QString(4000, u't');
@@ -148,7 +148,7 @@ void TapeDetailTextsTest::aLongTitleAndSynopsisAreWhole()
     QCOMPARE(TapeDetailTexts::synopsis(cover), cover.synopsis);
 }
 
-void TapeDetailTextsTest::aTitleNobodyWouldReadToItsEndIsCut()
+void TapeDetailTextsTest::veryLongTitleAndSynopsisAreCut()
 {
     VHSCover cover;
     cover.title = QString(1'000'000, u't');
@@ -157,33 +157,33 @@ void TapeDetailTextsTest::aTitleNobodyWouldReadToItsEndIsCut()
     QCOMPARE(TapeDetailTexts::synopsis(cover), QString(4000, u't') + u'…');
 }
 
-void TapeDetailTextsTest::theSizeIsInMegabytesUpToAGigabyte_data()
+void TapeDetailTextsTest::sizeIsInMegabytesBelowOneGigabyte_data()
 {
     constexpr qint64 mebibyte = 1048576;
     QTest::addColumn<qint64>("bytes");
     QTest::addColumn<QString>("text");
-    QTest::newRow("nothing") << qint64(0) << u"0 MB · self-hosted"_s;
-    QTest::newRow("a tie goes to the even digit below") << mebibyte / 2 << u"0 MB · self-hosted"_s;
+    QTest::newRow("zero") << qint64(0) << u"0 MB · self-hosted"_s;
+    QTest::newRow("half is rounded down to even") << mebibyte / 2 << u"0 MB · self-hosted"_s;
     QTest::newRow("more than half") << mebibyte / 2 + 1 << u"1 MB · self-hosted"_s;
-    QTest::newRow("a tie goes to the even digit above") << mebibyte * 3 / 2 << u"2 MB · self-hosted"_s;
+    QTest::newRow("half is rounded up to even") << mebibyte * 3 / 2 << u"2 MB · self-hosted"_s;
     QTest::newRow("megabytes") << 500 * mebibyte << u"500 MB · self-hosted"_s;
     QTest::newRow("nearly a gigabyte") << qint64(1023.6 * mebibyte) << u"1024 MB · self-hosted"_s;
     QTest::newRow("a byte less than a gigabyte") << 1024 * mebibyte - 1 << u"1024 MB · self-hosted"_s;
     QTest::newRow("a gigabyte") << qint64(1073741824) << u"1.0 GB · self-hosted"_s;
-    QTest::newRow("a tie of tenths") << 1280 * mebibyte << u"1.2 GB · self-hosted"_s;
+    QTest::newRow("half of a tenth") << 1280 * mebibyte << u"1.2 GB · self-hosted"_s;
     QTest::newRow("gigabytes") << 2600 * mebibyte << u"2.5 GB · self-hosted"_s;
     QTest::newRow("no grouping") << 2048000 * mebibyte << u"2000.0 GB · self-hosted"_s;
-    QTest::newRow("the most there can be") << std::numeric_limits<qint64>::max() << u"8589934592.0 GB · self-hosted"_s;
-    QTest::newRow("below nothing") << -5 * mebibyte << u"-5 MB · self-hosted"_s;
+    QTest::newRow("largest integer") << std::numeric_limits<qint64>::max() << u"8589934592.0 GB · self-hosted"_s;
+    QTest::newRow("negative") << -5 * mebibyte << u"-5 MB · self-hosted"_s;
 }
 
-void TapeDetailTextsTest::theSizeIsInMegabytesUpToAGigabyte()
+void TapeDetailTextsTest::sizeIsInMegabytesBelowOneGigabyte()
 {
     QFETCH(const qint64, bytes);
     QTEST(TapeDetailTexts::size(bytes), "text");
 }
 
-void TapeDetailTextsTest::threeDocumentsAreNamedAndTheRestCounted_data()
+void TapeDetailTextsTest::threeDocumentsAreNamedAndOthersCounted_data()
 {
     QTest::addColumn<QStringList>("titles");
     QTest::addColumn<QString>("text");
@@ -196,20 +196,20 @@ void TapeDetailTextsTest::threeDocumentsAreNamedAndTheRestCounted_data()
     QTest::newRow("without a title") << QStringList{u""_s, u"B"_s} << u" · B"_s;
 }
 
-void TapeDetailTextsTest::threeDocumentsAreNamedAndTheRestCounted()
+void TapeDetailTextsTest::threeDocumentsAreNamedAndOthersCounted()
 {
     QFETCH(const QStringList, titles);
     QTEST(TapeDetailTexts::documents(documentsNamed(titles)), "text");
 }
 
-void TapeDetailTextsTest::aDocumentWithAnEndlessTitleHidesNoCount()
+void TapeDetailTextsTest::veryLongDocumentTitleDoesNotHideCount()
 {
     const QString text = TapeDetailTexts::documents(documentsNamed({QString(1'000'000, u'A'), u"B"_s, u"C"_s, u"D"_s}));
     QVERIFY(text.size() < 1100);
     QVERIFY(text.endsWith(u"A… · B · C +1 more"_s));
 }
 
-void TapeDetailTextsTest::theFactsStandInTheirOrder()
+void TapeDetailTextsTest::factsAreInOrder()
 {
     const QList<TapeFact> expected{{u"BODY"_s, u"Council"_s},
                                    {u"RECORDED"_s, u"March 5, 2024"_s},
@@ -220,7 +220,7 @@ void TapeDetailTextsTest::theFactsStandInTheirOrder()
     QCOMPARE(TapeDetailTexts::facts(plainTape(), plainCover()), expected);
 }
 
-void TapeDetailTextsTest::whatIsEmptyHasNoRow_data()
+void TapeDetailTextsTest::emptyFactHasNoRow_data()
 {
     QTest::addColumn<QString>("date");
     QTest::addColumn<QString>("market");
@@ -235,7 +235,7 @@ void TapeDetailTextsTest::whatIsEmptyHasNoRow_data()
     QTest::newRow("none of them") << u""_s << u""_s << u""_s << QStringList{u"BODY"_s, u"TAPE SIZE"_s, u"TRANSCRIPT"_s};
 }
 
-void TapeDetailTextsTest::whatIsEmptyHasNoRow()
+void TapeDetailTextsTest::emptyFactHasNoRow()
 {
     QFETCH(const QString, date);
     QFETCH(const QString, market);
@@ -248,21 +248,21 @@ void TapeDetailTextsTest::whatIsEmptyHasNoRow()
     QTEST(labelsOf(TapeDetailTexts::facts(tape, cover)), "labels");
 }
 
-void TapeDetailTextsTest::theBodyHasItsRowEvenWhenItIsEmpty()
+void TapeDetailTextsTest::emptyBodyHasRow()
 {
     const TapeFact first = TapeDetailTexts::facts({}, {}).constFirst();
     QCOMPARE(first.label, u"BODY"_s);
     QCOMPARE(first.value, QString());
 }
 
-void TapeDetailTextsTest::withoutATranscriptNoneWasHarvested()
+void TapeDetailTextsTest::tapeWithoutTranscriptShowsNoneHarvested()
 {
     Tape tape = plainTape();
     tape.hasTranscript = false;
     QCOMPARE(TapeDetailTexts::facts(tape, plainCover()).constLast().value, u"None harvested"_s);
 }
 
-void TapeDetailTextsTest::documentsHaveTheLastRow()
+void TapeDetailTextsTest::documentsAreInLastRow()
 {
     Tape tape = plainTape();
     tape.documents = documentsNamed({u"Agenda"_s, u"Minutes"_s});
@@ -271,7 +271,7 @@ void TapeDetailTextsTest::documentsHaveTheLastRow()
     QCOMPARE(last.value, u"Agenda · Minutes"_s);
 }
 
-void TapeDetailTextsTest::anEndlessValueIsShortened()
+void TapeDetailTextsTest::veryLongValueIsCut()
 {
     Tape tape = plainTape();
     tape.location = QString(1'000'000, u'x');

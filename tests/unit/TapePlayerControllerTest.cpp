@@ -10,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 
-/** The state of the screen that plays a tape, with a scripted player. */
+/** Tests the controller of the screen that plays a tape, with a scripted player. */
 class TapePlayerControllerTest : public QObject
 {
     Q_OBJECT
@@ -18,31 +18,30 @@ class TapePlayerControllerTest : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
-    void aTapePlaysItsStreamFromTheHub();
-    void theTapeStartsWhereItIsTold();
-    void aTapeWithoutAStreamHasNoPlayableCopy_data();
-    void aTapeWithoutAStreamHasNoPlayableCopy();
-    void withoutAPlayerBackAndStopLeave_data();
-    void withoutAPlayerBackAndStopLeave();
-    void aTapeThatEqualsTheDefaultOneIsTaken();
-    void whatIsKnownOfTheTapeIsToldToThePlayer();
-    void aCoverWithoutASynopsisHasThreeItems();
-    void everyReportIsKept();
-    void aReportInTheFirstMinuteForgetsThePosition();
-    void playingToTheEndForgetsThePosition();
-    void afterAFailureThePlayerStaysWhereItIs();
-    void keysDriveThePlayer();
-    void keysThatLeaveLeave();
-    void leavingKeepsTheLastPositionWritten();
-    void dismantlingIsSafeTwiceAndWithoutAPlayer();
-    void aStoreThatHasGoneIsNotAsked();
+    void tapePlaysItsStreamFromHub();
+    void tapeStartsAtGivenPosition();
+    void tapeWithoutStreamFails_data();
+    void tapeWithoutStreamFails();
+    void withoutPlayerBackAndStopLeave_data();
+    void withoutPlayerBackAndStopLeave();
+    void tapeEqualToDefaultIsSet();
+    void playerGetsMetadataOfTape();
+    void coverWithoutSynopsisGivesThreeItems();
+    void reportedPositionIsSaved();
+    void reportInFirstMinuteRemovesPosition();
+    void playingToEndRemovesPosition();
+    void playerIsKeptAfterFailure();
+    void keysControlPlayer();
+    void stopKeyLeaves();
+    void leavingKeepsLastReportedPosition();
+    void dismantlingIsSafeTwiceAndWithoutPlayer();
+    void destroyedStoreIsNotUsed();
 
 private:
     void open(const QString& path = u"/media/7/index.m3u8"_s, double startAt = 0);
-    double kept() const { return m_store.defaults.number(u"resume.tape.7"_s); }
+    double savedPosition() const { return m_store.defaults.number(u"resume.tape.7"_s); }
 
     ScriptedClock m_clock;
-    Timepiece m_timepiece{m_clock};
     StoreOnScript m_store;
     VHSCover m_cover;
     QPointer<ScriptedVideoPlayer> m_player;
@@ -67,7 +66,7 @@ void TapePlayerControllerTest::cleanup()
 void TapePlayerControllerTest::open(const QString& path, double startAt)
 {
     m_screen = std::make_unique<TapePlayerController>();
-    m_screen->setMakePlayer([this](Clock&) {
+    m_screen->setCreatePlayer([this](Clock&) {
         auto player = std::make_shared<ScriptedVideoPlayer>();
         m_player = player.get();
         return player;
@@ -75,15 +74,15 @@ void TapePlayerControllerTest::open(const QString& path, double startAt)
     Tape tape;
     tape.id = 7;
     tape.streamURLPath = path;
-    m_screen->setStore(m_store.store.get());
-    m_screen->setTimepiece(&m_timepiece);
+    m_screen->setProperty("store", QVariant::fromValue<Store*>(m_store.store.get()));
+    m_screen->setProperty("clock", QVariant::fromValue<Clock*>(&m_clock));
     m_screen->setProperty("tape", QVariant::fromValue(tape));
     m_screen->setProperty("cover", QVariant::fromValue(m_cover));
     m_screen->setProperty("startAt", startAt);
     m_screen->componentComplete();
 }
 
-void TapePlayerControllerTest::aTapePlaysItsStreamFromTheHub()
+void TapePlayerControllerTest::tapePlaysItsStreamFromHub()
 {
     open();
     QVERIFY(m_player);
@@ -93,20 +92,20 @@ void TapePlayerControllerTest::aTapePlaysItsStreamFromTheHub()
     QCOMPARE(m_screen->failure(), QString());
 }
 
-void TapePlayerControllerTest::theTapeStartsWhereItIsTold()
+void TapePlayerControllerTest::tapeStartsAtGivenPosition()
 {
     open(u"/media/7/index.m3u8"_s, 3725.5);
     QCOMPARE(m_player->seeks.first().seconds, 3725.5);
 }
 
-void TapePlayerControllerTest::aTapeWithoutAStreamHasNoPlayableCopy_data()
+void TapePlayerControllerTest::tapeWithoutStreamFails_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("no path") << QString();
-    QTest::newRow("no address") << u"https://[broken"_s;
+    QTest::newRow("invalid address") << u"https://[broken"_s;
 }
 
-void TapePlayerControllerTest::aTapeWithoutAStreamHasNoPlayableCopy()
+void TapePlayerControllerTest::tapeWithoutStreamFails()
 {
     QFETCH(const QString, path);
     open(path);
@@ -117,11 +116,11 @@ void TapePlayerControllerTest::aTapeWithoutAStreamHasNoPlayableCopy()
     QCOMPARE(m_screen->failure(), u"This tape has no playable copy on the shelf."_s);
 }
 
-void TapePlayerControllerTest::withoutAPlayerBackAndStopLeave_data()
+void TapePlayerControllerTest::withoutPlayerBackAndStopLeave_data()
 {
     QTest::addColumn<int>("key");
     QTest::addColumn<bool>("isAutoRepeat");
-    QTest::addColumn<bool>("isUsed");
+    QTest::addColumn<bool>("isHandled");
     QTest::addColumn<bool>("leaves");
     QTest::newRow("back") << int(Qt::Key_Back) << false << true << true;
     QTest::newRow("back held") << int(Qt::Key_Back) << true << true << false;
@@ -131,19 +130,19 @@ void TapePlayerControllerTest::withoutAPlayerBackAndStopLeave_data()
     QTest::newRow("play/pause") << int(Qt::Key_MediaTogglePlayPause) << false << false << false;
 }
 
-void TapePlayerControllerTest::withoutAPlayerBackAndStopLeave()
+void TapePlayerControllerTest::withoutPlayerBackAndStopLeave()
 {
     QFETCH(const int, key);
     QFETCH(const bool, isAutoRepeat);
     QFETCH(const bool, leaves);
     open({});
-    QSignalSpy left(m_screen.get(), &TapePlayerController::leave);
-    QTEST(m_screen->press(key, isAutoRepeat), "isUsed");
+    QSignalSpy dismissRequested(m_screen.get(), &TapePlayerController::dismissRequested);
+    QTEST(m_screen->press(key, isAutoRepeat), "isHandled");
     QVERIFY(!m_screen->release(key));
-    QCOMPARE(left.count(), leaves ? 1 : 0);
+    QCOMPARE(dismissRequested.count(), leaves ? 1 : 0);
 }
 
-void TapePlayerControllerTest::aTapeThatEqualsTheDefaultOneIsTaken()
+void TapePlayerControllerTest::tapeEqualToDefaultIsSet()
 {
     TapePlayerController screen;
     Tape tape;
@@ -153,7 +152,7 @@ void TapePlayerControllerTest::aTapeThatEqualsTheDefaultOneIsTaken()
     QCOMPARE(screen.tape().streamURLPath, tape.streamURLPath);
 }
 
-void TapePlayerControllerTest::whatIsKnownOfTheTapeIsToldToThePlayer()
+void TapePlayerControllerTest::playerGetsMetadataOfTape()
 {
     open();
     const QList<MetadataItem> expected{
@@ -166,7 +165,7 @@ void TapePlayerControllerTest::whatIsKnownOfTheTapeIsToldToThePlayer()
     QCOMPARE(m_screen->controls()->title(), u"Harbor Commission"_s);
 }
 
-void TapePlayerControllerTest::aCoverWithoutASynopsisHasThreeItems()
+void TapePlayerControllerTest::coverWithoutSynopsisGivesThreeItems()
 {
     m_cover.synopsis.clear();
     open();
@@ -175,18 +174,18 @@ void TapePlayerControllerTest::aCoverWithoutASynopsisHasThreeItems()
     QCOMPARE(items.last().identifier, MetadataItem::Identifier::Publisher);
 }
 
-void TapePlayerControllerTest::everyReportIsKept()
+void TapePlayerControllerTest::reportedPositionIsSaved()
 {
     open();
     m_player->showPicture();
     QVERIFY(!m_store.defaults.contains(u"resume.tape.7"_s));
     for (const double seconds : {70.0, 80.0, 60.0, 3725.5}) {
         m_player->report(seconds);
-        QCOMPARE(kept(), seconds);
+        QCOMPARE(savedPosition(), seconds);
     }
 }
 
-void TapePlayerControllerTest::aReportInTheFirstMinuteForgetsThePosition()
+void TapePlayerControllerTest::reportInFirstMinuteRemovesPosition()
 {
     m_store->saveResume(7, 125);
     open();
@@ -195,7 +194,7 @@ void TapePlayerControllerTest::aReportInTheFirstMinuteForgetsThePosition()
     QVERIFY(!m_store.defaults.contains(u"resume.tape.7"_s));
 }
 
-void TapePlayerControllerTest::playingToTheEndForgetsThePosition()
+void TapePlayerControllerTest::playingToEndRemovesPosition()
 {
     m_store->saveResume(7, 125);
     open();
@@ -206,7 +205,7 @@ void TapePlayerControllerTest::playingToTheEndForgetsThePosition()
     QVERIFY(!m_screen->hasFailed());
 }
 
-void TapePlayerControllerTest::afterAFailureThePlayerStaysWhereItIs()
+void TapePlayerControllerTest::playerIsKeptAfterFailure()
 {
     m_store->saveResume(7, 125);
     open();
@@ -220,13 +219,13 @@ void TapePlayerControllerTest::afterAFailureThePlayerStaysWhereItIs()
     QCOMPARE(m_screen->player(), m_player.data());
     QCOMPARE(m_player->position(), 300.0);
     QVERIFY(m_player->item());
-    QCOMPARE(kept(), 125.0);
-    // The panel's button is to get these.
+    QCOMPARE(savedPosition(), 125.0);
+    // These keys are for the button of the failure panel.
     QVERIFY(!m_screen->press(Qt::Key_Select, false));
     QVERIFY(!m_screen->press(Qt::Key_Down, false));
 }
 
-void TapePlayerControllerTest::keysDriveThePlayer()
+void TapePlayerControllerTest::keysControlPlayer()
 {
     open();
     m_player->showPicture();
@@ -234,42 +233,42 @@ void TapePlayerControllerTest::keysDriveThePlayer()
     QCOMPARE(m_player->timeControl(), VideoPlayer::TimeControl::Paused);
 }
 
-void TapePlayerControllerTest::keysThatLeaveLeave()
+void TapePlayerControllerTest::stopKeyLeaves()
 {
     open();
     m_player->showPicture();
-    QSignalSpy left(m_screen.get(), &TapePlayerController::leave);
+    QSignalSpy dismissRequested(m_screen.get(), &TapePlayerController::dismissRequested);
     QVERIFY(m_screen->press(Qt::Key_MediaStop, false));
-    QCOMPARE(left.count(), 1);
+    QCOMPARE(dismissRequested.count(), 1);
 }
 
-void TapePlayerControllerTest::leavingKeepsTheLastPositionWritten()
+void TapePlayerControllerTest::leavingKeepsLastReportedPosition()
 {
     open();
     m_player->showPicture();
     m_player->report(600);
     m_player->moveTo(605);
     const int writes = m_store.defaults.writes();
-    m_screen->dismantle();
+    m_screen->tearDown();
     QVERIFY(!m_player);
     QVERIFY(!m_screen->player());
     m_screen.reset();
-    QCOMPARE(kept(), 600.0);
+    QCOMPARE(savedPosition(), 600.0);
     QCOMPARE(m_store.defaults.writes(), writes);
 }
 
-void TapePlayerControllerTest::dismantlingIsSafeTwiceAndWithoutAPlayer()
+void TapePlayerControllerTest::dismantlingIsSafeTwiceAndWithoutPlayer()
 {
     open();
-    m_screen->dismantle();
-    m_screen->dismantle();
+    m_screen->tearDown();
+    m_screen->tearDown();
     QVERIFY(!m_screen->player());
     open({});
-    m_screen->dismantle();
+    m_screen->tearDown();
     QVERIFY(!m_screen->player());
 }
 
-void TapePlayerControllerTest::aStoreThatHasGoneIsNotAsked()
+void TapePlayerControllerTest::destroyedStoreIsNotUsed()
 {
     open();
     m_player->showPicture();

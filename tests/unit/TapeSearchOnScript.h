@@ -3,7 +3,7 @@
 #include "StoreOnScript.h"
 #include "TapeSearchController.h"
 
-/** The tape search without a window, on a store whose hub answers when and what the test says. */
+/** Base class of tests that use the tape search without a window, with a scripted hub. */
 class TapeSearchOnScript : public QObject
 {
     Q_OBJECT
@@ -11,15 +11,15 @@ class TapeSearchOnScript : public QObject
 private Q_SLOTS:
     void init()
     {
-        m_house = std::make_unique<StoreOnScript>();
+        m_fixture = std::make_unique<StoreOnScript>();
         m_screen = std::make_unique<TapeSearchController>();
-        m_screen->setStore(m_house->store.get());
+        m_screen->setProperty("store", QVariant::fromValue<Store*>(m_fixture->store.get()));
     }
 
     void cleanup()
     {
         m_screen.reset();
-        m_house.reset();
+        m_fixture.reset();
         QCoreApplication::processEvents();
     }
 
@@ -40,6 +40,6 @@ protected:
         return titles;
     }
 
-    std::unique_ptr<StoreOnScript> m_house;
+    std::unique_ptr<StoreOnScript> m_fixture;
     std::unique_ptr<TapeSearchController> m_screen;
 };

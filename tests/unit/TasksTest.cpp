@@ -1,4 +1,3 @@
-#include "CancelToken.h"
 #include "Completion.h"
 #include "TaskScope.h"
 #include "Worker.h"
@@ -6,16 +5,18 @@
 #include <QCoroTask>
 #include <QTest>
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <stop_token>
 
 namespace {
 
-/** Waits for `completion` and leaves what it got, and whether the token held at the time, in `seen`. */
-QCoro::Task<> wait(Completion<int> completion, CancelToken token, std::shared_ptr<QList<int>> seen)
+/** Awaits `completion` and appends its value to `seen`, negated if the token was cancelled by then. */
+QCoro::Task<> wait(Completion<int> completion, std::stop_token token, std::shared_ptr<QList<int>> seen)
 {
     const int value = co_await completion;
-    seen->append(token.isCancelled() ? -value : value);
+    seen->append(token.stop_requested() ? -value : value);
 }
 
 } // namespace
@@ -25,127 +26,85 @@ class TasksTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aTokenOfNobodyIsNeverCancelled()
-    {
-        const CancelToken token;
-        const auto registration = token.onCancel([] { QFAIL("called"); });
-        QVERIFY(!token.isCancelled());
-    }
-
-    void endingAScopeCancelsItsTokensInsideTheCall()
+    void destroyingScopeCancelsItsTokensAtOnce()
     {
         int calls = 0;
         auto scope = std::make_optional<TaskScope>();
-        const CancelToken token = scope->token();
-        const auto registration = token.onCancel([&] { ++calls; });
+        const std::stop_token token = scope->token();
+        const std::stop_callback registration(token, [&] { ++calls; });
         scope.reset();
         QCOMPARE(calls, 1);
-        QVERIFY(token.isCancelled());
+        QVERIFY(token.stop_requested());
     }
 
-    void aScopeCancelledGivesFreshTokensAfterwards()
+    void cancelledScopeGivesNewTokens()
     {
         TaskScope scope;
-        const CancelToken before = scope.token();
+        const std::stop_token before = scope.token();
         scope.cancel();
-        QVERIFY(before.isCancelled());
-        QVERIFY(!scope.token().isCancelled());
+        QVERIFY(before.stop_requested());
+        QVERIFY(!scope.token().stop_requested());
     }
 
-    void aRegistrationThatIsGoneIsNotCalled()
+    void callbackMayCancelAgain()
     {
         TaskScope scope;
-        {
-            const auto registration = scope.token().onCancel([] { QFAIL("called"); });
-        }
-        scope.cancel();
-    }
-
-    void aRegistrationMovesWithItsCallback()
-    {
-        int first = 0;
-        int second = 0;
-        TaskScope scope;
-        CancelToken::Registration kept = scope.token().onCancel([&] { ++first; });
-        kept = scope.token().onCancel([&] { ++second; });
-        const CancelToken::Registration moved = std::move(kept);
-        scope.cancel();
-        QCOMPARE(first, 0);
-        QCOMPARE(second, 1);
-    }
-
-    void registeringWithACancelledTokenCallsAtOnce()
-    {
-        TaskScope scope;
-        const CancelToken token = scope.token();
-        scope.cancel();
         int calls = 0;
-        const auto registration = token.onCancel([&] { ++calls; });
-        QCOMPARE(calls, 1);
-    }
-
-    void aCallbackMayTakeAnotherBackAndCancelAgain()
-    {
-        TaskScope scope;
-        const CancelToken token = scope.token();
-        std::optional<CancelToken::Registration> second;
-        int calls = 0;
-        const auto first = token.onCancel([&] {
+        const std::stop_callback registration(scope.token(), [&] {
             ++calls;
-            second.reset();
             scope.cancel();
         });
-        second = token.onCancel([&] { ++calls; });
         scope.cancel();
         QCOMPARE(calls, 1);
     }
 
-    void aJoinedTokenEndsWithWhicheverGoesFirst_data()
+    void linkedTokenIsStoppedByEitherScope_data()
     {
-        QTest::addColumn<bool>("callerGoesFirst");
+        QTest::addColumn<bool>("callerIsFirst");
         QTest::newRow("the scope") << false;
         QTest::newRow("the caller") << true;
     }
-    void aJoinedTokenEndsWithWhicheverGoesFirst()
+    void linkedTokenIsStoppedByEitherScope()
     {
-        QFETCH(bool, callerGoesFirst);
+        QFETCH(bool, callerIsFirst);
         TaskScope scope;
         TaskScope caller;
         int calls = 0;
-        const CancelToken joined = scope.token(caller.token());
-        const auto registration = joined.onCancel([&] { ++calls; });
-        (callerGoesFirst ? caller : scope).cancel();
-        QVERIFY(joined.isCancelled());
-        (callerGoesFirst ? scope : caller).cancel();
+        const LinkedStopSource linked(scope.token(), caller.token());
+        const std::stop_callback registration(linked.token(), [&] { ++calls; });
+        (callerIsFirst ? caller : scope).cancel();
+        QVERIFY(linked.token().stop_requested());
+        (callerIsFirst ? scope : caller).cancel();
         QCOMPARE(calls, 1);
     }
 
-    void joiningWithACancelledCallerIsCancelledAtOnce()
+    void tokenLinkedToStoppedTokenIsStopped()
     {
         TaskScope scope;
         TaskScope caller;
-        const CancelToken ended = caller.token();
+        const std::stop_token stopped = caller.token();
         caller.cancel();
-        QVERIFY(scope.token(ended).isCancelled());
-        QVERIFY(!scope.token().isCancelled());
+        QVERIFY(LinkedStopSource(scope.token(), stopped).token().stop_requested());
+        QVERIFY(!scope.token().stop_requested());
     }
 
-    void aJoinedTokenThatIsDroppedLeavesNothingBehind()
+    void linkedSourceMayBeDestroyedWhileItStops()
     {
         TaskScope scope;
         TaskScope caller;
-        auto witness = std::make_shared<int>(0);
-        {
-            const CancelToken joined = scope.token(caller.token());
-            const auto registration = joined.onCancel([witness] { ++*witness; });
-            QCOMPARE(witness.use_count(), 2);
-        }
-        QCOMPARE(witness.use_count(), 1);
+        auto linked = std::make_unique<LinkedStopSource>(scope.token(), caller.token());
+        std::optional<std::stop_callback<std::function<void()>>> registration;
+        int calls = 0;
+        registration.emplace(linked->token(), [&] {
+            ++calls;
+            linked.reset();
+        });
+        scope.cancel();
         caller.cancel();
-        QCOMPARE(*witness, 0);
+        QCOMPARE(calls, 1);
     }
 
-    void aCompletionResumesInsideResolveAndOnlyOnce()
+    void completionResumesInsideResolveOnlyOnce()
     {
         const Completion<int> completion;
         const auto seen = std::make_shared<QList<int>>();
@@ -156,7 +115,7 @@ private Q_SLOTS:
         QCOMPARE(*seen, QList<int>{7});
     }
 
-    void aCompletionResolvedEarlyDoesNotSuspend()
+    void completionResolvedEarlyDoesNotSuspend()
     {
         const Completion<int> completion;
         completion.resolve(7);
@@ -165,7 +124,7 @@ private Q_SLOTS:
         QCOMPARE(*seen, QList<int>{7});
     }
 
-    void aTaskSeesThatItsObjectIsGone()
+    void taskSeesThatItsScopeIsDestroyed()
     {
         const Completion<int> completion;
         const auto seen = std::make_shared<QList<int>>();
@@ -177,29 +136,29 @@ private Q_SLOTS:
         QCOMPARE(*seen, QList<int>{-7});
     }
 
-    void aWorkerWorksElsewhereInOrderAndAnswersHere()
+    void workerRunsInOrderOnItsThreadAndCompletesOnCallers()
     {
         Worker worker;
         const auto* const here = QThread::currentThread();
         const auto seen = std::make_shared<QList<int>>();
         QList<Completion<int>> completions;
-        for (int piece = 1; piece <= 20; ++piece) {
-            completions.append(worker.run([piece, here] { return QThread::currentThread() == here ? -1 : piece; }));
+        for (int number = 1; number <= 20; ++number) {
+            completions.append(worker.run([number, here] { return QThread::currentThread() == here ? -1 : number; }));
             wait(completions.last(), {}, seen);
         }
         QVERIFY(seen->isEmpty());
         QTRY_COMPARE(seen->size(), 20);
-        for (int piece = 1; piece <= 20; ++piece)
-            QCOMPARE(seen->at(piece - 1), piece);
+        for (int number = 1; number <= 20; ++number)
+            QCOMPARE(seen->at(number - 1), number);
     }
 
-    void aWorkerThatIsGoneHasDoneItsPiecesAndStillAnswers()
+    void destroyedWorkerHasRunAllAndStillCompletes()
     {
         std::atomic<int> done = 0;
         const auto seen = std::make_shared<QList<int>>();
         {
             Worker worker;
-            for (int piece = 0; piece < 5; ++piece)
+            for (int number = 0; number < 5; ++number)
                 wait(worker.run([&done] { return ++done; }), {}, seen);
         }
         QCOMPARE(done.load(), 5);

@@ -6,29 +6,29 @@
 
 using namespace std::chrono_literals;
 
-/** The periodic time observer, in play time. */
+/** Tests the periodic time observer, which measures play time. */
 class TimeObserverTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyTenSecondsOfPlayTimeAreReported();
-    void nothingIsReportedBeforeThePicture();
-    void openingAtTwentyMinutesNeverReportsZero();
-    void timeThatPassesWithoutPlayIsNotReported();
-    void aJumpIsReportedAtOnce_data();
-    void aJumpIsReportedAtOnce();
-    void aSeekIsReportedWhereItLands();
+    void positionIsReportedEveryTenSecondsOfPlayTime();
+    void nothingIsReportedBeforeFirstPicture();
+    void startAtTwentyMinutesNeverReportsZero();
+    void timeWithoutPlaybackIsNotReported();
+    void jumpIsReportedAtOnce_data();
+    void jumpIsReportedAtOnce();
+    void seekIsReportedAtLandingPosition();
     void smallStepsBackCountAsPlayTime();
-    void aReconnectionReportsNothingOfItsOwn();
-    void whatCannotGoOnWhereItWasIsNotReportedBeforeItIsThere();
-    void whatCannotStartWhereItWasWantedIsNotReportedBeforeItIsThere();
-    void aPictureAtAnUnknownPositionIsWhereItWasWanted();
-    void anotherItemCountsAnew();
-    void anObserverThatIsGoneIsNotCalled();
-    void observersMayGoInsideTheReport();
-    void anObserverMayOutliveThePlayer();
-    void theLongerIntervalReportsLessOften();
+    void reconnectionReportsNothing();
+    void streamRestartedBeforeBreakIsNotReportedUntilPastBreak();
+    void streamStartedBeforeTargetIsNotReportedUntilPastTarget();
+    void pictureAtUnknownPositionIsAtTarget();
+    void anotherItemStartsCountAgain();
+    void destroyedObserverIsNotCalled();
+    void observersMayBeDestroyedInReport();
+    void observerMayOutlivePlayer();
+    void longerIntervalReportsLessOften();
 
 private:
     std::unique_ptr<TimeObserver> observe(StreamOnScript& script, std::chrono::seconds interval = 10s)
@@ -46,7 +46,7 @@ private:
     QList<double> m_reports;
 };
 
-void TimeObserverTest::everyTenSecondsOfPlayTimeAreReported()
+void TimeObserverTest::positionIsReportedEveryTenSecondsOfPlayTime()
 {
     StreamOnScript script;
     const auto observer = observe(script);
@@ -57,7 +57,7 @@ void TimeObserverTest::everyTenSecondsOfPlayTimeAreReported()
     QCOMPARE(m_reports, QList<double>({10, 20, 30, 40}));
 }
 
-void TimeObserverTest::nothingIsReportedBeforeThePicture()
+void TimeObserverTest::nothingIsReportedBeforeFirstPicture()
 {
     StreamOnScript script;
     const auto observer = observe(script);
@@ -69,7 +69,7 @@ void TimeObserverTest::nothingIsReportedBeforeThePicture()
     QCOMPARE(m_reports, QList<double>{});
 }
 
-void TimeObserverTest::openingAtTwentyMinutesNeverReportsZero()
+void TimeObserverTest::startAtTwentyMinutesNeverReportsZero()
 {
     StreamOnScript script;
     const auto observer = observe(script);
@@ -78,7 +78,7 @@ void TimeObserverTest::openingAtTwentyMinutesNeverReportsZero()
     QCOMPARE(m_reports, QList<double>({1210, 1220}));
 }
 
-void TimeObserverTest::timeThatPassesWithoutPlayIsNotReported()
+void TimeObserverTest::timeWithoutPlaybackIsNotReported()
 {
     StreamOnScript script;
     const auto observer = observe(script);
@@ -90,18 +90,18 @@ void TimeObserverTest::timeThatPassesWithoutPlayIsNotReported()
     QCOMPARE(m_reports, QList<double>{});
 }
 
-void TimeObserverTest::aJumpIsReportedAtOnce_data()
+void TimeObserverTest::jumpIsReportedAtOnce_data()
 {
     QTest::addColumn<double>("to");
     QTest::addColumn<bool>("reported");
     QTest::newRow("10 seconds forward") << 70.0 << true;
     QTest::newRow("further") << 77.0 << true;
-    QTest::newRow("less") << 69.0 << false;
+    QTest::newRow("less far forward") << 69.0 << false;
     QTest::newRow("10 seconds back") << 50.0 << true;
     QTest::newRow("less far back") << 51.0 << false;
 }
 
-void TimeObserverTest::aJumpIsReportedAtOnce()
+void TimeObserverTest::jumpIsReportedAtOnce()
 {
     QFETCH(const double, to);
     QFETCH(const bool, reported);
@@ -109,7 +109,7 @@ void TimeObserverTest::aJumpIsReportedAtOnce()
     const auto observer = observe(script);
     script.playFrom(60);
     script.player->seek(to, SeekTolerance::AtOrAfter);
-    script.land(to);
+    script.finishSeek(to);
     QCOMPARE(m_reports, reported ? QList<double>{to} : QList<double>{});
     m_reports.clear();
     if (reported) {
@@ -118,15 +118,15 @@ void TimeObserverTest::aJumpIsReportedAtOnce()
     }
 }
 
-void TimeObserverTest::aSeekIsReportedWhereItLands()
+void TimeObserverTest::seekIsReportedAtLandingPosition()
 {
     StreamOnScript script;
     const auto observer = observe(script);
     script.playFrom(0);
     script.player->seek(90, SeekTolerance::AtOrAfter);
-    script.moveTo(15); // of before the seek
+    script.moveTo(15); // a position from before the seek
     QCOMPARE(m_reports, QList<double>{});
-    script.land(90.4);
+    script.finishSeek(90.4);
     QCOMPARE(m_reports, QList<double>{90.4});
 }
 
@@ -142,7 +142,7 @@ void TimeObserverTest::smallStepsBackCountAsPlayTime()
     QCOMPARE(m_reports, QList<double>{60});
 }
 
-void TimeObserverTest::aReconnectionReportsNothingOfItsOwn()
+void TimeObserverTest::reconnectionReportsNothing()
 {
     StreamOnScript script;
     const auto observer = observe(script);
@@ -151,13 +151,13 @@ void TimeObserverTest::aReconnectionReportsNothingOfItsOwn()
     script.endFile();
     script.clock.advance(1s);
     script.moveTo(0);
-    script.show(65.5);
+    script.showPicture(65.5);
     QCOMPARE(m_reports, QList<double>{});
     script.moveTo(70);
     QCOMPARE(m_reports, QList<double>{70});
 }
 
-void TimeObserverTest::whatCannotGoOnWhereItWasIsNotReportedBeforeItIsThere()
+void TimeObserverTest::streamRestartedBeforeBreakIsNotReportedUntilPastBreak()
 {
     StreamOnScript script;
     const auto observer = observe(script);
@@ -165,19 +165,19 @@ void TimeObserverTest::whatCannotGoOnWhereItWasIsNotReportedBeforeItIsThere()
     script.moveTo(65);
     script.endFile();
     script.clock.advance(1s);
-    script.show(0);
+    script.showPicture(0);
     QCOMPARE(script.player->position(), 0.0);
     play(script, 0, 30);
     script.endFile();
     script.clock.advance(2s);
-    script.show(0);
+    script.showPicture(0);
     play(script, 0, 69.5);
     QCOMPARE(m_reports, QList<double>{});
     play(script, 70, 80);
     QCOMPARE(m_reports, QList<double>({70, 80}));
 }
 
-void TimeObserverTest::whatCannotStartWhereItWasWantedIsNotReportedBeforeItIsThere()
+void TimeObserverTest::streamStartedBeforeTargetIsNotReportedUntilPastTarget()
 {
     StreamOnScript script;
     const auto observer = observe(script);
@@ -185,14 +185,14 @@ void TimeObserverTest::whatCannotStartWhereItWasWantedIsNotReportedBeforeItIsThe
     script.player->seek(60, SeekTolerance::AtOrAfter);
     script.player->play();
     script.start();
-    script.show(0);
+    script.showPicture(0);
     play(script, 0, 69.5);
     QCOMPARE(m_reports, QList<double>{});
     play(script, 70, 75);
     QCOMPARE(m_reports, QList<double>{70});
 }
 
-void TimeObserverTest::aPictureAtAnUnknownPositionIsWhereItWasWanted()
+void TimeObserverTest::pictureAtUnknownPositionIsAtTarget()
 {
     StreamOnScript script;
     const auto observer = observe(script);
@@ -200,17 +200,17 @@ void TimeObserverTest::aPictureAtAnUnknownPositionIsWhereItWasWanted()
     script.moveTo(65);
     script.endFile();
     script.clock.advance(1s);
-    script.show(std::nan(""));
+    script.showPicture(std::nan(""));
     QCOMPARE(script.player->position(), 65.0);
     script.player->seek(90, SeekTolerance::AtOrAfter);
-    script.land(std::nan(""));
+    script.finishSeek(std::nan(""));
     QCOMPARE(script.player->position(), 90.0);
     play(script, 90, 99.5);
     QCOMPARE(m_reports, QList<double>{90});
     QCOMPARE(script.player->position(), 99.5);
 }
 
-void TimeObserverTest::anotherItemCountsAnew()
+void TimeObserverTest::anotherItemStartsCountAgain()
 {
     StreamOnScript script;
     const auto observer = observe(script);
@@ -223,7 +223,7 @@ void TimeObserverTest::anotherItemCountsAnew()
     QCOMPARE(m_reports, QList<double>{10});
 }
 
-void TimeObserverTest::anObserverThatIsGoneIsNotCalled()
+void TimeObserverTest::destroyedObserverIsNotCalled()
 {
     StreamOnScript script;
     auto observer = observe(script);
@@ -233,7 +233,7 @@ void TimeObserverTest::anObserverThatIsGoneIsNotCalled()
     QCOMPARE(m_reports, QList<double>{});
 }
 
-void TimeObserverTest::observersMayGoInsideTheReport()
+void TimeObserverTest::observersMayBeDestroyedInReport()
 {
     StreamOnScript script;
     std::unique_ptr<TimeObserver> first;
@@ -251,7 +251,7 @@ void TimeObserverTest::observersMayGoInsideTheReport()
     QCOMPARE(m_reports, QList<double>{});
 }
 
-void TimeObserverTest::anObserverMayOutliveThePlayer()
+void TimeObserverTest::observerMayOutlivePlayer()
 {
     StreamOnScript script;
     auto observer = observe(script);
@@ -261,7 +261,7 @@ void TimeObserverTest::anObserverMayOutliveThePlayer()
     QCOMPARE(m_reports, QList<double>{});
 }
 
-void TimeObserverTest::theLongerIntervalReportsLessOften()
+void TimeObserverTest::longerIntervalReportsLessOften()
 {
     StreamOnScript script;
     QList<double> often;

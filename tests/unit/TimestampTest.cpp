@@ -6,49 +6,49 @@
 using namespace std::chrono_literals;
 using TimeControl = VideoPlayer::TimeControl;
 
-/** Timestamps that begin anew in the middle of a recording, of 120 seconds. */
+/** Tests timestamps that restart in the middle of a recording of 120 seconds. */
 class TimestampTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void timestampsThatBeginAnewGoOn_data();
-    void timestampsThatBeginAnewGoOn();
-    void theEndIsFoundBehindTimestampsThatBeganAnew();
-    void aSeekIsToThePositionNotTheTimestamp();
-    void aStartAmongTimestampsThatBeganAnewIsWhereItWasWanted();
-    void theBufferedPartIsWithinTheRecording();
-    void anotherItemKnowsNothingOfIt();
+    void positionContinuesWhenTimestampsRestart_data();
+    void positionContinuesWhenTimestampsRestart();
+    void endIsDetectedAfterTimestampsRestart();
+    void seekUsesPositionNotTimestamp();
+    void startAfterTimestampRestartIsAtTarget();
+    void bufferedPositionIsWithinRecording();
+    void anotherItemResetsTimestampOffset();
 };
 
-void TimestampTest::timestampsThatBeginAnewGoOn_data()
+void TimestampTest::positionContinuesWhenTimestampsRestart_data()
 {
-    QTest::addColumn<double>("anew");
-    QTest::newRow("at nothing") << 0.0;
-    QTest::newRow("before nothing") << -16.0;
-    QTest::newRow("before") << 25.0;
-    QTest::newRow("far beyond") << 4000.0;
+    QTest::addColumn<double>("restart");
+    QTest::newRow("at zero") << 0.0;
+    QTest::newRow("negative") << -16.0;
+    QTest::newRow("at an earlier time") << 25.0;
+    QTest::newRow("beyond the end") << 4000.0;
 }
 
-void TimestampTest::timestampsThatBeginAnewGoOn()
+void TimestampTest::positionContinuesWhenTimestampsRestart()
 {
-    QFETCH(const double, anew);
+    QFETCH(const double, restart);
     StreamOnScript script;
     script.playFrom(20);
     script.moveTo(30);
-    script.report(20); // where it was last sent
-    script.jumpTo(anew);
-    script.report(anew + 0.5);
+    script.report(20); // a single report of the position where playback started
+    script.jumpTo(restart);
+    script.report(restart + 0.5);
     QCOMPARE(script.player->timeControl(), TimeControl::Playing);
     const double position = script.player->position();
     QVERIFY2(position > 30 && position < 31, qPrintable(QString::number(position)));
     for (int half = 2; half <= 20; ++half)
-        script.report(anew + half / 2.0);
+        script.report(restart + half / 2.0);
     QVERIFY(std::abs(script.player->position() - 40) < 0.5);
     QCOMPARE(script.engine->loads.size(), 1);
 }
 
-void TimestampTest::theEndIsFoundBehindTimestampsThatBeganAnew()
+void TimestampTest::endIsDetectedAfterTimestampsRestart()
 {
     StreamOnScript script;
     script.playFrom(100);
@@ -61,7 +61,7 @@ void TimestampTest::theEndIsFoundBehindTimestampsThatBeganAnew()
     QCOMPARE(ended.count(), 1);
 }
 
-void TimestampTest::aSeekIsToThePositionNotTheTimestamp()
+void TimestampTest::seekUsesPositionNotTimestamp()
 {
     StreamOnScript script;
     script.playFrom(20);
@@ -69,32 +69,32 @@ void TimestampTest::aSeekIsToThePositionNotTheTimestamp()
     script.jumpTo(0);
     script.player->seek(15, SeekTolerance::AtOrAfter);
     QCOMPARE(script.engine->seeks.last().seconds, 15.0);
-    script.land(15.5);
+    script.finishSeek(15.5);
     QCOMPARE(script.player->position(), 15.5);
     script.moveTo(17);
     QCOMPARE(script.player->position(), 17.0);
 }
 
-void TimestampTest::aStartAmongTimestampsThatBeganAnewIsWhereItWasWanted()
+void TimestampTest::startAfterTimestampRestartIsAtTarget()
 {
     StreamOnScript script;
     script.setItem();
     script.player->seek(60, SeekTolerance::AtOrAfter);
     script.player->play();
     script.start();
-    script.know(120);
-    script.show(4000);
+    script.reportDuration(120);
+    script.showPicture(4000);
     QCOMPARE(script.player->position(), 60.0);
     script.report(4000.5);
     QCOMPARE(script.player->position(), 60.5);
 }
 
-void TimestampTest::theBufferedPartIsWithinTheRecording()
+void TimestampTest::bufferedPositionIsWithinRecording()
 {
     StreamOnScript script;
     script.playFrom(20);
     const auto buffer = [&](double upTo) {
-        script.tell([=, load = script.load()](VideoEngineListener& to) { to.dataBuffered(load, upTo); });
+        script.notify([=, load = script.load()](VideoEngineListener& to) { to.onBufferedToChanged(load, upTo); });
     };
     buffer(4000);
     QCOMPARE(script.player->bufferedTo(), 120.0);
@@ -103,7 +103,7 @@ void TimestampTest::theBufferedPartIsWithinTheRecording()
     QVERIFY(std::abs(script.player->bufferedTo() - 30) < 0.5);
 }
 
-void TimestampTest::anotherItemKnowsNothingOfIt()
+void TimestampTest::anotherItemResetsTimestampOffset()
 {
     StreamOnScript script;
     script.playFrom(20);

@@ -12,7 +12,7 @@ const MediaTrack english{1, Kind::Audio, {}, u"en"_s, true};
 const MediaTrack spanish{2, Kind::Audio, {}, u"es"_s, false};
 const MediaTrack captions{1, Kind::Subtitle, u"Captions"_s, {}, false};
 
-/** The rows as they read, the selected one in brackets. */
+/** The titles of all rows; the selected one is in brackets. */
 QStringList rowsOf(const TrackList& list)
 {
     QStringList rows;
@@ -31,15 +31,15 @@ class TrackListTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void itShowsWhatThereIsToChoose_data();
-    void itShowsWhatThereIsToChoose();
-    void aSelectionChangesInPlace();
-    void otherTracksAreOtherRows();
-    void aPickNamesTheTrack();
-    void noRowIsPickedThatIsNotThere();
+    void listHasRowsOnlyIfThereIsChoice_data();
+    void listHasRowsOnlyIfThereIsChoice();
+    void selectionChangesWithoutReset();
+    void otherTracksResetRows();
+    void pickEmitsKindAndTrack();
+    void invalidRowIsNotPicked();
 };
 
-void TrackListTest::itShowsWhatThereIsToChoose_data()
+void TrackListTest::listHasRowsOnlyIfThereIsChoice_data()
 {
     QTest::addColumn<Kind>("kind");
     QTest::addColumn<QList<MediaTrack>>("tracks");
@@ -57,48 +57,48 @@ void TrackListTest::itShowsWhatThereIsToChoose_data()
                                   << QStringList{u"Off"_s, u"[Captions]"_s};
 }
 
-void TrackListTest::itShowsWhatThereIsToChoose()
+void TrackListTest::listHasRowsOnlyIfThereIsChoice()
 {
     QFETCH(const Kind, kind);
     QFETCH(const QList<MediaTrack>, tracks);
     TrackList list(kind);
-    list.show(tracks);
+    list.setTracks(tracks);
     QTEST(rowsOf(list), "rows");
 }
 
-void TrackListTest::aSelectionChangesInPlace()
+void TrackListTest::selectionChangesWithoutReset()
 {
     TrackList list(Kind::Audio);
-    list.show({english, spanish});
+    list.setTracks({english, spanish});
     const QSignalSpy resets(&list, &QAbstractItemModel::modelReset);
     const QSignalSpy changes(&list, &QAbstractItemModel::dataChanged);
     MediaTrack first = english;
     MediaTrack second = spanish;
     first.selected = false;
     second.selected = true;
-    list.show({first, second});
+    list.setTracks({first, second});
     QCOMPARE(rowsOf(list), (QStringList{u"English"_s, u"[Spanish]"_s}));
     QCOMPARE(resets.count(), 0);
     QCOMPARE(changes.count(), 1);
     QCOMPARE(changes.first().at(1).toModelIndex().row(), 1);
 }
 
-void TrackListTest::otherTracksAreOtherRows()
+void TrackListTest::otherTracksResetRows()
 {
     TrackList list(Kind::Audio);
     const QSignalSpy resets(&list, &QAbstractItemModel::modelReset);
     const QSignalSpy counts(&list, &TrackList::countChanged);
-    list.show({english, spanish});
-    list.show({});
+    list.setTracks({english, spanish});
+    list.setTracks({});
     QCOMPARE(resets.count(), 2);
     QCOMPARE(counts.count(), 2);
     QCOMPARE(list.count(), 0);
 }
 
-void TrackListTest::aPickNamesTheTrack()
+void TrackListTest::pickEmitsKindAndTrack()
 {
     TrackList list(Kind::Subtitle);
-    list.show({captions});
+    list.setTracks({captions});
     const QSignalSpy picks(&list, &TrackList::picked);
     list.pick(1);
     list.pick(0);
@@ -108,13 +108,13 @@ void TrackListTest::aPickNamesTheTrack()
     QCOMPARE(picks.at(1).at(1).toInt(), MediaTrack::none);
 }
 
-void TrackListTest::noRowIsPickedThatIsNotThere()
+void TrackListTest::invalidRowIsNotPicked()
 {
     TrackList list(Kind::Subtitle);
     const QSignalSpy picks(&list, &TrackList::picked);
     list.pick(0);
     list.pick(-1);
-    list.show({captions});
+    list.setTracks({captions});
     list.pick(2);
     QCOMPARE(picks.count(), 0);
 }

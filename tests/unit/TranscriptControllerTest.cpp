@@ -7,7 +7,7 @@
 #include <QSemaphore>
 #include <QSignalSpy>
 
-/** What the transcript's screen shows of what the hub answers, and when. */
+/** Tests what the transcript's screen shows for each answer of the hub, and when. */
 class TranscriptControllerTest : public QObject
 {
     Q_OBJECT
@@ -15,24 +15,24 @@ class TranscriptControllerTest : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
-    void itIsFetchedByTheTapesId();
-    void aTapeWithoutATranscriptAsksNobody();
-    void anArchivedTranscriptIsReflowed();
-    void whatIsNoTranscriptIsToldAsNone_data();
-    void whatIsNoTranscriptIsToldAsNone();
-    void aFailureIsToldInTheHubsWords_data();
-    void aFailureIsToldInTheHubsWords();
-    void aReasonThatIsEmptyLeavesTheSentence();
-    void theWordsAreTheHubs_data();
-    void theWordsAreTheHubs();
-    void whatTheCoverLacksIsNotInTheCaption_data();
-    void whatTheCoverLacksIsNotInTheCaption();
-    void anAnswerAfterTheScreenIsGoneChangesNothing();
-    void leavingEndsTheRequest();
-    void aScreenDestroyedWhileItFetchesHarmsNobody();
-    void aScreenDestroyedWhileItReflowsHarmsNobody();
-    void aTextWithoutLineBreaksIsShownInParts();
-    void nothingIsTriedAgain();
+    void transcriptIsFetchedByIdOfTape();
+    void tapeWithoutTranscriptSendsNothing();
+    void archivedTranscriptIsReflowed();
+    void missingTranscriptShowsMessage_data();
+    void missingTranscriptShowsMessage();
+    void failureShowsHubErrorText_data();
+    void failureShowsHubErrorText();
+    void emptyReasonLeavesSentence();
+    void wordCountIsThatOfHub_data();
+    void wordCountIsThatOfHub();
+    void emptyCoverFieldIsNotInCaption_data();
+    void emptyCoverFieldIsNotInCaption();
+    void answerAfterDisappearingIsIgnored();
+    void disappearingCancelsRequest();
+    void screenMayBeDestroyedWhileFetching();
+    void screenMayBeDestroyedWhileReflowing();
+    void textWithoutLineBreaksIsShownInParts();
+    void nothingIsRetried();
 
 private:
     static QByteArray record(const QString& text, const QString& status = u"archived"_s, qint64 words = 3)
@@ -40,7 +40,7 @@ private:
         return QJsonDocument(QJsonObject{{u"status"_s, status}, {u"text"_s, text}, {u"words"_s, words}}).toJson();
     }
     void answer(const QByteArray& body, int status = 200) { m_hub->answer(m_path, body, status); }
-    bool isThrough() const { return m_screen->state() != TranscriptController::Loading; }
+    bool isFinished() const { return m_screen->state() != TranscriptController::Loading; }
 
     std::unique_ptr<StoreOnScript> m_hub;
     std::unique_ptr<TranscriptController> m_screen;
@@ -53,9 +53,9 @@ void TranscriptControllerTest::init()
     m_hub = std::make_unique<StoreOnScript>();
     m_screen = std::make_unique<TranscriptController>();
     Tape tape;
-    tape.id = 9007199254740993; // one more than a double can count to
+    tape.id = 9007199254740993; // larger than the integers that a double represents exactly
     tape.hasTranscript = true;
-    m_screen->setHub(&m_hub->hub);
+    m_screen->setProperty("hub", QVariant::fromValue<HubAPI*>(&m_hub->hub));
     m_screen->setTape(tape);
 }
 
@@ -66,7 +66,7 @@ void TranscriptControllerTest::cleanup()
     QCoreApplication::processEvents();
 }
 
-void TranscriptControllerTest::itIsFetchedByTheTapesId()
+void TranscriptControllerTest::transcriptIsFetchedByIdOfTape()
 {
     QCOMPARE(m_hub->http.count(), 0);
     m_screen->appear();
@@ -75,7 +75,7 @@ void TranscriptControllerTest::itIsFetchedByTheTapesId()
     QCOMPARE(m_hub->http.request(0).url, QUrl(u"https://hub.example"_s + m_path));
 }
 
-void TranscriptControllerTest::aTapeWithoutATranscriptAsksNobody()
+void TranscriptControllerTest::tapeWithoutTranscriptSendsNothing()
 {
     Tape tape = m_screen->tape();
     tape.hasTranscript = false;
@@ -86,7 +86,7 @@ void TranscriptControllerTest::aTapeWithoutATranscriptAsksNobody()
     QCOMPARE(m_hub->http.count(), 0);
 }
 
-void TranscriptControllerTest::anArchivedTranscriptIsReflowed()
+void TranscriptControllerTest::archivedTranscriptIsReflowed()
 {
     m_screen->appear();
     const QString line = u"twenty characters it"_s;
@@ -97,7 +97,7 @@ void TranscriptControllerTest::anArchivedTranscriptIsReflowed()
     QCOMPARE(m_screen->message(), QString());
 }
 
-void TranscriptControllerTest::whatIsNoTranscriptIsToldAsNone_data()
+void TranscriptControllerTest::missingTranscriptShowsMessage_data()
 {
     QTest::addColumn<QByteArray>("body");
     QTest::newRow("not archived yet") << record(u"Words."_s, u"pending"_s);
@@ -108,7 +108,7 @@ void TranscriptControllerTest::whatIsNoTranscriptIsToldAsNone_data()
     QTest::newRow("an empty record") << QByteArray("{}");
 }
 
-void TranscriptControllerTest::whatIsNoTranscriptIsToldAsNone()
+void TranscriptControllerTest::missingTranscriptShowsMessage()
 {
     QFETCH(const QByteArray, body);
     m_screen->appear();
@@ -119,15 +119,15 @@ void TranscriptControllerTest::whatIsNoTranscriptIsToldAsNone()
     QCOMPARE(m_screen->passages()->rowCount(), 0);
 }
 
-void TranscriptControllerTest::aFailureIsToldInTheHubsWords_data()
+void TranscriptControllerTest::failureShowsHubErrorText_data()
 {
     QTest::addColumn<int>("status");
     QTest::addColumn<QString>("reason");
-    QTest::newRow("refused") << 503 << HubError::http(503).errorDescription();
+    QTest::newRow("error status") << 503 << HubError::http(503).errorDescription();
     QTest::newRow("unreachable") << 0 << u"The network is down."_s;
 }
 
-void TranscriptControllerTest::aFailureIsToldInTheHubsWords()
+void TranscriptControllerTest::failureShowsHubErrorText()
 {
     QFETCH(const int, status);
     QFETCH(const QString, reason);
@@ -140,12 +140,12 @@ void TranscriptControllerTest::aFailureIsToldInTheHubsWords()
     QCOMPARE(m_screen->message(), u"Couldn't reach the transcript. "_s + reason);
 }
 
-void TranscriptControllerTest::aReasonThatIsEmptyLeavesTheSentence()
+void TranscriptControllerTest::emptyReasonLeavesSentence()
 {
     QCOMPARE(TranscriptTexts::outOfReach({}), u"Couldn't reach the transcript. "_s);
 }
 
-void TranscriptControllerTest::theWordsAreTheHubs_data()
+void TranscriptControllerTest::wordCountIsThatOfHub_data()
 {
     QTest::addColumn<qint64>("words");
     QTest::addColumn<QString>("line");
@@ -156,7 +156,7 @@ void TranscriptControllerTest::theWordsAreTheHubs_data()
     QTest::newRow("five digits") << qint64(12408) << u"12,408 words"_s;
 }
 
-void TranscriptControllerTest::theWordsAreTheHubs()
+void TranscriptControllerTest::wordCountIsThatOfHub()
 {
     QFETCH(const qint64, words);
     m_screen->appear();
@@ -167,7 +167,7 @@ void TranscriptControllerTest::theWordsAreTheHubs()
     QCOMPARE(m_screen->passages()->rowCount(), 1);
 }
 
-void TranscriptControllerTest::whatTheCoverLacksIsNotInTheCaption_data()
+void TranscriptControllerTest::emptyCoverFieldIsNotInCaption_data()
 {
     QTest::addColumn<QString>("body");
     QTest::addColumn<QString>("date");
@@ -177,7 +177,7 @@ void TranscriptControllerTest::whatTheCoverLacksIsNotInTheCaption_data()
     QTest::newRow("no date") << u"City Council"_s << QString() << u"THE SPOKEN RECORD · CITY COUNCIL"_s;
 }
 
-void TranscriptControllerTest::whatTheCoverLacksIsNotInTheCaption()
+void TranscriptControllerTest::emptyCoverFieldIsNotInCaption()
 {
     QFETCH(const QString, body);
     QFETCH(const QString, date);
@@ -188,18 +188,18 @@ void TranscriptControllerTest::whatTheCoverLacksIsNotInTheCaption()
     QTEST(m_screen->caption(), "caption");
 }
 
-void TranscriptControllerTest::anAnswerAfterTheScreenIsGoneChangesNothing()
+void TranscriptControllerTest::answerAfterDisappearingIsIgnored()
 {
     m_screen->appear();
     QSignalSpy changed(m_screen.get(), &TranscriptController::stateChanged);
     answer(record(u"Words."_s));
     m_screen->disappear();
-    m_hub->settle();
+    m_hub->waitForDecoding();
     QCOMPARE(changed.count(), 0);
     QCOMPARE(m_screen->state(), TranscriptController::Loading);
 }
 
-void TranscriptControllerTest::leavingEndsTheRequest()
+void TranscriptControllerTest::disappearingCancelsRequest()
 {
     m_screen->appear();
     QVERIFY(m_hub->http.isWaiting(0));
@@ -207,15 +207,15 @@ void TranscriptControllerTest::leavingEndsTheRequest()
     QVERIFY(m_hub->http.wasCancelled(0));
 }
 
-void TranscriptControllerTest::aScreenDestroyedWhileItFetchesHarmsNobody()
+void TranscriptControllerTest::screenMayBeDestroyedWhileFetching()
 {
     m_screen->appear();
     m_screen.reset();
     QVERIFY(m_hub->http.wasCancelled(0));
-    m_hub->settle();
+    m_hub->waitForDecoding();
 }
 
-void TranscriptControllerTest::aScreenDestroyedWhileItReflowsHarmsNobody()
+void TranscriptControllerTest::screenMayBeDestroyedWhileReflowing()
 {
     QSemaphore mayReflow;
     m_screen->reflowWorker().run([&mayReflow] {
@@ -224,16 +224,16 @@ void TranscriptControllerTest::aScreenDestroyedWhileItReflowsHarmsNobody()
     });
     m_screen->appear();
     answer(record(u"Words."_s));
-    // What settles is decoded after the transcript, whose reflow waits for the worker then.
-    m_hub->settle();
-    QVERIFY(!isThrough());
+    // The request of waitForDecoding() is decoded after the transcript. By then the reflow waits for the worker.
+    m_hub->waitForDecoding();
+    QVERIFY(!isFinished());
     mayReflow.release();
-    // The worker ends first, but its result finds no screen any more.
+    // The worker ends first, and its result is delivered after the screen is destroyed.
     m_screen.reset();
     QCoreApplication::processEvents();
 }
 
-void TranscriptControllerTest::aTextWithoutLineBreaksIsShownInParts()
+void TranscriptControllerTest::textWithoutLineBreaksIsShownInParts()
 {
     m_screen->appear();
     const QString text = u"Words without a line break. "_s.repeated(2000).trimmed();
@@ -244,13 +244,13 @@ void TranscriptControllerTest::aTextWithoutLineBreaksIsShownInParts()
         QVERIFY(passage.size() <= 20'000);
 }
 
-void TranscriptControllerTest::nothingIsTriedAgain()
+void TranscriptControllerTest::nothingIsRetried()
 {
     m_screen->appear();
     answer({}, 503);
-    QTRY_VERIFY(isThrough());
-    m_hub->settle();
-    QCOMPARE(m_hub->http.count(), 2); // the transcript, and what settled
+    QTRY_VERIFY(isFinished());
+    m_hub->waitForDecoding();
+    QCOMPARE(m_hub->http.count(), 2); // the transcript's request and that of waitForDecoding()
 }
 
 QTEST_GUILESS_MAIN(TranscriptControllerTest)

@@ -7,7 +7,7 @@
 
 using namespace Qt::StringLiterals;
 
-/** The tuner strip's buttons, and the viewer's place among them. */
+/** Tests the buttons of the tuner strip and the list's current row. */
 class TunerListTest : public QObject
 {
     Q_OBJECT
@@ -15,22 +15,22 @@ class TunerListTest : public QObject
 private Q_SLOTS:
     void init();
 
-    void aButtonSaysItsNumberAndItsLabel();
-    void everyButtonWithTheCurrentNumberIsMarked();
-    void aButtonIsAsLongAsItsTexts();
-    void longTextsAreBounded();
-    void aButtonIsNoLongerThanTheStrip_data();
-    void aButtonIsNoLongerThanTheStrip();
-    void anotherStripChangesNothingForButtonsThatFit();
-    void thereAreButtonsForTheFirstOfVeryManyStations();
-    void theSameStationsAgainChangeNothing();
-    void pickingTellsTheStation();
-    void thePlaceBeginsAtTheCurrentStation_data();
-    void thePlaceBeginsAtTheCurrentStation();
-    void thePlaceGoesWithTheCurrentStation();
-    void aViewerWhoHasMovedOnIsNotCalledBack();
-    void thePlaceStaysOnItsStation_data();
-    void thePlaceStaysOnItsStation();
+    void buttonShowsNumberAndLabel();
+    void buttonsWithCurrentNumberAreMarked();
+    void buttonIsAsWideAsItsTexts();
+    void veryLongTextsAreCut();
+    void buttonIsAtMostAsWideAsStrip_data();
+    void buttonIsAtMostAsWideAsStrip();
+    void widthChangeDoesNotResetButtonsThatFit();
+    void onlyFirst500StationsHaveButtons();
+    void sameStationsAgainChangeNothing();
+    void pickEmitsStation();
+    void currentRowStartsAtCurrentStation_data();
+    void currentRowStartsAtCurrentStation();
+    void currentRowFollowsCurrentStation();
+    void currentRowStaysAfterViewerMoved();
+    void currentRowFollowsItsStation_data();
+    void currentRowFollowsItsStation();
 
 private:
     static TunerStation station(const QString& number)
@@ -59,7 +59,7 @@ QList<TunerStation> TunerListTest::stations(const QStringList& numbers)
     return stations;
 }
 
-void TunerListTest::aButtonSaysItsNumberAndItsLabel()
+void TunerListTest::buttonShowsNumberAndLabel()
 {
     m_list->setStations({{u"5"_s, u"5 O'Clock\nNews"_s, u"/a"_s}, {u"7"_s, {}, u"/b"_s}});
     QCOMPARE(m_list->rowCount(), 2);
@@ -68,7 +68,7 @@ void TunerListTest::aButtonSaysItsNumberAndItsLabel()
     QCOMPARE(button(1, TunerList::LabelRole).toString(), QString());
 }
 
-void TunerListTest::everyButtonWithTheCurrentNumberIsMarked()
+void TunerListTest::buttonsWithCurrentNumberAreMarked()
 {
     m_list->setStations({{u"5"_s, u"A"_s, u"/a"_s}, {u"5"_s, u"B"_s, u"/b"_s}, {u"6"_s, u"A"_s, u"/a"_s}});
     m_list->setCurrent({u"5"_s, u"elsewhere"_s, u"/c"_s});
@@ -77,16 +77,16 @@ void TunerListTest::everyButtonWithTheCurrentNumberIsMarked()
     QVERIFY(!button(2, TunerList::CurrentRole).toBool());
 }
 
-void TunerListTest::aButtonIsAsLongAsItsTexts()
+void TunerListTest::buttonIsAsWideAsItsTexts()
 {
     m_list->setStations(stations({u"12"_s}));
     const double number = std::ceil(QFontMetricsF(TunerList::numberFont()).horizontalAdvance(u"12"_s));
     const double label = std::ceil(QFontMetricsF(TunerList::labelFont()).horizontalAdvance(u"Channel 12"_s));
-    QCOMPARE(button(0, TunerList::NumberExtentRole).toDouble(), number);
+    QCOMPARE(button(0, TunerList::NumberWidthRole).toDouble(), number);
     QCOMPARE(button(0, TunerList::ExtentRole).toDouble(), 2 * (26 + 20) + number + 10 + label);
 }
 
-void TunerListTest::longTextsAreBounded()
+void TunerListTest::veryLongTextsAreCut()
 {
     const QString endless(1'000'000, u'W');
     m_list->setStations({{endless, endless, u"/a"_s}});
@@ -94,15 +94,15 @@ void TunerListTest::longTextsAreBounded()
     QCOMPARE(button(0, TunerList::LabelRole).toString().size(), 1001);
 }
 
-void TunerListTest::aButtonIsNoLongerThanTheStrip_data()
+void TunerListTest::buttonIsAtMostAsWideAsStrip_data()
 {
     QTest::addColumn<QString>("number");
     QTest::addColumn<QString>("label");
     QTest::addColumn<double>("strip");
-    QTest::addColumn<int>("numberExtent"); // -1: as long as it is
-    QTest::addColumn<double>("extent");    // -1: as long as its texts are
+    QTest::addColumn<int>("numberWidth"); // -1: natural width
+    QTest::addColumn<double>("extent");   // -1: natural width of its texts
     const QString endless(1000, u'W');
-    QTest::newRow("a strip of unknown length") << u"12"_s << endless << 0.0 << -1 << -1.0;
+    QTest::newRow("unknown strip width") << u"12"_s << endless << 0.0 << -1 << -1.0;
     QTest::newRow("both fit") << u"12"_s << u"Parks"_s << 1920.0 << -1 << -1.0;
     QTest::newRow("a long label") << u"12"_s << endless << 1920.0 << -1 << 1820.0;
     QTest::newRow("a long number") << endless << QString() << 1920.0 << 1718 << 1820.0;
@@ -110,23 +110,23 @@ void TunerListTest::aButtonIsNoLongerThanTheStrip_data()
     QTest::newRow("on a wider strip") << u"12"_s << endless << 2560.0 << -1 << 2460.0;
 }
 
-void TunerListTest::aButtonIsNoLongerThanTheStrip()
+void TunerListTest::buttonIsAtMostAsWideAsStrip()
 {
     QFETCH(const QString, number);
     QFETCH(const QString, label);
     QFETCH(const double, strip);
-    QFETCH(const int, numberExtent);
+    QFETCH(const int, numberWidth);
     QFETCH(const double, extent);
     m_list->setStations({{number, label, u"/a"_s}});
     m_list->setStripWidth(strip);
     const int wholeNumber = qCeil(QFontMetricsF(TunerList::numberFont()).horizontalAdvance(number));
     const int wholeLabel = qCeil(QFontMetricsF(TunerList::labelFont()).horizontalAdvance(label));
-    QCOMPARE(button(0, TunerList::NumberExtentRole).toInt(), numberExtent < 0 ? wholeNumber : numberExtent);
+    QCOMPARE(button(0, TunerList::NumberWidthRole).toInt(), numberWidth < 0 ? wholeNumber : numberWidth);
     QCOMPARE(button(0, TunerList::ExtentRole).toDouble(),
              extent < 0 ? 2.0 * 46 + 10 + wholeNumber + wholeLabel : extent);
 }
 
-void TunerListTest::anotherStripChangesNothingForButtonsThatFit()
+void TunerListTest::widthChangeDoesNotResetButtonsThatFit()
 {
     m_list->setStations(stations({u"5"_s, u"6"_s}));
     m_list->setCurrent(station(u"6"_s));
@@ -136,10 +136,10 @@ void TunerListTest::anotherStripChangesNothingForButtonsThatFit()
     QCOMPARE(resets.count(), 0);
     m_list->setStripWidth(300);
     QCOMPARE(resets.count(), 1);
-    QCOMPARE(m_list->place(), 1);
+    QCOMPARE(m_list->currentRow(), 1);
 }
 
-void TunerListTest::thereAreButtonsForTheFirstOfVeryManyStations()
+void TunerListTest::onlyFirst500StationsHaveButtons()
 {
     QStringList numbers;
     for (int number = 0; number < 10'000; ++number)
@@ -149,7 +149,7 @@ void TunerListTest::thereAreButtonsForTheFirstOfVeryManyStations()
     QCOMPARE(button(499, TunerList::NumberRole).toString(), u"499"_s);
 }
 
-void TunerListTest::theSameStationsAgainChangeNothing()
+void TunerListTest::sameStationsAgainChangeNothing()
 {
     m_list->setStations(stations({u"5"_s, u"6"_s}));
     m_list->setCurrent(station(u"5"_s));
@@ -163,7 +163,7 @@ void TunerListTest::theSameStationsAgainChangeNothing()
     QCOMPARE(changes.count(), 1);
 }
 
-void TunerListTest::pickingTellsTheStation()
+void TunerListTest::pickEmitsStation()
 {
     m_list->setStations({{u"5"_s, u"A"_s, u"/a"_s}, {u"5"_s, u"B"_s, u"/b"_s}});
     QSignalSpy picks(m_list.get(), &TunerList::picked);
@@ -174,14 +174,14 @@ void TunerListTest::pickingTellsTheStation()
     QCOMPARE(picks.at(0).at(0).value<TunerStation>(), (TunerStation{u"5"_s, u"B"_s, u"/b"_s}));
 }
 
-void TunerListTest::thePlaceBeginsAtTheCurrentStation_data()
+void TunerListTest::currentRowStartsAtCurrentStation_data()
 {
     QTest::addColumn<bool>("stationsFirst");
-    QTest::newRow("the stations come first") << true;
-    QTest::newRow("the current one comes first") << false;
+    QTest::newRow("stations are set first") << true;
+    QTest::newRow("current station is set first") << false;
 }
 
-void TunerListTest::thePlaceBeginsAtTheCurrentStation()
+void TunerListTest::currentRowStartsAtCurrentStation()
 {
     QFETCH(bool, stationsFirst);
     if (stationsFirst)
@@ -189,56 +189,57 @@ void TunerListTest::thePlaceBeginsAtTheCurrentStation()
     m_list->setCurrent(station(u"7"_s));
     if (!stationsFirst)
         m_list->setStations(stations({u"5"_s, u"6"_s, u"7"_s}));
-    QCOMPARE(m_list->place(), 2);
+    QCOMPARE(m_list->currentRow(), 2);
 }
 
-void TunerListTest::thePlaceGoesWithTheCurrentStation()
+void TunerListTest::currentRowFollowsCurrentStation()
 {
     m_list->setStations(stations({u"5"_s, u"6"_s, u"7"_s}));
     m_list->setCurrent(station(u"5"_s));
     m_list->setCurrent(station(u"6"_s));
-    QCOMPARE(m_list->place(), 1);
-    // The hub moves another one to the front.
+    QCOMPARE(m_list->currentRow(), 1);
+    // The hub inserts another station before it.
     m_list->setStations(stations({u"3"_s, u"5"_s, u"6"_s}));
-    QCOMPARE(m_list->place(), 2);
+    QCOMPARE(m_list->currentRow(), 2);
     m_list->setCurrent(station(u"3"_s));
-    QCOMPARE(m_list->place(), 0);
+    QCOMPARE(m_list->currentRow(), 0);
 }
 
-void TunerListTest::aViewerWhoHasMovedOnIsNotCalledBack()
+void TunerListTest::currentRowStaysAfterViewerMoved()
 {
     m_list->setStations(stations({u"5"_s, u"6"_s, u"7"_s}));
     m_list->setCurrent(station(u"5"_s));
-    m_list->setPlace(2);
+    m_list->setCurrentRow(2);
     m_list->setCurrent(station(u"6"_s));
-    QCOMPARE(m_list->place(), 2);
+    QCOMPARE(m_list->currentRow(), 2);
 }
 
-void TunerListTest::thePlaceStaysOnItsStation_data()
+void TunerListTest::currentRowFollowsItsStation_data()
 {
     QTest::addColumn<QStringList>("before");
-    QTest::addColumn<int>("place");
+    QTest::addColumn<int>("currentRow");
     QTest::addColumn<QStringList>("after");
-    QTest::addColumn<int>("newPlace");
-    QTest::newRow("one is added before") << QStringList{u"5"_s, u"7"_s} << 1 << QStringList{u"5"_s, u"6"_s, u"7"_s}
-                                         << 2;
-    QTest::newRow("it goes") << QStringList{u"5"_s, u"6"_s, u"7"_s} << 1 << QStringList{u"7"_s, u"5"_s} << 1;
-    QTest::newRow("it goes, and the current one")
+    QTest::addColumn<int>("newCurrentRow");
+    QTest::newRow("station added before")
+        << QStringList{u"5"_s, u"7"_s} << 1 << QStringList{u"5"_s, u"6"_s, u"7"_s} << 2;
+    QTest::newRow("station removed") << QStringList{u"5"_s, u"6"_s, u"7"_s} << 1 << QStringList{u"7"_s, u"5"_s} << 1;
+    QTest::newRow("station and current station removed")
         << QStringList{u"5"_s, u"6"_s, u"7"_s} << 2 << QStringList{u"8"_s} << 0;
-    QTest::newRow("two share a number") << QStringList{u"5"_s, u"5"_s} << 1 << QStringList{u"5"_s, u"5"_s, u"6"_s} << 1;
-    QTest::newRow("all go") << QStringList{u"5"_s, u"6"_s} << 1 << QStringList() << -1;
+    QTest::newRow("two with the same number")
+        << QStringList{u"5"_s, u"5"_s} << 1 << QStringList{u"5"_s, u"5"_s, u"6"_s} << 1;
+    QTest::newRow("all removed") << QStringList{u"5"_s, u"6"_s} << 1 << QStringList() << -1;
 }
 
-void TunerListTest::thePlaceStaysOnItsStation()
+void TunerListTest::currentRowFollowsItsStation()
 {
     QFETCH(QStringList, before);
-    QFETCH(int, place);
+    QFETCH(int, currentRow);
     QFETCH(QStringList, after);
     m_list->setStations(stations(before));
     m_list->setCurrent(station(u"5"_s));
-    m_list->setPlace(place);
+    m_list->setCurrentRow(currentRow);
     m_list->setStations(stations(after));
-    QTEST(m_list->place(), "newPlace");
+    QTEST(m_list->currentRow(), "newCurrentRow");
 }
 
 QTEST_MAIN(TunerListTest)

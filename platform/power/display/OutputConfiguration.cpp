@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr int attempts = 3; // while outputs come and go
+constexpr int attempts = 3; // a configuration is cancelled if the outputs have changed in the meantime
 
 template<typename T>
 T& as(void* data)
@@ -49,14 +49,14 @@ const zwlr_output_head_v1_listener OutputConfiguration::headListener = {
     .transform = [](void* data, zwlr_output_head_v1*,
                     int32_t transform) { as<Head>(data).state.transform = transform; },
     .scale = [](void* data, zwlr_output_head_v1*, wl_fixed_t scale) { as<Head>(data).state.scale = scale; },
-    .finished = [](void* data, zwlr_output_head_v1*) { as<Head>(data).isGone = true; },
+    .finished = [](void* data, zwlr_output_head_v1*) { as<Head>(data).isRemoved = true; },
 };
 
 const zwlr_output_mode_v1_listener OutputConfiguration::modeListener = {
     .size = [](void*, zwlr_output_mode_v1*, int32_t, int32_t) {},
     .refresh = [](void*, zwlr_output_mode_v1*, int32_t) {},
     .preferred = [](void*, zwlr_output_mode_v1*) {},
-    .finished = [](void* data, zwlr_output_mode_v1*) { as<Mode>(data).isGone = true; },
+    .finished = [](void* data, zwlr_output_mode_v1*) { as<Mode>(data).isRemoved = true; },
 };
 
 const zwlr_output_configuration_v1_listener OutputConfiguration::outcomeListener = {
@@ -82,7 +82,7 @@ bool OutputConfiguration::switchOff()
         head.before = head.isEnabled ? std::optional(head.state) : std::nullopt;
         zwlr_output_configuration_v1_disable_head(&configuration, head.proxy.get());
     });
-    // One that does not answer may still come to it.
+    // A compositor that has not answered yet may still apply the configuration later.
     if (outcome == Outcome::Pending)
         switchOn();
     return outcome == Outcome::Succeeded;
@@ -96,7 +96,7 @@ void OutputConfiguration::switchOn()
         else
             zwlr_output_configuration_v1_disable_head(&configuration, head.proxy.get());
     };
-    // What the output was may be refused meanwhile; then it comes back as the compositor likes.
+    // The compositor may refuse the previous state. In that case it chooses the state itself.
     for (const bool withState : {true, false}) {
         const Outcome outcome = apply(
             [&](zwlr_output_configuration_v1& configuration, Head& head) { restore(configuration, head, withState); });
@@ -109,10 +109,10 @@ OutputConfiguration::Outcome
 OutputConfiguration::apply(const std::function<void(zwlr_output_configuration_v1&, Head&)>& configure)
 {
     for (int attempt = 0; attempt < attempts; ++attempt) {
-        // The serial is the newest after a roundtrip.
+        // After a roundtrip, m_serial is up to date.
         if (!m_connection.roundtrip())
             return Outcome::Failed;
-        std::erase_if(m_heads, [](const auto& head) { return head->isGone; });
+        std::erase_if(m_heads, [](const auto& head) { return head->isRemoved; });
         if (std::ranges::none_of(m_heads, [](const auto& head) { return head->isEnabled || head->before; }))
             return Outcome::Failed;
         const Outcome outcome = applyOnce(configure);
@@ -144,7 +144,7 @@ void OutputConfiguration::enable(zwlr_output_configuration_v1& configuration, He
         return;
     const State& state = *head.before;
     const bool hasMode = std::ranges::any_of(
-        head.modes, [&](const auto& mode) { return mode->proxy.get() == state.mode && !mode->isGone; });
+        head.modes, [&](const auto& mode) { return mode->proxy.get() == state.mode && !mode->isRemoved; });
     if (hasMode)
         zwlr_output_configuration_head_v1_set_mode(wanted.get(), state.mode);
     zwlr_output_configuration_head_v1_set_position(wanted.get(), state.x, state.y);

@@ -6,25 +6,28 @@
 #include <optional>
 
 /**
- * Switches outputs by zwlr_output_manager_v1, which takes them out of the desktop and puts them back as they were: for
- * compositors without zwlr_output_power_manager_v1. One thread.
+ * Switches outputs by the Wayland protocol wlr-output-management, which removes them from the desktop and restores
+ * them. For compositors without wlr-output-power-management (OutputPower). Single thread.
  */
 class OutputConfiguration
 {
 public:
-    /** Null if the compositor does not offer it. */
+    /** Null if the compositor does not offer the protocol. */
     static std::unique_ptr<OutputConfiguration> create(WaylandConnection& connection);
 
-    /** Disables every output that is enabled; false if the compositor refuses or none is. */
+    /** Disables every enabled output; false if the compositor refuses or no output is enabled. */
     bool switchOff();
-    /** Enables those again that are still connected, as they were or, where that is refused, somehow. */
+    /**
+     * Enables the disabled outputs that are still connected, in their previous state. If the compositor refuses that
+     * state, lets it choose one.
+     */
     void switchOn();
 
 private:
     struct Mode
     {
         Proxy<zwlr_output_mode_v1> proxy;
-        bool isGone = false;
+        bool isRemoved = false;
     };
 
     struct State
@@ -39,17 +42,17 @@ private:
     struct Head
     {
         Proxy<zwlr_output_head_v1> proxy;
-        bool isGone = false;
+        bool isRemoved = false;
         bool isEnabled = false;
         State state;
-        std::optional<State> before; ///< as it was when it was disabled here
+        std::optional<State> before; ///< state before switchOff(); nullopt if it was disabled then
         std::vector<std::unique_ptr<Mode>> modes;
     };
 
     enum class Outcome { Pending, Succeeded, Failed, Cancelled };
 
     explicit OutputConfiguration(WaylandConnection& connection) : m_connection(connection) {}
-    /** Has `configure` describe the wanted state of each head, and applies it. */
+    /** Calls `configure` for each head to describe its wanted state, then applies the configuration. */
     Outcome apply(const std::function<void(zwlr_output_configuration_v1&, Head&)>& configure);
     Outcome applyOnce(const std::function<void(zwlr_output_configuration_v1&, Head&)>& configure);
     static void enable(zwlr_output_configuration_v1& configuration, Head& head, bool withState);

@@ -40,7 +40,7 @@ bool OutputPower::switchOff()
         if (output->wasOn)
             zwlr_output_power_v1_set_mode(output->power.get(), ZWLR_OUTPUT_POWER_V1_MODE_OFF);
     }
-    // A compositor may take its time, and one that says nothing more may have switched all the same.
+    // The mode may change late. Outputs that do not report it in time may be off all the same, so they are switched on.
     const auto is = [](const auto& output, uint32_t mode) { return output->wasOn && output->mode == mode; };
     const bool answered = m_connection.waitUntil([&] {
         return std::ranges::none_of(

@@ -5,16 +5,19 @@
 
 #include <optional>
 
-/** Switches outputs by zwlr_output_power_manager_v1. They stay part of the desktop, and no window moves. One thread. */
+/**
+ * Switches outputs by the Wayland protocol wlr-output-power-management. They stay part of the desktop, so no window
+ * moves. Single thread.
+ */
 class OutputPower
 {
 public:
-    /** Null if the compositor does not offer it. */
+    /** Null if the compositor does not offer the protocol. */
     static std::unique_ptr<OutputPower> create(WaylandConnection& connection);
 
-    /** Switches off every output that is on; false if none went off. */
+    /** Switches off every output that is on; false if none of them went off. */
     bool switchOff();
-    /** Switches on those that went off. */
+    /** Switches on the outputs that switchOff() switched off. */
     void switchOn();
 
 private:
@@ -22,8 +25,8 @@ private:
     {
         Proxy<wl_output> output;
         Proxy<zwlr_output_power_v1> power;
-        std::optional<uint32_t> mode; ///< as last reported; none if it cannot be switched
-        bool wasOn = false;           ///< before switchOff
+        std::optional<uint32_t> mode; ///< last reported mode; nullopt if the output cannot be switched
+        bool wasOn = false;           ///< on before switchOff()
     };
 
     explicit OutputPower(WaylandConnection& connection) : m_connection(connection) {}

@@ -10,7 +10,7 @@ using Time = std::chrono::steady_clock;
 
 namespace {
 
-constexpr auto patience = 3s;
+constexpr auto answerTimeout = 3s;
 
 } // namespace
 
@@ -41,7 +41,7 @@ WaylandConnection::~WaylandConnection() = default;
 
 bool WaylandConnection::waitUntil(const std::function<bool()>& condition)
 {
-    const Time::time_point deadline = Time::now() + patience;
+    const Time::time_point deadline = Time::now() + answerTimeout;
     while (!condition()) {
         if (!readEvents(deadline))
             return false;
@@ -59,7 +59,7 @@ bool WaylandConnection::roundtrip()
     return waitUntil([&answered] { return answered; });
 }
 
-/** libwayland's own roundtrip waits for ever. */
+/** Reads with a timeout, because wl_display_roundtrip() waits for ever. */
 bool WaylandConnection::readEvents(Time::time_point deadline)
 {
     wl_display* const display = m_display.get();

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-/** Destroys a Wayland object at this end only, which all objects of a connection that is being closed need. */
+/** Destroys a Wayland object in the client only. That suffices, as the connection is closed soon afterwards. */
 struct ProxyDeleter
 {
     template<typename Object>
@@ -22,7 +22,10 @@ struct ProxyDeleter
 template<typename Object>
 using Proxy = std::unique_ptr<Object, ProxyDeleter>;
 
-/** A connection to the compositor that WAYLAND_DISPLAY names. One thread; its objects must be destroyed before it. */
+/**
+ * A connection to the compositor that WAYLAND_DISPLAY names. Single thread. Objects bound through it must not outlive
+ * it.
+ */
 class WaylandConnection
 {
 public:
@@ -40,7 +43,7 @@ public:
 
     const std::vector<Global>& globals() const { return m_globals; }
 
-    /** Version 1 of the first global of this interface; null if there is none. */
+    /** Binds version 1 of the first global with this interface; null if there is none. */
     template<typename Object>
     Proxy<Object> bindFirst(const wl_interface& interface)
     {
@@ -58,11 +61,13 @@ public:
     }
 
     /**
-     * Sends what is waiting and handles what the compositor sent, until it has answered everything so far. False if the
-     * connection is broken or the compositor has not answered for three seconds.
+     * Sends all pending requests and handles events until the compositor has processed them. False if the connection is
+     * broken or this takes longer than 3 s.
      */
     bool roundtrip();
-    /** Handles what the compositor sends until `condition` holds; false in the same cases. */
+    /**
+     * Handles events until `condition` returns true. False if the connection is broken or this takes longer than 3 s.
+     */
     bool waitUntil(const std::function<bool()>& condition);
 
 private:

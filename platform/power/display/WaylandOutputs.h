@@ -4,7 +4,7 @@
 #include "OutputConfiguration.h"
 #include "OutputPower.h"
 
-/** The outputs of a Wayland compositor; it is connected to while they are off only. */
+/** The outputs of a Wayland compositor. The connection to it exists only while the outputs are off. */
 class WaylandOutputs : public DisplayOutputs
 {
 public:

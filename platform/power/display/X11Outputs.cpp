@@ -18,7 +18,7 @@ using Answer = std::unique_ptr<Reply, Free>;
 
 using Connection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
 
-/** A connection to a server that has DPMS; null if there is none. */
+/** Connects to the X server; null if there is none or it lacks the DPMS extension. */
 Connection connectToServer()
 {
     Connection connection(xcb_connect(nullptr, nullptr), &xcb_disconnect);
@@ -66,5 +66,5 @@ void X11Outputs::restore(xcb_connection_t* connection) const
 {
     if (!m_wasEnabled)
         xcb_dpms_disable(connection);
-    info(connection); // the server has handled everything before it answers
+    info(connection); // waits until the server has processed the requests
 }

@@ -4,7 +4,7 @@
 
 struct xcb_connection_t;
 
-/** The monitors of the X server that DISPLAY names, switched by its DPMS extension. */
+/** The monitors of the X server that DISPLAY names, switched through the DPMS extension. */
 class X11Outputs : public DisplayOutputs
 {
 public:
@@ -14,5 +14,5 @@ public:
 private:
     void restore(xcb_connection_t* connection) const;
 
-    bool m_wasEnabled = false; ///< the server's own power saving, which switching off needs
+    bool m_wasEnabled = false; ///< whether DPMS was enabled before switchOff(), which enables it
 };

@@ -2,17 +2,17 @@
 
 namespace {
 
-// A broken stream may complain without end.
-constexpr int mostMessages = 64;
+// A broken stream may cause messages without end.
+constexpr int maxMessages = 64;
 
-struct Sign
+struct Pattern
 {
-    const char* words;
+    const char* text;
     VideoFailure::Cause cause;
 };
 
-// In the order of their weight: a refused certificate is followed by words that fit any lost connection.
-constexpr Sign signs[] = {
+// The first match counts: a refused certificate also causes messages that fit any lost connection.
+constexpr Pattern patterns[] = {
     {"certificate", VideoFailure::Cause::Certificate},      {"Certificate", VideoFailure::Cause::Certificate},
     {"TLS fatal alert", VideoFailure::Cause::Certificate},  {"Unable to set up TLS", VideoFailure::Cause::Certificate},
     {"protocol version", VideoFailure::Cause::Certificate}, {"Connection refused", VideoFailure::Cause::Refused},
@@ -23,18 +23,18 @@ constexpr Sign signs[] = {
 
 int statusIn(const QByteArray& message)
 {
-    constexpr char words[] = "HTTP error ";
-    const qsizetype at = message.indexOf(words);
-    if (at < 0)
+    constexpr char prefix[] = "HTTP error ";
+    const qsizetype index = message.indexOf(prefix);
+    if (index < 0)
         return 0;
-    return message.mid(at + qsizetype(sizeof words) - 1, 3).toInt();
+    return message.mid(index + qsizetype(sizeof prefix) - 1, 3).toInt();
 }
 
 } // namespace
 
 void LoadLog::add(const QByteArray& message)
 {
-    if (m_messages.size() < mostMessages)
+    if (m_messages.size() < maxMessages)
         m_messages.append(message.trimmed());
 }
 
@@ -49,10 +49,10 @@ VideoFailure LoadLog::failure() const
             return failure;
         }
     }
-    for (const Sign& sign : signs) {
+    for (const Pattern& pattern : patterns) {
         for (const QByteArray& message : m_messages) {
-            if (message.contains(sign.words)) {
-                failure.cause = sign.cause;
+            if (message.contains(pattern.text)) {
+                failure.cause = pattern.cause;
                 return failure;
             }
         }

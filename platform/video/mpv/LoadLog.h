@@ -5,17 +5,17 @@
 #include <QByteArray>
 #include <QList>
 
-/** What libmpv says while a stream loads: the only place where the cause of a failure is told. A plain value. */
+/** The log messages of libmpv for one load, as only these contain the cause of a failure. A plain value. */
 class LoadLog
 {
 public:
-    /** One message, of warnings and errors. */
+    /** Adds a warning or an error message. */
     void add(const QByteArray& message);
 
-    /** Whether it tells that the stream's reader leaves a segment out, which the server did not give. */
-    static bool tellsOfSkippedData(const QByteArray& message) { return message.contains("Failed to open segment"); }
+    /** Whether this message says that the stream's reader skips a segment that the server did not deliver. */
+    static bool reportsSkippedSegment(const QByteArray& message) { return message.contains("Failed to open segment"); }
 
-    /** What the messages so far make of it. */
+    /** The failure that follows from the messages so far; of cause Unknown if they name none. */
     VideoFailure failure() const;
 
 private:

@@ -14,8 +14,8 @@
 #include <vector>
 
 /**
- * libmpv's core on a thread of its own, which makes it, feeds it, listens to it and destroys it. Other threads only
- * post to it. The thread holds it until it has ended, so nobody waits for the end.
+ * A libmpv instance and its thread. The thread creates the instance, sends it commands, handles its events and destroys
+ * it. Other threads only post tasks to the thread. The thread shares ownership until it ends, so nothing waits for it.
  */
 class MpvCore
 {
@@ -26,56 +26,56 @@ public:
 
     MpvCore(VideoOptions options, const Messenger<VideoEngineListener>& listener);
 
-    /** Any thread; tasks run on the core's thread, in order, until `end`. */
+    /** Any thread. Tasks run on the core's thread, in order, until `end` is called. */
     void post(Task task);
 
-    /** Any thread; after this no render context may be left. */
+    /** Ends the thread. All render contexts must have been freed. Any thread. */
     void end();
 
     const Messenger<VideoEngineListener>& listener() const { return m_listener; }
 
-    /** Set from `engineReady` until `end`. For render contexts alone. */
+    /** Valid from `onEngineReady` until `end`. Only to create render contexts. */
     mpv_handle* handle() const { return m_mpv; }
 
-    // On the core's thread, from tasks:
+    // Only on the core's thread, from tasks:
     void load(const VideoLoad& load);
     void stop();
     void setPaused(bool paused);
     void setWaitsForData(bool waits);
-    void seek(int load, int seek, double seconds, SeekTolerance tolerance);
+    void seek(int loadId, int seekId, double seconds, SeekTolerance tolerance);
     void selectTrack(MediaTrack::Kind kind, int id);
 
-    /** Before the first load: how frames will be drawn. */
-    void drawInMemory();
-    void drawWithOpenGL();
+    /** Before the first load, sets how frames are decoded and timed for the renderer. */
+    void useSoftwareRenderer();
+    void useOpenGLRenderer();
 
 private:
     enum class SeekStep {
         None,
-        Asked, ///< the library has not taken it yet
-        Taken,
-        Begun ///< the next picture is its own
+        Requested, ///< libmpv has not replied to the command yet
+        Accepted,
+        Started ///< the next picture is this seek's
     };
     struct Seek
     {
-        int number = 0;
+        int id = 0;
         SeekStep step = SeekStep::None;
     };
 
     void run();
     bool create();
     void open();
-    void openAt(double seconds);
-    void listen();
-    bool takeTasks();
+    void reopenAt(double seconds);
+    void runEventLoop();
+    bool runTasks();
 
-    // What libmpv tells: MpvCoreEvents.cpp.
-    void take(const mpv_event& event);
-    void takeEndOfFile(const mpv_event_end_file& end);
+    // Events of libmpv; in MpvCoreEvents.cpp.
+    void handleEvent(const mpv_event& event);
+    void handleEndOfFile(const mpv_event_end_file& end);
     void reportEnd(const mpv_event_end_file& end);
-    void takeSeek(const mpv_event& event);
-    void takePicture();
-    void takeMessage(const mpv_event_log_message& message);
+    void handleSeekEvent(const mpv_event& event);
+    void handlePictureShown();
+    void handleLogMessage(const mpv_event_log_message& message);
     void finishSeek();
 
     void setOption(const char* name, const char* value);
@@ -86,18 +86,18 @@ private:
     std::mutex m_mutex; ///< guards the three below
     std::vector<Task> m_tasks;
     bool m_ending = false;
-    mpv_handle* m_awake = nullptr; ///< whom to wake for a new task
+    mpv_handle* m_wakeupHandle = nullptr; ///< woken up for a new task; null while the thread handles no events
 
-    mpv_handle* m_mpv = nullptr; ///< the rest: the core's thread only
-    int m_load = 0;
+    mpv_handle* m_mpv = nullptr; ///< from here on: only on the core's thread
+    int m_loadId = 0;
     bool m_isLive = false;
-    QByteArray m_address;
-    int64_t m_entry = 0;    ///< libmpv's number of the load
-    bool m_opening = false; ///< until a picture; anew for a choice of subtitles
-    bool m_started = false;
-    std::optional<mpv_event_end_file> m_ended; ///< its messages are still to come
-    bool m_pictureDue = false;                 ///< so are those of before a picture
-    bool m_skippedData = false;
+    QByteArray m_loadUrl;
+    int64_t m_playlistEntryId = 0; ///< libmpv's id of the load
+    bool m_opening = false;        ///< until the picture is shown; selecting subtitles opens the stream again
+    bool m_fileStarted = false;
+    std::optional<mpv_event_end_file> m_pendingEnd; ///< reported when all queued log messages are handled
+    bool m_picturePending = false;                  ///< a picture, reported when all queued log messages are handled
+    bool m_dataSkipReported = false;
     MpvProperties m_properties;
     Seek m_seek;
     LoadLog m_log;

@@ -31,9 +31,9 @@ void MpvEngine::setWaitsForData(bool waits)
     m_core->post([waits](MpvCore& core) { core.setWaitsForData(waits); });
 }
 
-void MpvEngine::seek(int load, int seek, double seconds, SeekTolerance tolerance)
+void MpvEngine::seek(int loadId, int seekId, double seconds, SeekTolerance tolerance)
 {
-    m_core->post([=](MpvCore& core) { core.seek(load, seek, seconds, tolerance); });
+    m_core->post([=](MpvCore& core) { core.seek(loadId, seekId, seconds, tolerance); });
 }
 
 void MpvEngine::selectTrack(MediaTrack::Kind kind, int id)
@@ -41,12 +41,12 @@ void MpvEngine::selectTrack(MediaTrack::Kind kind, int id)
     m_core->post([kind, id](MpvCore& core) { core.selectTrack(kind, id); });
 }
 
-std::unique_ptr<SoftwareRenderer> MpvEngine::makeSoftwareRenderer(PictureListener changed)
+std::unique_ptr<SoftwareRenderer> MpvEngine::createSoftwareRenderer(PictureListener listener)
 {
-    return std::make_unique<MpvSoftwareRenderer>(shared_from_this(), std::move(changed));
+    return std::make_unique<MpvSoftwareRenderer>(shared_from_this(), std::move(listener));
 }
 
-std::unique_ptr<OpenGLRenderer> MpvEngine::makeOpenGLRenderer(PictureListener changed)
+std::unique_ptr<OpenGLRenderer> MpvEngine::createOpenGLRenderer(PictureListener listener)
 {
-    return std::make_unique<MpvOpenGLRenderer>(shared_from_this(), std::move(changed));
+    return std::make_unique<MpvOpenGLRenderer>(shared_from_this(), std::move(listener));
 }

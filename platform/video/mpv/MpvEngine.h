@@ -5,8 +5,8 @@
 class MpvCore;
 
 /**
- * What the player and its renderers hold of a core: the last of them to go, on whatever thread, ends it.
- * So the core outlives every render context made from it.
+ * An engine on libmpv, shared by the player and its renderers. It ends its core when the last of them releases it, on
+ * that thread. So the core outlives every render context created from it.
  */
 class MpvEngine : public VideoEngine, public std::enable_shared_from_this<MpvEngine>
 {
@@ -18,10 +18,10 @@ public:
     void stop() override;
     void setPaused(bool paused) override;
     void setWaitsForData(bool waits) override;
-    void seek(int load, int seek, double seconds, SeekTolerance tolerance) override;
+    void seek(int loadId, int seekId, double seconds, SeekTolerance tolerance) override;
     void selectTrack(MediaTrack::Kind kind, int id) override;
-    std::unique_ptr<SoftwareRenderer> makeSoftwareRenderer(PictureListener changed) override;
-    std::unique_ptr<OpenGLRenderer> makeOpenGLRenderer(PictureListener changed) override;
+    std::unique_ptr<SoftwareRenderer> createSoftwareRenderer(PictureListener listener) override;
+    std::unique_ptr<OpenGLRenderer> createOpenGLRenderer(PictureListener listener) override;
 
     MpvCore& core() const { return *m_core; }
 

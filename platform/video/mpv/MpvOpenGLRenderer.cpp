@@ -8,8 +8,8 @@
 
 #include <mpv/render_gl.h>
 
-MpvOpenGLRenderer::MpvOpenGLRenderer(std::shared_ptr<MpvEngine> engine, PictureListener changed)
-    : m_engine(std::move(engine)), m_changed(std::move(changed))
+MpvOpenGLRenderer::MpvOpenGLRenderer(std::shared_ptr<MpvEngine> engine, PictureListener listener)
+    : m_engine(std::move(engine)), m_listener(std::move(listener))
 {}
 
 MpvOpenGLRenderer::~MpvOpenGLRenderer()
@@ -44,25 +44,25 @@ bool MpvOpenGLRenderer::create()
                                      {MPV_RENDER_PARAM_OPENGL_INIT_PARAMS, &functions},
                                      {MPV_RENDER_PARAM_INVALID, nullptr},
                                      {MPV_RENDER_PARAM_INVALID, nullptr}};
-    // Hardware decoding without a copy needs the display.
+    // Hardware decoding needs the X11 display to use frames without copying them.
     if (const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>())
         parameters[2] = {MPV_RENDER_PARAM_X11_DISPLAY, x11->display()};
     MpvCore& core = m_engine->core();
     if (mpv_render_context_create(&m_context, core.handle(), parameters) < 0) {
         m_failed = true;
         core.listener().post([](VideoEngineListener& listener) {
-            listener.engineFailed({VideoFailure::Cause::NoPicture, 0, QStringLiteral("no OpenGL renderer")});
+            listener.onEngineFailed({VideoFailure::Cause::NoPicture, 0, QStringLiteral("no OpenGL renderer")});
         });
         return false;
     }
     mpv_render_context_set_update_callback(
         m_context,
         [](void* self) {
-            static_cast<MpvOpenGLRenderer*>(self)->m_changed.post(
+            static_cast<MpvOpenGLRenderer*>(self)->m_listener.post(
                 [](const std::function<void()>& changed) { changed(); });
         },
         this);
-    core.post([](MpvCore& ready) { ready.drawWithOpenGL(); });
-    core.listener().post([](VideoEngineListener& listener) { listener.rendererReady(); });
+    core.post([](MpvCore& target) { target.useOpenGLRenderer(); });
+    core.listener().post([](VideoEngineListener& listener) { listener.onRendererReady(); });
     return true;
 }

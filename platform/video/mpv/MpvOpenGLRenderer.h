@@ -8,11 +8,11 @@
 class MpvEngine;
 struct mpv_render_context;
 
-/** libmpv's OpenGL renderer, on the scene graph's render thread. */
+/** Draws with libmpv's OpenGL renderer, on the scene graph's render thread. */
 class MpvOpenGLRenderer : public OpenGLRenderer
 {
 public:
-    MpvOpenGLRenderer(std::shared_ptr<MpvEngine> engine, PictureListener changed);
+    MpvOpenGLRenderer(std::shared_ptr<MpvEngine> engine, PictureListener listener);
     ~MpvOpenGLRenderer() override;
 
     void render(unsigned framebuffer, QSize pixels) override;
@@ -20,8 +20,8 @@ public:
 private:
     bool create();
 
-    std::shared_ptr<MpvEngine> m_engine; ///< let go of after the context
-    const PictureListener m_changed;
+    std::shared_ptr<MpvEngine> m_engine; ///< released after the context is freed
+    const PictureListener m_listener;
     mpv_render_context* m_context = nullptr;
     bool m_failed = false;
 };

@@ -21,7 +21,7 @@ struct Option
 };
 
 constexpr Option options[] = {
-    // Nothing from outside: no files of the user's, no scripts, no other programs, no keys.
+    // No external influence: no user files, no scripts, no other programs, no keys.
     {"config", "no"},
     {"load-scripts", "no"},
     {"ytdl", "no"},
@@ -34,7 +34,7 @@ constexpr Option options[] = {
     {"audio-file-auto", "no"},
     {"cover-art-auto", "no"},
     {"terminal", "no"},
-    // Without it a refused playlist is read again as a plain one and its entries are played.
+    // Otherwise libmpv reads a refused playlist again as a plain playlist and plays its entries.
     {"demuxer", "lavf"},
     {"tls-verify", "yes"},
     {"network-timeout", "10"},
@@ -43,24 +43,24 @@ constexpr Option options[] = {
     {"vo", "libmpv"},
     {"osd-level", "0"},
     {"audio-display", "no"},
-    // The sound servers of a television box; others only cost time and leave things behind when there is no device.
+    // The usual audio outputs of a television box. Trying others costs time and leaks resources if there is no device.
     {"ao", "pipewire,pulse,alsa"},
-    // Without a device a stream is played in silence, its tracks are chosen as ever, and its end is no error.
+    // Without an audio device a stream plays silently: tracks can still be selected and its end is no error.
     {"audio-fallback-to-null", "yes"},
-    // A start lands at its position or just after, never at the keyframe before.
+    // Playback starts at the exact position or just after it, not at the keyframe before it.
     {"hr-seek", "yes"},
-    // Timestamps as the stream has them: newer libraries tell of none below the first, which are there where an encoder has
-    // begun to count anew.
+    // Report the stream's own timestamps. Otherwise newer versions report none below the first one, but these exist
+    // where an encoder has restarted its timestamps.
     {"rebase-start-time", "no"},
-    // In points of 1080: 66 high, 60 from above and below, 80 from the sides; the library counts 720.
+    // On a canvas 1080 points high: font 66, vertical margins 60, horizontal margins 80. libmpv's canvas is 720 high.
     {"sub-font-size", "44"},
     {"sub-margin-y", "40"},
     {"sub-margin-x", "53"},
-    // What is asked for directly counts as no network to the library, and would be played without a cache.
+    // libmpv does not treat an av:// URL as network, and would play it without a cache.
     {"cache", "yes"},
     {"cache-pause-wait", "2"},
-    // The cheapest way to scale, right for a small box, and the only one that OpenGL drawn by the processor does on
-    // Debian 13: with the library's newer ways the picture stays black there, in its own player as well.
+    // The cheapest scaler, for slow machines. With libmpv's newer defaults the picture stays black under software
+    // OpenGL on Debian 13, also in the library's own player.
     {"scale", "bilinear"},
     {"cscale", "bilinear"},
     {"dscale", "bilinear"},
@@ -68,23 +68,26 @@ constexpr Option options[] = {
     {"correct-downscaling", "no"},
     {"linear-downscaling", "no"},
     {"sigmoid-upscaling", "no"},
-    // Room for a slow hub, on a box with little memory.
+    // Buffers for a slow hub on a machine with little memory.
     {"demuxer-max-bytes", "32MiB"},
     {"demuxer-max-back-bytes", "8MiB"},
 };
 
-/** Scripts of the library's own, for a desktop: a thread each. A library that knows one by another name runs it. */
-constexpr Option spared[] = {
+/** libmpv's own desktop scripts, each with a thread. A version that has renamed one runs it. */
+constexpr Option disabledScripts[] = {
     {"load-stats-overlay", "no"},
     {"load-osd-console", "no"},
     {"load-auto-profiles", "no"},
 };
 
-/** One file with the system's certificates and ours: naming a file takes the place of the system's. */
-QByteArray trustFile(const QByteArray& certificates)
+/**
+ * Path of a file with the system's and the given certificates, as the option replaces the system's. Empty on failure.
+ */
+QByteArray certificateFile(const QByteArray& certificates)
 {
     static std::mutex mutex;
-    static auto* const files = new QHash<QByteArray, std::shared_ptr<MemoryFile>>; // kept: sessions read them any time
+    static auto* const files =
+        new QHash<QByteArray, std::shared_ptr<MemoryFile>>; // never freed: TLS sessions may read them at any time
     const std::lock_guard lock(mutex);
     std::shared_ptr<MemoryFile>& file = (*files)[certificates];
     if (!file) {
@@ -97,13 +100,13 @@ QByteArray trustFile(const QByteArray& certificates)
                 break;
             }
         }
-        file = std::make_shared<MemoryFile>("video-trust", all + '\n' + certificates);
+        file = std::make_shared<MemoryFile>("video-file", all + '\n' + certificates);
     }
     return file->isValid() ? file->path() : QByteArray();
 }
 
-/** Options of the stream's own reader. */
-class Map
+/** A map of options for the stream's reader, as a libmpv node. */
+class OptionMap
 {
 public:
     void add(const char* name, const char* value)
@@ -111,7 +114,7 @@ public:
         m_names.push_back(const_cast<char*>(name));
         mpv_node& node = m_values.emplace_back();
         node.format = MPV_FORMAT_STRING;
-        node.u.string = const_cast<char*>(value); // only read
+        node.u.string = const_cast<char*>(value); // libmpv does not write to it
     }
 
     void set(mpv_handle* mpv, const char* property)
@@ -138,38 +141,38 @@ bool MpvOptions::apply(mpv_handle* mpv, const VideoOptions& given)
     if (!std::all_of(std::begin(options), std::end(options),
                      [set](const Option& one) { return set(one.name, one.value); }))
         return false;
-    for (const Option& one : spared)
+    for (const Option& one : disabledScripts)
         set(one.name, one.value);
-    const QByteArray trust = trustFile(given.certificates);
-    return !trust.isEmpty() && set("tls-ca-file", trust.constData()) &&
+    const QByteArray file = certificateFile(given.certificates);
+    return !file.isEmpty() && set("tls-ca-file", file.constData()) &&
            set("audio-client-name", given.applicationName.toUtf8().constData());
 }
 
 QByteArray MpvOptions::startOption(double seconds)
 {
-    // The sign makes it count from the stream's first timestamp.
+    // The plus sign makes the position relative to the stream's first timestamp.
     return '+' + QByteArray::number(std::max(seconds, 0.0), 'f', 3);
 }
 
 QByteArray MpvOptions::setForLoad(mpv_handle* mpv, const VideoLoad& load)
 {
     const auto set = [mpv](const char* name, const char* value) { mpv_set_property_string(mpv, name, value); };
-    // An option, as the place of a load's own options in the command differs between versions of the library.
-    const bool fromTheTop = load.isLive || load.startAt <= 0;
-    set("start", fromTheTop ? "none" : startOption(load.startAt).constData());
+    // Set as global options, as the argument for per-file options of "loadfile" differs between versions of libmpv.
+    const bool startsAtBeginning = load.isLive || load.startAt <= 0;
+    set("start", startsAtBeginning ? "none" : startOption(load.startAt).constData());
     set("aid", "auto");
     set("sid", "auto");
     const QByteArray url = load.url.toEncoded();
-    Map options;
-    // "crypto" only unwraps what one of the others brought.
+    OptionMap options;
+    // "crypto" only decrypts data that another listed protocol delivers.
     options.add("protocol_whitelist", url.startsWith("https:") ? "https,tls,tcp,crypto" : "http,https,tls,tcp,crypto");
-    // A recording that still grows is no live stream: it starts at its top. Live is three segments before the end.
+    // A live stream starts three segments before the end; a recording that still grows starts at its first segment.
     options.add("live_start_index", load.isLive ? "-3" : "0");
-    // Segmented subtitles count as an experiment.
+    // Required for segmented subtitles, which the reader classes as experimental.
     options.add("strict", "experimental");
-    // The second segment's connection would hold up the first picture.
+    // Otherwise the reader opens the second segment's connection first, which delays the first picture.
     options.add("http_multiple", "0");
     options.set(mpv, "demuxer-lavf-o");
-    // Asks the format's reader directly: the library would else fetch the playlist once more, only to guess its format.
+    // Names the HLS reader directly. Otherwise libmpv fetches the playlist twice, once to detect its format.
     return "av://hls:" + url;
 }

@@ -5,16 +5,16 @@
 
 #include <mpv/client.h>
 
-/** How libmpv is set up. On the core's thread. */
+/** Options of libmpv. Only on the core's thread. */
 namespace MpvOptions {
 
-/** Before `mpv_initialize`; false when an option is refused, and then nothing may be played. */
+/** Before `mpv_initialize`. False if an option is refused; then nothing may be played. */
 bool apply(mpv_handle* mpv, const VideoOptions& options);
 
-/** What the option "start" is for a position, in seconds from the stream's beginning. */
+/** Value of the option "start" for a position in seconds from the beginning of the stream. */
 QByteArray startOption(double seconds);
 
-/** Before each load: what the playlist may reach, where it starts. What to load is the answer. */
+/** Before each load, sets the allowed protocols, the start position and the track defaults. Returns the URL to load. */
 QByteArray setForLoad(mpv_handle* mpv, const VideoLoad& load);
 
 } // namespace MpvOptions

@@ -1,17 +1,17 @@
 #include "MpvPlugin.h"
 
-#include "AlsaWords.h"
+#include "AlsaLog.h"
 #include "MpvCore.h"
 #include "MpvEngine.h"
 #include "RunningCores.h"
 
 MpvPlugin::MpvPlugin()
 {
-    logAlsaWords();
+    logAlsaMessages();
 }
 
-std::shared_ptr<VideoEngine> MpvPlugin::makeEngine(const VideoOptions& options,
-                                                   const Messenger<VideoEngineListener>& listener)
+std::shared_ptr<VideoEngine> MpvPlugin::createEngine(const VideoOptions& options,
+                                                     const Messenger<VideoEngineListener>& listener)
 {
     return std::make_shared<MpvEngine>(MpvCore::start(options, listener));
 }

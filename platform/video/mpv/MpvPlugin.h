@@ -4,7 +4,7 @@
 
 #include <QObject>
 
-/** The plug-in's way in: makes engines on libmpv. Screen thread only. */
+/** Root object of the plug-in: creates engines that use libmpv. Screen thread only. */
 class MpvPlugin : public QObject, public VideoPlugin
 {
     Q_OBJECT
@@ -13,7 +13,7 @@ class MpvPlugin : public QObject, public VideoPlugin
 
 public:
     MpvPlugin();
-    std::shared_ptr<VideoEngine> makeEngine(const VideoOptions& options,
-                                            const Messenger<VideoEngineListener>& listener) override;
+    std::shared_ptr<VideoEngine> createEngine(const VideoOptions& options,
+                                              const Messenger<VideoEngineListener>& listener) override;
     bool waitForEngines(std::chrono::milliseconds limit) override;
 };

@@ -7,52 +7,54 @@
 
 #include <mpv/client.h>
 
-/** What libmpv knows of the load that it plays, brought to the listener. On the core's thread; the core owns it. */
+/** Reports the properties of the current load to the listener. Only on the core's thread; a member of the core. */
 class MpvProperties
 {
 public:
     explicit MpvProperties(const Messenger<VideoEngineListener>& listener) : m_listener(listener) {}
 
-    /** Once: `changed` will hear of them under their numbers. */
+    /** Subscribes to the properties, once. Each change must be passed to `handleChange`. */
     static void observe(mpv_handle* mpv);
 
-    void begin(int load, bool isLive);
+    void reset(int loadId, bool isLive);
 
-    /** One change; positions are held back until `showPicture`. */
-    void changed(uint64_t property, const mpv_event_property& value);
+    /** Reports one change; positions not before `reportPictureShown`. */
+    void handleChange(uint64_t property, const mpv_event_property& value);
 
-    /** The list has been read, and nothing else yet: from which timestamp the positions count. */
-    void updateStart(mpv_handle* mpv);
-    /** The same moment: tells the duration where the list is whole. */
-    void takeDuration(mpv_handle* mpv);
-    void takeSeekable(mpv_handle* mpv);
+    /** Reads the first timestamp, to which positions are relative. After the playlist is read, before any segment. */
+    void updateStartTime(mpv_handle* mpv);
+    /** Reports the duration if the playlist is complete. To be called at the same moment. */
+    void reportDuration(mpv_handle* mpv);
+    void reportSeekable(mpv_handle* mpv);
 
-    /** The first picture of the load is there: tells what is known of it, and then that. */
-    void showPicture(mpv_handle* mpv);
+    /** Reports the current properties, then the first picture of the load. */
+    void reportPictureShown(mpv_handle* mpv);
     bool isPictureShown() const { return m_pictureShown; }
 
-    void finishSeek(mpv_handle* mpv, int seek);
+    void reportSeekFinished(mpv_handle* mpv, int seekId);
 
-    /** For who looks for a fault: how pictures and sound are decoded. */
+    /** Logs how video and audio are decoded. */
     static void logDecoders(mpv_handle* mpv);
 
-    /** Not a number where it is unknown. */
+    /** In seconds; NaN if unknown. */
     double position(mpv_handle* mpv) const;
-    /** Never negative: the library counts a negative one from the end. */
-    double timestampOf(double position) const { return std::max(position + m_start, 0.0); }
+    /** Never negative, as libmpv takes a negative time relative to the end. */
+    double timestampAt(double position) const { return std::max(position + m_startTime, 0.0); }
 
 private:
-    void takeBuffered(double seconds);
+    void reportBuffered(double seconds);
 
     template<typename... Parameters, typename... Values>
-    void report(void (VideoEngineListener::*what)(int, Parameters...), Values... values)
+    void report(void (VideoEngineListener::*callback)(int, Parameters...), Values... values)
     {
-        m_listener.post([load = m_load, what, values...](VideoEngineListener& to) { (to.*what)(load, values...); });
+        m_listener.post([loadId = m_loadId, callback, values...](VideoEngineListener& listener) {
+            (listener.*callback)(loadId, values...);
+        });
     }
 
     const Messenger<VideoEngineListener> m_listener;
-    int m_load = 0;
-    double m_start = 0; ///< the stream's first timestamp, in seconds
+    int m_loadId = 0;
+    double m_startTime = 0; ///< first timestamp of the stream, in seconds
     bool m_isLive = false;
     bool m_pictureShown = false;
     double m_bufferedTo = 0;

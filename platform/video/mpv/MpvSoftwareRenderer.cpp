@@ -14,7 +14,7 @@ namespace {
 
 constexpr quint32 opaque = 0xff000000;
 
-// libmpv leaves the unused byte of the letterbox's pixels 0, which a window with a see-through format would show.
+// libmpv sets the unused byte of the letterbox to 0, which is transparent in a window with an alpha channel.
 void makeLetterboxOpaque(const PictureBuffers::Picture& picture)
 {
     const int width = picture.size.width();
@@ -48,19 +48,19 @@ void makeLetterboxOpaque(const PictureBuffers::Picture& picture)
 
 } // namespace
 
-/** The thread that draws: makes the render context, draws each picture when its time comes, frees the context. */
-class MpvSoftwareRenderer::Drawing
+/** The drawing thread: creates the render context, draws each picture at its display time, frees the context. */
+class MpvSoftwareRenderer::DrawThread
 {
 public:
-    Drawing(std::shared_ptr<MpvEngine> engine, PictureListener changed)
-        : m_engine(std::move(engine)), m_changed(std::move(changed))
+    DrawThread(std::shared_ptr<MpvEngine> engine, PictureListener listener)
+        : m_engine(std::move(engine)), m_listener(std::move(listener))
     {}
 
     void run()
     {
         pthread_setname_np(pthread_self(), "video-picture");
         if (create())
-            draw();
+            runLoop();
         mpv_render_context_free(m_context);
         m_engine.reset();
     }
@@ -69,21 +69,21 @@ public:
     {
         const std::lock_guard lock(m_mutex);
         m_size = pixels;
-        m_called = true;
-        m_wake.notify_one();
+        m_updateRequested = true;
+        m_wakeUp.notify_one();
     }
 
     void end()
     {
         const std::lock_guard lock(m_mutex);
         m_ending = true;
-        m_wake.notify_one();
+        m_wakeUp.notify_one();
     }
 
     QImage picture()
     {
-        m_announced = false;
-        return m_buffers.toShow();
+        m_notified = false;
+        return m_buffers.newestImage();
     }
 
 private:
@@ -94,48 +94,48 @@ private:
         MpvCore& core = m_engine->core();
         if (mpv_render_context_create(&m_context, core.handle(), parameters) < 0) {
             core.listener().post([](VideoEngineListener& listener) {
-                listener.engineFailed({VideoFailure::Cause::NoPicture, 0, QStringLiteral("no software renderer")});
+                listener.onEngineFailed({VideoFailure::Cause::NoPicture, 0, QStringLiteral("no software renderer")});
             });
             return false;
         }
         mpv_render_context_set_update_callback(
-            m_context, [](void* self) { static_cast<Drawing*>(self)->call(); }, this);
-        core.post([](MpvCore& ready) { ready.drawInMemory(); });
-        core.listener().post([](VideoEngineListener& listener) { listener.rendererReady(); });
+            m_context, [](void* self) { static_cast<DrawThread*>(self)->requestUpdate(); }, this);
+        core.post([](MpvCore& target) { target.useSoftwareRenderer(); });
+        core.listener().post([](VideoEngineListener& listener) { listener.onRendererReady(); });
         return true;
     }
 
-    void call()
+    void requestUpdate()
     {
         const std::lock_guard lock(m_mutex);
-        m_called = true;
-        m_wake.notify_one();
+        m_updateRequested = true;
+        m_wakeUp.notify_one();
     }
 
-    void draw()
+    void runLoop()
     {
         QSize drawn;
         std::unique_lock lock(m_mutex);
         while (true) {
-            m_wake.wait(lock, [this] { return m_called || m_ending; });
+            m_wakeUp.wait(lock, [this] { return m_updateRequested || m_ending; });
             if (m_ending)
                 return;
-            m_called = false;
+            m_updateRequested = false;
             const QSize size = m_size;
             lock.unlock();
-            const bool fresh = mpv_render_context_update(m_context) & MPV_RENDER_UPDATE_FRAME;
+            const bool hasNewFrame = mpv_render_context_update(m_context) & MPV_RENDER_UPDATE_FRAME;
             const bool resized = !drawn.isEmpty() && drawn != size;
-            if (!size.isEmpty() && (fresh || resized)) {
-                drawOne(size);
+            if (!size.isEmpty() && (hasNewFrame || resized)) {
+                drawPicture(size);
                 drawn = size;
             }
             lock.lock();
         }
     }
 
-    void drawOne(QSize size)
+    void drawPicture(QSize size)
     {
-        const PictureBuffers::Picture& picture = m_buffers.toDraw(size);
+        const PictureBuffers::Picture& picture = m_buffers.drawBuffer(size);
         int extent[] = {size.width(), size.height()};
         char format[] = "bgr0";
         size_t stride = size_t(picture.stride);
@@ -144,45 +144,45 @@ private:
                                          {MPV_RENDER_PARAM_SW_STRIDE, &stride},
                                          {MPV_RENDER_PARAM_SW_POINTER, picture.pixels.get()},
                                          {MPV_RENDER_PARAM_INVALID, nullptr}};
-        // Returns when the picture's time has come.
+        // Blocks until the display time of the picture.
         if (mpv_render_context_render(m_context, parameters) < 0)
             return;
         makeLetterboxOpaque(picture);
-        m_buffers.drawn();
-        if (!m_announced.exchange(true))
-            m_changed.post([](const std::function<void()>& changed) { changed(); });
+        m_buffers.publish();
+        if (!m_notified.exchange(true))
+            m_listener.post([](const std::function<void()>& changed) { changed(); });
     }
 
-    std::shared_ptr<MpvEngine> m_engine; ///< let go of after the context
-    const PictureListener m_changed;
+    std::shared_ptr<MpvEngine> m_engine; ///< released after the context is freed
+    const PictureListener m_listener;
     mpv_render_context* m_context = nullptr;
     PictureBuffers m_buffers;
-    std::atomic<bool> m_announced = false; ///< the screen thread knows of a picture it has not taken
+    std::atomic<bool> m_notified = false; ///< the screen thread was notified and has not called `picture` since
 
-    std::mutex m_mutex; ///< guards the rest
-    std::condition_variable m_wake;
+    std::mutex m_mutex; ///< guards the members below
+    std::condition_variable m_wakeUp;
     QSize m_size;
-    bool m_called = false;
+    bool m_updateRequested = false;
     bool m_ending = false;
 };
 
-MpvSoftwareRenderer::MpvSoftwareRenderer(std::shared_ptr<MpvEngine> engine, PictureListener changed)
-    : m_drawing(std::make_shared<Drawing>(std::move(engine), std::move(changed)))
+MpvSoftwareRenderer::MpvSoftwareRenderer(std::shared_ptr<MpvEngine> engine, PictureListener listener)
+    : m_thread(std::make_shared<DrawThread>(std::move(engine), std::move(listener)))
 {
-    std::thread([drawing = m_drawing] { drawing->run(); }).detach();
+    std::thread([thread = m_thread] { thread->run(); }).detach();
 }
 
 MpvSoftwareRenderer::~MpvSoftwareRenderer()
 {
-    m_drawing->end();
+    m_thread->end();
 }
 
 void MpvSoftwareRenderer::setSize(QSize pixels)
 {
-    m_drawing->setSize(pixels);
+    m_thread->setSize(pixels);
 }
 
 QImage MpvSoftwareRenderer::picture()
 {
-    return m_drawing->picture();
+    return m_thread->picture();
 }

@@ -6,18 +6,18 @@
 
 class MpvEngine;
 
-/** libmpv's software renderer. The screen thread's end of it; the other is a thread that draws. */
+/** Draws with libmpv's software renderer, on its own thread. Its functions are called on the screen thread. */
 class MpvSoftwareRenderer : public SoftwareRenderer
 {
 public:
-    MpvSoftwareRenderer(std::shared_ptr<MpvEngine> engine, PictureListener changed);
+    MpvSoftwareRenderer(std::shared_ptr<MpvEngine> engine, PictureListener listener);
     ~MpvSoftwareRenderer() override;
 
     void setSize(QSize pixels) override;
     QImage picture() override;
 
 private:
-    class Drawing;
+    class DrawThread;
 
-    std::shared_ptr<Drawing> m_drawing;
+    std::shared_ptr<DrawThread> m_thread;
 };

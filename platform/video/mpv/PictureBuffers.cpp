@@ -5,10 +5,10 @@
 
 namespace {
 
-// What the scaler's vector instructions like best.
+// Bytes. The vector instructions of libmpv's scaler are fastest with this alignment.
 constexpr size_t alignment = 64;
 
-PictureBuffers::Picture makePicture(QSize size)
+PictureBuffers::Picture createPicture(QSize size)
 {
     const qsizetype stride = (qsizetype(size.width()) * 4 + qsizetype(alignment) - 1) & ~(qsizetype(alignment) - 1);
     auto* const pixels =
@@ -18,31 +18,32 @@ PictureBuffers::Picture makePicture(QSize size)
 
 } // namespace
 
-const PictureBuffers::Picture& PictureBuffers::toDraw(QSize size)
+const PictureBuffers::Picture& PictureBuffers::drawBuffer(QSize size)
 {
     if (m_drawing.size != size)
-        m_drawing = makePicture(size);
+        m_drawing = createPicture(size);
     return m_drawing;
 }
 
-void PictureBuffers::drawn()
+void PictureBuffers::publish()
 {
     const std::lock_guard lock(m_mutex);
     std::swap(m_drawing, m_newest);
-    m_fresh = true;
+    m_hasNewest = true;
 }
 
-QImage PictureBuffers::toShow()
+QImage PictureBuffers::newestImage()
 {
     {
         const std::lock_guard lock(m_mutex);
-        if (std::exchange(m_fresh, false))
-            std::swap(m_newest, m_showing);
+        if (std::exchange(m_hasNewest, false))
+            std::swap(m_newest, m_displayed);
     }
-    if (!m_showing.pixels)
+    if (!m_displayed.pixels)
         return {};
-    auto* const keep = new std::shared_ptr<uchar>(m_showing.pixels);
+    auto* const reference = new std::shared_ptr<uchar>(m_displayed.pixels);
     return QImage(
-        m_showing.pixels.get(), m_showing.size.width(), m_showing.size.height(), m_showing.stride, QImage::Format_RGB32,
-        [](void* held) { delete static_cast<std::shared_ptr<uchar>*>(held); }, keep);
+        m_displayed.pixels.get(), m_displayed.size.width(), m_displayed.size.height(), m_displayed.stride,
+        QImage::Format_RGB32, [](void* reference) { delete static_cast<std::shared_ptr<uchar>*>(reference); },
+        reference);
 }

@@ -6,13 +6,13 @@
 #include <mutex>
 
 /**
- * Three pictures in memory: one being drawn, the newest, the one on screen. Drawing never waits for showing. One
- * thread draws (`toDraw`, `drawn`), one shows (`toShow`).
+ * Three picture buffers in memory (triple buffering): one being drawn, the newest, and the one on screen. One thread
+ * draws (`drawBuffer`, `publish`), another one displays (`newestImage`); neither waits for the other.
  */
 class PictureBuffers
 {
 public:
-    /** Opaque, four bytes a pixel: blue, green, red, unused. */
+    /** Opaque; four bytes per pixel: blue, green, red, unused. */
     struct Picture
     {
         std::shared_ptr<uchar> pixels;
@@ -20,19 +20,19 @@ public:
         qsizetype stride = 0;
     };
 
-    /** The picture to draw into, of this size; nothing else reads or writes it until `drawn`. */
-    const Picture& toDraw(QSize size);
+    /** A buffer of this size to draw into; nothing else reads or writes it until `publish`. */
+    const Picture& drawBuffer(QSize size);
 
-    /** Makes it the newest. */
-    void drawn();
+    /** Makes the drawn buffer the newest picture. */
+    void publish();
 
-    /** The newest picture, its pixels shared; null before the first. They stay as they are until the next call. */
-    QImage toShow();
+    /** The newest picture; null before the first. It shares the pixels, which do not change before the next call. */
+    QImage newestImage();
 
 private:
     std::mutex m_mutex;
     Picture m_drawing;
     Picture m_newest;
-    Picture m_showing;
-    bool m_fresh = false;
+    Picture m_displayed;
+    bool m_hasNewest = false;
 };

@@ -6,46 +6,46 @@
 
 namespace {
 
-// How long a new core waits for one that was let go of: the libraries below tell their troubles to one core alone.
-constexpr std::chrono::seconds turn{1};
+// How long a new core waits for released ones to end, as the libraries below send their log messages to one core only.
+constexpr std::chrono::seconds turnLimit{1};
 
-struct Running
+struct RunningState
 {
     std::mutex mutex;
     std::condition_variable changed;
-    std::list<const MpvCore*> cores; ///< the oldest first
+    std::list<const MpvCore*> cores; ///< oldest first
 };
 
-// Kept for good: threads may still report their end while the process leaves.
-Running& running()
+// Never destroyed, as threads may still end while the process exits.
+RunningState& runningState()
 {
-    static auto* const one = new Running;
+    static auto* const one = new RunningState;
     return *one;
 }
 
 } // namespace
 
-void RunningCores::enter(const MpvCore* core)
+void RunningCores::add(const MpvCore* core)
 {
-    const std::lock_guard lock(running().mutex);
-    running().cores.push_back(core);
+    const std::lock_guard lock(runningState().mutex);
+    runningState().cores.push_back(core);
 }
 
-void RunningCores::leave(const MpvCore* core)
+void RunningCores::remove(const MpvCore* core)
 {
-    const std::lock_guard lock(running().mutex);
-    running().cores.remove(core);
-    running().changed.notify_all();
+    const std::lock_guard lock(runningState().mutex);
+    runningState().cores.remove(core);
+    runningState().changed.notify_all();
 }
 
 void RunningCores::waitForTurn(const MpvCore* core)
 {
-    std::unique_lock lock(running().mutex);
-    running().changed.wait_for(lock, turn, [core] { return running().cores.front() == core; });
+    std::unique_lock lock(runningState().mutex);
+    runningState().changed.wait_for(lock, turnLimit, [core] { return runningState().cores.front() == core; });
 }
 
 bool RunningCores::waitForAll(std::chrono::milliseconds limit)
 {
-    std::unique_lock lock(running().mutex);
-    return running().changed.wait_for(lock, limit, [] { return running().cores.empty(); });
+    std::unique_lock lock(runningState().mutex);
+    return runningState().changed.wait_for(lock, limit, [] { return runningState().cores.empty(); });
 }

@@ -4,16 +4,16 @@
 
 class MpvCore;
 
-/** The cores that have not ended, in the order of their start. Any thread. */
+/** The cores whose thread has not ended, in the order of their start. Any thread. */
 namespace RunningCores {
 
-void enter(const MpvCore* core);
-void leave(const MpvCore* core);
+void add(const MpvCore* core);
+void remove(const MpvCore* core);
 
-/** Waits until the cores before this one have ended, or a second has passed. */
+/** Waits until all cores started before this one have ended, at most one second. */
 void waitForTurn(const MpvCore* core);
 
-/** Waits until every core has ended, or `limit` has passed and the answer is false. */
+/** Waits until every core has ended; false if some still run after `limit`. */
 bool waitForAll(std::chrono::milliseconds limit);
 
 } // namespace RunningCores

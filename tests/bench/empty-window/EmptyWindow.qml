@@ -1,7 +1,7 @@
 import QtQuick
 
 Window {
-    // Of the screen's size rather than full-screen: there is no window manager to make it so.
+    // Set to the screen's size, because no window manager would make it full-screen.
     width: Screen.width
     height: Screen.height
     visible: true

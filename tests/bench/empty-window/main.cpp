@@ -1,4 +1,4 @@
-// The yardstick of ./bench: an empty Qt Quick window of the screen's size that changes colour at each key.
+// Yardstick of ./bench: an empty Qt Quick window of the screen's size that changes its colour at every key press.
 
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>

@@ -11,7 +11,7 @@ DrawnArea::DrawnArea(std::shared_ptr<XConnection> connection) : m_connection(std
     if (!XDamageQueryExtension(m_connection->display(), &m_damageEvent, &error))
         throw std::runtime_error("The X display has no DAMAGE extension.");
     m_damage = XDamageCreate(m_connection->display(), m_connection->root(), XDamageReportRawRectangles);
-    take(); // X begins by reporting the whole display
+    take(); // X reports the whole display first
 }
 
 DrawnArea::~DrawnArea()

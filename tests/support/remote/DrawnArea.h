@@ -4,17 +4,17 @@
 
 #include <QRect>
 
-/** Notes where something is drawn on the X display, whether or not a pixel changes by it. One thread. */
+/** Records where something is drawn on the X display, even if no pixel changes. Single-threaded. */
 class DrawnArea
 {
 public:
-    /** Begins to note; throws std::runtime_error with a sentence when the display lacks an extension. */
+    /** Starts recording. Throws std::runtime_error with a readable message if the display lacks an extension. */
     explicit DrawnArea(std::shared_ptr<XConnection> connection);
     ~DrawnArea();
     DrawnArea(const DrawnArea&) = delete;
     DrawnArea& operator=(const DrawnArea&) = delete;
 
-    /** The smallest rectangle around all that was drawn since the last call, in pixels; empty when nothing was. */
+    /** The bounding rectangle, in pixels, of everything drawn since the last call; empty if nothing was drawn. */
     QRect take();
 
 private:

@@ -10,9 +10,9 @@ namespace {
 
 constexpr QSizeF canvas(1920, 1080); // points
 constexpr int stripBits = 12;
-constexpr double stripMiddle = 1080 - 45; // points: the strip is the lowest 60 of the recording's 720 rows
-constexpr int darkest = 70;               // of 255; anything up to it is black, though it was compressed
-constexpr int lightest = 185;             // anything from it is white
+constexpr double stripMiddle = 1080 - 45; // points; the bars are in the lowest 60 of the recording's 720 rows
+constexpr int darkest = 70;               // of 255; up to this value a pixel is black, in spite of compression
+constexpr int lightest = 185;             // from this value on a pixel is white
 
 bool isLike(QRgb one, QRgb other, int tolerance)
 {
@@ -21,14 +21,14 @@ bool isLike(QRgb one, QRgb other, int tolerance)
 }
 
 template<typename Test>
-double share(const QRect& area, const Test& holds)
+double share(const QRect& area, const Test& matches)
 {
     if (area.isEmpty())
         return 0;
     qint64 count = 0;
     for (int y = area.top(); y <= area.bottom(); ++y) {
         for (int x = area.left(); x <= area.right(); ++x)
-            count += holds(x, y) ? 1 : 0;
+            count += matches(x, y) ? 1 : 0;
     }
     return double(count) / (double(area.width()) * area.height());
 }
@@ -51,8 +51,8 @@ QRect pixels(const QSize& screen, const QRectF& points)
 
 QColor colourAt(const QImage& picture, const QPointF& point)
 {
-    const QRect place = pixels(picture.size(), QRectF(point, QSizeF(0.5, 0.5)));
-    return place.isEmpty() ? QColor() : picture.pixelColor(place.topLeft());
+    const QRect area = pixels(picture.size(), QRectF(point, QSizeF(0.5, 0.5)));
+    return area.isEmpty() ? QColor() : picture.pixelColor(area.topLeft());
 }
 
 bool isLike(const QColor& one, const QColor& other, int tolerance)
@@ -77,14 +77,14 @@ double difference(const QImage& one, const QImage& other, const QRectF& points, 
 
 QRect whereDifferent(const QImage& one, const QImage& other, int tolerance)
 {
-    QRect place;
+    QRect area;
     for (int y = 0; y < one.height(); ++y) {
         for (int x = 0; x < one.width(); ++x) {
             if (!isLike(row(one, y)[x], row(other, y)[x], tolerance))
-                place |= QRect(x, y, 1, 1);
+                area |= QRect(x, y, 1, 1);
         }
     }
-    return place;
+    return area;
 }
 
 std::optional<int> recordedSeconds(const QImage& picture)

@@ -41,7 +41,7 @@ qint64 residentSetSize(qint64 pid)
 double processorSeconds(qint64 pid)
 {
     const QByteArray stat = contents(pid, u"stat"_s);
-    // The program's name, in parentheses, may itself hold spaces.
+    // The program's name is in parentheses and may contain spaces.
     const QList<QByteArray> fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
     const qint64 ticks = fields.value(11).toLongLong() + fields.value(12).toLongLong();
     return double(ticks) / double(sysconf(_SC_CLK_TCK));

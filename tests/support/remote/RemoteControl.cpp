@@ -33,7 +33,7 @@ constexpr Button table[] = {
     {u"page down", "Next"},
 };
 
-constexpr unsigned long betweenPresses = 15; // milliseconds; X repeats a held key by letting it go for none at all
+constexpr unsigned long betweenPresses = 15; // milliseconds; a shorter release would look like X key repeat
 
 QByteArray keysymOf(const QString& button)
 {
@@ -71,12 +71,12 @@ void RemoteControl::press(const QString& button)
     QThread::msleep(betweenPresses);
 }
 
-void RemoteControl::pushDown(const QString& button)
+void RemoteControl::keyDown(const QString& button)
 {
     send(button, true);
 }
 
-void RemoteControl::letGo(const QString& button)
+void RemoteControl::keyUp(const QString& button)
 {
     send(button, false);
 }
@@ -89,12 +89,12 @@ void RemoteControl::send(const QString& button, bool down)
     if (key == 0)
         throw std::invalid_argument(("The display has no key for \""_L1 + button + "\"."_L1).toStdString());
     XTestFakeKeyEvent(display, key, down ? True : False, CurrentTime);
-    XSync(display, False); // the server gives the event its time
+    XSync(display, False); // the server sets the event's time
 }
 
-bool RemoteControl::giveFocus()
+bool RemoteControl::focusTopWindow()
 {
-    constexpr int large = 400; // pixels; narrower ones are tool tips and the like
+    constexpr int large = 400; // pixels; narrower windows are tool tips
     Display* display = m_connection->display();
     Window root = 0;
     Window parent = 0;

@@ -5,26 +5,32 @@
 #include <QString>
 #include <QStringList>
 
-/** A remote control whose keys arrive at an X display as an infrared receiver's do (XTest). One thread. */
+/**
+ * A remote control that sends keys to an X display with XTest; they look like those of an infrared receiver.
+ * Single-threaded.
+ */
 class RemoteControl
 {
 public:
-    /** Throws std::runtime_error with a sentence when the display takes no made-up keys. */
+    /** Throws std::runtime_error with a readable message if the display does not support XTest. */
     explicit RemoteControl(std::shared_ptr<XConnection> connection);
 
     /** Names of the buttons: select, back, play/pause, up, ... */
     static QStringList buttons();
 
     /**
-     * Presses a button and lets it go; `button` is one of buttons(), or an X keysym's name.
-     * Throws std::invalid_argument when the display has no such key.
+     * Presses and releases a button. `button` is one of buttons(), or the name of an X keysym. Throws
+     * std::invalid_argument if the display has no such key.
      */
     void press(const QString& button);
-    void pushDown(const QString& button);
-    void letGo(const QString& button);
+    void keyDown(const QString& button);
+    void keyUp(const QString& button);
 
-    /** Gives the input focus to the topmost large window, as no window manager does it; false when there is none. */
-    bool giveFocus();
+    /**
+     * Gives the input focus to the topmost large window, because there is no window manager to do it. Returns false if
+     * there is no such window.
+     */
+    bool focusTopWindow();
 
 private:
     void send(const QString& button, bool down);

@@ -49,11 +49,11 @@ void waitForPort(int port)
     }
 }
 
-QByteArray bodyOf(QNetworkReply* made)
+QByteArray bodyOf(QNetworkReply* rawReply)
 {
-    const std::unique_ptr<QNetworkReply> reply(made);
+    const std::unique_ptr<QNetworkReply> reply(rawReply);
     QEventLoop loop;
-    QObject::connect(made, &QNetworkReply::finished, &loop, &QEventLoop::quit);
+    QObject::connect(rawReply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
     loop.exec();
     if (reply->error() != QNetworkReply::NoError)
         fail(reply->url().toString() + u": "_s + reply->errorString());
@@ -90,7 +90,7 @@ void SampleHub::start()
         std::make_unique<ChildProcess>(program, arguments, QProcessEnvironment::systemEnvironment(), u"/dev/stderr"_s);
     if (!m_process->waitForLine(u"ready"_s, 20s))
         fail(u"The sample hub did not get ready."_s);
-    darken();
+    stopBroadcast();
 }
 
 void SampleHub::stop()
@@ -98,27 +98,27 @@ void SampleHub::stop()
     m_process.reset();
 }
 
-void SampleHub::order(const QString& path, const QJsonObject& body)
+void SampleHub::post(const QString& path, const QJsonObject& body)
 {
     QNetworkAccessManager network;
-    QNetworkRequest post = request(QUrl(u"http://127.0.0.1:%1%2"_s.arg(m_controlPort).arg(path)));
-    post.setHeader(QNetworkRequest::ContentTypeHeader, u"application/json"_s);
-    bodyOf(network.post(post, QJsonDocument(body).toJson()));
+    QNetworkRequest message = request(QUrl(u"http://127.0.0.1:%1%2"_s.arg(m_controlPort).arg(path)));
+    message.setHeader(QNetworkRequest::ContentTypeHeader, u"application/json"_s);
+    bodyOf(network.post(message, QJsonDocument(body).toJson()));
 }
 
-void SampleHub::fault(const QString& path, const QString& kind, QJsonObject more)
+void SampleHub::addFault(const QString& path, const QString& kind, QJsonObject more)
 {
     more[u"path"_s] = path;
     more[u"kind"_s] = kind;
-    order(u"/fault"_s, more);
+    post(u"/fault"_s, more);
 }
 
-void SampleHub::calm()
+void SampleHub::reset()
 {
-    order(u"/fault/clear"_s);
-    order(u"/status/reset"_s);
-    order(u"/catalogue/reset"_s);
-    darken();
+    post(u"/fault/clear"_s);
+    post(u"/status/reset"_s);
+    post(u"/catalogue/reset"_s);
+    stopBroadcast();
 }
 
 QByteArray SampleHub::fetchBody(const QString& path)
@@ -132,17 +132,17 @@ QJsonObject SampleHub::fetch(const QString& path)
     return QJsonDocument::fromJson(fetchBody(path)).object();
 }
 
-QString SampleHub::address(const QString& path)
+QString SampleHub::urlOf(const QString& path)
 {
     return base.resolved(QUrl(path)).toString();
 }
 
-QString SampleHub::file(const QString& path)
+QString SampleHub::filePath(const QString& path)
 {
     return folder + path;
 }
 
-QJsonArray SampleHub::log()
+QJsonArray SampleHub::requestLog()
 {
     QNetworkAccessManager network;
     const QUrl url(u"http://127.0.0.1:%1/log"_s.arg(m_controlPort));

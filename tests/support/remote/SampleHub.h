@@ -8,39 +8,42 @@
 #include <memory>
 
 /**
- * The real sample hub, running for a test on the port that the set was built for, and its control address.
- * Needs an application object; one thread; ends with this object.
+ * Runs the real sample hub for a test, on the port that the program was built for, and sends requests to its control
+ * address. The hub ends with this object. Needs a QCoreApplication. Single-threaded.
  */
 class SampleHub
 {
 public:
-    /** Waits for the port while another test has it; throws std::runtime_error with a sentence when it fails. */
+    /** Waits while another test uses the port. Throws std::runtime_error with a readable message on failure. */
     SampleHub();
 
-    /** Ends it: from then on its port refuses. */
+    /** Ends the hub. Afterwards its port refuses connections. */
     void stop();
-    /** Starts it again after stop(), on the same ports and with no faults; throws as the constructor does. */
+    /** Starts the hub again after stop(), on the same ports and without faults; throws as the constructor does. */
     void start();
 
-    /** Sends an order to the control address; throws std::runtime_error when it is not taken. */
-    void order(const QString& path, const QJsonObject& body = {});
+    /** Posts to a path of the control address; throws std::runtime_error on an error status. */
+    void post(const QString& path, const QJsonObject& body = {});
 
-    void light() { order(QStringLiteral("/tower/lit")); }
-    void darken() { order(QStringLiteral("/tower/dark")); }
-    /** Lets requests whose path starts so fail: `kind` and `more` as the control address takes them. */
-    void fault(const QString& path, const QString& kind, QJsonObject more = {});
-    /** The tower dark, the status and the tapes as they were, no faults. */
-    void calm();
+    void startBroadcast() { post(QStringLiteral("/tower/lit")); }
+    void stopBroadcast() { post(QStringLiteral("/tower/dark")); }
+    /**
+     * Makes requests whose path starts with `path` fail. `kind` and `more` are parameters of the control address's
+     * /fault.
+     */
+    void addFault(const QString& path, const QString& kind, QJsonObject more = {});
+    /** Resets the hub: no faults, the initial status and tapes, no live broadcast. */
+    void reset();
 
-    /** A document of the hub over HTTPS, its certificate checked; throws std::runtime_error when it is not 200. */
+    /** Fetches a document of the hub over HTTPS and verifies the certificate; throws std::runtime_error on an error. */
     QByteArray fetchBody(const QString& path);
     QJsonObject fetch(const QString& path);
     /** The absolute address of a path on the hub. */
-    static QString address(const QString& path);
+    static QString urlOf(const QString& path);
     /** The file that the hub serves under a path below "/recordings/". */
-    static QString file(const QString& path);
-    /** The requests it has seen. */
-    QJsonArray log();
+    static QString filePath(const QString& path);
+    /** The requests that the hub has received. */
+    QJsonArray requestLog();
 
 private:
     int m_controlPort;

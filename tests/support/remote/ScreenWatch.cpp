@@ -57,7 +57,7 @@ struct ScreenWatch::Shared
         segment.readOnly = False;
         XShmAttach(display(), &segment);
         XSync(display(), False);
-        shmctl(segment.shmid, IPC_RMID, nullptr); // gone with the last that has it attached
+        shmctl(segment.shmid, IPC_RMID, nullptr); // the segment is destroyed when the last process detaches
     }
 };
 
@@ -81,7 +81,7 @@ QSize ScreenWatch::size() const
     return m_shared->size;
 }
 
-QImage ScreenWatch::look(const QRect& area)
+QImage ScreenWatch::grab(const QRect& area)
 {
     const QRect whole(QPoint(), m_shared->size);
     const QRect seen = area.isEmpty() ? whole : area.intersected(whole);
@@ -107,7 +107,7 @@ bool ScreenWatch::waitForDrawing(milliseconds limit)
             drawn = drawn || event.type == m_shared->damageEvent + XDamageNotify;
         }
         if (drawn) {
-            // Before the next look, so that what is drawn after it is noticed again.
+            // Reset before the next grab, so that later drawing is reported again.
             XDamageSubtract(display, m_shared->damage, 0, 0);
             XFlush(display);
             return true;
@@ -125,11 +125,11 @@ bool ScreenWatch::waitUntil(const std::function<bool(const QImage&)>& condition,
     const auto deadline = Clock::now() + limit;
     for (;;) {
         waitForDrawing(0ms);
-        if (condition(look()))
+        if (condition(grab()))
             return true;
         if (left(deadline) == 0ms)
             return false;
-        // A condition may hold of more than the picture, so it is asked now and then on a still one too.
+        // The condition may depend on more than the picture, so check it every 250 ms even if nothing is drawn.
         waitForDrawing(std::min(left(deadline), 250ms));
     }
 }
@@ -140,18 +140,18 @@ std::optional<ScreenWatch::Clock::time_point> ScreenWatch::waitForChange(const Q
     const auto deadline = Clock::now() + limit;
     while (waitForDrawing(left(deadline))) {
         const auto drawn = Clock::now();
-        if (look(area) != before)
+        if (grab(area) != before)
             return drawn;
     }
     return std::nullopt;
 }
 
-std::optional<ScreenWatch::Clock::time_point> ScreenWatch::waitUntilSettled(milliseconds quiet, milliseconds limit,
-                                                                            const QRect& area, const See& see)
+std::optional<ScreenWatch::Clock::time_point> ScreenWatch::waitUntilStill(milliseconds quiet, milliseconds limit,
+                                                                          const QRect& area, const OnChange& see)
 {
     const auto deadline = Clock::now() + limit;
     waitForDrawing(0ms);
-    QImage last = look(area);
+    QImage last = grab(area);
     auto changed = Clock::now();
     while (Clock::now() < deadline) {
         const auto still = std::min(changed + quiet, deadline);
@@ -160,7 +160,7 @@ std::optional<ScreenWatch::Clock::time_point> ScreenWatch::waitUntilSettled(mill
         if (!waitForDrawing(left(still) + 1ms))
             continue;
         const auto drawn = Clock::now();
-        QImage now = look(area);
+        QImage now = grab(area);
         if (now != last) {
             last = std::move(now);
             changed = drawn;
@@ -175,11 +175,11 @@ ScreenWatch::Count ScreenWatch::count(milliseconds span, const QRect& area)
 {
     const auto deadline = Clock::now() + span;
     waitForDrawing(0ms);
-    QImage last = look(area);
+    QImage last = grab(area);
     Count count;
     while (waitForDrawing(left(deadline))) {
         ++count.drawings;
-        QImage now = look(area);
+        QImage now = grab(area);
         if (now != last) {
             last = std::move(now);
             ++count.pictures;

@@ -8,47 +8,50 @@
 #include <functional>
 #include <optional>
 
-/** The eyes of the living room: what is on the X display, and when something was drawn there. One thread. */
+/** Grabs the X display and reports when something is drawn there. Single-threaded. */
 class ScreenWatch
 {
 public:
     using Clock = std::chrono::steady_clock;
 
-    /** Throws std::runtime_error with a sentence when the display lacks an extension. */
+    /** Throws std::runtime_error with a readable message if the display lacks an extension. */
     explicit ScreenWatch(std::shared_ptr<XConnection> connection);
     ~ScreenWatch();
 
     QSize size() const;
 
-    /** The picture as it is now; `area` in pixels, the whole screen when empty. */
-    QImage look(const QRect& area = {});
+    /** The current picture of `area`, in pixels; of the whole screen if empty. */
+    QImage grab(const QRect& area = {});
 
-    /** Waits until something is drawn, at most `limit`; what was drawn since the last call counts. */
+    /** Waits at most `limit` until something is drawn. Drawing since the last call counts too. */
     bool waitForDrawing(std::chrono::milliseconds limit);
 
-    /** Looks again after each drawing until `condition` holds of the picture; false when `limit` passes first. */
+    /**
+     * Grabs the screen after each drawing until `condition` is true for the picture; returns false if `limit` passes
+     * first.
+     */
     bool waitUntil(const std::function<bool(const QImage&)>& condition, std::chrono::milliseconds limit);
 
-    /** When the pixels of `area` first differed from `before`; nothing when `limit` passes first. */
+    /** The time at which the pixels of `area` first differed from `before`; nullopt if `limit` passes first. */
     std::optional<Clock::time_point> waitForChange(const QImage& before, std::chrono::milliseconds limit,
                                                    const QRect& area = {});
 
-    using See = std::function<void(const QImage&, Clock::time_point)>;
+    using OnChange = std::function<void(const QImage&, Clock::time_point)>;
 
     /**
-     * Waits until no pixel of `area` has changed for `quiet`; answers the last change, nothing past `limit`. Each new
-     * picture of the area is told to `see` with the time at which it was drawn.
+     * Waits until no pixel of `area` has changed for `quiet`. Returns the time of the last change, or nullopt if
+     * `limit` passes first. Calls `onChange` with each new picture of the area and the time at which it was drawn.
      */
-    std::optional<Clock::time_point> waitUntilSettled(std::chrono::milliseconds quiet, std::chrono::milliseconds limit,
-                                                      const QRect& area = {}, const See& see = {});
+    std::optional<Clock::time_point> waitUntilStill(std::chrono::milliseconds quiet, std::chrono::milliseconds limit,
+                                                    const QRect& area = {}, const OnChange& see = {});
 
     struct Count
     {
-        int drawings = 0; ///< times that something was drawn, whether or not a pixel changed
-        int pictures = 0; ///< different pictures, one after the other
+        int drawings = 0; ///< drawing operations, even if no pixel changed
+        int pictures = 0; ///< pictures that differ from the previous one
     };
 
-    /** What happened in `area` during `span`; drawings count wherever they are. */
+    /** Counts drawings of the whole screen, and new pictures of `area`, during `span`. */
     Count count(std::chrono::milliseconds span, const QRect& area = {});
 
 private:

@@ -1,9 +1,9 @@
 #include "Shop.h"
 
 #include "Dressing.h"
-#include "LivingRoom.h"
 #include "RecordDecoder.h"
 #include "SampleHub.h"
+#include "SimulatedViewer.h"
 #include "TapePage.h"
 
 #include <optional>
@@ -16,25 +16,25 @@ namespace shop {
 
 namespace {
 
-/** Presses a button `count` times without waiting: the program takes them in its own time. */
-void pressAll(LivingRoom& room, const QString& button, int count)
+/** Presses a button `count` times without waiting for the program to react. */
+void pressAll(SimulatedViewer& viewer, const QString& button, int count)
 {
     for (int i = 0; i < count; ++i)
-        room.press(button);
+        viewer.press(button);
 }
 
-template<typename Fits>
-std::optional<Place> firstPlace(SampleHub& hub, const Fits& fits)
+template<typename Matches>
+std::optional<Position> firstPosition(SampleHub& hub, const Matches& matches)
 {
-    Place place{0, 0};
+    Position position{0, 0};
     for (const Shelf& shelf : shelves(hub)) {
-        place.column = 0;
+        position.column = 0;
         for (const VHSCover& cover : shelf.covers) {
-            if (fits(cover))
-                return place;
-            ++place.column;
+            if (matches(cover))
+                return position;
+            ++position.column;
         }
-        ++place.shelf;
+        ++position.shelf;
     }
     return std::nullopt;
 }
@@ -47,44 +47,44 @@ QList<Shelf> shelves(SampleHub& hub)
     return buildShelves(page ? page->items : QList<Tape>());
 }
 
-Place placeOf(SampleHub& hub, const QString& title)
+Position positionOf(SampleHub& hub, const QString& title)
 {
-    const auto place = firstPlace(hub, [&](const VHSCover& cover) { return cover.title.contains(title); });
-    if (!place)
+    const auto position = firstPosition(hub, [&](const VHSCover& cover) { return cover.title.contains(title); });
+    if (!position)
         throw std::runtime_error(("No shelf has the tape \""_L1 + title + "\"."_L1).toStdString());
-    return *place;
+    return *position;
 }
 
-Place placeOf(SampleHub& hub, qint64 tape)
+Position positionOf(SampleHub& hub, qint64 tape)
 {
-    const auto place = firstPlace(hub, [tape](const VHSCover& cover) { return cover.id == tape; });
-    if (!place)
+    const auto position = firstPosition(hub, [tape](const VHSCover& cover) { return cover.id == tape; });
+    if (!position)
         throw std::runtime_error("No shelf has the tape " + std::to_string(tape) + '.');
-    return *place;
+    return *position;
 }
 
-bool enter(LivingRoom& room)
+bool selectShop(SimulatedViewer& viewer)
 {
-    if (!room.waitForText(area::rightDoor, u"every one plays right here"_s))
+    if (!viewer.waitForText(area::rightDoor, u"every one plays right here"_s))
         return false;
-    room.screen().waitUntilSettled(200ms, 2s);
-    room.pressAndSee(u"right"_s);
-    room.screen().waitUntilSettled(200ms, 2s);
-    room.press(u"select"_s);
+    viewer.screen().waitUntilStill(200ms, 2s);
+    viewer.pressAndWaitForChange(u"right"_s);
+    viewer.screen().waitUntilStill(200ms, 2s);
+    viewer.press(u"select"_s);
     return true;
 }
 
-bool open(LivingRoom& room)
+bool open(SimulatedViewer& viewer)
 {
-    return enter(room) && room.waitForText(header, u"tapes in stock — pull one off the shelf"_s, 5s);
+    return selectShop(viewer) && viewer.waitForText(header, u"tapes in stock — pull one off the shelf"_s, 5s);
 }
 
-void walk(LivingRoom& room, Place from, Place to)
+void moveFocus(SimulatedViewer& viewer, Position from, Position to)
 {
-    pressAll(room, u"left"_s, from.column);
-    pressAll(room, to.shelf > from.shelf ? u"down"_s : u"up"_s, std::abs(to.shelf - from.shelf));
-    pressAll(room, u"right"_s, to.column);
-    room.screen().waitUntilSettled(300ms, 5s);
+    pressAll(viewer, u"left"_s, from.column);
+    pressAll(viewer, to.shelf > from.shelf ? u"down"_s : u"up"_s, std::abs(to.shelf - from.shelf));
+    pressAll(viewer, u"right"_s, to.column);
+    viewer.screen().waitUntilStill(300ms, 5s);
 }
 
 } // namespace shop

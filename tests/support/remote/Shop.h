@@ -5,52 +5,55 @@
 #include <QRectF>
 #include <QString>
 
-class LivingRoom;
+class SimulatedViewer;
 class SampleHub;
 
-/** The rental shop, as a test sees it and walks along its shelves. Areas are in points of the canvas. */
+/** Simulates a viewer in the rental shop. Areas are in points of the canvas. */
 namespace shop {
 
-inline constexpr QRectF header(40, 20, 1400, 280); ///< while nothing is scrolled: sign, stock line, controls
+inline constexpr QRectF header(40, 20, 1400, 280); ///< before any scrolling: sign, stock line, controls
 
-// A tape's own screen, its title on one line.
+// The screen of a tape with a one-line title.
 inline constexpr QRectF detailTitle(550, 40, 1300, 200);
 inline constexpr QRectF detailTexts(540, 20, 1340, 460);  ///< from the title to the synopsis
 inline constexpr QRectF detailFacts(540, 480, 1340, 560); ///< from the buttons to the catalogue line
-inline constexpr QRectF firstButton(562, 502, 240, 60);   ///< within its plate under focus
+inline constexpr QRectF firstButton(562, 502, 240, 60);   ///< inside its plate while it has focus
 
-// The search, its title and its invitation over its field.
+// The search: title and hint above the field.
 inline constexpr QRectF searchHeader(80, 50, 1760, 160);
 inline constexpr QRectF searchField(106, 232, 1700, 60);
 inline constexpr QRectF searchOutcome(80, 320, 1760, 56);
-inline constexpr QRectF keyboard(0, 544, 1920, 536); ///< over the lower half
+inline constexpr QRectF keyboard(0, 544, 1920, 536); ///< covers the lower half
 
-/** Where something stands: the shelf from above, -1 for the controls over them, and the place on it from the left. */
-struct Place
+/**
+ * A position in the shop: row of the shelf from the top, -1 for the controls above the shelves, and column from the
+ * left.
+ */
+struct Position
 {
     int shelf = -1;
     int column = 0;
 };
 
-/** What stands on the shelves, made of the hub's first page as the program does. */
+/** The shelves, built from the hub's first page as the program builds them. */
 QList<Shelf> shelves(SampleHub& hub);
 
-/** Where the tape whose cover's title contains `title` stands; throws std::runtime_error when it is on no shelf. */
-Place placeOf(SampleHub& hub, const QString& title);
+/** The position of the tape whose cover's title contains `title`; throws std::runtime_error if it is on no shelf. */
+Position positionOf(SampleHub& hub, const QString& title);
 
-/** Where the tape with this id stands; throws the same. */
-Place placeOf(SampleHub& hub, qint64 tape);
+/** The position of the tape with this id; throws std::runtime_error if it is on no shelf. */
+Position positionOf(SampleHub& hub, qint64 tape);
 
-/** Waits for the front screen's figures and selects the shop's door; false when they do not come. */
-bool enter(LivingRoom& room);
+/** Waits until the front screen shows the shop's figures and selects the shop; false if they do not appear. */
+bool selectShop(SimulatedViewer& viewer);
 
-/** Enters and waits for the shelves, the focus then on the controls; false when they do not come. */
-bool open(LivingRoom& room);
+/** Opens the shop and waits for the shelves; the focus is then on the controls. False if the shelves do not appear. */
+bool open(SimulatedViewer& viewer);
 
 /**
- * Goes with the arrows from one place to another: along the shelf to its first card, up or down, and along. A shelf
- * must have been left at its first card, as this does, or never entered.
+ * Moves the focus with the arrow keys: left to the shelf's first card, up or down, then right. The target shelf must
+ * not have been visited before, or its current card must be the first one.
  */
-void walk(LivingRoom& room, Place from, Place to);
+void moveFocus(SimulatedViewer& viewer, Position from, Position to);
 
 } // namespace shop

@@ -8,13 +8,13 @@
 
 using namespace Qt::StringLiterals;
 
-TelevisionSet::TelevisionSet(const QString& log, const QMap<qint64, double>& kept)
+TelevisionSet::TelevisionSet(const QString& log, const QMap<qint64, double>& resumePositions)
 {
-    keep(kept);
+    writeResumeFile(resumePositions);
     m_process = std::make_unique<ChildProcess>(QStringLiteral(QUILLMERE_TV), QStringList(), environment(), log);
 }
 
-void TelevisionSet::keep(const QMap<qint64, double>& positions) const
+void TelevisionSet::writeResumeFile(const QMap<qint64, double>& positions) const
 {
     if (positions.isEmpty())
         return;
@@ -32,7 +32,7 @@ QString TelevisionSet::resumeFile() const
     return m_home.path() + u"/.local/share/quillmere-tv/resume.ini"_s;
 }
 
-std::optional<double> TelevisionSet::keptPosition(qint64 tape) const
+std::optional<double> TelevisionSet::savedPosition(qint64 tape) const
 {
     QFile file(resumeFile());
     if (!file.open(QIODevice::ReadOnly))
@@ -48,7 +48,7 @@ std::optional<double> TelevisionSet::keptPosition(qint64 tape) const
 QProcessEnvironment TelevisionSet::environment() const
 {
     QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
-    // What a test sets for itself; the program is to choose as it does in a living room.
+    // Variables that tests set for themselves. The program must choose its defaults, as on a viewer's machine.
     for (const QString& name :
          {u"QT_QUICK_BACKEND"_s, u"QT_QPA_PLATFORM"_s, u"QT_SCALE_FACTOR"_s, u"WAYLAND_DISPLAY"_s})
         variables.remove(name);
@@ -66,9 +66,9 @@ QProcessEnvironment TelevisionSet::environment() const
 QStringList TelevisionSet::writtenFiles() const
 {
     QStringList files;
-    QDirIterator walk(m_home.path(), QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
-    while (walk.hasNext())
-        files.append(QDir(m_home.path()).relativeFilePath(walk.next()));
+    QDirIterator iterator(m_home.path(), QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
+    while (iterator.hasNext())
+        files.append(QDir(m_home.path()).relativeFilePath(iterator.next()));
     files.sort();
     return files;
 }

@@ -8,28 +8,32 @@
 #include <memory>
 #include <optional>
 
-/** The real program, run as a viewer's: in a home of its own, with nothing told it but the display. One thread. */
+/**
+ * Runs the real program as a viewer does, in a temporary home folder and with no settings except the display.
+ * Single-threaded.
+ */
 class TelevisionSet
 {
 public:
     /**
-     * Starts it on the display that DISPLAY names, with these resume positions (seconds by tape id) kept from before;
-     * what it and its libraries complain of is appended to `log`.
+     * Starts the program on the display that DISPLAY names. It finds `resumePositions` (seconds by tape id) in its
+     * resume file. Messages of the program and its libraries are appended to `log`.
      */
-    explicit TelevisionSet(const QString& log = QStringLiteral("/dev/stderr"), const QMap<qint64, double>& kept = {});
+    explicit TelevisionSet(const QString& log = QStringLiteral("/dev/stderr"),
+                           const QMap<qint64, double>& resumePositions = {});
 
     ChildProcess& process() { return *m_process; }
 
-    /** The resume position, in seconds, that is kept of a tape now; nothing when there is none. */
-    std::optional<double> keptPosition(qint64 tape) const;
+    /** The saved resume position of a tape, in seconds; nullopt if there is none. */
+    std::optional<double> savedPosition(qint64 tape) const;
 
-    /** Every file that it has left in its home, as paths below it. */
+    /** All files in its home folder, as relative paths. */
     QStringList writtenFiles() const;
 
 private:
     QProcessEnvironment environment() const;
     QString resumeFile() const;
-    void keep(const QMap<qint64, double>& positions) const;
+    void writeResumeFile(const QMap<qint64, double>& positions) const;
 
     QTemporaryDir m_home;
     std::unique_ptr<ChildProcess> m_process;

@@ -8,14 +8,14 @@
 
 namespace {
 
-constexpr double pixelsAPoint = 2.0; // small captions of 20 points are read well from here on
-constexpr int lettersAMistake = 8;
+constexpr double pixelsPerPoint = 2.0; // enlarged to this size, captions of 20 points are recognised reliably
+constexpr int lettersPerMistake = 8;
 
-/** Dark letters on white, large, with the whole range of greys: what the engine was taught on. */
+/** Converts to large dark letters on white with full contrast, as in the engine's training data. */
 QImage prepared(const QImage& picture, const QRectF& points)
 {
     QImage text = picture.copy(picture::pixels(picture.size(), points)).convertToFormat(QImage::Format_Grayscale8);
-    const int width = int(points.width() * pixelsAPoint);
+    const int width = int(points.width() * pixelsPerPoint);
     if (text.width() < width)
         text = text.scaledToWidth(width, Qt::SmoothTransformation);
     int low = 255;
@@ -80,7 +80,7 @@ TextReader::TextReader() : m_engine(std::make_unique<Engine>())
     if (m_engine->api.Init(nullptr, "eng", tesseract::OEM_LSTM_ONLY) != 0)
         throw std::runtime_error("Reading text in pictures needs the package tesseract-ocr-eng.");
     m_engine->api.SetVariable("debug_file", "/dev/null");
-    m_engine->api.SetVariable("thresholding_method", "2"); // by neighbourhood: pale captions beside bright titles
+    m_engine->api.SetVariable("thresholding_method", "2"); // adaptive: pale captions stand beside bright titles
     m_engine->api.SetPageSegMode(tesseract::PSM_SPARSE_TEXT);
 }
 
@@ -115,7 +115,8 @@ bool TextReader::contains(const QString& text, const QString& wanted)
 {
     const QString in = lettersOf(text);
     const QString what = lettersOf(wanted);
-    // Least number of mistakes of any stretch of the text (Sellers): row by row over `what`, free to start anywhere.
+    // Approximate substring search (Sellers' algorithm): the fewest mistakes of any substring of `in`, computed row by
+    // row over `what`; a match may start at any column.
     QList<int> mistakes(in.size() + 1, 0);
     for (qsizetype i = 0; i < what.size(); ++i) {
         int corner = mistakes[0];
@@ -126,5 +127,5 @@ bool TextReader::contains(const QString& text, const QString& wanted)
             mistakes[j + 1] = std::min({diagonal, corner + costOfMiss(what[i]), mistakes[j] + costOfExtra(in[j])});
         }
     }
-    return *std::min_element(mistakes.cbegin(), mistakes.cend()) <= what.size() / lettersAMistake;
+    return *std::min_element(mistakes.cbegin(), mistakes.cend()) <= what.size() / lettersPerMistake;
 }

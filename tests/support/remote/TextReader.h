@@ -7,23 +7,23 @@
 
 #include <memory>
 
-/** Reads the text in a picture of the screen (optical character recognition, English). One thread. */
+/** Reads the text in a picture of the screen (optical character recognition, English). Single-threaded. */
 class TextReader
 {
 public:
-    /** Throws std::runtime_error with a sentence when the language's data is missing. */
+    /** Throws std::runtime_error with a readable message if the language data are missing. */
     TextReader();
     ~TextReader();
 
     /**
-     * The text of an area (points of the 1920 x 1080 canvas), lines parted by line breaks. What was read of the last
-     * picture is remembered, as reading takes a fraction of a second.
+     * The text of an area, in points of the 1920 x 1080 canvas, with lines separated by line breaks. Results for the
+     * last picture are cached, because recognition takes a fraction of a second.
      */
     QString read(const QImage& picture, const QRectF& points);
 
     /**
-     * Whether `text` contains `wanted`, but for what reading mistakes: case, spaces and punctuation do not count,
-     * and one letter in eight may be wrong; a digit must be right.
+     * Whether `text` contains `wanted`, tolerating recognition errors: case, spaces and punctuation are ignored, and
+     * one letter in eight may be wrong. Digits must match exactly.
      */
     static bool contains(const QString& text, const QString& wanted);
 
@@ -33,6 +33,6 @@ private:
     QString readAfresh(const QImage& picture, const QRectF& points);
 
     std::unique_ptr<Engine> m_engine;
-    qint64 m_lastPicture = 0; ///< its cache key
+    qint64 m_lastPicture = 0; ///< its QImage::cacheKey()
     QList<std::pair<QRectF, QString>> m_lastRead;
 };

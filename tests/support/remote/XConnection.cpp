@@ -16,7 +16,7 @@ std::shared_ptr<XConnection> XConnection::open()
     Display* display = XOpenDisplay(nullptr);
     if (!display)
         throw std::runtime_error("There is no X display; start this under tests/support/on-virtual-display.");
-    // A window that goes away between two requests is no reason to end.
+    // A window may close between two requests. Such an error must not end the test.
     XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
     return std::shared_ptr<XConnection>(new XConnection(display));
 }

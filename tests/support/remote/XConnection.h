@@ -2,14 +2,14 @@
 
 #include <memory>
 
-// X's own name for it, so that its headers, which define macros like None and Bool, stay out of this one.
+// Xlib's own name of the type. Declaring it here avoids Xlib's headers, which define macros such as None and Bool.
 struct _XDisplay; // NOLINT(bugprone-reserved-identifier)
 
-/** One connection to the X display that DISPLAY names, shared by the screen and the remote. One thread. */
+/** A connection to the X display that DISPLAY names, shared by the screen and the remote. Single-threaded. */
 class XConnection
 {
 public:
-    /** Throws std::runtime_error with a sentence when there is no display, or it lacks an extension. */
+    /** Throws std::runtime_error with a readable message if there is no display. */
     static std::shared_ptr<XConnection> open();
     ~XConnection();
 

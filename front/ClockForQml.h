@@ -1,0 +1,14 @@
+#pragma once
+
+#include "Clock.h"
+
+#include <QtQml/qqmlregistration.h>
+
+/** Registers Clock with QML; platform/clock does not depend on QML. */
+struct ClockForQml
+{
+    Q_GADGET
+    QML_FOREIGN(Clock)
+    QML_NAMED_ELEMENT(Clock)
+    QML_UNCREATABLE("Created by QuillmereTVApp.")
+};

@@ -1,0 +1,28 @@
+#include "CurrentRowModel.h"
+
+void CurrentRowModel::setCurrentRow(int row)
+{
+    if (row == m_currentRow || row < 0 || row >= rowCount())
+        return;
+    m_currentRow = row;
+    Q_EMIT currentRowChanged();
+}
+
+void CurrentRowModel::setHasFocus(bool hasFocus)
+{
+    if (hasFocus == m_hasFocus)
+        return;
+    m_hasFocus = hasFocus;
+    Q_EMIT hasFocusChanged();
+}
+
+void CurrentRowModel::reset(int currentRow, const std::function<void()>& change)
+{
+    const bool isNew = currentRow != m_currentRow;
+    beginResetModel();
+    change();
+    m_currentRow = currentRow;
+    endResetModel();
+    if (isNew)
+        Q_EMIT currentRowChanged();
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <QtQml/qqmlregistration.h>
+
+#include <functional>
+
+/**
+ * A list model with a current row: the row whose item in the `LazyStack` has or last had the focus. The rows and the
+ * current row always change together, in one model reset, so that the stack never sees a row number of the old rows.
+ * Screen thread only.
+ */
+class CurrentRowModel : public QAbstractListModel
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Only lists that are derived from it have rows.")
+    Q_PROPERTY(int currentRow READ currentRow NOTIFY currentRowChanged FINAL)
+
+public:
+    using QAbstractListModel::QAbstractListModel;
+
+    /** -1 if there is none yet. */
+    int currentRow() const { return m_currentRow; }
+    /** Ignores a row that does not exist. */
+    void setCurrentRow(int row);
+    /** Whether the focused item of the screen is in the list, also while another screen has the keys. */
+    bool hasFocus() const { return m_hasFocus; }
+    /** Set by the LazyStack. */
+    void setHasFocus(bool hasFocus);
+
+Q_SIGNALS:
+    void currentRowChanged();
+    void hasFocusChanged();
+
+protected:
+    /** Resets the model: `change` replaces the rows, then `currentRow` becomes the current row. */
+    void reset(int currentRow, const std::function<void()>& change);
+
+private:
+    int m_currentRow = -1;
+    bool m_hasFocus = false;
+};

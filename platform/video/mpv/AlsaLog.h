@@ -1,0 +1,7 @@
+#pragma once
+
+/**
+ * Redirects the messages of the ALSA library from standard error to the log category `quillmere.video`, if libmpv has
+ * loaded that library. Call it once, before anything plays. Any thread.
+ */
+void logAlsaMessages();
