@@ -40,36 +40,53 @@ endfunction()
 # Builds only the tests with the label unit and their dependencies. The sanitizer runs use it.
 add_custom_target(unit-tests)
 
-# quillmere_test(name SOURCES ... LINKS ... [LABELS ...] [DISPLAY] [LOCK resource] [TIMEOUT seconds])
-# Adds a test. With DISPLAY it runs on its own virtual display; without, on Qt's offscreen platform.
-function(quillmere_test name)
-    cmake_parse_arguments(arg "DISPLAY" "LOCK;TIMEOUT" "SOURCES;LINKS;LABELS" ${ARGN})
+# quillmere_tests(name TESTS ... [SOURCES ...] LINKS ... [LABELS ...] [DISPLAY ...] [TIMEOUT seconds] [LOCK resource]):
+# adds one program with the test classes TESTS, each from the file of its name, and a test for each class, which runs
+# `name CLASS`. The classes after DISPLAY run on a virtual display of their own, the others on Qt's offscreen platform.
+function(quillmere_tests name)
+    cmake_parse_arguments(arg "" "LOCK;TIMEOUT" "TESTS;SOURCES;LINKS;LABELS;DISPLAY" ${ARGN})
     if(NOT arg_LABELS)
         set(arg_LABELS unit)
     endif()
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 60)
     endif()
-    add_executable(${name} ${arg_SOURCES})
-    target_link_libraries(${name} PRIVATE ${arg_LINKS} Qt6::Test)
+    list(TRANSFORM arg_TESTS APPEND .cpp OUTPUT_VARIABLE files)
+    add_executable(${name} ${files} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE test-main ${arg_LINKS})
+    target_precompile_headers(${name} PRIVATE <QtCore/QtCore> <QtTest/QtTest> <QCoroTask> <tl/expected.hpp>)
     if("unit" IN_LIST arg_LABELS)
         add_dependencies(unit-tests ${name})
     endif()
-    if(arg_DISPLAY)
-        add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/tests/support/on-virtual-display $<TARGET_FILE:${name}>)
-    else()
-        add_test(NAME ${name} COMMAND ${name})
-        set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
-    endif()
-    # Tests must not connect to the session bus of the desktop on which they run.
-    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
-        "QT_QUICK_BACKEND=software" "DBUS_SESSION_BUS_ADDRESS=disabled:")
-    if(QUILLMERE_SANITIZE MATCHES "thread")
-        # Qt is not built with the sanitizer, so the sanitizer does not know Qt's locks.
-        set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT "TSAN_OPTIONS=ignore_noninstrumented_modules=1")
-    endif()
-    set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}" TIMEOUT ${arg_TIMEOUT})
-    if(arg_LOCK)
-        set_tests_properties(${name} PROPERTIES RESOURCE_LOCK ${arg_LOCK})
-    endif()
+    foreach(test IN LISTS arg_TESTS)
+        if(test IN_LIST arg_DISPLAY)
+            add_test(NAME ${test}
+                COMMAND ${PROJECT_SOURCE_DIR}/tests/support/on-virtual-display $<TARGET_FILE:${name}> ${test})
+        else()
+            add_test(NAME ${test} COMMAND ${name} ${test})
+            set_property(TEST ${test} APPEND PROPERTY ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+        endif()
+        # No test announces its playback to the desktop of the machine.
+        set_property(TEST ${test} APPEND PROPERTY ENVIRONMENT
+            "QT_QUICK_BACKEND=software" "DBUS_SESSION_BUS_ADDRESS=disabled:")
+        if(QUILLMERE_SANITIZE MATCHES "thread")
+            # Qt is not built with the thread sanitizer, which therefore does not see its locks.
+            set_property(TEST ${test} APPEND PROPERTY ENVIRONMENT "TSAN_OPTIONS=ignore_noninstrumented_modules=1")
+        endif()
+        set_tests_properties(${test} PROPERTIES LABELS "${arg_LABELS}" TIMEOUT ${arg_TIMEOUT})
+        if(arg_LOCK)
+            set_tests_properties(${test} PROPERTIES RESOURCE_LOCK ${arg_LOCK})
+        endif()
+    endforeach()
+endfunction()
+
+# quillmere_opengl_test(name PROGRAM program CLASS class [FUNCTIONS ...] LABELS label TIMEOUT seconds): adds a test that
+# runs a class once more, with software OpenGL on a virtual display.
+function(quillmere_opengl_test name)
+    cmake_parse_arguments(arg "" "PROGRAM;CLASS;LABELS;TIMEOUT" "FUNCTIONS" ${ARGN})
+    add_test(NAME ${name}
+        COMMAND ${PROJECT_SOURCE_DIR}/tests/support/on-virtual-display $<TARGET_FILE:${arg_PROGRAM}> ${arg_CLASS}
+            ${arg_FUNCTIONS})
+    set_tests_properties(${name} PROPERTIES LABELS ${arg_LABELS} TIMEOUT ${arg_TIMEOUT}
+        ENVIRONMENT "QSG_RHI_BACKEND=opengl;LIBGL_ALWAYS_SOFTWARE=1")
 endfunction()

@@ -3,6 +3,7 @@
 #include "FakeScreenSaver.h"
 #include "PrivateBus.h"
 #include "ScriptedVideoPlayer.h"
+#include "TestMain.h"
 
 #include <QDBusConnectionInterface>
 #include <QElapsedTimer>
@@ -296,5 +297,5 @@ void DesktopPresenceTest::busAddressFallsBackToRuntimeFolder()
     QCOMPARE(SessionBus::address(), QString());
 }
 
-QTEST_MAIN(DesktopPresenceTest)
+QUILLMERE_TEST(DesktopPresenceTest, QGuiApplication)
 #include "DesktopPresenceTest.moc"

@@ -1,4 +1,5 @@
 #include "HttpOnServer.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -118,5 +119,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(HttpAnswersTest)
+QUILLMERE_TEST(HttpAnswersTest, QCoreApplication)
 #include "HttpAnswersTest.moc"

@@ -1,4 +1,5 @@
 #include "HttpOnServer.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -79,5 +80,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(HttpBrokenAnswersTest)
+QUILLMERE_TEST(HttpBrokenAnswersTest, QCoreApplication)
 #include "HttpBrokenAnswersTest.moc"

@@ -1,5 +1,6 @@
 #include "HttpOnServer.h"
 #include "TaskScope.h"
+#include "TestMain.h"
 
 #include <QTest>
 #include <QTimer>
@@ -128,5 +129,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(HttpCancellingTest)
+QUILLMERE_TEST(HttpCancellingTest, QCoreApplication)
 #include "HttpCancellingTest.moc"

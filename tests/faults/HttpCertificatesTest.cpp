@@ -1,4 +1,5 @@
 #include "HttpOnServer.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -49,5 +50,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(HttpCertificatesTest)
+QUILLMERE_TEST(HttpCertificatesTest, QCoreApplication)
 #include "HttpCertificatesTest.moc"

@@ -1,5 +1,6 @@
 #include "HttpOnServer.h"
 #include "TaskScope.h"
+#include "TestMain.h"
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -99,5 +100,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(HttpConnectivityTest)
+QUILLMERE_TEST(HttpConnectivityTest, QCoreApplication)
 #include "HttpConnectivityTest.moc"

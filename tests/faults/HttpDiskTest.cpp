@@ -1,4 +1,5 @@
 #include "HttpOnServer.h"
+#include "TestMain.h"
 
 #include <QDirIterator>
 #include <QTemporaryDir>
@@ -10,6 +11,21 @@ QTemporaryDir& home()
     static QTemporaryDir folder;
     return folder;
 }
+
+/** An application whose files are all in a temporary folder. */
+class ApplicationInTemporaryHome : public QCoreApplication
+{
+public:
+    ApplicationInTemporaryHome(int& argc, char** argv) : QCoreApplication((useTemporaryHome(), argc), argv) {}
+
+private:
+    static void useTemporaryHome()
+    {
+        for (const char* const variable :
+             {"HOME", "TMPDIR", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"})
+            qputenv(variable, home().path().toLocal8Bit());
+    }
+};
 
 } // namespace
 
@@ -30,14 +46,5 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char** argv)
-{
-    for (const char* const variable :
-         {"HOME", "TMPDIR", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"})
-        qputenv(variable, home().path().toLocal8Bit());
-    QCoreApplication application(argc, argv);
-    HttpDiskTest test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QUILLMERE_TEST(HttpDiskTest, ApplicationInTemporaryHome)
 #include "HttpDiskTest.moc"

@@ -1,5 +1,6 @@
 #include "HttpOnServer.h"
 #include "TaskScope.h"
+#include "TestMain.h"
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -273,5 +274,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(HttpInterimTest)
+QUILLMERE_TEST(HttpInterimTest, QCoreApplication)
 #include "HttpInterimTest.moc"

@@ -1,4 +1,5 @@
 #include "HttpOnServer.h"
+#include "TestMain.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -173,5 +174,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(HttpLimitsTest)
+QUILLMERE_TEST(HttpLimitsTest, QCoreApplication)
 #include "HttpLimitsTest.moc"

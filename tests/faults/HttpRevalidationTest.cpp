@@ -1,4 +1,5 @@
 #include "HttpOnServer.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -198,5 +199,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(HttpRevalidationTest)
+QUILLMERE_TEST(HttpRevalidationTest, QCoreApplication)
 #include "HttpRevalidationTest.moc"

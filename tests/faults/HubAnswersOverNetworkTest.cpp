@@ -1,4 +1,5 @@
 #include "HubOnServer.h"
+#include "TestMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -138,5 +139,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(HubAnswersOverNetworkTest)
+QUILLMERE_TEST(HubAnswersOverNetworkTest, QCoreApplication)
 #include "HubAnswersOverNetworkTest.moc"

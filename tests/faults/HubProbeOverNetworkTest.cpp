@@ -1,4 +1,5 @@
 #include "HubOnServer.h"
+#include "TestMain.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
@@ -130,5 +131,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(HubProbeOverNetworkTest)
+QUILLMERE_TEST(HubProbeOverNetworkTest, QCoreApplication)
 #include "HubProbeOverNetworkTest.moc"

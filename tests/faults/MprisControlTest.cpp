@@ -1,4 +1,5 @@
 #include "PlayerOnBus.h"
+#include "TestMain.h"
 
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -148,5 +149,5 @@ void MprisControlTest::failedItemIgnoresPlay()
     QCOMPARE(bus.player.calls()->count(u"play"_s), plays);
 }
 
-QTEST_MAIN(MprisControlTest)
+QUILLMERE_TEST(MprisControlTest, QGuiApplication)
 #include "MprisControlTest.moc"

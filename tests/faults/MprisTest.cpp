@@ -1,4 +1,5 @@
 #include "PlayerOnBus.h"
+#include "TestMain.h"
 
 #include <QGuiApplication>
 #include <QRegularExpression>
@@ -185,5 +186,5 @@ void MprisTest::secondPlayerGetsOwnBusName()
     QVERIFY(bus.isRegistered());
 }
 
-QTEST_MAIN(MprisTest)
+QUILLMERE_TEST(MprisTest, QGuiApplication)
 #include "MprisTest.moc"

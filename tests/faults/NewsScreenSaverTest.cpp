@@ -1,6 +1,7 @@
 #include "FakeScreenSaver.h"
 #include "NewsOnScript.h"
 #include "PrivateBus.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -88,5 +89,5 @@ void NewsScreenSaverTest::screensaverIsAllowedWhenScreenCloses()
     QTRY_COMPARE(inhibitions(), 0);
 }
 
-QTEST_GUILESS_MAIN(NewsScreenSaverTest)
+QUILLMERE_TEST(NewsScreenSaverTest, QCoreApplication)
 #include "NewsScreenSaverTest.moc"

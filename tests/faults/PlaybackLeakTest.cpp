@@ -14,6 +14,7 @@
 #include "SystemClock.h"
 #include "TapePage.h"
 #include "TapePlayerController.h"
+#include "TestMain.h"
 #include "VideoPlugins.h"
 
 #include <QDBusConnectionInterface>
@@ -197,5 +198,5 @@ void PlaybackLeakTest::openingAndClosingManyTimesLeaksNothing()
     QVERIFY(grown <= allowedGrowth);
 }
 
-QTEST_MAIN(PlaybackLeakTest)
+QUILLMERE_TEST(PlaybackLeakTest, QGuiApplication)
 #include "PlaybackLeakTest.moc"

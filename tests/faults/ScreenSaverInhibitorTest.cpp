@@ -2,6 +2,7 @@
 
 #include "FakeScreenSaver.h"
 #include "PrivateBus.h"
+#include "TestMain.h"
 
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -252,5 +253,5 @@ void ScreenSaverInhibitorTest::inhibitorWithoutBusDoesNothing()
     m_inhibitor.reset();
 }
 
-QTEST_GUILESS_MAIN(ScreenSaverInhibitorTest)
+QUILLMERE_TEST(ScreenSaverInhibitorTest, QCoreApplication)
 #include "ScreenSaverInhibitorTest.moc"

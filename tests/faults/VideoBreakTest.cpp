@@ -1,3 +1,4 @@
+#include "TestMain.h"
 #include "VideoStage.h"
 
 using namespace Qt::StringLiterals;
@@ -130,5 +131,5 @@ void VideoBreakTest::livePlaylistThatStopsGrowingIsReloaded()
     QCOMPARE(ended.count(), 0);
 }
 
-QTEST_MAIN(VideoBreakTest)
+QUILLMERE_TEST(VideoBreakTest, QGuiApplication)
 #include "VideoBreakTest.moc"

@@ -1,3 +1,4 @@
+#include "TestMain.h"
 #include "VideoStage.h"
 
 using namespace Qt::StringLiterals;
@@ -83,5 +84,5 @@ void VideoGrowingTest::itemEndsWhenPlaylistIsComplete()
     QVERIFY(stage.player->isSeekable());
 }
 
-QTEST_MAIN(VideoGrowingTest)
+QUILLMERE_TEST(VideoGrowingTest, QGuiApplication)
 #include "VideoGrowingTest.moc"

@@ -1,4 +1,5 @@
 #include "CountedRecording.h"
+#include "TestMain.h"
 #include "VideoStage.h"
 
 using namespace Qt::StringLiterals;
@@ -148,5 +149,5 @@ void VideoJumpTest::startAfterRestartedTimestampsIsReached()
     QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 30'000);
 }
 
-QTEST_MAIN(VideoJumpTest)
+QUILLMERE_TEST(VideoJumpTest, QGuiApplication)
 #include "VideoJumpTest.moc"

@@ -1,5 +1,6 @@
 #include "CountedRecording.h"
 #include "SampleHub.h"
+#include "TestMain.h"
 #include "VideoStage.h"
 
 #include <QElapsedTimer>
@@ -177,5 +178,5 @@ void VideoLiveTest::playbackContinuesAcrossDiscontinuity()
     QVERIFY(!stage.hasFailed());
 }
 
-QTEST_MAIN(VideoLiveTest)
+QUILLMERE_TEST(VideoLiveTest, QGuiApplication)
 #include "VideoLiveTest.moc"

@@ -1,4 +1,5 @@
 #include "ProcessResources.h"
+#include "TestMain.h"
 #include "VideoStage.h"
 
 using namespace Qt::StringLiterals;
@@ -228,5 +229,5 @@ void VideoPictureTest::playerAndViewCanBeDestroyedAtAnyTime()
                               ProcessResources().text() + " after " + before.text(), 10'000);
 }
 
-QTEST_MAIN(VideoPictureTest)
+QUILLMERE_TEST(VideoPictureTest, QGuiApplication)
 #include "VideoPictureTest.moc"

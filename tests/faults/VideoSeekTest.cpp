@@ -1,4 +1,5 @@
 #include "CountedRecording.h"
+#include "TestMain.h"
 #include "VideoStage.h"
 
 #include <cmath>
@@ -150,5 +151,5 @@ void VideoSeekTest::growingRecordingStartsAtBeginning()
     QVERIFY(stage.player->position() < 5);
 }
 
-QTEST_MAIN(VideoSeekTest)
+QUILLMERE_TEST(VideoSeekTest, QGuiApplication)
 #include "VideoSeekTest.moc"

@@ -1,3 +1,4 @@
+#include "TestMain.h"
 #include "VideoStage.h"
 
 #include <QTcpServer>
@@ -254,5 +255,5 @@ void VideoStreamTest::unsupportedUrlFailsAtOnce()
     QCOMPARE(int(stage.failure().cause), int(Cause::BadAddress));
 }
 
-QTEST_MAIN(VideoStreamTest)
+QUILLMERE_TEST(VideoStreamTest, QGuiApplication)
 #include "VideoStreamTest.moc"

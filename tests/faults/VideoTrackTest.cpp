@@ -1,3 +1,4 @@
+#include "TestMain.h"
 #include "VideoStage.h"
 
 using namespace Qt::StringLiterals;
@@ -168,5 +169,5 @@ void VideoTrackTest::seekFinishesWhileSubtitlesLoad()
     QCOMPARE(shown.count(), 0);
 }
 
-QTEST_MAIN(VideoTrackTest)
+QUILLMERE_TEST(VideoTrackTest, QGuiApplication)
 #include "VideoTrackTest.moc"

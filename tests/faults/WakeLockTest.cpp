@@ -1,3 +1,4 @@
+#include "TestMain.h"
 #include "WakeLock.h"
 
 #include "FakeScreenSaver.h"
@@ -103,5 +104,5 @@ void WakeLockTest::lockWithoutBusDoesNothing()
     QCoreApplication::processEvents();
 }
 
-QTEST_GUILESS_MAIN(WakeLockTest)
+QUILLMERE_TEST(WakeLockTest, QCoreApplication)
 #include "WakeLockTest.moc"

@@ -3,6 +3,7 @@
 #include "SampleHub.h"
 #include "Shop.h"
 #include "SimulatedViewer.h"
+#include "TestMain.h"
 
 #include <QElapsedTimer>
 #include <QJsonArray>
@@ -271,5 +272,5 @@ void JourneyTest::tryAgainShowsShelvesWhenHubReturns()
     QVERIFY(m_viewer->waitForText(area::rightDoor, u"every one plays right here"_s));
 }
 
-QTEST_GUILESS_MAIN(JourneyTest)
+QUILLMERE_TEST(JourneyTest, QCoreApplication)
 #include "JourneyTest.moc"

@@ -2,6 +2,7 @@
 #include "SampleHub.h"
 #include "Shop.h"
 #include "SimulatedViewer.h"
+#include "TestMain.h"
 
 #include <QFile>
 #include <QRegularExpression>
@@ -105,5 +106,5 @@ void LogJourneyTest::enabledCategoriesAreLoggedInLines()
     QCOMPARE(all.filter(u"?"_s), QStringList());
 }
 
-QTEST_GUILESS_MAIN(LogJourneyTest)
+QUILLMERE_TEST(LogJourneyTest, QCoreApplication)
 #include "LogJourneyTest.moc"

@@ -2,6 +2,7 @@
 #include "ProcessFigures.h"
 #include "SampleHub.h"
 #include "SimulatedViewer.h"
+#include "TestMain.h"
 
 #include <QDateTime>
 #include <QDeadlineTimer>
@@ -289,5 +290,5 @@ void NewsJourneyTest::dismissedChannelEndsPlayer()
     QVERIFY(waitForText(area::leftDoor, program));
 }
 
-QTEST_GUILESS_MAIN(NewsJourneyTest)
+QUILLMERE_TEST(NewsJourneyTest, QCoreApplication)
 #include "NewsJourneyTest.moc"

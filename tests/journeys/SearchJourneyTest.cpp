@@ -2,6 +2,7 @@
 #include "SampleHub.h"
 #include "Shop.h"
 #include "SimulatedViewer.h"
+#include "TestMain.h"
 
 #include <QJsonArray>
 #include <QTest>
@@ -188,5 +189,5 @@ void SearchJourneyTest::backReturnsToShopAndNextSearchIsEmpty()
     QVERIFY(waitForText(shop::searchField, u"Search"_s));
 }
 
-QTEST_GUILESS_MAIN(SearchJourneyTest)
+QUILLMERE_TEST(SearchJourneyTest, QCoreApplication)
 #include "SearchJourneyTest.moc"

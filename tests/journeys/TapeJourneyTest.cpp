@@ -1,6 +1,7 @@
 #include "Picture.h"
 #include "Shop.h"
 #include "TapeVisit.h"
+#include "TestMain.h"
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -145,5 +146,5 @@ void TapeJourneyTest::endedTapeOffersPlayFromBeginning()
     QVERIFY(!m_visit.savedPosition());
 }
 
-QTEST_GUILESS_MAIN(TapeJourneyTest)
+QUILLMERE_TEST(TapeJourneyTest, QCoreApplication)
 #include "TapeJourneyTest.moc"

@@ -1,5 +1,6 @@
 #include "Shop.h"
 #include "TapeVisit.h"
+#include "TestMain.h"
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -122,5 +123,5 @@ void TapeTroubleTest::failureIsShownForTapeWithoutStream()
     QVERIFY(dismissWithButton());
 }
 
-QTEST_GUILESS_MAIN(TapeTroubleTest)
+QUILLMERE_TEST(TapeTroubleTest, QCoreApplication)
 #include "TapeTroubleTest.moc"

@@ -1,5 +1,6 @@
 #include "Shop.h"
 #include "TapeVisit.h"
+#include "TestMain.h"
 
 #include <QJsonObject>
 #include <QTest>
@@ -118,5 +119,5 @@ void TranscriptJourneyTest::transcriptIsShownWhenHubRecovers()
     QVERIFY(m_visit.waitForText(passages, m_text.first(40)));
 }
 
-QTEST_GUILESS_MAIN(TranscriptJourneyTest)
+QUILLMERE_TEST(TranscriptJourneyTest, QCoreApplication)
 #include "TranscriptJourneyTest.moc"

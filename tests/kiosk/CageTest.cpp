@@ -2,6 +2,7 @@
 #include "Picture.h"
 #include "SampleHub.h"
 #include "SimulatedViewer.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -185,5 +186,5 @@ void CageTest::sleepingDisplayDrawsNothing()
     m_hub->stopBroadcast();
 }
 
-QTEST_MAIN(CageTest)
+QUILLMERE_TEST(CageTest, QGuiApplication)
 #include "CageTest.moc"

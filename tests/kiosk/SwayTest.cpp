@@ -2,6 +2,7 @@
 #include "Picture.h"
 #include "SampleHub.h"
 #include "SimulatedViewer.h"
+#include "TestMain.h"
 
 #include <QDeadlineTimer>
 #include <QTest>
@@ -131,5 +132,5 @@ void SwayTest::displaySleepsAndKeyWakesIt()
     QVERIFY(shows(m_front)); // the waking key has not moved the focus
 }
 
-QTEST_MAIN(SwayTest)
+QUILLMERE_TEST(SwayTest, QGuiApplication)
 #include "SwayTest.moc"

@@ -1,3 +1,4 @@
+#include "TestMain.h"
 #include "WaylandOutputs.h"
 
 #include "ScriptedCompositor.h"
@@ -222,5 +223,5 @@ void WaylandOutputsTest::silentCompositorTimesOut()
     QVERIFY(taken.elapsed() < 10000);
 }
 
-QTEST_GUILESS_MAIN(WaylandOutputsTest)
+QUILLMERE_TEST(WaylandOutputsTest, QCoreApplication)
 #include "WaylandOutputsTest.moc"

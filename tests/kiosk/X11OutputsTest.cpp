@@ -1,3 +1,4 @@
+#include "TestMain.h"
 #include "X11Outputs.h"
 
 #include "ScriptedXServer.h"
@@ -63,5 +64,5 @@ void X11OutputsTest::missingServerIsReported()
     outputs.switchOn();
 }
 
-QTEST_GUILESS_MAIN(X11OutputsTest)
+QUILLMERE_TEST(X11OutputsTest, QCoreApplication)
 #include "X11OutputsTest.moc"

@@ -1,6 +1,7 @@
 #include "Stage.h"
 #include "StationMotion.h"
 #include "StationPalette.h"
+#include "TestMain.h"
 
 #include <QAccessible>
 #include <QKeyEvent>
@@ -322,5 +323,5 @@ void ButtonStylesTest::focusRingIsSeparatedFromAmberPlateByGap()
     COMPARE_COLOR(pair.at(pair.stage.picture(), 450, 294), QColor(Qt::black));
 }
 
-QTEST_MAIN(ButtonStylesTest)
+QUILLMERE_TEST(ButtonStylesTest, QGuiApplication)
 #include "ButtonStylesTest.moc"

@@ -1,6 +1,7 @@
 #include "CoverArt.h"
 #include "SampleCover.h"
 #include "Stage.h"
+#include "TestMain.h"
 #include "VHSBoxFront.h"
 #include "VHSShelfCard.h"
 
@@ -430,5 +431,5 @@ void CassetteItemTest::picturesAreFreedWithLastCassette()
     QVERIFY(studio.expired());
 }
 
-QTEST_MAIN(CassetteItemTest)
+QUILLMERE_TEST(CassetteItemTest, QGuiApplication)
 #include "CassetteItemTest.moc"

@@ -1,5 +1,6 @@
 #include "Stage.h"
 #include "StationPalette.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -71,5 +72,5 @@ void ColorBarsTest::compareBand(const QImage& picture, int first, int last, cons
         QVERIFY2(row(y) == row(first), qPrintable(QString::number(y)));
 }
 
-QTEST_MAIN(ColorBarsTest)
+QUILLMERE_TEST(ColorBarsTest, QGuiApplication)
 #include "ColorBarsTest.moc"

@@ -1,5 +1,6 @@
 #include "BroadcastStage.h"
 #include "StationPalette.h"
+#include "TestMain.h"
 #include "Typography.h"
 
 #include <QTest>
@@ -145,5 +146,5 @@ void CountdownTest::longLabelIsWrappedAndElided()
     QVERIFY(label->property("contentWidth").toReal() <= 1320);
 }
 
-QTEST_MAIN(CountdownTest)
+QUILLMERE_TEST(CountdownTest, QGuiApplication)
 #include "CountdownTest.moc"

@@ -1,4 +1,5 @@
 #include "RemoteControl.h"
+#include "TestMain.h"
 #include "TypingHouse.h"
 #include "XConnection.h"
 
@@ -65,5 +66,5 @@ void DeadKeyTest::returnSubmitsComposedText()
     QVERIFY(!house.isOpen());
 }
 
-QTEST_MAIN(DeadKeyTest)
+QUILLMERE_TEST(DeadKeyTest, QGuiApplication)
 #include "DeadKeyTest.moc"

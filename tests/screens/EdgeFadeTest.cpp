@@ -1,5 +1,6 @@
 #include "EdgeFade.h"
 #include "Stage.h"
+#include "TestMain.h"
 #include "VeneerBackground.h"
 
 #include <QPainter>
@@ -209,5 +210,5 @@ void EdgeFadeTest::fadeAtRestDrawsNoFrame()
     QVERIFY(stage.frames() <= before + 2);
 }
 
-QTEST_MAIN(EdgeFadeTest)
+QUILLMERE_TEST(EdgeFadeTest, QGuiApplication)
 #include "EdgeFadeTest.moc"

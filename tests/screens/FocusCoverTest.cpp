@@ -1,4 +1,5 @@
 #include "FocusStage.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -153,5 +154,5 @@ void FocusCoverTest::focusReturnsToOuterScreenWhenInnerOneIsDestroyed()
     QCOMPARE(stage.focused(), u"a"_s);
 }
 
-QTEST_MAIN(FocusCoverTest)
+QUILLMERE_TEST(FocusCoverTest, QGuiApplication)
 #include "FocusCoverTest.moc"

@@ -2,6 +2,7 @@
 
 #include "FocusSection.h"
 #include "ScrollArea.h"
+#include "TestMain.h"
 
 #include <QMetaMethod>
 #include <QSignalSpy>
@@ -253,5 +254,5 @@ void FocusKeepingTest::focusedChangedIsEmittedOnceWhenNoItemIsLeft()
     QCOMPARE(changes.count(), 1);
 }
 
-QTEST_MAIN(FocusKeepingTest)
+QUILLMERE_TEST(FocusKeepingTest, QGuiApplication)
 #include "FocusKeepingTest.moc"

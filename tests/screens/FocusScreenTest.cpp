@@ -2,6 +2,7 @@
 
 #include "FocusSection.h"
 #include "ScrollArea.h"
+#include "TestMain.h"
 
 #include <QKeyEvent>
 #include <QSignalSpy>
@@ -319,5 +320,5 @@ void FocusScreenTest::innerScreenAcceptsArrowsButNotBack()
     QVERIFY(!isAccepted(Qt::Key_MediaTogglePlayPause));
 }
 
-QTEST_MAIN(FocusScreenTest)
+QUILLMERE_TEST(FocusScreenTest, QGuiApplication)
 #include "FocusScreenTest.moc"

@@ -1,4 +1,5 @@
 #include "StationTexts.h"
+#include "TestMain.h"
 #include "Typography.h"
 #include "ViewerTexts.h"
 
@@ -167,5 +168,5 @@ void FontsTest::emojiIsDrawnInColour()
     QVERIFY(inColour);
 }
 
-QTEST_MAIN(FontsTest)
+QUILLMERE_TEST(FontsTest, QGuiApplication)
 #include "FontsTest.moc"

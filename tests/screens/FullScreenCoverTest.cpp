@@ -1,5 +1,6 @@
 #include "FullScreenCover.h"
 #include "Stage.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -257,5 +258,5 @@ void FullScreenCoverTest::coverCanBeDestroyedWithItsScreen()
     QVERIFY(house.hasFocus(house.screen));
 }
 
-QTEST_MAIN(FullScreenCoverTest)
+QUILLMERE_TEST(FullScreenCoverTest, QGuiApplication)
 #include "FullScreenCoverTest.moc"

@@ -1,4 +1,5 @@
 #include "Stage.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -133,5 +134,5 @@ void IconTest::linesOfTextIconAreSharp()
     QCOMPARE(lines, 4);
 }
 
-QTEST_MAIN(IconTest)
+QUILLMERE_TEST(IconTest, QGuiApplication)
 #include "IconTest.moc"

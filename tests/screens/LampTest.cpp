@@ -2,6 +2,7 @@
 #include "FrontHouse.h"
 #include "PaintedItem.h"
 #include "StationMotion.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -207,5 +208,5 @@ void LampTest::litLampRepaintsOnlyItself()
     QVERIFY2(around(reach + 3).contains(area), qPrintable(u"%1 x %2 pixels"_s.arg(area.width()).arg(area.height())));
 }
 
-QTEST_MAIN(LampTest)
+QUILLMERE_TEST(LampTest, QGuiApplication)
 #include "LampTest.moc"

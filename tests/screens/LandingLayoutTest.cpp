@@ -1,4 +1,5 @@
 #include "FrontHouse.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -143,5 +144,5 @@ void LandingLayoutTest::textsStayInsideTheirDoorsAndDoNotOverlap()
     }
 }
 
-QTEST_MAIN(LandingLayoutTest)
+QUILLMERE_TEST(LandingLayoutTest, QGuiApplication)
 #include "LandingLayoutTest.moc"

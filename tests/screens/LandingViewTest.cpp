@@ -1,6 +1,7 @@
 #include "FrontHouse.h"
 #include "StationMotion.h"
 #include "StationPalette.h"
+#include "TestMain.h"
 
 #include <QAccessible>
 #include <QSignalSpy>
@@ -282,5 +283,5 @@ void LandingViewTest::doorHasAccessibleRoleNameAndAction()
     QCOMPARE(house.view->property("showStore").toBool(), true);
 }
 
-QTEST_MAIN(LandingViewTest)
+QUILLMERE_TEST(LandingViewTest, QGuiApplication)
 #include "LandingViewTest.moc"

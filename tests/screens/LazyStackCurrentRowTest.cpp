@@ -1,4 +1,5 @@
 #include "LazyStackStage.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 
@@ -281,5 +282,5 @@ void LazyStackCurrentRowTest::currentRowOutOfRangeIsIgnored()
     QCOMPARE(shelf.row->itemCount(), 2);
 }
 
-QTEST_MAIN(LazyStackCurrentRowTest)
+QUILLMERE_TEST(LazyStackCurrentRowTest, QGuiApplication)
 #include "LazyStackCurrentRowTest.moc"

@@ -1,4 +1,5 @@
 #include "LazyStackStage.h"
+#include "TestMain.h"
 
 namespace {
 
@@ -119,5 +120,5 @@ void LazyStackMeasuredTest::changedModelIsMeasuredAgain()
         QCOMPARE(shelf.row->itemAt(row)->x(), beginOf(row));
 }
 
-QTEST_MAIN(LazyStackMeasuredTest)
+QUILLMERE_TEST(LazyStackMeasuredTest, QGuiApplication)
 #include "LazyStackMeasuredTest.moc"

@@ -1,4 +1,5 @@
 #include "LazyStackStage.h"
+#include "TestMain.h"
 
 /** The delegate items of a stack when its model changes. */
 class LazyStackModelTest : public QObject
@@ -112,5 +113,5 @@ void LazyStackModelTest::invalidDelegateIsReportedOnce()
     QTRY_COMPARE(shelf.row->childItems().size(), 0);
 }
 
-QTEST_MAIN(LazyStackModelTest)
+QUILLMERE_TEST(LazyStackModelTest, QGuiApplication)
 #include "LazyStackModelTest.moc"

@@ -1,4 +1,5 @@
 #include "LazyStackStage.h"
+#include "TestMain.h"
 
 namespace {
 
@@ -210,5 +211,5 @@ void LazyStackTest::noFrameIsDrawnAtRest()
     QCOMPARE(shelf.stage.frames(), frames);
 }
 
-QTEST_MAIN(LazyStackTest)
+QUILLMERE_TEST(LazyStackTest, QGuiApplication)
 #include "LazyStackTest.moc"

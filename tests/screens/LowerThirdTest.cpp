@@ -1,6 +1,7 @@
 #include "BroadcastStage.h"
 #include "StationMotion.h"
 #include "StationPalette.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -316,5 +317,5 @@ void LowerThirdTest::longTextsStayInsidePanel()
     QCOMPARE(texts.constLast()->property("lineCount").toInt(), 1);
 }
 
-QTEST_MAIN(LowerThirdTest)
+QUILLMERE_TEST(LowerThirdTest, QGuiApplication)
 #include "LowerThirdTest.moc"

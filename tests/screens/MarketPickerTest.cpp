@@ -1,6 +1,7 @@
 #include "EdgeFade.h"
 #include "ScrollArea.h"
 #include "ShopHouse.h"
+#include "TestMain.h"
 
 #include <QRegularExpression>
 
@@ -306,5 +307,5 @@ void MarketPickerTest::focusRingIsCompleteAtBothEnds()
     QVERIFY(hasFocusRing());
 }
 
-QTEST_MAIN(MarketPickerTest)
+QUILLMERE_TEST(MarketPickerTest, QGuiApplication)
 #include "MarketPickerTest.moc"

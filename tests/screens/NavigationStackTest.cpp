@@ -1,5 +1,6 @@
 #include "NavigationStack.h"
 #include "Stage.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -297,5 +298,5 @@ void NavigationStackTest::componentThatIsNoScreenIsRejected()
     QVERIFY(stack->front());
 }
 
-QTEST_MAIN(NavigationStackTest)
+QUILLMERE_TEST(NavigationStackTest, QGuiApplication)
 #include "NavigationStackTest.moc"

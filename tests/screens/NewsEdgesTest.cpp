@@ -1,5 +1,6 @@
 #include "BroadcastStage.h"
 #include "StationPalette.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -360,5 +361,5 @@ void NewsEdgesTest::countdownTickMovesNoOtherText()
     }
 }
 
-QTEST_MAIN(NewsEdgesTest)
+QUILLMERE_TEST(NewsEdgesTest, QGuiApplication)
 #include "NewsEdgesTest.moc"

@@ -1,6 +1,7 @@
 #include "NewsHouse.h"
 
 #include "NewsTexts.h"
+#include "TestMain.h"
 
 /** The news channel's screen: content in each state of the broadcast, keys, and dismissal. */
 class NewsViewTest : public QObject
@@ -358,5 +359,5 @@ void NewsViewTest::reopenedScreenStartsFresh()
     QCOMPARE(controller->currentStation().number, u"5"_s);
 }
 
-QTEST_MAIN(NewsViewTest)
+QUILLMERE_TEST(NewsViewTest, QGuiApplication)
 #include "NewsViewTest.moc"

@@ -1,3 +1,4 @@
+#include "TestMain.h"
 #include "TypingHouse.h"
 
 #include <QQueue>
@@ -279,5 +280,5 @@ void OnScreenKeyboardTest::returnKeySubmitsAfterTypingAndSelectsAfterArrow()
     QVERIFY(!house.isOpen());
 }
 
-QTEST_MAIN(OnScreenKeyboardTest)
+QUILLMERE_TEST(OnScreenKeyboardTest, QGuiApplication)
 #include "OnScreenKeyboardTest.moc"

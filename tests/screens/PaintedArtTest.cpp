@@ -1,5 +1,6 @@
 #include "PaintedItem.h"
 #include "Stage.h"
+#include "TestMain.h"
 #include "VeneerBackground.h"
 
 #include <QPainter>
@@ -182,5 +183,5 @@ void PaintedArtTest::opaqueArtIsBlendedWithItsOpacity()
     QVERIFY2(std::abs(seen.red() - (wood.red() + 255) / 2) <= 2, qPrintable(seen.name()));
 }
 
-QTEST_MAIN(PaintedArtTest)
+QUILLMERE_TEST(PaintedArtTest, QGuiApplication)
 #include "PaintedArtTest.moc"

@@ -1,6 +1,7 @@
 #include "PlayheadBar.h"
 #include "StationPalette.h"
 #include "TapePlayerHouse.h"
+#include "TestMain.h"
 
 #include <QKeyEvent>
 
@@ -347,5 +348,5 @@ void PlayerControlsTest::focusedTrackStaysVisibleAmongMany()
     QVERIFY(QRectF(80, 60, 1760, 960).contains(Stage::area(house.view->focused())));
 }
 
-QTEST_MAIN(PlayerControlsTest)
+QUILLMERE_TEST(PlayerControlsTest, QGuiApplication)
 #include "PlayerControlsTest.moc"

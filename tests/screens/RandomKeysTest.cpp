@@ -2,6 +2,7 @@
 #include "LazyStack.h"
 #include "ScrollArea.h"
 #include "ShopHouse.h"
+#include "TestMain.h"
 
 #include <QDebug>
 #include <QElapsedTimer>
@@ -297,5 +298,5 @@ QString RandomKeysTest::visibilityError(const LazyStack& stack, const Focusable&
                                  : u"row %1 of %2 is not visible"_s.arg(stack.currentRow()).arg(nameOf(&stack));
 }
 
-QTEST_MAIN(RandomKeysTest)
+QUILLMERE_TEST(RandomKeysTest, QGuiApplication)
 #include "RandomKeysTest.moc"

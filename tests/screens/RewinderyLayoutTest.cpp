@@ -1,4 +1,5 @@
 #include "ShopHouse.h"
+#include "TestMain.h"
 
 #include <QAccessible>
 #include <QRegularExpression>
@@ -188,5 +189,5 @@ void RewinderyLayoutTest::liftedCassetteIsCompleteAtBothEnds()
     QVERIFY(isWhole());
 }
 
-QTEST_MAIN(RewinderyLayoutTest)
+QUILLMERE_TEST(RewinderyLayoutTest, QGuiApplication)
 #include "RewinderyLayoutTest.moc"

@@ -1,6 +1,7 @@
 #include "CassetteRow.h"
 #include "ScrollArea.h"
 #include "ShopHouse.h"
+#include "TestMain.h"
 
 #include <QAccessible>
 #include <QRegularExpression>
@@ -330,5 +331,5 @@ void RewinderyStatesTest::marketWithoutTapesIsResetWhenShopCloses()
     QCOMPARE(m_house->store.market(), QString());
 }
 
-QTEST_MAIN(RewinderyStatesTest)
+QUILLMERE_TEST(RewinderyStatesTest, QGuiApplication)
 #include "RewinderyStatesTest.moc"

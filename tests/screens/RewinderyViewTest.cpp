@@ -1,4 +1,5 @@
 #include "ShopHouse.h"
+#include "TestMain.h"
 #include "VeneerBackground.h"
 
 #include <QRegularExpression>
@@ -219,5 +220,5 @@ void RewinderyViewTest::searchScreenCoversShopUntilBackIsPressed()
     QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
 }
 
-QTEST_MAIN(RewinderyViewTest)
+QUILLMERE_TEST(RewinderyViewTest, QGuiApplication)
 #include "RewinderyViewTest.moc"

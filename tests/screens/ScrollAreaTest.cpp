@@ -1,5 +1,6 @@
 #include "ScrollArea.h"
 #include "Stage.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -263,5 +264,5 @@ void ScrollAreaTest::childrenAreAddedToContentItem()
     QCOMPARE(area->contentItem()->height(), 5000.0);
 }
 
-QTEST_MAIN(ScrollAreaTest)
+QUILLMERE_TEST(ScrollAreaTest, QGuiApplication)
 #include "ScrollAreaTest.moc"

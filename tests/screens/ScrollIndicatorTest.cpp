@@ -1,5 +1,6 @@
 #include "ScrollArea.h"
 #include "Stage.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -83,5 +84,5 @@ void ScrollIndicatorTest::barIsHiddenWhenContentFits()
     QVERIFY(!page.indicator->isVisible());
 }
 
-QTEST_MAIN(ScrollIndicatorTest)
+QUILLMERE_TEST(ScrollIndicatorTest, QGuiApplication)
 #include "ScrollIndicatorTest.moc"

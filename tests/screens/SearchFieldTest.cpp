@@ -1,3 +1,4 @@
+#include "TestMain.h"
 #include "TypingHouse.h"
 
 #include <QAccessible>
@@ -191,5 +192,5 @@ void SearchFieldTest::noFrameIsDrawnAtRest()
     QCOMPARE(house.stage.frames(), frames);
 }
 
-QTEST_MAIN(SearchFieldTest)
+QUILLMERE_TEST(SearchFieldTest, QGuiApplication)
 #include "SearchFieldTest.moc"

@@ -1,5 +1,6 @@
 #include "SoftShadow.h"
 #include "Stage.h"
+#include "TestMain.h"
 #include "VeneerBackground.h"
 
 #include <QTest>
@@ -247,5 +248,5 @@ void SharedArtTest::unusedVeneerIsReleased()
     QVERIFY(picture.expired());
 }
 
-QTEST_MAIN(SharedArtTest)
+QUILLMERE_TEST(SharedArtTest, QGuiApplication)
 #include "SharedArtTest.moc"

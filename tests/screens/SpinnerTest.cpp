@@ -1,6 +1,7 @@
 #include "Spinner.h"
 #include "DrawnArea.h"
 #include "Stage.h"
+#include "TestMain.h"
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -91,5 +92,5 @@ void SpinnerTest::spinnerRepaintsOnlyItself()
              qPrintable(u"%1 x %2 pixels"_s.arg(area.width()).arg(area.height())));
 }
 
-QTEST_MAIN(SpinnerTest)
+QUILLMERE_TEST(SpinnerTest, QGuiApplication)
 #include "SpinnerTest.moc"

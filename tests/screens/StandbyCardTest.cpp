@@ -1,5 +1,6 @@
 #include "BroadcastStage.h"
 #include "StationPalette.h"
+#include "TestMain.h"
 
 #include <QAccessible>
 #include <QTest>
@@ -391,5 +392,5 @@ void StandbyCardTest::longTextsStayInsideCard()
     }
 }
 
-QTEST_MAIN(StandbyCardTest)
+QUILLMERE_TEST(StandbyCardTest, QGuiApplication)
 #include "StandbyCardTest.moc"

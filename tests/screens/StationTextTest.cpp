@@ -1,5 +1,6 @@
 #include "Stage.h"
 #include "StationTextItem.h"
+#include "TestMain.h"
 
 #include <QTest>
 #include <QTextBlock>
@@ -406,5 +407,5 @@ void StationTextTest::anyCodePointIsAccepted()
     }
 }
 
-QTEST_MAIN(StationTextTest)
+QUILLMERE_TEST(StationTextTest, QGuiApplication)
 #include "StationTextTest.moc"

@@ -1,6 +1,7 @@
 #include "PaintedItem.h"
 #include "Stage.h"
 #include "StationPalette.h"
+#include "TestMain.h"
 #include "VeneerBackground.h"
 
 #include <QTest>
@@ -248,5 +249,5 @@ void StylingPicturesTest::artIsAlignedToWholePixels()
     QCOMPARE(picture.pixelColor(67 + 140, 40), QColor(Qt::black));
 }
 
-QTEST_MAIN(StylingPicturesTest)
+QUILLMERE_TEST(StylingPicturesTest, QGuiApplication)
 #include "StylingPicturesTest.moc"

@@ -1,4 +1,5 @@
 #include "TapeDetailHouse.h"
+#include "TestMain.h"
 
 /** The screen of a tape: layout and focus movement. */
 class TapeDetailLayoutTest : public QObject
@@ -206,5 +207,5 @@ void TapeDetailLayoutTest::focusMovesToNeighbourWhenButtonDisappears()
     QTRY_COMPARE(m_house->focused(), u"Push it in"_s);
 }
 
-QTEST_MAIN(TapeDetailLayoutTest)
+QUILLMERE_TEST(TapeDetailLayoutTest, QGuiApplication)
 #include "TapeDetailLayoutTest.moc"

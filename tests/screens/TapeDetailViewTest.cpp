@@ -1,4 +1,5 @@
 #include "TapeDetailHouse.h"
+#include "TestMain.h"
 
 /** The screen of a tape: texts and actions. */
 class TapeDetailViewTest : public QObject
@@ -235,5 +236,5 @@ void TapeDetailViewTest::requestIsCancelledWhenScreenDisappears()
     QVERIFY(m_house->http.wasCancelled(call));
 }
 
-QTEST_MAIN(TapeDetailViewTest)
+QUILLMERE_TEST(TapeDetailViewTest, QGuiApplication)
 #include "TapeDetailViewTest.moc"

@@ -1,4 +1,5 @@
 #include "TapePlayerHouse.h"
+#include "TestMain.h"
 
 /** The screen that plays a tape: what it shows without a picture, and how it is dismissed. */
 class TapePlayerViewTest : public QObject
@@ -226,5 +227,5 @@ void TapePlayerViewTest::playerKeysAreAccepted()
     }
 }
 
-QTEST_MAIN(TapePlayerViewTest)
+QUILLMERE_TEST(TapePlayerViewTest, QGuiApplication)
 #include "TapePlayerViewTest.moc"

@@ -1,6 +1,7 @@
 #include "ScrollArea.h"
 #include "StationPalette.h"
 #include "TapeSearchHouse.h"
+#include "TestMain.h"
 
 #include <QRegularExpression>
 
@@ -347,5 +348,5 @@ void TapeSearchViewTest::wordTypedWithRemoteIsSearched()
     QCOMPARE(m_house->focusedName(), u"Tape 5"_s);
 }
 
-QTEST_MAIN(TapeSearchViewTest)
+QUILLMERE_TEST(TapeSearchViewTest, QGuiApplication)
 #include "TapeSearchViewTest.moc"

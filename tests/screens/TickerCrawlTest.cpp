@@ -1,3 +1,4 @@
+#include "TestMain.h"
 #include "TickerCrawl.h"
 #include "BroadcastTexts.h"
 #include "DrawnArea.h"
@@ -347,5 +348,5 @@ void TickerCrawlTest::accessibleTextContainsLinesUpToLimit()
     QVERIFY(ticker.text().size() < 2000);
 }
 
-QTEST_MAIN(TickerCrawlTest)
+QUILLMERE_TEST(TickerCrawlTest, QGuiApplication)
 #include "TickerCrawlTest.moc"

@@ -1,3 +1,4 @@
+#include "TestMain.h"
 #include "TranscriptHouse.h"
 
 #include "StationMotion.h"
@@ -441,5 +442,5 @@ void TranscriptViewTest::repeatedArrowReachesEveryPassage()
     QVERIFY(house.focusedArea().top() >= 0 && house.focusedArea().bottom() <= house.page->height());
 }
 
-QTEST_MAIN(TranscriptViewTest)
+QUILLMERE_TEST(TranscriptViewTest, QGuiApplication)
 #include "TranscriptViewTest.moc"

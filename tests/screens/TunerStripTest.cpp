@@ -1,6 +1,7 @@
 #include "BroadcastStage.h"
 #include "FocusScreen.h"
 #include "StationPalette.h"
+#include "TestMain.h"
 #include "TunerList.h"
 
 #include <QFontMetricsF>
@@ -446,5 +447,5 @@ void TunerStripTest::noFrameIsDrawnUnlessElidedNameIsFocused()
     QVERIFY(isStill());
 }
 
-QTEST_MAIN(TunerStripTest)
+QUILLMERE_TEST(TunerStripTest, QGuiApplication)
 #include "TunerStripTest.moc"

@@ -1,5 +1,6 @@
 #include "ApplicationIcon.h"
 #include "SvgPicture.h"
+#include "TestMain.h"
 
 #include <QFile>
 #include <QPainter>
@@ -61,5 +62,5 @@ void ApplicationIconTest::numbersHaveAtMostTwoDecimals()
     QVERIFY2(svg.contains("M0.33 0.5L0.67 0.5L0.67 1L0.33 1Z"), svg.constData());
 }
 
-QTEST_MAIN(ApplicationIconTest)
+QUILLMERE_TEST(ApplicationIconTest, QGuiApplication)
 #include "ApplicationIconTest.moc"

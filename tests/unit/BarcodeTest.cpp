@@ -3,6 +3,7 @@
 #include "SampleCover.h"
 #include "ShelfCard.h"
 #include "StationPalette.h"
+#include "TestMain.h"
 
 #include <QPainter>
 #include <QTest>
@@ -183,5 +184,5 @@ void BarcodeTest::onlyOutlineAndBarCodeAreDrawnOutsideBox()
     QVERIFY2(inkArea(image).contains(drawn.adjusted(1, 1, -1, -1)), "something is cut off");
 }
 
-QTEST_MAIN(BarcodeTest)
+QUILLMERE_TEST(BarcodeTest, QGuiApplication)
 #include "BarcodeTest.moc"

@@ -1,4 +1,5 @@
 #include "BroadcastTexts.h"
+#include "TestMain.h"
 
 #include <QTest>
 #include <QTimeZone>
@@ -302,5 +303,5 @@ void BroadcastTextsTest::tickerMovesSameDistanceEachMillisecond()
     }
 }
 
-QTEST_GUILESS_MAIN(BroadcastTextsTest)
+QUILLMERE_TEST(BroadcastTextsTest, QCoreApplication)
 #include "BroadcastTextsTest.moc"

@@ -2,6 +2,7 @@
 #include "CoverArt.h"
 #include "SampleCover.h"
 #include "StationPalette.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -311,5 +312,5 @@ void CassetteArtTest::samePictureIsDrawnEachTime()
     QCOMPARE(Box(sampleCover(), 250, 1).picture, Box(sampleCover(), 250, 1).picture);
 }
 
-QTEST_MAIN(CassetteArtTest)
+QUILLMERE_TEST(CassetteArtTest, QGuiApplication)
 #include "CassetteArtTest.moc"

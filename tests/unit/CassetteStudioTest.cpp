@@ -1,5 +1,6 @@
 #include "CassetteStudio.h"
 #include "SampleCover.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -297,5 +298,5 @@ void CassetteStudioTest::destroyedStudioDeliversNothing()
     QCOMPARE(viewer.deliveries + another.deliveries, 0);
 }
 
-QTEST_MAIN(CassetteStudioTest)
+QUILLMERE_TEST(CassetteStudioTest, QGuiApplication)
 #include "CassetteStudioTest.moc"

@@ -1,5 +1,6 @@
 #include "CassetteRenderer.h"
 #include "SampleCover.h"
+#include "TestMain.h"
 #include "Typography.h"
 
 #include <QFontMetricsF>
@@ -244,5 +245,5 @@ void CassetteTextsTest::joinedEmojiIsOneGlyph()
     QVERIFY(std::abs(inkOf(title) - inkOf(u"\U0001F6A2"_s)) < 6);
 }
 
-QTEST_MAIN(CassetteTextsTest)
+QUILLMERE_TEST(CassetteTextsTest, QGuiApplication)
 #include "CassetteTextsTest.moc"

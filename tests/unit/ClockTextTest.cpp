@@ -1,4 +1,5 @@
 #include "ClockText.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -53,5 +54,5 @@ void ClockTextTest::positionIsFormattedAsClock()
     QTEST(clockText(seconds), "text");
 }
 
-QTEST_GUILESS_MAIN(ClockTextTest)
+QUILLMERE_TEST(ClockTextTest, QCoreApplication)
 #include "ClockTextTest.moc"

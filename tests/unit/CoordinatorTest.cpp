@@ -1,5 +1,6 @@
 #include "Coordinator.h"
 #include "ScriptedVideoPlayer.h"
+#include "TestMain.h"
 
 #include <QMetaMethod>
 #include <QTest>
@@ -254,5 +255,5 @@ void CoordinatorTest::previousPlayerIsReleased()
     QCOMPARE(m_reports, QStringList(u"finished"_s));
 }
 
-QTEST_GUILESS_MAIN(CoordinatorTest)
+QUILLMERE_TEST(CoordinatorTest, QCoreApplication)
 #include "CoordinatorTest.moc"

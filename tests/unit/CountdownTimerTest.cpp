@@ -1,5 +1,6 @@
 #include "CountdownTimer.h"
 #include "ScriptedClock.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -189,5 +190,5 @@ void CountdownTimerTest::veryLongLabelIsCutToOneLine()
     QVERIFY(fixture.timer.detail().size() < 6000);
 }
 
-QTEST_GUILESS_MAIN(CountdownTimerTest)
+QUILLMERE_TEST(CountdownTimerTest, QCoreApplication)
 #include "CountdownTimerTest.moc"

@@ -3,6 +3,7 @@
 #include "RemoteInput.h"
 #include "ScriptedClock.h"
 #include "ScriptedDisplayPower.h"
+#include "TestMain.h"
 
 #include <QKeyEvent>
 #include <QTest>
@@ -403,5 +404,5 @@ void DisplaySleepTest::delayIsParsed()
     QCOMPARE(DisplaySleep::parseDelay(text), parsed);
 }
 
-QTEST_MAIN(DisplaySleepTest)
+QUILLMERE_TEST(DisplaySleepTest, QGuiApplication)
 #include "DisplaySleepTest.moc"

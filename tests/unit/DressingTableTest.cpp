@@ -1,4 +1,5 @@
 #include "Dressing.h"
+#include "TestMain.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -80,5 +81,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(DressingTableTest)
+QUILLMERE_TEST(DressingTableTest, QCoreApplication)
 #include "DressingTableTest.moc"

@@ -1,5 +1,6 @@
 #include "Dressing.h"
 #include "RecordDecoder.h"
+#include "TestMain.h"
 
 #include <QRandomGenerator>
 #include <QSet>
@@ -298,5 +299,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(DressingTest)
+QUILLMERE_TEST(DressingTest, QCoreApplication)
 #include "DressingTest.moc"

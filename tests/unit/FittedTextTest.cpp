@@ -1,4 +1,5 @@
 #include "FittedText.h"
+#include "TestMain.h"
 #include "Typography.h"
 
 #include <QFontMetricsF>
@@ -196,5 +197,5 @@ void FittedTextTest::emptyTextHasNoSize()
     }
 }
 
-QTEST_MAIN(FittedTextTest)
+QUILLMERE_TEST(FittedTextTest, QGuiApplication)
 #include "FittedTextTest.moc"

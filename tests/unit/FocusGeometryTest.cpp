@@ -1,4 +1,5 @@
 #include "FocusGeometry.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -93,5 +94,5 @@ void FocusGeometryTest::noTargetIsFoundAmongNone()
     QCOMPARE(int(FocusGeometry::topmostLeading({})), -1);
 }
 
-QTEST_MAIN(FocusGeometryTest)
+QUILLMERE_TEST(FocusGeometryTest, QGuiApplication)
 #include "FocusGeometryTest.moc"

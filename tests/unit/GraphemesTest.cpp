@@ -1,4 +1,5 @@
 #include "Graphemes.h"
+#include "TestMain.h"
 
 #include <QFile>
 #include <QTest>
@@ -149,5 +150,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(GraphemesTest)
+QUILLMERE_TEST(GraphemesTest, QCoreApplication)
 #include "GraphemesTest.moc"

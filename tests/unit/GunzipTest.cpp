@@ -1,4 +1,5 @@
 #include "Gunzip.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -110,5 +111,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(GunzipTest)
+QUILLMERE_TEST(GunzipTest, QCoreApplication)
 #include "GunzipTest.moc"

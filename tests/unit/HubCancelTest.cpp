@@ -1,4 +1,5 @@
 #include "HubOnScript.h"
+#include "TestMain.h"
 
 /** Tests fetches that are cancelled by their callers or by destroying the client. */
 class HubCancelTest : public HubOnScript
@@ -125,5 +126,5 @@ void HubCancelTest::fetchStartedWhileClientIsDestroyedFails()
     QCOMPARE(m_http->count(), 1);
 }
 
-QTEST_GUILESS_MAIN(HubCancelTest)
+QUILLMERE_TEST(HubCancelTest, QCoreApplication)
 #include "HubCancelTest.moc"

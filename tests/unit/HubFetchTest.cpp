@@ -1,4 +1,5 @@
 #include "HubOnScript.h"
+#include "TestMain.h"
 
 #include <QThread>
 
@@ -193,5 +194,5 @@ void HubFetchTest::manyFetchesCanWaitAtOnce()
     }
 }
 
-QTEST_GUILESS_MAIN(HubFetchTest)
+QUILLMERE_TEST(HubFetchTest, QCoreApplication)
 #include "HubFetchTest.moc"

@@ -1,4 +1,5 @@
 #include "HubOnScript.h"
+#include "TestMain.h"
 
 using namespace std::chrono_literals;
 
@@ -92,5 +93,5 @@ void HubProbeTest::probeReturnsFalseWhenClientIsDestroyed()
     QCOMPARE(result->value(), false);
 }
 
-QTEST_GUILESS_MAIN(HubProbeTest)
+QUILLMERE_TEST(HubProbeTest, QCoreApplication)
 #include "HubProbeTest.moc"

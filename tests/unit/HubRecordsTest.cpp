@@ -1,6 +1,7 @@
 #include "RecordDecoder.h"
 #include "TVStatus.h"
 #include "TapePage.h"
+#include "TestMain.h"
 #include "TranscriptResult.h"
 
 #include <QTest>
@@ -341,5 +342,5 @@ void HubRecordsTest::otherRecordsAreEqualIfAllFieldsAre()
     QVERIFY(qHash(document) != qHash(TapeDocument{1, u"a"_s, u"b"_s, u"c"_s, u"e"_s}));
 }
 
-QTEST_APPLESS_MAIN(HubRecordsTest)
+QUILLMERE_TEST(HubRecordsTest, TestMain::NoApplication)
 #include "HubRecordsTest.moc"

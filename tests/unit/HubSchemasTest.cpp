@@ -1,6 +1,7 @@
 #include "RecordDecoder.h"
 #include "TVStatus.h"
 #include "TapePage.h"
+#include "TestMain.h"
 #include "TranscriptResult.h"
 
 #include <QFile>
@@ -292,5 +293,5 @@ void HubSchemasTest::schemaPropertyHasDescription()
         QVERIFY2(!property->toObject().value("description"_L1).toString().isEmpty(), qPrintable(property.key()));
 }
 
-QTEST_APPLESS_MAIN(HubSchemasTest)
+QUILLMERE_TEST(HubSchemasTest, TestMain::NoApplication)
 #include "HubSchemasTest.moc"

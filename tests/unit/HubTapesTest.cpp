@@ -1,4 +1,5 @@
 #include "HubOnScript.h"
+#include "TestMain.h"
 
 using namespace std::chrono_literals;
 
@@ -105,5 +106,5 @@ void HubTapesTest::tapeAndTranscriptAreRequestedById()
     QCOMPARE((*transcript)->value().text, u"So moved."_s);
 }
 
-QTEST_GUILESS_MAIN(HubTapesTest)
+QUILLMERE_TEST(HubTapesTest, QCoreApplication)
 #include "HubTapesTest.moc"

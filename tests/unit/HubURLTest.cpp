@@ -1,4 +1,5 @@
 #include "HubURL.h"
+#include "TestMain.h"
 
 #include <QFile>
 #include <QTest>
@@ -106,5 +107,5 @@ void HubURLTest::builtInCertificatesEqualFile()
     QCOMPARE(hubCertificates(), whole);
 }
 
-QTEST_APPLESS_MAIN(HubURLTest)
+QUILLMERE_TEST(HubURLTest, TestMain::NoApplication)
 #include "HubURLTest.moc"

@@ -1,4 +1,5 @@
 #include "IniDefaults.h"
+#include "TestMain.h"
 
 #include <QDir>
 #include <QFile>
@@ -261,5 +262,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(IniDefaultsTest)
+QUILLMERE_TEST(IniDefaultsTest, QCoreApplication)
 #include "IniDefaultsTest.moc"

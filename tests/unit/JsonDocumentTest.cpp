@@ -1,6 +1,7 @@
 #include "JsonDocument.h"
 #include "JsonDocuments.h"
 #include "JsonInteger.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -253,5 +254,5 @@ void JsonDocumentTest::nestedMembersAreNotMembers()
     QCOMPARE(document->root().member("a")->member("c")->count(), 1);
 }
 
-QTEST_APPLESS_MAIN(JsonDocumentTest)
+QUILLMERE_TEST(JsonDocumentTest, TestMain::NoApplication)
 #include "JsonDocumentTest.moc"

@@ -1,4 +1,5 @@
 #include "StreamOnScript.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -231,5 +232,5 @@ void JumpTest::liveStreamPlaysOnAfterJump()
     QCOMPARE(script.engine->loads.size(), 1);
 }
 
-QTEST_GUILESS_MAIN(JumpTest)
+QUILLMERE_TEST(JumpTest, QCoreApplication)
 #include "JumpTest.moc"

@@ -1,5 +1,6 @@
 #include "KeyRepeat.h"
 #include "ScriptedClock.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -155,5 +156,5 @@ void KeyRepeatTest::repeatStopsWhenDestroyed()
     QCOMPARE(steps, 0);
 }
 
-QTEST_MAIN(KeyRepeatTest)
+QUILLMERE_TEST(KeyRepeatTest, QGuiApplication)
 #include "KeyRepeatTest.moc"

@@ -1,4 +1,5 @@
 #include "KeyboardLayout.h"
+#include "TestMain.h"
 
 #include <QSet>
 #include <QTest>
@@ -141,5 +142,5 @@ void KeyboardLayoutTest::pageKeyLeadsBackFromSamePosition()
     QCOMPARE(opened, (QSet<Page>{Page::AccentedLetters, Page::Punctuation}));
 }
 
-QTEST_GUILESS_MAIN(KeyboardLayoutTest)
+QUILLMERE_TEST(KeyboardLayoutTest, QCoreApplication)
 #include "KeyboardLayoutTest.moc"

@@ -1,6 +1,7 @@
 #include "LandingTexts.h"
 #include "ShortenedText.h"
 #include "StationPalette.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -146,5 +147,5 @@ void LandingTextsTest::lineBreakIsReplacedBySpace()
     QCOMPARE(shortenedLine(text), u"Zoning and more"_s);
 }
 
-QTEST_GUILESS_MAIN(LandingTextsTest)
+QUILLMERE_TEST(LandingTextsTest, QCoreApplication)
 #include "LandingTextsTest.moc"

@@ -1,5 +1,6 @@
 #include "LineBudget.h"
 
+#include "TestMain.h"
 #include "Typography.h"
 
 #include <QFontMetricsF>
@@ -146,5 +147,5 @@ void LineBudgetTest::textWrapsAsOnScreen()
     QTEST(linesThatFit({text(words)}, 1000).constFirst(), "shown");
 }
 
-QTEST_MAIN(LineBudgetTest)
+QUILLMERE_TEST(LineBudgetTest, QGuiApplication)
 #include "LineBudgetTest.moc"

@@ -1,4 +1,5 @@
 #include "Picture.h"
+#include "TestMain.h"
 #include "TextReader.h"
 
 #include <QPainter>
@@ -100,5 +101,5 @@ void LivingRoomTest::differenceBelowToleranceIsIgnored()
     QCOMPARE(picture::difference(one, QImage(1280, 720, QImage::Format_RGB32), {0, 0, 1920, 1080}), 1.0);
 }
 
-QTEST_GUILESS_MAIN(LivingRoomTest)
+QUILLMERE_TEST(LivingRoomTest, QCoreApplication)
 #include "LivingRoomTest.moc"

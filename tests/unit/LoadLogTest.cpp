@@ -1,4 +1,5 @@
 #include "LoadLog.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -63,5 +64,5 @@ void LoadLogTest::skippedDataIsDetected()
     QTEST(LoadLog::reportsSkippedSegment(message), "isDetected");
 }
 
-QTEST_APPLESS_MAIN(LoadLogTest)
+QUILLMERE_TEST(LoadLogTest, TestMain::NoApplication)
 #include "LoadLogTest.moc"

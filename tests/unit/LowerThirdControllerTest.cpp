@@ -1,5 +1,6 @@
 #include "LowerThirdController.h"
 #include "ScriptedClock.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -82,5 +83,5 @@ void LowerThirdControllerTest::destroyedControllerHasNoTimer()
     clock.advance(8s);
 }
 
-QTEST_APPLESS_MAIN(LowerThirdControllerTest)
+QUILLMERE_TEST(LowerThirdControllerTest, TestMain::NoApplication)
 #include "LowerThirdControllerTest.moc"

@@ -1,4 +1,5 @@
 #include "MarketList.h"
+#include "TestMain.h"
 
 #include <QAbstractItemModelTester>
 #include <QFontMetricsF>
@@ -283,5 +284,5 @@ void MarketListTest::setCurrentRowIsIgnoredDuringReset()
     QCOMPARE(m_list->currentRow(), 2);
 }
 
-QTEST_MAIN(MarketListTest)
+QUILLMERE_TEST(MarketListTest, QGuiApplication)
 #include "MarketListTest.moc"

@@ -1,4 +1,5 @@
 #include "MetadataItems.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -61,5 +62,5 @@ void MetadataItemsTest::subtitleAndPublisherAreAlwaysPresent()
     QCOMPARE(metadataItems({}), items);
 }
 
-QTEST_GUILESS_MAIN(MetadataItemsTest)
+QUILLMERE_TEST(MetadataItemsTest, QCoreApplication)
 #include "MetadataItemsTest.moc"

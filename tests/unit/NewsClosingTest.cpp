@@ -1,5 +1,6 @@
 #include "NewsController.h"
 #include "NewsOnScript.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -162,5 +163,5 @@ void NewsClosingTest::destroyingScreenWhileLitReleasesStream()
     QCOMPARE(m_news->calls.first()->last(), u"clearItem"_s);
 }
 
-QTEST_GUILESS_MAIN(NewsClosingTest)
+QUILLMERE_TEST(NewsClosingTest, QCoreApplication)
 #include "NewsClosingTest.moc"

@@ -1,6 +1,7 @@
 #include "NewsController.h"
 #include "HubURL.h"
 #include "NewsOnScript.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -264,5 +265,5 @@ void NewsControllerTest::playerFailureDoesNotChangeScreen()
     QVERIFY(screen().isLit());
 }
 
-QTEST_GUILESS_MAIN(NewsControllerTest)
+QUILLMERE_TEST(NewsControllerTest, QCoreApplication)
 #include "NewsControllerTest.moc"

@@ -1,5 +1,6 @@
 #include "NewsController.h"
 #include "NewsOnScript.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -110,5 +111,5 @@ void NewsEnduranceTest::twoHoursOfPollingLeakNothing()
     QCOMPARE(clock.pendingTimers(), 0);
 }
 
-QTEST_GUILESS_MAIN(NewsEnduranceTest)
+QUILLMERE_TEST(NewsEnduranceTest, QCoreApplication)
 #include "NewsEnduranceTest.moc"

@@ -1,6 +1,7 @@
 #include "HubURL.h"
 #include "NewsController.h"
 #include "NewsOnScript.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -348,5 +349,5 @@ void NewsStationsTest::otherKeysAreNotHandled()
     QVERIFY(screen().isLit());
 }
 
-QTEST_GUILESS_MAIN(NewsStationsTest)
+QUILLMERE_TEST(NewsStationsTest, QCoreApplication)
 #include "NewsStationsTest.moc"

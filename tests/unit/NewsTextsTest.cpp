@@ -1,4 +1,5 @@
 #include "NewsTexts.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -76,5 +77,5 @@ void NewsTextsTest::veryLongTextIsCut()
     QCOMPARE(NewsTexts::onAirDetail(endless, {}).size(), 1001);
 }
 
-QTEST_APPLESS_MAIN(NewsTextsTest)
+QUILLMERE_TEST(NewsTextsTest, TestMain::NoApplication)
 #include "NewsTextsTest.moc"

@@ -1,3 +1,5 @@
+#include "TestMain.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QRegularExpression>
@@ -76,5 +78,5 @@ void PlainTextTest::textItemsAreStationTexts()
     }
 }
 
-QTEST_GUILESS_MAIN(PlainTextTest)
+QUILLMERE_TEST(PlainTextTest, QCoreApplication)
 #include "PlainTextTest.moc"

@@ -1,4 +1,5 @@
 #include "PlaybackTexts.h"
+#include "TestMain.h"
 
 #include <QLocale>
 #include <QTest>
@@ -114,5 +115,5 @@ void PlaybackTextsTest::withoutFailureThereIsNoText()
     QCOMPARE(failureText(std::nullopt), QString());
 }
 
-QTEST_GUILESS_MAIN(PlaybackTextsTest)
+QUILLMERE_TEST(PlaybackTextsTest, QCoreApplication)
 #include "PlaybackTextsTest.moc"

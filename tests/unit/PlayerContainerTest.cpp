@@ -2,6 +2,7 @@
 #include "PlayerController.h"
 #include "ScriptedClock.h"
 #include "ScriptedVideoPlayer.h"
+#include "TestMain.h"
 
 #include <QPointer>
 #include <QTest>
@@ -182,5 +183,5 @@ void PlayerContainerTest::noActionIsCalledAfterTearDown()
     QVERIFY(m_failures.isEmpty());
 }
 
-QTEST_GUILESS_MAIN(PlayerContainerTest)
+QUILLMERE_TEST(PlayerContainerTest, QCoreApplication)
 #include "PlayerContainerTest.moc"

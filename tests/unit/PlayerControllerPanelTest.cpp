@@ -1,4 +1,5 @@
 #include "PlayerOnScript.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -123,5 +124,5 @@ void PlayerControllerPanelTest::trackListsFollowPlayer()
     QCOMPARE(script.controller.subtitleTracks()->count(), 2);
 }
 
-QTEST_GUILESS_MAIN(PlayerControllerPanelTest)
+QUILLMERE_TEST(PlayerControllerPanelTest, QCoreApplication)
 #include "PlayerControllerPanelTest.moc"

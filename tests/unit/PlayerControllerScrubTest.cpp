@@ -1,4 +1,5 @@
 #include "PlayerOnScript.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -296,5 +297,5 @@ void PlayerControllerScrubTest::noTimerRunsAfterScrub()
     QCOMPARE(script.clock.pendingTimers(), 0);
 }
 
-QTEST_GUILESS_MAIN(PlayerControllerScrubTest)
+QUILLMERE_TEST(PlayerControllerScrubTest, QCoreApplication)
 #include "PlayerControllerScrubTest.moc"

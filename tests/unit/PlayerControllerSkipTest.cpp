@@ -1,4 +1,5 @@
 #include "PlayerOnScript.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -231,5 +232,5 @@ void PlayerControllerSkipTest::withoutPlayerOnlyBackAndStopAreHandled()
     QCOMPARE(dismissRequested.count(), 2);
 }
 
-QTEST_GUILESS_MAIN(PlayerControllerSkipTest)
+QUILLMERE_TEST(PlayerControllerSkipTest, QCoreApplication)
 #include "PlayerControllerSkipTest.moc"

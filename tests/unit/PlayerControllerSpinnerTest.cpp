@@ -1,4 +1,5 @@
 #include "PlayerOnScript.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -73,5 +74,5 @@ void PlayerControllerSpinnerTest::spinnerIsNotShownAfterFailure()
     QVERIFY(!script.controller.spinnerShown());
 }
 
-QTEST_GUILESS_MAIN(PlayerControllerSpinnerTest)
+QUILLMERE_TEST(PlayerControllerSpinnerTest, QCoreApplication)
 #include "PlayerControllerSpinnerTest.moc"

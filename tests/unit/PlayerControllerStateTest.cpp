@@ -1,4 +1,5 @@
 #include "PlayerOnScript.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -251,5 +252,5 @@ void PlayerControllerStateTest::onlyNewPlayerIsTracked()
     script.controller.setPlayer(nullptr);
 }
 
-QTEST_GUILESS_MAIN(PlayerControllerStateTest)
+QUILLMERE_TEST(PlayerControllerStateTest, QCoreApplication)
 #include "PlayerControllerStateTest.moc"

@@ -1,4 +1,5 @@
 #include "PlayerOnScript.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -239,5 +240,5 @@ void PlayerControllerTransportTest::withoutPlayerNothingIsShown()
     QCOMPARE(script.clock.pendingTimers(), 0);
 }
 
-QTEST_GUILESS_MAIN(PlayerControllerTransportTest)
+QUILLMERE_TEST(PlayerControllerTransportTest, QCoreApplication)
 #include "PlayerControllerTransportTest.moc"

@@ -1,4 +1,5 @@
 #include "StreamOnScript.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -173,5 +174,5 @@ void PlayerDestructionTest::pendingNotificationsOfRemovedItemAreDropped()
     QCOMPARE(script.item->status(), Status::Unknown);
 }
 
-QTEST_GUILESS_MAIN(PlayerDestructionTest)
+QUILLMERE_TEST(PlayerDestructionTest, QCoreApplication)
 #include "PlayerDestructionTest.moc"

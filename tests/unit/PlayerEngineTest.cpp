@@ -1,4 +1,5 @@
 #include "StreamOnScript.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -168,5 +169,5 @@ void PlayerEngineTest::removedItemIsReleased()
     QCOMPARE(script.clock.pendingTimers(), 0);
 }
 
-QTEST_GUILESS_MAIN(PlayerEngineTest)
+QUILLMERE_TEST(PlayerEngineTest, QCoreApplication)
 #include "PlayerEngineTest.moc"

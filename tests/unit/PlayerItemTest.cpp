@@ -1,4 +1,5 @@
 #include "PlayerItem.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -58,5 +59,5 @@ void PlayerItemTest::failedStatusIsFinal()
     QCOMPARE(item.error()->httpStatus, 404);
 }
 
-QTEST_GUILESS_MAIN(PlayerItemTest)
+QUILLMERE_TEST(PlayerItemTest, QCoreApplication)
 #include "PlayerItemTest.moc"

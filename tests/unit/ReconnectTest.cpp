@@ -1,4 +1,5 @@
 #include "StreamOnScript.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -260,5 +261,5 @@ void ReconnectTest::startBeyondEndIsMovedBeforeEnd()
     QCOMPARE(script.item->status(), Status::Failed);
 }
 
-QTEST_GUILESS_MAIN(ReconnectTest)
+QUILLMERE_TEST(ReconnectTest, QCoreApplication)
 #include "ReconnectTest.moc"

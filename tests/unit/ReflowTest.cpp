@@ -2,6 +2,7 @@
 
 #include "Blanks.h"
 #include "Graphemes.h"
+#include "TestMain.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -214,5 +215,5 @@ void ReflowTest::tooLongParagraphIsSplitBetweenWords()
     QTEST(passages, "passages");
 }
 
-QTEST_GUILESS_MAIN(ReflowTest)
+QUILLMERE_TEST(ReflowTest, QCoreApplication)
 #include "ReflowTest.moc"

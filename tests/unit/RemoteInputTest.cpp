@@ -1,6 +1,7 @@
 #include "RemoteInput.h"
 #include "RemoteButton.h"
 #include "ScriptedClock.h"
+#include "TestMain.h"
 
 #include <QKeyEvent>
 #include <QTest>
@@ -351,5 +352,5 @@ void RemoteInputTest::otherKeysAreUnchanged()
     QCOMPARE(window.pressed, (QList<int>{Qt::Key_A, Qt::Key_A}));
 }
 
-QTEST_MAIN(RemoteInputTest)
+QUILLMERE_TEST(RemoteInputTest, QGuiApplication)
 #include "RemoteInputTest.moc"

@@ -1,4 +1,5 @@
 #include "RenderPath.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -41,5 +42,5 @@ void RenderPathTest::gpuIsUsedOnlyIfItRenders()
     QTEST(renderPathFor({isSetInEnvironment, hasRenderNode, rasteriser}), "path");
 }
 
-QTEST_GUILESS_MAIN(RenderPathTest)
+QUILLMERE_TEST(RenderPathTest, QCoreApplication)
 #include "RenderPathTest.moc"

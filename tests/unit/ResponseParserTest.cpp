@@ -1,4 +1,5 @@
 #include "ResponseParser.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -133,5 +134,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(ResponseParserTest)
+QUILLMERE_TEST(ResponseParserTest, QCoreApplication)
 #include "ResponseParserTest.moc"

@@ -1,6 +1,7 @@
 #include "RewinderyController.h"
 #include "ShelvesOfTapes.h"
 #include "StoreOnScript.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 
@@ -313,5 +314,5 @@ void RewinderyControllerTest::searchingChangeIsNotifiedOnce()
     QCOMPARE(changed.count(), 2);
 }
 
-QTEST_MAIN(RewinderyControllerTest)
+QUILLMERE_TEST(RewinderyControllerTest, QGuiApplication)
 #include "RewinderyControllerTest.moc"

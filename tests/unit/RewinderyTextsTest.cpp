@@ -1,4 +1,5 @@
 #include "RewinderyTexts.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -111,5 +112,5 @@ void RewinderyTextsTest::creditsAreOneLine()
     QVERIFY(!RewinderyTexts::disclaimer().contains(u'\n'));
 }
 
-QTEST_GUILESS_MAIN(RewinderyTextsTest)
+QUILLMERE_TEST(RewinderyTextsTest, QCoreApplication)
 #include "RewinderyTextsTest.moc"

@@ -1,4 +1,5 @@
 #include "StreamOnScript.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -295,5 +296,5 @@ void SeekTest::destroyedPlayerCallsNoCompletion()
     QVERIFY(m_done.isEmpty());
 }
 
-QTEST_GUILESS_MAIN(SeekTest)
+QUILLMERE_TEST(SeekTest, QCoreApplication)
 #include "SeekTest.moc"

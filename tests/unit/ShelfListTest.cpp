@@ -1,5 +1,6 @@
 #include "ShelfList.h"
 #include "ShelvesOfTapes.h"
+#include "TestMain.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -474,5 +475,5 @@ void ShelfListTest::emptiedListResetsCurrentRow()
     QCOMPARE(m_list->row(0)->currentRow(), -1);
 }
 
-QTEST_GUILESS_MAIN(ShelfListTest)
+QUILLMERE_TEST(ShelfListTest, QCoreApplication)
 #include "ShelfListTest.moc"

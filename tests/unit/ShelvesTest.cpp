@@ -1,4 +1,5 @@
 #include "Dressing.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -125,5 +126,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(ShelvesTest)
+QUILLMERE_TEST(ShelvesTest, QCoreApplication)
 #include "ShelvesTest.moc"

@@ -1,4 +1,5 @@
 #include "QuillmereTVApp.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -45,5 +46,5 @@ void SoundPropertiesTest::propertiesSetByUserAreKept()
     QVERIFY(qgetenv(other).contains("media.role"));
 }
 
-QTEST_APPLESS_MAIN(SoundPropertiesTest)
+QUILLMERE_TEST(SoundPropertiesTest, TestMain::NoApplication)
 #include "SoundPropertiesTest.moc"

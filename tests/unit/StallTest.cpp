@@ -1,4 +1,5 @@
 #include "StreamOnScript.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -163,5 +164,5 @@ void StallTest::stallAtEndIsTreatedAsEnd()
     QCOMPARE(ended.count(), 1);
 }
 
-QTEST_GUILESS_MAIN(StallTest)
+QUILLMERE_TEST(StallTest, QCoreApplication)
 #include "StallTest.moc"

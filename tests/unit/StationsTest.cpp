@@ -1,4 +1,5 @@
 #include "NewsStatus.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -106,5 +107,5 @@ void StationsTest::builtInStationIsFirstAmongEqualNumbers()
     QCOMPARE(stations.at(1).label, u"5 O'Clock News"_s);
 }
 
-QTEST_APPLESS_MAIN(StationsTest)
+QUILLMERE_TEST(StationsTest, TestMain::NoApplication)
 #include "StationsTest.moc"

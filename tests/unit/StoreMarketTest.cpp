@@ -1,4 +1,5 @@
 #include "StoreOnScript.h"
+#include "TestMain.h"
 
 namespace {
 
@@ -191,5 +192,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(StoreMarketTest)
+QUILLMERE_TEST(StoreMarketTest, QCoreApplication)
 #include "StoreMarketTest.moc"

@@ -1,4 +1,5 @@
 #include "StoreOnScript.h"
+#include "TestMain.h"
 
 namespace {
 
@@ -255,5 +256,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(StoreRefreshTest)
+QUILLMERE_TEST(StoreRefreshTest, QCoreApplication)
 #include "StoreRefreshTest.moc"

@@ -1,4 +1,5 @@
 #include "StoreOnScript.h"
+#include "TestMain.h"
 
 #include <limits>
 
@@ -125,5 +126,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(StoreResumeTest)
+QUILLMERE_TEST(StoreResumeTest, QCoreApplication)
 #include "StoreResumeTest.moc"

@@ -3,6 +3,7 @@
 #include <QCoroTask>
 
 #include "TaskScope.h"
+#include "TestMain.h"
 
 namespace {
 
@@ -119,5 +120,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(StoreSearchTest)
+QUILLMERE_TEST(StoreSearchTest, QCoreApplication)
 #include "StoreSearchTest.moc"

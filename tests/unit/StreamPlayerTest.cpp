@@ -1,4 +1,5 @@
 #include "StreamOnScript.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -264,5 +265,5 @@ void StreamPlayerTest::selectedTracksAreRestoredAfterBreak()
     QCOMPARE(script.engine->selections, chosen);
 }
 
-QTEST_GUILESS_MAIN(StreamPlayerTest)
+QUILLMERE_TEST(StreamPlayerTest, QCoreApplication)
 #include "StreamPlayerTest.moc"

@@ -1,6 +1,7 @@
 #include "CardPlate.h"
 #include "StationMotion.h"
 #include "StationPalette.h"
+#include "TestMain.h"
 #include "Typography.h"
 #include "VeneerBackground.h"
 
@@ -150,5 +151,5 @@ void StylingTest::continuousCornerStaysInsidePlate()
     QVERIFY(outline.contains(QPointF(37, 0.05)));
 }
 
-QTEST_GUILESS_MAIN(StylingTest)
+QUILLMERE_TEST(StylingTest, QCoreApplication)
 #include "StylingTest.moc"

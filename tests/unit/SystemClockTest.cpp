@@ -1,4 +1,5 @@
 #include "SystemClock.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -82,5 +83,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(SystemClockTest)
+QUILLMERE_TEST(SystemClockTest, QCoreApplication)
 #include "SystemClockTest.moc"

@@ -1,4 +1,5 @@
 #include "TapeDetailOnScript.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 
@@ -238,5 +239,5 @@ void TapeDetailControllerTest::storeChangesDoNotChangeScreen()
     QCOMPARE(m_screen->title(), u"Harbour Council"_s);
 }
 
-QTEST_GUILESS_MAIN(TapeDetailControllerTest)
+QUILLMERE_TEST(TapeDetailControllerTest, QCoreApplication)
 #include "TapeDetailControllerTest.moc"

@@ -1,4 +1,5 @@
 #include "TapeDetailOnScript.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 
@@ -126,5 +127,5 @@ void TapeDetailPlayingTest::readingAndPlayingAreNotifiedOnce()
     QCOMPARE(reading.count(), 1);
 }
 
-QTEST_GUILESS_MAIN(TapeDetailPlayingTest)
+QUILLMERE_TEST(TapeDetailPlayingTest, QCoreApplication)
 #include "TapeDetailPlayingTest.moc"

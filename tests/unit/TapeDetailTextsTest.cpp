@@ -1,4 +1,5 @@
 #include "TapeDetailTexts.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -278,5 +279,5 @@ void TapeDetailTextsTest::veryLongValueIsCut()
     QCOMPARE(TapeDetailTexts::facts(tape, plainCover()).at(3).value.size(), 4001);
 }
 
-QTEST_GUILESS_MAIN(TapeDetailTextsTest)
+QUILLMERE_TEST(TapeDetailTextsTest, QCoreApplication)
 #include "TapeDetailTextsTest.moc"

@@ -3,6 +3,7 @@
 #include "ScriptedClock.h"
 #include "ScriptedVideoPlayer.h"
 #include "StoreOnScript.h"
+#include "TestMain.h"
 
 #include <QPointer>
 #include <QSignalSpy>
@@ -279,5 +280,5 @@ void TapePlayerControllerTest::destroyedStoreIsNotUsed()
     m_store.store = std::make_unique<Store>(m_store.hub, m_store.defaults);
 }
 
-QTEST_GUILESS_MAIN(TapePlayerControllerTest)
+QUILLMERE_TEST(TapePlayerControllerTest, QCoreApplication)
 #include "TapePlayerControllerTest.moc"

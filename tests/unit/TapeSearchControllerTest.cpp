@@ -1,5 +1,6 @@
 #include "TapeSearchOnScript.h"
 #include "TapeSearchTexts.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 
@@ -226,5 +227,5 @@ void TapeSearchControllerTest::invalidRowDoesNotOpen()
     QCOMPARE(m_screen->path()->depth(), 0);
 }
 
-QTEST_GUILESS_MAIN(TapeSearchControllerTest)
+QUILLMERE_TEST(TapeSearchControllerTest, QCoreApplication)
 #include "TapeSearchControllerTest.moc"

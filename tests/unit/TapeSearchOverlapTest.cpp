@@ -1,4 +1,5 @@
 #include "TapeSearchOnScript.h"
+#include "TestMain.h"
 
 /** Tests overlapping searches and late answers. */
 class TapeSearchOverlapTest : public TapeSearchOnScript
@@ -105,5 +106,5 @@ void TapeSearchOverlapTest::screenMayBeDestroyedWhileSearching()
     QVERIFY(m_fixture->http.wasCancelled(0));
 }
 
-QTEST_GUILESS_MAIN(TapeSearchOverlapTest)
+QUILLMERE_TEST(TapeSearchOverlapTest, QCoreApplication)
 #include "TapeSearchOverlapTest.moc"

@@ -1,5 +1,6 @@
 #include "Completion.h"
 #include "TaskScope.h"
+#include "TestMain.h"
 #include "Worker.h"
 
 #include <QCoroTask>
@@ -166,5 +167,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(TasksTest)
+QUILLMERE_TEST(TasksTest, QCoreApplication)
 #include "TasksTest.moc"

@@ -1,3 +1,4 @@
+#include "TestMain.h"
 #include "TextLines.h"
 #include "Typography.h"
 
@@ -231,5 +232,5 @@ void TextLinesTest::textThatFitsIsNotCut()
     QVERIFY(!lines.elide(OneLine(u"Harbor Day"_s).lines.maximumLineWidth() + 0.01, 1));
 }
 
-QTEST_MAIN(TextLinesTest)
+QUILLMERE_TEST(TextLinesTest, QGuiApplication)
 #include "TextLinesTest.moc"

@@ -1,3 +1,4 @@
+#include "TestMain.h"
 #include "TickerRenderer.h"
 #include "BroadcastTexts.h"
 #include "StationPalette.h"
@@ -202,5 +203,5 @@ void TickerRendererTest::stoppedRendererPaintsNothing()
     QVERIFY(picture.tiles.isEmpty());
 }
 
-QTEST_MAIN(TickerRendererTest)
+QUILLMERE_TEST(TickerRendererTest, QGuiApplication)
 #include "TickerRendererTest.moc"

@@ -1,4 +1,5 @@
 #include "StreamOnScript.h"
+#include "TestMain.h"
 
 #include <QTest>
 
@@ -273,5 +274,5 @@ void TimeObserverTest::longerIntervalReportsLessOften()
     QCOMPARE(often.size(), 60);
 }
 
-QTEST_GUILESS_MAIN(TimeObserverTest)
+QUILLMERE_TEST(TimeObserverTest, QCoreApplication)
 #include "TimeObserverTest.moc"

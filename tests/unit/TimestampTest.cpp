@@ -1,4 +1,5 @@
 #include "StreamOnScript.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -115,5 +116,5 @@ void TimestampTest::anotherItemResetsTimestampOffset()
     QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
 }
 
-QTEST_MAIN(TimestampTest)
+QUILLMERE_TEST(TimestampTest, QGuiApplication)
 #include "TimestampTest.moc"

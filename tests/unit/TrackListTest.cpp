@@ -1,3 +1,4 @@
+#include "TestMain.h"
 #include "TrackList.h"
 
 #include <QSignalSpy>
@@ -119,5 +120,5 @@ void TrackListTest::invalidRowIsNotPicked()
     QCOMPARE(picks.count(), 0);
 }
 
-QTEST_GUILESS_MAIN(TrackListTest)
+QUILLMERE_TEST(TrackListTest, QCoreApplication)
 #include "TrackListTest.moc"

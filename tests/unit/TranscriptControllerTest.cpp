@@ -1,3 +1,4 @@
+#include "TestMain.h"
 #include "TranscriptController.h"
 #include "StoreOnScript.h"
 #include "TranscriptTexts.h"
@@ -253,5 +254,5 @@ void TranscriptControllerTest::nothingIsRetried()
     QCOMPARE(m_hub->http.count(), 2); // the transcript's request and that of waitForDecoding()
 }
 
-QTEST_GUILESS_MAIN(TranscriptControllerTest)
+QUILLMERE_TEST(TranscriptControllerTest, QCoreApplication)
 #include "TranscriptControllerTest.moc"

@@ -1,3 +1,4 @@
+#include "TestMain.h"
 #include "TunerList.h"
 
 #include <QAbstractItemModelTester>
@@ -242,5 +243,5 @@ void TunerListTest::currentRowFollowsItsStation()
     QTEST(m_list->currentRow(), "newCurrentRow");
 }
 
-QTEST_MAIN(TunerListTest)
+QUILLMERE_TEST(TunerListTest, QGuiApplication)
 #include "TunerListTest.moc"
