@@ -1,11 +1,10 @@
 #include "Dressing.h"
 
-#include "Blanks.h"
-#include "DateLabel.h"
 #include "DressingTables.h"
 #include "Graphemes.h"
-#include "TruncatedText.h"
+#include "Text.h"
 
+#include <QDate>
 #include <QSet>
 #include <QStringBuilder>
 
@@ -35,7 +34,7 @@ quint32 addToHash(quint32 hash, QStringView text)
 /** The text without blanks at either end. If there are none, the result shares the storage of `text`. */
 QString trimmed(const QString& text)
 {
-    const QStringView rest = Blanks::trimmed(text);
+    const QStringView rest = trimmedText(text);
     return rest.size() == text.size() ? text : rest.toString();
 }
 
@@ -69,7 +68,7 @@ QStringView firstTitleSegment(QStringView title)
 
 QString bodyNameFromTitle(const QString& title)
 {
-    const QStringView name = Blanks::trimmed(firstTitleSegment(title));
+    const QStringView name = trimmedText(firstTitleSegment(title));
     if (name.isEmpty() || name.size() == title.size())
         return title;
     return Graphemes::count(name) < Graphemes::count(title) ? name.toString() : title;
@@ -87,7 +86,7 @@ QStringView withoutBodyName(QStringView title, QStringView bodyName)
     QStringView rest = title.sliced(Graphemes::prefixLength(title, characters).value_or(title.size()));
     while (!rest.isEmpty() && isStrippedFromSpine(rest.front()) && Graphemes::isWholeCharacter(rest, 0))
         rest = rest.sliced(1);
-    return Blanks::trimmed(rest);
+    return trimmedText(rest);
 }
 
 /**
@@ -134,6 +133,25 @@ QString yearOf(const std::optional<QString>& meetingDate)
             return meetingDate->first(*length);
     }
     return u"19XX"_s;
+}
+
+/**
+ * The date at the start of a text, in English: "2024-03-05T19:00" gives "March 5, 2024". Empty if the first ten
+ * characters are not a Gregorian date as year-month-day in ASCII digits.
+ */
+QString dateLabelOf(QStringView text)
+{
+    constexpr QStringView format = u"0000-00-00";
+    const QStringView date = text.first(std::min(text.size(), format.size()));
+    // A combining mark after the tenth code unit belongs to the tenth character, which then is not a digit.
+    if (!matchesFormat(date, format) || Graphemes::prefixLength(text, format.size()) != format.size())
+        return {};
+    const QStringView year = date.first(4);
+    const int month = digitsToInt(date.sliced(5, 2));
+    const int day = digitsToInt(date.sliced(8, 2));
+    if (!QDate::isValid(digitsToInt(year), month, day))
+        return {};
+    return DressingTables::monthNames()[size_t(month) - 1] % u' ' % QString::number(day) % u", "_s % year;
 }
 
 int runtimeOf(quint32 seed)
@@ -227,7 +245,7 @@ VHSCover dress(const Tape& tape)
     cover.genre = genre.genre;
     cover.shelf = genre.shelf;
     cover.year = yearOf(tape.meetingDate);
-    cover.dateLabel = tape.meetingDate ? dateLabel(*tape.meetingDate) : QString();
+    cover.dateLabel = tape.meetingDate ? dateLabelOf(*tape.meetingDate) : QString();
     cover.runtime = runtimeOf(seed);
     cover.speed = speedOf(cover.runtime);
     cover.rating = pick(DressingTables::ratings(), seed, 3);

@@ -30,6 +30,14 @@ const std::array<QString, 8>& DressingTables::taglines()
     return rows;
 }
 
+const std::array<QString, 12>& DressingTables::monthNames()
+{
+    static const std::array<QString, 12> names{u"January"_s,   u"February"_s, u"March"_s,    u"April"_s,
+                                               u"May"_s,       u"June"_s,     u"July"_s,     u"August"_s,
+                                               u"September"_s, u"October"_s,  u"November"_s, u"December"_s};
+    return names;
+}
+
 const DressingTables::Genre& DressingTables::genreOf(QStringView loweredText)
 {
     struct Rule

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TapeRating.h"
+#include "VHSCover.h"
 
 #include <QString>
 
@@ -18,6 +18,7 @@ struct Genre
 
 const std::array<TapeRating, 4>& ratings();
 const std::array<QString, 8>& taglines();
+const std::array<QString, 12>& monthNames();
 
 /** Hues of the box colours, in degrees. */
 inline constexpr std::array<int, 10> hues{4, 20, 36, 145, 168, 200, 210, 262, 291, 330};

@@ -26,4 +26,7 @@ public:
     bool operator==(const Shelf& other) const { return name == other.name && covers == other.covers; }
 };
 
-size_t qHash(const Shelf& shelf, size_t seed = 0) noexcept;
+inline size_t qHash(const Shelf& shelf, size_t seed = 0) noexcept
+{
+    return qHash(shelf.name, seed);
+}

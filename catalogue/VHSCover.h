@@ -1,10 +1,29 @@
 #pragma once
 
 #include "Tape.h"
-#include "TapeRating.h"
 
 #include <QList>
 #include <QtQml/qqmlregistration.h>
+
+/** A parody of a film rating. */
+struct TapeRating
+{
+    Q_GADGET
+    QML_VALUE_TYPE(tapeRating)
+    Q_PROPERTY(QString code MEMBER code)
+    Q_PROPERTY(QString full MEMBER full)
+
+public:
+    QString code; ///< short form, in the rating box
+    QString full; ///< long form
+
+    bool operator==(const TapeRating&) const = default;
+};
+
+inline size_t qHash(const TapeRating& rating, size_t seed = 0) noexcept
+{
+    return qHashMulti(seed, rating.code, rating.full);
+}
 
 /** The content of a tape's cassette box. */
 struct VHSCover
@@ -52,4 +71,9 @@ public:
     bool operator==(const VHSCover&) const = default;
 };
 
-size_t qHash(const VHSCover& cover, size_t seed = 0) noexcept;
+inline size_t qHash(const VHSCover& cover, size_t seed = 0) noexcept
+{
+    return qHashMulti(seed, cover.id, cover.title, cover.spineTitle, cover.bodyName, cover.genre, cover.shelf,
+                      cover.year, cover.dateLabel, cover.runtime, cover.speed, cover.rating, cover.tagline,
+                      cover.synopsis, cover.hue, cover.catalogNo, cover.barcode, cover.hasAgenda, cover.hasTranscript);
+}

@@ -1,8 +1,5 @@
 #include "Catalogue.h"
 
-#include "EdgeCaseTapes.h"
-#include "OrdinaryTapes.h"
-
 #include <algorithm>
 
 namespace demo {

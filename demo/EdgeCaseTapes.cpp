@@ -1,6 +1,4 @@
-#include "EdgeCaseTapes.h"
-
-#include "OrdinaryTapes.h"
+#include "SampleTape.h"
 
 #include <algorithm>
 

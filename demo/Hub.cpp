@@ -1,7 +1,5 @@
 #include "Hub.h"
 
-#include "OrdinaryTapes.h"
-
 #include <algorithm>
 #include <charconv>
 #include <fstream>

@@ -1,6 +1,5 @@
-#include "OrdinaryTapes.h"
-
 #include "RandomGenerator.h"
+#include "SampleTape.h"
 
 #include <chrono>
 #include <cstdio>

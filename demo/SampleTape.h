@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <nlohmann/json.hpp>
@@ -60,5 +61,23 @@ struct SampleTape
 };
 
 nlohmann::json toJson(const Market& market);
+
+/// The recordings that make-recordings writes. Each tape plays one of them.
+inline constexpr std::array<const char*, 4> recordingNames = {"fog-horn", "footbridge", "ferry-fare", "library-roof"};
+
+/// The hub path of a recording's playlist.
+std::string recordingPath(const std::string& recording);
+
+/// Regular, playable tapes from 2026 back to 2019, newest first. Any eight consecutive tapes cover all eight shelves.
+/// `markets` must outlive them.
+std::vector<SampleTape> ordinaryTapes(const std::array<Market, 3>& markets, std::size_t count);
+
+/// Like ordinaryTapes(), but all tapes belong to the councils' shelf and have ids of their own. `count` is at most
+/// 2500.
+std::vector<SampleTape> singleShelfTapes(const std::array<Market, 3>& markets, std::size_t count);
+
+/// Tapes for tests of robustness: missing members, other scripts, long texts, markup, wrong types.
+/// `markets` must outlive them; `port` is the port of the hub itself.
+std::vector<SampleTape> edgeCaseTapes(const std::array<Market, 3>& markets, int port);
 
 } // namespace demo

@@ -1,6 +1,5 @@
-#include "TranscriptGenerator.h"
-
 #include "RandomGenerator.h"
+#include "Transcripts.h"
 
 #include <array>
 #include <sstream>

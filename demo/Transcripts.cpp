@@ -1,7 +1,5 @@
 #include "Transcripts.h"
 
-#include "TranscriptGenerator.h"
-
 #include <algorithm>
 #include <cctype>
 #include <fstream>

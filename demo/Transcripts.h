@@ -40,4 +40,8 @@ private:
     std::map<std::int64_t, Text> m_texts; // by tape id; entries are never changed or removed
 };
 
+/// The transcript of a tape, one caption a line: first `beginning`, the words of its recording, then generated
+/// sentences, up to `tape.transcriptWords` words. The same tape always gives the same text.
+std::string generateTranscript(const SampleTape& tape, const std::string& beginning);
+
 } // namespace demo

@@ -37,52 +37,6 @@ double wholePixels(const QPainter& painter, double width)
 
 } // namespace
 
-void CardPlate::setBackground(PaintedItem* background)
-{
-    if (m_background == background)
-        return;
-    if (m_background)
-        disconnect(m_background, nullptr, this, nullptr);
-    m_background = background;
-    if (background)
-        connect(background, &PaintedItem::artChanged, this, &CardPlate::repaint);
-    repaint();
-}
-
-void CardPlate::setFill(QColor fill)
-{
-    if (m_fill == fill)
-        return;
-    m_fill = fill;
-    repaint();
-}
-
-void CardPlate::setRadius(double radius)
-{
-    m_radius = radius;
-    repaint();
-}
-
-void CardPlate::setContinuous(bool continuous)
-{
-    m_continuous = continuous;
-    repaint();
-}
-
-void CardPlate::setBorder(QColor border)
-{
-    if (m_border == border)
-        return;
-    m_border = border;
-    repaint();
-}
-
-void CardPlate::setBorderWidth(double borderWidth)
-{
-    m_borderWidth = borderWidth;
-    repaint();
-}
-
 void CardPlate::paint(QPainter& painter, const QSizeF& size) const
 {
     const QRectF plate = plateOnPixels(painter, size);

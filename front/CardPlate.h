@@ -27,17 +27,17 @@ public:
     using PaintedItem::PaintedItem;
 
     PaintedItem* background() const { return m_background; }
-    void setBackground(PaintedItem* background);
+    void setBackground(PaintedItem* background) { setInput(m_background, background); }
     QColor fill() const { return m_fill; }
-    void setFill(QColor fill);
+    void setFill(QColor fill) { setInput(m_fill, fill); }
     double radius() const { return m_radius; }
-    void setRadius(double radius);
+    void setRadius(double radius) { setInput(m_radius, radius); }
     bool isContinuous() const { return m_continuous; }
-    void setContinuous(bool continuous);
+    void setContinuous(bool continuous) { setInput(m_continuous, continuous); }
     QColor border() const { return m_border; }
-    void setBorder(QColor border);
+    void setBorder(QColor border) { setInput(m_border, border); }
     double borderWidth() const { return m_borderWidth; }
-    void setBorderWidth(double borderWidth);
+    void setBorderWidth(double borderWidth) { setInput(m_borderWidth, borderWidth); }
 
     void paint(QPainter& painter, const QSizeF& size) const override;
     QString cacheKey() const override;

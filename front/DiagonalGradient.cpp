@@ -2,22 +2,6 @@
 
 #include <QPainter>
 
-void DiagonalGradient::setFrom(QColor from)
-{
-    if (m_from == from)
-        return;
-    m_from = from;
-    repaint();
-}
-
-void DiagonalGradient::setTo(QColor to)
-{
-    if (m_to == to)
-        return;
-    m_to = to;
-    repaint();
-}
-
 void DiagonalGradient::paint(QPainter& painter, const QSizeF& size) const
 {
     QLinearGradient gradient(0, 0, size.width(), size.height());

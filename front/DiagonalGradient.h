@@ -16,9 +16,9 @@ public:
     using PaintedItem::PaintedItem;
 
     QColor from() const { return m_from; }
-    void setFrom(QColor from);
+    void setFrom(QColor from) { setInput(m_from, from); }
     QColor to() const { return m_to; }
-    void setTo(QColor to);
+    void setTo(QColor to) { setInput(m_to, to); }
 
     void paint(QPainter& painter, const QSizeF& size) const override;
 

@@ -93,22 +93,6 @@ void drawFastForward(QPainter& painter, const QColor& color)
 
 } // namespace
 
-void Icon::setName(Name name)
-{
-    if (m_name == name)
-        return;
-    m_name = name;
-    repaint();
-}
-
-void Icon::setColor(QColor color)
-{
-    if (m_color == color)
-        return;
-    m_color = color;
-    repaint();
-}
-
 void Icon::paint(QPainter& painter, const QSizeF& size) const
 {
     painter.scale(size.width() / grid, size.height() / grid);

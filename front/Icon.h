@@ -28,9 +28,9 @@ public:
     using PaintedItem::PaintedItem;
 
     Name name() const { return m_name; }
-    void setName(Name name);
+    void setName(Name name) { setInput(m_name, name); }
     QColor color() const { return m_color; }
-    void setColor(QColor color);
+    void setColor(QColor color) { setInput(m_color, color); }
 
     void paint(QPainter& painter, const QSizeF& size) const override;
 

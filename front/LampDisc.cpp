@@ -11,14 +11,6 @@ constexpr double rimOpacity = 0.35;
 
 } // namespace
 
-void LampDisc::setLive(bool live)
-{
-    if (m_live == live)
-        return;
-    m_live = live;
-    repaint();
-}
-
 void LampDisc::paint(QPainter& painter, const QSizeF& size) const
 {
     const QRectF disc(QPointF(), size);

@@ -13,7 +13,7 @@ public:
     using PaintedItem::PaintedItem;
 
     bool isLive() const { return m_live; }
-    void setLive(bool live);
+    void setLive(bool live) { setInput(m_live, live); }
 
     void paint(QPainter& painter, const QSizeF& size) const override;
 

@@ -1,8 +1,8 @@
 #include "LandingController.h"
 
 #include "HubURL.h"
-#include "LandingTexts.h"
-#include "ShortenedText.h"
+#include "StationTexts.h"
+#include "Text.h"
 
 using namespace std::chrono_literals;
 

@@ -2,14 +2,6 @@
 
 #include <QPainter>
 
-void MiniColorBars::setBars(const QList<QColor>& bars)
-{
-    if (m_bars == bars)
-        return;
-    m_bars = bars;
-    repaint();
-}
-
 void MiniColorBars::paint(QPainter& painter, const QSizeF& size) const
 {
     // Without antialiasing, stripes end on whole pixels, so that no seam is visible between them.

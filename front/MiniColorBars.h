@@ -15,7 +15,7 @@ public:
     using PaintedItem::PaintedItem;
 
     const QList<QColor>& bars() const { return m_bars; }
-    void setBars(const QList<QColor>& bars);
+    void setBars(const QList<QColor>& bars) { setInput(m_bars, bars); }
 
     void paint(QPainter& painter, const QSizeF& size) const override;
 

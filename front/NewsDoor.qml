@@ -23,6 +23,7 @@ DoorCard {
             readonly property real availableHeight: parent.height - heading.height - station.height - lampRow.height
                                                     - 4 * parent.spacing
 
+            objectName: "television"
             width: parent.width
             height: availableHeight - subtitle.height
             radius: 18

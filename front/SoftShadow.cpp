@@ -37,26 +37,6 @@ double distanceOutside(QPointF point, QPointF half, double radius)
 
 } // namespace
 
-void SoftShadow::setColor(QColor color)
-{
-    if (m_color == color)
-        return;
-    m_color = color;
-    repaint();
-}
-
-void SoftShadow::setSpread(double spread)
-{
-    m_spread = spread;
-    repaint();
-}
-
-void SoftShadow::setRadius(double radius)
-{
-    m_radius = radius;
-    repaint();
-}
-
 void SoftShadow::paint(QPainter& painter, const QSizeF& size) const
 {
     const QRectF area = QRectF(QPointF(), size).marginsAdded({m_spread, m_spread, m_spread, m_spread});

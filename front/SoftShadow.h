@@ -21,11 +21,11 @@ public:
     using PaintedItem::PaintedItem;
 
     QColor color() const { return m_color; }
-    void setColor(QColor color);
+    void setColor(QColor color) { setInput(m_color, color); }
     double spread() const { return m_spread; }
-    void setSpread(double spread);
+    void setSpread(double spread) { setInput(m_spread, spread); }
     double radius() const { return m_radius; }
-    void setRadius(double radius);
+    void setRadius(double radius) { setInput(m_radius, radius); }
 
     void paint(QPainter& painter, const QSizeF& size) const override;
     qreal bleed() const override { return m_spread; }

@@ -21,14 +21,6 @@ Spinner::Spinner(QQuickItem* parent) : PaintedItem(parent)
     setImplicitSize(side, side);
 }
 
-void Spinner::setColor(QColor color)
-{
-    if (m_color == color)
-        return;
-    m_color = color;
-    repaint();
-}
-
 void Spinner::itemChange(ItemChange change, const ItemChangeData& data)
 {
     PaintedItem::itemChange(change, data);

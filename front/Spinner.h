@@ -22,7 +22,7 @@ public:
     explicit Spinner(QQuickItem* parent = nullptr);
 
     QColor color() const { return m_color; }
-    void setColor(QColor color);
+    void setColor(QColor color) { setInput(m_color, color); }
 
     /** Index of the brightest spoke, clockwise; 0 is the top. */
     int brightestSpoke() const { return m_brightestSpoke; }

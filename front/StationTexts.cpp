@@ -1,58 +1,31 @@
 #include "StationTexts.h"
 
+#include "StationPalette.h"
+
 using namespace Qt::StringLiterals;
 
-QString StationTexts::stationName()
+QString newsDoorSubtitle(const NewsStatus& news)
 {
-    return u"QUILLMERE"_s;
+    if (news.towerLive)
+        return news.programTitle.isEmpty() ? u"The tower is lit — tune in."_s : news.programTitle;
+    if (!news.nextBroadcastLabel.isEmpty())
+        return u"Next broadcast · "_s + news.nextBroadcastLabel;
+    return u"The tower is dark. Colour bars and a countdown until it isn't."_s;
 }
 
-QString StationTexts::televisionName()
+QString storeDoorSubtitle(qint64 tapes, qint64 markets)
 {
-    return u"Quillmere Television"_s;
+    if (tapes < 1)
+        return u"Checking what's on the shelf…"_s;
+    const QString marketPhrase = markets == 1 ? u"1 market"_s : QString::number(markets) + u" markets"_s;
+    return QString::number(tapes) + u" tapes in stock · "_s + marketPhrase + u" · every one plays right here"_s;
 }
 
-QString StationTexts::newsDoor()
+StatusLine statusLine(const std::optional<QString>& lastError, bool isLoading, bool hasLoadedOnce)
 {
-    return u"5 O'CLOCK NEWS"_s;
-}
-
-QString StationTexts::live()
-{
-    return u"LIVE"_s;
-}
-
-QString StationTexts::storeDoor()
-{
-    return u"REWINDERY"_s;
-}
-
-QString StationTexts::storeMotto()
-{
-    return u"Public-meeting rentals · Be Kind, Please Rewind"_s;
-}
-
-QString StationTexts::openingHours()
-{
-    return u"open 24 hrs"_s;
-}
-
-QString StationTexts::homeVideo()
-{
-    return u"home video"_s;
-}
-
-QString StationTexts::quitNotice()
-{
-    return u"Press back again to switch the set off"_s;
-}
-
-QString StationTexts::lampText(bool live)
-{
-    return live ? u"ON AIR"_s : u"OFF AIR"_s;
-}
-
-QString StationTexts::towerCaption(bool live)
-{
-    return live ? u"on air"_s : u"standby"_s;
+    if (lastError)
+        return {*lastError, 24, StationPalette::onAirRed()};
+    if (isLoading && !hasLoadedOnce)
+        return {u"Tuning in…"_s, 24, StationPalette::faded(StationPalette::cream(), 0.6)};
+    return {u"Press ▶︎ to refresh"_s, 22, StationPalette::faded(StationPalette::cream(), 0.4)};
 }

@@ -2,11 +2,9 @@
 
 #include "Logging.h"
 #include "RecordDecoder.h"
-#include "WellFormed.h"
+#include "Text.h"
 
 #include <QElapsedTimer>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -42,14 +40,6 @@ HubError errorFor(const HttpFailure& failure)
         break;
     }
     return HubError::transport(failure.description.isEmpty() ? u"The hub couldn't be reached."_s : failure.description);
-}
-
-/** Whether the text has only tabs and Unicode space separators. A line break is not blank. */
-bool isBlank(const QString& text)
-{
-    return std::all_of(text.begin(), text.end(), [](QChar character) {
-        return character == u'\t' || character.category() == QChar::Separator_Space;
-    });
 }
 
 /** Logs the outcome and duration of one request to the hub. */
@@ -155,7 +145,7 @@ QCoro::Task<HubResult<TapePage>> HubAPI::tapes(QString market, QString query, in
     QString reference = u"/api/tv/tapes?page=%1&per_page=%2"_s.arg(page).arg(perPage);
     if (!market.isEmpty())
         reference += u"&market="_s + queryValue(market);
-    if (!isBlank(query))
+    if (!trimmedText(query).isEmpty())
         reference += u"&q="_s + queryValue(query);
     return get<TapePage>(reference, token);
 }

@@ -4,7 +4,6 @@
 #include "HubError.h"
 #include "HubURL.h"
 #include "TVStatus.h"
-#include "TapePage.h"
 #include "TaskScope.h"
 #include "TranscriptResult.h"
 #include "Worker.h"

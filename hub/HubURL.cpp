@@ -1,7 +1,7 @@
 #include "HubURL.h"
 
 #include "BuildOptions.h"
-#include "WellFormed.h"
+#include "Text.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,6 @@
 #include "JsonDocument.h"
 
-#include "HugeNumbers.h"
-#include "JsonInteger.h"
+#include "JsonNumbers.h"
 
 #include <QStringConverter>
 

@@ -2,7 +2,6 @@
 
 #include "RecordReader.h"
 #include "TVStatus.h"
-#include "TapePage.h"
 #include "TranscriptResult.h"
 
 // The readFields() overloads are in the global namespace so that RecordReader finds them by argument-dependent lookup.

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "NewsStatus.h"
 #include "Tape.h"
-#include "TunerStation.h"
 
 #include <QtQml/qqml.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "JsonDocument.h"
-#include "TruncatedText.h"
+#include "Text.h"
 
 #include <QList>
 #include <QMap>

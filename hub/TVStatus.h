@@ -1,9 +1,22 @@
 #pragma once
 
-#include "CatalogSummary.h"
 #include "NewsStatus.h"
+#include "Tape.h"
 
-#include <QtQml/qqmlregistration.h>
+/** Summary of the rental shop's tapes. */
+struct CatalogSummary
+{
+    Q_GADGET
+    QML_VALUE_TYPE(catalogSummary)
+    Q_PROPERTY(qint64 tapes MEMBER tapes)
+    Q_PROPERTY(QList<TapeMarket> markets MEMBER markets)
+
+public:
+    qint64 tapes = 0; ///< number of tapes in all markets
+    QList<TapeMarket> markets;
+
+    bool operator==(const CatalogSummary&) const = default;
+};
 
 /** The status of tower and shop. A default-constructed one is used until the hub's first response. */
 struct TVStatus

@@ -1,5 +1,7 @@
 #include "BroadcastTexts.h"
 
+#include "Text.h"
+
 #include <QStringBuilder>
 #include <QTimeZone>
 
@@ -12,32 +14,12 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Formats for matchesFormat(): each 0 matches any digit.
+// Formats for matchesFormat().
 constexpr QStringView dateTimeFormat = u"0000-00-00T00:00:00";
 constexpr QStringView offsetFormat = u"+00:00";
 constexpr qint64 referenceDate = 978'307'200'000; // 2001-01-01T00:00:00Z, in milliseconds since 1970
 constexpr double charactersPerSecond = 11;
 constexpr double minimumPeriod = 24; // seconds
-
-bool isDigit(QChar unit)
-{
-    return unit >= u'0' && unit <= u'9';
-}
-
-bool matchesFormat(QStringView text, QStringView format)
-{
-    return text.size() == format.size() &&
-           std::equal(text.begin(), text.end(), format.begin(),
-                      [](QChar unit, QChar pattern) { return pattern == u'0' ? isDigit(unit) : unit == pattern; });
-}
-
-int number(QStringView digits)
-{
-    int value = 0;
-    for (const QChar digit : digits)
-        value = value * 10 + (digit.unicode() - u'0');
-    return value;
-}
 
 /**
  * Removes a leading fraction such as ".25" and returns it in whole milliseconds: 0 if there is none, nothing if no
@@ -54,7 +36,7 @@ std::optional<int> takeFraction(QStringView& text)
         return std::nullopt;
     int milliseconds = 0;
     for (qsizetype i = 0; i < 3; ++i)
-        milliseconds = milliseconds * 10 + (i < digits.size() ? number(digits.sliced(i, 1)) : 0);
+        milliseconds = milliseconds * 10 + (i < digits.size() ? digitsToInt(digits.sliced(i, 1)) : 0);
     return milliseconds;
 }
 
@@ -67,8 +49,8 @@ std::optional<int> zoneOffset(QStringView zone)
     const bool hasSign = isBehind || zone.startsWith(u'+');
     if (!hasSign || !matchesFormat(zone.sliced(1), offsetFormat.sliced(1)))
         return std::nullopt;
-    const int hours = number(zone.sliced(1, 2));
-    const int minutes = number(zone.sliced(4, 2));
+    const int hours = digitsToInt(zone.sliced(1, 2));
+    const int minutes = digitsToInt(zone.sliced(4, 2));
     if (hours > 23 || minutes > 59)
         return std::nullopt;
     return (isBehind ? -1 : 1) * (hours * 60 + minutes) * 60;
@@ -85,7 +67,9 @@ std::optional<QDateTime> broadcastDate(QStringView nextBroadcast)
 {
     if (!matchesFormat(nextBroadcast.first(std::min(nextBroadcast.size(), dateTimeFormat.size())), dateTimeFormat))
         return std::nullopt;
-    const auto part = [&](qsizetype index, qsizetype digits) { return number(nextBroadcast.sliced(index, digits)); };
+    const auto part = [&](qsizetype index, qsizetype digits) {
+        return digitsToInt(nextBroadcast.sliced(index, digits));
+    };
     const QDate date(part(0, 4), part(5, 2), part(8, 2));
     const QTime time(part(11, 2), part(14, 2), part(17, 2));
     QStringView rest = nextBroadcast.sliced(dateTimeFormat.size());

@@ -1,7 +1,7 @@
 #include "CountdownTimer.h"
 
 #include "NewsTexts.h"
-#include "ShortenedText.h"
+#include "Text.h"
 
 void CountdownTimer::setNextBroadcast(const QString& nextBroadcast)
 {

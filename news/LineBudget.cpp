@@ -77,3 +77,34 @@ QList<int> linesThatFit(const QList<WrappedText>& texts, double height)
 {
     return Budget(texts, height).allocate();
 }
+
+void BudgetedText::setLines(int lines)
+{
+    if (m_lines == lines)
+        return;
+    m_lines = lines;
+    Q_EMIT linesChanged();
+}
+
+void LineBudget::componentComplete()
+{
+    connect(this, &LineBudget::heightChanged, this, &LineBudget::updateLines);
+    for (const BudgetedText* text : std::as_const(m_texts))
+        connect(text, &BudgetedText::inputChanged, this, &LineBudget::updateLines);
+    updateLines();
+}
+
+void LineBudget::updateLines()
+{
+    QList<WrappedText> texts;
+    for (const BudgetedText* text : std::as_const(m_texts))
+        texts.append(text->wrappedText());
+    const bool isLaidOut =
+        m_height > 0 && std::all_of(texts.begin(), texts.end(), [](const WrappedText& text) { return text.width > 0; });
+    if (!isLaidOut)
+        return;
+    const QList<int> lines = linesThatFit(texts, m_height);
+    // For an empty text the result is 0 lines, but StationText takes 0 as unlimited.
+    for (qsizetype i = 0; i < lines.size(); ++i)
+        m_texts.at(i)->setLines(std::max(1, lines.at(i)));
+}

@@ -37,19 +37,33 @@ Item {
         }
     }
 
-    LowerThirdLines {
-        id: lines
-
-        title: NewsTexts.onAirTitle(third.program)
-        station: NewsTexts.onAirStation(third.stationLabel)
-        titleWidth: rows.maximumWidth
-        stationWidth: rows.maximumStationWidth
+    LineBudget {
         // Height for these two texts in a panel of maximum height.
         height: third.height - 2 * third.margin - 2 * third.padding - 2 * 10 - rows.spacing
                 - (detail.text !== "" ? titles.spacing + detail.height : 0)
+
+        BudgetedText {
+            id: titleBudget
+
+            text: NewsTexts.onAirTitle(third.program)
+            font: Typography.standard(40, Font.Black)
+            width: rows.maximumWidth
+            minimumLines: 2
+        }
+
+        BudgetedText {
+            id: stationBudget
+
+            text: NewsTexts.onAirStation(third.stationLabel)
+            font: Typography.standard(26, Font.DemiBold, 4)
+            width: rows.maximumStationWidth
+            minimumLines: 2
+        }
     }
 
     PixelRectangle {
+        objectName: "panel"
+
         readonly property real restingY: parent.height - third.margin - height
 
         x: 70
@@ -78,6 +92,7 @@ Item {
                 PixelRectangle {
                     id: badge
 
+                    objectName: "badge"
                     anchors.verticalCenter: parent.verticalCenter
                     width: live.implicitWidth + 2 * 18
                     // As tall as the station name beside it if that has one line, and vice versa.
@@ -97,6 +112,7 @@ Item {
                 }
 
                 PixelRectangle {
+                    objectName: "stationPlate"
                     anchors.verticalCenter: parent.verticalCenter
                     width: station.width + 2 * 18
                     height: Math.max(badge.height, station.height + 2 * 10)
@@ -108,12 +124,12 @@ Item {
                         x: 18
                         anchors.verticalCenter: parent.verticalCenter
                         width: Math.min(implicitWidth, rows.maximumStationWidth)
-                        text: lines.station
-                        font: lines.stationFont
+                        text: stationBudget.text
+                        font: stationBudget.font
                         color: StationPalette.parchment
                         horizontalAlignment: Text.AlignLeft
                         wraps: true
-                        maximumLineCount: lines.stationLines
+                        maximumLineCount: stationBudget.lines
                     }
                 }
             }
@@ -125,12 +141,12 @@ Item {
 
                 StationText {
                     width: Math.min(implicitWidth, rows.maximumWidth)
-                    text: lines.title
-                    font: lines.titleFont
+                    text: titleBudget.text
+                    font: titleBudget.font
                     color: StationPalette.parchment
                     horizontalAlignment: Text.AlignLeft
                     wraps: true
-                    maximumLineCount: lines.titleLines
+                    maximumLineCount: titleBudget.lines
                 }
 
                 StationText {

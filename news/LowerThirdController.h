@@ -25,7 +25,14 @@ public:
     static constexpr int slideTime() { return 500; }
 
     Clock* clock() const { return m_clock; }
-    void setClock(Clock* clock);
+    void setClock(Clock* clock)
+    {
+        if (m_clock == clock)
+            return;
+        m_clock = clock;
+        m_hideTimer = clock && m_isShown ? clock->after(showTime, [this] { hide(); }) : nullptr;
+        Q_EMIT clockChanged();
+    }
     bool isShown() const { return m_isShown; }
 
 Q_SIGNALS:
@@ -33,7 +40,11 @@ Q_SIGNALS:
     void isShownChanged();
 
 private:
-    void hide();
+    void hide()
+    {
+        m_isShown = false;
+        Q_EMIT isShownChanged();
+    }
 
     QPointer<Clock> m_clock;
     bool m_isShown = true;

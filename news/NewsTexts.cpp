@@ -1,7 +1,7 @@
 #include "NewsTexts.h"
 
-#include "ShortenedText.h"
 #include "StationTexts.h"
+#include "Text.h"
 #include "Typography.h"
 
 using namespace Qt::StringLiterals;
@@ -9,11 +9,6 @@ using namespace Qt::StringLiterals;
 QString NewsTexts::heading()
 {
     return StationTexts::newsDoor();
-}
-
-QString NewsTexts::channels()
-{
-    return u"channels"_s;
 }
 
 QString NewsTexts::towerLine(bool checking)

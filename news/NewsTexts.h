@@ -19,7 +19,7 @@ public:
     static constexpr qsizetype maximumTextLength = 5000;
 
     static QString heading();
-    static QString channels();
+    static QString channels() { return QStringLiteral("channels"); }
 
     /** Text about the state of the tower on the standby card. */
     Q_INVOKABLE static QString towerLine(bool checking);

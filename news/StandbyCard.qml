@@ -40,19 +40,40 @@ Item {
         }
     }
 
-    StandbyLines {
-        id: lines
-
-        title: NewsTexts.cardLine(standby.news.programTitle)
-        note: NewsTexts.cardLine(standby.news.programNote)
-        label: countdown.detailText
-        labelFont: countdown.detailFont
-        width: rows.maximumWidth
-        rowGap: rows.spacing
-        labelGap: countdown.spacing
+    LineBudget {
         // Height that the fixed rows leave free in a card of maximum height.
         height: standby.height - ticker.height - 2 * (standby.margin + standby.padding) - heading.height - rule.height
                 - status.height - station.height - countdown.headlineHeight - 4 * rows.spacing
+
+        BudgetedText {
+            id: labelBudget
+
+            text: countdown.detailText
+            font: countdown.detailFont
+            width: rows.maximumWidth
+            gap: countdown.spacing
+            minimumLines: 2
+        }
+
+        BudgetedText {
+            id: titleBudget
+
+            text: NewsTexts.cardLine(standby.news.programTitle)
+            font: Typography.standard(30)
+            width: rows.maximumWidth
+            gap: rows.spacing
+            minimumLines: 2
+        }
+
+        BudgetedText {
+            id: noteBudget
+
+            text: NewsTexts.cardLine(standby.news.programNote)
+            font: Typography.standard(24)
+            width: rows.maximumWidth
+            gap: rows.spacing
+            minimumLines: 4
+        }
     }
 
     SoftShadow {
@@ -66,6 +87,7 @@ Item {
     CardPlate {
         id: card
 
+        objectName: "card"
         x: Math.round((parent.width - width) / 2)
         y: Math.round((parent.height - ticker.height - height) / 2)
         width: rows.width + 2 * 90
@@ -112,24 +134,24 @@ Item {
             anchors.horizontalCenter: parent.horizontalCenter
             width: Math.min(implicitWidth, rows.maximumWidth)
             visible: text !== ""
-            text: lines.title
-            font: lines.titleFont
+            text: titleBudget.text
+            font: titleBudget.font
             color: StationPalette.faded(StationPalette.parchment, 0.9)
             horizontalAlignment: Text.AlignHCenter
             wraps: true
-            maximumLineCount: lines.titleLines
+            maximumLineCount: titleBudget.lines
         }
 
         StationText {
             anchors.horizontalCenter: parent.horizontalCenter
             width: Math.min(implicitWidth, rows.maximumWidth)
             visible: text !== ""
-            text: lines.note
-            font: lines.noteFont
+            text: noteBudget.text
+            font: noteBudget.font
             color: StationPalette.faded(StationPalette.parchment, 0.6)
             horizontalAlignment: Text.AlignHCenter
             wraps: true
-            maximumLineCount: lines.noteLines
+            maximumLineCount: noteBudget.lines
         }
 
         Row {
@@ -139,6 +161,7 @@ Item {
             spacing: 14
 
             CardPlate {
+                objectName: "statusDot"
                 anchors.verticalCenter: parent.verticalCenter
                 width: 14
                 height: 14
@@ -171,7 +194,7 @@ Item {
             nextBroadcast: standby.news.nextBroadcast
             label: standby.news.nextBroadcastLabel
             clock: standby.clock
-            detailLines: lines.labelLines
+            detailLines: labelBudget.lines
         }
     }
 }

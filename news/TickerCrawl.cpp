@@ -4,7 +4,7 @@
 #include "Clock.h"
 #include "FrameCallback.h"
 #include "HubURL.h"
-#include "ShortenedText.h"
+#include "Text.h"
 
 #include <QFontMetricsF>
 #include <QQuickWindow>
@@ -88,19 +88,12 @@ void TickerCrawl::itemChange(ItemChange change, const ItemChangeData& data)
     QQuickItem::itemChange(change, data);
 }
 
-TickerCrawl::DeviceGeometry TickerCrawl::deviceGeometry() const
-{
-    const QTransform toScene = itemTransform(nullptr, nullptr);
-    const double ratio = window()->effectiveDevicePixelRatio();
-    return {toScene.map(QPointF()) * ratio, toScene.m11() * ratio};
-}
-
 /** Current position of the left end of the line's baseline on the display, in device pixels. */
-QPoint TickerCrawl::linePosition(const DeviceGeometry& geometry) const
+QPoint TickerCrawl::linePosition(const DevicePixels& device) const
 {
     const double offset = tickerOffset(width(), m_picture->period, m_clock->now());
-    return {wholePixels(geometry.origin.x() + offset * geometry.scale),
-            wholePixels(geometry.origin.y() + m_ascent * geometry.scale)};
+    return {wholePixels(device.origin.x() + offset * device.scale.width()),
+            wholePixels(device.origin.y() + m_ascent * device.scale.width())};
 }
 
 /** Called once a frame. Requests a new picture if size or scale changed, and drawing if the line moves by a pixel. */
@@ -108,12 +101,12 @@ void TickerCrawl::onFrame()
 {
     if (!m_clock || width() <= 0)
         return;
-    const DeviceGeometry now = deviceGeometry();
-    if (now.scale <= 0)
+    const DevicePixels now(*this);
+    if (now.scale.width() <= 0)
         return;
-    if (m_renderer.width != width() || m_renderer.scale != now.scale) {
+    if (m_renderer.width != width() || m_renderer.scale != now.scale.width()) {
         m_renderer.width = width();
-        m_renderer.scale = now.scale;
+        m_renderer.scale = now.scale.width();
         requestPicture();
     }
     if (m_picture && (m_isPictureNew || m_linePosition != linePosition(now)))
@@ -151,8 +144,8 @@ QCoro::Task<void> TickerCrawl::renderPictures()
 
 QSGNode* TickerCrawl::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
 {
-    const DeviceGeometry now = deviceGeometry();
-    if (!m_picture || !m_clock || now.scale <= 0) {
+    const DevicePixels now(*this);
+    if (!m_picture || !m_clock || now.scale.width() <= 0) {
         delete old;
         return nullptr;
     }
@@ -164,10 +157,10 @@ QSGNode* TickerCrawl::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
     }
     const QPoint position = linePosition(now);
     m_linePosition = position;
-    const QPointF offset = (position - now.origin) / now.scale;
+    const QPointF offset = (position - now.origin) / now.scale.width();
     QMatrix4x4 matrix;
     matrix.translate(float(offset.x()), float(offset.y()));
-    matrix.scale(float(1 / now.scale));
+    matrix.scale(float(1 / now.scale.width()));
     node->setMatrix(matrix);
     return node;
 }

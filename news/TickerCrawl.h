@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Clock.h"
+#include "DevicePixels.h"
 #include "TaskScope.h"
 #include "TickerRenderer.h"
 #include "Worker.h"
@@ -52,15 +53,7 @@ protected:
     QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override;
 
 private:
-    /** Position and scale of the item on the display. */
-    struct DeviceGeometry
-    {
-        QPointF origin; ///< device pixels
-        double scale;   ///< device pixels per point
-    };
-
-    DeviceGeometry deviceGeometry() const;
-    QPoint linePosition(const DeviceGeometry& geometry) const;
+    QPoint linePosition(const DevicePixels& device) const;
     void onFrame();
     void requestPicture();
     QCoro::Task<void> renderPictures();

@@ -24,6 +24,7 @@ StationButton {
         MarqueeText {
             id: digits
 
+            objectName: "number"
             x: button.tuner.margin
             anchors.verticalCenter: parent.verticalCenter
             width: button.numberWidth
@@ -37,6 +38,7 @@ StationButton {
         }
 
         MarqueeText {
+            objectName: "label"
             anchors.left: digits.right
             anchors.leftMargin: button.tuner.gap
             anchors.right: parent.right

@@ -1,7 +1,7 @@
 #include "TunerList.h"
 
-#include "ShortenedText.h"
 #include "StationMotion.h"
+#include "Text.h"
 #include "Typography.h"
 
 #include <QFontMetricsF>

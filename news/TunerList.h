@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CurrentRowModel.h"
-#include "TunerStation.h"
+#include "NewsStatus.h"
 
 #include <QFont>
 #include <QtQml/qqmlregistration.h>

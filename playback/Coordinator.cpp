@@ -1,7 +1,6 @@
 #include "Coordinator.h"
 
 #include "PlaybackTexts.h"
-#include "TapePlayerTexts.h"
 
 #include <QPointer>
 

@@ -2,7 +2,7 @@
 
 #include "ClockText.h"
 #include "HubError.h"
-#include "ShortenedText.h"
+#include "Text.h"
 
 #include <QLocale>
 
@@ -68,4 +68,21 @@ QString failureText(const std::optional<VideoFailure>& failure)
         return u"The tape broke off, and the hub doesn't give the rest."_s;
     }
     return {};
+}
+
+QList<MetadataItem> metadataItems(const VHSCover& cover)
+{
+    using enum MetadataItem::Identifier;
+    const MetadataItem all[] = {
+        {Title, cover.title},
+        {SubTitle, cover.genre + u" · "_s + cover.bodyName},
+        {Description, cover.synopsis},
+        {Publisher, u"Rewindery Home Video"_s},
+    };
+    QList<MetadataItem> items;
+    for (const MetadataItem& item : all) {
+        if (!item.value.isEmpty())
+            items.append(item);
+    }
+    return items;
 }

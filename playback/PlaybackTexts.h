@@ -1,13 +1,41 @@
 #pragma once
 
 #include "MediaTrack.h"
+#include "MetadataItem.h"
+#include "VHSCover.h"
 #include "VideoFailure.h"
 
-#include <QString>
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
 
 #include <optional>
 
-/** Texts of the player's controls. Pure functions. */
+/** Texts of the tape player's screen: for a tape that does not play, and names of the panel's rows. Any thread. */
+class TapePlayerTexts : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(QString tracking READ tracking CONSTANT FINAL)
+    Q_PROPERTY(QString backToTheShelves READ backToTheShelves CONSTANT FINAL)
+    Q_PROPERTY(QString sound READ sound CONSTANT FINAL)
+    Q_PROPERTY(QString subtitles READ subtitles CONSTANT FINAL)
+
+public:
+    using QObject::QObject;
+
+    static QString tracking() { return QStringLiteral("TRACKING"); }
+    static QString backToTheShelves() { return QStringLiteral("Back to the shelves"); }
+    static QString sound() { return QStringLiteral("Sound"); }
+    static QString subtitles() { return QStringLiteral("Subtitles"); }
+
+    static QString noPlayableCopy() { return QStringLiteral("This tape has no playable copy on the shelf."); }
+
+    /** Message for a failure of unknown cause. */
+    static QString wouldNotPlay() { return QStringLiteral("The tape wouldn't play. It may still be being archived."); }
+};
+
+// Texts of the player's controls, and of its metadata, as pure functions.
 
 /**
  * The remaining time, "-12:34". Both arguments are rounded down to whole seconds first, so that it changes at the same
@@ -32,3 +60,6 @@ QString trackText(const MediaTrack& track);
 
 /** Message for the viewer; empty if the cause is unknown. */
 QString failureText(const std::optional<VideoFailure>& failure);
+
+/** The now-playing metadata of a cassette, in the order in which it is shown. Empty values are left out. */
+QList<MetadataItem> metadataItems(const VHSCover& cover);

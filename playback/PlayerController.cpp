@@ -2,7 +2,7 @@
 
 #include "ClockText.h"
 #include "PlaybackTexts.h"
-#include "ShortenedText.h"
+#include "Text.h"
 
 #include <algorithm>
 #include <cmath>

@@ -24,30 +24,6 @@ PlayheadBar::PlayheadBar(QQuickItem* parent) : PaintedItem(parent)
     setImplicitHeight(barHeight);
 }
 
-void PlayheadBar::setPlayed(double played)
-{
-    if (m_played == played)
-        return;
-    m_played = played;
-    repaint();
-}
-
-void PlayheadBar::setBuffered(double buffered)
-{
-    if (m_buffered == buffered)
-        return;
-    m_buffered = buffered;
-    repaint();
-}
-
-void PlayheadBar::setScrubbing(bool scrubbing)
-{
-    if (m_scrubbing == scrubbing)
-        return;
-    m_scrubbing = scrubbing;
-    repaint();
-}
-
 qreal PlayheadBar::bleed() const
 {
     return (scrubbingHead.height() - barHeight) / 2 + headRim;

@@ -19,11 +19,11 @@ public:
     explicit PlayheadBar(QQuickItem* parent = nullptr);
 
     double played() const { return m_played; }
-    void setPlayed(double played);
+    void setPlayed(double played) { setInput(m_played, played); }
     double buffered() const { return m_buffered; }
-    void setBuffered(double buffered);
+    void setBuffered(double buffered) { setInput(m_buffered, buffered); }
     bool isScrubbing() const { return m_scrubbing; }
-    void setScrubbing(bool scrubbing);
+    void setScrubbing(bool scrubbing) { setInput(m_scrubbing, scrubbing); }
 
     qreal bleed() const override;
     void paint(QPainter& painter, const QSizeF& size) const override;

@@ -1,7 +1,7 @@
 #include "Reflow.h"
 
-#include "Blanks.h"
 #include "Graphemes.h"
+#include "Text.h"
 
 #include <algorithm>
 
@@ -70,7 +70,7 @@ qsizetype cutPosition(QStringView text, qsizetype maxLength)
     const qsizetype space = text.first(maxLength).lastIndexOf(u' ');
     if (space >= 0)
         return space + 1;
-    return maxLength > 1 && text[maxLength - 1].isHighSurrogate() ? maxLength - 1 : maxLength;
+    return std::max(cutLength(text, maxLength), qsizetype(1));
 }
 
 } // namespace
@@ -81,7 +81,7 @@ QStringList Reflow::paragraphs(QStringView text, qsizetype minLength)
     ParagraphBuilder paragraph;
     for (auto begin = text.begin(); begin != text.end();) {
         const auto end = std::find_if(begin, text.end(), isLineBreak);
-        const QStringView line = Blanks::trimmed({begin, end});
+        const QStringView line = trimmedText({begin, end});
         begin = end == text.end() ? end : end + 1;
         if (line.isEmpty())
             continue;

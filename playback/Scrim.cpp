@@ -11,14 +11,6 @@ constexpr double gradientHeight = 0.65;
 
 } // namespace
 
-void Scrim::setColor(QColor color)
-{
-    if (m_color == color)
-        return;
-    m_color = color;
-    repaint();
-}
-
 void Scrim::paint(QPainter& painter, const QSizeF& size) const
 {
     // Smoothstep: a linear gradient would have a visible upper edge.

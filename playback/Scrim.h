@@ -15,7 +15,7 @@ public:
     using PaintedItem::PaintedItem;
 
     QColor color() const { return m_color; }
-    void setColor(QColor color);
+    void setColor(QColor color) { setInput(m_color, color); }
 
     bool hasUniformRows() const override { return true; }
     void paint(QPainter& painter, const QSizeF& size) const override;

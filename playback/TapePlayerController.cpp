@@ -1,8 +1,7 @@
 #include "TapePlayerController.h"
 
 #include "HubURL.h"
-#include "MetadataItems.h"
-#include "TapePlayerTexts.h"
+#include "PlaybackTexts.h"
 
 void TapePlayerController::componentComplete()
 {

@@ -1,7 +1,7 @@
 #include "TranscriptController.h"
 
 #include "Reflow.h"
-#include "ShortenedText.h"
+#include "Text.h"
 #include "TranscriptTexts.h"
 
 using namespace Qt::StringLiterals;
@@ -17,6 +17,27 @@ QStringList passagesOf(const QString& transcript)
 }
 
 } // namespace
+
+void PassageList::setPassages(QStringList passages)
+{
+    reset(-1, [&] { m_passages = std::move(passages); });
+}
+
+int PassageList::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : int(m_passages.size());
+}
+
+QVariant PassageList::data(const QModelIndex& index, int role) const
+{
+    return role == TextRole && checkIndex(index, CheckIndexOption::IndexIsValid) ? m_passages.at(index.row())
+                                                                                 : QVariant();
+}
+
+QHash<int, QByteArray> PassageList::roleNames() const
+{
+    return {{TextRole, "text"}};
+}
 
 void TranscriptController::setCover(VHSCover cover)
 {

@@ -1,21 +1,11 @@
 #include "TranscriptTexts.h"
 
-#include "ShortenedText.h"
+#include "Text.h"
 #include "Typography.h"
 
 #include <QLocale>
 
 using namespace Qt::StringLiterals;
-
-QString TranscriptTexts::pulling()
-{
-    return u"Pulling the transcript…"_s;
-}
-
-QString TranscriptTexts::backToTheTape()
-{
-    return u"Back to the tape"_s;
-}
 
 QString TranscriptTexts::caption(const VHSCover& cover)
 {
@@ -28,11 +18,6 @@ QString TranscriptTexts::caption(const VHSCover& cover)
 QString TranscriptTexts::wordCount(qint64 words)
 {
     return words < 1 ? QString() : QLocale(QLocale::English).toString(words) + u" words"_s;
-}
-
-QString TranscriptTexts::noneHarvested()
-{
-    return u"No transcript has been harvested for this tape yet."_s;
 }
 
 QString TranscriptTexts::outOfReach(const QString& reason)

@@ -17,8 +17,8 @@ class TranscriptTexts : public QObject
 public:
     using QObject::QObject;
 
-    static QString pulling();
-    static QString backToTheTape();
+    static QString pulling() { return QStringLiteral("Pulling the transcript…"); }
+    static QString backToTheTape() { return QStringLiteral("Back to the tape"); }
 
     /** The line above the title, in capitals. */
     static QString caption(const VHSCover& cover);
@@ -26,7 +26,7 @@ public:
     /** "12,408 words"; empty below 1. */
     static QString wordCount(qint64 words);
 
-    static QString noneHarvested();
+    static QString noneHarvested() { return QStringLiteral("No transcript has been harvested for this tape yet."); }
 
     /** `reason` is a message for the viewer; it may be empty. */
     static QString outOfReach(const QString& reason);

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "CassetteStudio.h"
-
-#include <QBasicTimer>
-#include <QQuickItem>
+#include "PixelAlignedItem.h"
+#include "PixelPlacement.h"
 
 #include <optional>
 
@@ -14,7 +13,7 @@
  * picture is scaled; once the size is stable, a picture of that size is requested. Moves by whole device pixels cost
  * nothing. Screen thread only; its parent item owns it. Rotation and shear are not supported.
  */
-class CassetteItem : public QQuickItem, private CassetteStudio::Client
+class CassetteItem : public PixelAlignedItem, private CassetteStudio::Client
 {
     Q_OBJECT
     QML_NAMED_ELEMENT(CassetteItem)
@@ -39,24 +38,16 @@ Q_SIGNALS:
 protected:
     CassetteItem(CassetteRenderer::Form form, QQuickItem* parent);
 
-    void timerEvent(QTimerEvent* event) override;
+    void trackPlacement() override;
+    void onStable() override;
     void itemChange(ItemChange change, const ItemChangeData& data) override;
     void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
     QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override;
 
 private:
-    /** Size and alignment of the item on the device pixel grid. */
-    struct Placement
-    {
-        QSize pixels;   ///< size of the box in device pixels
-        QRectF snapped; ///< the item's area, aligned to device pixels, in its own coordinates
-    };
-
     double distance() const override;
     void setPicture(const CassetteStudio::Picture& picture) override;
 
-    Placement placement() const;
-    void updatePlacement();
     CassetteRenderer rendererFor(const VHSCover& cover) const;
     void requestPicture();
     void updateBudget();
@@ -64,10 +55,8 @@ private:
     CassetteRenderer::Form m_form;
     VHSCover m_cover;
     std::shared_ptr<CassetteStudio> m_studio;
-    CassetteStudio::Picture m_picture;    ///< null for the plate
-    std::optional<Placement> m_placement; ///< in the last frame
-    QSize m_stablePixels;                 ///< size in device pixels for which pictures are requested
-    QBasicTimer m_stableTimer;            ///< restarted by every change of size; the size is stable when it fires
-    QMetaObject::Connection m_frameConnection;
+    CassetteStudio::Picture m_picture;         ///< null for the plate
+    std::optional<PixelPlacement> m_placement; ///< of the box, in the last frame
+    QSize m_stablePixels;                      ///< size of the box in device pixels for which pictures are requested
     QMetaObject::Connection m_heightConnection;
 };

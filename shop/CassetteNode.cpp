@@ -61,21 +61,20 @@ void CassetteNode::showPlate(const QColor& color, const QRectF& area, double rad
     removePicture();
     if (m_plateNode && (m_plateColor != color || m_plateRadius != radius))
         removePlate();
-    if (!m_plateNode) {
+    const bool isNew = !m_plateNode;
+    if (isNew) {
         const int margin = int(std::ceil(radius));
         m_plateNode = m_window->createNinePatchNode();
         m_plateNode->setTexture(m_window->createTextureFromImage(plateImage(color, radius, margin)));
         m_plateNode->setPadding(margin, margin, margin, margin);
         m_plateNode->setDevicePixelRatio(1);
-        m_plateNode->setBounds(area);
-        m_plateNode->update();
         m_plateColor = color;
         m_plateRadius = radius;
-        appendChildNode(m_plateNode);
-    } else {
-        m_plateNode->setBounds(area);
-        m_plateNode->update();
     }
+    m_plateNode->setBounds(area);
+    m_plateNode->update();
+    if (isNew)
+        appendChildNode(m_plateNode);
 }
 
 void CassetteNode::removePicture()

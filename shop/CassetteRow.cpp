@@ -2,7 +2,7 @@
 
 #include "Dressing.h"
 #include "RewinderyTexts.h"
-#include "ShortenedText.h"
+#include "Text.h"
 
 CassetteRow::Content::Content(const Shelf& shelf)
     : name(shortenedLine(shelf.name)), caption(shortenedLine(RewinderyTexts::caption(shelf.covers))),

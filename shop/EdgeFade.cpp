@@ -17,26 +17,6 @@ EdgeFade::EdgeFade(QQuickItem* parent) : PaintedItem(parent)
     updateStrength();
 }
 
-void EdgeFade::setBackground(PaintedItem* background)
-{
-    if (m_background == background)
-        return;
-    if (m_background)
-        disconnect(m_background, nullptr, this, nullptr);
-    m_background = background;
-    if (background)
-        connect(background, &PaintedItem::artChanged, this, &EdgeFade::repaint);
-    repaint();
-}
-
-void EdgeFade::setEdge(Qt::Edge edge)
-{
-    if (m_edge == edge)
-        return;
-    m_edge = edge;
-    repaint();
-}
-
 void EdgeFade::setHiddenLength(qreal hiddenLength)
 {
     if (m_hiddenLength == hiddenLength)

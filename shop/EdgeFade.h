@@ -22,9 +22,9 @@ public:
     explicit EdgeFade(QQuickItem* parent = nullptr);
 
     PaintedItem* background() const { return m_background; }
-    void setBackground(PaintedItem* background);
+    void setBackground(PaintedItem* background) { setInput(m_background, background); }
     Qt::Edge edge() const { return m_edge; }
-    void setEdge(Qt::Edge edge);
+    void setEdge(Qt::Edge edge) { setInput(m_edge, edge); }
     qreal hiddenLength() const { return m_hiddenLength; }
     void setHiddenLength(qreal hiddenLength);
 

@@ -1,9 +1,16 @@
 #pragma once
 
-#include "TapeFact.h"
-
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
+
+/** One fact about a tape, shown as a row on its screen. */
+struct TapeFact
+{
+    QString label; ///< in capitals
+    QString value;
+
+    bool operator==(const TapeFact&) const = default;
+};
 
 /** List model of the facts about a tape. Screen thread only; TapeDetailController owns it. */
 class FactList : public QAbstractListModel

@@ -1,5 +1,7 @@
 #include "FittedText.h"
 
+#include "Text.h"
+
 #include <QPainter>
 
 #include <algorithm>
@@ -11,9 +13,7 @@ constexpr double minStep = 1.0 / 64; // of the scale, in the search for the larg
 
 QString onOneLine(const QString& text)
 {
-    QString line = text.left(FittedText::maxLength);
-    if (!line.isEmpty() && line.back().isHighSurrogate())
-        line.chop(1);
+    QString line = truncatedText(text, FittedText::maxLength);
     for (QChar& character : line) {
         if (character.category() == QChar::Other_Control)
             character = u' ';

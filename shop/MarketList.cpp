@@ -1,7 +1,7 @@
 #include "MarketList.h"
 
 #include "RewinderyTexts.h"
-#include "ShortenedText.h"
+#include "Text.h"
 #include "Typography.h"
 
 #include <QFontMetricsF>

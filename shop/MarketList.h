@@ -1,7 +1,7 @@
 #pragma once
 
-#include "CatalogSummary.h"
 #include "CurrentRowModel.h"
+#include "TVStatus.h"
 
 #include <QFont>
 #include <QtQml/qqmlregistration.h>

@@ -1,7 +1,7 @@
 #include "RewinderyController.h"
 
 #include "RewinderyTexts.h"
-#include "ShortenedText.h"
+#include "Text.h"
 
 RewinderyController::RewinderyController(QObject* parent) : QObject(parent)
 {

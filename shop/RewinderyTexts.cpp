@@ -1,6 +1,7 @@
 #include "RewinderyTexts.h"
 
 #include "Dressing.h"
+#include "Text.h"
 
 #include <algorithm>
 
@@ -12,7 +13,6 @@ namespace {
 // accepts " 202" or "+202"; those are not the start of a date.
 std::optional<qint64> wholeNumber(QStringView text)
 {
-    const auto isDigit = [](QChar letter) { return letter >= u'0' && letter <= u'9'; };
     if (!std::all_of(text.begin(), text.end(), isDigit))
         return {};
     bool isNumber = false;
@@ -21,46 +21,6 @@ std::optional<qint64> wholeNumber(QStringView text)
 }
 
 } // namespace
-
-QString RewinderyTexts::sign()
-{
-    return u"Rewindery"_s;
-}
-
-QString RewinderyTexts::homeVideo()
-{
-    return u"HOME VIDEO"_s;
-}
-
-QString RewinderyTexts::search()
-{
-    return u"Search the stacks"_s;
-}
-
-QString RewinderyTexts::allMarkets()
-{
-    return u"All markets"_s;
-}
-
-QString RewinderyTexts::checking()
-{
-    return u"Checking the shelves…"_s;
-}
-
-QString RewinderyTexts::tryAgain()
-{
-    return u"Try again"_s;
-}
-
-QString RewinderyTexts::creditLine()
-{
-    return u"Rewindery Home Video — A Captain Lowe of the Waterways Production. Be Kind, Please Rewind."_s;
-}
-
-QString RewinderyTexts::disclaimer()
-{
-    return u"Captain Lowe and his crew are this shop's own invention."_s;
-}
 
 QString RewinderyTexts::stockLine(qint64 tapes)
 {

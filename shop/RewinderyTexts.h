@@ -24,14 +24,18 @@ class RewinderyTexts : public QObject
 public:
     using QObject::QObject;
 
-    static QString sign();
-    static QString homeVideo();
-    static QString search();
-    static QString allMarkets();
-    static QString checking();
-    static QString tryAgain();
-    static QString creditLine();
-    static QString disclaimer();
+    static QString sign() { return QStringLiteral("Rewindery"); }
+    static QString homeVideo() { return QStringLiteral("HOME VIDEO"); }
+    static QString search() { return QStringLiteral("Search the stacks"); }
+    static QString allMarkets() { return QStringLiteral("All markets"); }
+    static QString checking() { return QStringLiteral("Checking the shelves…"); }
+    static QString tryAgain() { return QStringLiteral("Try again"); }
+    static QString creditLine()
+    {
+        return QStringLiteral(
+            "Rewindery Home Video — A Captain Lowe of the Waterways Production. Be Kind, Please Rewind.");
+    }
+    static QString disclaimer() { return QStringLiteral("Captain Lowe and his crew are this shop's own invention."); }
 
     /** The line below the sign; the plural is used for a single tape too. */
     static QString stockLine(qint64 tapes);

@@ -1,7 +1,7 @@
 #include "TapeDetailTexts.h"
 
 #include "ClockText.h"
-#include "ShortenedText.h"
+#include "Text.h"
 
 #include <QStringList>
 
@@ -16,7 +16,7 @@ namespace {
 constexpr double megabyte = 1048576;
 constexpr double megabytesPerGigabyte = 1024;
 constexpr qsizetype maxDocumentTitles = 3;
-constexpr qsizetype maxTextLength = 4000; // UTF-16 units, about 50 lines; limits the length of the page
+constexpr qsizetype maxShownLength = 4000; // UTF-16 units, about 50 lines; limits the length of the page
 
 // std::to_chars rounds exact ties to even; QString::number() rounds them up.
 QString fixed(double value, int decimals)
@@ -34,24 +34,14 @@ QString TapeDetailTexts::play(double resumePosition)
     return resumePosition > 0 ? u"Resume at "_s + clockText(resumePosition) : u"Push it in"_s;
 }
 
-QString TapeDetailTexts::startOver()
-{
-    return u"Start over"_s;
-}
-
-QString TapeDetailTexts::readTranscript()
-{
-    return u"Read the transcript"_s;
-}
-
 QString TapeDetailTexts::title(const VHSCover& cover)
 {
-    return shortenedText(cover.title, maxTextLength);
+    return shortenedText(cover.title, maxShownLength);
 }
 
 QString TapeDetailTexts::synopsis(const VHSCover& cover)
 {
-    return shortenedText(cover.synopsis, maxTextLength);
+    return shortenedText(cover.synopsis, maxShownLength);
 }
 
 QString TapeDetailTexts::runtimeBadge(const VHSCover& cover)
@@ -98,10 +88,10 @@ QString TapeDetailTexts::documents(const QList<TapeDocument>& documents)
 
 QList<TapeFact> TapeDetailTexts::facts(const Tape& tape, const VHSCover& cover)
 {
-    QList<TapeFact> facts{{u"BODY"_s, shortenedText(cover.bodyName, maxTextLength)}};
+    QList<TapeFact> facts{{u"BODY"_s, shortenedText(cover.bodyName, maxShownLength)}};
     const auto addUnlessEmpty = [&facts](const QString& label, const QString& value) {
         if (!value.isEmpty())
-            facts.append({label, shortenedText(value, maxTextLength)});
+            facts.append({label, shortenedText(value, maxShownLength)});
     };
     addUnlessEmpty(u"RECORDED"_s, cover.dateLabel);
     addUnlessEmpty(u"MARKET"_s, tape.market.name);

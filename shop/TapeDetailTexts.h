@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TapeFact.h"
+#include "FactList.h"
 #include "VHSCover.h"
 
 #include <QObject>
@@ -20,8 +20,8 @@ public:
 
     /** Text of the first button; `resumePosition` is in seconds, 0 for the beginning. */
     static QString play(double resumePosition);
-    static QString startOver();
-    static QString readTranscript();
+    static QString startOver() { return QStringLiteral("Start over"); }
+    static QString readTranscript() { return QStringLiteral("Read the transcript"); }
 
     /** These may fill many lines; cut only at a length that nobody reads to the end. */
     static QString title(const VHSCover& cover);

@@ -15,12 +15,21 @@ class TapeSearchTexts : public QObject
 public:
     using QObject::QObject;
 
-    static QString title();
-    static QString invitation();
+    static QString title() { return QStringLiteral("Search the stacks"); }
+    static QString invitation()
+    {
+        return QStringLiteral("A name, a street, a motion — titles and spoken transcripts both.");
+    }
 
     /** The number of tapes found. */
-    static QString countLine(qsizetype tapes);
+    static QString countLine(qsizetype tapes)
+    {
+        return QString::number(tapes) + (tapes == 1 ? QStringLiteral(" tape found") : QStringLiteral(" tapes found"));
+    }
 
     /** Message that no tape was found; shows `query` as the viewer typed it. */
-    static QString noMatchLine(const QString& query);
+    static QString noMatchLine(const QString& query)
+    {
+        return QStringLiteral("No tapes match “") + query + QStringLiteral("”. Try a different word.");
+    }
 };

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "Defaults.h"
+#include "Worker.h"
 
 #include <QMap>
 #include <QString>
 #include <QVariant>
 
-#include <memory>
+#include <mutex>
 #include <optional>
 
 /**
@@ -20,7 +21,6 @@ class IniDefaults : public Defaults
 public:
     /** `path` is that of the file; its folder is created if needed. */
     explicit IniDefaults(QString path);
-    ~IniDefaults() override;
 
     double number(const QString& key) const override;
     bool contains(const QString& key) const override;
@@ -31,11 +31,17 @@ public:
     void flush();
 
 private:
-    class Writer;
     const QMap<QString, QVariant>& values() const;
+    /** Changes the number and schedules a write. An invalid `value` removes the key. */
     void change(const QString& key, const QVariant& value);
+    bool writeChanges();
 
-    QString m_path;
+    const QString m_path;
     mutable std::optional<QMap<QString, QVariant>> m_values; ///< empty until the first access
-    std::unique_ptr<Writer> m_writer;
+
+    std::mutex m_mutex;                  ///< guards the three below
+    QMap<QString, QVariant> m_changes;   ///< not yet written
+    QMap<QString, QVariant> m_allValues; ///< copy of m_values, written if the file must be recreated
+    bool m_isScheduled = false;          ///< a write is queued
+    Worker m_worker; ///< last member: destroyed first, which waits for the thread that uses the others
 };

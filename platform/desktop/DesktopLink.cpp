@@ -1,7 +1,6 @@
 #include "DesktopLink.h"
 
-#include "DesktopThread.h"
-
+#include <QGuiApplication>
 #include <QThread>
 #include <QTimer>
 
@@ -11,6 +10,29 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
+
+QThread* thread = nullptr;
+
+void stopThread()
+{
+    thread->quit();
+    // A bus that does not respond may block the thread for ever. In that case the thread is leaked.
+    if (thread->wait(QDeadlineTimer(1s)))
+        delete thread;
+    thread = nullptr;
+}
+
+/** Created at the first use; ends with the application object. Screen thread only. */
+QThread& desktopThread()
+{
+    if (thread == nullptr) {
+        thread = new QThread;
+        thread->setObjectName(u"desktop"_s);
+        thread->start(QThread::LowPriority);
+        qAddPostRoutine(&stopThread);
+    }
+    return *thread;
+}
 
 /** How long closing waits for a slow screensaver service. After that, the service sees the connection close. */
 constexpr auto closeTimeout = 5s;
@@ -23,12 +45,17 @@ QString nextConnectionName()
 
 } // namespace
 
-DesktopLink::DesktopLink(Options options) : m_options(std::move(options)), m_connection(nextConnectionName())
+DesktopLink::DesktopLink(QString busAddress, QString reason, std::unique_ptr<MprisPlayer> mpris)
+    : m_busAddress(std::move(busAddress)), m_application(QGuiApplication::applicationDisplayName()),
+      m_reason(std::move(reason)), m_connection(nextConnectionName()), m_mpris(std::move(mpris))
 {
-    QThread& thread = DesktopThread::get();
+    // As a child it moves to the desktop thread together with this object.
+    if (m_mpris)
+        m_mpris->setParent(this);
+    QThread& thread = desktopThread();
     moveToThread(&thread);
     connect(&thread, &QThread::finished, this, &QObject::deleteLater);
-    QMetaObject::invokeMethod(this, &DesktopLink::open, Qt::QueuedConnection);
+    post([this] { open(); });
 }
 
 DesktopLink::~DesktopLink()
@@ -40,25 +67,21 @@ DesktopLink::~DesktopLink()
 
 void DesktopLink::setState(const MprisState& state, bool inhibits)
 {
-    QMetaObject::invokeMethod(
-        this, [this, state, inhibits] { applyState(state, inhibits); }, Qt::QueuedConnection);
+    post([this, state, inhibits] { applyState(state, inhibits); });
 }
 
 void DesktopLink::notifySeeked(qint64 microseconds)
 {
-    QMetaObject::invokeMethod(
-        this,
-        [this, microseconds] {
-            if (m_mpris)
-                Q_EMIT m_mpris->seeked(microseconds);
-        },
-        Qt::QueuedConnection);
+    post([this, microseconds] {
+        if (m_inhibitor && m_mpris)
+            m_mpris->notifySeeked(microseconds);
+    });
 }
 
 void DesktopLink::close()
 {
     m_isClosing = true;
-    QMetaObject::invokeMethod(this, &DesktopLink::shutDown, Qt::QueuedConnection);
+    post([this] { shutDown(); });
 }
 
 void DesktopLink::open()
@@ -66,19 +89,12 @@ void DesktopLink::open()
     // While another link blocked this thread, this link may have been closed already.
     if (m_isClosing)
         return;
-    const auto bus = QDBusConnection::connectToBus(m_options.busAddress, m_connection);
+    const auto bus = QDBusConnection::connectToBus(m_busAddress, m_connection);
     if (!bus.isConnected() || m_isClosing)
         return;
-    m_inhibitor = std::make_unique<ScreenSaverInhibitor>(bus, m_options.application.name, m_options.reason);
-    if (!m_options.hasMprisPlayer)
-        return;
-    m_mpris = std::make_unique<MprisPlayer>(bus, m_options.application, [this] { return m_position.load(); });
-    connect(m_mpris.get(), &MprisPlayer::playRequested, this, &DesktopLink::playRequested);
-    connect(m_mpris.get(), &MprisPlayer::pauseRequested, this, &DesktopLink::pauseRequested);
-    connect(m_mpris.get(), &MprisPlayer::playPauseRequested, this, &DesktopLink::playPauseRequested);
-    connect(m_mpris.get(), &MprisPlayer::stopRequested, this, &DesktopLink::stopRequested);
-    connect(m_mpris.get(), &MprisPlayer::seekRequested, this, &DesktopLink::seekRequested);
-    connect(m_mpris.get(), &MprisPlayer::positionRequested, this, &DesktopLink::positionRequested);
+    m_inhibitor = std::make_unique<ScreenSaverInhibitor>(bus, m_application, m_reason);
+    if (m_mpris)
+        m_mpris->registerOn(bus);
 }
 
 void DesktopLink::applyState(const MprisState& state, bool inhibits)

@@ -3,8 +3,6 @@
 #include "DesktopLink.h"
 #include "IdleInhibitor.h"
 
-#include <QGuiApplication>
-
 #include <algorithm>
 #include <cmath>
 
@@ -33,9 +31,10 @@ DesktopPresence::DesktopPresence(VideoPlayer& player, const QString& reason, con
     : m_player(player)
 {
     if (!busAddress.isEmpty()) {
-        m_link = new DesktopLink(
-            {busAddress, {QGuiApplication::applicationDisplayName(), QGuiApplication::desktopFileName()}, reason});
-        connectLink();
+        auto mpris = std::make_unique<MprisPlayer>();
+        m_mpris = mpris.get();
+        connectTo(*m_mpris);
+        m_link = new DesktopLink(busAddress, reason, std::move(mpris));
     }
     connect(&m_player, &VideoPlayer::itemChanged, this, &DesktopPresence::onItemChanged);
     connect(&m_player, &VideoPlayer::timeControlChanged, this, &DesktopPresence::publishState);
@@ -52,22 +51,22 @@ DesktopPresence::~DesktopPresence()
         m_link->close();
 }
 
-void DesktopPresence::connectLink()
+void DesktopPresence::connectTo(MprisPlayer& mpris)
 {
-    connect(m_link, &DesktopLink::playRequested, this, [this] { m_player.play(); });
-    connect(m_link, &DesktopLink::pauseRequested, this, [this] { m_player.pause(); });
-    connect(m_link, &DesktopLink::playPauseRequested, this, [this] {
+    connect(&mpris, &MprisPlayer::playRequested, this, [this] { m_player.play(); });
+    connect(&mpris, &MprisPlayer::pauseRequested, this, [this] { m_player.pause(); });
+    connect(&mpris, &MprisPlayer::playPauseRequested, this, [this] {
         if (m_player.timeControl() == VideoPlayer::TimeControl::Paused)
             m_player.play();
         else
             m_player.pause();
     });
-    connect(m_link, &DesktopLink::seekRequested, this, [this](qint64 offset) {
+    connect(&mpris, &MprisPlayer::seekRequested, this, [this](qint64 offset) {
         m_player.seek(std::max(0.0, m_player.position() + toSeconds(offset)), SeekTolerance::AtOrAfter);
     });
-    connect(m_link, &DesktopLink::positionRequested, this,
+    connect(&mpris, &MprisPlayer::positionRequested, this,
             [this](qint64 position) { m_player.seek(toSeconds(position), SeekTolerance::AtOrAfter); });
-    connect(m_link, &DesktopLink::stopRequested, this, &DesktopPresence::stopRequested);
+    connect(&mpris, &MprisPlayer::stopRequested, this, &DesktopPresence::stopRequested);
 }
 
 void DesktopPresence::onItemChanged()
@@ -99,7 +98,7 @@ void DesktopPresence::onPositionChanged()
     if (m_link == nullptr)
         return;
     const qint64 position = toMicroseconds(m_position);
-    m_link->setPosition(position);
+    m_mpris->setPosition(position);
     if (m_position < before || m_position > before + seekThreshold)
         m_link->notifySeeked(position);
 }

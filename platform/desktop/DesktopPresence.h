@@ -10,6 +10,7 @@
 
 class DesktopLink;
 class IdleInhibitor;
+class MprisPlayer;
 
 /**
  * Connects a player with the desktop. While it plays, prevents the screensaver, screen blanking and display sleep.
@@ -32,14 +33,15 @@ Q_SIGNALS:
     void stopRequested();
 
 private:
-    void connectLink();
+    void connectTo(MprisPlayer& mpris);
     void onItemChanged();
     void publishState();
     void onPositionChanged();
     MprisState state() const;
 
     VideoPlayer& m_player;
-    DesktopLink* m_link = nullptr; ///< destroys itself after close(); null without a bus
+    DesktopLink* m_link = nullptr;  ///< destroys itself after close(); null without a bus
+    MprisPlayer* m_mpris = nullptr; ///< m_link owns it and moves it to its thread; null without a bus
     QMetaObject::Connection m_itemStatus;
     std::unique_ptr<IdleInhibitor> m_idleInhibitor; ///< set while the player is not paused
     MprisState m_publishedState;

@@ -2,12 +2,11 @@
 
 #include "MprisPlayerInterface.h"
 #include "MprisRootInterface.h"
+#include "Text.h"
 
-#include <QCoreApplication>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
-
-#include <atomic>
+#include <QGuiApplication>
 
 using namespace Qt::StringLiterals;
 
@@ -25,47 +24,46 @@ QDBusObjectPath nextTrackId()
     return QDBusObjectPath(u"/tv/quillmere/tape/%1"_s.arg(++last));
 }
 
-QString bounded(const QString& text)
-{
-    const bool cutsCharacter = text.size() > longestText && text.at(longestText - 1).isHighSurrogate();
-    return text.left(cutsCharacter ? longestText - 1 : longestText);
-}
-
 void insertText(QVariantMap& metadata, const QString& key, const QString& text)
 {
     if (!text.isEmpty())
-        metadata.insert(key, bounded(text));
+        metadata.insert(key, truncatedText(text, longestText));
 }
 
 void insertList(QVariantMap& metadata, const QString& key, const QString& text)
 {
     if (!text.isEmpty())
-        metadata.insert(key, QStringList(bounded(text)));
+        metadata.insert(key, QStringList(truncatedText(text, longestText)));
 }
 
 } // namespace
 
-MprisPlayer::MprisPlayer(QDBusConnection bus, Application application, std::function<qint64()> position,
-                         QObject* parent)
-    : QObject(parent), m_bus(std::move(bus)), m_application(std::move(application)), m_position(std::move(position)),
-      m_trackId(nextTrackId()), m_interface(new MprisPlayerInterface(this))
-{
-    new MprisRootInterface(this);
-    m_bus.registerObject(objectPath, this);
-    if (!registerName(busName))
-        registerName(busName + u".instance%1"_s.arg(QCoreApplication::applicationPid()));
-}
+MprisPlayer::MprisPlayer()
+    : m_applicationName(QGuiApplication::applicationDisplayName()), m_desktopEntry(QGuiApplication::desktopFileName())
+{}
 
 MprisPlayer::~MprisPlayer()
 {
     if (!m_serviceName.isEmpty())
-        m_bus.unregisterService(m_serviceName);
-    m_bus.unregisterObject(objectPath);
+        m_bus->unregisterService(m_serviceName);
+    if (m_bus)
+        m_bus->unregisterObject(objectPath);
+}
+
+void MprisPlayer::registerOn(const QDBusConnection& bus)
+{
+    m_bus = bus;
+    m_trackId = nextTrackId();
+    m_interface = new MprisPlayerInterface(this);
+    new MprisRootInterface(this);
+    m_bus->registerObject(objectPath, this);
+    if (!registerName(busName))
+        registerName(busName + u".instance%1"_s.arg(QGuiApplication::applicationPid()));
 }
 
 bool MprisPlayer::registerName(const QString& name)
 {
-    if (!m_bus.registerService(name))
+    if (!m_bus->registerService(name))
         return false;
     m_serviceName = name;
     return true;
@@ -98,5 +96,10 @@ void MprisPlayer::setState(MprisState state)
     QDBusMessage signal =
         QDBusMessage::createSignal(objectPath, u"org.freedesktop.DBus.Properties"_s, u"PropertiesChanged"_s);
     signal << u"org.mpris.MediaPlayer2.Player"_s << changes << QStringList();
-    m_bus.send(signal);
+    m_bus->send(signal);
+}
+
+void MprisPlayer::notifySeeked(qint64 microseconds)
+{
+    Q_EMIT m_interface->Seeked(microseconds);
 }

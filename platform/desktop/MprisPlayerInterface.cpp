@@ -2,11 +2,6 @@
 
 using namespace Qt::StringLiterals;
 
-MprisPlayerInterface::MprisPlayerInterface(MprisPlayer* player) : QDBusAbstractAdaptor(player), m_player(player)
-{
-    connect(player, &MprisPlayer::seeked, this, &MprisPlayerInterface::Seeked);
-}
-
 QVariantMap MprisPlayerInterface::notifiedProperties() const
 {
     return {

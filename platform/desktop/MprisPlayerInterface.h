@@ -24,7 +24,7 @@ class MprisPlayerInterface : public QDBusAbstractAdaptor
     Q_PROPERTY(bool CanControl READ yes CONSTANT)
 
 public:
-    explicit MprisPlayerInterface(MprisPlayer* player);
+    explicit MprisPlayerInterface(MprisPlayer* player) : QDBusAbstractAdaptor(player), m_player(player) {}
 
     /** The properties, by their D-Bus names, whose changes are sent as `PropertiesChanged`. */
     QVariantMap notifiedProperties() const;

@@ -21,8 +21,8 @@ class MprisRootInterface : public QDBusAbstractAdaptor
 public:
     explicit MprisRootInterface(MprisPlayer* player) : QDBusAbstractAdaptor(player), m_player(player) {}
 
-    QString identity() const { return m_player->application().name; }
-    QString desktopEntry() const { return m_player->application().desktopEntry; }
+    QString identity() const { return m_player->applicationName(); }
+    QString desktopEntry() const { return m_player->desktopEntry(); }
     bool no() const { return false; }
     QStringList none() const { return {}; }
 

@@ -2,14 +2,11 @@
 
 #include "DesktopLink.h"
 
-#include <QGuiApplication>
-
 WakeLock::WakeLock(const QString& reason, const QString& busAddress)
 {
     if (busAddress.isEmpty())
         return;
-    m_link = new DesktopLink(
-        {busAddress, {QGuiApplication::applicationDisplayName(), QGuiApplication::desktopFileName()}, reason, false});
+    m_link = new DesktopLink(busAddress, reason);
     m_link->setState({}, true);
 }
 

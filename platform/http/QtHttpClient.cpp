@@ -1,10 +1,77 @@
 #include "QtHttpClient.h"
 
-#include "HttpEngine.h"
+#include "HttpExchange.h"
+#include "SystemConnectivity.h"
 
 #include <QCoreApplication>
 
+#include <unordered_map>
+
 using namespace Qt::StringLiterals;
+
+/**
+ * The part of QtHttpClient that lives on the network thread: owns and runs the exchanges. It creates the session with
+ * the first request, so that certificates and the TLS library are loaded on the network thread. Created on the screen
+ * thread, then moved to the network thread, which deletes it.
+ */
+class HttpEngine : public CallQueue
+{
+public:
+    using ResultHandler = std::function<void(quint64 id, HttpResult result)>;
+
+    /** `onResult` is called on the network thread, once for each request that is not aborted. */
+    HttpEngine(QByteArray extraCertificates, std::unique_ptr<Connectivity> connectivity, ResultHandler onResult);
+
+    /** Network thread only. `deadline` is the end of the request's overall limit. */
+    void start(quint64 id, const HttpRequest& request, QDeadlineTimer deadline);
+
+    /** Network thread only. Does nothing if the request has already finished. */
+    void abort(quint64 id);
+
+private:
+    void finish(quint64 id, HttpResult result);
+
+    const QByteArray m_extraCertificates;
+    const ResultHandler m_onResult;
+    std::unique_ptr<Connectivity> m_connectivity;
+    std::unique_ptr<HttpSession> m_session;
+    std::unordered_map<quint64, std::unique_ptr<HttpExchange>> m_exchanges;
+};
+
+HttpEngine::HttpEngine(QByteArray extraCertificates, std::unique_ptr<Connectivity> connectivity, ResultHandler onResult)
+    : m_extraCertificates(std::move(extraCertificates)), m_onResult(std::move(onResult)),
+      m_connectivity(connectivity ? std::move(connectivity) : std::make_unique<SystemConnectivity>())
+{
+    // As a child it moves to the network thread together with this object.
+    m_connectivity->setParent(this);
+}
+
+void HttpEngine::start(quint64 id, const HttpRequest& request, QDeadlineTimer deadline)
+{
+    if (!m_session)
+        m_session = std::make_unique<HttpSession>(m_extraCertificates, *m_connectivity);
+    auto exchange = std::make_unique<HttpExchange>(*m_session, request, deadline,
+                                                   [this, id](HttpResult result) { finish(id, std::move(result)); });
+    HttpExchange* const started = exchange.get();
+    m_exchanges.emplace(id, std::move(exchange));
+    started->start();
+}
+
+void HttpEngine::abort(quint64 id)
+{
+    m_exchanges.erase(id);
+}
+
+void HttpEngine::finish(quint64 id, HttpResult result)
+{
+    const auto exchange = m_exchanges.find(id);
+    if (exchange != m_exchanges.end()) {
+        // Deleted later, because the exchange is on the call stack.
+        exchange->second.release()->deleteLater();
+        m_exchanges.erase(exchange);
+    }
+    m_onResult(id, std::move(result));
+}
 
 namespace {
 

@@ -5,10 +5,17 @@
 
 #include <cmath>
 
-qreal snapToDevicePixels(const QQuickItem& item, Qt::Orientation orientation, qreal length)
+DevicePixels::DevicePixels(const QQuickItem& item)
 {
     const QTransform toScene = item.itemTransform(nullptr, nullptr);
-    const qreal scale = orientation == Qt::Vertical ? toScene.m22() : toScene.m11();
-    const qreal pixels = scale * (item.window() ? item.window()->effectiveDevicePixelRatio() : 1.0);
+    const double ratio = item.window() ? item.window()->effectiveDevicePixelRatio() : 1.0;
+    origin = toScene.map(QPointF()) * ratio;
+    scale = QSizeF(toScene.m11(), toScene.m22()) * ratio;
+}
+
+qreal snapToDevicePixels(const QQuickItem& item, Qt::Orientation orientation, qreal length)
+{
+    const QSizeF scale = DevicePixels(item).scale;
+    const qreal pixels = orientation == Qt::Vertical ? scale.height() : scale.width();
     return pixels > 0 ? std::round(length * pixels) / pixels : length;
 }

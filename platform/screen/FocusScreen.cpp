@@ -110,7 +110,8 @@ void FocusScreen::ensureFocus()
 
 void FocusScreen::ensureFocusLater()
 {
-    if (m_isEnsureQueued || isFocusedValid())
+    // Whether the focus is valid is checked only later: the focused item may be half destroyed now.
+    if (m_isEnsureQueued)
         return;
     m_isEnsureQueued = true;
     QMetaObject::invokeMethod(

@@ -20,7 +20,9 @@ void Focusable::itemChange(ItemChange change, const ItemChangeData& data)
     if (change == ItemActiveFocusHasChanged && data.boolValue) {
         if (FocusScreen* const screen = FocusScreen::enclosingScreen(this); screen && screen->focused() != this)
             screen->focus(this);
-    } else if (change == ItemVisibleHasChanged || change == ItemEnabledHasChanged || change == ItemSceneChange) {
+    } else if (change == ItemVisibleHasChanged || change == ItemEnabledHasChanged ||
+               (change == ItemSceneChange && data.window)) {
+        // Not when it leaves the window: its screen may be half destroyed then. The screen observes the focused item.
         notifyScreen();
     }
 }

@@ -9,7 +9,8 @@ FullBleed::FullBleed(QQuickItem* parent) : QQuickItem(parent)
 
 void FullBleed::itemChange(ItemChange change, const ItemChangeData& data)
 {
-    if (change == ItemParentHasChanged || change == ItemSceneChange)
+    // When an ancestor is destroyed, this item leaves the window; the ancestor is not a canvas any more then.
+    if (change == ItemParentHasChanged || (change == ItemSceneChange && data.window))
         findCanvas();
     QQuickItem::itemChange(change, data);
 }

@@ -1,31 +1,16 @@
 #include "PaintedItem.h"
 
+#include "DevicePixels.h"
+
 #include <QPainter>
 #include <QQuickWindow>
 #include <QSGImageNode>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
 constexpr int maxPictures = 2;
-constexpr int restDelay = 50; // milliseconds without movement; longer than one animation step
-
-double fraction(double x)
-{
-    return x - std::floor(x + PixelPlacement::tolerance);
-}
-
-/** The smallest rectangle of whole pixels that contains `area`, ignoring rounding errors. */
-QRect wholePixels(const QRectF& area)
-{
-    const QPoint topLeft(int(std::floor(area.left() + PixelPlacement::tolerance)),
-                         int(std::floor(area.top() + PixelPlacement::tolerance)));
-    const QPoint end(int(std::ceil(area.right() - PixelPlacement::tolerance)),
-                     int(std::ceil(area.bottom() - PixelPlacement::tolerance)));
-    return {topLeft, QSize(end.x() - topLeft.x(), end.y() - topLeft.y())};
-}
 
 bool isOpaque(const QImage& image)
 {
@@ -39,9 +24,18 @@ bool isOpaque(const QImage& image)
 
 } // namespace
 
-PaintedItem::PaintedItem(QQuickItem* parent) : QQuickItem(parent)
+PaintedItem::PaintedItem(QQuickItem* parent) : PixelAlignedItem(parent) {}
+
+void PaintedItem::setInput(QPointer<PaintedItem>& input, PaintedItem* value)
 {
-    setFlag(ItemHasContents);
+    if (input == value)
+        return;
+    if (input)
+        disconnect(input, nullptr, this, nullptr);
+    input = value;
+    if (value)
+        connect(value, &PaintedItem::artChanged, this, &PaintedItem::repaint);
+    repaint();
 }
 
 void PaintedItem::repaint()
@@ -53,65 +47,40 @@ void PaintedItem::repaint()
 
 void PaintedItem::itemChange(ItemChange change, const ItemChangeData& data)
 {
-    if (change == ItemSceneChange) {
-        disconnect(m_frameConnection);
-        if (data.window)
-            m_frameConnection = connect(data.window, &QQuickWindow::afterAnimating, this, &PaintedItem::trackPlacement);
-    } else if (change == ItemDevicePixelRatioHasChanged || change == ItemVisibleHasChanged) {
+    if (change == ItemDevicePixelRatioHasChanged || change == ItemVisibleHasChanged)
         update();
-    }
-    QQuickItem::itemChange(change, data);
+    PixelAlignedItem::itemChange(change, data);
 }
 
 void PaintedItem::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)
 {
-    QQuickItem::geometryChange(newGeometry, oldGeometry);
+    PixelAlignedItem::geometryChange(newGeometry, oldGeometry);
     if (newGeometry.size() != oldGeometry.size())
         repaint();
 }
 
 PixelPlacement PaintedItem::placement() const
 {
-    const QTransform toScene = itemTransform(nullptr, nullptr);
-    const double ratio = window()->effectiveDevicePixelRatio();
-    const QPointF origin = toScene.map(QPointF()) * ratio;
-    PixelPlacement placement;
+    DevicePixels device(*this);
     // Soft art is painted as if aligned to the pixel grid, and drawn aligned by nearest-neighbour sampling.
-    if (!isSoft())
-        placement.phase = QPointF(fraction(origin.x()), fraction(origin.y()));
-    placement.scale = QSizeF(toScene.m11(), toScene.m22()) * ratio;
-    const QRectF art = QRectF(QPointF(), size()).marginsAdded({bleed(), bleed(), bleed(), bleed()});
-    placement.pixels =
-        wholePixels(QRectF(placement.phase.x() + art.x() * placement.scale.width(),
-                           placement.phase.y() + art.y() * placement.scale.height(),
-                           art.width() * placement.scale.width(), art.height() * placement.scale.height()));
-    return placement;
+    if (isSoft())
+        device.origin = {};
+    return PixelPlacement::covering(device,
+                                    QRectF(QPointF(), size()).marginsAdded({bleed(), bleed(), bleed(), bleed()}));
 }
 
-/** Called once per frame: detects that an ancestor moved or scaled this item, and when the movement has ended. */
 void PaintedItem::trackPlacement()
 {
     if (!isVisible() || size().isEmpty())
         return;
     const PixelPlacement now = placement();
     if (now == m_paintedPlacement) {
-        m_restTimer.stop();
-        m_atRest = true;
-    } else if (!(now == m_lastPlacement)) {
-        m_restTimer.start(restDelay, this);
-        m_atRest = false;
+        stopStableTimer();
+    } else if (now != m_lastPlacement) {
+        restartStableTimer();
         update();
     }
     m_lastPlacement = now;
-}
-
-void PaintedItem::timerEvent(QTimerEvent* event)
-{
-    if (event->timerId() != m_restTimer.timerId())
-        return QQuickItem::timerEvent(event);
-    m_restTimer.stop();
-    m_atRest = true;
-    update();
 }
 
 SharedPictures::Picture PaintedItem::pictureFor(const PixelPlacement& placement)
@@ -164,14 +133,12 @@ QSGNode* PaintedItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
     if (!node)
         node = window()->createImageNode();
     // A changed input is painted at once, a changed placement when the movement has ended.
-    if (m_inputsChanged || !hasTexture || (m_atRest && !(now == m_paintedPlacement))) {
+    if (m_inputsChanged || !hasTexture || (isStable() && now != m_paintedPlacement)) {
         const SharedPictures::Picture picture = pictureFor(now);
         node->setOwnsTexture(true);
         node->setTexture(window()->createTextureFromImage(*picture));
         node->setSourceRect(picture->rect());
-        const QPointF corner = now.pixels.topLeft() - now.phase;
-        node->setRect(QRectF(corner.x() / now.scale.width(), corner.y() / now.scale.height(),
-                             now.pixels.width() / now.scale.width(), now.pixels.height() / now.scale.height()));
+        node->setRect(now.area());
         m_paintedPlacement = now;
         m_inputsChanged = false;
     }

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "PixelAlignedItem.h"
 #include "PixelPlacement.h"
 #include "SharedPictures.h"
 
-#include <QBasicTimer>
 #include <QList>
-#include <QQuickItem>
+#include <QPointer>
 
 class QPainter;
 
@@ -18,7 +18,7 @@ class QPainter;
  * Screen thread, except `paint`, which also runs on the render thread while the screen thread is blocked. Owned by its
  * parent item. Rotation and shear are not supported.
  */
-class PaintedItem : public QQuickItem
+class PaintedItem : public PixelAlignedItem
 {
     Q_OBJECT
     QML_NAMED_ELEMENT(PaintedItem)
@@ -53,10 +53,23 @@ Q_SIGNALS:
     void artChanged();
 
 protected:
-    /** Setters of inputs call this. */
+    /** Sets an input of the art, and paints the art again if the input changes. */
+    template<typename Input>
+    void setInput(Input& input, const Input& value)
+    {
+        if (input == value)
+            return;
+        input = value;
+        repaint();
+    }
+
+    /** Same for an item whose art is a part of this art. */
+    void setInput(QPointer<PaintedItem>& input, PaintedItem* value);
+
     void repaint();
 
-    void timerEvent(QTimerEvent* event) override;
+    void trackPlacement() override;
+    void onStable() override { update(); }
     void itemChange(ItemChange change, const ItemChangeData& data) override;
     void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
     QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override;
@@ -69,15 +82,11 @@ private:
     };
 
     PixelPlacement placement() const;
-    void trackPlacement();
     SharedPictures::Picture pictureFor(const PixelPlacement& placement);
     QImage paintImage(const PixelPlacement& placement) const;
 
     PixelPlacement m_lastPlacement;    ///< in the previous frame
     PixelPlacement m_paintedPlacement; ///< of the image that is shown
-    bool m_atRest = true;
-    QBasicTimer m_restTimer; ///< restarted by each movement; when it fires, the item is at rest
     bool m_inputsChanged = true;
     QList<Picture> m_pictures; ///< most recently used first
-    QMetaObject::Connection m_frameConnection;
 };

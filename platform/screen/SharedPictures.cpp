@@ -1,5 +1,6 @@
 #include "SharedPictures.h"
 
+#include <QCache>
 #include <QList>
 #include <QMutex>
 
@@ -11,19 +12,14 @@ struct Entry
     std::weak_ptr<const QImage> picture;
 };
 
-/** Moves `picture` to the front of the kept images, and removes the oldest beyond the limit. */
-void keepLatest(QList<SharedPictures::Picture>& latest, const SharedPictures::Picture& picture)
+/** The most recently used small images, which are kept without a user. */
+using LatestPictures = QCache<const QImage*, SharedPictures::Picture>;
+
+/** Makes `picture` the most recently used one if it is small. */
+void keepLatest(LatestPictures& latest, const SharedPictures::Picture& picture)
 {
-    latest.removeOne(picture);
-    if (picture->sizeInBytes() > SharedPictures::maxUnusedPictureBytes)
-        return;
-    latest.prepend(picture);
-    qint64 bytes = 0;
-    for (qsizetype i = 0; i < latest.size(); ++i) {
-        bytes += latest.at(i)->sizeInBytes();
-        if (bytes > SharedPictures::maxUnusedBytes)
-            latest.resize(i);
-    }
+    if (picture->sizeInBytes() <= SharedPictures::maxUnusedPictureBytes && !latest.object(picture.get()))
+        latest.insert(picture.get(), new SharedPictures::Picture(picture), picture->sizeInBytes());
 }
 
 } // namespace
@@ -32,7 +28,7 @@ SharedPictures::Picture SharedPictures::get(const Subject& subject, const std::f
 {
     static QMutex mutex; // each window may have its own render thread
     static QList<Entry> entries;
-    static QList<Picture> latest;
+    static LatestPictures latest(maxUnusedBytes);
     const QMutexLocker lock(&mutex);
     entries.removeIf([](const Entry& entry) { return entry.picture.expired(); });
     for (const Entry& entry : std::as_const(entries)) {

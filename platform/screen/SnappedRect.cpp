@@ -5,17 +5,6 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <cmath>
-
-namespace {
-
-/** Rounds half up, also if a rounding error has reduced the half slightly, so that equal lengths stay equal. */
-double wholePixel(double pixels)
-{
-    return std::floor(pixels + 0.5 + PixelPlacement::tolerance);
-}
-
-} // namespace
 
 QRectF snappedRect(const QTransform& toDevice, const QRectF& rect, SnapTo to)
 {

@@ -25,7 +25,7 @@ void StackViewport::reconnect()
     m_outerArea = nullptr;
     m_outerStack = nullptr;
     for (QQuickItem* item = m_stack.parentItem(); item && !m_outerArea; item = item->parentItem()) {
-        m_connections << connect(item, &QQuickItem::parentChanged, this, &StackViewport::reconnect);
+        m_connections << connect(item, &QQuickItem::parentChanged, this, &StackViewport::onParentChanged);
         connectTo(item);
         auto area = qobject_cast<ScrollArea*>(item);
         if (area && m_area)
@@ -36,6 +36,16 @@ void StackViewport::reconnect()
             m_outerStack = stack;
     }
     Q_EMIT changed();
+}
+
+void StackViewport::onParentChanged(const QQuickItem* parent)
+{
+    if (parent)
+        return reconnect();
+    // An ancestor left the screen, perhaps because it is being destroyed: do not cast or call it.
+    m_area = nullptr;
+    m_outerArea = nullptr;
+    m_outerStack = nullptr;
 }
 
 void StackViewport::connectTo(const QQuickItem* item)

@@ -47,6 +47,7 @@ Q_SIGNALS:
     void changed();
 
 private:
+    void onParentChanged(const QQuickItem* parent);
     void connectTo(const QQuickItem* item);
 
     LazyStack& m_stack;

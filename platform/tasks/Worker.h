@@ -32,6 +32,9 @@ public:
         return completion;
     }
 
+    /** Waits for the queued tasks. Their results are delivered later, from the event loop. */
+    void wait() { m_pool.waitForDone(); }
+
 private:
     template<typename Work>
     class Task : public QRunnable

@@ -1,5 +1,5 @@
 #include "RecordDecoder.h"
-#include "TapePage.h"
+#include "Tape.h"
 
 #include <benchmark/benchmark.h>
 #include <nlohmann/json.hpp>

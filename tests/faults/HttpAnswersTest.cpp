@@ -1,4 +1,4 @@
-#include "HttpOnServer.h"
+#include "HttpServerFixture.h"
 #include "TestMain.h"
 
 #include <QTest>
@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 using Kind = HttpFailure::Kind;
 
 /** Answers with any status, and allowed redirects. */
-class HttpAnswersTest : public HttpOnServer
+class HttpAnswersTest : public HttpServerFixture
 {
     Q_OBJECT
 

@@ -1,4 +1,4 @@
-#include "HttpOnServer.h"
+#include "HttpServerFixture.h"
 #include "TestMain.h"
 
 #include <QTest>
@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 using Kind = HttpFailure::Kind;
 
 /** Answers that end too early or whose body does not match their headers. */
-class HttpBrokenAnswersTest : public HttpOnServer
+class HttpBrokenAnswersTest : public HttpServerFixture
 {
     Q_OBJECT
 

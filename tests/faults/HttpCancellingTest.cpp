@@ -1,4 +1,4 @@
-#include "HttpOnServer.h"
+#include "HttpServerFixture.h"
 #include "TaskScope.h"
 #include "TestMain.h"
 
@@ -10,7 +10,7 @@
 using Kind = HttpFailure::Kind;
 
 /** Cancelled requests, and many requests at the same time. */
-class HttpCancellingTest : public HttpOnServer
+class HttpCancellingTest : public HttpServerFixture
 {
     Q_OBJECT
 

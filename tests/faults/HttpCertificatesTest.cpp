@@ -1,4 +1,4 @@
-#include "HttpOnServer.h"
+#include "HttpServerFixture.h"
 #include "TestMain.h"
 
 #include <QTest>
@@ -6,7 +6,7 @@
 using Kind = HttpFailure::Kind;
 
 /** Verification of server certificates. */
-class HttpCertificatesTest : public HttpOnServer
+class HttpCertificatesTest : public HttpServerFixture
 {
     Q_OBJECT
 

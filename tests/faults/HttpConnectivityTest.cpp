@@ -1,4 +1,4 @@
-#include "HttpOnServer.h"
+#include "HttpServerFixture.h"
 #include "TaskScope.h"
 #include "TestMain.h"
 
@@ -10,7 +10,7 @@ using namespace std::chrono_literals;
 using Kind = HttpFailure::Kind;
 
 /** Requests on a machine without a network. */
-class HttpConnectivityTest : public HttpOnServer
+class HttpConnectivityTest : public HttpServerFixture
 {
     Q_OBJECT
 

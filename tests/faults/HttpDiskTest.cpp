@@ -1,4 +1,4 @@
-#include "HttpOnServer.h"
+#include "HttpServerFixture.h"
 #include "TestMain.h"
 
 #include <QDirIterator>
@@ -30,7 +30,7 @@ private:
 } // namespace
 
 /** The HTTP client writes nothing to disk. */
-class HttpDiskTest : public HttpOnServer
+class HttpDiskTest : public HttpServerFixture
 {
     Q_OBJECT
 

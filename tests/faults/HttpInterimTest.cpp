@@ -1,4 +1,4 @@
-#include "HttpOnServer.h"
+#include "HttpServerFixture.h"
 #include "TaskScope.h"
 #include "TestMain.h"
 
@@ -33,7 +33,7 @@ const QByteArray earlyHints = "HTTP/1.1 103 Early Hints\r\nLink: </a.css>; rel=p
 } // namespace
 
 /** Interim statuses, from 100 to 199, which are followed by the final answer. */
-class HttpInterimTest : public HttpOnServer
+class HttpInterimTest : public HttpServerFixture
 {
     Q_OBJECT
 

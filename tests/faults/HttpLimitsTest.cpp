@@ -1,4 +1,4 @@
-#include "HttpOnServer.h"
+#include "HttpServerFixture.h"
 #include "TestMain.h"
 
 #include <QElapsedTimer>
@@ -29,7 +29,7 @@ qint64 peakMemory()
 } // namespace
 
 /** Limits of the duration and the size of an answer. */
-class HttpLimitsTest : public HttpOnServer
+class HttpLimitsTest : public HttpServerFixture
 {
     Q_OBJECT
 

@@ -1,10 +1,10 @@
-#include "HttpOnServer.h"
+#include "HttpServerFixture.h"
 #include "TestMain.h"
 
 #include <QTest>
 
 /** Caching of answers and their revalidation. */
-class HttpRevalidationTest : public HttpOnServer
+class HttpRevalidationTest : public HttpServerFixture
 {
     Q_OBJECT
 

@@ -1,4 +1,4 @@
-#include "HubOnServer.h"
+#include "HubServerFixture.h"
 #include "TestMain.h"
 
 using namespace Qt::StringLiterals;
@@ -16,7 +16,7 @@ QByteArray head(int status, const QByteArray& headers)
 } // namespace
 
 /** Error texts that the hub client derives from answers over a real network. */
-class HubAnswersOverNetworkTest : public HubOnServer
+class HubAnswersOverNetworkTest : public HubServerFixture
 {
     Q_OBJECT
 

@@ -1,4 +1,4 @@
-#include "HubOnServer.h"
+#include "HubServerFixture.h"
 #include "TestMain.h"
 
 #include <QElapsedTimer>
@@ -26,7 +26,7 @@ void flood(const FaultServer::Request& request, const QByteArray& head)
 } // namespace
 
 /** The probe over a real network: it evaluates only the status. */
-class HubProbeOverNetworkTest : public HubOnServer
+class HubProbeOverNetworkTest : public HubServerFixture
 {
     Q_OBJECT
 

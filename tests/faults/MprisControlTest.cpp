@@ -1,4 +1,4 @@
-#include "PlayerOnBus.h"
+#include "MprisFixture.h"
 #include "TestMain.h"
 
 #include <QRegularExpression>
@@ -28,7 +28,7 @@ private Q_SLOTS:
 
 void MprisControlTest::playAndPauseControlPlayer()
 {
-    PlayerOnBus bus;
+    MprisFixture bus;
     bus.start();
     QCOMPARE(bus.playerctl({u"pause"_s}), QString());
     QTRY_COMPARE(bus.player.timeControl(), VideoPlayer::TimeControl::Paused);
@@ -38,7 +38,7 @@ void MprisControlTest::playAndPauseControlPlayer()
 
 void MprisControlTest::playPauseTogglesPlayback()
 {
-    PlayerOnBus bus;
+    MprisFixture bus;
     bus.start();
     for (int i = 0; i < 2; ++i) {
         QCOMPARE(bus.playerctl({u"play-pause"_s}), QString());
@@ -50,7 +50,7 @@ void MprisControlTest::playPauseTogglesPlayback()
 
 void MprisControlTest::stopEmitsStopRequested()
 {
-    PlayerOnBus bus;
+    MprisFixture bus;
     bus.start();
     QSignalSpy stop(bus.presence.get(), &DesktopPresence::stopRequested);
     QCOMPARE(bus.playerctl({u"stop"_s}), QString());
@@ -60,7 +60,7 @@ void MprisControlTest::stopEmitsStopRequested()
 
 void MprisControlTest::seekIsRelativeToPosition()
 {
-    PlayerOnBus bus;
+    MprisFixture bus;
     bus.start();
     bus.player.moveTo(100);
     QCOMPARE(bus.playerctl({u"position"_s, u"30+"_s}), QString());
@@ -75,7 +75,7 @@ void MprisControlTest::seekIsRelativeToPosition()
 
 void MprisControlTest::setPositionSeeks()
 {
-    PlayerOnBus bus;
+    MprisFixture bus;
     bus.start();
     QCOMPARE(bus.playerctl({u"position"_s, u"1800"_s}), QString());
     QTRY_COMPARE(bus.player.seeks.size(), 1);
@@ -93,7 +93,7 @@ void MprisControlTest::positionOutsideTapeIsIgnored_data()
 
 void MprisControlTest::positionOutsideTapeIsIgnored()
 {
-    PlayerOnBus bus;
+    MprisFixture bus;
     QFETCH(const qlonglong, position);
     bus.start();
     const QVariant track = bus.metadata().value(u"mpris:trackid"_s);
@@ -105,7 +105,7 @@ void MprisControlTest::positionOutsideTapeIsIgnored()
 
 void MprisControlTest::positionForOtherTrackIsIgnored()
 {
-    PlayerOnBus bus;
+    MprisFixture bus;
     bus.start();
     const QVariant before = bus.metadata().value(u"mpris:trackid"_s);
     bus.presence.reset();
@@ -121,10 +121,10 @@ void MprisControlTest::positionForOtherTrackIsIgnored()
 
 void MprisControlTest::unseekableItemIgnoresSeeks()
 {
-    PlayerOnBus bus;
+    MprisFixture bus;
     bus.start();
     bus.player.setSeekable(false);
-    QTRY_COMPARE(bus.property(PlayerOnBus::playerInterface, u"CanSeek"_s), QVariant(false));
+    QTRY_COMPARE(bus.property(MprisFixture::playerInterface, u"CanSeek"_s), QVariant(false));
     bus.call(u"Seek"_s, {qlonglong(5000000)});
     bus.call(u"SetPosition"_s, {bus.metadata().value(u"mpris:trackid"_s), qlonglong(5000000)});
     bus.call(u"Pause"_s);
@@ -134,12 +134,12 @@ void MprisControlTest::unseekableItemIgnoresSeeks()
 
 void MprisControlTest::failedItemIgnoresPlay()
 {
-    PlayerOnBus bus;
+    MprisFixture bus;
     bus.start();
     bus.player.fail({});
-    QTRY_COMPARE(bus.property(PlayerOnBus::playerInterface, u"PlaybackStatus"_s).toString(), u"Stopped"_s);
-    QCOMPARE(bus.property(PlayerOnBus::playerInterface, u"CanPlay"_s), QVariant(false));
-    QCOMPARE(bus.property(PlayerOnBus::playerInterface, u"CanSeek"_s), QVariant(false));
+    QTRY_COMPARE(bus.property(MprisFixture::playerInterface, u"PlaybackStatus"_s).toString(), u"Stopped"_s);
+    QCOMPARE(bus.property(MprisFixture::playerInterface, u"CanPlay"_s), QVariant(false));
+    QCOMPARE(bus.property(MprisFixture::playerInterface, u"CanSeek"_s), QVariant(false));
     const auto plays = bus.player.calls()->count(u"play"_s);
     QSignalSpy stop(bus.presence.get(), &DesktopPresence::stopRequested);
     bus.call(u"Play"_s);

@@ -1,4 +1,4 @@
-#include "PlayerOnBus.h"
+#include "MprisFixture.h"
 #include "TestMain.h"
 
 #include <QGuiApplication>
@@ -14,9 +14,9 @@ class Listener : public QObject
 public:
     explicit Listener(QDBusConnection bus)
     {
-        bus.connect(PlayerOnBus::service, PlayerOnBus::path, u"org.freedesktop.DBus.Properties"_s,
+        bus.connect(MprisFixture::service, MprisFixture::path, u"org.freedesktop.DBus.Properties"_s,
                     u"PropertiesChanged"_s, this, SLOT(onPropertiesChanged(QString, QVariantMap, QStringList)));
-        bus.connect(PlayerOnBus::service, PlayerOnBus::path, PlayerOnBus::playerInterface, u"Seeked"_s, this,
+        bus.connect(MprisFixture::service, MprisFixture::path, MprisFixture::playerInterface, u"Seeked"_s, this,
                     SLOT(onSeeked(qlonglong)));
     }
 
@@ -26,7 +26,7 @@ public:
 public Q_SLOTS:
     void onPropertiesChanged(const QString& interface, const QVariantMap& changed, const QStringList&)
     {
-        if (interface == PlayerOnBus::playerInterface)
+        if (interface == MprisFixture::playerInterface)
             changes.insert(changed);
     }
     void onSeeked(qlonglong position) { seeked.append(position); }
@@ -64,7 +64,7 @@ void MprisTest::initTestCase()
 
 void MprisTest::playerIsRegisteredWhilePresenceExists()
 {
-    PlayerOnBus bus;
+    MprisFixture bus;
     QVERIFY(!bus.isRegistered());
     bus.start();
     QCOMPARE(bus.playerctl({u"--list-all"_s}), u"quillmere_tv"_s);
@@ -75,7 +75,7 @@ void MprisTest::playerIsRegisteredWhilePresenceExists()
 
 void MprisTest::identityOfProgramIsReported()
 {
-    PlayerOnBus bus;
+    MprisFixture bus;
     bus.start();
     const QString root = u"org.mpris.MediaPlayer2"_s;
     QCOMPARE(bus.property(root, u"Identity"_s).toString(), u"A Set"_s);
@@ -87,7 +87,7 @@ void MprisTest::identityOfProgramIsReported()
 
 void MprisTest::playbackStatusIsReported()
 {
-    PlayerOnBus bus;
+    MprisFixture bus;
     bus.start();
     QCOMPARE(bus.playerctl({u"status"_s}), u"Playing"_s);
     bus.player.setWaiting(true);
@@ -99,7 +99,7 @@ void MprisTest::playbackStatusIsReported()
 
 void MprisTest::metadataIsReported()
 {
-    PlayerOnBus bus;
+    MprisFixture bus;
     using Identifier = MetadataItem::Identifier;
     bus.start({{Identifier::Title, u"The Long Reel"_s},
                {Identifier::SubTitle, u"DRAMA · Hearing"_s},
@@ -112,7 +112,7 @@ void MprisTest::metadataIsReported()
 
 void MprisTest::unknownMetadataIsOmitted()
 {
-    PlayerOnBus bus;
+    MprisFixture bus;
     bus.start();
     bus.player.setDuration(0);
     QTRY_COMPARE(bus.metadata().keys(), QStringList{u"mpris:trackid"_s});
@@ -120,7 +120,7 @@ void MprisTest::unknownMetadataIsOmitted()
 
 void MprisTest::positionIsReported()
 {
-    PlayerOnBus bus;
+    MprisFixture bus;
     bus.start();
     bus.player.moveTo(125.5);
     QVERIFY(bus.playerctl({u"position"_s}).startsWith(u"125.5"_s));
@@ -128,7 +128,7 @@ void MprisTest::positionIsReported()
 
 void MprisTest::changesAreSignalled()
 {
-    PlayerOnBus bus;
+    MprisFixture bus;
     bus.start();
     const Listener listener(bus.connection);
     bus.player.pause();
@@ -142,7 +142,7 @@ void MprisTest::changesAreSignalled()
 
 void MprisTest::seekedIsSignalledOnlyForJumps()
 {
-    PlayerOnBus bus;
+    MprisFixture bus;
     bus.start();
     const Listener listener(bus.connection);
     bus.player.moveTo(0.5);
@@ -167,7 +167,7 @@ void MprisTest::textsAreValidAndLimited_data()
 
 void MprisTest::textsAreValidAndLimited()
 {
-    PlayerOnBus bus;
+    MprisFixture bus;
     QFETCH(const QString, text);
     using Identifier = MetadataItem::Identifier;
     bus.start({{Identifier::Title, text}, {Identifier::Description, text}});
@@ -177,11 +177,11 @@ void MprisTest::textsAreValidAndLimited()
 
 void MprisTest::secondPlayerGetsOwnBusName()
 {
-    PlayerOnBus bus;
+    MprisFixture bus;
     bus.start();
     ScriptedVideoPlayer other;
     const DesktopPresence second(other, u"Another tape plays"_s, bus.daemon.address());
-    const QString name = PlayerOnBus::service + u".instance%1"_s.arg(QCoreApplication::applicationPid());
+    const QString name = MprisFixture::service + u".instance%1"_s.arg(QCoreApplication::applicationPid());
     QTRY_VERIFY(bus.hasName(name));
     QVERIFY(bus.isRegistered());
 }

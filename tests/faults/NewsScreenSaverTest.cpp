@@ -1,5 +1,5 @@
 #include "FakeScreenSaver.h"
-#include "NewsOnScript.h"
+#include "NewsControllerFixture.h"
 #include "PrivateBus.h"
 #include "TestMain.h"
 
@@ -13,7 +13,7 @@ class NewsScreenSaverTest : public QObject
 private Q_SLOTS:
     void initTestCase();
     void cleanupTestCase();
-    void init() { m_news = std::make_unique<NewsOnScript>(); }
+    void init() { m_news = std::make_unique<NewsControllerFixture>(); }
     void cleanup() { m_news.reset(); }
     void screensaverIsAllowedWhileTowerIsDark();
     void screensaverIsInhibitedWhileTowerIsLit();
@@ -25,7 +25,7 @@ private:
 
     std::unique_ptr<PrivateBus> m_bus;
     std::unique_ptr<FakeScreenSaver> m_screenSaver;
-    std::unique_ptr<NewsOnScript> m_news;
+    std::unique_ptr<NewsControllerFixture> m_news;
 };
 
 void NewsScreenSaverTest::initTestCase()

@@ -1,18 +1,14 @@
 #include "Dressing.h"
 #include "FakeScreenSaver.h"
 #include "FocusScreen.h"
-#include "HubAPI.h"
-#include "MemoryDefaults.h"
 #include "PrivateBus.h"
 #include "ProcessFigures.h"
 #include "ProcessResources.h"
 #include "RecordDecoder.h"
 #include "SampleHub.h"
-#include "ScriptedHttpClient.h"
-#include "Stage.h"
-#include "Store.h"
+#include "ScreenFixture.h"
 #include "SystemClock.h"
-#include "TapePage.h"
+#include "Tape.h"
 #include "TapePlayerController.h"
 #include "TestMain.h"
 #include "VideoPlugins.h"
@@ -43,10 +39,10 @@ constexpr Moment moments[] = {Moment::AtOnce, Moment::EngineCreated, Moment::Str
  * Resident memory of this process in MB, after the allocator has returned unused memory. Not the proportional share,
  * which changes when other programs that use the same libraries start and end.
  */
-double memory(Stage& stage)
+double memory(TestScreen& screen)
 {
-    stage.engine().collectGarbage();
-    stage.waitForFrame(); // a new frame releases the resources of the last one
+    screen.engine().collectGarbage();
+    screen.waitForFrame(); // a new frame releases the resources of the last one
     malloc_trim(0);
     return double(figures::residentSetSize(getpid())) / 1e6;
 }
@@ -55,19 +51,19 @@ double memory(Stage& stage)
 class OpenTapePlayer
 {
 public:
-    OpenTapePlayer(Stage& stage, QQuickItem* canvas, Store& store, Clock& clock, const Tape& tape)
+    OpenTapePlayer(ScreenFixture& fixture, Clock& clock, const Tape& tape)
     {
-        QQmlComponent component(&stage.engine());
+        QQmlComponent component(&fixture.engine());
         component.setData("import Quillmere.Playback\nTapePlayerView {}", {});
         m_view.reset(qobject_cast<FocusScreen*>(
-            component.createWithInitialProperties({{u"store"_s, QVariant::fromValue(&store)},
+            component.createWithInitialProperties({{u"store"_s, QVariant::fromValue(fixture.store.get())},
                                                    {u"clock"_s, QVariant::fromValue<Clock*>(&clock)},
                                                    {u"tape"_s, QVariant::fromValue(tape)},
                                                    {u"cover"_s, QVariant::fromValue(dress(tape))}})));
         if (!m_view)
             qFatal("%s", qPrintable(component.errorString()));
-        m_view->setParentItem(canvas);
-        m_view->setSize(canvas->size());
+        m_view->setParentItem(fixture.canvas);
+        m_view->setSize(fixture.canvas->size());
         m_view->acquireFocus();
         Q_EMIT m_view->appeared();
     }
@@ -118,15 +114,10 @@ private:
     std::unique_ptr<PrivateBus> m_bus;
     std::optional<QDBusConnection> m_desktop;
     std::unique_ptr<FakeScreenSaver> m_screenSaver;
-    std::unique_ptr<Stage> m_stage;
-    QQuickItem* m_canvas = nullptr;
+    std::unique_ptr<ScreenFixture> m_fixture;
     Tape m_tape;
 
     SystemClock m_clock;
-    ScriptedHttpClient m_http;
-    HubAPI m_api{m_http, QUrl(u"https://hub.example"_s)};
-    MemoryDefaults m_defaults;
-    Store m_store{m_api, m_defaults};
 };
 
 void PlaybackLeakTest::initTestCase()
@@ -142,8 +133,8 @@ void PlaybackLeakTest::initTestCase()
     m_desktop = m_bus->connect();
     m_screenSaver = std::make_unique<FakeScreenSaver>(*m_desktop);
 
-    m_stage = std::make_unique<Stage>(QSize(1280, 720));
-    m_canvas = m_stage->load(u"Canvas { focus: true }"_s);
+    m_fixture = std::make_unique<ScreenFixture>(QSize(1280, 720));
+    m_fixture->canvas = m_fixture->load(u"Canvas { focus: true }"_s);
 }
 
 bool PlaybackLeakTest::hasAllEnded()
@@ -155,7 +146,7 @@ bool PlaybackLeakTest::hasAllEnded()
 bool PlaybackLeakTest::openAndClose(Moment moment)
 {
     {
-        const OpenTapePlayer opened(*m_stage, m_canvas, m_store, m_clock, m_tape);
+        const OpenTapePlayer opened(*m_fixture, m_clock, m_tape);
         if (!QTest::qWaitFor([&] { return opened.hasReached(moment); }, timeout))
             return false;
     }
@@ -167,7 +158,7 @@ double PlaybackLeakTest::growthSince(double before)
 {
     double grown = 0;
     const auto isWithin = [&] {
-        grown = memory(*m_stage) - before;
+        grown = memory(*m_fixture) - before;
         return grown <= allowedGrowth;
     };
     [[maybe_unused]] const bool hasShrunk = QTest::qWaitFor(isWithin, timeout);
@@ -182,7 +173,7 @@ void PlaybackLeakTest::openingAndClosingManyTimesLeaksNothing()
             QVERIFY2(openAndClose(moments[size_t(i) % std::size(moments)]), QByteArray::number(i));
     };
     openMany(warmUp);
-    const double memoryBefore = memory(*m_stage);
+    const double memoryBefore = memory(*m_fixture);
     const ProcessResources before;
 
     openMany(openings);
@@ -191,7 +182,7 @@ void PlaybackLeakTest::openingAndClosingManyTimesLeaksNothing()
     double grown = growthSince(memoryBefore);
     if (grown > allowedGrowth) {
         // A leak grows in every round; memory that the library happens to use at the moment does not.
-        const double memoryBetween = memory(*m_stage);
+        const double memoryBetween = memory(*m_fixture);
         openMany(openings);
         grown = growthSince(memoryBetween);
     }

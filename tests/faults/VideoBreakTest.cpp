@@ -1,5 +1,5 @@
 #include "TestMain.h"
-#include "VideoStage.h"
+#include "VideoFixture.h"
 
 using namespace Qt::StringLiterals;
 
@@ -53,27 +53,27 @@ void VideoBreakTest::badSegmentIsSkipped()
         m_server->cut(u"/part4.ts"_s);
     else
         m_server->answer(u"/part4.ts"_s, 404);
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_stream, 7);
-    QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_stream, 7);
+    QSignalSpy ended(fixture.item.get(), &PlayerItem::didPlayToEnd);
     QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 20'000);
-    QVERIFY(!stage.hasFailed());
+    QVERIFY(!fixture.hasFailed());
     QVERIFY(m_server->requests().contains(u"/part5.ts"_s));
 }
 
 void VideoBreakTest::playerWaitsForStalledSegment()
 {
     m_server->stall(u"/part4.ts"_s);
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_stream, 7);
-    QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
-    QVERIFY(stage.waitForPicture());
-    QTRY_VERIFY_WITH_TIMEOUT(stage.player->isWaiting(), 10'000);
-    QCOMPARE(stage.player->timeControl(), VideoPlayer::TimeControl::WaitingToPlay);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_stream, 7);
+    QSignalSpy ended(fixture.item.get(), &PlayerItem::didPlayToEnd);
+    QVERIFY(fixture.waitForPicture());
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.player->isWaiting(), 10'000);
+    QCOMPARE(fixture.player->timeControl(), VideoPlayer::TimeControl::WaitingToPlay);
     QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 30'000);
-    QVERIFY(!stage.hasFailed());
+    QVERIFY(!fixture.hasFailed());
 }
 
 /** Stops the server when this path is requested, as if its process had been killed. */
@@ -86,32 +86,32 @@ void VideoBreakTest::stopServerWhenRequested(const QString& path)
 
 void VideoBreakTest::playbackResumesWhenServerReturns()
 {
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_stream, 2.5);
-    QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
-    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_stream, 2.5);
+    QSignalSpy ended(fixture.item.get(), &PlayerItem::didPlayToEnd);
+    QSignalSpy shown(fixture.player.get(), &VideoPlayer::pictureShown);
     stopServerWhenRequested(u"/part3.ts"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(stage.player->isWaiting() && stage.player->position() > 5, 15'000);
-    const double breakPosition = stage.player->position();
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.player->isWaiting() && fixture.player->position() > 5, 15'000);
+    const double breakPosition = fixture.player->position();
     m_server = std::make_unique<StreamServer>(m_folder.path(), u"server"_s, quint16(m_stream.port()));
     QTRY_COMPARE_WITH_TIMEOUT(shown.count(), 2, 15'000);
-    QVERIFY2(std::abs(stage.player->position() - breakPosition) < 1,
-             qPrintable(QString::number(stage.player->position())));
-    QTRY_VERIFY(stage.player->position() > breakPosition + 1);
-    QVERIFY(!stage.hasFailed());
+    QVERIFY2(std::abs(fixture.player->position() - breakPosition) < 1,
+             qPrintable(QString::number(fixture.player->position())));
+    QTRY_VERIFY(fixture.player->position() > breakPosition + 1);
+    QVERIFY(!fixture.hasFailed());
     QCOMPARE(ended.count(), 0);
 }
 
 void VideoBreakTest::itemFailsWithCauseWhenServerStaysDown()
 {
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_stream, 4.5);
-    QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_stream, 4.5);
+    QSignalSpy ended(fixture.item.get(), &PlayerItem::didPlayToEnd);
     stopServerWhenRequested(u"/part3.ts"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(stage.hasFailed(), 40'000);
-    QCOMPARE(int(stage.failure().cause), int(VideoFailure::Cause::Refused));
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.hasFailed(), 40'000);
+    QCOMPARE(int(fixture.failure().cause), int(VideoFailure::Cause::Refused));
     QCOMPARE(ended.count(), 0);
 }
 
@@ -119,15 +119,15 @@ void VideoBreakTest::livePlaylistThatStopsGrowingIsReloaded()
 {
     m_server->setBody(u"/live.m3u8"_s, "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:2\n#EXT-X-MEDIA-SEQUENCE:3\n"
                                        "#EXTINF:2,\npart3.ts\n#EXTINF:2,\npart4.ts\n");
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
-    stage.play(m_server->url(u"/live.m3u8"_s), 0, PlayerItem::Kind::Live);
-    QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    QSignalSpy shown(fixture.player.get(), &VideoPlayer::pictureShown);
+    fixture.play(m_server->url(u"/live.m3u8"_s), 0, PlayerItem::Kind::Live);
+    QSignalSpy ended(fixture.item.get(), &PlayerItem::didPlayToEnd);
     QTRY_COMPARE_WITH_TIMEOUT(shown.count(), 1, 15'000);
-    QVERIFY(!stage.player->isSeekable());
+    QVERIFY(!fixture.player->isSeekable());
     QTRY_COMPARE_WITH_TIMEOUT(shown.count(), 2, 45'000);
-    QVERIFY(!stage.hasFailed());
+    QVERIFY(!fixture.hasFailed());
     QCOMPARE(ended.count(), 0);
 }
 

@@ -1,5 +1,5 @@
 #include "TestMain.h"
-#include "VideoStage.h"
+#include "VideoFixture.h"
 
 using namespace Qt::StringLiterals;
 
@@ -57,31 +57,31 @@ void VideoGrowingTest::serverFailureIsNotEndOfItem()
     QFETCH(const QByteArray, type);
     m_server->setBody(u"/growing.m3u8"_s, growingPlaylist(type));
     m_server->setUnanswered(u"/part3.ts"_s);
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_stream);
-    QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_stream);
+    QSignalSpy ended(fixture.item.get(), &PlayerItem::didPlayToEnd);
     QTRY_VERIFY_WITH_TIMEOUT(m_server->requests().contains(u"/part3.ts"_s), 15'000);
-    QTRY_VERIFY_WITH_TIMEOUT(stage.player->position() > 3, 15'000);
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.player->position() > 3, 15'000);
     m_server.reset();
-    QTRY_VERIFY_WITH_TIMEOUT(stage.hasFailed() || ended.count() > 0, 60'000);
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.hasFailed() || ended.count() > 0, 60'000);
     QCOMPARE(ended.count(), 0);
-    QCOMPARE(int(stage.failure().cause), int(VideoFailure::Cause::Refused));
+    QCOMPARE(int(fixture.failure().cause), int(VideoFailure::Cause::Refused));
 }
 
 void VideoGrowingTest::itemEndsWhenPlaylistIsComplete()
 {
     m_server->setBody(u"/growing.m3u8"_s, growingPlaylist("EVENT"));
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_stream, 8);
-    QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
-    QVERIFY(stage.waitForPicture());
-    QVERIFY(!stage.player->isSeekable());
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_stream, 8);
+    QSignalSpy ended(fixture.item.get(), &PlayerItem::didPlayToEnd);
+    QVERIFY(fixture.waitForPicture());
+    QVERIFY(!fixture.player->isSeekable());
     m_server->setBody(u"/growing.m3u8"_s, m_folder.read(u"index.m3u8"_s));
     QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 45'000);
-    QVERIFY(!stage.hasFailed());
-    QVERIFY(stage.player->isSeekable());
+    QVERIFY(!fixture.hasFailed());
+    QVERIFY(fixture.player->isSeekable());
 }
 
 QUILLMERE_TEST(VideoGrowingTest, QGuiApplication)

@@ -1,6 +1,6 @@
 #include "CountedRecording.h"
 #include "TestMain.h"
-#include "VideoStage.h"
+#include "VideoFixture.h"
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -25,10 +25,10 @@ private:
     QByteArray authority() const { return m_folder.read(u"authority.pem"_s); }
 
     /** Records the position each second of play time, as the resume position is saved. */
-    std::unique_ptr<TimeObserver> observe(const VideoStage& stage)
+    std::unique_ptr<TimeObserver> observe(const VideoFixture& fixture)
     {
         m_positions.clear();
-        return stage.player->addPeriodicTimeObserver(1s, [this](double seconds) { m_positions << seconds; });
+        return fixture.player->addPeriodicTimeObserver(1s, [this](double seconds) { m_positions << seconds; });
     }
     double longestStep() const;
 
@@ -82,52 +82,52 @@ double VideoJumpTest::longestStep() const
 void VideoJumpTest::temporarilyMissingSegmentsAreRequestedAgain()
 {
     answerMissingSegments(503);
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
-    const auto observer = observe(stage);
-    stage.play(m_server->url(u"/tape.m3u8"_s), 12);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    QSignalSpy shown(fixture.player.get(), &VideoPlayer::pictureShown);
+    const auto observer = observe(fixture);
+    fixture.play(m_server->url(u"/tape.m3u8"_s), 12);
     QTRY_VERIFY_WITH_TIMEOUT(m_server->requests().contains(u"/tape%1.ts"_s.arg(lastMissing + 1)), 15'000);
     answerMissingSegments(200);
     QTRY_COMPARE_WITH_TIMEOUT(shown.count(), 2, 30'000);
-    QTRY_VERIFY_WITH_TIMEOUT(stage.player->position() > 18.5, 15'000);
-    QVERIFY(stage.player->position() < 30);
-    QVERIFY(std::abs(secondShown(stage.window.grabWindow()) - stage.player->position()) < 2);
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.player->position() > 18.5, 15'000);
+    QVERIFY(fixture.player->position() < 30);
+    QVERIFY(std::abs(secondShown(fixture.window.grabWindow()) - fixture.player->position()) < 2);
     QVERIFY2(longestStep() < 4, qPrintable(QString::number(longestStep())));
 }
 
 void VideoJumpTest::permanentlyMissingSegmentsAreSkipped()
 {
     answerMissingSegments(404);
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
-    stage.play(m_server->url(u"/tape.m3u8"_s), 13);
-    QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
-    QTRY_VERIFY_WITH_TIMEOUT(stage.player->position() > 37.5, 30'000);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    QSignalSpy shown(fixture.player.get(), &VideoPlayer::pictureShown);
+    fixture.play(m_server->url(u"/tape.m3u8"_s), 13);
+    QSignalSpy ended(fixture.item.get(), &PlayerItem::didPlayToEnd);
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.player->position() > 37.5, 30'000);
     QCOMPARE(shown.count(), 2);
-    QVERIFY(std::abs(secondShown(stage.window.grabWindow()) - stage.player->position()) < 2);
+    QVERIFY(std::abs(secondShown(fixture.window.grabWindow()) - fixture.player->position()) < 2);
     QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 30'000);
     QCOMPARE(shown.count(), 2);
-    QVERIFY(!stage.hasFailed());
+    QVERIFY(!fixture.hasFailed());
 }
 
 void VideoJumpTest::positionContinuesWhenTimestampsRestart()
 {
     m_server->setBody(u"/restarted.m3u8"_s, playlistOf({{2, 3}, {0, 1}, {9, 10}}));
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
-    const auto observer = observe(stage);
-    stage.play(m_server->url(u"/restarted.m3u8"_s));
-    QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
-    QTRY_VERIFY_WITH_TIMEOUT(stage.player->position() > 11, 30'000);
-    QVERIFY(std::abs(secondShown(stage.window.grabWindow()) - (stage.player->position() - 8)) < 2);
-    QTRY_VERIFY_WITH_TIMEOUT(stage.player->position() > 19, 30'000);
-    QVERIFY(std::abs(secondShown(stage.window.grabWindow()) - (stage.player->position() + 20)) < 2);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    QSignalSpy shown(fixture.player.get(), &VideoPlayer::pictureShown);
+    const auto observer = observe(fixture);
+    fixture.play(m_server->url(u"/restarted.m3u8"_s));
+    QSignalSpy ended(fixture.item.get(), &PlayerItem::didPlayToEnd);
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.player->position() > 11, 30'000);
+    QVERIFY(std::abs(secondShown(fixture.window.grabWindow()) - (fixture.player->position() - 8)) < 2);
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.player->position() > 19, 30'000);
+    QVERIFY(std::abs(secondShown(fixture.window.grabWindow()) - (fixture.player->position() + 20)) < 2);
     QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 30'000);
     QCOMPARE(shown.count(), 1);
-    QCOMPARE(qRound(stage.player->duration()), 24);
+    QCOMPARE(qRound(fixture.player->duration()), 24);
     QVERIFY2(std::abs(m_positions.last() - 23) < 1.5, qPrintable(QString::number(m_positions.last())));
     QVERIFY2(longestStep() < 3, qPrintable(QString::number(longestStep())));
 }
@@ -136,15 +136,15 @@ void VideoJumpTest::positionContinuesWhenTimestampsRestart()
 void VideoJumpTest::startAfterRestartedTimestampsIsReached()
 {
     m_server->setBody(u"/restarted.m3u8"_s, playlistOf({{0, 1}, {7, 8, 9}}));
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_server->url(u"/restarted.m3u8"_s), 14);
-    QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
-    QVERIFY(stage.waitForPicture());
-    QTRY_VERIFY_WITH_TIMEOUT(stage.player->position() > 14.5, 15'000);
-    QVERIFY(stage.player->position() < 17);
-    const double expected = stage.player->position() + 20;
-    const int second = secondShown(stage.window.grabWindow());
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_server->url(u"/restarted.m3u8"_s), 14);
+    QSignalSpy ended(fixture.item.get(), &PlayerItem::didPlayToEnd);
+    QVERIFY(fixture.waitForPicture());
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.player->position() > 14.5, 15'000);
+    QVERIFY(fixture.player->position() < 17);
+    const double expected = fixture.player->position() + 20;
+    const int second = secondShown(fixture.window.grabWindow());
     QVERIFY2(std::abs(second - expected) < CountedRecording::segmentSeconds + 2, qPrintable(QString::number(second)));
     QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 30'000);
 }

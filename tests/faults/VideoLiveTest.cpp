@@ -1,7 +1,7 @@
 #include "CountedRecording.h"
 #include "SampleHub.h"
 #include "TestMain.h"
-#include "VideoStage.h"
+#include "VideoFixture.h"
 
 #include <QElapsedTimer>
 #include <QRegularExpression>
@@ -33,7 +33,7 @@ private:
     QList<int> requestedSegments();
     int newestSegment();
     qsizetype playlistRequestCount();
-    QByteArray certificates() const { return VideoStages::readAll(QStringLiteral(QUILLMERE_HUB_CA)); }
+    QByteArray certificates() const { return readFile(QStringLiteral(QUILLMERE_HUB_CA)); }
 
     std::unique_ptr<SampleHub> m_hub;
 };
@@ -77,52 +77,52 @@ qsizetype VideoLiveTest::playlistRequestCount()
 
 void VideoLiveTest::playbackStartsAtLiveEdgeAndContinues()
 {
-    VideoStage stage(certificates());
-    QVERIFY(stage.isExposed());
-    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
+    VideoFixture fixture(certificates());
+    QVERIFY(fixture.isExposed());
+    QSignalSpy shown(fixture.player.get(), &VideoPlayer::pictureShown);
     const int newest = newestSegment();
-    stage.play(QUrl(SampleHub::urlOf(playlist)), 0, PlayerItem::Kind::Live);
-    QVERIFY(stage.waitForPicture());
+    fixture.play(QUrl(SampleHub::urlOf(playlist)), 0, PlayerItem::Kind::Live);
+    QVERIFY(fixture.waitForPicture());
     const int first = requestedSegments().value(0);
     QVERIFY2(first >= newest - 2, qPrintable(u"%1 of %2"_s.arg(first).arg(newest)));
-    QVERIFY(!stage.player->isSeekable());
-    QCOMPARE(stage.player->duration(), 0.0);
+    QVERIFY(!fixture.player->isSeekable());
+    QCOMPARE(fixture.player->duration(), 0.0);
     // Farther than the end of the first playlist.
-    const double joined = stage.player->position();
-    QTRY_VERIFY_WITH_TIMEOUT(stage.player->position() > joined + 16, 60'000);
+    const double joined = fixture.player->position();
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.player->position() > joined + 16, 60'000);
     QCOMPARE(shown.count(), 1);
-    QVERIFY(stage.newPictures() >= 5);
+    QVERIFY(fixture.newPictures() >= 5);
 }
 
 void VideoLiveTest::playbackResumesWhenHubReturns()
 {
-    VideoStage stage(certificates());
-    QVERIFY(stage.isExposed());
-    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
-    stage.play(QUrl(SampleHub::urlOf(playlist)), 0, PlayerItem::Kind::Live);
-    QVERIFY(stage.waitForPicture());
+    VideoFixture fixture(certificates());
+    QVERIFY(fixture.isExposed());
+    QSignalSpy shown(fixture.player.get(), &VideoPlayer::pictureShown);
+    fixture.play(QUrl(SampleHub::urlOf(playlist)), 0, PlayerItem::Kind::Live);
+    QVERIFY(fixture.waitForPicture());
     m_hub->stop();
-    QTRY_VERIFY_WITH_TIMEOUT(stage.player->isWaiting(), 60'000);
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.player->isWaiting(), 60'000);
     m_hub->start();
     QTRY_COMPARE_WITH_TIMEOUT(shown.count(), 2, 90'000);
-    QTRY_COMPARE(stage.player->timeControl(), VideoPlayer::TimeControl::Playing);
-    QVERIFY(!stage.hasFailed());
+    QTRY_COMPARE(fixture.player->timeControl(), VideoPlayer::TimeControl::Playing);
+    QVERIFY(!fixture.hasFailed());
 }
 
 void VideoLiveTest::failingPlaylistIsRetriedUntilItemIsRemoved()
 {
     m_hub->addFault(playlist, u"error"_s);
-    VideoStage stage(certificates());
-    QVERIFY(stage.isExposed());
+    VideoFixture fixture(certificates());
+    QVERIFY(fixture.isExposed());
     QElapsedTimer time;
     time.start();
-    stage.play(QUrl(SampleHub::urlOf(playlist)), 0, PlayerItem::Kind::Live);
+    fixture.play(QUrl(SampleHub::urlOf(playlist)), 0, PlayerItem::Kind::Live);
     QTRY_COMPARE_WITH_TIMEOUT(playlistRequestCount(), 3, 60'000);
     QVERIFY2(time.elapsed() >= 16'000, qPrintable(QString::number(time.elapsed())));
-    QVERIFY(!stage.hasFailed());
+    QVERIFY(!fixture.hasFailed());
     m_hub->reset();
-    QVERIFY(stage.waitForPicture(30'000));
-    stage.player->setItem(nullptr);
+    QVERIFY(fixture.waitForPicture(30'000));
+    fixture.player->setItem(nullptr);
     m_hub->addFault(playlist, u"error"_s);
     m_hub->post(u"/log/clear"_s);
     QTest::qWait(9'000);
@@ -157,25 +157,25 @@ void VideoLiveTest::playbackContinuesAcrossDiscontinuity()
     connect(&timer, &QTimer::timeout, this, publish);
     timer.start(CountedRecording::segmentSeconds * 1000);
     publish();
-    VideoStage stage(folder.read(u"authority.pem"_s));
-    QVERIFY(stage.isExposed());
-    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
-    stage.play(server.url(u"/round.m3u8"_s), 0, PlayerItem::Kind::Live);
-    QVERIFY(stage.waitForPicture());
+    VideoFixture fixture(folder.read(u"authority.pem"_s));
+    QVERIFY(fixture.isExposed());
+    QSignalSpy shown(fixture.player.get(), &VideoPlayer::pictureShown);
+    fixture.play(server.url(u"/round.m3u8"_s), 0, PlayerItem::Kind::Live);
+    QVERIFY(fixture.waitForPicture());
     int loops = 0;
     int last = 0;
     QElapsedTimer time;
     time.start();
     while (loops < 2 && time.elapsed() < 60'000) {
         QTest::qWait(250);
-        const int second = CountedRecording::secondShown(stage.window.grabWindow());
+        const int second = CountedRecording::secondShown(fixture.window.grabWindow());
         loops += second < last;
         last = second;
     }
     QCOMPARE(loops, 2);
     QVERIFY2(time.elapsed() < 40'000, qPrintable(QString::number(time.elapsed())));
     QCOMPARE(shown.count(), 1);
-    QVERIFY(!stage.hasFailed());
+    QVERIFY(!fixture.hasFailed());
 }
 
 QUILLMERE_TEST(VideoLiveTest, QGuiApplication)

@@ -1,6 +1,6 @@
 #include "ProcessResources.h"
 #include "TestMain.h"
-#include "VideoStage.h"
+#include "VideoFixture.h"
 
 using namespace Qt::StringLiterals;
 
@@ -67,42 +67,42 @@ void VideoPictureTest::initTestCase()
 
 void VideoPictureTest::pluginIsNotLoadedBeforeFirstPlayback()
 {
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
     const bool openGL = qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND");
-    QCOMPARE(stage.window.rendererInterface()->graphicsApi(),
+    QCOMPARE(fixture.window.rendererInterface()->graphicsApi(),
              openGL ? QSGRendererInterface::OpenGL : QSGRendererInterface::Software);
-    QVERIFY(!VideoStages::playerIsMapped());
-    stage.play(m_stream);
-    QTRY_VERIFY(VideoStages::playerIsMapped());
+    QVERIFY(!isPlayerMapped());
+    fixture.play(m_stream);
+    QTRY_VERIFY(isPlayerMapped());
 }
 
 void VideoPictureTest::pictureAndPositionAdvance()
 {
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    QSignalSpy shown(fixture.player.get(), &VideoPlayer::pictureShown);
     bool positionChangedBeforePicture = false;
-    connect(stage.player.get(), &VideoPlayer::positionChanged, this,
+    connect(fixture.player.get(), &VideoPlayer::positionChanged, this,
             [&] { positionChangedBeforePicture |= shown.isEmpty(); });
-    stage.play(m_stream);
-    QCOMPARE(int(stage.item->status()), int(PlayerItem::Status::Unknown));
-    QVERIFY(stage.waitForPicture());
-    QVERIFY(stage.newPictures() >= 8);
-    QVERIFY(stage.player->position() > 1);
-    QVERIFY(std::abs(stage.player->duration() - 12) < 0.5);
+    fixture.play(m_stream);
+    QCOMPARE(int(fixture.item->status()), int(PlayerItem::Status::Unknown));
+    QVERIFY(fixture.waitForPicture());
+    QVERIFY(fixture.newPictures() >= 8);
+    QVERIFY(fixture.player->position() > 1);
+    QVERIFY(std::abs(fixture.player->duration() - 12) < 0.5);
     QCOMPARE(shown.count(), 1);
     QVERIFY(!positionChangedBeforePicture);
 }
 
 void VideoPictureTest::pictureIsLetterboxedWithBlack()
 {
-    VideoStage stage(authority(), {640, 560});
-    QVERIFY(stage.isExposed());
-    stage.play(m_stream);
-    QVERIFY(stage.waitForPicture());
-    QTRY_VERIFY(stage.window.grabWindow().pixelColor(320, 280) != QColor(Qt::black));
-    const QImage picture = stage.window.grabWindow();
+    VideoFixture fixture(authority(), {640, 560});
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_stream);
+    QVERIFY(fixture.waitForPicture());
+    QTRY_VERIFY(fixture.window.grabWindow().pixelColor(320, 280) != QColor(Qt::black));
+    const QImage picture = fixture.window.grabWindow();
     for (const int bar : {2, 90, 468, 557})
         QCOMPARE(picture.pixelColor(320, bar), QColor(Qt::black));
     // The picture has the full width and is 360 pixels high.
@@ -127,64 +127,64 @@ void VideoPictureTest::pictureIsUprightAndKeepsColours()
     m_server->setBody(u"/halves.m3u8"_s,
                       "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:6\n#EXT-X-PLAYLIST-TYPE:VOD\n"
                       "#EXTINF:6,\nhalves.ts\n#EXT-X-ENDLIST\n");
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_server->url(u"/halves.m3u8"_s));
-    QVERIFY(stage.waitForPicture());
-    QTRY_VERIFY(stage.window.grabWindow().pixelColor(320, 60).red() > 200);
-    QVERIFY(stage.window.grabWindow().pixelColor(320, 60).blue() < 60);
-    QVERIFY(stage.window.grabWindow().pixelColor(320, 300).blue() > 200);
-    QVERIFY(stage.window.grabWindow().pixelColor(320, 300).red() < 60);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_server->url(u"/halves.m3u8"_s));
+    QVERIFY(fixture.waitForPicture());
+    QTRY_VERIFY(fixture.window.grabWindow().pixelColor(320, 60).red() > 200);
+    QVERIFY(fixture.window.grabWindow().pixelColor(320, 60).blue() < 60);
+    QVERIFY(fixture.window.grabWindow().pixelColor(320, 300).blue() > 200);
+    QVERIFY(fixture.window.grabWindow().pixelColor(320, 300).red() < 60);
 }
 
 void VideoPictureTest::pictureFollowsScaleOfCanvas()
 {
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_stream);
-    QVERIFY(stage.waitForPicture());
-    stage.window.contentItem()->setTransformOrigin(QQuickItem::TopLeft);
-    stage.window.contentItem()->setScale(0.5);
-    stage.player->pause();
-    QTRY_COMPARE(stage.window.grabWindow().pixelColor(500, 300), QColor(Qt::blue));
-    QTRY_VERIFY(stage.window.grabWindow().pixelColor(160, 10).lightness() > 40);
-    QVERIFY(stage.window.grabWindow().pixelColor(319, 90) != QColor(Qt::blue));
-    QCOMPARE(stage.window.grabWindow().pixelColor(321, 90), QColor(Qt::blue));
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_stream);
+    QVERIFY(fixture.waitForPicture());
+    fixture.window.contentItem()->setTransformOrigin(QQuickItem::TopLeft);
+    fixture.window.contentItem()->setScale(0.5);
+    fixture.player->pause();
+    QTRY_COMPARE(fixture.window.grabWindow().pixelColor(500, 300), QColor(Qt::blue));
+    QTRY_VERIFY(fixture.window.grabWindow().pixelColor(160, 10).lightness() > 40);
+    QVERIFY(fixture.window.grabWindow().pixelColor(319, 90) != QColor(Qt::blue));
+    QCOMPARE(fixture.window.grabWindow().pixelColor(321, 90), QColor(Qt::blue));
 }
 
 void VideoPictureTest::pictureStopsWhenPaused()
 {
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_stream);
-    QVERIFY(stage.waitForPicture());
-    stage.player->pause();
-    QCOMPARE(stage.player->timeControl(), VideoPlayer::TimeControl::Paused);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_stream);
+    QVERIFY(fixture.waitForPicture());
+    fixture.player->pause();
+    QCOMPARE(fixture.player->timeControl(), VideoPlayer::TimeControl::Paused);
     // One more picture may still appear.
     double position = -1;
-    QTRY_VERIFY_WITH_TIMEOUT(std::exchange(position, stage.player->position()) == stage.player->position() &&
-                                 !QTest::qWaitFor([&] { return stage.player->position() != position; }, 400),
+    QTRY_VERIFY_WITH_TIMEOUT(std::exchange(position, fixture.player->position()) == fixture.player->position() &&
+                                 !QTest::qWaitFor([&] { return fixture.player->position() != position; }, 400),
                              5000);
-    stage.player->play();
-    QTRY_VERIFY(stage.player->position() > position + 0.3);
+    fixture.player->play();
+    QTRY_VERIFY(fixture.player->position() > position + 0.3);
 }
 
 void VideoPictureTest::newItemReplacesCurrentOne()
 {
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_stream);
-    stage.play(m_server->url(u"/nothing.m3u8"_s));
-    stage.play(m_stream, 6);
-    QVERIFY(stage.waitForPicture());
-    QVERIFY(stage.player->position() >= 6);
-    stage.play(m_stream);
-    QCOMPARE(stage.player->position(), 0.0);
-    QVERIFY(stage.waitForPicture());
-    QVERIFY(stage.player->position() < 4);
-    const auto last = stage.item;
-    stage.player->setItem(nullptr);
-    QCOMPARE(stage.player->position(), 0.0);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_stream);
+    fixture.play(m_server->url(u"/nothing.m3u8"_s));
+    fixture.play(m_stream, 6);
+    QVERIFY(fixture.waitForPicture());
+    QVERIFY(fixture.player->position() >= 6);
+    fixture.play(m_stream);
+    QCOMPARE(fixture.player->position(), 0.0);
+    QVERIFY(fixture.waitForPicture());
+    QVERIFY(fixture.player->position() < 4);
+    const auto last = fixture.item;
+    fixture.player->setItem(nullptr);
+    QCOMPARE(fixture.player->position(), 0.0);
     QCOMPARE(int(last->status()), int(PlayerItem::Status::ReadyToPlay));
 }
 

@@ -1,6 +1,6 @@
 #include "CountedRecording.h"
 #include "TestMain.h"
-#include "VideoStage.h"
+#include "VideoFixture.h"
 
 #include <cmath>
 
@@ -58,85 +58,85 @@ void VideoSeekTest::positions()
 void VideoSeekTest::playbackStartsAtOrAfterRequestedPosition()
 {
     QFETCH(const double, requested);
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
-    stage.play(m_recording, requested);
-    stage.player->pause();
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    QSignalSpy shown(fixture.player.get(), &VideoPlayer::pictureShown);
+    fixture.play(m_recording, requested);
+    fixture.player->pause();
     QTRY_COMPARE_WITH_TIMEOUT(shown.count(), 1, 15'000);
-    const double reached = stage.player->position();
+    const double reached = fixture.player->position();
     QVERIFY2(reached >= requested && reached < requested + 1, qPrintable(QString::number(reached, 'f', 4)));
-    QTRY_COMPARE(secondShown(stage.window.grabWindow()), int(std::floor(reached)));
+    QTRY_COMPARE(secondShown(fixture.window.grabWindow()), int(std::floor(reached)));
 }
 
 void VideoSeekTest::seekEndsAtOrAfterRequestedPosition()
 {
     QFETCH(const double, requested);
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_recording, 600);
-    QVERIFY(stage.waitForPicture());
-    stage.player->pause();
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_recording, 600);
+    QVERIFY(fixture.waitForPicture());
+    fixture.player->pause();
     std::optional<bool> finished;
-    stage.player->seek(requested, SeekTolerance::AtOrAfter, [&finished](bool done) { finished = done; });
+    fixture.player->seek(requested, SeekTolerance::AtOrAfter, [&finished](bool done) { finished = done; });
     QTRY_VERIFY_WITH_TIMEOUT(finished, 15'000);
     QVERIFY(*finished);
-    const double reached = stage.player->position();
+    const double reached = fixture.player->position();
     QVERIFY2(reached >= requested && reached < requested + 1, qPrintable(QString::number(reached, 'f', 4)));
-    QTRY_COMPARE(secondShown(stage.window.grabWindow()), int(std::floor(reached)));
+    QTRY_COMPARE(secondShown(fixture.window.grabWindow()), int(std::floor(reached)));
 }
 
 void VideoSeekTest::playbackContinuesAfterSeek()
 {
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_recording);
-    QVERIFY(stage.waitForPicture());
-    stage.player->seek(125, SeekTolerance::AtOrAfter);
-    QTRY_VERIFY_WITH_TIMEOUT(stage.player->position() > 126.5, 15'000);
-    QCOMPARE(stage.player->timeControl(), VideoPlayer::TimeControl::Playing);
-    QVERIFY(secondShown(stage.window.grabWindow()) >= 126);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_recording);
+    QVERIFY(fixture.waitForPicture());
+    fixture.player->seek(125, SeekTolerance::AtOrAfter);
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.player->position() > 126.5, 15'000);
+    QCOMPARE(fixture.player->timeControl(), VideoPlayer::TimeControl::Playing);
+    QVERIFY(secondShown(fixture.window.grabWindow()) >= 126);
 }
 
 void VideoSeekTest::scrubbingSeekEndsNearRequestedPosition()
 {
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_recording);
-    QVERIFY(stage.waitForPicture());
-    stage.player->pause();
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_recording);
+    QVERIFY(fixture.waitForPicture());
+    fixture.player->pause();
     std::optional<bool> finished;
-    stage.player->seek(902, SeekTolerance::Nearest, [&finished](bool done) { finished = done; });
+    fixture.player->seek(902, SeekTolerance::Nearest, [&finished](bool done) { finished = done; });
     QTRY_VERIFY_WITH_TIMEOUT(finished, 15'000);
     QVERIFY(*finished);
-    QVERIFY2(std::abs(stage.player->position() - 902) <= 8, qPrintable(QString::number(stage.player->position())));
+    QVERIFY2(std::abs(fixture.player->position() - 902) <= 8, qPrintable(QString::number(fixture.player->position())));
 }
 
 void VideoSeekTest::lastOfSeveralSeeksApplies()
 {
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_recording);
-    QVERIFY(stage.waitForPicture());
-    stage.player->pause();
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_recording);
+    QVERIFY(fixture.waitForPicture());
+    fixture.player->pause();
     QList<bool> results;
     for (const double requested : {800.0, 20.0, 1100.0, 333.0})
-        stage.player->seek(requested, SeekTolerance::AtOrAfter, [&results](bool done) { results << done; });
+        fixture.player->seek(requested, SeekTolerance::AtOrAfter, [&results](bool done) { results << done; });
     QTRY_COMPARE_WITH_TIMEOUT(results.size(), 4, 15'000);
     QCOMPARE(results, (QList<bool>{false, false, false, true}));
-    QVERIFY(stage.player->position() >= 333 && stage.player->position() < 334);
-    QTRY_COMPARE(secondShown(stage.window.grabWindow()), 333);
+    QVERIFY(fixture.player->position() >= 333 && fixture.player->position() < 334);
+    QTRY_COMPARE(secondShown(fixture.window.grabWindow()), 333);
 }
 
 void VideoSeekTest::dataIsBufferedAhead()
 {
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_recording, 125);
-    QVERIFY(stage.waitForPicture());
-    QTRY_VERIFY(stage.player->bufferedTo() > stage.player->position() + 8);
-    QVERIFY(stage.player->bufferedTo() <= duration + 1);
-    QVERIFY(stage.player->isSeekable());
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_recording, 125);
+    QVERIFY(fixture.waitForPicture());
+    QTRY_VERIFY(fixture.player->bufferedTo() > fixture.player->position() + 8);
+    QVERIFY(fixture.player->bufferedTo() <= duration + 1);
+    QVERIFY(fixture.player->isSeekable());
 }
 
 void VideoSeekTest::growingRecordingStartsAtBeginning()
@@ -144,11 +144,11 @@ void VideoSeekTest::growingRecordingStartsAtBeginning()
     QByteArray playlist = m_folder.read(u"long.m3u8"_s);
     playlist.replace("#EXT-X-PLAYLIST-TYPE:VOD\n", "").replace("#EXT-X-ENDLIST\n", "");
     m_server->setBody(u"/growing.m3u8"_s, playlist);
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_server->url(u"/growing.m3u8"_s));
-    QVERIFY(stage.waitForPicture());
-    QVERIFY(stage.player->position() < 5);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_server->url(u"/growing.m3u8"_s));
+    QVERIFY(fixture.waitForPicture());
+    QVERIFY(fixture.player->position() < 5);
 }
 
 QUILLMERE_TEST(VideoSeekTest, QGuiApplication)

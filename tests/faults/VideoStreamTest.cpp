@@ -1,5 +1,5 @@
 #include "TestMain.h"
-#include "VideoStage.h"
+#include "VideoFixture.h"
 
 #include <QTcpServer>
 
@@ -40,7 +40,7 @@ private:
         return "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:2\n#EXT-X-PLAYLIST-TYPE:VOD\n#EXTINF:2,\n" + segment +
                "\n#EXT-X-ENDLIST\n";
     }
-    void expectFailure(VideoStage& stage, const QUrl& url, Cause cause);
+    void expectFailure(VideoFixture& fixture, const QUrl& url, Cause cause);
 
     StreamFolder m_folder;
     std::unique_ptr<StreamServer> m_server;
@@ -57,62 +57,62 @@ void VideoStreamTest::init()
     m_server = std::make_unique<StreamServer>(m_folder.path());
 }
 
-void VideoStreamTest::expectFailure(VideoStage& stage, const QUrl& url, Cause cause)
+void VideoStreamTest::expectFailure(VideoFixture& fixture, const QUrl& url, Cause cause)
 {
-    QVERIFY(stage.isExposed());
-    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
-    stage.play(url);
-    QTRY_VERIFY_WITH_TIMEOUT(stage.hasFailed(), 60'000);
-    QVERIFY2(stage.failure().cause == cause,
-             qPrintable(u"%1: %2"_s.arg(int(stage.failure().cause)).arg(stage.failure().description)));
+    QVERIFY(fixture.isExposed());
+    QSignalSpy shown(fixture.player.get(), &VideoPlayer::pictureShown);
+    fixture.play(url);
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.hasFailed(), 60'000);
+    QVERIFY2(fixture.failure().cause == cause,
+             qPrintable(u"%1: %2"_s.arg(int(fixture.failure().cause)).arg(fixture.failure().description)));
     QCOMPARE(shown.count(), 0);
 }
 
 void VideoStreamTest::itemEndsWhenStreamIsPlayedToEnd()
 {
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_server->url(u"/index.m3u8"_s), 8.5);
-    QSignalSpy ended(stage.item.get(), &PlayerItem::didPlayToEnd);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_server->url(u"/index.m3u8"_s), 8.5);
+    QSignalSpy ended(fixture.item.get(), &PlayerItem::didPlayToEnd);
     QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 20'000);
-    QVERIFY(stage.player->position() > 11);
-    QVERIFY(!stage.hasFailed());
+    QVERIFY(fixture.player->position() > 11);
+    QVERIFY(!fixture.hasFailed());
 }
 
 void VideoStreamTest::missingStreamReportsHttpStatus()
 {
-    VideoStage stage(authority());
-    expectFailure(stage, m_server->url(u"/missing.m3u8"_s), Cause::Status);
-    QCOMPARE(stage.failure().httpStatus, 404);
+    VideoFixture fixture(authority());
+    expectFailure(fixture, m_server->url(u"/missing.m3u8"_s), Cause::Status);
+    QCOMPARE(fixture.failure().httpStatus, 404);
 }
 
 void VideoStreamTest::closedPortReportsRefusedConnection()
 {
     const QUrl url = m_server->url(u"/index.m3u8"_s);
     m_server.reset();
-    VideoStage stage(authority());
-    expectFailure(stage, url, Cause::Refused);
+    VideoFixture fixture(authority());
+    expectFailure(fixture, url, Cause::Refused);
 }
 
 void VideoStreamTest::silentServerTimesOut()
 {
     m_server->setUnanswered(u"/index.m3u8"_s);
-    VideoStage stage(authority());
-    expectFailure(stage, m_server->url(u"/index.m3u8"_s), Cause::TimedOut);
+    VideoFixture fixture(authority());
+    expectFailure(fixture, m_server->url(u"/index.m3u8"_s), Cause::TimedOut);
 }
 
 void VideoStreamTest::tricklingServerTimesOut()
 {
     m_server->trickle(u"/index.m3u8"_s);
-    VideoStage stage(authority());
-    expectFailure(stage, m_server->url(u"/index.m3u8"_s), Cause::TimedOut);
+    VideoFixture fixture(authority());
+    expectFailure(fixture, m_server->url(u"/index.m3u8"_s), Cause::TimedOut);
     QTRY_COMPARE(m_server->openConnections(), 0);
 }
 
 void VideoStreamTest::certificateOfUnknownIssuerIsRefused()
 {
-    VideoStage stage(m_folder.read(u"stranger.pem"_s));
-    expectFailure(stage, m_server->url(u"/index.m3u8"_s), Cause::Certificate);
+    VideoFixture fixture(m_folder.read(u"stranger.pem"_s));
+    expectFailure(fixture, m_server->url(u"/index.m3u8"_s), Cause::Certificate);
     QVERIFY(m_server->requests().isEmpty());
 }
 
@@ -120,8 +120,8 @@ void VideoStreamTest::certificateOfOtherHostIsRefused()
 {
     QUrl url = m_server->url(u"/index.m3u8"_s);
     url.setHost(u"127.0.0.1"_s);
-    VideoStage stage(authority());
-    expectFailure(stage, url, Cause::Certificate);
+    VideoFixture fixture(authority());
+    expectFailure(fixture, url, Cause::Certificate);
     QVERIFY(m_server->requests().isEmpty());
 }
 
@@ -129,11 +129,11 @@ void VideoStreamTest::segmentServerWithUnknownIssuerIsRefused()
 {
     StreamServer untrustedServer(m_folder.path(), u"strange-server"_s);
     m_server->setBody(u"/untrusted.m3u8"_s, playlistOf(untrustedServer.url(u"/part0.ts"_s).toEncoded()));
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
-    stage.play(m_server->url(u"/untrusted.m3u8"_s));
-    QTRY_VERIFY_WITH_TIMEOUT(stage.hasFailed(), 30'000);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    QSignalSpy shown(fixture.player.get(), &VideoPlayer::pictureShown);
+    fixture.play(m_server->url(u"/untrusted.m3u8"_s));
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.hasFailed(), 30'000);
     QCOMPARE(shown.count(), 0);
     QVERIFY(untrustedServer.requests().isEmpty());
 }
@@ -148,8 +148,8 @@ void VideoStreamTest::tlsBelow12IsRefused()
     QTRY_VERIFY((output += server.readAllStandardOutput()).contains("ACCEPT ") && output.endsWith('\n'));
     const QByteArray address = output.mid(output.indexOf("ACCEPT ")).split('\n').first();
     const QByteArray port = address.mid(address.lastIndexOf(':') + 1).trimmed();
-    VideoStage stage(authority());
-    expectFailure(stage, QUrl(u"https://localhost:"_s + QString::fromLatin1(port) + u"/index.m3u8"_s),
+    VideoFixture fixture(authority());
+    expectFailure(fixture, QUrl(u"https://localhost:"_s + QString::fromLatin1(port) + u"/index.m3u8"_s),
                   Cause::Certificate);
     server.kill();
     server.waitForFinished();
@@ -172,11 +172,11 @@ void VideoStreamTest::playlistCannotReadLocalFile()
 {
     QFETCH(const QByteArray, segment);
     m_server->setBody(u"/local-file.m3u8"_s, playlistOf(segment));
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
-    stage.play(m_server->url(u"/local-file.m3u8"_s));
-    QTRY_VERIFY_WITH_TIMEOUT(stage.hasFailed(), 30'000);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    QSignalSpy shown(fixture.player.get(), &VideoPlayer::pictureShown);
+    fixture.play(m_server->url(u"/local-file.m3u8"_s));
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.hasFailed(), 30'000);
     QCOMPARE(shown.count(), 0);
 }
 
@@ -186,10 +186,10 @@ void VideoStreamTest::httpsPlaylistCannotLoadHttpSegment()
     QVERIFY(httpServer.listen(QHostAddress::LocalHost));
     m_server->setBody(u"/plain.m3u8"_s,
                       playlistOf("http://localhost:" + QByteArray::number(httpServer.serverPort()) + "/a.ts"));
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_server->url(u"/plain.m3u8"_s));
-    QTRY_VERIFY_WITH_TIMEOUT(stage.hasFailed(), 30'000);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_server->url(u"/plain.m3u8"_s));
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.hasFailed(), 30'000);
     QVERIFY(!httpServer.hasPendingConnections());
 }
 
@@ -209,10 +209,10 @@ void VideoStreamTest::httpsIsNotRedirectedToHttp()
         "Location: http://localhost:" + QByteArray::number(httpServer.serverPort()) + "/index.m3u8";
     m_server->answer(u"/redirect.m3u8"_s, 302, location);
     m_server->setBody(u"/segment-redirect.m3u8"_s, playlistOf("redirect.m3u8"));
-    VideoStage stage(authority());
-    QVERIFY(stage.isExposed());
-    stage.play(m_server->url(path));
-    QTRY_VERIFY_WITH_TIMEOUT(stage.hasFailed() || httpServer.hasPendingConnections(), 30'000);
+    VideoFixture fixture(authority());
+    QVERIFY(fixture.isExposed());
+    fixture.play(m_server->url(path));
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.hasFailed() || httpServer.hasPendingConnections(), 30'000);
     QEXPECT_FAIL("", "libavformat 5.1 follows such a redirect; its one option against it forbids every redirect",
                  Continue);
     QVERIFY(!httpServer.hasPendingConnections());
@@ -231,8 +231,8 @@ void VideoStreamTest::dataThatIsNotStreamFails()
 {
     QFETCH(const QByteArray, body);
     m_server->setBody(u"/not-a-stream.m3u8"_s, body);
-    VideoStage stage(authority());
-    expectFailure(stage, m_server->url(u"/not-a-stream.m3u8"_s), Cause::Unplayable);
+    VideoFixture fixture(authority());
+    expectFailure(fixture, m_server->url(u"/not-a-stream.m3u8"_s), Cause::Unplayable);
     QCOMPARE(m_server->requests().filter(u"part"_s).size(), 0);
 }
 
@@ -249,10 +249,10 @@ void VideoStreamTest::unsupportedUrlFailsAtOnce_data()
 void VideoStreamTest::unsupportedUrlFailsAtOnce()
 {
     QFETCH(const QUrl, url);
-    VideoStage stage(authority());
-    stage.play(url);
-    QTRY_VERIFY(stage.hasFailed());
-    QCOMPARE(int(stage.failure().cause), int(Cause::BadAddress));
+    VideoFixture fixture(authority());
+    fixture.play(url);
+    QTRY_VERIFY(fixture.hasFailed());
+    QCOMPARE(int(fixture.failure().cause), int(Cause::BadAddress));
 }
 
 QUILLMERE_TEST(VideoStreamTest, QGuiApplication)

@@ -1,5 +1,5 @@
 #include "TestMain.h"
-#include "VideoStage.h"
+#include "VideoFixture.h"
 
 using namespace Qt::StringLiterals;
 using Kind = MediaTrack::Kind;
@@ -39,8 +39,8 @@ private Q_SLOTS:
 private:
     bool createStream(const QStringList& input, const QString& name);
     void addSubtitles();
-    const MediaTrack* findTrack(const VideoStage& stage, Kind kind, int id) const;
-    bool waitForTracks(VideoStage& stage);
+    const MediaTrack* findTrack(const VideoFixture& fixture, Kind kind, int id) const;
+    bool waitForTracks(VideoFixture& fixture);
     QByteArray authority() const { return m_folder.read(u"authority.pem"_s); }
 
     StreamFolder m_folder;
@@ -91,80 +91,80 @@ void VideoTrackTest::initTestCase()
     VideoPlugins::addFolder(QStringLiteral(QUILLMERE_TEST_PLUGINS));
 }
 
-const MediaTrack* VideoTrackTest::findTrack(const VideoStage& stage, Kind kind, int id) const
+const MediaTrack* VideoTrackTest::findTrack(const VideoFixture& fixture, Kind kind, int id) const
 {
-    for (const MediaTrack& one : stage.player->tracks()) {
+    for (const MediaTrack& one : fixture.player->tracks()) {
         if (one.kind == kind && one.id == id)
             return &one;
     }
     return nullptr;
 }
 
-bool VideoTrackTest::waitForTracks(VideoStage& stage)
+bool VideoTrackTest::waitForTracks(VideoFixture& fixture)
 {
-    stage.play(m_server->url(u"/master.m3u8"_s));
-    return stage.waitForPicture() && QTest::qWaitFor([&] { return stage.player->tracks().size() == 3; });
+    fixture.play(m_server->url(u"/master.m3u8"_s));
+    return fixture.waitForPicture() && QTest::qWaitFor([&] { return fixture.player->tracks().size() == 3; });
 }
 
 void VideoTrackTest::tracksOfStreamAreListed()
 {
-    VideoStage stage(authority(), canvas);
-    QVERIFY(stage.isExposed());
-    QVERIFY(waitForTracks(stage));
-    QVERIFY(findTrack(stage, Kind::Audio, 1) && findTrack(stage, Kind::Audio, 2) &&
-            findTrack(stage, Kind::Subtitle, 1));
-    QCOMPARE(findTrack(stage, Kind::Audio, 1)->language, u"en"_s);
-    QCOMPARE(findTrack(stage, Kind::Audio, 2)->language, u"de"_s);
-    QCOMPARE(findTrack(stage, Kind::Subtitle, 1)->language, u"en"_s);
-    QTRY_VERIFY(findTrack(stage, Kind::Audio, 1)->selected);
-    QVERIFY(!findTrack(stage, Kind::Audio, 2)->selected);
-    QVERIFY(!findTrack(stage, Kind::Subtitle, 1)->selected);
+    VideoFixture fixture(authority(), canvas);
+    QVERIFY(fixture.isExposed());
+    QVERIFY(waitForTracks(fixture));
+    QVERIFY(findTrack(fixture, Kind::Audio, 1) && findTrack(fixture, Kind::Audio, 2) &&
+            findTrack(fixture, Kind::Subtitle, 1));
+    QCOMPARE(findTrack(fixture, Kind::Audio, 1)->language, u"en"_s);
+    QCOMPARE(findTrack(fixture, Kind::Audio, 2)->language, u"de"_s);
+    QCOMPARE(findTrack(fixture, Kind::Subtitle, 1)->language, u"en"_s);
+    QTRY_VERIFY(findTrack(fixture, Kind::Audio, 1)->selected);
+    QVERIFY(!findTrack(fixture, Kind::Audio, 2)->selected);
+    QVERIFY(!findTrack(fixture, Kind::Subtitle, 1)->selected);
 }
 
 void VideoTrackTest::playbackContinuesWhenAudioTrackIsSelected()
 {
-    VideoStage stage(authority(), canvas);
-    QVERIFY(stage.isExposed());
-    QVERIFY(waitForTracks(stage));
-    const double before = stage.player->position();
-    stage.player->select(Kind::Audio, 2);
-    QTRY_VERIFY(findTrack(stage, Kind::Audio, 2) && findTrack(stage, Kind::Audio, 2)->selected);
-    QVERIFY(!findTrack(stage, Kind::Audio, 1)->selected);
-    QTRY_VERIFY(stage.player->position() > before + 2);
-    QVERIFY(stage.player->position() < before + 4);
-    QCOMPARE(stage.player->timeControl(), VideoPlayer::TimeControl::Playing);
+    VideoFixture fixture(authority(), canvas);
+    QVERIFY(fixture.isExposed());
+    QVERIFY(waitForTracks(fixture));
+    const double before = fixture.player->position();
+    fixture.player->select(Kind::Audio, 2);
+    QTRY_VERIFY(findTrack(fixture, Kind::Audio, 2) && findTrack(fixture, Kind::Audio, 2)->selected);
+    QVERIFY(!findTrack(fixture, Kind::Audio, 1)->selected);
+    QTRY_VERIFY(fixture.player->position() > before + 2);
+    QVERIFY(fixture.player->position() < before + 4);
+    QCOMPARE(fixture.player->timeControl(), VideoPlayer::TimeControl::Playing);
 }
 
 void VideoTrackTest::subtitlesAreInSafeArea()
 {
-    VideoStage stage(authority(), canvas);
-    QVERIFY(stage.isExposed());
-    QVERIFY(waitForTracks(stage));
-    QVERIFY(brightArea(stage.window.grabWindow()).isEmpty());
-    stage.player->select(Kind::Subtitle, 1);
-    QTRY_VERIFY(findTrack(stage, Kind::Subtitle, 1) && findTrack(stage, Kind::Subtitle, 1)->selected);
+    VideoFixture fixture(authority(), canvas);
+    QVERIFY(fixture.isExposed());
+    QVERIFY(waitForTracks(fixture));
+    QVERIFY(brightArea(fixture.window.grabWindow()).isEmpty());
+    fixture.player->select(Kind::Subtitle, 1);
+    QTRY_VERIFY(findTrack(fixture, Kind::Subtitle, 1) && findTrack(fixture, Kind::Subtitle, 1)->selected);
     QRect textArea;
-    QTRY_VERIFY_WITH_TIMEOUT(!(textArea = brightArea(stage.window.grabWindow())).isEmpty(), 10'000);
+    QTRY_VERIFY_WITH_TIMEOUT(!(textArea = brightArea(fixture.window.grabWindow())).isEmpty(), 10'000);
     QVERIFY2(
         safeArea.contains(textArea),
         qPrintable(u"%1,%2 %3x%4"_s.arg(textArea.x()).arg(textArea.y()).arg(textArea.width()).arg(textArea.height())));
     QVERIFY(textArea.width() > canvas.width() / 2);
     QVERIFY(textArea.height() > 40);
-    stage.player->select(Kind::Subtitle, MediaTrack::none);
-    QTRY_VERIFY(brightArea(stage.window.grabWindow()).isEmpty());
+    fixture.player->select(Kind::Subtitle, MediaTrack::none);
+    QTRY_VERIFY(brightArea(fixture.window.grabWindow()).isEmpty());
 }
 
 void VideoTrackTest::seekFinishesWhileSubtitlesLoad()
 {
-    VideoStage stage(authority(), canvas);
-    QVERIFY(stage.isExposed());
-    QVERIFY(waitForTracks(stage));
-    QSignalSpy shown(stage.player.get(), &VideoPlayer::pictureShown);
+    VideoFixture fixture(authority(), canvas);
+    QVERIFY(fixture.isExposed());
+    QVERIFY(waitForTracks(fixture));
+    QSignalSpy shown(fixture.player.get(), &VideoPlayer::pictureShown);
     bool hasFinished = false;
-    stage.player->select(Kind::Subtitle, 1);
-    stage.player->seek(9, SeekTolerance::AtOrAfter, [&hasFinished](bool finished) { hasFinished = finished; });
+    fixture.player->select(Kind::Subtitle, 1);
+    fixture.player->seek(9, SeekTolerance::AtOrAfter, [&hasFinished](bool finished) { hasFinished = finished; });
     QTRY_VERIFY_WITH_TIMEOUT(hasFinished, 30'000);
-    QVERIFY(stage.player->position() >= 9);
+    QVERIFY(fixture.player->position() >= 9);
     // The stream was not loaded again after a stall.
     QCOMPARE(shown.count(), 0);
 }

@@ -1,7 +1,7 @@
-#include "Stage.h"
 #include "StationMotion.h"
 #include "StationPalette.h"
 #include "TestMain.h"
+#include "TestScreen.h"
 
 #include <QAccessible>
 #include <QKeyEvent>
@@ -20,18 +20,18 @@ const QString capsule = u"Rectangle { width: 300; height: 60; radius: 30; color:
 /** Two buttons of one style side by side on a canvas. The first has focus. */
 struct Pair
 {
-    Stage stage;
+    TestScreen fixture;
     QQuickItem* first = nullptr;
     QQuickItem* second = nullptr;
 
-    Pair(QSize size, const QString& style, const QString& one, const QString& other) : stage(size)
+    Pair(QSize size, const QString& style, const QString& one, const QString& other) : fixture(size)
     {
-        QQuickItem* root =
-            stage.load(u"Canvas { FocusScreen { anchors.fill: parent; focus: true; "
-                       "%1 { x: 300; y: 300; %2 } %1 { x: 900; y: 300; %3 } } }"_s.arg(style, one, other));
-        const auto buttons = Stage::all(root, style.toLatin1());
-        first = buttons.at(0);
-        second = buttons.at(1);
+        QQuickItem* root = fixture.load(
+            u"Canvas { FocusScreen { anchors.fill: parent; focus: true; "
+            "%1 { objectName: 'first'; x: 300; y: 300; %2 } %1 { objectName: 'second'; x: 900; y: 300; %3 } } }"_s.arg(
+                style, one, other));
+        first = root->findChild<QQuickItem*>(u"first"_s);
+        second = root->findChild<QQuickItem*>(u"second"_s);
     }
 
     explicit Pair(const QString& style, QSize size = {1920, 1080})
@@ -47,7 +47,7 @@ struct Pair
         return u"name: '%1'; "_s.arg(name) + size + (isCard ? grey : capsule);
     }
 
-    double points() { return stage.window().width() / 1920.0; }
+    double points() { return fixture.window().width() / 1920.0; }
 
     QColor at(const QImage& picture, double x, double y)
     {
@@ -147,7 +147,7 @@ void ButtonStylesTest::focusedButtonIsScaledByFactorOfItsStyle()
     QTRY_COMPARE(scaleOf(pair.first), scale);
     QCOMPARE(scaleOf(pair.second), 1.0);
     const QSizeF size = pair.first->size();
-    pair.stage.press(Qt::Key_Right);
+    pair.fixture.press(Qt::Key_Right);
     QTRY_COMPARE(scaleOf(pair.second), scale);
     QTRY_COMPARE(scaleOf(pair.first), 1.0);
     // The button's own geometry, which focus navigation uses, never changes.
@@ -159,10 +159,10 @@ void ButtonStylesTest::liftAnimationTakes150Milliseconds()
 {
     QFETCH(QString, style);
     Pair pair(style);
-    pair.stage.press(Qt::Key_Right);
+    pair.fixture.press(Qt::Key_Right);
     QCOMPARE(StationMotion::liftTime(), 150);
     for (const QQuickItem* button : {pair.first, pair.second})
-        QCOMPARE(Stage::animationTimes(button), QList<int>{150});
+        QCOMPARE(TestScreen::animationTimes(button), QList<int>{150});
     QCOMPARE(pair.second->property("lift").toDouble(), 0.0);
     QTRY_COMPARE(pair.second->property("lift").toDouble(), 1.0);
     QTRY_COMPARE(pair.first->property("lift").toDouble(), 0.0);
@@ -174,15 +174,15 @@ void ButtonStylesTest::buttonIsSelectedOncePerKeyPress()
     Pair pair(style);
     QSignalSpy first(pair.first, SIGNAL(selected()));
     QSignalSpy second(pair.second, SIGNAL(selected()));
-    pair.stage.press(Qt::Key_Select);
+    pair.fixture.press(Qt::Key_Select);
     QCOMPARE(first.size(), 1);
     for (int repeat = 0; repeat < 5; ++repeat) {
         QKeyEvent repeatedPress(QEvent::KeyPress, Qt::Key_Select, Qt::NoModifier, {}, true);
-        QCoreApplication::sendEvent(&pair.stage.window(), &repeatedPress);
+        QCoreApplication::sendEvent(&pair.fixture.window(), &repeatedPress);
     }
     QCOMPARE(first.size(), 1);
-    pair.stage.press(Qt::Key_Right);
-    pair.stage.press(Qt::Key_Select);
+    pair.fixture.press(Qt::Key_Right);
+    pair.fixture.press(Qt::Key_Select);
     QCOMPARE(first.size(), 1);
     QCOMPARE(second.size(), 1);
 }
@@ -209,22 +209,22 @@ void ButtonStylesTest::noFrameIsDrawnAtRest()
 {
     QFETCH(QString, style);
     Pair pair(style);
-    pair.stage.press(Qt::Key_Right);
-    pair.stage.waitUntilIdle();
-    const int frames = pair.stage.frames();
+    pair.fixture.press(Qt::Key_Right);
+    pair.fixture.waitUntilIdle();
+    const int frames = pair.fixture.frames();
     QTest::qWait(500);
-    QCOMPARE(pair.stage.frames(), frames);
+    QCOMPARE(pair.fixture.frames(), frames);
 }
 
 void ButtonStylesTest::onlyLiftedCardHasShadowAndSheen()
 {
     Pair pair(u"CardButton"_s);
-    const auto shadows = [](QQuickItem* card) { return Stage::all(card, "SoftShadow").size(); };
-    const auto sheens = [](QQuickItem* card) { return Stage::all(card, "CardPlate").size(); };
+    const auto shadows = [](QQuickItem* card) { return TestScreen::all(card, "SoftShadow").size(); };
+    const auto sheens = [](QQuickItem* card) { return TestScreen::all(card, "CardPlate").size(); };
     QCOMPARE(shadows(pair.first), 1);
     QCOMPARE(sheens(pair.first), 1);
     QCOMPARE(shadows(pair.second) + sheens(pair.second), 0);
-    pair.stage.press(Qt::Key_Right);
+    pair.fixture.press(Qt::Key_Right);
     QTRY_COMPARE(shadows(pair.first) + sheens(pair.first), 0);
     QCOMPARE(shadows(pair.second), 1);
     QCOMPARE(sheens(pair.second), 1);
@@ -233,7 +233,7 @@ void ButtonStylesTest::onlyLiftedCardHasShadowAndSheen()
 void ButtonStylesTest::liftedCardIsBrighter()
 {
     Pair pair(u"CardButton"_s);
-    const QImage picture = pair.stage.picture();
+    const QImage picture = pair.fixture.picture();
     COMPARE_COLOR(pair.at(picture, 425, 495), StationPalette::mixed(QColor(128, 128, 128), Qt::white, 0.06));
     COMPARE_COLOR(pair.at(picture, 1025, 495), QColor(128, 128, 128));
     // The outermost points of the card are brighter too, but nothing beyond them.
@@ -246,10 +246,10 @@ void ButtonStylesTest::liftedCardCoversItsNeighbours()
     const QString card = u"name: 'card'; width: 598; height: 400; Rectangle { anchors.fill: parent; color: '%1' }"_s;
     Pair pair({1920, 1080}, u"CardButton"_s, card.arg(u"red"), card.arg(u"blue"));
     // Where the two cards overlap, the lifted one is visible, no matter which was created first.
-    const QColor left = pair.at(pair.stage.picture(), 905, 500);
+    const QColor left = pair.at(pair.fixture.picture(), 905, 500);
     QVERIFY(left.red() > 200 && left.blue() < 50);
-    pair.stage.press(Qt::Key_Right);
-    const QColor right = pair.at(pair.stage.picture(), 893, 500);
+    pair.fixture.press(Qt::Key_Right);
+    const QColor right = pair.at(pair.fixture.picture(), 893, 500);
     QVERIFY(right.blue() > 200 && right.red() < 50);
 }
 
@@ -258,7 +258,7 @@ void ButtonStylesTest::plateAtRestHasDimOutline()
     QFETCH(QSize, size);
     Pair pair(u"PlateButton"_s, size);
     const QRectF plate = pair.second->mapRectToScene(QRectF({}, pair.second->size()));
-    const QImage picture = pair.stage.picture();
+    const QImage picture = pair.fixture.picture();
     const int middle = int(plate.center().x());
     const QColor outline = picture.pixelColor(middle, int(plate.top()));
     const QColor inside = picture.pixelColor(middle, int(plate.top() + 8 * pair.points()));
@@ -266,30 +266,30 @@ void ButtonStylesTest::plateAtRestHasDimOutline()
     QVERIFY2(inside.red() > 10 && inside.red() < 30, qPrintable(inside.name()));
     COMPARE_COLOR(picture.pixelColor(middle, int(plate.top()) - 2), QColor(Qt::black));
     COMPARE_COLOR(picture.pixelColor(plate.topLeft().toPoint()), QColor(Qt::black)); // a rounded corner
-    QCOMPARE(Stage::texts(pair.second).constFirst()->property("color").value<QColor>(), StationPalette::cream());
+    QCOMPARE(TestScreen::texts(pair.second).constFirst()->property("color").value<QColor>(), StationPalette::cream());
 }
 
 void ButtonStylesTest::focusedPlateIsCreamWithDarkText()
 {
     QFETCH(QSize, size);
     Pair pair(size, u"PlateButton"_s, u"text: 'Push it in'; icon: Icon.Play"_s, u"text: 'Start over'"_s);
-    const QImage picture = pair.stage.picture();
+    const QImage picture = pair.fixture.picture();
     const QRectF plate = pair.first->mapRectToScene(QRectF({}, pair.first->size()));
     COMPARE_COLOR(picture.pixelColor(int(plate.left()), int(plate.center().y())), StationPalette::cream());
-    const QRectF icon = Stage::area(Stage::first(pair.first, "Icon"));
+    const QRectF icon = TestScreen::area(TestScreen::first(pair.first, "Icon"));
     COMPARE_COLOR(picture.pixelColor(icon.center().toPoint()), StationPalette::inkNavy());
-    QCOMPARE(Stage::texts(pair.first).constFirst()->property("color").value<QColor>(), StationPalette::inkNavy());
+    QCOMPARE(TestScreen::texts(pair.first).constFirst()->property("color").value<QColor>(), StationPalette::inkNavy());
 }
 
 void ButtonStylesTest::plateIsAsWideAsItsLabel()
 {
     Pair pair({1920, 1080}, u"PlateButton"_s, u"text: 'Search the stacks'; icon: Icon.MagnifyingGlass"_s,
               u"text: 'Search the stacks'; padding: 24"_s);
-    const QQuickItem* words = Stage::texts(pair.first).constFirst();
-    const QQuickItem* icon = Stage::first(pair.first, "Icon");
+    const QQuickItem* words = TestScreen::texts(pair.first).constFirst();
+    const QQuickItem* icon = TestScreen::first(pair.first, "Icon");
     QCOMPARE(pair.first->width() - words->width() - icon->width(), 2 * (26 + 14) + 14.0);
     QCOMPARE(pair.second->width() - words->width(), 2 * (26 + 24.0));
-    QCOMPARE(visible(Stage::all(pair.second, "Icon")).size(), 0);
+    QCOMPARE(visible(TestScreen::all(pair.second, "Icon")).size(), 0);
 }
 
 void ButtonStylesTest::plainButtonContentIsUnchangedWhenFocused()
@@ -301,11 +301,11 @@ void ButtonStylesTest::plainButtonContentIsUnchangedWhenFocused()
     const auto content = [&](const QQuickItem* button, const QImage& picture) {
         return picture.copy(button->mapRectToScene(QRectF(30, 0, 240, 60)).toAlignedRect());
     };
-    const QImage picture = pair.stage.picture();
+    const QImage picture = pair.fixture.picture();
     QCOMPARE(content(pair.first, picture), content(pair.second, picture));
     COMPARE_COLOR(content(pair.first, picture).pixelColor(0, 0), StationPalette::amber());
     // At rest nothing is drawn around it.
-    QCOMPARE(visible(Stage::all(pair.second, "CardPlate")).size(), 0);
+    QCOMPARE(visible(TestScreen::all(pair.second, "CardPlate")).size(), 0);
     COMPARE_COLOR(pair.at(picture, 1050, 294), QColor(Qt::black));
 }
 
@@ -313,14 +313,14 @@ void ButtonStylesTest::focusRingIsSeparatedFromAmberPlateByGap()
 {
     QFETCH(QSize, size);
     Pair pair(u"PlainButton"_s, size);
-    const QImage picture = pair.stage.picture();
+    const QImage picture = pair.fixture.picture();
     COMPARE_COLOR(pair.at(picture, 450, 294), StationPalette::amber()); // the ring
     COMPARE_COLOR(pair.at(picture, 450, 297.9), QColor(Qt::black));     // the gap
     COMPARE_COLOR(pair.at(picture, 450, 304), StationPalette::amber()); // the plate
     COMPARE_COLOR(pair.at(picture, 450, 289), QColor(Qt::black));
-    pair.stage.press(Qt::Key_Right);
-    QTRY_COMPARE(visible(Stage::all(pair.first, "CardPlate")).size(), 0);
-    COMPARE_COLOR(pair.at(pair.stage.picture(), 450, 294), QColor(Qt::black));
+    pair.fixture.press(Qt::Key_Right);
+    QTRY_COMPARE(visible(TestScreen::all(pair.first, "CardPlate")).size(), 0);
+    COMPARE_COLOR(pair.at(pair.fixture.picture(), 450, 294), QColor(Qt::black));
 }
 
 QUILLMERE_TEST(ButtonStylesTest, QGuiApplication)

@@ -1,9 +1,8 @@
 #include "CoverArt.h"
 #include "SampleCover.h"
-#include "Stage.h"
 #include "TestMain.h"
+#include "TestScreen.h"
 #include "VHSBoxFront.h"
-#include "VHSShelfCard.h"
 
 #include <QPainter>
 #include <QTest>
@@ -42,13 +41,13 @@ VHSCover overhangingCover()
 
 CassetteItem* cassetteOf(QQuickItem* root)
 {
-    return qobject_cast<CassetteItem*>(Stage::first(root, "CassetteItem"));
+    return qobject_cast<CassetteItem*>(TestScreen::first(root, "CassetteItem"));
 }
 
 /** The picture of the window right now, before any picture requested in the background can have arrived. */
-QImage grabNow(Stage& stage)
+QImage grabNow(TestScreen& fixture)
 {
-    return stage.window().grabWindow().convertToFormat(QImage::Format_RGB32);
+    return fixture.window().grabWindow().convertToFormat(QImage::Format_RGB32);
 }
 
 /** A card that counts the updates of its scene graph node. */
@@ -98,8 +97,8 @@ private Q_SLOTS:
 
 void CassetteItemTest::cassetteHeightFollowsFromItsWidth()
 {
-    Stage stage({500, 700});
-    CassetteItem* card = cassetteOf(stage.load(u"import Quillmere.Shop\nItem { VHSShelfCard { width: 250 } }"_s));
+    TestScreen fixture({500, 700});
+    CassetteItem* card = cassetteOf(fixture.load(u"import Quillmere.Shop\nItem { VHSShelfCard { width: 250 } }"_s));
     QCOMPARE(card->height(), 390.625);
     card->setWidth(320);
     QCOMPARE(card->height(), 500);
@@ -126,8 +125,8 @@ void CassetteItemTest::cassetteAtRestShowsItsPicturePixelForPixel()
     QFETCH(double, width);
     QFETCH(double, scale);
     QFETCH(QSize, pixels);
-    Stage stage({600, 900});
-    CassetteItem* cassette = cassetteOf(stage.load(
+    TestScreen fixture({600, 900});
+    CassetteItem* cassette = cassetteOf(fixture.load(
         u"import Quillmere.Shop\nItem { scale: %1; transformOrigin: Item.TopLeft; %2 { x: 20; y: 20; width: %3 } }"_s
             .arg(scale, 0, 'g', 17)
             .arg(type)
@@ -136,16 +135,16 @@ void CassetteItemTest::cassetteAtRestShowsItsPicturePixelForPixel()
     QTRY_VERIFY(cassette->hasPicture());
     const auto form = type == u"VHSBoxFront"_s ? Form::BoxFront : Form::ShelfCard;
     const QPoint corner = (QPointF(20, 20) * scale).toPoint();
-    QCOMPARE(stage.picture().copy(QRect(corner, pixels)), renderedBox({form, sampleCover(), width, pixels}));
+    QCOMPARE(fixture.picture().copy(QRect(corner, pixels)), renderedBox({form, sampleCover(), width, pixels}));
 }
 
 void CassetteItemTest::cassetteWithoutPictureShowsPlateInCoverColour()
 {
-    Stage stage({500, 700});
+    TestScreen fixture({500, 700});
     CassetteItem* card =
-        cassetteOf(stage.load(u"import Quillmere.Shop\nItem { VHSShelfCard { x: 20; y: 20; width: 250 } }"_s));
+        cassetteOf(fixture.load(u"import Quillmere.Shop\nItem { VHSShelfCard { x: 20; y: 20; width: 250 } }"_s));
     card->setCover(sampleCover(145));
-    const QImage grabbed = grabNow(stage);
+    const QImage grabbed = grabNow(fixture);
     QVERIFY(!card->hasPicture());
     const QColor sky = CoverArt::skyTop(145);
     for (const QPoint point : {QPoint(145, 200), QPoint(21, 200), QPoint(268, 200), QPoint(145, 21), QPoint(145, 408)})
@@ -153,26 +152,26 @@ void CassetteItemTest::cassetteWithoutPictureShowsPlateInCoverColour()
     for (const QPoint outside : {QPoint(20, 20), QPoint(269, 20), QPoint(20, 410), QPoint(271, 200), QPoint(145, 412)})
         QCOMPARE(grabbed.pixelColor(outside), QColor(Qt::black));
     QTRY_VERIFY(card->hasPicture());
-    QVERIFY(grabNow(stage).pixel(145, 400) != sky.rgb());
+    QVERIFY(grabNow(fixture).pixel(145, 400) != sky.rgb());
 }
 
 void CassetteItemTest::newCoverNeverShowsOldPicture()
 {
-    Stage stage({500, 700});
+    TestScreen fixture({500, 700});
     CassetteItem* card =
-        cassetteOf(stage.load(u"import Quillmere.Shop\nItem { VHSShelfCard { x: 20; y: 20; width: 250 } }"_s));
+        cassetteOf(fixture.load(u"import Quillmere.Shop\nItem { VHSShelfCard { x: 20; y: 20; width: 250 } }"_s));
     card->setCover(sampleCover(145));
     QTRY_VERIFY(card->hasPicture());
     card->setCover(sampleCover(4));
     QVERIFY(!card->hasPicture());
-    QCOMPARE(grabNow(stage).pixel(145, 300), CoverArt::skyTop(4).rgb());
+    QCOMPARE(grabNow(fixture).pixel(145, 300), CoverArt::skyTop(4).rgb());
     QTRY_VERIFY(card->hasPicture());
-    QCOMPARE(stage.picture().copy(20, 20, 250, 391),
+    QCOMPARE(fixture.picture().copy(20, 20, 250, 391),
              renderedBox({Form::ShelfCard, sampleCover(4), 250, QSize(250, 391)}));
     // The studio still has this picture.
     card->setCover(sampleCover(145));
     QVERIFY(card->hasPicture());
-    QCOMPARE(grabNow(stage).copy(20, 20, 250, 391),
+    QCOMPARE(grabNow(fixture).copy(20, 20, 250, 391),
              renderedBox({Form::ShelfCard, sampleCover(145), 250, QSize(250, 391)}));
 }
 
@@ -201,8 +200,8 @@ void CassetteItemTest::pictureIsKeptWhenNewCoverLooksTheSame()
     QFETCH(QString, type);
     QFETCH(VHSCover, cover);
     QFETCH(bool, isKept);
-    Stage stage({500, 700});
-    CassetteItem* item = cassetteOf(stage.load(u"import Quillmere.Shop\nItem { %1 { width: 250 } }"_s.arg(type)));
+    TestScreen fixture({500, 700});
+    CassetteItem* item = cassetteOf(fixture.load(u"import Quillmere.Shop\nItem { %1 { width: 250 } }"_s.arg(type)));
     item->setCover(sampleCover());
     QTRY_VERIFY(item->hasPicture());
     item->setCover(cover);
@@ -228,8 +227,8 @@ void CassetteItemTest::barcodeBeyondBoxEdgeIsDrawn()
     QFETCH(double, width);
     QFETCH(double, scale);
     QFETCH(QSize, pixels);
-    Stage stage({700, 900});
-    CassetteItem* cassette = cassetteOf(stage.load(
+    TestScreen fixture({700, 900});
+    CassetteItem* cassette = cassetteOf(fixture.load(
         u"import Quillmere.Shop\nItem { scale: %1; transformOrigin: Item.TopLeft; VHSShelfCard { x: 40; y: 40; width: %2 } }"_s
             .arg(scale, 0, 'g', 17)
             .arg(width)));
@@ -240,7 +239,7 @@ void CassetteItemTest::barcodeBeyondBoxEdgeIsDrawn()
     wanted.fill(Qt::black);
     const QPoint corner(qRound(40 * scale), qRound(40 * scale));
     QPainter(&wanted).drawImage(corner - picture.box.topLeft(), picture.image);
-    QCOMPARE(stage.picture(), wanted);
+    QCOMPARE(fixture.picture(), wanted);
     QCOMPARE(cassette->size(), QSizeF(width, width * 1.5625));
 }
 
@@ -256,15 +255,15 @@ void CassetteItemTest::neighbourCardDoesNotCoverOverhangingBarcode()
 {
     QFETCH(QSize, window);
     const double scale = window.height() / 1080.0;
-    Stage stage(window);
+    TestScreen fixture(window);
     QQuickItem* root =
-        stage.load(u"import Quillmere.Shop\nCanvas { Rectangle { anchors.fill: parent; color: 'white' } "
-                   "Row { x: 90; y: 60; spacing: 40; Repeater { model: 3; VHSShelfCard { width: 230 } } } }"_s);
-    for (QQuickItem* card : Stage::all(root, "CassetteItem")) {
+        fixture.load(u"import Quillmere.Shop\nCanvas { Rectangle { anchors.fill: parent; color: 'white' } "
+                     "Row { x: 90; y: 60; spacing: 40; Repeater { model: 3; VHSShelfCard { width: 230 } } } }"_s);
+    for (QQuickItem* card : TestScreen::all(root, "CassetteItem")) {
         qobject_cast<CassetteItem*>(card)->setCover(overhangingCover());
         QTRY_VERIFY(qobject_cast<CassetteItem*>(card)->hasPicture());
     }
-    const QImage grabbed = stage.picture();
+    const QImage grabbed = fixture.picture();
     const int y = int((60 + 455 * 230 / 320.0) * scale);
     for (int i = 0; i < 3; ++i) {
         // The last of the 14 bars is 3 units wide and starts 104 units right of the frame's left edge.
@@ -279,17 +278,17 @@ void CassetteItemTest::neighbourCardDoesNotCoverOverhangingBarcode()
 
 void CassetteItemTest::cardsOfRowHaveEqualPixelSize()
 {
-    Stage stage({1280, 720});
-    QQuickItem* root = stage.load(u"import Quillmere.Shop\nCanvas { Row { x: 70; y: 101; spacing: 40; Repeater { "
-                                  "model: 5; VHSShelfCard { width: 250 } } } }"_s);
-    const auto cards = Stage::all(root, "CassetteItem");
+    TestScreen fixture({1280, 720});
+    QQuickItem* root = fixture.load(u"import Quillmere.Shop\nCanvas { Row { x: 70; y: 101; spacing: 40; Repeater { "
+                                    "model: 5; VHSShelfCard { width: 250 } } } }"_s);
+    const auto cards = TestScreen::all(root, "CassetteItem");
     QCOMPARE(cards.size(), 5);
     for (QQuickItem* card : cards) {
         auto* cassette = qobject_cast<CassetteItem*>(card);
         cassette->setCover(sampleCover());
         QTRY_VERIFY(cassette->hasPicture());
     }
-    const QImage grabbed = stage.picture();
+    const QImage grabbed = fixture.picture();
     const QImage expected = renderedBox({Form::ShelfCard, sampleCover(), 250, QSize(167, 260)});
     for (int i = 0; i < 5; ++i) {
         const QPoint corner = (QPointF(70 + 290 * i, 101) * 2 / 3).toPoint();
@@ -299,103 +298,103 @@ void CassetteItemTest::cardsOfRowHaveEqualPixelSize()
 
 void CassetteItemTest::liftedCardIsRepaintedAtItsSizeAfterAnimation()
 {
-    Stage stage({500, 700});
-    QQuickItem* root = stage.load(u"import Quillmere.Shop\nItem { x: 50; y: 50; width: 250; height: 390.625; "
-                                  "Behavior on scale { NumberAnimation { duration: 150 } } "
-                                  "VHSShelfCard { width: 250 } }"_s);
+    TestScreen fixture({500, 700});
+    QQuickItem* root = fixture.load(u"import Quillmere.Shop\nItem { x: 50; y: 50; width: 250; height: 390.625; "
+                                    "Behavior on scale { NumberAnimation { duration: 150 } } "
+                                    "VHSShelfCard { width: 250 } }"_s);
     CassetteItem* card = cassetteOf(root);
     card->setCover(sampleCover());
     QTRY_VERIFY(card->hasPicture());
     root->setProperty("scale", 1.08);
     QTRY_COMPARE(root->scale(), 1.08);
     const QImage expected = renderedBox({Form::ShelfCard, sampleCover(), 250, QSize(270, 422)});
-    QTRY_COMPARE(stage.picture().copy(40, 34, 270, 422), expected);
+    QTRY_COMPARE(fixture.picture().copy(40, 34, 270, 422), expected);
 }
 
 void CassetteItemTest::cardShowsItsFirstPictureAgainWhenNoLongerLifted()
 {
-    Stage stage({500, 700});
-    QQuickItem* root = stage.load(u"import Quillmere.Shop\nItem { x: 50; y: 50; width: 250; height: 390.625; "
-                                  "VHSShelfCard { width: 250 } }"_s);
+    TestScreen fixture({500, 700});
+    QQuickItem* root = fixture.load(u"import Quillmere.Shop\nItem { x: 50; y: 50; width: 250; height: 390.625; "
+                                    "VHSShelfCard { width: 250 } }"_s);
     CassetteItem* card = cassetteOf(root);
     card->setCover(sampleCover());
     QTRY_VERIFY(card->hasPicture());
-    const QImage before = stage.picture();
+    const QImage before = fixture.picture();
     const qint64 bytesBefore = CassetteStudio::shared()->cachedBytes();
     root->setScale(1.08);
-    QTRY_VERIFY(stage.picture() != before);
+    QTRY_VERIFY(fixture.picture() != before);
     QTRY_COMPARE(CassetteStudio::shared()->cachedBytes(), bytesBefore + bytesOf({270, 422}));
     for (int round = 0; round < 3; ++round) {
         root->setScale(1.08);
-        stage.waitUntilIdle();
+        fixture.waitUntilIdle();
         root->setScale(1);
-        QTRY_COMPARE(stage.picture(), before);
+        QTRY_COMPARE(fixture.picture(), before);
     }
     QCOMPARE(CassetteStudio::shared()->cachedBytes(), bytesBefore + bytesOf({270, 422}));
 }
 
 void CassetteItemTest::currentPictureIsScaledWhileCardGrows()
 {
-    Stage stage({500, 700});
-    QQuickItem* root = stage.load(u"import Quillmere.Shop\nItem { transformOrigin: Item.TopLeft; "
-                                  "VHSShelfCard { width: 250 } }"_s);
+    TestScreen fixture({500, 700});
+    QQuickItem* root = fixture.load(u"import Quillmere.Shop\nItem { transformOrigin: Item.TopLeft; "
+                                    "VHSShelfCard { width: 250 } }"_s);
     CassetteItem* card = cassetteOf(root);
     card->setCover(sampleCover());
     QTRY_VERIFY(card->hasPicture());
     root->setScale(1.5);
-    const QImage grabbed = grabNow(stage);
+    const QImage grabbed = grabNow(fixture);
     QVERIFY(card->hasPicture());
     // The strip is at its scaled position, and its edge shows that the picture was scaled, not painted again.
     QCOMPARE(grabbed.pixelColor(367, 470),
              renderedBox({Form::ShelfCard, sampleCover(), 250, {250, 391}}).pixelColor(244, 313));
     QVERIFY(grabbed.copy(0, 0, 375, 586) != renderedBox({Form::ShelfCard, sampleCover(), 250, QSize(375, 586)}));
-    QTRY_COMPARE(stage.picture().copy(0, 0, 375, 586),
+    QTRY_COMPARE(fixture.picture().copy(0, 0, 375, 586),
                  renderedBox({Form::ShelfCard, sampleCover(), 250, QSize(375, 586)}));
 }
 
 void CassetteItemTest::moveByWholePixelsUpdatesNoNode()
 {
-    Stage stage({1280, 720});
-    QQuickItem* root = stage.load(u"Canvas { Item { } }"_s);
-    QQuickItem* row = root->childItems().constFirst();
+    TestScreen fixture({1280, 720});
+    QQuickItem* root = fixture.load(u"Canvas { Item { objectName: 'row' } }"_s);
+    QQuickItem* row = root->findChild<QQuickItem*>(u"row"_s);
     CountedCard card;
     card.setParentItem(row);
     card.setWidth(250);
     card.setCover(sampleCover());
     QTRY_VERIFY(card.hasPicture());
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     const int updates = card.updates;
     const qint64 bytesBefore = CassetteStudio::shared()->cachedBytes();
     for (int pixels = 1; pixels <= 40; ++pixels) {
         row->setPosition(QPointF(pixels, 2 * pixels) * 1.5);
-        stage.waitForFrame();
+        fixture.waitForFrame();
     }
     QCOMPARE(card.updates, updates);
     QCOMPARE(CassetteStudio::shared()->cachedBytes(), bytesBefore);
     const QImage expected = renderedBox({Form::ShelfCard, sampleCover(), 250, QSize(167, 260)});
-    QCOMPARE(stage.picture().copy(QRect(QPoint(40, 80), expected.size())), expected);
+    QCOMPARE(fixture.picture().copy(QRect(QPoint(40, 80), expected.size())), expected);
 }
 
 void CassetteItemTest::oldPictureIsShownAfterResizeUntilNewOneIsReady()
 {
-    Stage stage({500, 700});
-    CassetteItem* box = cassetteOf(stage.load(u"import Quillmere.Shop\nItem { VHSBoxFront { width: 250 } }"_s));
+    TestScreen fixture({500, 700});
+    CassetteItem* box = cassetteOf(fixture.load(u"import Quillmere.Shop\nItem { VHSBoxFront { width: 250 } }"_s));
     box->setCover(sampleCover());
     QTRY_VERIFY(box->hasPicture());
     box->setWidth(420);
-    grabNow(stage);
+    grabNow(fixture);
     QVERIFY(box->hasPicture());
-    QTRY_COMPARE(stage.picture().copy(0, 0, 420, 656),
+    QTRY_COMPARE(fixture.picture().copy(0, 0, 420, 656),
                  renderedBox({Form::BoxFront, sampleCover(), 420, QSize(420, 656)}));
 }
 
 void CassetteItemTest::hiddenCassetteRequestsNoPicture()
 {
-    Stage stage({500, 700});
-    QQuickItem* root = stage.load(u"import Quillmere.Shop\nItem { visible: false; VHSShelfCard { width: 250 } }"_s);
+    TestScreen fixture({500, 700});
+    QQuickItem* root = fixture.load(u"import Quillmere.Shop\nItem { visible: false; VHSShelfCard { width: 250 } }"_s);
     CassetteItem* card = cassetteOf(root);
     card->setCover(sampleCover());
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     QVERIFY(!card->hasPicture());
     QCOMPARE(CassetteStudio::shared()->cachedBytes(), 0);
     root->setVisible(true);
@@ -404,25 +403,25 @@ void CassetteItemTest::hiddenCassetteRequestsNoPicture()
 
 void CassetteItemTest::cassetteWithoutSizeDrawsNothing()
 {
-    Stage stage({500, 700});
-    CassetteItem* card = cassetteOf(stage.load(u"import Quillmere.Shop\nItem { VHSShelfCard { } }"_s));
+    TestScreen fixture({500, 700});
+    CassetteItem* card = cassetteOf(fixture.load(u"import Quillmere.Shop\nItem { VHSShelfCard { } }"_s));
     card->setCover(sampleCover());
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     QVERIFY(!card->hasPicture());
     card->setWidth(250);
     QTRY_VERIFY(card->hasPicture());
     card->setWidth(0);
     QImage black(500, 700, QImage::Format_RGB32);
     black.fill(Qt::black);
-    QCOMPARE(stage.picture(), black);
+    QCOMPARE(fixture.picture(), black);
 }
 
 void CassetteItemTest::picturesAreFreedWithLastCassette()
 {
     std::weak_ptr<CassetteStudio> studio;
     {
-        Stage stage({500, 700});
-        CassetteItem* card = cassetteOf(stage.load(u"import Quillmere.Shop\nItem { VHSShelfCard { width: 250 } }"_s));
+        TestScreen fixture({500, 700});
+        CassetteItem* card = cassetteOf(fixture.load(u"import Quillmere.Shop\nItem { VHSShelfCard { width: 250 } }"_s));
         card->setCover(sampleCover());
         QTRY_VERIFY(card->hasPicture());
         studio = CassetteStudio::shared();

@@ -1,6 +1,6 @@
-#include "Stage.h"
 #include "StationPalette.h"
 #include "TestMain.h"
+#include "TestScreen.h"
 
 #include <QTest>
 
@@ -33,10 +33,10 @@ void ColorBarsTest::threeBandsFillDisplayWithoutGaps_data()
 void ColorBarsTest::threeBandsFillDisplayWithoutGaps()
 {
     QFETCH(QSize, size);
-    Stage stage(size);
-    stage.load(u"import Quillmere.News\nCanvas { FullBleed { ColorBars { anchors.fill: parent; "
-               "bars: StationPalette.colorBars } } }"_s);
-    const QImage picture = stage.picture();
+    TestScreen fixture(size);
+    fixture.load(u"import Quillmere.News\nCanvas { FullBleed { ColorBars { anchors.fill: parent; "
+                 "bars: StationPalette.colorBars } } }"_s);
+    const QImage picture = fixture.picture();
     const QList<QColor>& bars = StationPalette::colorBars();
     QList<QColor> reversed = bars;
     std::reverse(reversed.begin(), reversed.end());

@@ -1,4 +1,4 @@
-#include "BroadcastStage.h"
+#include "BroadcastFixture.h"
 #include "StationPalette.h"
 #include "TestMain.h"
 #include "Typography.h"
@@ -20,28 +20,21 @@ NewsStatus newsOf(const QString& nextBroadcast, const QString& label)
     return news;
 }
 
-struct Scene : BroadcastStage
+struct Scene : BroadcastFixture
 {
     explicit Scene(const QString& nextBroadcast, const QString& label = u"Tonight at five"_s,
                    const QString& width = u"implicitWidth"_s)
-        : BroadcastStage(u"property bool shown: true; property int detailLines: 2; Item { visible: canvas.shown; "
-                         u"Countdown { x: 100; y: 100; width: "
-                         "%1; detailLines: canvas.detailLines; nextBroadcast: canvas.news.nextBroadcast; label: "
-                         "canvas.news.nextBroadcastLabel; "
-                         "clock: canvas.clock } }"_s.arg(width),
-                         {1920, 1080}, newsOf(nextBroadcast, label))
+        : BroadcastFixture(u"property bool shown: true; property int detailLines: 2; Item { visible: canvas.shown; "
+                           u"Countdown { x: 100; y: 100; width: "
+                           "%1; detailLines: canvas.detailLines; nextBroadcast: canvas.news.nextBroadcast; label: "
+                           "canvas.news.nextBroadcastLabel; "
+                           "clock: canvas.clock } }"_s.arg(width),
+                           {1920, 1080}, newsOf(nextBroadcast, label))
     {}
 
-    QList<QQuickItem*> rows() const { return Stage::texts(first("Countdown")); }
+    QList<QQuickItem*> rows() const { return TestScreen::texts(item("Countdown")); }
 
-    QStringList words() const
-    {
-        QStringList words;
-        const auto texts = rows();
-        for (const QQuickItem* text : texts)
-            words.append(text->property("text").toString());
-        return words;
-    }
+    QStringList words() const { return TestScreen::words(item("Countdown")); }
 };
 
 } // namespace
@@ -88,8 +81,8 @@ void CountdownTest::countdownHasOneRowWithoutBroadcast()
 {
     const Scene scene(u"2025-06-03 17:00"_s);
     QCOMPARE(scene.words(), QStringList{nothing});
-    QCOMPARE(scene.first("Countdown")->height(), scene.text(nothing)->height());
-    QCOMPARE(scene.first("Countdown")->width(), scene.text(nothing)->implicitWidth());
+    QCOMPARE(scene.item("Countdown")->height(), scene.text(nothing)->height());
+    QCOMPARE(scene.item("Countdown")->width(), scene.text(nothing)->implicitWidth());
 }
 
 void CountdownTest::rowsAreCentredTenPointsApart()
@@ -97,12 +90,12 @@ void CountdownTest::rowsAreCentredTenPointsApart()
     const Scene scene(soon);
     const auto rows = scene.rows();
     QCOMPARE(rows.size(), 2);
-    const QRectF whole = scene.area(scene.first("Countdown"));
-    QCOMPARE(scene.area(rows.at(1)).top() - scene.area(rows.at(0)).bottom(), 10.0);
-    QCOMPARE(whole.bottom(), scene.area(rows.at(1)).bottom());
+    const QRectF whole = scene.areaOnCanvas(scene.item("Countdown"));
+    QCOMPARE(scene.areaOnCanvas(rows.at(1)).top() - scene.areaOnCanvas(rows.at(0)).bottom(), 10.0);
+    QCOMPARE(whole.bottom(), scene.areaOnCanvas(rows.at(1)).bottom());
     for (const QQuickItem* row : rows) {
         QCOMPARE(row->property("horizontalAlignment").toInt(), int(Qt::AlignHCenter));
-        QCOMPARE(scene.area(row).center().x(), whole.center().x());
+        QCOMPARE(scene.areaOnCanvas(row).center().x(), whole.center().x());
     }
     // The remaining time is the wider row, and the countdown is as wide as that row.
     QCOMPARE(whole.width(), rows.at(0)->implicitWidth());
@@ -111,16 +104,16 @@ void CountdownTest::rowsAreCentredTenPointsApart()
 void CountdownTest::countdownIsDrawnOncePerSecond()
 {
     Scene scene(soon);
-    scene.stage.waitUntilIdle();
-    int frames = scene.stage.frames();
+    scene.waitUntilIdle();
+    int frames = scene.frames();
     for (const QString& time : {u"00:00:04"_s, u"00:00:03"_s, u"00:00:02"_s}) {
         scene.clock.advance(999ms);
-        scene.stage.waitUntilIdle();
-        QCOMPARE(scene.stage.frames(), frames);
+        scene.waitUntilIdle();
+        QCOMPARE(scene.frames(), frames);
         scene.clock.advance(1ms);
         QCOMPARE(scene.words().constFirst(), time);
-        scene.stage.waitUntilIdle();
-        QCOMPARE(scene.stage.frames(), ++frames);
+        scene.waitUntilIdle();
+        QCOMPARE(scene.frames(), ++frames);
     }
 }
 

@@ -1,6 +1,6 @@
 #include "RemoteControl.h"
 #include "TestMain.h"
-#include "TypingHouse.h"
+#include "TypingFixture.h"
 #include "XConnection.h"
 
 #include <QProcess>
@@ -36,34 +36,34 @@ void DeadKeyTest::composedCharactersAppearInField_data()
 void DeadKeyTest::composedCharactersAppearInField()
 {
     QFETCH(bool, open);
-    TypingHouse house;
+    TypingFixture fixture;
     if (open)
-        house.open();
+        fixture.open();
     RemoteControl keyboard(XConnection::open());
     QVERIFY(keyboard.focusTopWindow());
     for (const auto& key : {u"c"_s, u"a"_s, u"f"_s})
         keyboard.press(key);
     // Wait: composed characters would overtake keys that are still queued.
-    QTRY_COMPARE(house.text(), u"caf"_s);
+    QTRY_COMPARE(fixture.text(), u"caf"_s);
     for (const auto& key : {u"dead_acute"_s, u"e"_s})
         keyboard.press(key);
-    QTRY_COMPARE(house.text(), u"café"_s);
+    QTRY_COMPARE(fixture.text(), u"café"_s);
     for (const auto& key : {u"Multi_key"_s, u"o"_s, u"e"_s})
         keyboard.press(key);
-    QTRY_COMPARE(house.text(), u"caféœ"_s);
-    QCOMPARE(house.isOpen(), open);
+    QTRY_COMPARE(fixture.text(), u"caféœ"_s);
+    QCOMPARE(fixture.isOpen(), open);
 }
 
 void DeadKeyTest::returnSubmitsComposedText()
 {
-    TypingHouse house;
+    TypingFixture fixture;
     RemoteControl keyboard(XConnection::open());
     QVERIFY(keyboard.focusTopWindow());
     for (const auto& key : {u"dead_acute"_s, u"e"_s, u"Return"_s})
         keyboard.press(key);
-    QTRY_COMPARE(house.submissions(), 1);
-    QCOMPARE(house.text(), u"é"_s);
-    QVERIFY(!house.isOpen());
+    QTRY_COMPARE(fixture.submissions(), 1);
+    QCOMPARE(fixture.text(), u"é"_s);
+    QVERIFY(!fixture.isOpen());
 }
 
 QUILLMERE_TEST(DeadKeyTest, QGuiApplication)

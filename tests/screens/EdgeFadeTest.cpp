@@ -1,6 +1,6 @@
 #include "EdgeFade.h"
-#include "Stage.h"
 #include "TestMain.h"
+#include "TestScreen.h"
 #include "VeneerBackground.h"
 
 #include <QPainter>
@@ -84,23 +84,23 @@ void EdgeFadeTest::fadeMatchesBackgroundAtEveryPosition_data()
 void EdgeFadeTest::fadeMatchesBackgroundAtEveryPosition()
 {
     QFETCH(QSize, size);
-    Stage stage(size);
-    QQuickItem* canvas = stage.load(documentOf(u"edge: Qt.LeftEdge; hiddenLength: 1000"_s));
+    TestScreen fixture(size);
+    QQuickItem* canvas = fixture.load(documentOf(u"edge: Qt.LeftEdge; hiddenLength: 1000"_s));
     auto* row = canvas->findChild<QQuickItem*>(u"row"_s);
     auto* fade = canvas->findChild<EdgeFade*>(u"fade"_s);
     canvas->findChild<QQuickItem*>(u"chip"_s)->setVisible(false);
     fade->setVisible(false);
-    const QImage ground = stage.picture();
+    const QImage ground = fixture.picture();
     fade->setVisible(true);
     const double points = 1 / canvas->scale(); // points per pixel
     for (const QPointF& pixels : {QPointF(222, 150), QPointF(0, 0), QPointF(801, 399), QPointF(90.25, 77.5)}) {
         row->setPosition(pixels * points);
         const auto most = [&] {
-            stage.waitForFrame();
-            return difference(stage.window().grabWindow().convertToFormat(QImage::Format_RGB32), ground);
+            fixture.waitForFrame();
+            return difference(fixture.window().grabWindow().convertToFormat(QImage::Format_RGB32), ground);
         };
         // With a render thread, a frame from before the move may still be grabbed.
-        if (stage.window().rendererInterface()->graphicsApi() == QSGRendererInterface::Software)
+        if (fixture.window().rendererInterface()->graphicsApi() == QSGRendererInterface::Software)
             QVERIFY(most() <= tolerance);
         else
             QTRY_VERIFY(most() <= tolerance);
@@ -119,11 +119,11 @@ void EdgeFadeTest::fadeHidesRowAtEdgeAndNotAtItsInnerEnd()
 {
     QFETCH(QString, edge);
     QFETCH(bool, isLeft);
-    Stage stage;
-    QQuickItem* canvas = stage.load(documentOf(u"edge: %1; hiddenLength: 120"_s.arg(edge)));
-    const QImage faded = stage.picture();
+    TestScreen fixture;
+    QQuickItem* canvas = fixture.load(documentOf(u"edge: %1; hiddenLength: 120"_s.arg(edge)));
+    const QImage faded = fixture.picture();
     canvas->findChild<QQuickItem*>(u"row"_s)->setVisible(false);
-    const QImage ground = stage.picture();
+    const QImage ground = fixture.picture();
     const auto at = [&](const QImage& picture, int x) { return picture.pixel(333 + (isLeft ? x : 119 - x), 237); };
     QVERIFY(difference(at(faded, 0), at(ground, 0)) <= 4);
     QVERIFY(difference(at(faded, 119), qRgb(255, 255, 255)) <= 4);
@@ -149,8 +149,8 @@ void EdgeFadeTest::fadeStrengthFollowsHiddenLength_data()
 void EdgeFadeTest::fadeStrengthFollowsHiddenLength()
 {
     QFETCH(qreal, hidden);
-    Stage stage({960, 540});
-    QQuickItem* canvas = stage.load(documentOf(u"edge: Qt.RightEdge; hiddenLength: %1"_s.arg(hidden)));
+    TestScreen fixture({960, 540});
+    QQuickItem* canvas = fixture.load(documentOf(u"edge: Qt.RightEdge; hiddenLength: %1"_s.arg(hidden)));
     auto* fade = canvas->findChild<EdgeFade*>(u"fade"_s);
     QTEST(fade->isVisible(), "isShown");
     QTEST(fade->opacity(), "strength");
@@ -158,22 +158,22 @@ void EdgeFadeTest::fadeStrengthFollowsHiddenLength()
 
 void EdgeFadeTest::fadeMatchesBackgroundAfterMoveWhileHidden()
 {
-    Stage stage;
-    QQuickItem* canvas = stage.load(documentOf(u"edge: Qt.LeftEdge; hiddenLength: 1000"_s));
+    TestScreen fixture;
+    QQuickItem* canvas = fixture.load(documentOf(u"edge: Qt.LeftEdge; hiddenLength: 1000"_s));
     canvas->findChild<QQuickItem*>(u"chip"_s)->setVisible(false);
     auto* fade = canvas->findChild<EdgeFade*>(u"fade"_s);
     fade->setHiddenLength(0);
-    const QImage ground = stage.picture();
+    const QImage ground = fixture.picture();
     canvas->findChild<QQuickItem*>(u"row"_s)->setPosition({40, 900});
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     fade->setHiddenLength(1000);
-    QVERIFY(difference(stage.picture(), ground) <= tolerance);
+    QVERIFY(difference(fixture.picture(), ground) <= tolerance);
 }
 
 void EdgeFadeTest::fadeOutsideDisplayIsNotPainted()
 {
-    Stage stage({400, 300});
-    QQuickItem* root = stage.load(u"Item {}"_s);
+    TestScreen fixture({400, 300});
+    QQuickItem* root = fixture.load(u"Item {}"_s);
     CountingBackground ground;
     ground.setSize({400, 300});
     EdgeFade fade;
@@ -181,13 +181,13 @@ void EdgeFadeTest::fadeOutsideDisplayIsNotPainted()
     fade.setBackground(&ground);
     fade.setSize({100, 50});
     fade.setHiddenLength(1000);
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     const auto paintings = [&](std::initializer_list<qreal> positions) {
         const int before = ground.paintings;
         for (const qreal y : positions) {
             fade.setY(y);
-            stage.waitForFrame();
-            stage.waitUntilIdle();
+            fixture.waitForFrame();
+            fixture.waitUntilIdle();
         }
         return ground.paintings - before;
     };
@@ -198,16 +198,16 @@ void EdgeFadeTest::fadeOutsideDisplayIsNotPainted()
 
 void EdgeFadeTest::fadeAtRestDrawsNoFrame()
 {
-    Stage stage;
-    QQuickItem* canvas = stage.load(documentOf(u"edge: Qt.LeftEdge; hiddenLength: 1000"_s));
-    stage.waitUntilIdle();
-    const int before = stage.frames();
+    TestScreen fixture;
+    QQuickItem* canvas = fixture.load(documentOf(u"edge: Qt.LeftEdge; hiddenLength: 1000"_s));
+    fixture.waitUntilIdle();
+    const int before = fixture.frames();
     QTest::qWait(300);
-    QCOMPARE(stage.frames(), before);
+    QCOMPARE(fixture.frames(), before);
     // Repainting during a frame requests one more frame.
     canvas->findChild<QQuickItem*>(u"row"_s)->setY(300);
-    stage.waitUntilIdle();
-    QVERIFY(stage.frames() <= before + 2);
+    fixture.waitUntilIdle();
+    QVERIFY(fixture.frames() <= before + 2);
 }
 
 QUILLMERE_TEST(EdgeFadeTest, QGuiApplication)

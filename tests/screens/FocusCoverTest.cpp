@@ -1,4 +1,4 @@
-#include "FocusStage.h"
+#include "FocusFixture.h"
 #include "TestMain.h"
 
 #include <QTest>
@@ -9,16 +9,16 @@ namespace {
 
 QString screenWith(const char* name, const char* item)
 {
-    return FocusStage::item("FocusScreen", name, {0, 0, 1920, 1080}, FocusStage::focusable(item, {0, 0, 100, 100}));
+    return FocusFixture::item("FocusScreen", name, {0, 0, 1920, 1080}, FocusFixture::focusable(item, {0, 0, 100, 100}));
 }
 
 /** Shows a row whose "b" had focus, then covers it with another screen. */
-void showRowUnderCover(FocusStage& stage)
+void showRowUnderCover(FocusFixture& fixture)
 {
-    stage.showScreen(FocusStage::row() + screenWith("cover", "onCover"));
-    stage.screen().focus(&stage.named("b"));
-    stage.screen().setCover(&stage.named<FocusScreen>("cover"));
-    stage.screen().acquireFocus();
+    fixture.showScreen(FocusFixture::row() + screenWith("cover", "onCover"));
+    fixture.screen().focus(&fixture.named("b"));
+    fixture.screen().setCover(&fixture.named<FocusScreen>("cover"));
+    fixture.screen().acquireFocus();
 }
 
 } // namespace
@@ -41,117 +41,116 @@ private Q_SLOTS:
 
 void FocusCoverTest::screenPassesRegainedFocusToInnerScreen()
 {
-    FocusStage stage;
-    stage.showScreen(FocusStage::row() + screenWith("page", "onPage"));
-    stage.named<FocusScreen>("page").acquireFocus();
-    stage.screen().setFocus(false);
-    QVERIFY(stage.focused() != u"onPage"_s);
-    stage.screen().setFocus(true);
-    QCOMPARE(stage.focused(), u"onPage"_s);
+    FocusFixture fixture;
+    fixture.showScreen(FocusFixture::row() + screenWith("page", "onPage"));
+    fixture.named<FocusScreen>("page").acquireFocus();
+    fixture.screen().setFocus(false);
+    QVERIFY(fixture.focusedObjectName() != u"onPage"_s);
+    fixture.screen().setFocus(true);
+    QCOMPARE(fixture.focusedObjectName(), u"onPage"_s);
 }
 
 void FocusCoverTest::coverHasFocusUntilItIsRemoved()
 {
-    FocusStage stage;
-    showRowUnderCover(stage);
-    QCOMPARE(stage.focused(), u"onCover"_s);
-    QVERIFY(!stage.named("b").hasActiveFocus());
-    QCOMPARE(stage.screen().focused(), &stage.named("b"));
+    FocusFixture fixture;
+    showRowUnderCover(fixture);
+    QCOMPARE(fixture.focusedObjectName(), u"onCover"_s);
+    QVERIFY(!fixture.named("b").hasActiveFocus());
+    QCOMPARE(fixture.screen().focused(), &fixture.named("b"));
 
-    stage.screen().setCover(nullptr);
-    stage.screen().acquireFocus();
-    QCOMPARE(stage.focused(), u"b"_s);
+    fixture.screen().setCover(nullptr);
+    fixture.screen().acquireFocus();
+    QCOMPARE(fixture.focusedObjectName(), u"b"_s);
 }
 
 void FocusCoverTest::itemDestroyedUnderCoverIsReplacedWhenCoverIsRemoved()
 {
-    FocusStage stage;
-    showRowUnderCover(stage);
-    delete &stage.named("b");
+    FocusFixture fixture;
+    showRowUnderCover(fixture);
+    delete &fixture.named("b");
     QCoreApplication::processEvents();
-    QCOMPARE(stage.focused(), u"onCover"_s);
-    stage.screen().focus(&stage.named("a"));
-    QCOMPARE(stage.focused(), u"onCover"_s);
-    delete &stage.named("a");
+    QCOMPARE(fixture.focusedObjectName(), u"onCover"_s);
+    fixture.screen().focus(&fixture.named("a"));
+    QCOMPARE(fixture.focusedObjectName(), u"onCover"_s);
+    delete &fixture.named("a");
 
-    stage.screen().setCover(nullptr);
-    stage.screen().acquireFocus();
-    QCOMPARE(stage.focused(), u"c"_s);
+    fixture.screen().setCover(nullptr);
+    fixture.screen().acquireFocus();
+    QCOMPARE(fixture.focusedObjectName(), u"c"_s);
 }
 
 void FocusCoverTest::itemHiddenTemporarilyUnderCoverKeepsFocus()
 {
-    FocusStage stage;
-    showRowUnderCover(stage);
-    stage.named("b").setVisible(false);
+    FocusFixture fixture;
+    showRowUnderCover(fixture);
+    fixture.named("b").setVisible(false);
     QCoreApplication::processEvents();
-    stage.named("b").setVisible(true);
-    stage.screen().setCover(nullptr);
-    stage.screen().acquireFocus();
-    QCOMPARE(stage.focused(), u"b"_s);
+    fixture.named("b").setVisible(true);
+    fixture.screen().setCover(nullptr);
+    fixture.screen().acquireFocus();
+    QCOMPARE(fixture.focusedObjectName(), u"b"_s);
 }
 
 void FocusCoverTest::itemHiddenTemporarilyOnBackgroundScreenKeepsFocus()
 {
-    FocusStage stage;
-    stage.load(u"Item { FocusScreen { objectName: 'back'\n"_s + FocusStage::row() + u"}\n"_s +
-               screenWith("front", "inFront") + u"}"_s);
-    const auto screens = Stage::all(stage.window().contentItem(), "FocusScreen");
-    auto* const back = qobject_cast<FocusScreen*>(screens.first());
+    FocusFixture fixture;
+    const QQuickItem* const root = fixture.load(u"Item { FocusScreen { objectName: 'back'\n"_s + FocusFixture::row() +
+                                                u"}\n"_s + screenWith("front", "inFront") + u"}"_s);
+    auto* const back = root->findChild<FocusScreen*>(u"back"_s);
     auto* const item = back->findChild<Focusable*>(u"b"_s);
     back->acquireFocus();
     back->focus(item);
-    qobject_cast<FocusScreen*>(screens.last())->acquireFocus();
-    QCOMPARE(stage.focused(), u"inFront"_s);
+    root->findChild<FocusScreen*>(u"front"_s)->acquireFocus();
+    QCOMPARE(fixture.focusedObjectName(), u"inFront"_s);
     item->setVisible(false);
     QCoreApplication::processEvents();
     item->setVisible(true);
     back->acquireFocus();
-    QCOMPARE(stage.focused(), u"b"_s);
+    QCOMPARE(fixture.focusedObjectName(), u"b"_s);
 }
 
 void FocusCoverTest::hiddenScreenKeepsItsFocusedItem()
 {
-    FocusStage stage;
-    stage.showScreen(FocusStage::row());
-    stage.screen().focus(&stage.named("b"));
-    stage.screen().setVisible(false);
+    FocusFixture fixture;
+    fixture.showScreen(FocusFixture::row());
+    fixture.screen().focus(&fixture.named("b"));
+    fixture.screen().setVisible(false);
     QCoreApplication::processEvents();
-    stage.screen().acquireFocus();
-    QCOMPARE(stage.screen().focused(), &stage.named("b"));
-    stage.screen().setVisible(true);
-    stage.screen().acquireFocus();
-    QCOMPARE(stage.focused(), u"b"_s);
+    fixture.screen().acquireFocus();
+    QCOMPARE(fixture.screen().focused(), &fixture.named("b"));
+    fixture.screen().setVisible(true);
+    fixture.screen().acquireFocus();
+    QCOMPARE(fixture.focusedObjectName(), u"b"_s);
 }
 
 void FocusCoverTest::backgroundScreenDoesNotGetActiveFocus()
 {
-    FocusStage stage;
+    FocusFixture fixture;
     const QString page =
-        stage.focusable("onPage", {0, 0, 100, 100}) + stage.focusable("alsoOnPage", {0, 200, 100, 100});
-    stage.showScreen(FocusStage::row() + stage.item("FocusScreen", "page", {0, 0, 1920, 1080}, page));
-    auto& page_ = stage.named<FocusScreen>("page");
+        fixture.focusable("onPage", {0, 0, 100, 100}) + fixture.focusable("alsoOnPage", {0, 200, 100, 100});
+    fixture.showScreen(FocusFixture::row() + fixture.item("FocusScreen", "page", {0, 0, 1920, 1080}, page));
+    auto& page_ = fixture.named<FocusScreen>("page");
     page_.acquireFocus();
-    page_.focus(&stage.named("alsoOnPage"));
-    stage.screen().acquireFocus();
-    QCOMPARE(stage.focused(), u"a"_s);
-    page_.focus(&stage.named("onPage"));
+    page_.focus(&fixture.named("alsoOnPage"));
+    fixture.screen().acquireFocus();
+    QCOMPARE(fixture.focusedObjectName(), u"a"_s);
+    page_.focus(&fixture.named("onPage"));
     QCoreApplication::processEvents();
-    QCOMPARE(stage.focused(), u"a"_s);
+    QCOMPARE(fixture.focusedObjectName(), u"a"_s);
     page_.acquireFocus();
-    QCOMPARE(stage.focused(), u"onPage"_s);
+    QCOMPARE(fixture.focusedObjectName(), u"onPage"_s);
 }
 
 void FocusCoverTest::focusReturnsToOuterScreenWhenInnerOneIsDestroyed()
 {
-    FocusStage stage;
-    stage.showScreen(FocusStage::row() + screenWith("page", "onPage"));
-    auto& page = stage.named<FocusScreen>("page");
+    FocusFixture fixture;
+    fixture.showScreen(FocusFixture::row() + screenWith("page", "onPage"));
+    auto& page = fixture.named<FocusScreen>("page");
     page.acquireFocus();
     delete &page;
-    QCOMPARE(stage.focused(), u"screen"_s);
-    stage.screen().acquireFocus();
-    QCOMPARE(stage.focused(), u"a"_s);
+    QCOMPARE(fixture.focusedObjectName(), u"screen"_s);
+    fixture.screen().acquireFocus();
+    QCOMPARE(fixture.focusedObjectName(), u"a"_s);
 }
 
 QUILLMERE_TEST(FocusCoverTest, QGuiApplication)

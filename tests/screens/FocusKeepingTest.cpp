@@ -1,4 +1,4 @@
-#include "FocusStage.h"
+#include "FocusFixture.h"
 
 #include "FocusSection.h"
 #include "ScrollArea.h"
@@ -12,7 +12,7 @@
 
 using namespace Qt::StringLiterals;
 
-using Change = std::function<void(FocusStage&)>;
+using Change = std::function<void(FocusFixture&)>;
 Q_DECLARE_METATYPE(Change)
 
 namespace {
@@ -53,160 +53,161 @@ private Q_SLOTS:
 
 void FocusKeepingTest::initialFocusIsTopmostThenLeadingItem()
 {
-    FocusStage stage;
-    stage.showScreen(stage.focusable("below", {0, 300, 100, 100}) + stage.focusable("trailing", {300, 0, 100, 100}) +
-                     stage.focusable("leading", {100, 10, 100, 80}));
-    QCOMPARE(stage.focused(), u"leading"_s);
+    FocusFixture fixture;
+    fixture.showScreen(fixture.focusable("below", {0, 300, 100, 100}) +
+                       fixture.focusable("trailing", {300, 0, 100, 100}) +
+                       fixture.focusable("leading", {100, 10, 100, 80}));
+    QCOMPARE(fixture.focusedObjectName(), u"leading"_s);
 }
 
 void FocusKeepingTest::initialFocusIsFirstPreferredItem()
 {
-    FocusStage stage;
-    stage.showScreen(stage.focusable("a", {0, 0, 100, 100}) +
-                     stage.focusable("b", {0, 200, 100, 100}, "preferred: true") +
-                     stage.focusable("c", {0, 100, 100, 100}, "preferred: true"));
-    QCOMPARE(stage.focused(), u"b"_s);
+    FocusFixture fixture;
+    fixture.showScreen(fixture.focusable("a", {0, 0, 100, 100}) +
+                       fixture.focusable("b", {0, 200, 100, 100}, "preferred: true") +
+                       fixture.focusable("c", {0, 100, 100, 100}, "preferred: true"));
+    QCOMPARE(fixture.focusedObjectName(), u"b"_s);
 }
 
 void FocusKeepingTest::screenPassesFocusToItsFirstItem()
 {
-    FocusStage stage;
-    auto* const screen = stage.load(stage.item("FocusScreen", "screen", {0, 0, 100, 100}, FocusStage::row()));
-    QCOMPARE(stage.focused(), QString());
+    FocusFixture fixture;
+    auto* const screen = fixture.load(fixture.item("FocusScreen", "screen", {0, 0, 100, 100}, FocusFixture::row()));
+    QCOMPARE(fixture.focusedObjectName(), QString());
     screen->setFocus(true);
-    QCOMPARE(stage.focused(), u"a"_s);
+    QCOMPARE(fixture.focusedObjectName(), u"a"_s);
 }
 
 void FocusKeepingTest::itemWithForcedActiveFocusIsFocusedItem()
 {
-    FocusStage stage;
-    stage.showScreen(FocusStage::row());
-    stage.named("b").forceActiveFocus();
-    QCOMPARE(stage.screen().focused(), &stage.named("b"));
-    stage.press(Qt::Key_Right);
-    QCOMPARE(stage.focused(), u"c"_s);
+    FocusFixture fixture;
+    fixture.showScreen(FocusFixture::row());
+    fixture.named("b").forceActiveFocus();
+    QCOMPARE(fixture.screen().focused(), &fixture.named("b"));
+    fixture.press(Qt::Key_Right);
+    QCOMPARE(fixture.focusedObjectName(), u"c"_s);
 }
 
 void FocusKeepingTest::emptyScreenHasFocusUntilItemAppears()
 {
-    FocusStage stage;
-    stage.showScreen(stage.focusable("a", {0, 0, 100, 100}, "visible: false"));
-    QCOMPARE(stage.focused(), u"screen"_s);
-    QCOMPARE(stage.screen().focused(), nullptr);
-    QVERIFY(!stage.screen().move(Qt::Key_Down));
-    const QSignalSpy changed(&stage.screen(), &FocusScreen::focusedChanged);
-    stage.named("a").setVisible(true);
-    QTRY_COMPARE(stage.focused(), u"a"_s);
+    FocusFixture fixture;
+    fixture.showScreen(fixture.focusable("a", {0, 0, 100, 100}, "visible: false"));
+    QCOMPARE(fixture.focusedObjectName(), u"screen"_s);
+    QCOMPARE(fixture.screen().focused(), nullptr);
+    QVERIFY(!fixture.screen().move(Qt::Key_Down));
+    const QSignalSpy changed(&fixture.screen(), &FocusScreen::focusedChanged);
+    fixture.named("a").setVisible(true);
+    QTRY_COMPARE(fixture.focusedObjectName(), u"a"_s);
     QCOMPARE(changed.count(), 1);
-    delete &stage.named("a");
+    delete &fixture.named("a");
     QCoreApplication::processEvents();
-    QCOMPARE(stage.focused(), u"screen"_s);
+    QCOMPARE(fixture.focusedObjectName(), u"screen"_s);
     Focusable created;
     created.setObjectName(u"made"_s);
     created.setSize({100, 100});
-    created.setParentItem(&stage.screen());
-    QTRY_COMPARE(stage.focused(), u"made"_s);
+    created.setParentItem(&fixture.screen());
+    QTRY_COMPARE(fixture.focusedObjectName(), u"made"_s);
 }
 
 void FocusKeepingTest::focusMovesToNearestItemOfSectionWhenItemDisappears_data()
 {
     QTest::addColumn<Change>("change");
-    QTest::newRow("hidden") << Change([](FocusStage& stage) { stage.named("b").setVisible(false); });
-    QTest::newRow("disabled") << Change([](FocusStage& stage) { stage.named("b").setEnabled(false); });
-    QTest::newRow("width set to zero") << Change([](FocusStage& stage) { stage.named("b").setWidth(0); });
-    QTest::newRow("destroyed") << Change([](FocusStage& stage) { delete &stage.named("b"); });
+    QTest::newRow("hidden") << Change([](FocusFixture& fixture) { fixture.named("b").setVisible(false); });
+    QTest::newRow("disabled") << Change([](FocusFixture& fixture) { fixture.named("b").setEnabled(false); });
+    QTest::newRow("width set to zero") << Change([](FocusFixture& fixture) { fixture.named("b").setWidth(0); });
+    QTest::newRow("destroyed") << Change([](FocusFixture& fixture) { delete &fixture.named("b"); });
     QTest::newRow("removed from its parent")
-        << Change([](FocusStage& stage) { stage.named("b").setParentItem(nullptr); });
+        << Change([](FocusFixture& fixture) { fixture.named("b").setParentItem(nullptr); });
 }
 
 void FocusKeepingTest::focusMovesToNearestItemOfSectionWhenItemDisappears()
 {
     QFETCH(Change, change);
-    FocusStage stage;
-    stage.showScreen(stage.focusable("top", {400, 0, 100, 100}, "preferred: true") + FocusStage::row());
-    stage.screen().focus(&stage.named("b"));
-    change(stage);
-    QTRY_COMPARE(stage.focused(), u"c"_s);
-    QCOMPARE(stage.screen().focused(), &stage.named("c"));
+    FocusFixture fixture;
+    fixture.showScreen(fixture.focusable("top", {400, 0, 100, 100}, "preferred: true") + FocusFixture::row());
+    fixture.screen().focus(&fixture.named("b"));
+    change(fixture);
+    QTRY_COMPARE(fixture.focusedObjectName(), u"c"_s);
+    QCOMPARE(fixture.screen().focused(), &fixture.named("c"));
 }
 
 void FocusKeepingTest::focusMovesToFirstItemWhenSectionDisappears()
 {
-    FocusStage stage;
-    stage.showScreen(stage.focusable("top", {400, 0, 100, 100}) +
-                     stage.focusable("preferred", {0, 900, 100, 100}, "preferred: true") + FocusStage::row());
-    stage.screen().focus(&stage.named("b"));
-    delete &stage.named<FocusSection>("row");
-    QTRY_COMPARE(stage.focused(), u"preferred"_s);
-    stage.named("preferred").setVisible(false);
-    QTRY_COMPARE(stage.focused(), u"top"_s);
+    FocusFixture fixture;
+    fixture.showScreen(fixture.focusable("top", {400, 0, 100, 100}) +
+                       fixture.focusable("preferred", {0, 900, 100, 100}, "preferred: true") + FocusFixture::row());
+    fixture.screen().focus(&fixture.named("b"));
+    delete &fixture.named<FocusSection>("row");
+    QTRY_COMPARE(fixture.focusedObjectName(), u"preferred"_s);
+    fixture.named("preferred").setVisible(false);
+    QTRY_COMPARE(fixture.focusedObjectName(), u"top"_s);
 }
 
 void FocusKeepingTest::pendingFocusChangeIsAppliedBeforeKeyIsHandled()
 {
-    FocusStage stage;
-    stage.showScreen(FocusStage::row());
-    stage.screen().focus(&stage.named("c"));
-    stage.named("c").setVisible(false);
-    stage.press(Qt::Key_Left);
-    QCOMPARE(stage.focused(), u"a"_s);
+    FocusFixture fixture;
+    fixture.showScreen(FocusFixture::row());
+    fixture.screen().focus(&fixture.named("c"));
+    fixture.named("c").setVisible(false);
+    fixture.press(Qt::Key_Left);
+    QCOMPARE(fixture.focusedObjectName(), u"a"_s);
 }
 
 void FocusKeepingTest::hiddenItemIsNotSelected()
 {
-    FocusStage stage;
-    stage.showScreen(FocusStage::row());
-    const QSignalSpy selected(&stage.named("a"), &Focusable::selected);
-    stage.named("a").setVisible(false);
-    stage.press(Qt::Key_Select);
+    FocusFixture fixture;
+    fixture.showScreen(FocusFixture::row());
+    const QSignalSpy selected(&fixture.named("a"), &Focusable::selected);
+    fixture.named("a").setVisible(false);
+    fixture.press(Qt::Key_Select);
     QCOMPARE(selected.count(), 0);
 }
 
 void FocusKeepingTest::screenGetsFocusWhenLastItemDisappears()
 {
-    FocusStage stage;
-    stage.showScreen(stage.focusable("a", {0, 0, 100, 100}));
-    stage.named("a").setVisible(false);
-    QTRY_COMPARE(stage.focused(), u"screen"_s);
-    QCOMPARE(stage.screen().focused(), nullptr);
+    FocusFixture fixture;
+    fixture.showScreen(fixture.focusable("a", {0, 0, 100, 100}));
+    fixture.named("a").setVisible(false);
+    QTRY_COMPARE(fixture.focusedObjectName(), u"screen"_s);
+    QCOMPARE(fixture.screen().focused(), nullptr);
 }
 
 void FocusKeepingTest::focusIsKeptWhenOtherItemsChange_data()
 {
     QTest::addColumn<Change>("change");
-    QTest::newRow("neighbours destroyed") << Change([](FocusStage& stage) {
-        delete &stage.named("a");
-        delete &stage.named("c");
+    QTest::newRow("neighbours destroyed") << Change([](FocusFixture& fixture) {
+        delete &fixture.named("a");
+        delete &fixture.named("c");
     });
-    QTest::newRow("moved to another parent")
-        << Change([](FocusStage& stage) { stage.named("b").setParentItem(&stage.named<QQuickItem>("elsewhere")); });
-    QTest::newRow("out of its section and back") << Change([](FocusStage& stage) {
-        stage.named("b").setParentItem(&stage.screen());
-        stage.named("b").setParentItem(&stage.named<QQuickItem>("row"));
+    QTest::newRow("moved to another parent") << Change(
+        [](FocusFixture& fixture) { fixture.named("b").setParentItem(&fixture.named<QQuickItem>("elsewhere")); });
+    QTest::newRow("out of its section and back") << Change([](FocusFixture& fixture) {
+        fixture.named("b").setParentItem(&fixture.screen());
+        fixture.named("b").setParentItem(&fixture.named<QQuickItem>("row"));
     });
-    QTest::newRow("hidden and shown at once") << Change([](FocusStage& stage) {
-        stage.named("b").setVisible(false);
-        stage.named("b").setVisible(true);
+    QTest::newRow("hidden and shown at once") << Change([](FocusFixture& fixture) {
+        fixture.named("b").setVisible(false);
+        fixture.named("b").setVisible(true);
     });
-    QTest::newRow("disabled and enabled at once") << Change([](FocusStage& stage) {
-        stage.screen().setEnabled(false);
-        stage.screen().setEnabled(true);
+    QTest::newRow("disabled and enabled at once") << Change([](FocusFixture& fixture) {
+        fixture.screen().setEnabled(false);
+        fixture.screen().setEnabled(true);
     });
 }
 
 void FocusKeepingTest::focusIsKeptWhenOtherItemsChange()
 {
     QFETCH(Change, change);
-    FocusStage stage;
-    stage.showScreen(FocusStage::row() + stage.item("Item", "elsewhere", {0, 600, 500, 100}, {}));
-    stage.screen().focus(&stage.named("b"));
-    const QSignalSpy changed(&stage.screen(), &FocusScreen::focusedChanged);
-    change(stage);
+    FocusFixture fixture;
+    fixture.showScreen(FocusFixture::row() + fixture.item("Item", "elsewhere", {0, 600, 500, 100}, {}));
+    fixture.screen().focus(&fixture.named("b"));
+    const QSignalSpy changed(&fixture.screen(), &FocusScreen::focusedChanged);
+    change(fixture);
     QCoreApplication::processEvents();
-    QCOMPARE(stage.focused(), u"b"_s);
+    QCOMPARE(fixture.focusedObjectName(), u"b"_s);
     QCOMPARE(changed.count(), 0);
-    stage.press(Qt::Key_Up);
-    QCOMPARE(stage.screen().focused()->hasActiveFocus(), true);
+    fixture.press(Qt::Key_Up);
+    QCOMPARE(fixture.screen().focused()->hasActiveFocus(), true);
 }
 
 void FocusKeepingTest::screenDisconnectsFromContentsWhenDestroyed()
@@ -226,8 +227,8 @@ void FocusKeepingTest::screenDisconnectsFromContentsWhenDestroyed()
 
 void FocusKeepingTest::screenWithoutFocusedItemIsNotConnectedToContents()
 {
-    FocusStage stage;
-    FocusScreen& screen = stage.showScreen({});
+    FocusFixture fixture;
+    FocusScreen& screen = fixture.showScreen({});
     ObservedArea area;
     area.setSize({500, 500});
     area.setParentItem(&screen);
@@ -244,13 +245,13 @@ void FocusKeepingTest::screenWithoutFocusedItemIsNotConnectedToContents()
 
 void FocusKeepingTest::focusedChangedIsEmittedOnceWhenNoItemIsLeft()
 {
-    FocusStage stage;
-    FocusScreen& screen = stage.showScreen(stage.focusable("only", {0, 0, 100, 100}));
+    FocusFixture fixture;
+    FocusScreen& screen = fixture.showScreen(fixture.focusable("only", {0, 0, 100, 100}));
     const QSignalSpy changes(&screen, &FocusScreen::focusedChanged);
-    delete &stage.named("only");
-    stage.press(Qt::Key_Down);
-    stage.press(Qt::Key_Down);
-    stage.press(Qt::Key_Left);
+    delete &fixture.named("only");
+    fixture.press(Qt::Key_Down);
+    fixture.press(Qt::Key_Down);
+    fixture.press(Qt::Key_Left);
     QCOMPARE(changes.count(), 1);
 }
 

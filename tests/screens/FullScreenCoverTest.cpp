@@ -1,6 +1,6 @@
 #include "FullScreenCover.h"
-#include "Stage.h"
 #include "TestMain.h"
+#include "TestScreen.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -27,11 +27,11 @@ const QString host = u"FocusScreen { id: host; width: 1920; height: 1080; proper
                      "  FullScreenCover { id: cover; width: 1920; height: 1080; beneath: content;"
                      "    onDismissed: screen = null; %1 } }"_s;
 
-struct House
+struct CoverFixture : TestScreen
 {
-    explicit House(const QString& more = {}) : screen(static_cast<FocusScreen*>(stage.load(host.arg(more))))
+    explicit CoverFixture(const QString& more = {}) : screen(static_cast<FocusScreen*>(load(host.arg(more))))
     {
-        cover = static_cast<FullScreenCover*>(Stage::first(screen, "FullScreenCover"));
+        cover = static_cast<FullScreenCover*>(first(screen, "FullScreenCover"));
         content = screen->findChild<QQuickItem*>(u"content"_s);
         screen->acquireFocus();
     }
@@ -39,7 +39,6 @@ struct House
     QStringList log() const { return screen->property("log").toStringList(); }
     bool hasFocus(const FocusScreen* which) const { return which->focused() && which->focused()->hasActiveFocus(); }
 
-    Stage stage;
     FocusScreen* screen;
     FullScreenCover* cover;
     QQuickItem* content;
@@ -71,191 +70,191 @@ private Q_SLOTS:
 
 void FullScreenCoverTest::shownScreenHasFocusAtOnceAndSlidesUp()
 {
-    House house;
-    QVERIFY(house.hasFocus(house.screen));
-    house.show("first");
-    const FocusScreen* item = house.cover->item();
-    QVERIFY(house.hasFocus(item));
-    QCOMPARE(house.screen->cover(), item);
+    CoverFixture fixture;
+    QVERIFY(fixture.hasFocus(fixture.screen));
+    fixture.show("first");
+    const FocusScreen* item = fixture.cover->item();
+    QVERIFY(fixture.hasFocus(item));
+    QCOMPARE(fixture.screen->cover(), item);
     QCOMPARE(item->size(), QSizeF(1920, 1080));
     QCOMPARE(item->y(), 1080.0);
     QTRY_VERIFY(item->y() > 0 && item->y() < 1080);
     QTRY_COMPARE(item->y(), 0.0);
-    QCOMPARE(house.log(), QStringList{u"first"_s});
+    QCOMPARE(fixture.log(), QStringList{u"first"_s});
 }
 
 void FullScreenCoverTest::dismissedScreenReturnsFocusAtOnceAndSlidesDown()
 {
-    House house;
-    house.stage.press(Qt::Key_Right);
-    const Focusable* second = house.screen->focused();
-    house.show("first");
-    const QPointer<FocusScreen> item = house.cover->item();
+    CoverFixture fixture;
+    fixture.press(Qt::Key_Right);
+    const Focusable* second = fixture.screen->focused();
+    fixture.show("first");
+    const QPointer<FocusScreen> item = fixture.cover->item();
     QTRY_COMPARE(item->y(), 0.0);
-    QTRY_VERIFY(!house.content->isVisible());
-    house.show(nullptr);
-    QVERIFY(!house.cover->item());
-    QVERIFY(!house.screen->cover());
-    QCOMPARE(house.screen->focused(), second);
+    QTRY_VERIFY(!fixture.content->isVisible());
+    fixture.show(nullptr);
+    QVERIFY(!fixture.cover->item());
+    QVERIFY(!fixture.screen->cover());
+    QCOMPARE(fixture.screen->focused(), second);
     QVERIFY(second->hasActiveFocus());
     QVERIFY(!item->isEnabled());
-    QCOMPARE(house.log(), (QStringList{u"first"_s, u"-first"_s}));
+    QCOMPARE(fixture.log(), (QStringList{u"first"_s, u"-first"_s}));
     QTRY_VERIFY(item->y() > 0);
     QTRY_VERIFY(!item);
-    QCOMPARE(house.log().constLast(), u"destroyed"_s);
+    QCOMPARE(fixture.log().constLast(), u"destroyed"_s);
 }
 
 void FullScreenCoverTest::contentBelowIsHiddenWhileCovered()
 {
-    House house;
-    house.show("first");
-    QVERIFY(house.content->isVisible());
-    QTRY_VERIFY(!house.content->isVisible());
-    QCOMPARE(house.cover->item()->y(), 0.0);
-    house.show(nullptr);
-    QVERIFY(house.content->isVisible());
-    QTRY_COMPARE(house.cover->childItems().size(), 0);
-    QVERIFY(house.content->isVisible());
+    CoverFixture fixture;
+    fixture.show("first");
+    QVERIFY(fixture.content->isVisible());
+    QTRY_VERIFY(!fixture.content->isVisible());
+    QCOMPARE(fixture.cover->item()->y(), 0.0);
+    fixture.show(nullptr);
+    QVERIFY(fixture.content->isVisible());
+    QTRY_COMPARE(fixture.cover->childItems().size(), 0);
+    QVERIFY(fixture.content->isVisible());
 }
 
 void FullScreenCoverTest::backDismissesOncePerKeyPress()
 {
-    House house;
-    QSignalSpy dismissed(house.cover, &FullScreenCover::dismissed);
-    house.show("first");
+    CoverFixture fixture;
+    QSignalSpy dismissed(fixture.cover, &FullScreenCover::dismissed);
+    fixture.show("first");
     for (const bool isRepeat : {true, false, true}) {
         QKeyEvent press(QEvent::KeyPress, Qt::Key_Back, Qt::NoModifier, {}, isRepeat);
-        QCoreApplication::sendEvent(&house.stage.window(), &press);
-        QCOMPARE(press.isAccepted(), house.cover->item() || !isRepeat);
+        QCoreApplication::sendEvent(&fixture.window(), &press);
+        QCOMPARE(press.isAccepted(), fixture.cover->item() || !isRepeat);
     }
     QCOMPARE(dismissed.size(), 1);
-    QVERIFY(house.hasFocus(house.screen));
+    QVERIFY(fixture.hasFocus(fixture.screen));
 }
 
 void FullScreenCoverTest::backWithoutCoverIsNotAccepted()
 {
-    House house;
-    QSignalSpy dismissed(house.cover, &FullScreenCover::dismissed);
-    house.cover->forceActiveFocus();
+    CoverFixture fixture;
+    QSignalSpy dismissed(fixture.cover, &FullScreenCover::dismissed);
+    fixture.cover->forceActiveFocus();
     QKeyEvent press(QEvent::KeyPress, Qt::Key_Back, Qt::NoModifier);
-    QCoreApplication::sendEvent(&house.stage.window(), &press);
+    QCoreApplication::sendEvent(&fixture.window(), &press);
     QVERIFY(!press.isAccepted());
     QVERIFY(dismissed.isEmpty());
 }
 
 void FullScreenCoverTest::secondScreenReplacesFirst()
 {
-    House house;
-    house.show("first");
-    const QPointer<FocusScreen> first = house.cover->item();
-    QTRY_VERIFY(!house.content->isVisible());
-    house.show("second");
-    QCOMPARE(house.cover->item()->objectName(), u"second"_s);
-    QVERIFY(house.hasFocus(house.cover->item()));
-    QCOMPARE(house.screen->cover(), house.cover->item());
-    QCOMPARE(house.log(), (QStringList{u"first"_s, u"-first"_s, u"second"_s}));
+    CoverFixture fixture;
+    fixture.show("first");
+    const QPointer<FocusScreen> first = fixture.cover->item();
+    QTRY_VERIFY(!fixture.content->isVisible());
+    fixture.show("second");
+    QCOMPARE(fixture.cover->item()->objectName(), u"second"_s);
+    QVERIFY(fixture.hasFocus(fixture.cover->item()));
+    QCOMPARE(fixture.screen->cover(), fixture.cover->item());
+    QCOMPARE(fixture.log(), (QStringList{u"first"_s, u"-first"_s, u"second"_s}));
     QTRY_VERIFY(!first);
-    QVERIFY(house.hasFocus(house.cover->item()));
-    QTRY_VERIFY(!house.content->isVisible());
-    house.show(nullptr);
-    QVERIFY(house.hasFocus(house.screen));
+    QVERIFY(fixture.hasFocus(fixture.cover->item()));
+    QTRY_VERIFY(!fixture.content->isVisible());
+    fixture.show(nullptr);
+    QVERIFY(fixture.hasFocus(fixture.screen));
 }
 
 void FullScreenCoverTest::rapidScreenChangesEndInLastOne()
 {
-    House house;
+    CoverFixture fixture;
     for (const char* name : {"first", static_cast<const char*>(nullptr), "first", "second", "first",
                              static_cast<const char*>(nullptr), "second"}) {
-        house.show(name);
-        QVERIFY(house.hasFocus(name ? house.cover->item() : house.screen));
+        fixture.show(name);
+        QVERIFY(fixture.hasFocus(name ? fixture.cover->item() : fixture.screen));
         QTest::qWait(50);
     }
-    QTRY_COMPARE(house.cover->childItems().size(), 1);
-    QTRY_VERIFY(!house.content->isVisible());
-    QCOMPARE(house.cover->item()->y(), 0.0);
+    QTRY_COMPARE(fixture.cover->childItems().size(), 1);
+    QTRY_VERIFY(!fixture.content->isVisible());
+    QCOMPARE(fixture.cover->item()->y(), 0.0);
 }
 
 void FullScreenCoverTest::initialScreenIsShownWithoutAnimation()
 {
-    House house(u"screen: first"_s);
-    QCOMPARE(house.cover->item()->y(), 0.0);
-    QVERIFY(house.hasFocus(house.cover->item()));
-    QVERIFY(!house.content->isVisible());
-    QCOMPARE(house.log(), QStringList{});
-    house.stage.press(Qt::Key_Back);
-    QVERIFY(house.hasFocus(house.screen));
+    CoverFixture fixture(u"screen: first"_s);
+    QCOMPARE(fixture.cover->item()->y(), 0.0);
+    QVERIFY(fixture.hasFocus(fixture.cover->item()));
+    QVERIFY(!fixture.content->isVisible());
+    QCOMPARE(fixture.log(), QStringList{});
+    fixture.press(Qt::Key_Back);
+    QVERIFY(fixture.hasFocus(fixture.screen));
 }
 
 void FullScreenCoverTest::appearanceOfEnclosingScreenIsForwarded()
 {
-    House house(u"screen: first"_s);
-    Q_EMIT house.screen->appeared();
-    QCOMPARE(house.log(), QStringList{u"first"_s});
-    Q_EMIT house.screen->disappeared();
-    QCOMPARE(house.log(), (QStringList{u"first"_s, u"-first"_s}));
+    CoverFixture fixture(u"screen: first"_s);
+    Q_EMIT fixture.screen->appeared();
+    QCOMPARE(fixture.log(), QStringList{u"first"_s});
+    Q_EMIT fixture.screen->disappeared();
+    QCOMPARE(fixture.log(), (QStringList{u"first"_s, u"-first"_s}));
 }
 
 void FullScreenCoverTest::propertiesArePassedToScreen()
 {
-    House house(u"properties: ({ name: 'a name' })"_s);
-    house.show("first");
-    QCOMPARE(house.cover->item()->property("name").toString(), u"a name"_s);
+    CoverFixture fixture(u"properties: ({ name: 'a name' })"_s);
+    fixture.show("first");
+    QCOMPARE(fixture.cover->item()->property("name").toString(), u"a name"_s);
 }
 
 void FullScreenCoverTest::coverOnBackgroundScreenDoesNotTakeFocus()
 {
-    House house;
-    FocusScreen other(house.stage.window().contentItem());
+    CoverFixture fixture;
+    FocusScreen other(fixture.window().contentItem());
     other.acquireFocus();
-    house.show("first");
+    fixture.show("first");
     QVERIFY(other.hasActiveFocus());
-    house.show(nullptr);
+    fixture.show(nullptr);
     QVERIFY(other.hasActiveFocus());
-    house.show("second");
-    house.screen->acquireFocus();
-    QVERIFY(house.hasFocus(house.cover->item()));
+    fixture.show("second");
+    fixture.screen->acquireFocus();
+    QVERIFY(fixture.hasFocus(fixture.cover->item()));
 }
 
 void FullScreenCoverTest::componentThatIsNoScreenIsRejected()
 {
-    House house;
+    CoverFixture fixture;
     QTest::ignoreMessage(QtWarningMsg, "what a FullScreenCover is to show is no FocusScreen");
-    house.show("wrong");
-    QVERIFY(!house.cover->item());
-    QVERIFY(house.hasFocus(house.screen));
-    house.show("first");
-    QTRY_VERIFY(!house.content->isVisible());
+    fixture.show("wrong");
+    QVERIFY(!fixture.cover->item());
+    QVERIFY(fixture.hasFocus(fixture.screen));
+    fixture.show("first");
+    QTRY_VERIFY(!fixture.content->isVisible());
     QTest::ignoreMessage(QtWarningMsg, "what a FullScreenCover is to show is no FocusScreen");
-    house.show("wrong");
-    QVERIFY(house.hasFocus(house.screen));
-    QVERIFY(house.content->isVisible());
-    QTRY_COMPARE(house.cover->childItems().size(), 0);
+    fixture.show("wrong");
+    QVERIFY(fixture.hasFocus(fixture.screen));
+    QVERIFY(fixture.content->isVisible());
+    QTRY_COMPARE(fixture.cover->childItems().size(), 0);
 }
 
 void FullScreenCoverTest::noFrameIsDrawnAfterTransition()
 {
-    House house;
+    CoverFixture fixture;
     for (const char* name : {"first", static_cast<const char*>(nullptr)}) {
-        house.show(name);
-        QTRY_COMPARE(house.content->isVisible(), !name);
-        QTRY_COMPARE(house.cover->childItems().size(), name ? 1 : 0);
-        house.stage.waitUntilIdle();
-        const int frames = house.stage.frames();
+        fixture.show(name);
+        QTRY_COMPARE(fixture.content->isVisible(), !name);
+        QTRY_COMPARE(fixture.cover->childItems().size(), name ? 1 : 0);
+        fixture.waitUntilIdle();
+        const int frames = fixture.frames();
         QTest::qWait(400);
-        QCOMPARE(house.stage.frames(), frames);
+        QCOMPARE(fixture.frames(), frames);
     }
 }
 
 void FullScreenCoverTest::coverCanBeDestroyedWithItsScreen()
 {
-    House house;
-    house.show("first");
-    QTRY_VERIFY(!house.content->isVisible());
-    delete house.cover;
-    QVERIFY(house.content->isVisible());
-    QVERIFY(!house.screen->cover());
-    house.screen->acquireFocus();
-    QVERIFY(house.hasFocus(house.screen));
+    CoverFixture fixture;
+    fixture.show("first");
+    QTRY_VERIFY(!fixture.content->isVisible());
+    delete fixture.cover;
+    QVERIFY(fixture.content->isVisible());
+    QVERIFY(!fixture.screen->cover());
+    fixture.screen->acquireFocus();
+    QVERIFY(fixture.hasFocus(fixture.screen));
 }
 
 QUILLMERE_TEST(FullScreenCoverTest, QGuiApplication)

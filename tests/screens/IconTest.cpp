@@ -1,5 +1,5 @@
-#include "Stage.h"
 #include "TestMain.h"
+#include "TestScreen.h"
 
 #include <QTest>
 
@@ -20,9 +20,9 @@ double weight(const QImage& picture)
 
 QImage shot(const QString& name, int side, const QString& color = u"white"_s)
 {
-    Stage stage({side, side});
-    stage.load(u"Item { Icon { width: %1; height: %1; name: Icon.%2; color: '%3' } }"_s.arg(side).arg(name, color));
-    return stage.picture();
+    TestScreen fixture({side, side});
+    fixture.load(u"Item { Icon { width: %1; height: %1; name: Icon.%2; color: '%3' } }"_s.arg(side).arg(name, color));
+    return fixture.picture();
 }
 
 } // namespace

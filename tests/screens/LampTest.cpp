@@ -1,5 +1,5 @@
 #include "DrawnArea.h"
-#include "FrontHouse.h"
+#include "FrontFixture.h"
 #include "PaintedItem.h"
 #include "StationMotion.h"
 #include "TestMain.h"
@@ -15,15 +15,15 @@ namespace {
 /** A lamp on black whose glow the test sets. */
 struct Lamp
 {
-    Stage stage;
+    TestScreen fixture;
     QQuickItem* root;
     QQuickItem* lamp;
 
-    explicit Lamp(QSize size = {400, 120}, double scale = 1) : stage(size)
+    explicit Lamp(QSize size = {400, 120}, double scale = 1) : fixture(size)
     {
-        root = stage.load(
+        root = fixture.load(
             u"Item { scale: %1; transformOrigin: Item.TopLeft; OnAirLamp { x: 48; y: 48; live: false } }"_s.arg(scale));
-        lamp = Stage::first(root, "OnAirLamp");
+        lamp = TestScreen::first(root, "OnAirLamp");
         lamp->setProperty("live", true);
         pulse()->setProperty("paused", true);
     }
@@ -40,8 +40,8 @@ struct Lamp
     QImage at(double glow)
     {
         lamp->setProperty("glow", glow);
-        stage.waitForFrame();
-        return stage.window().grabWindow();
+        fixture.waitForFrame();
+        return fixture.window().grabWindow();
     }
 };
 
@@ -96,7 +96,7 @@ void LampTest::glowUsesConstantsOfDesign()
     QCOMPARE(StationMotion::fullGlowOpacity, 0.9);
 
     const Lamp lamp;
-    QCOMPARE(Stage::animationTimes(lamp.root), (QList<int>{1100, 1100}));
+    QCOMPARE(TestScreen::animationTimes(lamp.root), (QList<int>{1100, 1100}));
 }
 
 void LampTest::glowGrowsInRadiusAndOpacity_data()
@@ -117,7 +117,7 @@ void LampTest::glowGrowsInRadiusAndOpacity()
     const QImage picture = lamp.at(glow);
     const double radius = 6 + (18 - 6) * glow;
     const double opacity = 0.3 + (0.9 - 0.3) * glow;
-    const QRectF disc = Stage::area(Stage::first(lamp.root, "LampDisc"));
+    const QRectF disc = TestScreen::area(TestScreen::first(lamp.root, "LampDisc"));
     const int y = int(disc.center().y());
     for (int x = int(std::floor(disc.left())) - 1; x >= 0; --x) {
         // Distance, in points, of the pixel's centre from the edge of the disc.
@@ -133,18 +133,18 @@ void LampTest::glowUsesEaseInOutCurve()
 {
     const Lamp lamp;
     const QEasingCurve curve = StationMotion::easeInOut();
-    QCOMPARE(Stage::animationCurves(lamp.root), (QList<QEasingCurve>{curve, curve}));
+    QCOMPARE(TestScreen::animationCurves(lamp.root), (QList<QEasingCurve>{curve, curve}));
 }
 
 void LampTest::pulsePaintsEachStepOnce()
 {
     Lamp lamp;
-    const auto* glow = qobject_cast<PaintedItem*>(Stage::first(lamp.root, "SoftShadow"));
+    const auto* glow = qobject_cast<PaintedItem*>(TestScreen::first(lamp.root, "SoftShadow"));
     QSet<SharedPictures::Picture> pictures;
     for (int round = 0; round < 2; ++round) {
         for (int percent = 0; percent <= 100; ++percent) {
             lamp.lamp->setProperty("glow", percent / 100.0);
-            lamp.stage.waitForFrame();
+            lamp.fixture.waitForFrame();
             pictures.insert(glow->picture());
         }
     }
@@ -166,32 +166,32 @@ void LampTest::lampTextsHaveSameBaseline()
 {
     QFETCH(const QSize, size);
     QFETCH(const bool, live);
-    FrontHouse house(size);
-    house.setNews(live, u"Harbour Council"_s);
+    FrontFixture fixture(size);
+    fixture.setNews(live, u"Harbour Council"_s);
     // Neither text has a letter with a descender, so their lowest pixels are on the baseline.
-    const QQuickItem* words = Stage::texts(Stage::first(house.newsDoor(), "OnAirLamp")).constFirst();
-    const QQuickItem* caption = Stage::texts(house.newsDoor()).constLast();
+    const QQuickItem* words = TestScreen::texts(TestScreen::first(fixture.newsDoor(), "OnAirLamp")).constFirst();
+    const QQuickItem* caption = TestScreen::texts(fixture.newsDoor()).constLast();
     QCOMPARE(words->property("text").toString(), live ? u"ON AIR"_s : u"OFF AIR"_s);
     QCOMPARE(caption->property("text").toString(), live ? u"ON AIR"_s : u"STANDBY"_s);
-    house.stage.waitForFrame();
-    const QImage picture = house.stage.window().grabWindow();
-    QCOMPARE(lowestInk(picture, Stage::area(words)), lowestInk(picture, Stage::area(caption)));
+    fixture.waitForFrame();
+    const QImage picture = fixture.window().grabWindow();
+    QCOMPARE(lowestInk(picture, TestScreen::area(words)), lowestInk(picture, TestScreen::area(caption)));
 }
 
 void LampTest::frontScreenWithoutBroadcastDrawsNoFrame()
 {
-    FrontHouse house;
-    house.stage.waitUntilIdle();
-    const int framesAtRest = house.stage.frames();
+    FrontFixture fixture;
+    fixture.waitUntilIdle();
+    const int framesAtRest = fixture.frames();
     QTest::qWait(3000);
-    QCOMPARE(house.stage.frames(), framesAtRest);
+    QCOMPARE(fixture.frames(), framesAtRest);
 }
 
 void LampTest::litLampRepaintsOnlyItself()
 {
-    FrontHouse house;
-    house.setNews(true, u"Harbour Council"_s);
-    const QQuickItem* lamp = Stage::first(house.newsDoor(), "OnAirLamp");
+    FrontFixture fixture;
+    fixture.setNews(true, u"Harbour Council"_s);
+    const QQuickItem* lamp = TestScreen::first(fixture.newsDoor(), "OnAirLamp");
     const auto glow = [&] { return lamp->property("glow").toDouble(); };
     QTRY_VERIFY(glow() > 0.9);
     QTRY_VERIFY(glow() < 0.1);
@@ -201,7 +201,7 @@ void LampTest::litLampRepaintsOnlyItself()
     QTRY_VERIFY(glow() > 0.9);
     QTRY_VERIFY(glow() < 0.1);
     const QRectF area = drawn.take();
-    const QRectF disc = Stage::area(Stage::first(house.newsDoor(), "LampDisc"));
+    const QRectF disc = TestScreen::area(TestScreen::first(fixture.newsDoor(), "LampDisc"));
     const auto around = [&](double margin) { return disc.marginsAdded({margin, margin, margin, margin}); };
     const double reach = StationMotion::glowSpread(1) * StationMotion::liftScale();
     QVERIFY2(area.contains(around(reach / 2)), "the glow is not drawn");

@@ -1,4 +1,4 @@
-#include "FrontHouse.h"
+#include "FrontFixture.h"
 #include "TestMain.h"
 
 #include <QTest>
@@ -32,10 +32,10 @@ void LandingLayoutTest::doorsHaveDesignedGeometry_data()
 void LandingLayoutTest::doorsHaveDesignedGeometry()
 {
     QFETCH(QSize, size);
-    FrontHouse house(size);
+    FrontFixture fixture(size);
     const double factor = size.width() / 1920.0;
-    const QRectF news = Stage::area(house.newsDoor());
-    const QRectF store = Stage::area(house.storeDoor());
+    const QRectF news = TestScreen::area(fixture.newsDoor());
+    const QRectF store = TestScreen::area(fixture.storeDoor());
     QCOMPARE(news.size() / factor, QSizeF(620, 620));
     QCOMPARE(store.size() / factor, QSizeF(620, 620));
     QCOMPARE((store.left() - news.right()) / factor, 64.0);
@@ -43,7 +43,7 @@ void LandingLayoutTest::doorsHaveDesignedGeometry()
     QVERIFY(std::abs((news.left() + store.right()) / 2 - size.width() / 2.0) < 1);
 
     // The unfocused shop entry: colours of its outline and of its fill, next to its edges.
-    const QImage picture = house.stage.picture();
+    const QImage picture = fixture.picture();
     const auto at = [&](double x, double y) {
         return picture.pixelColor(int(store.left() + x * factor), int(store.top() + y * factor));
     };
@@ -67,14 +67,14 @@ void LandingLayoutTest::longSubtitleShrinksTelevisionThenIsElided()
 {
     QFETCH(const QString, words);
     QFETCH(const int, fitting);
-    FrontHouse house;
+    FrontFixture fixture;
     const auto setTitle = [&](const QString& title) {
-        house.setNews(true, title);
-        house.stage.waitForFrame();
-        const auto texts = Stage::texts(Stage::first(house.newsDoor(), "DoorSubtitle"));
+        fixture.setNews(true, title);
+        fixture.waitForFrame();
+        const auto texts = TestScreen::texts(TestScreen::first(fixture.newsDoor(), "DoorSubtitle"));
         return texts.constFirst();
     };
-    const auto television = [&] { return Stage::all(house.newsDoor(), "CardPlate").constLast()->height(); };
+    const auto television = [&] { return fixture.newsDoor()->findChild<QQuickItem*>(u"television"_s)->height(); };
     const double ordinary = (setTitle(u"Harbour Council"_s), television());
     setTitle(words.repeated(3));
     QCOMPARE(television(), ordinary);
@@ -115,18 +115,18 @@ void LandingLayoutTest::textsStayInsideTheirDoorsAndDoNotOverlap()
 {
     QFETCH(QSize, size);
     QFETCH(QString, title);
-    FrontHouse house(size);
-    house.store.setLastError(u"The hub answered "_s + title);
+    FrontFixture fixture(size);
+    fixture.store->setLastError(u"The hub answered "_s + title);
     for (const bool live : {true, false}) {
-        house.setNews(live, title, title);
-        house.stage.waitForFrame();
+        fixture.setNews(live, title, title);
+        fixture.waitForFrame();
         const double factor = size.width() / 1920.0;
-        for (QQuickItem* door : {house.newsDoor(), house.storeDoor()}) {
-            const QRectF frame =
-                Stage::area(Stage::first(door, "CardPlate")).marginsRemoved(QMarginsF(24, 24, 24, 24) * factor);
+        for (QQuickItem* door : {fixture.newsDoor(), fixture.storeDoor()}) {
+            const QRectF frame = TestScreen::area(TestScreen::first(door, "CardPlate"))
+                                     .marginsRemoved(QMarginsF(24, 24, 24, 24) * factor);
             QRectF above;
-            for (QQuickItem* text : Stage::texts(door)) {
-                const QRectF area = Stage::area(text);
+            for (QQuickItem* text : TestScreen::texts(door)) {
+                const QRectF area = TestScreen::area(text);
                 QVERIFY2(frame.contains(area), qPrintable(text->property("text").toString()));
                 QVERIFY(text->property("contentHeight").toDouble() <= text->height() + 0.5);
                 QVERIFY(text->property("contentWidth").toDouble() <= text->width() + 0.5);
@@ -135,8 +135,8 @@ void LandingLayoutTest::textsStayInsideTheirDoorsAndDoNotOverlap()
             }
         }
         const QRectF windowArea({0, 0}, QSizeF(size));
-        for (QQuickItem* text : Stage::texts(house.view)) {
-            QVERIFY(windowArea.contains(Stage::area(text)));
+        for (QQuickItem* text : TestScreen::texts(fixture.view)) {
+            QVERIFY(windowArea.contains(TestScreen::area(text)));
             const double width = text->property("contentWidth").toDouble();
             // When Qt elides joined Arabic letters, the text can be up to one letter too wide.
             QVERIFY2(width <= text->width() + 24, qPrintable(u"%1 of %2"_s.arg(width).arg(text->width())));

@@ -1,4 +1,4 @@
-#include "FrontHouse.h"
+#include "FrontFixture.h"
 #include "StationMotion.h"
 #include "StationPalette.h"
 #include "TestMain.h"
@@ -45,242 +45,234 @@ private Q_SLOTS:
 
 void LandingViewTest::statusIsRequestedWhenScreenAppears()
 {
-    FrontHouse house;
-    QCOMPARE(house.statusRequests(), 1);
-    QVERIFY(house.shows(u"Tuning in…"_s));
+    FrontFixture fixture;
+    QCOMPARE(fixture.statusRequests(), 1);
+    QVERIFY(fixture.showsText(u"Tuning in…"_s));
 }
 
 void LandingViewTest::playPauseRequestsStatusAgain()
 {
-    FrontHouse house;
-    house.stage.press(Qt::Key_MediaTogglePlayPause);
-    QCOMPARE(house.statusRequests(), 2);
-    house.stage.press(Qt::Key_MediaPlay);
-    QCOMPARE(house.statusRequests(), 3);
+    FrontFixture fixture;
+    fixture.press(Qt::Key_MediaTogglePlayPause);
+    QCOMPARE(fixture.statusRequests(), 2);
+    fixture.press(Qt::Key_MediaPlay);
+    QCOMPARE(fixture.statusRequests(), 3);
 }
 
 void LandingViewTest::initialFocusIsOnNewsDoor()
 {
-    FrontHouse house;
-    QVERIFY(house.newsDoor()->hasActiveFocus());
-    QVERIFY(!house.storeDoor()->hasActiveFocus());
+    FrontFixture fixture;
+    QVERIFY(fixture.newsDoor()->hasActiveFocus());
+    QVERIFY(!fixture.storeDoor()->hasActiveFocus());
 }
 
 void LandingViewTest::leftAndRightMoveFocusBetweenDoors()
 {
-    FrontHouse house;
-    house.stage.press(Qt::Key_Left);
-    QVERIFY(house.newsDoor()->hasActiveFocus());
-    house.stage.press(Qt::Key_Right);
-    QVERIFY(house.storeDoor()->hasActiveFocus());
-    house.stage.press(Qt::Key_Right);
-    house.stage.press(Qt::Key_Up);
-    house.stage.press(Qt::Key_Down);
-    QVERIFY(house.storeDoor()->hasActiveFocus());
-    house.stage.press(Qt::Key_Left);
-    QVERIFY(house.newsDoor()->hasActiveFocus());
+    FrontFixture fixture;
+    fixture.press(Qt::Key_Left);
+    QVERIFY(fixture.newsDoor()->hasActiveFocus());
+    fixture.press(Qt::Key_Right);
+    QVERIFY(fixture.storeDoor()->hasActiveFocus());
+    fixture.press(Qt::Key_Right);
+    fixture.press(Qt::Key_Up);
+    fixture.press(Qt::Key_Down);
+    QVERIFY(fixture.storeDoor()->hasActiveFocus());
+    fixture.press(Qt::Key_Left);
+    QVERIFY(fixture.newsDoor()->hasActiveFocus());
 }
 
 void LandingViewTest::focusedDoorIsScaledUp()
 {
-    FrontHouse house;
-    house.stage.waitUntilIdle();
-    const auto width = [](QQuickItem* door) { return Stage::area(Stage::first(door, "CardPlate")).width(); };
-    QCOMPARE(width(house.newsDoor()), 620 * 1.06);
-    QCOMPARE(width(house.storeDoor()), 620.0);
-    house.stage.press(Qt::Key_Right);
-    QTRY_COMPARE(width(house.storeDoor()), 620 * 1.06);
-    QTRY_COMPARE(width(house.newsDoor()), 620.0);
+    FrontFixture fixture;
+    fixture.waitUntilIdle();
+    const auto width = [](QQuickItem* door) { return TestScreen::area(TestScreen::first(door, "CardPlate")).width(); };
+    QCOMPARE(width(fixture.newsDoor()), 620 * 1.06);
+    QCOMPARE(width(fixture.storeDoor()), 620.0);
+    fixture.press(Qt::Key_Right);
+    QTRY_COMPARE(width(fixture.storeDoor()), 620 * 1.06);
+    QTRY_COMPARE(width(fixture.newsDoor()), 620.0);
 }
 
 void LandingViewTest::onlyFocusedDoorHasShadow()
 {
-    FrontHouse house;
+    FrontFixture fixture;
     const auto shadow = [](QQuickItem* door) {
-        const QQuickItem* loader = Stage::first(door, "QQuickLoader");
+        const QQuickItem* loader = TestScreen::first(door, "QQuickLoader");
         return loader->childItems().isEmpty() ? 0 : loader->opacity();
     };
-    QTRY_COMPARE(shadow(house.newsDoor()), 1.0);
-    QCOMPARE(shadow(house.storeDoor()), 0.0);
-    house.stage.press(Qt::Key_Right);
-    QTRY_COMPARE(shadow(house.storeDoor()), 1.0);
-    QTRY_COMPARE(shadow(house.newsDoor()), 0.0);
+    QTRY_COMPARE(shadow(fixture.newsDoor()), 1.0);
+    QCOMPARE(shadow(fixture.storeDoor()), 0.0);
+    fixture.press(Qt::Key_Right);
+    QTRY_COMPARE(shadow(fixture.storeDoor()), 1.0);
+    QTRY_COMPARE(shadow(fixture.newsDoor()), 0.0);
 }
 
 void LandingViewTest::liftAnimationOfDoorTakes150Milliseconds()
 {
-    FrontHouse house;
-    house.stage.press(Qt::Key_Right);
+    FrontFixture fixture;
+    fixture.press(Qt::Key_Right);
     QCOMPARE(StationMotion::liftTime(), 150);
-    for (QQuickItem* door : {house.newsDoor(), house.storeDoor()}) {
+    for (QQuickItem* door : {fixture.newsDoor(), fixture.storeDoor()}) {
         // One animation for the plate and its shadow.
-        QCOMPARE(Stage::animationTimes(door).count(StationMotion::liftTime()), 1);
+        QCOMPARE(TestScreen::animationTimes(door).count(StationMotion::liftTime()), 1);
     }
 }
 
 void LandingViewTest::selectedDoorSetsItsFlagWhenItHasNoScreen()
 {
-    FrontHouse house;
-    QCOMPARE(house.view->property("showNews").toBool(), false);
-    QCOMPARE(house.view->property("showStore").toBool(), false);
-    house.stage.press(Qt::Key_Select);
-    QCOMPARE(house.view->property("showNews").toBool(), true);
-    QCOMPARE(house.view->property("showStore").toBool(), false);
-    house.stage.press(Qt::Key_Right);
-    house.stage.press(Qt::Key_Select);
-    QCOMPARE(house.view->property("showStore").toBool(), true);
-    QCOMPARE(house.isCovered(), false);
+    FrontFixture fixture;
+    QCOMPARE(fixture.view->property("showNews").toBool(), false);
+    QCOMPARE(fixture.view->property("showStore").toBool(), false);
+    fixture.press(Qt::Key_Select);
+    QCOMPARE(fixture.view->property("showNews").toBool(), true);
+    QCOMPARE(fixture.view->property("showStore").toBool(), false);
+    fixture.press(Qt::Key_Right);
+    fixture.press(Qt::Key_Select);
+    QCOMPARE(fixture.view->property("showStore").toBool(), true);
+    QCOMPARE(fixture.isCovered(), false);
 }
 
 void LandingViewTest::screenOfDoorCoversFrontScreenUntilBackIsPressed()
 {
-    FrontHouse house({1920, 1080}, u"newsScreen: %1 shopScreen: %1"_s.arg(coverScreen));
+    FrontFixture fixture({1920, 1080}, u"newsScreen: %1 shopScreen: %1"_s.arg(coverScreen));
     for (const bool shop : {true, false, true}) {
-        QQuickItem* door = shop ? house.storeDoor() : house.newsDoor();
-        house.stage.press(shop ? Qt::Key_Right : Qt::Key_Left);
-        house.stage.press(Qt::Key_Select);
-        QCOMPARE(house.isCovered(), true);
+        QQuickItem* door = shop ? fixture.storeDoor() : fixture.newsDoor();
+        fixture.press(shop ? Qt::Key_Right : Qt::Key_Left);
+        fixture.press(Qt::Key_Select);
+        QCOMPARE(fixture.isCovered(), true);
         QVERIFY(!door->hasActiveFocus());
-        QCOMPARE(house.stage.picture().pixelColor(20, 20), QColor(u"teal"_s));
-        house.stage.press(Qt::Key_Back);
-        QCOMPARE(house.isCovered(), false);
-        QCOMPARE(house.view->property(shop ? "showStore" : "showNews").toBool(), false);
+        QCOMPARE(fixture.picture().pixelColor(20, 20), QColor(u"teal"_s));
+        fixture.press(Qt::Key_Back);
+        QCOMPARE(fixture.isCovered(), false);
+        QCOMPARE(fixture.view->property(shop ? "showStore" : "showNews").toBool(), false);
         QVERIFY(door->hasActiveFocus());
-        QVERIFY(!house.shows(u"Press back again to switch the set off"_s));
+        QVERIFY(!fixture.showsText(u"Press back again to switch the set off"_s));
     }
-    QCOMPARE(house.statusRequests(), 1);
+    QCOMPARE(fixture.statusRequests(), 1);
 }
 
 void LandingViewTest::backDuringSlideInOnlyDismissesCover()
 {
-    FrontHouse house({1920, 1080}, u"newsScreen: %1"_s.arg(coverScreen));
+    FrontFixture fixture({1920, 1080}, u"newsScreen: %1"_s.arg(coverScreen));
     const QString notice = u"Press back again to switch the set off"_s;
-    house.stage.press(Qt::Key_Select);
-    house.stage.press(Qt::Key_Back);
-    QVERIFY(!house.isCovered());
-    QVERIFY(house.newsDoor()->hasActiveFocus());
-    QVERIFY(!house.shows(notice));
+    fixture.press(Qt::Key_Select);
+    fixture.press(Qt::Key_Back);
+    QVERIFY(!fixture.isCovered());
+    QVERIFY(fixture.newsDoor()->hasActiveFocus());
+    QVERIFY(!fixture.showsText(notice));
     // While the cover still slides out, keys go to the front screen.
-    house.stage.press(Qt::Key_Right);
-    QVERIFY(house.storeDoor()->hasActiveFocus());
-    house.stage.press(Qt::Key_Back);
-    QVERIFY(house.shows(notice));
+    fixture.press(Qt::Key_Right);
+    QVERIFY(fixture.storeDoor()->hasActiveFocus());
+    fixture.press(Qt::Key_Back);
+    QVERIFY(fixture.showsText(notice));
 }
 
 void LandingViewTest::coveredFrontScreenIsNotDrawn()
 {
-    FrontHouse house({1920, 1080}, u"newsScreen: %1"_s.arg(coverScreen));
-    house.setNews(true, u"Harbour Council"_s);
-    house.stage.press(Qt::Key_Select);
-    QTRY_VERIFY(!house.newsDoor()->isVisible());
-    house.stage.waitUntilIdle();
-    const int frames = house.stage.frames();
+    FrontFixture fixture({1920, 1080}, u"newsScreen: %1"_s.arg(coverScreen));
+    fixture.setNews(true, u"Harbour Council"_s);
+    fixture.press(Qt::Key_Select);
+    QTRY_VERIFY(!fixture.newsDoor()->isVisible());
+    fixture.waitUntilIdle();
+    const int frames = fixture.frames();
     QTest::qWait(500); // the lit lamp would draw its pulse in this time
-    QCOMPARE(house.stage.frames(), frames);
-    house.stage.press(Qt::Key_Back);
-    QVERIFY(house.newsDoor()->isVisible());
-    QTRY_VERIFY(house.stage.frames() > frames + 5);
+    QCOMPARE(fixture.frames(), frames);
+    fixture.press(Qt::Key_Back);
+    QVERIFY(fixture.newsDoor()->isVisible());
+    QTRY_VERIFY(fixture.frames() > frames + 5);
 }
 
 void LandingViewTest::playPauseIsNotHandledWhileCovered()
 {
-    FrontHouse house({1920, 1080}, u"shopScreen: %1"_s.arg(coverScreen));
-    house.stage.press(Qt::Key_Right);
-    house.stage.press(Qt::Key_Select);
-    house.stage.press(Qt::Key_MediaTogglePlayPause);
-    QCOMPARE(house.statusRequests(), 1);
+    FrontFixture fixture({1920, 1080}, u"shopScreen: %1"_s.arg(coverScreen));
+    fixture.press(Qt::Key_Right);
+    fixture.press(Qt::Key_Select);
+    fixture.press(Qt::Key_MediaTogglePlayPause);
+    QCOMPARE(fixture.statusRequests(), 1);
 }
 
 void LandingViewTest::secondBackWithinThreeSecondsQuits()
 {
-    FrontHouse house;
-    QSignalSpy quitRequested(house.view, SIGNAL(quitRequested()));
+    FrontFixture fixture;
+    QSignalSpy quitRequested(fixture.view, SIGNAL(quitRequested()));
     const QString notice = u"Press back again to switch the set off"_s;
-    QVERIFY(!house.shows(notice));
-    house.stage.press(Qt::Key_Back);
-    QVERIFY(house.shows(notice));
-    house.clock.advance(3s);
-    QVERIFY(!house.shows(notice));
-    house.stage.press(Qt::Key_Back);
+    QVERIFY(!fixture.showsText(notice));
+    fixture.press(Qt::Key_Back);
+    QVERIFY(fixture.showsText(notice));
+    fixture.clock.advance(3s);
+    QVERIFY(!fixture.showsText(notice));
+    fixture.press(Qt::Key_Back);
     QCOMPARE(quitRequested.size(), 0);
-    QVERIFY(house.shows(notice));
-    house.clock.advance(2999ms);
-    house.stage.press(Qt::Key_Back);
+    QVERIFY(fixture.showsText(notice));
+    fixture.clock.advance(2999ms);
+    fixture.press(Qt::Key_Back);
     QCOMPARE(quitRequested.size(), 1);
-    QVERIFY(!house.shows(notice));
-    QCOMPARE(house.clock.pendingTimers(), 0);
+    QVERIFY(!fixture.showsText(notice));
+    QCOMPARE(fixture.clock.pendingTimers(), 0);
 }
 
 void LandingViewTest::doorsShowStatusOfHub()
 {
-    FrontHouse house;
-    QVERIFY(house.shows(u"Checking what's on the shelf…"_s));
-    QVERIFY(house.shows(u"The tower is dark. Colour bars and a countdown until it isn't."_s));
-    house.http.answer(house.http.waitingFor(statusPath), 200,
-                      R"({"news": {"tower_live": true, "program_title": "Harbour <b>Council</b>"},
+    FrontFixture fixture;
+    QVERIFY(fixture.showsText(u"Checking what's on the shelf…"_s));
+    QVERIFY(fixture.showsText(u"The tower is dark. Colour bars and a countdown until it isn't."_s));
+    fixture.http.answer(fixture.http.waitingFor(statusPath), 200,
+                        R"({"news": {"tower_live": true, "program_title": "Harbour <b>Council</b>"},
                           "rewindery": {"tapes": 1, "markets": [{"slug": "a", "name": "A", "tapes": 1}]}})");
-    QTRY_VERIFY(house.shows(u"1 tapes in stock · 1 market · every one plays right here"_s));
-    QVERIFY(house.shows(u"Harbour <b>Council</b>"_s));
-    house.setNews(true, {});
-    QVERIFY(house.shows(u"The tower is lit — tune in."_s));
-    house.setNews(false, {}, u"Tue 5 PM"_s);
-    QVERIFY(house.shows(u"Next broadcast · Tue 5 PM"_s));
+    QTRY_VERIFY(fixture.showsText(u"1 tapes in stock · 1 market · every one plays right here"_s));
+    QVERIFY(fixture.showsText(u"Harbour <b>Council</b>"_s));
+    fixture.setNews(true, {});
+    QVERIFY(fixture.showsText(u"The tower is lit — tune in."_s));
+    fixture.setNews(false, {}, u"Tue 5 PM"_s);
+    QVERIFY(fixture.showsText(u"Next broadcast · Tue 5 PM"_s));
 }
 
 void LandingViewTest::statusLineShowsStateOfStore()
 {
-    FrontHouse house;
-    const auto line = [&](const QString& text) -> QQuickItem* {
-        const auto texts = Stage::texts(house.view);
-        for (QQuickItem* item : texts) {
-            if (item->property("text").toString() == text)
-                return item;
-        }
-        return nullptr;
-    };
-    QQuickItem* item = line(u"Tuning in…"_s);
+    FrontFixture fixture;
+    QQuickItem* item = fixture.text(u"Tuning in…"_s);
     QVERIFY(item);
     QCOMPARE(item->property("font").value<QFont>().pixelSize(), 24);
-    house.store.setLastError(u"The hub answered 503."_s);
+    fixture.store->setLastError(u"The hub answered 503."_s);
     QCOMPARE(item->property("text").toString(), u"The hub answered 503."_s);
     QCOMPARE(item->property("color").value<QColor>(), StationPalette::onAirRed());
-    house.store.setLastError({});
-    house.store.setHasLoadedOnce(true);
+    fixture.store->setLastError({});
+    fixture.store->setHasLoadedOnce(true);
     QCOMPARE(item->property("text").toString(), u"Press ▶︎ to refresh"_s);
     QCOMPARE(item->property("font").value<QFont>().pixelSize(), 22);
     QCOMPARE(item->property("color").value<QColor>(), StationPalette::faded(StationPalette::cream(), 0.4));
-    QCOMPARE(Stage::area(item).height(), 40.0);
+    QCOMPARE(TestScreen::area(item).height(), 40.0);
 }
 
 void LandingViewTest::newsDoorShowsLiveDuringBroadcast()
 {
-    FrontHouse house;
-    QQuickItem* bars = Stage::first(house.newsDoor(), "MiniColorBars");
+    FrontFixture fixture;
+    QQuickItem* bars = TestScreen::first(fixture.newsDoor(), "MiniColorBars");
     QVERIFY(bars->isVisible());
     QCOMPARE(bars->opacity(), 0.85);
-    QVERIFY(!house.shows(u"LIVE"_s));
-    QVERIFY(house.shows(u"OFF AIR"_s));
-    QVERIFY(house.shows(u"STANDBY"_s));
-    house.setNews(true, u"Harbour Council"_s);
+    QVERIFY(!fixture.showsText(u"LIVE"_s));
+    QVERIFY(fixture.showsText(u"OFF AIR"_s));
+    QVERIFY(fixture.showsText(u"STANDBY"_s));
+    fixture.setNews(true, u"Harbour Council"_s);
     QVERIFY(!bars->isVisible());
-    QVERIFY(house.shows(u"LIVE"_s));
-    QVERIFY(house.shows(u"ON AIR"_s));
-    QVERIFY(!house.shows(u"STANDBY"_s));
-    house.setNews(false, {});
-    QVERIFY(house.shows(u"OFF AIR"_s));
+    QVERIFY(fixture.showsText(u"LIVE"_s));
+    QVERIFY(fixture.showsText(u"ON AIR"_s));
+    QVERIFY(!fixture.showsText(u"STANDBY"_s));
+    fixture.setNews(false, {});
+    QVERIFY(fixture.showsText(u"OFF AIR"_s));
 }
 
 void LandingViewTest::doorHasAccessibleRoleNameAndAction()
 {
-    FrontHouse house;
+    FrontFixture fixture;
     QAccessible::setActive(true);
-    QAccessibleInterface* door = QAccessible::queryAccessibleInterface(house.storeDoor());
+    QAccessibleInterface* door = QAccessible::queryAccessibleInterface(fixture.storeDoor());
     QVERIFY(door);
     QCOMPARE(door->role(), QAccessible::Button);
     QCOMPARE(door->text(QAccessible::Name), u"REWINDERY"_s);
     QCOMPARE(door->text(QAccessible::Description), u"Checking what's on the shelf…"_s);
     door->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    QCOMPARE(house.view->property("showStore").toBool(), true);
+    QCOMPARE(fixture.view->property("showStore").toBool(), true);
 }
 
 QUILLMERE_TEST(LandingViewTest, QGuiApplication)

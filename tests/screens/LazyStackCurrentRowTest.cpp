@@ -1,4 +1,4 @@
-#include "LazyStackStage.h"
+#include "LazyStackFixture.h"
 #include "TestMain.h"
 
 #include <QSignalSpy>
@@ -51,37 +51,37 @@ void LazyStackCurrentRowTest::focusMovesToCurrentRowWhenModelChanges()
     QFETCH(int, currentRow);
     QFETCH(QString, focused);
     Rows rows(QStringList{u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s});
-    Shelf shelf(&rows);
-    shelf.focusRow(2);
+    LazyStackFixture fixture(&rows);
+    fixture.focusRow(2);
     QCOMPARE(rows.currentRow(), 2);
-    shelf.stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     rows.change(after, currentRow);
     QCOMPARE(rows.currentRow(), currentRow);
     if (focused.isEmpty()) {
-        QTRY_COMPARE(shelf.screen->focused()->objectName(), u"below"_s);
+        QTRY_COMPARE(fixture.screen->focused()->objectName(), u"below"_s);
         return;
     }
     // Immediately, so that the next key already acts on that row.
-    QCOMPARE(shelf.focusedTitle(), focused + u", round 1"_s);
-    shelf.stage.waitUntilIdle();
-    QCOMPARE(shelf.focusedTitle(), focused + u", round 1"_s);
+    QCOMPARE(fixture.focusedTitle(), focused + u", round 1"_s);
+    fixture.waitUntilIdle();
+    QCOMPARE(fixture.focusedTitle(), focused + u", round 1"_s);
     QCOMPARE(rows.currentRow(), currentRow);
-    const qreal x = shelf.screen->focused()->x() + 6 - shelf.area->position();
+    const qreal x = fixture.screen->focused()->x() + 6 - fixture.area->position();
     QVERIFY(x >= 0 && x + extent <= viewportExtent);
 }
 
 void LazyStackCurrentRowTest::focusOutsideStackIsKept()
 {
     Rows rows(QStringList{u"a"_s, u"b"_s, u"c"_s});
-    Shelf shelf(&rows);
-    auto below = shelf.screen->findChild<Focusable*>(u"below"_s);
-    shelf.screen->focus(below);
+    LazyStackFixture fixture(&rows);
+    auto below = fixture.screen->findChild<Focusable*>(u"below"_s);
+    fixture.screen->focus(below);
     rows.change({u"x"_s, u"y"_s}, 1);
     QVERIFY(below->hasActiveFocus());
     rows.setCurrentRow(0);
     QVERIFY(below->hasActiveFocus());
     rows.change({}, -1);
-    shelf.stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     QVERIFY(below->hasActiveFocus());
 }
 
@@ -96,17 +96,17 @@ void LazyStackCurrentRowTest::focusedItemStaysVisibleWhenItMoves()
 {
     QFETCH(bool, isSeen);
     Rows rows(3);
-    Shelf shelf(&rows);
-    shelf.focusRow(2);
-    shelf.area->setVisible(isSeen);
+    LazyStackFixture fixture(&rows);
+    fixture.focusRow(2);
+    fixture.area->setVisible(isSeen);
     QStringList keys = rows.keys();
     for (int i = 100; i < 150; ++i)
         keys.prepend(QString::number(i));
-    const QPointer<Focusable> focused = shelf.screen->focused();
+    const QPointer<Focusable> focused = fixture.screen->focused();
     rows.change(keys, 52);
-    QCOMPARE(shelf.screen->focused(), focused.data());
+    QCOMPARE(fixture.screen->focused(), focused.data());
     QCOMPARE(focused->x(), 52 * pitch);
-    QCOMPARE(shelf.area->position(), 52 * pitch + extent + 6 - viewportExtent);
+    QCOMPARE(fixture.area->position(), 52 * pitch + extent + 6 - viewportExtent);
 }
 
 void LazyStackCurrentRowTest::currentRowIsVisibleWhenFocusIsElsewhere_data()
@@ -136,40 +136,40 @@ void LazyStackCurrentRowTest::currentRowIsVisibleWhenFocusIsElsewhere()
     QFETCH(QStringList, after);
     QFETCH(int, currentRow);
     Rows rows(13);
-    Shelf shelf(&rows);
+    LazyStackFixture fixture(&rows);
     for (int row = 1; row < 13; ++row)
-        shelf.stage.press(Qt::Key_Right);
-    shelf.screen->focus(shelf.screen->findChild<Focusable*>(u"below"_s));
-    shelf.stage.waitUntilIdle();
-    QCOMPARE(shelf.area->position(), 12 * pitch + extent + 6 - viewportExtent);
+        fixture.press(Qt::Key_Right);
+    fixture.screen->focus(fixture.screen->findChild<Focusable*>(u"below"_s));
+    fixture.waitUntilIdle();
+    QCOMPARE(fixture.area->position(), 12 * pitch + extent + 6 - viewportExtent);
 
     rows.change(after, currentRow);
-    const qreal position = shelf.area->position();
+    const qreal position = fixture.area->position();
     const qreal x = 6 + std::max(currentRow, 0) * pitch - position;
     QVERIFY2(x >= 0 && x + extent <= viewportExtent, qPrintable(QString::number(x)));
     if (currentRow < 0)
         QCOMPARE(position, 0.0);
     // Nothing scrolls now, and nothing scrolls when the focus arrives.
-    QCOMPARE(shelf.area->targetPosition(), position);
-    shelf.stage.waitUntilIdle();
-    shelf.stage.press(Qt::Key_Up);
-    QCOMPARE(shelf.focusedTitle(), u"%1, round 1"_s.arg(after.at(std::max(currentRow, 0))));
-    QCOMPARE(shelf.area->targetPosition(), position);
+    QCOMPARE(fixture.area->targetPosition(), position);
+    fixture.waitUntilIdle();
+    fixture.press(Qt::Key_Up);
+    QCOMPARE(fixture.focusedTitle(), u"%1, round 1"_s.arg(after.at(std::max(currentRow, 0))));
+    QCOMPARE(fixture.area->targetPosition(), position);
 }
 
 void LazyStackCurrentRowTest::focusedItemNextToStackStaysVisible()
 {
     Rows rows(40);
-    Stage stage;
+    TestScreen fixture;
     auto screen = static_cast<FocusScreen*>(
-        stage.load(u"FocusScreen { id: screen; width: 1920; height: 1080; property var rows\n"
-                   "ScrollArea { width: 800; height: 400; contentExtent: 150 + column.height\n"
-                   "Focusable { objectName: 'above'; width: 300; height: 100 }\n"
-                   "LazyStack { id: column; y: 150; extent: 250; spacing: 40; model: screen.rows\n"
-                   "delegate: Focusable { width: 250; height: 250 } } }\n"
-                   "Focusable { objectName: 'beside'; x: 900; width: 300; height: 100 } }"_s,
-                   {{u"rows"_s, QVariant::fromValue<QObject*>(&rows)}}));
-    auto area = static_cast<ScrollArea*>(Stage::first(screen, "ScrollArea"));
+        fixture.load(u"FocusScreen { id: screen; width: 1920; height: 1080; property var rows\n"
+                     "ScrollArea { width: 800; height: 400; contentExtent: 150 + column.height\n"
+                     "Focusable { objectName: 'above'; width: 300; height: 100 }\n"
+                     "LazyStack { id: column; y: 150; extent: 250; spacing: 40; model: screen.rows\n"
+                     "delegate: Focusable { width: 250; height: 250 } } }\n"
+                     "Focusable { objectName: 'beside'; x: 900; width: 300; height: 100 } }"_s,
+                     {{u"rows"_s, QVariant::fromValue<QObject*>(&rows)}}));
+    auto area = static_cast<ScrollArea*>(TestScreen::first(screen, "ScrollArea"));
     screen->acquireFocus();
     screen->focus(screen->findChild<Focusable*>(u"above"_s));
     rows.setCurrentRow(20);
@@ -184,27 +184,27 @@ void LazyStackCurrentRowTest::focusedItemNextToStackStaysVisible()
 void LazyStackCurrentRowTest::stackWithoutCurrentRowIsEnteredAtFirstRow()
 {
     Rows rows(13);
-    Shelf shelf(&rows);
-    shelf.focusRow(5);
-    shelf.screen->focus(shelf.screen->findChild<Focusable*>(u"below"_s));
+    LazyStackFixture fixture(&rows);
+    fixture.focusRow(5);
+    fixture.screen->focus(fixture.screen->findChild<Focusable*>(u"below"_s));
     rows.change(rows.keys(), -1);
-    shelf.stage.press(Qt::Key_Up);
-    QCOMPARE(shelf.focusedTitle(), u"0, round 1"_s);
+    fixture.press(Qt::Key_Up);
+    QCOMPARE(fixture.focusedTitle(), u"0, round 1"_s);
 }
 
 void LazyStackCurrentRowTest::hasFocusChangesOnceAsFocusEntersOrLeaves()
 {
     Rows rows(3);
-    Shelf shelf(&rows);
-    auto below = shelf.screen->findChild<Focusable*>(u"below"_s);
+    LazyStackFixture fixture(&rows);
+    auto below = fixture.screen->findChild<Focusable*>(u"below"_s);
     QVERIFY(rows.hasFocus());
     QSignalSpy changes(&rows, &CurrentRowModel::hasFocusChanged);
-    shelf.stage.press(Qt::Key_Right);
+    fixture.press(Qt::Key_Right);
     QCOMPARE(changes.count(), 0);
-    shelf.stage.press(Qt::Key_Down);
+    fixture.press(Qt::Key_Down);
     QCOMPARE(changes.count(), 1);
     QVERIFY(!rows.hasFocus());
-    shelf.stage.press(Qt::Key_Up);
+    fixture.press(Qt::Key_Up);
     QCOMPARE(changes.count(), 2);
     // One change replaces the focused row and all others.
     rows.change({u"x"_s, u"y"_s}, 1);
@@ -219,37 +219,37 @@ void LazyStackCurrentRowTest::hasFocusChangesOnceAsFocusEntersOrLeaves()
 void LazyStackCurrentRowTest::currentRowChangesOncePerKeyPress()
 {
     Rows rows(5);
-    Shelf shelf(&rows);
+    LazyStackFixture fixture(&rows);
     QCOMPARE(rows.currentRow(), 0);
     const QSignalSpy changes(&rows, &CurrentRowModel::currentRowChanged);
-    shelf.stage.press(Qt::Key_Right);
+    fixture.press(Qt::Key_Right);
     QCOMPARE(rows.currentRow(), 1);
     QCOMPARE(changes.count(), 1);
-    shelf.screen->focus(static_cast<Focusable*>(shelf.row->itemAt(1)));
+    fixture.screen->focus(static_cast<Focusable*>(fixture.row->itemAt(1)));
     QCOMPARE(changes.count(), 1);
     rows.setCurrentRow(3);
-    QCOMPARE(shelf.focusedTitle(), u"3, round 0"_s);
+    QCOMPARE(fixture.focusedTitle(), u"3, round 0"_s);
     QCOMPARE(changes.count(), 2);
 }
 
 void LazyStackCurrentRowTest::sectionIsEnteredAtCurrentRow()
 {
     Rows rows(200);
-    Shelf shelf(&rows);
-    auto section = static_cast<FocusSection*>(Stage::first(shelf.screen, "FocusSection"));
-    shelf.screen->focus(shelf.screen->findChild<Focusable*>(u"below"_s));
+    LazyStackFixture fixture(&rows);
+    auto section = static_cast<FocusSection*>(TestScreen::first(fixture.screen, "FocusSection"));
+    fixture.screen->focus(fixture.screen->findChild<Focusable*>(u"below"_s));
     rows.setCurrentRow(150);
-    QCOMPARE(section->current(), static_cast<Focusable*>(shelf.row->itemAt(150)));
-    shelf.stage.press(Qt::Key_Up);
-    QCOMPARE(shelf.focusedTitle(), u"150, round 0"_s);
+    QCOMPARE(section->current(), static_cast<Focusable*>(fixture.row->itemAt(150)));
+    fixture.press(Qt::Key_Up);
+    QCOMPARE(fixture.focusedTitle(), u"150, round 0"_s);
 }
 
 void LazyStackCurrentRowTest::newStackStartsAtCurrentRowWithoutScrolling()
 {
     Rows rows(200);
     rows.setCurrentRow(100);
-    Shelf shelf(&rows, u"Item { }"_s);
-    QQmlComponent component(&shelf.stage.engine());
+    LazyStackFixture fixture(&rows, u"Item { }"_s);
+    QQmlComponent component(&fixture.engine());
     component.setData(
         ("import QtQuick\nimport Quillmere.Screen\nScrollArea { id: area; property var rows; property list<real> stops;"
          "  x: 70; width: 1780; height: 400; orientation: Qt.Horizontal; contentExtent: line.width + 12; revealMargin: "
@@ -263,23 +263,23 @@ void LazyStackCurrentRowTest::newStackStartsAtCurrentRowWithoutScrolling()
     auto area = qobject_cast<ScrollArea*>(object.get());
     QVERIFY2(area, qPrintable(component.errorString()));
     QCOMPARE(area->position(), 100 * pitch + extent + 6 + 100 - viewportExtent);
-    area->setParentItem(shelf.screen);
-    shelf.stage.waitUntilIdle();
+    area->setParentItem(fixture.screen);
+    fixture.waitUntilIdle();
     QCOMPARE(area->position(), 100 * pitch + extent + 6 + 100 - viewportExtent);
-    QVERIFY(!static_cast<LazyStack*>(Stage::first(area, "LazyStack"))->itemAt(0));
+    QVERIFY(!static_cast<LazyStack*>(TestScreen::first(area, "LazyStack"))->itemAt(0));
 }
 
 void LazyStackCurrentRowTest::currentRowOutOfRangeIsIgnored()
 {
     Rows rows(3);
-    Shelf shelf(&rows);
-    shelf.focusRow(1);
+    LazyStackFixture fixture(&rows);
+    fixture.focusRow(1);
     rows.setCurrentRow(1000);
-    QCOMPARE(shelf.focusedTitle(), u"1, round 0"_s);
+    QCOMPARE(fixture.focusedTitle(), u"1, round 0"_s);
     rows.change({u"x"_s, u"y"_s}, 1000);
-    QTRY_VERIFY(shelf.focusedTitle().endsWith(u"round 1"_s));
+    QTRY_VERIFY(fixture.focusedTitle().endsWith(u"round 1"_s));
     rows.change({u"x"_s, u"y"_s}, -7);
-    QCOMPARE(shelf.row->itemCount(), 2);
+    QCOMPARE(fixture.row->itemCount(), 2);
 }
 
 QUILLMERE_TEST(LazyStackCurrentRowTest, QGuiApplication)

@@ -1,4 +1,4 @@
-#include "LazyStackStage.h"
+#include "LazyStackFixture.h"
 #include "TestMain.h"
 
 namespace {
@@ -45,79 +45,79 @@ private Q_SLOTS:
 void LazyStackMeasuredTest::rowExtentsMatchTheirItems()
 {
     Rows rows(100);
-    const Shelf shelf(&rows, QString::fromUtf16(measuredStack));
-    for (const int row : shelf.existing()) {
-        QCOMPARE(shelf.row->itemAt(row)->x(), beginOf(row));
-        QCOMPARE(shelf.row->itemAt(row)->width(), widthOf(row));
+    const LazyStackFixture fixture(&rows, QString::fromUtf16(measuredStack));
+    for (const int row : fixture.existing()) {
+        QCOMPARE(fixture.row->itemAt(row)->x(), beginOf(row));
+        QCOMPARE(fixture.row->itemAt(row)->width(), widthOf(row));
     }
 }
 
 void LazyStackMeasuredTest::unmeasuredRowsHaveEstimatedExtent()
 {
     Rows rows(100);
-    const Shelf shelf(&rows, QString::fromUtf16(measuredStack));
+    const LazyStackFixture fixture(&rows, QString::fromUtf16(measuredStack));
     int found = 0;
-    QTRY_VERIFY(std::exchange(found, shelf.row->itemCount()) == shelf.row->itemCount());
-    QCOMPARE(shelf.existing().size(), shelf.existing().constLast() + 1);
-    QCOMPARE(shelf.row->implicitWidth(), beginOf(found) + (100 - found) * (estimate + 40) - 40);
-    QCOMPARE(shelf.area->contentExtent(), shelf.row->implicitWidth() + 12);
+    QTRY_VERIFY(std::exchange(found, fixture.row->itemCount()) == fixture.row->itemCount());
+    QCOMPARE(fixture.existing().size(), fixture.existing().constLast() + 1);
+    QCOMPARE(fixture.row->implicitWidth(), beginOf(found) + (100 - found) * (estimate + 40) - 40);
+    QCOMPARE(fixture.area->contentExtent(), fixture.row->implicitWidth() + 12);
 }
 
 void LazyStackMeasuredTest::visibleItemsAreCreatedEvenIfVeryShort()
 {
     Rows rows(100);
     const auto tiny = QString::fromUtf16(measuredStack).replace(u"100 + 50 * (index % 7)"_s, u"20"_s);
-    const Shelf shelf(&rows, tiny);
+    const LazyStackFixture fixture(&rows, tiny);
     // Immediately, so that no frame shows a missing row.
-    QVERIFY(shelf.row->itemAt(int(viewportExtent / 60)));
+    QVERIFY(fixture.row->itemAt(int(viewportExtent / 60)));
 }
 
 void LazyStackMeasuredTest::focusMovesThroughMeasuredRows()
 {
     Rows rows(300);
-    Shelf shelf(&rows, QString::fromUtf16(measuredStack));
+    LazyStackFixture fixture(&rows, QString::fromUtf16(measuredStack));
     for (int row = 0; row < 299; ++row) {
-        QCOMPARE(shelf.focusedTitle(), rows.data(rows.index(row), Rows::TitleRole).toString());
-        QCOMPARE(shelf.screen->focused()->x(), beginOf(row));
-        const qreal begin = beginOf(row) + 6 - shelf.area->targetPosition();
+        QCOMPARE(fixture.focusedTitle(), rows.data(rows.index(row), Rows::TitleRole).toString());
+        QCOMPARE(fixture.screen->focused()->x(), beginOf(row));
+        const qreal begin = beginOf(row) + 6 - fixture.area->targetPosition();
         QVERIFY(begin >= 0 && begin + widthOf(row) <= viewportExtent);
-        QVERIFY(shelf.screen->move(Qt::Key_Right));
+        QVERIFY(fixture.screen->move(Qt::Key_Right));
     }
-    QCOMPARE(shelf.row->implicitWidth(), beginOf(300) - 40);
+    QCOMPARE(fixture.row->implicitWidth(), beginOf(300) - 40);
 }
 
 void LazyStackMeasuredTest::measuredExtentIsKeptAfterItemIsDestroyed()
 {
     Rows rows(300);
-    Shelf shelf(&rows, QString::fromUtf16(measuredStack));
+    LazyStackFixture fixture(&rows, QString::fromUtf16(measuredStack));
     for (int row = 0; row < 299; ++row)
-        shelf.screen->move(Qt::Key_Right);
-    QTRY_VERIFY(!shelf.row->itemAt(100));
+        fixture.screen->move(Qt::Key_Right);
+    QTRY_VERIFY(!fixture.row->itemAt(100));
     for (int row = 299; row > 0; --row) {
-        QCOMPARE(shelf.screen->focused()->x(), beginOf(row));
-        shelf.screen->move(Qt::Key_Left);
+        QCOMPARE(fixture.screen->focused()->x(), beginOf(row));
+        fixture.screen->move(Qt::Key_Left);
     }
-    QCOMPARE(shelf.row->implicitWidth(), beginOf(300) - 40);
+    QCOMPARE(fixture.row->implicitWidth(), beginOf(300) - 40);
 }
 
 void LazyStackMeasuredTest::grownItemShiftsItemsAfterIt()
 {
     Rows rows(100);
-    Shelf shelf(&rows, QString::fromUtf16(measuredStack));
-    shelf.row->itemAt(1)->setWidth(widthOf(1) + 33);
-    QCOMPARE(shelf.row->itemAt(0)->x(), 0);
-    QCOMPARE(shelf.row->itemAt(1)->x(), beginOf(1));
+    LazyStackFixture fixture(&rows, QString::fromUtf16(measuredStack));
+    fixture.row->itemAt(1)->setWidth(widthOf(1) + 33);
+    QCOMPARE(fixture.row->itemAt(0)->x(), 0);
+    QCOMPARE(fixture.row->itemAt(1)->x(), beginOf(1));
     for (const int row : {2, 3, 4})
-        QCOMPARE(shelf.row->itemAt(row)->x(), beginOf(row) + 33);
+        QCOMPARE(fixture.row->itemAt(row)->x(), beginOf(row) + 33);
 }
 
 void LazyStackMeasuredTest::changedModelIsMeasuredAgain()
 {
     Rows rows(100);
-    Shelf shelf(&rows, QString::fromUtf16(measuredStack));
+    LazyStackFixture fixture(&rows, QString::fromUtf16(measuredStack));
     rows.change(rows.keys().mid(50), 0);
-    for (const int row : shelf.existing())
-        QCOMPARE(shelf.row->itemAt(row)->x(), beginOf(row));
+    for (const int row : fixture.existing())
+        QCOMPARE(fixture.row->itemAt(row)->x(), beginOf(row));
 }
 
 QUILLMERE_TEST(LazyStackMeasuredTest, QGuiApplication)

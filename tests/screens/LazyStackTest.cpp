@@ -1,4 +1,4 @@
-#include "LazyStackStage.h"
+#include "LazyStackFixture.h"
 #include "TestMain.h"
 
 namespace {
@@ -46,22 +46,22 @@ void LazyStackTest::onlyItemsNearViewportExist()
 {
     QFETCH(int, count);
     Rows rows(count);
-    Shelf shelf(&rows);
-    QCOMPARE(shelf.row->width(), std::max(0.0, count * pitch - 40));
+    LazyStackFixture fixture(&rows);
+    QCOMPARE(fixture.row->width(), std::max(0.0, count * pitch - 40));
     for (const qreal position : {0.0, 1000.0, 1e9, 3000.0}) {
-        shelf.area->reveal(position, position + 1, true);
-        const qreal first = shelf.area->position() - cacheBuffer - 6;
-        const qreal last = shelf.area->position() + viewportExtent + cacheBuffer - 6;
+        fixture.area->reveal(position, position + 1, true);
+        const qreal first = fixture.area->position() - cacheBuffer - 6;
+        const qreal last = fixture.area->position() + viewportExtent + cacheBuffer - 6;
         QList<int> near;
         for (int i = 0; i < count; ++i) {
             const bool isNearCurrent = i < 2; // and its neighbour
             if (isNearCurrent || (i * pitch + extent > first && i * pitch < last))
                 near.append(i);
         }
-        QTRY_COMPARE(shelf.existing(), near);
-        QCOMPARE(shelf.row->itemCount(), near.size());
+        QTRY_COMPARE(fixture.existing(), near);
+        QCOMPARE(fixture.row->itemCount(), near.size());
         for (const int i : near)
-            QCOMPARE(shelf.row->itemAt(i)->x(), i * pitch);
+            QCOMPARE(fixture.row->itemAt(i)->x(), i * pitch);
     }
 }
 
@@ -76,49 +76,49 @@ void LazyStackTest::arrowKeysReachEveryRow()
 {
     QFETCH(int, count);
     Rows rows(count);
-    Shelf shelf(&rows);
-    QCOMPARE(shelf.focusedTitle(), u"0, round 0"_s);
+    LazyStackFixture fixture(&rows);
+    QCOMPARE(fixture.focusedTitle(), u"0, round 0"_s);
     // After a burst of keys, items may exist around the current row and around the range still visible.
     constexpr int most = int(2 * (viewportExtent + 2 * cacheBuffer) / pitch) + 6;
     for (const int arrow : {Qt::Key_Right, Qt::Key_Left}) {
         for (int step = 1; step <= count; ++step) {
-            shelf.stage.press(arrow);
+            fixture.press(arrow);
             const int last = std::min(step, count - 1);
             const int at = arrow == Qt::Key_Right ? last : count - 1 - last;
-            QCOMPARE(shelf.focusedTitle(), u"%1, round 0"_s.arg(at));
+            QCOMPARE(fixture.focusedTitle(), u"%1, round 0"_s.arg(at));
             QCOMPARE(rows.currentRow(), at);
-            QVERIFY(shelf.row->itemCount() <= most);
-            const qreal x = shelf.screen->focused()->x() + 6 - shelf.area->targetPosition();
+            QVERIFY(fixture.row->itemCount() <= most);
+            const qreal x = fixture.screen->focused()->x() + 6 - fixture.area->targetPosition();
             QVERIFY(x >= 0 && x + extent <= viewportExtent);
             if (step % 7 == 0)
                 QTest::qWait(20);
         }
     }
-    QTRY_COMPARE(shelf.area->position(), shelf.area->targetPosition());
+    QTRY_COMPARE(fixture.area->position(), fixture.area->targetPosition());
 }
 
 void LazyStackTest::visibleItemsAreCreatedAtOnceAndOthersLater()
 {
     Rows rows(200);
-    Shelf shelf(&rows);
-    shelf.area->reveal(100 * pitch, 100 * pitch + extent, true);
-    const QList<int> atOnce = shelf.existing();
+    LazyStackFixture fixture(&rows);
+    fixture.area->reveal(100 * pitch, 100 * pitch + extent, true);
+    const QList<int> atOnce = fixture.existing();
     QCOMPARE(atOnce, (QList<int>{0, 1, 94, 95, 96, 97, 98, 99, 100}));
     const QList<int> inTime{0, 1, 92, 93, 94, 95, 96, 97, 98, 99, 100, 101, 102};
-    QTRY_COMPARE(shelf.existing(), inTime);
-    shelf.stage.waitUntilIdle();
-    QCOMPARE(shelf.existing(), inTime);
+    QTRY_COMPARE(fixture.existing(), inTime);
+    fixture.waitUntilIdle();
+    QCOMPARE(fixture.existing(), inTime);
 }
 
 void LazyStackTest::longScrollCreatesOnlyItemsItPasses()
 {
     Rows rows(10000);
-    Shelf shelf(&rows);
-    shelf.area->reveal(5000 * pitch, 5001 * pitch);
-    QVERIFY(shelf.row->itemAt(4998)); // there the scroll will end, so a key can move on from there
+    LazyStackFixture fixture(&rows);
+    fixture.area->reveal(5000 * pitch, 5001 * pitch);
+    QVERIFY(fixture.row->itemAt(4998)); // there the scroll will end, so a key can move on from there
     int most = 0;
-    connect(shelf.area, &ScrollArea::positionChanged, this, [&] { most = std::max(most, shelf.row->itemCount()); });
-    QTRY_COMPARE(shelf.area->position(), shelf.area->targetPosition());
+    connect(fixture.area, &ScrollArea::positionChanged, this, [&] { most = std::max(most, fixture.row->itemCount()); });
+    QTRY_COMPARE(fixture.area->position(), fixture.area->targetPosition());
     QVERIFY(most <= 25);
 }
 
@@ -126,22 +126,22 @@ void LazyStackTest::nestedRowsAreFilledWhenVisible()
 {
     Rows lines(20);
     Rows cards(20);
-    Shelf shelf(&cards);
+    LazyStackFixture fixture(&cards);
     auto column = static_cast<LazyStack*>(
-        Stage::first(shelf.stage.load(u"FocusScreen { id: screen; width: 1920; height: 1080;"
-                                      "  property var lines; property var cards;"
-                                      "  ScrollArea { width: 1920; height: 1000; contentExtent: 10000;"
-                                      "    LazyStack { extent: 500; cacheBuffer: 1500; model: screen.lines;"
-                                      "      delegate: FocusSection { id: line; width: 1920; height: 500;"
-                                      "        ScrollArea { width: 1780; height: 400; orientation: Qt.Horizontal;"
-                                      "          LazyStack { orientation: Qt.Horizontal; extent: 250; spacing: 40;"
-                                      "            model: screen.cards; delegate: Focusable { } } } } } } }"_s,
-                                      {{u"lines"_s, QVariant::fromValue<QObject*>(&lines)},
-                                       {u"cards"_s, QVariant::fromValue<QObject*>(&cards)}}),
-                     "LazyStack"));
+        TestScreen::first(fixture.load(u"FocusScreen { id: screen; width: 1920; height: 1080;"
+                                       "  property var lines; property var cards;"
+                                       "  ScrollArea { width: 1920; height: 1000; contentExtent: 10000;"
+                                       "    LazyStack { extent: 500; cacheBuffer: 1500; model: screen.lines;"
+                                       "      delegate: FocusSection { id: line; width: 1920; height: 500;"
+                                       "        ScrollArea { width: 1780; height: 400; orientation: Qt.Horizontal;"
+                                       "          LazyStack { orientation: Qt.Horizontal; extent: 250; spacing: 40;"
+                                       "            model: screen.cards; delegate: Focusable { } } } } } } }"_s,
+                                       {{u"lines"_s, QVariant::fromValue<QObject*>(&lines)},
+                                        {u"cards"_s, QVariant::fromValue<QObject*>(&cards)}}),
+                          "LazyStack"));
     const auto cardCount = [column](int row) {
         QQuickItem* line = column->itemAt(row);
-        return line ? static_cast<LazyStack*>(Stage::first(line, "LazyStack"))->itemCount() : -1;
+        return line ? static_cast<LazyStack*>(TestScreen::first(line, "LazyStack"))->itemCount() : -1;
     };
     // After some time all existing rows are complete, but not before.
     QTRY_COMPARE(cardCount(4), 7);
@@ -162,12 +162,12 @@ void LazyStackTest::rowsUseExtentsFromModel()
 {
     Rows rows(4);
     rows.setExtents({100, 1, 2000, 50});
-    Shelf shelf(&rows);
-    QCOMPARE(shelf.row->implicitWidth(), 2151 + 3 * 40);
-    QTRY_COMPARE(shelf.existing(), (QList<int>{0, 1, 2, 3}));
+    LazyStackFixture fixture(&rows);
+    QCOMPARE(fixture.row->implicitWidth(), 2151 + 3 * 40);
+    QTRY_COMPARE(fixture.existing(), (QList<int>{0, 1, 2, 3}));
     QList<qreal> positions;
     for (int i = 0; i < 4; ++i)
-        positions.append(shelf.row->itemAt(i)->x());
+        positions.append(fixture.row->itemAt(i)->x());
     QCOMPARE(positions, (QList<qreal>{0, 140, 181, 2221}));
 }
 
@@ -175,8 +175,8 @@ void LazyStackTest::stackWithoutScrollAreaHasFullExtentAndNoItems()
 {
     Rows rows(200);
     LazyStack stack;
-    Shelf shelf(&rows);
-    stack.setDelegate(shelf.row->delegate());
+    LazyStackFixture fixture(&rows);
+    stack.setDelegate(fixture.row->delegate());
     stack.setExtent(100);
     stack.setModel(&rows);
     QCOMPARE(stack.implicitHeight(), 20000.0);
@@ -186,29 +186,29 @@ void LazyStackTest::stackWithoutScrollAreaHasFullExtentAndNoItems()
 void LazyStackTest::stackTracksScrollAreaAfterReparenting()
 {
     Rows rows(200);
-    Shelf shelf(&rows);
+    LazyStackFixture fixture(&rows);
     QQuickItem outside;
-    shelf.row->setParentItem(&outside);
-    QCOMPARE(shelf.row->itemCount(), 2); // the current row and its neighbour
-    auto between = new QQuickItem(shelf.area->contentItem());
-    shelf.row->setParentItem(between);
-    QTRY_COMPARE(shelf.row->itemCount(), 9);
+    fixture.row->setParentItem(&outside);
+    QCOMPARE(fixture.row->itemCount(), 2); // the current row and its neighbour
+    auto between = new QQuickItem(fixture.area->contentItem());
+    fixture.row->setParentItem(between);
+    QTRY_COMPARE(fixture.row->itemCount(), 9);
     between->setX(-100 * pitch);
-    QTRY_COMPARE(shelf.row->itemCount(), 11 + 2);
-    QVERIFY(shelf.row->itemAt(103));
-    shelf.area->setWidth(290);
-    QTRY_COMPARE(shelf.row->itemCount(), 6 + 2);
+    QTRY_COMPARE(fixture.row->itemCount(), 11 + 2);
+    QVERIFY(fixture.row->itemAt(103));
+    fixture.area->setWidth(290);
+    QTRY_COMPARE(fixture.row->itemCount(), 6 + 2);
 }
 
 void LazyStackTest::noFrameIsDrawnAtRest()
 {
     Rows rows(200);
-    Shelf shelf(&rows);
-    shelf.stage.press(Qt::Key_Right);
-    shelf.stage.waitUntilIdle();
-    const int frames = shelf.stage.frames();
+    LazyStackFixture fixture(&rows);
+    fixture.press(Qt::Key_Right);
+    fixture.waitUntilIdle();
+    const int frames = fixture.frames();
     QTest::qWait(300);
-    QCOMPARE(shelf.stage.frames(), frames);
+    QCOMPARE(fixture.frames(), frames);
 }
 
 QUILLMERE_TEST(LazyStackTest, QGuiApplication)

@@ -1,4 +1,4 @@
-#include "BroadcastStage.h"
+#include "BroadcastFixture.h"
 #include "StationMotion.h"
 #include "StationPalette.h"
 #include "TestMain.h"
@@ -32,22 +32,22 @@ NewsStatus newsOf(const QString& program, const QString& note = {}, const QStrin
 }
 
 /** The lower third after it has slid in. */
-struct Scene : BroadcastStage
+struct Scene : BroadcastFixture
 {
-    explicit Scene(const NewsStatus& news, QSize size = {1920, 1080}) : BroadcastStage(lowerThird, size, news)
+    explicit Scene(const NewsStatus& news, QSize size = {1920, 1080}) : BroadcastFixture(lowerThird, size, news)
     {
         if (!QTest::qWaitFor([this] { return slideProgress() == 1; }))
             QTest::qFail("the lower third does not appear", __FILE__, __LINE__);
-        stage.waitUntilIdle();
+        waitUntilIdle();
     }
 
-    QQuickItem* third() const { return first("LowerThird"); }
-    QQuickItem* panel() const { return third()->childItems().constFirst(); }
-    QRectF panelArea() const { return area(panel()); }
+    QQuickItem* third() const { return item("LowerThird"); }
+    QQuickItem* panel() const { return third()->findChild<QQuickItem*>(u"panel"_s); }
+    QRectF panelArea() const { return areaOnCanvas(panel()); }
     void setStation(const QString& label)
     {
         canvas->setProperty("station", QVariant::fromValue(TunerStation{u"5"_s, label, {}}));
-        stage.waitForFrame();
+        waitForFrame();
     }
     double slideProgress() const { return third()->property("slideProgress").toDouble(); }
 };
@@ -105,12 +105,12 @@ void LowerThirdTest::lowerThirdHasDesignedGeometry()
     QCOMPARE(panel.left(), 70.0);
     QCOMPARE(panel.bottom(), 1080.0 - 24);
     const QRectF live = scene.areaOf(u"LIVE"_s);
-    const QRectF badge = scene.area(scene.text(u"LIVE"_s)->parentItem());
+    const QRectF badge = scene.areaOnCanvas(scene.text(u"LIVE"_s)->parentItem());
     QCOMPARE(badge.topLeft().x(), panel.left() + 24);
     QCOMPARE(badge.width(), live.width() + 2 * 18);
     QCOMPARE(badge.height(), live.height() + 2 * 8);
     const QRectF label = scene.areaOf(u"5 O'CLOCK NEWS"_s);
-    const QRectF station = scene.area(scene.text(u"5 O'CLOCK NEWS"_s)->parentItem());
+    const QRectF station = scene.areaOnCanvas(scene.text(u"5 O'CLOCK NEWS"_s)->parentItem());
     QCOMPARE(station.left(), badge.right() + 16);
     QCOMPARE(station.left(), label.left() - 18);
     QCOMPARE(station.right(), label.right() + 18);
@@ -128,7 +128,7 @@ void LowerThirdTest::lowerThirdHasDesignedGeometry()
     QCOMPARE(detail.top(), title.bottom() + 6);
     QCOMPARE(detail.bottom(), panel.bottom() - 24);
 
-    const QImage picture = scene.picture();
+    const QImage picture = scene.currentPicture();
     const QColor ground = scene.at(picture, panel.left() + 8, panel.center().y());
     QVERIFY2(isClose(ground, onBlack(StationPalette::soot(), 0.88)), qPrintable(ground.name()));
     const QColor red = scene.at(picture, badge.left() + 6, badge.center().y());
@@ -177,11 +177,7 @@ void LowerThirdTest::missingTextsAreOmitted()
     QFETCH(NewsStatus, news);
     QFETCH(QStringList, rows);
     Scene scene(news);
-    QStringList seen;
-    const auto texts = Stage::texts(scene.third());
-    for (const QQuickItem* text : texts)
-        seen.append(text->property("text").toString());
-    QCOMPARE(seen, QStringList({u"LIVE"_s, u"5 O'CLOCK NEWS"_s}) + rows);
+    QCOMPARE(TestScreen::words(scene.third()), QStringList({u"LIVE"_s, u"5 O'CLOCK NEWS"_s}) + rows);
     QCOMPARE(scene.areaOf(rows.constLast()).bottom(), scene.panelArea().bottom() - 24);
 }
 
@@ -196,14 +192,14 @@ void LowerThirdTest::lowerThirdSlidesInFromBottomEdge()
     QTRY_COMPARE(scene.slideProgress(), 1.0);
     QVERIFY(moves.count() > 1);
     QCOMPARE(scene.panelArea().bottom(), 1056.0);
-    QCOMPARE(Stage::animationTimes(scene.third()), QList<int>{500});
+    QCOMPARE(TestScreen::animationTimes(scene.third()), QList<int>{500});
 }
 
 void LowerThirdTest::lowerThirdDisappearsAfterEightSecondsPermanently()
 {
     Scene scene(newsOf(u"A"_s));
     scene.clock.advance(7999ms);
-    scene.stage.waitUntilIdle();
+    scene.waitUntilIdle();
     QCOMPARE(scene.slideProgress(), 1.0);
     const QSignalSpy fades(scene.panel(), &QQuickItem::opacityChanged);
     scene.clock.advance(1ms);
@@ -212,7 +208,7 @@ void LowerThirdTest::lowerThirdDisappearsAfterEightSecondsPermanently()
     QVERIFY(scene.panelArea().top() >= 1080);
     scene.setNews(newsOf(u"another programme"_s));
     scene.clock.advance(60s);
-    scene.stage.waitUntilIdle();
+    scene.waitUntilIdle();
     QVERIFY(!scene.panel()->isVisible());
 }
 
@@ -231,7 +227,7 @@ void LowerThirdTest::newLowerThirdAppearsAgain()
 void LowerThirdTest::slideUsesEaseInOutCurve()
 {
     const Scene scene(newsOf(u"A"_s));
-    QCOMPARE(Stage::animationCurves(scene.third()), QList<QEasingCurve>{StationMotion::easeInOut()});
+    QCOMPARE(TestScreen::animationCurves(scene.third()), QList<QEasingCurve>{StationMotion::easeInOut()});
 }
 
 void LowerThirdTest::textIsNotElidedWhileItFits_data()
@@ -274,7 +270,7 @@ void LowerThirdTest::titleIsElidedAtLastLineThatFits()
     QFETCH(const double, above);
     Scene scene(newsOf(sentence.repeated(50), note));
     scene.canvas->setProperty("above", above);
-    scene.stage.waitForFrame();
+    scene.waitForFrame();
     const double top = scene.panelArea().top();
     // One more line of the title would exceed the space that must stay free.
     QVERIFY2(top >= above + 23.5 && top < above + 24 + 49, qPrintable(QString::number(top)));
@@ -304,9 +300,9 @@ void LowerThirdTest::longTextsStayInsidePanel()
     QCOMPARE(panel.bottom(), 1056.0);
     const QRectF inside = panel.marginsRemoved({24, 24, 24, 24});
     QRectF above;
-    const auto texts = Stage::texts(scene.third());
+    const auto texts = TestScreen::texts(scene.third());
     for (const QQuickItem* item : texts) {
-        const QRectF area = scene.area(item);
+        const QRectF area = scene.areaOnCanvas(item);
         QVERIFY2(inside.contains(area), qPrintable(item->property("text").toString()));
         QVERIFY(item->property("contentHeight").toDouble() <= item->height() + 0.5);
         // When Qt elides joined Arabic letters, the text can be up to one letter too wide.

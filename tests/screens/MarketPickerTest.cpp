@@ -1,6 +1,6 @@
 #include "EdgeFade.h"
 #include "ScrollArea.h"
-#include "ShopHouse.h"
+#include "ShopFixture.h"
 #include "TestMain.h"
 
 #include <QRegularExpression>
@@ -14,7 +14,7 @@ class MarketPickerTest : public QObject
 
 private Q_SLOTS:
     void init();
-    void cleanup() { m_house.reset(); }
+    void cleanup() { m_fixture.reset(); }
 
     void chosenChipIsVisibleWhenShopOpens_data();
     void chosenChipIsVisibleWhenShopOpens();
@@ -36,13 +36,13 @@ private:
     static QStringList markets(int count, const QString& name = u"market number %1"_s);
     static QString nameOf(int market) { return u"MARKET NUMBER %1 %2"_s.arg(market).arg(market + 1); }
 
-    QQuickItem* picker() const { return Stage::first(m_house->shop(), "MarketPicker"); }
-    ScrollArea* row() const { return static_cast<ScrollArea*>(Stage::first(picker(), "ScrollArea")); }
+    QQuickItem* picker() const { return TestScreen::first(m_fixture->shop(), "MarketPicker"); }
+    ScrollArea* row() const { return static_cast<ScrollArea*>(TestScreen::first(picker(), "ScrollArea")); }
     QList<EdgeFade*> fades() const;
     /** Whether a chip and the space for its focus ring are completely visible and not covered by a fade. */
     bool isFullyVisible(const QString& chip) const;
 
-    std::unique_ptr<ShopHouse> m_house;
+    std::unique_ptr<ShopFixture> m_fixture;
 };
 
 namespace {
@@ -54,8 +54,8 @@ constexpr qreal ring = 8; // space for the focus ring around a chip, in points
 void MarketPickerTest::init()
 {
     QTest::failOnWarning(QRegularExpression(u".*"_s));
-    m_house = std::make_unique<ShopHouse>();
-    m_house->show(u"A: 1 2 3 4 5 6 7 8 9 10 11 12 13"_s);
+    m_fixture = std::make_unique<ShopFixture>();
+    m_fixture->show(u"A: 1 2 3 4 5 6 7 8 9 10 11 12 13"_s);
 }
 
 QStringList MarketPickerTest::markets(int count, const QString& name)
@@ -69,7 +69,7 @@ QStringList MarketPickerTest::markets(int count, const QString& name)
 QList<EdgeFade*> MarketPickerTest::fades() const
 {
     QList<EdgeFade*> shown;
-    for (QQuickItem* item : Stage::all(picker(), "EdgeFade")) {
+    for (QQuickItem* item : TestScreen::all(picker(), "EdgeFade")) {
         if (item->isVisible())
             shown.append(static_cast<EdgeFade*>(item));
     }
@@ -78,10 +78,10 @@ QList<EdgeFade*> MarketPickerTest::fades() const
 
 bool MarketPickerTest::isFullyVisible(const QString& chip) const
 {
-    const QRectF area = m_house->areaOfFocusable(chip).adjusted(-ring, -ring, ring, ring);
-    const auto lies = [&](const QQuickItem* fade) { return m_house->area(fade).intersects(area); };
+    const QRectF area = m_fixture->areaOfFocusable(chip).adjusted(-ring, -ring, ring, ring);
+    const auto lies = [&](const QQuickItem* fade) { return m_fixture->areaOnCanvas(fade).intersects(area); };
     const auto shown = fades();
-    return m_house->focusable(chip) && m_house->area(row()).contains(area) &&
+    return m_fixture->focusable(chip) && m_fixture->areaOnCanvas(row()).contains(area) &&
            std::none_of(shown.cbegin(), shown.cend(), lies);
 }
 
@@ -100,30 +100,30 @@ void MarketPickerTest::chosenChipIsVisibleWhenShopOpens()
 {
     QFETCH(QString, market);
     QFETCH(QString, chip);
-    m_house->store.setMarket(market);
-    m_house->showMarkets(markets(40));
-    m_house->stage.press(Qt::Key_Back);
-    m_house->stage.waitUntilIdle();
-    m_house->open();
+    m_fixture->store->setMarket(market);
+    m_fixture->showMarkets(markets(40));
+    m_fixture->press(Qt::Key_Back);
+    m_fixture->waitUntilIdle();
+    m_fixture->open();
     // True before the first frame, so no scroll is visible.
     QVERIFY(isFullyVisible(chip));
     const qreal position = row()->position();
-    m_house->stage.waitUntilIdle();
+    m_fixture->waitUntilIdle();
     QCOMPARE(row()->position(), position);
     QVERIFY(isFullyVisible(chip));
-    QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
+    QCOMPARE(m_fixture->focusedName(), u"Search the stacks"_s);
 }
 
 void MarketPickerTest::chosenChipIsVisibleWhenShopOpensAgain()
 {
-    m_house->showMarkets(markets(40));
+    m_fixture->showMarkets(markets(40));
     for (int step = 0; step < 31; ++step)
-        m_house->stage.press(Qt::Key_Right);
-    m_house->press({Qt::Key_Select, Qt::Key_Back});
-    m_house->stage.waitUntilIdle();
-    QCOMPARE(m_house->store.market(), u"market number 29"_s);
-    m_house->open();
-    m_house->stage.waitUntilIdle();
+        m_fixture->press(Qt::Key_Right);
+    m_fixture->press({Qt::Key_Select, Qt::Key_Back});
+    m_fixture->waitUntilIdle();
+    QCOMPARE(m_fixture->store->market(), u"market number 29"_s);
+    m_fixture->open();
+    m_fixture->waitUntilIdle();
     QVERIFY(isFullyVisible(nameOf(29)));
 }
 
@@ -137,61 +137,61 @@ void MarketPickerTest::chosenChipStaysVisibleWhenMarketsChange_data()
 void MarketPickerTest::chosenChipStaysVisibleWhenMarketsChange()
 {
     QFETCH(int, steps);
-    m_house->store.setMarket(u"market number 20"_s);
-    m_house->showMarkets(markets(40));
+    m_fixture->store->setMarket(u"market number 20"_s);
+    m_fixture->showMarkets(markets(40));
     for (int step = 0; step < steps; ++step)
-        m_house->stage.press(Qt::Key_Right);
-    m_house->stage.press(Qt::Key_Down);
-    m_house->stage.waitUntilIdle();
-    m_house->showMarkets(markets(12, u"another market %1"_s) + markets(40));
+        m_fixture->press(Qt::Key_Right);
+    m_fixture->press(Qt::Key_Down);
+    m_fixture->waitUntilIdle();
+    m_fixture->showMarkets(markets(12, u"another market %1"_s) + markets(40));
     QVERIFY(isFullyVisible(u"MARKET NUMBER 20 33"_s));
-    m_house->showMarkets(markets(40).mid(15));
+    m_fixture->showMarkets(markets(40).mid(15));
     QVERIFY(isFullyVisible(u"MARKET NUMBER 20 6"_s));
     const qreal position = row()->position();
-    m_house->stage.press(Qt::Key_Up);
+    m_fixture->press(Qt::Key_Up);
     // To the last focused control of the counter, so nothing scrolls.
-    QCOMPARE(m_house->focusedName(), steps > 0 ? u"MARKET NUMBER 20 6"_s : u"Search the stacks"_s);
+    QCOMPARE(m_fixture->focusedName(), steps > 0 ? u"MARKET NUMBER 20 6"_s : u"Search the stacks"_s);
     QCOMPARE(row()->targetPosition(), position);
 }
 
 void MarketPickerTest::focusedChipStaysFocusedAndVisibleOnRefresh()
 {
-    m_house->showMarkets(markets(40));
+    m_fixture->showMarkets(markets(40));
     for (int step = 0; step < 32; ++step)
-        m_house->stage.press(Qt::Key_Right);
-    QCOMPARE(m_house->focusedName(), nameOf(30));
-    m_house->stage.waitUntilIdle();
-    m_house->showMarkets(markets(12, u"another market %1"_s) + markets(40));
-    QCOMPARE(m_house->focusedName(), u"MARKET NUMBER 30 43"_s);
+        m_fixture->press(Qt::Key_Right);
+    QCOMPARE(m_fixture->focusedName(), nameOf(30));
+    m_fixture->waitUntilIdle();
+    m_fixture->showMarkets(markets(12, u"another market %1"_s) + markets(40));
+    QCOMPARE(m_fixture->focusedName(), u"MARKET NUMBER 30 43"_s);
     QVERIFY(isFullyVisible(u"MARKET NUMBER 30 43"_s));
 }
 
 void MarketPickerTest::rightFromSearchMovesFocusToFirstVisibleChip()
 {
-    m_house->store.setMarket(u"market number 20"_s);
-    m_house->showMarkets(markets(40));
-    const QRectF search = m_house->areaOfFocusable(u"Search the stacks"_s);
-    m_house->stage.press(Qt::Key_Right);
-    const QRectF chip = m_house->area(m_house->focused());
-    QVERIFY(chip.left() >= search.right() && chip.left() < m_house->areaOfFocusable(nameOf(20)).left());
-    m_house->stage.waitUntilIdle();
-    QVERIFY(isFullyVisible(m_house->focusedName()));
+    m_fixture->store->setMarket(u"market number 20"_s);
+    m_fixture->showMarkets(markets(40));
+    const QRectF search = m_fixture->areaOfFocusable(u"Search the stacks"_s);
+    m_fixture->press(Qt::Key_Right);
+    const QRectF chip = m_fixture->areaOnCanvas(m_fixture->focused());
+    QVERIFY(chip.left() >= search.right() && chip.left() < m_fixture->areaOfFocusable(nameOf(20)).left());
+    m_fixture->waitUntilIdle();
+    QVERIFY(isFullyVisible(m_fixture->focusedName()));
     QVERIFY(isFullyVisible(nameOf(20)));
 }
 
 void MarketPickerTest::upFromShelvesReturnsFocusToLastChip()
 {
-    m_house->showMarkets(markets(40));
+    m_fixture->showMarkets(markets(40));
     for (int step = 0; step < 25; ++step)
-        m_house->stage.press(Qt::Key_Right);
-    const QString left = m_house->focusedName();
-    m_house->press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Up});
-    QCOMPARE(m_house->focusedName(), left);
+        m_fixture->press(Qt::Key_Right);
+    const QString left = m_fixture->focusedName();
+    m_fixture->press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Up});
+    QCOMPARE(m_fixture->focusedName(), left);
 }
 
 void MarketPickerTest::chipsFadeAtEdgesWithHiddenChips()
 {
-    m_house->showMarkets(markets(40));
+    m_fixture->showMarkets(markets(40));
     const auto edges = [this] {
         QList<Qt::Edge> all;
         for (const EdgeFade* fade : fades())
@@ -199,21 +199,21 @@ void MarketPickerTest::chipsFadeAtEdgesWithHiddenChips()
         return all;
     };
     QCOMPARE(edges(), QList<Qt::Edge>{Qt::RightEdge});
-    QCOMPARE(m_house->area(fades().constFirst()).right(), m_house->area(row()).right());
+    QCOMPARE(m_fixture->areaOnCanvas(fades().constFirst()).right(), m_fixture->areaOnCanvas(row()).right());
     for (int step = 0; step < 20; ++step)
-        m_house->stage.press(Qt::Key_Right);
-    m_house->stage.waitUntilIdle();
+        m_fixture->press(Qt::Key_Right);
+    m_fixture->waitUntilIdle();
     QCOMPARE(edges(), (QList<Qt::Edge>{Qt::LeftEdge, Qt::RightEdge}));
-    QCOMPARE(m_house->area(fades().constFirst()).left(), m_house->area(row()).left());
+    QCOMPARE(m_fixture->areaOnCanvas(fades().constFirst()).left(), m_fixture->areaOnCanvas(row()).left());
     for (int step = 0; step < 25; ++step)
-        m_house->stage.press(Qt::Key_Right);
-    m_house->stage.waitUntilIdle();
+        m_fixture->press(Qt::Key_Right);
+    m_fixture->waitUntilIdle();
     QCOMPARE(edges(), QList<Qt::Edge>{Qt::LeftEdge});
 }
 
 void MarketPickerTest::chipsThatFitDoNotFade()
 {
-    m_house->showMarkets(markets(3));
+    m_fixture->showMarkets(markets(3));
     QVERIFY(fades().isEmpty());
     QVERIFY(!row()->parentItem()->clip());
 }
@@ -223,13 +223,13 @@ void MarketPickerTest::focusedChipIsNeverCoveredByFade()
     QStringList slugs = markets(20);
     for (int market = 0; market < 20; market += 2)
         slugs[market] = QString(QChar(u'a' + market)).repeated(200);
-    m_house->showMarkets(slugs);
-    m_house->stage.press(Qt::Key_Right);
+    m_fixture->showMarkets(slugs);
+    m_fixture->press(Qt::Key_Right);
     for (const int key : {Qt::Key_Right, Qt::Key_Left}) {
         for (int step = 0; step < 20; ++step) {
-            m_house->stage.press(key);
-            m_house->stage.waitUntilIdle();
-            QVERIFY2(isFullyVisible(m_house->focusedName()), qPrintable(m_house->focusedName()));
+            m_fixture->press(key);
+            m_fixture->waitUntilIdle();
+            QVERIFY2(isFullyVisible(m_fixture->focusedName()), qPrintable(m_fixture->focusedName()));
         }
     }
 }
@@ -245,14 +245,14 @@ void MarketPickerTest::partlyHiddenChipFadesIntoVeneer_data()
 void MarketPickerTest::partlyHiddenChipFadesIntoVeneer()
 {
     QFETCH(QSize, size);
-    m_house = std::make_unique<ShopHouse>(QString(), size);
-    m_house->show(u"A: 1; B: 2"_s);
-    m_house->store.setMarket(u"market number 20"_s);
-    m_house->showMarkets(markets(40));
-    const QImage chips = m_house->stage.picture();
-    const QRectF area = Stage::area(picker());
+    m_fixture = std::make_unique<ShopFixture>(QString(), size);
+    m_fixture->show(u"A: 1; B: 2"_s);
+    m_fixture->store->setMarket(u"market number 20"_s);
+    m_fixture->showMarkets(markets(40));
+    const QImage chips = m_fixture->picture();
+    const QRectF area = TestScreen::area(picker());
     picker()->setVisible(false);
-    const QImage veneer = m_house->stage.picture();
+    const QImage veneer = m_fixture->picture();
     // Visible share, 0 to 1, of the chips in one pixel column.
     const auto visibleShare = [&](int x) {
         qreal sum = 0;
@@ -281,12 +281,12 @@ void MarketPickerTest::focusRingIsCompleteAtBothEnds_data()
 void MarketPickerTest::focusRingIsCompleteAtBothEnds()
 {
     QFETCH(QSize, size);
-    m_house = std::make_unique<ShopHouse>(QString(), size);
-    m_house->show(u"A: 1; B: 2"_s);
-    m_house->showMarkets(markets(40));
+    m_fixture = std::make_unique<ShopFixture>(QString(), size);
+    m_fixture->show(u"A: 1; B: 2"_s);
+    m_fixture->showMarkets(markets(40));
     const auto hasFocusRing = [&] {
-        const QImage picture = m_house->stage.picture();
-        const QRectF chip = m_house->focused()->mapRectToScene(QRectF(QPointF(), m_house->focused()->size()));
+        const QImage picture = m_fixture->picture();
+        const QRectF chip = m_fixture->focused()->mapRectToScene(QRectF(QPointF(), m_fixture->focused()->size()));
         const qreal away = 6.0 * size.width() / 1920; // distance of the middle of the ring's line from the chip
         const QPointF centre = chip.center();
         const QList<QPointF> points{{chip.left() - away, centre.y()},
@@ -298,12 +298,12 @@ void MarketPickerTest::focusRingIsCompleteAtBothEnds()
             return colour.red() > 240 && std::abs(colour.green() - 203) < 15 && colour.blue() < 70;
         });
     };
-    m_house->press({Qt::Key_Right, Qt::Key_Right, Qt::Key_Left});
-    QCOMPARE(m_house->focusedName(), u"All markets 99"_s);
+    m_fixture->press({Qt::Key_Right, Qt::Key_Right, Qt::Key_Left});
+    QCOMPARE(m_fixture->focusedName(), u"All markets 99"_s);
     QVERIFY(hasFocusRing());
     for (int step = 0; step < 40; ++step)
-        m_house->stage.press(Qt::Key_Right);
-    QCOMPARE(m_house->focusedName(), nameOf(39));
+        m_fixture->press(Qt::Key_Right);
+    QCOMPARE(m_fixture->focusedName(), nameOf(39));
     QVERIFY(hasFocusRing());
 }
 

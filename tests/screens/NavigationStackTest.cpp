@@ -1,6 +1,6 @@
 #include "NavigationStack.h"
-#include "Stage.h"
 #include "TestMain.h"
+#include "TestScreen.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -49,9 +49,9 @@ private Q_SLOTS:
     void componentThatIsNoScreenIsRejected();
 
 private:
-    static NavigationStack* put(Stage& stage, const QString& more = {})
+    static NavigationStack* put(TestScreen& fixture, const QString& more = {})
     {
-        auto stack = static_cast<NavigationStack*>(stage.load(plainStack.arg(more)));
+        auto stack = static_cast<NavigationStack*>(fixture.load(plainStack.arg(more)));
         stack->acquireFocus();
         return stack;
     }
@@ -78,8 +78,8 @@ private:
 
 void NavigationStackTest::rootHasInitialFocus()
 {
-    Stage stage;
-    NavigationStack* stack = put(stage);
+    TestScreen fixture;
+    NavigationStack* stack = put(fixture);
     QCOMPARE(stack->front()->objectName(), u"root"_s);
     QVERIFY(stack->front()->focused());
     QVERIFY(stack->front()->focused()->hasActiveFocus());
@@ -88,8 +88,8 @@ void NavigationStackTest::rootHasInitialFocus()
 
 void NavigationStackTest::pushedPageHasFocusAtOnceAndFadesIn()
 {
-    Stage stage;
-    NavigationStack* stack = put(stage);
+    TestScreen fixture;
+    NavigationStack* stack = put(fixture);
     stack->setDepth(1);
     QPointer<FocusScreen> page = stack->front();
     QCOMPARE(page->objectName(), u"page0"_s);
@@ -102,9 +102,9 @@ void NavigationStackTest::pushedPageHasFocusAtOnceAndFadesIn()
 
 void NavigationStackTest::poppedPageReturnsFocusAtOnceAndFadesOut()
 {
-    Stage stage;
-    NavigationStack* stack = put(stage);
-    stage.press(Qt::Key_Right);
+    TestScreen fixture;
+    NavigationStack* stack = put(fixture);
+    fixture.press(Qt::Key_Right);
     Focusable* second = stack->front()->focused();
     stack->setDepth(1);
     QPointer<FocusScreen> page = stack->front();
@@ -113,7 +113,7 @@ void NavigationStackTest::poppedPageReturnsFocusAtOnceAndFadesOut()
     QVERIFY(second->hasActiveFocus());
     QVERIFY(!page->isEnabled());
     QCOMPARE(visible(stack), (QStringList{u"root"_s, u"page0"_s}));
-    stage.press(Qt::Key_Left);
+    fixture.press(Qt::Key_Left);
     QVERIFY(stack->front()->focused() != second);
     QVERIFY(stack->front()->focused()->hasActiveFocus());
     QTRY_VERIFY(!page);
@@ -121,38 +121,38 @@ void NavigationStackTest::poppedPageReturnsFocusAtOnceAndFadesOut()
 
 void NavigationStackTest::backPopsOncePerKeyPress()
 {
-    Stage stage;
-    NavigationStack* stack = put(stage);
+    TestScreen fixture;
+    NavigationStack* stack = put(fixture);
     QSignalSpy popped(stack, &NavigationStack::popped);
     stack->setDepth(3);
     for (const bool isRepeat : {false, true, true, true}) {
         QKeyEvent press(QEvent::KeyPress, Qt::Key_Back, Qt::NoModifier, {}, isRepeat);
-        QCoreApplication::sendEvent(&stage.window(), &press);
+        QCoreApplication::sendEvent(&fixture.window(), &press);
         QVERIFY(press.isAccepted());
     }
     QCOMPARE(stack->depth(), 2);
     QCOMPARE(popped.size(), 1);
-    stage.press(Qt::Key_Back);
-    stage.press(Qt::Key_Back);
+    fixture.press(Qt::Key_Back);
+    fixture.press(Qt::Key_Back);
     QCOMPARE(stack->depth(), 0);
     QCOMPARE(popped.size(), 3);
 }
 
 void NavigationStackTest::backOnRootIsNotAccepted()
 {
-    Stage stage;
-    NavigationStack* stack = put(stage);
+    TestScreen fixture;
+    NavigationStack* stack = put(fixture);
     QSignalSpy popped(stack, &NavigationStack::popped);
     QKeyEvent press(QEvent::KeyPress, Qt::Key_Back, Qt::NoModifier);
-    QCoreApplication::sendEvent(&stage.window(), &press);
+    QCoreApplication::sendEvent(&fixture.window(), &press);
     QVERIFY(!press.isAccepted());
     QVERIFY(popped.isEmpty());
 }
 
 void NavigationStackTest::coveredPagesAreHidden()
 {
-    Stage stage;
-    NavigationStack* stack = put(stage);
+    TestScreen fixture;
+    NavigationStack* stack = put(fixture);
     stack->setDepth(1);
     QCOMPARE(visible(stack), (QStringList{u"root"_s, u"page0"_s}));
     QTRY_COMPARE(visible(stack), QStringList{u"page0"_s});
@@ -167,8 +167,8 @@ void NavigationStackTest::coveredPagesAreHidden()
 
 void NavigationStackTest::depthCanChangeBySeveralPages()
 {
-    Stage stage;
-    NavigationStack* stack = put(stage);
+    TestScreen fixture;
+    NavigationStack* stack = put(fixture);
     stack->setDepth(3);
     QCOMPARE(stack->front()->objectName(), u"page2"_s);
     QVERIFY(stack->front()->focused()->hasActiveFocus());
@@ -184,8 +184,8 @@ void NavigationStackTest::depthCanChangeBySeveralPages()
 
 void NavigationStackTest::rapidDepthChangesEndInLastOne()
 {
-    Stage stage;
-    NavigationStack* stack = put(stage);
+    TestScreen fixture;
+    NavigationStack* stack = put(fixture);
     for (const int depth : {1, 0, 1, 2, 0, 3, 2, 1, 2}) {
         stack->setDepth(depth);
         QVERIFY(stack->front()->focused()->hasActiveFocus());
@@ -199,25 +199,25 @@ void NavigationStackTest::rapidDepthChangesEndInLastOne()
 
 void NavigationStackTest::initialDepthIsShownWithoutAnimation()
 {
-    Stage stage;
-    NavigationStack* stack = put(stage, u"depth: 2"_s);
+    TestScreen fixture;
+    NavigationStack* stack = put(fixture, u"depth: 2"_s);
     QCOMPARE(visible(stack), QStringList{u"page1"_s});
     QCOMPARE(stack->front()->opacity(), 1.0);
     QVERIFY(stack->front()->focused()->hasActiveFocus());
     QCOMPARE(log(stack), QStringList{}); // the stack itself has not appeared yet
-    stage.press(Qt::Key_Back);
+    fixture.press(Qt::Key_Back);
     QCOMPARE(stack->front()->objectName(), u"page0"_s);
     QVERIFY(stack->front()->focused()->hasActiveFocus());
 }
 
 void NavigationStackTest::pageCanChangeDepthInOnCompleted()
 {
-    Stage stage;
+    TestScreen fixture;
     auto stack = static_cast<NavigationStack*>(
-        stage.load(u"NavigationStack { id: stack; focus: true; FocusScreen { }"
-                   "  page: Component { FocusScreen { required property int level;"
-                   "    Component.onCompleted: stack.depth = level === 0 ? 3 : stack.depth;"
-                   "    onAppeared: stack.depth = level === 2 ? 1 : stack.depth } } }"_s));
+        fixture.load(u"NavigationStack { id: stack; focus: true; FocusScreen { }"
+                     "  page: Component { FocusScreen { required property int level;"
+                     "    Component.onCompleted: stack.depth = level === 0 ? 3 : stack.depth;"
+                     "    onAppeared: stack.depth = level === 2 ? 1 : stack.depth } } }"_s));
     stack->acquireFocus();
     stack->setDepth(1);
     QCOMPARE(stack->depth(), 1);
@@ -228,8 +228,8 @@ void NavigationStackTest::pageCanChangeDepthInOnCompleted()
 
 void NavigationStackTest::pagesEmitAppearedAndDisappeared()
 {
-    Stage stage;
-    NavigationStack* stack = put(stage);
+    TestScreen fixture;
+    NavigationStack* stack = put(fixture);
     stack->setDepth(1);
     stack->setDepth(2);
     QCOMPARE(log(stack), (QStringList{u"page0"_s, u"page1"_s}));
@@ -242,8 +242,8 @@ void NavigationStackTest::pagesEmitAppearedAndDisappeared()
 
 void NavigationStackTest::appearanceOfStackIsForwardedToPages()
 {
-    Stage stage;
-    NavigationStack* stack = put(stage);
+    TestScreen fixture;
+    NavigationStack* stack = put(fixture);
     Q_EMIT stack->appeared();
     QCOMPARE(log(stack), QStringList{u"root"_s});
     stack->setDepth(1);
@@ -255,24 +255,24 @@ void NavigationStackTest::appearanceOfStackIsForwardedToPages()
 
 void NavigationStackTest::noFrameIsDrawnAfterTransition()
 {
-    Stage stage;
-    NavigationStack* stack = put(stage);
+    TestScreen fixture;
+    NavigationStack* stack = put(fixture);
     for (const int depth : {1, 0}) {
         stack->setDepth(depth);
         QTRY_COMPARE(visible(stack).size(), 1);
-        stage.waitUntilIdle();
-        const int frames = stage.frames();
+        fixture.waitUntilIdle();
+        const int frames = fixture.frames();
         QTest::qWait(300);
-        QCOMPARE(stage.frames(), frames);
+        QCOMPARE(fixture.frames(), frames);
     }
 }
 
 void NavigationStackTest::stackInBackgroundDoesNotTakeFocus()
 {
-    Stage stage;
-    QQuickItem* host = stage.load(u"FocusScope { focus: true; "_s + plainStack.arg(QString()) +
-                                  u"FocusScreen { id: other; objectName: 'other' } }"_s);
-    auto stack = static_cast<NavigationStack*>(Stage::first(host, "NavigationStack"));
+    TestScreen fixture;
+    QQuickItem* host = fixture.load(u"FocusScope { focus: true; "_s + plainStack.arg(QString()) +
+                                    u"FocusScreen { id: other; objectName: 'other' } }"_s);
+    auto stack = static_cast<NavigationStack*>(TestScreen::first(host, "NavigationStack"));
     stack->acquireFocus();
     stack->setDepth(1);
     auto other = host->findChild<FocusScreen*>(u"other"_s);
@@ -287,9 +287,9 @@ void NavigationStackTest::stackInBackgroundDoesNotTakeFocus()
 
 void NavigationStackTest::componentThatIsNoScreenIsRejected()
 {
-    Stage stage;
+    TestScreen fixture;
     QTest::ignoreMessage(QtWarningMsg, "a page of a NavigationStack is no FocusScreen");
-    auto stack = static_cast<NavigationStack*>(stage.load(
+    auto stack = static_cast<NavigationStack*>(fixture.load(
         u"NavigationStack { depth: 2; FocusScreen { } page: Component { Item { required property int level } } }"_s));
     stack->setDepth(1);
     QTRY_COMPARE(stack->childItems().size(), 1);

@@ -1,4 +1,4 @@
-#include "BroadcastStage.h"
+#include "BroadcastFixture.h"
 #include "StationPalette.h"
 #include "TestMain.h"
 
@@ -153,18 +153,18 @@ int length(QPair<int, int> extent)
     return extent.second - extent.first + 1;
 }
 
-struct Standby : BroadcastStage
+struct Standby : BroadcastFixture
 {
-    explicit Standby(QSize size) : BroadcastStage(standbyCard, size, newsOf({}))
+    explicit Standby(QSize size) : BroadcastFixture(standbyCard, size, newsOf({}))
     {
         // On black, every edge separates two plain colours.
-        first("ColorBars")->setVisible(false);
+        item("ColorBars")->setVisible(false);
         // The crawl's animation would never let the picture come to rest.
-        first("TickerCrawl")->setVisible(false);
+        item("TickerCrawl")->setVisible(false);
     }
 
-    QQuickItem* plate(int number) const { return Stage::all(first("StandbyCard"), "CardPlate").at(number); }
-    QQuickItem* rule() const { return Stage::first(first("StandbyCard"), "PixelRectangle"); }
+    QQuickItem* plate(const QString& name) const { return item("StandbyCard")->findChild<QQuickItem*>(name); }
+    QQuickItem* rule() const { return TestScreen::first(item("StandbyCard"), "PixelRectangle"); }
 };
 
 } // namespace
@@ -207,8 +207,8 @@ void NewsEdgesTest::standbyCardHasSharpOutline()
         for (const bool checking : {false, true}) {
             scene.canvas->setProperty("checking", checking);
             scene.setNews(newsOf(text));
-            const QImage picture = scene.stage.picture();
-            const QRectF area = Stage::area(scene.plate(0));
+            const QImage picture = scene.picture();
+            const QRectF area = TestScreen::area(scene.plate(u"card"_s));
             VERIFY_SHARP((Shape{picture, area, outline(2, scene.factor()), area.center()}));
         }
     }
@@ -220,8 +220,8 @@ void NewsEdgesTest::ruleHasConstantSize()
     Standby scene(size);
     for (const QString& text : texts) {
         scene.setNews(newsOf(text));
-        const QImage picture = scene.picture();
-        const QRectF area = Stage::area(scene.rule());
+        const QImage picture = scene.currentPicture();
+        const QRectF area = TestScreen::area(scene.rule());
         const QPoint inside = area.center().toPoint();
         const auto across = extent(picture, inside, true);
         QCOMPARE(length(across), int(std::lround(420 * scene.factor())));
@@ -238,8 +238,8 @@ void NewsEdgesTest::statusDotIsRound()
     Standby scene(size);
     for (const QString& text : texts) {
         scene.setNews(newsOf(text));
-        const QImage picture = scene.stage.picture();
-        const QRectF area = Stage::area(scene.plate(1));
+        const QImage picture = scene.picture();
+        const QRectF area = TestScreen::area(scene.plate(u"statusDot"_s));
         const QRgb backgroundColor = picture.pixel(area.topLeft().toPoint() - QPoint(4, 4));
         QRect dot;
         for (int y = int(area.top()) - 2; y <= int(area.bottom()) + 2; ++y) {
@@ -261,16 +261,16 @@ void NewsEdgesTest::statusDotIsRound()
 void NewsEdgesTest::lowerThirdHasSharpEdges()
 {
     QFETCH(const QSize, size);
-    BroadcastStage scene(lowerThird, size, newsOf({}));
-    QTRY_COMPARE(scene.first("LowerThird")->property("presence").toDouble(), 1.0);
+    BroadcastFixture scene(lowerThird, size, newsOf({}));
+    QTRY_COMPARE(scene.item("LowerThird")->property("slideProgress").toDouble(), 1.0);
     for (const QString& text : texts) {
         scene.setNews(newsOf(text));
         scene.canvas->setProperty("station", QVariant::fromValue(TunerStation{u"5"_s, text.left(30), {}}));
-        const QImage picture = scene.picture();
-        const auto shapes = Stage::all(scene.first("LowerThird"), "PixelRectangle");
+        const QImage picture = scene.currentPicture();
+        const auto shapes = TestScreen::all(scene.item("LowerThird"), "PixelRectangle");
         QCOMPARE(shapes.size(), 3);
         for (const QQuickItem* shape : shapes) {
-            const QRectF area = Stage::area(shape);
+            const QRectF area = TestScreen::area(shape);
             // At a point that its texts do not cover.
             const double padding = 4 * scene.factor();
             VERIFY_SHARP((Shape{picture, area, 0, area.topLeft() + QPointF(padding, padding)}));
@@ -281,19 +281,21 @@ void NewsEdgesTest::lowerThirdHasSharpEdges()
 void NewsEdgesTest::badgeAndStationLabelAreAligned()
 {
     QFETCH(const QSize, size);
-    BroadcastStage scene(lowerThird, size, newsOf({}));
-    QTRY_COMPARE(scene.first("LowerThird")->property("presence").toDouble(), 1.0);
+    BroadcastFixture scene(lowerThird, size, newsOf({}));
+    QTRY_COMPARE(scene.item("LowerThird")->property("slideProgress").toDouble(), 1.0);
     for (const QString& text : texts) {
         scene.canvas->setProperty("station", QVariant::fromValue(TunerStation{u"5"_s, text.left(30), {}}));
-        const QImage picture = scene.picture();
-        const auto shapes = Stage::all(scene.first("LowerThird"), "PixelRectangle");
-        QCOMPARE(shapes.size(), 3);
-        const auto inside = [&](int shape) {
-            const double padding = 4 * scene.factor();
-            return (Stage::area(shapes.at(shape)).topLeft() + QPointF(padding, padding)).toPoint();
+        const QImage picture = scene.currentPicture();
+        QCOMPARE(TestScreen::all(scene.item("LowerThird"), "PixelRectangle").size(), 3);
+        const auto areaOf = [&](const QString& name) {
+            return TestScreen::area(scene.item("LowerThird")->findChild<QQuickItem*>(name));
         };
-        QCOMPARE(extent(picture, inside(1), false), extent(picture, inside(2), false));
-        const QPoint between(int(Stage::area(shapes.at(1)).right() + 8 * scene.factor()), inside(1).y());
+        const QRectF badge = areaOf(u"badge"_s);
+        const QPointF padding = QPointF(4, 4) * scene.factor();
+        const QPoint inBadge = (badge.topLeft() + padding).toPoint();
+        const QPoint inStation = (areaOf(u"stationPlate"_s).topLeft() + padding).toPoint();
+        QCOMPARE(extent(picture, inBadge, false), extent(picture, inStation, false));
+        const QPoint between(int(badge.right() + 8 * scene.factor()), inBadge.y());
         QVERIFY(std::abs(length(extent(picture, between, true)) - 16 * scene.factor()) < 1);
     }
 }
@@ -304,17 +306,17 @@ void NewsEdgesTest::tunerStripHasSharpEdges()
     NewsStatus news;
     for (int i = 0; i < 3; ++i)
         news.channels.insert(QString::number(6 + i), {texts.at(i), u"/live/%1"_s.arg(i)});
-    BroadcastStage scene(tunerStrip, size, news);
-    const QImage picture = scene.stage.picture();
-    const double bottom = scene.first("TunerStrip")->height() * scene.factor();
+    BroadcastFixture scene(tunerStrip, size, news);
+    const QImage picture = scene.picture();
+    const double bottom = scene.item("TunerStrip")->height() * scene.factor();
     for (const int x : {3, picture.width() - 3})
         QCOMPARE(sideError(picture, {"bottom", bottom, double(x), bottom, false, -1}, 0), QString());
-    const auto buttons = Stage::all(scene.first("TunerStrip"), "TunerButton");
+    const auto buttons = TestScreen::all(scene.item("TunerStrip"), "TunerButton");
     QVERIFY(buttons.size() >= 3);
     for (QQuickItem* button : buttons) {
         const bool isFocused = button->hasActiveFocus();
         // On the focused button, the bright plate covers the outlined one.
-        const QRectF area = Stage::area(Stage::first(button, "CardPlate"));
+        const QRectF area = TestScreen::area(TestScreen::first(button, "CardPlate"));
         if (area.right() > picture.width())
             continue;
         const QPointF beside(area.left() + 24 * scene.factor(), area.center().y());
@@ -325,10 +327,10 @@ void NewsEdgesTest::tunerStripHasSharpEdges()
 void NewsEdgesTest::colourBarsHaveSharpEdges()
 {
     QFETCH(const QSize, size);
-    BroadcastStage scene(
+    BroadcastFixture scene(
         u"ColorBars { x: 100.3; y: 50.7; width: 1033.4; height: 777.7; bars: StationPalette.colorBars }"_s, size);
-    const QImage picture = scene.stage.picture();
-    const QRectF area = Stage::area(scene.first("ColorBars"));
+    const QImage picture = scene.picture();
+    const QRectF area = TestScreen::area(scene.item("ColorBars"));
     VERIFY_SHARP((Shape{picture, area, 0, area.topLeft() + QPointF(20, 20)}));
     QSet<QRgb> colors{qRgb(0, 0, 0)};
     for (const QColor& color : StationPalette::colorBars())
@@ -350,10 +352,10 @@ void NewsEdgesTest::countdownTickMovesNoOtherText()
     Standby scene(size);
     for (const QString& text : texts) {
         scene.setNews(newsOf(text));
-        const QImage before = scene.picture();
-        const QRectF area = Stage::area(scene.first("Countdown"));
+        const QImage before = scene.currentPicture();
+        const QRectF area = TestScreen::area(scene.item("Countdown"));
         scene.clock.advance(1s);
-        const QImage after = scene.picture();
+        const QImage after = scene.currentPicture();
         QVERIFY(before != after);
         // The hours, the minutes and the label do not move.
         const QRect hours = QRectF(area.topLeft(), QSizeF(area.width() / 2, area.height())).toRect();

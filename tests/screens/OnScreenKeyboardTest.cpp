@@ -1,5 +1,5 @@
 #include "TestMain.h"
-#include "TypingHouse.h"
+#include "TypingFixture.h"
 
 #include <QQueue>
 #include <QSet>
@@ -34,66 +34,66 @@ private Q_SLOTS:
 
 void OnScreenKeyboardTest::selectOnFieldOpensKeyboardAtFirstLetter()
 {
-    TypingHouse house;
-    QVERIFY(house.isFieldFocused());
-    QVERIFY(!house.isOpen());
-    house.press(Qt::Key_Select);
-    QVERIFY(house.isOpen());
-    QCOMPARE(house.key(), u"a"_s);
-    QCOMPARE(house.text(), QString());
+    TypingFixture fixture;
+    QVERIFY(fixture.isFieldFocused());
+    QVERIFY(!fixture.isOpen());
+    fixture.press(Qt::Key_Select);
+    QVERIFY(fixture.isOpen());
+    QCOMPARE(fixture.key(), u"a"_s);
+    QCOMPARE(fixture.text(), QString());
 }
 
 void OnScreenKeyboardTest::wordNeedsFewKeyPresses()
 {
-    TypingHouse house;
-    house.open();
+    TypingFixture fixture;
+    fixture.open();
     for (const QChar letter : u"zoning"_s)
-        house.selectKey(letter);
-    house.press(Qt::Key_MediaTogglePlayPause);
-    QCOMPARE(house.text(), u"zoning"_s);
-    QCOMPARE(house.submissions(), 1);
-    QVERIFY2(house.presses <= 40, qPrintable(QString::number(house.presses)));
+        fixture.selectKey(letter);
+    fixture.press(Qt::Key_MediaTogglePlayPause);
+    QCOMPARE(fixture.text(), u"zoning"_s);
+    QCOMPARE(fixture.submissions(), 1);
+    QVERIFY2(fixture.presses <= 40, qPrintable(QString::number(fixture.presses)));
 }
 
 void OnScreenKeyboardTest::spaceDeleteAndClearKeysEditText()
 {
-    TypingHouse house;
-    house.open();
+    TypingFixture fixture;
+    fixture.open();
     for (const QString& key : {u"a"_s, u"Space"_s, u"b"_s, u"7"_s})
-        house.selectKey(key);
-    QCOMPARE(house.text(), u"a b7"_s);
-    house.selectKey(u"Delete"_s);
-    QCOMPARE(house.text(), u"a b"_s);
-    house.selectKey(u"Clear"_s);
-    QCOMPARE(house.text(), QString());
-    house.selectKey(u"Delete"_s);
-    QCOMPARE(house.text(), QString());
-    QVERIFY(house.isOpen());
-    QCOMPARE(house.submissions(), 0);
+        fixture.selectKey(key);
+    QCOMPARE(fixture.text(), u"a b7"_s);
+    fixture.selectKey(u"Delete"_s);
+    QCOMPARE(fixture.text(), u"a b"_s);
+    fixture.selectKey(u"Clear"_s);
+    QCOMPARE(fixture.text(), QString());
+    fixture.selectKey(u"Delete"_s);
+    QCOMPARE(fixture.text(), QString());
+    QVERIFY(fixture.isOpen());
+    QCOMPARE(fixture.submissions(), 0);
 }
 
 void OnScreenKeyboardTest::typedLetterIsInsertedAtCursor()
 {
-    TypingHouse house;
-    house.typeText(u"zonng"_s);
-    house.press(Qt::Key_Left, 2);
-    house.open();
-    house.selectKey(u"i"_s);
-    QCOMPARE(house.text(), u"zoning"_s);
+    TypingFixture fixture;
+    fixture.typeText(u"zonng"_s);
+    fixture.press(Qt::Key_Left, 2);
+    fixture.open();
+    fixture.selectKey(u"i"_s);
+    QCOMPARE(fixture.text(), u"zoning"_s);
 }
 
 void OnScreenKeyboardTest::rewindButtonDeletesAndRepeatsWhileHeld()
 {
-    TypingHouse house;
-    house.setText(u"council meeting"_s);
-    house.open();
-    house.press(Qt::Key_AudioRewind);
-    QCOMPARE(house.text(), u"council meetin"_s);
-    QCOMPARE(house.key(), u"a"_s);
+    TypingFixture fixture;
+    fixture.setText(u"council meeting"_s);
+    fixture.open();
+    fixture.press(Qt::Key_AudioRewind);
+    QCOMPARE(fixture.text(), u"council meetin"_s);
+    QCOMPARE(fixture.key(), u"a"_s);
     QKeyEvent press(QEvent::KeyPress, Qt::Key_AudioRewind, Qt::NoModifier);
-    QCoreApplication::sendEvent(&house.stage.window(), &press);
-    house.clock.advance(std::chrono::seconds(5));
-    QTRY_VERIFY(house.text().size() < 13);
+    QCoreApplication::sendEvent(&fixture.window(), &press);
+    fixture.clock.advance(std::chrono::seconds(5));
+    QTRY_VERIFY(fixture.text().size() < 13);
 }
 
 void OnScreenKeyboardTest::searchClosesKeyboardAndSubmitsOnce_data()
@@ -107,77 +107,77 @@ void OnScreenKeyboardTest::searchClosesKeyboardAndSubmitsOnce_data()
 void OnScreenKeyboardTest::searchClosesKeyboardAndSubmitsOnce()
 {
     QFETCH(int, button);
-    TypingHouse house;
-    house.open();
-    house.selectKey(u"d"_s);
+    TypingFixture fixture;
+    fixture.open();
+    fixture.selectKey(u"d"_s);
     if (button == Qt::Key_Select)
-        house.focusKey(u"Search"_s);
-    house.press(button);
-    QVERIFY(!house.isOpen());
-    QVERIFY(house.isFieldFocused());
-    QCOMPARE(house.submissions(), 1);
-    QCOMPARE(house.text(), u"d"_s);
+        fixture.focusKey(u"Search"_s);
+    fixture.press(button);
+    QVERIFY(!fixture.isOpen());
+    QVERIFY(fixture.isFieldFocused());
+    QCOMPARE(fixture.submissions(), 1);
+    QCOMPARE(fixture.text(), u"d"_s);
 }
 
 void OnScreenKeyboardTest::backClosesKeyboardWithoutSubmitting()
 {
-    TypingHouse house;
-    house.open();
-    house.selectKey(u"d"_s);
-    house.press(Qt::Key_Back);
-    QVERIFY(!house.isOpen());
-    QVERIFY(house.isFieldFocused());
-    QCOMPARE(house.submissions(), 0);
-    QCOMPARE(house.text(), u"d"_s);
+    TypingFixture fixture;
+    fixture.open();
+    fixture.selectKey(u"d"_s);
+    fixture.press(Qt::Key_Back);
+    QVERIFY(!fixture.isOpen());
+    QVERIFY(fixture.isFieldFocused());
+    QCOMPARE(fixture.submissions(), 0);
+    QCOMPARE(fixture.text(), u"d"_s);
 }
 
 void OnScreenKeyboardTest::pageKeysSwitchPagesAndKeepFocus()
 {
-    TypingHouse house;
-    house.open();
-    house.selectKey(u"à é ñ"_s);
-    QCOMPARE(house.key(), u"a b c"_s);
-    house.selectKey(u"ñ"_s);
-    house.selectKey(u". ? !"_s);
-    QCOMPARE(house.key(), u"a b c"_s);
-    house.selectKey(u"?"_s);
-    house.selectKey(u"a b c"_s);
-    QCOMPARE(house.key(), u". ? !"_s);
-    house.selectKey(u"z"_s);
-    QCOMPARE(house.text(), u"ñ?z"_s);
+    TypingFixture fixture;
+    fixture.open();
+    fixture.selectKey(u"à é ñ"_s);
+    QCOMPARE(fixture.key(), u"a b c"_s);
+    fixture.selectKey(u"ñ"_s);
+    fixture.selectKey(u". ? !"_s);
+    QCOMPARE(fixture.key(), u"a b c"_s);
+    fixture.selectKey(u"?"_s);
+    fixture.selectKey(u"a b c"_s);
+    QCOMPARE(fixture.key(), u". ? !"_s);
+    fixture.selectKey(u"z"_s);
+    QCOMPARE(fixture.text(), u"ñ?z"_s);
 }
 
 void OnScreenKeyboardTest::keyboardOpensWithLetters()
 {
-    TypingHouse house;
-    house.open();
-    house.selectKey(u". ? !"_s);
-    house.press(Qt::Key_Back);
-    house.open();
-    QCOMPARE(house.key(), u"a"_s);
+    TypingFixture fixture;
+    fixture.open();
+    fixture.selectKey(u". ? !"_s);
+    fixture.press(Qt::Key_Back);
+    fixture.open();
+    QCOMPARE(fixture.key(), u"a"_s);
 }
 
 void OnScreenKeyboardTest::everyKeyIsReachableInBothDirections()
 {
-    TypingHouse house;
-    house.open();
-    auto* const first = qobject_cast<Focusable*>(house.focused());
+    TypingFixture fixture;
+    fixture.open();
+    auto* const first = qobject_cast<Focusable*>(fixture.focused());
     QHash<Focusable*, QSet<Focusable*>> before; // for each key, the keys from which an arrow leads to it
     QSet<Focusable*> reached{first};
     QQueue<Focusable*> waiting{{first}};
     while (!waiting.isEmpty()) {
         Focusable* const key = waiting.dequeue();
         for (const int arrow : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right}) {
-            house.board()->focus(key);
-            house.press(arrow);
-            auto* const next = qobject_cast<Focusable*>(house.focused());
+            fixture.board()->focus(key);
+            fixture.press(arrow);
+            auto* const next = qobject_cast<Focusable*>(fixture.focused());
             before[next].insert(key);
             if (!reached.contains(next))
                 waiting.enqueue(next);
             reached.insert(next);
         }
     }
-    QCOMPARE(reached.size(), house.keys().size());
+    QCOMPARE(reached.size(), fixture.keys().size());
     QSet<Focusable*> leadingToFirst{first};
     waiting.enqueue(first);
     while (!waiting.isEmpty()) {
@@ -193,58 +193,58 @@ void OnScreenKeyboardTest::everyKeyIsReachableInBothDirections()
 
 void OnScreenKeyboardTest::arrowAtEdgeKeepsFocus()
 {
-    TypingHouse house;
-    house.open();
-    house.press(Qt::Key_Up);
-    house.press(Qt::Key_Left);
-    QCOMPARE(house.key(), u"a"_s);
-    house.focusKey(u"Search"_s);
-    house.press(Qt::Key_Down);
-    house.press(Qt::Key_Right);
-    QCOMPARE(house.key(), u"Search"_s);
+    TypingFixture fixture;
+    fixture.open();
+    fixture.press(Qt::Key_Up);
+    fixture.press(Qt::Key_Left);
+    QCOMPARE(fixture.key(), u"a"_s);
+    fixture.focusKey(u"Search"_s);
+    fixture.press(Qt::Key_Down);
+    fixture.press(Qt::Key_Right);
+    QCOMPARE(fixture.key(), u"Search"_s);
 }
 
 void OnScreenKeyboardTest::focusedKeyDoesNotOverlapOthers()
 {
-    TypingHouse house;
-    house.open();
-    const auto keys = house.keys();
+    TypingFixture fixture;
+    fixture.open();
+    const auto keys = fixture.keys();
     for (const QString& caption : {u"n"_s, u"Delete"_s, u"Space"_s, u"Search"_s}) {
-        house.focusKey(caption);
-        house.stage.waitUntilIdle();
-        const QQuickItem* const focused = house.focused();
-        const QRectF area = Stage::area(Stage::first(house.focused(), "StationPlate"));
+        fixture.focusKey(caption);
+        fixture.waitUntilIdle();
+        const QQuickItem* const focused = fixture.focused();
+        const QRectF area = TestScreen::area(TestScreen::first(fixture.focused(), "StationPlate"));
         for (const QQuickItem* key : keys)
-            QVERIFY2(key == focused || !Stage::area(key).intersects(area), qPrintable(caption));
+            QVERIFY2(key == focused || !TestScreen::area(key).intersects(area), qPrintable(caption));
     }
 }
 
 void OnScreenKeyboardTest::keyboardIsInLowerHalfOfSafeArea()
 {
-    TypingHouse house;
-    house.open();
+    TypingFixture fixture;
+    fixture.open();
     const QRectF safeArea(80, 540, 1920 - 2 * 80, 540 - 60);
     // A focused key is larger than at rest.
-    house.focusKey(u"Search"_s);
-    house.stage.waitUntilIdle();
-    const QQuickItem* const plate = Stage::first(house.focused(), "StationPlate");
+    fixture.focusKey(u"Search"_s);
+    fixture.waitUntilIdle();
+    const QQuickItem* const plate = TestScreen::first(fixture.focused(), "StationPlate");
     QVERIFY(plate->scale() > 1);
-    QVERIFY(safeArea.contains(plate->mapRectToItem(house.house, QRectF(QPointF(), plate->size()))));
-    const auto keys = house.keys();
+    QVERIFY(safeArea.contains(plate->mapRectToItem(fixture.canvas, QRectF(QPointF(), plate->size()))));
+    const auto keys = fixture.keys();
     QCOMPARE(keys.size(), 42);
     for (const QQuickItem* key : keys) {
-        const QRectF area = key->mapRectToItem(house.house, QRectF(QPointF(), key->size()));
+        const QRectF area = key->mapRectToItem(fixture.canvas, QRectF(QPointF(), key->size()));
         QVERIFY2(safeArea.adjusted(-0.01, 0, 0.01, 0.01).contains(area), qPrintable(key->property("text").toString()));
     }
 }
 
 void OnScreenKeyboardTest::captionsAreLargeAndFitTheirKeys()
 {
-    TypingHouse house;
-    house.open();
-    const auto keys = house.keys();
+    TypingFixture fixture;
+    fixture.open();
+    const auto keys = fixture.keys();
     for (QQuickItem* key : keys) {
-        const QQuickItem* const caption = Stage::first(key, "StationText");
+        const QQuickItem* const caption = TestScreen::first(key, "StationText");
         QVERIFY(caption->property("font").value<QFont>().pixelSize() >= 24);
         QVERIFY2(caption->implicitWidth() <= key->width() - 20, qPrintable(key->property("text").toString()));
         QVERIFY(caption->implicitHeight() <= key->height());
@@ -253,31 +253,31 @@ void OnScreenKeyboardTest::captionsAreLargeAndFitTheirKeys()
 
 void OnScreenKeyboardTest::physicalKeyboardTypesWhileKeyboardIsOpen()
 {
-    TypingHouse house;
-    house.open();
-    house.press(Qt::Key_Right);
-    house.typeText(u"Cit y"_s);
-    house.typeKey(Qt::Key_Backspace, u"\b"_s);
-    house.compose(u"´"_s);
-    house.compose({}, u"é"_s);
-    QCOMPARE(house.text(), u"Cit é"_s);
-    QCOMPARE(house.key(), u"b"_s);
+    TypingFixture fixture;
+    fixture.open();
+    fixture.press(Qt::Key_Right);
+    fixture.typeText(u"Cit y"_s);
+    fixture.typeKey(Qt::Key_Backspace, u"\b"_s);
+    fixture.compose(u"´"_s);
+    fixture.compose({}, u"é"_s);
+    QCOMPARE(fixture.text(), u"Cit é"_s);
+    QCOMPARE(fixture.key(), u"b"_s);
 }
 
 void OnScreenKeyboardTest::returnKeySubmitsAfterTypingAndSelectsAfterArrow()
 {
-    TypingHouse house;
-    house.open();
-    house.typeText(u"ab"_s);
-    house.press(Qt::Key_Right);
-    house.typeReturn();
-    QCOMPARE(house.text(), u"abb"_s);
-    QCOMPARE(house.submissions(), 0);
-    house.typeText(u"c"_s);
-    house.typeReturn();
-    QCOMPARE(house.text(), u"abbc"_s);
-    QCOMPARE(house.submissions(), 1);
-    QVERIFY(!house.isOpen());
+    TypingFixture fixture;
+    fixture.open();
+    fixture.typeText(u"ab"_s);
+    fixture.press(Qt::Key_Right);
+    fixture.typeReturn();
+    QCOMPARE(fixture.text(), u"abb"_s);
+    QCOMPARE(fixture.submissions(), 0);
+    fixture.typeText(u"c"_s);
+    fixture.typeReturn();
+    QCOMPARE(fixture.text(), u"abbc"_s);
+    QCOMPARE(fixture.submissions(), 1);
+    QVERIFY(!fixture.isOpen());
 }
 
 QUILLMERE_TEST(OnScreenKeyboardTest, QGuiApplication)

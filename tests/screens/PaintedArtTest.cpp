@@ -1,6 +1,6 @@
 #include "PaintedItem.h"
-#include "Stage.h"
 #include "TestMain.h"
+#include "TestScreen.h"
 #include "VeneerBackground.h"
 
 #include <QPainter>
@@ -57,72 +57,72 @@ void PaintedArtTest::moveByWholePixelsKeepsPicture_data()
 void PaintedArtTest::moveByWholePixelsKeepsPicture()
 {
     QFETCH(QSize, size);
-    Stage stage(size);
-    QQuickItem* canvas = stage.load(u"Canvas {}"_s);
+    TestScreen fixture(size);
+    QQuickItem* canvas = fixture.load(u"Canvas {}"_s);
     CountingDisc disc;
     disc.setSize({101, 101});
     disc.setPosition({40.3, 30.7});
     disc.setParentItem(canvas);
-    const QImage before = stage.picture();
+    const QImage before = fixture.picture();
     const double points = 1920.0 / size.width(); // points per pixel
     int moved = 0;
     for (const int step : {1, 7, 30, 2, 11}) {
         moved += step;
         disc.setX(40.3 + moved * points);
-        stage.waitForFrame();
+        fixture.waitForFrame();
         // As sharp during the movement as at rest.
-        const QImage now = stage.window().grabWindow().convertToFormat(QImage::Format_RGB32);
+        const QImage now = fixture.window().grabWindow().convertToFormat(QImage::Format_RGB32);
         QCOMPARE(now.copy(moved, 0, 300, 300), before.copy(0, 0, 300, 300));
     }
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     QCOMPARE(disc.paintings, 1);
 }
 
 void PaintedArtTest::moveByWholePixelsDrawsOneFrame()
 {
-    Stage stage({400, 300});
-    QQuickItem* root = stage.load(u"Item {}"_s);
+    TestScreen fixture({400, 300});
+    QQuickItem* root = fixture.load(u"Item {}"_s);
     CountingDisc disc;
     disc.setSize({100, 100});
     disc.setParentItem(root);
-    stage.waitUntilIdle();
-    const int before = stage.frames();
+    fixture.waitUntilIdle();
+    const int before = fixture.frames();
     disc.setX(25);
-    stage.waitUntilIdle();
-    QCOMPARE(stage.frames(), before + 1);
+    fixture.waitUntilIdle();
+    QCOMPARE(fixture.frames(), before + 1);
 }
 
 void PaintedArtTest::moveByFractionOfPixelPaintsOnceAtEnd()
 {
-    Stage stage({400, 300});
-    QQuickItem* root = stage.load(u"Item {}"_s);
+    TestScreen fixture({400, 300});
+    QQuickItem* root = fixture.load(u"Item {}"_s);
     CountingDisc disc;
     disc.setSize({100, 100});
     disc.setParentItem(root);
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     for (const double x : {0.2, 0.4, 0.6}) {
         disc.setX(x);
-        stage.waitForFrame();
+        fixture.waitForFrame();
         QCOMPARE(disc.paintings, 1);
     }
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     QCOMPARE(disc.paintings, 2);
 }
 
 void PaintedArtTest::scaledArtIsRepaintedDuringScroll()
 {
-    Stage stage({600, 300});
-    QQuickItem* root = stage.load(u"Item {}"_s);
+    TestScreen fixture({600, 300});
+    QQuickItem* root = fixture.load(u"Item {}"_s);
     CountingDisc disc;
     disc.setSize({100, 100});
     disc.setTransformOrigin(QQuickItem::TopLeft);
     disc.setParentItem(root);
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     disc.setScale(1.5);
     QTRY_VERIFY_WITH_TIMEOUT(
         [&] {
             disc.setX(std::fmod(disc.x() + 1, 300));
-            stage.waitForFrame();
+            fixture.waitForFrame();
             return disc.paintings == 2;
         }(),
         2000);
@@ -130,23 +130,24 @@ void PaintedArtTest::scaledArtIsRepaintedDuringScroll()
 
 void PaintedArtTest::hiddenArtIsNotPainted()
 {
-    Stage stage({400, 300});
-    QQuickItem* root = stage.load(u"Item { Rectangle { width: 400; height: 300; color: 'white' } Item {} }"_s);
-    QQuickItem* parent = root->childItems().constLast();
+    TestScreen fixture({400, 300});
+    QQuickItem* root =
+        fixture.load(u"Item { Rectangle { width: 400; height: 300; color: 'white' } Item { objectName: 'parent' } }"_s);
+    QQuickItem* parent = root->findChild<QQuickItem*>(u"parent"_s);
     parent->setVisible(false);
     CountingDisc disc;
     disc.setSize({100, 100});
     disc.setParentItem(parent);
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     QCOMPARE(disc.paintings, 0);
     parent->setVisible(true);
-    QCOMPARE(stage.picture().pixelColor(50, 50), QColor(Qt::red));
+    QCOMPARE(fixture.picture().pixelColor(50, 50), QColor(Qt::red));
     QCOMPARE(disc.paintings, 1);
     // It keeps its picture while hidden for a short time.
     parent->setVisible(false);
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     parent->setVisible(true);
-    QCOMPARE(stage.picture().pixelColor(50, 50), QColor(Qt::red));
+    QCOMPARE(fixture.picture().pixelColor(50, 50), QColor(Qt::red));
     QCOMPARE(disc.paintings, 1);
 }
 
@@ -162,23 +163,23 @@ void PaintedArtTest::artOnWholePixelsIsOpaque()
 {
     QFETCH(double, x);
     QFETCH(bool, isOpaque);
-    Stage stage({400, 300});
-    QQuickItem* root = stage.load(u"Item {}"_s);
+    TestScreen fixture({400, 300});
+    QQuickItem* root = fixture.load(u"Item {}"_s);
     VeneerBackground veneer(root);
     veneer.setSize({100, 100});
     veneer.setX(x);
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     QCOMPARE(veneer.picture()->hasAlphaChannel(), !isOpaque);
 }
 
 void PaintedArtTest::opaqueArtIsBlendedWithItsOpacity()
 {
-    Stage stage({400, 300});
-    QQuickItem* root = stage.load(u"Item { Rectangle { width: 400; height: 300; color: 'white' } }"_s);
+    TestScreen fixture({400, 300});
+    QQuickItem* root = fixture.load(u"Item { Rectangle { width: 400; height: 300; color: 'white' } }"_s);
     VeneerBackground veneer(root);
     veneer.setSize({100, 100});
     veneer.setOpacity(0.5);
-    const QColor seen = stage.picture().pixelColor(50, 50);
+    const QColor seen = fixture.picture().pixelColor(50, 50);
     const QColor wood = veneer.picture()->pixelColor(50, 50);
     QVERIFY2(std::abs(seen.red() - (wood.red() + 255) / 2) <= 2, qPrintable(seen.name()));
 }

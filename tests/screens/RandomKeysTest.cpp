@@ -1,7 +1,7 @@
 #include "FocusTargets.h"
 #include "LazyStack.h"
 #include "ScrollArea.h"
-#include "ShopHouse.h"
+#include "ShopFixture.h"
 #include "TestMain.h"
 
 #include <QDebug>
@@ -40,7 +40,7 @@ private:
     QString visibilityError(const LazyStack& stack, const Focusable& focused) const;
     void recordEvent(const QString& event);
 
-    std::unique_ptr<ShopHouse> m_house;
+    std::unique_ptr<ShopFixture> m_fixture;
     QRandomGenerator m_random;
     QSet<int> m_pressedKeys; ///< keys that are pressed
     int m_keys = 0;
@@ -88,8 +88,8 @@ void RandomKeysTest::init()
         seed = QRandomGenerator::global()->generate();
     qInfo("QUILLMERE_SEED=%u", seed);
     m_random.seed(seed);
-    m_house = std::make_unique<ShopHouse>(
-        u"searchScreen: Component { TapeSearchView { store: house.store; hub: house.hub } }\n"
+    m_fixture = std::make_unique<ShopFixture>(
+        u"searchScreen: Component { TapeSearchView { store: canvas.store; hub: canvas.hub } }\n"
         "playerScreen: Component { FocusScreen { required property QtObject detail } }\n"
         "transcriptScreen: Component { FocusScreen { required property QtObject detail; Focusable { width: 90; "
         "height: 90 } } }"_s,
@@ -106,9 +106,9 @@ void RandomKeysTest::exactlyOneItemIsAlwaysFocused()
             changeStore();
         answerRandomRequest();
         QCoreApplication::processEvents();
-        if (!m_house->isOpen()) {
+        if (!m_fixture->isOpen()) {
             recordEvent(u"opened"_s);
-            m_house->open();
+            m_fixture->open();
         }
         // Queued changes may need some turns of the event loop.
         for (int turn = 0; turn < 3 && !focusError().isEmpty(); ++turn)
@@ -117,14 +117,14 @@ void RandomKeysTest::exactlyOneItemIsAlwaysFocused()
         QVERIFY2(error.isEmpty(), qPrintable(u"after %1 keys: %2\n%3"_s.arg(QString::number(m_keys), error,
                                                                             m_recentEvents.join(u'\n'))));
     }
-    qInfo("%d keys in %lld ms, %d requests", m_keys, timer.elapsed(), m_house->http.count());
+    qInfo("%d keys in %lld ms, %d requests", m_keys, timer.elapsed(), m_fixture->http.count());
 }
 
 void RandomKeysTest::send(QEvent::Type type, int key, bool isRepeat)
 {
     recordEvent(nameOf(type) + u' ' + QKeySequence(key).toString() + (isRepeat ? u" again"_s : QString()));
     QKeyEvent event(type, key, Qt::NoModifier, QString(), isRepeat);
-    QCoreApplication::sendEvent(&m_house->stage.window(), &event);
+    QCoreApplication::sendEvent(&m_fixture->window(), &event);
     m_keys += type == QEvent::KeyPress;
 }
 
@@ -158,7 +158,7 @@ void RandomKeysTest::pressOrRelease()
 
 void RandomKeysTest::changeStore()
 {
-    Store& store = m_house->store;
+    Store& store = *m_fixture->store;
     const int change = m_random.bounded(7);
     recordEvent(u"change %1"_s.arg(change));
     switch (change) {
@@ -175,7 +175,7 @@ void RandomKeysTest::changeStore()
         store.setLastError(m_random.bounded(2) == 0 ? std::optional<QString>() : u"X"_s);
         break;
     default:
-        if (m_house->http.count() < 100000 && !store.isLoading())
+        if (m_fixture->http.count() < 100000 && !store.isLoading())
             store.refresh();
         break;
     }
@@ -183,7 +183,7 @@ void RandomKeysTest::changeStore()
 
 void RandomKeysTest::answerRandomRequest()
 {
-    ScriptedHttpClient& http = m_house->http;
+    ScriptedHttpClient& http = m_fixture->http;
     for (int call = http.count() - 1; call >= std::max(0, http.count() - 8); --call) {
         if (!http.isWaiting(call) || m_random.bounded(3) != 0)
             continue;
@@ -237,11 +237,11 @@ QJsonObject RandomKeysTest::tape(int id) const
 /** Describes what is wrong with the focus; empty if nothing is. */
 QString RandomKeysTest::focusError() const
 {
-    const FocusScreen* front = m_house->front();
-    const QQuickItem* focused = m_house->focused();
+    const FocusScreen* front = m_fixture->front();
+    const QQuickItem* focused = m_fixture->focused();
     int active = 0;
     bool canAnyHaveFocus = false;
-    QList<const QQuickItem*> items{m_house->house};
+    QList<const QQuickItem*> items{m_fixture->canvas};
     while (!items.isEmpty()) {
         const QQuickItem* item = items.takeLast();
         const auto children = item->childItems();
@@ -262,7 +262,7 @@ QString RandomKeysTest::focusError() const
     if (!focusable->isFocusable())
         return u"the focused item cannot have focus"_s;
     QString error = visibilityError(*focusable);
-    for (const QQuickItem* item : Stage::all(m_house->house, "LazyStack")) {
+    for (const QQuickItem* item : TestScreen::all(m_fixture->canvas, "LazyStack")) {
         if (error.isEmpty() && item->isVisible() && FocusScreen::enclosingScreen(item) == front)
             error = visibilityError(static_cast<const LazyStack&>(*item), *focusable);
     }

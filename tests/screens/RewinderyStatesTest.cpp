@@ -1,6 +1,6 @@
 #include "CassetteRow.h"
 #include "ScrollArea.h"
-#include "ShopHouse.h"
+#include "ShopFixture.h"
 #include "TestMain.h"
 
 #include <QAccessible>
@@ -13,7 +13,7 @@ class RewinderyStatesTest : public QObject
 
 private Q_SLOTS:
     void init();
-    void cleanup() { m_house.reset(); }
+    void cleanup() { m_fixture.reset(); }
 
     void refreshKeepsFocusedTape_data();
     void refreshKeepsFocusedTape();
@@ -38,20 +38,20 @@ private:
     static QString shelf(const QString& name, int first, int count);
     void chooseMarket(const QString& slug, const QString& shelves);
 
-    std::unique_ptr<ShopHouse> m_house;
+    std::unique_ptr<ShopFixture> m_fixture;
 };
 
 void RewinderyStatesTest::init()
 {
     QTest::failOnWarning(QRegularExpression(u".*"_s));
-    m_house = std::make_unique<ShopHouse>();
+    m_fixture = std::make_unique<ShopFixture>();
 }
 
 ScrollArea* RewinderyStatesTest::strip(const QString& shelf) const
 {
-    for (QQuickItem* row : Stage::all(m_house->shop(), "ShelfRow")) {
+    for (QQuickItem* row : TestScreen::all(m_fixture->shop(), "ShelfRow")) {
         if (row->isVisible() && row->property("cassettes").value<CassetteRow*>()->name() == shelf)
-            return static_cast<ScrollArea*>(Stage::first(row, "ScrollArea"));
+            return static_cast<ScrollArea*>(TestScreen::first(row, "ScrollArea"));
     }
     return nullptr;
 }
@@ -66,9 +66,9 @@ QString RewinderyStatesTest::shelf(const QString& name, int first, int count)
 
 void RewinderyStatesTest::chooseMarket(const QString& slug, const QString& shelves)
 {
-    m_house->store.setMarket(slug);
-    m_house->stage.waitUntilIdle();
-    m_house->show(shelves);
+    m_fixture->store->setMarket(slug);
+    m_fixture->waitUntilIdle();
+    m_fixture->show(shelves);
 }
 
 void RewinderyStatesTest::refreshKeepsFocusedTape_data()
@@ -94,79 +94,79 @@ void RewinderyStatesTest::refreshKeepsFocusedTape_data()
 void RewinderyStatesTest::refreshKeepsFocusedTape()
 {
     QFETCH(QString, after);
-    m_house->show(u"A: 1 2 3; B: 4 5 6; C: 7 8"_s);
-    m_house->press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Right});
-    QCOMPARE(m_house->focusedName(), u"Tape 5"_s);
-    m_house->stage.waitUntilIdle();
-    m_house->show(after);
-    QTEST(m_house->focusedName(), "focusedName");
-    QVERIFY(m_house->isFocusOnScreen());
+    m_fixture->show(u"A: 1 2 3; B: 4 5 6; C: 7 8"_s);
+    m_fixture->press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Right});
+    QCOMPARE(m_fixture->focusedName(), u"Tape 5"_s);
+    m_fixture->waitUntilIdle();
+    m_fixture->show(after);
+    QTEST(m_fixture->focusedName(), "focusedName");
+    QVERIFY(m_fixture->isFocusOnScreen());
 }
 
 void RewinderyStatesTest::refreshKeepsFocusOnCounter()
 {
-    m_house->show(u"A: 1 2 3; B: 4 5 6"_s);
-    m_house->press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Up});
-    QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
-    m_house->show(u"B: 4 6; C: 2"_s);
-    QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
+    m_fixture->show(u"A: 1 2 3; B: 4 5 6"_s);
+    m_fixture->press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Up});
+    QCOMPARE(m_fixture->focusedName(), u"Search the stacks"_s);
+    m_fixture->show(u"B: 4 6; C: 2"_s);
+    QCOMPARE(m_fixture->focusedName(), u"Search the stacks"_s);
 }
 
 void RewinderyStatesTest::panelShowsReasonWithoutShelves()
 {
-    QVERIFY(m_house->text(u"Rewindery"_s));
-    QVERIFY(m_house->text(u"No tapes on the shelf for this view."_s));
-    QVERIFY(!m_house->text(u"Checking the shelves…"_s));
-    QVERIFY(!m_house->text(u"HOME VIDEO"_s));
-    QCOMPARE(m_house->focusedName(), u"Try again"_s);
-    m_house->store.setLastError(u"X"_s);
-    m_house->stage.waitUntilIdle();
-    QVERIFY(m_house->text(u"X"_s));
-    QVERIFY(!m_house->text(u"No tapes on the shelf for this view."_s));
-    m_house->store.setLastError(QString(5000, u'\n') + u"Y"_s);
-    m_house->stage.waitUntilIdle();
-    QVERIFY(m_house->isFocusOnScreen());
-    QVERIFY(m_house->text(u"Rewindery"_s));
-    QVERIFY(m_house->areaOf(u"Rewindery"_s).top() > 0);
+    QVERIFY(m_fixture->text(u"Rewindery"_s));
+    QVERIFY(m_fixture->text(u"No tapes on the shelf for this view."_s));
+    QVERIFY(!m_fixture->text(u"Checking the shelves…"_s));
+    QVERIFY(!m_fixture->text(u"HOME VIDEO"_s));
+    QCOMPARE(m_fixture->focusedName(), u"Try again"_s);
+    m_fixture->store->setLastError(u"X"_s);
+    m_fixture->waitUntilIdle();
+    QVERIFY(m_fixture->text(u"X"_s));
+    QVERIFY(!m_fixture->text(u"No tapes on the shelf for this view."_s));
+    m_fixture->store->setLastError(QString(5000, u'\n') + u"Y"_s);
+    m_fixture->waitUntilIdle();
+    QVERIFY(m_fixture->isFocusOnScreen());
+    QVERIFY(m_fixture->text(u"Rewindery"_s));
+    QVERIFY(m_fixture->areaOf(u"Rewindery"_s).top() > 0);
     // More lines than fit in the panel's height; no other limit applies.
     const QString reason = u"one line of many\n"_s.repeated(18) + u"the last"_s;
-    m_house->store.setLastError(reason);
-    m_house->stage.waitUntilIdle();
-    QVERIFY(m_house->text(reason));
-    QVERIFY(!m_house->text(reason)->property("truncated").toBool());
-    QVERIFY(m_house->isFocusOnScreen());
-    QVERIFY(m_house->areaOf(u"Rewindery"_s).top() > 0);
+    m_fixture->store->setLastError(reason);
+    m_fixture->waitUntilIdle();
+    QVERIFY(m_fixture->text(reason));
+    QVERIFY(!m_fixture->text(reason)->property("truncated").toBool());
+    QVERIFY(m_fixture->isFocusOnScreen());
+    QVERIFY(m_fixture->areaOf(u"Rewindery"_s).top() > 0);
 }
 
 void RewinderyStatesTest::tryAgainShowsSpinnerUntilShelvesArrive()
 {
-    m_house->stage.press(Qt::Key_Select);
-    QVERIFY(m_house->store.isLoading());
-    QVERIFY(m_house->text(u"Checking the shelves…"_s));
-    QVERIFY(!m_house->text(u"Try again"_s));
-    QQuickItem* spinner = Stage::first(m_house->shop(), "Spinner");
+    m_fixture->press(Qt::Key_Select);
+    QVERIFY(m_fixture->store->isLoading());
+    QVERIFY(m_fixture->text(u"Checking the shelves…"_s));
+    QVERIFY(!m_fixture->text(u"Try again"_s));
+    QQuickItem* spinner = TestScreen::first(m_fixture->shop(), "Spinner");
     QVERIFY(spinner && spinner->isVisible());
-    QCOMPARE(m_house->area(spinner).width(), 1.6 * spinner->width());
-    QTRY_COMPARE(m_house->focused(), m_house->front());
-    m_house->answer(u"/api/tv/status"_s, R"({"rewindery": {"tapes": 1}})");
-    m_house->answer(u"/api/tv/tapes"_s, R"({"items": [{"id": 1, "title": "Zoning"}]})");
-    QTRY_VERIFY(!m_house->store.isLoading());
-    QVERIFY(m_house->focusable(u"Zoning"_s));
-    QTRY_COMPARE(m_house->focusedName(), u"Search the stacks"_s);
+    QCOMPARE(m_fixture->areaOnCanvas(spinner).width(), 1.6 * spinner->width());
+    QTRY_COMPARE(m_fixture->focused(), m_fixture->front());
+    m_fixture->answer(u"/api/tv/status"_s, R"({"rewindery": {"tapes": 1}})");
+    m_fixture->answer(u"/api/tv/tapes"_s, R"({"items": [{"id": 1, "title": "Zoning"}]})");
+    QTRY_VERIFY(!m_fixture->store->isLoading());
+    QVERIFY(m_fixture->focusable(u"Zoning"_s));
+    QTRY_COMPARE(m_fixture->focusedName(), u"Search the stacks"_s);
     QVERIFY(!spinner->isVisible());
 }
 
 void RewinderyStatesTest::failedTryAgainCanBeRepeated()
 {
     for (int attempt = 0; attempt < 2; ++attempt) {
-        m_house->stage.press(Qt::Key_Select);
-        m_house->answer(u"/api/tv/status"_s, {}, 500);
-        m_house->answer(u"/api/tv/tapes"_s, {}, 503);
-        QTRY_VERIFY(!m_house->store.isLoading());
-        QVERIFY(m_house->text(m_house->store.lastErrorText()));
-        QTRY_COMPARE(m_house->focusedName(), u"Try again"_s);
+        m_fixture->press(Qt::Key_Select);
+        m_fixture->answer(u"/api/tv/status"_s, {}, 500);
+        m_fixture->answer(u"/api/tv/tapes"_s, {}, 503);
+        QTRY_VERIFY(!m_fixture->store->isLoading());
+        QVERIFY(m_fixture->text(m_fixture->store->lastErrorText()));
+        QTRY_COMPARE(m_fixture->focusedName(), u"Try again"_s);
     }
-    QCOMPARE(m_house->http.count(), 4);
+    QCOMPARE(m_fixture->http.count(), 4);
 }
 
 void RewinderyStatesTest::newMarketShowsEveryShelfFromItsFirstCassette_data()
@@ -184,18 +184,18 @@ void RewinderyStatesTest::newMarketShowsEveryShelfFromItsFirstCassette_data()
 void RewinderyStatesTest::newMarketShowsEveryShelfFromItsFirstCassette()
 {
     QFETCH(QString, after);
-    m_house->show(shelf(u"A"_s, 1, 20) + u"; "_s + shelf(u"B"_s, 101, 20));
-    m_house->showMarkets({u"a"_s, u"b"_s});
-    m_house->stage.press(Qt::Key_Down);
+    m_fixture->show(shelf(u"A"_s, 1, 20) + u"; "_s + shelf(u"B"_s, 101, 20));
+    m_fixture->showMarkets({u"a"_s, u"b"_s});
+    m_fixture->press(Qt::Key_Down);
     for (int step = 0; step < 12; ++step)
-        m_house->stage.press(Qt::Key_Right);
-    QCOMPARE(m_house->focusedName(), u"Tape 13"_s);
-    m_house->stage.press(Qt::Key_Down);
+        m_fixture->press(Qt::Key_Right);
+    QCOMPARE(m_fixture->focusedName(), u"Tape 13"_s);
+    m_fixture->press(Qt::Key_Down);
     for (int step = 0; step < 12; ++step)
-        m_house->stage.press(Qt::Key_Right);
-    m_house->press({Qt::Key_Up, Qt::Key_Up, Qt::Key_Right, Qt::Key_Right});
-    QCOMPARE(m_house->focusedName(), u"A 1"_s);
-    m_house->stage.waitUntilIdle();
+        m_fixture->press(Qt::Key_Right);
+    m_fixture->press({Qt::Key_Up, Qt::Key_Up, Qt::Key_Right, Qt::Key_Right});
+    QCOMPARE(m_fixture->focusedName(), u"A 1"_s);
+    m_fixture->waitUntilIdle();
 
     chooseMarket(u"a"_s, after);
     for (const QString& name : {u"A"_s, u"B"_s}) {
@@ -205,130 +205,130 @@ void RewinderyStatesTest::newMarketShowsEveryShelfFromItsFirstCassette()
     }
     // Focus goes to the card nearest to the chip, not to the last position on another market's shelf, so nothing
     // scrolls.
-    m_house->stage.press(Qt::Key_Down);
-    QVERIFY(m_house->isFocusOnScreen());
+    m_fixture->press(Qt::Key_Down);
+    QVERIFY(m_fixture->isFocusOnScreen());
     for (const QString& name : {u"A"_s, u"B"_s})
         QCOMPARE(strip(name)->targetPosition(), 0.0);
 }
 
 void RewinderyStatesTest::focusedTapeIsKeptWhenMarketChanges()
 {
-    m_house->show(shelf(u"A"_s, 1, 20) + u"; "_s + shelf(u"B"_s, 101, 20));
-    m_house->stage.press(Qt::Key_Down);
+    m_fixture->show(shelf(u"A"_s, 1, 20) + u"; "_s + shelf(u"B"_s, 101, 20));
+    m_fixture->press(Qt::Key_Down);
     for (int step = 0; step < 12; ++step)
-        m_house->stage.press(Qt::Key_Right);
-    m_house->stage.waitUntilIdle();
+        m_fixture->press(Qt::Key_Right);
+    m_fixture->waitUntilIdle();
     chooseMarket(u"a"_s, shelf(u"A"_s, 9, 12) + u"; "_s + shelf(u"B"_s, 101, 20));
-    QCOMPARE(m_house->focusedName(), u"Tape 13"_s);
-    QVERIFY(m_house->isFocusOnScreen());
+    QCOMPARE(m_fixture->focusedName(), u"Tape 13"_s);
+    QVERIFY(m_fixture->isFocusOnScreen());
     chooseMarket(u"b"_s, shelf(u"A"_s, 201, 20) + u"; "_s + shelf(u"B"_s, 101, 20));
-    QCOMPARE(m_house->focusedName(), u"Tape 201"_s);
+    QCOMPARE(m_fixture->focusedName(), u"Tape 201"_s);
     QCOMPARE(strip(u"A"_s)->position(), 0.0);
 }
 
 void RewinderyStatesTest::refreshResetsChangedShelfWithoutFocus()
 {
-    m_house->show(shelf(u"A"_s, 1, 20) + u"; "_s + shelf(u"B"_s, 101, 20));
-    m_house->stage.press(Qt::Key_Down);
+    m_fixture->show(shelf(u"A"_s, 1, 20) + u"; "_s + shelf(u"B"_s, 101, 20));
+    m_fixture->press(Qt::Key_Down);
     for (int step = 0; step < 12; ++step)
-        m_house->stage.press(Qt::Key_Right);
-    m_house->stage.press(Qt::Key_Down);
-    const QString tape = m_house->focusedName();
-    m_house->stage.waitUntilIdle();
+        m_fixture->press(Qt::Key_Right);
+    m_fixture->press(Qt::Key_Down);
+    const QString tape = m_fixture->focusedName();
+    m_fixture->waitUntilIdle();
     const qreal scrolled = strip(u"A"_s)->position();
     QVERIFY(scrolled > 0);
-    m_house->show(shelf(u"A"_s, 1, 20) + u"; "_s + shelf(u"B"_s, 100, 22));
-    QCOMPARE(m_house->focusedName(), tape);
+    m_fixture->show(shelf(u"A"_s, 1, 20) + u"; "_s + shelf(u"B"_s, 100, 22));
+    QCOMPARE(m_fixture->focusedName(), tape);
     QCOMPARE(strip(u"A"_s)->position(), scrolled);
-    m_house->show(shelf(u"A"_s, 2, 20) + u"; "_s + shelf(u"B"_s, 100, 22));
-    QCOMPARE(m_house->focusedName(), tape);
+    m_fixture->show(shelf(u"A"_s, 2, 20) + u"; "_s + shelf(u"B"_s, 100, 22));
+    QCOMPARE(m_fixture->focusedName(), tape);
     QCOMPARE(strip(u"A"_s)->position(), 0.0);
-    m_house->stage.press(Qt::Key_Up);
-    m_house->stage.waitUntilIdle();
-    QVERIFY(m_house->isFocusOnScreen());
+    m_fixture->press(Qt::Key_Up);
+    m_fixture->waitUntilIdle();
+    QVERIFY(m_fixture->isFocusOnScreen());
     QCOMPARE(strip(u"A"_s)->position(), 0.0);
 }
 
 void RewinderyStatesTest::refreshWhileTapeIsOpenKeepsFocusedTape()
 {
-    m_house->show(shelf(u"A"_s, 1, 20));
-    m_house->stage.press(Qt::Key_Down);
+    m_fixture->show(shelf(u"A"_s, 1, 20));
+    m_fixture->press(Qt::Key_Down);
     for (int step = 0; step < 12; ++step)
-        m_house->stage.press(Qt::Key_Right);
-    m_house->stage.press(Qt::Key_Select);
-    m_house->stage.waitUntilIdle();
-    m_house->store.setShelves(shelvesOf(shelf(u"New"_s, 201, 3) + u"; "_s + shelf(u"A"_s, 10, 40)));
-    m_house->stage.press(Qt::Key_Back);
-    QCOMPARE(m_house->focusedName(), u"Tape 13"_s);
-    QVERIFY(m_house->isFocusOnScreen());
+        m_fixture->press(Qt::Key_Right);
+    m_fixture->press(Qt::Key_Select);
+    m_fixture->waitUntilIdle();
+    m_fixture->store->setShelves(shelvesOf(shelf(u"New"_s, 201, 3) + u"; "_s + shelf(u"A"_s, 10, 40)));
+    m_fixture->press(Qt::Key_Back);
+    QCOMPARE(m_fixture->focusedName(), u"Tape 13"_s);
+    QVERIFY(m_fixture->isFocusOnScreen());
 }
 
 void RewinderyStatesTest::shelvesThatReturnAreShownFromTop()
 {
     const QString shelves = u"A: 1; B: 2; C: 3; D: 4; E: 5"_s;
-    m_house->show(shelves);
+    m_fixture->show(shelves);
     for (int step = 0; step < 4; ++step)
-        m_house->stage.press(Qt::Key_Down);
-    QCOMPARE(m_house->focusedName(), u"Tape 4"_s);
-    m_house->stage.waitUntilIdle();
-    m_house->show({});
-    QCOMPARE(m_house->focusedName(), u"Try again"_s);
-    m_house->show(shelves);
+        m_fixture->press(Qt::Key_Down);
+    QCOMPARE(m_fixture->focusedName(), u"Tape 4"_s);
+    m_fixture->waitUntilIdle();
+    m_fixture->show({});
+    QCOMPARE(m_fixture->focusedName(), u"Try again"_s);
+    m_fixture->show(shelves);
     // Without scrolling: the first frame shows it.
-    QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
-    QCOMPARE(m_house->areaOf(u"Rewindery"_s).top(), 50.0);
+    QCOMPARE(m_fixture->focusedName(), u"Search the stacks"_s);
+    QCOMPARE(m_fixture->areaOf(u"Rewindery"_s).top(), 50.0);
 }
 
 void RewinderyStatesTest::marketIsChosenByItsChip()
 {
-    m_house->show(u"A: 1"_s);
-    m_house->showMarkets({u"a"_s, u"b"_s});
-    m_house->press({Qt::Key_Right, Qt::Key_Right, Qt::Key_Right});
-    QCOMPARE(m_house->focusedName(), u"B 2"_s);
+    m_fixture->show(u"A: 1"_s);
+    m_fixture->showMarkets({u"a"_s, u"b"_s});
+    m_fixture->press({Qt::Key_Right, Qt::Key_Right, Qt::Key_Right});
+    QCOMPARE(m_fixture->focusedName(), u"B 2"_s);
     const auto isSelected = [this](const QString& name) {
-        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(m_house->focusable(name));
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(m_fixture->focusable(name));
         return accessible && accessible->state().checkable && accessible->state().checked;
     };
     QVERIFY(isSelected(u"All markets 99"_s));
-    m_house->stage.press(Qt::Key_Select);
-    QCOMPARE(m_house->store.market(), u"b"_s);
+    m_fixture->press(Qt::Key_Select);
+    QCOMPARE(m_fixture->store->market(), u"b"_s);
     QVERIFY(isSelected(u"B 2"_s) && !isSelected(u"All markets 99"_s) && !isSelected(u"A 1"_s));
-    QVERIFY(m_house->text(u"2 tapes in stock — pull one off the shelf and push it into the set. "
-                          "Every tape here plays on this television."_s));
-    m_house->answer(u"/api/tv/tapes?page=1&per_page=200&market=b"_s, R"({"items": [{"id": 7, "title": "Harbour"}]})");
-    QTRY_VERIFY(m_house->focusable(u"Harbour"_s));
-    QCOMPARE(m_house->focusedName(), u"B 2"_s);
-    m_house->showMarkets({u"c"_s, u"b"_s, u"a"_s});
-    QCOMPARE(m_house->focusedName(), u"B 2"_s);
-    m_house->press({Qt::Key_Left, Qt::Key_Left, Qt::Key_Select});
-    QCOMPARE(m_house->focusedName(), u"All markets 99"_s);
-    QCOMPARE(m_house->store.market(), QString());
+    QVERIFY(m_fixture->text(u"2 tapes in stock — pull one off the shelf and push it into the set. "
+                            "Every tape here plays on this television."_s));
+    m_fixture->answer(u"/api/tv/tapes?page=1&per_page=200&market=b"_s, R"({"items": [{"id": 7, "title": "Harbour"}]})");
+    QTRY_VERIFY(m_fixture->focusable(u"Harbour"_s));
+    QCOMPARE(m_fixture->focusedName(), u"B 2"_s);
+    m_fixture->showMarkets({u"c"_s, u"b"_s, u"a"_s});
+    QCOMPARE(m_fixture->focusedName(), u"B 2"_s);
+    m_fixture->press({Qt::Key_Left, Qt::Key_Left, Qt::Key_Select});
+    QCOMPARE(m_fixture->focusedName(), u"All markets 99"_s);
+    QCOMPARE(m_fixture->store->market(), QString());
     QVERIFY(isSelected(u"All markets 99"_s));
 }
 
 void RewinderyStatesTest::focusMovesToSearchWhenPickerDisappears()
 {
-    m_house->show(u"A: 1"_s);
-    m_house->showMarkets({u"a"_s, u"b"_s});
-    m_house->press({Qt::Key_Right, Qt::Key_Right});
-    m_house->showMarkets({u"a"_s});
-    QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
-    m_house->showMarkets({u"a"_s, u"b"_s});
-    QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
+    m_fixture->show(u"A: 1"_s);
+    m_fixture->showMarkets({u"a"_s, u"b"_s});
+    m_fixture->press({Qt::Key_Right, Qt::Key_Right});
+    m_fixture->showMarkets({u"a"_s});
+    QCOMPARE(m_fixture->focusedName(), u"Search the stacks"_s);
+    m_fixture->showMarkets({u"a"_s, u"b"_s});
+    QCOMPARE(m_fixture->focusedName(), u"Search the stacks"_s);
 }
 
 void RewinderyStatesTest::marketWithoutTapesIsResetWhenShopCloses()
 {
-    m_house->show(u"A: 1"_s);
-    m_house->showMarkets({u"a"_s, u"b"_s});
-    m_house->press({Qt::Key_Right, Qt::Key_Right, Qt::Key_Select});
-    QCOMPARE(m_house->store.market(), u"a"_s);
-    m_house->answer(u"/api/tv/tapes?page=1&per_page=200&market=a"_s, R"({"items": []})");
-    QTRY_COMPARE(m_house->focusedName(), u"Try again"_s);
-    QVERIFY(m_house->text(u"No tapes on the shelf for this view."_s));
-    m_house->stage.press(Qt::Key_Back);
-    QVERIFY(!m_house->isOpen());
-    QCOMPARE(m_house->store.market(), QString());
+    m_fixture->show(u"A: 1"_s);
+    m_fixture->showMarkets({u"a"_s, u"b"_s});
+    m_fixture->press({Qt::Key_Right, Qt::Key_Right, Qt::Key_Select});
+    QCOMPARE(m_fixture->store->market(), u"a"_s);
+    m_fixture->answer(u"/api/tv/tapes?page=1&per_page=200&market=a"_s, R"({"items": []})");
+    QTRY_COMPARE(m_fixture->focusedName(), u"Try again"_s);
+    QVERIFY(m_fixture->text(u"No tapes on the shelf for this view."_s));
+    m_fixture->press(Qt::Key_Back);
+    QVERIFY(!m_fixture->isOpen());
+    QCOMPARE(m_fixture->store->market(), QString());
 }
 
 QUILLMERE_TEST(RewinderyStatesTest, QGuiApplication)

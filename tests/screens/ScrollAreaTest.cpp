@@ -1,6 +1,6 @@
 #include "ScrollArea.h"
-#include "Stage.h"
 #include "TestMain.h"
+#include "TestScreen.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -31,9 +31,9 @@ private Q_SLOTS:
     void childrenAreAddedToContentItem();
 
 private:
-    static ScrollArea* put(Stage& stage, const QString& properties)
+    static ScrollArea* put(TestScreen& fixture, const QString& properties)
     {
-        return static_cast<ScrollArea*>(stage.load(u"ScrollArea { width: 1000; height: 400; %1 }"_s.arg(properties)));
+        return static_cast<ScrollArea*>(fixture.load(u"ScrollArea { width: 1000; height: 400; %1 }"_s.arg(properties)));
     }
 };
 
@@ -79,8 +79,8 @@ void ScrollAreaTest::revealScrollsNoFurtherThanNeeded()
 
 void ScrollAreaTest::scrollTakesScrollTime()
 {
-    Stage stage;
-    ScrollArea* area = put(stage, u"contentExtent: 5000"_s);
+    TestScreen fixture;
+    ScrollArea* area = put(fixture, u"contentExtent: 5000"_s);
     QSignalSpy moves(area, &ScrollArea::positionChanged);
     QElapsedTimer time;
     time.start();
@@ -94,8 +94,8 @@ void ScrollAreaTest::scrollTakesScrollTime()
 
 void ScrollAreaTest::newTargetIsSetDuringScroll()
 {
-    Stage stage;
-    ScrollArea* area = put(stage, u"contentExtent: 5000"_s);
+    TestScreen fixture;
+    ScrollArea* area = put(fixture, u"contentExtent: 5000"_s);
     area->reveal(3000, 3100);
     QTRY_VERIFY(area->position() > 1000);
     const qreal between = area->position();
@@ -112,8 +112,8 @@ void ScrollAreaTest::newTargetIsSetDuringScroll()
 
 void ScrollAreaTest::positionKeepsUpWithRepeatedReveals()
 {
-    Stage stage;
-    ScrollArea* area = put(stage, u"contentExtent: 100000"_s);
+    TestScreen fixture;
+    ScrollArea* area = put(fixture, u"contentExtent: 100000"_s);
     // A step of 100 every 50 ms: the visible position must keep up with the revealed one.
     constexpr qreal step = 100;
     for (int i = 0; i < 40; ++i) {
@@ -126,26 +126,26 @@ void ScrollAreaTest::positionKeepsUpWithRepeatedReveals()
 
 void ScrollAreaTest::immediateRevealDoesNotAnimate()
 {
-    Stage stage;
-    ScrollArea* area = put(stage, u"contentExtent: 5000"_s);
+    TestScreen fixture;
+    ScrollArea* area = put(fixture, u"contentExtent: 5000"_s);
     area->reveal(3000, 3100);
     area->reveal(4000, 4100, true);
     QCOMPARE(area->position(), 3700.0);
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     QCOMPARE(area->position(), 3700.0);
 }
 
 void ScrollAreaTest::noFrameIsDrawnAtRest()
 {
-    Stage stage;
-    ScrollArea* area = put(stage, u"contentExtent: 5000; Rectangle { width: 100; height: 5000 }"_s);
+    TestScreen fixture;
+    ScrollArea* area = put(fixture, u"contentExtent: 5000; Rectangle { width: 100; height: 5000 }"_s);
     area->reveal(3000, 3100);
     QTRY_COMPARE(area->position(), 2700.0);
-    stage.waitUntilIdle();
-    const int frames = stage.frames();
+    fixture.waitUntilIdle();
+    const int frames = fixture.frames();
     area->reveal(3000, 3100); // already visible
     QTest::qWait(300);
-    QCOMPARE(stage.frames(), frames);
+    QCOMPARE(fixture.frames(), frames);
 }
 
 void ScrollAreaTest::positionsAreWholePixels_data()
@@ -160,11 +160,11 @@ void ScrollAreaTest::positionsAreWholePixels_data()
 void ScrollAreaTest::positionsAreWholePixels()
 {
     QFETCH(qreal, scale);
-    Stage stage;
-    auto plane = stage.load(u"Item { transformOrigin: Item.TopLeft; "
-                            "ScrollArea { width: 1000; height: 400; contentExtent: 5001.3 } }"_s,
-                            {{u"scale"_s, scale}});
-    auto area = static_cast<ScrollArea*>(Stage::first(plane, "ScrollArea"));
+    TestScreen fixture;
+    auto plane = fixture.load(u"Item { transformOrigin: Item.TopLeft; "
+                              "ScrollArea { width: 1000; height: 400; contentExtent: 5001.3 } }"_s,
+                              {{u"scale"_s, scale}});
+    auto area = static_cast<ScrollArea*>(TestScreen::first(plane, "ScrollArea"));
     QList<qreal> pixels;
     connect(area, &ScrollArea::positionChanged, this, [&] { pixels.append(area->position() * scale); });
     area->reveal(1234.5, 1300.1);
@@ -181,13 +181,13 @@ void ScrollAreaTest::positionsAreWholePixels()
 
 void ScrollAreaTest::positionIsWholePixelsAfterWindowIsResized()
 {
-    Stage stage;
-    auto canvas = stage.load(u"Item { width: 1920; height: 1080; Canvas { "
-                             "ScrollArea { width: 1000; height: 400; contentExtent: 5000 } } }"_s);
-    auto area = static_cast<ScrollArea*>(Stage::first(canvas, "ScrollArea"));
+    TestScreen fixture;
+    auto canvas = fixture.load(u"Item { width: 1920; height: 1080; Canvas { "
+                               "ScrollArea { width: 1000; height: 400; contentExtent: 5000 } } }"_s);
+    auto area = static_cast<ScrollArea*>(TestScreen::first(canvas, "ScrollArea"));
     area->reveal(1001, 1101, true);
     QCOMPARE(area->position(), 701.0);
-    stage.window().resize(1280, 720);
+    fixture.window().resize(1280, 720);
     canvas->setSize({1280, 720});
     QTRY_VERIFY(area->position() != 701.0);
     QCOMPARE(area->position(), 700.5); // 467 pixels
@@ -195,10 +195,10 @@ void ScrollAreaTest::positionIsWholePixelsAfterWindowIsResized()
 
 void ScrollAreaTest::positionIsBoundedWhenContentShrinks()
 {
-    Stage stage;
-    ScrollArea* area = put(stage, u"contentExtent: 5000"_s);
+    TestScreen fixture;
+    ScrollArea* area = put(fixture, u"contentExtent: 5000"_s);
     area->reveal(4900, 5000, true);
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     area->setContentExtent(3000);
     QCOMPARE(area->targetPosition(), 2600.0);
     QTRY_COMPARE(area->position(), 2600.0);
@@ -208,8 +208,8 @@ void ScrollAreaTest::positionIsBoundedWhenContentShrinks()
 
 void ScrollAreaTest::revealedRangeStaysVisibleWhenAreaShrinks()
 {
-    Stage stage;
-    ScrollArea* area = put(stage, u"contentExtent: 5000"_s);
+    TestScreen fixture;
+    ScrollArea* area = put(fixture, u"contentExtent: 5000"_s);
     area->reveal(1000, 1100, true);
     QCOMPARE(area->position(), 700.0);
     area->setHeight(200);
@@ -229,8 +229,8 @@ void ScrollAreaTest::revealBeforeContentArrivesIsAppliedLater()
 
 void ScrollAreaTest::scrollByStaysWithinContent()
 {
-    Stage stage;
-    ScrollArea* area = put(stage, u"contentExtent: 1000"_s);
+    TestScreen fixture;
+    ScrollArea* area = put(fixture, u"contentExtent: 1000"_s);
     area->reveal(0, 1000, true);
     QVERIFY(area->scrollBy(320));
     QCOMPARE(area->targetPosition(), 320.0);
@@ -244,8 +244,8 @@ void ScrollAreaTest::scrollByStaysWithinContent()
 
 void ScrollAreaTest::hiddenAreaDoesNotAnimate()
 {
-    Stage stage;
-    ScrollArea* area = put(stage, u"contentExtent: 5000"_s);
+    TestScreen fixture;
+    ScrollArea* area = put(fixture, u"contentExtent: 5000"_s);
     area->reveal(3000, 3100);
     QTRY_VERIFY(area->position() > 0);
     area->setVisible(false);
@@ -256,11 +256,13 @@ void ScrollAreaTest::hiddenAreaDoesNotAnimate()
 
 void ScrollAreaTest::childrenAreAddedToContentItem()
 {
-    Stage stage;
-    ScrollArea* area = put(stage, u"contentExtent: 5000; Item { objectName: 'one'; width: parent.width } "
-                                  "QtObject { objectName: 'none' } Repeater { model: 2; Item { } }"_s);
+    TestScreen fixture;
+    ScrollArea* area = put(fixture, u"contentExtent: 5000; Item { objectName: 'one'; width: parent.width } "
+                                    "QtObject { objectName: 'none' } Repeater { model: 2; Item { } }"_s);
     QCOMPARE(area->contentItem()->childItems().size(), 4);
-    QCOMPARE(area->contentItem()->childItems().constFirst()->width(), 1000.0);
+    const auto* const one = area->findChild<QQuickItem*>(u"one"_s);
+    QCOMPARE(one->parentItem(), area->contentItem());
+    QCOMPARE(one->width(), 1000.0);
     QCOMPARE(area->contentItem()->height(), 5000.0);
 }
 

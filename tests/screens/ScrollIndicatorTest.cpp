@@ -1,6 +1,6 @@
 #include "ScrollArea.h"
-#include "Stage.h"
 #include "TestMain.h"
+#include "TestScreen.h"
 
 #include <QTest>
 
@@ -11,20 +11,20 @@ namespace {
 /** A viewport of 600 points with content of height `extent`, and the scroll indicator beside it. */
 struct ScrollingPage
 {
-    Stage stage{{800, 600}};
+    TestScreen fixture{{800, 600}};
     ScrollArea* area = nullptr;
     QQuickItem* indicator = nullptr;
 
     explicit ScrollingPage(int extent)
     {
-        QQuickItem* root = stage.load(u"Item { width: 800; height: 600; ScrollArea { id: area; anchors.fill: parent; "
-                                      "contentExtent: %1 } ScrollIndicator { id: bar; area: area; height: 600; "
-                                      "anchors.right: parent.right } }"_s.arg(extent));
-        area = qobject_cast<ScrollArea*>(Stage::first(root, "ScrollArea"));
-        indicator = Stage::first(root, "ScrollIndicator");
+        QQuickItem* root = fixture.load(u"Item { width: 800; height: 600; ScrollArea { id: area; anchors.fill: parent; "
+                                        "contentExtent: %1 } ScrollIndicator { id: bar; area: area; height: 600; "
+                                        "anchors.right: parent.right } }"_s.arg(extent));
+        area = qobject_cast<ScrollArea*>(TestScreen::first(root, "ScrollArea"));
+        indicator = TestScreen::first(root, "ScrollIndicator");
     }
 
-    QRectF bar() const { return Stage::area(Stage::first(indicator, "CardPlate")); }
+    QRectF bar() const { return TestScreen::area(TestScreen::first(indicator, "CardPlate")); }
 };
 
 } // namespace

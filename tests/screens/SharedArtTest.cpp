@@ -1,6 +1,6 @@
 #include "SoftShadow.h"
-#include "Stage.h"
 #include "TestMain.h"
+#include "TestScreen.h"
 #include "VeneerBackground.h"
 
 #include <QTest>
@@ -96,14 +96,14 @@ void SharedArtTest::equalShadowsArePaintedOnce_data()
 void SharedArtTest::equalShadowsArePaintedOnce()
 {
     QFETCH(QSize, size);
-    Stage stage(size);
-    QQuickItem* canvas = stage.load(u"Canvas {}"_s);
+    TestScreen fixture(size);
+    QQuickItem* canvas = fixture.load(u"Canvas {}"_s);
     CountingShadow::paintings = 0;
     std::array<CountingShadow, 6> shadows;
     for (size_t i = 0; i < shadows.size(); ++i)
         showShadow(shadows[i], canvas,
                    {100 + 130.4 * double(i), 90 + 0.3 * double(i)}); // another fraction of a pixel each
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     QCOMPARE(CountingShadow::paintings, 1);
 }
 
@@ -123,28 +123,28 @@ void SharedArtTest::differentShadowsArePaintedSeparately()
 {
     QFETCH(QByteArray, property);
     QFETCH(QVariant, value);
-    Stage stage({600, 300});
-    QQuickItem* root = stage.load(u"Item {}"_s);
+    TestScreen fixture({600, 300});
+    QQuickItem* root = fixture.load(u"Item {}"_s);
     CountingShadow one;
     showShadow(one, root, {50, 50});
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     CountingShadow::paintings = 0;
     CountingShadow other;
     other.setProperty(property, value);
     showShadow(other, root, {300, 50});
     other.setProperty(property, value);
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     QCOMPARE(CountingShadow::paintings, 1);
 }
 
 void SharedArtTest::sharedShadowIsDrawnAtItsPosition()
 {
     const auto shot = [](double x) {
-        Stage stage({300, 200});
-        QQuickItem* root = stage.load(u"Item { Rectangle { color: 'white'; width: 300; height: 200 } }"_s);
+        TestScreen fixture({300, 200});
+        QQuickItem* root = fixture.load(u"Item { Rectangle { color: 'white'; width: 300; height: 200 } }"_s);
         CountingShadow shadow;
         showShadow(shadow, root, {x, 60});
-        return stage.picture();
+        return fixture.picture();
     };
     const QImage onGrid = shot(80);
     QCOMPARE(shot(80.3), onGrid);
@@ -156,29 +156,29 @@ void SharedArtTest::sharedShadowIsDrawnAtItsPosition()
 
 void SharedArtTest::newShadowReusesPictureOfDestroyedOne()
 {
-    Stage stage({600, 300});
-    QQuickItem* root = stage.load(u"Item {}"_s);
+    TestScreen fixture({600, 300});
+    QQuickItem* root = fixture.load(u"Item {}"_s);
     {
         CountingShadow first;
         showShadow(first, root, {50, 50});
-        stage.waitUntilIdle();
+        fixture.waitUntilIdle();
     }
     CountingShadow::paintings = 0;
     CountingShadow second;
     showShadow(second, root, {200, 50});
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     QCOMPARE(CountingShadow::paintings, 0);
 }
 
 void SharedArtTest::unusedPicturesAreKeptUpToLimit()
 {
-    Stage stage({600, 300});
-    QQuickItem* root = stage.load(u"Item {}"_s);
+    TestScreen fixture({600, 300});
+    QQuickItem* root = fixture.load(u"Item {}"_s);
     const auto show = [&](int spread) {
         CountingShadow shadow;
         showShadow(shadow, root, {50, 50});
         shadow.setSpread(spread);
-        stage.waitForFrame();
+        fixture.waitForFrame();
     };
     show(10);
     for (int spread = 30; spread < 70; ++spread)
@@ -192,21 +192,21 @@ void SharedArtTest::unusedPicturesAreKeptUpToLimit()
 
 void SharedArtTest::allVisibleShadowsAreShared()
 {
-    Stage stage({1920, 300});
-    QQuickItem* root = stage.load(u"Item {}"_s);
+    TestScreen fixture({1920, 300});
+    QQuickItem* root = fixture.load(u"Item {}"_s);
     std::array<CountingShadow, 12> shadows;
     std::array<CountingShadow, 12> others;
     for (size_t i = 0; i < shadows.size(); ++i) {
         showShadow(shadows[i], root, {150.0 * double(i), 20});
         shadows[i].setSpread(10 + double(i));
     }
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     CountingShadow::paintings = 0;
     for (size_t i = 0; i < others.size(); ++i) {
         showShadow(others[i], root, {150.0 * double(i), 160});
         others[i].setSpread(10 + double(i));
     }
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     QCOMPARE(CountingShadow::paintings, 0);
 }
 
@@ -223,25 +223,25 @@ void SharedArtTest::equalVeneersArePaintedOnceAtSamePixelOffset()
 {
     QFETCH(QPointF, at);
     QFETCH(int, paintings);
-    Stage stage({1300, 800});
-    QQuickItem* root = stage.load(u"Item {}"_s);
+    TestScreen fixture({1300, 800});
+    QQuickItem* root = fixture.load(u"Item {}"_s);
     CountingVeneer::paintings = 0;
     const CountingVeneer first(root, {0, 0});
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     const CountingVeneer second(root, at);
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     QCOMPARE(CountingVeneer::paintings, paintings);
     QCOMPARE(first.picture() == second.picture(), paintings == 1);
 }
 
 void SharedArtTest::unusedVeneerIsReleased()
 {
-    Stage stage({1300, 800});
-    QQuickItem* root = stage.load(u"Item {}"_s);
+    TestScreen fixture({1300, 800});
+    QQuickItem* root = fixture.load(u"Item {}"_s);
     std::weak_ptr<const QImage> picture;
     {
         const CountingVeneer veneer(root, {0, 0});
-        stage.waitUntilIdle();
+        fixture.waitUntilIdle();
         picture = veneer.picture();
         QVERIFY(!picture.expired());
     }

@@ -1,7 +1,7 @@
 #include "Spinner.h"
 #include "DrawnArea.h"
-#include "Stage.h"
 #include "TestMain.h"
+#include "TestScreen.h"
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -22,18 +22,18 @@ private Q_SLOTS:
 
 namespace {
 
-Spinner* put(Stage& stage, const QString& qml)
+Spinner* put(TestScreen& fixture, const QString& qml)
 {
-    QQuickItem* root = stage.load(qml);
-    return qobject_cast<Spinner*>(Stage::first(root, "Spinner"));
+    QQuickItem* root = fixture.load(qml);
+    return qobject_cast<Spinner*>(TestScreen::first(root, "Spinner"));
 }
 
 } // namespace
 
 void SpinnerTest::brightestSpokeAdvancesEveryTenthOfSecond()
 {
-    Stage stage({200, 200});
-    const Spinner* spinner = put(stage, u"Item { Spinner { x: 50; y: 50 } }"_s);
+    TestScreen fixture({200, 200});
+    const Spinner* spinner = put(fixture, u"Item { Spinner { x: 50; y: 50 } }"_s);
     QVERIFY(spinner);
     QTRY_COMPARE(spinner->brightestSpoke(), 0);
     QElapsedTimer timer;
@@ -46,11 +46,11 @@ void SpinnerTest::brightestSpokeAdvancesEveryTenthOfSecond()
 
 void SpinnerTest::spokesFadeBehindBrightestOne()
 {
-    Stage stage({200, 200});
-    const Spinner* spinner = put(stage, u"Item { Spinner { width: 200; height: 200; color: 'red' } }"_s);
+    TestScreen fixture({200, 200});
+    const Spinner* spinner = put(fixture, u"Item { Spinner { width: 200; height: 200; color: 'red' } }"_s);
     QTRY_COMPARE(spinner->brightestSpoke(), 3);
-    stage.waitForFrame();
-    const QImage picture = stage.window().grabWindow();
+    fixture.waitForFrame();
+    const QImage picture = fixture.window().grabWindow();
     QCOMPARE(spinner->brightestSpoke(), 3);
     const auto red = [&](int x, int y) { return picture.pixelColor(x, y).red(); };
     QVERIFY(red(170, 100) > 245);         // the brightest spoke, on the right
@@ -62,15 +62,15 @@ void SpinnerTest::spokesFadeBehindBrightestOne()
 
 void SpinnerTest::hiddenSpinnerStops()
 {
-    Stage stage({200, 200});
-    Spinner* spinner = put(stage, u"Item { Item { Spinner {} } }"_s);
+    TestScreen fixture({200, 200});
+    Spinner* spinner = put(fixture, u"Item { Item { Spinner {} } }"_s);
     QVERIFY(spinner->isRunning());
     spinner->parentItem()->setVisible(false);
     QVERIFY(!spinner->isRunning());
-    stage.waitUntilIdle();
-    const int frames = stage.frames();
+    fixture.waitUntilIdle();
+    const int frames = fixture.frames();
     QTest::qWait(500);
-    QCOMPARE(stage.frames(), frames);
+    QCOMPARE(fixture.frames(), frames);
     spinner->parentItem()->setVisible(true);
     QVERIFY(spinner->isRunning());
     spinner->parentItem()->setParentItem(nullptr);
@@ -79,14 +79,15 @@ void SpinnerTest::hiddenSpinnerStops()
 
 void SpinnerTest::spinnerRepaintsOnlyItself()
 {
-    Stage stage({800, 600});
-    const Spinner* spinner = put(stage, u"Rectangle { width: 800; height: 600; color: 'navy'; Text { text: 'Beside' } "
-                                        "Spinner { x: 300; y: 200; scale: 1.6 } }"_s);
+    TestScreen fixture({800, 600});
+    const Spinner* spinner =
+        put(fixture, u"Rectangle { width: 800; height: 600; color: 'navy'; Text { text: 'Beside' } "
+                     "Spinner { x: 300; y: 200; scale: 1.6 } }"_s);
     QTRY_COMPARE(spinner->brightestSpoke(), 1);
     DrawnArea drawn(XConnection::open());
     QTRY_COMPARE(spinner->brightestSpoke(), 0);
     const QRectF area = drawn.take();
-    const QRectF spinnerArea = Stage::area(spinner);
+    const QRectF spinnerArea = TestScreen::area(spinner);
     QVERIFY2(area.intersects(spinnerArea), "the spinner is not drawn");
     QVERIFY2(spinnerArea.marginsAdded({3, 3, 3, 3}).contains(area),
              qPrintable(u"%1 x %2 pixels"_s.arg(area.width()).arg(area.height())));

@@ -1,4 +1,4 @@
-#include "BroadcastStage.h"
+#include "BroadcastFixture.h"
 #include "StationPalette.h"
 #include "TestMain.h"
 
@@ -33,24 +33,17 @@ NewsStatus newsOf(const QString& title, const QString& note, const QString& next
     return news;
 }
 
-struct Scene : BroadcastStage
+struct Scene : BroadcastFixture
 {
-    explicit Scene(const NewsStatus& news, QSize size = {1920, 1080}) : BroadcastStage(standbyCard, size, news) {}
+    explicit Scene(const NewsStatus& news, QSize size = {1920, 1080}) : BroadcastFixture(standbyCard, size, news) {}
 
-    QQuickItem* standby() const { return first("StandbyCard"); }
-    QRectF cardArea() const { return area(Stage::first(standby(), "CardPlate")); }
-    QRectF tickerArea() const { return area(first("TickerCrawl")); }
-    QQuickItem* disc() const { return Stage::all(standby(), "CardPlate").at(1); }
+    QQuickItem* standby() const { return item("StandbyCard"); }
+    QRectF cardArea() const { return areaOnCanvas(standby()->findChild<QQuickItem*>(u"card"_s)); }
+    QRectF tickerArea() const { return areaOnCanvas(item("TickerCrawl")); }
+    QQuickItem* disc() const { return standby()->findChild<QQuickItem*>(u"statusDot"_s); }
 
     /** The card's texts, from top to bottom. */
-    QStringList words() const
-    {
-        QStringList words;
-        const auto texts = Stage::texts(standby());
-        for (const QQuickItem* text : texts)
-            words.append(text->property("text").toString());
-        return words;
-    }
+    QStringList words() const { return TestScreen::words(standby()); }
 };
 
 bool isClose(QColor seen, QColor wanted, int tolerance = 2)
@@ -110,7 +103,7 @@ void StandbyCardTest::cardHasDesignedGeometry()
     QVERIFY(std::abs(title.center().x() - 4 - card.center().x()) <= 0.5);
     QCOMPARE(card.width(), title.width() + 2 * 90);
 
-    const QRectF rule = scene.area(Stage::first(scene.standby(), "PixelRectangle"));
+    const QRectF rule = scene.areaOnCanvas(TestScreen::first(scene.standby(), "PixelRectangle"));
     QCOMPARE(rule.size(), QSizeF(420, 3));
     QCOMPARE(rule.top(), title.bottom() + 24);
     double above = rule.bottom();
@@ -123,7 +116,7 @@ void StandbyCardTest::cardHasDesignedGeometry()
     }
     QVERIFY(std::abs(above + 56 - card.bottom()) < 0.01);
 
-    const QRectF disc = scene.area(scene.disc());
+    const QRectF disc = scene.areaOnCanvas(scene.disc());
     QCOMPARE(disc.size(), QSizeF(14, 14));
     QVERIFY(disc.right() < scene.areaOf(watchingLine).left());
     QVERIFY(std::abs(disc.center().y() - scene.areaOf(watchingLine).center().y()) < 1);
@@ -158,7 +151,7 @@ void StandbyCardTest::textsHaveDesignedFonts()
 void StandbyCardTest::plateHasOutlineAndShadow()
 {
     Scene scene(newsOf(u"Harbour Council"_s, u"A note"_s));
-    const QImage picture = scene.picture();
+    const QImage picture = scene.currentPicture();
     const QRectF card = scene.cardArea();
     const double y = card.top() + 20;
     const auto at = [&](double x) { return scene.at(picture, x, y); };
@@ -180,12 +173,12 @@ void StandbyCardTest::statusLineShowsCheckingOrWatching()
     Scene scene(newsOf({}, {}));
     QVERIFY(scene.text(watchingLine) && !scene.text(checkingLine));
     const auto discColor = [&] {
-        const QPointF centre = scene.area(scene.disc()).center();
-        return scene.at(scene.picture(), centre.x(), centre.y());
+        const QPointF centre = scene.areaOnCanvas(scene.disc()).center();
+        return scene.at(scene.currentPicture(), centre.x(), centre.y());
     };
     QVERIFY(isClose(discColor(), StationPalette::brick()));
     scene.canvas->setProperty("checking", true);
-    scene.stage.waitForFrame();
+    scene.waitForFrame();
     QVERIFY(scene.text(checkingLine) && !scene.text(watchingLine));
     QVERIFY(isClose(discColor(), StationPalette::olive()));
 }
@@ -209,7 +202,7 @@ void StandbyCardTest::missingTextsAreOmitted()
     Scene scene(newsOf(title, note));
     QCOMPARE(scene.words(),
              QStringList{heading} + rows + QStringList({watchingLine, station, u"no broadcast scheduled"_s}));
-    double above = scene.area(Stage::first(scene.standby(), "PixelRectangle")).bottom();
+    double above = scene.areaOnCanvas(TestScreen::first(scene.standby(), "PixelRectangle")).bottom();
     for (const QString& words : rows + QStringList{watchingLine}) {
         QVERIFY2(std::abs(scene.areaOf(words).top() - above - 24) < 0.01, qPrintable(words));
         above = scene.areaOf(words).bottom();
@@ -241,10 +234,10 @@ void StandbyCardTest::tickerFillsBottomOfDisplay()
 {
     QFETCH(QSize, size);
     Scene scene(newsOf({}, {}), size);
-    const QRectF ticker = Stage::area(scene.first("TickerCrawl"));
+    const QRectF ticker = TestScreen::area(scene.item("TickerCrawl"));
     QVERIFY(std::abs(ticker.left()) < 0.01 && std::abs(ticker.right() - size.width()) < 0.01);
     QVERIFY(std::abs(ticker.bottom() - size.height()) < 0.01);
-    const QRectF bars = Stage::area(scene.first("ColorBars"));
+    const QRectF bars = TestScreen::area(scene.item("ColorBars"));
     QVERIFY(bars.marginsAdded({1, 1, 1, 1}).contains(QRectF({}, QSizeF(size))));
 }
 
@@ -254,7 +247,7 @@ void StandbyCardTest::tickerHasAccessibleText()
     news.ticker = QStringList{u"One"_s, u"Two"_s};
     Scene scene(news);
     QAccessible::setActive(true);
-    QAccessibleInterface* const ticker = QAccessible::queryAccessibleInterface(scene.first("TickerCrawl"));
+    QAccessibleInterface* const ticker = QAccessible::queryAccessibleInterface(scene.item("TickerCrawl"));
     QVERIFY(ticker);
     QCOMPARE(ticker->role(), QAccessible::StaticText);
     QCOMPARE(ticker->text(QAccessible::Name), u"One   ·   Two"_s);
@@ -338,7 +331,7 @@ void StandbyCardTest::textIsElidedAtLastLineThatFits()
     Scene scene(newsOf(title, note, next, label));
     for (const bool checking : {false, true}) {
         scene.canvas->setProperty("checking", checking);
-        scene.stage.waitForFrame();
+        scene.waitForFrame();
         // One more line would make the card too tall.
         const double most = scene.tickerArea().top() - 2 * margin;
         QVERIFY2(scene.cardArea().height() <= most + 0.5 && scene.cardArea().height() > most - line,
@@ -380,9 +373,9 @@ void StandbyCardTest::longTextsStayInsideCard()
     QVERIFY(scene.text(watchingLine) && scene.text(station) && scene.text(u"1d 01:01:01"_s));
     const QRectF inside = card.marginsRemoved({90, 55.99, 90, 55.99});
     QRectF above;
-    const auto texts = Stage::texts(scene.standby());
+    const auto texts = TestScreen::texts(scene.standby());
     for (const QQuickItem* item : texts) {
-        const QRectF area = scene.area(item);
+        const QRectF area = scene.areaOnCanvas(item);
         QVERIFY(area.top() >= inside.top() && area.bottom() <= inside.bottom());
         QVERIFY(item->property("contentHeight").toDouble() <= item->height() + 0.5);
         // When Qt elides joined Arabic letters, the text can be up to one letter too wide.

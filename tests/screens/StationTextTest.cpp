@@ -1,6 +1,6 @@
-#include "Stage.h"
 #include "StationTextItem.h"
 #include "TestMain.h"
+#include "TestScreen.h"
 
 #include <QTest>
 #include <QTextBlock>
@@ -28,18 +28,18 @@ QRect ink(const QImage& picture)
 /** One text in a window, white on black, 100 points from the top left corner. */
 struct OneText
 {
-    OneText(const QString& text, const QString& properties, double scale = 1) : stage(QSize(1100, 800) * scale)
+    OneText(const QString& text, const QString& properties, double scale = 1) : fixture(QSize(1100, 800) * scale)
     {
         const QString root = u"Item { property string text; scale: %1; transformOrigin: Item.TopLeft; "_s.arg(scale);
-        QQuickItem* const frame = stage.load(
+        QQuickItem* const frame = fixture.load(
             root +
                 u"StationText { x: 100; y: 100; text: parent.text; color: 'white'; font: Typography.standard(26); "_s +
                 properties + u"} }"_s,
             {{u"text"_s, text}});
-        item = qobject_cast<StationTextItem*>(Stage::first(frame, "StationText"));
+        item = qobject_cast<StationTextItem*>(TestScreen::first(frame, "StationText"));
     }
 
-    Stage stage;
+    TestScreen fixture;
     StationTextItem* item = nullptr;
 };
 
@@ -137,11 +137,11 @@ void StationTextTest::plainTextIsDrawnAsByQtQuickText()
     const QString text = u"Canvas { %1 { x: 100; y: 100; color: 'white'; "_s +
                          u"text: 'Joint session of the harbour board, 5 March 2024'; %2; %3 } }"_s;
     for (const QSize size : {QSize(1280, 720), QSize(1920, 1080), QSize(3840, 2160)}) {
-        Stage one(size);
+        TestScreen one(size);
         QQuickItem* const root = one.load(text.arg(u"StationText"_s, properties, stationTextProperties));
-        const auto* const item = qobject_cast<StationTextItem*>(Stage::first(root, "StationText"));
-        Stage other(size);
-        const QQuickItem* const toolkit = Stage::first(
+        const auto* const item = qobject_cast<StationTextItem*>(TestScreen::first(root, "StationText"));
+        TestScreen other(size);
+        const QQuickItem* const toolkit = TestScreen::first(
             other.load(text.arg(u"Text"_s, properties, u"textFormat: Text.PlainText; "_s + quickTextProperties)),
             "QQuickText");
         QCOMPARE(item->size(), toolkit->size());
@@ -178,7 +178,7 @@ void StationTextTest::linesAreEvenlySpaced()
     const QString lines =
         u"I\nI اجتماع\nI\nI परिषद\nI ประชุมที่\nI 市議會\nI \U0001F6A2\nI Z\u0313\u0301\u0302\u0303\nI ◈\nI"_s;
     OneText text(lines, u"wraps: true; width: 700; lineSpacing: 30"_s, scale);
-    const QImage picture = text.stage.picture();
+    const QImage picture = text.fixture.picture();
     const int stem = [&] {
         const int middle = int((100 + 16) * scale);
         int x = int(100 * scale);
@@ -213,9 +213,9 @@ void StationTextTest::letterTallerThanLineIsNotClipped()
     const QString tall = u"ٱلْمَجْلِسُ ۞ Z\u0313\u0301\u0302\u0303\u0304\u0305\u0316\u0317\u0318\u0319"_s;
     OneText text(tall, {});
     OneText tight(tall, u"height: 20"_s);
-    const QRect whole = ink(text.stage.picture());
+    const QRect whole = ink(text.fixture.picture());
     QVERIFY(whole.top() < 100 || whole.bottom() > 131);
-    QCOMPARE(ink(tight.stage.picture()).size(), whole.size());
+    QCOMPARE(ink(tight.fixture.picture()).size(), whole.size());
 }
 
 void StationTextTest::emojiSequenceIsDrawnAsOneGlyph_data()
@@ -238,10 +238,10 @@ void StationTextTest::emojiSequenceIsDrawnAsOneGlyph()
     OneText one(sign, {});
     QCOMPARE(one.item->implicitWidth(), ship);
     // The drawn width equals the measured width, both where the item breaks the line and where the document does.
-    QVERIFY(ink(one.stage.picture()).width() <= ship + 2);
-    QVERIFY(ink(one.stage.picture()).width() > ship - 8);
+    QVERIFY(ink(one.fixture.picture()).width() <= ship + 2);
+    QVERIFY(ink(one.fixture.picture()).width() > ship - 8);
     OneText many(sign.repeated(10), wrapped);
-    QVERIFY(ink(many.stage.picture()).width() <= 10 * ship + 2);
+    QVERIFY(ink(many.fixture.picture()).width() <= 10 * ship + 2);
     QCOMPARE(many.item->text(), sign.repeated(10));
 }
 
@@ -276,7 +276,7 @@ void StationTextTest::singleLineIsElidedAtItsEnd()
     QVERIFY(text.item->contentWidth() <= 400);
     QVERIFY(text.item->contentWidth() > 340);
     QVERIFY(text.item->implicitWidth() > 1000);
-    const QRect drawn = ink(text.stage.picture());
+    const QRect drawn = ink(text.fixture.picture());
     QVERIFY(drawn.left() > 90 && drawn.right() < 510);
 }
 
@@ -319,7 +319,7 @@ void StationTextTest::linesAreBrokenAgainWhenWidthChanges()
         QCOMPARE(text.item->height(), text.item->lineCount() * 32.0);
         text.item->setWidth(400);
         QCOMPARE(text.item->lineCount(), lines);
-        QCOMPARE(text.stage.picture(), OneText(words, properties).stage.picture());
+        QCOMPARE(text.fixture.picture(), OneText(words, properties).fixture.picture());
     }
 }
 
@@ -329,7 +329,7 @@ void StationTextTest::newTextReplacesOldOne()
         OneText text(judge + u" Council of the harbour "_s, properties);
         for (const QString& next : {u"1\uFE0F\u20E3 meets"_s, u"اجتماع"_s, QString(), u"1\u20E3 meets"_s}) {
             text.item->setText(next);
-            QCOMPARE(text.stage.picture(), OneText(next, properties).stage.picture());
+            QCOMPARE(text.fixture.picture(), OneText(next, properties).fixture.picture());
         }
     }
 }
@@ -356,11 +356,11 @@ void StationTextTest::alignmentFollowsScriptDirection()
 {
     for (const QString& properties : {u"width: 400"_s, wrapped, wrapped + u"maximumLineCount: 3"_s}) {
         OneText latin(u"Council"_s, properties);
-        QVERIFY(ink(latin.stage.picture()).left() < 110);
+        QVERIFY(ink(latin.fixture.picture()).left() < 110);
         OneText arabic(u"اجتماع"_s, properties);
-        QVERIFY(ink(arabic.stage.picture()).right() > 490);
+        QVERIFY(ink(arabic.fixture.picture()).right() > 490);
         OneText aligned(u"اجتماع"_s, u"horizontalAlignment: Text.AlignLeft; "_s + properties);
-        QVERIFY(ink(aligned.stage.picture()).left() < 110);
+        QVERIFY(ink(aligned.fixture.picture()).left() < 110);
     }
 }
 
@@ -403,7 +403,7 @@ void StationTextTest::anyCodePointIsAccepted()
         OneText accepted(text.repeated(5), properties);
         QCOMPARE(accepted.item->text(), text.repeated(5));
         QCOMPARE(accepted.item->document()->textDocument()->blockCount(), 1);
-        QVERIFY(!accepted.stage.picture().isNull());
+        QVERIFY(!accepted.fixture.picture().isNull());
     }
 }
 

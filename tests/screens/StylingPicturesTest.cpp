@@ -1,7 +1,7 @@
 #include "PaintedItem.h"
-#include "Stage.h"
 #include "StationPalette.h"
 #include "TestMain.h"
+#include "TestScreen.h"
 #include "VeneerBackground.h"
 
 #include <QTest>
@@ -61,19 +61,19 @@ private Q_SLOTS:
 
 void StylingPicturesTest::twoVeneersAreIdenticalPixelForPixel()
 {
-    Stage first({620, 620});
+    TestScreen first({620, 620});
     first.load(u"VeneerBackground { width: 620; height: 620 }"_s);
     const QImage one = first.picture();
-    Stage second({620, 620});
+    TestScreen second({620, 620});
     second.load(u"VeneerBackground { width: 620; height: 620 }"_s);
     QCOMPARE(one, second.picture());
 }
 
 void StylingPicturesTest::grainDarkensWoodByItsOpacity()
 {
-    Stage stage({620, 620});
-    stage.load(u"VeneerBackground { width: 620; height: 620 }"_s);
-    const QImage picture = stage.picture();
+    TestScreen fixture({620, 620});
+    fixture.load(u"VeneerBackground { width: 620; height: 620 }"_s);
+    const QImage picture = fixture.picture();
     const auto grain = VeneerBackground::grain(620);
     // Along the top edge the wood's colour runs from chestnut to halfway towards walnut.
     const auto wood = [](double x) { return over(StationPalette::chestnut(), StationPalette::walnut(), x / 620); };
@@ -90,9 +90,9 @@ void StylingPicturesTest::grainDarkensWoodByItsOpacity()
 
 void StylingPicturesTest::nightSkyGradientRunsFromInkNavyToNearBlack()
 {
-    Stage stage;
-    stage.load(u"NightSky { width: 1920; height: 1080 }"_s);
-    const QImage picture = stage.picture();
+    TestScreen fixture;
+    fixture.load(u"NightSky { width: 1920; height: 1080 }"_s);
+    const QImage picture = fixture.picture();
     COMPARE_COLOR(picture.pixelColor(0, 0), QColor(11, 16, 38));
     COMPARE_COLOR(picture.pixelColor(1919, 0), QColor(11, 16, 38));
     COMPARE_COLOR(picture.pixelColor(960, 540), QColor(8, 12, 27));
@@ -101,10 +101,10 @@ void StylingPicturesTest::nightSkyGradientRunsFromInkNavyToNearBlack()
 
 void StylingPicturesTest::nightSkyFillsAreaOutsideCanvas()
 {
-    Stage stage({1024, 768});
-    QQuickItem* canvas = stage.load(u"Canvas { FullBleed { NightSky { anchors.fill: parent } } }"_s);
-    QCOMPARE(Stage::area(canvas), QRectF(0, 96, 1024, 576));
-    const QImage picture = stage.picture();
+    TestScreen fixture({1024, 768});
+    QQuickItem* canvas = fixture.load(u"Canvas { FullBleed { NightSky { anchors.fill: parent } } }"_s);
+    QCOMPARE(TestScreen::area(canvas), QRectF(0, 96, 1024, 576));
+    const QImage picture = fixture.picture();
     COMPARE_COLOR(picture.pixelColor(0, 0), QColor(11, 16, 38));
     COMPARE_COLOR(picture.pixelColor(1023, 767), QColor(5, 7, 15));
 }
@@ -120,9 +120,9 @@ void StylingPicturesTest::miniColorBarsAreEqualStripesWithoutGaps_data()
 void StylingPicturesTest::miniColorBarsAreEqualStripesWithoutGaps()
 {
     QFETCH(int, width);
-    Stage stage({width, 100});
-    stage.load(u"MiniColorBars { width: %1; height: 100; bars: StationPalette.colorBars }"_s.arg(width));
-    const QImage picture = stage.picture();
+    TestScreen fixture({width, 100});
+    fixture.load(u"MiniColorBars { width: %1; height: 100; bars: StationPalette.colorBars }"_s.arg(width));
+    const QImage picture = fixture.picture();
     const auto& bars = StationPalette::colorBars();
     for (int x = 0; x < width; ++x) {
         const QColor seen = picture.pixelColor(x, 50);
@@ -134,50 +134,50 @@ void StylingPicturesTest::miniColorBarsAreEqualStripesWithoutGaps()
 
 void StylingPicturesTest::lampThatIsOffIsSootDiscWithoutGlow()
 {
-    Stage stage({400, 120});
-    QQuickItem* root = stage.load(u"Item { OnAirLamp { x: 50; y: 50; live: false } }"_s);
-    const QImage picture = stage.picture();
-    const QRectF disc = Stage::area(Stage::first(root, "LampDisc"));
+    TestScreen fixture({400, 120});
+    QQuickItem* root = fixture.load(u"Item { OnAirLamp { x: 50; y: 50; live: false } }"_s);
+    const QImage picture = fixture.picture();
+    const QRectF disc = TestScreen::area(TestScreen::first(root, "LampDisc"));
     QCOMPARE(disc.size(), QSizeF(26, 26));
     COMPARE_COLOR(picture.pixelColor(disc.center().toPoint()), StationPalette::soot());
     COMPARE_COLOR(picture.pixelColor(int(disc.left()) + 1, int(disc.center().y())),
                   over(StationPalette::soot(), StationPalette::parchment(), 0.35));
     for (int x = 0; x < int(disc.left()); ++x)
         QCOMPARE(picture.pixelColor(x, int(disc.center().y())), QColor(Qt::black));
-    const QQuickItem* words = Stage::texts(root).constFirst();
+    const QQuickItem* words = TestScreen::texts(root).constFirst();
     QCOMPARE(words->property("text").toString(), u"OFF AIR"_s);
     QCOMPARE(words->property("color").value<QColor>(), StationPalette::faded(StationPalette::parchment(), 0.4));
-    const int framesAtRest = stage.frames();
+    const int framesAtRest = fixture.frames();
     QTest::qWait(600);
-    QCOMPARE(stage.frames(), framesAtRest);
+    QCOMPARE(fixture.frames(), framesAtRest);
 }
 
 void StylingPicturesTest::liveLampIsRedAndGlows()
 {
-    Stage stage({400, 120});
-    QQuickItem* root = stage.load(u"Item { OnAirLamp { x: 50; y: 50; live: true } }"_s);
-    QQuickItem* lamp = Stage::first(root, "OnAirLamp");
+    TestScreen fixture({400, 120});
+    QQuickItem* root = fixture.load(u"Item { OnAirLamp { x: 50; y: 50; live: true } }"_s);
+    QQuickItem* lamp = TestScreen::first(root, "OnAirLamp");
     QTRY_VERIFY(lamp->property("glow").toDouble() > 0.95);
-    const QImage bright = stage.window().grabWindow();
+    const QImage bright = fixture.window().grabWindow();
     QTRY_VERIFY(lamp->property("glow").toDouble() < 0.05);
-    const QImage faint = stage.window().grabWindow();
-    const QPoint centre = Stage::area(Stage::first(root, "LampDisc")).center().toPoint();
+    const QImage faint = fixture.window().grabWindow();
+    const QPoint centre = TestScreen::area(TestScreen::first(root, "LampDisc")).center().toPoint();
     COMPARE_COLOR(bright.pixelColor(centre), StationPalette::onAirRed());
     COMPARE_COLOR(faint.pixelColor(centre), StationPalette::onAirRed());
     const QPoint beside = centre - QPoint(20, 0);
     QVERIFY(bright.pixelColor(beside).red() > 45);
     QVERIFY(faint.pixelColor(beside).red() < 15);
-    const QQuickItem* words = Stage::texts(root).constFirst();
+    const QQuickItem* words = TestScreen::texts(root).constFirst();
     QCOMPARE(words->property("text").toString(), u"ON AIR"_s);
     QCOMPARE(words->property("font").value<QFont>().letterSpacing(), 3.0);
 }
 
 void StylingPicturesTest::plateOutlineIsInsideItsEdge()
 {
-    Stage stage({200, 200});
-    stage.load(u"Item { CardPlate { width: 200; height: 200; radius: 24; continuous: true; border: 'lime'; "
-               "borderWidth: 3; background: DiagonalGradient { from: 'red'; to: 'red' } } }"_s);
-    const QImage picture = stage.picture();
+    TestScreen fixture({200, 200});
+    fixture.load(u"Item { CardPlate { width: 200; height: 200; radius: 24; continuous: true; border: 'lime'; "
+                 "borderWidth: 3; background: DiagonalGradient { from: 'red'; to: 'red' } } }"_s);
+    const QImage picture = fixture.picture();
     for (int depth = 0; depth < 6; ++depth) {
         const QColor wanted = depth < 3 ? QColor(0, 255, 0) : QColor(255, 0, 0);
         COMPARE_COLOR(picture.pixelColor(depth, 100), wanted);
@@ -187,10 +187,10 @@ void StylingPicturesTest::plateOutlineIsInsideItsEdge()
 
 void StylingPicturesTest::plateDrawsNothingOutsideItsCorners()
 {
-    Stage stage({200, 200});
-    stage.load(u"Item { CardPlate { width: 200; height: 200; radius: 24; continuous: true; border: 'lime'; "
-               "borderWidth: 3; background: DiagonalGradient { from: 'red'; to: 'red' } } }"_s);
-    const QImage picture = stage.picture();
+    TestScreen fixture({200, 200});
+    fixture.load(u"Item { CardPlate { width: 200; height: 200; radius: 24; continuous: true; border: 'lime'; "
+                 "borderWidth: 3; background: DiagonalGradient { from: 'red'; to: 'red' } } }"_s);
+    const QImage picture = fixture.picture();
     for (const QPoint corner : {QPoint(0, 0), QPoint(199, 0), QPoint(0, 199), QPoint(199, 199), QPoint(4, 4)})
         QCOMPARE(picture.pixelColor(corner), QColor(Qt::black));
     QCOMPARE(picture.pixelColor(13, 13), QColor(255, 0, 0));
@@ -198,11 +198,11 @@ void StylingPicturesTest::plateDrawsNothingOutsideItsCorners()
 
 void StylingPicturesTest::scaledArtIsPaintedAtItsNewSize()
 {
-    Stage stage({300, 300});
-    QQuickItem* bars = stage.load(u"MiniColorBars { x: 50; y: 50; width: 140; height: 100; "
-                                  "bars: StationPalette.colorBars; Behavior on scale { NumberAnimation {} } }"_s);
+    TestScreen fixture({300, 300});
+    QQuickItem* bars = fixture.load(u"MiniColorBars { x: 50; y: 50; width: 140; height: 100; "
+                                    "bars: StationPalette.colorBars; Behavior on scale { NumberAnimation {} } }"_s);
     bars->setProperty("scale", 1.5);
-    const QImage picture = stage.picture();
+    const QImage picture = fixture.picture();
     // 140 points are scaled to 210 pixels around their centre: each stripe is 30 pixels wide, with sharp edges.
     for (int bar = 0; bar < 7; ++bar) {
         QCOMPARE(picture.pixelColor(15 + 30 * bar, 100), StationPalette::colorBars().at(bar));
@@ -212,24 +212,24 @@ void StylingPicturesTest::scaledArtIsPaintedAtItsNewSize()
 
 void StylingPicturesTest::artIsNotPaintedDuringAnimation()
 {
-    Stage stage({300, 300});
-    QQuickItem* mover = stage.load(u"Item { transformOrigin: Item.TopLeft; Behavior on scale { NumberAnimation { "
-                                   "duration: 300 } } }"_s);
+    TestScreen fixture({300, 300});
+    QQuickItem* mover = fixture.load(u"Item { transformOrigin: Item.TopLeft; Behavior on scale { NumberAnimation { "
+                                     "duration: 300 } } }"_s);
     CountingArt art;
     art.setSize({100, 100});
     art.setParentItem(mover);
-    stage.waitUntilIdle();
+    fixture.waitUntilIdle();
     QCOMPARE(art.paintings, 1);
     for (int round = 0; round < 3; ++round) {
-        const int framesBefore = stage.frames();
+        const int framesBefore = fixture.frames();
         mover->setProperty("scale", 1.5);
         QTRY_COMPARE(mover->scale(), 1.5);
-        stage.waitUntilIdle();
-        QVERIFY(stage.frames() > framesBefore + 3);
+        fixture.waitUntilIdle();
+        QVERIFY(fixture.frames() > framesBefore + 3);
         QCOMPARE(art.paintings, 2);
         mover->setProperty("scale", 1);
         QTRY_COMPARE(mover->scale(), 1.0);
-        stage.waitUntilIdle();
+        fixture.waitUntilIdle();
         QCOMPARE(art.paintings, 2);
     }
 }
@@ -237,10 +237,10 @@ void StylingPicturesTest::artIsNotPaintedDuringAnimation()
 void StylingPicturesTest::artIsAlignedToWholePixels()
 {
     // The canvas has a scale of two thirds: 100.5 points are 67 pixels.
-    Stage stage({1280, 720});
-    stage.load(
+    TestScreen fixture({1280, 720});
+    fixture.load(
         u"Canvas { MiniColorBars { x: 100.5; y: 30; width: 210; height: 60; bars: StationPalette.colorBars } }"_s);
-    const QImage picture = stage.picture();
+    const QImage picture = fixture.picture();
     QCOMPARE(picture.pixelColor(66, 40), QColor(Qt::black));
     for (int bar = 0; bar < 7; ++bar) {
         QCOMPARE(picture.pixelColor(67 + 20 * bar, 40), StationPalette::colorBars().at(bar));

@@ -1,4 +1,4 @@
-#include "TapeDetailHouse.h"
+#include "TapeDetailFixture.h"
 #include "TestMain.h"
 
 /** The screen of a tape: layout and focus movement. */
@@ -7,7 +7,7 @@ class TapeDetailLayoutTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup() { m_house.reset(); }
+    void cleanup() { m_fixture.reset(); }
     void firstButtonHasFocus_data();
     void firstButtonHasFocus();
     void leftAndRightMoveFocusBetweenButtons();
@@ -25,10 +25,10 @@ private Q_SLOTS:
 private:
     void open(const Tape& tape, double resumePosition = 0)
     {
-        m_house = std::make_unique<TapeDetailHouse>(tape, resumePosition);
+        m_fixture = std::make_unique<TapeDetailFixture>(tape, resumePosition);
     }
 
-    std::unique_ptr<TapeDetailHouse> m_house;
+    std::unique_ptr<TapeDetailFixture> m_fixture;
 };
 
 void TapeDetailLayoutTest::firstButtonHasFocus_data()
@@ -36,9 +36,9 @@ void TapeDetailLayoutTest::firstButtonHasFocus_data()
     QTest::addColumn<Tape>("tape");
     QTest::addColumn<double>("position");
     QTest::addColumn<QString>("button");
-    QTest::newRow("without a resume position") << TapeDetailHouse::rich() << 0.0 << u"Push it in"_s;
-    QTest::newRow("with a resume position") << TapeDetailHouse::rich() << 125.0 << u"Resume at 2:05"_s;
-    QTest::newRow("long page") << TapeDetailHouse::endless() << 0.0 << u"Push it in"_s;
+    QTest::newRow("without a resume position") << TapeDetailFixture::rich() << 0.0 << u"Push it in"_s;
+    QTest::newRow("with a resume position") << TapeDetailFixture::rich() << 125.0 << u"Resume at 2:05"_s;
+    QTest::newRow("long page") << TapeDetailFixture::endless() << 0.0 << u"Push it in"_s;
 }
 
 void TapeDetailLayoutTest::firstButtonHasFocus()
@@ -46,54 +46,54 @@ void TapeDetailLayoutTest::firstButtonHasFocus()
     QFETCH(const Tape, tape);
     QFETCH(const double, position);
     open(tape, position);
-    QTEST(m_house->focused(), "button");
-    const QRectF area = Stage::area(m_house->view->focused());
+    QTEST(m_fixture->focusedName(), "button");
+    const QRectF area = TestScreen::area(m_fixture->view->focused());
     QVERIFY(area.top() >= 0 && area.bottom() <= 1080);
 }
 
 void TapeDetailLayoutTest::leftAndRightMoveFocusBetweenButtons()
 {
-    open(TapeDetailHouse::rich(), 125);
-    m_house->stage.press(Qt::Key_Left);
-    QCOMPARE(m_house->focused(), u"Resume at 2:05"_s);
-    m_house->stage.press(Qt::Key_Right);
-    QCOMPARE(m_house->focused(), u"Start over"_s);
-    m_house->stage.press(Qt::Key_Right);
-    QCOMPARE(m_house->focused(), u"Read the transcript"_s);
+    open(TapeDetailFixture::rich(), 125);
+    m_fixture->press(Qt::Key_Left);
+    QCOMPARE(m_fixture->focusedName(), u"Resume at 2:05"_s);
+    m_fixture->press(Qt::Key_Right);
+    QCOMPARE(m_fixture->focusedName(), u"Start over"_s);
+    m_fixture->press(Qt::Key_Right);
+    QCOMPARE(m_fixture->focusedName(), u"Read the transcript"_s);
     for (const int arrow : {Qt::Key_Right, Qt::Key_Up, Qt::Key_Down}) {
-        m_house->stage.press(arrow);
-        QCOMPARE(m_house->focused(), u"Read the transcript"_s);
+        m_fixture->press(arrow);
+        QCOMPARE(m_fixture->focusedName(), u"Read the transcript"_s);
     }
 }
 
 void TapeDetailLayoutTest::pageThatFitsIsNotScrolled()
 {
-    open(TapeDetailHouse::rich(), 125);
-    QVERIFY(m_house->page->contentExtent() <= m_house->page->height());
-    QCOMPARE(m_house->page->position(), 0.0);
+    open(TapeDetailFixture::rich(), 125);
+    QVERIFY(m_fixture->page->contentExtent() <= m_fixture->page->height());
+    QCOMPARE(m_fixture->page->position(), 0.0);
 }
 
 void TapeDetailLayoutTest::columnsHaveDesignedGeometry()
 {
-    open(TapeDetailHouse::rich());
-    const QQuickItem* const box = Stage::first(m_house->view, "VHSBoxFront");
-    QCOMPARE(m_house->areaOnPage(box), QRectF(80, 60, 420, 656.25));
-    QCOMPARE(m_house->areaOnPage(Stage::texts(m_house->view).constFirst()).topLeft(), QPointF(560, 60));
-    for (const QQuickItem* text : Stage::texts(m_house->view))
-        QVERIFY(m_house->areaOnPage(text).left() >= 560 && m_house->areaOnPage(text).right() <= 1840);
+    open(TapeDetailFixture::rich());
+    const QQuickItem* const box = TestScreen::first(m_fixture->view, "VHSBoxFront");
+    QCOMPARE(m_fixture->areaOnPage(box), QRectF(80, 60, 420, 656.25));
+    QCOMPARE(m_fixture->areaOnPage(TestScreen::texts(m_fixture->view).constFirst()).topLeft(), QPointF(560, 60));
+    for (const QQuickItem* text : TestScreen::texts(m_fixture->view))
+        QVERIFY(m_fixture->areaOnPage(text).left() >= 560 && m_fixture->areaOnPage(text).right() <= 1840);
 }
 
 void TapeDetailLayoutTest::textsDoNotOverlap_data()
 {
     QTest::addColumn<Tape>("tape");
-    QTest::newRow("ordinary") << TapeDetailHouse::ordinary();
-    QTest::newRow("with all fields") << TapeDetailHouse::rich();
-    QTest::newRow("long") << TapeDetailHouse::endless();
-    Tape unbroken = TapeDetailHouse::endless();
+    QTest::newRow("ordinary") << TapeDetailFixture::ordinary();
+    QTest::newRow("with all fields") << TapeDetailFixture::rich();
+    QTest::newRow("long") << TapeDetailFixture::endless();
+    Tape unbroken = TapeDetailFixture::endless();
     unbroken.title = QString(3000, u'M');
     unbroken.body->name = QString(3000, u'W');
     QTest::newRow("one long word") << unbroken;
-    Tape foreign = TapeDetailHouse::rich();
+    Tape foreign = TapeDetailFixture::rich();
     foreign.title = u"港务委员会关于新渡轮码头的公开会议 "_s.repeated(5);
     foreign.body->name = u"مجلس المدينة "_s.repeated(30);
     foreign.location = u"役場 \U0001F6A2"_s;
@@ -104,16 +104,16 @@ void TapeDetailLayoutTest::textsDoNotOverlap()
 {
     QFETCH(const Tape, tape);
     open(tape, 125);
-    const auto texts = Stage::texts(m_house->view);
+    const auto texts = TestScreen::texts(m_fixture->view);
     for (qsizetype i = 0; i < texts.size(); ++i) {
-        const QRectF area = m_house->areaOnPage(texts.at(i));
-        QVERIFY(area.bottom() <= m_house->page->contentExtent() - 59);
+        const QRectF area = m_fixture->areaOnPage(texts.at(i));
+        QVERIFY(area.bottom() <= m_fixture->page->contentExtent() - 59);
         // The painted text must be inside its item; otherwise the items' geometry would prove nothing.
         QVERIFY(texts.at(i)->property("contentHeight").toReal() <= area.height() + 7);
         for (qsizetype j = 0; j < i; ++j) {
-            const QRectF common = area.intersected(m_house->areaOnPage(texts.at(j)));
+            const QRectF common = area.intersected(m_fixture->areaOnPage(texts.at(j)));
             QVERIFY2(common.width() < 0.5 || common.height() < 0.5,
-                     qPrintable(m_house->shown().at(i).left(40) + u" / "_s + m_house->shown().at(j).left(40)));
+                     qPrintable(m_fixture->shown().at(i).left(40) + u" / "_s + m_fixture->shown().at(j).left(40)));
         }
     }
 }
@@ -133,20 +133,20 @@ void TapeDetailLayoutTest::fallbackFontsDoNotChangeLayout()
 {
     QFETCH(const QString, words);
     const auto geometryOf = [this](const QString& name) {
-        Tape tape = TapeDetailHouse::rich();
+        Tape tape = TapeDetailFixture::rich();
         tape.title = tape.body->name = tape.market.name = tape.location = name;
         tape.documents.resize(1);
         tape.documents[0].title = name;
         open(tape);
         QStringList lines;
-        const auto texts = Stage::texts(m_house->view);
+        const auto texts = TestScreen::texts(m_fixture->view);
         for (const QQuickItem* text : texts) {
-            const QRectF area = m_house->areaOnPage(text);
+            const QRectF area = m_fixture->areaOnPage(text);
             lines << u"from %1 to %2, on %3"_s.arg(area.top())
                          .arg(area.bottom())
                          .arg(area.top() + text->baselineOffset());
         }
-        for (const QQuickItem* row : Stage::all(m_house->view, "FactRow"))
+        for (const QQuickItem* row : TestScreen::all(m_fixture->view, "FactRow"))
             lines << u"a row of %1"_s.arg(row->height());
         return lines;
     };
@@ -157,54 +157,54 @@ void TapeDetailLayoutTest::fallbackFontsDoNotChangeLayout()
 
 void TapeDetailLayoutTest::arrowsScrollLongPageFromTopToEnd()
 {
-    open(TapeDetailHouse::endless());
-    const ScrollArea& page = *m_house->page;
+    open(TapeDetailFixture::endless());
+    const ScrollArea& page = *m_fixture->page;
     const qreal end = page.contentExtent() - page.viewExtent();
     QVERIFY(end > page.viewExtent());
     for (int presses = 0; presses < 20; ++presses)
-        m_house->stage.press(Qt::Key_Up);
+        m_fixture->press(Qt::Key_Up);
     QCOMPARE(page.targetPosition(), 0.0);
     for (int presses = 0; presses < 20; ++presses) {
         const qreal before = page.targetPosition();
-        const QObject* const block = m_house->view->focused();
-        m_house->stage.press(Qt::Key_Down);
+        const QObject* const block = m_fixture->view->focused();
+        m_fixture->press(Qt::Key_Down);
         // While one text is scrolled, its last visible line stays visible; the next text begins at its own first line.
-        const bool isSameText = m_house->view->focused() == block;
+        const bool isSameText = m_fixture->view->focused() == block;
         QVERIFY(page.targetPosition() - before < page.viewExtent() - (isSameText ? 40 : 0));
     }
     QCOMPARE(qRound(page.targetPosition()), qRound(end));
-    m_house->stage.waitUntilIdle();
+    m_fixture->waitUntilIdle();
     QCOMPARE(page.position(), page.targetPosition());
 }
 
 void TapeDetailLayoutTest::selectOnTextDoesNothing()
 {
-    open(TapeDetailHouse::endless());
-    m_house->stage.press(Qt::Key_Down);
-    QVERIFY(m_house->focused() != u"Push it in"_s);
-    m_house->stage.press(Qt::Key_Select);
-    QVERIFY(!m_house->controller->isPlaying());
-    QVERIFY(!m_house->controller->isReadingTranscript());
+    open(TapeDetailFixture::endless());
+    m_fixture->press(Qt::Key_Down);
+    QVERIFY(m_fixture->focusedName() != u"Push it in"_s);
+    m_fixture->press(Qt::Key_Select);
+    QVERIFY(!m_fixture->controller->isPlaying());
+    QVERIFY(!m_fixture->controller->isReadingTranscript());
 }
 
 void TapeDetailLayoutTest::focusedButtonStaysVisibleWhenTextAboveGrows()
 {
-    open(TapeDetailHouse::ordinary());
-    m_house->answer(R"({"id": 42, "title": ")" + QByteArray("Very long ").repeated(300) + R"("})");
-    QTRY_VERIFY(m_house->page->contentExtent() > 2000);
-    m_house->stage.waitUntilIdle();
-    QCOMPARE(m_house->focused(), u"Push it in"_s);
-    const QRectF area = Stage::area(m_house->view->focused());
+    open(TapeDetailFixture::ordinary());
+    m_fixture->answer(R"({"id": 42, "title": ")" + QByteArray("Very long ").repeated(300) + R"("})");
+    QTRY_VERIFY(m_fixture->page->contentExtent() > 2000);
+    m_fixture->waitUntilIdle();
+    QCOMPARE(m_fixture->focusedName(), u"Push it in"_s);
+    const QRectF area = TestScreen::area(m_fixture->view->focused());
     QVERIFY(area.top() >= 0 && area.bottom() <= 1080);
 }
 
 void TapeDetailLayoutTest::focusMovesToNeighbourWhenButtonDisappears()
 {
-    open(TapeDetailHouse::rich());
-    m_house->stage.press(Qt::Key_Right);
-    QCOMPARE(m_house->focused(), u"Read the transcript"_s);
-    m_house->answer(R"({"id": 42, "has_transcript": false})");
-    QTRY_COMPARE(m_house->focused(), u"Push it in"_s);
+    open(TapeDetailFixture::rich());
+    m_fixture->press(Qt::Key_Right);
+    QCOMPARE(m_fixture->focusedName(), u"Read the transcript"_s);
+    m_fixture->answer(R"({"id": 42, "has_transcript": false})");
+    QTRY_COMPARE(m_fixture->focusedName(), u"Push it in"_s);
 }
 
 QUILLMERE_TEST(TapeDetailLayoutTest, QGuiApplication)

@@ -1,4 +1,4 @@
-#include "TapeDetailHouse.h"
+#include "TapeDetailFixture.h"
 #include "TestMain.h"
 
 /** The screen of a tape: texts and actions. */
@@ -7,7 +7,7 @@ class TapeDetailViewTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup() { m_house.reset(); }
+    void cleanup() { m_fixture.reset(); }
     void allTextsOfTapeAreShown();
     void badgesAreInOrder_data();
     void badgesAreInOrder();
@@ -27,15 +27,15 @@ private Q_SLOTS:
 private:
     void open(const Tape& tape, double resumePosition = 0)
     {
-        m_house = std::make_unique<TapeDetailHouse>(tape, resumePosition);
+        m_fixture = std::make_unique<TapeDetailFixture>(tape, resumePosition);
     }
 
-    std::unique_ptr<TapeDetailHouse> m_house;
+    std::unique_ptr<TapeDetailFixture> m_fixture;
 };
 
 void TapeDetailViewTest::allTextsOfTapeAreShown()
 {
-    open(TapeDetailHouse::rich());
+    open(TapeDetailFixture::rich());
     const QStringList expected{
         u"City Council Regular Meeting"_s,
         u"CHAMBER DRAMA"_s,
@@ -43,8 +43,8 @@ void TapeDetailViewTest::allTextsOfTapeAreShown()
         u"49 MIN"_s,
         u"SP MODE"_s,
         u"◈ AGENDA ENCLOSED"_s,
-        m_house->controller->tagline(),
-        m_house->controller->synopsis(),
+        m_fixture->controller->tagline(),
+        m_fixture->controller->synopsis(),
         u"Push it in"_s,
         u"Read the transcript"_s,
         u"BODY"_s,
@@ -63,7 +63,7 @@ void TapeDetailViewTest::allTextsOfTapeAreShown()
         u"Agenda · Minutes · Staff report +2 more"_s,
         u"Cat. RW 1130 · SP · PUBLIC GOVERNANCE — all citizens admitted"_s,
     };
-    QCOMPARE(m_house->shown(), expected);
+    QCOMPARE(m_fixture->shown(), expected);
 }
 
 void TapeDetailViewTest::badgesAreInOrder_data()
@@ -71,8 +71,8 @@ void TapeDetailViewTest::badgesAreInOrder_data()
     QTest::addColumn<Tape>("tape");
     QTest::addColumn<QStringList>("badges");
     const QStringList plain{u"CHAMBER DRAMA"_s, u"P.G."_s, u"49 MIN"_s, u"SP MODE"_s};
-    QTest::newRow("without an agenda") << TapeDetailHouse::ordinary() << plain;
-    QTest::newRow("with an agenda") << TapeDetailHouse::rich()
+    QTest::newRow("without an agenda") << TapeDetailFixture::ordinary() << plain;
+    QTest::newRow("with an agenda") << TapeDetailFixture::rich()
                                     << QStringList(plain + QStringList{u"◈ AGENDA ENCLOSED"_s});
 }
 
@@ -80,13 +80,13 @@ void TapeDetailViewTest::badgesAreInOrder()
 {
     QFETCH(const Tape, tape);
     open(tape);
-    QTEST(m_house->badges(), "badges");
+    QTEST(m_fixture->badges(), "badges");
     qreal end = 0;
-    for (const QQuickItem* badge : Stage::all(m_house->view, "TapeBadge")) {
+    for (const QQuickItem* badge : TestScreen::all(m_fixture->view, "TapeBadge")) {
         if (!badge->isVisible())
             continue;
-        QVERIFY(m_house->areaOnPage(badge).left() > end);
-        end = m_house->areaOnPage(badge).right();
+        QVERIFY(m_fixture->areaOnPage(badge).left() > end);
+        end = m_fixture->areaOnPage(badge).right();
     }
 }
 
@@ -106,10 +106,10 @@ void TapeDetailViewTest::buttonsMatchStateOfTape()
 {
     QFETCH(const bool, hasTranscript);
     QFETCH(const double, position);
-    Tape tape = TapeDetailHouse::ordinary();
+    Tape tape = TapeDetailFixture::ordinary();
     tape.hasTranscript = hasTranscript;
     open(tape, position);
-    QTEST(m_house->buttons(), "buttons");
+    QTEST(m_fixture->buttons(), "buttons");
 }
 
 void TapeDetailViewTest::factsAreInOrder_data()
@@ -120,9 +120,9 @@ void TapeDetailViewTest::factsAreInOrder_data()
     const QString size = u"TAPE SIZE=1.0 GB · self-hosted"_s;
     const QString none = u"TRANSCRIPT=None harvested"_s;
     QTest::newRow("all but documents")
-        << TapeDetailHouse::ordinary()
+        << TapeDetailFixture::ordinary()
         << QStringList{body, u"RECORDED=March 5, 2024"_s, u"MARKET=Springfield"_s, u"LOCATION=Town Hall"_s, size, none};
-    Tape bare = TapeDetailHouse::ordinary();
+    Tape bare = TapeDetailFixture::ordinary();
     bare.meetingDate.reset();
     bare.market.name.clear();
     bare.location.clear();
@@ -133,107 +133,108 @@ void TapeDetailViewTest::factsAreInOrder()
 {
     QFETCH(const Tape, tape);
     open(tape);
-    QTEST(m_house->facts(), "facts");
+    QTEST(m_fixture->facts(), "facts");
     qreal end = 0;
-    for (const QQuickItem* row : Stage::all(m_house->view, "FactRow")) {
-        QVERIFY(m_house->areaOnPage(row).top() >= end);
-        end = m_house->areaOnPage(row).bottom();
+    for (const QQuickItem* row : TestScreen::all(m_fixture->view, "FactRow")) {
+        QVERIFY(m_fixture->areaOnPage(row).top() >= end);
+        end = m_fixture->areaOnPage(row).bottom();
     }
 }
 
 void TapeDetailViewTest::textsOfHubAreNotParsedAsMarkup()
 {
-    Tape tape = TapeDetailHouse::ordinary();
+    Tape tape = TapeDetailFixture::ordinary();
     tape.title = u"<b>Budget</b> &amp; <img src='https://elsewhere.example/x.png'>"_s;
     tape.location = u"<i>Hall</i>"_s;
     open(tape);
-    QVERIFY(m_house->shown().contains(tape.title));
-    for (const QQuickItem* text : Stage::texts(m_house->view))
+    QVERIFY(m_fixture->shown().contains(tape.title));
+    for (const QQuickItem* text : TestScreen::texts(m_fixture->view))
         QCOMPARE(text->property("textFormat").toInt(), 0);
 }
 
 void TapeDetailViewTest::fullRecordIsShownWhenItArrives()
 {
-    open(TapeDetailHouse::ordinary());
-    m_house->answer(R"({"id": 42, "title": "In full", "has_transcript": true, "location": "Harbour House"})");
-    QTRY_VERIFY(m_house->shown().contains(u"In full"_s));
-    QVERIFY(m_house->shown().contains(u"Harbour House"_s));
-    QCOMPARE(m_house->buttons(), QStringList({u"Push it in"_s, u"Read the transcript"_s}));
-    QCOMPARE(Stage::first(m_house->view, "VHSBoxFront")->property("cover").value<VHSCover>().title, u"In full"_s);
-    QCOMPARE(m_house->focused(), u"Push it in"_s);
+    open(TapeDetailFixture::ordinary());
+    m_fixture->answer(R"({"id": 42, "title": "In full", "has_transcript": true, "location": "Harbour House"})");
+    QTRY_VERIFY(m_fixture->shown().contains(u"In full"_s));
+    QVERIFY(m_fixture->shown().contains(u"Harbour House"_s));
+    QCOMPARE(m_fixture->buttons(), QStringList({u"Push it in"_s, u"Read the transcript"_s}));
+    QCOMPARE(TestScreen::first(m_fixture->view, "VHSBoxFront")->property("cover").value<VHSCover>().title,
+             u"In full"_s);
+    QCOMPARE(m_fixture->focusedName(), u"Push it in"_s);
 }
 
 void TapeDetailViewTest::failedRequestShowsNoMessage()
 {
-    open(TapeDetailHouse::rich());
-    const QStringList before = m_house->shown();
-    m_house->answer({}, 503);
-    QTRY_COMPARE(m_house->request(), -1);
-    m_house->stage.waitUntilIdle();
-    QCOMPARE(m_house->shown(), before);
+    open(TapeDetailFixture::rich());
+    const QStringList before = m_fixture->shown();
+    m_fixture->answer({}, 503);
+    QTRY_COMPARE(m_fixture->request(), -1);
+    m_fixture->waitUntilIdle();
+    QCOMPARE(m_fixture->shown(), before);
 }
 
 void TapeDetailViewTest::selectOpensPlayerAndBackReturnsToButton()
 {
-    open(TapeDetailHouse::rich(), 125);
-    m_house->stage.press(Qt::Key_Right);
-    m_house->stage.press(Qt::Key_Select);
-    QVERIFY(m_house->controller->isPlaying());
-    QVERIFY(m_house->player());
-    QVERIFY(m_house->player()->hasActiveFocus());
-    m_house->stage.press(Qt::Key_Right);
-    m_house->stage.press(Qt::Key_Back);
-    QVERIFY(!m_house->controller->isPlaying());
-    QCOMPARE(m_house->focused(), u"Start over"_s);
-    QTRY_VERIFY(!m_house->player());
-    QCOMPARE(m_house->focused(), u"Start over"_s);
-    QCOMPARE(m_house->http.count(), 1 + m_house->request());
+    open(TapeDetailFixture::rich(), 125);
+    m_fixture->press(Qt::Key_Right);
+    m_fixture->press(Qt::Key_Select);
+    QVERIFY(m_fixture->controller->isPlaying());
+    QVERIFY(m_fixture->player());
+    QVERIFY(m_fixture->player()->hasActiveFocus());
+    m_fixture->press(Qt::Key_Right);
+    m_fixture->press(Qt::Key_Back);
+    QVERIFY(!m_fixture->controller->isPlaying());
+    QCOMPARE(m_fixture->focusedName(), u"Start over"_s);
+    QTRY_VERIFY(!m_fixture->player());
+    QCOMPARE(m_fixture->focusedName(), u"Start over"_s);
+    QCOMPARE(m_fixture->http.count(), 1 + m_fixture->request());
 }
 
 void TapeDetailViewTest::playerGetsTapeAndStartPosition()
 {
-    open(TapeDetailHouse::rich(), 125);
-    m_house->stage.press(Qt::Key_Select);
-    QVERIFY(m_house->player());
-    QCOMPARE(m_house->player()->property("tape").value<Tape>().streamURLPath, u"/media/42/index.m3u8"_s);
-    QCOMPARE(m_house->player()->property("detail").value<TapeDetailController*>()->startAt(), 125.0);
+    open(TapeDetailFixture::rich(), 125);
+    m_fixture->press(Qt::Key_Select);
+    QVERIFY(m_fixture->player());
+    QCOMPARE(m_fixture->player()->property("tape").value<Tape>().streamURLPath, u"/media/42/index.m3u8"_s);
+    QCOMPARE(m_fixture->player()->property("detail").value<TapeDetailController*>()->startAt(), 125.0);
 }
 
 void TapeDetailViewTest::resumeButtonIsUpdatedWhenPlayerCloses()
 {
-    open(TapeDetailHouse::rich());
-    m_house->stage.press(Qt::Key_Select);
-    m_house->store.saveResume(42, 3600);
-    m_house->stage.press(Qt::Key_Back);
-    QCOMPARE(m_house->buttons(), QStringList({u"Resume at 1:00:00"_s, u"Start over"_s, u"Read the transcript"_s}));
-    QCOMPARE(m_house->focused(), u"Resume at 1:00:00"_s);
-    m_house->stage.waitUntilIdle();
-    m_house->stage.press(Qt::Key_Right);
-    m_house->stage.press(Qt::Key_Select);
-    m_house->store.removeResume(42);
-    m_house->stage.press(Qt::Key_Back);
-    QCOMPARE(m_house->buttons(), QStringList({u"Push it in"_s, u"Read the transcript"_s}));
+    open(TapeDetailFixture::rich());
+    m_fixture->press(Qt::Key_Select);
+    m_fixture->store->saveResume(42, 3600);
+    m_fixture->press(Qt::Key_Back);
+    QCOMPARE(m_fixture->buttons(), QStringList({u"Resume at 1:00:00"_s, u"Start over"_s, u"Read the transcript"_s}));
+    QCOMPARE(m_fixture->focusedName(), u"Resume at 1:00:00"_s);
+    m_fixture->waitUntilIdle();
+    m_fixture->press(Qt::Key_Right);
+    m_fixture->press(Qt::Key_Select);
+    m_fixture->store->removeResume(42);
+    m_fixture->press(Qt::Key_Back);
+    QCOMPARE(m_fixture->buttons(), QStringList({u"Push it in"_s, u"Read the transcript"_s}));
     // The button that was pressed no longer exists.
-    QTRY_COMPARE(m_house->focused(), u"Push it in"_s);
+    QTRY_COMPARE(m_fixture->focusedName(), u"Push it in"_s);
 }
 
 void TapeDetailViewTest::transcriptButtonOnlySetsFlagWithoutTranscriptScreen()
 {
-    open(TapeDetailHouse::rich());
-    m_house->stage.press(Qt::Key_Right);
-    m_house->stage.press(Qt::Key_Select);
-    QVERIFY(m_house->controller->isReadingTranscript());
-    QVERIFY(!m_house->controller->isPlaying());
-    QCOMPARE(m_house->focused(), u"Read the transcript"_s);
+    open(TapeDetailFixture::rich());
+    m_fixture->press(Qt::Key_Right);
+    m_fixture->press(Qt::Key_Select);
+    QVERIFY(m_fixture->controller->isReadingTranscript());
+    QVERIFY(!m_fixture->controller->isPlaying());
+    QCOMPARE(m_fixture->focusedName(), u"Read the transcript"_s);
 }
 
 void TapeDetailViewTest::requestIsCancelledWhenScreenDisappears()
 {
-    open(TapeDetailHouse::rich());
-    const int call = m_house->request();
+    open(TapeDetailFixture::rich());
+    const int call = m_fixture->request();
     QVERIFY(call >= 0);
-    Q_EMIT m_house->view->disappeared();
-    QVERIFY(m_house->http.wasCancelled(call));
+    Q_EMIT m_fixture->view->disappeared();
+    QVERIFY(m_fixture->http.wasCancelled(call));
 }
 
 QUILLMERE_TEST(TapeDetailViewTest, QGuiApplication)

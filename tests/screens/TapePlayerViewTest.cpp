@@ -1,4 +1,4 @@
-#include "TapePlayerHouse.h"
+#include "TapePlayerFixture.h"
 #include "TestMain.h"
 
 /** The screen that plays a tape: what it shows without a picture, and how it is dismissed. */
@@ -7,7 +7,7 @@ class TapePlayerViewTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup() { m_house.reset(); }
+    void cleanup() { m_fixture.reset(); }
     void backgroundIsBlackUpToEdges();
     void tapeWithoutStreamShowsMessageAndCreatesNoPlayer();
     void failurePanelHasDesignedGeometry();
@@ -26,48 +26,48 @@ private Q_SLOTS:
     void playerKeysAreAccepted();
 
 private:
-    TapePlayerHouse& open(const Tape& tape, double startAt = 0)
+    TapePlayerFixture& open(const Tape& tape, double startAt = 0)
     {
-        m_house = std::make_unique<TapePlayerHouse>(tape, TapePlayerHouse::cassette(), startAt);
-        return *m_house;
+        m_fixture = std::make_unique<TapePlayerFixture>(tape, TapePlayerFixture::cassette(), startAt);
+        return *m_fixture;
     }
 
     /** Opens a tape whose stream fails after its first picture. */
-    TapePlayerHouse& openFailing(const VideoFailure& failure = {})
+    TapePlayerFixture& openFailing(const VideoFailure& failure = {})
     {
-        TapePlayerHouse& house = open(TapePlayerHouse::tape());
-        house.play();
-        house.player->fail(failure);
-        house.stage.waitUntilIdle();
-        return house;
+        TapePlayerFixture& fixture = open(TapePlayerFixture::tape());
+        fixture.play();
+        fixture.player->fail(failure);
+        fixture.waitUntilIdle();
+        return fixture;
     }
 
-    std::unique_ptr<TapePlayerHouse> m_house;
+    std::unique_ptr<TapePlayerFixture> m_fixture;
 };
 
 void TapePlayerViewTest::backgroundIsBlackUpToEdges()
 {
-    TapePlayerHouse& house = open(TapePlayerHouse::tape());
-    house.stage.window().setColor(Qt::blue);
-    const QImage picture = house.stage.picture();
+    TapePlayerFixture& fixture = open(TapePlayerFixture::tape());
+    fixture.window().setColor(Qt::blue);
+    const QImage picture = fixture.picture();
     for (const QPoint corner : {QPoint(0, 0), QPoint(1919, 0), QPoint(0, 1079), QPoint(1919, 1079)})
         QCOMPARE(picture.pixelColor(corner), QColor(Qt::black));
 }
 
 void TapePlayerViewTest::tapeWithoutStreamShowsMessageAndCreatesNoPlayer()
 {
-    TapePlayerHouse& house = open(TapePlayerHouse::tape({}));
-    QVERIFY(!house.player);
-    QCOMPARE(house.read("FailurePanel"),
+    TapePlayerFixture& fixture = open(TapePlayerFixture::tape({}));
+    QVERIFY(!fixture.player);
+    QCOMPARE(fixture.read("FailurePanel"),
              QStringList({u"TRACKING"_s, u"This tape has no playable copy on the shelf."_s, u"Back to the shelves"_s}));
 }
 
 void TapePlayerViewTest::failurePanelHasDesignedGeometry()
 {
-    TapePlayerHouse& house = open(TapePlayerHouse::tape({}));
-    const QRectF heading = Stage::area(house.text(u"TRACKING"_s));
-    const QRectF message = Stage::area(house.text(u"This tape has no playable copy on the shelf."_s));
-    const QRectF button = Stage::area(house.view->focused());
+    TapePlayerFixture& fixture = open(TapePlayerFixture::tape({}));
+    const QRectF heading = TestScreen::area(fixture.text(u"TRACKING"_s));
+    const QRectF message = TestScreen::area(fixture.text(u"This tape has no playable copy on the shelf."_s));
+    const QRectF button = TestScreen::area(fixture.view->focused());
     QCOMPARE(message.left(), 200.0);
     QCOMPARE(message.right(), 1720.0);
     QCOMPARE(message.top() - heading.bottom(), 26.0);
@@ -79,15 +79,15 @@ void TapePlayerViewTest::failurePanelHasDesignedGeometry()
 
 void TapePlayerViewTest::failurePanelHasDesignedFonts()
 {
-    TapePlayerHouse& house = open(TapePlayerHouse::tape({}));
-    const QQuickItem* const heading = house.text(u"TRACKING"_s);
+    TapePlayerFixture& fixture = open(TapePlayerFixture::tape({}));
+    const QQuickItem* const heading = fixture.text(u"TRACKING"_s);
     const QFont headingFont = heading->property("font").value<QFont>();
     QCOMPARE(headingFont.pixelSize(), 64);
     QCOMPARE(headingFont.weight(), QFont::Black);
     QCOMPARE(headingFont.letterSpacing(), 10.0);
     QCOMPARE(heading->property("color").value<QColor>(), QColor(236, 224, 196));
 
-    const QQuickItem* const message = house.text(u"This tape has no playable copy on the shelf."_s);
+    const QQuickItem* const message = fixture.text(u"This tape has no playable copy on the shelf."_s);
     const QFont messageFont = message->property("font").value<QFont>();
     QCOMPARE(messageFont.pixelSize(), 28);
     QCOMPARE(messageFont.weight(), QFont::Normal);
@@ -95,7 +95,7 @@ void TapePlayerViewTest::failurePanelHasDesignedFonts()
     QCOMPARE(color.rgb(), QColor(236, 224, 196).rgb());
     QCOMPARE(qRound(color.alphaF() * 100), 75);
 
-    const QFont buttonFont = house.text(u"Back to the shelves"_s)->property("font").value<QFont>();
+    const QFont buttonFont = fixture.text(u"Back to the shelves"_s)->property("font").value<QFont>();
     QCOMPARE(buttonFont.pixelSize(), 26);
     QCOMPARE(buttonFont.weight(), QFont::Normal);
 }
@@ -110,15 +110,15 @@ void TapePlayerViewTest::backButtonHasFocusAndDismissesOnce_data()
 void TapePlayerViewTest::backButtonHasFocusAndDismissesOnce()
 {
     QFETCH(const bool, hasStream);
-    TapePlayerHouse& house = hasStream ? openFailing() : open(TapePlayerHouse::tape({}));
-    QCOMPARE(house.focused(), u"Back to the shelves"_s);
+    TapePlayerFixture& fixture = hasStream ? openFailing() : open(TapePlayerFixture::tape({}));
+    QCOMPARE(fixture.focusedName(), u"Back to the shelves"_s);
     for (const int arrow : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right}) {
-        house.press(arrow);
-        QCOMPARE(house.focused(), u"Back to the shelves"_s);
+        fixture.pressAndWait(arrow);
+        QCOMPARE(fixture.focusedName(), u"Back to the shelves"_s);
     }
-    QCOMPARE(house.dismissals->count(), 0);
-    house.press(Qt::Key_Select);
-    QCOMPARE(house.dismissals->count(), 1);
+    QCOMPARE(fixture.dismissals->count(), 0);
+    fixture.pressAndWait(Qt::Key_Select);
+    QCOMPARE(fixture.dismissals->count(), 1);
 }
 
 void TapePlayerViewTest::backAndStopDismissFailedTape_data()
@@ -135,60 +135,60 @@ void TapePlayerViewTest::backAndStopDismissFailedTape()
 {
     QFETCH(const bool, hasStream);
     QFETCH(const int, key);
-    TapePlayerHouse& house = hasStream ? openFailing() : open(TapePlayerHouse::tape({}));
-    house.press(key);
-    QCOMPARE(house.dismissals->count(), 1);
+    TapePlayerFixture& fixture = hasStream ? openFailing() : open(TapePlayerFixture::tape({}));
+    fixture.pressAndWait(key);
+    QCOMPARE(fixture.dismissals->count(), 1);
 }
 
 void TapePlayerViewTest::failurePanelIsTransparentOverPicture()
 {
-    TapePlayerHouse& house = open(TapePlayerHouse::tape());
-    house.play();
-    QQuickItem* const picture = house.item("VideoView");
-    QQmlComponent paint(&house.stage.engine());
+    TapePlayerFixture& fixture = open(TapePlayerFixture::tape());
+    fixture.play();
+    QQuickItem* const picture = fixture.item("VideoView");
+    QQmlComponent paint(&fixture.engine());
     paint.setData("import QtQuick\nRectangle { anchors.fill: parent; color: 'green' }", {});
     const std::unique_ptr<QObject> cover(
         paint.createWithInitialProperties({{u"parent"_s, QVariant::fromValue(picture)}}));
-    house.player->fail({});
-    house.stage.waitUntilIdle();
+    fixture.player->fail({});
+    fixture.waitUntilIdle();
     const auto message = u"The tape wouldn't play. It may still be being archived."_s;
-    QCOMPARE(house.read("FailurePanel"), QStringList({u"TRACKING"_s, message, u"Back to the shelves"_s}));
-    QCOMPARE(picture->property("player").value<VideoPlayer*>(), house.player.data());
-    const QImage seen = house.stage.picture();
-    const QRectF words = Stage::area(house.text(message));
+    QCOMPARE(fixture.read("FailurePanel"), QStringList({u"TRACKING"_s, message, u"Back to the shelves"_s}));
+    QCOMPARE(picture->property("player").value<VideoPlayer*>(), fixture.player.data());
+    const QImage seen = fixture.picture();
+    const QRectF words = TestScreen::area(fixture.text(message));
     for (const QPointF point : {QPointF(960, 20), QPointF(960, 1060), words.topLeft(), words.bottomRight()})
         QCOMPARE(seen.pixelColor(point.toPoint()), QColor(u"green"_s));
 }
 
 void TapePlayerViewTest::failureHidesOtherPanels()
 {
-    TapePlayerHouse& house = open(TapePlayerHouse::tape());
-    house.play();
-    house.press(Qt::Key_Down);
-    QVERIFY(house.shows("InformationPanel"));
-    house.player->fail({});
-    house.stage.waitUntilIdle();
-    QVERIFY(!house.shows("InformationPanel"));
-    QVERIFY(!house.shows("PlayerControls"));
-    QVERIFY(!house.shows("LoadingSign"));
-    QCOMPARE(house.focused(), u"Back to the shelves"_s);
+    TapePlayerFixture& fixture = open(TapePlayerFixture::tape());
+    fixture.play();
+    fixture.pressAndWait(Qt::Key_Down);
+    QVERIFY(fixture.shows("InformationPanel"));
+    fixture.player->fail({});
+    fixture.waitUntilIdle();
+    QVERIFY(!fixture.shows("InformationPanel"));
+    QVERIFY(!fixture.shows("PlayerControls"));
+    QVERIFY(!fixture.shows("LoadingSign"));
+    QCOMPARE(fixture.focusedName(), u"Back to the shelves"_s);
 }
 
 void TapePlayerViewTest::longFailureMessageStaysInSafeArea()
 {
-    TapePlayerHouse& house = open(TapePlayerHouse::tape({}));
-    house.item("FailurePanel")->setProperty("message", u"This goes on and on. "_s.repeated(400));
-    house.stage.waitUntilIdle();
-    for (const QQuickItem* text : Stage::texts(house.view))
-        QVERIFY(QRectF(80, 60, 1760, 960).contains(Stage::area(text)));
+    TapePlayerFixture& fixture = open(TapePlayerFixture::tape({}));
+    fixture.item("FailurePanel")->setProperty("message", u"This goes on and on. "_s.repeated(400));
+    fixture.waitUntilIdle();
+    for (const QQuickItem* text : TestScreen::texts(fixture.view))
+        QVERIFY(QRectF(80, 60, 1760, 960).contains(TestScreen::area(text)));
 }
 
 void TapePlayerViewTest::backDismissesOnce()
 {
-    TapePlayerHouse& house = open(TapePlayerHouse::tape());
-    house.play();
-    house.press(Qt::Key_Back);
-    QCOMPARE(house.dismissals->count(), 1);
+    TapePlayerFixture& fixture = open(TapePlayerFixture::tape());
+    fixture.play();
+    fixture.pressAndWait(Qt::Key_Back);
+    QCOMPARE(fixture.dismissals->count(), 1);
 }
 
 void TapePlayerViewTest::tapeEqualToDefaultTapeIsAccepted()
@@ -201,29 +201,29 @@ void TapePlayerViewTest::tapeEqualToDefaultTapeIsAccepted()
 
 void TapePlayerViewTest::playbackStartsAtRequestedPosition()
 {
-    TapePlayerHouse& house = open(TapePlayerHouse::tape(), 3725.5);
-    QCOMPARE(house.player->seeks.first().seconds, 3725.5);
+    TapePlayerFixture& fixture = open(TapePlayerFixture::tape(), 3725.5);
+    QCOMPARE(fixture.player->seeks.first().seconds, 3725.5);
 }
 
 void TapePlayerViewTest::playbackEndsWhenScreenDisappears()
 {
-    TapePlayerHouse& house = open(TapePlayerHouse::tape());
-    house.play();
-    Q_EMIT house.view->disappeared();
-    QVERIFY(!house.player);
-    QVERIFY(!house.controller->player());
+    TapePlayerFixture& fixture = open(TapePlayerFixture::tape());
+    fixture.play();
+    Q_EMIT fixture.view->disappeared();
+    QVERIFY(!fixture.player);
+    QVERIFY(!fixture.controller->player());
 }
 
 void TapePlayerViewTest::playerKeysAreAccepted()
 {
-    TapePlayerHouse& house = open(TapePlayerHouse::tape());
-    house.play();
+    TapePlayerFixture& fixture = open(TapePlayerFixture::tape());
+    fixture.play();
     for (const int key : {Qt::Key_MediaTogglePlayPause, Qt::Key_Select, Qt::Key_Left, Qt::Key_Right}) {
         QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-        QCoreApplication::sendEvent(&house.stage.window(), &press);
+        QCoreApplication::sendEvent(&fixture.window(), &press);
         QVERIFY(press.isAccepted());
         QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier);
-        QCoreApplication::sendEvent(&house.stage.window(), &release);
+        QCoreApplication::sendEvent(&fixture.window(), &release);
     }
 }
 

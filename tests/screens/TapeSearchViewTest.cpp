@@ -1,6 +1,6 @@
 #include "ScrollArea.h"
 #include "StationPalette.h"
-#include "TapeSearchHouse.h"
+#include "TapeSearchFixture.h"
 #include "TestMain.h"
 
 #include <QRegularExpression>
@@ -14,7 +14,7 @@ class TapeSearchViewTest : public QObject
 
 private Q_SLOTS:
     void init();
-    void cleanup() { m_house.reset(); }
+    void cleanup() { m_fixture.reset(); }
 
     void newSearchShowsOnlyItsField();
     void partsHaveDesignedGeometry();
@@ -41,35 +41,35 @@ private Q_SLOTS:
     void wordTypedWithRemoteIsSearched();
 
 private:
-    std::unique_ptr<TapeSearchHouse> m_house;
+    std::unique_ptr<TapeSearchFixture> m_fixture;
 };
 
 void TapeSearchViewTest::init()
 {
     QTest::failOnWarning(QRegularExpression(u".*"_s));
-    m_house = std::make_unique<TapeSearchHouse>();
+    m_fixture = std::make_unique<TapeSearchFixture>();
 }
 
 void TapeSearchViewTest::newSearchShowsOnlyItsField()
 {
-    QCOMPARE(m_house->focused(), m_house->field());
-    QVERIFY(m_house->text(u"Search the stacks"_s));
-    QVERIFY(m_house->text(u"A name, a street, a motion — titles and spoken transcripts both."_s));
-    QVERIFY(!m_house->spinner());
-    QVERIFY(!m_house->focusable(u"Tape 1"_s));
-    for (const QQuickItem* text : Stage::texts(m_house->search()))
+    QCOMPARE(m_fixture->focused(), m_fixture->field());
+    QVERIFY(m_fixture->text(u"Search the stacks"_s));
+    QVERIFY(m_fixture->text(u"A name, a street, a motion — titles and spoken transcripts both."_s));
+    QVERIFY(!m_fixture->spinner());
+    QVERIFY(!m_fixture->focusable(u"Tape 1"_s));
+    for (const QQuickItem* text : TestScreen::texts(m_fixture->search()))
         QVERIFY2(!text->property("text").toString().contains(u"found"_s), "a result count is shown before any search");
-    QCOMPARE(m_house->http.count(), 0);
+    QCOMPARE(m_fixture->http.count(), 0);
 }
 
 void TapeSearchViewTest::partsHaveDesignedGeometry()
 {
-    m_house->find(u"zoning"_s, {5, 6});
-    const QRectF title = m_house->area(Stage::texts(m_house->search()).first());
-    const QRectF hint = m_house->areaOf(u"A name, a street, a motion — titles and spoken transcripts both."_s);
-    const QRectF field = m_house->area(m_house->field());
-    const QRectF count = m_house->areaOf(u"2 tapes found"_s);
-    const QRectF first = m_house->areaOfFocusable(u"Tape 5"_s);
+    m_fixture->find(u"zoning"_s, {5, 6});
+    const QRectF title = m_fixture->areaOnCanvas(TestScreen::texts(m_fixture->search()).first());
+    const QRectF hint = m_fixture->areaOf(u"A name, a street, a motion — titles and spoken transcripts both."_s);
+    const QRectF field = m_fixture->areaOnCanvas(m_fixture->field());
+    const QRectF count = m_fixture->areaOf(u"2 tapes found"_s);
+    const QRectF first = m_fixture->areaOfFocusable(u"Tape 5"_s);
     QCOMPARE(title.topLeft(), QPointF(90, 60));
     QCOMPARE(hint.topLeft(), title.bottomLeft() + QPointF(0, 34));
     QCOMPARE(field.topLeft(), hint.bottomLeft() + QPointF(0, 34));
@@ -77,14 +77,14 @@ void TapeSearchViewTest::partsHaveDesignedGeometry()
     QCOMPARE(count.topLeft(), field.bottomLeft() + QPointF(0, 34));
     QCOMPARE(first.topLeft(), count.bottomLeft() + QPointF(6, 34 + 30));
     QCOMPARE(first.size(), QSizeF(230, 230 * 1.5625));
-    QCOMPARE(m_house->areaOfFocusable(u"Tape 6"_s).topLeft(), first.topRight() + QPointF(40, 0));
+    QCOMPARE(m_fixture->areaOfFocusable(u"Tape 6"_s).topLeft(), first.topRight() + QPointF(40, 0));
     QVERIFY(first.bottom() + 30 < 1080 - 60);
 }
 
 void TapeSearchViewTest::resultCountHasDesignedFont()
 {
-    m_house->find(u"zoning"_s, {5});
-    const QQuickItem* const count = m_house->text(u"1 tape found"_s);
+    m_fixture->find(u"zoning"_s, {5});
+    const QQuickItem* const count = m_fixture->text(u"1 tape found"_s);
     QVERIFY(count);
     QCOMPARE(count->property("color").value<QColor>(), StationPalette::teal());
     const QFont font = count->property("font").value<QFont>();
@@ -94,67 +94,67 @@ void TapeSearchViewTest::resultCountHasDesignedFont()
 
 void TapeSearchViewTest::onlySpinnerIsShownDuringSearch()
 {
-    m_house->find(u"zoning"_s, {5});
-    QVERIFY(!m_house->spinner());
-    m_house->submit(u"parade"_s);
-    QVERIFY(m_house->spinner());
-    QVERIFY(!m_house->text(u"1 tape found"_s));
-    QVERIFY(!m_house->focusable(u"Tape 5"_s));
-    m_house->answer(TapeSearchHouse::path(u"parade"_s), TapeSearchHouse::pageOf({}));
-    QTRY_VERIFY(!m_house->spinner());
-    QVERIFY(m_house->text(u"No tapes match “parade”. Try a different word."_s));
+    m_fixture->find(u"zoning"_s, {5});
+    QVERIFY(!m_fixture->spinner());
+    m_fixture->submit(u"parade"_s);
+    QVERIFY(m_fixture->spinner());
+    QVERIFY(!m_fixture->text(u"1 tape found"_s));
+    QVERIFY(!m_fixture->focusable(u"Tape 5"_s));
+    m_fixture->answer(TapeSearchFixture::path(u"parade"_s), TapeSearchFixture::pageOf({}));
+    QTRY_VERIFY(!m_fixture->spinner());
+    QVERIFY(m_fixture->text(u"No tapes match “parade”. Try a different word."_s));
 }
 
 void TapeSearchViewTest::spinnerIsBelowField()
 {
-    m_house->submit(u"zoning"_s);
-    m_house->stage.waitForFrame();
-    const QQuickItem* const spinner = m_house->spinner();
+    m_fixture->submit(u"zoning"_s);
+    m_fixture->waitForFrame();
+    const QQuickItem* const spinner = m_fixture->spinner();
     QCOMPARE(spinner->scale(), 1.4);
     QCOMPARE(spinner->property("color").value<QColor>(), StationPalette::cream());
-    const QRectF field = m_house->area(m_house->field());
-    QCOMPARE(m_house->area(spinner).size(), QSizeF(44, 44) * 1.4);
-    QCOMPARE(m_house->area(spinner).left(), field.left());
-    QCOMPARE(m_house->area(spinner).top(), field.bottom() + 34);
+    const QRectF field = m_fixture->areaOnCanvas(m_fixture->field());
+    QCOMPARE(m_fixture->areaOnCanvas(spinner).size(), QSizeF(44, 44) * 1.4);
+    QCOMPARE(m_fixture->areaOnCanvas(spinner).left(), field.left());
+    QCOMPARE(m_fixture->areaOnCanvas(spinner).top(), field.bottom() + 34);
 }
 
 void TapeSearchViewTest::noMatchMessageQuotesQueryAsTyped()
 {
-    m_house->submit(u"  council  "_s);
-    m_house->answer(TapeSearchHouse::path(u"council"_s), TapeSearchHouse::pageOf({}));
-    QTRY_VERIFY(m_house->text(u"No tapes match “  council  ”. Try a different word."_s));
-    QCOMPARE(m_house->focused(), m_house->field());
+    m_fixture->submit(u"  council  "_s);
+    m_fixture->answer(TapeSearchFixture::path(u"council"_s), TapeSearchFixture::pageOf({}));
+    QTRY_VERIFY(m_fixture->text(u"No tapes match “  council  ”. Try a different word."_s));
+    QCOMPARE(m_fixture->focused(), m_fixture->field());
 }
 
 void TapeSearchViewTest::longestQueryFitsInMessage()
 {
     const QString query = QString(200, u'W');
-    m_house->submit(query);
-    m_house->answer(TapeSearchHouse::path(query), TapeSearchHouse::pageOf({}));
+    m_fixture->submit(query);
+    m_fixture->answer(TapeSearchFixture::path(query), TapeSearchFixture::pageOf({}));
     const QString line = u"No tapes match “"_s + query + u"”. Try a different word."_s;
-    QTRY_VERIFY(m_house->text(line));
-    m_house->stage.waitUntilIdle();
-    QVERIFY(m_house->isOnScreen(m_house->areaOf(line)));
-    QVERIFY(m_house->text(line)->property("contentWidth").toReal() <= 1740);
+    QTRY_VERIFY(m_fixture->text(line));
+    m_fixture->waitUntilIdle();
+    QVERIFY(m_fixture->isOnScreen(m_fixture->areaOf(line)));
+    QVERIFY(m_fixture->text(line)->property("contentWidth").toReal() <= 1740);
 }
 
 void TapeSearchViewTest::focusStaysOnFieldWhenResultsArrive()
 {
-    m_house->find(u"zoning"_s, {5, 6});
-    QCOMPARE(m_house->focused(), m_house->field());
+    m_fixture->find(u"zoning"_s, {5, 6});
+    QCOMPARE(m_fixture->focused(), m_fixture->field());
 }
 
 void TapeSearchViewTest::arrowsMoveFocusAlongResultsAndBackToField()
 {
-    m_house->find(u"zoning"_s, {5, 6, 7});
-    m_house->press({Qt::Key_Down});
-    QCOMPARE(m_house->focusedName(), u"Tape 5"_s);
-    m_house->press({Qt::Key_Right, Qt::Key_Right, Qt::Key_Right});
-    QCOMPARE(m_house->focusedName(), u"Tape 7"_s);
-    m_house->press({Qt::Key_Up});
-    QCOMPARE(m_house->focused(), m_house->field());
-    m_house->press({Qt::Key_Down});
-    QCOMPARE(m_house->focusedName(), u"Tape 7"_s);
+    m_fixture->find(u"zoning"_s, {5, 6, 7});
+    m_fixture->press({Qt::Key_Down});
+    QCOMPARE(m_fixture->focusedName(), u"Tape 5"_s);
+    m_fixture->press({Qt::Key_Right, Qt::Key_Right, Qt::Key_Right});
+    QCOMPARE(m_fixture->focusedName(), u"Tape 7"_s);
+    m_fixture->press({Qt::Key_Up});
+    QCOMPARE(m_fixture->focused(), m_fixture->field());
+    m_fixture->press({Qt::Key_Down});
+    QCOMPARE(m_fixture->focusedName(), u"Tape 7"_s);
 }
 
 void TapeSearchViewTest::manyResultsCreateFewCassettes()
@@ -162,76 +162,76 @@ void TapeSearchViewTest::manyResultsCreateFewCassettes()
     QList<int> ids;
     for (int id = 1; id <= 200; ++id)
         ids.append(id);
-    m_house->find(u"zoning"_s, ids);
-    QVERIFY(m_house->text(u"200 tapes found"_s));
-    m_house->press({Qt::Key_Down});
+    m_fixture->find(u"zoning"_s, ids);
+    QVERIFY(m_fixture->text(u"200 tapes found"_s));
+    m_fixture->press({Qt::Key_Down});
     for (int step = 1; step < 200; ++step)
-        m_house->press({Qt::Key_Right});
-    m_house->stage.waitUntilIdle();
-    QCOMPARE(m_house->focusedName(), u"Tape 200"_s);
-    QVERIFY(m_house->isFocusOnScreen());
-    QVERIFY(Stage::all(m_house->search(), "CardButton").size() < 30);
+        m_fixture->press({Qt::Key_Right});
+    m_fixture->waitUntilIdle();
+    QCOMPARE(m_fixture->focusedName(), u"Tape 200"_s);
+    QVERIFY(m_fixture->isFocusOnScreen());
+    QVERIFY(TestScreen::all(m_fixture->search(), "CardButton").size() < 30);
 }
 
 void TapeSearchViewTest::maximumResultsCreateFewCassettes()
 {
     QList<int> ids(10'000);
     std::iota(ids.begin(), ids.end(), 1);
-    m_house->find(u"zoning"_s, ids);
-    QVERIFY(m_house->text(u"10000 tapes found"_s));
-    m_house->press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Right});
-    m_house->stage.waitUntilIdle();
-    QCOMPARE(m_house->focusedName(), u"Tape 3"_s);
-    QVERIFY(Stage::all(m_house->search(), "CardButton").size() < 30);
+    m_fixture->find(u"zoning"_s, ids);
+    QVERIFY(m_fixture->text(u"10000 tapes found"_s));
+    m_fixture->press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Right});
+    m_fixture->waitUntilIdle();
+    QCOMPARE(m_fixture->focusedName(), u"Tape 3"_s);
+    QVERIFY(TestScreen::all(m_fixture->search(), "CardButton").size() < 30);
 }
 
 void TapeSearchViewTest::resultOpensItsTapeAndBackReturns()
 {
-    m_house->find(u"zoning"_s, {5, 6, 7});
-    m_house->press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Select});
-    QCOMPARE(m_house->search()->depth(), 1);
-    m_house->stage.waitUntilIdle();
-    QCOMPARE(m_house->focused()->property("text").toString(), u"Push it in"_s);
-    QVERIFY(m_house->text(u"Tape 6"_s));
-    m_house->press({Qt::Key_Back});
-    QCOMPARE(m_house->search()->depth(), 0);
-    QCOMPARE(m_house->focusedName(), u"Tape 6"_s);
-    m_house->stage.waitUntilIdle();
-    QVERIFY(m_house->isFocusOnScreen());
-    QCOMPARE(m_house->field()->property("text").toString(), u"zoning"_s);
+    m_fixture->find(u"zoning"_s, {5, 6, 7});
+    m_fixture->press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Select});
+    QCOMPARE(m_fixture->search()->depth(), 1);
+    m_fixture->waitUntilIdle();
+    QCOMPARE(m_fixture->focused()->property("text").toString(), u"Push it in"_s);
+    QVERIFY(m_fixture->text(u"Tape 6"_s));
+    m_fixture->press({Qt::Key_Back});
+    QCOMPARE(m_fixture->search()->depth(), 0);
+    QCOMPARE(m_fixture->focusedName(), u"Tape 6"_s);
+    m_fixture->waitUntilIdle();
+    QVERIFY(m_fixture->isFocusOnScreen());
+    QCOMPARE(m_fixture->field()->property("text").toString(), u"zoning"_s);
 }
 
 void TapeSearchViewTest::tapeOfResultOpensPlayerAndTranscript()
 {
-    m_house->find(u"zoning"_s, {5});
-    m_house->press({Qt::Key_Down, Qt::Key_Select, Qt::Key_Select});
-    QCOMPARE(m_house->front()->objectName(), u"player"_s);
-    m_house->press({Qt::Key_Back, Qt::Key_Right, Qt::Key_Select});
-    QCOMPARE(m_house->front()->objectName(), u"transcript"_s);
-    m_house->press({Qt::Key_Back, Qt::Key_Back});
-    QCOMPARE(m_house->focusedName(), u"Tape 5"_s);
+    m_fixture->find(u"zoning"_s, {5});
+    m_fixture->press({Qt::Key_Down, Qt::Key_Select, Qt::Key_Select});
+    QCOMPARE(m_fixture->front()->objectName(), u"player"_s);
+    m_fixture->press({Qt::Key_Back, Qt::Key_Right, Qt::Key_Select});
+    QCOMPARE(m_fixture->front()->objectName(), u"transcript"_s);
+    m_fixture->press({Qt::Key_Back, Qt::Key_Back});
+    QCOMPARE(m_fixture->focusedName(), u"Tape 5"_s);
 }
 
 void TapeSearchViewTest::backReturnsToShop()
 {
-    m_house->find(u"zoning"_s, {5});
-    m_house->press({Qt::Key_Down, Qt::Key_Back});
-    QVERIFY(!m_house->shop()->property("searching").toBool());
-    QVERIFY(m_house->isOpen());
-    QCOMPARE(m_house->focusedName(), u"Search the stacks"_s);
+    m_fixture->find(u"zoning"_s, {5});
+    m_fixture->press({Qt::Key_Down, Qt::Key_Back});
+    QVERIFY(!m_fixture->shop()->property("searching").toBool());
+    QVERIFY(m_fixture->isOpen());
+    QCOMPARE(m_fixture->focusedName(), u"Search the stacks"_s);
 }
 
 void TapeSearchViewTest::reopenedSearchIsEmpty()
 {
-    m_house->find(u"zoning"_s, {5});
-    m_house->press({Qt::Key_Back});
-    m_house->stage.waitUntilIdle();
-    QVERIFY(!m_house->search());
-    m_house->openSearch();
-    QCOMPARE(m_house->field()->property("text").toString(), QString());
-    QVERIFY(!m_house->controller()->hasSearched());
-    QVERIFY(!m_house->focusable(u"Tape 5"_s));
-    QCOMPARE(m_house->focused(), m_house->field());
+    m_fixture->find(u"zoning"_s, {5});
+    m_fixture->press({Qt::Key_Back});
+    m_fixture->waitUntilIdle();
+    QVERIFY(!m_fixture->search());
+    m_fixture->openSearch();
+    QCOMPARE(m_fixture->field()->property("text").toString(), QString());
+    QVERIFY(!m_fixture->controller()->hasSearched());
+    QVERIFY(!m_fixture->focusable(u"Tape 5"_s));
+    QCOMPARE(m_fixture->focused(), m_fixture->field());
 }
 
 void TapeSearchViewTest::nextSearchIsEnteredAtFirstResult()
@@ -239,31 +239,31 @@ void TapeSearchViewTest::nextSearchIsEnteredAtFirstResult()
     QList<int> ids;
     for (int id = 1; id <= 30; ++id)
         ids.append(id);
-    m_house->find(u"zoning"_s, ids);
-    m_house->press({Qt::Key_Down});
+    m_fixture->find(u"zoning"_s, ids);
+    m_fixture->press({Qt::Key_Down});
     for (int step = 0; step < 20; ++step)
-        m_house->press({Qt::Key_Right});
-    m_house->stage.waitUntilIdle();
-    m_house->press({Qt::Key_Up});
-    m_house->find(u"parade"_s, ids);
-    QVERIFY(m_house->isOnScreen(m_house->areaOfFocusable(u"Tape 1"_s)));
-    m_house->press({Qt::Key_Down});
-    QCOMPARE(m_house->focusedName(), u"Tape 1"_s);
+        m_fixture->press({Qt::Key_Right});
+    m_fixture->waitUntilIdle();
+    m_fixture->press({Qt::Key_Up});
+    m_fixture->find(u"parade"_s, ids);
+    QVERIFY(m_fixture->isOnScreen(m_fixture->areaOfFocusable(u"Tape 1"_s)));
+    m_fixture->press({Qt::Key_Down});
+    QCOMPARE(m_fixture->focusedName(), u"Tape 1"_s);
 }
 
 void TapeSearchViewTest::lateAnswerKeepsFocusedTape()
 {
-    m_house->submit(u"zo"_s);
-    m_house->find(u"zoning"_s, {5, 6, 7});
-    m_house->press({Qt::Key_Down, Qt::Key_Right});
-    m_house->answer(TapeSearchHouse::path(u"zo"_s), TapeSearchHouse::pageOf({8, 9, 4, 6}));
-    QTRY_COMPARE(m_house->controller()->results().size(), 4);
-    QCOMPARE(m_house->focusedName(), u"Tape 6"_s);
-    m_house->stage.waitUntilIdle();
-    QVERIFY(m_house->text(u"4 tapes found"_s));
-    QVERIFY(m_house->isFocusOnScreen());
-    m_house->press({Qt::Key_Left});
-    QCOMPARE(m_house->focusedName(), u"Tape 4"_s);
+    m_fixture->submit(u"zo"_s);
+    m_fixture->find(u"zoning"_s, {5, 6, 7});
+    m_fixture->press({Qt::Key_Down, Qt::Key_Right});
+    m_fixture->answer(TapeSearchFixture::path(u"zo"_s), TapeSearchFixture::pageOf({8, 9, 4, 6}));
+    QTRY_COMPARE(m_fixture->controller()->results().size(), 4);
+    QCOMPARE(m_fixture->focusedName(), u"Tape 6"_s);
+    m_fixture->waitUntilIdle();
+    QVERIFY(m_fixture->text(u"4 tapes found"_s));
+    QVERIFY(m_fixture->isFocusOnScreen());
+    m_fixture->press({Qt::Key_Left});
+    QCOMPARE(m_fixture->focusedName(), u"Tape 4"_s);
 }
 
 void TapeSearchViewTest::currentResultStaysVisibleAfterLateAnswer_data()
@@ -287,65 +287,65 @@ void TapeSearchViewTest::currentResultStaysVisibleAfterLateAnswer()
             all.append(id);
         return all;
     };
-    m_house->submit(u"zo"_s);
-    m_house->find(u"zoning"_s, ids(1, 30));
-    m_house->press({Qt::Key_Down});
+    m_fixture->submit(u"zo"_s);
+    m_fixture->find(u"zoning"_s, ids(1, 30));
+    m_fixture->press({Qt::Key_Down});
     for (int step = 0; step < 12; ++step)
-        m_house->press({Qt::Key_Right});
-    QCOMPARE(m_house->focusedName(), u"Tape 13"_s);
-    m_house->press({Qt::Key_Up});
-    m_house->stage.waitUntilIdle();
-    m_house->answer(TapeSearchHouse::path(u"zo"_s), TapeSearchHouse::pageOf(ids(first, count)));
-    QTRY_COMPARE(m_house->controller()->results().constFirst().id, first);
-    m_house->stage.waitUntilIdle();
-    auto strip = static_cast<ScrollArea*>(Stage::first(m_house->search(), "CassetteStrip"));
+        m_fixture->press({Qt::Key_Right});
+    QCOMPARE(m_fixture->focusedName(), u"Tape 13"_s);
+    m_fixture->press({Qt::Key_Up});
+    m_fixture->waitUntilIdle();
+    m_fixture->answer(TapeSearchFixture::path(u"zo"_s), TapeSearchFixture::pageOf(ids(first, count)));
+    QTRY_COMPARE(m_fixture->controller()->results().constFirst().id, first);
+    m_fixture->waitUntilIdle();
+    auto strip = static_cast<ScrollArea*>(TestScreen::first(m_fixture->search(), "CassetteStrip"));
     const qreal position = strip->position();
-    m_house->press({Qt::Key_Down});
-    QVERIFY(m_house->isFocusOnScreen());
+    m_fixture->press({Qt::Key_Down});
+    QVERIFY(m_fixture->isFocusOnScreen());
     QCOMPARE(strip->targetPosition(), position);
 }
 
 void TapeSearchViewTest::lateFailureReturnsFocusToField()
 {
-    m_house->submit(u"zo"_s);
-    m_house->find(u"zoning"_s, {5, 6, 7});
-    m_house->press({Qt::Key_Down, Qt::Key_Right});
-    m_house->answer(TapeSearchHouse::path(u"zo"_s), {}, 503);
-    QTRY_VERIFY(m_house->controller()->showsNoMatch());
-    QTRY_COMPARE(m_house->focused(), m_house->field());
+    m_fixture->submit(u"zo"_s);
+    m_fixture->find(u"zoning"_s, {5, 6, 7});
+    m_fixture->press({Qt::Key_Down, Qt::Key_Right});
+    m_fixture->answer(TapeSearchFixture::path(u"zo"_s), {}, 503);
+    QTRY_VERIFY(m_fixture->controller()->showsNoMatch());
+    QTRY_COMPARE(m_fixture->focused(), m_fixture->field());
 }
 
 void TapeSearchViewTest::openTapeStaysOpenWhenResultsChange()
 {
-    m_house->submit(u"zo"_s);
-    m_house->find(u"zoning"_s, {5, 6, 7});
-    m_house->press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Select});
-    m_house->answer(TapeSearchHouse::path(u"zo"_s), TapeSearchHouse::pageOf({8, 6}));
-    QTRY_COMPARE(m_house->controller()->results().size(), 2);
-    QCOMPARE(m_house->search()->depth(), 1);
-    QCOMPARE(m_house->focused()->property("text").toString(), u"Push it in"_s);
-    m_house->press({Qt::Key_Back});
-    QCOMPARE(m_house->focusedName(), u"Tape 6"_s);
+    m_fixture->submit(u"zo"_s);
+    m_fixture->find(u"zoning"_s, {5, 6, 7});
+    m_fixture->press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Select});
+    m_fixture->answer(TapeSearchFixture::path(u"zo"_s), TapeSearchFixture::pageOf({8, 6}));
+    QTRY_COMPARE(m_fixture->controller()->results().size(), 2);
+    QCOMPARE(m_fixture->search()->depth(), 1);
+    QCOMPARE(m_fixture->focused()->property("text").toString(), u"Push it in"_s);
+    m_fixture->press({Qt::Key_Back});
+    QCOMPARE(m_fixture->focusedName(), u"Tape 6"_s);
 }
 
 void TapeSearchViewTest::searchIsCancelledWhenScreenCloses()
 {
-    m_house->submit(u"zoning"_s);
-    QVERIFY(m_house->http.isWaiting(0));
-    m_house->press({Qt::Key_Back});
-    QVERIFY(m_house->http.wasCancelled(0));
+    m_fixture->submit(u"zoning"_s);
+    QVERIFY(m_fixture->http.isWaiting(0));
+    m_fixture->press({Qt::Key_Back});
+    QVERIFY(m_fixture->http.wasCancelled(0));
 }
 
 void TapeSearchViewTest::wordTypedWithRemoteIsSearched()
 {
     // The keyboard opens with the focus on "a".
-    m_house->press({Qt::Key_Select, Qt::Key_Select, Qt::Key_Right, Qt::Key_Select});
-    m_house->press({Qt::Key_MediaTogglePlayPause});
-    m_house->answer(TapeSearchHouse::path(u"ab"_s), TapeSearchHouse::pageOf({5, 6}));
-    QTRY_VERIFY(m_house->controller()->showsResults());
-    QCOMPARE(m_house->focused(), m_house->field());
-    m_house->press({Qt::Key_Down});
-    QCOMPARE(m_house->focusedName(), u"Tape 5"_s);
+    m_fixture->press({Qt::Key_Select, Qt::Key_Select, Qt::Key_Right, Qt::Key_Select});
+    m_fixture->press({Qt::Key_MediaTogglePlayPause});
+    m_fixture->answer(TapeSearchFixture::path(u"ab"_s), TapeSearchFixture::pageOf({5, 6}));
+    QTRY_VERIFY(m_fixture->controller()->showsResults());
+    QCOMPARE(m_fixture->focused(), m_fixture->field());
+    m_fixture->press({Qt::Key_Down});
+    QCOMPARE(m_fixture->focusedName(), u"Tape 5"_s);
 }
 
 QUILLMERE_TEST(TapeSearchViewTest, QGuiApplication)

@@ -1,9 +1,9 @@
-#include "TestMain.h"
 #include "TickerCrawl.h"
 #include "BroadcastTexts.h"
 #include "DrawnArea.h"
 #include "ScriptedClock.h"
-#include "Stage.h"
+#include "TestMain.h"
+#include "TestScreen.h"
 
 #include <QPainter>
 #include <QTest>
@@ -32,30 +32,30 @@ QString longLine()
 struct TickerScene
 {
     ScriptedClock clock{start};
-    Stage stage;
+    TestScreen fixture;
     QQuickItem* root = nullptr;
     TickerCrawl* ticker = nullptr;
 
-    explicit TickerScene(QSize size = {1920, 1080}, const QString& qml = {}) : stage(size)
+    explicit TickerScene(QSize size = {1920, 1080}, const QString& qml = {}) : fixture(size)
     {
-        root = stage.load(u"import Quillmere.News\nCanvas { id: canvas; property QtObject clock; "
-                          "property var lines; property bool shown: true; %1 Item { anchors.fill: parent; "
-                          "visible: canvas.shown; TickerCrawl { objectName: 'ticker'; y: 1000; width: 1920; "
-                          "lines: canvas.lines; clock: canvas.clock } } }"_s.arg(qml),
-                          {{u"clock"_s, QVariant::fromValue<QObject*>(&clock)}, {u"lines"_s, lines}});
+        root = fixture.load(u"import Quillmere.News\nCanvas { id: canvas; property QtObject clock; "
+                            "property var lines; property bool shown: true; %1 Item { anchors.fill: parent; "
+                            "visible: canvas.shown; TickerCrawl { objectName: 'ticker'; y: 1000; width: 1920; "
+                            "lines: canvas.lines; clock: canvas.clock } } }"_s.arg(qml),
+                            {{u"clock"_s, QVariant::fromValue<QObject*>(&clock)}, {u"lines"_s, lines}});
         ticker = root->findChild<TickerCrawl*>(u"ticker"_s);
     }
 
     void waitForLine()
     {
         QTRY_VERIFY(ticker->isUpToDate());
-        stage.waitUntilIdle();
+        fixture.waitUntilIdle();
     }
 
     /** The expected picture of the window when the line's left edge is at x = `offset`, in points. */
     QImage expected(double offset)
     {
-        const QSize size = stage.window().size();
+        const QSize size = fixture.window().size();
         const double scale = size.width() / 1920.0;
         const TickerPicture picture = TickerRenderer{tickerText(ticker->lines(), {}), 1920, scale}.paint();
         QImage expectedPicture(size, QImage::Format_RGB32);
@@ -70,7 +70,7 @@ struct TickerScene
         return expectedPicture;
     }
 
-    QImage grabNow() { return stage.window().grabWindow().convertToFormat(QImage::Format_RGB32); }
+    QImage grabNow() { return fixture.window().grabWindow().convertToFormat(QImage::Format_RGB32); }
 };
 
 } // namespace
@@ -147,9 +147,9 @@ void TickerCrawlTest::positionIsUpdatedInEveryFrame()
     TickerScene scene;
     scene.waitForLine();
     for (int step = 1; step <= 30; ++step) {
-        const int frames = scene.stage.frames();
+        const int frames = scene.fixture.frames();
         scene.clock.advance(20ms);
-        QTRY_VERIFY(scene.stage.frames() > frames);
+        QTRY_VERIFY(scene.fixture.frames() > frames);
     }
     QCOMPARE(scene.grabNow(), scene.expected(1920 - 0.6 * 160));
 }
@@ -158,10 +158,10 @@ void TickerCrawlTest::noFrameIsDrawnWithoutMovement()
 {
     TickerScene scene;
     scene.waitForLine();
-    const int frames = scene.stage.frames();
+    const int frames = scene.fixture.frames();
     QTest::qWait(300);
     QVERIFY(scene.ticker->isCrawling());
-    QCOMPARE(scene.stage.frames(), frames);
+    QCOMPARE(scene.fixture.frames(), frames);
 }
 
 void TickerCrawlTest::veryLongLineIsDrawnOnlyWhenItMovesByOnePixel()
@@ -169,13 +169,13 @@ void TickerCrawlTest::veryLongLineIsDrawnOnlyWhenItMovesByOnePixel()
     TickerScene scene;
     scene.ticker->setLines({longLine()});
     scene.waitForLine();
-    const int before = scene.stage.frames();
+    const int before = scene.fixture.frames();
     // The line needs half an hour for two display widths, so it moves by one pixel every half second.
     for (int step = 0; step < 100; ++step) {
         scene.clock.advance(50ms);
         QTest::qWait(20);
     }
-    const int frames = scene.stage.frames() - before;
+    const int frames = scene.fixture.frames() - before;
     QVERIFY2(frames > 0 && frames <= 12, qPrintable(QString::number(frames)));
     const QImage expected = scene.expected(tickerOffset(1920, tickerPeriod(20'000), scene.clock.now()));
     QTRY_COMPARE(scene.grabNow(), expected);
@@ -186,13 +186,13 @@ void TickerCrawlTest::hiddenTickerRequestsNoFrame()
     TickerScene scene;
     scene.waitForLine();
     scene.root->setProperty("shown", false);
-    scene.stage.waitUntilIdle();
+    scene.fixture.waitUntilIdle();
     QVERIFY(!scene.ticker->isCrawling());
-    const int frames = scene.stage.frames();
+    const int frames = scene.fixture.frames();
     scene.clock.advance(10s);
     scene.ticker->setLines({u"Another"_s});
     QTest::qWait(200);
-    QCOMPARE(scene.stage.frames(), frames);
+    QCOMPARE(scene.fixture.frames(), frames);
 }
 
 void TickerCrawlTest::coveredTickerRequestsNoFrame()
@@ -202,7 +202,7 @@ void TickerCrawlTest::coveredTickerRequestsNoFrame()
                                     "property alias other: other; "_s);
     scene.waitForLine();
     QVERIFY(scene.ticker->isCrawling());
-    auto* cover = Stage::first(scene.root, "FullScreenCover");
+    auto* cover = TestScreen::first(scene.root, "FullScreenCover");
     QVERIFY(cover);
     cover->setProperty("beneath", QVariant::fromValue(scene.ticker->parentItem()));
     cover->setProperty("screen", scene.root->property("other"));
@@ -216,7 +216,7 @@ void TickerCrawlTest::tickerShownAgainIsAtPositionOfClock()
     TickerScene scene;
     scene.waitForLine();
     scene.root->setProperty("shown", false);
-    scene.stage.waitUntilIdle();
+    scene.fixture.waitUntilIdle();
     scene.clock.advance(12s);
     scene.root->setProperty("shown", true);
     QVERIFY(scene.ticker->isCrawling());
@@ -257,14 +257,14 @@ void TickerCrawlTest::equalLinesAreNotPaintedAgain()
 {
     TickerScene scene;
     scene.waitForLine();
-    const int frames = scene.stage.frames();
+    const int frames = scene.fixture.frames();
     QStringList same;
     for (const QString& line : lines)
         same.append(QString(line.constData(), line.size()));
     scene.ticker->setLines(same);
     QVERIFY(scene.ticker->isUpToDate());
     QTest::qWait(100);
-    QCOMPARE(scene.stage.frames(), frames);
+    QCOMPARE(scene.fixture.frames(), frames);
 }
 
 void TickerCrawlTest::linesSetWhileHiddenAreShownLater()
@@ -284,8 +284,8 @@ void TickerCrawlTest::lineIsPaintedAgainWhenWindowIsResized()
     TickerScene scene;
     scene.clock.advance(12s);
     scene.waitForLine();
-    scene.stage.window().resize(1280, 720);
-    QTRY_COMPARE(scene.stage.window().contentItem()->size(), QSizeF(1280, 720));
+    scene.fixture.window().resize(1280, 720);
+    QTRY_COMPARE(scene.fixture.window().contentItem()->size(), QSizeF(1280, 720));
     const QImage expected = scene.expected(0);
     QTRY_COMPARE(scene.grabNow(), expected);
 }
@@ -297,7 +297,7 @@ void TickerCrawlTest::defaultTextIsShownWithoutLines()
     scene.waitForLine();
     QVERIFY(scene.ticker->text().startsWith(u"THIS IS THE 5 O'CLOCK NEWS · QUILLMERE TELEVISION · "_s));
     scene.clock.advance(12s);
-    scene.stage.waitForFrame();
+    scene.fixture.waitForFrame();
     QVERIFY(scene.grabNow() != scene.expected(1920));
 }
 
@@ -320,14 +320,14 @@ void TickerCrawlTest::tickerRepaintsOnlyItself()
     TickerScene scene({1920, 1080}, u"Rectangle { anchors.fill: parent; color: 'navy' } "_s);
     scene.clock.advance(12s);
     scene.waitForLine();
-    scene.stage.waitForFrame();
+    scene.fixture.waitForFrame();
     DrawnArea drawn(XConnection::open());
-    const int frames = scene.stage.frames();
+    const int frames = scene.fixture.frames();
     scene.clock.advance(1s);
-    QTRY_VERIFY(scene.stage.frames() > frames);
+    QTRY_VERIFY(scene.fixture.frames() > frames);
     QRect area;
     QTRY_VERIFY(!(area |= drawn.take()).isEmpty());
-    const QRectF strip = Stage::area(scene.ticker);
+    const QRectF strip = TestScreen::area(scene.ticker);
     QVERIFY2(strip.marginsAdded({2, 2, 2, 2}).contains(area),
              qPrintable(u"%1 x %2 pixels"_s.arg(area.width()).arg(area.height())));
 }

@@ -1,5 +1,5 @@
 #include "TestMain.h"
-#include "TranscriptHouse.h"
+#include "TranscriptFixture.h"
 
 #include "StationMotion.h"
 #include "StationPalette.h"
@@ -12,7 +12,7 @@ class TranscriptViewTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup() { m_house.reset(); }
+    void cleanup() { m_fixture.reset(); }
     void headerShowsTitleBodyAndDate_data();
     void headerShowsTitleBodyAndDate();
     void longHeaderUsesUpToHalfOfScreen_data();
@@ -41,13 +41,13 @@ private Q_SLOTS:
     void repeatedArrowReachesEveryPassage();
 
 private:
-    TranscriptHouse& open(bool hasTranscript = true, const VHSCover& cover = sampleCover())
+    TranscriptFixture& open(bool hasTranscript = true, const VHSCover& cover = sampleCover())
     {
-        m_house = std::make_unique<TranscriptHouse>(hasTranscript, cover);
-        return *m_house;
+        m_fixture = std::make_unique<TranscriptFixture>(hasTranscript, cover);
+        return *m_fixture;
     }
 
-    std::unique_ptr<TranscriptHouse> m_house;
+    std::unique_ptr<TranscriptFixture> m_fixture;
 };
 
 void TranscriptViewTest::headerShowsTitleBodyAndDate_data()
@@ -66,10 +66,10 @@ void TranscriptViewTest::headerShowsTitleBodyAndDate()
     cover.title = u"The Fog Horn"_s;
     cover.bodyName = u"Harbor Commission"_s;
     cover.dateLabel = date;
-    TranscriptHouse& house = open(true, cover);
-    QCOMPARE(house.shown().mid(0, 2), (QStringList{caption, u"The Fog Horn"_s}));
-    house.read(TranscriptHouse::paragraphs(1));
-    QCOMPARE(house.shown().mid(0, 3), (QStringList{caption, u"The Fog Horn"_s, u"12,408 words"_s}));
+    TranscriptFixture& fixture = open(true, cover);
+    QCOMPARE(fixture.shown().mid(0, 2), (QStringList{caption, u"The Fog Horn"_s}));
+    fixture.read(TranscriptFixture::paragraphs(1));
+    QCOMPARE(fixture.shown().mid(0, 3), (QStringList{caption, u"The Fog Horn"_s, u"12,408 words"_s}));
 }
 
 void TranscriptViewTest::longHeaderUsesUpToHalfOfScreen_data()
@@ -94,9 +94,9 @@ void TranscriptViewTest::longHeaderUsesUpToHalfOfScreen()
     VHSCover cover = sampleCover();
     cover.title = title;
     cover.bodyName = body;
-    TranscriptHouse& house = open(true, cover);
-    house.read(TranscriptHouse::paragraphs(3));
-    const auto texts = Stage::texts(house.view);
+    TranscriptFixture& fixture = open(true, cover);
+    fixture.read(TranscriptFixture::paragraphs(3));
+    const auto texts = TestScreen::texts(fixture.view);
     QVERIFY(texts.at(0)->property("lineCount").toInt() > 1);
     QVERIFY(texts.at(1)->property("lineCount").toInt() > 2);
     for (qsizetype i = 0; i < 2; ++i) {
@@ -104,64 +104,65 @@ void TranscriptViewTest::longHeaderUsesUpToHalfOfScreen()
         QVERIFY(texts.at(i)->property("contentWidth").toDouble() <= texts.at(i)->width());
     }
     // At most half of the display; an elided title leaves less than one line of that half unused.
-    const double height = Stage::first(house.view, "TranscriptHeader")->height();
+    const double height = TestScreen::first(fixture.view, "TranscriptHeader")->height();
     QVERIFY(height <= 540);
     QVERIFY(isComplete || height > 540 - 54);
-    QVERIFY(house.page->height() >= 540);
-    QCOMPARE(house.focusedNumber(), 1);
-    QVERIFY(house.focusedArea().top() >= 0 && house.focusedArea().bottom() <= house.page->height());
+    QVERIFY(fixture.page->height() >= 540);
+    QCOMPARE(fixture.focusedNumber(), 1);
+    QVERIFY(fixture.focusedArea().top() >= 0 && fixture.focusedArea().bottom() <= fixture.page->height());
 }
 
 void TranscriptViewTest::longFailureMessageIsShownCompletely()
 {
-    TranscriptHouse& house = open();
-    house.http.fail(house.http.waitingFor(u"/api/meetings/42/transcript"_s), u"No route to the hub.\n"_s.repeated(16));
-    QTRY_COMPARE(house.controller->state(), TranscriptController::Empty);
-    house.stage.waitUntilIdle();
-    const QQuickItem* const message = house.text(house.controller->message());
+    TranscriptFixture& fixture = open();
+    fixture.http.fail(fixture.http.waitingFor(u"/api/meetings/42/transcript"_s),
+                      u"No route to the hub.\n"_s.repeated(16));
+    QTRY_COMPARE(fixture.controller->state(), TranscriptController::Empty);
+    fixture.waitUntilIdle();
+    const QQuickItem* const message = fixture.text(fixture.controller->message());
     QVERIFY(message->property("lineCount").toInt() > 12);
     QVERIFY(!message->property("truncated").toBool());
-    QVERIFY(Stage::area(house.focused()).bottom() < 1080 - 40);
+    QVERIFY(TestScreen::area(fixture.focused()).bottom() < 1080 - 40);
 }
 
 void TranscriptViewTest::spinnerIsShownUntilHubAnswers()
 {
-    TranscriptHouse& house = open();
-    QVERIFY(Stage::first(house.view, "Spinner")->isVisible());
-    QVERIFY(house.text(u"Pulling the transcript…"_s));
-    house.read(TranscriptHouse::paragraphs(1));
-    QVERIFY(!Stage::first(house.view, "Spinner")->isVisible());
-    QVERIFY(!house.text(u"Pulling the transcript…"_s));
+    TranscriptFixture& fixture = open();
+    QVERIFY(TestScreen::first(fixture.view, "Spinner")->isVisible());
+    QVERIFY(fixture.text(u"Pulling the transcript…"_s));
+    fixture.read(TranscriptFixture::paragraphs(1));
+    QVERIFY(!TestScreen::first(fixture.view, "Spinner")->isVisible());
+    QVERIFY(!fixture.text(u"Pulling the transcript…"_s));
 }
 
 void TranscriptViewTest::backButtonIsShownWithoutTranscript()
 {
-    TranscriptHouse& house = open(false);
-    QCOMPARE(house.http.count(), 0);
-    house.stage.waitUntilIdle();
-    QVERIFY(house.text(u"No transcript has been harvested for this tape yet."_s));
-    QVERIFY(!house.column->isVisible());
-    QCOMPARE(house.focused()->property("text").toString(), u"Back to the tape"_s);
-    QCOMPARE(house.dismissals->count(), 0);
-    house.press(Qt::Key_Select);
-    QCOMPARE(house.dismissals->count(), 1);
+    TranscriptFixture& fixture = open(false);
+    QCOMPARE(fixture.http.count(), 0);
+    fixture.waitUntilIdle();
+    QVERIFY(fixture.text(u"No transcript has been harvested for this tape yet."_s));
+    QVERIFY(!fixture.column->isVisible());
+    QCOMPARE(fixture.focused()->property("text").toString(), u"Back to the tape"_s);
+    QCOMPARE(fixture.dismissals->count(), 0);
+    fixture.pressAndWait(Qt::Key_Select);
+    QCOMPARE(fixture.dismissals->count(), 1);
 }
 
 void TranscriptViewTest::backButtonHasContrastToPage()
 {
-    TranscriptHouse& house = open(false);
-    house.stage.waitUntilIdle();
-    const QPoint plate = house.focused()->mapToScene(QPointF(20, house.focused()->height() / 2)).toPoint();
-    QCOMPARE(house.stage.picture().pixelColor(plate), StationPalette::inkNavy());
+    TranscriptFixture& fixture = open(false);
+    fixture.waitUntilIdle();
+    const QPoint plate = fixture.focused()->mapToScene(QPointF(20, fixture.focused()->height() / 2)).toPoint();
+    QCOMPARE(fixture.picture().pixelColor(plate), StationPalette::inkNavy());
 }
 
 void TranscriptViewTest::failureShowsErrorDescription()
 {
-    TranscriptHouse& house = open();
-    house.answer({}, 503);
-    house.stage.waitUntilIdle();
-    QVERIFY(house.text(u"Couldn't reach the transcript. "_s + HubError::http(503).errorDescription()));
-    QCOMPARE(house.focused()->property("text").toString(), u"Back to the tape"_s);
+    TranscriptFixture& fixture = open();
+    fixture.answer({}, 503);
+    fixture.waitUntilIdle();
+    QVERIFY(fixture.text(u"Couldn't reach the transcript. "_s + HubError::http(503).errorDescription()));
+    QCOMPARE(fixture.focused()->property("text").toString(), u"Back to the tape"_s);
 }
 
 void TranscriptViewTest::wordCountIsShownWhenPositive_data()
@@ -178,40 +179,40 @@ void TranscriptViewTest::wordCountIsShownWhenPositive()
 {
     QFETCH(const qint64, words);
     QFETCH(const QString, line);
-    TranscriptHouse& house = open();
-    house.answer(TranscriptHouse::record(TranscriptHouse::paragraphs(1), words));
-    QCOMPARE(house.shown().size(), line.isEmpty() ? 3 : 4);
-    QVERIFY(line.isEmpty() || house.text(line));
+    TranscriptFixture& fixture = open();
+    fixture.answer(TranscriptFixture::record(TranscriptFixture::paragraphs(1), words));
+    QCOMPARE(fixture.shown().size(), line.isEmpty() ? 3 : 4);
+    QVERIFY(line.isEmpty() || fixture.text(line));
 }
 
 void TranscriptViewTest::everyParagraphIsOnePassage()
 {
-    TranscriptHouse& house = open();
-    house.read(TranscriptHouse::paragraphs(3));
-    QCOMPARE(house.column->itemCount(), 3);
+    TranscriptFixture& fixture = open();
+    fixture.read(TranscriptFixture::paragraphs(3));
+    QCOMPARE(fixture.column->itemCount(), 3);
     qreal end = 0;
     for (int row = 0; row < 3; ++row) {
-        const QQuickItem* const passage = house.column->itemAt(row);
+        const QQuickItem* const passage = fixture.column->itemAt(row);
         QVERIFY(passage->property("text").toString().startsWith(QString::number(row + 1)));
         QCOMPARE(passage->y(), row == 0 ? 0 : end + 26);
         end = passage->y() + passage->height();
-        const QQuickItem* const words = Stage::texts(house.column->itemAt(row)).constFirst();
+        const QQuickItem* const words = TestScreen::texts(fixture.column->itemAt(row)).constFirst();
         QCOMPARE(words->position(), QPointF(24, 16));
         QCOMPARE(words->width(), passage->width() - 48);
         QCOMPARE(passage->height(), words->height() + 32);
     }
-    QCOMPARE(house.column->position(), QPointF(110, 40));
-    QCOMPARE(house.column->width(), 1700);
-    QCOMPARE(house.page->contentExtent(), end + 80);
+    QCOMPARE(fixture.column->position(), QPointF(110, 40));
+    QCOMPARE(fixture.column->width(), 1700);
+    QCOMPARE(fixture.page->contentExtent(), end + 80);
 }
 
 void TranscriptViewTest::focusedPassageIsHighlighted()
 {
-    TranscriptHouse& house = open();
-    house.read(TranscriptHouse::paragraphs(2));
-    const QImage picture = house.stage.picture();
+    TranscriptFixture& fixture = open();
+    fixture.read(TranscriptFixture::paragraphs(2));
+    const QImage picture = fixture.picture();
     const auto hasColour = [&](int row, QPointF point, QColor colour) {
-        const QColor seen = picture.pixelColor(house.column->itemAt(row)->mapToScene(point).toPoint());
+        const QColor seen = picture.pixelColor(fixture.column->itemAt(row)->mapToScene(point).toPoint());
         const auto isNear = [](int a, int b) { return std::abs(a - b) <= 1; };
         return isNear(seen.red(), colour.red()) && isNear(seen.green(), colour.green()) &&
                isNear(seen.blue(), colour.blue());
@@ -220,58 +221,58 @@ void TranscriptViewTest::focusedPassageIsHighlighted()
     QVERIFY(hasColour(1, {3, 60}, StationPalette::cream()));
     QVERIFY(hasColour(0, {1690, 60}, StationPalette::mixed(StationPalette::cream(), StationPalette::amber(), 0.35)));
     QVERIFY(hasColour(1, {1690, 60}, StationPalette::cream()));
-    const auto ink = [&house](int row) {
-        return Stage::texts(house.column->itemAt(row)).constFirst()->property("color").value<QColor>().name();
+    const auto ink = [&fixture](int row) {
+        return TestScreen::texts(fixture.column->itemAt(row)).constFirst()->property("color").value<QColor>().name();
     };
     QCOMPARE(ink(0), StationPalette::inkNavy().name());
     QCOMPARE(ink(1), StationPalette::mixed(StationPalette::cream(), StationPalette::inkNavy(), 0.72).name());
-    QCOMPARE(Stage::animationTimes(house.column->itemAt(0)), QList<int>{150});
-    QCOMPARE(Stage::animationCurves(house.column->itemAt(0)), QList<QEasingCurve>{StationMotion::easeOut()});
+    QCOMPARE(TestScreen::animationTimes(fixture.column->itemAt(0)), QList<int>{150});
+    QCOMPARE(TestScreen::animationCurves(fixture.column->itemAt(0)), QList<QEasingCurve>{StationMotion::easeOut()});
 }
 
 void TranscriptViewTest::arrowsMoveFocusBetweenPassages()
 {
-    TranscriptHouse& house = open();
-    house.read(TranscriptHouse::paragraphs(12));
+    TranscriptFixture& fixture = open();
+    fixture.read(TranscriptFixture::paragraphs(12));
     for (int number = 1; number < 12; ++number) {
-        QCOMPARE(house.focusedNumber(), number);
-        house.stage.press(Qt::Key_Down);
+        QCOMPARE(fixture.focusedNumber(), number);
+        fixture.press(Qt::Key_Down);
     }
-    house.stage.waitUntilIdle();
-    QCOMPARE(house.focusedNumber(), 12);
-    QVERIFY(house.focusedArea().bottom() <= house.page->height());
-    house.press(Qt::Key_Down);
-    QCOMPARE(house.focusedNumber(), 12);
+    fixture.waitUntilIdle();
+    QCOMPARE(fixture.focusedNumber(), 12);
+    QVERIFY(fixture.focusedArea().bottom() <= fixture.page->height());
+    fixture.pressAndWait(Qt::Key_Down);
+    QCOMPARE(fixture.focusedNumber(), 12);
     for (int number = 12; number > 1; --number) {
-        QCOMPARE(house.focusedNumber(), number);
-        house.stage.press(Qt::Key_Up);
+        QCOMPARE(fixture.focusedNumber(), number);
+        fixture.press(Qt::Key_Up);
     }
-    house.stage.waitUntilIdle();
-    QCOMPARE(house.focusedNumber(), 1);
-    QCOMPARE(house.page->position(), 0);
+    fixture.waitUntilIdle();
+    QCOMPARE(fixture.focusedNumber(), 1);
+    QCOMPARE(fixture.page->position(), 0);
 }
 
 void TranscriptViewTest::scrolledTextIsHiddenBelowHeader()
 {
-    TranscriptHouse& house = open();
-    house.read(TranscriptHouse::paragraphs(12));
-    const QRect header(0, 0, 1920, int(house.page->mapToScene(QPointF()).y()));
-    const QImage before = house.stage.picture().copy(header);
+    TranscriptFixture& fixture = open();
+    fixture.read(TranscriptFixture::paragraphs(12));
+    const QRect header(0, 0, 1920, int(fixture.page->mapToScene(QPointF()).y()));
+    const QImage before = fixture.picture().copy(header);
     for (int i = 0; i < 6; ++i)
-        house.stage.press(Qt::Key_Down);
-    QVERIFY(house.page->targetPosition() > 0);
-    QCOMPARE(house.stage.picture().copy(header), before);
+        fixture.press(Qt::Key_Down);
+    QVERIFY(fixture.page->targetPosition() > 0);
+    QCOMPARE(fixture.picture().copy(header), before);
 }
 
 void TranscriptViewTest::rightToLeftPassagesAreAlignedRight()
 {
-    TranscriptHouse& house = open();
+    TranscriptFixture& fixture = open();
     const QString hebrew = u"ישיבת ועדת הנמל נפתחת עכשיו "_s.repeated(16);
-    house.read(hebrew + u'\n' + TranscriptHouse::paragraphs(1) + u"قصير"_s);
-    QCOMPARE(house.column->itemCount(), 3);
-    const auto ink = [&house](int row) {
-        const QQuickItem* const passage = house.column->itemAt(row);
-        const QImage picture = house.stage.picture();
+    fixture.read(hebrew + u'\n' + TranscriptFixture::paragraphs(1) + u"قصير"_s);
+    QCOMPARE(fixture.column->itemCount(), 3);
+    const auto ink = [&fixture](int row) {
+        const QQuickItem* const passage = fixture.column->itemAt(row);
+        const QImage picture = fixture.picture();
         const int line = int(passage->mapToScene(QPointF(0, passage->height() - 34)).y());
         int first = picture.width();
         int last = 0;
@@ -293,24 +294,24 @@ void TranscriptViewTest::rightToLeftPassagesAreAlignedRight()
 
 void TranscriptViewTest::arrowsScrollPassageLongerThanPageToItsEnd()
 {
-    TranscriptHouse& house = open();
+    TranscriptFixture& fixture = open();
     QString line;
     for (int i = 1; line.size() < 20'000; ++i)
         line += u"%1 words without an end, "_s.arg(i);
-    house.read(u"1. "_s + line.first(19'997) + u'\n' + TranscriptHouse::paragraphs(1).replace(u"1."_s, u"2."_s));
-    QCOMPARE(house.column->model()->rowCount(), 2);
-    QVERIFY(house.focused()->height() > 5 * house.page->height());
+    fixture.read(u"1. "_s + line.first(19'997) + u'\n' + TranscriptFixture::paragraphs(1).replace(u"1."_s, u"2."_s));
+    QCOMPARE(fixture.column->model()->rowCount(), 2);
+    QVERIFY(fixture.focused()->height() > 5 * fixture.page->height());
     int presses = 0;
-    qreal bottom = house.focusedArea().bottom();
-    for (; house.focusedNumber() == 1 && presses < 40; ++presses) {
-        QVERIFY2(presses == 0 || house.focusedArea().bottom() <= bottom, "the passage scrolls upwards");
+    qreal bottom = fixture.focusedArea().bottom();
+    for (; fixture.focusedNumber() == 1 && presses < 40; ++presses) {
+        QVERIFY2(presses == 0 || fixture.focusedArea().bottom() <= bottom, "the passage scrolls upwards");
         // No part of it is skipped.
-        QVERIFY(bottom - house.focusedArea().bottom() < house.page->height());
-        bottom = house.focusedArea().bottom();
-        house.press(Qt::Key_Down);
+        QVERIFY(bottom - fixture.focusedArea().bottom() < fixture.page->height());
+        bottom = fixture.focusedArea().bottom();
+        fixture.pressAndWait(Qt::Key_Down);
     }
-    QCOMPARE(house.focusedNumber(), 2);
-    QVERIFY(bottom <= house.page->height() + 1);
+    QCOMPARE(fixture.focusedNumber(), 2);
+    QVERIFY(bottom <= fixture.page->height() + 1);
     QVERIFY(presses > 6);
 }
 
@@ -324,64 +325,65 @@ void TranscriptViewTest::pageKeyShowsNextPage_data()
 void TranscriptViewTest::pageKeyShowsNextPage()
 {
     QFETCH(const int, key);
-    TranscriptHouse& house = open();
-    house.read(TranscriptHouse::paragraphs(40));
+    TranscriptFixture& fixture = open();
+    fixture.read(TranscriptFixture::paragraphs(40));
     int last = 0;
     for (int row = 0; row < 40 && !last; ++row) {
-        const QQuickItem* const passage = house.column->itemAt(row);
-        if (!passage || house.column->y() + passage->y() + passage->height() > house.page->height())
+        const QQuickItem* const passage = fixture.column->itemAt(row);
+        if (!passage || fixture.column->y() + passage->y() + passage->height() > fixture.page->height())
             last = row;
     }
     QVERIFY(last > 1);
-    house.press(key);
+    fixture.pressAndWait(key);
     // The first passage that was not completely visible begins the new page.
-    QCOMPARE(house.focusedNumber(), last + 1);
-    QCOMPARE(house.focusedArea().top(), house.page->revealMargin());
+    QCOMPARE(fixture.focusedNumber(), last + 1);
+    QCOMPARE(fixture.focusedArea().top(), fixture.page->revealMargin());
 }
 
 void TranscriptViewTest::pageUpReturnsToBeginning()
 {
-    TranscriptHouse& house = open();
-    house.read(TranscriptHouse::paragraphs(40));
+    TranscriptFixture& fixture = open();
+    fixture.read(TranscriptFixture::paragraphs(40));
     for (int i = 0; i < 3; ++i)
-        house.press(Qt::Key_PageDown);
-    QVERIFY(house.focusedNumber() > 9);
-    for (int last = house.focusedNumber(); last > 1; last = house.focusedNumber()) {
-        house.press(Qt::Key_PageUp);
-        QVERIFY(house.focusedNumber() < last);
-        QVERIFY(house.focusedArea().top() >= house.page->revealMargin());
+        fixture.pressAndWait(Qt::Key_PageDown);
+    QVERIFY(fixture.focusedNumber() > 9);
+    for (int last = fixture.focusedNumber(); last > 1; last = fixture.focusedNumber()) {
+        fixture.pressAndWait(Qt::Key_PageUp);
+        QVERIFY(fixture.focusedNumber() < last);
+        QVERIFY(fixture.focusedArea().top() >= fixture.page->revealMargin());
         // The first passage of the previous page is the last of this one.
-        const QQuickItem* const passage = house.column->itemAt(last - 1);
-        QVERIFY(house.focusedNumber() == 1 || passage->mapToItem(house.page, QPointF()).y() < house.page->height());
+        const QQuickItem* const passage = fixture.column->itemAt(last - 1);
+        QVERIFY(fixture.focusedNumber() == 1 ||
+                passage->mapToItem(fixture.page, QPointF()).y() < fixture.page->height());
     }
-    QCOMPARE(house.page->position(), 0);
+    QCOMPARE(fixture.page->position(), 0);
 }
 
 void TranscriptViewTest::pageDownStopsAtEndOfTranscript()
 {
-    TranscriptHouse& house = open();
-    house.read(TranscriptHouse::paragraphs(11));
+    TranscriptFixture& fixture = open();
+    fixture.read(TranscriptFixture::paragraphs(11));
     for (int i = 0; i < 6; ++i)
-        house.press(Qt::Key_PageDown);
-    QCOMPARE(house.focusedNumber(), 11);
-    QCOMPARE(house.page->position(), house.page->contentExtent() - house.page->height());
+        fixture.pressAndWait(Qt::Key_PageDown);
+    QCOMPARE(fixture.focusedNumber(), 11);
+    QCOMPARE(fixture.page->position(), fixture.page->contentExtent() - fixture.page->height());
 }
 
 void TranscriptViewTest::pageKeysScrollPassageLongerThanPage()
 {
-    TranscriptHouse& house = open();
+    TranscriptFixture& fixture = open();
     const QString line = u"Words without an end, "_s.repeated(900);
-    house.read(TranscriptHouse::paragraphs(2) + u"3. "_s + line + u"\n4. The end."_s);
+    fixture.read(TranscriptFixture::paragraphs(2) + u"3. "_s + line + u"\n4. The end."_s);
     int pages = 0;
-    for (; house.focusedNumber() < 4 && pages < 40; ++pages)
-        house.press(Qt::Key_PageDown);
-    QCOMPARE(house.focusedNumber(), 4);
+    for (; fixture.focusedNumber() < 4 && pages < 40; ++pages)
+        fixture.pressAndWait(Qt::Key_PageDown);
+    QCOMPARE(fixture.focusedNumber(), 4);
     QVERIFY2(pages > 6, qPrintable(QString::number(pages)));
-    house.press(Qt::Key_PageUp);
-    QCOMPARE(house.focusedNumber(), 3);
-    QCOMPARE(house.focusedArea().top(), 0);
-    house.press(Qt::Key_PageUp);
-    QCOMPARE(house.focusedNumber(), 1);
+    fixture.pressAndWait(Qt::Key_PageUp);
+    QCOMPARE(fixture.focusedNumber(), 3);
+    QCOMPARE(fixture.focusedArea().top(), 0);
+    fixture.pressAndWait(Qt::Key_PageUp);
+    QCOMPARE(fixture.focusedNumber(), 1);
 }
 
 void TranscriptViewTest::textsOfHubAreNotParsedAsMarkup()
@@ -389,57 +391,57 @@ void TranscriptViewTest::textsOfHubAreNotParsedAsMarkup()
     const QString markup = u"<b>Not bold</b> <img src=\"https://hub.example/picture.png\"> &amp;"_s;
     VHSCover cover = sampleCover();
     cover.title = markup;
-    TranscriptHouse& house = open(true, cover);
-    house.read(markup);
-    QCOMPARE(house.shown().count(markup), 2);
-    QCOMPARE(house.http.count(), 1);
-    for (const QQuickItem* text : Stage::texts(house.view))
+    TranscriptFixture& fixture = open(true, cover);
+    fixture.read(markup);
+    QCOMPARE(fixture.shown().count(markup), 2);
+    QCOMPARE(fixture.http.count(), 1);
+    for (const QQuickItem* text : TestScreen::texts(fixture.view))
         QCOMPARE(text->property("textFormat").toInt(), int(Qt::PlainText));
 }
 
 void TranscriptViewTest::onlyPassagesNearViewportExist()
 {
-    TranscriptHouse& house = open();
-    house.read(TranscriptHouse::paragraphs(12000));
-    QCOMPARE(house.column->model()->rowCount(), 12000);
-    QVERIFY(house.column->itemCount() < 12);
+    TranscriptFixture& fixture = open();
+    fixture.read(TranscriptFixture::paragraphs(12000));
+    QCOMPARE(fixture.column->model()->rowCount(), 12000);
+    QVERIFY(fixture.column->itemCount() < 12);
     for (int i = 0; i < 30; ++i)
-        house.stage.press(Qt::Key_PageDown);
-    house.stage.waitUntilIdle();
-    QVERIFY(house.focusedNumber() > 90);
-    QVERIFY(house.column->itemCount() < 20);
+        fixture.press(Qt::Key_PageDown);
+    fixture.waitUntilIdle();
+    QVERIFY(fixture.focusedNumber() > 90);
+    QVERIFY(fixture.column->itemCount() < 20);
 }
 
 void TranscriptViewTest::firstPageOfLongTranscriptAppearsQuickly()
 {
-    TranscriptHouse& house = open();
-    const QByteArray record = TranscriptHouse::record(TranscriptHouse::paragraphs(11200));
+    TranscriptFixture& fixture = open();
+    const QByteArray record = TranscriptFixture::record(TranscriptFixture::paragraphs(11200));
     QVERIFY(record.size() > 5'000'000);
     QElapsedTimer time;
     time.start();
-    house.answer(record);
-    house.stage.waitForFrame();
+    fixture.answer(record);
+    fixture.waitForFrame();
     // On an idle machine it takes a fifth of that.
-    QVERIFY2(time.elapsed() < 1500, qPrintable(QString::number(time.elapsed())));
+    QVERIFY2(time.elapsed() < 1500 * QUILLMERE_SLOWDOWN, qPrintable(QString::number(time.elapsed())));
     qInfo("the first page came after %lld ms", time.elapsed());
-    QCOMPARE(house.focusedNumber(), 1);
-    QVERIFY(house.column->itemAt(3));
+    QCOMPARE(fixture.focusedNumber(), 1);
+    QVERIFY(fixture.column->itemAt(3));
 }
 
 void TranscriptViewTest::repeatedArrowReachesEveryPassage()
 {
-    TranscriptHouse& house = open();
-    house.read(TranscriptHouse::paragraphs(12000));
+    TranscriptFixture& fixture = open();
+    fixture.read(TranscriptFixture::paragraphs(12000));
     constexpr int presses = 200;
     QElapsedTimer time;
     time.start();
     for (int i = 1; i <= presses; ++i) {
-        house.stage.press(Qt::Key_Down);
-        QCOMPARE(house.focusedNumber(), i + 1);
+        fixture.press(Qt::Key_Down);
+        QCOMPARE(fixture.focusedNumber(), i + 1);
     }
     qInfo("a passage took %.1f ms", double(time.elapsed()) / presses);
-    house.stage.waitUntilIdle();
-    QVERIFY(house.focusedArea().top() >= 0 && house.focusedArea().bottom() <= house.page->height());
+    fixture.waitUntilIdle();
+    QVERIFY(fixture.focusedArea().top() >= 0 && fixture.focusedArea().bottom() <= fixture.page->height());
 }
 
 QUILLMERE_TEST(TranscriptViewTest, QGuiApplication)

@@ -1,4 +1,4 @@
-#include "BroadcastStage.h"
+#include "BroadcastFixture.h"
 #include "FocusScreen.h"
 #include "StationPalette.h"
 #include "TestMain.h"
@@ -35,30 +35,33 @@ NewsStatus newsOf(int channels)
     return newsOf(labels);
 }
 
-struct Scene : BroadcastStage
+struct Scene : BroadcastFixture
 {
     explicit Scene(const NewsStatus& news, QSize size = {1920, 1080}, qsizetype current = 0)
-        : BroadcastStage(tunerStrip, size, news, current)
+        : BroadcastFixture(tunerStrip, size, news, current)
     {
-        stage.waitUntilIdle();
+        waitUntilIdle();
     }
 
-    QQuickItem* strip() const { return first("TunerStrip"); }
-    QList<QQuickItem*> buttons() const { return Stage::all(strip(), "TunerButton"); }
+    QQuickItem* strip() const { return item("TunerStrip"); }
+    QList<QQuickItem*> buttons() const { return TestScreen::all(strip(), "TunerButton"); }
+    /** The text item of the number or the label of a button. */
+    static QQuickItem* partOf(const QQuickItem* button, const QString& name)
+    {
+        return first(button->findChild<QQuickItem*>(name), "StationText");
+    }
 
-    QQuickItem* focused() { return stage.window().activeFocusItem(); }
-    QString focusedName() { return focused()->property("name").toString(); }
     QString picked() const { return canvas->property("picked").toString(); }
 
     void setStations(const QList<TunerStation>& stations)
     {
         canvas->setProperty("stations", QVariant::fromValue(stations));
-        stage.waitUntilIdle();
+        waitUntilIdle();
     }
     void setCurrent(const TunerStation& station)
     {
         canvas->setProperty("station", QVariant::fromValue(station));
-        stage.waitUntilIdle();
+        waitUntilIdle();
     }
 };
 
@@ -109,7 +112,7 @@ void TunerStripTest::stripHasDesignedGeometry()
 {
     QFETCH(QSize, size);
     Scene scene(newsOf(2), size);
-    const QRectF strip = scene.area(scene.strip());
+    const QRectF strip = scene.areaOnCanvas(scene.strip());
     QCOMPARE(strip.topLeft(), QPointF(0, 0));
     QCOMPARE(strip.width(), 1920.0);
     const QRectF caption = scene.areaOf(u"CHANNELS"_s);
@@ -119,23 +122,24 @@ void TunerStripTest::stripHasDesignedGeometry()
     QCOMPARE(scene.buttons().size(), 3);
     const auto buttons = scene.buttons();
     for (const QQuickItem* button : buttons) {
-        const QRectF area = scene.area(button);
+        const QRectF area = scene.areaOnCanvas(button);
         QCOMPARE(area.left(), before.right() + 18);
         QCOMPARE(area.top(), 14.0);
         QCOMPARE(area.bottom(), strip.bottom() - 14);
-        const auto texts = Stage::all(const_cast<QQuickItem*>(button), "StationText");
+        const QQuickItem* const numberText = scene.partOf(button, u"number"_s);
+        const QQuickItem* const labelText = scene.partOf(button, u"label"_s);
         // Relative to the plate, which is scaled up when focused.
-        QQuickItem* const plate = Stage::first(const_cast<QQuickItem*>(button), "StationPlate");
+        QQuickItem* const plate = TestScreen::first(const_cast<QQuickItem*>(button), "StationPlate");
         const auto onPlate = [plate](const QQuickItem* text) {
             return text->mapRectToItem(plate, QRectF(QPointF(), text->size()));
         };
-        const QRectF number = onPlate(texts.at(0));
-        const QRectF label = onPlate(texts.at(1));
+        const QRectF number = onPlate(numberText);
+        const QRectF label = onPlate(labelText);
         QCOMPARE(label.left(), number.right() + 10);
         QVERIFY(number.left() >= 20 && label.right() <= area.width() - 20);
         QVERIFY(number.top() >= 10 && number.bottom() <= area.height() - 10);
-        QVERIFY(texts.at(0)->property("contentWidth").toDouble() <= number.width());
-        QVERIFY(texts.at(1)->property("contentWidth").toDouble() <= label.width());
+        QVERIFY(numberText->property("contentWidth").toDouble() <= number.width());
+        QVERIFY(labelText->property("contentWidth").toDouble() <= label.width());
         before = area;
     }
 }
@@ -163,26 +167,26 @@ void TunerStripTest::stripFillsTopOfDisplay()
 {
     QFETCH(QSize, size);
     Scene scene(newsOf(1), size);
-    const QImage picture = scene.picture();
+    const QImage picture = scene.currentPicture();
     const int bottom = int(scene.strip()->height() * scene.factor());
     const QColor background(34, 32, 28); // soot with an opacity of 0.9 over black
     for (const QPoint point :
          {QPoint(0, 0), QPoint(size.width() - 1, 0), QPoint(0, bottom - 2), QPoint(size.width() - 1, bottom - 2)})
         QVERIFY2(isClose(picture.pixelColor(point), background), qPrintable(picture.pixelColor(point).name()));
     QCOMPARE(picture.pixelColor(0, bottom + 2), QColor(Qt::black));
-    QVERIFY(std::abs(Stage::area(scene.text(u"CHANNELS"_s)).left() - 50 * scene.factor()) < 1);
-    scene.stage.press(Qt::Key_Right);
+    QVERIFY(std::abs(TestScreen::area(scene.text(u"CHANNELS"_s)).left() - 50 * scene.factor()) < 1);
+    scene.press(Qt::Key_Right);
     QCOMPARE(scene.focusedName(), u"6 Committee room 6"_s);
-    QVERIFY(QRectF(0, 0, size.width(), bottom).contains(Stage::area(scene.focused())));
+    QVERIFY(QRectF(0, 0, size.width(), bottom).contains(TestScreen::area(scene.focused())));
 }
 
 void TunerStripTest::numberOfCurrentStationIsRed()
 {
     Scene scene(newsOf(2));
     // Move the focus away, because the focused button has other colours.
-    scene.stage.press(Qt::Key_Right);
-    scene.stage.press(Qt::Key_Right);
-    scene.stage.waitUntilIdle();
+    scene.press(Qt::Key_Right);
+    scene.press(Qt::Key_Right);
+    scene.waitUntilIdle();
     QCOMPARE(scene.colorOf(u"5"_s).rgba(), StationPalette::onAirRed().rgba());
     QCOMPARE(scene.colorOf(u"6"_s).rgba(), StationPalette::parchment().rgba());
     const QColor label = StationPalette::faded(StationPalette::parchment(), 0.85);
@@ -198,7 +202,7 @@ void TunerStripTest::stripIsEnteredAtCurrentStation()
 {
     Scene scene(newsOf(30), {1920, 1080}, 20);
     QCOMPARE(scene.focusedName(), u"25 Committee room 25"_s);
-    const QRectF area = scene.area(scene.focused());
+    const QRectF area = scene.areaOnCanvas(scene.focused());
     QVERIFY(area.left() >= 300 && area.right() <= 1920 - 300);
 }
 
@@ -206,14 +210,14 @@ void TunerStripTest::selectPicksFocusedStation()
 {
     Scene scene(newsOf(2));
     QCOMPARE(scene.focusedName(), u"5 5 O'Clock News"_s);
-    scene.stage.press(Qt::Key_Right);
+    scene.press(Qt::Key_Right);
     QCOMPARE(scene.focusedName(), u"6 Committee room 6"_s);
     QCOMPARE(scene.picked(), QString());
-    scene.stage.press(Qt::Key_Select);
+    scene.press(Qt::Key_Select);
     QCOMPARE(scene.picked(), u"/live/6"_s);
-    scene.stage.press(Qt::Key_Left);
-    scene.stage.press(Qt::Key_Left);
-    scene.stage.press(Qt::Key_Select);
+    scene.press(Qt::Key_Left);
+    scene.press(Qt::Key_Left);
+    scene.press(Qt::Key_Select);
     QCOMPARE(scene.picked(), u"/live/news/index.m3u8"_s);
 }
 
@@ -222,19 +226,19 @@ void TunerStripTest::everyChannelOfFiftyIsReachable()
     Scene scene(newsOf(50));
     const QRectF caption = scene.areaOf(u"CHANNELS"_s);
     for (int number = 6; number < 56; ++number) {
-        scene.stage.press(Qt::Key_Right);
+        scene.press(Qt::Key_Right);
         QCOMPARE(scene.focusedName(), u"%1 Committee room %1"_s.arg(number));
     }
-    scene.stage.press(Qt::Key_Right);
+    scene.press(Qt::Key_Right);
     QCOMPARE(scene.focusedName(), u"55 Committee room 55"_s);
-    scene.stage.waitUntilIdle();
-    const QRectF last = scene.area(scene.focused());
+    scene.waitUntilIdle();
+    const QRectF last = scene.areaOnCanvas(scene.focused());
     QVERIFY(std::abs(last.right() - (1920 - 50)) < 1);
     // Only the buttons near the visible range exist.
     QVERIFY(scene.buttons().size() < 15);
     for (int number = 54; number >= 5; --number)
-        scene.stage.press(Qt::Key_Left);
-    scene.stage.waitUntilIdle();
+        scene.press(Qt::Key_Left);
+    scene.waitUntilIdle();
     QCOMPARE(scene.focusedName(), u"5 5 O'Clock News"_s);
     QCOMPARE(scene.areaOf(u"CHANNELS"_s), caption);
 }
@@ -245,8 +249,8 @@ void TunerStripTest::focusMovesToNewCurrentStation()
     Scene scene(news);
     scene.setCurrent(news.stations().at(25));
     QCOMPARE(scene.focusedName(), u"30 Committee room 30"_s);
-    QVERIFY(scene.area(scene.focused()).right() < 1920);
-    scene.stage.press(Qt::Key_Left);
+    QVERIFY(scene.areaOnCanvas(scene.focused()).right() < 1920);
+    scene.press(Qt::Key_Left);
     scene.setCurrent(news.stations().at(2));
     QCOMPARE(scene.focusedName(), u"29 Committee room 29"_s);
 }
@@ -254,7 +258,7 @@ void TunerStripTest::focusMovesToNewCurrentStation()
 void TunerStripTest::focusStaysOnStationWhenListChanges()
 {
     Scene scene(newsOf(2));
-    scene.stage.press(Qt::Key_Right);
+    scene.press(Qt::Key_Right);
     QList<TunerStation> stations = newsOf(2).stations();
     stations.prepend({u"1"_s, u"Early"_s, u"/live/1"_s});
     scene.setStations(stations);
@@ -278,7 +282,7 @@ void TunerStripTest::nameIsElidedOnlyAtEndOfStrip()
 {
     QFETCH(const QSize, size);
     QFETCH(const int, longest);
-    const QString roomName = u"City Council chambers at the old custom house beside the harbour: room "_s;
+    const QString roomName = u"City Council chambers at the old custom fixture beside the harbour: room "_s;
     QMap<QString, QString> channels{{u"6"_s, roomName + u"A"_s}, {u"7"_s, roomName + u"B"_s}};
     for (const int letters : {100, 125, 135, 145, 170, 300})
         channels.insert(QString::number(letters), roomName.repeated(5).left(letters));
@@ -288,21 +292,22 @@ void TunerStripTest::nameIsElidedOnlyAtEndOfStrip()
     int elided = 0;
     int complete = 0;
     do {
-        scene.stage.waitUntilIdle();
+        scene.waitUntilIdle();
         const QString name = scene.focusedName();
-        const auto texts = Stage::texts(scene.focused());
-        const double wanted = 2 * 46 + 10 +
-                              std::ceil(numbers.horizontalAdvance(texts.at(0)->property("text").toString())) +
-                              std::ceil(labels.horizontalAdvance(texts.at(1)->property("text").toString()));
+        const auto words = [&scene](const QString& part) {
+            return scene.partOf(scene.focused(), part)->property("text").toString();
+        };
+        const double wanted = 2 * 46 + 10 + std::ceil(numbers.horizontalAdvance(words(u"number"_s))) +
+                              std::ceil(labels.horizontalAdvance(words(u"label"_s)));
         QCOMPARE(scene.focused()->width(), std::min(wanted, double(longest)));
         (wanted > longest ? elided : complete) += 1;
         // The scaled-up plate is inside the display and does not overlap its neighbours.
-        const QRectF plate = Stage::area(Stage::first(scene.focused(), "StationPlate"));
+        const QRectF plate = TestScreen::area(TestScreen::first(scene.focused(), "StationPlate"));
         QVERIFY2(plate.left() >= 0 && plate.right() <= size.width(), qPrintable(name));
         const auto buttons = scene.buttons();
         for (const QQuickItem* button : buttons)
-            QVERIFY(button == scene.focused() || !Stage::area(button).intersects(plate));
-        scene.stage.press(Qt::Key_Right);
+            QVERIFY(button == scene.focused() || !TestScreen::area(button).intersects(plate));
+        scene.press(Qt::Key_Right);
         if (scene.focusedName() == name)
             break;
     } while (true);
@@ -329,18 +334,18 @@ void TunerStripTest::textsStayInsidePlates()
         const auto buttons = scene.buttons();
         for (QQuickItem* button : buttons) {
             QVERIFY(button->width() <= 1820);
-            const auto texts = Stage::texts(button);
+            const auto texts = TestScreen::texts(button);
             for (QQuickItem* text : texts) {
                 const QQuickItem* const container = text->parentItem();
-                QVERIFY(scene.area(button).contains(scene.area(container)) || button->hasActiveFocus());
+                QVERIFY(scene.areaOnCanvas(button).contains(scene.areaOnCanvas(container)) || button->hasActiveFocus());
                 QVERIFY(container->clip() || text->property("contentWidth").toDouble() <= container->width() + 24);
                 QVERIFY(container->clip() || (text->x() == 0 && text->width() == container->width()));
             }
-            QVERIFY(!scene.area(button).intersects(before));
-            before = scene.area(button);
+            QVERIFY(!scene.areaOnCanvas(button).intersects(before));
+            before = scene.areaOnCanvas(button);
         }
-        scene.stage.press(Qt::Key_Right);
-        scene.stage.waitUntilIdle();
+        scene.press(Qt::Key_Right);
+        scene.waitUntilIdle();
     }
 }
 
@@ -363,15 +368,15 @@ void TunerStripTest::elidedNameScrollsWhenFocused()
     const QQuickItem* const container = text->parentItem();
     QVERIFY(text->property("truncated").toBool());
 
-    scene.stage.press(Qt::Key_Right);
-    scene.stage.waitUntilIdle();
+    scene.press(Qt::Key_Right);
+    scene.waitUntilIdle();
     // First its beginning is shown, and the whole text is laid out.
     QVERIFY(!text->property("truncated").toBool());
     QCOMPARE(text->x(), 0.0);
     const double overflow = text->width() - container->width();
     QVERIFY(overflow > 100);
     scene.clock.advance(1499ms);
-    scene.stage.waitForFrame();
+    scene.waitForFrame();
     QCOMPARE(text->x(), 0.0);
     scene.clock.advance(1ms);
     // Then it moves with the clock, by whole pixels.
@@ -379,16 +384,16 @@ void TunerStripTest::elidedNameScrollsWhenFocused()
     for (const int half : {1, 2, 3, 4}) {
         scene.clock.advance(500ms);
         QTRY_VERIFY(hasMoved(std::min(overflow, half * 60.0)));
-        const double pixels = Stage::area(container).left() - Stage::area(text).left();
+        const double pixels = TestScreen::area(container).left() - TestScreen::area(text).left();
         QVERIFY2(std::abs(std::remainder(pixels, 1)) < 0.001, qPrintable(QString::number(pixels)));
     }
     // The end stands still for two seconds; then the beginning is shown again.
     scene.clock.advance(60s);
     QTRY_VERIFY(hasMoved(overflow));
-    scene.stage.waitForFrame();
-    QVERIFY(std::abs(scene.area(text).right() - scene.area(container).right()) <= 1);
+    scene.waitForFrame();
+    QVERIFY(std::abs(scene.areaOnCanvas(text).right() - scene.areaOnCanvas(container).right()) <= 1);
     scene.clock.advance(1999ms);
-    scene.stage.waitForFrame();
+    scene.waitForFrame();
     QVERIFY(text->x() < 0);
     scene.clock.advance(1ms);
     QCOMPARE(text->x(), 0.0);
@@ -397,8 +402,8 @@ void TunerStripTest::elidedNameScrollsWhenFocused()
     QTRY_VERIFY(text->x() < -100);
 
     // Without focus it is elided as before.
-    scene.stage.press(Qt::Key_Right);
-    scene.stage.waitUntilIdle();
+    scene.press(Qt::Key_Right);
+    scene.waitUntilIdle();
     QCOMPARE(text->x(), 0.0);
     QVERIFY(text->property("truncated").toBool());
 }
@@ -409,14 +414,14 @@ void TunerStripTest::rightToLeftNameScrollsFromItsRightEnd()
     Scene scene(newsOf({{u"6"_s, label}}));
     const QQuickItem* const text = scene.text(label);
     const QQuickItem* const container = text->parentItem();
-    scene.stage.press(Qt::Key_Right);
-    scene.stage.waitUntilIdle();
-    QVERIFY(std::abs(scene.area(text).right() - scene.area(container).right()) <= 1);
+    scene.press(Qt::Key_Right);
+    scene.waitUntilIdle();
+    QVERIFY(std::abs(scene.areaOnCanvas(text).right() - scene.areaOnCanvas(container).right()) <= 1);
     scene.clock.advance(1500ms);
     scene.clock.advance(1s);
-    QTRY_VERIFY(scene.area(text).right() > scene.area(container).right() + 100);
+    QTRY_VERIFY(scene.areaOnCanvas(text).right() > scene.areaOnCanvas(container).right() + 100);
     scene.clock.advance(60s);
-    QTRY_VERIFY(std::abs(scene.area(text).left() - scene.area(container).left()) <= 1);
+    QTRY_VERIFY(std::abs(scene.areaOnCanvas(text).left() - scene.areaOnCanvas(container).left()) <= 1);
 }
 
 void TunerStripTest::noFrameIsDrawnUnlessElidedNameIsFocused()
@@ -425,25 +430,25 @@ void TunerStripTest::noFrameIsDrawnUnlessElidedNameIsFocused()
         u"The Joint Committee on Harbours, Ferries, Footbridges, Fog Horns and Lanterns. "_s.repeated(4);
     Scene scene(newsOf({{u"6"_s, label}, {u"7"_s, u"Parks"_s}}));
     const auto isStill = [&] {
-        scene.stage.waitUntilIdle();
-        const int frames = scene.stage.frames();
+        scene.waitUntilIdle();
+        const int frames = scene.frames();
         for (int second = 0; second < 5; ++second) {
             scene.clock.advance(1s);
             QTest::qWait(50);
         }
-        return scene.stage.frames() == frames;
+        return scene.frames() == frames;
     };
     QVERIFY(isStill());
-    scene.stage.press(Qt::Key_Right);
+    scene.press(Qt::Key_Right);
     QVERIFY(!isStill());
     // It stands still at its end.
     scene.clock.advance(60s);
-    scene.stage.waitUntilIdle();
-    const int frames = scene.stage.frames();
+    scene.waitUntilIdle();
+    const int frames = scene.frames();
     scene.clock.advance(1s);
-    scene.stage.waitUntilIdle();
-    QCOMPARE(scene.stage.frames(), frames);
-    scene.stage.press(Qt::Key_Right);
+    scene.waitUntilIdle();
+    QCOMPARE(scene.frames(), frames);
+    scene.press(Qt::Key_Right);
     QVERIFY(isStill());
 }
 

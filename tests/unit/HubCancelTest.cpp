@@ -1,8 +1,8 @@
-#include "HubOnScript.h"
+#include "HubFixture.h"
 #include "TestMain.h"
 
 /** Tests fetches that are cancelled by their callers or by destroying the client. */
-class HubCancelTest : public HubOnScript
+class HubCancelTest : public HubFixture
 {
     Q_OBJECT
 

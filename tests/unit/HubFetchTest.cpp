@@ -1,4 +1,4 @@
-#include "HubOnScript.h"
+#include "HubFixture.h"
 #include "TestMain.h"
 
 #include <QThread>
@@ -6,7 +6,7 @@
 using namespace std::chrono_literals;
 
 /** Tests what the hub client returns for good answers, bad answers and failures. */
-class HubFetchTest : public HubOnScript
+class HubFetchTest : public HubFixture
 {
     Q_OBJECT
 

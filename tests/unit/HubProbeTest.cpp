@@ -1,10 +1,10 @@
-#include "HubOnScript.h"
+#include "HubFixture.h"
 #include "TestMain.h"
 
 using namespace std::chrono_literals;
 
 /** Tests probes, which ask whether a stream exists at an address. */
-class HubProbeTest : public HubOnScript
+class HubProbeTest : public HubFixture
 {
     Q_OBJECT
 

@@ -1,6 +1,5 @@
 #include "RecordDecoder.h"
 #include "TVStatus.h"
-#include "TapePage.h"
 #include "TestMain.h"
 #include "TranscriptResult.h"
 

@@ -1,10 +1,10 @@
-#include "HubOnScript.h"
+#include "HubFixture.h"
 #include "TestMain.h"
 
 using namespace std::chrono_literals;
 
 /** Tests the addresses of requests for tapes. */
-class HubTapesTest : public HubOnScript
+class HubTapesTest : public HubFixture
 {
     Q_OBJECT
 

@@ -1,6 +1,6 @@
 #include "JsonDocument.h"
 #include "JsonDocuments.h"
-#include "JsonInteger.h"
+#include "JsonNumbers.h"
 #include "TestMain.h"
 
 #include <QTest>

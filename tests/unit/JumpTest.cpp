@@ -1,4 +1,4 @@
-#include "StreamOnScript.h"
+#include "StreamPlayerFixture.h"
 #include "TestMain.h"
 
 #include <QSignalSpy>
@@ -33,105 +33,105 @@ private Q_SLOTS:
 
 void JumpTest::missingDataIsTreatedAsBreak()
 {
-    StreamOnScript script;
-    script.playFrom(20);
-    script.skipData();
-    script.moveTo(30);
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
-    script.jumpTo(80);
-    QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
-    QCOMPARE(script.player->position(), 30.0);
-    QCOMPARE(script.engine->stops, 1);
-    script.clock.advance(1s);
-    QCOMPARE(script.engine->loads.last().startAt, 30.0);
-    script.showPicture(30.2);
-    script.moveTo(50); // the server sends all data again
-    QCOMPARE(script.engine->loads.size(), 2);
-    QCOMPARE(script.player->position(), 50.0);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(20);
+    fixture.skipData();
+    fixture.moveTo(30);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
+    fixture.jumpTo(80);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::WaitingToPlay);
+    QCOMPARE(fixture.player->position(), 30.0);
+    QCOMPARE(fixture.engine->stops, 1);
+    fixture.clock.advance(1s);
+    QCOMPARE(fixture.engine->loads.last().startAt, 30.0);
+    fixture.showPicture(30.2);
+    fixture.moveTo(50); // the server sends all data again
+    QCOMPARE(fixture.engine->loads.size(), 2);
+    QCOMPARE(fixture.player->position(), 50.0);
 }
 
 void JumpTest::positionAfterJumpIsNotReported()
 {
-    StreamOnScript script;
+    StreamPlayerFixture fixture;
     QList<double> reports;
-    const auto observer = script.player->addPeriodicTimeObserver(10s, [&](double seconds) { reports << seconds; });
-    script.playFrom(20);
-    script.skipData();
-    script.moveTo(25);
-    script.jumpTo(80);
+    const auto observer = fixture.player->addPeriodicTimeObserver(10s, [&](double seconds) { reports << seconds; });
+    fixture.playFrom(20);
+    fixture.skipData();
+    fixture.moveTo(25);
+    fixture.jumpTo(80);
     QCOMPARE(reports, QList<double>{});
-    script.clock.advance(1s);
-    script.showPicture(25);
-    script.moveTo(30);
+    fixture.clock.advance(1s);
+    fixture.showPicture(25);
+    fixture.moveTo(30);
     QCOMPARE(reports, QList<double>{30});
 }
 
 void JumpTest::dataMissingAgainIsSkipped()
 {
-    StreamOnScript script;
-    script.playFrom(20);
-    script.skipData();
-    script.moveTo(30);
-    script.jumpTo(80);
-    script.clock.advance(1s);
-    script.showPicture(30.5);
-    script.skipData();
-    script.moveTo(30.8);
-    script.jumpTo(80);
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
-    QCOMPARE(script.player->position(), 80.04);
-    QSignalSpy ended(script.item.get(), &PlayerItem::didPlayToEnd);
-    script.moveTo(119);
-    script.endFile();
+    StreamPlayerFixture fixture;
+    fixture.playFrom(20);
+    fixture.skipData();
+    fixture.moveTo(30);
+    fixture.jumpTo(80);
+    fixture.clock.advance(1s);
+    fixture.showPicture(30.5);
+    fixture.skipData();
+    fixture.moveTo(30.8);
+    fixture.jumpTo(80);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
+    QCOMPARE(fixture.player->position(), 80.04);
+    QSignalSpy ended(fixture.item.get(), &PlayerItem::didPlayToEnd);
+    fixture.moveTo(119);
+    fixture.endFile();
     QCOMPARE(ended.count(), 1);
 }
 
 void JumpTest::dataMissingElsewhereIsTreatedAsBreak()
 {
-    StreamOnScript script;
-    script.playFrom(20);
-    script.skipData();
-    script.jumpTo(40);
-    script.clock.advance(1s);
-    script.showPicture(20);
-    script.skipData();
-    script.jumpTo(40);
-    script.moveTo(50);
-    QCOMPARE(script.engine->loads.size(), 2);
-    script.jumpTo(90);
-    QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
-    script.clock.advance(1s);
-    QCOMPARE(script.engine->loads.last().startAt, 50.0);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(20);
+    fixture.skipData();
+    fixture.jumpTo(40);
+    fixture.clock.advance(1s);
+    fixture.showPicture(20);
+    fixture.skipData();
+    fixture.jumpTo(40);
+    fixture.moveTo(50);
+    QCOMPARE(fixture.engine->loads.size(), 2);
+    fixture.jumpTo(90);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::WaitingToPlay);
+    fixture.clock.advance(1s);
+    QCOMPARE(fixture.engine->loads.last().startAt, 50.0);
 }
 
 void JumpTest::singleMissingSegmentIsSkipped()
 {
-    StreamOnScript script;
-    script.playFrom(20);
-    script.skipData();
-    script.jumpTo(30);
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
-    QCOMPARE(script.player->position(), 30.04);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(20);
+    fixture.skipData();
+    fixture.jumpTo(30);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
+    QCOMPARE(fixture.player->position(), 30.04);
 }
 
 void JumpTest::jumpToEndIsNotTreatedAsEnd()
 {
-    StreamOnScript script;
-    script.playFrom(20);
-    QSignalSpy ended(script.item.get(), &PlayerItem::didPlayToEnd);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(20);
+    QSignalSpy ended(fixture.item.get(), &PlayerItem::didPlayToEnd);
     for (const std::chrono::seconds delay : {1s, 2s, 4s, 8s}) {
-        script.skipData();
-        script.jumpTo(119);
-        script.endFile();
-        QCOMPARE(script.item->status(), Status::ReadyToPlay);
-        script.clock.advance(delay);
-        script.showPicture(20);
+        fixture.skipData();
+        fixture.jumpTo(119);
+        fixture.endFile();
+        QCOMPARE(fixture.item->status(), Status::ReadyToPlay);
+        fixture.clock.advance(delay);
+        fixture.showPicture(20);
     }
-    script.skipData();
-    script.jumpTo(119);
-    QCOMPARE(script.item->status(), Status::Failed);
-    QCOMPARE(int(script.item->error()->cause), int(Cause::BrokenStream));
-    QCOMPARE(script.player->position(), 20.0);
+    fixture.skipData();
+    fixture.jumpTo(119);
+    QCOMPARE(fixture.item->status(), Status::Failed);
+    QCOMPARE(int(fixture.item->error()->cause), int(Cause::BrokenStream));
+    QCOMPARE(fixture.player->position(), 20.0);
     QCOMPARE(ended.count(), 0);
 }
 
@@ -145,71 +145,71 @@ void JumpTest::landingBehindMissingDataIsTreatedAsBreak_data()
 void JumpTest::landingBehindMissingDataIsTreatedAsBreak()
 {
     QFETCH(const bool, atTheStart);
-    StreamOnScript script;
+    StreamPlayerFixture fixture;
     if (atTheStart) {
-        script.setItem();
-        script.player->seek(60, SeekTolerance::AtOrAfter);
-        script.player->play();
-        script.start();
-        script.reportDuration(120);
-        script.skipData();
-        script.showPicture(90);
+        fixture.setItem();
+        fixture.player->seek(60, SeekTolerance::AtOrAfter);
+        fixture.player->play();
+        fixture.start();
+        fixture.reportDuration(120);
+        fixture.skipData();
+        fixture.showPicture(90);
     } else {
-        script.playFrom(20);
-        script.skipData();
-        script.player->seek(60, SeekTolerance::AtOrAfter);
-        script.finishSeek(90);
+        fixture.playFrom(20);
+        fixture.skipData();
+        fixture.player->seek(60, SeekTolerance::AtOrAfter);
+        fixture.finishSeek(90);
     }
-    QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
-    QCOMPARE(script.player->position(), 60.0);
-    script.clock.advance(1s);
-    QCOMPARE(script.engine->loads.last().startAt, 60.0);
-    script.showPicture(60);
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
-    QCOMPARE(script.player->position(), 60.0);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::WaitingToPlay);
+    QCOMPARE(fixture.player->position(), 60.0);
+    fixture.clock.advance(1s);
+    QCOMPARE(fixture.engine->loads.last().startAt, 60.0);
+    fixture.showPicture(60);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
+    QCOMPARE(fixture.player->position(), 60.0);
 }
 
 void JumpTest::secondLandingBehindMissingDataIsAccepted()
 {
-    StreamOnScript script;
-    script.playFrom(20);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(20);
     QList<bool> done;
-    script.skipData();
-    script.player->seek(60, SeekTolerance::AtOrAfter, [&](bool finished) { done << finished; });
-    script.finishSeek(90);
+    fixture.skipData();
+    fixture.player->seek(60, SeekTolerance::AtOrAfter, [&](bool finished) { done << finished; });
+    fixture.finishSeek(90);
     QCOMPARE(done, QList<bool>{});
-    script.clock.advance(1s);
-    script.skipData();
-    script.showPicture(90);
-    QCOMPARE(script.player->position(), 90.0);
+    fixture.clock.advance(1s);
+    fixture.skipData();
+    fixture.showPicture(90);
+    QCOMPARE(fixture.player->position(), 90.0);
     QCOMPARE(done, QList<bool>{true});
 }
 
 void JumpTest::lateReportIsNotTreatedAsJump()
 {
-    StreamOnScript script;
-    script.playFrom(20);
-    script.skipData();
-    script.clock.advance(11s);
-    script.report(31);
-    QCOMPARE(script.player->position(), 31.0);
-    script.player->pause();
-    script.clock.advance(1h);
-    script.player->play();
-    script.jumpTo(80);
-    QCOMPARE(script.player->position(), 31.0);
-    QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(20);
+    fixture.skipData();
+    fixture.clock.advance(11s);
+    fixture.report(31);
+    QCOMPARE(fixture.player->position(), 31.0);
+    fixture.player->pause();
+    fixture.clock.advance(1h);
+    fixture.player->play();
+    fixture.jumpTo(80);
+    QCOMPARE(fixture.player->position(), 31.0);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::WaitingToPlay);
 }
 
 void JumpTest::singleWrongTimestampIsIgnored()
 {
-    StreamOnScript script;
-    script.playFrom(20);
-    script.moveTo(30);
-    script.report(0);
-    QCOMPARE(script.player->position(), 30.0);
-    script.report(30.2);
-    QCOMPARE(script.player->position(), 30.2);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(20);
+    fixture.moveTo(30);
+    fixture.report(0);
+    QCOMPARE(fixture.player->position(), 30.0);
+    fixture.report(30.2);
+    QCOMPARE(fixture.player->position(), 30.2);
 }
 
 void JumpTest::liveStreamPlaysOnAfterJump_data()
@@ -222,14 +222,14 @@ void JumpTest::liveStreamPlaysOnAfterJump_data()
 void JumpTest::liveStreamPlaysOnAfterJump()
 {
     QFETCH(const double, to);
-    StreamOnScript script;
-    script.playFrom(0, Kind::Live);
-    script.skipData();
-    script.report(30);
-    script.report(to);
-    QCOMPARE(script.player->position(), to);
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
-    QCOMPARE(script.engine->loads.size(), 1);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(0, Kind::Live);
+    fixture.skipData();
+    fixture.report(30);
+    fixture.report(to);
+    QCOMPARE(fixture.player->position(), to);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
+    QCOMPARE(fixture.engine->loads.size(), 1);
 }
 
 QUILLMERE_TEST(JumpTest, QCoreApplication)

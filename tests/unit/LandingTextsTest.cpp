@@ -1,7 +1,7 @@
-#include "LandingTexts.h"
-#include "ShortenedText.h"
 #include "StationPalette.h"
+#include "StationTexts.h"
 #include "TestMain.h"
+#include "Text.h"
 
 #include <QTest>
 

@@ -1,4 +1,4 @@
-#include "MetadataItems.h"
+#include "PlaybackTexts.h"
 #include "TestMain.h"
 
 #include <QTest>

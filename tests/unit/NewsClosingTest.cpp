@@ -1,5 +1,5 @@
 #include "NewsController.h"
-#include "NewsOnScript.h"
+#include "NewsControllerFixture.h"
 #include "TestMain.h"
 
 #include <QSignalSpy>
@@ -11,7 +11,7 @@ class NewsClosingTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_news = std::make_unique<NewsOnScript>(); }
+    void init() { m_news = std::make_unique<NewsControllerFixture>(); }
     void cleanup() { m_news.reset(); }
     void closingWhileLitStopsSoundAtOnce();
     void closingWhileLitShowsNoStandbyCard();
@@ -28,7 +28,7 @@ private Q_SLOTS:
 private:
     NewsController& screen() { return *m_news->screen; }
 
-    std::unique_ptr<NewsOnScript> m_news;
+    std::unique_ptr<NewsControllerFixture> m_news;
 };
 
 void NewsClosingTest::closingWhileLitStopsSoundAtOnce()
@@ -80,23 +80,23 @@ void NewsClosingTest::reopenedScreenStartsAgain()
     QVERIFY(screen().isLit());
     QCOMPARE(m_news->players.size(), 2);
     m_news->pause();
-    QCOMPARE(m_news->requests(NewsOnScript::five), 3);
+    QCOMPARE(m_news->requests(NewsControllerFixture::five), 3);
 }
 
 void NewsClosingTest::probeAnsweredAfterClosingIsIgnored()
 {
     screen().appear();
-    const int probe = m_news->store.http.waitingFor(NewsOnScript::five);
+    const int probe = m_news->http.waitingFor(NewsControllerFixture::five);
     QSignalSpy checking(&screen(), &NewsController::checkingChanged);
     QSignalSpy live(&screen(), &NewsController::isLiveChanged);
     screen().disappear();
-    QVERIFY(m_news->store.http.wasCancelled(probe));
-    m_news->store.http.answer(probe, 200);
+    QVERIFY(m_news->http.wasCancelled(probe));
+    m_news->http.answer(probe, 200);
     QVERIFY(m_news->players.isEmpty());
     QVERIFY(screen().isChecking());
     QVERIFY(checking.isEmpty());
     QVERIFY(live.isEmpty());
-    QCOMPARE(m_news->store.http.count(), 1);
+    QCOMPARE(m_news->http.count(), 1);
 }
 
 void NewsClosingTest::statusDecodedAfterClosingIsIgnored()
@@ -104,9 +104,9 @@ void NewsClosingTest::statusDecodedAfterClosingIsIgnored()
     screen().appear();
     m_news->probe(false);
     // The status has arrived and is still being decoded.
-    m_news->store.answer(NewsOnScript::status, R"({"news": {"program_title": "Too late"}})");
+    m_news->answer(NewsControllerFixture::status, R"({"news": {"program_title": "Too late"}})");
     screen().disappear();
-    m_news->store.waitForDecoding();
+    m_news->waitForDecoding();
     QCOMPARE(m_news->store->status().news.programTitle, QString());
 }
 
@@ -114,15 +114,15 @@ void NewsClosingTest::noPassStartsAfterClosing()
 {
     m_news->open(true);
     screen().disappear();
-    const int requestCount = m_news->store.http.count();
+    const int requestCount = m_news->http.count();
     QCOMPARE(m_news->clock.pendingTimers(), 0);
     m_news->clock.advance(1h);
     TVStatus moved;
     moved.news.hlsURL = u"/live/other.m3u8"_s;
     m_news->store->setStatus(moved);
-    screen().pick(NewsOnScript::station(u"7"_s, NewsOnScript::seven));
+    screen().pick(NewsControllerFixture::station(u"7"_s, NewsControllerFixture::seven));
     screen().press(Qt::Key_ChannelUp);
-    QCOMPARE(m_news->store.http.count(), requestCount);
+    QCOMPARE(m_news->http.count(), requestCount);
     QVERIFY(!screen().selected());
 }
 
@@ -142,15 +142,15 @@ void NewsClosingTest::destroyingScreenEndsPassAtAnyPoint()
     if (steps > 0)
         m_news->probe(true);
     if (steps > 1)
-        m_news->store.answer(NewsOnScript::status, R"({"news": {"program_title": "Too late"}})");
+        m_news->answer(NewsControllerFixture::status, R"({"news": {"program_title": "Too late"}})");
     if (steps > 2)
-        m_news->store.waitForDecoding();
+        m_news->waitForDecoding();
     const QString title = m_news->store->status().news.programTitle;
     m_news->screen.reset();
-    const int requestCount = m_news->store.http.count();
+    const int requestCount = m_news->http.count();
     m_news->clock.advance(1h);
-    m_news->store.waitForDecoding();
-    QCOMPARE(m_news->store.http.count(), requestCount + 1);
+    m_news->waitForDecoding();
+    QCOMPARE(m_news->http.count(), requestCount + 1);
     QCOMPARE(m_news->store->status().news.programTitle, title);
     QVERIFY(!m_news->player());
 }

@@ -1,6 +1,6 @@
 #include "NewsController.h"
 #include "HubURL.h"
-#include "NewsOnScript.h"
+#include "NewsControllerFixture.h"
 #include "TestMain.h"
 
 #include <QSignalSpy>
@@ -13,7 +13,7 @@ class NewsControllerTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_news = std::make_unique<NewsOnScript>(); }
+    void init() { m_news = std::make_unique<NewsControllerFixture>(); }
     void cleanup() { m_news.reset(); }
     void screenSendsNothingBeforeItAppears();
     void openingScreenStartsChecking();
@@ -37,12 +37,12 @@ private Q_SLOTS:
 private:
     NewsController& screen() { return *m_news->screen; }
 
-    std::unique_ptr<NewsOnScript> m_news;
+    std::unique_ptr<NewsControllerFixture> m_news;
 };
 
 void NewsControllerTest::screenSendsNothingBeforeItAppears()
 {
-    QCOMPARE(m_news->store.http.count(), 0);
+    QCOMPARE(m_news->http.count(), 0);
     QVERIFY(!screen().isChecking());
     QVERIFY(!screen().isLive());
     QVERIFY(!screen().player());
@@ -56,8 +56,8 @@ void NewsControllerTest::openingScreenStartsChecking()
     QVERIFY(screen().isChecking());
     QVERIFY(!screen().isLive());
     QVERIFY(screen().isOnStandby());
-    QCOMPARE(m_news->store.http.count(), 1);
-    QVERIFY(m_news->isWaitingFor(NewsOnScript::five));
+    QCOMPARE(m_news->http.count(), 1);
+    QVERIFY(m_news->isWaitingFor(NewsControllerFixture::five));
 }
 
 void NewsControllerTest::darkTowerShowsStandby()
@@ -68,7 +68,7 @@ void NewsControllerTest::darkTowerShowsStandby()
     QVERIFY(!screen().isLive());
     QVERIFY(screen().isOnStandby());
     QVERIFY(m_news->players.isEmpty());
-    QVERIFY(m_news->isWaitingFor(NewsOnScript::status));
+    QVERIFY(m_news->isWaitingFor(NewsControllerFixture::status));
 }
 
 void NewsControllerTest::litTowerIsPlayedLive()
@@ -81,11 +81,11 @@ void NewsControllerTest::litTowerIsPlayedLive()
     QVERIFY(!screen().isOnStandby());
     QCOMPARE(screen().shownStationNumbers(), QStringList{u"5"_s});
     QCOMPARE(screen().player(), m_news->player());
-    QCOMPARE(m_news->player()->item()->url(), *hubURL(NewsOnScript::five));
+    QCOMPARE(m_news->player()->item()->url(), *hubURL(NewsControllerFixture::five));
     QVERIFY(m_news->player()->item()->isLive());
     QVERIFY(m_news->player()->automaticallyWaitsToMinimizeStalling());
     QCOMPARE(m_news->player()->timeControl(), VideoPlayer::TimeControl::WaitingToPlay);
-    QVERIFY(m_news->isWaitingFor(NewsOnScript::status));
+    QVERIFY(m_news->isWaitingFor(NewsControllerFixture::status));
 }
 
 void NewsControllerTest::playerIsKeptWhileTowerStaysLit()
@@ -137,15 +137,15 @@ void NewsControllerTest::passSendsOneProbeAndOneStatusRequest()
 {
     screen().appear();
     for (int pass = 1; pass <= 4; ++pass) {
-        QCOMPARE(m_news->requests(NewsOnScript::five), pass);
-        QCOMPARE(m_news->requests(NewsOnScript::status), pass - 1);
+        QCOMPARE(m_news->requests(NewsControllerFixture::five), pass);
+        QCOMPARE(m_news->requests(NewsControllerFixture::status), pass - 1);
         m_news->probe(pass % 2 == 0);
-        QCOMPARE(m_news->requests(NewsOnScript::status), pass);
+        QCOMPARE(m_news->requests(NewsControllerFixture::status), pass);
         m_news->refresh();
         m_news->pause();
     }
     // The requests are equal, but no answer is cached: each one goes to the hub.
-    QCOMPARE(m_news->store.http.request(0).cache, HttpRequest::Cache::Bypass);
+    QCOMPARE(m_news->http.request(0).cache, HttpRequest::Cache::Bypass);
 }
 
 void NewsControllerTest::nextPassStartsSixSecondsAfterLastAnswer()
@@ -154,12 +154,12 @@ void NewsControllerTest::nextPassStartsSixSecondsAfterLastAnswer()
     m_news->clock.advance(5s);
     m_news->probe(false);
     m_news->clock.advance(5s);
-    QCOMPARE(m_news->requests(NewsOnScript::five), 1);
+    QCOMPARE(m_news->requests(NewsControllerFixture::five), 1);
     m_news->refresh();
     m_news->clock.advance(5999ms);
-    QCOMPARE(m_news->requests(NewsOnScript::five), 1);
+    QCOMPARE(m_news->requests(NewsControllerFixture::five), 1);
     m_news->clock.advance(1ms);
-    QCOMPARE(m_news->requests(NewsOnScript::five), 2);
+    QCOMPARE(m_news->requests(NewsControllerFixture::five), 2);
 }
 
 void NewsControllerTest::refreshedStatusIsStored()
@@ -183,13 +183,13 @@ void NewsControllerTest::failedRefreshKeepsOldStatus()
     m_news->open(true, R"({"news": {"program_title": "The Late Report"}})");
     m_news->pause();
     m_news->probe(true);
-    QSignalSpy changes(m_news->store.store.get(), &Store::objectWillChange);
+    QSignalSpy changes(m_news->store.get(), &Store::objectWillChange);
     m_news->refresh(body, code);
     QCOMPARE(m_news->store->status().news.programTitle, u"The Late Report"_s);
     QVERIFY(changes.isEmpty());
     QVERIFY(screen().isLit());
     m_news->pause();
-    QVERIFY(m_news->isWaitingFor(NewsOnScript::five));
+    QVERIFY(m_news->isWaitingFor(NewsControllerFixture::five));
 }
 
 void NewsControllerTest::passWaitsForHangingHub()
@@ -197,13 +197,13 @@ void NewsControllerTest::passWaitsForHangingHub()
     screen().appear();
     m_news->clock.advance(1h);
     QVERIFY(screen().isChecking());
-    QCOMPARE(m_news->store.http.count(), 1);
-    m_news->store.http.fail(0, u"too late"_s, HttpFailure::Kind::TimedOut);
+    QCOMPARE(m_news->http.count(), 1);
+    m_news->http.fail(0, u"too late"_s, HttpFailure::Kind::TimedOut);
     QVERIFY(!screen().isChecking());
     QVERIFY(!screen().isLive());
     m_news->clock.advance(1h);
-    QCOMPARE(m_news->store.http.count(), 2);
-    m_news->store.http.fail(1, u"too late"_s, HttpFailure::Kind::TimedOut);
+    QCOMPARE(m_news->http.count(), 2);
+    m_news->http.fail(1, u"too late"_s, HttpFailure::Kind::TimedOut);
     m_news->pause();
     m_news->probe(true);
     QVERIFY(screen().isLit());
@@ -228,7 +228,7 @@ void NewsControllerTest::invalidPathStaysOnStandby()
         m_news->refresh(R"({"news": {"hls_url": ")" + path + R"("}})");
         m_news->pause();
     }
-    QCOMPARE(m_news->requests(NewsOnScript::five), 1);
+    QCOMPARE(m_news->requests(NewsControllerFixture::five), 1);
     QCOMPARE(m_news->players.size(), 1);
 }
 
@@ -239,7 +239,7 @@ void NewsControllerTest::newStationPathIsProbedAtOnce()
     QVERIFY(screen().isChecking());
     m_news->pause();
     // The replaced polling sends no more requests.
-    QCOMPARE(m_news->requests(NewsOnScript::five), 1);
+    QCOMPARE(m_news->requests(NewsControllerFixture::five), 1);
     QCOMPARE(m_news->requests(u"/live/other.m3u8"_s), 1);
 }
 

@@ -1,5 +1,5 @@
 #include "NewsController.h"
-#include "NewsOnScript.h"
+#include "NewsControllerFixture.h"
 #include "TestMain.h"
 
 #include <QTest>
@@ -25,7 +25,8 @@ public:
 
     QCoro::Task<HttpResult> get(HttpRequest request, std::stop_token) override
     {
-        co_return request.url.path() == NewsOnScript::status ? statusAnswer(++refreshes) : probeAnswer(++probes);
+        co_return request.url.path() == NewsControllerFixture::status ? statusAnswer(++refreshes)
+                                                                      : probeAnswer(++probes);
     }
 
 private:
@@ -48,7 +49,7 @@ private:
         case 2:
             return tl::unexpected(HttpFailure{HttpFailure::Kind::Network, u"no route"_s});
         default:
-            return HttpResponse{200, NewsOnScript::threeStations()};
+            return HttpResponse{200, NewsControllerFixture::threeStations()};
         }
     }
 };

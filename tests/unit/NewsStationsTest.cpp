@@ -1,6 +1,6 @@
 #include "HubURL.h"
 #include "NewsController.h"
-#include "NewsOnScript.h"
+#include "NewsControllerFixture.h"
 #include "TestMain.h"
 
 #include <QSignalSpy>
@@ -19,7 +19,7 @@ class NewsStationsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_news = std::make_unique<NewsOnScript>(); }
+    void init() { m_news = std::make_unique<NewsControllerFixture>(); }
     void cleanup() { m_news.reset(); }
     void withoutChannelsThereIsOneStationAndNoTuner();
     void tunerIsShownForTwoStations();
@@ -52,16 +52,16 @@ private Q_SLOTS:
 
 private:
     NewsController& screen() { return *m_news->screen; }
-    void openThree(bool lit) { m_news->open(lit, NewsOnScript::threeStations()); }
+    void openThree(bool lit) { m_news->open(lit, NewsControllerFixture::threeStations()); }
     void pick(int index) { screen().pick(screen().stations().at(index)); }
 
-    std::unique_ptr<NewsOnScript> m_news;
+    std::unique_ptr<NewsControllerFixture> m_news;
 };
 
 void NewsStationsTest::withoutChannelsThereIsOneStationAndNoTuner()
 {
     m_news->open(false);
-    QCOMPARE(screen().stations(), QList<TunerStation>({{u"5"_s, u"5 O'Clock News"_s, NewsOnScript::five}}));
+    QCOMPARE(screen().stations(), QList<TunerStation>({{u"5"_s, u"5 O'Clock News"_s, NewsControllerFixture::five}}));
     QCOMPARE(screen().currentStation(), screen().stations().constFirst());
     QVERIFY(!screen().hasTuner());
 }
@@ -86,7 +86,7 @@ void NewsStationsTest::unchangedStationsAreNotNotified()
     QSignalSpy stations(&screen(), &NewsController::stationsChanged);
     QSignalSpy station(&screen(), &NewsController::currentStationChanged);
     m_news->pause();
-    m_news->pass(true, NewsOnScript::five, NewsOnScript::threeStations());
+    m_news->pass(true, NewsControllerFixture::five, NewsControllerFixture::threeStations());
     QCOMPARE(stations.count(), 0);
     QCOMPARE(station.count(), 0);
 }
@@ -103,19 +103,19 @@ void NewsStationsTest::pickingStationTunesToIt()
     QVERIFY(screen().isOnStandby());
     QCOMPARE(screen().selected(), screen().stations().at(1));
     QCOMPARE(m_news->number(), u"7"_s);
-    QVERIFY(m_news->isWaitingFor(NewsOnScript::seven));
+    QVERIFY(m_news->isWaitingFor(NewsControllerFixture::seven));
 }
 
 void NewsStationsTest::pickingCurrentStationChangesNothing()
 {
     openThree(true);
-    const int requestCount = m_news->store.http.count();
+    const int requestCount = m_news->http.count();
     const auto callsBefore = *m_news->calls.last();
     pick(0);
     QVERIFY(screen().isLit());
     QVERIFY(!screen().isChecking());
     QVERIFY(!screen().selected());
-    QCOMPARE(m_news->store.http.count(), requestCount);
+    QCOMPARE(m_news->http.count(), requestCount);
     QCOMPARE(*m_news->calls.last(), callsBefore);
 }
 
@@ -127,24 +127,24 @@ void NewsStationsTest::stationWithSameNumberIsSameStation()
     pick(1);
     QVERIFY(screen().isLit());
     QVERIFY(!screen().selected());
-    QCOMPARE(screen().currentStation().path, NewsOnScript::five);
+    QCOMPARE(screen().currentStation().path, NewsControllerFixture::five);
 }
 
 void NewsStationsTest::pickingDuringProbeEndsInChecking()
 {
     openThree(true);
     m_news->pause();
-    const int probe = m_news->store.http.waitingFor(NewsOnScript::five);
+    const int probe = m_news->http.waitingFor(NewsControllerFixture::five);
     QStringList seen;
     connect(&screen(), &NewsController::checkingChanged, this,
             [&] { seen.append(screen().isChecking() ? u"checking"_s : u"answered"_s); });
     pick(1);
-    QVERIFY(m_news->store.http.wasCancelled(probe));
+    QVERIFY(m_news->http.wasCancelled(probe));
     // The cancelled probe answers false, which counts as an answer; then polling of the new station starts.
     QCOMPARE(seen, QStringList({u"checking"_s, u"answered"_s, u"checking"_s}));
     QVERIFY(!screen().isLive());
-    QCOMPARE(m_news->requests(NewsOnScript::seven), 1);
-    m_news->pass(true, NewsOnScript::seven, NewsOnScript::threeStations());
+    QCOMPARE(m_news->requests(NewsControllerFixture::seven), 1);
+    m_news->pass(true, NewsControllerFixture::seven, NewsControllerFixture::threeStations());
     QVERIFY(screen().isLit());
     QCOMPARE(m_news->clock.pendingTimers(), 1);
 }
@@ -154,16 +154,16 @@ void NewsStationsTest::pickingDuringRefreshCancelsRefresh()
     openThree(false);
     m_news->pause();
     m_news->probe(true);
-    const int refresh = m_news->store.http.waitingFor(NewsOnScript::status);
+    const int refresh = m_news->http.waitingFor(NewsControllerFixture::status);
     pick(2);
-    QVERIFY(m_news->store.http.wasCancelled(refresh));
+    QVERIFY(m_news->http.wasCancelled(refresh));
     QVERIFY(!screen().isLive());
     QVERIFY(!screen().player());
-    m_news->pass(true, NewsOnScript::nine, NewsOnScript::threeStations());
+    m_news->pass(true, NewsControllerFixture::nine, NewsControllerFixture::threeStations());
     QVERIFY(screen().isLit());
     m_news->pause();
-    QCOMPARE(m_news->requests(NewsOnScript::nine), 2);
-    QCOMPARE(m_news->requests(NewsOnScript::five), 2);
+    QCOMPARE(m_news->requests(NewsControllerFixture::nine), 2);
+    QCOMPARE(m_news->requests(NewsControllerFixture::five), 2);
 }
 
 void NewsStationsTest::pickingDuringPauseProbesAtOnce()
@@ -171,20 +171,20 @@ void NewsStationsTest::pickingDuringPauseProbesAtOnce()
     openThree(false);
     pick(1);
     QCOMPARE(m_news->clock.pendingTimers(), 0);
-    QVERIFY(m_news->isWaitingFor(NewsOnScript::seven));
+    QVERIFY(m_news->isWaitingFor(NewsControllerFixture::seven));
     m_news->clock.advance(1h);
-    QCOMPARE(m_news->requests(NewsOnScript::five), 1);
+    QCOMPARE(m_news->requests(NewsControllerFixture::five), 1);
 }
 
 void NewsStationsTest::pickedStationWithSamePathKeepsPolling()
 {
     m_news->open(true, R"({"news": {"channels": {"7": {"label": "Seven", "path": "/live/news/index.m3u8"}}}})");
-    const int requestCount = m_news->store.http.count();
+    const int requestCount = m_news->http.count();
     pick(1);
     QCOMPARE(m_news->number(), u"7"_s);
     QVERIFY(!screen().player());
     QVERIFY(screen().isChecking());
-    QCOMPARE(m_news->store.http.count(), requestCount);
+    QCOMPARE(m_news->http.count(), requestCount);
     m_news->pause();
     m_news->probe(true);
     QVERIFY(screen().isLit());
@@ -196,12 +196,12 @@ void NewsStationsTest::pickedStationIsKeptWhenStatusOmitsIt()
 {
     openThree(false);
     pick(1);
-    m_news->pass(true, NewsOnScript::seven, "{}");
+    m_news->pass(true, NewsControllerFixture::seven, "{}");
     QVERIFY(!screen().hasTuner());
     QCOMPARE(m_news->number(), u"7"_s);
     QVERIFY(screen().isLit());
     m_news->pause();
-    QVERIFY(m_news->isWaitingFor(NewsOnScript::seven));
+    QVERIFY(m_news->isWaitingFor(NewsControllerFixture::seven));
 }
 
 void NewsStationsTest::pickedStationIsForgottenWhenScreenCloses()
@@ -210,7 +210,7 @@ void NewsStationsTest::pickedStationIsForgottenWhenScreenCloses()
     pick(1);
     screen().disappear();
     NewsController next;
-    next.setStore(m_news->store.store.get());
+    next.setStore(m_news->store.get());
     QVERIFY(!next.selected());
     QCOMPARE(next.currentStation().number, u"5"_s);
 }
@@ -219,12 +219,12 @@ void NewsStationsTest::pickedStationIsPlayedWhenItsTowerIsLit()
 {
     openThree(true);
     pick(1);
-    m_news->pass(false, NewsOnScript::seven, NewsOnScript::threeStations());
+    m_news->pass(false, NewsControllerFixture::seven, NewsControllerFixture::threeStations());
     QCOMPARE(m_news->players.size(), 1);
     m_news->pause();
-    m_news->probe(true, NewsOnScript::seven);
+    m_news->probe(true, NewsControllerFixture::seven);
     QCOMPARE(m_news->players.size(), 2);
-    QCOMPARE(m_news->player()->item()->url(), *hubURL(NewsOnScript::seven));
+    QCOMPARE(m_news->player()->item()->url(), *hubURL(NewsControllerFixture::seven));
     QCOMPARE(screen().shownStationNumbers(), QStringList{u"7"_s});
 }
 
@@ -258,11 +258,11 @@ void NewsStationsTest::statusSetDuringProbeCancelsProbe()
 {
     m_news->open(true);
     m_news->pause();
-    const int probe = m_news->store.http.waitingFor(NewsOnScript::five);
+    const int probe = m_news->http.waitingFor(NewsControllerFixture::five);
     TVStatus status;
     status.news.hlsURL = u"/live/other.m3u8"_s;
     m_news->store->setStatus(status);
-    QVERIFY(m_news->store.http.wasCancelled(probe));
+    QVERIFY(m_news->http.wasCancelled(probe));
     QVERIFY(!screen().player());
     QVERIFY(!screen().isLive());
     QVERIFY(screen().isChecking());
@@ -303,7 +303,8 @@ void NewsStationsTest::channelKeysSkipStationsThatCannotBePicked()
     screen().press(Qt::Key_ChannelDown);
     screen().press(Qt::Key_ChannelDown);
     seen.append(screen().currentStation().path);
-    QCOMPARE(seen, QStringList({NewsOnScript::seven, NewsOnScript::five, u"/live/another/index.m3u8"_s}));
+    QCOMPARE(seen,
+             QStringList({NewsControllerFixture::seven, NewsControllerFixture::five, u"/live/another/index.m3u8"_s}));
 }
 
 void NewsStationsTest::channelKeysStepFromStationNoLongerListed_data()
@@ -318,7 +319,7 @@ void NewsStationsTest::channelKeysStepFromStationNoLongerListed()
 {
     QFETCH(const int, key);
     openThree(false);
-    screen().pick(NewsOnScript::station(u"13"_s, u"/live/thirteen.m3u8"_s));
+    screen().pick(NewsControllerFixture::station(u"13"_s, u"/live/thirteen.m3u8"_s));
     screen().press(key);
     QTEST(m_news->number(), "station");
 }
@@ -326,7 +327,7 @@ void NewsStationsTest::channelKeysStepFromStationNoLongerListed()
 void NewsStationsTest::channelKeysFindStationWithChangedLabel()
 {
     openThree(false);
-    screen().pick(NewsOnScript::station(u"7"_s, NewsOnScript::seven));
+    screen().pick(NewsControllerFixture::station(u"7"_s, NewsControllerFixture::seven));
     QVERIFY(!screen().stations().contains(screen().currentStation()));
     screen().press(Qt::Key_ChannelUp);
     QCOMPARE(m_news->number(), u"9"_s);

@@ -1,4 +1,4 @@
-#include "PlayerOnScript.h"
+#include "PlayerControllerFixture.h"
 #include "TestMain.h"
 
 #include <QTest>
@@ -30,98 +30,98 @@ const QList<MediaTrack> subtitles{{1, MediaTrack::Kind::Subtitle, u"English"_s, 
 
 void PlayerControllerPanelTest::downOpensPanelAndUpClosesIt()
 {
-    PlayerOnScript script;
-    QVERIFY(script.tap(Qt::Key_Up));
-    QVERIFY(!script.controller.panelShown());
-    QVERIFY(script.tap(Qt::Key_Down));
-    QVERIFY(script.controller.panelShown());
-    QVERIFY(script.tap(Qt::Key_Down));
-    QVERIFY(script.controller.panelShown());
-    QVERIFY(script.tap(Qt::Key_Up));
-    QVERIFY(!script.controller.panelShown());
+    PlayerControllerFixture fixture;
+    QVERIFY(fixture.tap(Qt::Key_Up));
+    QVERIFY(!fixture.controller.panelShown());
+    QVERIFY(fixture.tap(Qt::Key_Down));
+    QVERIFY(fixture.controller.panelShown());
+    QVERIFY(fixture.tap(Qt::Key_Down));
+    QVERIFY(fixture.controller.panelShown());
+    QVERIFY(fixture.tap(Qt::Key_Up));
+    QVERIFY(!fixture.controller.panelShown());
 }
 
 void PlayerControllerPanelTest::panelDoesNotHideByItself()
 {
-    PlayerOnScript script;
-    script.tap(Qt::Key_Down);
-    script.clock.advance(1h);
-    QVERIFY(script.controller.panelShown());
-    QVERIFY(!script.controller.transportShown());
+    PlayerControllerFixture fixture;
+    fixture.tap(Qt::Key_Down);
+    fixture.clock.advance(1h);
+    QVERIFY(fixture.controller.panelShown());
+    QVERIFY(!fixture.controller.transportShown());
 }
 
 void PlayerControllerPanelTest::panelWithTracksGetsArrowKeys()
 {
-    PlayerOnScript script;
-    script.player->setTracks(subtitles);
-    script.tap(Qt::Key_Down);
+    PlayerControllerFixture fixture;
+    fixture.player->setTracks(subtitles);
+    fixture.tap(Qt::Key_Down);
     for (const int key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Down, Qt::Key_Select}) {
-        QVERIFY(!script.controller.press(key));
-        QVERIFY(!script.controller.press(key, true));
+        QVERIFY(!fixture.controller.press(key));
+        QVERIFY(!fixture.controller.press(key, true));
     }
-    QCOMPARE(script.player->seeks.size(), 0);
-    QCOMPARE(script.player->timeControl(), VideoPlayer::TimeControl::Playing);
-    QVERIFY(script.tap(Qt::Key_MediaTogglePlayPause));
-    QCOMPARE(script.player->timeControl(), VideoPlayer::TimeControl::Paused);
+    QCOMPARE(fixture.player->seeks.size(), 0);
+    QCOMPARE(fixture.player->timeControl(), VideoPlayer::TimeControl::Playing);
+    QVERIFY(fixture.tap(Qt::Key_MediaTogglePlayPause));
+    QCOMPARE(fixture.player->timeControl(), VideoPlayer::TimeControl::Paused);
 }
 
 void PlayerControllerPanelTest::panelWithoutTracksLeavesArrowKeysToPlayer()
 {
-    PlayerOnScript script;
-    script.tap(Qt::Key_Down);
-    QVERIFY(script.tap(Qt::Key_Right));
-    QCOMPARE(script.player->targets(), QList<double>{610});
-    QVERIFY(script.tap(Qt::Key_Select));
-    QCOMPARE(script.player->timeControl(), VideoPlayer::TimeControl::Paused);
-    QVERIFY(script.controller.panelShown());
+    PlayerControllerFixture fixture;
+    fixture.tap(Qt::Key_Down);
+    QVERIFY(fixture.tap(Qt::Key_Right));
+    QCOMPARE(fixture.player->targets(), QList<double>{610});
+    QVERIFY(fixture.tap(Qt::Key_Select));
+    QCOMPARE(fixture.player->timeControl(), VideoPlayer::TimeControl::Paused);
+    QVERIFY(fixture.controller.panelShown());
 }
 
 void PlayerControllerPanelTest::upClosesPanelOnlyFromTop()
 {
-    PlayerOnScript script;
-    script.player->setTracks(subtitles);
-    script.tap(Qt::Key_Down);
-    script.controller.setPanelTopFocused(false);
-    QVERIFY(!script.controller.press(Qt::Key_Up));
-    QVERIFY(script.controller.panelShown());
-    script.controller.setPanelTopFocused(true);
-    QVERIFY(script.controller.press(Qt::Key_Up));
-    QVERIFY(!script.controller.panelShown());
+    PlayerControllerFixture fixture;
+    fixture.player->setTracks(subtitles);
+    fixture.tap(Qt::Key_Down);
+    fixture.controller.setPanelTopFocused(false);
+    QVERIFY(!fixture.controller.press(Qt::Key_Up));
+    QVERIFY(fixture.controller.panelShown());
+    fixture.controller.setPanelTopFocused(true);
+    QVERIFY(fixture.controller.press(Qt::Key_Up));
+    QVERIFY(!fixture.controller.panelShown());
 }
 
 void PlayerControllerPanelTest::repeatedUpDoesNotClosePanel()
 {
-    PlayerOnScript script;
-    script.player->setTracks(subtitles);
-    script.tap(Qt::Key_Down);
-    QVERIFY(script.controller.press(Qt::Key_Up, true));
-    QVERIFY(script.controller.panelShown());
+    PlayerControllerFixture fixture;
+    fixture.player->setTracks(subtitles);
+    fixture.tap(Qt::Key_Down);
+    QVERIFY(fixture.controller.press(Qt::Key_Up, true));
+    QVERIFY(fixture.controller.panelShown());
 }
 
 void PlayerControllerPanelTest::pickedTrackIsSelectedInPlayer()
 {
-    PlayerOnScript script;
-    script.player->setTracks(subtitles);
-    script.controller.subtitleTracks()->pick(1);
-    script.controller.subtitleTracks()->pick(0);
-    QCOMPARE(script.player->selections.size(), 2);
-    QCOMPARE(script.player->selections.first().kind, MediaTrack::Kind::Subtitle);
-    QCOMPARE(script.player->selections.first().id, 1);
-    QCOMPARE(script.player->selections.last().id, MediaTrack::none);
-    script.player.reset();
-    script.controller.subtitleTracks()->pick(0);
+    PlayerControllerFixture fixture;
+    fixture.player->setTracks(subtitles);
+    fixture.controller.subtitleTracks()->pick(1);
+    fixture.controller.subtitleTracks()->pick(0);
+    QCOMPARE(fixture.player->selections.size(), 2);
+    QCOMPARE(fixture.player->selections.first().kind, MediaTrack::Kind::Subtitle);
+    QCOMPARE(fixture.player->selections.first().id, 1);
+    QCOMPARE(fixture.player->selections.last().id, MediaTrack::none);
+    fixture.player.reset();
+    fixture.controller.subtitleTracks()->pick(0);
 }
 
 void PlayerControllerPanelTest::trackListsFollowPlayer()
 {
-    PlayerOnScript script;
-    script.player->setTracks(subtitles);
-    QCOMPARE(script.controller.subtitleTracks()->count(), 2);
-    QCOMPARE(script.controller.audioTracks()->count(), 0);
-    script.controller.setPlayer(nullptr);
-    QCOMPARE(script.controller.subtitleTracks()->count(), 0);
-    script.controller.setPlayer(script.player.get());
-    QCOMPARE(script.controller.subtitleTracks()->count(), 2);
+    PlayerControllerFixture fixture;
+    fixture.player->setTracks(subtitles);
+    QCOMPARE(fixture.controller.subtitleTracks()->count(), 2);
+    QCOMPARE(fixture.controller.audioTracks()->count(), 0);
+    fixture.controller.setPlayer(nullptr);
+    QCOMPARE(fixture.controller.subtitleTracks()->count(), 0);
+    fixture.controller.setPlayer(fixture.player.get());
+    QCOMPARE(fixture.controller.subtitleTracks()->count(), 2);
 }
 
 QUILLMERE_TEST(PlayerControllerPanelTest, QCoreApplication)

@@ -1,4 +1,4 @@
-#include "PlayerOnScript.h"
+#include "PlayerControllerFixture.h"
 #include "TestMain.h"
 
 #include <QTest>
@@ -72,229 +72,229 @@ void PlayerControllerScrubTest::scrubIsFasterWhenHeldLonger()
 
 void PlayerControllerScrubTest::heldArrowSkipsThenScrubs()
 {
-    PlayerOnScript script;
-    script.hold(Qt::Key_Right, 400ms + 3s);
-    QVERIFY(script.controller.release(Qt::Key_Right));
-    QCOMPARE(script.player->targets(), (QList<double>{610, 642}));
-    QCOMPARE(script.player->seeks.last().tolerance, SeekTolerance::AtOrAfter);
+    PlayerControllerFixture fixture;
+    fixture.hold(Qt::Key_Right, 400ms + 3s);
+    QVERIFY(fixture.controller.release(Qt::Key_Right));
+    QCOMPARE(fixture.player->targets(), (QList<double>{610, 642}));
+    QCOMPARE(fixture.player->seeks.last().tolerance, SeekTolerance::AtOrAfter);
 }
 
 void PlayerControllerScrubTest::heldLeftArrowScrubsBackward()
 {
-    PlayerOnScript script;
-    script.hold(Qt::Key_Left, 400ms + 3s);
-    QVERIFY(script.controller.release(Qt::Key_Left));
-    QCOMPARE(script.player->targets(), (QList<double>{590, 558}));
+    PlayerControllerFixture fixture;
+    fixture.hold(Qt::Key_Left, 400ms + 3s);
+    QVERIFY(fixture.controller.release(Qt::Key_Left));
+    QCOMPARE(fixture.player->targets(), (QList<double>{590, 558}));
 }
 
 void PlayerControllerScrubTest::fastForwardAndRewindScrubFromPress()
 {
-    PlayerOnScript script;
-    script.hold(Qt::Key_AudioForward, 3s);
-    QVERIFY(script.controller.release(Qt::Key_AudioForward));
-    script.hold(Qt::Key_AudioRewind, 1s);
-    QVERIFY(script.controller.release(Qt::Key_AudioRewind));
-    QCOMPARE(script.player->targets(), (QList<double>{632, 624}));
+    PlayerControllerFixture fixture;
+    fixture.hold(Qt::Key_AudioForward, 3s);
+    QVERIFY(fixture.controller.release(Qt::Key_AudioForward));
+    fixture.hold(Qt::Key_AudioRewind, 1s);
+    QVERIFY(fixture.controller.release(Qt::Key_AudioRewind));
+    QCOMPARE(fixture.player->targets(), (QList<double>{632, 624}));
 }
 
 void PlayerControllerScrubTest::stateShowsDirectionAndSpeed()
 {
-    PlayerOnScript script;
-    script.controller.press(Qt::Key_AudioForward);
-    QCOMPARE(script.controller.state(), State::FastForwarding);
-    QCOMPARE(script.controller.stateText(), u"Fast forward 8×"_s);
-    const QSignalSpy changes(&script.controller, &PlayerController::stateChanged);
-    script.clock.advance(2s);
-    QCOMPARE(script.controller.stateText(), u"Fast forward 16×"_s);
+    PlayerControllerFixture fixture;
+    fixture.controller.press(Qt::Key_AudioForward);
+    QCOMPARE(fixture.controller.state(), State::FastForwarding);
+    QCOMPARE(fixture.controller.stateText(), u"Fast forward 8×"_s);
+    const QSignalSpy changes(&fixture.controller, &PlayerController::stateChanged);
+    fixture.clock.advance(2s);
+    QCOMPARE(fixture.controller.stateText(), u"Fast forward 16×"_s);
     QCOMPARE(changes.count(), 1);
-    QVERIFY(script.controller.isScrubbing());
-    script.controller.release(Qt::Key_AudioForward);
-    QCOMPARE(script.controller.state(), State::Playing);
-    QVERIFY(!script.controller.isScrubbing());
-    script.controller.press(Qt::Key_AudioRewind);
-    QCOMPARE(script.controller.state(), State::Rewinding);
-    QCOMPARE(script.controller.stateText(), u"Rewind 8×"_s);
-    QVERIFY(script.controller.isScrubbing());
+    QVERIFY(fixture.controller.isScrubbing());
+    fixture.controller.release(Qt::Key_AudioForward);
+    QCOMPARE(fixture.controller.state(), State::Playing);
+    QVERIFY(!fixture.controller.isScrubbing());
+    fixture.controller.press(Qt::Key_AudioRewind);
+    QCOMPARE(fixture.controller.state(), State::Rewinding);
+    QCOMPARE(fixture.controller.stateText(), u"Rewind 8×"_s);
+    QVERIFY(fixture.controller.isScrubbing());
 }
 
 void PlayerControllerScrubTest::scrubMovesPositionWhilePictureIsPaused()
 {
-    PlayerOnScript script;
-    script.controller.press(Qt::Key_AudioForward);
-    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
-    QCOMPARE(script.controller.elapsedText(), u"10:00"_s);
-    script.clock.advance(4s);
-    QCOMPARE(script.controller.elapsedText(), u"10:48"_s);
-    QCOMPARE(script.controller.remainingText(), u"-49:12"_s);
-    QCOMPARE(script.controller.progress(), 737.0 / 4096);
-    QCOMPARE(script.player->seeks.size(), 0);
+    PlayerControllerFixture fixture;
+    fixture.controller.press(Qt::Key_AudioForward);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
+    QCOMPARE(fixture.controller.elapsedText(), u"10:00"_s);
+    fixture.clock.advance(4s);
+    QCOMPARE(fixture.controller.elapsedText(), u"10:48"_s);
+    QCOMPARE(fixture.controller.remainingText(), u"-49:12"_s);
+    QCOMPARE(fixture.controller.progress(), 737.0 / 4096);
+    QCOMPARE(fixture.player->seeks.size(), 0);
 }
 
 void PlayerControllerScrubTest::positionUpdatesBetweenKeyRepeats()
 {
-    PlayerOnScript script;
-    script.controller.press(Qt::Key_AudioForward);
-    const QSignalSpy moves(&script.controller, &PlayerController::timesChanged);
-    script.clock.advance(1s);
+    PlayerControllerFixture fixture;
+    fixture.controller.press(Qt::Key_AudioForward);
+    const QSignalSpy moves(&fixture.controller, &PlayerController::timesChanged);
+    fixture.clock.advance(1s);
     QCOMPARE(moves.count(), 8);
 }
 
 void PlayerControllerScrubTest::playbackContinuesWhereKeyIsReleased()
 {
-    PlayerOnScript script;
-    script.hold(Qt::Key_AudioForward, 3s);
-    const QSignalSpy changes(&script.controller, &PlayerController::stateChanged);
-    script.controller.release(Qt::Key_AudioForward);
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
-    QCOMPARE(script.controller.elapsedText(), u"10:32"_s);
-    QCOMPARE(script.player->calls()->last(2), (QStringList{u"seek"_s, u"play"_s}));
+    PlayerControllerFixture fixture;
+    fixture.hold(Qt::Key_AudioForward, 3s);
+    const QSignalSpy changes(&fixture.controller, &PlayerController::stateChanged);
+    fixture.controller.release(Qt::Key_AudioForward);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
+    QCOMPARE(fixture.controller.elapsedText(), u"10:32"_s);
+    QCOMPARE(fixture.player->calls()->last(2), (QStringList{u"seek"_s, u"play"_s}));
     QCOMPARE(changes.count(), 1); // directly from fast forward to playing
 }
 
 void PlayerControllerScrubTest::pausedPlayerStaysPausedAfterScrub()
 {
-    PlayerOnScript script;
-    script.tap(Qt::Key_MediaPause);
-    script.hold(Qt::Key_AudioForward, 3s);
-    script.controller.release(Qt::Key_AudioForward);
-    QCOMPARE(script.player->targets(), QList<double>{632});
-    QCOMPARE(script.controller.state(), State::Paused);
+    PlayerControllerFixture fixture;
+    fixture.tap(Qt::Key_MediaPause);
+    fixture.hold(Qt::Key_AudioForward, 3s);
+    fixture.controller.release(Qt::Key_AudioForward);
+    QCOMPARE(fixture.player->targets(), QList<double>{632});
+    QCOMPARE(fixture.controller.state(), State::Paused);
 }
 
 void PlayerControllerScrubTest::waitingPlayerPlaysOnAfterScrub()
 {
-    PlayerOnScript script;
-    script.player->setWaiting(true);
-    script.hold(Qt::Key_AudioForward, 3s);
-    script.controller.release(Qt::Key_AudioForward);
-    QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
+    PlayerControllerFixture fixture;
+    fixture.player->setWaiting(true);
+    fixture.hold(Qt::Key_AudioForward, 3s);
+    fixture.controller.release(Qt::Key_AudioForward);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::WaitingToPlay);
 }
 
 void PlayerControllerScrubTest::scrubStaysWithinRecording()
 {
-    PlayerOnScript script;
-    script.hold(Qt::Key_AudioRewind, 30s);
-    QCOMPARE(script.controller.elapsedText(), u"0:00"_s);
-    script.controller.release(Qt::Key_AudioRewind);
-    script.hold(Qt::Key_AudioForward, 60s);
-    QCOMPARE(script.controller.elapsedText(), u"59:57"_s);
-    script.controller.release(Qt::Key_AudioForward);
-    QCOMPARE(script.player->targets(), (QList<double>{0, 3597}));
+    PlayerControllerFixture fixture;
+    fixture.hold(Qt::Key_AudioRewind, 30s);
+    QCOMPARE(fixture.controller.elapsedText(), u"0:00"_s);
+    fixture.controller.release(Qt::Key_AudioRewind);
+    fixture.hold(Qt::Key_AudioForward, 60s);
+    QCOMPARE(fixture.controller.elapsedText(), u"59:57"_s);
+    fixture.controller.release(Qt::Key_AudioForward);
+    QCOMPARE(fixture.player->targets(), (QList<double>{0, 3597}));
 }
 
 void PlayerControllerScrubTest::scrubWithoutMovementDoesNotSeek()
 {
-    PlayerOnScript script;
-    script.player->moveTo(3599);
-    script.hold(Qt::Key_AudioForward, 3s);
-    script.controller.release(Qt::Key_AudioForward);
-    QCOMPARE(script.player->seeks.size(), 0);
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
+    PlayerControllerFixture fixture;
+    fixture.player->moveTo(3599);
+    fixture.hold(Qt::Key_AudioForward, 3s);
+    fixture.controller.release(Qt::Key_AudioForward);
+    QCOMPARE(fixture.player->seeks.size(), 0);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
 }
 
 void PlayerControllerScrubTest::scrubIsLimitedByChangedDuration()
 {
-    PlayerOnScript script;
-    script.hold(Qt::Key_AudioForward, 8s);
-    QCOMPARE(script.controller.elapsedText(), u"14:00"_s);
-    script.player->setDuration(700);
-    QCOMPARE(script.controller.elapsedText(), u"11:37"_s);
-    script.controller.release(Qt::Key_AudioForward);
-    QCOMPARE(script.player->targets(), QList<double>{697});
+    PlayerControllerFixture fixture;
+    fixture.hold(Qt::Key_AudioForward, 8s);
+    QCOMPARE(fixture.controller.elapsedText(), u"14:00"_s);
+    fixture.player->setDuration(700);
+    QCOMPARE(fixture.controller.elapsedText(), u"11:37"_s);
+    fixture.controller.release(Qt::Key_AudioForward);
+    QCOMPARE(fixture.player->targets(), QList<double>{697});
 }
 
 void PlayerControllerScrubTest::reportedPositionIsIgnoredWhileScrubbing()
 {
-    PlayerOnScript script;
-    script.hold(Qt::Key_AudioForward, 3s);
-    script.player->moveTo(590);
-    QCOMPARE(script.controller.elapsedText(), u"10:32"_s);
-    script.controller.release(Qt::Key_AudioForward);
-    QCOMPARE(script.player->targets(), QList<double>{632});
+    PlayerControllerFixture fixture;
+    fixture.hold(Qt::Key_AudioForward, 3s);
+    fixture.player->moveTo(590);
+    QCOMPARE(fixture.controller.elapsedText(), u"10:32"_s);
+    fixture.controller.release(Qt::Key_AudioForward);
+    QCOMPARE(fixture.player->targets(), QList<double>{632});
 }
 
 void PlayerControllerScrubTest::anotherKeyEndsScrub()
 {
-    PlayerOnScript script;
-    script.hold(Qt::Key_AudioForward, 3s);
-    script.controller.press(Qt::Key_Right);
-    QCOMPARE(script.player->targets(), (QList<double>{632, 642}));
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
-    QVERIFY(!script.controller.release(Qt::Key_AudioForward));
-    QCOMPARE(script.player->seeks.size(), 2);
+    PlayerControllerFixture fixture;
+    fixture.hold(Qt::Key_AudioForward, 3s);
+    fixture.controller.press(Qt::Key_Right);
+    QCOMPARE(fixture.player->targets(), (QList<double>{632, 642}));
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
+    QVERIFY(!fixture.controller.release(Qt::Key_AudioForward));
+    QCOMPARE(fixture.player->seeks.size(), 2);
 }
 
 void PlayerControllerScrubTest::pressWithoutPriorReleaseEndsScrub()
 {
-    PlayerOnScript script;
-    script.hold(Qt::Key_AudioForward, 3s);
-    script.controller.press(Qt::Key_AudioForward);
-    QCOMPARE(script.player->targets(), QList<double>{632});
-    QCOMPARE(script.controller.stateText(), u"Fast forward 8×"_s);
-    script.clock.advance(1s);
-    script.controller.press(Qt::Key_Left, true);
-    QCOMPARE(script.player->targets(), (QList<double>{632, 640}));
-    QCOMPARE(script.controller.state(), State::Rewinding);
+    PlayerControllerFixture fixture;
+    fixture.hold(Qt::Key_AudioForward, 3s);
+    fixture.controller.press(Qt::Key_AudioForward);
+    QCOMPARE(fixture.player->targets(), QList<double>{632});
+    QCOMPARE(fixture.controller.stateText(), u"Fast forward 8×"_s);
+    fixture.clock.advance(1s);
+    fixture.controller.press(Qt::Key_Left, true);
+    QCOMPARE(fixture.player->targets(), (QList<double>{632, 640}));
+    QCOMPARE(fixture.controller.state(), State::Rewinding);
 }
 
 void PlayerControllerScrubTest::playEndsScrubAndPlays()
 {
-    PlayerOnScript script;
-    script.tap(Qt::Key_MediaPause);
-    script.hold(Qt::Key_AudioForward, 3s);
-    script.tap(Qt::Key_MediaPlay);
-    QCOMPARE(script.player->targets(), QList<double>{632});
-    QCOMPARE(script.controller.state(), State::Playing);
+    PlayerControllerFixture fixture;
+    fixture.tap(Qt::Key_MediaPause);
+    fixture.hold(Qt::Key_AudioForward, 3s);
+    fixture.tap(Qt::Key_MediaPlay);
+    QCOMPARE(fixture.player->targets(), QList<double>{632});
+    QCOMPARE(fixture.controller.state(), State::Playing);
 }
 
 void PlayerControllerScrubTest::releaseOfAnotherKeyDoesNotEndScrub()
 {
-    PlayerOnScript script;
-    script.hold(Qt::Key_AudioForward, 3s);
-    QVERIFY(!script.controller.release(Qt::Key_Right));
-    QCOMPARE(script.controller.state(), State::FastForwarding);
-    QCOMPARE(script.player->seeks.size(), 0);
+    PlayerControllerFixture fixture;
+    fixture.hold(Qt::Key_AudioForward, 3s);
+    QVERIFY(!fixture.controller.release(Qt::Key_Right));
+    QCOMPARE(fixture.controller.state(), State::FastForwarding);
+    QCOMPARE(fixture.player->seeks.size(), 0);
 }
 
 void PlayerControllerScrubTest::releaseDoesNotSeekIfNoLongerSeekable()
 {
-    PlayerOnScript script;
-    script.hold(Qt::Key_AudioForward, 3s);
-    script.player->setSeekable(false);
-    script.controller.release(Qt::Key_AudioForward);
-    QCOMPARE(script.player->seeks.size(), 0);
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
+    PlayerControllerFixture fixture;
+    fixture.hold(Qt::Key_AudioForward, 3s);
+    fixture.player->setSeekable(false);
+    fixture.controller.release(Qt::Key_AudioForward);
+    QCOMPARE(fixture.player->seeks.size(), 0);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
 }
 
 void PlayerControllerScrubTest::failureCancelsScrub()
 {
-    PlayerOnScript script;
-    script.hold(Qt::Key_AudioForward, 3s);
-    script.player->fail({});
-    QCOMPARE(script.controller.state(), State::Paused);
-    QVERIFY(!script.controller.press(Qt::Key_AudioForward, true));
-    QVERIFY(!script.controller.release(Qt::Key_AudioForward));
-    QCOMPARE(script.player->seeks.size(), 0);
-    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
+    PlayerControllerFixture fixture;
+    fixture.hold(Qt::Key_AudioForward, 3s);
+    fixture.player->fail({});
+    QCOMPARE(fixture.controller.state(), State::Paused);
+    QVERIFY(!fixture.controller.press(Qt::Key_AudioForward, true));
+    QVERIFY(!fixture.controller.release(Qt::Key_AudioForward));
+    QCOMPARE(fixture.player->seeks.size(), 0);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
 }
 
 void PlayerControllerScrubTest::removingPlayerCancelsScrub()
 {
-    PlayerOnScript script;
-    script.hold(Qt::Key_AudioForward, 3s);
-    const qsizetype calls = script.player->calls()->size();
-    script.controller.setPlayer(nullptr);
-    QVERIFY(!script.controller.release(Qt::Key_AudioForward));
-    QCOMPARE(script.player->calls()->size(), calls);
+    PlayerControllerFixture fixture;
+    fixture.hold(Qt::Key_AudioForward, 3s);
+    const qsizetype calls = fixture.player->calls()->size();
+    fixture.controller.setPlayer(nullptr);
+    QVERIFY(!fixture.controller.release(Qt::Key_AudioForward));
+    QCOMPARE(fixture.player->calls()->size(), calls);
 }
 
 void PlayerControllerScrubTest::noTimerRunsAfterScrub()
 {
-    PlayerOnScript script;
-    script.hold(Qt::Key_AudioForward, 3s);
-    script.controller.release(Qt::Key_AudioForward);
-    script.clock.advance(4s);
-    QCOMPARE(script.clock.pendingTimers(), 0);
+    PlayerControllerFixture fixture;
+    fixture.hold(Qt::Key_AudioForward, 3s);
+    fixture.controller.release(Qt::Key_AudioForward);
+    fixture.clock.advance(4s);
+    QCOMPARE(fixture.clock.pendingTimers(), 0);
 }
 
 QUILLMERE_TEST(PlayerControllerScrubTest, QCoreApplication)

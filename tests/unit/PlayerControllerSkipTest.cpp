@@ -1,4 +1,4 @@
-#include "PlayerOnScript.h"
+#include "PlayerControllerFixture.h"
 #include "TestMain.h"
 
 #include <QTest>
@@ -43,41 +43,41 @@ void PlayerControllerSkipTest::selectAndPlayPauseTogglePlayback_data()
 void PlayerControllerSkipTest::selectAndPlayPauseTogglePlayback()
 {
     QFETCH(const Qt::Key, key);
-    PlayerOnScript script;
-    QVERIFY(script.tap(key));
-    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
-    QVERIFY(script.tap(key));
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
+    PlayerControllerFixture fixture;
+    QVERIFY(fixture.tap(key));
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
+    QVERIFY(fixture.tap(key));
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
 }
 
 void PlayerControllerSkipTest::playKeyPlaysAndPauseKeyPauses()
 {
-    PlayerOnScript script;
-    QVERIFY(script.tap(Qt::Key_MediaPlay));
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
-    QVERIFY(script.tap(Qt::Key_MediaPause));
-    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
-    QVERIFY(script.tap(Qt::Key_MediaPause));
-    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
-    QVERIFY(script.tap(Qt::Key_MediaPlay));
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
+    PlayerControllerFixture fixture;
+    QVERIFY(fixture.tap(Qt::Key_MediaPlay));
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
+    QVERIFY(fixture.tap(Qt::Key_MediaPause));
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
+    QVERIFY(fixture.tap(Qt::Key_MediaPause));
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
+    QVERIFY(fixture.tap(Qt::Key_MediaPlay));
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
 }
 
 void PlayerControllerSkipTest::pauseWhileWaitingForDataIsKept()
 {
-    PlayerOnScript script;
-    script.player->setWaiting(true);
-    script.tap(Qt::Key_Select);
-    script.player->setWaiting(false);
-    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
+    PlayerControllerFixture fixture;
+    fixture.player->setWaiting(true);
+    fixture.tap(Qt::Key_Select);
+    fixture.player->setWaiting(false);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
 }
 
 void PlayerControllerSkipTest::stopLeavesPlayerAtOnce()
 {
-    PlayerOnScript script;
-    script.tap(Qt::Key_Down);
-    const QSignalSpy dismissRequested(&script.controller, &PlayerController::dismissRequested);
-    QVERIFY(script.tap(Qt::Key_MediaStop));
+    PlayerControllerFixture fixture;
+    fixture.tap(Qt::Key_Down);
+    const QSignalSpy dismissRequested(&fixture.controller, &PlayerController::dismissRequested);
+    QVERIFY(fixture.tap(Qt::Key_MediaStop));
     QCOMPARE(dismissRequested.count(), 1);
 }
 
@@ -95,37 +95,37 @@ void PlayerControllerSkipTest::skipHasExpectedDistance()
 {
     QFETCH(const Qt::Key, key);
     QFETCH(const double, target);
-    PlayerOnScript script;
-    script.player->moveTo(1500);
-    QVERIFY(script.controller.press(key));
-    QCOMPARE(script.player->targets(), QList<double>{target});
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
-    script.controller.release(key);
-    QCOMPARE(script.player->seeks.size(), 1);
+    PlayerControllerFixture fixture;
+    fixture.player->moveTo(1500);
+    QVERIFY(fixture.controller.press(key));
+    QCOMPARE(fixture.player->targets(), QList<double>{target});
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
+    fixture.controller.release(key);
+    QCOMPARE(fixture.player->seeks.size(), 1);
 }
 
 void PlayerControllerSkipTest::skipSeeksAtOrAfterTarget()
 {
-    PlayerOnScript script;
-    script.tap(Qt::Key_Left);
-    QCOMPARE(script.player->seeks.first().tolerance, SeekTolerance::AtOrAfter);
+    PlayerControllerFixture fixture;
+    fixture.tap(Qt::Key_Left);
+    QCOMPARE(fixture.player->seeks.first().tolerance, SeekTolerance::AtOrAfter);
 }
 
 void PlayerControllerSkipTest::quickSkipsAddUp()
 {
-    PlayerOnScript script;
+    PlayerControllerFixture fixture;
     for (const int key : {Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, Qt::Key_Left, Qt::Key_MediaNext})
-        script.tap(key);
-    QCOMPARE(script.player->targets(), (QList<double>{610, 620, 630, 620, 1220}));
+        fixture.tap(key);
+    QCOMPARE(fixture.player->targets(), (QList<double>{610, 620, 630, 620, 1220}));
 }
 
 void PlayerControllerSkipTest::skipAfterFailedSeekStartsFromPosition()
 {
-    PlayerOnScript script;
-    script.tap(Qt::Key_Right);
-    script.player->moveTo(601);
-    script.tap(Qt::Key_Right);
-    QCOMPARE(script.player->targets(), (QList<double>{610, 611}));
+    PlayerControllerFixture fixture;
+    fixture.tap(Qt::Key_Right);
+    fixture.player->moveTo(601);
+    fixture.tap(Qt::Key_Right);
+    QCOMPARE(fixture.player->targets(), (QList<double>{610, 611}));
 }
 
 void PlayerControllerSkipTest::skipStaysWithinRecording_data()
@@ -146,41 +146,41 @@ void PlayerControllerSkipTest::skipStaysWithinRecording()
     QFETCH(const double, position);
     QFETCH(const Qt::Key, key);
     QFETCH(const double, target);
-    PlayerOnScript script;
-    script.player->moveTo(position);
-    script.tap(key);
-    QCOMPARE(script.player->targets(), QList<double>{target});
+    PlayerControllerFixture fixture;
+    fixture.player->moveTo(position);
+    fixture.tap(key);
+    QCOMPARE(fixture.player->targets(), QList<double>{target});
 }
 
 void PlayerControllerSkipTest::skipForwardNearEndDoesNotGoBack()
 {
-    PlayerOnScript script;
+    PlayerControllerFixture fixture;
     for (const double position : {3597.0, 3599.5, 3600.0, 3605.0}) {
-        script.player->moveTo(position);
-        QVERIFY(script.tap(Qt::Key_Right));
-        QVERIFY(script.tap(Qt::Key_MediaNext));
+        fixture.player->moveTo(position);
+        QVERIFY(fixture.tap(Qt::Key_Right));
+        QVERIFY(fixture.tap(Qt::Key_MediaNext));
     }
-    script.player->setDuration(2); // shorter than the last part of a recording, which is always played
-    script.player->moveTo(1);
-    QVERIFY(script.tap(Qt::Key_Right));
-    QCOMPARE(script.player->targets(), QList<double>());
+    fixture.player->setDuration(2); // shorter than the last part of a recording, which is always played
+    fixture.player->moveTo(1);
+    QVERIFY(fixture.tap(Qt::Key_Right));
+    QCOMPARE(fixture.player->targets(), QList<double>());
 }
 
 void PlayerControllerSkipTest::pausedPlayerStaysPausedAfterSkip()
 {
-    PlayerOnScript script;
-    script.tap(Qt::Key_MediaPause);
-    script.tap(Qt::Key_Right);
-    script.player->finishSeek(true);
-    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
+    PlayerControllerFixture fixture;
+    fixture.tap(Qt::Key_MediaPause);
+    fixture.tap(Qt::Key_Right);
+    fixture.player->finishSeek(true);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
 }
 
 void PlayerControllerSkipTest::heldNextSkipsOnce()
 {
-    PlayerOnScript script;
-    script.hold(Qt::Key_MediaNext, 3s);
-    script.controller.release(Qt::Key_MediaNext);
-    QCOMPARE(script.player->targets(), QList<double>{1200});
+    PlayerControllerFixture fixture;
+    fixture.hold(Qt::Key_MediaNext, 3s);
+    fixture.controller.release(Qt::Key_MediaNext);
+    QCOMPARE(fixture.player->targets(), QList<double>{1200});
 }
 
 void PlayerControllerSkipTest::streamThatIsNotSeekableDoesNotSkip_data()
@@ -198,25 +198,25 @@ void PlayerControllerSkipTest::streamThatIsNotSeekableDoesNotSkip()
     QFETCH(const PlayerItem::Kind, kind);
     QFETCH(const bool, isSeekable);
     QFETCH(const double, duration);
-    PlayerOnScript script(kind);
-    script.player->setSeekable(isSeekable);
-    script.player->setDuration(duration);
+    PlayerControllerFixture fixture(kind);
+    fixture.player->setSeekable(isSeekable);
+    fixture.player->setDuration(duration);
     for (const int key :
          {Qt::Key_Left, Qt::Key_Right, Qt::Key_MediaNext, Qt::Key_MediaPrevious, Qt::Key_AudioForward}) {
-        script.hold(key, 3s);
-        script.controller.release(key);
+        fixture.hold(key, 3s);
+        fixture.controller.release(key);
     }
-    QCOMPARE(script.player->targets(), QList<double>());
-    QCOMPARE(script.player->position(), 600.0);
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
-    QCOMPARE(script.controller.state(), PlayerController::State::Playing);
+    QCOMPARE(fixture.player->targets(), QList<double>());
+    QCOMPARE(fixture.player->position(), 600.0);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
+    QCOMPARE(fixture.controller.state(), PlayerController::State::Playing);
 }
 
 void PlayerControllerSkipTest::unusedKeyIsNotHandled()
 {
-    PlayerOnScript script;
-    QVERIFY(!script.tap(Qt::Key_ChannelUp));
-    QVERIFY(!script.controller.release(Qt::Key_Right));
+    PlayerControllerFixture fixture;
+    QVERIFY(!fixture.tap(Qt::Key_ChannelUp));
+    QVERIFY(!fixture.controller.release(Qt::Key_Right));
 }
 
 void PlayerControllerSkipTest::withoutPlayerOnlyBackAndStopAreHandled()

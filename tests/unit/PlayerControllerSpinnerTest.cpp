@@ -1,4 +1,4 @@
-#include "PlayerOnScript.h"
+#include "PlayerControllerFixture.h"
 #include "TestMain.h"
 
 #include <QTest>
@@ -20,36 +20,36 @@ private Q_SLOTS:
 
 void PlayerControllerSpinnerTest::spinnerIsShownAfter500Milliseconds()
 {
-    PlayerOnScript script;
-    script.player->setWaiting(true);
-    script.clock.advance(499ms);
-    script.player->setWaiting(true);
-    QVERIFY(!script.controller.spinnerShown());
-    script.clock.advance(1ms);
-    QVERIFY(script.controller.spinnerShown());
-    script.player->setWaiting(true);
-    QCOMPARE(script.clock.pendingTimers(), 0);
+    PlayerControllerFixture fixture;
+    fixture.player->setWaiting(true);
+    fixture.clock.advance(499ms);
+    fixture.player->setWaiting(true);
+    QVERIFY(!fixture.controller.spinnerShown());
+    fixture.clock.advance(1ms);
+    QVERIFY(fixture.controller.spinnerShown());
+    fixture.player->setWaiting(true);
+    QCOMPARE(fixture.clock.pendingTimers(), 0);
 }
 
 void PlayerControllerSpinnerTest::spinnerHidesAtOnce()
 {
-    PlayerOnScript script;
-    script.player->setWaiting(true);
-    script.clock.advance(1s);
-    script.player->setWaiting(false);
-    QVERIFY(!script.controller.spinnerShown());
+    PlayerControllerFixture fixture;
+    fixture.player->setWaiting(true);
+    fixture.clock.advance(1s);
+    fixture.player->setWaiting(false);
+    QVERIFY(!fixture.controller.spinnerShown());
 }
 
 void PlayerControllerSpinnerTest::shortWaitShowsNoSpinner()
 {
-    PlayerOnScript script;
+    PlayerControllerFixture fixture;
     for (int wait = 0; wait < 3; ++wait) {
-        script.player->setWaiting(true);
-        script.clock.advance(400ms);
-        script.player->setWaiting(false);
+        fixture.player->setWaiting(true);
+        fixture.clock.advance(400ms);
+        fixture.player->setWaiting(false);
     }
-    script.clock.advance(1s);
-    QVERIFY(!script.controller.spinnerShown());
+    fixture.clock.advance(1s);
+    QVERIFY(!fixture.controller.spinnerShown());
 }
 
 void PlayerControllerSpinnerTest::spinnerIsShownUntilFirstPicture()
@@ -67,11 +67,11 @@ void PlayerControllerSpinnerTest::spinnerIsShownUntilFirstPicture()
 
 void PlayerControllerSpinnerTest::spinnerIsNotShownAfterFailure()
 {
-    PlayerOnScript script;
-    script.player->fail({});
-    script.player->setWaiting(true);
-    script.clock.advance(1s);
-    QVERIFY(!script.controller.spinnerShown());
+    PlayerControllerFixture fixture;
+    fixture.player->fail({});
+    fixture.player->setWaiting(true);
+    fixture.clock.advance(1s);
+    QVERIFY(!fixture.controller.spinnerShown());
 }
 
 QUILLMERE_TEST(PlayerControllerSpinnerTest, QCoreApplication)

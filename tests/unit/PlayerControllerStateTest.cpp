@@ -1,4 +1,4 @@
-#include "PlayerOnScript.h"
+#include "PlayerControllerFixture.h"
 #include "TestMain.h"
 
 #include <QTest>
@@ -33,47 +33,47 @@ private Q_SLOTS:
 
 void PlayerControllerStateTest::textsComeFromItem()
 {
-    PlayerOnScript script;
-    QCOMPARE(script.controller.title(), QString());
-    const QSignalSpy changes(&script.controller, &PlayerController::itemChanged);
+    PlayerControllerFixture fixture;
+    QCOMPARE(fixture.controller.title(), QString());
+    const QSignalSpy changes(&fixture.controller, &PlayerController::itemChanged);
     const auto item = std::make_shared<PlayerItem>(QUrl());
     using enum MetadataItem::Identifier;
     item->setExternalMetadata({{Title, u"t"_s}, {SubTitle, u"s"_s}, {Description, u"d\nd"_s}, {Publisher, u"p"_s}});
-    script.player->setItem(item);
+    fixture.player->setItem(item);
     QCOMPARE(changes.count(), 1);
-    QCOMPARE(script.controller.title(), u"t"_s);
-    QCOMPARE(script.controller.subtitle(), u"s"_s);
-    QCOMPARE(script.controller.description(), u"d\nd"_s);
-    QCOMPARE(script.controller.publisher(), u"p"_s);
+    QCOMPARE(fixture.controller.title(), u"t"_s);
+    QCOMPARE(fixture.controller.subtitle(), u"s"_s);
+    QCOMPARE(fixture.controller.description(), u"d\nd"_s);
+    QCOMPARE(fixture.controller.publisher(), u"p"_s);
 }
 
 void PlayerControllerStateTest::veryLongTextIsCut()
 {
-    PlayerOnScript script;
+    PlayerControllerFixture fixture;
     const auto item = std::make_shared<PlayerItem>(QUrl());
     const QString endless(1'000'000, u'x');
     using enum MetadataItem::Identifier;
     item->setExternalMetadata({{Title, u"a\nb"_s + endless}, {SubTitle, endless}, {Description, endless}});
-    script.player->setItem(item);
-    QVERIFY(script.controller.title().startsWith(u"a bx"_s));
-    QVERIFY(script.controller.title().size() < 2000);
-    QVERIFY(script.controller.subtitle().size() < 2000);
-    QVERIFY(script.controller.description().size() < 2000);
+    fixture.player->setItem(item);
+    QVERIFY(fixture.controller.title().startsWith(u"a bx"_s));
+    QVERIFY(fixture.controller.title().size() < 2000);
+    QVERIFY(fixture.controller.subtitle().size() < 2000);
+    QVERIFY(fixture.controller.description().size() < 2000);
 }
 
 void PlayerControllerStateTest::stateFollowsPlayer()
 {
-    PlayerOnScript script;
-    QCOMPARE(script.controller.state(), State::Playing);
-    QCOMPARE(script.controller.stateText(), u"Playing"_s);
-    script.player->setWaiting(true);
-    QCOMPARE(script.controller.state(), State::Waiting);
-    QCOMPARE(script.controller.stateText(), u"Loading…"_s);
-    script.player->pause();
-    QCOMPARE(script.controller.state(), State::Paused);
-    QCOMPARE(script.controller.stateText(), u"Paused"_s);
-    script.controller.setPlayer(nullptr);
-    QCOMPARE(script.controller.state(), State::Paused);
+    PlayerControllerFixture fixture;
+    QCOMPARE(fixture.controller.state(), State::Playing);
+    QCOMPARE(fixture.controller.stateText(), u"Playing"_s);
+    fixture.player->setWaiting(true);
+    QCOMPARE(fixture.controller.state(), State::Waiting);
+    QCOMPARE(fixture.controller.stateText(), u"Loading…"_s);
+    fixture.player->pause();
+    QCOMPARE(fixture.controller.state(), State::Paused);
+    QCOMPARE(fixture.controller.stateText(), u"Paused"_s);
+    fixture.controller.setPlayer(nullptr);
+    QCOMPARE(fixture.controller.state(), State::Paused);
 }
 
 void PlayerControllerStateTest::pauseWhileLoadingIsShown()
@@ -91,165 +91,165 @@ void PlayerControllerStateTest::pauseWhileLoadingIsShown()
 
 void PlayerControllerStateTest::timesAreThoseOfPlayer()
 {
-    PlayerOnScript script;
-    script.player->setBufferedTo(900);
-    script.controller.press(Qt::Key_Up);
-    QCOMPARE(script.controller.elapsedText(), u"10:00"_s);
-    QCOMPARE(script.controller.remainingText(), u"-50:00"_s);
-    QCOMPARE(script.controller.progress(), 683.0 / 4096);
-    QCOMPARE(script.controller.bufferedPart(), 0.25);
-    QVERIFY(script.controller.isSeekable());
-    QVERIFY(!script.controller.isLive());
+    PlayerControllerFixture fixture;
+    fixture.player->setBufferedTo(900);
+    fixture.controller.press(Qt::Key_Up);
+    QCOMPARE(fixture.controller.elapsedText(), u"10:00"_s);
+    QCOMPARE(fixture.controller.remainingText(), u"-50:00"_s);
+    QCOMPARE(fixture.controller.progress(), 683.0 / 4096);
+    QCOMPARE(fixture.controller.bufferedPart(), 0.25);
+    QVERIFY(fixture.controller.isSeekable());
+    QVERIFY(!fixture.controller.isLive());
 }
 
 void PlayerControllerStateTest::timesChangeOncePerSecond()
 {
-    PlayerOnScript script;
-    script.player->setDuration(3600.9);
-    script.controller.press(Qt::Key_Up);
-    const QSignalSpy changes(&script.controller, &PlayerController::timesChanged);
+    PlayerControllerFixture fixture;
+    fixture.player->setDuration(3600.9);
+    fixture.controller.press(Qt::Key_Up);
+    const QSignalSpy changes(&fixture.controller, &PlayerController::timesChanged);
     for (int tick = 1; tick <= 250; ++tick)
-        script.player->moveTo(600 + tick * 0.04);
+        fixture.player->moveTo(600 + tick * 0.04);
     QCOMPARE(changes.count(), 10);
-    QCOMPARE(script.controller.elapsedText(), u"10:10"_s);
-    QCOMPARE(script.controller.remainingText(), u"-49:50"_s);
+    QCOMPARE(fixture.controller.elapsedText(), u"10:10"_s);
+    QCOMPARE(fixture.controller.remainingText(), u"-49:50"_s);
 }
 
 void PlayerControllerStateTest::progressChangesByPixels()
 {
-    PlayerOnScript script;
-    script.player->setDuration(4096);
-    script.controller.press(Qt::Key_Up);
-    const QSignalSpy changes(&script.controller, &PlayerController::progressChanged);
+    PlayerControllerFixture fixture;
+    fixture.player->setDuration(4096);
+    fixture.controller.press(Qt::Key_Up);
+    const QSignalSpy changes(&fixture.controller, &PlayerController::progressChanged);
     for (int tick = 1; tick <= 250; ++tick)
-        script.player->moveTo(600 + tick * 0.04);
+        fixture.player->moveTo(600 + tick * 0.04);
     QCOMPARE(changes.count(), 10);
-    script.player->setBufferedTo(700);
+    fixture.player->setBufferedTo(700);
     QCOMPARE(changes.count(), 11);
 }
 
 void PlayerControllerStateTest::positionIsNotUpdatedWhileBarIsHidden()
 {
-    PlayerOnScript script;
-    const QSignalSpy times(&script.controller, &PlayerController::timesChanged);
-    const QSignalSpy progress(&script.controller, &PlayerController::progressChanged);
-    const QSignalSpy states(&script.controller, &PlayerController::stateChanged);
-    script.player->moveTo(700);
-    script.player->setBufferedTo(900);
-    script.player->setDuration(4000);
+    PlayerControllerFixture fixture;
+    const QSignalSpy times(&fixture.controller, &PlayerController::timesChanged);
+    const QSignalSpy progress(&fixture.controller, &PlayerController::progressChanged);
+    const QSignalSpy states(&fixture.controller, &PlayerController::stateChanged);
+    fixture.player->moveTo(700);
+    fixture.player->setBufferedTo(900);
+    fixture.player->setDuration(4000);
     QCOMPARE(times.count() + progress.count() + states.count(), 0);
 }
 
 void PlayerControllerStateTest::timesAreCurrentWhenBarIsShown()
 {
-    PlayerOnScript script;
-    script.player->moveTo(700);
+    PlayerControllerFixture fixture;
+    fixture.player->moveTo(700);
     QString seen;
-    connect(&script.controller, &PlayerController::transportShownChanged, this,
-            [&] { seen = script.controller.elapsedText(); });
-    script.controller.press(Qt::Key_Up);
+    connect(&fixture.controller, &PlayerController::transportShownChanged, this,
+            [&] { seen = fixture.controller.elapsedText(); });
+    fixture.controller.press(Qt::Key_Up);
     QCOMPARE(seen, u"11:40"_s);
 }
 
 void PlayerControllerStateTest::positionJumpBackIsShown()
 {
-    PlayerOnScript script;
-    script.controller.press(Qt::Key_Up);
-    script.player->moveTo(3);
-    QCOMPARE(script.controller.elapsedText(), u"0:03"_s);
+    PlayerControllerFixture fixture;
+    fixture.controller.press(Qt::Key_Up);
+    fixture.player->moveTo(3);
+    QCOMPARE(fixture.controller.elapsedText(), u"0:03"_s);
 }
 
 void PlayerControllerStateTest::lateDurationIsShown()
 {
-    PlayerOnScript script;
-    script.player->setDuration(0);
-    script.controller.press(Qt::Key_Up);
-    QCOMPARE(script.controller.elapsedText(), u"10:00"_s);
-    QCOMPARE(script.controller.remainingText(), QString());
-    QCOMPARE(script.controller.progress(), 0.0);
-    QCOMPARE(script.controller.bufferedPart(), 0.0);
-    script.player->setDuration(1200);
-    QCOMPARE(script.controller.remainingText(), u"-10:00"_s);
-    QCOMPARE(script.controller.progress(), 0.5);
+    PlayerControllerFixture fixture;
+    fixture.player->setDuration(0);
+    fixture.controller.press(Qt::Key_Up);
+    QCOMPARE(fixture.controller.elapsedText(), u"10:00"_s);
+    QCOMPARE(fixture.controller.remainingText(), QString());
+    QCOMPARE(fixture.controller.progress(), 0.0);
+    QCOMPARE(fixture.controller.bufferedPart(), 0.0);
+    fixture.player->setDuration(1200);
+    QCOMPARE(fixture.controller.remainingText(), u"-10:00"_s);
+    QCOMPARE(fixture.controller.progress(), 0.5);
 }
 
 void PlayerControllerStateTest::positionBeyondDurationIsShownAsEnd()
 {
-    PlayerOnScript script;
-    script.player->moveTo(3605);
-    script.controller.press(Qt::Key_Up);
-    QCOMPARE(script.controller.remainingText(), u"-0:00"_s);
-    QCOMPARE(script.controller.progress(), 1.0);
+    PlayerControllerFixture fixture;
+    fixture.player->moveTo(3605);
+    fixture.controller.press(Qt::Key_Up);
+    QCOMPARE(fixture.controller.remainingText(), u"-0:00"_s);
+    QCOMPARE(fixture.controller.progress(), 1.0);
 }
 
 void PlayerControllerStateTest::liveItemHasNoTimes()
 {
-    PlayerOnScript script(PlayerItem::Kind::Live);
-    script.player->setDuration(90); // the duration of the current live playlist
-    script.controller.press(Qt::Key_Up);
-    QVERIFY(script.controller.isLive());
-    QCOMPARE(script.controller.stateText(), u"Live"_s);
-    QCOMPARE(script.controller.elapsedText(), QString());
-    QCOMPARE(script.controller.remainingText(), QString());
-    QCOMPARE(script.controller.progress(), 0.0);
+    PlayerControllerFixture fixture(PlayerItem::Kind::Live);
+    fixture.player->setDuration(90); // the duration of the current live playlist
+    fixture.controller.press(Qt::Key_Up);
+    QVERIFY(fixture.controller.isLive());
+    QCOMPARE(fixture.controller.stateText(), u"Live"_s);
+    QCOMPARE(fixture.controller.elapsedText(), QString());
+    QCOMPARE(fixture.controller.remainingText(), QString());
+    QCOMPARE(fixture.controller.progress(), 0.0);
 }
 
 void PlayerControllerStateTest::unchangedStateIsNotNotified()
 {
-    PlayerOnScript script;
-    script.player->setWaiting(true);
-    script.clock.advance(1s);
-    script.tap(Qt::Key_Down);
-    const QSignalSpy states(&script.controller, &PlayerController::stateChanged);
-    const QSignalSpy spinner(&script.controller, &PlayerController::spinnerShownChanged);
-    const QSignalSpy bar(&script.controller, &PlayerController::transportShownChanged);
-    const QSignalSpy panel(&script.controller, &PlayerController::panelShownChanged);
-    const QSignalSpy times(&script.controller, &PlayerController::timesChanged);
-    script.player->setWaiting(true);
-    script.player->moveTo(600);
-    script.tap(Qt::Key_Down);
+    PlayerControllerFixture fixture;
+    fixture.player->setWaiting(true);
+    fixture.clock.advance(1s);
+    fixture.tap(Qt::Key_Down);
+    const QSignalSpy states(&fixture.controller, &PlayerController::stateChanged);
+    const QSignalSpy spinner(&fixture.controller, &PlayerController::spinnerShownChanged);
+    const QSignalSpy bar(&fixture.controller, &PlayerController::transportShownChanged);
+    const QSignalSpy panel(&fixture.controller, &PlayerController::panelShownChanged);
+    const QSignalSpy times(&fixture.controller, &PlayerController::timesChanged);
+    fixture.player->setWaiting(true);
+    fixture.player->moveTo(600);
+    fixture.tap(Qt::Key_Down);
     QCOMPARE(states.count() + spinner.count() + bar.count() + panel.count() + times.count(), 0);
 }
 
 void PlayerControllerStateTest::playerMayBeDestroyedFirst()
 {
-    PlayerOnScript script;
-    script.tap(Qt::Key_Down);
-    script.hold(Qt::Key_AudioForward, 1s);
-    script.player->setWaiting(true);
-    const QSignalSpy players(&script.controller, &PlayerController::playerChanged);
-    script.player.reset();
+    PlayerControllerFixture fixture;
+    fixture.tap(Qt::Key_Down);
+    fixture.hold(Qt::Key_AudioForward, 1s);
+    fixture.player->setWaiting(true);
+    const QSignalSpy players(&fixture.controller, &PlayerController::playerChanged);
+    fixture.player.reset();
     QCOMPARE(players.count(), 1);
-    QCOMPARE(script.controller.player(), nullptr);
-    QCOMPARE(script.controller.state(), State::Paused);
-    QVERIFY(!script.controller.panelShown());
-    QVERIFY(!script.controller.release(Qt::Key_AudioForward));
-    QVERIFY(!script.controller.press(Qt::Key_Right));
-    script.clock.advance(1min);
-    QVERIFY(!script.controller.spinnerShown());
-    QVERIFY(!script.controller.transportShown());
+    QCOMPARE(fixture.controller.player(), nullptr);
+    QCOMPARE(fixture.controller.state(), State::Paused);
+    QVERIFY(!fixture.controller.panelShown());
+    QVERIFY(!fixture.controller.release(Qt::Key_AudioForward));
+    QVERIFY(!fixture.controller.press(Qt::Key_Right));
+    fixture.clock.advance(1min);
+    QVERIFY(!fixture.controller.spinnerShown());
+    QVERIFY(!fixture.controller.transportShown());
 }
 
 void PlayerControllerStateTest::onlyNewPlayerIsTracked()
 {
-    PlayerOnScript script;
+    PlayerControllerFixture fixture;
     SeekingPlayer next;
-    script.controller.setPlayer(&next);
+    fixture.controller.setPlayer(&next);
     next.setItem(std::make_shared<PlayerItem>(QUrl()));
-    QCOMPARE(script.controller.state(), State::Waiting);
+    QCOMPARE(fixture.controller.state(), State::Waiting);
     next.play();
     next.showPicture();
-    script.tap(Qt::Key_Down);
-    const QSignalSpy states(&script.controller, &PlayerController::stateChanged);
-    script.player->pause();
-    script.item->setFailed({});
-    script.player->setItem(nullptr);
-    script.player.reset();
+    fixture.tap(Qt::Key_Down);
+    const QSignalSpy states(&fixture.controller, &PlayerController::stateChanged);
+    fixture.player->pause();
+    fixture.item->setFailed({});
+    fixture.player->setItem(nullptr);
+    fixture.player.reset();
     QCOMPARE(states.count(), 0);
-    QVERIFY(script.controller.panelShown());
+    QVERIFY(fixture.controller.panelShown());
     next.pause();
-    QCOMPARE(script.controller.state(), State::Paused);
-    script.controller.setPlayer(nullptr);
+    QCOMPARE(fixture.controller.state(), State::Paused);
+    fixture.controller.setPlayer(nullptr);
 }
 
 QUILLMERE_TEST(PlayerControllerStateTest, QCoreApplication)

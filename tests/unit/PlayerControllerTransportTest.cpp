@@ -1,4 +1,4 @@
-#include "PlayerOnScript.h"
+#include "PlayerControllerFixture.h"
 #include "TestMain.h"
 
 #include <QTest>
@@ -60,184 +60,184 @@ void PlayerControllerTransportTest::anyKeyShowsBar_data()
 void PlayerControllerTransportTest::anyKeyShowsBar()
 {
     QFETCH(const Qt::Key, key);
-    PlayerOnScript script;
-    QVERIFY(!script.controller.transportShown());
-    const QSignalSpy changes(&script.controller, &PlayerController::transportShownChanged);
-    script.controller.press(key);
-    QVERIFY(script.controller.transportShown());
+    PlayerControllerFixture fixture;
+    QVERIFY(!fixture.controller.transportShown());
+    const QSignalSpy changes(&fixture.controller, &PlayerController::transportShownChanged);
+    fixture.controller.press(key);
+    QVERIFY(fixture.controller.transportShown());
     QCOMPARE(changes.count(), 1);
 }
 
 void PlayerControllerTransportTest::barHidesFourSecondsAfterLastKey()
 {
-    PlayerOnScript script;
-    script.controller.press(Qt::Key_Right);
-    script.clock.advance(3s);
-    script.controller.press(Qt::Key_Up);
-    script.clock.advance(3999ms);
-    QVERIFY(script.controller.transportShown());
-    script.clock.advance(1ms);
-    QVERIFY(!script.controller.transportShown());
+    PlayerControllerFixture fixture;
+    fixture.controller.press(Qt::Key_Right);
+    fixture.clock.advance(3s);
+    fixture.controller.press(Qt::Key_Up);
+    fixture.clock.advance(3999ms);
+    QVERIFY(fixture.controller.transportShown());
+    fixture.clock.advance(1ms);
+    QVERIFY(!fixture.controller.transportShown());
 }
 
 void PlayerControllerTransportTest::arrowReleaseDoesNotExtendBar()
 {
-    PlayerOnScript script;
-    script.controller.press(Qt::Key_Right);
-    script.clock.advance(300ms);
-    script.controller.release(Qt::Key_Right);
-    script.clock.advance(3700ms);
-    QVERIFY(!script.controller.transportShown());
-    script.controller.release(Qt::Key_Right);
-    QVERIFY(!script.controller.transportShown());
+    PlayerControllerFixture fixture;
+    fixture.controller.press(Qt::Key_Right);
+    fixture.clock.advance(300ms);
+    fixture.controller.release(Qt::Key_Right);
+    fixture.clock.advance(3700ms);
+    QVERIFY(!fixture.controller.transportShown());
+    fixture.controller.release(Qt::Key_Right);
+    QVERIFY(!fixture.controller.transportShown());
 }
 
 void PlayerControllerTransportTest::barStaysWhilePaused()
 {
-    PlayerOnScript script;
-    script.tap(Qt::Key_MediaPause);
-    script.clock.advance(1h);
-    QVERIFY(script.controller.transportShown());
-    script.tap(Qt::Key_MediaPlay);
-    QVERIFY(script.controller.transportShown());
-    script.clock.advance(4s);
-    QVERIFY(!script.controller.transportShown());
+    PlayerControllerFixture fixture;
+    fixture.tap(Qt::Key_MediaPause);
+    fixture.clock.advance(1h);
+    QVERIFY(fixture.controller.transportShown());
+    fixture.tap(Qt::Key_MediaPlay);
+    QVERIFY(fixture.controller.transportShown());
+    fixture.clock.advance(4s);
+    QVERIFY(!fixture.controller.transportShown());
 }
 
 void PlayerControllerTransportTest::pauseWithoutKeyShowsBar()
 {
-    PlayerOnScript script;
-    script.player->pause();
-    QVERIFY(script.controller.transportShown());
-    script.player->play();
-    QVERIFY(!script.controller.transportShown());
+    PlayerControllerFixture fixture;
+    fixture.player->pause();
+    QVERIFY(fixture.controller.transportShown());
+    fixture.player->play();
+    QVERIFY(!fixture.controller.transportShown());
 }
 
 void PlayerControllerTransportTest::endOfTapeShowsBar()
 {
-    PlayerOnScript script;
-    script.player->moveTo(3600);
-    script.player->end();
-    QVERIFY(script.controller.transportShown());
-    QCOMPARE(script.controller.state(), PlayerController::State::Paused);
-    QCOMPARE(script.controller.remainingText(), u"-0:00"_s);
-    QCOMPARE(script.controller.progress(), 1.0);
+    PlayerControllerFixture fixture;
+    fixture.player->moveTo(3600);
+    fixture.player->end();
+    QVERIFY(fixture.controller.transportShown());
+    QCOMPARE(fixture.controller.state(), PlayerController::State::Paused);
+    QCOMPARE(fixture.controller.remainingText(), u"-0:00"_s);
+    QCOMPARE(fixture.controller.progress(), 1.0);
 }
 
 void PlayerControllerTransportTest::barStaysWhileScrubbing()
 {
-    PlayerOnScript script;
-    script.controller.press(Qt::Key_AudioForward);
-    script.clock.advance(20s);
-    QVERIFY(script.controller.transportShown());
-    script.controller.release(Qt::Key_AudioForward);
-    script.clock.advance(3999ms);
-    QVERIFY(script.controller.transportShown());
-    script.clock.advance(1ms);
-    QVERIFY(!script.controller.transportShown());
+    PlayerControllerFixture fixture;
+    fixture.controller.press(Qt::Key_AudioForward);
+    fixture.clock.advance(20s);
+    QVERIFY(fixture.controller.transportShown());
+    fixture.controller.release(Qt::Key_AudioForward);
+    fixture.clock.advance(3999ms);
+    QVERIFY(fixture.controller.transportShown());
+    fixture.clock.advance(1ms);
+    QVERIFY(!fixture.controller.transportShown());
 }
 
 void PlayerControllerTransportTest::barStaysWhileWaiting()
 {
-    PlayerOnScript script;
-    script.controller.press(Qt::Key_Right);
-    script.player->setWaiting(true);
-    script.clock.advance(20s);
-    QVERIFY(script.controller.transportShown());
-    script.player->setWaiting(false);
-    QVERIFY(!script.controller.transportShown());
+    PlayerControllerFixture fixture;
+    fixture.controller.press(Qt::Key_Right);
+    fixture.player->setWaiting(true);
+    fixture.clock.advance(20s);
+    QVERIFY(fixture.controller.transportShown());
+    fixture.player->setWaiting(false);
+    QVERIFY(!fixture.controller.transportShown());
 }
 
 void PlayerControllerTransportTest::waitingDoesNotShowBar()
 {
-    PlayerOnScript script;
-    script.player->setWaiting(true);
-    QVERIFY(!script.controller.transportShown());
+    PlayerControllerFixture fixture;
+    fixture.player->setWaiting(true);
+    QVERIFY(!fixture.controller.transportShown());
 }
 
 void PlayerControllerTransportTest::backClosesPanelThenHidesBarThenLeaves()
 {
-    PlayerOnScript script;
-    const QSignalSpy dismissRequested(&script.controller, &PlayerController::dismissRequested);
-    script.tap(Qt::Key_Down);
-    QVERIFY(script.tap(Qt::Key_Back));
-    QVERIFY(!script.controller.panelShown());
-    QVERIFY(script.controller.transportShown());
-    QVERIFY(script.tap(Qt::Key_Back));
-    QVERIFY(!script.controller.transportShown());
+    PlayerControllerFixture fixture;
+    const QSignalSpy dismissRequested(&fixture.controller, &PlayerController::dismissRequested);
+    fixture.tap(Qt::Key_Down);
+    QVERIFY(fixture.tap(Qt::Key_Back));
+    QVERIFY(!fixture.controller.panelShown());
+    QVERIFY(fixture.controller.transportShown());
+    QVERIFY(fixture.tap(Qt::Key_Back));
+    QVERIFY(!fixture.controller.transportShown());
     QCOMPARE(dismissRequested.count(), 0);
-    QVERIFY(script.tap(Qt::Key_Back));
+    QVERIFY(fixture.tap(Qt::Key_Back));
     QCOMPARE(dismissRequested.count(), 1);
 }
 
 void PlayerControllerTransportTest::backLeavesIfBarIsHidden()
 {
-    PlayerOnScript script;
-    const QSignalSpy dismissRequested(&script.controller, &PlayerController::dismissRequested);
-    script.tap(Qt::Key_Right);
-    script.clock.advance(4s);
-    script.tap(Qt::Key_Back);
+    PlayerControllerFixture fixture;
+    const QSignalSpy dismissRequested(&fixture.controller, &PlayerController::dismissRequested);
+    fixture.tap(Qt::Key_Right);
+    fixture.clock.advance(4s);
+    fixture.tap(Qt::Key_Back);
     QCOMPARE(dismissRequested.count(), 1);
 }
 
 void PlayerControllerTransportTest::backLeavesWhilePaused()
 {
-    PlayerOnScript script;
-    const QSignalSpy dismissRequested(&script.controller, &PlayerController::dismissRequested);
-    script.tap(Qt::Key_Select);
-    script.tap(Qt::Key_Back);
+    PlayerControllerFixture fixture;
+    const QSignalSpy dismissRequested(&fixture.controller, &PlayerController::dismissRequested);
+    fixture.tap(Qt::Key_Select);
+    fixture.tap(Qt::Key_Back);
     QCOMPARE(dismissRequested.count(), 1);
 }
 
 void PlayerControllerTransportTest::backHidesBarWhileWaiting()
 {
-    PlayerOnScript script;
-    script.tap(Qt::Key_Right);
-    script.player->setWaiting(true);
-    script.clock.advance(10s);
-    script.tap(Qt::Key_Back);
-    QVERIFY(!script.controller.transportShown());
-    script.player->setWaiting(false);
-    QVERIFY(!script.controller.transportShown());
+    PlayerControllerFixture fixture;
+    fixture.tap(Qt::Key_Right);
+    fixture.player->setWaiting(true);
+    fixture.clock.advance(10s);
+    fixture.tap(Qt::Key_Back);
+    QVERIFY(!fixture.controller.transportShown());
+    fixture.player->setWaiting(false);
+    QVERIFY(!fixture.controller.transportShown());
 }
 
 void PlayerControllerTransportTest::backDoesNotShowBar()
 {
-    PlayerOnScript script;
-    const QSignalSpy bar(&script.controller, &PlayerController::transportShownChanged);
-    script.tap(Qt::Key_Back);
+    PlayerControllerFixture fixture;
+    const QSignalSpy bar(&fixture.controller, &PlayerController::transportShownChanged);
+    fixture.tap(Qt::Key_Back);
     QCOMPARE(bar.count(), 0);
 }
 
 void PlayerControllerTransportTest::failureHidesPanelBarAndSpinner()
 {
-    PlayerOnScript script;
-    script.tap(Qt::Key_Down);
-    script.player->setWaiting(true);
-    script.clock.advance(1s);
-    QVERIFY(script.controller.spinnerShown());
-    script.player->fail({VideoFailure::Cause::Refused, 0, {}});
-    QVERIFY(!script.controller.panelShown());
-    QVERIFY(!script.controller.transportShown());
-    QVERIFY(!script.controller.spinnerShown());
+    PlayerControllerFixture fixture;
+    fixture.tap(Qt::Key_Down);
+    fixture.player->setWaiting(true);
+    fixture.clock.advance(1s);
+    QVERIFY(fixture.controller.spinnerShown());
+    fixture.player->fail({VideoFailure::Cause::Refused, 0, {}});
+    QVERIFY(!fixture.controller.panelShown());
+    QVERIFY(!fixture.controller.transportShown());
+    QVERIFY(!fixture.controller.spinnerShown());
 
-    const QSignalSpy dismissRequested(&script.controller, &PlayerController::dismissRequested);
+    const QSignalSpy dismissRequested(&fixture.controller, &PlayerController::dismissRequested);
     for (const int key : {Qt::Key_Select, Qt::Key_Left, Qt::Key_Up, Qt::Key_Down, Qt::Key_MediaPlay})
-        QVERIFY(!script.tap(key));
-    QVERIFY(!script.controller.transportShown());
-    QVERIFY(script.tap(Qt::Key_Back));
+        QVERIFY(!fixture.tap(key));
+    QVERIFY(!fixture.controller.transportShown());
+    QVERIFY(fixture.tap(Qt::Key_Back));
     QCOMPARE(dismissRequested.count(), 1);
-    QCOMPARE(script.clock.pendingTimers(), 0);
+    QCOMPARE(fixture.clock.pendingTimers(), 0);
 }
 
 void PlayerControllerTransportTest::withoutPlayerNothingIsShown()
 {
-    PlayerOnScript script;
-    script.tap(Qt::Key_Down);
-    script.controller.setPlayer(nullptr);
-    QVERIFY(!script.controller.panelShown());
-    QVERIFY(!script.controller.transportShown());
-    QCOMPARE(script.clock.pendingTimers(), 0);
+    PlayerControllerFixture fixture;
+    fixture.tap(Qt::Key_Down);
+    fixture.controller.setPlayer(nullptr);
+    QVERIFY(!fixture.controller.panelShown());
+    QVERIFY(!fixture.controller.transportShown());
+    QCOMPARE(fixture.clock.pendingTimers(), 0);
 }
 
 QUILLMERE_TEST(PlayerControllerTransportTest, QCoreApplication)

@@ -1,4 +1,4 @@
-#include "StreamOnScript.h"
+#include "StreamPlayerFixture.h"
 #include "TestMain.h"
 
 #include <QSignalSpy>
@@ -48,27 +48,27 @@ private Q_SLOTS:
 
 void PlayerDestructionTest::destroyingPlayerEndsEngineAndIgnoresLateReports()
 {
-    StreamOnScript script;
-    script.playFrom(0);
-    const std::weak_ptr<ScriptedVideoEngine> seen = script.engine;
-    script.engine->report([](Listener& to) { to.onEngineFailed({}); });
-    script.player.reset();
-    script.engine->report([](Listener& to) { to.onEngineFailed({}); });
-    script.engine.reset();
+    StreamPlayerFixture fixture;
+    fixture.playFrom(0);
+    const std::weak_ptr<ScriptedVideoEngine> seen = fixture.engine;
+    fixture.engine->report([](Listener& to) { to.onEngineFailed({}); });
+    fixture.player.reset();
+    fixture.engine->report([](Listener& to) { to.onEngineFailed({}); });
+    fixture.engine.reset();
     QVERIFY(seen.expired());
-    script.deliver();
-    QCOMPARE(script.item->status(), Status::ReadyToPlay);
-    QCOMPARE(script.clock.pendingTimers(), 0);
+    fixture.deliver();
+    QCOMPARE(fixture.item->status(), Status::ReadyToPlay);
+    QCOMPARE(fixture.clock.pendingTimers(), 0);
 }
 
 void PlayerDestructionTest::destroyingPlayerWhilePluginLoadsIsSafe()
 {
-    StreamOnScript script;
-    script.setItem();
-    script.player.reset();
-    script.pluginLoaded.resolve(true);
-    script.deliver();
-    QCOMPARE(script.plugin.createdEngines, 0);
+    StreamPlayerFixture fixture;
+    fixture.setItem();
+    fixture.player.reset();
+    fixture.pluginLoaded.resolve(true);
+    fixture.deliver();
+    QCOMPARE(fixture.plugin.createdEngines, 0);
 }
 
 void PlayerDestructionTest::notificationMayDestroyPlayer_data()
@@ -87,91 +87,91 @@ void PlayerDestructionTest::notificationMayDestroyPlayer_data()
 void PlayerDestructionTest::notificationMayDestroyPlayer()
 {
     QFETCH(const QByteArray, signal);
-    StreamOnScript script;
+    StreamPlayerFixture fixture;
     QObject viewer;
     bool wasNotified = false;
     const auto destroy = [&] {
         wasNotified = true;
-        script.player.reset();
+        fixture.player.reset();
     };
     Destroyer destroyer{destroy};
     if (signal.endsWith(")"))
-        connect(script.player.get(), signal, &destroyer, SLOT(destroy()));
-    const auto observer = script.player->addPeriodicTimeObserver(10s, [&](double) {
+        connect(fixture.player.get(), signal, &destroyer, SLOT(destroy()));
+    const auto observer = fixture.player->addPeriodicTimeObserver(10s, [&](double) {
         if (signal == "time observed")
             destroy();
     });
     const auto then = [&](auto step) {
-        if (script.player)
+        if (fixture.player)
             step();
     };
-    script.item = std::make_shared<PlayerItem>(script.url);
-    connect(script.item.get(), &PlayerItem::statusChanged, &viewer, [&, item = script.item.get()] {
+    fixture.item = std::make_shared<PlayerItem>(fixture.url);
+    connect(fixture.item.get(), &PlayerItem::statusChanged, &viewer, [&, item = fixture.item.get()] {
         if (signal == (item->status() == Status::Failed ? "failed" : "ready"))
             destroy();
     });
-    connect(script.item.get(), &PlayerItem::didPlayToEnd, &viewer, [&] {
+    connect(fixture.item.get(), &PlayerItem::didPlayToEnd, &viewer, [&] {
         if (signal == "played to the end")
             destroy();
     });
-    script.player->setItem(script.item);
-    then([&] { script.player->play(); });
-    then([&] { script.start(); });
-    then([&] { script.reportDuration(120); });
-    then([&] { script.notify([load = script.load()](Listener& to) { to.onTracksChanged(load, {track}); }); });
-    then([&] { script.notify([load = script.load()](Listener& to) { to.onSeekableKnown(load, true); }); });
-    then([&] { script.notify([load = script.load()](Listener& to) { to.onBufferedToChanged(load, 30); }); });
-    then([&] { script.showPicture(0); });
-    then([&] { script.moveTo(10); });
+    fixture.player->setItem(fixture.item);
+    then([&] { fixture.player->play(); });
+    then([&] { fixture.start(); });
+    then([&] { fixture.reportDuration(120); });
+    then([&] { fixture.notify([load = fixture.load()](Listener& to) { to.onTracksChanged(load, {track}); }); });
+    then([&] { fixture.notify([load = fixture.load()](Listener& to) { to.onSeekableKnown(load, true); }); });
+    then([&] { fixture.notify([load = fixture.load()](Listener& to) { to.onBufferedToChanged(load, 30); }); });
+    then([&] { fixture.showPicture(0); });
+    then([&] { fixture.moveTo(10); });
     then([&] {
-        script.player->seek(50, SeekTolerance::AtOrAfter, [&](bool) {
+        fixture.player->seek(50, SeekTolerance::AtOrAfter, [&](bool) {
             if (signal == "seek finished")
                 destroy();
         });
     });
-    then([&] { script.finishSeek(50); });
-    then([&] { script.moveTo(120); });
-    then([&] { script.endFile(); });
-    then([&] { script.player->play(); });
-    then([&] { script.notify([](Listener& to) { to.onEngineFailed({}); }); });
+    then([&] { fixture.finishSeek(50); });
+    then([&] { fixture.moveTo(120); });
+    then([&] { fixture.endFile(); });
+    then([&] { fixture.player->play(); });
+    then([&] { fixture.notify([](Listener& to) { to.onEngineFailed({}); }); });
     QVERIFY(wasNotified);
-    QVERIFY(!script.player);
+    QVERIFY(!fixture.player);
 }
 
 void PlayerDestructionTest::notificationMaySetAnotherItem()
 {
-    StreamOnScript script;
-    script.playFrom(100);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(100);
     const auto next = std::make_shared<PlayerItem>(QUrl(u"https://hub.example/next.m3u8"_s));
-    QSignalSpy ended(script.item.get(), &PlayerItem::didPlayToEnd);
+    QSignalSpy ended(fixture.item.get(), &PlayerItem::didPlayToEnd);
     QObject viewer;
-    connect(script.player.get(), &VideoPlayer::timeControlChanged, &viewer, [&] {
-        if (script.player->item() != next)
-            script.player->setItem(next);
+    connect(fixture.player.get(), &VideoPlayer::timeControlChanged, &viewer, [&] {
+        if (fixture.player->item() != next)
+            fixture.player->setItem(next);
     });
-    connect(script.item.get(), &PlayerItem::didPlayToEnd, &viewer, [&] { script.player->setItem(next); });
-    script.moveTo(119);
-    script.endFile();
+    connect(fixture.item.get(), &PlayerItem::didPlayToEnd, &viewer, [&] { fixture.player->setItem(next); });
+    fixture.moveTo(119);
+    fixture.endFile();
     QCOMPARE(ended.count(), 1);
-    QCOMPARE(script.player->item(), next);
-    QCOMPARE(script.engine->loads.last().url, next->url());
-    script.showPicture(0);
+    QCOMPARE(fixture.player->item(), next);
+    QCOMPARE(fixture.engine->loads.last().url, next->url());
+    fixture.showPicture(0);
     QCOMPARE(next->status(), Status::ReadyToPlay);
 }
 
 void PlayerDestructionTest::pendingNotificationsOfRemovedItemAreDropped()
 {
-    StreamOnScript script;
-    script.setItem();
-    script.start();
+    StreamPlayerFixture fixture;
+    fixture.setItem();
+    fixture.start();
     QObject viewer;
     int reports = 0;
-    const auto observer = script.player->addPeriodicTimeObserver(10s, [&](double) { ++reports; });
-    connect(script.player.get(), &VideoPlayer::pictureShown, &viewer, [&] { script.player->setItem(nullptr); });
-    script.showPicture(60);
-    QVERIFY(!script.player->item());
+    const auto observer = fixture.player->addPeriodicTimeObserver(10s, [&](double) { ++reports; });
+    connect(fixture.player.get(), &VideoPlayer::pictureShown, &viewer, [&] { fixture.player->setItem(nullptr); });
+    fixture.showPicture(60);
+    QVERIFY(!fixture.player->item());
     QCOMPARE(reports, 0);
-    QCOMPARE(script.item->status(), Status::Unknown);
+    QCOMPARE(fixture.item->status(), Status::Unknown);
 }
 
 QUILLMERE_TEST(PlayerDestructionTest, QCoreApplication)

@@ -1,4 +1,4 @@
-#include "StreamOnScript.h"
+#include "StreamPlayerFixture.h"
 #include "TestMain.h"
 
 #include <QSignalSpy>
@@ -37,73 +37,73 @@ private Q_SLOTS:
 
 void PlayerEngineTest::pluginIsNotLoadedBeforeFirstItem()
 {
-    StreamOnScript script;
-    script.deliver();
-    QCOMPARE(script.pluginLoads, 0);
-    script.setItem();
-    QCOMPARE(script.pluginLoads, 1);
-    QCOMPARE(script.item->status(), Status::Unknown);
-    QVERIFY(script.player->isWaiting());
+    StreamPlayerFixture fixture;
+    fixture.deliver();
+    QCOMPARE(fixture.pluginLoads, 0);
+    fixture.setItem();
+    QCOMPARE(fixture.pluginLoads, 1);
+    QCOMPARE(fixture.item->status(), Status::Unknown);
+    QVERIFY(fixture.player->isWaiting());
 }
 
 void PlayerEngineTest::loadWaitsForRenderer()
 {
-    StreamOnScript script;
-    QSignalSpy engineChanged(script.player.get(), &VideoPlayer::engineChanged);
-    script.setItem();
-    script.pluginLoaded.resolve(true);
-    script.engine = script.plugin.latest.lock();
-    QVERIFY(script.engine);
-    QVERIFY(!script.player->engine());
-    script.notify([](Listener& to) { to.onEngineReady(); });
+    StreamPlayerFixture fixture;
+    QSignalSpy engineChanged(fixture.player.get(), &VideoPlayer::engineChanged);
+    fixture.setItem();
+    fixture.pluginLoaded.resolve(true);
+    fixture.engine = fixture.plugin.latest.lock();
+    QVERIFY(fixture.engine);
+    QVERIFY(!fixture.player->engine());
+    fixture.notify([](Listener& to) { to.onEngineReady(); });
     QCOMPARE(engineChanged.count(), 1);
-    QCOMPARE(script.player->engine(), script.engine);
-    QVERIFY(script.engine->loads.isEmpty());
-    script.notify([](Listener& to) { to.onRendererReady(); });
-    QCOMPARE(script.engine->loads.size(), 1);
-    QCOMPARE(script.engine->loads.first().url, script.url);
-    QCOMPARE(script.engine->loads.first().startAt, 0.0);
+    QCOMPARE(fixture.player->engine(), fixture.engine);
+    QVERIFY(fixture.engine->loads.isEmpty());
+    fixture.notify([](Listener& to) { to.onRendererReady(); });
+    QCOMPARE(fixture.engine->loads.size(), 1);
+    QCOMPARE(fixture.engine->loads.first().url, fixture.url);
+    QCOMPARE(fixture.engine->loads.first().startAt, 0.0);
 }
 
 void PlayerEngineTest::onlyLatestOfTwoEarlyItemsIsPlayed()
 {
-    StreamOnScript script;
-    script.player->setItem(std::make_shared<PlayerItem>(QUrl(u"https://hub.example/other.m3u8"_s)));
-    script.setItem();
-    script.start();
-    QCOMPARE(script.pluginLoads, 1);
-    QCOMPARE(script.engine->loads.size(), 1);
-    QCOMPARE(script.engine->loads.first().url, script.url);
+    StreamPlayerFixture fixture;
+    fixture.player->setItem(std::make_shared<PlayerItem>(QUrl(u"https://hub.example/other.m3u8"_s)));
+    fixture.setItem();
+    fixture.start();
+    QCOMPARE(fixture.pluginLoads, 1);
+    QCOMPARE(fixture.engine->loads.size(), 1);
+    QCOMPARE(fixture.engine->loads.first().url, fixture.url);
 }
 
 void PlayerEngineTest::pluginThatFailsToLoadFailsItemAndIsRetried()
 {
-    StreamOnScript script;
-    script.setItem();
-    script.pluginLoaded.resolve(false);
-    QCOMPARE(script.item->status(), Status::Failed);
-    QCOMPARE(int(script.item->error()->cause), int(Cause::NoPlugin));
-    QVERIFY(!script.player->isWaiting());
-    script.pluginLoaded = {};
-    script.setItem();
-    script.start();
-    QCOMPARE(script.engine->loads.size(), 1);
-    QCOMPARE(script.item->status(), Status::Unknown);
+    StreamPlayerFixture fixture;
+    fixture.setItem();
+    fixture.pluginLoaded.resolve(false);
+    QCOMPARE(fixture.item->status(), Status::Failed);
+    QCOMPARE(int(fixture.item->error()->cause), int(Cause::NoPlugin));
+    QVERIFY(!fixture.player->isWaiting());
+    fixture.pluginLoaded = {};
+    fixture.setItem();
+    fixture.start();
+    QCOMPARE(fixture.engine->loads.size(), 1);
+    QCOMPARE(fixture.item->status(), Status::Unknown);
 }
 
 void PlayerEngineTest::engineThatFailsToStartFailsItemAndIsRetried()
 {
-    StreamOnScript script;
-    script.setItem();
-    script.pluginLoaded.resolve(true);
-    script.plugin.latest.lock()->report([](Listener& to) { to.onEngineFailed({Cause::NoPicture, 0, {}}); });
-    script.deliver();
-    QCOMPARE(int(script.item->error()->cause), int(Cause::NoPicture));
-    QVERIFY(script.plugin.latest.expired());
-    script.setItem();
-    script.start();
-    QCOMPARE(script.plugin.createdEngines, 2);
-    QCOMPARE(script.engine->loads.size(), 1);
+    StreamPlayerFixture fixture;
+    fixture.setItem();
+    fixture.pluginLoaded.resolve(true);
+    fixture.plugin.latest.lock()->report([](Listener& to) { to.onEngineFailed({Cause::NoPicture, 0, {}}); });
+    fixture.deliver();
+    QCOMPARE(int(fixture.item->error()->cause), int(Cause::NoPicture));
+    QVERIFY(fixture.plugin.latest.expired());
+    fixture.setItem();
+    fixture.start();
+    QCOMPARE(fixture.plugin.createdEngines, 2);
+    QCOMPARE(fixture.engine->loads.size(), 1);
 }
 
 void PlayerEngineTest::lostEngineFailsItem_data()
@@ -116,25 +116,25 @@ void PlayerEngineTest::lostEngineFailsItem_data()
 void PlayerEngineTest::lostEngineFailsItem()
 {
     QFETCH(const Kind, kind);
-    StreamOnScript script;
-    script.playFrom(0, kind);
-    script.notify([](Listener& to) { to.onEngineFailed({Cause::NoPicture, 0, {}}); });
-    QCOMPARE(script.item->status(), Status::Failed);
-    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
-    QVERIFY(!script.player->engine());
-    QCOMPARE(script.clock.pendingTimers(), 0);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(0, kind);
+    fixture.notify([](Listener& to) { to.onEngineFailed({Cause::NoPicture, 0, {}}); });
+    QCOMPARE(fixture.item->status(), Status::Failed);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
+    QVERIFY(!fixture.player->engine());
+    QCOMPARE(fixture.clock.pendingTimers(), 0);
 }
 
 void PlayerEngineTest::reportsForReplacedItemAreIgnored()
 {
-    StreamOnScript script;
-    script.playFrom(0);
-    const int before = script.load();
-    const auto first = script.item;
+    StreamPlayerFixture fixture;
+    fixture.playFrom(0);
+    const int before = fixture.load();
+    const auto first = fixture.item;
     QSignalSpy ended(first.get(), &PlayerItem::didPlayToEnd);
     QSignalSpy changed(first.get(), &PlayerItem::statusChanged);
-    script.setItem();
-    script.notify([=](Listener& to) {
+    fixture.setItem();
+    fixture.notify([=](Listener& to) {
         to.onPictureShown(before, 5);
         to.onDurationKnown(before, 12);
         to.onBufferedToChanged(before, 12);
@@ -147,26 +147,26 @@ void PlayerEngineTest::reportsForReplacedItemAreIgnored()
         to.onLoadFailed(before, {});
     });
     QCOMPARE(ended.count() + changed.count(), 0);
-    QCOMPARE(script.item->status(), Status::Unknown);
-    QCOMPARE(script.player->position(), 0.0);
-    QCOMPARE(script.player->duration(), 0.0);
-    QVERIFY(script.player->tracks().isEmpty());
-    script.showPicture(0);
-    QCOMPARE(script.item->status(), Status::ReadyToPlay);
+    QCOMPARE(fixture.item->status(), Status::Unknown);
+    QCOMPARE(fixture.player->position(), 0.0);
+    QCOMPARE(fixture.player->duration(), 0.0);
+    QVERIFY(fixture.player->tracks().isEmpty());
+    fixture.showPicture(0);
+    QCOMPARE(fixture.item->status(), Status::ReadyToPlay);
 }
 
 void PlayerEngineTest::removedItemIsReleased()
 {
-    StreamOnScript script;
-    script.playFrom(60);
-    const std::weak_ptr<PlayerItem> seen = std::exchange(script.item, {});
-    script.player->setItem(nullptr);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(60);
+    const std::weak_ptr<PlayerItem> seen = std::exchange(fixture.item, {});
+    fixture.player->setItem(nullptr);
     QVERIFY(seen.expired());
-    QVERIFY(!script.player->item());
-    QCOMPARE(script.engine->stops, 1);
-    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
-    QCOMPARE(script.player->position(), 0.0);
-    QCOMPARE(script.clock.pendingTimers(), 0);
+    QVERIFY(!fixture.player->item());
+    QCOMPARE(fixture.engine->stops, 1);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
+    QCOMPARE(fixture.player->position(), 0.0);
+    QCOMPARE(fixture.clock.pendingTimers(), 0);
 }
 
 QUILLMERE_TEST(PlayerEngineTest, QCoreApplication)

@@ -1,4 +1,4 @@
-#include "StreamOnScript.h"
+#include "StreamPlayerFixture.h"
 #include "TestMain.h"
 
 #include <QSignalSpy>
@@ -33,55 +33,55 @@ private Q_SLOTS:
     void startBeyondEndIsMovedBeforeEnd();
 
 private:
-    static void expectAttempts(StreamOnScript& script, std::initializer_list<std::chrono::seconds> delays);
+    static void expectAttempts(StreamPlayerFixture& fixture, std::initializer_list<std::chrono::seconds> delays);
 };
 
 // Expects an attempt after each delay and not a millisecond earlier; every attempt fails.
-void ReconnectTest::expectAttempts(StreamOnScript& script, std::initializer_list<std::chrono::seconds> delays)
+void ReconnectTest::expectAttempts(StreamPlayerFixture& fixture, std::initializer_list<std::chrono::seconds> delays)
 {
     for (const std::chrono::seconds delay : delays) {
-        const auto before = script.engine->loads.size();
-        script.clock.advance(delay - 1ms);
-        QCOMPARE(script.engine->loads.size(), before);
-        script.clock.advance(1ms);
-        QCOMPARE(script.engine->loads.size(), before + 1);
-        script.fail({Cause::Refused, 0, {}});
+        const auto before = fixture.engine->loads.size();
+        fixture.clock.advance(delay - 1ms);
+        QCOMPARE(fixture.engine->loads.size(), before);
+        fixture.clock.advance(1ms);
+        QCOMPARE(fixture.engine->loads.size(), before + 1);
+        fixture.fail({Cause::Refused, 0, {}});
     }
 }
 
 void ReconnectTest::brokenStreamContinuesWhereItBroke()
 {
-    StreamOnScript script;
-    script.playFrom(20);
-    QSignalSpy shown(script.player.get(), &VideoPlayer::pictureShown);
-    script.moveTo(57);
-    script.endFile();
-    QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
-    QVERIFY(script.player->isWaiting());
-    QCOMPARE(script.item->status(), Status::ReadyToPlay);
-    script.clock.advance(1s);
-    QCOMPARE(script.engine->loads.last().startAt, 57.0);
-    QVERIFY(!script.engine->loads.last().isPaused);
-    QCOMPARE(script.player->position(), 57.0);
-    QCOMPARE(script.player->duration(), 120.0);
-    script.showPicture(57.5);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(20);
+    QSignalSpy shown(fixture.player.get(), &VideoPlayer::pictureShown);
+    fixture.moveTo(57);
+    fixture.endFile();
+    QCOMPARE(fixture.player->timeControl(), TimeControl::WaitingToPlay);
+    QVERIFY(fixture.player->isWaiting());
+    QCOMPARE(fixture.item->status(), Status::ReadyToPlay);
+    fixture.clock.advance(1s);
+    QCOMPARE(fixture.engine->loads.last().startAt, 57.0);
+    QVERIFY(!fixture.engine->loads.last().isPaused);
+    QCOMPARE(fixture.player->position(), 57.0);
+    QCOMPARE(fixture.player->duration(), 120.0);
+    fixture.showPicture(57.5);
     QCOMPARE(shown.count(), 1);
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
-    QCOMPARE(script.player->position(), 57.5);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
+    QCOMPARE(fixture.player->position(), 57.5);
 }
 
 void ReconnectTest::attemptsAreMadeAfterOneTwoFourAndEightSeconds()
 {
-    StreamOnScript script;
-    script.playFrom(57);
-    script.endFile();
-    expectAttempts(script, {1s, 2s, 4s});
-    QCOMPARE(script.item->status(), Status::ReadyToPlay);
-    expectAttempts(script, {8s});
-    QCOMPARE(script.item->status(), Status::Failed);
-    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
-    QCOMPARE(script.player->position(), 57.0);
-    QCOMPARE(script.clock.pendingTimers(), 0);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(57);
+    fixture.endFile();
+    expectAttempts(fixture, {1s, 2s, 4s});
+    QCOMPARE(fixture.item->status(), Status::ReadyToPlay);
+    expectAttempts(fixture, {8s});
+    QCOMPARE(fixture.item->status(), Status::Failed);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
+    QCOMPARE(fixture.player->position(), 57.0);
+    QCOMPARE(fixture.clock.pendingTimers(), 0);
 }
 
 void ReconnectTest::itemHasCauseOfLastFailure_data()
@@ -99,18 +99,18 @@ void ReconnectTest::itemHasCauseOfLastFailure()
     QFETCH(const bool, byError);
     QFETCH(const Cause, reported);
     QFETCH(const Cause, cause);
-    StreamOnScript script;
-    script.playFrom(57);
-    script.endFile();
-    expectAttempts(script, {1s, 2s, 4s});
-    script.clock.advance(8s);
-    script.showPicture(57);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(57);
+    fixture.endFile();
+    expectAttempts(fixture, {1s, 2s, 4s});
+    fixture.clock.advance(8s);
+    fixture.showPicture(57);
     if (byError)
-        script.fail({reported, 0, {}});
+        fixture.fail({reported, 0, {}});
     else
-        script.endFile();
-    QCOMPARE(script.item->status(), Status::Failed);
-    QCOMPARE(int(script.item->error()->cause), int(cause));
+        fixture.endFile();
+    QCOMPARE(fixture.item->status(), Status::Failed);
+    QCOMPARE(int(fixture.item->error()->cause), int(cause));
 }
 
 void ReconnectTest::attemptCountIsResetBeyondFurthestBreak_data()
@@ -125,44 +125,44 @@ void ReconnectTest::attemptCountIsResetBeyondFurthestBreak()
 {
     QFETCH(const double, reached);
     QFETCH(const std::chrono::seconds, delay);
-    StreamOnScript script;
-    script.playFrom(57);
-    script.endFile();
-    script.clock.advance(1s);
-    script.showPicture(55);
-    script.endFile();
-    script.clock.advance(2s);
-    script.showPicture(55);
-    script.moveTo(57.5);
-    script.moveTo(reached);
-    script.moveTo(reached - 1);
-    script.endFile();
-    expectAttempts(script, {delay});
+    StreamPlayerFixture fixture;
+    fixture.playFrom(57);
+    fixture.endFile();
+    fixture.clock.advance(1s);
+    fixture.showPicture(55);
+    fixture.endFile();
+    fixture.clock.advance(2s);
+    fixture.showPicture(55);
+    fixture.moveTo(57.5);
+    fixture.moveTo(reached);
+    fixture.moveTo(reached - 1);
+    fixture.endFile();
+    expectAttempts(fixture, {delay});
 }
 
 void ReconnectTest::attemptCountIsResetAfterSeek()
 {
-    StreamOnScript script;
-    script.playFrom(57);
-    script.endFile();
-    expectAttempts(script, {1s, 2s});
-    script.clock.advance(4s);
-    script.showPicture(57);
-    script.player->seek(10, SeekTolerance::AtOrAfter);
-    script.finishSeek(10);
-    script.endFile();
-    expectAttempts(script, {1s});
+    StreamPlayerFixture fixture;
+    fixture.playFrom(57);
+    fixture.endFile();
+    expectAttempts(fixture, {1s, 2s});
+    fixture.clock.advance(4s);
+    fixture.showPicture(57);
+    fixture.player->seek(10, SeekTolerance::AtOrAfter);
+    fixture.finishSeek(10);
+    fixture.endFile();
+    expectAttempts(fixture, {1s});
 }
 
 void ReconnectTest::recordingThatNeverPlayedFailsAtOnce()
 {
-    StreamOnScript script;
-    script.setItem();
-    script.start();
-    script.endFile();
-    QCOMPARE(script.item->status(), Status::Failed);
-    QCOMPARE(int(script.item->error()->cause), int(Cause::BrokenStream));
-    QCOMPARE(script.clock.pendingTimers(), 0);
+    StreamPlayerFixture fixture;
+    fixture.setItem();
+    fixture.start();
+    fixture.endFile();
+    QCOMPARE(fixture.item->status(), Status::Failed);
+    QCOMPARE(int(fixture.item->error()->cause), int(Cause::BrokenStream));
+    QCOMPARE(fixture.clock.pendingTimers(), 0);
 }
 
 void ReconnectTest::liveStreamIsRetriedEveryEightSecondsForever_data()
@@ -175,90 +175,90 @@ void ReconnectTest::liveStreamIsRetriedEveryEightSecondsForever_data()
 void ReconnectTest::liveStreamIsRetriedEveryEightSecondsForever()
 {
     QFETCH(const bool, playedBefore);
-    StreamOnScript script;
-    script.setItem(Kind::Live);
-    script.player->play();
-    script.start();
+    StreamPlayerFixture fixture;
+    fixture.setItem(Kind::Live);
+    fixture.player->play();
+    fixture.start();
     if (playedBefore)
-        script.showPicture(3600);
-    script.endFile();
-    expectAttempts(script, {8s, 8s, 8s, 8s, 8s, 8s});
-    QVERIFY(script.engine->loads.last().isLive);
-    QCOMPARE(script.engine->loads.last().startAt, 0.0);
-    QVERIFY(script.item->status() != Status::Failed);
-    QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
-    script.clock.advance(8s);
-    script.showPicture(3700);
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
+        fixture.showPicture(3600);
+    fixture.endFile();
+    expectAttempts(fixture, {8s, 8s, 8s, 8s, 8s, 8s});
+    QVERIFY(fixture.engine->loads.last().isLive);
+    QCOMPARE(fixture.engine->loads.last().startAt, 0.0);
+    QVERIFY(fixture.item->status() != Status::Failed);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::WaitingToPlay);
+    fixture.clock.advance(8s);
+    fixture.showPicture(3700);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
 }
 
 void ReconnectTest::pauseWhileReconnectingIsKept()
 {
-    StreamOnScript script;
-    script.playFrom(57);
-    script.endFile();
-    script.player->pause();
-    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
-    QVERIFY(script.player->isWaiting());
-    script.clock.advance(1s);
-    QVERIFY(script.engine->loads.last().isPaused);
-    script.showPicture(57);
-    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
-    QVERIFY(!script.player->isWaiting());
+    StreamPlayerFixture fixture;
+    fixture.playFrom(57);
+    fixture.endFile();
+    fixture.player->pause();
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
+    QVERIFY(fixture.player->isWaiting());
+    fixture.clock.advance(1s);
+    QVERIFY(fixture.engine->loads.last().isPaused);
+    fixture.showPicture(57);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
+    QVERIFY(!fixture.player->isWaiting());
 }
 
 void ReconnectTest::seekWhileReconnectingSetsStartPosition()
 {
-    StreamOnScript script;
-    script.playFrom(57);
-    script.endFile();
+    StreamPlayerFixture fixture;
+    fixture.playFrom(57);
+    fixture.endFile();
     QList<bool> done;
-    script.player->seek(90, SeekTolerance::Nearest, [&](bool finished) { done << finished; });
-    QCOMPARE(script.player->position(), 90.0);
-    QCOMPARE(script.engine->loads.size(), 1);
-    script.clock.advance(1s);
-    QCOMPARE(script.engine->loads.last().startAt, 90.0);
+    fixture.player->seek(90, SeekTolerance::Nearest, [&](bool finished) { done << finished; });
+    QCOMPARE(fixture.player->position(), 90.0);
+    QCOMPARE(fixture.engine->loads.size(), 1);
+    fixture.clock.advance(1s);
+    QCOMPARE(fixture.engine->loads.last().startAt, 90.0);
     QCOMPARE(done, QList<bool>{});
-    script.showPicture(90);
+    fixture.showPicture(90);
     QCOMPARE(done, QList<bool>{true});
 }
 
 void ReconnectTest::removingItemWhileReconnectingCancelsIt()
 {
-    StreamOnScript script;
-    script.playFrom(57);
-    script.endFile();
-    script.player->setItem(nullptr);
-    script.clock.advance(1h);
-    QCOMPARE(script.engine->loads.size(), 1);
-    QVERIFY(!script.player->isWaiting());
+    StreamPlayerFixture fixture;
+    fixture.playFrom(57);
+    fixture.endFile();
+    fixture.player->setItem(nullptr);
+    fixture.clock.advance(1h);
+    QCOMPARE(fixture.engine->loads.size(), 1);
+    QVERIFY(!fixture.player->isWaiting());
 }
 
 void ReconnectTest::reportsOfBrokenLoadAreIgnored()
 {
-    StreamOnScript script;
-    script.playFrom(57);
-    script.clock.advance(12s);
-    script.moveTo(100);
-    script.endFile();
-    script.fail({Cause::Status, 404, {}});
-    QCOMPARE(script.player->position(), 57.0);
-    expectAttempts(script, {1s});
+    StreamPlayerFixture fixture;
+    fixture.playFrom(57);
+    fixture.clock.advance(12s);
+    fixture.moveTo(100);
+    fixture.endFile();
+    fixture.fail({Cause::Status, 404, {}});
+    QCOMPARE(fixture.player->position(), 57.0);
+    expectAttempts(fixture, {1s});
 }
 
 void ReconnectTest::startBeyondEndIsMovedBeforeEnd()
 {
-    StreamOnScript script;
-    script.setItem();
-    script.player->seek(500, SeekTolerance::AtOrAfter);
-    script.start();
-    script.reportDuration(120);
-    script.fail({});
-    QCOMPARE(script.engine->loads.last().startAt, 117.0);
-    QCOMPARE(script.item->status(), Status::Unknown);
-    script.reportDuration(120);
-    script.fail({Cause::Status, 500, {}});
-    QCOMPARE(script.item->status(), Status::Failed);
+    StreamPlayerFixture fixture;
+    fixture.setItem();
+    fixture.player->seek(500, SeekTolerance::AtOrAfter);
+    fixture.start();
+    fixture.reportDuration(120);
+    fixture.fail({});
+    QCOMPARE(fixture.engine->loads.last().startAt, 117.0);
+    QCOMPARE(fixture.item->status(), Status::Unknown);
+    fixture.reportDuration(120);
+    fixture.fail({Cause::Status, 500, {}});
+    QCOMPARE(fixture.item->status(), Status::Failed);
 }
 
 QUILLMERE_TEST(ReconnectTest, QCoreApplication)

@@ -1,8 +1,8 @@
 #include "Reflow.h"
 
-#include "Blanks.h"
 #include "Graphemes.h"
 #include "TestMain.h"
+#include "Text.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -47,7 +47,7 @@ QStringList linesOf(QString text)
         text.replace(QChar(lineBreak), u"\n"_s);
     QStringList lines;
     for (const QString& piece : text.split(u'\n')) {
-        const QString line = Blanks::trimmed(piece).toString();
+        const QString line = trimmedText(piece).toString();
         if (!line.isEmpty())
             lines.append(line);
     }

@@ -1,6 +1,6 @@
 #include "RewinderyController.h"
 #include "ShelvesOfTapes.h"
-#include "StoreOnScript.h"
+#include "StoreFixture.h"
 #include "TestMain.h"
 
 #include <QSignalSpy>
@@ -40,13 +40,13 @@ private Q_SLOTS:
 private:
     void setMarkets(qint64 total, const QList<TapeMarket>& markets);
 
-    std::unique_ptr<StoreOnScript> m_fixture;
+    std::unique_ptr<StoreFixture> m_fixture;
     std::unique_ptr<RewinderyController> m_shop;
 };
 
 void RewinderyControllerTest::init()
 {
-    m_fixture = std::make_unique<StoreOnScript>();
+    m_fixture = std::make_unique<StoreFixture>();
     m_shop = std::make_unique<RewinderyController>();
     m_shop->setStore(m_fixture->store.get());
 }

@@ -1,4 +1,4 @@
-#include "StreamOnScript.h"
+#include "StreamPlayerFixture.h"
 #include "TestMain.h"
 
 #include <QTest>
@@ -50,54 +50,54 @@ private:
 
 void SeekTest::seekBeforeLoadSetsStart()
 {
-    StreamOnScript script;
-    script.setItem();
-    script.player->seek(1200, SeekTolerance::AtOrAfter);
-    QCOMPARE(script.player->position(), 1200.0);
-    script.start();
-    QCOMPARE(script.engine->loads.size(), 1);
-    QCOMPARE(script.engine->loads.first().startAt, 1200.0);
-    QVERIFY(script.engine->seeks.isEmpty());
+    StreamPlayerFixture fixture;
+    fixture.setItem();
+    fixture.player->seek(1200, SeekTolerance::AtOrAfter);
+    QCOMPARE(fixture.player->position(), 1200.0);
+    fixture.start();
+    QCOMPARE(fixture.engine->loads.size(), 1);
+    QCOMPARE(fixture.engine->loads.first().startAt, 1200.0);
+    QVERIFY(fixture.engine->seeks.isEmpty());
 }
 
 void SeekTest::seekWhileLoadingLoadsAgainAtTarget()
 {
-    StreamOnScript script;
-    script.setItem();
-    script.start();
-    const int first = script.load();
-    script.player->seek(60, SeekTolerance::AtOrAfter, done());
-    QCOMPARE(script.engine->loads.size(), 2);
-    QCOMPARE(script.engine->loads.last().startAt, 60.0);
-    script.notify([=](Listener& to) { to.onPictureShown(first, 0); });
-    QCOMPARE(script.item->status(), Status::Unknown);
-    script.showPicture(60.2);
-    QCOMPARE(script.player->position(), 60.2);
+    StreamPlayerFixture fixture;
+    fixture.setItem();
+    fixture.start();
+    const int first = fixture.load();
+    fixture.player->seek(60, SeekTolerance::AtOrAfter, done());
+    QCOMPARE(fixture.engine->loads.size(), 2);
+    QCOMPARE(fixture.engine->loads.last().startAt, 60.0);
+    fixture.notify([=](Listener& to) { to.onPictureShown(first, 0); });
+    QCOMPARE(fixture.item->status(), Status::Unknown);
+    fixture.showPicture(60.2);
+    QCOMPARE(fixture.player->position(), 60.2);
     QCOMPARE(m_done, QList<bool>{true});
 }
 
 void SeekTest::seekBeforeStartFinishesWithFirstPicture()
 {
-    StreamOnScript script;
-    script.setItem();
-    script.player->seek(60, SeekTolerance::AtOrAfter, done());
-    script.start();
+    StreamPlayerFixture fixture;
+    fixture.setItem();
+    fixture.player->seek(60, SeekTolerance::AtOrAfter, done());
+    fixture.start();
     QVERIFY(m_done.isEmpty());
-    script.showPicture(60);
+    fixture.showPicture(60);
     QCOMPARE(m_done, QList<bool>{true});
-    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
 }
 
 void SeekTest::positionAfterSeekIsThatOfEngine()
 {
-    StreamOnScript script;
-    script.playFrom(0);
-    script.player->seek(60, SeekTolerance::AtOrAfter, done());
-    script.finishSeek(60.4);
-    QCOMPARE(script.player->position(), 60.4);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(0);
+    fixture.player->seek(60, SeekTolerance::AtOrAfter, done());
+    fixture.finishSeek(60.4);
+    QCOMPARE(fixture.player->position(), 60.4);
     QCOMPARE(m_done, QList<bool>{true});
-    script.moveTo(60.5);
-    QCOMPARE(script.player->position(), 60.5);
+    fixture.moveTo(60.5);
+    QCOMPARE(fixture.player->position(), 60.5);
 }
 
 void SeekTest::toleranceReachesEngine_data()
@@ -110,48 +110,48 @@ void SeekTest::toleranceReachesEngine_data()
 void SeekTest::toleranceReachesEngine()
 {
     QFETCH(const SeekTolerance, tolerance);
-    StreamOnScript script;
-    script.playFrom(0);
-    script.player->seek(60, tolerance);
-    QCOMPARE(script.engine->seeks.size(), 1);
-    QCOMPARE(script.engine->seeks.first().load, script.load());
-    QCOMPARE(script.engine->seeks.first().seconds, 60.0);
-    QCOMPARE(int(script.engine->seeks.first().tolerance), int(tolerance));
+    StreamPlayerFixture fixture;
+    fixture.playFrom(0);
+    fixture.player->seek(60, tolerance);
+    QCOMPARE(fixture.engine->seeks.size(), 1);
+    QCOMPARE(fixture.engine->seeks.first().load, fixture.load());
+    QCOMPARE(fixture.engine->seeks.first().seconds, 60.0);
+    QCOMPARE(int(fixture.engine->seeks.first().tolerance), int(tolerance));
 }
 
 void SeekTest::seekingPlayerShowsTargetAndWaits()
 {
-    StreamOnScript script;
-    script.playFrom(0);
-    script.player->seek(60, SeekTolerance::AtOrAfter);
-    QCOMPARE(script.player->position(), 60.0);
-    QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
-    script.finishSeek(60);
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(0);
+    fixture.player->seek(60, SeekTolerance::AtOrAfter);
+    QCOMPARE(fixture.player->position(), 60.0);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::WaitingToPlay);
+    fixture.finishSeek(60);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
 }
 
 void SeekTest::positionsFromBeforeSeekAreIgnored()
 {
-    StreamOnScript script;
-    script.playFrom(0);
-    script.player->seek(60, SeekTolerance::AtOrAfter);
-    script.moveTo(0.04);
-    QCOMPARE(script.player->position(), 60.0);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(0);
+    fixture.player->seek(60, SeekTolerance::AtOrAfter);
+    fixture.moveTo(0.04);
+    QCOMPARE(fixture.player->position(), 60.0);
 }
 
 void SeekTest::laterSeekReplacesEarlierOne()
 {
-    StreamOnScript script;
-    script.playFrom(0);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(0);
     QStringList order;
-    script.player->seek(30, SeekTolerance::Nearest,
-                        [&](bool finished) { order << (finished ? u"+first"_s : u"-first"_s); });
-    const auto first = script.engine->seeks.last();
-    script.player->seek(60, SeekTolerance::Nearest,
-                        [&](bool finished) { order << (finished ? u"+later"_s : u"-later"_s); });
-    script.notify([=](Listener& to) { to.onSeekFinished(first.load, first.number, 30); });
-    QCOMPARE(script.player->position(), 60.0);
-    script.finishSeek(60);
+    fixture.player->seek(30, SeekTolerance::Nearest,
+                         [&](bool finished) { order << (finished ? u"+first"_s : u"-first"_s); });
+    const auto first = fixture.engine->seeks.last();
+    fixture.player->seek(60, SeekTolerance::Nearest,
+                         [&](bool finished) { order << (finished ? u"+later"_s : u"-later"_s); });
+    fixture.notify([=](Listener& to) { to.onSeekFinished(first.load, first.number, 30); });
+    QCOMPARE(fixture.player->position(), 60.0);
+    fixture.finishSeek(60);
     QCOMPARE(order, QStringList({u"-first"_s, u"+later"_s}));
 }
 
@@ -171,13 +171,13 @@ void SeekTest::seekIsLimitedToRecording()
 {
     QFETCH(const double, duration);
     QFETCH(const double, requested);
-    StreamOnScript script;
-    script.setItem();
-    script.start();
-    script.reportDuration(duration);
-    script.showPicture(0);
-    script.player->seek(requested, SeekTolerance::AtOrAfter);
-    QTEST(script.engine->seeks.first().seconds, "target");
+    StreamPlayerFixture fixture;
+    fixture.setItem();
+    fixture.start();
+    fixture.reportDuration(duration);
+    fixture.showPicture(0);
+    fixture.player->seek(requested, SeekTolerance::AtOrAfter);
+    QTEST(fixture.engine->seeks.first().seconds, "target");
 }
 
 void SeekTest::impossibleSeekIsNotFinished_data()
@@ -196,103 +196,103 @@ void SeekTest::impossibleSeekIsNotFinished()
     QFETCH(const Kind, kind);
     QFETCH(const bool, failed);
     QFETCH(const double, to);
-    StreamOnScript script;
-    script.setItem(kind);
-    script.start();
+    StreamPlayerFixture fixture;
+    fixture.setItem(kind);
+    fixture.start();
     if (failed)
-        script.fail({Cause::Status, 404, {}});
+        fixture.fail({Cause::Status, 404, {}});
     else
-        script.showPicture(5);
-    const double before = script.player->position();
-    script.player->seek(to, SeekTolerance::AtOrAfter, done());
-    script.deliver();
+        fixture.showPicture(5);
+    const double before = fixture.player->position();
+    fixture.player->seek(to, SeekTolerance::AtOrAfter, done());
+    fixture.deliver();
     QCOMPARE(m_done, QList<bool>{false});
-    QCOMPARE(script.player->position(), before);
-    QVERIFY(script.engine->seeks.isEmpty());
-    QCOMPARE(script.engine->loads.size(), 1);
+    QCOMPARE(fixture.player->position(), before);
+    QVERIFY(fixture.engine->seeks.isEmpty());
+    QCOMPARE(fixture.engine->loads.size(), 1);
 }
 
 void SeekTest::completionIsCalledFromEventLoop()
 {
-    StreamOnScript script;
-    script.player->seek(10, SeekTolerance::AtOrAfter, done());
+    StreamPlayerFixture fixture;
+    fixture.player->seek(10, SeekTolerance::AtOrAfter, done());
     QVERIFY(m_done.isEmpty());
-    script.deliver();
+    fixture.deliver();
     QCOMPARE(m_done, QList<bool>{false});
 }
 
 void SeekTest::anotherItemEndsSeek()
 {
-    StreamOnScript script;
-    script.playFrom(0);
-    script.player->seek(60, SeekTolerance::AtOrAfter, done());
-    script.player->setItem(nullptr);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(0);
+    fixture.player->seek(60, SeekTolerance::AtOrAfter, done());
+    fixture.player->setItem(nullptr);
     QVERIFY(m_done.isEmpty());
-    script.deliver();
+    fixture.deliver();
     QCOMPARE(m_done, QList<bool>{false});
 }
 
 void SeekTest::failureEndsSeek()
 {
-    StreamOnScript script;
-    script.setItem();
-    script.player->seek(60, SeekTolerance::AtOrAfter, done());
-    script.start();
-    script.fail({Cause::Status, 404, {}});
+    StreamPlayerFixture fixture;
+    fixture.setItem();
+    fixture.player->seek(60, SeekTolerance::AtOrAfter, done());
+    fixture.start();
+    fixture.fail({Cause::Status, 404, {}});
     QCOMPARE(m_done, QList<bool>{false});
 }
 
 void SeekTest::breakDuringSeekIsNotTreatedAsEnd()
 {
-    StreamOnScript script;
-    script.playFrom(0);
-    script.moveTo(119);
-    script.player->seek(117, SeekTolerance::AtOrAfter, done());
-    script.endFile();
-    QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
-    script.clock.advance(1s);
-    QCOMPARE(script.engine->loads.last().startAt, 117.0);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(0);
+    fixture.moveTo(119);
+    fixture.player->seek(117, SeekTolerance::AtOrAfter, done());
+    fixture.endFile();
+    QCOMPARE(fixture.player->timeControl(), TimeControl::WaitingToPlay);
+    fixture.clock.advance(1s);
+    QCOMPARE(fixture.engine->loads.last().startAt, 117.0);
     QVERIFY(m_done.isEmpty());
-    script.showPicture(117);
+    fixture.showPicture(117);
     QCOMPARE(m_done, QList<bool>{true});
 }
 
 void SeekTest::seekThatDoesNotFinishIsStallAlsoWhenPaused()
 {
-    StreamOnScript script;
-    script.playFrom(0);
-    script.player->pause();
-    script.player->seek(60, SeekTolerance::AtOrAfter);
-    script.clock.advance(11s);
-    script.player->seek(70, SeekTolerance::AtOrAfter);
-    script.clock.advance(12s - 1ms);
-    QCOMPARE(script.engine->stops, 0);
-    script.clock.advance(1ms + 1s);
-    QCOMPARE(script.engine->loads.last().startAt, 70.0);
-    QVERIFY(script.engine->loads.last().isPaused);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(0);
+    fixture.player->pause();
+    fixture.player->seek(60, SeekTolerance::AtOrAfter);
+    fixture.clock.advance(11s);
+    fixture.player->seek(70, SeekTolerance::AtOrAfter);
+    fixture.clock.advance(12s - 1ms);
+    QCOMPARE(fixture.engine->stops, 0);
+    fixture.clock.advance(1ms + 1s);
+    QCOMPARE(fixture.engine->loads.last().startAt, 70.0);
+    QVERIFY(fixture.engine->loads.last().isPaused);
 }
 
 void SeekTest::seekAfterEndLoadsAgainAndStaysPaused()
 {
-    StreamOnScript script;
-    script.playFrom(119);
-    script.endFile();
-    script.player->seek(60, SeekTolerance::AtOrAfter, done());
-    QCOMPARE(script.engine->loads.last().startAt, 60.0);
-    QVERIFY(script.engine->loads.last().isPaused);
-    script.showPicture(60);
-    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(119);
+    fixture.endFile();
+    fixture.player->seek(60, SeekTolerance::AtOrAfter, done());
+    QCOMPARE(fixture.engine->loads.last().startAt, 60.0);
+    QVERIFY(fixture.engine->loads.last().isPaused);
+    fixture.showPicture(60);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
     QCOMPARE(m_done, QList<bool>{true});
 }
 
 void SeekTest::destroyedPlayerCallsNoCompletion()
 {
-    StreamOnScript script;
-    script.playFrom(0);
-    script.player->seek(60, SeekTolerance::AtOrAfter, done());
-    script.player->setItem(nullptr);
-    script.player.reset();
-    script.deliver();
+    StreamPlayerFixture fixture;
+    fixture.playFrom(0);
+    fixture.player->seek(60, SeekTolerance::AtOrAfter, done());
+    fixture.player->setItem(nullptr);
+    fixture.player.reset();
+    fixture.deliver();
     QVERIFY(m_done.isEmpty());
 }
 

@@ -1,4 +1,4 @@
-#include "StreamOnScript.h"
+#include "StreamPlayerFixture.h"
 #include "TestMain.h"
 
 #include <QSignalSpy>
@@ -30,55 +30,55 @@ private Q_SLOTS:
 
 void StallTest::stallOfTwelveSecondsIsTreatedAsBreak()
 {
-    StreamOnScript script;
-    script.playFrom(20);
-    script.clock.advance(5s);
-    script.moveTo(25);
-    script.clock.advance(12s - 1ms);
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
-    script.clock.advance(1ms);
-    QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
-    QCOMPARE(script.engine->stops, 1);
-    script.clock.advance(1s);
-    QCOMPARE(script.engine->loads.last().startAt, 25.0);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(20);
+    fixture.clock.advance(5s);
+    fixture.moveTo(25);
+    fixture.clock.advance(12s - 1ms);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
+    fixture.clock.advance(1ms);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::WaitingToPlay);
+    QCOMPARE(fixture.engine->stops, 1);
+    fixture.clock.advance(1s);
+    QCOMPARE(fixture.engine->loads.last().startAt, 25.0);
 }
 
 void StallTest::movementWithinTwelveSecondsIsNoStall()
 {
-    StreamOnScript script;
-    script.playFrom(20);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(20);
     for (int step = 1; step <= 5; ++step) {
-        script.clock.advance(11s);
-        script.moveTo(20 + step);
+        fixture.clock.advance(11s);
+        fixture.moveTo(20 + step);
     }
-    script.moveTo(25); // the same position again
-    script.clock.advance(11s);
-    QCOMPARE(script.engine->loads.size(), 1);
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
+    fixture.moveTo(25); // the same position again
+    fixture.clock.advance(11s);
+    QCOMPARE(fixture.engine->loads.size(), 1);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
 }
 
 void StallTest::pausedStreamDoesNotStall()
 {
-    StreamOnScript script;
-    script.playFrom(20);
-    script.player->pause();
-    script.clock.advance(1h);
-    QCOMPARE(script.engine->stops, 0);
-    QCOMPARE(script.clock.pendingTimers(), 0);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(20);
+    fixture.player->pause();
+    fixture.clock.advance(1h);
+    QCOMPARE(fixture.engine->stops, 0);
+    QCOMPARE(fixture.clock.pendingTimers(), 0);
 }
 
 void StallTest::stallTimeStartsWhenPlaybackResumes()
 {
-    StreamOnScript script;
-    script.playFrom(20);
-    script.clock.advance(11s);
-    script.player->pause();
-    script.clock.advance(1h);
-    script.player->play();
-    script.clock.advance(12s - 1ms);
-    QCOMPARE(script.engine->stops, 0);
-    script.clock.advance(1ms);
-    QCOMPARE(script.engine->stops, 1);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(20);
+    fixture.clock.advance(11s);
+    fixture.player->pause();
+    fixture.clock.advance(1h);
+    fixture.player->play();
+    fixture.clock.advance(12s - 1ms);
+    QCOMPARE(fixture.engine->stops, 0);
+    fixture.clock.advance(1ms);
+    QCOMPARE(fixture.engine->stops, 1);
 }
 
 void StallTest::firstPictureMayTakeThirtySeconds_data()
@@ -95,72 +95,72 @@ void StallTest::firstPictureMayTakeThirtySeconds()
 {
     QFETCH(const Kind, kind);
     QFETCH(const bool, isPaused);
-    StreamOnScript script;
-    script.setItem(kind);
+    StreamPlayerFixture fixture;
+    fixture.setItem(kind);
     if (!isPaused)
-        script.player->play();
-    script.start();
-    script.reportDuration(120); // a slow server that has sent only the duration
-    script.clock.advance(30s - 1ms);
-    QCOMPARE(script.engine->stops, 0);
-    QCOMPARE(script.item->status(), Status::Unknown);
-    script.clock.advance(1ms);
-    QCOMPARE(script.engine->stops, 1);
-    QTEST(script.item->status(), "status");
+        fixture.player->play();
+    fixture.start();
+    fixture.reportDuration(120); // a slow server that has sent only the duration
+    fixture.clock.advance(30s - 1ms);
+    QCOMPARE(fixture.engine->stops, 0);
+    QCOMPARE(fixture.item->status(), Status::Unknown);
+    fixture.clock.advance(1ms);
+    QCOMPARE(fixture.engine->stops, 1);
+    QTEST(fixture.item->status(), "status");
     if (kind == Kind::Recording)
-        QCOMPARE(int(script.item->error()->cause), int(Cause::TimedOut));
-    script.clock.advance(8s);
-    QCOMPARE(script.engine->loads.size(), kind == Kind::Live ? 2 : 1);
+        QCOMPARE(int(fixture.item->error()->cause), int(Cause::TimedOut));
+    fixture.clock.advance(8s);
+    QCOMPARE(fixture.engine->loads.size(), kind == Kind::Live ? 2 : 1);
 }
 
 void StallTest::pictureAfterReconnectMayTakeThirtySeconds()
 {
-    StreamOnScript script;
-    script.playFrom(20);
-    script.endFile();
-    script.clock.advance(1s);
-    QCOMPARE(script.engine->loads.size(), 2);
-    script.clock.advance(30s);
-    QCOMPARE(script.engine->stops, 1);
-    QCOMPARE(script.item->status(), Status::ReadyToPlay);
-    script.clock.advance(2s);
-    QCOMPARE(script.engine->loads.size(), 3);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(20);
+    fixture.endFile();
+    fixture.clock.advance(1s);
+    QCOMPARE(fixture.engine->loads.size(), 2);
+    fixture.clock.advance(30s);
+    QCOMPARE(fixture.engine->stops, 1);
+    QCOMPARE(fixture.item->status(), Status::ReadyToPlay);
+    fixture.clock.advance(2s);
+    QCOMPARE(fixture.engine->loads.size(), 3);
 }
 
 void StallTest::pictureTimeoutStartsWithLoad()
 {
-    StreamOnScript script;
-    script.setItem();
-    script.clock.advance(1h);
-    QCOMPARE(script.item->status(), Status::Unknown);
-    script.start();
-    script.clock.advance(29s);
-    script.player->seek(60, SeekTolerance::AtOrAfter);
-    script.clock.advance(30s - 1ms);
-    QCOMPARE(script.item->status(), Status::Unknown);
-    script.clock.advance(1ms);
-    QCOMPARE(script.item->status(), Status::Failed);
+    StreamPlayerFixture fixture;
+    fixture.setItem();
+    fixture.clock.advance(1h);
+    QCOMPARE(fixture.item->status(), Status::Unknown);
+    fixture.start();
+    fixture.clock.advance(29s);
+    fixture.player->seek(60, SeekTolerance::AtOrAfter);
+    fixture.clock.advance(30s - 1ms);
+    QCOMPARE(fixture.item->status(), Status::Unknown);
+    fixture.clock.advance(1ms);
+    QCOMPARE(fixture.item->status(), Status::Failed);
 }
 
 void StallTest::bufferingForTwelveSecondsIsStall()
 {
-    StreamOnScript script;
-    script.playFrom(20);
-    script.setWaiting(true);
-    script.clock.advance(12s);
-    QCOMPARE(script.engine->stops, 1);
-    script.clock.advance(1s);
-    script.showPicture(20);
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(20);
+    fixture.setWaiting(true);
+    fixture.clock.advance(12s);
+    QCOMPARE(fixture.engine->stops, 1);
+    fixture.clock.advance(1s);
+    fixture.showPicture(20);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
 }
 
 void StallTest::stallAtEndIsTreatedAsEnd()
 {
-    StreamOnScript script;
-    script.playFrom(20);
-    QSignalSpy ended(script.item.get(), &PlayerItem::didPlayToEnd);
-    script.moveTo(119);
-    script.clock.advance(12s);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(20);
+    QSignalSpy ended(fixture.item.get(), &PlayerItem::didPlayToEnd);
+    fixture.moveTo(119);
+    fixture.clock.advance(12s);
     QCOMPARE(ended.count(), 1);
 }
 

@@ -1,4 +1,5 @@
-#include "StoreOnScript.h"
+#include "Announcements.h"
+#include "StoreFixture.h"
 #include "TestMain.h"
 
 namespace {
@@ -17,7 +18,7 @@ class StoreMarketTest : public QObject
 private Q_SLOTS:
     void newMarketLoadsTapesAndKeepsOldOnesMeanwhile()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture.loadOnce({u"Zoning"_s});
         fixture->setMarket(springfield);
         QCOMPARE(fixture->market(), springfield);
@@ -30,7 +31,7 @@ private Q_SLOTS:
 
     void shelvesMarketIsLastLoadedMarket()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture.loadOnce({u"Zoning"_s});
         QCOMPARE(fixture->shelvesMarket(), QString());
         fixture->setMarket(springfield);
@@ -46,7 +47,7 @@ private Q_SLOTS:
 
     void sameMarketTwiceLoadsOnce()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         const Announcements announcements(*fixture.store);
         fixture->setMarket(springfield);
         fixture->setMarket(springfield);
@@ -57,7 +58,7 @@ private Q_SLOTS:
 
     void emptyMarketLoadsAllTapes()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture->setMarket({});
         QCOMPARE(fixture.http.count(), 0);
         fixture->setMarket(springfield);
@@ -67,7 +68,7 @@ private Q_SLOTS:
 
     void lateAnswerForPreviousMarketIsIgnored()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture->setMarket(springfield);
         fixture->setMarket(shelbyville);
         fixture.answerTapes({u"Shelbyville"_s}, shelbyvilleTapes);
@@ -79,7 +80,7 @@ private Q_SLOTS:
 
     void earlyAnswerForPreviousMarketIsIgnored()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         const Announcements announcements(*fixture.store);
         fixture->setMarket(springfield);
         fixture->setMarket(shelbyville);
@@ -91,7 +92,7 @@ private Q_SLOTS:
 
     void failureForPreviousMarketIsIgnored()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture->setMarket(springfield);
         fixture->setMarket(shelbyville);
         fixture.fail(springfieldTapes, u"cut"_s);
@@ -103,23 +104,23 @@ private Q_SLOTS:
 
     void marketChosenAgainUsesAnswerOfFirstLoad()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture->setMarket(springfield);
         fixture->setMarket({});
         fixture->setMarket(springfield);
         QCOMPARE(fixture.http.count(), 3);
-        fixture.http.answer(0, 200, StoreOnScript::pageOf({u"Springfield"_s}));
+        fixture.http.answer(0, 200, StoreFixture::pageOf({u"Springfield"_s}));
         QTRY_COMPARE(fixture.titles(), QStringList{u"Springfield"_s});
     }
 
     void refreshIgnoresTapesIfMarketChanged()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         const auto task = fixture->refresh();
         fixture.answerStatus();
         QTRY_COMPARE(fixture.http.count(), 2);
         fixture->setMarket(springfield);
-        fixture.http.answer(1, 200, StoreOnScript::pageOf({u"All"_s}));
+        fixture.http.answer(1, 200, StoreFixture::pageOf({u"All"_s}));
         QTRY_VERIFY(!fixture->isLoading());
         QVERIFY(fixture->hasLoadedOnce());
         QVERIFY(fixture->tapes().isEmpty());
@@ -129,7 +130,7 @@ private Q_SLOTS:
 
     void refreshLoadsMarketChosenWhenStatusArrives()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         const auto task = fixture->refresh();
         fixture->setMarket(springfield);
         fixture.answerTapes({u"Springfield"_s}, springfieldTapes);
@@ -141,7 +142,7 @@ private Q_SLOTS:
 
     void storeMayBeDestroyedWhileMarketLoads()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture->setMarket(springfield);
         const Announcements announcements(*fixture.store);
         fixture.store.reset();
@@ -163,7 +164,7 @@ private Q_SLOTS:
     void stockCountIsThatOfMarket()
     {
         QFETCH(QString, market);
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture.loadOnce({u"Zoning"_s, u"Parade"_s});
         fixture->setMarket(market);
         QTEST(fixture->stockCount(), "stock");
@@ -171,7 +172,7 @@ private Q_SLOTS:
 
     void everySetterAnnouncesChange()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         const Announcements announcements(*fixture.store);
         TVStatus status;
         status.rewindery.tapes = 3;

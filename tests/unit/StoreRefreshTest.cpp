@@ -1,4 +1,5 @@
-#include "StoreOnScript.h"
+#include "Announcements.h"
+#include "StoreFixture.h"
 #include "TestMain.h"
 
 namespace {
@@ -32,7 +33,7 @@ FailureCase failureCase()
     return {status, body, text};
 }
 
-void failAs(StoreOnScript& fixture, const QString& path, const FailureCase& failureCase)
+void failAs(StoreFixture& fixture, const QString& path, const FailureCase& failureCase)
 {
     if (failureCase.status == 0)
         fixture.fail(path, failureCase.text);
@@ -52,7 +53,7 @@ class StoreRefreshTest : public QObject
 private Q_SLOTS:
     void newStoreIsEmpty()
     {
-        const StoreOnScript fixture;
+        const StoreFixture fixture;
         QCOMPARE(fixture->status(), TVStatus());
         QVERIFY(fixture->tapes().isEmpty());
         QVERIFY(fixture->shelves().isEmpty());
@@ -66,7 +67,7 @@ private Q_SLOTS:
 
     void onlyRequestedNumberOfTapesIsKept()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture.loadOnce(QStringList(199, u"A"_s) + QStringList{u"Last"_s} + QStringList(100, u"B"_s));
         QCOMPARE(fixture->tapes().size(), 200);
         QCOMPARE(fixture->tapes().constLast().title, u"Last"_s);
@@ -78,7 +79,7 @@ private Q_SLOTS:
 
     void refreshLoadsStatusThenTapes()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         const auto task = fixture->refresh();
         QCOMPARE(fixture.http.count(), 1);
         QCOMPARE(fixture.http.request(0).url, QUrl(u"https://hub.example/api/tv/status"_s));
@@ -97,7 +98,7 @@ private Q_SLOTS:
 
     void refreshAnnouncesEachChangeBeforeIt()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         const Announcements announcements(*fixture.store);
         fixture.loadOnce({u"Zoning"_s, u"Parade"_s});
         QCOMPARE(announcements.received,
@@ -110,7 +111,7 @@ private Q_SLOTS:
     void statusFailureIsClearedByTapes_data() { addFailureCases(); }
     void statusFailureIsClearedByTapes()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         const auto task = fixture->refresh();
         failAs(fixture, statusPath, failureCase());
         QTRY_VERIFY(fixture->hasError());
@@ -125,7 +126,7 @@ private Q_SLOTS:
 
     void statusFailureKeepsOldStatus()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture.loadOnce({});
         const auto task = fixture->refresh();
         fixture.answer(statusPath, {}, 500);
@@ -137,7 +138,7 @@ private Q_SLOTS:
     void tapesFailureReplacesStatusFailure_data() { addFailureCases(); }
     void tapesFailureReplacesStatusFailure()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         const auto task = fixture->refresh();
         fixture.answer(statusPath, {}, 404);
         failAs(fixture, tapesPath, failureCase());
@@ -151,7 +152,7 @@ private Q_SLOTS:
     void tapesFailureIsSilentIfTapesWereLoaded_data() { addFailureCases(); }
     void tapesFailureIsSilentIfTapesWereLoaded()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture.loadOnce({u"Zoning"_s});
         const auto shelves = fixture->shelves();
         const auto task = fixture->refresh();
@@ -166,7 +167,7 @@ private Q_SLOTS:
 
     void statusFailureIsKeptIfTapesFailSilently()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture.loadOnce({u"Zoning"_s});
         const auto task = fixture->refresh();
         fixture.answer(statusPath, {}, 502);
@@ -177,7 +178,7 @@ private Q_SLOTS:
 
     void newerRecordOfSameTapeReplacesOlder()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture.loadOnce({u"Zoning, draft"_s});
         fixture.loadOnce({u"Zoning, final"_s});
         QCOMPARE(fixture.titles(), QStringList{u"Zoning, final"_s});
@@ -186,17 +187,17 @@ private Q_SLOTS:
 
     void firstFinishedRefreshEndsLoading()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         const auto first = fixture->refresh();
         const auto second = fixture->refresh();
         QCOMPARE(fixture.http.count(), 2);
-        fixture.http.answer(1, 200, StoreOnScript::statusOf(2));
+        fixture.http.answer(1, 200, StoreFixture::statusOf(2));
         fixture.answerTapes({u"Second"_s});
         QTRY_VERIFY(!fixture->isLoading());
         QVERIFY(fixture->hasLoadedOnce());
         QVERIFY(fixture.http.isWaiting(0));
         // The older refresh is independent of the newer one: its late answer replaces the newer data.
-        fixture.http.answer(0, 200, StoreOnScript::statusOf(1));
+        fixture.http.answer(0, 200, StoreFixture::statusOf(1));
         fixture.answerTapes({u"First"_s});
         QTRY_COMPARE(fixture.titles(), QStringList{u"First"_s});
         QCOMPARE(fixture->status().rewindery.tapes, 1);
@@ -206,14 +207,14 @@ private Q_SLOTS:
 
     void tapesOfOverlappingRefreshesMayArriveOutOfOrder()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         const auto first = fixture->refresh();
         fixture.answerStatus();
         QTRY_COMPARE(fixture.http.count(), 2);
         const auto second = fixture->refresh();
         fixture.answerStatus();
         QTRY_COMPARE(fixture.http.count(), 4);
-        fixture.http.answer(3, 200, StoreOnScript::pageOf({u"Second"_s}));
+        fixture.http.answer(3, 200, StoreFixture::pageOf({u"Second"_s}));
         QTRY_COMPARE(fixture.titles(), QStringList{u"Second"_s});
         fixture.http.fail(1, u"cut"_s);
         fixture.waitForDecoding();
@@ -236,7 +237,7 @@ private Q_SLOTS:
     {
         QFETCH(bool, isStatusAnswered);
         QFETCH(bool, isLastAnswered);
-        StoreOnScript fixture;
+        StoreFixture fixture;
         const auto task = fixture->refresh();
         if (isStatusAnswered) {
             fixture.answerStatus();
@@ -245,7 +246,7 @@ private Q_SLOTS:
         const int last = fixture.http.count() - 1;
         if (isLastAnswered)
             fixture.http.answer(last, 200,
-                                isStatusAnswered ? StoreOnScript::pageOf({u"Zoning"_s}) : StoreOnScript::statusOf(1));
+                                isStatusAnswered ? StoreFixture::pageOf({u"Zoning"_s}) : StoreFixture::statusOf(1));
         const Announcements announcements(*fixture.store);
         fixture.store.reset();
         QCOMPARE(fixture.http.wasCancelled(last), !isLastAnswered);

@@ -1,4 +1,5 @@
-#include "StoreOnScript.h"
+#include "Announcements.h"
+#include "StoreFixture.h"
 #include "TestMain.h"
 
 #include <limits>
@@ -28,7 +29,7 @@ private Q_SLOTS:
     void positionInFirstMinuteIsRemoved()
     {
         QFETCH(double, seconds);
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture.defaults.setNumber(keyOfSeven, 500);
         fixture->saveResume(7, seconds);
         QVERIFY(!fixture.defaults.contains(keyOfSeven));
@@ -46,7 +47,7 @@ private Q_SLOTS:
     void positionAfterFirstMinuteIsSaved()
     {
         QFETCH(double, seconds);
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture.defaults.setNumber(keyOfSeven, 500);
         fixture->saveResume(7, seconds);
         QCOMPARE(fixture.defaults.number(keyOfSeven), seconds);
@@ -64,7 +65,7 @@ private Q_SLOTS:
     void invalidPositionIsNotSaved()
     {
         QFETCH(double, seconds);
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture.defaults.setNumber(keyOfSeven, 500);
         fixture->saveResume(7, seconds);
         QCOMPARE(fixture->resumePosition(7), 500.0);
@@ -86,20 +87,20 @@ private Q_SLOTS:
     void invalidStoredPositionIsReadAsZero()
     {
         QFETCH(double, stored);
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture.defaults.setNumber(keyOfSeven, stored);
         QTEST(fixture->resumePosition(7), "read");
     }
 
     void tapeNeverPlayedHasNoPosition()
     {
-        const StoreOnScript fixture;
+        const StoreFixture fixture;
         QCOMPARE(fixture->resumePosition(7), 0.0);
     }
 
     void removedPositionIsZero()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture->saveResume(7, 90);
         fixture->saveResume(8, 91);
         fixture->removeResume(7);
@@ -109,7 +110,7 @@ private Q_SLOTS:
 
     void positionIsStoredUnderDecimalId()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture->saveResume(std::numeric_limits<qint64>::min(), 61);
         fixture->saveResume(9007199254740993, 62);
         QCOMPARE(fixture.defaults.number(u"resume.tape.-9223372036854775808"_s), 61.0);
@@ -118,7 +119,7 @@ private Q_SLOTS:
 
     void savingPositionAnnouncesNothing()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         const Announcements announcements(*fixture.store);
         fixture->saveResume(7, 90);
         fixture->saveResume(7, 1);

@@ -1,4 +1,5 @@
-#include "StoreOnScript.h"
+#include "Announcements.h"
+#include "StoreFixture.h"
 
 #include <QCoroTask>
 
@@ -19,7 +20,7 @@ QCoro::Task<> find(Store& store, QString query, std::stop_token token, Found fou
     *found = titles;
 }
 
-Found search(const StoreOnScript& fixture, const QString& query, const std::stop_token& token = {})
+Found search(const StoreFixture& fixture, const QString& query, const std::stop_token& token = {})
 {
     auto found = std::make_shared<std::optional<QStringList>>();
     find(*fixture.store, query, token, found);
@@ -35,7 +36,7 @@ class StoreSearchTest : public QObject
 private Q_SLOTS:
     void searchUsesMarketAndChangesNothing()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture->setMarket(u"springfield"_s);
         const Announcements announcements(*fixture.store);
         const Found found = search(fixture, u" zoning "_s);
@@ -58,7 +59,7 @@ private Q_SLOTS:
     void moreTapesThanRequestedAreReturned()
     {
         QFETCH(int, answered);
-        StoreOnScript fixture;
+        StoreFixture fixture;
         const Found found = search(fixture, u"zoning"_s);
         fixture.answerTapes(QStringList(answered, u"Zoning"_s));
         QTRY_VERIFY(*found);
@@ -67,7 +68,7 @@ private Q_SLOTS:
 
     void failedSearchFindsNothingAndReportsNoError()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         fixture->setLastError(u"Before."_s);
         const Found unreachable = search(fixture, u"zoning"_s);
         fixture.fail(u"/api/tv/tapes"_s, u"unreachable"_s);
@@ -82,7 +83,7 @@ private Q_SLOTS:
 
     void searchesAnsweredOutOfOrderGetTheirResults()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         const Found zo = search(fixture, u"zo"_s);
         const Found zoning = search(fixture, u"zoning"_s);
         fixture.answerTapes({u"Zoning"_s}, u"/api/tv/tapes?page=1&per_page=200&q=zoning"_s);
@@ -94,7 +95,7 @@ private Q_SLOTS:
 
     void cancelledSearchFindsNothing()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         TaskScope screen;
         const Found waiting = search(fixture, u"zoning"_s, screen.token());
         const Found decoding = search(fixture, u"parade"_s, screen.token());
@@ -108,7 +109,7 @@ private Q_SLOTS:
 
     void storeMayBeDestroyedDuringSearch()
     {
-        StoreOnScript fixture;
+        StoreFixture fixture;
         const TaskScope screen;
         const Found waiting = search(fixture, u"zoning"_s, screen.token());
         const Found decoding = search(fixture, u"parade"_s);

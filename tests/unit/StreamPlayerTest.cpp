@@ -1,4 +1,4 @@
-#include "StreamOnScript.h"
+#include "StreamPlayerFixture.h"
 #include "TestMain.h"
 
 #include <QSignalSpy>
@@ -47,106 +47,106 @@ void StreamPlayerTest::unsupportedAddressFailsItemLater_data()
 void StreamPlayerTest::unsupportedAddressFailsItemLater()
 {
     QFETCH(const QUrl, url);
-    StreamOnScript script;
+    StreamPlayerFixture fixture;
     const auto item = std::make_shared<PlayerItem>(url);
-    script.player->setItem(item);
+    fixture.player->setItem(item);
     // The caller starts to observe an item only after setItem().
     QSignalSpy changed(item.get(), &PlayerItem::statusChanged);
     QCOMPARE(item->status(), Status::Unknown);
-    script.deliver();
+    fixture.deliver();
     QCOMPARE(changed.count(), 1);
     QCOMPARE(int(item->error()->cause), int(Cause::BadAddress));
-    QCOMPARE(script.pluginLoads, 0);
+    QCOMPARE(fixture.pluginLoads, 0);
 }
 
 void StreamPlayerTest::failureWhileLoadingKeepsCause()
 {
-    StreamOnScript script;
-    script.setItem();
-    script.start();
-    QSignalSpy changed(script.item.get(), &PlayerItem::statusChanged);
-    script.fail({Cause::Status, 404, u"why"_s});
+    StreamPlayerFixture fixture;
+    fixture.setItem();
+    fixture.start();
+    QSignalSpy changed(fixture.item.get(), &PlayerItem::statusChanged);
+    fixture.fail({Cause::Status, 404, u"why"_s});
     QCOMPARE(changed.count(), 1);
-    QCOMPARE(script.item->status(), Status::Failed);
-    QCOMPARE(int(script.item->error()->cause), int(Cause::Status));
-    QCOMPARE(script.item->error()->httpStatus, 404);
-    QCOMPARE(script.item->error()->description, u"why"_s);
-    script.clock.advance(std::chrono::minutes(1));
-    QCOMPARE(script.engine->loads.size(), 1);
+    QCOMPARE(fixture.item->status(), Status::Failed);
+    QCOMPARE(int(fixture.item->error()->cause), int(Cause::Status));
+    QCOMPARE(fixture.item->error()->httpStatus, 404);
+    QCOMPARE(fixture.item->error()->description, u"why"_s);
+    fixture.clock.advance(std::chrono::minutes(1));
+    QCOMPARE(fixture.engine->loads.size(), 1);
 }
 
 void StreamPlayerTest::failureWithoutCauseHasNoError()
 {
-    StreamOnScript script;
-    script.setItem();
-    script.start();
-    script.fail({Cause::Unknown, 0, u"why"_s});
-    QCOMPARE(script.item->status(), Status::Failed);
-    QVERIFY(!script.item->error());
+    StreamPlayerFixture fixture;
+    fixture.setItem();
+    fixture.start();
+    fixture.fail({Cause::Unknown, 0, u"why"_s});
+    QCOMPARE(fixture.item->status(), Status::Failed);
+    QVERIFY(!fixture.item->error());
 }
 
 void StreamPlayerTest::newPlayerIsPaused()
 {
-    StreamOnScript script;
-    script.setItem();
-    script.start();
-    QVERIFY(script.engine->isPaused);
-    QVERIFY(script.engine->loads.first().isPaused);
-    script.showPicture(0);
-    QCOMPARE(script.item->status(), Status::ReadyToPlay);
-    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
-    QVERIFY(!script.player->isWaiting());
+    StreamPlayerFixture fixture;
+    fixture.setItem();
+    fixture.start();
+    QVERIFY(fixture.engine->isPaused);
+    QVERIFY(fixture.engine->loads.first().isPaused);
+    fixture.showPicture(0);
+    QCOMPARE(fixture.item->status(), Status::ReadyToPlay);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
+    QVERIFY(!fixture.player->isWaiting());
 }
 
 void StreamPlayerTest::playAndPauseReachEngine()
 {
-    StreamOnScript script;
-    script.player->play();
-    script.setItem();
-    script.start();
-    QVERIFY(!script.engine->isPaused);
-    QVERIFY(!script.engine->loads.first().isPaused);
-    script.player->pause();
-    QVERIFY(script.engine->isPaused);
-    script.player->setAutomaticallyWaitsToMinimizeStalling(false);
-    QVERIFY(!script.engine->waitsForData);
+    StreamPlayerFixture fixture;
+    fixture.player->play();
+    fixture.setItem();
+    fixture.start();
+    QVERIFY(!fixture.engine->isPaused);
+    QVERIFY(!fixture.engine->loads.first().isPaused);
+    fixture.player->pause();
+    QVERIFY(fixture.engine->isPaused);
+    fixture.player->setAutomaticallyWaitsToMinimizeStalling(false);
+    QVERIFY(!fixture.engine->waitsForData);
 }
 
 void StreamPlayerTest::timeControlIsWhatViewerSees()
 {
-    StreamOnScript script;
-    QSignalSpy changed(script.player.get(), &VideoPlayer::timeControlChanged);
-    script.player->play();
-    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
-    script.setItem();
-    script.start();
-    QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
-    script.showPicture(0);
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
-    script.setWaiting(true);
-    QCOMPARE(script.player->timeControl(), TimeControl::WaitingToPlay);
-    QVERIFY(script.player->isWaiting());
-    script.player->pause();
-    QCOMPARE(script.player->timeControl(), TimeControl::Paused);
-    script.setWaiting(false);
-    script.player->play();
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
+    StreamPlayerFixture fixture;
+    QSignalSpy changed(fixture.player.get(), &VideoPlayer::timeControlChanged);
+    fixture.player->play();
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
+    fixture.setItem();
+    fixture.start();
+    QCOMPARE(fixture.player->timeControl(), TimeControl::WaitingToPlay);
+    fixture.showPicture(0);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
+    fixture.setWaiting(true);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::WaitingToPlay);
+    QVERIFY(fixture.player->isWaiting());
+    fixture.player->pause();
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
+    fixture.setWaiting(false);
+    fixture.player->play();
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
     QCOMPARE(changed.count(), 5);
 }
 
 void StreamPlayerTest::firstPictureMakesItemReadyOnce()
 {
-    StreamOnScript script;
-    script.setItem();
-    script.start();
-    QSignalSpy changed(script.item.get(), &PlayerItem::statusChanged);
-    QSignalSpy shown(script.player.get(), &VideoPlayer::pictureShown);
-    script.moveTo(1200);
-    QCOMPARE(script.player->position(), 0.0);
-    script.showPicture(0.04);
-    script.moveTo(0.08);
-    script.showPicture(0.12);
-    QCOMPARE(script.player->position(), 0.08);
+    StreamPlayerFixture fixture;
+    fixture.setItem();
+    fixture.start();
+    QSignalSpy changed(fixture.item.get(), &PlayerItem::statusChanged);
+    QSignalSpy shown(fixture.player.get(), &VideoPlayer::pictureShown);
+    fixture.moveTo(1200);
+    QCOMPARE(fixture.player->position(), 0.0);
+    fixture.showPicture(0.04);
+    fixture.moveTo(0.08);
+    fixture.showPicture(0.12);
+    QCOMPARE(fixture.player->position(), 0.08);
     QCOMPARE(changed.count(), 1);
     QCOMPARE(shown.count(), 1);
 }
@@ -177,50 +177,50 @@ void StreamPlayerTest::endOfFileIsAcceptedOnlyNearDuration()
     QFETCH(const bool, byError);
     QFETCH(const Kind, kind);
     QFETCH(const bool, accepted);
-    StreamOnScript script;
-    script.setItem(kind);
-    script.player->play();
-    script.start();
-    QSignalSpy ended(script.item.get(), &PlayerItem::didPlayToEnd);
-    script.reportDuration(duration);
-    script.showPicture(0);
-    script.moveTo(position);
+    StreamPlayerFixture fixture;
+    fixture.setItem(kind);
+    fixture.player->play();
+    fixture.start();
+    QSignalSpy ended(fixture.item.get(), &PlayerItem::didPlayToEnd);
+    fixture.reportDuration(duration);
+    fixture.showPicture(0);
+    fixture.moveTo(position);
     if (byError)
-        script.fail({Cause::Status, 500, {}});
+        fixture.fail({Cause::Status, 500, {}});
     else
-        script.endFile();
+        fixture.endFile();
     QCOMPARE(ended.count(), accepted ? 1 : 0);
-    QCOMPARE(script.item->status(), Status::ReadyToPlay);
-    QCOMPARE(script.player->timeControl(), accepted ? TimeControl::Paused : TimeControl::WaitingToPlay);
+    QCOMPARE(fixture.item->status(), Status::ReadyToPlay);
+    QCOMPARE(fixture.player->timeControl(), accepted ? TimeControl::Paused : TimeControl::WaitingToPlay);
     // The player moves to the end, also if the engine has not reported the last position.
-    QCOMPARE(script.player->position(), accepted ? std::max(position, duration) : position);
-    script.endFile();
+    QCOMPARE(fixture.player->position(), accepted ? std::max(position, duration) : position);
+    fixture.endFile();
     QCOMPARE(ended.count(), accepted ? 1 : 0);
 }
 
 void StreamPlayerTest::playAtEndStartsFromBeginning()
 {
-    StreamOnScript script;
-    script.playFrom(119);
-    script.endFile();
-    QVERIFY(script.engine->isPaused);
-    script.player->play();
-    QCOMPARE(script.engine->loads.last().startAt, 0.0);
-    QVERIFY(!script.engine->loads.last().isPaused);
-    script.showPicture(0);
-    QCOMPARE(script.player->timeControl(), TimeControl::Playing);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(119);
+    fixture.endFile();
+    QVERIFY(fixture.engine->isPaused);
+    fixture.player->play();
+    QCOMPARE(fixture.engine->loads.last().startAt, 0.0);
+    QVERIFY(!fixture.engine->loads.last().isPaused);
+    fixture.showPicture(0);
+    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
 }
 
 void StreamPlayerTest::bufferedPositionIsNeverBeforePosition()
 {
-    StreamOnScript script;
-    script.playFrom(0);
-    script.notify([load = script.load()](Listener& to) { to.onBufferedToChanged(load, 30); });
-    QCOMPARE(script.player->bufferedTo(), 30.0);
-    script.notify([load = script.load()](Listener& to) { to.onBufferedToChanged(load, qQNaN()); });
-    QCOMPARE(script.player->bufferedTo(), 30.0);
-    script.moveTo(31);
-    QCOMPARE(script.player->bufferedTo(), 31.0);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(0);
+    fixture.notify([load = fixture.load()](Listener& to) { to.onBufferedToChanged(load, 30); });
+    QCOMPARE(fixture.player->bufferedTo(), 30.0);
+    fixture.notify([load = fixture.load()](Listener& to) { to.onBufferedToChanged(load, qQNaN()); });
+    QCOMPARE(fixture.player->bufferedTo(), 30.0);
+    fixture.moveTo(31);
+    QCOMPARE(fixture.player->bufferedTo(), 31.0);
 }
 
 void StreamPlayerTest::onlyRecordingOfKnownLengthIsSeekable_data()
@@ -237,32 +237,32 @@ void StreamPlayerTest::onlyRecordingOfKnownLengthIsSeekable()
 {
     QFETCH(const Kind, kind);
     QFETCH(const double, duration);
-    StreamOnScript script;
-    script.setItem(kind);
-    script.start();
-    script.reportDuration(duration);
-    QVERIFY(!script.player->isSeekable());
-    script.notify([load = script.load()](Listener& to) { to.onSeekableKnown(load, true); });
-    QTEST(script.player->isSeekable(), "seekable");
+    StreamPlayerFixture fixture;
+    fixture.setItem(kind);
+    fixture.start();
+    fixture.reportDuration(duration);
+    QVERIFY(!fixture.player->isSeekable());
+    fixture.notify([load = fixture.load()](Listener& to) { to.onSeekableKnown(load, true); });
+    QTEST(fixture.player->isSeekable(), "seekable");
 }
 
 void StreamPlayerTest::selectedTracksAreRestoredAfterBreak()
 {
     using Selections = QList<ScriptedVideoEngine::Selection>;
     const Selections chosen{{MediaTrack::Kind::Audio, 2}, {MediaTrack::Kind::Subtitle, MediaTrack::none}};
-    StreamOnScript script;
-    script.playFrom(0);
+    StreamPlayerFixture fixture;
+    fixture.playFrom(0);
     for (const auto& [kind, id] : chosen)
-        script.player->select(kind, id);
-    QCOMPARE(script.engine->selections, chosen);
-    script.engine->selections.clear();
-    script.endFile();
-    script.clock.advance(std::chrono::seconds(1));
-    QCOMPARE(script.engine->selections, Selections{});
-    script.showPicture(0);
-    QCOMPARE(script.engine->selections, chosen);
-    script.playFrom(0);
-    QCOMPARE(script.engine->selections, chosen);
+        fixture.player->select(kind, id);
+    QCOMPARE(fixture.engine->selections, chosen);
+    fixture.engine->selections.clear();
+    fixture.endFile();
+    fixture.clock.advance(std::chrono::seconds(1));
+    QCOMPARE(fixture.engine->selections, Selections{});
+    fixture.showPicture(0);
+    QCOMPARE(fixture.engine->selections, chosen);
+    fixture.playFrom(0);
+    QCOMPARE(fixture.engine->selections, chosen);
 }
 
 QUILLMERE_TEST(StreamPlayerTest, QCoreApplication)

@@ -1,10 +1,10 @@
-#include "TapeDetailOnScript.h"
+#include "TapeDetailControllerFixture.h"
 #include "TestMain.h"
 
 #include <QSignalSpy>
 
 /** Tests how the tape's screen loads and shows the full record, and its texts. */
-class TapeDetailControllerTest : public TapeDetailOnScript
+class TapeDetailControllerTest : public TapeDetailControllerFixture
 {
     Q_OBJECT
 

@@ -1,10 +1,10 @@
-#include "TapeDetailOnScript.h"
+#include "TapeDetailControllerFixture.h"
 #include "TestMain.h"
 
 #include <QSignalSpy>
 
 /** Tests where a tape starts when it is played from its screen, and which screen covers it. */
-class TapeDetailPlayingTest : public TapeDetailOnScript
+class TapeDetailPlayingTest : public TapeDetailControllerFixture
 {
     Q_OBJECT
 

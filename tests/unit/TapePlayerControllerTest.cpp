@@ -2,7 +2,7 @@
 #include "HubURL.h"
 #include "ScriptedClock.h"
 #include "ScriptedVideoPlayer.h"
-#include "StoreOnScript.h"
+#include "StoreFixture.h"
 #include "TestMain.h"
 
 #include <QPointer>
@@ -43,7 +43,7 @@ private:
     double savedPosition() const { return m_store.defaults.number(u"resume.tape.7"_s); }
 
     ScriptedClock m_clock;
-    StoreOnScript m_store;
+    StoreFixture m_store;
     VHSCover m_cover;
     QPointer<ScriptedVideoPlayer> m_player;
     std::unique_ptr<TapePlayerController> m_screen;

@@ -1,11 +1,11 @@
-#include "TapeSearchOnScript.h"
+#include "TapeSearchControllerFixture.h"
 #include "TapeSearchTexts.h"
 #include "TestMain.h"
 
 #include <QSignalSpy>
 
 /** Tests what the tape search shows, and when. */
-class TapeSearchControllerTest : public TapeSearchOnScript
+class TapeSearchControllerTest : public TapeSearchControllerFixture
 {
     Q_OBJECT
 

@@ -1,8 +1,8 @@
-#include "TapeSearchOnScript.h"
+#include "TapeSearchControllerFixture.h"
 #include "TestMain.h"
 
 /** Tests overlapping searches and late answers. */
-class TapeSearchOverlapTest : public TapeSearchOnScript
+class TapeSearchOverlapTest : public TapeSearchControllerFixture
 {
     Q_OBJECT
 

@@ -153,6 +153,19 @@ private Q_SLOTS:
             QCOMPARE(seen->at(number - 1), number);
     }
 
+    void waitingForWorkerRunsAllAndCompletesLater()
+    {
+        std::atomic<int> done = 0;
+        const auto seen = std::make_shared<QList<int>>();
+        Worker worker;
+        for (int number = 0; number < 5; ++number)
+            wait(worker.run([&done] { return ++done; }), {}, seen);
+        worker.wait();
+        QCOMPARE(done.load(), 5);
+        QVERIFY(seen->isEmpty());
+        QTRY_COMPARE(seen->size(), 5);
+    }
+
     void destroyedWorkerHasRunAllAndStillCompletes()
     {
         std::atomic<int> done = 0;

@@ -1,4 +1,4 @@
-#include "StreamOnScript.h"
+#include "StreamPlayerFixture.h"
 #include "TestMain.h"
 
 #include <QTest>
@@ -32,16 +32,16 @@ private Q_SLOTS:
     void longerIntervalReportsLessOften();
 
 private:
-    std::unique_ptr<TimeObserver> observe(StreamOnScript& script, std::chrono::seconds interval = 10s)
+    std::unique_ptr<TimeObserver> observe(StreamPlayerFixture& fixture, std::chrono::seconds interval = 10s)
     {
         m_reports.clear();
-        return script.player->addPeriodicTimeObserver(interval, [this](double seconds) { m_reports << seconds; });
+        return fixture.player->addPeriodicTimeObserver(interval, [this](double seconds) { m_reports << seconds; });
     }
-    static void play(StreamOnScript& script, double from, double to)
+    static void play(StreamPlayerFixture& fixture, double from, double to)
     {
         const int halves = int((to - from) * 2);
         for (int half = 0; half <= halves; ++half)
-            script.moveTo(from + half / 2.0);
+            fixture.moveTo(from + half / 2.0);
     }
 
     QList<double> m_reports;
@@ -49,45 +49,45 @@ private:
 
 void TimeObserverTest::positionIsReportedEveryTenSecondsOfPlayTime()
 {
-    StreamOnScript script;
-    const auto observer = observe(script);
-    script.playFrom(0);
-    play(script, 0, 9.5);
+    StreamPlayerFixture fixture;
+    const auto observer = observe(fixture);
+    fixture.playFrom(0);
+    play(fixture, 0, 9.5);
     QCOMPARE(m_reports, QList<double>{});
-    play(script, 10, 45);
+    play(fixture, 10, 45);
     QCOMPARE(m_reports, QList<double>({10, 20, 30, 40}));
 }
 
 void TimeObserverTest::nothingIsReportedBeforeFirstPicture()
 {
-    StreamOnScript script;
-    const auto observer = observe(script);
-    script.setItem();
-    script.player->seek(60, SeekTolerance::AtOrAfter);
-    script.start();
+    StreamPlayerFixture fixture;
+    const auto observer = observe(fixture);
+    fixture.setItem();
+    fixture.player->seek(60, SeekTolerance::AtOrAfter);
+    fixture.start();
     for (const double at : {0.0, 30.0, 60.0})
-        script.moveTo(at);
+        fixture.moveTo(at);
     QCOMPARE(m_reports, QList<double>{});
 }
 
 void TimeObserverTest::startAtTwentyMinutesNeverReportsZero()
 {
-    StreamOnScript script;
-    const auto observer = observe(script);
-    script.playFrom(1200);
-    play(script, 1200, 1225);
+    StreamPlayerFixture fixture;
+    const auto observer = observe(fixture);
+    fixture.playFrom(1200);
+    play(fixture, 1200, 1225);
     QCOMPARE(m_reports, QList<double>({1210, 1220}));
 }
 
 void TimeObserverTest::timeWithoutPlaybackIsNotReported()
 {
-    StreamOnScript script;
-    const auto observer = observe(script);
-    script.playFrom(60);
-    script.player->pause();
-    script.clock.advance(1h);
-    script.moveTo(60);
-    script.player->setItem(nullptr);
+    StreamPlayerFixture fixture;
+    const auto observer = observe(fixture);
+    fixture.playFrom(60);
+    fixture.player->pause();
+    fixture.clock.advance(1h);
+    fixture.moveTo(60);
+    fixture.player->setItem(nullptr);
     QCOMPARE(m_reports, QList<double>{});
 }
 
@@ -106,170 +106,170 @@ void TimeObserverTest::jumpIsReportedAtOnce()
 {
     QFETCH(const double, to);
     QFETCH(const bool, reported);
-    StreamOnScript script;
-    const auto observer = observe(script);
-    script.playFrom(60);
-    script.player->seek(to, SeekTolerance::AtOrAfter);
-    script.finishSeek(to);
+    StreamPlayerFixture fixture;
+    const auto observer = observe(fixture);
+    fixture.playFrom(60);
+    fixture.player->seek(to, SeekTolerance::AtOrAfter);
+    fixture.finishSeek(to);
     QCOMPARE(m_reports, reported ? QList<double>{to} : QList<double>{});
     m_reports.clear();
     if (reported) {
-        play(script, to, to + 9.5);
+        play(fixture, to, to + 9.5);
         QCOMPARE(m_reports, QList<double>{});
     }
 }
 
 void TimeObserverTest::seekIsReportedAtLandingPosition()
 {
-    StreamOnScript script;
-    const auto observer = observe(script);
-    script.playFrom(0);
-    script.player->seek(90, SeekTolerance::AtOrAfter);
-    script.moveTo(15); // a position from before the seek
+    StreamPlayerFixture fixture;
+    const auto observer = observe(fixture);
+    fixture.playFrom(0);
+    fixture.player->seek(90, SeekTolerance::AtOrAfter);
+    fixture.moveTo(15); // a position from before the seek
     QCOMPARE(m_reports, QList<double>{});
-    script.finishSeek(90.4);
+    fixture.finishSeek(90.4);
     QCOMPARE(m_reports, QList<double>{90.4});
 }
 
 void TimeObserverTest::smallStepsBackCountAsPlayTime()
 {
-    StreamOnScript script;
-    const auto observer = observe(script);
-    script.playFrom(60);
+    StreamPlayerFixture fixture;
+    const auto observer = observe(fixture);
+    fixture.playFrom(60);
     for (int step = 0; step < 6; ++step) {
-        script.moveTo(60.9);
-        script.moveTo(60);
+        fixture.moveTo(60.9);
+        fixture.moveTo(60);
     }
     QCOMPARE(m_reports, QList<double>{60});
 }
 
 void TimeObserverTest::reconnectionReportsNothing()
 {
-    StreamOnScript script;
-    const auto observer = observe(script);
-    script.playFrom(60);
-    script.moveTo(65);
-    script.endFile();
-    script.clock.advance(1s);
-    script.moveTo(0);
-    script.showPicture(65.5);
+    StreamPlayerFixture fixture;
+    const auto observer = observe(fixture);
+    fixture.playFrom(60);
+    fixture.moveTo(65);
+    fixture.endFile();
+    fixture.clock.advance(1s);
+    fixture.moveTo(0);
+    fixture.showPicture(65.5);
     QCOMPARE(m_reports, QList<double>{});
-    script.moveTo(70);
+    fixture.moveTo(70);
     QCOMPARE(m_reports, QList<double>{70});
 }
 
 void TimeObserverTest::streamRestartedBeforeBreakIsNotReportedUntilPastBreak()
 {
-    StreamOnScript script;
-    const auto observer = observe(script);
-    script.playFrom(60);
-    script.moveTo(65);
-    script.endFile();
-    script.clock.advance(1s);
-    script.showPicture(0);
-    QCOMPARE(script.player->position(), 0.0);
-    play(script, 0, 30);
-    script.endFile();
-    script.clock.advance(2s);
-    script.showPicture(0);
-    play(script, 0, 69.5);
+    StreamPlayerFixture fixture;
+    const auto observer = observe(fixture);
+    fixture.playFrom(60);
+    fixture.moveTo(65);
+    fixture.endFile();
+    fixture.clock.advance(1s);
+    fixture.showPicture(0);
+    QCOMPARE(fixture.player->position(), 0.0);
+    play(fixture, 0, 30);
+    fixture.endFile();
+    fixture.clock.advance(2s);
+    fixture.showPicture(0);
+    play(fixture, 0, 69.5);
     QCOMPARE(m_reports, QList<double>{});
-    play(script, 70, 80);
+    play(fixture, 70, 80);
     QCOMPARE(m_reports, QList<double>({70, 80}));
 }
 
 void TimeObserverTest::streamStartedBeforeTargetIsNotReportedUntilPastTarget()
 {
-    StreamOnScript script;
-    const auto observer = observe(script);
-    script.setItem();
-    script.player->seek(60, SeekTolerance::AtOrAfter);
-    script.player->play();
-    script.start();
-    script.showPicture(0);
-    play(script, 0, 69.5);
+    StreamPlayerFixture fixture;
+    const auto observer = observe(fixture);
+    fixture.setItem();
+    fixture.player->seek(60, SeekTolerance::AtOrAfter);
+    fixture.player->play();
+    fixture.start();
+    fixture.showPicture(0);
+    play(fixture, 0, 69.5);
     QCOMPARE(m_reports, QList<double>{});
-    play(script, 70, 75);
+    play(fixture, 70, 75);
     QCOMPARE(m_reports, QList<double>{70});
 }
 
 void TimeObserverTest::pictureAtUnknownPositionIsAtTarget()
 {
-    StreamOnScript script;
-    const auto observer = observe(script);
-    script.playFrom(60);
-    script.moveTo(65);
-    script.endFile();
-    script.clock.advance(1s);
-    script.showPicture(std::nan(""));
-    QCOMPARE(script.player->position(), 65.0);
-    script.player->seek(90, SeekTolerance::AtOrAfter);
-    script.finishSeek(std::nan(""));
-    QCOMPARE(script.player->position(), 90.0);
-    play(script, 90, 99.5);
+    StreamPlayerFixture fixture;
+    const auto observer = observe(fixture);
+    fixture.playFrom(60);
+    fixture.moveTo(65);
+    fixture.endFile();
+    fixture.clock.advance(1s);
+    fixture.showPicture(std::nan(""));
+    QCOMPARE(fixture.player->position(), 65.0);
+    fixture.player->seek(90, SeekTolerance::AtOrAfter);
+    fixture.finishSeek(std::nan(""));
+    QCOMPARE(fixture.player->position(), 90.0);
+    play(fixture, 90, 99.5);
     QCOMPARE(m_reports, QList<double>{90});
-    QCOMPARE(script.player->position(), 99.5);
+    QCOMPARE(fixture.player->position(), 99.5);
 }
 
 void TimeObserverTest::anotherItemStartsCountAgain()
 {
-    StreamOnScript script;
-    const auto observer = observe(script);
-    script.playFrom(60);
-    script.moveTo(69);
-    script.playFrom(0);
-    script.moveTo(9);
+    StreamPlayerFixture fixture;
+    const auto observer = observe(fixture);
+    fixture.playFrom(60);
+    fixture.moveTo(69);
+    fixture.playFrom(0);
+    fixture.moveTo(9);
     QCOMPARE(m_reports, QList<double>{});
-    script.moveTo(10);
+    fixture.moveTo(10);
     QCOMPARE(m_reports, QList<double>{10});
 }
 
 void TimeObserverTest::destroyedObserverIsNotCalled()
 {
-    StreamOnScript script;
-    auto observer = observe(script);
-    script.playFrom(60);
+    StreamPlayerFixture fixture;
+    auto observer = observe(fixture);
+    fixture.playFrom(60);
     observer.reset();
-    script.moveTo(80);
+    fixture.moveTo(80);
     QCOMPARE(m_reports, QList<double>{});
 }
 
 void TimeObserverTest::observersMayBeDestroyedInReport()
 {
-    StreamOnScript script;
+    StreamPlayerFixture fixture;
     std::unique_ptr<TimeObserver> first;
     std::unique_ptr<TimeObserver> second;
     QList<double> reports;
-    first = script.player->addPeriodicTimeObserver(10s, [&](double seconds) {
+    first = fixture.player->addPeriodicTimeObserver(10s, [&](double seconds) {
         reports << seconds;
         first.reset();
         second.reset();
     });
-    second = observe(script);
-    script.playFrom(60);
-    play(script, 60, 80);
+    second = observe(fixture);
+    fixture.playFrom(60);
+    play(fixture, 60, 80);
     QCOMPARE(reports, QList<double>{70});
     QCOMPARE(m_reports, QList<double>{});
 }
 
 void TimeObserverTest::observerMayOutlivePlayer()
 {
-    StreamOnScript script;
-    auto observer = observe(script);
-    script.playFrom(60);
-    script.player.reset();
+    StreamPlayerFixture fixture;
+    auto observer = observe(fixture);
+    fixture.playFrom(60);
+    fixture.player.reset();
     observer.reset();
     QCOMPARE(m_reports, QList<double>{});
 }
 
 void TimeObserverTest::longerIntervalReportsLessOften()
 {
-    StreamOnScript script;
+    StreamPlayerFixture fixture;
     QList<double> often;
-    const auto seldom = observe(script, 30s);
-    const auto other = script.player->addPeriodicTimeObserver(1s, [&](double seconds) { often << seconds; });
-    script.playFrom(0);
-    play(script, 0, 60);
+    const auto seldom = observe(fixture, 30s);
+    const auto other = fixture.player->addPeriodicTimeObserver(1s, [&](double seconds) { often << seconds; });
+    fixture.playFrom(0);
+    play(fixture, 0, 60);
     QCOMPARE(m_reports, QList<double>({30, 60}));
     QCOMPARE(often.size(), 60);
 }

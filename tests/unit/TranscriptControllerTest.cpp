@@ -1,6 +1,6 @@
-#include "TestMain.h"
 #include "TranscriptController.h"
-#include "StoreOnScript.h"
+#include "StoreFixture.h"
+#include "TestMain.h"
 #include "TranscriptTexts.h"
 
 #include <QJsonDocument>
@@ -43,7 +43,7 @@ private:
     void answer(const QByteArray& body, int status = 200) { m_hub->answer(m_path, body, status); }
     bool isFinished() const { return m_screen->state() != TranscriptController::Loading; }
 
-    std::unique_ptr<StoreOnScript> m_hub;
+    std::unique_ptr<StoreFixture> m_hub;
     std::unique_ptr<TranscriptController> m_screen;
     const QString m_path = u"/api/meetings/9007199254740993/transcript"_s;
     const QString m_none = u"No transcript has been harvested for this tape yet."_s;
@@ -51,7 +51,7 @@ private:
 
 void TranscriptControllerTest::init()
 {
-    m_hub = std::make_unique<StoreOnScript>();
+    m_hub = std::make_unique<StoreFixture>();
     m_screen = std::make_unique<TranscriptController>();
     Tape tape;
     tape.id = 9007199254740993; // larger than the integers that a double represents exactly

@@ -4,7 +4,7 @@
 #include "RecordDecoder.h"
 #include "SampleHub.h"
 #include "SimulatedViewer.h"
-#include "TapePage.h"
+#include "Tape.h"
 
 #include <optional>
 #include <stdexcept>

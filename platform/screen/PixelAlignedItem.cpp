@@ -1,0 +1,28 @@
+#include "PixelAlignedItem.h"
+
+#include <QQuickWindow>
+#include <QTimerEvent>
+
+PixelAlignedItem::PixelAlignedItem(QQuickItem* parent) : QQuickItem(parent)
+{
+    setFlag(ItemHasContents);
+}
+
+void PixelAlignedItem::itemChange(ItemChange change, const ItemChangeData& data)
+{
+    if (change == ItemSceneChange) {
+        disconnect(m_frameConnection);
+        if (data.window)
+            m_frameConnection =
+                connect(data.window, &QQuickWindow::afterAnimating, this, &PixelAlignedItem::trackPlacement);
+    }
+    QQuickItem::itemChange(change, data);
+}
+
+void PixelAlignedItem::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_stableTimer.timerId())
+        return QQuickItem::timerEvent(event);
+    m_stableTimer.stop();
+    onStable();
+}

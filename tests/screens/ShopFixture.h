@@ -1,0 +1,73 @@
+#pragma once
+
+#include "NavigationStack.h"
+#include "ScreenFixture.h"
+#include "ShelvesOfTapes.h"
+
+/** The shop, opened over a screen as the front screen opens it. */
+struct ShopFixture : ScreenFixture
+{
+    /** `more` is QML with further properties of the shop. */
+    explicit ShopFixture(const QString& more = {}, QSize size = {960, 540}) : ScreenFixture(size)
+    {
+        const QString contents =
+            u"property bool open: true\n"
+            "FocusScreen { anchors.fill: parent; focus: true\n"
+            "FullScreenCover { anchors.fill: parent; screen: canvas.open ? shop : null; onDismissed: canvas.open = "
+            "false }\n"
+            "Component { id: shop; RewinderyView { store: canvas.store; hub: canvas.hub; %1 } } }"_s;
+        loadCanvas(u"import Quillmere.Shop"_s, contents.arg(more));
+    }
+
+    bool isOpen() const { return canvas->property("open").toBool(); }
+    void open() { canvas->setProperty("open", true); }
+
+    /** The screen below the shop, and the shop while it is open. */
+    FocusScreen* host() const { return static_cast<FocusScreen*>(item("FocusScreen")); }
+    NavigationStack* shop() const { return static_cast<NavigationStack*>(host()->cover()); }
+
+    /** The screen that receives the keys. */
+    FocusScreen* front() const
+    {
+        FocusScreen* screen = host();
+        while (true) {
+            const auto* pages = qobject_cast<NavigationStack*>(screen);
+            FocusScreen* const inner = screen->cover() || !pages ? screen->cover() : pages->front();
+            if (!inner)
+                return screen;
+            screen = inner;
+        }
+    }
+
+    bool isOnScreen(const QRectF& area) const { return QRectF(0, 0, 1920, 1080).contains(area); }
+    bool isFocusOnScreen() const { return isOnScreen(areaOnCanvas(focused())); }
+    QRectF areaOfFocusable(const QString& name) const { return areaOnCanvas(focusable(name)); }
+
+    /** The visible Focusable with this accessible name; null if there is none. */
+    QQuickItem* focusable(const QString& name) const
+    {
+        for (QQuickItem* item : all(canvas, "Focusable")) {
+            if (item->isVisible() && item->property("name").toString() == name)
+                return item;
+        }
+        return nullptr;
+    }
+
+    void show(const QString& shelves)
+    {
+        store->setShelves(shelvesOf(shelves));
+        waitForFrame();
+    }
+
+    /** Sets markets named after their slugs. The first has 1 tape, the next 2, and so on. */
+    void showMarkets(const QStringList& slugs)
+    {
+        TVStatus status = store->status();
+        status.rewindery.tapes = 99;
+        status.rewindery.markets.clear();
+        for (const QString& slug : slugs)
+            status.rewindery.markets.append({slug, slug.toUpper(), {}, status.rewindery.markets.size() + 1});
+        store->setStatus(status);
+        waitForFrame();
+    }
+};
