@@ -117,7 +117,8 @@ void FocusScreen::keepFocus()
 
 void FocusScreen::keepFocusSoon()
 {
-    if (m_keepingSoon || canKeep())
+    // Whether the focus can be kept is seen only then: the focused thing may be in the middle of its destruction.
+    if (m_keepingSoon)
         return;
     m_keepingSoon = true;
     QMetaObject::invokeMethod(

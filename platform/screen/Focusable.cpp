@@ -20,7 +20,9 @@ void Focusable::itemChange(ItemChange change, const ItemChangeData& data)
     if (change == ItemActiveFocusHasChanged && data.boolValue) {
         if (FocusScreen* const screen = FocusScreen::around(this); screen && screen->focused() != this)
             screen->focus(this);
-    } else if (change == ItemVisibleHasChanged || change == ItemEnabledHasChanged || change == ItemSceneChange) {
+    } else if (change == ItemVisibleHasChanged || change == ItemEnabledHasChanged ||
+               (change == ItemSceneChange && data.window)) {
+        // Out of the window it may be taken by its screen's destruction; if it is focused, the screen sees that itself.
         tellScreen();
     }
 }

@@ -9,7 +9,8 @@ FullBleed::FullBleed(QQuickItem* parent) : QQuickItem(parent)
 
 void FullBleed::itemChange(ItemChange change, const ItemChangeData& data)
 {
-    if (change == ItemParentHasChanged || change == ItemSceneChange)
+    // An item around this one that is being destroyed takes it out of the window, and is no canvas any more.
+    if (change == ItemParentHasChanged || (change == ItemSceneChange && data.window))
         follow();
     QQuickItem::itemChange(change, data);
 }

@@ -25,7 +25,7 @@ void StackSight::follow()
     m_outerArea = nullptr;
     m_outerStack = nullptr;
     for (QQuickItem* item = m_stack.parentItem(); item && !m_outerArea; item = item->parentItem()) {
-        m_connections << connect(item, &QQuickItem::parentChanged, this, &StackSight::follow);
+        m_connections << connect(item, &QQuickItem::parentChanged, this, &StackSight::followParent);
         listen(item);
         auto area = qobject_cast<ScrollArea*>(item);
         if (area && m_area)
@@ -36,6 +36,16 @@ void StackSight::follow()
             m_outerStack = stack;
     }
     Q_EMIT changed();
+}
+
+void StackSight::followParent(const QQuickItem* parent)
+{
+    if (parent)
+        return follow();
+    // An item around the stack has left the screen, perhaps as it is being destroyed: nothing may be asked of it.
+    m_area = nullptr;
+    m_outerArea = nullptr;
+    m_outerStack = nullptr;
 }
 
 void StackSight::listen(const QQuickItem* item)

@@ -45,6 +45,7 @@ Q_SIGNALS:
     void changed();
 
 private:
+    void followParent(const QQuickItem* parent);
     void listen(const QQuickItem* item);
 
     LazyStack& m_stack;
