@@ -39,6 +39,18 @@ endfunction()
 # Builds the tests labelled unit and what they need, and nothing else: all that a sanitizer's run wants.
 add_custom_target(unit-tests)
 
+# quillmere_opengl_test(name label timeout COMMAND...): runs a command with the OpenGL render path on a virtual display.
+function(quillmere_opengl_test name label timeout)
+    add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/tests/support/on-virtual-display ${ARGN})
+    set(environment QSG_RHI_BACKEND=opengl LIBGL_ALWAYS_SOFTWARE=1)
+    if(QUILLMERE_SANITIZE)
+        math(EXPR timeout "5 * ${timeout}")
+        # The drivers leak, and are unloaded before the sanitizer could know them by their names.
+        list(APPEND environment ASAN_OPTIONS=detect_leaks=0)
+    endif()
+    set_tests_properties(${name} PROPERTIES LABELS ${label} TIMEOUT ${timeout} ENVIRONMENT "${environment}")
+endfunction()
+
 # quillmere_test(name SOURCES ... LINKS ... [LABELS ...] [DISPLAY] [LOCK resource] [TIMEOUT seconds])
 # DISPLAY runs it on a virtual display of its own; other tests use Qt's offscreen platform.
 function(quillmere_test name)
@@ -49,7 +61,13 @@ function(quillmere_test name)
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 60)
     endif()
+    set(slowdown 1)
+    if(QUILLMERE_SANITIZE)
+        set(slowdown 5)
+    endif()
+    math(EXPR arg_TIMEOUT "${slowdown} * ${arg_TIMEOUT}")
     add_executable(${name} ${arg_SOURCES})
+    target_compile_definitions(${name} PRIVATE QUILLMERE_SLOWDOWN=${slowdown})
     target_link_libraries(${name} PRIVATE ${arg_LINKS} Qt6::Test)
     if("unit" IN_LIST arg_LABELS)
         add_dependencies(unit-tests ${name})
