@@ -6,9 +6,9 @@
 class DesktopLink;
 
 /**
- * No screensaver, no blanking of the screen and no sleep of the display for as long as this is there; for what is shown
- * and cannot be driven. Constructor and destructor do not block. Without a session bus the desktop is not told. Screen
- * thread; the screen that shows the picture owns it. The application object must outlive it.
+ * Prevents the screensaver, screen blanking and the sleep of the display while it exists; for pictures without playback
+ * controls. Constructor and destructor do not block. Without a session bus, the desktop's screensaver is not inhibited.
+ * Screen thread only; the screen that shows the picture owns it. The application object must outlive it.
  */
 class WakeLock
 {

@@ -117,7 +117,7 @@ void FocusScreen::keepFocus()
 
 void FocusScreen::keepFocusSoon()
 {
-    // Whether the focus can be kept is seen only then: the focused thing may be in the middle of its destruction.
+    // canKeep() is called only later: the focused item may be half destroyed now.
     if (m_keepingSoon)
         return;
     m_keepingSoon = true;

@@ -22,7 +22,7 @@ void Focusable::itemChange(ItemChange change, const ItemChangeData& data)
             screen->focus(this);
     } else if (change == ItemVisibleHasChanged || change == ItemEnabledHasChanged ||
                (change == ItemSceneChange && data.window)) {
-        // Out of the window it may be taken by its screen's destruction; if it is focused, the screen sees that itself.
+        // Not when it leaves the window: its screen may be half destroyed then. The screen observes the focused item.
         tellScreen();
     }
 }

@@ -9,7 +9,7 @@ FullBleed::FullBleed(QQuickItem* parent) : QQuickItem(parent)
 
 void FullBleed::itemChange(ItemChange change, const ItemChangeData& data)
 {
-    // An item around this one that is being destroyed takes it out of the window, and is no canvas any more.
+    // Not when it leaves the window: an ancestor may be half destroyed then, and must not be cast to Canvas.
     if (change == ItemParentHasChanged || (change == ItemSceneChange && data.window))
         follow();
     QQuickItem::itemChange(change, data);

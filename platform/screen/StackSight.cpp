@@ -42,7 +42,7 @@ void StackSight::followParent(const QQuickItem* parent)
 {
     if (parent)
         return follow();
-    // An item around the stack has left the screen, perhaps as it is being destroyed: nothing may be asked of it.
+    // An ancestor left the screen, perhaps because it is being destroyed: it must not be cast or called.
     m_area = nullptr;
     m_outerArea = nullptr;
     m_outerStack = nullptr;
