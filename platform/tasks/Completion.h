@@ -1,5 +1,8 @@
 #pragma once
 
+// First, because moc of Qt 6.4 fails in <coroutine> otherwise.
+#include <QtGlobal>
+
 #include <coroutine>
 #include <memory>
 #include <optional>
