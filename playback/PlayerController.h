@@ -131,7 +131,7 @@ private:
     template<typename Value>
     void setMember(Value& member, Value value, void (PlayerController::*changed)());
 
-    // Key handling, in PlayerControllerKeys.cpp.
+    // Key handling.
     bool isPanelKey(int key) const;
     bool handleKey(int key, bool isAutoRepeat);
     bool handlePress(int key);

@@ -9,7 +9,8 @@ class LazyStack;
 
 /**
  * A group of Focusable items. Seen from outside, the area of the section is one target for an arrow. Focus enters it at
- * the item that was focused in it last; in a LazyStack, at its current row; else at the nearest item. A scroll area reveals the whole section if it fits.
+ * the item that was focused in it last; in a LazyStack, at its current row; else at the nearest item. A scroll area
+ * reveals the whole section if it fits.
  * Sections do not nest. Screen thread only; owned by its parent item.
  */
 class FocusSection : public QQuickItem, public FocusContainer

@@ -69,7 +69,7 @@ private:
     void runEventLoop();
     bool runTasks();
 
-    // Events of libmpv; in MpvCoreEvents.cpp.
+    // Events of libmpv.
     void handleEvent(const mpv_event& event);
     void handleEndOfFile(const mpv_event_end_file& end);
     void reportEnd(const mpv_event_end_file& end);
