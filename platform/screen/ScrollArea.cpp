@@ -147,7 +147,9 @@ ScrollArea::Range ScrollArea::rangeOf(const Focusable& focused) const
 /** Scrolls back to what was revealed, after a change of the content or of the viewport. */
 void ScrollArea::keepVisible(bool immediately)
 {
-    const FocusScreen* const screen = m_revealedItem ? FocusScreen::enclosingScreen(m_revealedItem) : nullptr;
+    // Outside a window the screen may be half destroyed, and must not be called.
+    const FocusScreen* const screen =
+        m_revealedItem && window() ? FocusScreen::enclosingScreen(m_revealedItem) : nullptr;
     if (screen && screen->focused() == m_revealedItem && m_revealedItem->isFocusable() && isAncestorOf(m_revealedItem))
         m_revealedRange = rangeOf(*m_revealedItem);
     // With an empty viewport no position can be computed.

@@ -1,6 +1,9 @@
 #include "LazyStackFixture.h"
 #include "TestMain.h"
 
+#include <memory>
+#include <vector>
+
 namespace {
 
 /** While this object exists, horizontal stacks create no items ahead; vertical ones do. */
@@ -125,20 +128,24 @@ void LazyStackTest::longScrollCreatesOnlyItemsItPasses()
 void LazyStackTest::nestedRowsAreFilledWhenVisible()
 {
     Rows lines(20);
-    Rows cards(20);
-    LazyStackFixture fixture(&cards);
-    auto column = static_cast<LazyStack*>(
-        TestScreen::first(fixture.load(u"FocusScreen { id: screen; width: 1920; height: 1080;"
-                                       "  property var lines; property var cards;"
-                                       "  ScrollArea { width: 1920; height: 1000; contentExtent: 10000;"
-                                       "    LazyStack { extent: 500; cacheBuffer: 1500; model: screen.lines;"
-                                       "      delegate: FocusSection { id: line; width: 1920; height: 500;"
-                                       "        ScrollArea { width: 1780; height: 400; orientation: Qt.Horizontal;"
-                                       "          LazyStack { orientation: Qt.Horizontal; extent: 250; spacing: 40;"
-                                       "            model: screen.cards; delegate: Focusable { } } } } } } }"_s,
-                                       {{u"lines"_s, QVariant::fromValue<QObject*>(&lines)},
-                                        {u"cards"_s, QVariant::fromValue<QObject*>(&cards)}}),
-                          "LazyStack"));
+    std::vector<std::unique_ptr<Rows>> cards;
+    QVariantList cardModels;
+    for (int line = 0; line < lines.rowCount(); ++line) {
+        cards.push_back(std::make_unique<Rows>(20));
+        cardModels.append(QVariant::fromValue<QObject*>(cards.back().get()));
+    }
+    LazyStackFixture fixture(cards.front().get());
+    auto column = static_cast<LazyStack*>(TestScreen::first(
+        fixture.load(u"FocusScreen { id: screen; width: 1920; height: 1080;"
+                     "  property var lines; property var cards;"
+                     "  ScrollArea { width: 1920; height: 1000; contentExtent: 10000;"
+                     "    LazyStack { extent: 500; cacheBuffer: 1500; model: screen.lines;"
+                     "      delegate: FocusSection { id: line; required property int index; width: 1920; height: 500;"
+                     "        ScrollArea { width: 1780; height: 400; orientation: Qt.Horizontal;"
+                     "          LazyStack { orientation: Qt.Horizontal; extent: 250; spacing: 40;"
+                     "            model: screen.cards[line.index]; delegate: Focusable { } } } } } } }"_s,
+                     {{u"lines"_s, QVariant::fromValue<QObject*>(&lines)}, {u"cards"_s, cardModels}}),
+        "LazyStack"));
     const auto cardCount = [column](int row) {
         QQuickItem* line = column->itemAt(row);
         return line ? static_cast<LazyStack*>(TestScreen::first(line, "LazyStack"))->itemCount() : -1;
@@ -174,8 +181,9 @@ void LazyStackTest::rowsUseExtentsFromModel()
 void LazyStackTest::stackWithoutScrollAreaHasFullExtentAndNoItems()
 {
     Rows rows(200);
+    Rows shown(1);
     LazyStack stack;
-    LazyStackFixture fixture(&rows);
+    LazyStackFixture fixture(&shown);
     stack.setDelegate(fixture.row->delegate());
     stack.setExtent(100);
     stack.setModel(&rows);
