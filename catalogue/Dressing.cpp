@@ -14,6 +14,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr quint32 fnvOffsetBasis = 0x811C9DC5;
@@ -295,3 +297,5 @@ QString bodySummary(const QList<VHSCover>& covers)
         summary += u" +"_s % QString::number(names.size() - shown) % u" more"_s;
     return summary;
 }
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 #include <QStringView>
 
+namespace quillmere {
+
 /** Computes cassette covers from recordings. All functions are pure, valid for any argument, and thread-safe. */
 
 /** The cassette cover of a tape. */
@@ -20,3 +22,5 @@ quint32 dressingSeed(qint64 id, QStringView title);
 
 /** 32-bit FNV-1a over the UTF-16 code units. */
 quint32 fnv1a32(QStringView text);
+
+} // namespace quillmere

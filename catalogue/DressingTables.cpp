@@ -4,6 +4,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 const std::array<TapeRating, 4>& DressingTables::ratings()
 {
     static const std::array<TapeRating, 4> rows{{
@@ -63,3 +65,5 @@ const DressingTables::Genre& DressingTables::genreOf(QStringView loweredText)
     });
     return rule == rules.end() ? unmatched : rule->genre;
 }
+
+} // namespace quillmere

@@ -7,7 +7,7 @@
 #include <array>
 
 /** The fixed tables for cassette covers. Rows are chosen by index, so their order must not change. */
-namespace DressingTables {
+namespace quillmere::DressingTables {
 
 /** A genre and the name of its shelf. */
 struct Genre
@@ -26,4 +26,4 @@ inline constexpr std::array<int, 10> hues{4, 20, 36, 145, 168, 200, 210, 262, 29
 /** The genre of the first rule with a keyword that occurs in `loweredText`. */
 const Genre& genreOf(QStringView loweredText);
 
-} // namespace DressingTables
+} // namespace quillmere::DressingTables

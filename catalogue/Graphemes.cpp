@@ -7,6 +7,8 @@
 #include <unicode/ubrk.h>
 #include <unicode/uchar.h>
 
+namespace quillmere {
+
 namespace {
 
 struct CloseIterator
@@ -142,3 +144,5 @@ QList<Graphemes::Range> Graphemes::emoji(QStringView text)
     }
     return found;
 }
+
+} // namespace quillmere

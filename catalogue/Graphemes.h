@@ -9,7 +9,7 @@
  * Characters as the reader sees them (extended grapheme clusters). Pure functions, valid for any text; thread-safe.
  * Lengths and indexes are in UTF-16 code units.
  */
-namespace Graphemes {
+namespace quillmere::Graphemes {
 
 /** The number of characters in the text. */
 qsizetype count(QStringView text);
@@ -35,4 +35,4 @@ struct Range
  */
 QList<Range> emoji(QStringView text);
 
-} // namespace Graphemes
+} // namespace quillmere::Graphemes

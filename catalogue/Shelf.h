@@ -5,6 +5,8 @@
 #include <QHash>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 using TapesByID = QHash<qint64, Tape>;
 
 /**
@@ -16,7 +18,7 @@ struct Shelf
     Q_GADGET
     QML_VALUE_TYPE(shelf)
     Q_PROPERTY(QString name MEMBER name)
-    Q_PROPERTY(QList<VHSCover> covers MEMBER covers)
+    Q_PROPERTY(QList<quillmere::VHSCover> covers MEMBER covers)
 
 public:
     QString name;
@@ -30,3 +32,5 @@ inline size_t qHash(const Shelf& shelf, size_t seed = 0) noexcept
 {
     return qHash(shelf.name, seed);
 }
+
+} // namespace quillmere

@@ -8,6 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr int firstPage = 1;
@@ -167,3 +169,5 @@ qint64 Store::stockCount() const
                                      [this](const TapeMarket& market) { return market.slug == m_market; });
     return chosen == markets.end() ? m_tapes.size() : chosen->tapes;
 }
+
+} // namespace quillmere

@@ -11,6 +11,8 @@
 #include <optional>
 #include <stop_token>
 
+namespace quillmere {
+
 class Defaults;
 class HubAPI;
 
@@ -27,9 +29,9 @@ class Store : public QObject
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("The application entry creates the only store.")
-    Q_PROPERTY(TVStatus status READ status WRITE setStatus NOTIFY statusChanged)
-    Q_PROPERTY(QList<Tape> tapes READ tapes WRITE setTapes NOTIFY tapesChanged)
-    Q_PROPERTY(QList<Shelf> shelves READ shelves WRITE setShelves NOTIFY shelvesChanged)
+    Q_PROPERTY(quillmere::TVStatus status READ status WRITE setStatus NOTIFY statusChanged)
+    Q_PROPERTY(QList<quillmere::Tape> tapes READ tapes WRITE setTapes NOTIFY tapesChanged)
+    Q_PROPERTY(QList<quillmere::Shelf> shelves READ shelves WRITE setShelves NOTIFY shelvesChanged)
     Q_PROPERTY(bool isLoading READ isLoading WRITE setIsLoading NOTIFY isLoadingChanged)
     Q_PROPERTY(bool hasLoadedOnce READ hasLoadedOnce WRITE setHasLoadedOnce NOTIFY hasLoadedOnceChanged)
     Q_PROPERTY(bool hasError READ hasError NOTIFY lastErrorChanged)
@@ -115,3 +117,5 @@ private:
     QString m_market;
     TaskScope m_tasks;
 };
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 #include <QList>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /** A parody of a film rating. */
 struct TapeRating
 {
@@ -39,7 +41,7 @@ struct VHSCover
     Q_PROPERTY(QString dateLabel MEMBER dateLabel)
     Q_PROPERTY(int runtime MEMBER runtime)
     Q_PROPERTY(QString speed MEMBER speed)
-    Q_PROPERTY(TapeRating rating MEMBER rating)
+    Q_PROPERTY(quillmere::TapeRating rating MEMBER rating)
     Q_PROPERTY(QString tagline MEMBER tagline)
     Q_PROPERTY(QString synopsis MEMBER synopsis)
     Q_PROPERTY(double hue MEMBER hue)
@@ -77,3 +79,5 @@ inline size_t qHash(const VHSCover& cover, size_t seed = 0) noexcept
                       cover.year, cover.dateLabel, cover.runtime, cover.speed, cover.rating, cover.tagline,
                       cover.synopsis, cover.hue, cover.catalogNo, cover.barcode, cover.hasAgenda, cover.hasTranscript);
 }
+
+} // namespace quillmere

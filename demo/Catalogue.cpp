@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace demo {
+namespace quillmere::demo {
 
 namespace {
 
@@ -50,4 +50,4 @@ const SampleTape* Catalogue::find(std::int64_t id) const
     return found == m_tapes.end() ? nullptr : &*found;
 }
 
-} // namespace demo
+} // namespace quillmere::demo

@@ -4,7 +4,7 @@
 
 #include <array>
 
-namespace demo {
+namespace quillmere::demo {
 
 /// The invented towns and their tapes, the same in every run. Immutable after construction, so any thread may read it.
 class Catalogue
@@ -36,4 +36,4 @@ private:
     std::vector<SampleTape> m_tapes;
 };
 
-} // namespace demo
+} // namespace quillmere::demo

@@ -2,7 +2,7 @@
 
 #include <sys/socket.h>
 
-namespace demo {
+namespace quillmere::demo {
 
 using nlohmann::json;
 
@@ -86,4 +86,4 @@ void ControlServer::handleFault(const httplib::Request& request, httplib::Respon
     replyOk(response);
 }
 
-} // namespace demo
+} // namespace quillmere::demo

@@ -6,7 +6,7 @@
 
 #include <httplib.h>
 
-namespace demo {
+namespace quillmere::demo {
 
 /// The control server for tests: plain HTTP on 127.0.0.1. The constructor's arguments must outlive it.
 class ControlServer
@@ -33,4 +33,4 @@ private:
     httplib::Server m_server;
 };
 
-} // namespace demo
+} // namespace quillmere::demo

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace demo {
+namespace quillmere::demo {
 
 using nlohmann::json;
 
@@ -158,4 +158,4 @@ std::vector<SampleTape> edgeCaseTapes(const std::array<Market, 3>& markets, int 
     return EdgeCaseBuilder(markets, port).build();
 }
 
-} // namespace demo
+} // namespace quillmere::demo

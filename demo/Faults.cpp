@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <map>
 
-namespace demo {
+namespace quillmere::demo {
 
 using nlohmann::json;
 using namespace std::chrono_literals;
@@ -91,4 +91,4 @@ void Faults::wait(std::chrono::milliseconds duration, const std::function<bool()
     }
 }
 
-} // namespace demo
+} // namespace quillmere::demo

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace demo {
+namespace quillmere::demo {
 
 /// One fault and the requests that it applies to.
 struct Fault
@@ -45,4 +45,4 @@ private:
     std::vector<Fault> m_faults;
 };
 
-} // namespace demo
+} // namespace quillmere::demo

@@ -7,7 +7,7 @@
 #include <regex>
 #include <stdexcept>
 
-namespace demo {
+namespace quillmere::demo {
 
 using nlohmann::json;
 
@@ -236,4 +236,4 @@ HubResponse Hub::live(const std::string& name, const std::string& file) const
     return notFound();
 }
 
-} // namespace demo
+} // namespace quillmere::demo

@@ -12,7 +12,7 @@
 #include <mutex>
 #include <string>
 
-namespace demo {
+namespace quillmere::demo {
 
 /// The hub without its HTTP server: maps a path and a query to a response. Thread-safe.
 class Hub
@@ -54,4 +54,4 @@ private:
     std::shared_ptr<const Catalogue> m_catalogue;
 };
 
-} // namespace demo
+} // namespace quillmere::demo

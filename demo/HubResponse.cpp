@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <zlib.h>
 
-namespace demo {
+namespace quillmere::demo {
 
 namespace {
 
@@ -92,4 +92,4 @@ std::string gzip(const std::string& body)
     return packed;
 }
 
-} // namespace demo
+} // namespace quillmere::demo

@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-namespace demo {
+namespace quillmere::demo {
 
 /// A response of the hub, before it is sent over HTTP.
 struct HubResponse
@@ -26,4 +26,4 @@ bool matchesEtag(const std::string& ifNoneMatch, const std::string& etag);
 bool acceptsGzip(const std::string& acceptEncoding);
 std::string gzip(const std::string& body);
 
-} // namespace demo
+} // namespace quillmere::demo

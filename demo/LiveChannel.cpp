@@ -5,7 +5,7 @@
 #include <sstream>
 #include <stdexcept>
 
-namespace demo {
+namespace quillmere::demo {
 
 namespace {
 
@@ -61,4 +61,4 @@ std::optional<std::string> LiveChannel::segment(std::uint64_t number, std::chron
     return shiftedStream(m_segments[number % m_segments.size()], ticks, loops, m_counts);
 }
 
-} // namespace demo
+} // namespace quillmere::demo

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace demo {
+namespace quillmere::demo {
 
 /// A short recording, repeated as an endless live stream with continuous timestamps.
 /// Immutable after construction, so any thread may use it.
@@ -31,4 +31,4 @@ private:
     PacketCounts m_counts{};
 };
 
-} // namespace demo
+} // namespace quillmere::demo

@@ -6,7 +6,7 @@
 #include <map>
 #include <stdexcept>
 
-namespace demo {
+namespace quillmere::demo {
 
 namespace {
 
@@ -62,4 +62,4 @@ Options Options::parse(int count, char** arguments)
     return options;
 }
 
-} // namespace demo
+} // namespace quillmere::demo

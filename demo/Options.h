@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace demo {
+namespace quillmere::demo {
 
 /// The options of the command line.
 struct Options
@@ -18,4 +18,4 @@ struct Options
     static Options parse(int count, char** arguments);
 };
 
-} // namespace demo
+} // namespace quillmere::demo

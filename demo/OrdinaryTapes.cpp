@@ -4,7 +4,7 @@
 #include <chrono>
 #include <cstdio>
 
-namespace demo {
+namespace quillmere::demo {
 
 namespace {
 
@@ -195,4 +195,4 @@ std::vector<SampleTape> singleShelfTapes(const std::array<Market, 3>& markets, s
     return tapes;
 }
 
-} // namespace demo
+} // namespace quillmere::demo

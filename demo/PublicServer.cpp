@@ -7,7 +7,7 @@
 #include <openssl/ssl.h>
 #include <sys/socket.h>
 
-namespace demo {
+namespace quillmere::demo {
 
 using namespace std::chrono_literals;
 
@@ -151,4 +151,4 @@ void PublicServer::send(const httplib::Request& request, httplib::Response& resp
         });
 }
 
-} // namespace demo
+} // namespace quillmere::demo

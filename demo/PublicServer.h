@@ -7,7 +7,7 @@
 #include <httplib.h>
 #include <string>
 
-namespace demo {
+namespace quillmere::demo {
 
 /// The hub's HTTPS server on one loopback address. The server and its threads run until the process ends, so the
 /// constructor's arguments must live until then.
@@ -36,4 +36,4 @@ private:
     httplib::SSLServer m_server;
 };
 
-} // namespace demo
+} // namespace quillmere::demo

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <iterator>
 
-namespace demo {
+namespace quillmere::demo {
 
 /// A pseudo-random generator (splitmix64). The same seed gives the same numbers on every machine.
 class RandomGenerator
@@ -35,4 +35,4 @@ private:
     std::uint64_t m_state;
 };
 
-} // namespace demo
+} // namespace quillmere::demo

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace demo {
+namespace quillmere::demo {
 
 namespace {
 
@@ -49,4 +49,4 @@ nlohmann::json RequestLog::toJson() const
     return list;
 }
 
-} // namespace demo
+} // namespace quillmere::demo

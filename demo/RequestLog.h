@@ -6,7 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-namespace demo {
+namespace quillmere::demo {
 
 /// The last 10,000 requests that the hub has received. Thread-safe.
 class RequestLog
@@ -34,4 +34,4 @@ private:
     std::deque<Entry> m_entries;
 };
 
-} // namespace demo
+} // namespace quillmere::demo

@@ -1,6 +1,6 @@
 #include "SampleTape.h"
 
-namespace demo {
+namespace quillmere::demo {
 
 using nlohmann::json;
 
@@ -58,4 +58,4 @@ json SampleTape::fullRecord() const
     return record;
 }
 
-} // namespace demo
+} // namespace quillmere::demo

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace demo {
+namespace quillmere::demo {
 
 struct Market
 {
@@ -80,4 +80,4 @@ std::vector<SampleTape> singleShelfTapes(const std::array<Market, 3>& markets, s
 /// `markets` must outlive them; `port` is the port of the hub itself.
 std::vector<SampleTape> edgeCaseTapes(const std::array<Market, 3>& markets, int port);
 
-} // namespace demo
+} // namespace quillmere::demo

@@ -3,7 +3,7 @@
 #include <array>
 #include <ctime>
 
-namespace demo {
+namespace quillmere::demo {
 
 using namespace std::chrono;
 using namespace std::chrono_literals;
@@ -64,4 +64,4 @@ std::string Tower::nextBroadcast() const
     return text.data();
 }
 
-} // namespace demo
+} // namespace quillmere::demo

@@ -4,7 +4,7 @@
 #include <chrono>
 #include <nlohmann/json.hpp>
 
-namespace demo {
+namespace quillmere::demo {
 
 /// The transmission tower of the news channel. By schedule it repeats a cycle: dark for one minute, then lit (on the
 /// air) for three. A test can also set it to lit or dark. Thread-safe.
@@ -30,4 +30,4 @@ private:
     std::atomic<Mode> m_mode = Mode::Schedule;
 };
 
-} // namespace demo
+} // namespace quillmere::demo

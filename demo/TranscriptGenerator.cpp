@@ -4,7 +4,7 @@
 #include <array>
 #include <sstream>
 
-namespace demo {
+namespace quillmere::demo {
 
 namespace {
 
@@ -177,4 +177,4 @@ std::string generateTranscript(const SampleTape& tape, const std::string& beginn
     return captions.take();
 }
 
-} // namespace demo
+} // namespace quillmere::demo

@@ -6,7 +6,7 @@
 #include <iterator>
 #include <sstream>
 
-namespace demo {
+namespace quillmere::demo {
 
 Transcripts::Transcripts(std::filesystem::path recordings) : m_recordings(std::move(recordings)) {}
 
@@ -79,4 +79,4 @@ std::string Transcripts::recordingTranscript(const std::string& recording) const
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-} // namespace demo
+} // namespace quillmere::demo

@@ -6,7 +6,7 @@
 #include <map>
 #include <mutex>
 
-namespace demo {
+namespace quillmere::demo {
 
 /// The transcripts of the tapes. Each is generated at its first use and then cached. Thread-safe.
 class Transcripts
@@ -44,4 +44,4 @@ private:
 /// sentences, up to `tape.transcriptWords` words. The same tape always gives the same text.
 std::string generateTranscript(const SampleTape& tape, const std::string& beginning);
 
-} // namespace demo
+} // namespace quillmere::demo

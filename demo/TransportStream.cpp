@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-namespace demo {
+namespace quillmere::demo {
 
 namespace {
 
@@ -106,4 +106,4 @@ std::string shiftedStream(std::string stream, std::uint64_t ticks, std::uint64_t
     return stream;
 }
 
-} // namespace demo
+} // namespace quillmere::demo

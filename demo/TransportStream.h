@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-namespace demo {
+namespace quillmere::demo {
 
 /// The number of packets with a payload, by PID. Each such packet increments the PID's continuity counter.
 using PacketCounts = std::array<std::uint32_t, 0x2000>;
@@ -16,4 +16,4 @@ void countPackets(const std::string& stream, PacketCounts& counts);
 /// times its count. The result continues without a break after the counted packets have been played `loops` times.
 std::string shiftedStream(std::string stream, std::uint64_t ticks, std::uint64_t loops, const PacketCounts& counts);
 
-} // namespace demo
+} // namespace quillmere::demo

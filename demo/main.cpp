@@ -18,6 +18,8 @@
 #include <unistd.h>
 #include <vector>
 
+namespace quillmere {
+
 namespace {
 
 using namespace demo;
@@ -81,8 +83,11 @@ void serve(const Options& options, const sigset_t& stopSignals)
 
 } // namespace
 
+} // namespace quillmere
+
 int main(int argumentCount, char** arguments)
 {
+    using namespace quillmere;
     sigset_t stopSignals;
     sigemptyset(&stopSignals);
     sigaddset(&stopSignals, SIGINT);

@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 // The corner is a superellipse. It passes through the middle of the circular arc and starts 1.5 radii before the
@@ -109,3 +111,5 @@ QPainterPath CardPlate::continuousOutline(const QRectF& plate, double radius)
     path.closeSubpath();
     return path;
 }
+
+} // namespace quillmere

@@ -6,16 +6,18 @@
 #include <QPainterPath>
 #include <QPointer>
 
+namespace quillmere {
+
 /**
  * A rectangle with rounded corners, filled with a colour or with the art of another item. The border is drawn along the
  * inside of its edge. Everything is aligned to whole device pixels.
  * `background` is painted into this item and never shown itself. If it is null, only `fill` fills the plate.
  */
-class CardPlate : public PaintedItem
+class CardPlate : public quillmere::PaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(PaintedItem* background READ background WRITE setBackground NOTIFY artChanged FINAL)
+    Q_PROPERTY(quillmere::PaintedItem* background READ background WRITE setBackground NOTIFY artChanged FINAL)
     Q_PROPERTY(QColor fill READ fill WRITE setFill NOTIFY artChanged FINAL)
     Q_PROPERTY(double radius READ radius WRITE setRadius NOTIFY artChanged FINAL)
     /** Whether the curvature of the corners changes continuously (a superellipse, not a circular arc). */
@@ -58,3 +60,5 @@ private:
     QColor m_border = Qt::transparent;
     double m_borderWidth = 0;
 };
+
+} // namespace quillmere

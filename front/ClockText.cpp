@@ -4,6 +4,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr double tooLarge = 0x1p63; // smallest positive number that does not fit in a qint64
@@ -32,3 +34,5 @@ QString clockText(double seconds)
         return QString::number(minutes) + upToSeconds;
     return QString::number(whole / 3600) + u':' + twoDigits(minutes) + upToSeconds;
 }
+
+} // namespace quillmere

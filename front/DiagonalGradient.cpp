@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+namespace quillmere {
+
 void DiagonalGradient::paint(QPainter& painter, const QSizeF& size) const
 {
     QLinearGradient gradient(0, 0, size.width(), size.height());
@@ -9,3 +11,5 @@ void DiagonalGradient::paint(QPainter& painter, const QSizeF& size) const
     gradient.setColorAt(1, m_to);
     painter.fillRect(QRectF(QPointF(), size), gradient);
 }
+
+} // namespace quillmere

@@ -4,8 +4,10 @@
 
 #include <QColor>
 
+namespace quillmere {
+
 /** A background with a linear gradient from the top left corner (`from`) to the bottom right corner (`to`). */
-class DiagonalGradient : public PaintedItem
+class DiagonalGradient : public quillmere::PaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
@@ -26,3 +28,5 @@ private:
     QColor m_from;
     QColor m_to;
 };
+
+} // namespace quillmere

@@ -7,6 +7,8 @@
 #include <array>
 #include <cmath>
 
+namespace quillmere {
+
 namespace {
 
 // Icons are drawn on a square of 100 units. The stroke is as wide as that of the letters beside them.
@@ -123,3 +125,5 @@ void Icon::paint(QPainter& painter, const QSizeF& size) const
         break;
     }
 }
+
+} // namespace quillmere

@@ -4,12 +4,14 @@
 
 #include <QColor>
 
+namespace quillmere {
+
 /** A small square icon, drawn in one colour. It fills the item. */
-class Icon : public PaintedItem
+class Icon : public quillmere::PaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(Icon::Name name READ name WRITE setName NOTIFY artChanged FINAL)
+    Q_PROPERTY(quillmere::Icon::Name name READ name WRITE setName NOTIFY artChanged FINAL)
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY artChanged FINAL)
 
 public:
@@ -38,3 +40,5 @@ private:
     Name m_name = None;
     QColor m_color = Qt::black;
 };
+
+} // namespace quillmere

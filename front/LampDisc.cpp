@@ -4,6 +4,8 @@
 
 #include <QPainter>
 
+namespace quillmere {
+
 namespace {
 
 constexpr double rimWidth = 2; // points
@@ -21,3 +23,5 @@ void LampDisc::paint(QPainter& painter, const QSizeF& size) const
     painter.setBrush(Qt::NoBrush);
     painter.drawEllipse(disc.marginsRemoved({rimWidth / 2, rimWidth / 2, rimWidth / 2, rimWidth / 2}));
 }
+
+} // namespace quillmere

@@ -2,8 +2,10 @@
 
 #include "PaintedItem.h"
 
+namespace quillmere {
+
 /** Disc of the on-air lamp: on-air red if `live`, else soot, with a thin parchment rim. */
-class LampDisc : public PaintedItem
+class LampDisc : public quillmere::PaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
@@ -20,3 +22,5 @@ public:
 private:
     bool m_live = false;
 };
+
+} // namespace quillmere

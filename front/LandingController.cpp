@@ -6,6 +6,8 @@
 
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr auto noticeDuration = 3s;
@@ -164,3 +166,5 @@ void LandingController::setNoticeTimer(std::unique_ptr<Clock::Timer> notice)
     if (noticeShown() != wasShown)
         Q_EMIT noticeShownChanged();
 }
+
+} // namespace quillmere

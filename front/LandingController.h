@@ -8,6 +8,8 @@
 #include <QQmlComponent>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /**
  * State and texts of the front screen. Screen thread only. The screen creates and owns it. Store and clock are set
  * once, at creation, and outlive it.
@@ -16,8 +18,8 @@ class LandingController : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(Store* store READ store WRITE setStore NOTIFY storeChanged REQUIRED FINAL)
-    Q_PROPERTY(Clock* clock MEMBER m_clock NOTIFY clockChanged REQUIRED FINAL)
+    Q_PROPERTY(quillmere::Store* store READ store WRITE setStore NOTIFY storeChanged REQUIRED FINAL)
+    Q_PROPERTY(quillmere::Clock* clock MEMBER m_clock NOTIFY clockChanged REQUIRED FINAL)
 
     /** Whether a door is open. Its screen, if there is one, covers the front screen. */
     Q_PROPERTY(bool showNews READ showNews WRITE setShowNews NOTIFY showNewsChanged FINAL)
@@ -100,3 +102,5 @@ private:
     QPointer<QQmlComponent> m_shopScreen;
     std::unique_ptr<Clock::Timer> m_noticeTimer; ///< exists while the quit notice is shown
 };
+
+} // namespace quillmere

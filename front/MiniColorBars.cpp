@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+namespace quillmere {
+
 void MiniColorBars::paint(QPainter& painter, const QSizeF& size) const
 {
     // Without antialiasing, stripes end on whole pixels, so that no seam is visible between them.
@@ -10,3 +12,5 @@ void MiniColorBars::paint(QPainter& painter, const QSizeF& size) const
     for (qsizetype i = 0; i < m_bars.size(); ++i)
         painter.fillRect(QRectF(double(i) * width, 0, width, size.height()), m_bars.at(i));
 }
+
+} // namespace quillmere

@@ -4,8 +4,10 @@
 
 #include <QColor>
 
+namespace quillmere {
+
 /** Vertical stripes of equal width, one for each colour, that fill the item. */
-class MiniColorBars : public PaintedItem
+class MiniColorBars : public quillmere::PaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
@@ -22,3 +24,5 @@ public:
 private:
     QList<QColor> m_bars;
 };
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 #include <QPainter>
 
+namespace quillmere {
+
 void NightSky::paint(QPainter& painter, const QSizeF& size) const
 {
     QLinearGradient sky(0, 0, 0, size.height());
@@ -11,3 +13,5 @@ void NightSky::paint(QPainter& painter, const QSizeF& size) const
     sky.setColorAt(1, QColor(5, 7, 15));
     painter.fillRect(QRectF(QPointF(), size), sky);
 }
+
+} // namespace quillmere

@@ -2,8 +2,10 @@
 
 #include "PaintedItem.h"
 
+namespace quillmere {
+
 /** Background of the front screen: a vertical gradient from ink navy to a darker navy at the bottom. */
-class NightSky : public PaintedItem
+class NightSky : public quillmere::PaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
@@ -14,3 +16,5 @@ public:
     void paint(QPainter& painter, const QSizeF& size) const override;
     bool hasUniformRows() const override { return true; }
 };
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 #include <QQuickWindow>
 #include <QSGRectangleNode>
 
+namespace quillmere {
+
 PixelRectangle::PixelRectangle(QQuickItem* parent) : QQuickItem(parent)
 {
     setFlag(ItemHasContents);
@@ -77,3 +79,5 @@ QSGNode* PixelRectangle::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
     node->setColor(m_color);
     return node;
 }
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 #include <QColor>
 #include <QQuickItem>
 
+namespace quillmere {
+
 /**
  * A rectangle of one colour. At any position and size, its edges are aligned to device pixels. So they are sharp, and
  * no row or column of pixels is missing. Drawing it costs as much as drawing a plain Rectangle. Screen thread only; its
@@ -47,3 +49,5 @@ private:
     QRectF m_drawnGeometry; ///< last drawn, in points of the item
     QMetaObject::Connection m_frameConnection;
 };
+
+} // namespace quillmere

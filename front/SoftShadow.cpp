@@ -8,6 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr int steps = 512; // of the table, from one spread inside the edge to one spread outside
@@ -78,3 +80,5 @@ QString SoftShadow::cacheKey() const
 {
     return u"shadow %1 %2 %3"_s.arg(m_color.name(QColor::HexArgb)).arg(m_spread).arg(m_radius);
 }
+
+} // namespace quillmere

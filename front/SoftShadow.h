@@ -4,12 +4,14 @@
 
 #include <QColor>
 
+namespace quillmere {
+
 /**
  * The soft shadow of a plate as large as the item, or the glow of a round lamp. It is painted once; fading and scaling
  * reuse the picture, and equal shadows share one. `spread` is the distance from the edge, in points, at which the
  * shadow is transparent. `radius` is the corner radius; half the size of the item makes the shadow round.
  */
-class SoftShadow : public PaintedItem
+class SoftShadow : public quillmere::PaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
@@ -37,3 +39,5 @@ private:
     double m_spread = 0;
     double m_radius = 0;
 };
+
+} // namespace quillmere

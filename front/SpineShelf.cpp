@@ -4,6 +4,8 @@
 
 #include <QPainter>
 
+namespace quillmere {
+
 namespace {
 
 struct Spine
@@ -67,3 +69,5 @@ void SpineShelf::paint(QPainter& painter, const QSizeF& size) const
     painter.fillRect(QRectF(0, size.height() - edgeHeight, size.width(), edgeHeight),
                      StationPalette::faded(StationPalette::amber(), 0.7));
 }
+
+} // namespace quillmere

@@ -2,8 +2,10 @@
 
 #include "PaintedItem.h"
 
+namespace quillmere {
+
 /** Picture on the store door: a strip with eight miniature cassette spines that stand on a bright edge. */
-class SpineShelf : public PaintedItem
+class SpineShelf : public quillmere::PaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
@@ -15,3 +17,5 @@ public:
 
     void paint(QPainter& painter, const QSizeF& size) const override;
 };
+
+} // namespace quillmere

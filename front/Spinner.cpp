@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 namespace {
 
 // Lengths relative to half of the width of the wheel.
@@ -53,3 +55,5 @@ void Spinner::paint(QPainter& painter, const QSizeF& size) const
         painter.rotate(360.0 / spokes);
     }
 }
+
+} // namespace quillmere

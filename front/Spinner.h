@@ -4,11 +4,13 @@
 
 #include <QColor>
 
+namespace quillmere {
+
 /**
  * A busy indicator: a wheel of twelve spokes that turns by one spoke ten times a second. It turns while it is visible,
  * and repaints only itself.
  */
-class Spinner : public PaintedItem
+class Spinner : public quillmere::PaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
@@ -39,3 +41,5 @@ private:
     int m_brightestSpoke = 0;
     QBasicTimer m_stepTimer;
 };
+
+} // namespace quillmere

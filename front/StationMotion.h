@@ -7,6 +7,8 @@
 
 #include <cmath>
 
+namespace quillmere {
+
 /** Animation constants shared by all screens. Times are in milliseconds, lengths in points. Stateless: any thread. */
 class StationMotion : public QObject
 {
@@ -67,3 +69,5 @@ private:
         return curve;
     }
 };
+
+} // namespace quillmere

@@ -1,5 +1,7 @@
 #include "StationPalette.h"
 
+namespace quillmere {
+
 const QList<QColor>& StationPalette::colorBars()
 {
     static const QList<QColor> bars{{192, 192, 192}, {192, 192, 0}, {0, 192, 192}, {0, 192, 0},
@@ -19,3 +21,5 @@ QColor StationPalette::mixed(const QColor& from, const QColor& to, double part)
     return QColor::fromRgbF(mix(from.redF(), to.redF()), mix(from.greenF(), to.greenF()), mix(from.blueF(), to.blueF()),
                             mix(from.alphaF(), to.alphaF()));
 }
+
+} // namespace quillmere

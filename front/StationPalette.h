@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /** Colours shared by all screens. Stateless: any thread. */
 class StationPalette : public QObject
 {
@@ -48,3 +50,5 @@ public:
     /** Linear interpolation between two colours: `from` at `part` 0, `to` at `part` 1. */
     Q_INVOKABLE static QColor mixed(const QColor& from, const QColor& to, double part);
 };
+
+} // namespace quillmere

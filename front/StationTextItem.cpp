@@ -12,6 +12,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr double tolerance = 0.01;
@@ -271,3 +273,5 @@ void StationTextItem::fillDocument()
     }
     cursor.endEditBlock();
 }
+
+} // namespace quillmere

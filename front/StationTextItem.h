@@ -9,6 +9,8 @@
 #include <limits>
 #include <memory>
 
+namespace quillmere {
+
 /**
  * Layout of a StationText. All lines have the height of the item's own font, also those with glyphs of fallback fonts.
  * Text that exceeds the given width, height or number of lines is elided. A TextEdit, by its `document`, draws the
@@ -128,3 +130,5 @@ private:
     QPointer<QQuickTextDocument> m_document;
     TextLines::FormattedText m_documentText; ///< current content of the document
 };
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 QString newsDoorSubtitle(const NewsStatus& news)
 {
     if (news.towerLive)
@@ -29,3 +31,5 @@ StatusLine statusLine(const std::optional<QString>& lastError, bool isLoading, b
         return {u"Tuning in…"_s, 24, StationPalette::faded(StationPalette::cream(), 0.6)};
     return {u"Press ▶︎ to refresh"_s, 22, StationPalette::faded(StationPalette::cream(), 0.4)};
 }
+
+} // namespace quillmere

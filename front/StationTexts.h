@@ -8,6 +8,8 @@
 
 #include <optional>
 
+namespace quillmere {
+
 /** Constant texts of the front screen and the on-air lamp. Stateless: any thread. */
 class StationTexts : public QObject
 {
@@ -67,3 +69,5 @@ struct StatusLine
 };
 
 StatusLine statusLine(const std::optional<QString>& lastError, bool isLoading, bool hasLoadedOnce);
+
+} // namespace quillmere

@@ -3,6 +3,8 @@
 #include <functional>
 #include <memory>
 
+namespace quillmere {
+
 class Clock;
 class VideoPlayer;
 
@@ -11,3 +13,5 @@ using CreatePlayer = std::function<std::shared_ptr<VideoPlayer>(Clock& clock)>;
 
 /** Creates a real player, which trusts the certificates of the hub. Screen thread only. */
 std::shared_ptr<VideoPlayer> createStreamPlayer(Clock& clock);
+
+} // namespace quillmere

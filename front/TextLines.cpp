@@ -9,6 +9,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 // A line measured on its own can differ from the same line within the text by a fraction of a unit.
@@ -182,3 +184,5 @@ void TextLines::draw(QPainter& painter) const
 {
     m_layout->draw(&painter, QPointF());
 }
+
+} // namespace quillmere

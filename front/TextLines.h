@@ -9,6 +9,8 @@
 
 class QPainter;
 
+namespace quillmere {
+
 /**
  * Text layout with equal line heights: each line has the height of the given font, also with glyphs of fallback fonts.
  * Each emoji is drawn in the emoji font. Lengths are in the unit of the font's pixel size. Use an object only on the
@@ -66,3 +68,5 @@ private:
     Qt::LayoutDirection m_direction;
     std::unique_ptr<QTextLayout> m_layout;
 };
+
+} // namespace quillmere

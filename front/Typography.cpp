@@ -2,6 +2,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr auto emojiFamily = "Noto Color Emoji"_L1;
@@ -52,3 +54,5 @@ QString Typography::capitals(const QString& text)
 {
     return text.toUpper();
 }
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /**
  * Fonts of the program: one family for each design, with fallbacks for the glyphs that it lacks (symbols, Chinese,
  * Japanese, Korean, Arabic, emoji). Sizes and letter spacings are in points of the canvas. Stateless: any thread.
@@ -29,3 +31,5 @@ public:
     /** `text` in capitals, for captions. */
     Q_INVOKABLE static QString capitals(const QString& text);
 };
+
+} // namespace quillmere

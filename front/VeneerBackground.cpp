@@ -4,6 +4,8 @@
 
 #include <QPainter>
 
+namespace quillmere {
+
 QLinearGradient VeneerBackground::wood(const QSizeF& size)
 {
     QLinearGradient wood(0, 0, size.width(), size.height());
@@ -54,3 +56,5 @@ QList<VeneerBackground::Streak> VeneerBackground::grain(double width)
     }
     return streaks;
 }
+
+} // namespace quillmere

@@ -4,8 +4,10 @@
 
 #include <QLinearGradient>
 
+namespace quillmere {
+
 /** Walnut veneer that fills the item. The grain is pseudo-random, but the same on every run and every screen. */
-class VeneerBackground : public PaintedItem
+class VeneerBackground : public quillmere::PaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
@@ -30,3 +32,5 @@ public:
     /** Grain of a surface `width` points wide, from left to right. */
     static QList<Streak> grain(double width);
 };
+
+} // namespace quillmere

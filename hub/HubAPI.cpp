@@ -9,6 +9,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr auto probeLimit = 8s;
@@ -176,3 +178,5 @@ QCoro::Task<bool> HubAPI::probe(QString path, std::stop_token callerToken)
     const HttpResult response = co_await m_http.get(std::move(request), token);
     co_return !token.stop_requested() && response && response->status == 200;
 }
+
+} // namespace quillmere

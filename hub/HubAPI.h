@@ -11,6 +11,8 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 template<typename T>
 using HubResult = tl::expected<T, HubError>;
 
@@ -61,3 +63,5 @@ private:
     Worker m_decoder;
     TaskScope m_tasks;
 };
+
+} // namespace quillmere

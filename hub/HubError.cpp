@@ -2,6 +2,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 HubError::HubError(Case which) : m_case(std::move(which)) {}
 
 HubError HubError::http(int status)
@@ -27,3 +29,5 @@ QString HubError::errorDescription() const
         return transport->message;
     return u"That address didn't resolve."_s;
 }
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 #include <variant>
 
+namespace quillmere {
+
 /** The error type of HubAPI. The viewer sees its description as it is; callers add nothing to it. */
 class HubError
 {
@@ -37,3 +39,5 @@ private:
 
     Case m_case;
 };
+
+} // namespace quillmere

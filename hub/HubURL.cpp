@@ -5,6 +5,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 QUrl configuredBase()
@@ -46,3 +48,5 @@ std::optional<QUrl> hubURL(const QString& path, const QUrl& base)
     // The reference may have its own scheme. Only http and https are allowed, so it cannot name a file or a script.
     return hasHttpHost(url) ? std::optional(url) : std::nullopt;
 }
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 
 #include <optional>
 
+namespace quillmere {
+
 /** The hub's https origin, fixed at build time. If the value is not an https origin, the program aborts. */
 const QUrl& hubBase();
 
@@ -16,3 +18,5 @@ QByteArray hubCertificates();
  * if the path is empty or not valid.
  */
 std::optional<QUrl> hubURL(const QString& path, const QUrl& base = hubBase());
+
+} // namespace quillmere

@@ -7,6 +7,8 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 
+namespace quillmere {
+
 namespace {
 
 /** Key lengths are stored in 28 bits. No response is that large. */
@@ -223,3 +225,5 @@ qsizetype JsonValue::count() const
     forEach([&count](const JsonValue&) { return ++count > 0; });
     return count;
 }
+
+} // namespace quillmere

@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+namespace quillmere {
+
 class JsonDocument;
 
 /** A reference to one value of a document. Cheap to copy. The document must outlive it. Usable on any thread. */
@@ -110,3 +112,5 @@ bool JsonValue::forEach(Visit visit) const
     }
     return true;
 }
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 #include <limits>
 #include <string>
 
+namespace quillmere {
+
 namespace {
 
 constexpr qint64 maxDigits = 19;              ///< of a signed 64-bit integer; any 19 digits fit into quint64
@@ -138,3 +140,5 @@ QByteArray withoutHugeNumbers(QByteArray json)
     }
     return json;
 }
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 #include <optional>
 #include <string_view>
 
+namespace quillmere {
+
 /** Functions for the numbers in JSON texts, which a double cannot always represent. Thread-safe. */
 
 /**
@@ -20,3 +22,5 @@ std::optional<qint64> exactJsonInteger(std::string_view token);
  * outside strings are replaced, so a malformed document stays malformed.
  */
 QByteArray withoutHugeNumbers(QByteArray json);
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 /** Sort key for a channel number that is not a decimal 64-bit integer. */
@@ -46,3 +48,5 @@ QList<TunerStation> NewsStatus::stations() const
     });
     return stations;
 }
+
+} // namespace quillmere

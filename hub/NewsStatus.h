@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 // The records of the news channel.
 
 /** One entry of the news channel map. */
@@ -85,3 +87,5 @@ public:
 
     bool operator==(const NewsStatus&) const = default;
 };
+
+} // namespace quillmere

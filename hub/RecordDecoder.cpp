@@ -4,8 +4,10 @@
 #include "TVStatus.h"
 #include "TranscriptResult.h"
 
-// The readFields() overloads are in the global namespace so that RecordReader finds them by argument-dependent lookup.
-// They are static to keep them local to this file.
+namespace quillmere {
+
+// The readFields() overloads are in the namespace of the records, so that RecordReader finds them by argument-dependent
+// lookup. They are static to keep them local to this file.
 
 static void readFields(const RecordReader& reader, StationChannel& channel)
 {
@@ -118,3 +120,5 @@ template tl::expected<TapeDocument, DecodingFailure> decodeRecord(const QByteArr
 template tl::expected<Tape, DecodingFailure> decodeRecord(const QByteArray&);
 template tl::expected<TapePage, DecodingFailure> decodeRecord(const QByteArray&);
 template tl::expected<TranscriptResult, DecodingFailure> decodeRecord(const QByteArray&);
+
+} // namespace quillmere

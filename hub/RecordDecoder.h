@@ -4,6 +4,8 @@
 
 #include <tl/expected.hpp>
 
+namespace quillmere {
+
 /** Why a body could not be decoded as a record. */
 enum class DecodingFailure {
     Malformed,  ///< the body is not a JSON document
@@ -18,3 +20,5 @@ enum class DecodingFailure {
  */
 template<typename Record>
 tl::expected<Record, DecodingFailure> decodeRecord(const QByteArray& body);
+
+} // namespace quillmere

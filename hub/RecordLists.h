@@ -5,36 +5,40 @@
 
 #include <QtQml/qqml.h>
 
+namespace quillmere {
+
 // These types register lists of records as lists for the QML compiler and linter. C++ does not use them.
 
 struct TapeListForQml
 {
     Q_GADGET
     QML_ANONYMOUS
-    QML_FOREIGN(QList<Tape>)
-    QML_SEQUENTIAL_CONTAINER(Tape)
+    QML_FOREIGN(QList<quillmere::Tape>)
+    QML_SEQUENTIAL_CONTAINER(quillmere::Tape)
 };
 
 struct TapeMarketListForQml
 {
     Q_GADGET
     QML_ANONYMOUS
-    QML_FOREIGN(QList<TapeMarket>)
-    QML_SEQUENTIAL_CONTAINER(TapeMarket)
+    QML_FOREIGN(QList<quillmere::TapeMarket>)
+    QML_SEQUENTIAL_CONTAINER(quillmere::TapeMarket)
 };
 
 struct TapeDocumentListForQml
 {
     Q_GADGET
     QML_ANONYMOUS
-    QML_FOREIGN(QList<TapeDocument>)
-    QML_SEQUENTIAL_CONTAINER(TapeDocument)
+    QML_FOREIGN(QList<quillmere::TapeDocument>)
+    QML_SEQUENTIAL_CONTAINER(quillmere::TapeDocument)
 };
 
 struct TunerStationListForQml
 {
     Q_GADGET
     QML_ANONYMOUS
-    QML_FOREIGN(QList<TunerStation>)
-    QML_SEQUENTIAL_CONTAINER(TunerStation)
+    QML_FOREIGN(QList<quillmere::TunerStation>)
+    QML_SEQUENTIAL_CONTAINER(quillmere::TunerStation)
 };
+
+} // namespace quillmere

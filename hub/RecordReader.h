@@ -8,6 +8,8 @@
 
 #include <optional>
 
+namespace quillmere {
+
 /**
  * Reads the fields of one record from a JSON object. A member that is missing, null or of the wrong type leaves its
  * field unchanged, at the default. Usable on any thread.
@@ -130,3 +132,5 @@ void RecordReader::read(std::string_view key, Field& field) const
     if (convert(*value, converted))
         field = std::move(converted);
 }
+
+} // namespace quillmere

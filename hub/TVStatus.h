@@ -3,13 +3,15 @@
 #include "NewsStatus.h"
 #include "Tape.h"
 
+namespace quillmere {
+
 /** Summary of the rental shop's tapes. */
 struct CatalogSummary
 {
     Q_GADGET
     QML_VALUE_TYPE(catalogSummary)
     Q_PROPERTY(qint64 tapes MEMBER tapes)
-    Q_PROPERTY(QList<TapeMarket> markets MEMBER markets)
+    Q_PROPERTY(QList<quillmere::TapeMarket> markets MEMBER markets)
 
 public:
     qint64 tapes = 0; ///< number of tapes in all markets
@@ -23,8 +25,8 @@ struct TVStatus
 {
     Q_GADGET
     QML_VALUE_TYPE(tvStatus)
-    Q_PROPERTY(NewsStatus news MEMBER news)
-    Q_PROPERTY(CatalogSummary rewindery MEMBER rewindery)
+    Q_PROPERTY(quillmere::NewsStatus news MEMBER news)
+    Q_PROPERTY(quillmere::CatalogSummary rewindery MEMBER rewindery)
 
 public:
     NewsStatus news;
@@ -32,3 +34,5 @@ public:
 
     bool operator==(const TVStatus&) const = default;
 };
+
+} // namespace quillmere

@@ -7,6 +7,8 @@
 
 #include <optional>
 
+namespace quillmere {
+
 // The records of the hub's pages of tapes.
 
 /** A market (a city or region) with its number of tapes. The slug identifies it in lists. */
@@ -90,13 +92,13 @@ struct Tape
     Q_GADGET
     QML_VALUE_TYPE(tape)
     Q_PROPERTY(QString title MEMBER title)
-    Q_PROPERTY(TapeMarket market MEMBER market)
+    Q_PROPERTY(quillmere::TapeMarket market MEMBER market)
     Q_PROPERTY(QString streamURLPath MEMBER streamURLPath)
     Q_PROPERTY(bool hasAgenda MEMBER hasAgenda)
     Q_PROPERTY(bool hasTranscript MEMBER hasTranscript)
     Q_PROPERTY(QString sourceURL MEMBER sourceURL)
     Q_PROPERTY(QString location MEMBER location)
-    Q_PROPERTY(QList<TapeDocument> documents MEMBER documents)
+    Q_PROPERTY(QList<quillmere::TapeDocument> documents MEMBER documents)
 
 public:
     qint64 id = 0;
@@ -117,7 +119,7 @@ public:
 
 inline size_t qHash(const Tape& tape, size_t seed = 0) noexcept
 {
-    return qHash(tape.id, seed);
+    return ::qHash(tape.id, seed);
 }
 
 /** One page of tapes from a list or a search. */
@@ -128,3 +130,5 @@ struct TapePage
     qint64 perPage = 60; ///< the default if the hub does not send it
     QList<Tape> items;
 };
+
+} // namespace quillmere

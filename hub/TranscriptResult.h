@@ -4,6 +4,8 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /** The transcript of one meeting. */
 struct TranscriptResult
 {
@@ -19,3 +21,5 @@ public:
 
     bool operator==(const TranscriptResult&) const = default;
 };
+
+} // namespace quillmere

@@ -12,6 +12,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 // Formats for matchesFormat().
@@ -138,3 +140,5 @@ double tickerOffset(double width, double period, const QDateTime& now)
     const double phase = rounds - std::floor(rounds);
     return width - 2 * width * phase;
 }
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 #include <chrono>
 #include <optional>
 
+namespace quillmere {
+
 // Texts of the standby card, and the motion of its ticker, as pure functions. Any thread.
 
 /**
@@ -48,3 +50,5 @@ double tickerPeriod(qsizetype characters);
  * UTC.
  */
 double tickerOffset(double width, double period, const QDateTime& now);
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 namespace {
 
 // Top of the second and of the third band, relative to the height.
@@ -45,3 +47,5 @@ void ColorBars::paint(QPainter& painter, const QSizeF& size) const
     paintBand(painter, size.width(), reversedTop, bottomTop, reversed);
     paintBand(painter, size.width(), bottomTop, size.height(), bottomCells());
 }
+
+} // namespace quillmere

@@ -2,11 +2,13 @@
 
 #include "MiniColorBars.h"
 
+namespace quillmere {
+
 /**
  * Test picture shown while the tower is dark: the vertical `bars`, below them a band of the bars in reverse order, and
  * a bottom band of six dark and bright cells.
  */
-class ColorBars : public MiniColorBars
+class ColorBars : public quillmere::MiniColorBars
 {
     Q_OBJECT
     QML_ELEMENT
@@ -16,3 +18,5 @@ public:
 
     void paint(QPainter& painter, const QSizeF& size) const override;
 };
+
+} // namespace quillmere

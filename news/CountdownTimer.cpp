@@ -3,6 +3,8 @@
 #include "NewsTexts.h"
 #include "Text.h"
 
+namespace quillmere {
+
 void CountdownTimer::setNextBroadcast(const QString& nextBroadcast)
 {
     if (m_nextBroadcast == nextBroadcast)
@@ -69,3 +71,5 @@ void CountdownTimer::updateReading()
     m_reading = std::move(reading);
     Q_EMIT readingChanged();
 }
+
+} // namespace quillmere

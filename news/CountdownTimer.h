@@ -8,6 +8,8 @@
 
 #include <memory>
 
+namespace quillmere {
+
 /**
  * Countdown to the next broadcast. It reads the clock once when it gets one, then every full second after that moment,
  * independent of delays of single ticks. Between ticks, its texts change only if an input changes. Screen thread only;
@@ -21,7 +23,7 @@ class CountdownTimer : public QObject
     Q_PROPERTY(QString nextBroadcast READ nextBroadcast WRITE setNextBroadcast NOTIFY inputChanged FINAL)
     /** The hub's label of that moment; if empty, its date and time are shown. */
     Q_PROPERTY(QString label READ label WRITE setLabel NOTIFY inputChanged FINAL)
-    Q_PROPERTY(Clock* clock READ clock WRITE setClock NOTIFY inputChanged FINAL)
+    Q_PROPERTY(quillmere::Clock* clock READ clock WRITE setClock NOTIFY inputChanged FINAL)
     /** Whether it ticks; false while it is not visible. */
     Q_PROPERTY(bool running READ isRunning WRITE setRunning NOTIFY inputChanged FINAL)
     Q_PROPERTY(bool counting READ isCounting NOTIFY readingChanged FINAL)
@@ -64,3 +66,5 @@ private:
     std::unique_ptr<Clock::Timer> m_timer; ///< exists while ticking
     CountdownReading m_reading = countdownReading({}, {}, {});
 };
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 #include <functional>
 
+namespace quillmere {
+
 /** Calls a function at every frame while it runs, synchronously with all other Qt animations. Screen thread only. */
 class FrameCallback : public QAbstractAnimation
 {
@@ -18,3 +20,5 @@ protected:
 private:
     std::function<void()> m_callback;
 };
+
+} // namespace quillmere

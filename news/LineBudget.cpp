@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace quillmere {
+
 namespace {
 
 /** Height of the text with one line, two lines and so on, up to the first that exceeds `height`. */
@@ -108,3 +110,5 @@ void LineBudget::updateLines()
     for (qsizetype i = 0; i < lines.size(); ++i)
         m_texts.at(i)->setLines(std::max(1, lines.at(i)));
 }
+
+} // namespace quillmere

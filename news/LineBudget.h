@@ -6,6 +6,8 @@
 #include <QQmlParserStatus>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /** A text wrapped at some width, which shares a height with other texts. A value. */
 struct WrappedText
 {
@@ -66,7 +68,7 @@ class LineBudget : public QObject, public QQmlParserStatus
     QML_ELEMENT
     Q_INTERFACES(QQmlParserStatus)
     Q_CLASSINFO("DefaultProperty", "texts")
-    Q_PROPERTY(QQmlListProperty<BudgetedText> texts READ texts CONSTANT FINAL)
+    Q_PROPERTY(QQmlListProperty<quillmere::BudgetedText> texts READ texts CONSTANT FINAL)
     /** Height for the texts and the gaps above them, in points. */
     Q_PROPERTY(double height MEMBER m_height NOTIFY heightChanged FINAL)
 
@@ -87,3 +89,5 @@ private:
     QList<BudgetedText*> m_texts;
     double m_height = 0;
 };
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /**
  * Visibility of a lower third. It is shown from the start and hidden once, 8 seconds after the clock is set. Screen
  * thread only; the lower third creates and owns it; the clock outlives it.
@@ -13,7 +15,7 @@ class LowerThirdController : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(Clock* clock READ clock WRITE setClock NOTIFY clockChanged REQUIRED FINAL)
+    Q_PROPERTY(quillmere::Clock* clock READ clock WRITE setClock NOTIFY clockChanged REQUIRED FINAL)
     Q_PROPERTY(bool isShown READ isShown NOTIFY isShownChanged FINAL)
     /** Duration of sliding in or out, in milliseconds. */
     Q_PROPERTY(int slideTime READ slideTime CONSTANT FINAL)
@@ -50,3 +52,5 @@ private:
     bool m_isShown = true;
     std::unique_ptr<Clock::Timer> m_hideTimer;
 };
+
+} // namespace quillmere

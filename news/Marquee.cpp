@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 Marquee::Marquee(QQuickItem* parent)
     : QQuickItem(parent), m_frameCallback(std::make_unique<FrameCallback>([this] { onFrame(); }))
 {
@@ -77,3 +79,5 @@ void Marquee::moveTo(double travelled)
     m_offset = offset;
     Q_EMIT offsetChanged();
 }
+
+} // namespace quillmere

@@ -9,6 +9,8 @@
 
 class QAbstractAnimation;
 
+namespace quillmere {
+
 /**
  * Clip area for a one-line text that may be wider than the item. While `running`, such a text scrolls: it pauses at its
  * start, moves until its end is visible, pauses again, and repeats. `offset` is its current position. It moves by whole
@@ -19,7 +21,7 @@ class Marquee : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(Clock* clock MEMBER m_clock NOTIFY clockChanged FINAL)
+    Q_PROPERTY(quillmere::Clock* clock MEMBER m_clock NOTIFY clockChanged FINAL)
     Q_PROPERTY(QString text MEMBER m_text NOTIFY textChanged FINAL)
     /** Width of the full text, in points. */
     Q_PROPERTY(double textWidth MEMBER m_textWidth NOTIFY textWidthChanged FINAL)
@@ -69,3 +71,5 @@ private:
     std::unique_ptr<Clock::Timer> m_pauseTimer;          ///< exists during pauses
     std::unique_ptr<QAbstractAnimation> m_frameCallback; ///< runs while the text moves
 };
+
+} // namespace quillmere

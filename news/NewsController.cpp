@@ -9,6 +9,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr auto watchPause = 6s;
@@ -231,3 +233,5 @@ void NewsController::setChecking(bool checking)
     m_checking = checking;
     Q_EMIT checkingChanged();
 }
+
+} // namespace quillmere

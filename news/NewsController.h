@@ -11,6 +11,8 @@
 #include <memory>
 #include <optional>
 
+namespace quillmere {
+
 class WakeLock;
 
 /**
@@ -23,19 +25,19 @@ class NewsController : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(Store* store READ store WRITE setStore NOTIFY storeChanged REQUIRED FINAL)
-    Q_PROPERTY(HubAPI* hub MEMBER m_hub NOTIFY hubChanged REQUIRED FINAL)
-    Q_PROPERTY(Clock* clock MEMBER m_clock NOTIFY clockChanged REQUIRED FINAL)
+    Q_PROPERTY(quillmere::Store* store READ store WRITE setStore NOTIFY storeChanged REQUIRED FINAL)
+    Q_PROPERTY(quillmere::HubAPI* hub MEMBER m_hub NOTIFY hubChanged REQUIRED FINAL)
+    Q_PROPERTY(quillmere::Clock* clock MEMBER m_clock NOTIFY clockChanged REQUIRED FINAL)
 
     /** Player of the live stream; null while the tower is dark. */
-    Q_PROPERTY(VideoPlayer* player READ player NOTIFY playerChanged FINAL)
+    Q_PROPERTY(quillmere::VideoPlayer* player READ player NOTIFY playerChanged FINAL)
     /** Result of the latest probe. */
     Q_PROPERTY(bool isLive READ isLive NOTIFY isLiveChanged FINAL)
     /** Whether the first probe of a watch, or of a newly picked station, is still pending. */
     Q_PROPERTY(bool checking READ isChecking NOTIFY checkingChanged FINAL)
 
-    Q_PROPERTY(QList<TunerStation> stations READ stations NOTIFY stationsChanged FINAL)
-    Q_PROPERTY(TunerStation currentStation READ currentStation NOTIFY currentStationChanged FINAL)
+    Q_PROPERTY(QList<quillmere::TunerStation> stations READ stations NOTIFY stationsChanged FINAL)
+    Q_PROPERTY(quillmere::TunerStation currentStation READ currentStation NOTIFY currentStationChanged FINAL)
     /** Whether there are at least two stations to choose from. */
     Q_PROPERTY(bool hasTuner READ hasTuner NOTIFY stationsChanged FINAL)
 
@@ -76,7 +78,7 @@ public:
     Q_INVOKABLE void disappear();
 
     /** Switches to a station. Does nothing if its number is that of the current station. */
-    Q_INVOKABLE void pick(const TunerStation& station);
+    Q_INVOKABLE void pick(const quillmere::TunerStation& station);
 
     /** Picks the next (+1) or previous (-1) station in the list, with wrap-around. */
     void stepBy(int by);
@@ -127,3 +129,5 @@ private:
     TaskScope m_watchTasks;  ///< current watch; cancelled when another watch replaces it
     TaskScope m_screenTasks; ///< cancelled on disappear(); after that, tasks change nothing
 };
+
+} // namespace quillmere

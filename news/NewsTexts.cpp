@@ -6,6 +6,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 QString NewsTexts::heading()
 {
     return StationTexts::newsDoor();
@@ -35,3 +37,5 @@ QString NewsTexts::onAirStation(const QString& label)
 {
     return Typography::capitals(shortenedLine(label, maximumTextLength));
 }
+
+} // namespace quillmere

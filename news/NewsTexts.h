@@ -3,6 +3,8 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /** Texts of the news channel: constant ones, and those derived from texts of the hub. Stateless: any thread. */
 class NewsTexts : public QObject
 {
@@ -36,3 +38,5 @@ public:
     /** Label of the station on the lower third, in capitals. */
     Q_INVOKABLE static QString onAirStation(const QString& label);
 };
+
+} // namespace quillmere

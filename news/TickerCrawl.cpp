@@ -12,6 +12,8 @@
 
 #include <cmath>
 
+namespace quillmere {
+
 namespace {
 
 int wholePixels(double pixels)
@@ -164,3 +166,5 @@ QSGNode* TickerCrawl::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
     node->setMatrix(matrix);
     return node;
 }
+
+} // namespace quillmere

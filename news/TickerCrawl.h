@@ -15,6 +15,8 @@
 
 class QAbstractAnimation;
 
+namespace quillmere {
+
 /**
  * A line of text that scrolls from right to left through the item. Its position depends only on the clock. A worker
  * thread paints the line at device resolution; after that, the picture only moves, by whole device pixels. A frame in
@@ -27,7 +29,7 @@ class TickerCrawl : public QQuickItem
     QML_ELEMENT
     /** Texts from the hub; if empty, a default text is shown. */
     Q_PROPERTY(QStringList lines READ lines WRITE setLines NOTIFY linesChanged FINAL)
-    Q_PROPERTY(Clock* clock MEMBER m_clock NOTIFY clockChanged FINAL)
+    Q_PROPERTY(quillmere::Clock* clock MEMBER m_clock NOTIFY clockChanged FINAL)
     /** The text for screen readers. */
     Q_PROPERTY(QString text READ text NOTIFY linesChanged FINAL)
 
@@ -72,3 +74,5 @@ private:
     Worker m_worker;
     TaskScope m_tasks;
 };
+
+} // namespace quillmere

@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace quillmere {
+
 namespace {
 
 // The left end of the line moves from one ticker width right of the ticker's left edge to one ticker width left of it.
@@ -213,3 +215,5 @@ TickerPicture TickerRenderer::paint(const std::stop_token& stop) const
     }
     return picture;
 }
+
+} // namespace quillmere

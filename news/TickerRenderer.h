@@ -7,6 +7,8 @@
 
 #include <stop_token>
 
+namespace quillmere {
+
 /** Picture of the visible part of the ticker line: its leftmost two ticker widths, in device pixels. A value. */
 struct TickerPicture
 {
@@ -34,3 +36,5 @@ struct TickerRenderer
      */
     TickerPicture paint(const std::stop_token& stop = {}) const;
 };
+
+} // namespace quillmere

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <limits>
 
+namespace quillmere {
+
 namespace {
 
 int rowOf(const QList<TunerStation>& stations, const QString& number)
@@ -161,3 +163,5 @@ QHash<int, QByteArray> TunerList::roleNames() const
     return {{KeyRole, "key"},       {NumberRole, "number"},    {LabelRole, "label"}, {NumberWidthRole, "numberWidth"},
             {ExtentRole, "extent"}, {CurrentRole, "isCurrent"}};
 }
+
+} // namespace quillmere

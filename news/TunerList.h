@@ -6,19 +6,21 @@
 #include <QFont>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /**
  * Model of the tuner strip: a button for each of the first 500 stations, as wide as its number and label need, but not
  * wider than the strip. The current row is at the station on screen until the viewer moves the focus to another button.
  * Screen thread only; the strip creates and owns it. It measures texts with fonts, so the application object outlives
  * it.
  */
-class TunerList : public CurrentRowModel
+class TunerList : public quillmere::CurrentRowModel
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QList<TunerStation> stations READ stations WRITE setStations NOTIFY stationsChanged FINAL)
+    Q_PROPERTY(QList<quillmere::TunerStation> stations READ stations WRITE setStations NOTIFY stationsChanged FINAL)
     /** Station on screen. Buttons with its number are marked. */
-    Q_PROPERTY(TunerStation current READ current WRITE setCurrent NOTIFY currentChanged FINAL)
+    Q_PROPERTY(quillmere::TunerStation current READ current WRITE setCurrent NOTIFY currentChanged FINAL)
 
     /** Layout of a button: margin, number, gap, label, margin. Lengths in points. */
     Q_PROPERTY(QFont numberFont READ numberFont CONSTANT FINAL)
@@ -70,7 +72,7 @@ Q_SIGNALS:
     void stationsChanged();
     void currentChanged();
     void stripWidthChanged();
-    void picked(const TunerStation& station);
+    void picked(const quillmere::TunerStation& station);
 
 private:
     struct Button
@@ -93,3 +95,5 @@ private:
     double m_stripWidth = 0;
     QList<Button> m_buttons;
 };
+
+} // namespace quillmere

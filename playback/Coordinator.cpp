@@ -4,6 +4,8 @@
 
 #include <QPointer>
 
+namespace quillmere {
+
 namespace {
 
 constexpr double startTolerance = 1.0; // seconds; a start position up to this plays from the beginning
@@ -70,3 +72,5 @@ void Coordinator::observeStatus(const PlayerItem& item)
         QMetaObject::invokeMethod(this, report, Qt::QueuedConnection);
     });
 }
+
+} // namespace quillmere

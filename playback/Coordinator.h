@@ -8,6 +8,8 @@
 #include <functional>
 #include <memory>
 
+namespace quillmere {
+
 /**
  * Controls one playback: starts the player, and reports progress, the end of the item and failures through callbacks.
  * Screen thread only; its PlayerContainer owns it. It shares ownership of the player until `tearDown`; later events are
@@ -43,3 +45,5 @@ private:
     QMetaObject::Connection m_statusObservation;
     QMetaObject::Connection m_endObserver;
 };
+
+} // namespace quillmere

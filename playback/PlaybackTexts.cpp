@@ -12,6 +12,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 QString languageText(const QString& language)
@@ -86,3 +88,5 @@ QList<MetadataItem> metadataItems(const VHSCover& cover)
     }
     return items;
 }
+
+} // namespace quillmere

@@ -10,6 +10,8 @@
 
 #include <optional>
 
+namespace quillmere {
+
 /** Texts of the tape player's screen: for a tape that does not play, and names of the panel's rows. Any thread. */
 class TapePlayerTexts : public QObject
 {
@@ -63,3 +65,5 @@ QString failureText(const std::optional<VideoFailure>& failure);
 
 /** The now-playing metadata of a cassette, in the order in which it is shown. Empty values are left out. */
 QList<MetadataItem> metadataItems(const VHSCover& cover);
+
+} // namespace quillmere

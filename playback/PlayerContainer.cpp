@@ -7,6 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 PlayerContainer::PlayerContainer(const QUrl& url, double startAt, const QList<MetadataItem>& metadata,
                                  const Actions& actions, Clock& clock, const CreatePlayer& createPlayer)
 {
@@ -43,3 +45,5 @@ std::shared_ptr<VideoPlayer> PlayerContainer::tearDown()
     m_player->setItem(nullptr);
     return std::exchange(m_player, nullptr);
 }
+
+} // namespace quillmere

@@ -11,6 +11,8 @@
 #include <functional>
 #include <memory>
 
+namespace quillmere {
+
 class DesktopPresence;
 class PlayerController;
 
@@ -53,3 +55,5 @@ private:
     std::unique_ptr<Coordinator> m_coordinator;
     std::unique_ptr<DesktopPresence> m_presence;
 };
+
+} // namespace quillmere

@@ -8,6 +8,9 @@
 #include <cmath>
 
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using TimeControl = VideoPlayer::TimeControl;
 
 namespace {
@@ -339,7 +342,7 @@ void PlayerController::updateTimes()
     const double duration = m_player->duration();
     const bool hasEnd = duration > 0 && !isLive();
     const QString elapsed = isLive() ? QString() : clockText(position);
-    const QString remaining = hasEnd ? ::remainingText(position, duration) : QString();
+    const QString remaining = hasEnd ? quillmere::remainingText(position, duration) : QString();
     const double progress = hasEnd ? fractionOf(position, duration) : 0;
     const double buffered = hasEnd ? fractionOf(m_player->bufferedTo(), duration) : 0;
     if (elapsed != m_elapsedText || remaining != m_remainingText) {
@@ -376,3 +379,5 @@ void PlayerController::setMember(Value& member, Value value, void (PlayerControl
     member = value;
     Q_EMIT(this->*changed)();
 }
+
+} // namespace quillmere

@@ -9,6 +9,8 @@
 
 #include <memory>
 
+namespace quillmere {
+
 /**
  * Controls of a full-screen player: handles the remote's keys, and decides which controls and texts are shown over the
  * picture. Screen thread only; the class that hosts the player owns it. The clock must outlive it; the player may be
@@ -22,7 +24,7 @@ class PlayerController : public QObject
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Created in C++ by the owner of the player.")
-    Q_PROPERTY(VideoPlayer* player READ player NOTIFY playerChanged FINAL)
+    Q_PROPERTY(quillmere::VideoPlayer* player READ player NOTIFY playerChanged FINAL)
 
     /** From the item's metadata; empty if missing. */
     Q_PROPERTY(QString title READ title NOTIFY itemChanged FINAL)
@@ -52,8 +54,8 @@ class PlayerController : public QObject
     Q_PROPERTY(bool spinnerShown READ spinnerShown NOTIFY spinnerShownChanged FINAL)
 
     /** The panel's choices; empty if there is nothing to choose. */
-    Q_PROPERTY(TrackList* audioTracks READ audioTracks CONSTANT FINAL)
-    Q_PROPERTY(TrackList* subtitleTracks READ subtitleTracks CONSTANT FINAL)
+    Q_PROPERTY(quillmere::TrackList* audioTracks READ audioTracks CONSTANT FINAL)
+    Q_PROPERTY(quillmere::TrackList* subtitleTracks READ subtitleTracks CONSTANT FINAL)
     /** Set by the panel: whether nothing on it is above the focus, so that the up key closes the panel. */
     Q_PROPERTY(bool panelTopFocused READ isPanelTopFocused WRITE setPanelTopFocused NOTIFY panelTopFocusedChanged FINAL)
 
@@ -161,3 +163,5 @@ private:
     std::unique_ptr<Clock::Timer> m_transportTimer; ///< shows the bar for some seconds after a key press
     std::unique_ptr<Clock::Timer> m_spinnerTimer;   ///< delays the spinner, so that short waits do not show it
 };
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr auto scrubStep = 40ms;
@@ -96,3 +98,5 @@ void Playhead::scheduleNextStep()
         m_onMoved();
     });
 }
+
+} // namespace quillmere

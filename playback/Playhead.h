@@ -10,6 +10,8 @@
 #include <memory>
 #include <optional>
 
+namespace quillmere {
+
 /**
  * The viewer's position in a recording: skips and scrubs. During a scrub the picture stands still and only the position
  * moves. Screen thread only. `onMoved` is called at the start, every step and the end of a scrub. Owner and clock must
@@ -51,3 +53,5 @@ private:
     std::optional<Scrub> m_scrub;
     std::unique_ptr<Clock::Timer> m_nextStep;
 };
+
+} // namespace quillmere

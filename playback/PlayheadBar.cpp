@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 namespace {
 
 // Points.
@@ -56,3 +58,5 @@ void PlayheadBar::paint(QPainter& painter, const QSizeF& size) const
     painter.setBrush(cream);
     painter.drawRoundedRect(area, shape.width() / 2, shape.width() / 2);
 }
+
+} // namespace quillmere

@@ -2,11 +2,13 @@
 
 #include "PaintedItem.h"
 
+namespace quillmere {
+
 /**
  * Progress bar of a recording: the played part, the buffered part and the playhead. Both parts are fractions of the
  * duration, 0 to 1.
  */
-class PlayheadBar : public PaintedItem
+class PlayheadBar : public quillmere::PaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
@@ -33,3 +35,5 @@ private:
     double m_buffered = 0;
     bool m_scrubbing = false;
 };
+
+} // namespace quillmere

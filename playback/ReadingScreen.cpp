@@ -5,6 +5,8 @@
 
 #include <QKeyEvent>
 
+namespace quillmere {
+
 namespace {
 
 ScrollArea* enclosingScrollArea(const QQuickItem* item)
@@ -71,3 +73,5 @@ void ReadingScreen::focusTopmostVisible(const ScrollArea& area)
         focus(above);
     }
 }
+
+} // namespace quillmere

@@ -2,13 +2,15 @@
 
 #include "FocusScreen.h"
 
+namespace quillmere {
+
 class ScrollArea;
 
 /**
  * A screen with items to read one after the other in a scroll area. Play/pause and the page keys turn a page: the next
  * page starts with the first item that was not fully visible. Screen thread only; its parent item owns it.
  */
-class ReadingScreen : public FocusScreen
+class ReadingScreen : public quillmere::FocusScreen
 {
     Q_OBJECT
     QML_ELEMENT
@@ -23,3 +25,5 @@ private:
     void turnPage(int arrow);
     void focusTopmostVisible(const ScrollArea& area);
 };
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 namespace {
 
 bool isLineBreak(QChar unit)
@@ -109,3 +111,5 @@ QStringList Reflow::passages(const QStringList& paragraphs, qsizetype maxLength)
     }
     return result;
 }
+
+} // namespace quillmere

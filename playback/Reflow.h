@@ -6,7 +6,7 @@
  * Joins caption text, whose lines fit the width of a picture, into paragraphs. Pure functions that accept any text; the
  * time is linear in its length; any thread.
  */
-namespace Reflow {
+namespace quillmere::Reflow {
 
 /**
  * Joins lines with single spaces until a paragraph has at least `minLength` grapheme clusters; only the last paragraph
@@ -20,4 +20,4 @@ QStringList paragraphs(QStringView text, qsizetype minLength);
  */
 QStringList passages(const QStringList& paragraphs, qsizetype maxLength);
 
-} // namespace Reflow
+} // namespace quillmere::Reflow

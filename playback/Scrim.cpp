@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+namespace quillmere {
+
 namespace {
 
 constexpr int stops = 8;
@@ -23,3 +25,5 @@ void Scrim::paint(QPainter& painter, const QSizeF& size) const
     }
     painter.fillRect(QRectF(QPointF(), size), gradient);
 }
+
+} // namespace quillmere

@@ -4,8 +4,10 @@
 
 #include <QColor>
 
+namespace quillmere {
+
 /** Gradient over a picture, from transparent at the top to `color` at the bottom, which keeps texts on it readable. */
-class Scrim : public PaintedItem
+class Scrim : public quillmere::PaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
@@ -23,3 +25,5 @@ public:
 private:
     QColor m_color = Qt::black;
 };
+
+} // namespace quillmere

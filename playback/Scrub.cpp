@@ -3,6 +3,9 @@
 #include <algorithm>
 
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using std::chrono::milliseconds;
 
 namespace {
@@ -38,3 +41,5 @@ double Scrub::positionAt(milliseconds now) const
     }
     return startPosition + direction * distance;
 }
+
+} // namespace quillmere

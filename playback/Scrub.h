@@ -2,6 +2,8 @@
 
 #include <chrono>
 
+namespace quillmere {
+
 /** A scrub along the recording while a key is held: the longer it is held, the faster it moves. A plain value. */
 struct Scrub
 {
@@ -16,3 +18,5 @@ struct Scrub
     /** Seconds of play time; may be before the start or after the end of the recording. */
     double positionAt(std::chrono::milliseconds now) const;
 };
+
+} // namespace quillmere

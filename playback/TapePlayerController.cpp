@@ -3,6 +3,8 @@
 #include "HubURL.h"
 #include "PlaybackTexts.h"
 
+namespace quillmere {
+
 void TapePlayerController::componentComplete()
 {
     const auto url = m_tape.streamURLPath.isEmpty() ? std::nullopt : hubURL(m_tape.streamURLPath);
@@ -58,3 +60,5 @@ void TapePlayerController::fail(const QString& message)
     m_failure = message;
     Q_EMIT failureChanged();
 }
+
+} // namespace quillmere

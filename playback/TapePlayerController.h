@@ -10,6 +10,8 @@
 #include <QQmlParserStatus>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /**
  * State of the screen that plays a tape: creates the player, stores the resume position, and provides the message for a
  * tape that does not play. Screen thread only; the screen creates and owns it; store and clock must outlive it.
@@ -19,18 +21,18 @@ class TapePlayerController : public QObject, public QQmlParserStatus
     Q_OBJECT
     QML_ELEMENT
     Q_INTERFACES(QQmlParserStatus)
-    Q_PROPERTY(Store* store MEMBER m_store NOTIFY storeChanged REQUIRED FINAL)
-    Q_PROPERTY(Clock* clock MEMBER m_clock NOTIFY clockChanged REQUIRED FINAL)
+    Q_PROPERTY(quillmere::Store* store MEMBER m_store NOTIFY storeChanged REQUIRED FINAL)
+    Q_PROPERTY(quillmere::Clock* clock MEMBER m_clock NOTIFY clockChanged REQUIRED FINAL)
     // Changes of these after completion have no effect.
-    Q_PROPERTY(Tape tape READ tape WRITE setTape FINAL)
-    Q_PROPERTY(VHSCover cover READ cover WRITE setCover FINAL)
+    Q_PROPERTY(quillmere::Tape tape READ tape WRITE setTape FINAL)
+    Q_PROPERTY(quillmere::VHSCover cover READ cover WRITE setCover FINAL)
     /** Start position in seconds. */
     Q_PROPERTY(double startAt MEMBER m_startAt FINAL)
 
     /** Null if there is nothing to play, and after `tearDown`. */
-    Q_PROPERTY(VideoPlayer* player READ player NOTIFY playerChanged FINAL)
+    Q_PROPERTY(quillmere::VideoPlayer* player READ player NOTIFY playerChanged FINAL)
     /** Null if there is nothing to play. */
-    Q_PROPERTY(PlayerController* controls READ controls NOTIFY playerChanged FINAL)
+    Q_PROPERTY(quillmere::PlayerController* controls READ controls NOTIFY playerChanged FINAL)
     /** Message for the viewer if the tape does not play, else empty. */
     Q_PROPERTY(QString failure READ failure NOTIFY failureChanged FINAL)
     Q_PROPERTY(bool failed READ hasFailed NOTIFY failureChanged FINAL)
@@ -86,3 +88,5 @@ private:
     QString m_failure;
     std::unique_ptr<PlayerContainer> m_container;
 };
+
+} // namespace quillmere

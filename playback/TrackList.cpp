@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+namespace quillmere {
+
 namespace {
 
 constexpr qsizetype minChoices = 2;
@@ -74,3 +76,5 @@ QHash<int, QByteArray> TrackList::roleNames() const
 {
     return {{KeyRole, "key"}, {TitleRole, "title"}, {SelectedRole, "isSelected"}};
 }
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /**
  * The tracks of one kind as choices for the viewer. Empty while there is nothing to choose: a choice needs two sound
  * tracks, or one subtitle track, as subtitles can be turned off. Screen thread only; PlayerController owns it.
@@ -51,3 +53,5 @@ private:
     MediaTrack::Kind m_kind;
     QList<Choice> m_choices;
 };
+
+} // namespace quillmere

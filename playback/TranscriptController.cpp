@@ -6,6 +6,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr qsizetype minParagraphLength = 420;  // grapheme clusters
@@ -107,3 +109,5 @@ void TranscriptController::setState(LoadState state, const QString& message)
     m_message = message;
     Q_EMIT stateChanged();
 }
+
+} // namespace quillmere

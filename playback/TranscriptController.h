@@ -6,8 +6,10 @@
 
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /** The passages of a transcript, in order. Screen thread only; its controller owns it. */
-class PassageList : public CurrentRowModel
+class PassageList : public quillmere::CurrentRowModel
 {
     Q_OBJECT
     QML_ELEMENT
@@ -38,10 +40,10 @@ class TranscriptController : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(HubAPI* hub MEMBER m_hub NOTIFY hubChanged REQUIRED FINAL)
+    Q_PROPERTY(quillmere::HubAPI* hub MEMBER m_hub NOTIFY hubChanged REQUIRED FINAL)
     // Changes after the screen has appeared have no effect.
-    Q_PROPERTY(Tape tape READ tape WRITE setTape FINAL)
-    Q_PROPERTY(VHSCover cover READ cover WRITE setCover NOTIFY coverChanged FINAL)
+    Q_PROPERTY(quillmere::Tape tape READ tape WRITE setTape FINAL)
+    Q_PROPERTY(quillmere::VHSCover cover READ cover WRITE setCover NOTIFY coverChanged FINAL)
 
     Q_PROPERTY(QString caption READ caption NOTIFY coverChanged FINAL)
     Q_PROPERTY(QString title READ title NOTIFY coverChanged FINAL)
@@ -50,7 +52,7 @@ class TranscriptController : public QObject
     Q_PROPERTY(LoadState state READ state NOTIFY stateChanged FINAL)
     /** Message shown instead of a transcript in state `Empty`; else empty. */
     Q_PROPERTY(QString message READ message NOTIFY stateChanged FINAL)
-    Q_PROPERTY(PassageList* passages READ passages CONSTANT FINAL)
+    Q_PROPERTY(quillmere::PassageList* passages READ passages CONSTANT FINAL)
 
 public:
     enum LoadState { Empty, Loading, Ready };
@@ -98,3 +100,5 @@ private:
     Worker m_reflow;
     TaskScope m_tasks;
 };
+
+} // namespace quillmere

@@ -7,6 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 QString TranscriptTexts::caption(const VHSCover& cover)
 {
     QString line = u"THE SPOKEN RECORD · "_s + Typography::capitals(shortenedLine(cover.bodyName));
@@ -24,3 +26,5 @@ QString TranscriptTexts::outOfReach(const QString& reason)
 {
     return u"Couldn't reach the transcript. "_s + shortenedText(reason);
 }
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /** Texts of the transcript's screen around the transcript. Stateless: any thread. */
 class TranscriptTexts : public QObject
 {
@@ -31,3 +33,5 @@ public:
     /** `reason` is a message for the viewer; it may be empty. */
     static QString outOfReach(const QString& reason);
 };
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 namespace {
 
 constexpr double minUnitWidth = 1; // point
@@ -46,3 +48,5 @@ void Barcode::paint(QPainter& painter, const QSizeF& frame) const
         x += width + unit;
     }
 }
+
+} // namespace quillmere

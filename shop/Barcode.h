@@ -5,6 +5,8 @@
 class QPainter;
 class QSizeF;
 
+namespace quillmere {
+
 /** The bar code on a box. A value; any thread may paint it. */
 struct Barcode
 {
@@ -19,3 +21,5 @@ struct Barcode
     /** Paints at the painter's origin, in points; a code too long for the frame extends past its right edge. */
     void paint(QPainter& painter, const QSizeF& frame) const;
 };
+
+} // namespace quillmere

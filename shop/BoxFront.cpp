@@ -14,6 +14,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr double unbounded = 1e5;
@@ -176,3 +178,5 @@ void BoxFront::paint(QPainter& painter) const
     paintTitleBlock(painter, cover, bottomRowTop - spacing);
     painter.restore();
 }
+
+} // namespace quillmere

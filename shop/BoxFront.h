@@ -6,6 +6,8 @@
 
 class QPainter;
 
+namespace quillmere {
+
 /**
  * The front of a cassette box: brand band, scene, genre strip, title, rating and bar code.
  * A value; any thread may paint it.
@@ -28,3 +30,5 @@ struct BoxFront
     /** Paints the box with its top left corner at the painter's origin, in points. */
     void paint(QPainter& painter) const;
 };
+
+} // namespace quillmere

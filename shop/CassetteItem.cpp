@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace quillmere {
+
 CassetteItem::CassetteItem(CassetteRenderer::Form form, QQuickItem* parent)
     : PixelAlignedItem(parent), m_form(form), m_studio(CassetteStudio::shared())
 {}
@@ -144,3 +146,5 @@ QSGNode* CassetteItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
         node->showPlate(CoverArt::skyTop(m_cover.hue), area, radius());
     return node;
 }
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 
 #include <optional>
 
+namespace quillmere {
+
 /**
  * A cassette on the screen. It shows the picture from the CassetteStudio, painted at the displayed size and aligned to
  * device pixels; until that arrives, a plate in the top colour of the cover's sky. The item's area is the box; the
@@ -13,12 +15,12 @@
  * picture is scaled; once the size is stable, a picture of that size is requested. Moves by whole device pixels cost
  * nothing. Screen thread only; its parent item owns it. Rotation and shear are not supported.
  */
-class CassetteItem : public PixelAlignedItem, private CassetteStudio::Client
+class CassetteItem : public quillmere::PixelAlignedItem, private CassetteStudio::Client
 {
     Q_OBJECT
     QML_NAMED_ELEMENT(CassetteItem)
     QML_UNCREATABLE("Base class of the cassettes")
-    Q_PROPERTY(VHSCover cover READ cover WRITE setCover NOTIFY coverChanged FINAL)
+    Q_PROPERTY(quillmere::VHSCover cover READ cover WRITE setCover NOTIFY coverChanged FINAL)
     /** Radius of the box's corners, in points. */
     Q_PROPERTY(double radius READ radius NOTIFY widthChanged FINAL)
 
@@ -60,3 +62,5 @@ private:
     QSize m_stablePixels;                      ///< size of the box in device pixels for which pictures are requested
     QMetaObject::Connection m_heightConnection;
 };
+
+} // namespace quillmere

@@ -8,6 +8,8 @@
 #include <cmath>
 #include <utility>
 
+namespace quillmere {
+
 namespace {
 
 /** The smallest nine-patch image of a plate: its four corners around one pixel, which is stretched. */
@@ -87,3 +89,5 @@ void CassetteNode::removePlate()
 {
     delete std::exchange(m_plateNode, nullptr);
 }
+
+} // namespace quillmere

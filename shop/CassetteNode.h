@@ -9,6 +9,8 @@ class QQuickWindow;
 class QSGImageNode;
 class QSGNinePatchNode;
 
+namespace quillmere {
+
 /**
  * Scene graph node of a cassette: shows its picture or a plain plate. A transform node, because Qt's software renderer
  * loses the position of nodes added later to a plain QSGNode. Render thread, while the screen thread waits.
@@ -35,3 +37,5 @@ private:
     QColor m_plateColor;
     double m_plateRadius = 0;
 };
+
+} // namespace quillmere

@@ -7,6 +7,8 @@
 
 #include <cmath>
 
+namespace quillmere {
+
 namespace {
 
 /** A copy with only the fields that are painted, and no text longer than is painted. */
@@ -71,3 +73,5 @@ size_t qHash(const CassetteRenderer& renderer, size_t seed) noexcept
     return qHashMulti(seed, int(renderer.form), renderer.cover, renderer.width, renderer.pixels.width(),
                       renderer.pixels.height());
 }
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 #include <QMargins>
 #include <QSize>
 
+namespace quillmere {
+
 /** The painted image of a cassette. A value; any thread. */
 struct CassettePicture
 {
@@ -36,3 +38,5 @@ private:
 };
 
 size_t qHash(const CassetteRenderer& renderer, size_t seed = 0) noexcept;
+
+} // namespace quillmere

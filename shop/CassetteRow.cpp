@@ -4,6 +4,8 @@
 #include "RewinderyTexts.h"
 #include "Text.h"
 
+namespace quillmere {
+
 CassetteRow::Content::Content(const Shelf& shelf)
     : name(shortenedLine(shelf.name)), caption(shortenedLine(RewinderyTexts::caption(shelf.covers))),
       count(int(shelf.covers.size()))
@@ -76,3 +78,5 @@ QHash<int, QByteArray> CassetteRow::roleNames() const
 {
     return {{KeyRole, "key"}, {CoverRole, "cover"}, {TitleRole, "title"}};
 }
+
+} // namespace quillmere

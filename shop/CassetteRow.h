@@ -3,12 +3,14 @@
 #include "CurrentRowModel.h"
 #include "Shelf.h"
 
+namespace quillmere {
+
 /**
  * Cassettes side by side: a list model with their keys, covers and titles, and the title line of a shelf. When its
  * content changes, the current row stays on the same tape. Screen thread only; ShelfList owns the rows of shelves,
  * TapeSearchController that of the results.
  */
-class CassetteRow : public CurrentRowModel
+class CassetteRow : public quillmere::CurrentRowModel
 {
     Q_OBJECT
     QML_ELEMENT
@@ -66,3 +68,5 @@ Q_SIGNALS:
 private:
     Content m_content;
 };
+
+} // namespace quillmere

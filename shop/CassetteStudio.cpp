@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <tuple>
 
+namespace quillmere {
+
 namespace {
 
 constexpr qint64 megabyte = 1024 * 1024;
@@ -123,3 +125,5 @@ void CassetteStudio::setBudget(qint64 bytes)
     m_budget = bytes;
     evict();
 }
+
+} // namespace quillmere

@@ -11,6 +11,8 @@
 #include <optional>
 #include <unordered_map>
 
+namespace quillmere {
+
 /**
  * Paints cassettes one at a time on a background thread, those nearest to the visible area first, and caches the
  * pictures up to a budget in bytes. Screen thread only. No call waits for a picture, except that the destructor waits
@@ -82,3 +84,5 @@ private:
     CallQueue m_callQueue;
     TaskScope m_tasks;
 };
+
+} // namespace quillmere

@@ -9,6 +9,8 @@
 
 #include <cmath>
 
+namespace quillmere {
+
 namespace {
 
 // The disc in the sky, in units of the box.
@@ -130,3 +132,5 @@ void CoverArt::paint(QPainter& painter, const QSizeF& size) const
     paintFog(painter, size);
     painter.restore();
 }
+
+} // namespace quillmere

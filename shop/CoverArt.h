@@ -7,6 +7,8 @@
 class QPainter;
 class QSizeF;
 
+namespace quillmere {
+
 /** The paddle steamer in the scene on a box. Stateless; any thread may paint it. */
 struct Steamboat
 {
@@ -29,3 +31,5 @@ struct CoverArt
     /** Fills an area of `size` with its top left corner at the painter's origin. */
     void paint(QPainter& painter, const QSizeF& size) const;
 };
+
+} // namespace quillmere

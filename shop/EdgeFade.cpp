@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 namespace {
 
 // Points; a row stops on whole device pixels, possibly slightly before its end.
@@ -87,3 +89,5 @@ QPointF EdgeFade::backgroundOrigin() const
 {
     return m_background ? m_background->mapToItem(this, QPointF()) : QPointF();
 }
+
+} // namespace quillmere

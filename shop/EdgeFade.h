@@ -4,15 +4,17 @@
 
 #include <QPointer>
 
+namespace quillmere {
+
 /**
  * Fades out a row at an end where it is clipped. Lies over that end and paints the part of the row's background that is
  * below it, pixel for pixel, opaque at the edge and transparent at the other side. `background` may be null.
  */
-class EdgeFade : public PaintedItem
+class EdgeFade : public quillmere::PaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(PaintedItem* background READ background WRITE setBackground NOTIFY artChanged FINAL)
+    Q_PROPERTY(quillmere::PaintedItem* background READ background WRITE setBackground NOTIFY artChanged FINAL)
     /** Qt::LeftEdge or Qt::RightEdge: the side at which only the background is visible. */
     Q_PROPERTY(Qt::Edge edge READ edge WRITE setEdge NOTIFY artChanged FINAL)
     /** Length of the row beyond the edge, in points. Below the item's width the fade is weaker; at 0 it is hidden. */
@@ -49,3 +51,5 @@ private:
     QPointF m_paintedOrigin; ///< the background's origin when this was last painted
     QMetaObject::Connection m_frameConnection;
 };
+
+} // namespace quillmere

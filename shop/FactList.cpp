@@ -1,5 +1,7 @@
 #include "FactList.h"
 
+namespace quillmere {
+
 void FactList::setFacts(QList<TapeFact> facts)
 {
     beginResetModel();
@@ -31,3 +33,5 @@ QHash<int, QByteArray> FactList::roleNames() const
 {
     return {{LabelRole, "label"}, {ValueRole, "value"}};
 }
+
+} // namespace quillmere

@@ -3,6 +3,8 @@
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /** One fact about a tape, shown as a row on its screen. */
 struct TapeFact
 {
@@ -33,3 +35,5 @@ public:
 private:
     QList<TapeFact> m_facts;
 };
+
+} // namespace quillmere

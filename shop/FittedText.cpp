@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 namespace {
 
 constexpr double tolerance = 0.01;
@@ -98,3 +100,5 @@ void FittedText::paint(QPainter& painter, QPointF topLeft, const QColor& color) 
     m_lines.draw(painter);
     painter.restore();
 }
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 #include <QPointF>
 #include <QSizeF>
 
+namespace quillmere {
+
 /**
  * A text laid out to fit a given area: at its font's size if possible, else scaled down, at most to `minScale`, and
  * elided if it still does not fit. Line breaks and control characters count as spaces. Lengths are in the units of the
@@ -43,3 +45,5 @@ private:
     double m_scale = 1;
     bool m_elided = false;
 };
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 void KeyList::setPage(KeyboardLayout::Page page)
 {
     m_keys = KeyboardLayout::keys(page);
@@ -42,3 +44,5 @@ QHash<int, QByteArray> KeyList::roleNames() const
             {ColumnRole, "column"_ba},
             {SpanRole, "span"_ba}};
 }
+
+} // namespace quillmere

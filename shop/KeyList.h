@@ -5,6 +5,8 @@
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /**
  * List model of the keys of the on-screen keyboard. A page change alters the keys' texts and actions but not their
  * positions, so that the focus stays where it is. Screen thread only; KeyboardController owns it.
@@ -37,3 +39,5 @@ public:
 private:
     QList<KeyboardLayout::Key> m_keys = KeyboardLayout::keys(KeyboardLayout::Page::Letters);
 };
+
+} // namespace quillmere

@@ -8,6 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 using KeyboardLayout::Action;
 using KeyboardLayout::Page;
 
@@ -167,3 +169,5 @@ bool KeyboardController::hasText() const
 {
     return !m_textInput->property("text").toString().isEmpty();
 }
+
+} // namespace quillmere

@@ -8,6 +8,8 @@
 class QInputMethodQueryEvent;
 class QKeyEvent;
 
+namespace quillmere {
+
 /**
  * Input of a search field. Forwards events of real keyboards and input methods from the items that can have the focus
  * to the text input, and handles the keys of the on-screen keyboard. Screen thread only; the field owns it.
@@ -23,7 +25,7 @@ class KeyboardController : public QObject
     Q_PROPERTY(int longestText READ longestText CONSTANT FINAL)
     /** Whether the on-screen keyboard is shown. */
     Q_PROPERTY(bool shown READ isShown NOTIFY shownChanged FINAL)
-    Q_PROPERTY(KeyList* keys READ keys CONSTANT FINAL)
+    Q_PROPERTY(quillmere::KeyList* keys READ keys CONSTANT FINAL)
 
 public:
     using QObject::QObject;
@@ -35,7 +37,7 @@ public:
     KeyList* keys() { return &m_keys; }
 
     /** From now on, what is typed while `item` has the focus goes into the text input. */
-    Q_INVOKABLE void addInputItem(Focusable* item);
+    Q_INVOKABLE void addInputItem(quillmere::Focusable* item);
 
     /** The text input has changed: an active input method queries it again. */
     Q_INVOKABLE void updateInputMethod();
@@ -69,3 +71,5 @@ private:
     bool m_isShown = false;
     bool m_isTyping = false; ///< the last input came from a real keyboard, and the text is not empty
 };
+
+} // namespace quillmere

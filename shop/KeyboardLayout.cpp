@@ -4,6 +4,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 using namespace KeyboardLayout;
@@ -77,3 +79,5 @@ QList<Key> KeyboardLayout::keys(Page page)
     keys.append(keyAt({u"Search"_s, u"Search"_s, Action::Search, {}}, characterRows, spaceSpan, columns - spaceSpan));
     return keys;
 }
+
+} // namespace quillmere

@@ -4,7 +4,7 @@
 #include <QString>
 
 /** The keys of each page of the on-screen keyboard and their positions. Pure functions; any thread. */
-namespace KeyboardLayout {
+namespace quillmere::KeyboardLayout {
 
 enum class Page { Letters, AccentedLetters, Punctuation };
 
@@ -31,4 +31,4 @@ inline constexpr int columns = 11;
  */
 QList<Key> keys(Page page);
 
-} // namespace KeyboardLayout
+} // namespace quillmere::KeyboardLayout

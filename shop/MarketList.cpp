@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 namespace {
 
 constexpr int minMarkets = 2;
@@ -133,3 +135,5 @@ QHash<int, QByteArray> MarketList::roleNames() const
             {SelectedRole, "isSelected"},
             {ExtentRole, "extent"}};
 }
+
+} // namespace quillmere

@@ -6,13 +6,15 @@
 #include <QFont>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /**
  * The chips of the market picker: one for all markets, then one for each of the first 500. The list is empty if there
  * are fewer than two markets. The current row starts at the selected market, and returns there with every change while
  * the focus is elsewhere. Screen thread only; RewinderyController owns it; the application object must outlive it,
  * because chips are measured with fonts.
  */
-class MarketList : public CurrentRowModel
+class MarketList : public quillmere::CurrentRowModel
 {
     Q_OBJECT
     QML_ELEMENT
@@ -75,3 +77,5 @@ private:
     QString m_selection;
     QList<Chip> m_chips;
 };
+
+} // namespace quillmere

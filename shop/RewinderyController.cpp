@@ -3,6 +3,8 @@
 #include "RewinderyTexts.h"
 #include "Text.h"
 
+namespace quillmere {
+
 RewinderyController::RewinderyController(QObject* parent) : QObject(parent)
 {
     connect(&m_markets, &MarketList::picked, this, [this](const QString& slug) { m_store->setMarket(slug); });
@@ -68,3 +70,5 @@ void RewinderyController::updateMarkets()
     m_markets.setMarkets(m_store->status().rewindery, m_store->market());
     Q_EMIT stockLineChanged();
 }
+
+} // namespace quillmere

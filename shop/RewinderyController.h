@@ -5,6 +5,8 @@
 #include "Store.h"
 #include "TapePath.h"
 
+namespace quillmere {
+
 /**
  * State and texts of the shop's screen. Shows the data of the store; starts no load when the screen is shown.
  * Screen thread only; the screen creates and owns it; the store is set once and must outlive it.
@@ -13,14 +15,14 @@ class RewinderyController : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(Store* store READ store WRITE setStore NOTIFY storeChanged REQUIRED FINAL)
+    Q_PROPERTY(quillmere::Store* store READ store WRITE setStore NOTIFY storeChanged REQUIRED FINAL)
     /** Whether the tape search covers the screen. */
     Q_PROPERTY(bool searching READ isSearching WRITE setSearching NOTIFY searchingChanged FINAL)
     /** The tapes opened from the shelves. */
-    Q_PROPERTY(TapePath* path READ path CONSTANT FINAL)
+    Q_PROPERTY(quillmere::TapePath* path READ path CONSTANT FINAL)
 
-    Q_PROPERTY(ShelfList* shelves READ shelves CONSTANT FINAL)
-    Q_PROPERTY(MarketList* markets READ markets CONSTANT FINAL)
+    Q_PROPERTY(quillmere::ShelfList* shelves READ shelves CONSTANT FINAL)
+    Q_PROPERTY(quillmere::MarketList* markets READ markets CONSTANT FINAL)
     /** Whether there are shelves to show; else the state panel is shown. */
     Q_PROPERTY(bool showsShelves READ showsShelves NOTIFY shelvesChanged FINAL)
     Q_PROPERTY(bool isLoading READ isLoading NOTIFY isLoadingChanged FINAL)
@@ -71,3 +73,5 @@ private:
     QString m_shelvesMarket; ///< the market of the shown shelves
     MarketList m_markets;
 };
+
+} // namespace quillmere

@@ -7,6 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 // A year is the start of a date, which the hub writes in ASCII digits. Not QString's own conversion alone, which also
@@ -51,3 +53,5 @@ QString RewinderyTexts::message(const std::optional<QString>& lastError)
 {
     return lastError.value_or(u"No tapes on the shelf for this view."_s);
 }
+
+} // namespace quillmere

@@ -7,6 +7,8 @@
 
 #include <optional>
 
+namespace quillmere {
+
 /** Texts of the shop's screen: constant ones, and lines with data. Stateless: any thread. */
 class RewinderyTexts : public QObject
 {
@@ -49,3 +51,5 @@ public:
     /** Why there are no shelves, while none are loading. */
     static QString message(const std::optional<QString>& lastError);
 };
+
+} // namespace quillmere

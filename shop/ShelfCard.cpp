@@ -9,6 +9,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 // In units of the box, which is 320 wide.
@@ -46,3 +48,5 @@ void ShelfCard::paint(QPainter& painter) const
     paintBadge(painter, BoxFront::gridWidth / width);
     painter.restore();
 }
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include "BoxFront.h"
 
+namespace quillmere {
+
 /** A box front with a badge if the tape has a transcript, as on a shelf. A value; any thread may paint it. */
 struct ShelfCard
 {
@@ -13,3 +15,5 @@ struct ShelfCard
     /** Paints the card with its top left corner at the painter's origin, in points. */
     void paint(QPainter& painter) const;
 };
+
+} // namespace quillmere

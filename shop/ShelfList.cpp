@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 namespace {
 
 /** The index of the first element for which `predicate` is true, else -1. */
@@ -134,3 +136,5 @@ QHash<int, QByteArray> ShelfList::roleNames() const
 {
     return {{KeyRole, "key"}, {CassettesRole, "cassettes"}};
 }
+
+} // namespace quillmere

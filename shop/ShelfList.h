@@ -2,6 +2,8 @@
 
 #include "CassetteRow.h"
 
+namespace quillmere {
+
 /**
  * The shelves of the shop, from top to bottom. After a refresh, an equal shelf (same name and covers) keeps its
  * CassetteRow and the current row in it. Any other shelf, and every shelf of another market, gets a new CassetteRow
@@ -9,7 +11,7 @@
  * the tape is gone, the focus moves to the nearest cassette, or in another market to the first cassette of the shelf.
  * Screen thread only; RewinderyController owns it.
  */
-class ShelfList : public CurrentRowModel
+class ShelfList : public quillmere::CurrentRowModel
 {
     Q_OBJECT
     QML_ELEMENT
@@ -53,3 +55,5 @@ private:
     QList<Row> m_rows;
     int m_lastKey = 0;
 };
+
+} // namespace quillmere

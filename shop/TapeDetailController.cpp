@@ -3,6 +3,8 @@
 #include "Dressing.h"
 #include "TapeDetailTexts.h"
 
+namespace quillmere {
+
 void TapeDetailController::setStore(Store* store)
 {
     if (m_store == store)
@@ -150,3 +152,5 @@ void TapeDetailController::playFrom(double seconds)
     Q_EMIT startAtChanged();
     setPlaying(true);
 }
+
+} // namespace quillmere

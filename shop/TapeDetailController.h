@@ -6,6 +6,8 @@
 
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /**
  * State and texts of a tape's screen. It shows the tape as the list had it until the full record arrives from the hub,
  * and the resume position. Screen thread only; the screen creates and owns it; store and hub are set once and must
@@ -15,13 +17,13 @@ class TapeDetailController : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(Store* store READ store WRITE setStore NOTIFY storeChanged REQUIRED FINAL)
-    Q_PROPERTY(HubAPI* hub MEMBER m_hub NOTIFY hubChanged REQUIRED FINAL)
+    Q_PROPERTY(quillmere::Store* store READ store WRITE setStore NOTIFY storeChanged REQUIRED FINAL)
+    Q_PROPERTY(quillmere::HubAPI* hub MEMBER m_hub NOTIFY hubChanged REQUIRED FINAL)
     /** The tape that the screen was opened with; set once. */
-    Q_PROPERTY(Tape tape READ tape WRITE setTape NOTIFY shownTapeChanged FINAL)
+    Q_PROPERTY(quillmere::Tape tape READ tape WRITE setTape NOTIFY shownTapeChanged FINAL)
     /** The full record once fetched, else the tape; and its cover. All that the screen shows comes from these. */
-    Q_PROPERTY(Tape shownTape READ shownTape NOTIFY shownTapeChanged FINAL)
-    Q_PROPERTY(VHSCover cover READ cover NOTIFY shownTapeChanged FINAL)
+    Q_PROPERTY(quillmere::Tape shownTape READ shownTape NOTIFY shownTapeChanged FINAL)
+    Q_PROPERTY(quillmere::VHSCover cover READ cover NOTIFY shownTapeChanged FINAL)
 
     /** Whether the player or the transcript covers the screen. */
     Q_PROPERTY(bool playing READ isPlaying WRITE setPlaying NOTIFY playingChanged FINAL)
@@ -39,7 +41,7 @@ class TapeDetailController : public QObject
     Q_PROPERTY(QString tagline READ tagline NOTIFY shownTapeChanged FINAL)
     Q_PROPERTY(QString synopsis READ synopsis NOTIFY shownTapeChanged FINAL)
     Q_PROPERTY(QString catalogueLine READ catalogueLine NOTIFY shownTapeChanged FINAL)
-    Q_PROPERTY(FactList* facts READ facts CONSTANT FINAL)
+    Q_PROPERTY(quillmere::FactList* facts READ facts CONSTANT FINAL)
 
     /** Text of the first button, and which other buttons are shown. */
     Q_PROPERTY(QString playText READ playText NOTIFY resumePositionChanged FINAL)
@@ -121,3 +123,5 @@ private:
     FactList m_facts;
     TaskScope m_tasks;
 };
+
+} // namespace quillmere

@@ -11,6 +11,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr double megabyte = 1048576;
@@ -102,3 +104,5 @@ QList<TapeFact> TapeDetailTexts::facts(const Tape& tape, const VHSCover& cover)
         facts.append({u"BONUS MATERIALS"_s, documents(tape.documents)});
     return facts;
 }
+
+} // namespace quillmere

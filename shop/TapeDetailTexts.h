@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /** Texts of a tape's screen. Stateless: any thread; independent of the locale. */
 class TapeDetailTexts : public QObject
 {
@@ -45,3 +47,5 @@ public:
     /** The facts about a tape; `cover` is its cover. Optional facts that are empty are left out. */
     static QList<TapeFact> facts(const Tape& tape, const VHSCover& cover);
 };
+
+} // namespace quillmere

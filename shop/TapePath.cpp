@@ -1,5 +1,7 @@
 #include "TapePath.h"
 
+namespace quillmere {
+
 void TapePath::open(CassetteRow* cassettes, int cassette)
 {
     if (!cassettes || cassette < 0 || cassette >= cassettes->rowCount())
@@ -15,3 +17,5 @@ void TapePath::pop()
     m_tapes.removeLast();
     Q_EMIT depthChanged();
 }
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include "CassetteRow.h"
 
+namespace quillmere {
+
 /**
  * The stack of tapes opened from a screen of cassettes; the last one's screen is on top. The tapes are copies, so later
  * changes of the row do not affect them. Screen thread only; owned by the screen's controller.
@@ -19,10 +21,10 @@ public:
 
     int depth() const { return int(m_tapes.size()); }
     /** The tape at a level; 0 is the first. */
-    Q_INVOKABLE Tape tapeAt(int level) const { return m_tapes.value(level); }
+    Q_INVOKABLE quillmere::Tape tapeAt(int level) const { return m_tapes.value(level); }
 
     /** The viewer selected a cassette: pushes its tape. */
-    Q_INVOKABLE void open(CassetteRow* cassettes, int cassette);
+    Q_INVOKABLE void open(quillmere::CassetteRow* cassettes, int cassette);
     /** The viewer went back: removes the last tape, if there is one. */
     Q_INVOKABLE void pop();
 
@@ -32,3 +34,5 @@ Q_SIGNALS:
 private:
     QList<Tape> m_tapes;
 };
+
+} // namespace quillmere

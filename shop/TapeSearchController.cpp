@@ -2,6 +2,8 @@
 
 #include "TapeSearchTexts.h"
 
+namespace quillmere {
+
 void TapeSearchController::setQuery(QString query)
 {
     if (query == m_query)
@@ -53,3 +55,5 @@ void TapeSearchController::showResults(const QList<Tape>& found)
     m_busy = false;
     Q_EMIT outcomeChanged();
 }
+
+} // namespace quillmere

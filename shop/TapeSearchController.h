@@ -4,6 +4,8 @@
 #include "Store.h"
 #include "TapePath.h"
 
+namespace quillmere {
+
 /**
  * State and texts of the tape search: the query, and the results of the search that finished last. Screen thread only;
  * the screen creates and owns it; the store is set once and must outlive it. Its destructor cancels its searches.
@@ -12,14 +14,14 @@ class TapeSearchController : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(Store* store MEMBER m_store NOTIFY storeChanged REQUIRED FINAL)
+    Q_PROPERTY(quillmere::Store* store MEMBER m_store NOTIFY storeChanged REQUIRED FINAL)
     /** The text as typed; typing alone does not start a search. */
     Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY queryChanged FINAL)
     /** Whether a search has finished; whether one is running: of overlapping ones, until the first finishes. */
     Q_PROPERTY(bool searched READ hasSearched NOTIFY outcomeChanged FINAL)
     Q_PROPERTY(bool busy READ isBusy NOTIFY outcomeChanged FINAL)
     /** The tapes found, in the hub's order, with the current row. */
-    Q_PROPERTY(CassetteRow* cassettes READ cassettes CONSTANT FINAL)
+    Q_PROPERTY(quillmere::CassetteRow* cassettes READ cassettes CONSTANT FINAL)
 
     /** What is shown below the field; at most one of these and `busy` is true. */
     Q_PROPERTY(bool showsResults READ showsResults NOTIFY outcomeChanged FINAL)
@@ -28,7 +30,7 @@ class TapeSearchController : public QObject
     Q_PROPERTY(QString noMatchLine READ noMatchLine NOTIFY queryChanged FINAL)
 
     /** The tapes opened from the results. */
-    Q_PROPERTY(TapePath* path READ path CONSTANT FINAL)
+    Q_PROPERTY(quillmere::TapePath* path READ path CONSTANT FINAL)
 
 public:
     using QObject::QObject;
@@ -72,3 +74,5 @@ private:
     TapePath m_path;
     TaskScope m_tasks;
 };
+
+} // namespace quillmere

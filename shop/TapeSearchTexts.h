@@ -3,6 +3,8 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /** Texts of the tape search. Stateless: any thread; independent of the locale. */
 class TapeSearchTexts : public QObject
 {
@@ -33,3 +35,5 @@ public:
         return QStringLiteral("No tapes match “") + query + QStringLiteral("”. Try a different word.");
     }
 };
+
+} // namespace quillmere

@@ -2,8 +2,10 @@
 
 #include "CassetteItem.h"
 
+namespace quillmere {
+
 /** A tape's box front. Its implicit height follows from its width. */
-class VHSBoxFront : public CassetteItem
+class VHSBoxFront : public quillmere::CassetteItem
 {
     Q_OBJECT
     QML_ELEMENT
@@ -13,7 +15,7 @@ public:
 };
 
 /** A tape's box front with the transcript badge, as on a shelf. Its implicit height follows from its width. */
-class VHSShelfCard : public CassetteItem
+class VHSShelfCard : public quillmere::CassetteItem
 {
     Q_OBJECT
     QML_ELEMENT
@@ -21,3 +23,5 @@ class VHSShelfCard : public CassetteItem
 public:
     explicit VHSShelfCard(QQuickItem* parent = nullptr) : CassetteItem(CassetteRenderer::Form::ShelfCard, parent) {}
 };
+
+} // namespace quillmere

@@ -9,6 +9,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 QuillmereTVApp::QuillmereTVApp()
     : m_defaults(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + u"/resume.ini"_s),
       m_http(hubCertificates()), m_hub(m_http), m_store(m_hub, m_defaults)
@@ -31,3 +33,5 @@ void QuillmereTVApp::prepareSound()
     if (!qEnvironmentVariableIsSet("PIPEWIRE_DEBUG") && !logVideo().isInfoEnabled())
         qputenv("PIPEWIRE_DEBUG", "0");
 }
+
+} // namespace quillmere

@@ -9,6 +9,8 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /**
  * Objects that live as long as the process: the store, and the clock, storage and network that it and the screens use.
  * Screen thread only; `main` owns it, and it outlives the window. Each member outlives the members after it.
@@ -18,9 +20,9 @@ class QuillmereTVApp : public QObject
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Created by main.")
-    Q_PROPERTY(Store* store READ store CONSTANT FINAL)
-    Q_PROPERTY(HubAPI* hub READ hub CONSTANT FINAL)
-    Q_PROPERTY(Clock* clock READ clock CONSTANT FINAL)
+    Q_PROPERTY(quillmere::Store* store READ store CONSTANT FINAL)
+    Q_PROPERTY(quillmere::HubAPI* hub READ hub CONSTANT FINAL)
+    Q_PROPERTY(quillmere::Clock* clock READ clock CONSTANT FINAL)
 
 public:
     QuillmereTVApp();
@@ -45,3 +47,5 @@ private:
     HubAPI m_hub;
     Store m_store;
 };
+
+} // namespace quillmere

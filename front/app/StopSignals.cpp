@@ -6,6 +6,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+namespace quillmere {
+
 namespace {
 
 int pipeEnds[2] = {-1, -1}; // read and write end; write() is safe in a signal handler
@@ -38,3 +40,5 @@ StopSignals::~StopSignals()
     for (int& end : pipeEnds)
         close(std::exchange(end, -1));
 }
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include <QObject>
 
+namespace quillmere {
+
 /** Converts SIGINT and SIGTERM to a Qt signal on the screen thread. One per process; it outlives the event loop. */
 class StopSignals : public QObject
 {
@@ -14,3 +16,5 @@ public:
 Q_SIGNALS:
     void stopRequested();
 };
+
+} // namespace quillmere

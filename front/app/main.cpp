@@ -20,6 +20,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 std::unique_ptr<ScreenWindow> createWindow(QQmlEngine& engine, QuillmereTVApp& app)
@@ -98,8 +100,11 @@ int runApplication(QGuiApplication& application)
 
 } // namespace
 
+} // namespace quillmere
+
 int main(int argc, char* argv[])
 {
+    using namespace quillmere;
     logging::silenceLibraries();
     // These set environment variables, so they run before any other thread starts.
     QuillmereTVApp::prepareSound();

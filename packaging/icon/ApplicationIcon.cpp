@@ -9,6 +9,8 @@
 
 #include <QPainter>
 
+namespace quillmere {
+
 namespace {
 
 // Geometry in points.
@@ -78,3 +80,5 @@ void ApplicationIcon::paint(QPainter& painter)
         painter.restore();
     }
 }
+
+} // namespace quillmere

@@ -5,11 +5,11 @@ class QPainter;
 /**
  * The program's icon, drawn by the painters of the front screen: a television with colour bars, a shelf and a lit lamp.
  */
-namespace ApplicationIcon {
+namespace quillmere::ApplicationIcon {
 
 constexpr int side = 256; ///< points
 
 /** Paints the icon into a square of size `side` with its top left corner at the origin. Needs a QGuiApplication. */
 void paint(QPainter& painter);
 
-} // namespace ApplicationIcon
+} // namespace quillmere::ApplicationIcon

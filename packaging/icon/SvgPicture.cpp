@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QPainterPath>
 
+namespace quillmere {
+
 namespace {
 
 /** Formats with at most two decimals, which is precise enough for a picture of 256 points. */
@@ -165,3 +167,5 @@ int SvgPicture::metric(PaintDeviceMetric metric) const
         return QPaintDevice::metric(metric);
     }
 }
+
+} // namespace quillmere

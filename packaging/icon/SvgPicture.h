@@ -7,6 +7,8 @@
 
 class QPaintEngine;
 
+namespace quillmere {
+
 /**
  * Paint device that records painting as SVG. Supports only shapes that are filled with colours or linear gradients and
  * outlined with colours. Unlike Qt SVG, the output is identical with every version of Qt.
@@ -30,3 +32,5 @@ private:
     int m_side;
     std::unique_ptr<Engine> m_engine;
 };
+
+} // namespace quillmere

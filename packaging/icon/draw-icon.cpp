@@ -11,6 +11,7 @@
 
 int main(int argc, char* argv[])
 {
+    using namespace quillmere;
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     if (argc != 2) {

@@ -7,6 +7,8 @@
 #include <functional>
 #include <memory>
 
+namespace quillmere {
+
 /**
  * The time source for the whole program, including countdown, ticker and timers. Screen thread only. It outlives all
  * its users. It is a QObject so that QML can pass it from screen to screen.
@@ -35,3 +37,5 @@ public:
     [[nodiscard]] virtual std::unique_ptr<Timer> after(std::chrono::milliseconds delay,
                                                        std::function<void()> callback) = 0;
 };
+
+} // namespace quillmere

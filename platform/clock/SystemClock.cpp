@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+namespace quillmere {
+
 namespace {
 
 class SystemTimer : public Clock::Timer
@@ -41,3 +43,5 @@ std::unique_ptr<Clock::Timer> SystemClock::after(std::chrono::milliseconds delay
 {
     return std::make_unique<SystemTimer>(delay, std::move(callback));
 }
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+namespace quillmere {
+
 /** Persistent numbers by key, kept between runs of the program. Screen thread only; must outlive its users. */
 class Defaults
 {
@@ -15,3 +17,5 @@ public:
     virtual void setNumber(const QString& key, double value) = 0;
     virtual void remove(const QString& key) = 0;
 };
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 #include <utility>
 
+namespace quillmere {
+
 IniDefaults::IniDefaults(QString path) : m_path(std::move(path)) {}
 
 const QMap<QString, QVariant>& IniDefaults::values() const
@@ -71,3 +73,5 @@ bool IniDefaults::writeChanges()
     }
     return false;
 }
+
+} // namespace quillmere

@@ -10,6 +10,8 @@
 #include <mutex>
 #include <optional>
 
+namespace quillmere {
+
 /**
  * Defaults stored in an INI file. The file is read once, at the first access. A background thread writes it by
  * replacing the whole file; changes made during a write are combined into the next one. A damaged file is renamed
@@ -45,3 +47,5 @@ private:
     bool m_isScheduled = false;          ///< a write is queued
     Worker m_worker; ///< last member: destroyed first, which waits for the thread that uses the others
 };
+
+} // namespace quillmere

@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 bool isControlCharacter(char c)
@@ -80,3 +82,5 @@ bool IniFile::write(const QString& path, const QMap<QString, QVariant>& changes,
     settings.sync();
     return settings.status() == QSettings::NoError;
 }
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 #include <QString>
 #include <QVariant>
 
+namespace quillmere {
+
 /** Contents of an INI file. The functions may be called on any thread, but only one at a time for the same file. */
 struct IniFile
 {
@@ -21,3 +23,5 @@ struct IniFile
     static bool write(const QString& path, const QMap<QString, QVariant>& changes,
                       const QMap<QString, QVariant>& allValues);
 };
+
+} // namespace quillmere

@@ -9,6 +9,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 QThread* thread = nullptr;
@@ -121,3 +123,5 @@ void DesktopLink::shutDown()
     connect(m_inhibitor.get(), &ScreenSaverInhibitor::becameIdle, this, &QObject::deleteLater);
     QTimer::singleShot(closeTimeout, this, &QObject::deleteLater);
 }
+
+} // namespace quillmere

@@ -7,6 +7,8 @@
 #include <atomic>
 #include <memory>
 
+namespace quillmere {
+
 /**
  * Connection of a DesktopPresence or a WakeLock to the session bus. Owns the screensaver inhibitor and, if given, the
  * MPRIS player. Does nothing if the bus cannot be reached. Created on the screen thread. Lives on the desktop thread,
@@ -39,3 +41,5 @@ private:
     std::unique_ptr<MprisPlayer> m_mpris;              ///< null after `close`
     std::unique_ptr<ScreenSaverInhibitor> m_inhibitor; ///< null without a connection
 };
+
+} // namespace quillmere

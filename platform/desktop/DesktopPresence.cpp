@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace quillmere {
+
 namespace {
 
 /** A larger forward step of the position, in seconds, is a seek and not normal playback. */
@@ -123,3 +125,5 @@ MprisState DesktopPresence::state() const
     state.playback = isPaused ? MprisState::Playback::Paused : MprisState::Playback::Playing;
     return state;
 }
+
+} // namespace quillmere

@@ -8,6 +8,8 @@
 
 #include <memory>
 
+namespace quillmere {
+
 class DesktopLink;
 class IdleInhibitor;
 class MprisPlayer;
@@ -47,3 +49,5 @@ private:
     MprisState m_publishedState;
     double m_position = 0; ///< seconds
 };
+
+} // namespace quillmere

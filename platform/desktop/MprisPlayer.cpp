@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr auto objectPath = "/org/mpris/MediaPlayer2"_L1;
@@ -103,3 +105,5 @@ void MprisPlayer::notifySeeked(qint64 microseconds)
 {
     Q_EMIT m_interface->Seeked(microseconds);
 }
+
+} // namespace quillmere

@@ -10,6 +10,8 @@
 #include <atomic>
 #include <optional>
 
+namespace quillmere {
+
 class MprisPlayerInterface;
 
 /**
@@ -65,3 +67,5 @@ private:
     MprisPlayerInterface* m_interface = nullptr; ///< child of this object
     QString m_serviceName;                       ///< registered bus name; empty if both possible names were in use
 };
+
+} // namespace quillmere

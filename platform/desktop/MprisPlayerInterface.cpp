@@ -2,6 +2,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 QVariantMap MprisPlayerInterface::notifiedProperties() const
 {
     return {
@@ -61,3 +63,5 @@ void MprisPlayerInterface::SetPosition(const QDBusObjectPath& TrackId, qlonglong
     if (canSeek() && TrackId == m_player->trackId() && Position >= 0 && Position <= m_player->state().length)
         Q_EMIT m_player->positionRequested(Position);
 }
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 #include <QDBusAbstractAdaptor>
 
+namespace quillmere {
+
 /** D-Bus interface `org.mpris.MediaPlayer2.Player`: playback state and control. Created and owned by MprisPlayer. */
 class MprisPlayerInterface : public QDBusAbstractAdaptor
 {
@@ -54,3 +56,5 @@ public Q_SLOTS:
 private:
     MprisPlayer* m_player;
 };
+
+} // namespace quillmere

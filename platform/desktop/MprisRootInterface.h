@@ -5,6 +5,8 @@
 #include <QDBusAbstractAdaptor>
 #include <QStringList>
 
+namespace quillmere {
+
 /** D-Bus interface `org.mpris.MediaPlayer2`: which program this is. Created and owned by MprisPlayer. */
 class MprisRootInterface : public QDBusAbstractAdaptor
 {
@@ -33,3 +35,5 @@ public Q_SLOTS:
 private:
     MprisPlayer* m_player;
 };
+
+} // namespace quillmere

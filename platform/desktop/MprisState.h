@@ -2,6 +2,8 @@
 
 #include <QString>
 
+namespace quillmere {
+
 /** State of the player as published by MPRIS. Times are in microseconds; texts may have any length. */
 struct MprisState
 {
@@ -18,3 +20,5 @@ struct MprisState
 
     bool operator==(const MprisState&) const = default;
 };
+
+} // namespace quillmere

@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr auto service = "org.freedesktop.ScreenSaver"_L1;
@@ -139,3 +141,5 @@ void ScreenSaverInhibitor::watch(const QDBusPendingCall& call, std::function<voi
             Q_EMIT becameIdle();
     });
 }
+
+} // namespace quillmere

@@ -8,6 +8,8 @@
 #include <functional>
 #include <optional>
 
+namespace quillmere {
+
 /**
  * Prevents the screensaver and screen blanking through the service `org.freedesktop.ScreenSaver` on the bus. The
  * service may be missing, start late, be slow or restart. No call blocks. Errors are not reported, because the viewer
@@ -52,3 +54,5 @@ private:
     QString m_serviceOwner;          ///< unique bus name of the service that was asked
     int m_pendingCalls = 0;
 };
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 QString SessionBus::address()
 {
     const QString given = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
@@ -19,3 +21,5 @@ QString SessionBus::address()
         return {};
     return "unix:path="_L1 + QString::fromLatin1(QUrl::toPercentEncoding(socket, "/"));
 }
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include "DesktopLink.h"
 
+namespace quillmere {
+
 WakeLock::WakeLock(const QString& reason, const QString& busAddress)
 {
     if (busAddress.isEmpty())
@@ -15,3 +17,5 @@ WakeLock::~WakeLock()
     if (m_link != nullptr)
         m_link->close();
 }
+
+} // namespace quillmere

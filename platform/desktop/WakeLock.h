@@ -3,6 +3,8 @@
 #include "IdleInhibitor.h"
 #include "SessionBus.h"
 
+namespace quillmere {
+
 class DesktopLink;
 
 /**
@@ -25,3 +27,5 @@ private:
     IdleInhibitor m_idleInhibitor;
     DesktopLink* m_link = nullptr; ///< destroys itself after close(); null without a bus
 };
+
+} // namespace quillmere

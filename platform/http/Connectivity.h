@@ -2,6 +2,8 @@
 
 #include <QObject>
 
+namespace quillmere {
+
 /** Whether the machine is connected to a network. Lives on the network thread. */
 class Connectivity : public QObject
 {
@@ -15,3 +17,5 @@ Q_SIGNALS:
     /** isOnline() may have changed. */
     void changed();
 };
+
+} // namespace quillmere

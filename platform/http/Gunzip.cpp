@@ -6,6 +6,8 @@
 #include <array>
 #include <utility>
 
+namespace quillmere {
+
 struct Gunzip::Stream : z_stream
 {};
 
@@ -73,3 +75,5 @@ void Gunzip::matchNextMember()
         m_state = State::InMember;
     }
 }
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+namespace quillmere {
+
 /**
  * Incremental gzip decompression. The data may consist of several members; any other data after a member is ignored.
  * QNetworkAccessManager is not used for this, because it accepts a truncated body as complete. Any thread; not
@@ -37,3 +39,5 @@ private:
     State m_state = State::InMember;
     std::size_t m_matchedBytes = 0; ///< bytes of a next member's magic number that were found so far
 };
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 
 #include <utility>
 
+namespace quillmere {
+
 namespace {
 
 /** Limits for receiving an unwanted body: the rest of a small one costs less than a new connection. */
@@ -96,3 +98,5 @@ void HttpChannel::closeConnections()
     if (m_network)
         std::exchange(m_network, nullptr)->deleteLater();
 }
+
+} // namespace quillmere

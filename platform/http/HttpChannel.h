@@ -6,6 +6,8 @@
 #include <QSslConfiguration>
 #include <QTimer>
 
+namespace quillmere {
+
 /**
  * Sends one request at a time and reuses its connection for the next one. Network thread only; the session owns it.
  *
@@ -57,3 +59,5 @@ private:
     QTimer m_drainTimer;
     qint64 m_drainedBytes = 0;
 };
+
+} // namespace quillmere

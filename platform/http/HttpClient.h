@@ -9,6 +9,8 @@
 #include <stop_token>
 #include <tl/expected.hpp>
 
+namespace quillmere {
+
 /** One GET. */
 struct HttpRequest
 {
@@ -69,3 +71,5 @@ public:
      */
     virtual QCoro::Task<HttpResult> get(HttpRequest request, std::stop_token token) = 0;
 };
+
+} // namespace quillmere

@@ -9,6 +9,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr int maxRedirects = 20;
@@ -371,3 +373,5 @@ void HttpExchange::closeReply()
     m_reply = nullptr;
     std::exchange(m_channel, nullptr)->release();
 }
+
+} // namespace quillmere

@@ -10,6 +10,8 @@
 
 #include <functional>
 
+namespace quillmere {
+
 /**
  * Performs one GET: sends it, follows redirects, revalidates a cached response, enforces the limits, and waits for the
  * network if the machine is offline. Lives on the network thread; the engine owns it. Destroying it aborts the request
@@ -75,3 +77,5 @@ private:
     QDeadlineTimer m_waitLimit;                  ///< end of all waits for the network together; set by the first one
     std::optional<HttpFailure> m_networkFailure; ///< the failure that started the wait for the network
 };
+
+} // namespace quillmere

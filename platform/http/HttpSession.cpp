@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 namespace {
 
 constexpr std::size_t maxChannels = 6; // as many as browsers open to one server
@@ -57,3 +59,5 @@ void HttpSession::trustSystemCertificates()
     m_trustsSystemCertificates = true;
     m_tls.setCaCertificates(QSslConfiguration::systemCaCertificates() + m_extraCertificates);
 }
+
+} // namespace quillmere

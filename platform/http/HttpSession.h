@@ -11,6 +11,8 @@
 #include <memory>
 #include <vector>
 
+namespace quillmere {
+
 /**
  * State shared by all exchanges of a client: channels, cache, cookies and trusted certificates. Lives on the network
  * thread and outlives the exchanges.
@@ -56,3 +58,5 @@ private:
     QNetworkCookieJar m_cookies;
     std::vector<std::unique_ptr<HttpChannel>> m_channels;
 };
+
+} // namespace quillmere

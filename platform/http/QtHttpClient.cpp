@@ -9,6 +9,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /**
  * The part of QtHttpClient that lives on the network thread: owns and runs the exchanges. It creates the session with
  * the first request, so that certificates and the TLS library are loaded on the network thread. Created on the screen
@@ -154,3 +156,5 @@ void QtHttpClient::resolve(Id id, HttpResult result)
         return;
     m_pending.take(id).resolve(std::move(result));
 }
+
+} // namespace quillmere

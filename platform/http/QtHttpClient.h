@@ -10,6 +10,8 @@
 
 #include <memory>
 
+namespace quillmere {
+
 class HttpEngine;
 
 /**
@@ -45,3 +47,5 @@ private:
     bool m_isClosing = false;
     QThread m_thread;
 };
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 namespace {
 
 constexpr qsizetype overhead = 512; // bytes counted for a response besides its body; bounds the number of small ones
@@ -43,3 +45,5 @@ void ResponseCache::remove(const QUrl& url)
 {
     m_responses.remove(keyOf(url));
 }
+
+} // namespace quillmere

@@ -8,6 +8,8 @@
 
 class QNetworkReply;
 
+namespace quillmere {
+
 /** A body that may be used again after the server has confirmed it (304 Not Modified). */
 struct CachedResponse
 {
@@ -37,3 +39,5 @@ public:
 private:
     QCache<QUrl, CachedResponse> m_responses;
 };
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 #include <cctype>
 #include <string_view>
 
+namespace quillmere {
+
 namespace {
 
 constexpr int firstInterim = 100;
@@ -215,3 +217,5 @@ bool ResponseParser::fail()
     m_unread.clear();
     return false;
 }
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 
 #include <utility>
 
+namespace quillmere {
+
 /**
  * Incremental parser for one HTTP/1 response. Skips interim responses (status 100 to 199). Decodes a chunked body or
  * ends it at its Content-Length. Any thread; not thread-safe.
@@ -64,3 +66,5 @@ private:
     int m_interimStatus = 0;
     qint64 m_remaining = 0; ///< bytes that are still missing from the body or the current chunk
 };
+
+} // namespace quillmere

@@ -9,6 +9,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 /** The text, translated, that QNetworkAccessManager uses for the same error. */
@@ -195,3 +197,5 @@ qint64 SocketReply::readData(char* data, qint64 maxBytes)
     m_body.remove(0, length);
     return length == 0 && isFinished() ? -1 : length;
 }
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 #include <QSslSocket>
 #include <QTimer>
 
+namespace quillmere {
+
 /**
  * One GET over a connection of its own, which is closed afterwards. Skips interim responses (1xx), which
  * QNetworkAccessManager of Qt 6.4 does not. If no final response follows, reports the interim status. Does not follow
@@ -43,3 +45,5 @@ private:
     ResponseParser m_parser;
     QByteArray m_body; ///< decoded bytes that have not been read yet
 };
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include <QNetworkInformation>
 
+namespace quillmere {
+
 bool SystemConnectivity::isOnline()
 {
     if (!m_isLoaded) {
@@ -18,3 +20,5 @@ bool SystemConnectivity::isOnline()
     return reachability == QNetworkInformation::Reachability::Online ||
            reachability == QNetworkInformation::Reachability::Unknown;
 }
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 class QNetworkInformation;
 
+namespace quillmere {
+
 /**
  * The system's state, from any available QNetworkInformation backend; NetworkManager is not needed. Network thread
  * only.
@@ -17,3 +19,5 @@ private:
     QNetworkInformation* m_information = nullptr; ///< Qt's singleton; null if no backend could be loaded
     bool m_isLoaded = false;
 };
+
+} // namespace quillmere

@@ -4,6 +4,9 @@
 #include <utility>
 
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using std::chrono::milliseconds;
 
 namespace {
@@ -66,3 +69,5 @@ void KeyRepeat::step()
     startTimer();
     m_step();
 }
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 #include <functional>
 #include <memory>
 
+namespace quillmere {
+
 /**
  * Auto-repeat of a held button: the first step 400 ms after the press, then 8 steps a second, and 25 a second from 2
  * seconds on. A step is delivered only when no other event is pending, so that none follows the release, however slow
@@ -36,3 +38,5 @@ private:
     std::chrono::milliseconds m_nextAt{0};    ///< clock time of the next step
     std::unique_ptr<Clock::Timer> m_timer;
 };
+
+} // namespace quillmere

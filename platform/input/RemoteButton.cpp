@@ -2,6 +2,8 @@
 
 #include <Qt>
 
+namespace quillmere {
+
 namespace {
 
 using enum RemoteButton;
@@ -127,3 +129,5 @@ const CanonicalKey* canonicalKey(RemoteButton button)
     }
     return nullptr;
 }
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 #include <span>
 
+namespace quillmere {
+
 /** The buttons of a remote control, whichever way they are received. */
 enum class RemoteButton {
     None,
@@ -55,3 +57,5 @@ RemoteButton remoteButton(int key, quint32 scanCode);
 
 /** The row of a button; null for None. */
 const CanonicalKey* canonicalKey(RemoteButton button);
+
+} // namespace quillmere

@@ -7,6 +7,8 @@
 
 #include <utility>
 
+namespace quillmere {
+
 namespace {
 
 // Milliseconds. The release and the press of a repeat have the same time, and no system repeats faster than this.
@@ -114,3 +116,5 @@ void RemoteInput::sendKey(QEvent::Type type, int key, const QString& text, bool 
     QKeyEvent event(type, key, Qt::NoModifier, text, isRepeat);
     QCoreApplication::sendEvent(m_window, &event);
 }
+
+} // namespace quillmere

@@ -9,6 +9,8 @@
 class QKeyEvent;
 class QWindow;
 
+namespace quillmere {
+
 /**
  * Translates the keys of a remote that a window receives into one Qt key per button, before any other handler sees
  * them. Select, Back and play/pause act once per press. Other buttons repeat while held, at the program's own rate on
@@ -45,3 +47,5 @@ private:
     quint64 m_releasedAt = 0;                        ///< time of the latest release, in milliseconds
     bool m_isSending = false;
 };
+
+} // namespace quillmere

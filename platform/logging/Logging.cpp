@@ -4,6 +4,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 // The threshold QtCriticalMsg keeps the categories silent until a logging rule enables them.
 Q_LOGGING_CATEGORY(logDisplay, "quillmere.display", QtCriticalMsg)
 Q_LOGGING_CATEGORY(logFocus, "quillmere.focus", QtCriticalMsg)
@@ -24,3 +26,5 @@ QString logging::withoutQueries(QString text)
     static const QRegularExpression query(u"\\?[^\\s'\"]*"_s);
     return text.remove(query);
 }
+
+} // namespace quillmere

@@ -3,6 +3,8 @@
 #include <QLoggingCategory>
 #include <QString>
 
+namespace quillmere {
+
 /**
  * Logging categories for fault finding. They are silent unless enabled by Qt's logging rules, for instance by
  * QT_LOGGING_RULES="quillmere.*=true"; then each event is one line on standard error. For privacy only URL paths are
@@ -25,3 +27,5 @@ void silenceLibraries();
 QString withoutQueries(QString text);
 
 } // namespace logging
+
+} // namespace quillmere

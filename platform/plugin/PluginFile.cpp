@@ -6,6 +6,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 QString pluginFile(const QString& name, const QStringList& folders)
 {
     const QDir program(QCoreApplication::applicationDirPath());
@@ -16,3 +18,5 @@ QString pluginFile(const QString& name, const QStringList& folders)
     }
     return {};
 }
+
+} // namespace quillmere

@@ -1,5 +1,7 @@
 #pragma once
 
+namespace quillmere {
+
 /**
  * Switches the outputs of a display server off and on, over a connection of its own. Used on one background thread,
  * because each call may block: for a Wayland compositor that does not respond, at most a few seconds.
@@ -20,3 +22,5 @@ public:
  */
 using CreateDisplayOutputs = DisplayOutputs* (*)(const char* platform);
 inline constexpr auto createDisplayOutputsName = "quillmereCreateDisplayOutputs";
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include "Completion.h"
 
+namespace quillmere {
+
 /** Switches the display off and on. The calls do not block. Screen thread only. */
 class DisplayPower
 {
@@ -12,3 +14,5 @@ public:
     /** Resolved when the display is on or cannot be switched on. Frames drawn before that may never be shown. */
     virtual Completion<bool> switchOn() = 0;
 };
+
+} // namespace quillmere

@@ -10,6 +10,9 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using std::chrono::milliseconds;
 
 namespace {
@@ -163,3 +166,5 @@ QCoro::Task<> DisplaySleep::finishWaking()
     if (!token.stop_requested() && !m_isAsleep)
         Q_EMIT asleepChanged(false);
 }
+
+} // namespace quillmere

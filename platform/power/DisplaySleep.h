@@ -9,9 +9,12 @@
 
 #include <optional>
 
-class DisplayPower;
 class QKeyEvent;
 class QWindow;
+
+namespace quillmere {
+
+class DisplayPower;
 
 /**
  * Switches the display off after a period without key presses and without playback. Switches it on again at the next
@@ -66,3 +69,5 @@ private:
     quint64 m_releasedAt = 0; ///< time stamp of its last release, in milliseconds; 0 while it is held down
     TaskScope m_tasks;
 };
+
+} // namespace quillmere

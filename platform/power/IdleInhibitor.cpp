@@ -1,5 +1,7 @@
 #include "IdleInhibitor.h"
 
+namespace quillmere {
+
 namespace {
 
 int inhibitorCount = 0;
@@ -28,3 +30,5 @@ IdleInhibitors& IdleInhibitors::instance()
     static IdleInhibitors inhibitors;
     return inhibitors;
 }
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include <QObject>
 
+namespace quillmere {
+
 /**
  * Prevents display sleep while at least one instance exists. Exists while something plays. Screen thread only;
  * its owner may destroy it at any time.
@@ -28,3 +30,5 @@ public:
 Q_SIGNALS:
     void activeChanged(bool isActive);
 };
+
+} // namespace quillmere

@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 class SystemDisplayPower::Display
 {
 public:
@@ -88,3 +90,5 @@ Completion<bool> SystemDisplayPower::switchOn()
         return true;
     });
 }
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 
 #include <QString>
 
+namespace quillmere {
+
 /**
  * Switches the outputs of the Wayland compositor or the X server, through a plug-in that is loaded at the first
  * switchOff(). Also writes "on" or "off" to a state file for other programs; the constructor writes "on". If the
@@ -30,3 +32,5 @@ private:
     Worker m_worker;
     bool m_isOff = false;
 };
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+namespace quillmere {
+
 Canvas::Canvas(QQuickItem* parent) : QQuickItem(parent)
 {
     setSize(points);
@@ -51,3 +53,5 @@ void Canvas::fit()
     m_visibleArea = visible;
     Q_EMIT visibleAreaChanged();
 }
+
+} // namespace quillmere

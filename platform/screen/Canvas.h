@@ -2,6 +2,8 @@
 
 #include <QQuickItem>
 
+namespace quillmere {
+
 /**
  * The layout area of every screen: 1920 by 1080 points, scaled uniformly to fit its parent and centred in it.
  * Screen thread only; owned by its parent item.
@@ -33,3 +35,5 @@ private:
     QRectF m_visibleArea{QPointF(), points};
     QList<QMetaObject::Connection> m_connections;
 };
+
+} // namespace quillmere

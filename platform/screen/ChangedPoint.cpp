@@ -3,6 +3,8 @@
 #include <QQuickWindow>
 #include <QSGSimpleRectNode>
 
+namespace quillmere {
+
 ChangedPoint::ChangedPoint(QQuickItem* parent) : QQuickItem(parent)
 {
     setFlag(ItemHasContents);
@@ -27,3 +29,5 @@ void ChangedPoint::markChanged()
     if (m_node)
         m_node->markDirty(QSGNode::DirtyMaterial);
 }
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 class QSGSimpleRectNode;
 
+namespace quillmere {
+
 /**
  * A transparent pixel that is marked dirty in every rendered frame; it requests no frame itself. Without it, a frame in
  * which nothing has changed is committed without damage. A Wayland compositor such as cage 0.1 then sends no frame
@@ -27,3 +29,5 @@ private:
 
     QSGSimpleRectNode* m_node = nullptr; ///< owned by the scene graph, which the software renderer runs on this thread
 };
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 #include <QQmlContext>
 #include <QQuickItem>
 
+namespace quillmere {
+
 QQuickItem* createItem(QQmlComponent& component, QQuickItem& parent,
                        const std::function<QVariantMap(QQuickItem& item)>& initialize)
 {
@@ -26,3 +28,5 @@ QQuickItem* createItem(QQmlComponent& component, QQuickItem& parent,
         object->deleteLater();
     return nullptr;
 }
+
+} // namespace quillmere

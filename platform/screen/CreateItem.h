@@ -7,6 +7,8 @@
 class QQmlComponent;
 class QQuickItem;
 
+namespace quillmere {
+
 /**
  * Creates an item from `component` as a child of `parent`, which owns it. Returns null, after a warning, if that fails.
  * `initialize` is called before the item's bindings are evaluated; it returns the initial properties. Screen thread
@@ -14,3 +16,5 @@ class QQuickItem;
  */
 QQuickItem* createItem(QQmlComponent& component, QQuickItem& parent,
                        const std::function<QVariantMap(QQuickItem& item)>& initialize);
+
+} // namespace quillmere

@@ -1,5 +1,7 @@
 #include "CurrentRowModel.h"
 
+namespace quillmere {
+
 void CurrentRowModel::setCurrentRow(int row)
 {
     if (row == m_currentRow || row < 0 || row >= rowCount())
@@ -26,3 +28,5 @@ void CurrentRowModel::reset(int currentRow, const std::function<void()>& change)
     if (isNew)
         Q_EMIT currentRowChanged();
 }
+
+} // namespace quillmere

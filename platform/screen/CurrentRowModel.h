@@ -5,6 +5,8 @@
 
 #include <functional>
 
+namespace quillmere {
+
 /**
  * A list model with a current row: the row whose item in the `LazyStack` has or last had the focus. The rows and the
  * current row always change together, in one model reset, so that the stack never sees a row number of the old rows.
@@ -41,3 +43,5 @@ private:
     int m_currentRow = -1;
     bool m_hasFocus = false;
 };
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 
 #include <cmath>
 
+namespace quillmere {
+
 DevicePixels::DevicePixels(const QQuickItem& item)
 {
     const QTransform toScene = item.itemTransform(nullptr, nullptr);
@@ -19,3 +21,5 @@ qreal snapToDevicePixels(const QQuickItem& item, Qt::Orientation orientation, qr
     const qreal pixels = orientation == Qt::Vertical ? scale.height() : scale.width();
     return pixels > 0 ? std::round(length * pixels) / pixels : length;
 }
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 
 class QQuickItem;
 
+namespace quillmere {
+
 /** Position and scale of an item on the device. Rotation and shear are ignored. A value. */
 struct DevicePixels
 {
@@ -21,3 +23,5 @@ struct DevicePixels
  * such lengths stays sharp. Screen thread only.
  */
 qreal snapToDevicePixels(const QQuickItem& item, Qt::Orientation orientation, qreal length);
+
+} // namespace quillmere

@@ -1,5 +1,7 @@
 #pragma once
 
+namespace quillmere {
+
 class Focusable;
 
 /** An item that acts when an item inside it gets the focus, such as a list or a scroll area. Screen thread only. */
@@ -16,3 +18,5 @@ protected:
     FocusContainer() = default;
     ~FocusContainer() = default;
 };
+
+} // namespace quillmere

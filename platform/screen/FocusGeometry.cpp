@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace quillmere {
+
 namespace {
 
 // Points. Fractional layout may make neighbours overlap, or items of one line differ in position, by this much.
@@ -78,3 +80,5 @@ qsizetype FocusGeometry::topmostLeading(const QList<QRectF>& targets)
     };
     return std::min_element(targets.begin(), targets.end(), before) - targets.begin();
 }
+
+} // namespace quillmere

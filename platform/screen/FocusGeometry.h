@@ -7,7 +7,7 @@
  * Finds the next focus target among rectangles of one coordinate system. Pure functions. `arrow` is Qt::Key_Up, Down,
  * Left or Right. Each function returns an index into `targets`, -1 for none.
  */
-namespace FocusGeometry {
+namespace quillmere::FocusGeometry {
 
 enum class Beam {
     Needed, ///< a target must overlap `from` on the axis perpendicular to the arrow
@@ -26,4 +26,4 @@ qsizetype closest(const QRectF& to, const QList<QRectF>& targets);
 /** The leftmost target of the topmost line. */
 qsizetype topmostLeading(const QList<QRectF>& targets);
 
-} // namespace FocusGeometry
+} // namespace quillmere::FocusGeometry

@@ -12,15 +12,18 @@
 #include <algorithm>
 #include <utility>
 
+namespace quillmere {
+
 namespace {
 
 // Part of the viewport that one key press scrolls; the rest leaves a line or two visible to continue reading from.
 constexpr qreal readingScrollStep = 0.8;
 
-/** Type name of an item, without the suffix added by the QML engine. */
+/** Type name of an item, without its namespace and the suffix added by the QML engine. */
 QByteArray typeName(const QObject& item)
 {
-    return QByteArray(item.metaObject()->className()).replace("_QML", "\n").split('\n').constFirst();
+    const QByteArray name = QByteArray(item.metaObject()->className()).replace("_QML", "\n").split('\n').constFirst();
+    return name.sliced(name.lastIndexOf(':') + 1);
 }
 
 bool isVertical(int arrow)
@@ -214,3 +217,5 @@ bool FocusScreen::scrollFocused(int arrow)
     }
     return false;
 }
+
+} // namespace quillmere

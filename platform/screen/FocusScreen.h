@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <QRectF>
 
+namespace quillmere {
+
 class FocusSection;
 
 /**
@@ -20,7 +22,7 @@ class FocusScreen : public QQuickItem
     Q_OBJECT
     QML_ELEMENT
     /** The focused item, also while the screen is not in front; null if there is none. */
-    Q_PROPERTY(Focusable* focused READ focused NOTIFY focusedChanged FINAL)
+    Q_PROPERTY(quillmere::Focusable* focused READ focused NOTIFY focusedChanged FINAL)
 
 public:
     explicit FocusScreen(QQuickItem* parent = nullptr);
@@ -88,3 +90,5 @@ private:
     QMetaObject::Connection m_windowConnection; ///< window changes of the focused item
     bool m_isEnsureQueued = false;
 };
+
+} // namespace quillmere

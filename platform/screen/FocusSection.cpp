@@ -3,6 +3,8 @@
 #include "FocusScreen.h"
 #include "LazyStack.h"
 
+namespace quillmere {
+
 FocusSection::FocusSection(QQuickItem* parent) : QQuickItem(parent) {}
 
 FocusSection* FocusSection::enclosingSection(const QQuickItem* item)
@@ -39,3 +41,5 @@ void FocusSection::onFocusInside(Focusable& focused, bool)
         }
     }
 }
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 
 #include <QPointer>
 
+namespace quillmere {
+
 class LazyStack;
 
 /**
@@ -40,3 +42,5 @@ private:
     QPointer<LazyStack> m_stack;   ///< the one focused last
     QPointer<Focusable> m_focused; ///< the item focused last; null if it is in m_stack
 };
+
+} // namespace quillmere

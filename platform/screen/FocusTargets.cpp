@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <iterator>
 
+namespace quillmere {
+
 using FocusGeometry::Beam;
 
 namespace {
@@ -133,3 +135,5 @@ QList<QRectF> FocusTargets::rects(const Targets& targets)
         rects.append(target.rect);
     return rects;
 }
+
+} // namespace quillmere

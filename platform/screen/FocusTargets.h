@@ -3,10 +3,13 @@
 #include <QList>
 #include <QRectF>
 
+class QQuickItem;
+
+namespace quillmere {
+
 class Focusable;
 class FocusScreen;
 class FocusSection;
-class QQuickItem;
 
 /**
  * Rectangle of `item` in coordinates of its ancestor `plane`, after all running scrolls and without a focused card's
@@ -50,3 +53,5 @@ private:
     const FocusScreen& m_screen;
     Targets m_targets;
 };
+
+} // namespace quillmere

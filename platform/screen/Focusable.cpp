@@ -4,6 +4,8 @@
 
 #include <QKeyEvent>
 
+namespace quillmere {
+
 Focusable::Focusable(QQuickItem* parent) : QQuickItem(parent) {}
 
 void Focusable::keyPressEvent(QKeyEvent* event)
@@ -39,3 +41,5 @@ void Focusable::notifyScreen()
     if (FocusScreen* const screen = FocusScreen::enclosingScreen(this))
         screen->ensureFocusLater();
 }
+
+} // namespace quillmere

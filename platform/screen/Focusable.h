@@ -2,6 +2,8 @@
 
 #include <QQuickItem>
 
+namespace quillmere {
+
 /**
  * An item that can have the remote's focus and be selected; its children draw it. It is focusable while it is visible,
  * enabled and not empty. `activeFocus` tells whether it is focused. Screen thread only; owned by its parent item.
@@ -33,3 +35,5 @@ private:
 
     bool m_preferred = false;
 };
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include "Canvas.h"
 
+namespace quillmere {
+
 FullBleed::FullBleed(QQuickItem* parent) : QQuickItem(parent)
 {
     findCanvas();
@@ -41,3 +43,5 @@ void FullBleed::updateGeometry()
     setPosition(area.topLeft());
     setSize(area.size());
 }
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include <QQuickItem>
 
+namespace quillmere {
+
 class Canvas;
 
 /**
@@ -26,3 +28,5 @@ private:
     const Canvas* m_canvas = nullptr;
     QList<QMetaObject::Connection> m_connections;
 };
+
+} // namespace quillmere

@@ -8,6 +8,8 @@
 #include <QScopedValueRollback>
 #include <QVariantAnimation>
 
+namespace quillmere {
+
 FullScreenCover::FullScreenCover(QQuickItem* parent) : QQuickItem(parent) {}
 
 FullScreenCover::~FullScreenCover()
@@ -186,3 +188,5 @@ qreal FullScreenCover::slideLength() const
     const qreal length = window() ? mapRectFromScene(QRectF(QPointF(), window()->size())).height() : height();
     return std::max(length, 1.0);
 }
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 #include <QQmlComponent>
 #include <QVariantMap>
 
+namespace quillmere {
+
 /**
  * Presents a screen over its own screen. Setting `screen` slides the new screen up in 0.3 s; setting it to null slides
  * it down and destroys it. Keys move to the new screen, and back to the screen beneath, before the animation. If the
@@ -22,7 +24,7 @@ class FullScreenCover : public QQuickItem
     /** Item that is fully covered by the presented screen; its `visible` is set to false while it is. */
     Q_PROPERTY(QQuickItem* beneath READ beneath WRITE setBeneath NOTIFY beneathChanged FINAL)
     /** The presented screen; null if there is none. */
-    Q_PROPERTY(FocusScreen* item READ item NOTIFY screenChanged FINAL)
+    Q_PROPERTY(quillmere::FocusScreen* item READ item NOTIFY screenChanged FINAL)
 
 public:
     explicit FullScreenCover(QQuickItem* parent = nullptr);
@@ -68,3 +70,5 @@ private:
     bool m_isChanging = false;
     bool m_isCovering = false; ///< the presented screen covers everything, no animation is running
 };
+
+} // namespace quillmere

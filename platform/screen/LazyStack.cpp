@@ -8,6 +8,8 @@
 #include <QQmlContext>
 #include <QScopedValueRollback>
 
+namespace quillmere {
+
 namespace {
 
 constexpr qint64 createBudget = 4; // milliseconds for creating items ahead in one event loop iteration
@@ -347,3 +349,5 @@ void LazyStack::focusCurrentRow(FocusScreen* screen)
     if (screen && m_items.rowContaining(screen->focused()) != currentRow())
         screen->focus(currentFocusable(), true);
 }
+
+} // namespace quillmere

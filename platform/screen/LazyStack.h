@@ -12,6 +12,8 @@
 #include <QQuickItem>
 #include <QtQml/qqml.h>
 
+namespace quillmere {
+
 class Focusable;
 class FocusScreen;
 
@@ -34,7 +36,7 @@ class LazyStack : public QQuickItem, public FocusContainer
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(Qt::Orientation orientation READ orientation WRITE setOrientation NOTIFY orientationChanged FINAL)
-    Q_PROPERTY(CurrentRowModel* model READ model WRITE setModel NOTIFY modelChanged FINAL)
+    Q_PROPERTY(quillmere::CurrentRowModel* model READ model WRITE setModel NOTIFY modelChanged FINAL)
     Q_PROPERTY(QQmlComponent* delegate READ delegate WRITE setDelegate NOTIFY delegateChanged FINAL)
     Q_PROPERTY(qreal extent READ extent WRITE setExtent NOTIFY extentChanged FINAL)
     /** Whether the length of each item is measured. A measured length is kept until the model changes. */
@@ -128,3 +130,5 @@ private:
     bool m_isDelegateInvalid = false; ///< creating an item from the delegate failed
     bool m_isCurrentRowShown = false; ///< since the rows or the current row last changed
 };
+
+} // namespace quillmere

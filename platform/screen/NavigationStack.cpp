@@ -6,6 +6,8 @@
 #include <QPropertyAnimation>
 #include <QScopedValueRollback>
 
+namespace quillmere {
+
 NavigationStack::NavigationStack(QQuickItem* parent) : FocusScreen(parent)
 {
     connect(this, &FocusScreen::appeared, this, &NavigationStack::appear);
@@ -198,3 +200,5 @@ void NavigationStack::disappear()
             Q_EMIT m_levels.at(i).screen->disappeared();
     }
 }
+
+} // namespace quillmere

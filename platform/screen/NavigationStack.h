@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <QQmlComponent>
 
+namespace quillmere {
+
 /**
  * A stack of screens that acts as one screen. Its first FocusScreen child is the root. `depth` is the number of pages
  * above the root; each is created from `page`, which has a `required property int level` (0 for the first). A pushed
@@ -13,14 +15,14 @@
  * emits `appeared` and `disappeared` of its pages when they, or the stack itself, appear and disappear. Screen thread
  * only; owned by its parent item.
  */
-class NavigationStack : public FocusScreen
+class NavigationStack : public quillmere::FocusScreen
 {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QQmlComponent* page READ page WRITE setPage NOTIFY pageChanged FINAL)
     Q_PROPERTY(int depth READ depth WRITE setDepth NOTIFY depthChanged FINAL)
     /** The topmost page, or the root. */
-    Q_PROPERTY(FocusScreen* front READ front NOTIFY depthChanged FINAL)
+    Q_PROPERTY(quillmere::FocusScreen* front READ front NOTIFY depthChanged FINAL)
 
 public:
     explicit NavigationStack(QQuickItem* parent = nullptr);
@@ -72,3 +74,5 @@ private:
     bool m_isChanging = false;
     bool m_isPageInvalid = false; ///< creating a FocusScreen from `page` failed
 };
+
+} // namespace quillmere

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 namespace {
 
 constexpr int maxPictures = 2;
@@ -146,3 +148,5 @@ QSGNode* PaintedItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
     node->setFiltering(now == m_paintedPlacement ? QSGTexture::Nearest : QSGTexture::Linear);
     return node;
 }
+
+} // namespace quillmere

@@ -9,6 +9,8 @@
 
 class QPainter;
 
+namespace quillmere {
+
 /**
  * Art that C++ paints in points and that is shown without scaling. It is painted once into an image of its final size,
  * aligned to whole device pixels. It is painted again only when an input changes, or when it comes to rest at another
@@ -18,7 +20,7 @@ class QPainter;
  * Screen thread, except `paint`, which also runs on the render thread while the screen thread is blocked. Owned by its
  * parent item. Rotation and shear are not supported.
  */
-class PaintedItem : public PixelAlignedItem
+class PaintedItem : public quillmere::PixelAlignedItem
 {
     Q_OBJECT
     QML_NAMED_ELEMENT(PaintedItem)
@@ -90,3 +92,5 @@ private:
     bool m_inputsChanged = true;
     QList<Picture> m_pictures; ///< most recently used first
 };
+
+} // namespace quillmere

@@ -3,6 +3,8 @@
 #include <QQuickWindow>
 #include <QTimerEvent>
 
+namespace quillmere {
+
 PixelAlignedItem::PixelAlignedItem(QQuickItem* parent) : QQuickItem(parent)
 {
     setFlag(ItemHasContents);
@@ -26,3 +28,5 @@ void PixelAlignedItem::timerEvent(QTimerEvent* event)
     m_stableTimer.stop();
     onStable();
 }
+
+} // namespace quillmere

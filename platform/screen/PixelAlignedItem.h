@@ -3,6 +3,8 @@
 #include <QBasicTimer>
 #include <QQuickItem>
 
+namespace quillmere {
+
 /**
  * Base class of items that show a picture aligned to device pixels. An ancestor may move or scale such an item at any
  * time, so it checks its placement in every frame. Screen thread only; its parent item owns it.
@@ -35,3 +37,5 @@ private:
     QBasicTimer m_stableTimer;
     QMetaObject::Connection m_frameConnection;
 };
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+namespace quillmere {
+
 namespace {
 
 bool near(double a, double b)
@@ -63,3 +65,5 @@ double wholePixel(double pixels)
 {
     return std::floor(pixels + 0.5 + PixelPlacement::tolerance);
 }
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 #include <QRect>
 #include <QSizeF>
 
+namespace quillmere {
+
 struct DevicePixels;
 
 /**
@@ -32,3 +34,5 @@ struct PixelPlacement
 
 /** Rounds half up, also if a rounding error has reduced the half slightly, so that equal lengths stay equal. */
 double wholePixel(double pixels);
+
+} // namespace quillmere

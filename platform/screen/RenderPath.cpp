@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 bool isSoftwareRasteriser(const QString& name)
@@ -75,3 +77,5 @@ RenderPath chooseRenderPath()
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     return path;
 }
+
+} // namespace quillmere

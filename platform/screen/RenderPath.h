@@ -2,6 +2,8 @@
 
 #include <QString>
 
+namespace quillmere {
+
 /** How Qt Quick renders. */
 enum class RenderPath {
     Gpu,            ///< OpenGL through Qt's rendering interface
@@ -24,3 +26,5 @@ RenderPath renderPathFor(const DisplayFacts& facts);
  * application object is created and before the first window. OpenGL is tried only if there is a render node.
  */
 RenderPath chooseRenderPath();
+
+} // namespace quillmere

@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr std::chrono::milliseconds secondFrame{200}; // after the display was switched on
@@ -44,3 +46,5 @@ void ScreenWindow::setBlank(bool blank)
     if (!blank)
         QTimer::singleShot(secondFrame, this, &QQuickWindow::update);
 }
+
+} // namespace quillmere

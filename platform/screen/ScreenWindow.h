@@ -3,6 +3,8 @@
 #include <QQuickWindow>
 #include <QtQml/qqmlregistration.h>
 
+namespace quillmere {
+
 /**
  * The only window of the program: full screen, without a mouse pointer. Its `color` fills the margins beside the
  * canvas. Screen thread only; owned by its creator.
@@ -29,3 +31,5 @@ Q_SIGNALS:
 private:
     bool m_isBlank = false;
 };
+
+} // namespace quillmere

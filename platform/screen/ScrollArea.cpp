@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 namespace {
 
 constexpr int minScrollDuration = 80; // milliseconds
@@ -217,3 +219,5 @@ void ScrollArea::moveTo(qreal position)
     updateContentItem();
     Q_EMIT positionChanged();
 }
+
+} // namespace quillmere

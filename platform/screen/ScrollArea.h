@@ -9,6 +9,8 @@
 
 #include <optional>
 
+namespace quillmere {
+
 /**
  * A scrollable area for content that is longer than its viewport. It scrolls so that the focused item is visible:
  * animated, over about a quarter of a second; a new target redirects a running scroll. Positions are whole device
@@ -107,3 +109,5 @@ private:
     QElapsedTimer m_lastScroll;
     QList<QMetaObject::Connection> m_windowConnections;
 };
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 #include <QList>
 #include <QMutex>
 
+namespace quillmere {
+
 namespace {
 
 struct Entry
@@ -45,3 +47,5 @@ SharedPictures::Picture SharedPictures::get(const Subject& subject, const std::f
     keepLatest(latest, picture);
     return picture;
 }
+
+} // namespace quillmere

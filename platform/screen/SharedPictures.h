@@ -8,6 +8,8 @@
 #include <functional>
 #include <memory>
 
+namespace quillmere {
+
 /**
  * Cache of images that several items show. Each is painted by the first item that needs it and kept while an item uses
  * it. The most recently used small ones are kept longer, because a card's shadow comes and goes with the focus. Any
@@ -34,3 +36,5 @@ public:
 
     static Picture get(const Subject& subject, const std::function<QImage()>& paint);
 };
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 QRectF snappedRect(const QTransform& toDevice, const QRectF& rect, SnapTo to)
 {
     QRectF pixels = toDevice.mapRect(rect);
@@ -21,3 +23,5 @@ QRectF snappedRect(const QPainter& painter, const QRectF& rect, SnapTo to)
 {
     return snappedRect(painter.deviceTransform(), rect, to);
 }
+
+} // namespace quillmere

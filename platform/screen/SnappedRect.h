@@ -5,6 +5,8 @@
 class QPainter;
 class QTransform;
 
+namespace quillmere {
+
 /**
  * What is rounded to whole pixels: the edges, so that neighbours stay adjacent, or the size, so that equal ones stay
  * equal.
@@ -16,3 +18,5 @@ QRectF snappedRect(const QTransform& toDevice, const QRectF& rect, SnapTo to = S
 
 /** As above; the painter's transform maps to device pixels. */
 QRectF snappedRect(const QPainter& painter, const QRectF& rect, SnapTo to = SnapTo::Edges);
+
+} // namespace quillmere

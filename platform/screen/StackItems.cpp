@@ -5,6 +5,8 @@
 #include <QQmlProperty>
 #include <QQuickItem>
 
+namespace quillmere {
+
 QVariantMap StackItems::propertyValues(const QQuickItem& item, const QAbstractItemModel* model, int row)
 {
     const auto has = [&item](const char* name) { return item.metaObject()->indexOfProperty(name) >= 0; };
@@ -91,3 +93,5 @@ void StackItems::discard(QQuickItem* item)
     item->setVisible(false);
     item->deleteLater();
 }
+
+} // namespace quillmere

@@ -10,6 +10,8 @@
 class QQmlComponent;
 class QQuickItem;
 
+namespace quillmere {
+
 /**
  * The existing delegate items of a `LazyStack`, by row. Their parent and owner is the stack, which also owns this
  * object. Screen thread only.
@@ -50,3 +52,5 @@ private:
     QQuickItem& m_stack;
     QMap<int, QQuickItem*> m_items;
 };
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 StackRows::StackRows(const QAbstractItemModel* model, qreal extent, qreal spacing)
 {
     if (!model)
@@ -49,3 +51,5 @@ StackRows::Span StackRows::between(qreal first, qreal last) const
         std::partition_point(m_rows.cbegin(), m_rows.cend(), [last](const Row& row) { return row.first < last; });
     return {int(begin - m_rows.cbegin()), int(end - m_rows.cbegin()) - 1};
 }
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 #include <QList>
 #include <QString>
 
+namespace quillmere {
+
 /**
  * The rows of a model as laid out by a `LazyStack`: their identities, and where they begin and end, in points from the
  * beginning of the stack. A value.
@@ -56,3 +58,5 @@ public:
 private:
     QList<Row> m_rows;
 };
+
+} // namespace quillmere

@@ -3,6 +3,8 @@
 #include "LazyStack.h"
 #include "ScrollArea.h"
 
+namespace quillmere {
+
 namespace {
 
 qreal along(Qt::Orientation orientation, const QPointF& point)
@@ -93,3 +95,5 @@ bool StackViewport::isNear() const
     const auto shows = [&](qreal position) { return first < position + m_outerArea->viewExtent() && last > position; };
     return shows(m_outerArea->targetPosition()) || shows(m_outerArea->position());
 }
+
+} // namespace quillmere

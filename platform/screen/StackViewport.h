@@ -3,8 +3,11 @@
 #include <QObject>
 #include <QPointer>
 
-class LazyStack;
 class QQuickItem;
+
+namespace quillmere {
+
+class LazyStack;
 class ScrollArea;
 
 /**
@@ -56,3 +59,5 @@ private:
     QPointer<LazyStack> m_outerStack;
     QList<QMetaObject::Connection> m_connections;
 };
+
+} // namespace quillmere

@@ -17,6 +17,8 @@
 #include <sanitizer/tsan_interface.h>
 #endif
 
+namespace quillmere {
+
 /**
  * Annotations for ThreadSanitizer, which does not see Qt's locks because Qt is not built with it: writes before
  * `release` are visible after `acquire` of the same address. No effect in other builds.
@@ -85,3 +87,5 @@ private:
         Call m_call;
     };
 };
+
+} // namespace quillmere

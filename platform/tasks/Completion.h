@@ -8,6 +8,8 @@
 #include <optional>
 #include <utility>
 
+namespace quillmere {
+
 /**
  * A result that is provided later and awaited once: `co_await completion` waits for `resolve(value)`. Copies share
  * their state. Whoever creates one must resolve it, else the waiting coroutine is never resumed. Screen thread only;
@@ -43,3 +45,5 @@ private:
     };
     std::shared_ptr<State> m_state = std::make_shared<State>();
 };
+
+} // namespace quillmere

@@ -3,6 +3,8 @@
 #include <stop_token>
 #include <utility>
 
+namespace quillmere {
+
 /**
  * Stops the tasks of an object when it is destroyed. It is the object's last member, so that tasks end before other
  * members are destroyed. A task gets `token()` when it starts and checks it after every co_await. Screen thread only.
@@ -51,3 +53,5 @@ private:
     std::stop_callback<Forward> m_onFirst;
     std::stop_callback<Forward> m_onSecond;
 };
+
+} // namespace quillmere

@@ -8,6 +8,8 @@
 
 #include <memory>
 
+namespace quillmere {
+
 /**
  * A background thread that runs tasks one after the other and delivers each result on the screen thread. Created and
  * used on the screen thread. The destructor waits for the queued tasks; their results are still delivered.
@@ -68,3 +70,5 @@ private:
 
     QThreadPool m_pool;
 };
+
+} // namespace quillmere

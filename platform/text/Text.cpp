@@ -7,6 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 bool matchesFormat(QStringView text, QStringView format)
 {
     return text.size() == format.size() &&
@@ -60,3 +62,5 @@ QString wellFormed(QString text)
     }
     return text;
 }
+
+} // namespace quillmere

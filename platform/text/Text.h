@@ -2,6 +2,8 @@
 
 #include <QString>
 
+namespace quillmere {
+
 /** Functions for texts. All are pure, valid for any text unless stated otherwise, and thread-safe. */
 
 /** In UTF-16 units. Limit for texts that the screen thread scans or lays out; far longer than anyone reads. */
@@ -56,3 +58,5 @@ QString shortenedLine(const QString& text, qsizetype maxLength = 1000);
 
 /** The text with each lone surrogate replaced by U+FFFD, so that it can be encoded in UTF-8. */
 QString wellFormed(QString text);
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 #include <memory>
 #include <utility>
 
+namespace quillmere {
+
 /**
  * Notifications that are queued while an object changes and delivered in order once it is consistent. A callback may
  * change or destroy the object; when it is destroyed, the remaining notifications are dropped. Screen thread only.
@@ -51,3 +53,5 @@ public:
 private:
     std::shared_ptr<State> m_state = std::make_shared<State>();
 };
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+namespace quillmere {
+
 /** An audio or subtitle track of a stream, which the viewer can select. A plain value. */
 struct MediaTrack
 {
@@ -18,3 +20,5 @@ struct MediaTrack
 
     bool operator==(const MediaTrack&) const = default;
 };
+
+} // namespace quillmere

@@ -3,6 +3,8 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+namespace quillmere {
+
 MemoryFile::MemoryFile(const char* name, const QByteArray& content) : m_descriptor(memfd_create(name, MFD_CLOEXEC))
 {
     for (qsizetype written = 0; isValid() && written < content.size();) {
@@ -25,3 +27,5 @@ QByteArray MemoryFile::path() const
 {
     return "/proc/self/fd/" + QByteArray::number(m_descriptor);
 }
+
+} // namespace quillmere

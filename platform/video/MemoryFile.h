@@ -2,6 +2,8 @@
 
 #include <QByteArray>
 
+namespace quillmere {
+
 /** A file in memory, for libraries that accept only a file name. Exists as long as the object. Any thread. */
 class MemoryFile
 {
@@ -20,3 +22,5 @@ public:
 private:
     int m_descriptor = -1;
 };
+
+} // namespace quillmere

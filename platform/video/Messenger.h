@@ -5,6 +5,8 @@
 #include <memory>
 #include <utility>
 
+namespace quillmere {
+
 /**
  * Posts calls from any thread to a receiver on the screen thread, where the event loop runs them. Copies have the same
  * receiver. The receiver's owner has a shared pointer to it; calls that arrive after its destruction are dropped.
@@ -30,3 +32,5 @@ public:
 private:
     std::weak_ptr<Receiver> m_receiver;
 };
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+namespace quillmere {
+
 /** One item of metadata about a stream: what it is and its text. A plain value. */
 struct MetadataItem
 {
@@ -13,3 +15,5 @@ struct MetadataItem
 
     bool operator==(const MetadataItem&) const = default;
 };
+
+} // namespace quillmere

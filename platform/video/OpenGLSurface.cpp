@@ -3,6 +3,8 @@
 #include <QOpenGLFramebufferObject>
 #include <QQuickOpenGLUtils>
 
+namespace quillmere {
+
 /** The part on the render thread. Only `synchronize` accesses the item, while the screen thread is blocked. */
 class OpenGLSurface::FramebufferRenderer : public QQuickFramebufferObject::Renderer
 {
@@ -56,3 +58,5 @@ QQuickFramebufferObject::Renderer* OpenGLSurface::createRenderer() const
 {
     return new FramebufferRenderer(m_engine->createOpenGLRenderer(PictureListener(m_onPictureChanged)));
 }
+
+} // namespace quillmere

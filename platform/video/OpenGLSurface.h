@@ -5,6 +5,8 @@
 
 #include <QQuickFramebufferObject>
 
+namespace quillmere {
+
 /**
  * Shows frames that OpenGL draws into a texture of the view's size in device pixels. Screen thread only; the renderer
  * that it creates belongs to the scene graph's render thread.
@@ -26,3 +28,5 @@ private:
     std::shared_ptr<std::function<void()>> m_onPictureChanged;
     QSize m_pixels;
 };
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+namespace quillmere {
+
 struct PeriodicTimeObservers::Observer
 {
     double interval;
@@ -61,3 +63,5 @@ void PeriodicTimeObservers::setPosition(double position)
             observer->callback(position);
     }
 }
+
+} // namespace quillmere

@@ -11,6 +11,8 @@
 #include <memory>
 #include <optional>
 
+namespace quillmere {
+
 /**
  * The periodic time observers of a player. Calls each with the position after every interval of play time, and after a
  * jump of at least one interval. Screen thread only. A callback may destroy this object or any observer.
@@ -46,3 +48,5 @@ private:
     std::optional<double> m_position;
     double m_suspendedUntil = notSuspended;
 };
+
+} // namespace quillmere

@@ -1,5 +1,7 @@
 #include "PlayerItem.h"
 
+namespace quillmere {
+
 QString PlayerItem::metadata(MetadataItem::Identifier identifier) const
 {
     for (const MetadataItem& item : m_externalMetadata) {
@@ -33,3 +35,5 @@ void PlayerItem::setStatus(Status status)
     m_status = status;
     Q_EMIT statusChanged();
 }
+
+} // namespace quillmere

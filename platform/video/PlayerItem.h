@@ -9,6 +9,8 @@
 
 #include <optional>
 
+namespace quillmere {
+
 /**
  * A stream to be played, and its playback status. Screen thread only. Its creator shares it with one player, which
  * keeps a reference until it gets another item or none.
@@ -66,3 +68,5 @@ private:
     Status m_status = Status::Unknown;
     std::optional<VideoFailure> m_error;
 };
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr std::array<std::chrono::seconds, 4> delays{1s, 2s, 4s, 8s};
@@ -43,3 +45,5 @@ void ReconnectSchedule::onPositionReached(double position)
     if (position >= m_furthestBreak + requiredProgress)
         resetAttempts();
 }
+
+} // namespace quillmere

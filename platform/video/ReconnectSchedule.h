@@ -2,6 +2,8 @@
 
 #include "Clock.h"
 
+namespace quillmere {
+
 /**
  * Schedules the attempts to reconnect a broken stream: a recording 1, 2, 4 and 8 seconds after each break in a row,
  * then no more; a live stream every 8 seconds without limit. Screen thread only; a member of its player.
@@ -34,3 +36,5 @@ private:
     size_t m_attempts = 0;
     double m_furthestBreak = 0;
 };
+
+} // namespace quillmere

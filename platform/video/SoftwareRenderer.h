@@ -7,6 +7,8 @@
 
 #include <functional>
 
+namespace quillmere {
+
 /** Called on the screen thread when there is a new picture. The callback may be destroyed at any time. */
 using PictureListener = Messenger<std::function<void()>>;
 
@@ -25,3 +27,5 @@ public:
     /** The newest picture, opaque; null before the first. Its pixels do not change before the next call. */
     virtual QImage picture() = 0;
 };
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 #include <QQuickWindow>
 #include <QSGRenderNode>
 
+namespace quillmere {
+
 namespace {
 
 /** The picture in the scene. It is drawn at whole device pixels, unscaled unless the view was just resized. */
@@ -75,3 +77,5 @@ QSGNode* SoftwareSurface::updatePaintNode(QSGNode* node, UpdatePaintNodeData*)
     picture->show(m_renderer->picture(), boundingRect());
     return picture;
 }
+
+} // namespace quillmere

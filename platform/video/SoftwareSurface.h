@@ -5,6 +5,8 @@
 
 #include <QQuickItem>
 
+namespace quillmere {
+
 class VideoEngine;
 
 /**
@@ -28,3 +30,5 @@ private:
     std::unique_ptr<SoftwareRenderer> m_renderer;
     QSize m_pixels;
 };
+
+} // namespace quillmere

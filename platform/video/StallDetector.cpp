@@ -1,5 +1,7 @@
 #include "StallDetector.h"
 
+namespace quillmere {
+
 void StallDetector::setActive(bool active)
 {
     if (active == (m_timer != nullptr))
@@ -29,3 +31,5 @@ void StallDetector::check()
     m_timer.reset();
     onStalled();
 }
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include "Clock.h"
 
+namespace quillmere {
+
 /** Calls back if there was no progress for a time limit. Screen thread only; a member of its player. */
 class StallDetector
 {
@@ -26,3 +28,5 @@ private:
     std::unique_ptr<Clock::Timer> m_timer; ///< null while inactive
     std::chrono::milliseconds m_lastProgress{0};
 };
+
+} // namespace quillmere

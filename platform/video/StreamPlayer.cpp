@@ -8,6 +8,9 @@
 #include <cmath>
 
 using namespace Qt::StringLiterals;
+
+namespace quillmere {
+
 using Cause = VideoFailure::Cause;
 
 namespace {
@@ -474,3 +477,5 @@ void StreamPlayer::onLoadFailed(int loadId, const VideoFailure& failure)
     else
         handleBrokenStream(failure);
 }
+
+} // namespace quillmere

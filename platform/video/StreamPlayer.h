@@ -17,6 +17,8 @@
 #include <functional>
 #include <optional>
 
+namespace quillmere {
+
 /**
  * The real player: the rules of playback, on an engine of the video plug-in, which is loaded for the first item. Screen
  * thread only; its creator owns it; the clock must outlive it. The destructor does not wait for the engine.
@@ -165,3 +167,5 @@ private:
     std::shared_ptr<VideoEngineListener> m_listener; ///< this object; expires with it, so that late events are dropped
     TaskScope m_tasks;
 };
+
+} // namespace quillmere

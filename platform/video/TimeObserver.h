@@ -1,5 +1,7 @@
 #pragma once
 
+namespace quillmere {
+
 /**
  * A registration with a player, returned by `VideoPlayer::addPeriodicTimeObserver`. Destroying it unregisters the
  * callback. The caller owns it; it may outlive the player. Screen thread only.
@@ -12,3 +14,5 @@ public:
     TimeObserver(const TimeObserver&) = delete;
     TimeObserver& operator=(const TimeObserver&) = delete;
 };
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+namespace quillmere {
+
 namespace {
 
 // Playback advances with the clock, but a busy machine reports it late and in steps.
@@ -65,3 +67,5 @@ Timeline::Position Timeline::gap(double from, double to)
     m_lastGapStart = from;
     return {to, again ? Position::Kind::RepeatedGap : Position::Kind::Gap};
 }
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include <optional>
 
+namespace quillmere {
+
 /**
  * Maps the timestamps of a stream to positions in the recording and detects gaps. Timestamps may restart in the middle
  * of a recording (EXT-X-DISCONTINUITY). Segments that the server does not deliver are skipped by the stream's reader;
@@ -49,3 +51,5 @@ private:
     std::optional<double> m_unconfirmed; ///< an unexpected timestamp, until the next one confirms it
     std::optional<double> m_lastGapStart;
 };
+
+} // namespace quillmere

@@ -10,6 +10,8 @@
 
 #include <memory>
 
+namespace quillmere {
+
 /** What an engine loads. A plain value. */
 struct VideoLoad
 {
@@ -84,3 +86,5 @@ public:
     virtual std::unique_ptr<SoftwareRenderer> createSoftwareRenderer(PictureListener listener) = 0;
     virtual std::unique_ptr<OpenGLRenderer> createOpenGLRenderer(PictureListener listener) = 0;
 };
+
+} // namespace quillmere

@@ -3,6 +3,8 @@
 #include <QMetaType>
 #include <QString>
 
+namespace quillmere {
+
 /** Why a stream does not play. A plain value; it does not contain the text for the viewer. */
 struct VideoFailure
 {
@@ -29,4 +31,4 @@ public:
     QString description; ///< the library's messages, for developers
 };
 
-Q_DECLARE_METATYPE(VideoFailure)
+} // namespace quillmere

@@ -12,6 +12,8 @@
 #include <functional>
 #include <memory>
 
+namespace quillmere {
+
 class VideoEngine;
 
 /**
@@ -116,3 +118,5 @@ Q_SIGNALS:
      */
     void pictureShown();
 };
+
+} // namespace quillmere

@@ -7,6 +7,8 @@
 
 #include <chrono>
 
+namespace quillmere {
+
 /** The interface of the video plug-in, which is never unloaded. Screen thread only. */
 class VideoPlugin
 {
@@ -21,5 +23,7 @@ public:
     virtual bool waitForEngines(std::chrono::milliseconds limit) = 0;
 };
 
+} // namespace quillmere
+
 #define QUILLMERE_VIDEO_PLUGIN "quillmere.VideoPlugin/1"
-Q_DECLARE_INTERFACE(VideoPlugin, QUILLMERE_VIDEO_PLUGIN)
+Q_DECLARE_INTERFACE(quillmere::VideoPlugin, QUILLMERE_VIDEO_PLUGIN)

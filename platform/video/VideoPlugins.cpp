@@ -13,6 +13,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 const QString fileName = u"quillmere-video.so"_s;
@@ -131,3 +133,5 @@ void VideoPlugins::addFolder(const QString& folder)
 {
     loaderState().folders.append(folder);
 }
+
+} // namespace quillmere

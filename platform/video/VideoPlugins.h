@@ -8,7 +8,7 @@
 #include <tl/expected.hpp>
 
 /** Finds and loads the video plug-in: at the first request, once per process. Screen thread only. */
-namespace VideoPlugins {
+namespace quillmere::VideoPlugins {
 
 /**
  * The plug-in, or an error message. Libraries are loaded on another thread. After a failure the next call tries again.
@@ -25,4 +25,4 @@ void prepare();
 /** Adds a folder that is searched before the executable's folder and the installed library folder. */
 void addFolder(const QString& folder);
 
-} // namespace VideoPlugins
+} // namespace quillmere::VideoPlugins

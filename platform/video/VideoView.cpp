@@ -6,6 +6,8 @@
 
 #include <QQuickWindow>
 
+namespace quillmere {
+
 VideoView::VideoView(QQuickItem* parent) : QQuickItem(parent) {}
 
 VideoView::~VideoView() = default;
@@ -77,3 +79,5 @@ void VideoView::updateSurfaceSize()
     const QSizeF shown = mapRectToScene(boundingRect()).size() * window()->effectiveDevicePixelRatio();
     m_surface->resize(size(), shown.toSize());
 }
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <QQuickItem>
 
+namespace quillmere {
+
 class VideoSurface;
 
 /**
@@ -15,7 +17,7 @@ class VideoView : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(VideoPlayer* player READ player WRITE setPlayer NOTIFY playerChanged)
+    Q_PROPERTY(quillmere::VideoPlayer* player READ player WRITE setPlayer NOTIFY playerChanged)
 
 public:
     explicit VideoView(QQuickItem* parent = nullptr);
@@ -40,3 +42,5 @@ private:
     std::unique_ptr<VideoSurface> m_surface;
     QMetaObject::Connection m_sizeConnection;
 };
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 #include "SampleHub.h"
 #include "SimulatedViewer.h"
 
+namespace quillmere {
+
 /** Number of repetitions and durations of the measurements. */
 struct BenchParameters
 {
@@ -51,3 +53,5 @@ QList<Figure> measureLibraries(const QStringList& programs, const BenchParameter
 std::unique_ptr<ChildProcess> launchEmptyWindow();
 /** Starts the same window and waits until it has the input focus. */
 std::unique_ptr<ChildProcess> startEmptyWindow(SimulatedViewer& viewer);
+
+} // namespace quillmere

@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr int decimalsBelow = 20; // smaller values are printed with two decimals
@@ -77,3 +79,5 @@ void printTable(const QList<Figure>& figures)
                 std::string(size_t(std::accumulate(widths.cbegin(), widths.cend(), qsizetype(0)) + 12), '-').c_str());
     }
 }
+
+} // namespace quillmere

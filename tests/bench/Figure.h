@@ -5,6 +5,8 @@
 
 #include <optional>
 
+namespace quillmere {
+
 /** One row of the table: measurements of the program and, from the same run, of a yardstick to compare them with. */
 struct Figure
 {
@@ -21,3 +23,5 @@ double quantile(QList<double> values, double share);
 
 /** Prints all rows, each with its median, minimum and maximum. */
 void printTable(const QList<Figure>& figures);
+
+} // namespace quillmere

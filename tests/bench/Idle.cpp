@@ -4,6 +4,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 struct Measurements
@@ -43,3 +45,5 @@ QList<Figure> measureIdle(SimulatedViewer& viewer, const BenchParameters& parame
     return {{u"processor, idle"_s, u"%"_s, set.processor, yardstick, empty.processor, {}},
             {u"pictures drawn in %1 s, idle"_s.arg(seconds), u""_s, set.drawings, yardstick, empty.drawings, 0}};
 }
+
+} // namespace quillmere

@@ -3,6 +3,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 QStringList rightAndLeft(int presses)
@@ -63,3 +65,5 @@ QList<Figure> measureKeys(SimulatedViewer& viewer, const BenchParameters& parame
     return {{u"key to changed pixel, median"_s, u"ms"_s, set, yardstick, empty, 35},
             {u"key to changed pixel, 95 %"_s, u"ms"_s, slowest(set), yardstick, slowest(empty), 50}};
 }
+
+} // namespace quillmere

@@ -8,6 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 struct Benchmark
@@ -111,3 +113,5 @@ QList<Figure> measureLibraries(const QStringList& programs, const BenchParameter
     }
     return figures;
 }
+
+} // namespace quillmere

@@ -12,6 +12,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr int answerTime = 5000; // milliseconds
@@ -72,3 +74,5 @@ void MpvProgram::send(const QStringList& command)
     if (!m_control.waitForBytesWritten(answerTime))
         throw std::runtime_error("The mpv program does not accept commands.");
 }
+
+} // namespace quillmere

@@ -7,6 +7,8 @@
 
 #include <memory>
 
+namespace quillmere {
+
 class SimulatedViewer;
 
 /**
@@ -42,3 +44,5 @@ private:
     std::unique_ptr<ChildProcess> m_process;
     QLocalSocket m_control;
 };
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr QRectF tunerStrip(500, 0, 350, 92);
@@ -63,3 +65,5 @@ QList<Figure> measureNews(SimulatedViewer& viewer, SampleHub& hub, const BenchPa
             {u"drawings a second, the standby card"_s, {}, dark.drawings, {}, {}, {}},
             {u"processor, the lit channel"_s, u"%"_s, lit.processor, {}, {}, {}}};
 }
+
+} // namespace quillmere

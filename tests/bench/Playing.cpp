@@ -10,6 +10,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 // In points. The area crosses the moving ball of the recordings. Without shared memory, Xlib sends a picture of this
@@ -163,3 +165,5 @@ QList<Figure> measurePlaying(SimulatedViewer& viewer, const QString& stream, con
            QList<Figure>{
                {u"pictures shown a second, playing"_s, {}, set.pictures, u"the mpv program"_s, mpv.pictures, {}}};
 }
+
+} // namespace quillmere

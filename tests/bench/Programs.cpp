@@ -5,6 +5,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 std::unique_ptr<ChildProcess> launchEmptyWindow()
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -21,3 +23,5 @@ std::unique_ptr<ChildProcess> startEmptyWindow(SimulatedViewer& viewer)
         throw std::runtime_error("The empty window did not come up.");
     return process;
 }
+
+} // namespace quillmere

@@ -9,6 +9,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr double slowFrame = 50;    // ms
@@ -164,3 +166,5 @@ QList<Figure> measureShelves(SimulatedViewer& viewer, SampleHub& hub, const Benc
         {u"shelf of 200: memory more than of 20"_s, u"MB"_s, {many.memory - few.memory}, {}, {}, 25},
     };
 }
+
+} // namespace quillmere

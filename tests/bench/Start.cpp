@@ -3,6 +3,9 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using std::chrono::milliseconds;
 
 namespace {
@@ -68,3 +71,5 @@ QList<Figure> measureStart(SimulatedViewer& viewer, const BenchParameters& param
             {u"memory, idle (PSS)"_s, u"MB"_s, set.shared, yardstick, empty.shared, 60},
             {u"memory, idle (RSS)"_s, u"MB"_s, set.resident, yardstick, empty.resident, {}}};
 }
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 
 #include <benchmark/benchmark.h>
 
+namespace quillmere {
+
 namespace {
 
 /** A shelf card for a display with `scale` device pixels per point. */
@@ -55,6 +57,8 @@ BENCHMARK_CAPTURE(paintShelfCard, 2160p, 2)->Unit(benchmark::kMillisecond);
 BENCHMARK(paintCrowdedCard)->Unit(benchmark::kMillisecond);
 
 } // namespace
+
+} // namespace quillmere
 
 int main(int argc, char** argv)
 {

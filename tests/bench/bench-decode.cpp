@@ -4,6 +4,8 @@
 #include <benchmark/benchmark.h>
 #include <nlohmann/json.hpp>
 
+namespace quillmere {
+
 namespace {
 
 constexpr int tapesOnAPage = 200;
@@ -68,5 +70,7 @@ void parseAPageOf200(benchmark::State& state)
 
 BENCHMARK(decodeAPageOf200)->Unit(benchmark::kMicrosecond);
 BENCHMARK(parseAPageOf200)->Unit(benchmark::kMicrosecond);
+
+} // namespace quillmere
 
 BENCHMARK_MAIN();

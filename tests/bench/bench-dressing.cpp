@@ -6,6 +6,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 Tape asciiTape(qint64 id)
@@ -72,5 +74,7 @@ BENCHMARK(dressAccentedTape)->Unit(benchmark::kMicrosecond);
 BENCHMARK(buildShelvesOf200)->Unit(benchmark::kMicrosecond);
 
 } // namespace
+
+} // namespace quillmere
 
 BENCHMARK_MAIN();

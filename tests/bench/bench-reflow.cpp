@@ -4,6 +4,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr double megabyte = 1e6;
@@ -62,5 +64,7 @@ BENCHMARK(reflowAscii)->Unit(benchmark::kMillisecond)->Arg(500)->Arg(1000)->Arg(
 BENCHMARK(reflowMixedScripts)->Unit(benchmark::kMillisecond)->Arg(500)->Arg(1000)->Arg(2000)->Arg(5000);
 
 } // namespace
+
+} // namespace quillmere
 
 BENCHMARK_MAIN();

@@ -15,6 +15,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr BenchParameters full{.starts = 7, .presses = 60, .scrolls = 3, .repetitions = 5, .idle = 10s, .playing = 5s};
@@ -83,8 +85,11 @@ QList<Figure> measure(const QList<Part>& parts, const QStringList& named, const 
 
 } // namespace
 
+} // namespace quillmere
+
 int main(int count, char** arguments)
 {
+    using namespace quillmere;
     QCoreApplication application(count, arguments);
     QStringList words = application.arguments().mid(1);
     const bool isQuick = words.removeAll(u"--quick"_s) > 0;

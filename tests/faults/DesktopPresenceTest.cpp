@@ -18,6 +18,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 /** A bus socket that accepts connections and never answers. */
@@ -298,4 +300,7 @@ void DesktopPresenceTest::busAddressFallsBackToRuntimeFolder()
 }
 
 QUILLMERE_TEST(DesktopPresenceTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "DesktopPresenceTest.moc"

@@ -6,6 +6,9 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+
+namespace quillmere {
+
 using Kind = HttpFailure::Kind;
 
 /** Answers with any status, and allowed redirects. */
@@ -120,4 +123,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(HttpAnswersTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "HttpAnswersTest.moc"

@@ -4,6 +4,9 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+
+namespace quillmere {
+
 using Kind = HttpFailure::Kind;
 
 /** Answers that end too early or whose body does not match their headers. */
@@ -81,4 +84,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(HttpBrokenAnswersTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "HttpBrokenAnswersTest.moc"

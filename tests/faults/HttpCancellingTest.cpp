@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 using Kind = HttpFailure::Kind;
 
 /** Cancelled requests, and many requests at the same time. */
@@ -130,4 +132,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(HttpCancellingTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "HttpCancellingTest.moc"

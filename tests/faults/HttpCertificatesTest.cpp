@@ -3,6 +3,8 @@
 
 #include <QTest>
 
+namespace quillmere {
+
 using Kind = HttpFailure::Kind;
 
 /** Verification of server certificates. */
@@ -51,4 +53,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(HttpCertificatesTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "HttpCertificatesTest.moc"

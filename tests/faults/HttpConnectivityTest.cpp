@@ -7,6 +7,9 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using Kind = HttpFailure::Kind;
 
 /** Requests on a machine without a network. */
@@ -101,4 +104,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(HttpConnectivityTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "HttpConnectivityTest.moc"

@@ -4,6 +4,8 @@
 #include <QDirIterator>
 #include <QTemporaryDir>
 
+namespace quillmere {
+
 namespace {
 
 QTemporaryDir& home()
@@ -47,4 +49,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(HttpDiskTest, ApplicationInTemporaryHome)
+
+} // namespace quillmere
+
 #include "HttpDiskTest.moc"

@@ -7,6 +7,9 @@
 #include <QTimer>
 
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using Kind = HttpFailure::Kind;
 
 namespace {
@@ -275,4 +278,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(HttpInterimTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "HttpInterimTest.moc"

@@ -8,6 +8,9 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using Kind = HttpFailure::Kind;
 
 namespace {
@@ -175,4 +178,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(HttpLimitsTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "HttpLimitsTest.moc"

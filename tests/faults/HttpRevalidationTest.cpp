@@ -3,6 +3,8 @@
 
 #include <QTest>
 
+namespace quillmere {
+
 /** Caching of answers and their revalidation. */
 class HttpRevalidationTest : public HttpServerFixture
 {
@@ -200,4 +202,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(HttpRevalidationTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "HttpRevalidationTest.moc"

@@ -3,6 +3,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 const QString unreadable = u"The hub sent something this app couldn't read."_s;
@@ -140,4 +142,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(HubAnswersOverNetworkTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "HubAnswersOverNetworkTest.moc"

@@ -6,6 +6,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 const QByteArray playlist = "#EXTM3U\n#EXT-X-VERSION:3\n";
@@ -132,4 +134,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(HubProbeOverNetworkTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "HubProbeOverNetworkTest.moc"

@@ -8,6 +8,8 @@
 
 #include <memory>
 
+namespace quillmere {
+
 /** Base of tests that use a fresh HubAPI client and a fresh server over a real network in every test function. */
 class HubServerFixture : public HttpServerFixture
 {
@@ -45,3 +47,5 @@ private Q_SLOTS:
         tearDown();
     }
 };
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 
 #include <limits>
 
+namespace quillmere {
+
 /** Other programs, such as `playerctl`, control a player on a real bus. */
 class MprisControlTest : public QObject
 {
@@ -150,4 +152,7 @@ void MprisControlTest::failedItemIgnoresPlay()
 }
 
 QUILLMERE_TEST(MprisControlTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "MprisControlTest.moc"

@@ -12,6 +12,8 @@
 #include <QProcess>
 #include <QTest>
 
+namespace quillmere {
+
 using namespace Qt::StringLiterals;
 
 /** A scripted player announced on a private D-Bus bus, and functions to read and control it like another program. */
@@ -73,3 +75,5 @@ struct MprisFixture
     ScriptedVideoPlayer player;
     std::unique_ptr<DesktopPresence> presence;
 };
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 #include <QGuiApplication>
 #include <QRegularExpression>
 
+namespace quillmere {
+
 namespace {
 
 /** Records the D-Bus signals of the player. */
@@ -187,4 +189,7 @@ void MprisTest::secondPlayerGetsOwnBusName()
 }
 
 QUILLMERE_TEST(MprisTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "MprisTest.moc"

@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+namespace quillmere {
+
 /** When the screensaver is inhibited on the news channel. */
 class NewsScreenSaverTest : public QObject
 {
@@ -90,4 +92,7 @@ void NewsScreenSaverTest::screensaverIsAllowedWhenScreenCloses()
 }
 
 QUILLMERE_TEST(NewsScreenSaverTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "NewsScreenSaverTest.moc"

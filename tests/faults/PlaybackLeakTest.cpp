@@ -22,6 +22,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr int timeout = 15'000; // milliseconds
@@ -190,4 +192,7 @@ void PlaybackLeakTest::openingAndClosingManyTimesLeaksNothing()
 }
 
 QUILLMERE_TEST(PlaybackLeakTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "PlaybackLeakTest.moc"

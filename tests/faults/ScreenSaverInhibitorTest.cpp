@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** Inhibiting the screensaver over a real bus, with services that behave in different ways. */
 class ScreenSaverInhibitorTest : public QObject
 {
@@ -254,4 +256,7 @@ void ScreenSaverInhibitorTest::inhibitorWithoutBusDoesNothing()
 }
 
 QUILLMERE_TEST(ScreenSaverInhibitorTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "ScreenSaverInhibitorTest.moc"

@@ -3,6 +3,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** The real player with streams that break in the middle. The stream has six segments of two seconds. */
 class VideoBreakTest : public QObject
 {
@@ -132,4 +134,7 @@ void VideoBreakTest::livePlaylistThatStopsGrowingIsReloaded()
 }
 
 QUILLMERE_TEST(VideoBreakTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "VideoBreakTest.moc"

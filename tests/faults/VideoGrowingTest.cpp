@@ -3,6 +3,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** The real player with a recording that still grows: its playlist has no end tag and so no duration. */
 class VideoGrowingTest : public QObject
 {
@@ -85,4 +87,7 @@ void VideoGrowingTest::itemEndsWhenPlaylistIsComplete()
 }
 
 QUILLMERE_TEST(VideoGrowingTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "VideoGrowingTest.moc"

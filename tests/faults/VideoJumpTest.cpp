@@ -4,6 +4,9 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using CountedRecording::secondShown;
 
 /** The real player with missing segments and restarted timestamps. The recording has 12 segments of 4 seconds. */
@@ -150,4 +153,7 @@ void VideoJumpTest::startAfterRestartedTimestampsIsReached()
 }
 
 QUILLMERE_TEST(VideoJumpTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "VideoJumpTest.moc"

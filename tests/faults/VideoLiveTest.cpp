@@ -9,6 +9,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 const QString channel = u"/live/council/"_s;
@@ -179,4 +181,7 @@ void VideoLiveTest::playbackContinuesAcrossDiscontinuity()
 }
 
 QUILLMERE_TEST(VideoLiveTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "VideoLiveTest.moc"

@@ -4,6 +4,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 /** A player and its view in an existing window. */
@@ -230,4 +232,7 @@ void VideoPictureTest::playerAndViewCanBeDestroyedAtAnyTime()
 }
 
 QUILLMERE_TEST(VideoPictureTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "VideoPictureTest.moc"

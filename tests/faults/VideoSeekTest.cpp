@@ -5,6 +5,9 @@
 #include <cmath>
 
 using namespace Qt::StringLiterals;
+
+namespace quillmere {
+
 using CountedRecording::secondShown;
 
 namespace {
@@ -152,4 +155,7 @@ void VideoSeekTest::growingRecordingStartsAtBeginning()
 }
 
 QUILLMERE_TEST(VideoSeekTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "VideoSeekTest.moc"

@@ -4,6 +4,9 @@
 #include <QTcpServer>
 
 using namespace Qt::StringLiterals;
+
+namespace quillmere {
+
 using Cause = VideoFailure::Cause;
 
 /** The real player with faulty servers and streams. */
@@ -256,4 +259,7 @@ void VideoStreamTest::unsupportedUrlFailsAtOnce()
 }
 
 QUILLMERE_TEST(VideoStreamTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "VideoStreamTest.moc"

@@ -2,6 +2,9 @@
 #include "VideoFixture.h"
 
 using namespace Qt::StringLiterals;
+
+namespace quillmere {
+
 using Kind = MediaTrack::Kind;
 
 namespace {
@@ -170,4 +173,7 @@ void VideoTrackTest::seekFinishesWhileSubtitlesLoad()
 }
 
 QUILLMERE_TEST(VideoTrackTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "VideoTrackTest.moc"

@@ -1,5 +1,5 @@
-#include "TestMain.h"
 #include "WakeLock.h"
+#include "TestMain.h"
 
 #include "FakeScreenSaver.h"
 #include "PrivateBus.h"
@@ -10,6 +10,8 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+
+namespace quillmere {
 
 /** WakeLock with a screensaver service on a real bus. */
 class WakeLockTest : public QObject
@@ -105,4 +107,7 @@ void WakeLockTest::lockWithoutBusDoesNothing()
 }
 
 QUILLMERE_TEST(WakeLockTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "WakeLockTest.moc"

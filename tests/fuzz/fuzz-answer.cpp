@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cstdint>
 
+namespace quillmere {
+
 namespace {
 
 struct Outcome
@@ -63,3 +65,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         __builtin_trap();
     return 0;
 }
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+namespace quillmere {
+
 namespace {
 
 /** Decodes the bytes. Any bytes give either a record or a failure; every other effect is a bug. */
@@ -33,3 +35,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         __builtin_trap();
     return 0;
 }
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <cstring>
 
+namespace quillmere {
+
 namespace {
 
 void demand(bool holds)
@@ -102,3 +104,5 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     demand(bodySummary(shelves.first().covers) == cover.bodyName);
     return 0;
 }
+
+} // namespace quillmere

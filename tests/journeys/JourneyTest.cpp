@@ -13,6 +13,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 /**
  * From the front screen over the shelves to a playing tape, back to the front screen and off. Uses the real program and
  * the sample hub.
@@ -273,4 +275,7 @@ void JourneyTest::tryAgainShowsShelvesWhenHubReturns()
 }
 
 QUILLMERE_TEST(JourneyTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "JourneyTest.moc"

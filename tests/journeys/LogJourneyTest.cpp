@@ -12,6 +12,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 /** Checks what the real program writes to standard error, from the front screen to a playing tape found by a search. */
 class LogJourneyTest : public QObject
 {
@@ -107,4 +109,7 @@ void LogJourneyTest::enabledCategoriesAreLoggedInLines()
 }
 
 QUILLMERE_TEST(LogJourneyTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "LogJourneyTest.moc"

@@ -13,6 +13,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr QRectF card(430, 240, 1060, 580);
@@ -291,4 +293,7 @@ void NewsJourneyTest::dismissedChannelEndsPlayer()
 }
 
 QUILLMERE_TEST(NewsJourneyTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "NewsJourneyTest.moc"

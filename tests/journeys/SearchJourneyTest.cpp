@@ -10,6 +10,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 /**
  * From the shop to search results, typed with the remote and with a keyboard. Uses the real program and the sample hub.
  */
@@ -190,4 +192,7 @@ void SearchJourneyTest::backReturnsToShopAndNextSearchIsEmpty()
 }
 
 QUILLMERE_TEST(SearchJourneyTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "SearchJourneyTest.moc"

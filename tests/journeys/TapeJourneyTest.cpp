@@ -9,6 +9,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 /**
  * A tape is resumed, paused, looked up in the information panel, dismissed, and played to its end. Uses the real
  * program and the sample hub.
@@ -147,4 +149,7 @@ void TapeJourneyTest::endedTapeOffersPlayFromBeginning()
 }
 
 QUILLMERE_TEST(TapeJourneyTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "TapeJourneyTest.moc"

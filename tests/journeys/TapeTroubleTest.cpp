@@ -8,6 +8,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 /**
  * A tape when the hub stalls, stops, returns, or has no stream: messages, and the saved position. Uses the real program
  * and the sample hub.
@@ -124,4 +126,7 @@ void TapeTroubleTest::failureIsShownForTapeWithoutStream()
 }
 
 QUILLMERE_TEST(TapeTroubleTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "TapeTroubleTest.moc"

@@ -6,6 +6,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr auto limit = 30s; // for actions that take a few seconds, on a busy machine
@@ -85,3 +87,5 @@ bool TapeVisit::waitForSpinner()
         },
         limit);
 }
+
+} // namespace quillmere

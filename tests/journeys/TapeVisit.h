@@ -6,6 +6,8 @@
 #include <chrono>
 #include <optional>
 
+namespace quillmere {
+
 /**
  * A simulated viewer and one tape of the sample hub: opens the tape, reads the screen, and reads the saved position.
  * Single-threaded.
@@ -45,3 +47,5 @@ private:
     SimulatedViewer m_viewer;
     qint64 m_tape = 0;
 };
+
+} // namespace quillmere

@@ -8,6 +8,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 /**
  * The transcript of a tape, read with the remote from beginning to end, and a hub that fails. Uses the real program and
  * the sample hub.
@@ -120,4 +122,7 @@ void TranscriptJourneyTest::transcriptIsShownWhenHubRecovers()
 }
 
 QUILLMERE_TEST(TranscriptJourneyTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "TranscriptJourneyTest.moc"

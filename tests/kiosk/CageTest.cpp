@@ -11,6 +11,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 /**
  * Runs the real program in cage, whose window fills a virtual X display, and checks its picture and its reaction to
  * keys.
@@ -187,4 +189,7 @@ void CageTest::sleepingDisplayDrawsNothing()
 }
 
 QUILLMERE_TEST(CageTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "CageTest.moc"

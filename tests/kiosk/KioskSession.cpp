@@ -15,6 +15,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 const QString programPath = QStringLiteral(QUILLMERE_TV);
@@ -186,3 +188,5 @@ bool KioskSession::switchOutput(bool on)
     run(u"swaymsg"_s, {u"output * dpms "_s + (on ? u"on"_s : u"off"_s)});
     return isOutputOn() == on;
 }
+
+} // namespace quillmere

@@ -7,6 +7,8 @@
 
 #include <memory>
 
+namespace quillmere {
+
 /**
  * Runs the real program in a compositor of its own. Both run as the user of the test; if that is root, as "nobody",
  * provided that this user can access the build. The destructor ends both. Single thread.
@@ -49,3 +51,5 @@ private:
     std::unique_ptr<ChildProcess> m_keyboard; ///< keeps the seat's keyboard present between calls of press()
     std::unique_ptr<ChildProcess> m_program;  ///< null with cage, which starts the program itself
 };
+
+} // namespace quillmere

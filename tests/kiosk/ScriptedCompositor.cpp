@@ -14,6 +14,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 struct ScriptedCompositor::Server
 {
     struct Output
@@ -334,3 +336,5 @@ void ScriptedCompositor::run()
         m_clients = wl_list_length(wl_display_get_client_list(m_server->display));
     }
 }
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 #include <memory>
 #include <thread>
 
+namespace quillmere {
+
 /**
  * Fake Wayland compositor that has only outputs. It offers one or both protocols for switching them, and can be
  * configured to misbehave. Runs on its own thread. Sets WAYLAND_DISPLAY while it exists.
@@ -56,3 +58,5 @@ private:
     std::unique_ptr<Server> m_server;
     std::thread m_thread;
 };
+
+} // namespace quillmere

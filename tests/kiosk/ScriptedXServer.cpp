@@ -12,6 +12,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr int firstNumber = 10'000; // higher than the display numbers of real servers
@@ -149,3 +151,5 @@ void ScriptedXServer::answer(int client, const QByteArray& request, quint16 sequ
     reply[10] = m_isEnabled ? 1 : 0;
     write(client, reply);
 }
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 #include <atomic>
 #include <thread>
 
+namespace quillmere {
+
 /**
  * Fake X server that supports only connections and the DPMS extension, which switches the monitor. Runs on its own
  * thread. Sets DISPLAY while it exists.
@@ -39,3 +41,5 @@ private:
     std::atomic_bool m_isEnabled;
     std::thread m_thread;
 };
+
+} // namespace quillmere

@@ -10,6 +10,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 /**
  * Runs the real program in sway with a headless output. Takes pictures, presses keys and switches the output through
  * sway.
@@ -133,4 +135,7 @@ void SwayTest::displaySleepsAndKeyWakesIt()
 }
 
 QUILLMERE_TEST(SwayTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "SwayTest.moc"

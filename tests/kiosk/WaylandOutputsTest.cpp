@@ -1,5 +1,5 @@
-#include "TestMain.h"
 #include "WaylandOutputs.h"
+#include "TestMain.h"
 
 #include "ScriptedCompositor.h"
 
@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-Q_DECLARE_METATYPE(ScriptedCompositor::Options)
+namespace quillmere {
 
 /** Switches the outputs of a ScriptedCompositor over a real Wayland connection. */
 class WaylandOutputsTest : public QObject
@@ -224,4 +224,7 @@ void WaylandOutputsTest::silentCompositorTimesOut()
 }
 
 QUILLMERE_TEST(WaylandOutputsTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "WaylandOutputsTest.moc"

@@ -1,9 +1,11 @@
-#include "TestMain.h"
 #include "X11Outputs.h"
+#include "TestMain.h"
 
 #include "ScriptedXServer.h"
 
 #include <QTest>
+
+namespace quillmere {
 
 /** Switches the monitor of a ScriptedXServer over a real X11 connection. */
 class X11OutputsTest : public QObject
@@ -65,4 +67,7 @@ void X11OutputsTest::missingServerIsReported()
 }
 
 QUILLMERE_TEST(X11OutputsTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "X11OutputsTest.moc"

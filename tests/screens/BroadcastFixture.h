@@ -5,6 +5,8 @@
 
 #include <QFont>
 
+namespace quillmere {
+
 /** A broadcast graphic on the canvas, with the hub's news status and a clock that stands still. */
 struct BroadcastFixture : ScreenFixture
 {
@@ -40,3 +42,5 @@ struct BroadcastFixture : ScreenFixture
         return picture.pixelColor(canvas->mapToScene({x, y}).toPoint());
     }
 };
+
+} // namespace quillmere

@@ -12,6 +12,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 const QString grey = u"Rectangle { anchors.fill: parent; color: '#808080' }"_s;
@@ -324,4 +326,7 @@ void ButtonStylesTest::focusRingIsSeparatedFromAmberPlateByGap()
 }
 
 QUILLMERE_TEST(ButtonStylesTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "ButtonStylesTest.moc"

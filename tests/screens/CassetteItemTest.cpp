@@ -11,6 +11,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 using Form = CassetteRenderer::Form;
@@ -431,4 +433,7 @@ void CassetteItemTest::picturesAreFreedWithLastCassette()
 }
 
 QUILLMERE_TEST(CassetteItemTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "CassetteItemTest.moc"

@@ -9,6 +9,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** The full-screen colour bars, compared pixel by pixel. */
 class ColorBarsTest : public QObject
 {
@@ -73,4 +75,7 @@ void ColorBarsTest::compareBand(const QImage& picture, int first, int last, cons
 }
 
 QUILLMERE_TEST(ColorBarsTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "ColorBarsTest.moc"

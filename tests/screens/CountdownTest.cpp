@@ -7,6 +7,8 @@
 
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 const QString nothing = u"no broadcast scheduled"_s;
@@ -140,4 +142,7 @@ void CountdownTest::longLabelIsWrappedAndElided()
 }
 
 QUILLMERE_TEST(CountdownTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "CountdownTest.moc"

@@ -8,6 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** Dead keys and the compose key of a physical keyboard, as the display server sends them. */
 class DeadKeyTest : public QObject
 {
@@ -67,4 +69,7 @@ void DeadKeyTest::returnSubmitsComposedText()
 }
 
 QUILLMERE_TEST(DeadKeyTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "DeadKeyTest.moc"

@@ -8,6 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr int tolerance = 2; // of 255; a gradient that starts elsewhere is rounded differently
@@ -211,4 +213,7 @@ void EdgeFadeTest::fadeAtRestDrawsNoFrame()
 }
 
 QUILLMERE_TEST(EdgeFadeTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "EdgeFadeTest.moc"

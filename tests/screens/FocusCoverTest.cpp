@@ -5,6 +5,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 QString screenWith(const char* name, const char* item)
@@ -154,4 +156,7 @@ void FocusCoverTest::focusReturnsToOuterScreenWhenInnerOneIsDestroyed()
 }
 
 QUILLMERE_TEST(FocusCoverTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "FocusCoverTest.moc"

@@ -3,6 +3,8 @@
 #include "FocusScreen.h"
 #include "TestScreen.h"
 
+namespace quillmere {
+
 /** A window with one FocusScreen, whose items are identified by their object names. */
 class FocusFixture : public TestScreen
 {
@@ -65,3 +67,5 @@ public:
 private:
     FocusScreen* m_screen = nullptr;
 };
+
+} // namespace quillmere

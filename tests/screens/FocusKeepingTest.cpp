@@ -11,8 +11,9 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 using Change = std::function<void(FocusFixture&)>;
-Q_DECLARE_METATYPE(Change)
 
 namespace {
 
@@ -255,4 +256,7 @@ void FocusKeepingTest::focusedChangedIsEmittedOnceWhenNoItemIsLeft()
 }
 
 QUILLMERE_TEST(FocusKeepingTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "FocusKeepingTest.moc"

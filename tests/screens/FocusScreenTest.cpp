@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** Targets of the arrow keys, and the select key. */
 class FocusScreenTest : public QObject
 {
@@ -327,4 +329,7 @@ void FocusScreenTest::innerScreenAcceptsArrowsButNotBack()
 }
 
 QUILLMERE_TEST(FocusScreenTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "FocusScreenTest.moc"

@@ -14,6 +14,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 QList<QGlyphRun> glyphsOf(const QString& text, const QFont& font)
@@ -169,4 +171,7 @@ void FontsTest::emojiIsDrawnInColour()
 }
 
 QUILLMERE_TEST(FontsTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "FontsTest.moc"

@@ -2,6 +2,8 @@
 
 #include "ScreenFixture.h"
 
+namespace quillmere {
+
 /** The front screen. */
 struct FrontFixture : ScreenFixture
 {
@@ -32,3 +34,5 @@ struct FrontFixture : ScreenFixture
 
     int statusRequests() { return requests(u"/api/tv/status"_s); }
 };
+
+} // namespace quillmere

@@ -7,6 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 /** A screen with two buttons and a cover, and three components to show in it. */
@@ -258,4 +260,7 @@ void FullScreenCoverTest::coverCanBeDestroyedWithItsScreen()
 }
 
 QUILLMERE_TEST(FullScreenCoverTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "FullScreenCoverTest.moc"

@@ -5,6 +5,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 /** Share, 0 to 1, of the picture that is not black. */
@@ -135,4 +137,7 @@ void IconTest::linesOfTextIconAreSharp()
 }
 
 QUILLMERE_TEST(IconTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "IconTest.moc"

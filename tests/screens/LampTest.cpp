@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 /** A lamp on black whose glow the test sets. */
@@ -209,4 +211,7 @@ void LampTest::litLampRepaintsOnlyItself()
 }
 
 QUILLMERE_TEST(LampTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "LampTest.moc"

@@ -7,6 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** The layout of the front screen at every size and with every text. */
 class LandingLayoutTest : public QObject
 {
@@ -145,4 +147,7 @@ void LandingLayoutTest::textsStayInsideTheirDoorsAndDoNotOverlap()
 }
 
 QUILLMERE_TEST(LandingLayoutTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "LandingLayoutTest.moc"

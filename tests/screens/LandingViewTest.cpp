@@ -10,6 +10,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 const QString statusPath = u"/api/tv/status"_s;
@@ -276,4 +278,7 @@ void LandingViewTest::doorHasAccessibleRoleNameAndAction()
 }
 
 QUILLMERE_TEST(LandingViewTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "LandingViewTest.moc"

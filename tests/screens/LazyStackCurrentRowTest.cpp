@@ -3,6 +3,8 @@
 
 #include <QSignalSpy>
 
+namespace quillmere {
+
 /** The current row of a stack, and the focus that follows it. */
 class LazyStackCurrentRowTest : public QObject
 {
@@ -283,4 +285,7 @@ void LazyStackCurrentRowTest::currentRowOutOfRangeIsIgnored()
 }
 
 QUILLMERE_TEST(LazyStackCurrentRowTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "LazyStackCurrentRowTest.moc"

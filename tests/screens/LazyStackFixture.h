@@ -9,6 +9,8 @@
 
 #include <QTest>
 
+namespace quillmere {
+
 using namespace Qt::StringLiterals;
 
 inline constexpr qreal extent = 250;
@@ -121,3 +123,5 @@ struct LazyStackFixture : TestScreen
     ScrollArea* area;
     LazyStack* row;
 };
+
+} // namespace quillmere

@@ -1,6 +1,8 @@
 #include "LazyStackFixture.h"
 #include "TestMain.h"
 
+namespace quillmere {
+
 namespace {
 
 constexpr qreal estimate = 250;
@@ -121,4 +123,7 @@ void LazyStackMeasuredTest::changedModelIsMeasuredAgain()
 }
 
 QUILLMERE_TEST(LazyStackMeasuredTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "LazyStackMeasuredTest.moc"

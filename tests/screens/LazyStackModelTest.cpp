@@ -1,6 +1,8 @@
 #include "LazyStackFixture.h"
 #include "TestMain.h"
 
+namespace quillmere {
+
 /** The delegate items of a stack when its model changes. */
 class LazyStackModelTest : public QObject
 {
@@ -115,4 +117,7 @@ void LazyStackModelTest::invalidDelegateIsReportedOnce()
 }
 
 QUILLMERE_TEST(LazyStackModelTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "LazyStackModelTest.moc"

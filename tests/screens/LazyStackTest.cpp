@@ -4,6 +4,8 @@
 #include <memory>
 #include <vector>
 
+namespace quillmere {
+
 namespace {
 
 /** While this object exists, horizontal stacks create no items ahead; vertical ones do. */
@@ -220,4 +222,7 @@ void LazyStackTest::noFrameIsDrawnAtRest()
 }
 
 QUILLMERE_TEST(LazyStackTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "LazyStackTest.moc"

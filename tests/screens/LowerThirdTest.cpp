@@ -10,6 +10,8 @@
 
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 const QString sentence = u"Joint special session of the harbour board, the library and the commission of parks. "_s;
@@ -314,4 +316,7 @@ void LowerThirdTest::longTextsStayInsidePanel()
 }
 
 QUILLMERE_TEST(LowerThirdTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "LowerThirdTest.moc"

@@ -7,6 +7,8 @@
 
 #include <cmath>
 
+namespace quillmere {
+
 /** The market picker with more markets than fit. */
 class MarketPickerTest : public QObject
 {
@@ -308,4 +310,7 @@ void MarketPickerTest::focusRingIsCompleteAtBothEnds()
 }
 
 QUILLMERE_TEST(MarketPickerTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "MarketPickerTest.moc"

@@ -7,6 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 /** A stack that pops its own pages. Its root and each page have two buttons. */
@@ -299,4 +301,7 @@ void NavigationStackTest::componentThatIsNoScreenIsRejected()
 }
 
 QUILLMERE_TEST(NavigationStackTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "NavigationStackTest.moc"

@@ -8,6 +8,8 @@
 
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr int reach = 3; // pixels on each side of an edge that are checked for other edges
@@ -364,4 +366,7 @@ void NewsEdgesTest::countdownTickMovesNoOtherText()
 }
 
 QUILLMERE_TEST(NewsEdgesTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "NewsEdgesTest.moc"

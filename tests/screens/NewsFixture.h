@@ -7,6 +7,8 @@
 
 #include <QPointer>
 
+namespace quillmere {
+
 /** The news channel opened over a front screen, with scripted players. */
 struct NewsFixture : ScreenFixture
 {
@@ -86,3 +88,5 @@ struct NewsFixture : ScreenFixture
         waitForFrame();
     }
 };
+
+} // namespace quillmere

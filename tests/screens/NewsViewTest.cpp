@@ -3,6 +3,8 @@
 #include "NewsTexts.h"
 #include "TestMain.h"
 
+namespace quillmere {
+
 /** The news channel's screen: content in each state of the broadcast, keys, and dismissal. */
 class NewsViewTest : public QObject
 {
@@ -360,4 +362,7 @@ void NewsViewTest::reopenedScreenStartsFresh()
 }
 
 QUILLMERE_TEST(NewsViewTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "NewsViewTest.moc"

@@ -7,6 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** Typing with the on-screen keyboard and the remote. */
 class OnScreenKeyboardTest : public QObject
 {
@@ -281,4 +283,7 @@ void OnScreenKeyboardTest::returnKeySubmitsAfterTypingAndSelectsAfterArrow()
 }
 
 QUILLMERE_TEST(OnScreenKeyboardTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "OnScreenKeyboardTest.moc"

@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 /** A red disc that counts how often it is painted. */
@@ -185,4 +187,7 @@ void PaintedArtTest::opaqueArtIsBlendedWithItsOpacity()
 }
 
 QUILLMERE_TEST(PaintedArtTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "PaintedArtTest.moc"

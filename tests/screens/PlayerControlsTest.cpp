@@ -5,6 +5,8 @@
 
 #include <QKeyEvent>
 
+namespace quillmere {
+
 /** What the tape player shows over its picture: transport bar, information panel and loading indicator. */
 class PlayerControlsTest : public QObject
 {
@@ -349,4 +351,7 @@ void PlayerControlsTest::focusedTrackStaysVisibleAmongMany()
 }
 
 QUILLMERE_TEST(PlayerControlsTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "PlayerControlsTest.moc"

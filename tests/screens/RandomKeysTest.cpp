@@ -14,6 +14,8 @@
 #include <QRandomGenerator>
 #include <QRegularExpression>
 
+namespace quillmere {
+
 /**
  * Presses random keys while the hub sends random answers. At any time exactly one item has focus, or the screen itself
  * if nothing can be focused. At the end of all scrolls the focused item is visible, and so is the current row of every
@@ -299,4 +301,7 @@ QString RandomKeysTest::visibilityError(const LazyStack& stack, const Focusable&
 }
 
 QUILLMERE_TEST(RandomKeysTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "RandomKeysTest.moc"

@@ -4,6 +4,8 @@
 #include <QAccessible>
 #include <QRegularExpression>
 
+namespace quillmere {
+
 /** Layout and accessible names of the shop. */
 class RewinderyLayoutTest : public QObject
 {
@@ -191,4 +193,7 @@ void RewinderyLayoutTest::liftedCassetteIsCompleteAtBothEnds()
 }
 
 QUILLMERE_TEST(RewinderyLayoutTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "RewinderyLayoutTest.moc"

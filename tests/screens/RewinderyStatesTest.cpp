@@ -6,6 +6,8 @@
 #include <QAccessible>
 #include <QRegularExpression>
 
+namespace quillmere {
+
 /** The shop when the store changes: refreshes, markets, empty shelves. */
 class RewinderyStatesTest : public QObject
 {
@@ -332,4 +334,7 @@ void RewinderyStatesTest::marketWithoutTapesIsResetWhenShopCloses()
 }
 
 QUILLMERE_TEST(RewinderyStatesTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "RewinderyStatesTest.moc"

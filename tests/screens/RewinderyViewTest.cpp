@@ -4,6 +4,8 @@
 
 #include <QRegularExpression>
 
+namespace quillmere {
+
 /** The shop: focus movement, and opening of tapes and of the search. */
 class RewinderyViewTest : public QObject
 {
@@ -221,4 +223,7 @@ void RewinderyViewTest::searchScreenCoversShopUntilBackIsPressed()
 }
 
 QUILLMERE_TEST(RewinderyViewTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "RewinderyViewTest.moc"

@@ -8,6 +8,8 @@
 
 #include <functional>
 
+namespace quillmere {
+
 /** A screen of the program on a canvas, with a store, a scripted network and a scripted clock. */
 class ScreenFixture : public StoreFixture, public TestScreen
 {
@@ -74,3 +76,5 @@ public:
     }
     QRectF areaOf(const QString& words) const { return areaOnCanvas(text(words)); }
 };
+
+} // namespace quillmere

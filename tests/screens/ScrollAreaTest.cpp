@@ -7,6 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** A scroll area: it moves its content so that a given range is visible. */
 class ScrollAreaTest : public QObject
 {
@@ -267,4 +269,7 @@ void ScrollAreaTest::childrenAreAddedToContentItem()
 }
 
 QUILLMERE_TEST(ScrollAreaTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "ScrollAreaTest.moc"

@@ -6,6 +6,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 /** A viewport of 600 points with content of height `extent`, and the scroll indicator beside it. */
@@ -85,4 +87,7 @@ void ScrollIndicatorTest::barIsHiddenWhenContentFits()
 }
 
 QUILLMERE_TEST(ScrollIndicatorTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "ScrollIndicatorTest.moc"

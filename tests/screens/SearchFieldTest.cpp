@@ -8,6 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** Typing into the search field with a physical keyboard and with input methods. */
 class SearchFieldTest : public QObject
 {
@@ -193,4 +195,7 @@ void SearchFieldTest::noFrameIsDrawnAtRest()
 }
 
 QUILLMERE_TEST(SearchFieldTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "SearchFieldTest.moc"

@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 /** A shadow that counts the paintings of all objects of its class. */
@@ -249,4 +251,7 @@ void SharedArtTest::unusedVeneerIsReleased()
 }
 
 QUILLMERE_TEST(SharedArtTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "SharedArtTest.moc"

@@ -4,6 +4,8 @@
 #include "ScreenFixture.h"
 #include "ShelvesOfTapes.h"
 
+namespace quillmere {
+
 /** The shop, opened over a screen as the front screen opens it. */
 struct ShopFixture : ScreenFixture
 {
@@ -71,3 +73,5 @@ struct ShopFixture : ScreenFixture
         waitForFrame();
     }
 };
+
+} // namespace quillmere

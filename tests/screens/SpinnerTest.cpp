@@ -8,6 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** The spinner: its animation, and what it repaints. */
 class SpinnerTest : public QObject
 {
@@ -94,4 +96,7 @@ void SpinnerTest::spinnerRepaintsOnlyItself()
 }
 
 QUILLMERE_TEST(SpinnerTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "SpinnerTest.moc"

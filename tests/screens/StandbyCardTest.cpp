@@ -9,6 +9,8 @@
 
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 const QString standbyCard = u"property bool checking: false; StandbyCard { anchors.fill: parent; news: canvas.news; "
@@ -386,4 +388,7 @@ void StandbyCardTest::longTextsStayInsideCard()
 }
 
 QUILLMERE_TEST(StandbyCardTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "StandbyCardTest.moc"

@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 /** The bounding rectangle of the pixels of a text on black. */
@@ -408,4 +410,7 @@ void StationTextTest::anyCodePointIsAccepted()
 }
 
 QUILLMERE_TEST(StationTextTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "StationTextTest.moc"

@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 bool isClose(QColor seen, QColor wanted, int tolerance = 1)
@@ -250,4 +252,7 @@ void StylingPicturesTest::artIsAlignedToWholePixels()
 }
 
 QUILLMERE_TEST(StylingPicturesTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "StylingPicturesTest.moc"

@@ -5,6 +5,8 @@
 #include "ScrollArea.h"
 #include "TapeDetailController.h"
 
+namespace quillmere {
+
 /** The screen of a tape, with a player screen that plays nothing. */
 struct TapeDetailFixture : ScreenFixture
 {
@@ -109,3 +111,5 @@ private:
         return all;
     }
 };
+
+} // namespace quillmere

@@ -1,6 +1,8 @@
 #include "TapeDetailFixture.h"
 #include "TestMain.h"
 
+namespace quillmere {
+
 /** The screen of a tape: layout and focus movement. */
 class TapeDetailLayoutTest : public QObject
 {
@@ -208,4 +210,7 @@ void TapeDetailLayoutTest::focusMovesToNeighbourWhenButtonDisappears()
 }
 
 QUILLMERE_TEST(TapeDetailLayoutTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "TapeDetailLayoutTest.moc"

@@ -1,6 +1,8 @@
 #include "TapeDetailFixture.h"
 #include "TestMain.h"
 
+namespace quillmere {
+
 /** The screen of a tape: texts and actions. */
 class TapeDetailViewTest : public QObject
 {
@@ -238,4 +240,7 @@ void TapeDetailViewTest::requestIsCancelledWhenScreenDisappears()
 }
 
 QUILLMERE_TEST(TapeDetailViewTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "TapeDetailViewTest.moc"

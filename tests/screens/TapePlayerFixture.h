@@ -8,6 +8,8 @@
 #include <QPointer>
 #include <QSignalSpy>
 
+namespace quillmere {
+
 /** The screen that plays a tape, with a scripted player. */
 struct TapePlayerFixture : ScreenFixture
 {
@@ -97,3 +99,5 @@ struct TapePlayerFixture : ScreenFixture
     /** The visible texts of one part of the screen. */
     QStringList read(const QByteArray& type) const { return words(item(type)); }
 };
+
+} // namespace quillmere

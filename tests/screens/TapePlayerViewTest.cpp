@@ -1,6 +1,8 @@
 #include "TapePlayerFixture.h"
 #include "TestMain.h"
 
+namespace quillmere {
+
 /** The screen that plays a tape: what it shows without a picture, and how it is dismissed. */
 class TapePlayerViewTest : public QObject
 {
@@ -228,4 +230,7 @@ void TapePlayerViewTest::playerKeysAreAccepted()
 }
 
 QUILLMERE_TEST(TapePlayerViewTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "TapePlayerViewTest.moc"

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 /** The shop with its search open, with placeholder screens for the player and the transcript. */
 struct TapeSearchFixture : ShopFixture
 {
@@ -60,3 +62,5 @@ struct TapeSearchFixture : ShopFixture
 
     static QString path(const QString& query) { return u"/api/tv/tapes?page=1&per_page=200&q="_s + query; }
 };
+
+} // namespace quillmere

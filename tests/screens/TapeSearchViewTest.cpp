@@ -7,6 +7,8 @@
 
 #include <numeric>
 
+namespace quillmere {
+
 /** The tape search: content and focus movement. */
 class TapeSearchViewTest : public QObject
 {
@@ -349,4 +351,7 @@ void TapeSearchViewTest::wordTypedWithRemoteIsSearched()
 }
 
 QUILLMERE_TEST(TapeSearchViewTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "TapeSearchViewTest.moc"

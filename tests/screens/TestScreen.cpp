@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr int quietTime = 100; // milliseconds without a frame that count as idle
@@ -18,7 +20,7 @@ constexpr int longestWait = 5000;
 void collect(QQuickItem* item, const QByteArrayList& types, QList<QQuickItem*>& found)
 {
     for (const QMetaObject* meta = item->metaObject(); meta; meta = meta->superClass()) {
-        const QByteArray name = meta->className();
+        const QByteArray name = QByteArray(meta->className()).replace("quillmere::", "");
         const auto isCalled = [&name](const QByteArray& type) {
             return name == type || name.startsWith(type + "_QML");
         };
@@ -172,3 +174,5 @@ QRectF TestScreen::area(const QQuickItem* item)
 {
     return item->mapRectToScene(QRectF(QPointF(), item->size()));
 }
+
+} // namespace quillmere

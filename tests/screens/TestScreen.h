@@ -9,6 +9,8 @@
 #include <initializer_list>
 #include <memory>
 
+namespace quillmere {
+
 /** A window in which a test shows a screen of the program. It sends keys and grabs pictures. */
 class TestScreen
 {
@@ -74,3 +76,5 @@ private:
     std::unique_ptr<QQuickItem> m_item;
     int m_frames = 0;
 };
+
+} // namespace quillmere

@@ -14,6 +14,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 const QDateTime start(QDate(2025, 1, 1), QTime(12, 0), QTimeZone::utc()); // start of a crawl period of 24 s
@@ -349,4 +351,7 @@ void TickerCrawlTest::accessibleTextContainsLinesUpToLimit()
 }
 
 QUILLMERE_TEST(TickerCrawlTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "TickerCrawlTest.moc"

@@ -10,6 +10,8 @@
 #include <QJsonObject>
 #include <QSignalSpy>
 
+namespace quillmere {
+
 /** The screen of a transcript. */
 struct TranscriptFixture : ScreenFixture
 {
@@ -70,3 +72,5 @@ struct TranscriptFixture : ScreenFixture
     /** The geometry of the focused passage in points of the viewport. */
     QRectF focusedArea() const { return focused()->mapRectToItem(page, QRectF(QPointF(), focused()->size())); }
 };
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 
 #include <QElapsedTimer>
 
+namespace quillmere {
+
 /** The screen of a transcript: texts and navigation. */
 class TranscriptViewTest : public QObject
 {
@@ -445,4 +447,7 @@ void TranscriptViewTest::repeatedArrowReachesEveryPassage()
 }
 
 QUILLMERE_TEST(TranscriptViewTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "TranscriptViewTest.moc"

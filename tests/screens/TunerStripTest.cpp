@@ -12,6 +12,8 @@
 
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 const QString tunerStrip =
@@ -453,4 +455,7 @@ void TunerStripTest::noFrameIsDrawnUnlessElidedNameIsFocused()
 }
 
 QUILLMERE_TEST(TunerStripTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "TunerStripTest.moc"

@@ -7,6 +7,8 @@
 #include <QGuiApplication>
 #include <QInputMethodEvent>
 
+namespace quillmere {
+
 /**
  * A page with a search field, a Focusable below it, and the on-screen keyboard; the viewer has a remote and a keyboard.
  */
@@ -108,3 +110,5 @@ struct TypingFixture : ScreenFixture
 
     int presses = 0; ///< of the remote
 };
+
+} // namespace quillmere

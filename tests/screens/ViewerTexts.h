@@ -1,5 +1,7 @@
 #pragma once
 
+namespace quillmere {
+
 /** Texts that the program shows to viewers. Texts that never change are in StationTexts instead. */
 // clang-format off
 inline constexpr const char16_t* viewerTexts[] = {
@@ -41,3 +43,5 @@ inline constexpr const char16_t* viewerTexts[] = {
     u"That address didn't resolve.", u"The hub answered ", u"The hub sent something this app couldn't read.",
 };
 // clang-format on
+
+} // namespace quillmere

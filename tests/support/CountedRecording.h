@@ -7,7 +7,7 @@
  * HLS recordings whose picture shows the current second as twelve black or white bars, the highest bit on the left.
  * Segments are 4 seconds long.
  */
-namespace CountedRecording {
+namespace quillmere::CountedRecording {
 
 constexpr int bits = 12;
 constexpr int segmentSeconds = 4;
@@ -50,4 +50,4 @@ inline int secondShown(const QImage& picture)
     return second;
 }
 
-} // namespace CountedRecording
+} // namespace quillmere::CountedRecording

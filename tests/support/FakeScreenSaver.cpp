@@ -4,6 +4,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr auto service = "org.freedesktop.ScreenSaver"_L1;
@@ -48,3 +50,5 @@ void FakeScreenSaver::sendDelayedReplies()
     for (const QDBusMessage& answer : std::exchange(m_delayedReplies, {}))
         m_bus.send(answer);
 }
+
+} // namespace quillmere

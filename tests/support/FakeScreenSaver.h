@@ -6,6 +6,8 @@
 #include <QList>
 #include <QObject>
 
+namespace quillmere {
+
 /**
  * A fake screensaver service that records its inhibitors. It replies at once, or when the test says so. It registers
  * its service name when created and unregisters it when destroyed. Single-threaded.
@@ -47,3 +49,5 @@ private:
     bool m_isReplyDelayed = false;
     bool m_refusing = false;
 };
+
+} // namespace quillmere

@@ -8,6 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 QByteArray certificateFile(const QByteArray& name)
@@ -208,3 +210,5 @@ QByteArray gzipBomb(qint64 size)
     gzip.add({}, Z_FINISH);
     return gzip.packed;
 }
+
+} // namespace quillmere

@@ -12,6 +12,8 @@
 
 #include <functional>
 
+namespace quillmere {
+
 /**
  * A real HTTP server on loopback that sends exactly the bytes a test asks for, faults included. It lives on the test's
  * thread and serves while that thread's event loop runs. The system chooses the port.
@@ -85,3 +87,5 @@ QByteArray gzip(const QByteArray& bytes);
 
 /** Gzip data that decompresses to `size` zero bytes. It is built in chunks, so the zeros are never all in memory. */
 QByteArray gzipBomb(qint64 size);
+
+} // namespace quillmere

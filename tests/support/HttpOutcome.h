@@ -7,6 +7,8 @@
 #include <memory>
 #include <optional>
 
+namespace quillmere {
+
 /** The result of a request, once it has arrived. */
 struct HttpOutcome
 {
@@ -52,3 +54,5 @@ inline HttpRequest requestTo(const QUrl& url)
     request.overallLimit = std::chrono::seconds(10);
     return request;
 }
+
+} // namespace quillmere

@@ -7,6 +7,8 @@
 
 #include <memory>
 
+namespace quillmere {
+
 /**
  * Base of tests that use a fresh client, which is online, and a fresh server, whose certificate it trusts, for every
  * test function.
@@ -35,3 +37,5 @@ private Q_SLOTS:
     void init() { setUp(); }
     void cleanup() { tearDown(); }
 };
+
+} // namespace quillmere

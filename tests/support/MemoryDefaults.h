@@ -4,6 +4,8 @@
 
 #include <QMap>
 
+namespace quillmere {
+
 /** Keeps numbers in memory and counts the writes. */
 class MemoryDefaults : public Defaults
 {
@@ -27,3 +29,5 @@ private:
     QMap<QString, double> m_numbers;
     int m_writes = 0;
 };
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 #include <memory>
 #include <optional>
 
+namespace quillmere {
+
 /** Where the result of a task will be stored. */
 template<typename T>
 using PendingResult = std::shared_ptr<std::optional<T>>;
@@ -23,3 +25,5 @@ PendingResult<T> pendingResult(QCoro::Task<T> task)
     storeResult(std::move(task), result);
     return result;
 }
+
+} // namespace quillmere

@@ -7,6 +7,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 /** A session bus configuration without the folders of activatable services. */
@@ -50,3 +52,5 @@ QDBusConnection PrivateBus::connect()
     m_connections.append(u"private-%1"_s.arg(++last));
     return QDBusConnection::connectToBus(m_address, m_connections.last());
 }
+
+} // namespace quillmere

@@ -7,6 +7,8 @@
 
 #include <memory>
 
+namespace quillmere {
+
 /** A D-Bus message bus for one test, which starts no services. Single-threaded. */
 class PrivateBus
 {
@@ -29,3 +31,5 @@ private:
     QString m_address;
     QStringList m_connections;
 };
+
+} // namespace quillmere

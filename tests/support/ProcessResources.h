@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 /** Counts the file descriptors and threads of this process at construction. */
 struct ProcessResources
 {
@@ -36,3 +38,5 @@ private:
         return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
     }
 };
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include "VHSCover.h"
 
+namespace quillmere {
+
 /** The cover of an ordinary meeting with a transcript. */
 inline VHSCover sampleCover(double hue = 291)
 {
@@ -21,3 +23,5 @@ inline VHSCover sampleCover(double hue = 291)
     cover.hasTranscript = true;
     return cover;
 }
+
+} // namespace quillmere

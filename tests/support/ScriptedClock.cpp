@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 struct ScriptedClock::ScriptedTimer : Clock::Timer
 {
     explicit ScriptedTimer(std::shared_ptr<Pending> what) : pending(std::move(what)) {}
@@ -52,3 +54,5 @@ int ScriptedClock::pendingTimers() const
         return pending && pending->callback;
     }));
 }
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 #include <QList>
 #include <QTimeZone>
 
+namespace quillmere {
+
 /** A clock that stands still until the test advances it. Timers fire inside `advance`, ordered by their due times. */
 class ScriptedClock : public Clock
 {
@@ -38,3 +40,5 @@ private:
     std::chrono::milliseconds m_elapsed{0};
     QList<std::weak_ptr<Pending>> m_pending;
 };
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 #include <atomic>
 
+namespace quillmere {
+
 /** A network that the test switches off and on, from any thread. The object lives on the client's network thread. */
 class ScriptedConnectivity : public Connectivity
 {
@@ -26,3 +28,5 @@ private:
     std::atomic<bool> m_isOnline;
     std::atomic<int> m_queryCount = 0;
 };
+
+} // namespace quillmere

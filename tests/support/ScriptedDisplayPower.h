@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+namespace quillmere {
+
 /** A fake display that only records the calls. */
 class ScriptedDisplayPower : public DisplayPower
 {
@@ -22,3 +24,5 @@ public:
     bool isSlow = false;                 ///< if true, the test resolves `switchOnCompletion`
     Completion<bool> switchOnCompletion; ///< result of the last `switchOn`
 };
+
+} // namespace quillmere

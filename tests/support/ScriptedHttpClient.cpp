@@ -1,5 +1,7 @@
 #include "ScriptedHttpClient.h"
 
+namespace quillmere {
+
 ScriptedHttpClient::~ScriptedHttpClient()
 {
     for (const Call& call : QList<Call>(m_calls))
@@ -41,3 +43,5 @@ void ScriptedHttpClient::fail(int call, const QString& description, HttpFailure:
     const auto completion = m_calls.at(call).completion;
     completion.resolve(tl::unexpected(HttpFailure{kind, description}));
 }
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 
 #include <QList>
 
+namespace quillmere {
+
 /**
  * An HTTP client without a network. Every request waits until the test answers it, in any order, or until it is
  * cancelled. Requests are numbered from 0 in the order in which they were started.
@@ -37,3 +39,5 @@ private:
     };
     QList<Call> m_calls;
 };
+
+} // namespace quillmere

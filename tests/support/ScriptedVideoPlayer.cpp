@@ -2,6 +2,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 void ScriptedVideoPlayer::setItem(std::shared_ptr<PlayerItem> item)
 {
     m_calls->append(item ? u"setItem"_s : u"clearItem"_s);
@@ -139,3 +141,5 @@ void ScriptedVideoPlayer::setTracks(const QList<MediaTrack>& tracks)
     m_tracks = tracks;
     Q_EMIT tracksChanged();
 }
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 #include <QList>
 
+namespace quillmere {
+
 /**
  * A fake player without a stream or picture. It records the calls, and the test triggers events, including some that a
  * real player would not send.
@@ -89,3 +91,5 @@ private:
     bool m_seekable = false;
     QList<MediaTrack> m_tracks;
 };
+
+} // namespace quillmere

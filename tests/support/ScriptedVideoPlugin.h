@@ -5,6 +5,8 @@
 #include <QList>
 #include <QStringList>
 
+namespace quillmere {
+
 /** A fake engine without libmpv. It records the calls, and the test reports events through `listener`. */
 class ScriptedVideoEngine : public VideoEngine
 {
@@ -74,3 +76,5 @@ public:
     std::weak_ptr<ScriptedVideoEngine> latest;
     int createdEngines = 0;
 };
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include "Shelf.h"
 
+namespace quillmere {
+
 using namespace Qt::StringLiterals;
 
 /** Shelves for tests: tapes are given by their ids, and their titles contain the ids. */
@@ -44,3 +46,5 @@ inline QList<Shelf> shelvesOf(const QString& text)
     }
     return all;
 }
+
+} // namespace quillmere

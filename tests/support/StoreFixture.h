@@ -10,6 +10,8 @@
 
 #include <memory>
 
+namespace quillmere {
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -103,3 +105,5 @@ private:
         return http.waitingFor(path);
     }
 };
+
+} // namespace quillmere

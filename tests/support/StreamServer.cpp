@@ -8,6 +8,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 QByteArray read(const QString& path)
@@ -83,3 +85,5 @@ QByteArray StreamServer::answerTo(const QString& path) const
     return "HTTP/1.1 " + QByteArray::number(status) + " Said\r\n" + header +
            "Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body;
 }
+
+} // namespace quillmere

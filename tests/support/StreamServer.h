@@ -6,6 +6,8 @@
 #include <QTcpSocket>
 #include <QUrl>
 
+namespace quillmere {
+
 /**
  * A small HTTPS server on localhost that serves the files of a folder, with the faults that the test asks for. GUI
  * thread only.
@@ -65,3 +67,5 @@ private:
     QStringList m_trickling;
     QStringList m_requests;
 };
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 #include <map>
 #include <string_view>
 
+namespace quillmere {
+
 namespace {
 
 std::map<std::string_view, TestMain::Run>& testClasses()
@@ -19,8 +21,11 @@ TestMain::Registration::Registration(const char* testClass, Run run)
     testClasses().emplace(testClass, run);
 }
 
+} // namespace quillmere
+
 int main(int argc, char** argv)
 {
+    using namespace quillmere;
     const auto test = argc > 1 ? testClasses().find(argv[1]) : testClasses().end();
     if (test != testClasses().end())
         return test->second(argc - 1, argv + 1);

@@ -7,7 +7,7 @@
  * Main function of the test programs. A program contains many test classes: `program TestClass [ARGUMENTS]` runs one, and
  * passes the arguments to Qt Test.
  */
-namespace TestMain {
+namespace quillmere::TestMain {
 
 using Run = int (*)(int argc, char** argv);
 
@@ -31,7 +31,7 @@ int run(int argc, char** argv)
     return QTest::qExec(&test, argc, argv);
 }
 
-} // namespace TestMain
+} // namespace quillmere::TestMain
 
 /** Adds a test class to its program. `Application` is QGuiApplication, QCoreApplication or TestMain::NoApplication. */
 #define QUILLMERE_TEST(Test, Application)                                                                              \

@@ -12,6 +12,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+namespace quillmere {
+
 inline QByteArray readFile(const QString& path)
 {
     QFile file(path);
@@ -103,3 +105,5 @@ struct VideoFixture
     std::unique_ptr<VideoView> view;
     std::shared_ptr<PlayerItem> item; ///< set by `play`
 };
+
+} // namespace quillmere

@@ -4,7 +4,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace tour {
+namespace quillmere::tour {
 
 namespace {
 
@@ -85,4 +85,4 @@ Check hasPlayedSince(const QString& state, int seconds)
             }};
 }
 
-} // namespace tour
+} // namespace quillmere::tour

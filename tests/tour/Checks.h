@@ -5,7 +5,7 @@
 #include <QColor>
 
 /** Checks that prove a state. Areas are in points of the 1920 x 1080 canvas. */
-namespace tour {
+namespace quillmere::tour {
 
 Check hasText(const QRectF& area, const QString& text);
 Check hasNoText(const QRectF& area, const QString& text);
@@ -20,4 +20,4 @@ Check isPlaying();
 /** The recording has advanced by at least `seconds` since the picture of another state. */
 Check hasPlayedSince(const QString& state, int seconds);
 
-} // namespace tour
+} // namespace quillmere::tour

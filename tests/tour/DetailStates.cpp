@@ -5,7 +5,7 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-namespace tour {
+namespace quillmere::tour {
 
 namespace {
 
@@ -114,4 +114,4 @@ QList<State> detailStates()
            };
 }
 
-} // namespace tour
+} // namespace quillmere::tour

@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace tour {
+namespace quillmere::tour {
 
 namespace {
 
@@ -152,4 +152,4 @@ QList<State> allStates()
            transcriptStates() + searchStates();
 }
 
-} // namespace tour
+} // namespace quillmere::tour

@@ -6,7 +6,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace tour {
+namespace quillmere::tour {
 
 namespace {
 
@@ -234,4 +234,4 @@ QList<State> newsStates()
     return onStandby() + withStations() + onAir();
 }
 
-} // namespace tour
+} // namespace quillmere::tour

@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace tour {
+namespace quillmere::tour {
 
 namespace {
 
@@ -85,4 +85,4 @@ void writeContactSheet(const QString& of)
     save(sheet, folder + u'/' + sheetName);
 }
 
-} // namespace tour
+} // namespace quillmere::tour

@@ -3,7 +3,7 @@
 #include <QImage>
 #include <QString>
 
-namespace tour {
+namespace quillmere::tour {
 
 /** The tour's pictures of one screen size, written to a folder with numbered names. */
 class PictureFolder
@@ -22,4 +22,4 @@ private:
 /** Writes a contact sheet of all pictures in the folder and its subfolders, labelled with their file names. */
 void writeContactSheet(const QString& folder);
 
-} // namespace tour
+} // namespace quillmere::tour

@@ -4,7 +4,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace tour {
+namespace quillmere::tour {
 
 namespace {
 
@@ -82,4 +82,4 @@ QList<State> searchStates()
     return typedWithRemote() + typedOnKeyboard();
 }
 
-} // namespace tour
+} // namespace quillmere::tour

@@ -6,7 +6,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace tour {
+namespace quillmere::tour {
 
 namespace {
 
@@ -147,4 +147,4 @@ QList<State> panelStates()
     return panels + marketAfterMoveAlongShelf() + manyMarkets();
 }
 
-} // namespace tour
+} // namespace quillmere::tour

@@ -10,7 +10,7 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-namespace tour {
+namespace quillmere::tour {
 
 namespace {
 
@@ -113,4 +113,4 @@ Check hubGotNoRequestFor(const QString& path)
             }};
 }
 
-} // namespace tour
+} // namespace quillmere::tour

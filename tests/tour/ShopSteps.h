@@ -3,7 +3,7 @@
 #include "State.h"
 
 /** The tour's steps and checks in the shop. */
-namespace tour {
+namespace quillmere::tour {
 
 /** Opens the shop from the front screen; the focus is then on the controls above the shelves. */
 Step openShop();
@@ -25,4 +25,4 @@ Check showsStock(const QString& market = {});
 Check hasTitle();
 Check hubGotNoRequestFor(const QString& path);
 
-} // namespace tour
+} // namespace quillmere::tour

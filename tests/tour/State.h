@@ -9,7 +9,7 @@
 
 #include <functional>
 
-namespace tour {
+namespace quillmere::tour {
 
 /** What all steps and checks use: the hub, the simulated viewer, and the pictures taken so far, by state name. */
 struct TourContext
@@ -51,4 +51,4 @@ QList<State> transcriptStates();
 QList<State> searchStates();
 QList<State> panelStates();
 
-} // namespace tour
+} // namespace quillmere::tour

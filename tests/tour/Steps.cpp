@@ -5,7 +5,7 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-namespace tour {
+namespace quillmere::tour {
 
 Step switchOn(const QMap<qint64, double>& resumePositions)
 {
@@ -68,4 +68,4 @@ Step waitFor(const Check& check)
     };
 }
 
-} // namespace tour
+} // namespace quillmere::tour

@@ -3,7 +3,7 @@
 #include "State.h"
 
 /** The actions of the tour. */
-namespace tour {
+namespace quillmere::tour {
 
 /** Starts the program with these saved resume positions (seconds by tape id). */
 Step switchOn(const QMap<qint64, double>& resumePositions = {});
@@ -21,4 +21,4 @@ Step startHub();
 /** Waits for a condition that takes longer than a step usually does. */
 Step waitFor(const Check& check);
 
-} // namespace tour
+} // namespace quillmere::tour

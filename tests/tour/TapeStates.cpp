@@ -5,7 +5,7 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-namespace tour {
+namespace quillmere::tour {
 
 namespace {
 
@@ -105,4 +105,4 @@ QList<State> tapeStates()
     return playing() + failures();
 }
 
-} // namespace tour
+} // namespace quillmere::tour

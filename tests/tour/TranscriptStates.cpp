@@ -4,7 +4,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace tour {
+namespace quillmere::tour {
 
 namespace {
 
@@ -100,4 +100,4 @@ QList<State> transcriptStates()
     return reading() + nothingToRead();
 }
 
-} // namespace tour
+} // namespace quillmere::tour

@@ -16,6 +16,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 using namespace tour;
@@ -99,8 +101,11 @@ int runTour(const QString& folder, const QList<State>& states)
 
 } // namespace
 
+} // namespace quillmere
+
 int main(int count, char** arguments)
 {
+    using namespace quillmere;
     qputenv("QT_QPA_PLATFORM", "offscreen"); // the tour itself shows no window
     QGuiApplication application(count, arguments);
     const QStringList words = application.arguments();

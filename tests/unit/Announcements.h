@@ -4,6 +4,8 @@
 
 #include <QVariant>
 
+namespace quillmere {
+
 using namespace Qt::StringLiterals;
 
 /** Records a store's change signals: "will" before a change, the field and its new value after it. */
@@ -52,3 +54,5 @@ private:
     const Store& m_store;
     QVariantList m_lastValues;
 };
+
+} // namespace quillmere

@@ -7,6 +7,8 @@
 #include <QPainterPath>
 #include <QTest>
 
+namespace quillmere {
+
 /** Tests the installed application icon. */
 class ApplicationIconTest : public QObject
 {
@@ -63,4 +65,7 @@ void ApplicationIconTest::numbersHaveAtMostTwoDecimals()
 }
 
 QUILLMERE_TEST(ApplicationIconTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "ApplicationIconTest.moc"

@@ -12,6 +12,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 CassettePicture boxOf(const VHSCover& cover, double width, double scale)
@@ -185,4 +187,7 @@ void BarcodeTest::onlyOutlineAndBarCodeAreDrawnOutsideBox()
 }
 
 QUILLMERE_TEST(BarcodeTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "BarcodeTest.moc"

@@ -10,6 +10,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr qint64 referenceDate = 978'307'200; // 2001-01-01 00:00 UTC, in seconds since 1970
@@ -304,4 +306,7 @@ void BroadcastTextsTest::tickerMovesSameDistanceEachMillisecond()
 }
 
 QUILLMERE_TEST(BroadcastTextsTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "BroadcastTextsTest.moc"

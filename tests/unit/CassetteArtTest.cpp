@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr int hues[] = {4, 20, 36, 145, 168, 200, 210, 262, 291, 330};
@@ -313,4 +315,7 @@ void CassetteArtTest::samePictureIsDrawnEachTime()
 }
 
 QUILLMERE_TEST(CassetteArtTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "CassetteArtTest.moc"

@@ -6,6 +6,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr QSize pixels(64, 100);
@@ -299,4 +301,7 @@ void CassetteStudioTest::destroyedStudioDeliversNothing()
 }
 
 QUILLMERE_TEST(CassetteStudioTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "CassetteStudioTest.moc"

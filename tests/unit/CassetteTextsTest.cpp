@@ -11,6 +11,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr int unit = 4; // pixels per unit of the box
@@ -52,8 +54,6 @@ QByteArray rectText(const QRectF& rect)
 }
 
 } // namespace
-
-Q_DECLARE_METATYPE(Change)
 
 /** Tests the position and size of every text on a box. */
 class CassetteTextsTest : public QObject
@@ -246,4 +246,7 @@ void CassetteTextsTest::joinedEmojiIsOneGlyph()
 }
 
 QUILLMERE_TEST(CassetteTextsTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "CassetteTextsTest.moc"

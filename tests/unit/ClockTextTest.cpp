@@ -9,6 +9,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 class ClockTextTest : public QObject
 {
     Q_OBJECT
@@ -55,4 +57,7 @@ void ClockTextTest::positionIsFormattedAsClock()
 }
 
 QUILLMERE_TEST(ClockTextTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "ClockTextTest.moc"

@@ -7,6 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 const QString archived = u"The tape wouldn't play. It may still be being archived."_s;
@@ -256,4 +258,7 @@ void CoordinatorTest::previousPlayerIsReleased()
 }
 
 QUILLMERE_TEST(CoordinatorTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "CoordinatorTest.moc"

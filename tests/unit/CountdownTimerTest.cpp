@@ -9,6 +9,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 QDateTime at(int hour, int minute, int second = 0, int millisecond = 0)
@@ -191,4 +193,7 @@ void CountdownTimerTest::veryLongLabelIsCutToOneLine()
 }
 
 QUILLMERE_TEST(CountdownTimerTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "CountdownTimerTest.moc"

@@ -13,6 +13,9 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using std::chrono::milliseconds;
 
 namespace {
@@ -405,4 +408,7 @@ void DisplaySleepTest::delayIsParsed()
 }
 
 QUILLMERE_TEST(DisplaySleepTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "DisplaySleepTest.moc"

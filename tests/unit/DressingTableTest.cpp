@@ -9,6 +9,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 /** Converts a row of the table. The id is a text there, as QJsonValue does not hold all 64-bit integers exactly. */
@@ -82,4 +84,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(DressingTableTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "DressingTableTest.moc"

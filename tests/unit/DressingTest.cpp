@@ -11,6 +11,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 Tape tape(qint64 id, const QString& title)
@@ -300,4 +302,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(DressingTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "DressingTest.moc"

@@ -11,6 +11,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr int size = 26;
@@ -198,4 +200,7 @@ void FittedTextTest::emptyTextHasNoSize()
 }
 
 QUILLMERE_TEST(FittedTextTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "FittedTextTest.moc"

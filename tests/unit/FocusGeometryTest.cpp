@@ -3,9 +3,9 @@
 
 #include <QTest>
 
-using FocusGeometry::Beam;
+namespace quillmere {
 
-Q_DECLARE_METATYPE(FocusGeometry::Beam)
+using FocusGeometry::Beam;
 
 class FocusGeometryTest : public QObject
 {
@@ -95,4 +95,7 @@ void FocusGeometryTest::noTargetIsFoundAmongNone()
 }
 
 QUILLMERE_TEST(FocusGeometryTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "FocusGeometryTest.moc"

@@ -8,6 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 class GraphemesTest : public QObject
 {
     Q_OBJECT
@@ -151,4 +153,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(GraphemesTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "GraphemesTest.moc"

@@ -7,6 +7,8 @@
 
 #include <array>
 
+namespace quillmere {
+
 namespace {
 
 QByteArray compressed(const QByteArray& bytes)
@@ -112,4 +114,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(GunzipTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "GunzipTest.moc"

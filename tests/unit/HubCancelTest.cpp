@@ -1,6 +1,8 @@
 #include "HubFixture.h"
 #include "TestMain.h"
 
+namespace quillmere {
+
 /** Tests fetches that are cancelled by their callers or by destroying the client. */
 class HubCancelTest : public HubFixture
 {
@@ -127,4 +129,7 @@ void HubCancelTest::fetchStartedWhileClientIsDestroyedFails()
 }
 
 QUILLMERE_TEST(HubCancelTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "HubCancelTest.moc"

@@ -5,6 +5,8 @@
 
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 /** Tests what the hub client returns for good answers, bad answers and failures. */
 class HubFetchTest : public HubFixture
 {
@@ -195,4 +197,7 @@ void HubFetchTest::manyFetchesCanWaitAtOnce()
 }
 
 QUILLMERE_TEST(HubFetchTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "HubFetchTest.moc"

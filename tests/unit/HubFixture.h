@@ -9,6 +9,8 @@
 
 #include <memory>
 
+namespace quillmere {
+
 using namespace Qt::StringLiterals;
 
 template<typename T>
@@ -52,3 +54,5 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
     }
 };
+
+} // namespace quillmere

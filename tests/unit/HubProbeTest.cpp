@@ -3,6 +3,8 @@
 
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 /** Tests probes, which ask whether a stream exists at an address. */
 class HubProbeTest : public HubFixture
 {
@@ -94,4 +96,7 @@ void HubProbeTest::probeReturnsFalseWhenClientIsDestroyed()
 }
 
 QUILLMERE_TEST(HubProbeTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "HubProbeTest.moc"

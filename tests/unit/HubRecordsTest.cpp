@@ -9,6 +9,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 template<typename Record>
@@ -342,4 +344,7 @@ void HubRecordsTest::otherRecordsAreEqualIfAllFieldsAre()
 }
 
 QUILLMERE_TEST(HubRecordsTest, TestMain::NoApplication)
+
+} // namespace quillmere
+
 #include "HubRecordsTest.moc"

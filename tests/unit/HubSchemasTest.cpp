@@ -14,6 +14,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 // These functions do not compile if a record gains or loses a field.
@@ -219,8 +221,6 @@ qsizetype fieldOf(const Pair& pair, const QString& property)
 
 } // namespace
 
-Q_DECLARE_METATYPE(Pair)
-
 /** Tests that docs/schema, which is published for hub authors, matches the decoder. */
 class HubSchemasTest : public QObject
 {
@@ -293,4 +293,7 @@ void HubSchemasTest::schemaPropertyHasDescription()
 }
 
 QUILLMERE_TEST(HubSchemasTest, TestMain::NoApplication)
+
+} // namespace quillmere
+
 #include "HubSchemasTest.moc"

@@ -3,6 +3,8 @@
 
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 /** Tests the addresses of requests for tapes. */
 class HubTapesTest : public HubFixture
 {
@@ -107,4 +109,7 @@ void HubTapesTest::tapeAndTranscriptAreRequestedById()
 }
 
 QUILLMERE_TEST(HubTapesTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "HubTapesTest.moc"

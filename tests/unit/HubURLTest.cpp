@@ -6,6 +6,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** Tests how a hub path is resolved to an address. */
 class HubURLTest : public QObject
 {
@@ -108,4 +110,7 @@ void HubURLTest::builtInCertificatesEqualFile()
 }
 
 QUILLMERE_TEST(HubURLTest, TestMain::NoApplication)
+
+} // namespace quillmere
+
 #include "HubURLTest.moc"

@@ -11,6 +11,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 QByteArray contents(const QString& path)
@@ -263,4 +265,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(IniDefaultsTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "IniDefaultsTest.moc"

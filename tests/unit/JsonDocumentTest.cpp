@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 template<typename Documents>
@@ -255,4 +257,7 @@ void JsonDocumentTest::nestedMembersAreNotMembers()
 }
 
 QUILLMERE_TEST(JsonDocumentTest, TestMain::NoApplication)
+
+} // namespace quillmere
+
 #include "JsonDocumentTest.moc"

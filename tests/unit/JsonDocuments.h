@@ -3,6 +3,8 @@
 #include <array>
 #include <string_view>
 
+namespace quillmere {
+
 using namespace std::string_view_literals;
 
 /** Well-formed JSON documents. */
@@ -141,3 +143,5 @@ constexpr std::array malformedDocuments{
     "[\\uD800]"sv,
     "{\"a\":\\uD800}"sv,
 };
+
+} // namespace quillmere

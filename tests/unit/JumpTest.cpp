@@ -5,6 +5,9 @@
 #include <QTest>
 
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using Cause = VideoFailure::Cause;
 using Kind = PlayerItem::Kind;
 using Status = PlayerItem::Status;
@@ -233,4 +236,7 @@ void JumpTest::liveStreamPlaysOnAfterJump()
 }
 
 QUILLMERE_TEST(JumpTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "JumpTest.moc"

@@ -6,6 +6,8 @@
 
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 class KeyRepeatTest : public QObject
 {
     Q_OBJECT
@@ -157,4 +159,7 @@ void KeyRepeatTest::repeatStopsWhenDestroyed()
 }
 
 QUILLMERE_TEST(KeyRepeatTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "KeyRepeatTest.moc"

@@ -5,9 +5,10 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-using namespace KeyboardLayout;
 
-Q_DECLARE_METATYPE(KeyboardLayout::Page)
+namespace quillmere {
+
+using namespace KeyboardLayout;
 
 namespace {
 
@@ -143,4 +144,7 @@ void KeyboardLayoutTest::pageKeyLeadsBackFromSamePosition()
 }
 
 QUILLMERE_TEST(KeyboardLayoutTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "KeyboardLayoutTest.moc"

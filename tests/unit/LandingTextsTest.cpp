@@ -7,6 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 class LandingTextsTest : public QObject
 {
     Q_OBJECT
@@ -148,4 +150,7 @@ void LandingTextsTest::lineBreakIsReplacedBySpace()
 }
 
 QUILLMERE_TEST(LandingTextsTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "LandingTextsTest.moc"

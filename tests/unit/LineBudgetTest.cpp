@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr double width = 1000; // width of every line in points
@@ -148,4 +150,7 @@ void LineBudgetTest::textWrapsAsOnScreen()
 }
 
 QUILLMERE_TEST(LineBudgetTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "LineBudgetTest.moc"

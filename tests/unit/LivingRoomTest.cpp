@@ -7,6 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** Tests the text reader and picture measurements that the tour, the journey tests and the benchmarks use. */
 class LivingRoomTest : public QObject
 {
@@ -102,4 +104,7 @@ void LivingRoomTest::differenceBelowToleranceIsIgnored()
 }
 
 QUILLMERE_TEST(LivingRoomTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "LivingRoomTest.moc"

@@ -3,6 +3,8 @@
 
 #include <QTest>
 
+namespace quillmere {
+
 using Cause = VideoFailure::Cause;
 
 /** Tests what is read from the player library's log messages about a failure. */
@@ -65,4 +67,7 @@ void LoadLogTest::skippedDataIsDetected()
 }
 
 QUILLMERE_TEST(LoadLogTest, TestMain::NoApplication)
+
+} // namespace quillmere
+
 #include "LoadLogTest.moc"

@@ -7,6 +7,8 @@
 
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 /** Tests how long a lower third is shown. */
 class LowerThirdControllerTest : public QObject
 {
@@ -84,4 +86,7 @@ void LowerThirdControllerTest::destroyedControllerHasNoTimer()
 }
 
 QUILLMERE_TEST(LowerThirdControllerTest, TestMain::NoApplication)
+
+} // namespace quillmere
+
 #include "LowerThirdControllerTest.moc"

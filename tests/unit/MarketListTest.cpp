@@ -8,6 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** Tests the chips of the market picker and the list's current row. */
 class MarketListTest : public QObject
 {
@@ -282,4 +284,7 @@ void MarketListTest::currentRowIsUnchangedByRowThatDoesNotExist()
 }
 
 QUILLMERE_TEST(MarketListTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "MarketListTest.moc"

@@ -4,6 +4,9 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+
+namespace quillmere {
+
 using enum MetadataItem::Identifier;
 
 namespace {
@@ -63,4 +66,7 @@ void MetadataItemsTest::subtitleAndPublisherAreAlwaysPresent()
 }
 
 QUILLMERE_TEST(MetadataItemsTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "MetadataItemsTest.moc"

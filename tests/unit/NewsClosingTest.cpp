@@ -5,6 +5,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+namespace quillmere {
+
 /** Tests the news channel's screen when it is closed or destroyed: what stops, and which late answers are ignored. */
 class NewsClosingTest : public QObject
 {
@@ -164,4 +166,7 @@ void NewsClosingTest::destroyingScreenWhileLitReleasesStream()
 }
 
 QUILLMERE_TEST(NewsClosingTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "NewsClosingTest.moc"

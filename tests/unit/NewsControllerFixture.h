@@ -6,6 +6,8 @@
 
 #include <QPointer>
 
+namespace quillmere {
+
 /** The news channel's controller with scripted players. */
 struct NewsControllerFixture : StoreFixture
 {
@@ -73,3 +75,5 @@ struct NewsControllerFixture : StoreFixture
     ScriptedVideoPlayer* player() const { return players.isEmpty() ? nullptr : players.last().data(); }
     QString number() const { return screen->currentStation().number; }
 };
+
+} // namespace quillmere

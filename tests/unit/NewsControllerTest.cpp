@@ -6,6 +6,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+namespace quillmere {
+
 /** Tests the polling passes of the news channel: which requests they send, in which order, and how the answers change
  * the screen. */
 class NewsControllerTest : public QObject
@@ -266,4 +268,7 @@ void NewsControllerTest::playerFailureDoesNotChangeScreen()
 }
 
 QUILLMERE_TEST(NewsControllerTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "NewsControllerTest.moc"

@@ -6,6 +6,8 @@
 
 #include <malloc.h>
 
+namespace quillmere {
+
 namespace {
 
 /** The heap memory in use, in bytes. */
@@ -113,4 +115,7 @@ void NewsEnduranceTest::twoHoursOfPollingLeakNothing()
 }
 
 QUILLMERE_TEST(NewsEnduranceTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "NewsEnduranceTest.moc"

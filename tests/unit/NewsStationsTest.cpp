@@ -6,6 +6,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+namespace quillmere {
+
 namespace {
 
 const QByteArray reordered = R"({"news": {"channels": {"2": {"label": "Two", "path": "two"}}}})";
@@ -351,4 +353,7 @@ void NewsStationsTest::otherKeysAreNotHandled()
 }
 
 QUILLMERE_TEST(NewsStationsTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "NewsStationsTest.moc"

@@ -5,6 +5,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** Tests the texts of the news channel's graphics. */
 class NewsTextsTest : public QObject
 {
@@ -78,4 +80,7 @@ void NewsTextsTest::veryLongTextIsCut()
 }
 
 QUILLMERE_TEST(NewsTextsTest, TestMain::NoApplication)
+
+} // namespace quillmere
+
 #include "NewsTextsTest.moc"

@@ -7,6 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** Tests the QML sources: the hub's strings are data, so that no text item interprets markup, and every text item
  * handles letters of all scripts. */
 class PlainTextTest : public QObject
@@ -79,4 +81,7 @@ void PlainTextTest::textItemsAreStationTexts()
 }
 
 QUILLMERE_TEST(PlainTextTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "PlainTextTest.moc"

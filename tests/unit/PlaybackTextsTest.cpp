@@ -8,6 +8,9 @@
 #include <locale.h>
 
 using namespace Qt::StringLiterals;
+
+namespace quillmere {
+
 using Cause = VideoFailure::Cause;
 
 class PlaybackTextsTest : public QObject
@@ -116,4 +119,7 @@ void PlaybackTextsTest::withoutFailureThereIsNoText()
 }
 
 QUILLMERE_TEST(PlaybackTextsTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "PlaybackTextsTest.moc"

@@ -9,6 +9,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** Tests the owner of one stream's player, with a scripted player. */
 class PlayerContainerTest : public QObject
 {
@@ -184,4 +186,7 @@ void PlayerContainerTest::noActionIsCalledAfterTearDown()
 }
 
 QUILLMERE_TEST(PlayerContainerTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "PlayerContainerTest.moc"

@@ -6,6 +6,8 @@
 
 #include <QSignalSpy>
 
+namespace quillmere {
+
 /** A scripted player that, like a real one, moves its position to the seek target at once. */
 class SeekingPlayer : public ScriptedVideoPlayer
 {
@@ -72,3 +74,5 @@ struct PlayerControllerFixture
     std::shared_ptr<PlayerItem> item;
     PlayerController controller{clock};
 };
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** Tests how the information panel opens and closes, and which keys it handles while it is open. */
 class PlayerControllerPanelTest : public QObject
 {
@@ -125,4 +127,7 @@ void PlayerControllerPanelTest::trackListsFollowPlayer()
 }
 
 QUILLMERE_TEST(PlayerControllerPanelTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "PlayerControllerPanelTest.moc"

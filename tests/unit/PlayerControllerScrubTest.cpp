@@ -5,6 +5,9 @@
 
 using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
+
+namespace quillmere {
+
 using std::chrono::milliseconds;
 using State = PlayerController::State;
 using TimeControl = VideoPlayer::TimeControl;
@@ -298,4 +301,7 @@ void PlayerControllerScrubTest::noTimerRunsAfterScrub()
 }
 
 QUILLMERE_TEST(PlayerControllerScrubTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "PlayerControllerScrubTest.moc"

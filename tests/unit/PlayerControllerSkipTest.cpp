@@ -4,6 +4,9 @@
 #include <QTest>
 
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using TimeControl = VideoPlayer::TimeControl;
 
 /** Tests the keys that act at once: play, pause and the skip keys. */
@@ -233,4 +236,7 @@ void PlayerControllerSkipTest::withoutPlayerOnlyBackAndStopAreHandled()
 }
 
 QUILLMERE_TEST(PlayerControllerSkipTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "PlayerControllerSkipTest.moc"

@@ -5,6 +5,8 @@
 
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 /** Tests the spinner: it is shown only for longer waits, and hides when the wait ends. */
 class PlayerControllerSpinnerTest : public QObject
 {
@@ -75,4 +77,7 @@ void PlayerControllerSpinnerTest::spinnerIsNotShownAfterFailure()
 }
 
 QUILLMERE_TEST(PlayerControllerSpinnerTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "PlayerControllerSpinnerTest.moc"

@@ -5,6 +5,9 @@
 
 using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
+
+namespace quillmere {
+
 using State = PlayerController::State;
 
 /** Tests the texts, state and times that the controls show of the player, and their change signals. */
@@ -253,4 +256,7 @@ void PlayerControllerStateTest::onlyNewPlayerIsTracked()
 }
 
 QUILLMERE_TEST(PlayerControllerStateTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "PlayerControllerStateTest.moc"

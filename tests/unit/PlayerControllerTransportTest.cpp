@@ -6,6 +6,8 @@
 using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** Tests when the transport bar is shown and hidden, and what Back hides first. */
 class PlayerControllerTransportTest : public QObject
 {
@@ -241,4 +243,7 @@ void PlayerControllerTransportTest::withoutPlayerNothingIsShown()
 }
 
 QUILLMERE_TEST(PlayerControllerTransportTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "PlayerControllerTransportTest.moc"

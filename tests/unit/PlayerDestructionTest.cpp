@@ -6,6 +6,9 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using Cause = VideoFailure::Cause;
 using Kind = PlayerItem::Kind;
 using Listener = VideoEngineListener;
@@ -175,4 +178,7 @@ void PlayerDestructionTest::pendingNotificationsOfRemovedItemAreDropped()
 }
 
 QUILLMERE_TEST(PlayerDestructionTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "PlayerDestructionTest.moc"

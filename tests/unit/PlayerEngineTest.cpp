@@ -6,6 +6,9 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using Cause = VideoFailure::Cause;
 using Kind = PlayerItem::Kind;
 using Listener = VideoEngineListener;
@@ -170,4 +173,7 @@ void PlayerEngineTest::removedItemIsReleased()
 }
 
 QUILLMERE_TEST(PlayerEngineTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "PlayerEngineTest.moc"

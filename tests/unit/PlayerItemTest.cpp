@@ -5,6 +5,9 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+
+namespace quillmere {
+
 using Cause = VideoFailure::Cause;
 using Identifier = MetadataItem::Identifier;
 using Status = PlayerItem::Status;
@@ -60,4 +63,7 @@ void PlayerItemTest::failedStatusIsFinal()
 }
 
 QUILLMERE_TEST(PlayerItemTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "PlayerItemTest.moc"

@@ -5,6 +5,9 @@
 #include <QTest>
 
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using Cause = VideoFailure::Cause;
 using Kind = PlayerItem::Kind;
 using Status = PlayerItem::Status;
@@ -262,4 +265,7 @@ void ReconnectTest::startBeyondEndIsMovedBeforeEnd()
 }
 
 QUILLMERE_TEST(ReconnectTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "ReconnectTest.moc"

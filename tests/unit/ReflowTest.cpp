@@ -9,6 +9,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 constexpr qsizetype limit = 420;
@@ -216,4 +218,7 @@ void ReflowTest::tooLongParagraphIsSplitBetweenWords()
 }
 
 QUILLMERE_TEST(ReflowTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "ReflowTest.moc"

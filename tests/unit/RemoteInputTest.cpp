@@ -12,7 +12,7 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-Q_DECLARE_METATYPE(RemoteButton)
+namespace quillmere {
 
 namespace {
 
@@ -353,4 +353,7 @@ void RemoteInputTest::otherKeysAreUnchanged()
 }
 
 QUILLMERE_TEST(RemoteInputTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "RemoteInputTest.moc"

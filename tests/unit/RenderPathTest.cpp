@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-Q_DECLARE_METATYPE(RenderPath)
+namespace quillmere {
 
 class RenderPathTest : public QObject
 {
@@ -43,4 +43,7 @@ void RenderPathTest::gpuIsUsedOnlyIfItRenders()
 }
 
 QUILLMERE_TEST(RenderPathTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "RenderPathTest.moc"

@@ -3,6 +3,8 @@
 
 #include <QTest>
 
+namespace quillmere {
+
 /** Tests the parser of the HTTP answers that SocketReply reads. */
 class ResponseParserTest : public QObject
 {
@@ -135,4 +137,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(ResponseParserTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "ResponseParserTest.moc"

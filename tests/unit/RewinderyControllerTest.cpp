@@ -5,6 +5,8 @@
 
 #include <QSignalSpy>
 
+namespace quillmere {
+
 /** Tests the shop's controller without a window, with a store whose hub is scripted. */
 class RewinderyControllerTest : public QObject
 {
@@ -315,4 +317,7 @@ void RewinderyControllerTest::searchingChangeIsNotifiedOnce()
 }
 
 QUILLMERE_TEST(RewinderyControllerTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "RewinderyControllerTest.moc"

@@ -5,6 +5,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 class RewinderyTextsTest : public QObject
 {
     Q_OBJECT
@@ -113,4 +115,7 @@ void RewinderyTextsTest::creditsAreOneLine()
 }
 
 QUILLMERE_TEST(RewinderyTextsTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "RewinderyTextsTest.moc"

@@ -5,6 +5,9 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using Cause = VideoFailure::Cause;
 using Kind = PlayerItem::Kind;
 using Listener = VideoEngineListener;
@@ -297,4 +300,7 @@ void SeekTest::destroyedPlayerCallsNoCompletion()
 }
 
 QUILLMERE_TEST(SeekTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "SeekTest.moc"

@@ -6,6 +6,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+namespace quillmere {
+
 /** Tests the models of the shop's shelves and their current rows. */
 class ShelfListTest : public QObject
 {
@@ -459,4 +461,7 @@ void ShelfListTest::emptiedListResetsCurrentRow()
 }
 
 QUILLMERE_TEST(ShelfListTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "ShelfListTest.moc"

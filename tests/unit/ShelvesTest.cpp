@@ -5,6 +5,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 Tape tape(qint64 id, const QString& title)
@@ -127,4 +129,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(ShelvesTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "ShelvesTest.moc"

@@ -3,6 +3,8 @@
 
 #include <QTest>
 
+namespace quillmere {
+
 /** Tests the stream properties that the program sets for the sound servers before playing. */
 class SoundPropertiesTest : public QObject
 {
@@ -47,4 +49,7 @@ void SoundPropertiesTest::propertiesSetByUserAreKept()
 }
 
 QUILLMERE_TEST(SoundPropertiesTest, TestMain::NoApplication)
+
+} // namespace quillmere
+
 #include "SoundPropertiesTest.moc"

@@ -5,6 +5,9 @@
 #include <QTest>
 
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using Cause = VideoFailure::Cause;
 using Kind = PlayerItem::Kind;
 using Status = PlayerItem::Status;
@@ -165,4 +168,7 @@ void StallTest::stallAtEndIsTreatedAsEnd()
 }
 
 QUILLMERE_TEST(StallTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "StallTest.moc"

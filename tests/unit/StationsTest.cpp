@@ -7,6 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** Tests the list of stations for the tuner strip. */
 class StationsTest : public QObject
 {
@@ -108,4 +110,7 @@ void StationsTest::builtInStationIsFirstAmongEqualNumbers()
 }
 
 QUILLMERE_TEST(StationsTest, TestMain::NoApplication)
+
+} // namespace quillmere
+
 #include "StationsTest.moc"

@@ -2,6 +2,8 @@
 #include "StoreFixture.h"
 #include "TestMain.h"
 
+namespace quillmere {
+
 namespace {
 
 const QString springfield = u"springfield"_s;
@@ -194,4 +196,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(StoreMarketTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "StoreMarketTest.moc"

@@ -2,6 +2,8 @@
 #include "StoreFixture.h"
 #include "TestMain.h"
 
+namespace quillmere {
+
 namespace {
 
 const QString unreadable = u"The hub sent something this app couldn't read."_s;
@@ -258,4 +260,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(StoreRefreshTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "StoreRefreshTest.moc"

@@ -4,6 +4,8 @@
 
 #include <limits>
 
+namespace quillmere {
+
 namespace {
 
 const QString keyOfSeven = u"resume.tape.7"_s;
@@ -128,4 +130,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(StoreResumeTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "StoreResumeTest.moc"

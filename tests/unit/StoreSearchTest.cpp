@@ -6,6 +6,8 @@
 #include "TaskScope.h"
 #include "TestMain.h"
 
+namespace quillmere {
+
 namespace {
 
 /** The titles found by a search; empty optional while it runs. */
@@ -122,4 +124,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(StoreSearchTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "StoreSearchTest.moc"

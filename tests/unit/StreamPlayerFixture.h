@@ -8,6 +8,8 @@
 
 #include <QCoreApplication>
 
+namespace quillmere {
+
 /** The real StreamPlayer on a scripted engine and a scripted clock. */
 class StreamPlayerFixture
 {
@@ -114,3 +116,5 @@ private:
         co_return tl::unexpected(QStringLiteral("not there"));
     }
 };
+
+} // namespace quillmere

@@ -5,6 +5,9 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+
+namespace quillmere {
+
 using Cause = VideoFailure::Cause;
 using Kind = PlayerItem::Kind;
 using Listener = VideoEngineListener;
@@ -266,4 +269,7 @@ void StreamPlayerTest::selectedTracksAreRestoredAfterBreak()
 }
 
 QUILLMERE_TEST(StreamPlayerTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "StreamPlayerTest.moc"

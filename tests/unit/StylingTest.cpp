@@ -7,6 +7,8 @@
 
 #include <QTest>
 
+namespace quillmere {
+
 /** Tests colours, curves and measures of the styling without drawing them. */
 class StylingTest : public QObject
 {
@@ -152,4 +154,7 @@ void StylingTest::continuousCornerStaysInsidePlate()
 }
 
 QUILLMERE_TEST(StylingTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "StylingTest.moc"

@@ -5,6 +5,8 @@
 
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 class SystemClockTest : public QObject
 {
     Q_OBJECT
@@ -84,4 +86,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(SystemClockTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "SystemClockTest.moc"

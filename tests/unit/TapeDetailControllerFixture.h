@@ -3,6 +3,8 @@
 #include "StoreFixture.h"
 #include "TapeDetailController.h"
 
+namespace quillmere {
+
 /** Base class of tests that use the controller of a tape's screen, without a window, with a scripted hub. */
 class TapeDetailControllerFixture : public QObject
 {
@@ -59,3 +61,5 @@ protected:
     const QString m_path = u"/api/tv/tape/9007199254740993"_s;
     static constexpr qint64 id = 9007199254740993; // larger than the integers that a double represents exactly
 };
+
+} // namespace quillmere

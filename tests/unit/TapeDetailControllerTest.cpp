@@ -3,6 +3,8 @@
 
 #include <QSignalSpy>
 
+namespace quillmere {
+
 /** Tests how the tape's screen loads and shows the full record, and its texts. */
 class TapeDetailControllerTest : public TapeDetailControllerFixture
 {
@@ -240,4 +242,7 @@ void TapeDetailControllerTest::storeChangesDoNotChangeScreen()
 }
 
 QUILLMERE_TEST(TapeDetailControllerTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "TapeDetailControllerTest.moc"

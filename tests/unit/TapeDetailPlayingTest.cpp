@@ -3,6 +3,8 @@
 
 #include <QSignalSpy>
 
+namespace quillmere {
+
 /** Tests where a tape starts when it is played from its screen, and which screen covers it. */
 class TapeDetailPlayingTest : public TapeDetailControllerFixture
 {
@@ -128,4 +130,7 @@ void TapeDetailPlayingTest::readingAndPlayingAreNotifiedOnce()
 }
 
 QUILLMERE_TEST(TapeDetailPlayingTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "TapeDetailPlayingTest.moc"

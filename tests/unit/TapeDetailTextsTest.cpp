@@ -8,6 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 Tape plainTape()
@@ -280,4 +282,7 @@ void TapeDetailTextsTest::veryLongValueIsCut()
 }
 
 QUILLMERE_TEST(TapeDetailTextsTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "TapeDetailTextsTest.moc"

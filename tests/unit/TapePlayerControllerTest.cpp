@@ -11,6 +11,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 /** Tests the controller of the screen that plays a tape, with a scripted player. */
 class TapePlayerControllerTest : public QObject
 {
@@ -281,4 +283,7 @@ void TapePlayerControllerTest::destroyedStoreIsNotUsed()
 }
 
 QUILLMERE_TEST(TapePlayerControllerTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "TapePlayerControllerTest.moc"

@@ -3,6 +3,8 @@
 #include "StoreFixture.h"
 #include "TapeSearchController.h"
 
+namespace quillmere {
+
 /** Base class of tests that use the tape search without a window, with a scripted hub. */
 class TapeSearchControllerFixture : public QObject
 {
@@ -43,3 +45,5 @@ protected:
     std::unique_ptr<StoreFixture> m_fixture;
     std::unique_ptr<TapeSearchController> m_screen;
 };
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 #include <QSignalSpy>
 
+namespace quillmere {
+
 /** Tests what the tape search shows, and when. */
 class TapeSearchControllerTest : public TapeSearchControllerFixture
 {
@@ -228,4 +230,7 @@ void TapeSearchControllerTest::invalidRowDoesNotOpen()
 }
 
 QUILLMERE_TEST(TapeSearchControllerTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "TapeSearchControllerTest.moc"

@@ -1,6 +1,8 @@
 #include "TapeSearchControllerFixture.h"
 #include "TestMain.h"
 
+namespace quillmere {
+
 /** Tests overlapping searches and late answers. */
 class TapeSearchOverlapTest : public TapeSearchControllerFixture
 {
@@ -107,4 +109,7 @@ void TapeSearchOverlapTest::screenMayBeDestroyedWhileSearching()
 }
 
 QUILLMERE_TEST(TapeSearchOverlapTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "TapeSearchOverlapTest.moc"

@@ -11,6 +11,8 @@
 #include <optional>
 #include <stop_token>
 
+namespace quillmere {
+
 namespace {
 
 /** Awaits `completion` and appends its value to `seen`, negated if the token was cancelled by then. */
@@ -181,4 +183,7 @@ private Q_SLOTS:
 };
 
 QUILLMERE_TEST(TasksTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "TasksTest.moc"

@@ -1,5 +1,5 @@
-#include "TestMain.h"
 #include "TextLines.h"
+#include "TestMain.h"
 #include "Typography.h"
 
 #include <QFontMetricsF>
@@ -12,6 +12,8 @@
 #include <cmath>
 
 using namespace Qt::StringLiterals;
+
+namespace quillmere {
 
 namespace {
 
@@ -233,4 +235,7 @@ void TextLinesTest::textThatFitsIsNotCut()
 }
 
 QUILLMERE_TEST(TextLinesTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "TextLinesTest.moc"

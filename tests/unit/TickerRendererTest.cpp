@@ -1,7 +1,7 @@
-#include "TestMain.h"
 #include "TickerRenderer.h"
 #include "BroadcastTexts.h"
 #include "StationPalette.h"
+#include "TestMain.h"
 #include "TextLines.h"
 
 #include <QPainter>
@@ -11,6 +11,8 @@
 #include <cmath>
 
 using namespace Qt::StringLiterals;
+
+namespace quillmere {
 
 namespace {
 
@@ -204,4 +206,7 @@ void TickerRendererTest::stoppedRendererPaintsNothing()
 }
 
 QUILLMERE_TEST(TickerRendererTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "TickerRendererTest.moc"

@@ -7,6 +7,8 @@
 
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 /** Tests the periodic time observer, which measures play time. */
 class TimeObserverTest : public QObject
 {
@@ -275,4 +277,7 @@ void TimeObserverTest::longerIntervalReportsLessOften()
 }
 
 QUILLMERE_TEST(TimeObserverTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "TimeObserverTest.moc"

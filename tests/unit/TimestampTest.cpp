@@ -5,6 +5,9 @@
 #include <QTest>
 
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using TimeControl = VideoPlayer::TimeControl;
 
 /** Tests timestamps that restart in the middle of a recording of 120 seconds. */
@@ -117,4 +120,7 @@ void TimestampTest::anotherItemResetsTimestampOffset()
 }
 
 QUILLMERE_TEST(TimestampTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "TimestampTest.moc"

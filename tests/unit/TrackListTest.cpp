@@ -1,10 +1,13 @@
-#include "TestMain.h"
 #include "TrackList.h"
+#include "TestMain.h"
 
 #include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+
+namespace quillmere {
+
 using Kind = MediaTrack::Kind;
 
 namespace {
@@ -121,4 +124,7 @@ void TrackListTest::invalidRowIsNotPicked()
 }
 
 QUILLMERE_TEST(TrackListTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "TrackListTest.moc"

@@ -8,6 +8,8 @@
 #include <QSemaphore>
 #include <QSignalSpy>
 
+namespace quillmere {
+
 /** Tests what the transcript's screen shows for each answer of the hub, and when. */
 class TranscriptControllerTest : public QObject
 {
@@ -255,4 +257,7 @@ void TranscriptControllerTest::nothingIsRetried()
 }
 
 QUILLMERE_TEST(TranscriptControllerTest, QCoreApplication)
+
+} // namespace quillmere
+
 #include "TranscriptControllerTest.moc"

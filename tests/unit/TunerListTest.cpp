@@ -1,5 +1,5 @@
-#include "TestMain.h"
 #include "TunerList.h"
+#include "TestMain.h"
 
 #include <QAbstractItemModelTester>
 #include <QFontMetricsF>
@@ -7,6 +7,8 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+
+namespace quillmere {
 
 /** Tests the buttons of the tuner strip and the list's current row. */
 class TunerListTest : public QObject
@@ -244,4 +246,7 @@ void TunerListTest::currentRowFollowsItsStation()
 }
 
 QUILLMERE_TEST(TunerListTest, QGuiApplication)
+
+} // namespace quillmere
+
 #include "TunerListTest.moc"

@@ -3,6 +3,8 @@
 
 #include <string_view>
 
+namespace quillmere {
+
 extern "C" [[gnu::visibility("default")]] DisplayOutputs* quillmereCreateDisplayOutputs(const char* platform)
 {
     const std::string_view name(platform);
@@ -12,3 +14,5 @@ extern "C" [[gnu::visibility("default")]] DisplayOutputs* quillmereCreateDisplay
         return new X11Outputs;
     return nullptr;
 }
+
+} // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 namespace {
 
 constexpr int attempts = 3; // a configuration is cancelled if the outputs have changed in the meantime
@@ -151,3 +153,5 @@ void OutputConfiguration::enable(zwlr_output_configuration_v1& configuration, He
     zwlr_output_configuration_head_v1_set_transform(wanted.get(), state.transform);
     zwlr_output_configuration_head_v1_set_scale(wanted.get(), state.scale);
 }
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 
 #include <optional>
 
+namespace quillmere {
+
 /**
  * Switches outputs by the Wayland protocol wlr-output-management, which removes them from the desktop and restores
  * them. For compositors without wlr-output-power-management (OutputPower). Single thread.
@@ -67,3 +69,5 @@ private:
     std::vector<std::unique_ptr<Head>> m_heads;
     uint32_t m_serial = 0;
 };
+
+} // namespace quillmere

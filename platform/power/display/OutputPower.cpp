@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace quillmere {
+
 const zwlr_output_power_v1_listener OutputPower::listener = {
     .mode = [](void* data, zwlr_output_power_v1*, uint32_t mode) { static_cast<Output*>(data)->mode = mode; },
     .failed = [](void* data, zwlr_output_power_v1*) { static_cast<Output*>(data)->mode.reset(); },
@@ -66,3 +68,5 @@ void OutputPower::switchOn()
         });
     });
 }
+
+} // namespace quillmere

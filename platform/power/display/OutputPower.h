@@ -5,6 +5,8 @@
 
 #include <optional>
 
+namespace quillmere {
+
 /**
  * Switches outputs by the Wayland protocol wlr-output-power-management. They stay part of the desktop, so no window
  * moves. Single thread.
@@ -38,3 +40,5 @@ private:
     Proxy<zwlr_output_power_manager_v1> m_manager;
     std::vector<std::unique_ptr<Output>> m_outputs;
 };
+
+} // namespace quillmere

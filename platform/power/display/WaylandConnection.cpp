@@ -6,6 +6,9 @@
 #include <poll.h>
 
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using Time = std::chrono::steady_clock;
 
 namespace {
@@ -75,3 +78,5 @@ bool WaylandConnection::readEvents(Time::time_point deadline)
     }
     return wl_display_read_events(display) == 0 && wl_display_dispatch_pending(display) >= 0;
 }
+
+} // namespace quillmere

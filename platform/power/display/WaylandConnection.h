@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+namespace quillmere {
+
 /** Destroys a Wayland object in the client only. That suffices, as the connection is closed soon afterwards. */
 struct ProxyDeleter
 {
@@ -80,3 +82,5 @@ private:
     Proxy<wl_registry> m_registry;
     std::vector<Global> m_globals;
 };
+
+} // namespace quillmere

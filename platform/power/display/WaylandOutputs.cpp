@@ -1,5 +1,7 @@
 #include "WaylandOutputs.h"
 
+namespace quillmere {
+
 bool WaylandOutputs::switchOff()
 {
     disconnect();
@@ -30,3 +32,5 @@ void WaylandOutputs::disconnect()
     m_power.reset();
     m_connection.reset();
 }
+
+} // namespace quillmere

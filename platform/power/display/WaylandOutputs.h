@@ -4,6 +4,8 @@
 #include "OutputConfiguration.h"
 #include "OutputPower.h"
 
+namespace quillmere {
+
 /** The outputs of a Wayland compositor. The connection to it exists only while the outputs are off. */
 class WaylandOutputs : public DisplayOutputs
 {
@@ -18,3 +20,5 @@ private:
     std::unique_ptr<OutputPower> m_power;
     std::unique_ptr<OutputConfiguration> m_configuration;
 };
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <memory>
 
+namespace quillmere {
+
 namespace {
 
 struct Free
@@ -68,3 +70,5 @@ void X11Outputs::restore(xcb_connection_t* connection) const
         xcb_dpms_disable(connection);
     info(connection); // waits until the server has processed the requests
 }
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 struct xcb_connection_t;
 
+namespace quillmere {
+
 /** The monitors of the X server that DISPLAY names, switched through the DPMS extension. */
 class X11Outputs : public DisplayOutputs
 {
@@ -16,3 +18,5 @@ private:
 
     bool m_wasEnabled = false; ///< whether DPMS was enabled before switchOff(), which enables it
 };
+
+} // namespace quillmere

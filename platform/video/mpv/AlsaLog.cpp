@@ -7,6 +7,8 @@
 
 #include <dlfcn.h>
 
+namespace quillmere {
+
 namespace {
 
 using Handler = void (*)(const char* file, int line, const char* function, int error, const char* format, ...);
@@ -31,3 +33,5 @@ void logAlsaMessages()
     if (const auto set = reinterpret_cast<SetHandler>(dlsym(RTLD_DEFAULT, "snd_lib_error_set_handler")))
         set(logMessage);
 }
+
+} // namespace quillmere

@@ -1,5 +1,7 @@
 #include "LoadLog.h"
 
+namespace quillmere {
+
 namespace {
 
 // A broken stream may cause messages without end.
@@ -59,3 +61,5 @@ VideoFailure LoadLog::failure() const
     }
     return failure;
 }
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 #include <QByteArray>
 #include <QList>
 
+namespace quillmere {
+
 /** The log messages of libmpv for one load, as only these contain the cause of a failure. A plain value. */
 class LoadLog
 {
@@ -21,3 +23,5 @@ public:
 private:
     QList<QByteArray> m_messages;
 };
+
+} // namespace quillmere

@@ -10,6 +10,8 @@
 #include <thread>
 #include <utility>
 
+namespace quillmere {
+
 namespace {
 
 constexpr std::string_view playlistEntryKey = "playlist_entry_id";
@@ -338,3 +340,5 @@ void MpvCore::finishSeek()
     m_properties.reportSeekFinished(m_mpv, m_seek.id);
     m_seek = {};
 }
+
+} // namespace quillmere

@@ -13,6 +13,8 @@
 #include <optional>
 #include <vector>
 
+namespace quillmere {
+
 /**
  * A libmpv instance and its thread. The thread creates the instance, sends it commands, handles its events and destroys
  * it. Other threads only post tasks to the thread. The thread shares ownership until it ends, so nothing waits for it.
@@ -102,3 +104,5 @@ private:
     Seek m_seek;
     LoadLog m_log;
 };
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 #include "MpvOpenGLRenderer.h"
 #include "MpvSoftwareRenderer.h"
 
+namespace quillmere {
+
 MpvEngine::MpvEngine(std::shared_ptr<MpvCore> core) : m_core(std::move(core)) {}
 
 MpvEngine::~MpvEngine()
@@ -50,3 +52,5 @@ std::unique_ptr<OpenGLRenderer> MpvEngine::createOpenGLRenderer(PictureListener 
 {
     return std::make_unique<MpvOpenGLRenderer>(shared_from_this(), std::move(listener));
 }
+
+} // namespace quillmere

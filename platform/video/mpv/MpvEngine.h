@@ -2,6 +2,8 @@
 
 #include "VideoEngine.h"
 
+namespace quillmere {
+
 class MpvCore;
 
 /**
@@ -28,3 +30,5 @@ public:
 private:
     std::shared_ptr<MpvCore> m_core;
 };
+
+} // namespace quillmere

@@ -8,6 +8,8 @@
 
 #include <mpv/render_gl.h>
 
+namespace quillmere {
+
 MpvOpenGLRenderer::MpvOpenGLRenderer(std::shared_ptr<MpvEngine> engine, PictureListener listener)
     : m_engine(std::move(engine)), m_listener(std::move(listener))
 {}
@@ -66,3 +68,5 @@ bool MpvOpenGLRenderer::create()
     core.listener().post([](VideoEngineListener& listener) { listener.onRendererReady(); });
     return true;
 }
+
+} // namespace quillmere

@@ -5,8 +5,11 @@
 
 #include <memory>
 
-class MpvEngine;
 struct mpv_render_context;
+
+namespace quillmere {
+
+class MpvEngine;
 
 /** Draws with libmpv's OpenGL renderer, on the scene graph's render thread. */
 class MpvOpenGLRenderer : public OpenGLRenderer
@@ -25,3 +28,5 @@ private:
     mpv_render_context* m_context = nullptr;
     bool m_failed = false;
 };
+
+} // namespace quillmere

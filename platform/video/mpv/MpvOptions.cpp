@@ -12,6 +12,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 struct Option
@@ -176,3 +178,5 @@ QByteArray MpvOptions::setForLoad(mpv_handle* mpv, const VideoLoad& load)
     // Names the HLS reader directly. Otherwise libmpv fetches the playlist twice, once to detect its format.
     return "av://hls:" + url;
 }
+
+} // namespace quillmere

@@ -6,7 +6,7 @@
 #include <mpv/client.h>
 
 /** Options of libmpv. Only on the core's thread. */
-namespace MpvOptions {
+namespace quillmere::MpvOptions {
 
 /** Before `mpv_initialize`. False if an option is refused; then nothing may be played. */
 bool apply(mpv_handle* mpv, const VideoOptions& options);
@@ -17,4 +17,4 @@ QByteArray startOption(double seconds);
 /** Before each load, sets the allowed protocols, the start position and the track defaults. Returns the URL to load. */
 QByteArray setForLoad(mpv_handle* mpv, const VideoLoad& load);
 
-} // namespace MpvOptions
+} // namespace quillmere::MpvOptions

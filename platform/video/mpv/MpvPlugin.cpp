@@ -5,6 +5,8 @@
 #include "MpvEngine.h"
 #include "RunningCores.h"
 
+namespace quillmere {
+
 MpvPlugin::MpvPlugin()
 {
     logAlsaMessages();
@@ -20,3 +22,5 @@ bool MpvPlugin::waitForEngines(std::chrono::milliseconds limit)
 {
     return RunningCores::waitForAll(limit);
 }
+
+} // namespace quillmere

@@ -4,12 +4,14 @@
 
 #include <QObject>
 
+namespace quillmere {
+
 /** Root object of the plug-in: creates engines that use libmpv. Screen thread only. */
 class MpvPlugin : public QObject, public VideoPlugin
 {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID QUILLMERE_VIDEO_PLUGIN)
-    Q_INTERFACES(VideoPlugin)
+    Q_INTERFACES(quillmere::VideoPlugin)
 
 public:
     MpvPlugin();
@@ -17,3 +19,5 @@ public:
                                               const Messenger<VideoEngineListener>& listener) override;
     bool waitForEngines(std::chrono::milliseconds limit) override;
 };
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <limits>
 
+namespace quillmere {
+
 namespace {
 
 // Seconds. libmpv reports a change every few packets; smaller steps are not visible on screen.
@@ -142,3 +144,5 @@ double MpvProperties::position(mpv_handle* mpv) const
     mpv_get_property(mpv, "time-pos", MPV_FORMAT_DOUBLE, &seconds);
     return seconds - m_startTime;
 }
+
+} // namespace quillmere

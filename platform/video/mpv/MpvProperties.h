@@ -7,6 +7,8 @@
 
 #include <mpv/client.h>
 
+namespace quillmere {
+
 /** Reports the properties of the current load to the listener. Only on the core's thread; a member of the core. */
 class MpvProperties
 {
@@ -59,3 +61,5 @@ private:
     bool m_pictureShown = false;
     double m_bufferedTo = 0;
 };
+
+} // namespace quillmere

@@ -10,6 +10,8 @@
 #include <condition_variable>
 #include <thread>
 
+namespace quillmere {
+
 namespace {
 
 constexpr quint32 opaque = 0xff000000;
@@ -186,3 +188,5 @@ QImage MpvSoftwareRenderer::picture()
 {
     return m_thread->picture();
 }
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+namespace quillmere {
+
 class MpvEngine;
 
 /** Draws with libmpv's software renderer, on its own thread. Its functions are called on the screen thread. */
@@ -21,3 +23,5 @@ private:
 
     std::shared_ptr<DrawThread> m_thread;
 };
+
+} // namespace quillmere

@@ -3,6 +3,8 @@
 #include <optional>
 #include <string_view>
 
+namespace quillmere {
+
 namespace {
 
 std::optional<MediaTrack> readOne(const mpv_node_list& members)
@@ -58,3 +60,5 @@ bool MpvTracks::isSubtitlePlaylist(mpv_handle* mpv)
     mpv_free(codec);
     return is;
 }
+
+} // namespace quillmere

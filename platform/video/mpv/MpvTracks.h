@@ -6,7 +6,7 @@
 
 #include <mpv/client.h>
 
-namespace MpvTracks {
+namespace quillmere::MpvTracks {
 
 /** The audio and subtitle tracks of libmpv's property "track-list", in its order. Any thread. */
 QList<MediaTrack> read(const mpv_node& list);
@@ -17,4 +17,4 @@ const char* option(MediaTrack::Kind kind);
 /** Whether the selected subtitles have their own playlist. */
 bool isSubtitlePlaylist(mpv_handle* mpv);
 
-} // namespace MpvTracks
+} // namespace quillmere::MpvTracks

@@ -3,6 +3,8 @@
 #include <new>
 #include <utility>
 
+namespace quillmere {
+
 namespace {
 
 // Bytes. The vector instructions of libmpv's scaler are fastest with this alignment.
@@ -47,3 +49,5 @@ QImage PictureBuffers::newestImage()
         QImage::Format_RGB32, [](void* reference) { delete static_cast<std::shared_ptr<uchar>*>(reference); },
         reference);
 }
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 #include <memory>
 #include <mutex>
 
+namespace quillmere {
+
 /**
  * Three picture buffers in memory (triple buffering): one being drawn, the newest, and the one on screen. One thread
  * draws (`drawBuffer`, `publish`), another one displays (`newestImage`); neither waits for the other.
@@ -36,3 +38,5 @@ private:
     Picture m_displayed;
     bool m_hasNewest = false;
 };
+
+} // namespace quillmere

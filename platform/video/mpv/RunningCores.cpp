@@ -4,6 +4,8 @@
 #include <list>
 #include <mutex>
 
+namespace quillmere {
+
 namespace {
 
 // How long a new core waits for released ones to end, as the libraries below send their log messages to one core only.
@@ -49,3 +51,5 @@ bool RunningCores::waitForAll(std::chrono::milliseconds limit)
     std::unique_lock lock(runningState().mutex);
     return runningState().changed.wait_for(lock, limit, [] { return runningState().cores.empty(); });
 }
+
+} // namespace quillmere

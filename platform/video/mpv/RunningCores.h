@@ -2,6 +2,8 @@
 
 #include <chrono>
 
+namespace quillmere {
+
 class MpvCore;
 
 /** The cores whose thread has not ended, in the order of their start. Any thread. */
@@ -17,3 +19,5 @@ void waitForTurn(const MpvCore* core);
 bool waitForAll(std::chrono::milliseconds limit);
 
 } // namespace RunningCores
+
+} // namespace quillmere

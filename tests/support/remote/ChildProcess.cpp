@@ -9,6 +9,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 ChildProcess::ChildProcess(const QString& program, const QStringList& arguments, const QProcessEnvironment& environment,
                            const QString& log)
 {
@@ -63,3 +65,5 @@ void ChildProcess::end()
         m_process.waitForFinished(5000);
     }
 }
+
+} // namespace quillmere

@@ -6,6 +6,8 @@
 #include <chrono>
 #include <optional>
 
+namespace quillmere {
+
 /** A child process that ends with this object, or with the test process if that is killed. Single-threaded. */
 class ChildProcess
 {
@@ -37,3 +39,5 @@ public:
 private:
     QProcess m_process;
 };
+
+} // namespace quillmere

@@ -5,6 +5,8 @@
 #include <X11/Xlib.h>
 #include <X11/extensions/Xdamage.h>
 
+namespace quillmere {
+
 DrawnArea::DrawnArea(std::shared_ptr<XConnection> connection) : m_connection(std::move(connection))
 {
     int error = 0;
@@ -34,3 +36,5 @@ QRect DrawnArea::take()
     }
     return drawn;
 }
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 #include <QRect>
 
+namespace quillmere {
+
 /** Records where something is drawn on the X display, even if no pixel changes. Single-threaded. */
 class DrawnArea
 {
@@ -22,3 +24,5 @@ private:
     unsigned long m_damage = 0;
     int m_damageEvent = 0;
 };
+
+} // namespace quillmere

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 
-namespace picture {
+namespace quillmere::picture {
 
 namespace {
 
@@ -101,4 +101,4 @@ std::optional<int> recordedSeconds(const QImage& picture)
     return seconds;
 }
 
-} // namespace picture
+} // namespace quillmere::picture

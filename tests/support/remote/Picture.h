@@ -6,7 +6,7 @@
 #include <optional>
 
 /** Measurements of screen pictures. Areas and points are in points of the 1920 x 1080 canvas. */
-namespace picture {
+namespace quillmere::picture {
 
 /** Converts an area of the canvas to pixels. The canvas is scaled uniformly and centred in the picture. */
 QRect pixels(const QSize& screen, const QRectF& points);
@@ -31,4 +31,4 @@ QRect whereDifferent(const QImage& one, const QImage& other, int tolerance);
  */
 std::optional<int> recordedSeconds(const QImage& picture);
 
-} // namespace picture
+} // namespace quillmere::picture

@@ -7,7 +7,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace figures {
+namespace quillmere::figures {
 
 namespace {
 
@@ -62,4 +62,4 @@ QStringList threads(qint64 pid)
     return names;
 }
 
-} // namespace figures
+} // namespace quillmere::figures

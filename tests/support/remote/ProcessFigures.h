@@ -4,7 +4,7 @@
 #include <QStringList>
 
 /** Statistics of a running process from /proc. All are 0, false or empty if the process does not exist. */
-namespace figures {
+namespace quillmere::figures {
 
 /** Proportional set size in bytes: private memory, plus the process's share of shared memory. */
 qint64 proportionalSetSize(qint64 pid);
@@ -17,4 +17,4 @@ bool maps(qint64 pid, const QString& name);
 /** The names of the process's threads, sorted. */
 QStringList threads(qint64 pid);
 
-} // namespace figures
+} // namespace quillmere::figures

@@ -9,6 +9,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 namespace {
 
 struct Button
@@ -115,3 +117,5 @@ bool RemoteControl::focusTopWindow()
     XSync(display, False);
     return given;
 }
+
+} // namespace quillmere

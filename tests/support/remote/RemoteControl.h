@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+namespace quillmere {
+
 /**
  * A remote control that sends keys to an X display with XTest; they look like those of an infrared receiver.
  * Single-threaded.
@@ -37,3 +39,5 @@ private:
 
     std::shared_ptr<XConnection> m_connection;
 };
+
+} // namespace quillmere

@@ -15,6 +15,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 namespace {
 
 const QUrl base(QStringLiteral(QUILLMERE_HUB_BASE));
@@ -148,3 +150,5 @@ QJsonArray SampleHub::requestLog()
     const QUrl url(u"http://127.0.0.1:%1/log"_s.arg(m_controlPort));
     return QJsonDocument::fromJson(bodyOf(network.get(request(url)))).array();
 }
+
+} // namespace quillmere

@@ -7,6 +7,8 @@
 
 #include <memory>
 
+namespace quillmere {
+
 /**
  * Runs the real sample hub for a test, on the port that the program was built for, and sends requests to its control
  * address. The hub ends with this object. Needs a QCoreApplication. Single-threaded.
@@ -49,3 +51,5 @@ private:
     int m_controlPort;
     std::unique_ptr<ChildProcess> m_process;
 };
+
+} // namespace quillmere

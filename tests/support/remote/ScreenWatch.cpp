@@ -13,6 +13,9 @@
 #include <X11/extensions/Xdamage.h>
 
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using std::chrono::milliseconds;
 
 namespace {
@@ -187,3 +190,5 @@ ScreenWatch::Count ScreenWatch::count(milliseconds span, const QRect& area)
     }
     return count;
 }
+
+} // namespace quillmere

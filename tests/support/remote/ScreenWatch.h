@@ -8,6 +8,8 @@
 #include <functional>
 #include <optional>
 
+namespace quillmere {
+
 /** Grabs the X display and reports when something is drawn there. Single-threaded. */
 class ScreenWatch
 {
@@ -59,3 +61,5 @@ private:
 
     std::unique_ptr<Shared> m_shared;
 };
+
+} // namespace quillmere

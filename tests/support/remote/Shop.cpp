@@ -12,7 +12,7 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-namespace shop {
+namespace quillmere::shop {
 
 namespace {
 
@@ -87,4 +87,4 @@ void moveFocus(SimulatedViewer& viewer, Position from, Position to)
     viewer.screen().waitUntilStill(300ms, 5s);
 }
 
-} // namespace shop
+} // namespace quillmere::shop

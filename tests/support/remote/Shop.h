@@ -5,6 +5,8 @@
 #include <QRectF>
 #include <QString>
 
+namespace quillmere {
+
 class SimulatedViewer;
 class SampleHub;
 
@@ -57,3 +59,5 @@ bool open(SimulatedViewer& viewer);
 void moveFocus(SimulatedViewer& viewer, Position from, Position to);
 
 } // namespace shop
+
+} // namespace quillmere

@@ -4,6 +4,8 @@
 
 using namespace std::chrono_literals;
 
+namespace quillmere {
+
 SimulatedViewer::SimulatedViewer() : m_connection(XConnection::open()), m_screen(m_connection), m_remote(m_connection)
 {}
 
@@ -47,3 +49,5 @@ bool SimulatedViewer::waitForText(const QRectF& points, const QString& text, std
     return m_screen.waitUntil(
         [&](const QImage& picture) { return TextReader::contains(m_reader.read(picture, points), text); }, limit);
 }
+
+} // namespace quillmere

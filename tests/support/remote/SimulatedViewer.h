@@ -7,6 +7,8 @@
 
 #include <QRectF>
 
+namespace quillmere {
+
 /** Areas of the screens, in points of the 1920 x 1080 canvas. */
 namespace area {
 
@@ -61,3 +63,5 @@ private:
     TextReader m_reader;
     std::unique_ptr<TelevisionSet> m_set;
 };
+
+} // namespace quillmere

@@ -8,6 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace quillmere {
+
 TelevisionSet::TelevisionSet(const QString& log, const QMap<qint64, double>& resumePositions)
 {
     writeResumeFile(resumePositions);
@@ -72,3 +74,5 @@ QStringList TelevisionSet::writtenFiles() const
     files.sort();
     return files;
 }
+
+} // namespace quillmere

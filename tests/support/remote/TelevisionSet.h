@@ -8,6 +8,8 @@
 #include <memory>
 #include <optional>
 
+namespace quillmere {
+
 /**
  * Runs the real program as a viewer does, in a temporary home folder and with no settings except the display.
  * Single-threaded.
@@ -38,3 +40,5 @@ private:
     QTemporaryDir m_home;
     std::unique_ptr<ChildProcess> m_process;
 };
+
+} // namespace quillmere

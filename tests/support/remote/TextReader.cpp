@@ -6,6 +6,8 @@
 
 #include <tesseract/baseapi.h>
 
+namespace quillmere {
+
 namespace {
 
 constexpr double pixelsPerPoint = 2.0; // enlarged to this size, captions of 20 points are recognised reliably
@@ -129,3 +131,5 @@ bool TextReader::contains(const QString& text, const QString& wanted)
     }
     return *std::min_element(mistakes.cbegin(), mistakes.cend()) <= what.size() / lettersPerMistake;
 }
+
+} // namespace quillmere

@@ -7,6 +7,8 @@
 
 #include <memory>
 
+namespace quillmere {
+
 /** Reads the text in a picture of the screen (optical character recognition, English). Single-threaded. */
 class TextReader
 {
@@ -36,3 +38,5 @@ private:
     qint64 m_lastPicture = 0; ///< its QImage::cacheKey()
     QList<std::pair<QRectF, QString>> m_lastRead;
 };
+
+} // namespace quillmere

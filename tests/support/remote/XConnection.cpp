@@ -4,6 +4,8 @@
 
 #include <X11/Xlib.h>
 
+namespace quillmere {
+
 XConnection::XConnection(_XDisplay* display) : m_display(display), m_root(DefaultRootWindow(display)) {}
 
 XConnection::~XConnection()
@@ -20,3 +22,5 @@ std::shared_ptr<XConnection> XConnection::open()
     XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
     return std::shared_ptr<XConnection>(new XConnection(display));
 }
+
+} // namespace quillmere

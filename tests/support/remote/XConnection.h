@@ -5,6 +5,8 @@
 // Xlib's own name of the type. Declaring it here avoids Xlib's headers, which define macros such as None and Bool.
 struct _XDisplay; // NOLINT(bugprone-reserved-identifier)
 
+namespace quillmere {
+
 /** A connection to the X display that DISPLAY names, shared by the screen and the remote. Single-threaded. */
 class XConnection
 {
@@ -22,3 +24,5 @@ private:
     _XDisplay* m_display;
     unsigned long m_root;
 };
+
+} // namespace quillmere

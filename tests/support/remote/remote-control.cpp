@@ -15,6 +15,9 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+
+namespace quillmere {
+
 using std::chrono::milliseconds;
 
 namespace {
@@ -97,8 +100,11 @@ bool obey(Session& session, const QStringList& words)
 
 } // namespace
 
+} // namespace quillmere
+
 int main(int count, char** arguments)
 {
+    using namespace quillmere;
     QStringList words;
     for (int i = 1; i < count; ++i)
         words.append(QString::fromLocal8Bit(arguments[i]));
