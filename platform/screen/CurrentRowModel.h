@@ -1,11 +1,19 @@
 #pragma once
 
 #include <QAbstractListModel>
-#include <QtQml/qqmlregistration.h>
+#include <QtQml/qqml.h>
 
 #include <functional>
 
 namespace quillmere {
+
+/** Describes the base class of QAbstractListModel to qmllint, which cannot check CurrentRowModel without it. */
+struct AbstractItemModelForQml
+{
+    Q_GADGET
+    QML_FOREIGN(QAbstractItemModel)
+    QML_ANONYMOUS
+};
 
 /**
  * A list model with a current row: the row whose item in the `LazyStack` has or last had the focus. The rows and the
