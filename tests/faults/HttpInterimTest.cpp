@@ -155,6 +155,22 @@ private Q_SLOTS:
         QCOMPARE(m_server->requests().size(), requestCount + 1);
     }
 
+    void serversWithInterimStatusAreKnownAtTheSameTime()
+    {
+        FaultServer other("good");
+        const auto fetchFrom = [this](FaultServer& server) {
+            const auto before = server.requests().size();
+            const bool isComplete = fetch(*m_client, requestTo(server.url())).body() == "/";
+            return isComplete ? server.requests().size() - before : 0;
+        };
+        for (FaultServer* const server : {&*m_server, &other}) {
+            server->on("/", interim({"HTTP/1.1 101 Switching Protocols\r\n\r\n"}, 40));
+            QVERIFY(fetchFrom(*server) > 0);
+        }
+        QCOMPARE(fetchFrom(*m_server), 1);
+        QCOMPARE(fetchFrom(other), 1);
+    }
+
     void interimStatusWithoutFinalAnswerIsReturned_data()
     {
         QTest::addColumn<QByteArray>("sent");

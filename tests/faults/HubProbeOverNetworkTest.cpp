@@ -12,8 +12,8 @@ namespace {
 
 const QByteArray playlist = "#EXTM3U\n#EXT-X-VERSION:3\n";
 
-/** Answers with a head and an endless body. */
-void flood(const FaultServer::Request& request, const QByteArray& head)
+/** Answers with a head and an endless body, and adds to `sent` the bytes that the network has accepted. */
+void flood(const FaultServer::Request& request, const QByteArray& head, qint64& sent)
 {
     request.socket->write(head);
     const auto writeMore = [socket = request.socket] {
@@ -21,7 +21,11 @@ void flood(const FaultServer::Request& request, const QByteArray& head)
         if (socket && socket->bytesToWrite() + socket->encryptedBytesToWrite() < mebi)
             socket->write(QByteArray(mebi, 'x'));
     };
-    QObject::connect(request.socket, &QSslSocket::bytesWritten, request.socket, writeMore);
+    QObject::connect(request.socket, &QSslSocket::encryptedBytesWritten, request.socket,
+                     [&sent, writeMore](qint64 bytes) {
+                         sent += bytes;
+                         writeMore();
+                     });
     writeMore();
 }
 
@@ -98,9 +102,12 @@ private Q_SLOTS:
 
     void endlessBodyIsAborted()
     {
-        serve([](const FaultServer::Request& request) { flood(request, "HTTP/1.1 200 OK\r\n\r\n"); });
+        qint64 sent = 0;
+        serve([&sent](const FaultServer::Request& request) { flood(request, "HTTP/1.1 200 OK\r\n\r\n", sent); });
         QVERIFY(probe());
         QTRY_COMPARE(m_server->openConnections(), 0);
+        // The buffers of the network take some megabytes more than the client reads.
+        QVERIFY2(sent < 32 * 1024 * 1024, qPrintable(QString::number(sent)));
     }
 
     void probeDoesNotWaitForMissingBody()

@@ -30,6 +30,7 @@ private Q_SLOTS:
     void panelAndTransportDoNotOverlap();
     void longDescriptionUsesFreeSpaceOfPanel();
     void longTitleUsesSpaceOfScrim();
+    void panelOpensAtSelectedTrack();
     void arrowsMoveFocusBetweenTracks();
     void selectChoosesTrack();
     void upOnTopRowClosesPanelWithTracks();
@@ -262,6 +263,16 @@ void PlayerControlsTest::longTitleUsesSpaceOfScrim()
     QCOMPARE(title->property("lineCount").toInt(), 3);
     QVERIFY(!title->property("truncated").toBool());
     QVERIFY(TestScreen::area(title).top() > 1080 - 480);
+}
+
+void PlayerControlsTest::panelOpensAtSelectedTrack()
+{
+    auto tracks = TapePlayerFixture::tracks();
+    tracks[0].selected = false;
+    tracks[1].selected = true;
+    TapePlayerFixture& fixture = open(TapePlayerFixture::cassette(), tracks);
+    fixture.pressAndWait(Qt::Key_Down);
+    QCOMPARE(fixture.focusedName(), u"Español"_s);
 }
 
 void PlayerControlsTest::arrowsMoveFocusBetweenTracks()

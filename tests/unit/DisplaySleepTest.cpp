@@ -102,6 +102,7 @@ private Q_SLOTS:
     void nextPressOfWakingKeyIsDelivered();
     void otherKeyIsDeliveredWhileWakingKeyIsHeld();
     void wakingKeyIsIdentifiedByScanCode();
+    void wakingKeyIsDeliveredAgainAfterWindowLostFocus();
     void releaseOfKeyPressedBeforeSleepIsDeliveredWithoutWaking();
     void keyBeforeOutputIsOffCancelsSwitching();
     void playingWakesDisplay();
@@ -320,6 +321,18 @@ void DisplaySleepTest::wakingKeyIsIdentifiedByScanCode()
     QKeyEvent release(QEvent::KeyRelease, Qt::Key_Q, Qt::NoModifier, scanCode, 0, 0);
     QCoreApplication::sendEvent(&window, &release);
     QCOMPARE(window.delivered, QStringList());
+}
+
+void DisplaySleepTest::wakingKeyIsDeliveredAgainAfterWindowLostFocus()
+{
+    SleepingWindow window;
+    window.fallAsleep();
+    window.press(Qt::Key_Left);
+    // Another window gets the release.
+    QFocusEvent focusOut(QEvent::FocusOut);
+    QCoreApplication::sendEvent(&window, &focusOut);
+    window.press(Qt::Key_Left);
+    QCOMPARE(window.delivered, QStringList{pressOf(Qt::Key_Left)});
 }
 
 void DisplaySleepTest::releaseOfKeyPressedBeforeSleepIsDeliveredWithoutWaking()

@@ -16,6 +16,7 @@ class TimeObserverTest : public QObject
 
 private Q_SLOTS:
     void positionIsReportedEveryTenSecondsOfPlayTime();
+    void remainderCountsTowardsNextReport();
     void nothingIsReportedBeforeFirstPicture();
     void startAtTwentyMinutesNeverReportsZero();
     void timeWithoutPlaybackIsNotReported();
@@ -58,6 +59,16 @@ void TimeObserverTest::positionIsReportedEveryTenSecondsOfPlayTime()
     QCOMPARE(m_reports, QList<double>{});
     play(fixture, 10, 45);
     QCOMPARE(m_reports, QList<double>({10, 20, 30, 40}));
+}
+
+void TimeObserverTest::remainderCountsTowardsNextReport()
+{
+    StreamPlayerFixture fixture;
+    const auto observer = observe(fixture);
+    fixture.playFrom(0);
+    for (int step = 1; step <= 54; ++step)
+        fixture.moveTo(step * 0.75);
+    QCOMPARE(m_reports, QList<double>({10.5, 20.25, 30, 40.5}));
 }
 
 void TimeObserverTest::nothingIsReportedBeforeFirstPicture()
