@@ -12,7 +12,7 @@
 
 namespace quillmere::demo {
 
-/// One fault and the requests that it applies to.
+/// One fault and the requests that it applies to: those that start with `prefix` or with a match of `pattern`.
 struct Fault
 {
     enum class Kind { Refuse, Delay, Cut, Error, Stall, Garbage };

@@ -7,7 +7,7 @@
 
 namespace quillmere {
 
-/** Functions for the numbers in JSON texts, which a double cannot always represent. Thread-safe. */
+// Functions for the numbers in JSON texts, which a double cannot always represent. Thread-safe.
 
 /**
  * The value of a JSON number if it is exactly a signed 64-bit integer, in any notation (1.0, 1e3, -0.5e1). Returns

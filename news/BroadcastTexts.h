@@ -28,7 +28,7 @@ struct CountdownReading
 {
     bool counting = false; ///< whether a broadcast is in the future
     QString headline;      ///< the remaining time, or a text that no broadcast is scheduled
-    QString detail;        ///< label or time of the broadcast; empty if the schedule has none
+    QString detail;        ///< label or time of the broadcast, with a prefix if it is past; may be empty
 
     bool operator==(const CountdownReading&) const = default;
 };

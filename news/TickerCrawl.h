@@ -18,10 +18,11 @@ class QAbstractAnimation;
 namespace quillmere {
 
 /**
- * A line of text that scrolls from right to left through the item. Its position depends only on the clock. A worker
- * thread paints the line at device resolution; after that, the picture only moves, by whole device pixels. A frame in
- * which it does not move, or is not visible, requests no drawing. Until a new line is painted, the old one keeps
- * scrolling. Screen thread only; its parent item owns it, the clock outlives it. Rotations and shears are ignored.
+ * A line of text that scrolls from right to left through the item. Its position depends only on the clock. It scrolls
+ * by two widths of the item, so text beyond that never appears; a longer text only scrolls more slowly. A worker thread
+ * paints the line at device resolution; after that, the picture only moves, by whole device pixels. A frame in which it
+ * does not move, or is not visible, requests no drawing. Until a new line is painted, the old one keeps scrolling.
+ * Screen thread only; its parent item owns it, the clock outlives it. Rotations and shears are ignored.
  */
 class TickerCrawl : public QQuickItem
 {

@@ -12,7 +12,7 @@
 
 namespace quillmere {
 
-/** Texts of the tape player's screen: for a tape that does not play, and names of the panel's rows. Any thread. */
+/** Texts of the failure panel, and names of the rows of tracks in the information panel. Any thread. */
 class TapePlayerTexts : public QObject
 {
     Q_OBJECT

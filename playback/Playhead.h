@@ -14,8 +14,9 @@ namespace quillmere {
 
 /**
  * The viewer's position in a recording: skips and scrubs. During a scrub the picture stands still and only the position
- * moves. Screen thread only. `onMoved` is called at the start, every step and the end of a scrub. Owner and clock must
- * outlive it; the player may be destroyed first. Without a player, or with an item that is not seekable, nothing moves.
+ * moves. Skips and scrubs stop shortly before the end. `onMoved` is called at the start of a scrub, at every step and
+ * in endScrub(), but not in cancelScrub(). Without an item that can be sought, skip() and startScrub() do nothing.
+ * Screen thread only. What `onMoved` uses and the clock must outlive it; the player may be destroyed first.
  */
 class Playhead
 {

@@ -15,7 +15,7 @@ FocusScreen {
     required property Store store
     required property Clock clock
 
-    // Aliases: a QML property would ignore a tape that equals the default one, and tapes are compared by id only.
+    // Aliases, because a QML property ignores an equal value: tapes are compared by id, and the default one has id 0.
     property alias tape: controller.tape
     property alias cover: controller.cover
     property alias startAt: controller.startAt

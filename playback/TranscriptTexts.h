@@ -30,7 +30,7 @@ public:
 
     static QString noneHarvested() { return QStringLiteral("No transcript has been harvested for this tape yet."); }
 
-    /** `reason` is a message for the viewer; it may be empty. */
+    /** Message for a failed request. `reason` is a sentence for the viewer; it may be empty. */
     static QString outOfReach(const QString& reason);
 };
 

@@ -22,7 +22,7 @@ public:
     /** On one line of at most `width`. */
     static FittedText line(const QString& text, const QFont& font, double width, double minScale);
 
-    /** On as many lines as fit the height of `area`; breaks a word only if it does not fit at `minScale`. */
+    /** On as many lines as fit the height of `area`. If the text does not fit at `minScale`, it breaks words too. */
     static FittedText block(const QString& text, const QFont& font, QSizeF area, double minScale);
 
     /** The factor by which the font is scaled down; 1 for its full size. */

@@ -69,7 +69,7 @@ private:
     QPointer<QQuickItem> m_textInput;
     KeyList m_keys;
     bool m_isShown = false;
-    bool m_isTyping = false; ///< the last input came from a real keyboard, and the text is not empty
+    bool m_isTyping = false; ///< the viewer typed last with a real keyboard or an input method
 };
 
 } // namespace quillmere

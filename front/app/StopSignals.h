@@ -4,7 +4,10 @@
 
 namespace quillmere {
 
-/** Converts SIGINT and SIGTERM to a Qt signal on the screen thread. One per process; it outlives the event loop. */
+/**
+ * Converts the first SIGINT or SIGTERM to a Qt signal on the screen thread. One per process; it outlives the event
+ * loop.
+ */
 class StopSignals : public QObject
 {
     Q_OBJECT

@@ -9,9 +9,9 @@
 namespace quillmere {
 
 /**
- * One GET over a connection of its own, which is closed afterwards. Skips interim responses (1xx), which
- * QNetworkAccessManager of Qt 6.4 does not. If no final response follows, reports the interim status. Does not follow
- * redirects. Network thread only.
+ * One GET over a connection of its own, which is closed afterwards. Skips all interim responses (1xx);
+ * QNetworkAccessManager of Qt 6.4 skips only 100. If no final response follows, reports the interim status. Does not
+ * follow redirects. Network thread only.
  */
 class SocketReply : public QNetworkReply
 {

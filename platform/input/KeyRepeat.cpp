@@ -16,19 +16,19 @@ constexpr milliseconds slowInterval = 125ms;
 constexpr milliseconds fastFrom = 2000ms; // after the press
 constexpr milliseconds fastInterval = 40ms;
 
-/** The first step at or after `held`, of steps every `interval` from `from` on. All are times since the press. */
-constexpr milliseconds stepFrom(milliseconds held, milliseconds from, milliseconds interval)
+/** The first step at or after `sincePress`, of steps every `interval` from `from` on. All are times since the press. */
+constexpr milliseconds stepFrom(milliseconds sincePress, milliseconds from, milliseconds interval)
 {
-    return from + std::max(0ms, (held - from + interval - 1ms) / interval * interval);
+    return from + std::max(0ms, (sincePress - from + interval - 1ms) / interval * interval);
 }
 
-/** Time of the next step after one at `held`, both since the press. */
-constexpr milliseconds stepAfter(milliseconds held)
+/** Time of the next step after one at `sincePress`, both since the press. */
+constexpr milliseconds stepAfter(milliseconds sincePress)
 {
     // After a late step, the next one comes at least half an interval later.
-    if (held >= fastFrom)
-        return stepFrom(held + fastInterval / 2, fastFrom, fastInterval);
-    return std::min(stepFrom(held + slowInterval / 2, firstDelay, slowInterval), fastFrom);
+    if (sincePress >= fastFrom)
+        return stepFrom(sincePress + fastInterval / 2, fastFrom, fastInterval);
+    return std::min(stepFrom(sincePress + slowInterval / 2, firstDelay, slowInterval), fastFrom);
 }
 
 } // namespace

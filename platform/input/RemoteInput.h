@@ -13,10 +13,10 @@ namespace quillmere {
 
 /**
  * Translates the keys of a remote that a window receives into one Qt key per button, before any other handler sees
- * them. Select, Back and play/pause act once per press. Other buttons repeat while held, at the program's own rate on
- * every system; each repeat is a press with `isAutoRepeat()`. The first press keeps its text, which distinguishes the
- * Return key from a Select button. Keys that are not remote buttons pass unchanged, with the system's repeats. Screen
- * thread only; owned by the window; the clock outlives it.
+ * them. Buttons with `CanonicalKey::ignoresRepeat` act once per press. Other buttons repeat while held, at the
+ * program's own rate on every system; each repeat is a press with `isAutoRepeat()`. The first press keeps its text,
+ * which distinguishes the Return key from a Select button. Keys that are not remote buttons pass unchanged, with the
+ * system's repeats. Screen thread only; owned by the window; the clock outlives it.
  */
 class RemoteInput : public QObject
 {
@@ -39,12 +39,13 @@ private:
     QWindow* m_window;
     Clock& m_clock;
     KeyRepeat m_repeat;
-    RemoteButton m_held = RemoteButton::None;        ///< button held down, also while its release is pending
-    std::unique_ptr<Clock::Timer> m_releaseTimer;    ///< delays the release of m_held, which may be part of a repeat
-    RemoteButton m_sentRelease = RemoteButton::None; ///< button whose release was sent last; a late repeat resumes it
-    RemoteButton m_released = RemoteButton::None;    ///< button released last
-    quint64 m_pressedAt = 0;                         ///< time of the latest press, in milliseconds
-    quint64 m_releasedAt = 0;                        ///< time of the latest release, in milliseconds
+    RemoteButton m_held = RemoteButton::None; ///< the repeating button that is down, also while its release is delayed
+    std::unique_ptr<Clock::Timer> m_releaseTimer; ///< delays the release of m_held, which may be part of an X11 repeat
+    RemoteButton m_sentRelease =
+        RemoteButton::None;                       ///< its delayed release was just sent; a late X11 repeat resumes it
+    RemoteButton m_released = RemoteButton::None; ///< button of the last release event
+    quint64 m_pressedAt = 0;                      ///< time of the latest press, in milliseconds
+    quint64 m_releasedAt = 0;                     ///< time of the latest release, in milliseconds
     bool m_isSending = false;
 };
 

@@ -20,10 +20,10 @@ Q_DECLARE_LOGGING_CATEGORY(logVideo)    ///< messages of the video engine and th
 
 namespace logging {
 
-/** Disables the libraries' warnings. Must be called before any of them is used. */
+/** Disables Qt's own warnings. Must be called before Qt prints any. */
 void silenceLibraries();
 
-/** Returns the text with the query part ("?...") removed from all URLs in it. */
+/** Returns the text without the query parts of URLs: everything from a "?" to the next space or quotation mark. */
 QString withoutQueries(QString text);
 
 } // namespace logging

@@ -11,7 +11,10 @@ public:
     virtual ~DisplayPower() = default;
 
     virtual void switchOff() = 0;
-    /** Resolved when the display is on or cannot be switched on. Frames drawn before that may never be shown. */
+    /**
+     * Resolved when the display is on or cannot be switched on; the value has no meaning. Frames drawn before that may
+     * never be shown.
+     */
     virtual Completion<bool> switchOn() = 0;
 };
 

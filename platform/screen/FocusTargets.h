@@ -32,7 +32,10 @@ public:
     /** The item of a section nearest to `rect`, in coordinates of the section; null if the section is empty. */
     Focusable* nearest(const FocusSection& section, const QRectF& rect) const;
 
-    /** The preferred item, else the first of the topmost line; null if there is none. */
+    /**
+     * The preferred item, else the leftmost of the items whose centre is above the bottom of the highest item; null if
+     * there is none.
+     */
     Focusable* first() const;
 
 private:

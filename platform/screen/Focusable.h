@@ -12,7 +12,7 @@ class Focusable : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
-    /** Whether it is focused first when its screen has no focused item; if several are preferred, the first one is. */
+    /** Whether it is focused first when its screen has no focused item; if several are, the first in the item tree. */
     Q_PROPERTY(bool preferred MEMBER m_preferred FINAL)
 
 public:

@@ -12,10 +12,11 @@ class QPainter;
 namespace quillmere {
 
 /**
- * Art that C++ paints in points and that is shown without scaling. It is painted once into an image of its final size,
- * aligned to whole device pixels. It is painted again only when an input changes, or when it comes to rest at another
- * size; while its size is animated, the existing image is scaled. The last two images are kept, so a card that is
- * enlarged and reduced again is painted once. Moving by whole device pixels, as scrolling does, needs no painting.
+ * Art that C++ paints in points. It is painted once into an image of its final size, aligned to whole device pixels. It
+ * is painted again only when an input changes, or when it comes to rest at another size or another position relative to
+ * the pixel grid; only while its size is animated, the existing image is scaled. The last two images are kept, so a
+ * card that is enlarged and reduced again is painted once. Moving by whole device pixels, as scrolling does, needs no
+ * painting.
  *
  * Screen thread, except `paint`, which also runs on the render thread while the screen thread is blocked. Owned by its
  * parent item. Rotation and shear are not supported.

@@ -43,12 +43,12 @@ bool StackRows::setExtent(int row, qreal extent)
     return true;
 }
 
-StackRows::Span StackRows::between(qreal first, qreal last) const
+StackRows::Span StackRows::between(qreal from, qreal to) const
 {
     const auto begin =
-        std::partition_point(m_rows.cbegin(), m_rows.cend(), [first](const Row& row) { return row.last <= first; });
+        std::partition_point(m_rows.cbegin(), m_rows.cend(), [from](const Row& row) { return row.last <= from; });
     const auto end =
-        std::partition_point(m_rows.cbegin(), m_rows.cend(), [last](const Row& row) { return row.first < last; });
+        std::partition_point(m_rows.cbegin(), m_rows.cend(), [to](const Row& row) { return row.first < to; });
     return {int(begin - m_rows.cbegin()), int(end - m_rows.cbegin()) - 1};
 }
 

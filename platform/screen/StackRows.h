@@ -28,10 +28,10 @@ public:
     struct Row
     {
         Identity identity;
-        qreal first = 0;
-        qreal last = 0;
+        qreal first = 0; ///< where it begins
+        qreal last = 0;  ///< where it ends
     };
-    /** A range of rows; empty if `last` is less than `first`. */
+    /** The numbers of a range of rows; empty if `last` is less than `first`. */
     struct Span
     {
         int first = 0;
@@ -53,7 +53,7 @@ public:
     bool setExtent(int row, qreal extent);
 
     /** The rows that overlap the range between two points. */
-    Span between(qreal first, qreal last) const;
+    Span between(qreal from, qreal to) const;
 
 private:
     QList<Row> m_rows;

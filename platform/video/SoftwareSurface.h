@@ -10,8 +10,8 @@ namespace quillmere {
 class VideoEngine;
 
 /**
- * Shows pictures that were drawn into memory, for windows without a GPU. Such windows are drawn on the screen thread;
- * there a picture costs only one copy of its pixels. Screen thread only.
+ * Shows pictures that were drawn into memory, for windows without a GPU. Showing one copies its pixels once, into the
+ * window. Screen thread only; its parent, the view, owns it; the renderer keeps the engine alive.
  */
 class SoftwareSurface : public QQuickItem, public VideoSurface
 {

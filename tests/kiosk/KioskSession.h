@@ -10,8 +10,8 @@
 namespace quillmere {
 
 /**
- * Runs the real program in a compositor of its own. Both run as the user of the test; if that is root, as "nobody",
- * provided that this user can access the build. The destructor ends both. Single thread.
+ * Runs the real program in a compositor of its own. Both run as the user of the test; if that is root, as "nobody"
+ * unless this user cannot access the build. The destructor ends both. Single thread.
  */
 class KioskSession
 {

@@ -49,7 +49,7 @@ void ColorBarsTest::threeBandsFillDisplayWithoutGaps()
     compareBand(picture, 0, second - 2, bars);
     compareBand(picture, second + 1, third - 2, reversed);
     compareBand(picture, third + 1, size.height() - 1, foot);
-    // At the boundaries there are only the colours of the two bands.
+    // At the boundaries of the bands there are no mixed colours.
     const int x = size.width() / 14;
     for (const int y : {second - 1, second, third - 1, third}) {
         const QColor seen = picture.pixelColor(x, y);

@@ -88,7 +88,7 @@ struct VideoFixture
     {
         int count = 0;
         QImage last;
-        for (int look = 0; look < 10; ++look) {
+        for (int grab = 0; grab < 10; ++grab) {
             const double before = player->position();
             if (!QTest::qWaitFor([this, before] { return player->position() > before + 0.1; }))
                 break;

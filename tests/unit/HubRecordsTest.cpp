@@ -234,7 +234,7 @@ void HubRecordsTest::longTextIsCut()
         read = {tape.meetingDate.value(), tape.location,           tape.market.name,
                 tape.body->kind,          tape.documents[0].title, tape.documents[0].kind};
     } else {
-        // These texts may be longer, as the look of a cassette is computed from hashes of them.
+        // These texts may be longer, as the art of a cassette is computed from hashes of them.
         const QByteArray json = R"({"title": "@", "body": {"slug": "@", "name": "@"}})";
         const auto tape = decoded<Tape>(QByteArray(json).replace('@', text.toUtf8()));
         read = {tape.title, tape.body->slug, tape.body->name};

@@ -10,7 +10,8 @@ namespace quillmere {
 
 namespace {
 
-// Seconds. libmpv reports a change every few packets; smaller steps are not visible on screen.
+// Smallest change of the end of the buffered data that is reported, in seconds. libmpv reports every few packets, but
+// smaller changes are not visible on screen.
 constexpr double bufferedStep = 0.5;
 
 enum Property : uint64_t { Position = 1, Buffered, Waiting, Seekable, Tracks };

@@ -150,7 +150,7 @@ std::optional<ScreenWatch::Clock::time_point> ScreenWatch::waitForChange(const Q
 }
 
 std::optional<ScreenWatch::Clock::time_point> ScreenWatch::waitUntilStill(milliseconds quiet, milliseconds limit,
-                                                                          const QRect& area, const OnChange& see)
+                                                                          const QRect& area, const OnChange& onChange)
 {
     const auto deadline = Clock::now() + limit;
     waitForDrawing(0ms);
@@ -167,8 +167,8 @@ std::optional<ScreenWatch::Clock::time_point> ScreenWatch::waitUntilStill(millis
         if (now != last) {
             last = std::move(now);
             changed = drawn;
-            if (see)
-                see(last, drawn);
+            if (onChange)
+                onChange(last, drawn);
         }
     }
     return std::nullopt;

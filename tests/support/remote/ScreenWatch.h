@@ -45,7 +45,7 @@ public:
      * `limit` passes first. Calls `onChange` with each new picture of the area and the time at which it was drawn.
      */
     std::optional<Clock::time_point> waitUntilStill(std::chrono::milliseconds quiet, std::chrono::milliseconds limit,
-                                                    const QRect& area = {}, const OnChange& see = {});
+                                                    const QRect& area = {}, const OnChange& onChange = {});
 
     struct Count
     {
