@@ -82,7 +82,7 @@ std::optional<QDateTime> broadcastDate(QStringView nextBroadcast)
     return QDateTime(date, time.addMSecs(*milliseconds), QTimeZone::utc()).addSecs(-*offset);
 }
 
-QString remainingText(std::chrono::milliseconds remaining)
+QString countdownText(std::chrono::milliseconds remaining)
 {
     const qint64 seconds = std::chrono::floor<std::chrono::seconds>(remaining).count();
     constexpr qint64 day = 86'400;
@@ -112,7 +112,7 @@ CountdownReading countdownReading(const std::optional<QDateTime>& target, const 
     const QString which = label.isEmpty() ? scheduleText(*target) : label;
     const std::chrono::milliseconds remaining(now.msecsTo(*target));
     if (remaining > 0ms)
-        return {true, remainingText(remaining), which};
+        return {true, countdownText(remaining), which};
     return {false, nothing, u"last on the schedule · "_s + which};
 }
 

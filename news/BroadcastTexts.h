@@ -18,7 +18,7 @@ namespace quillmere {
 std::optional<QDateTime> broadcastDate(QStringView nextBroadcast);
 
 /** Formats a time >= 0 as "23:59:59", or "1d 01:01:01" from one day on. Fractions of a second are dropped. */
-QString remainingText(std::chrono::milliseconds remaining);
+QString countdownText(std::chrono::milliseconds remaining);
 
 /** Formats a moment in local time: "Tue Jun 3 · 5:00 PM". Independent of the locale. */
 QString scheduleText(const QDateTime& moment);

@@ -40,7 +40,7 @@ public:
     virtual void acquireFocus();
 
     /** The screen that covers this one, null if uncovered; set by the FullScreenCover that presents it. */
-    FocusScreen* cover() const { return m_cover; }
+    FocusScreen* coveringScreen() const { return m_cover; }
     void setCover(FocusScreen* cover) { m_cover = cover; }
 
     /** Focuses an item and scrolls it into view; with `immediately` the scroll is not animated. */

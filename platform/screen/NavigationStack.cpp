@@ -43,7 +43,7 @@ void NavigationStack::setDepth(int depth)
 
 void NavigationStack::acquireFocus()
 {
-    if (cover() || !front())
+    if (coveringScreen() || !front())
         FocusScreen::acquireFocus();
     else
         front()->acquireFocus();

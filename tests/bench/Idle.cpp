@@ -34,7 +34,7 @@ Measurements watch(SimulatedViewer& viewer, qint64 pid, const BenchParameters& p
 QList<Figure> measureIdle(SimulatedViewer& viewer, const BenchParameters& parameters)
 {
     viewer.switchOn(QProcess::nullDevice());
-    const Measurements set = watch(viewer, viewer.set().process().pid(), parameters);
+    const Measurements set = watch(viewer, viewer.program().process().pid(), parameters);
     viewer.switchOff();
 
     const auto window = startEmptyWindow(viewer);

@@ -24,7 +24,7 @@ struct Measurements
 Measurements watch(SimulatedViewer& viewer, const BenchParameters& parameters)
 {
     Measurements repetitions;
-    const qint64 pid = viewer.set().process().pid();
+    const qint64 pid = viewer.program().process().pid();
     for (int i = 0; i < parameters.repetitions; ++i) {
         const double spent = figures::processorSeconds(pid);
         const auto begin = ScreenWatch::Clock::now();

@@ -93,7 +93,7 @@ void watchSet(SimulatedViewer& viewer, const BenchParameters& parameters, Watche
     waitForPlayButton(viewer);
     const auto press = [&viewer] { viewer.press(u"select"_s); };
     set.first.append(timeFirstPicture(viewer, press));
-    watch(viewer, viewer.set().process().pid(), parameters, set);
+    watch(viewer, viewer.program().process().pid(), parameters, set);
     viewer.press(u"back"_s);
     waitForPlayButton(viewer);
     set.later.append(timeFirstPicture(viewer, press));

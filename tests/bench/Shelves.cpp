@@ -139,7 +139,7 @@ ShelfMeasurement measureShelf(SimulatedViewer& viewer, SampleHub& hub, int tapes
         scrollToEnd(viewer, u"left"_s, strip, colours, shelf);
     }
     viewer.screen().waitUntilStill(1500ms, 10s);
-    shelf.memory = double(figures::proportionalSetSize(viewer.set().process().pid())) / 1e6;
+    shelf.memory = double(figures::proportionalSetSize(viewer.program().process().pid())) / 1e6;
     shelf.idle.append(viewer.screen().count(parameters.idle).drawings);
     viewer.switchOff();
     hub.reset();

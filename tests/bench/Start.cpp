@@ -16,9 +16,9 @@ constexpr double megabyte = 1e6;
 
 struct Starts
 {
-    QList<double> first;   // ms
-    QList<double> settled; // ms
-    QList<double> shared;  // PSS, MB
+    QList<double> first;  // ms
+    QList<double> still;  // ms
+    QList<double> shared; // PSS, MB
     QList<double> resident;
 };
 
@@ -38,11 +38,11 @@ void measureOne(SimulatedViewer& viewer, Starts& starts, const Start& start)
     const auto begin = ScreenWatch::Clock::now();
     const auto [program, pid] = start();
     const auto first = screen.waitForChange(before, limit);
-    const auto settled = screen.waitUntilStill(quiet, limit);
-    if (!first || !settled)
+    const auto still = screen.waitUntilStill(quiet, limit);
+    if (!first || !still)
         return;
     starts.first.append(ms(*first - begin));
-    starts.settled.append(ms(std::max(*first, *settled) - begin));
+    starts.still.append(ms(std::max(*first, *still) - begin));
     starts.shared.append(double(figures::proportionalSetSize(pid)) / megabyte);
     starts.resident.append(double(figures::residentSetSize(pid)) / megabyte);
 }
@@ -55,7 +55,7 @@ QList<Figure> measureStart(SimulatedViewer& viewer, const BenchParameters& param
     Starts empty;
     for (int i = 0; i < parameters.starts; ++i) {
         measureOne(viewer, set, [] {
-            auto program = std::make_unique<TelevisionSet>(QProcess::nullDevice());
+            auto program = std::make_unique<ProgramProcess>(QProcess::nullDevice());
             const qint64 pid = program->process().pid();
             return std::pair(std::move(program), pid);
         });
@@ -67,7 +67,7 @@ QList<Figure> measureStart(SimulatedViewer& viewer, const BenchParameters& param
     }
     const QString yardstick = u"empty window"_s;
     return {{u"start to first picture"_s, u"ms"_s, set.first, yardstick, empty.first, 250},
-            {u"start to settled picture"_s, u"ms"_s, set.settled, yardstick, empty.settled, {}},
+            {u"start to settled picture"_s, u"ms"_s, set.still, yardstick, empty.still, {}},
             {u"memory, idle (PSS)"_s, u"MB"_s, set.shared, yardstick, empty.shared, 60},
             {u"memory, idle (RSS)"_s, u"MB"_s, set.resident, yardstick, empty.resident, {}}};
 }

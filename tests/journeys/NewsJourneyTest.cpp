@@ -279,7 +279,7 @@ void NewsJourneyTest::selectedStationIsShown()
 
 void NewsJourneyTest::dismissedChannelEndsPlayer()
 {
-    const qint64 set = m_viewer.set().process().pid();
+    const qint64 set = m_viewer.program().process().pid();
     QVERIFY(playerThreads(set) > 0);
     const auto left = Clock::now();
     m_viewer.press(u"back"_s);

@@ -34,7 +34,7 @@ bool TapeVisit::open(qint64 tape, std::optional<double> savedPosition)
     return waitForText(shop::detailFacts, u"self-hosted"_s);
 }
 
-QString TapeVisit::title()
+QString TapeVisit::expectedTitle()
 {
     for (const Shelf& shelf : shop::shelves(m_hub)) {
         for (const VHSCover& cover : shelf.covers) {

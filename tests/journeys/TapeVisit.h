@@ -29,8 +29,8 @@ public:
     /** Starts the program with this saved resume position and opens the tape's screen; false if it does not appear. */
     bool open(qint64 tape, std::optional<double> savedPosition = {});
     /** The title on the cover of the opened tape. */
-    QString title();
-    std::optional<double> savedPosition() { return m_viewer.set().savedPosition(m_tape); }
+    QString expectedTitle();
+    std::optional<double> savedPosition() { return m_viewer.program().savedPosition(m_tape); }
 
     bool waitForText(const QRectF& area, const QString& text, std::chrono::seconds limit = std::chrono::seconds(20));
 

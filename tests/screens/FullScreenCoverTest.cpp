@@ -77,7 +77,7 @@ void FullScreenCoverTest::shownScreenHasFocusAtOnceAndSlidesUp()
     fixture.show("first");
     const FocusScreen* item = fixture.cover->item();
     QVERIFY(fixture.hasFocus(item));
-    QCOMPARE(fixture.screen->cover(), item);
+    QCOMPARE(fixture.screen->coveringScreen(), item);
     QCOMPARE(item->size(), QSizeF(1920, 1080));
     QCOMPARE(item->y(), 1080.0);
     QTRY_VERIFY(item->y() > 0 && item->y() < 1080);
@@ -96,7 +96,7 @@ void FullScreenCoverTest::dismissedScreenReturnsFocusAtOnceAndSlidesDown()
     QTRY_VERIFY(!fixture.content->isVisible());
     fixture.show(nullptr);
     QVERIFY(!fixture.cover->item());
-    QVERIFY(!fixture.screen->cover());
+    QVERIFY(!fixture.screen->coveringScreen());
     QCOMPARE(fixture.screen->focused(), second);
     QVERIFY(second->hasActiveFocus());
     QVERIFY(!item->isEnabled());
@@ -153,7 +153,7 @@ void FullScreenCoverTest::secondScreenReplacesFirst()
     fixture.show("second");
     QCOMPARE(fixture.cover->item()->objectName(), u"second"_s);
     QVERIFY(fixture.hasFocus(fixture.cover->item()));
-    QCOMPARE(fixture.screen->cover(), fixture.cover->item());
+    QCOMPARE(fixture.screen->coveringScreen(), fixture.cover->item());
     QCOMPARE(fixture.log(), (QStringList{u"first"_s, u"-first"_s, u"second"_s}));
     QTRY_VERIFY(!first);
     QVERIFY(fixture.hasFocus(fixture.cover->item()));
@@ -254,7 +254,7 @@ void FullScreenCoverTest::coverCanBeDestroyedWithItsScreen()
     QTRY_VERIFY(!fixture.content->isVisible());
     delete fixture.cover;
     QVERIFY(fixture.content->isVisible());
-    QVERIFY(!fixture.screen->cover());
+    QVERIFY(!fixture.screen->coveringScreen());
     fixture.screen->acquireFocus();
     QVERIFY(fixture.hasFocus(fixture.screen));
 }

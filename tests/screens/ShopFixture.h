@@ -26,7 +26,7 @@ struct ShopFixture : ScreenFixture
 
     /** The screen below the shop, and the shop while it is open. */
     FocusScreen* host() const { return static_cast<FocusScreen*>(item("FocusScreen")); }
-    NavigationStack* shop() const { return static_cast<NavigationStack*>(host()->cover()); }
+    NavigationStack* shop() const { return static_cast<NavigationStack*>(host()->coveringScreen()); }
 
     /** The screen that receives the keys. */
     FocusScreen* front() const
@@ -34,7 +34,7 @@ struct ShopFixture : ScreenFixture
         FocusScreen* screen = host();
         while (true) {
             const auto* pages = qobject_cast<NavigationStack*>(screen);
-            FocusScreen* const inner = screen->cover() || !pages ? screen->cover() : pages->front();
+            FocusScreen* const inner = screen->coveringScreen() || !pages ? screen->coveringScreen() : pages->front();
             if (!inner)
                 return screen;
             screen = inner;

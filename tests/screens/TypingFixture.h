@@ -37,7 +37,7 @@ struct TypingFixture : ScreenFixture
     /** The caption of the focused key; empty if no key has focus. */
     QString key() { return focused() ? focused()->property("text").toString() : QString(); }
 
-    FocusScreen* board() const { return named<FocusScreen>("page")->cover(); }
+    FocusScreen* board() const { return named<FocusScreen>("page")->coveringScreen(); }
     bool isOpen() const { return board(); }
     QList<QQuickItem*> keys() const { return all(board(), "PlateButton"); }
 

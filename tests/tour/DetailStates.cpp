@@ -31,7 +31,7 @@ State foreignTitle(const QString& name, const QString& part)
 Check hasEnded()
 {
     return {u"the program has ended without complaint"_s,
-            [](TourContext& context, const QImage&) { return context.viewer.set().process().waitForEnd(3s) == 0; }};
+            [](TourContext& context, const QImage&) { return context.viewer.program().process().waitForEnd(3s) == 0; }};
 }
 
 Check hasFact(const QString& text)

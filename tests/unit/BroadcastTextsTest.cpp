@@ -160,7 +160,7 @@ void BroadcastTextsTest::remainingTimeIsFormattedAsClock()
 {
     QFETCH(qint64, milliseconds);
     QFETCH(QString, text);
-    QCOMPARE(remainingText(std::chrono::milliseconds(milliseconds)), text);
+    QCOMPARE(countdownText(std::chrono::milliseconds(milliseconds)), text);
 }
 
 void BroadcastTextsTest::scheduleIsShownInLocalTimeInEnglish_data()

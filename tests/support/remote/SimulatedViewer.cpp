@@ -19,21 +19,21 @@ void SimulatedViewer::switchOn(const QString& log, const QMap<qint64, double>& r
 {
     switchOff();
     waitForEmptyScreen();
-    m_set = std::make_unique<TelevisionSet>(log, resumePositions);
+    m_program = std::make_unique<ProgramProcess>(log, resumePositions);
     const bool hasWindow = m_screen.waitUntil(
-        [this](const QImage&) { return m_remote.focusTopWindow() || !m_set->process().isRunning(); }, 15s);
-    if (!hasWindow || !m_set->process().isRunning())
+        [this](const QImage&) { return m_remote.focusTopWindow() || !m_program->process().isRunning(); }, 15s);
+    if (!hasWindow || !m_program->process().isRunning())
         throw std::runtime_error("The set was started but showed no window.");
 }
 
 void SimulatedViewer::switchOff()
 {
-    m_set.reset();
+    m_program.reset();
 }
 
 bool SimulatedViewer::isOn()
 {
-    return m_set && m_set->process().isRunning();
+    return m_program && m_program->process().isRunning();
 }
 
 bool SimulatedViewer::pressAndWaitForChange(const QString& button)

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "ProgramProcess.h"
 #include "RemoteControl.h"
 #include "ScreenWatch.h"
-#include "TelevisionSet.h"
 #include "TextReader.h"
 
 #include <QRectF>
@@ -45,7 +45,7 @@ public:
     void switchOff();
     bool isOn();
     /** The running program. Valid only after `switchOn`. */
-    TelevisionSet& set() { return *m_set; }
+    ProgramProcess& program() { return *m_program; }
 
     void press(const QString& button) { m_remote.press(button); }
     /** Presses a button; returns whether the picture changed within two seconds. */
@@ -61,7 +61,7 @@ private:
     ScreenWatch m_screen;
     RemoteControl m_remote;
     TextReader m_reader;
-    std::unique_ptr<TelevisionSet> m_set;
+    std::unique_ptr<ProgramProcess> m_program;
 };
 
 } // namespace quillmere

@@ -14,15 +14,15 @@ namespace quillmere {
  * Runs the real program as a viewer does, in a temporary home folder and with no settings except the display.
  * Single-threaded.
  */
-class TelevisionSet
+class ProgramProcess
 {
 public:
     /**
      * Starts the program on the display that DISPLAY names. It finds `resumePositions` (seconds by tape id) in its
      * resume file. Messages of the program and its libraries are appended to `log`.
      */
-    explicit TelevisionSet(const QString& log = QStringLiteral("/dev/stderr"),
-                           const QMap<qint64, double>& resumePositions = {});
+    explicit ProgramProcess(const QString& log = QStringLiteral("/dev/stderr"),
+                            const QMap<qint64, double>& resumePositions = {});
 
     ChildProcess& process() { return *m_process; }
 

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace quillmere {
 
 /** Tests the text reader and picture measurements that the tour, the journey tests and the benchmarks use. */
-class LivingRoomTest : public QObject
+class ScreenReadingTest : public QObject
 {
     Q_OBJECT
 
@@ -24,7 +24,7 @@ private Q_SLOTS:
     void differenceBelowToleranceIsIgnored();
 };
 
-void LivingRoomTest::oneWrongLetterInEightIsAccepted_data()
+void ScreenReadingTest::oneWrongLetterInEightIsAccepted_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("searched");
@@ -43,14 +43,14 @@ void LivingRoomTest::oneWrongLetterInEightIsAccepted_data()
     QTest::newRow("empty") << QString() << u"LIVE"_s << false;
 }
 
-void LivingRoomTest::oneWrongLetterInEightIsAccepted()
+void ScreenReadingTest::oneWrongLetterInEightIsAccepted()
 {
     QFETCH(QString, text);
     QFETCH(QString, searched);
     QTEST(TextReader::contains(text, searched), "contained");
 }
 
-void LivingRoomTest::recordingPositionIsReadFromBlocks_data()
+void ScreenReadingTest::recordingPositionIsReadFromBlocks_data()
 {
     QTest::addColumn<QSize>("screen");
     QTest::addColumn<int>("seconds");
@@ -60,7 +60,7 @@ void LivingRoomTest::recordingPositionIsReadFromBlocks_data()
     }
 }
 
-void LivingRoomTest::recordingPositionIsReadFromBlocks()
+void ScreenReadingTest::recordingPositionIsReadFromBlocks()
 {
     QFETCH(QSize, screen);
     QFETCH(int, seconds);
@@ -77,21 +77,21 @@ void LivingRoomTest::recordingPositionIsReadFromBlocks()
     QCOMPARE(picture::recordedSeconds(image), std::optional(seconds));
 }
 
-void LivingRoomTest::pictureWithoutBlocksHasNoPosition()
+void ScreenReadingTest::pictureWithoutBlocksHasNoPosition()
 {
     QImage image(1920, 1080, QImage::Format_RGB32);
     image.fill(QColor(90, 120, 140));
     QCOMPARE(picture::recordedSeconds(image), std::nullopt);
 }
 
-void LivingRoomTest::canvasIsCentredOnScreenOfOtherRatio()
+void ScreenReadingTest::canvasIsCentredOnScreenOfOtherRatio()
 {
     QCOMPARE(picture::pixels({1920, 1080}, {100, 200, 300, 400}), QRect(100, 200, 300, 400));
     QCOMPARE(picture::pixels({3840, 2160}, {100, 200, 300, 400}), QRect(200, 400, 600, 800));
     QCOMPARE(picture::pixels({1920, 1200}, {0, 0, 1920, 1080}), QRect(0, 60, 1920, 1080));
 }
 
-void LivingRoomTest::differenceBelowToleranceIsIgnored()
+void ScreenReadingTest::differenceBelowToleranceIsIgnored()
 {
     QImage one(1920, 1080, QImage::Format_RGB32);
     one.fill(QColor(100, 100, 100));
@@ -103,8 +103,8 @@ void LivingRoomTest::differenceBelowToleranceIsIgnored()
     QCOMPARE(picture::difference(one, QImage(1280, 720, QImage::Format_RGB32), {0, 0, 1920, 1080}), 1.0);
 }
 
-QUILLMERE_TEST(LivingRoomTest, QCoreApplication)
+QUILLMERE_TEST(ScreenReadingTest, QCoreApplication)
 
 } // namespace quillmere
 
-#include "LivingRoomTest.moc"
+#include "ScreenReadingTest.moc"

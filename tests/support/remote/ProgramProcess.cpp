@@ -1,4 +1,4 @@
-#include "TelevisionSet.h"
+#include "ProgramProcess.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -10,13 +10,13 @@ using namespace Qt::StringLiterals;
 
 namespace quillmere {
 
-TelevisionSet::TelevisionSet(const QString& log, const QMap<qint64, double>& resumePositions)
+ProgramProcess::ProgramProcess(const QString& log, const QMap<qint64, double>& resumePositions)
 {
     writeResumeFile(resumePositions);
     m_process = std::make_unique<ChildProcess>(QStringLiteral(QUILLMERE_TV), QStringList(), environment(), log);
 }
 
-void TelevisionSet::writeResumeFile(const QMap<qint64, double>& positions) const
+void ProgramProcess::writeResumeFile(const QMap<qint64, double>& positions) const
 {
     if (positions.isEmpty())
         return;
@@ -29,12 +29,12 @@ void TelevisionSet::writeResumeFile(const QMap<qint64, double>& positions) const
         file.write(u"resume.tape.%1=%2\n"_s.arg(id).arg(seconds).toUtf8());
 }
 
-QString TelevisionSet::resumeFile() const
+QString ProgramProcess::resumeFile() const
 {
     return m_home.path() + u"/.local/share/quillmere-tv/resume.ini"_s;
 }
 
-std::optional<double> TelevisionSet::savedPosition(qint64 tape) const
+std::optional<double> ProgramProcess::savedPosition(qint64 tape) const
 {
     QFile file(resumeFile());
     if (!file.open(QIODevice::ReadOnly))
@@ -47,7 +47,7 @@ std::optional<double> TelevisionSet::savedPosition(qint64 tape) const
     return std::nullopt;
 }
 
-QProcessEnvironment TelevisionSet::environment() const
+QProcessEnvironment ProgramProcess::environment() const
 {
     QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
     // Variables that tests set for themselves. The program must choose its defaults, as on a viewer's machine.
@@ -65,7 +65,7 @@ QProcessEnvironment TelevisionSet::environment() const
     return variables;
 }
 
-QStringList TelevisionSet::writtenFiles() const
+QStringList ProgramProcess::writtenFiles() const
 {
     QStringList files;
     QDirIterator iterator(m_home.path(), QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
