@@ -54,8 +54,18 @@ std::optional<milliseconds> DisplaySleep::parseDelay(const QString& text)
 
 bool DisplaySleep::eventFilter(QObject* watched, QEvent* event)
 {
-    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
-    return watched == &m_window && isKey && onKey(static_cast<const QKeyEvent&>(*event));
+    if (watched != &m_window)
+        return false;
+    switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+        return onKey(static_cast<const QKeyEvent&>(*event));
+    case QEvent::FocusOut:
+        m_wakingKey.reset(); // another window gets its release
+        return false;
+    default:
+        return false;
+    }
 }
 
 bool DisplaySleep::isWakingKey(const QKeyEvent& event) const

@@ -1,10 +1,12 @@
 #include "CurrentRowModel.h"
 
+#include <QScopedValueRollback>
+
 namespace quillmere {
 
 void CurrentRowModel::setCurrentRow(int row)
 {
-    if (row == m_currentRow || row < 0 || row >= rowCount())
+    if (m_isResetting || row == m_currentRow || row < 0 || row >= rowCount())
         return;
     m_currentRow = row;
     Q_EMIT currentRowChanged();
@@ -21,10 +23,13 @@ void CurrentRowModel::setHasFocus(bool hasFocus)
 void CurrentRowModel::reset(int currentRow, const std::function<void()>& change)
 {
     const bool isNew = currentRow != m_currentRow;
-    beginResetModel();
-    change();
-    m_currentRow = currentRow;
-    endResetModel();
+    {
+        const QScopedValueRollback resetting(m_isResetting, true);
+        beginResetModel();
+        change();
+        m_currentRow = currentRow;
+        endResetModel();
+    }
     if (isNew)
         Q_EMIT currentRowChanged();
 }

@@ -32,7 +32,7 @@ public:
 
     /** -1 if there is none yet. */
     int currentRow() const { return m_currentRow; }
-    /** Ignores a row that does not exist. */
+    /** Ignores a row that does not exist, and every row during a reset, which sets the new one. */
     void setCurrentRow(int row);
     /** Whether the focused item of the screen is in the list, also while another screen has the keys. */
     bool hasFocus() const { return m_hasFocus; }
@@ -50,6 +50,7 @@ protected:
 private:
     int m_currentRow = -1;
     bool m_hasFocus = false;
+    bool m_isResetting = false;
 };
 
 } // namespace quillmere

@@ -22,7 +22,8 @@ Focusable* FocusSection::current() const
 {
     if (m_focused && m_focused->isFocusable() && enclosingSection(m_focused) == this)
         return m_focused;
-    return m_stack && isAncestorOf(m_stack) ? m_stack->currentFocusable() : nullptr;
+    Focusable* const inStack = m_stack && isAncestorOf(m_stack) ? m_stack->currentFocusable() : nullptr;
+    return inStack && inStack->isFocusable() ? inStack : nullptr;
 }
 
 void FocusSection::addStack(LazyStack& stack)

@@ -102,6 +102,7 @@ private Q_SLOTS:
     void nextPressOfWakingKeyIsDelivered();
     void otherKeyIsDeliveredWhileWakingKeyIsHeld();
     void wakingKeyIsIdentifiedByScanCode();
+    void wakingKeyIsDeliveredAgainAfterWindowLostFocus_data();
     void wakingKeyIsDeliveredAgainAfterWindowLostFocus();
     void releaseOfKeyPressedBeforeSleepIsDeliveredWithoutWaking();
     void keyBeforeOutputIsOffCancelsSwitching();
@@ -323,16 +324,26 @@ void DisplaySleepTest::wakingKeyIsIdentifiedByScanCode()
     QCOMPARE(window.delivered, QStringList());
 }
 
+void DisplaySleepTest::wakingKeyIsDeliveredAgainAfterWindowLostFocus_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("repeating button") << int(Qt::Key_Left);
+    QTest::newRow("button without repeat") << int(Qt::Key_Select);
+    QTest::newRow("back") << int(Qt::Key_Back);
+    QTest::newRow("no button of the remote") << int(Qt::Key_A);
+}
+
 void DisplaySleepTest::wakingKeyIsDeliveredAgainAfterWindowLostFocus()
 {
+    QFETCH(const int, key);
     SleepingWindow window;
     window.fallAsleep();
-    window.press(Qt::Key_Left);
+    window.press(key);
     // Another window gets the release.
     QFocusEvent focusOut(QEvent::FocusOut);
     QCoreApplication::sendEvent(&window, &focusOut);
-    window.press(Qt::Key_Left);
-    QCOMPARE(window.delivered, QStringList{pressOf(Qt::Key_Left)});
+    window.press(key);
+    QCOMPARE(window.delivered, QStringList{pressOf(key)});
 }
 
 void DisplaySleepTest::releaseOfKeyPressedBeforeSleepIsDeliveredWithoutWaking()

@@ -37,6 +37,7 @@ private Q_SLOTS:
     void currentRowFollowsItsMarket();
     void hiddenPickerResetsCurrentRow();
     void currentRowIsUnchangedByRowThatDoesNotExist();
+    void setCurrentRowIsIgnoredDuringReset();
 
 private:
     static CatalogSummary summaryOf(const QStringList& slugs);
@@ -271,6 +272,16 @@ void MarketListTest::hiddenPickerResetsCurrentRow()
     QCOMPARE(m_list->currentRow(), -1);
     m_list->setMarkets(summaryOf({u"a"_s, u"b"_s}), {});
     QCOMPARE(m_list->currentRow(), 0);
+}
+
+void MarketListTest::setCurrentRowIsIgnoredDuringReset()
+{
+    m_list->setMarkets(summaryOf({u"a"_s, u"b"_s}), {});
+    m_list->setHasFocus(true);
+    m_list->setCurrentRow(2);
+    connect(m_list.get(), &MarketList::modelReset, this, [this] { m_list->setCurrentRow(0); });
+    m_list->setMarkets(summaryOf({u"a"_s, u"b"_s, u"c"_s}), {});
+    QCOMPARE(m_list->currentRow(), 2);
 }
 
 void MarketListTest::currentRowIsUnchangedByRowThatDoesNotExist()

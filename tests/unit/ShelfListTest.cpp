@@ -40,6 +40,7 @@ private Q_SLOTS:
     void shelfWithoutTapesResetsCurrentRow();
     void newerTapeWithSameIdReplacesOlder();
     void newerTapeWithEqualCoverReplacesOlder();
+    void moveIsIgnoredDuringReset();
     void shelfModelsAreUpdatedBeforeListIsReset();
     void currentRowIsNotifiedAfterReset();
     void emptiedListResetsCurrentRow();
@@ -419,6 +420,22 @@ void ShelfListTest::newerTapeWithEqualCoverReplacesOlder()
     m_list->setShelves({shelf});
     QCOMPARE(m_list->row(0), a);
     QCOMPARE(currentTape(), u"A: 1"_s);
+}
+
+void ShelfListTest::moveIsIgnoredDuringReset()
+{
+    show(u"A: 1 2; B: 3 4"_s);
+    makeCurrent(1, 1);
+    // Imitates a list on screen that loses its focused item: it reports another one.
+    connect(m_list->row(1), &CassetteRow::modelReset, this, [this] {
+        m_list->row(1)->setCurrentRow(0);
+        m_list->setCurrentRow(0);
+    });
+    connect(m_list.get(), &ShelfList::modelReset, this, [this] { m_list->setCurrentRow(0); });
+    show(u"A: 1 2; B: 3 4"_s);
+    QCOMPARE(currentTape(), u"B: 4"_s);
+    m_list->setCurrentRow(0);
+    QCOMPARE(m_list->currentRow(), 0);
 }
 
 void ShelfListTest::shelfModelsAreUpdatedBeforeListIsReset()
