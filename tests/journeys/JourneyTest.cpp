@@ -114,8 +114,8 @@ void JourneyTest::frontScreenShowsFiguresOfHub()
 
 void JourneyTest::playerLibraryIsNotLoadedOnFrontScreen()
 {
-    QVERIFY(figures::maps(m_viewer->set().process().pid(), u"libQt6Quick"_s));
-    QVERIFY(!figures::maps(m_viewer->set().process().pid(), u"libmpv"_s));
+    QVERIFY(figures::maps(m_viewer->program().process().pid(), u"libQt6Quick"_s));
+    QVERIFY(!figures::maps(m_viewer->program().process().pid(), u"libmpv"_s));
 }
 
 void JourneyTest::frontScreenWithoutBroadcastDrawsNothing()
@@ -195,7 +195,7 @@ void JourneyTest::selectedCardOpensItsTape()
     m_viewer->press(u"select"_s);
     QVERIFY(m_viewer->waitForText(shop::detailFacts, u"self-hosted"_s));
     // The library is loaded as soon as the tape's screen opens, so that the play button need not wait for it.
-    QTRY_VERIFY(figures::maps(m_viewer->set().process().pid(), u"libmpv"_s));
+    QTRY_VERIFY(figures::maps(m_viewer->program().process().pid(), u"libmpv"_s));
 }
 
 void JourneyTest::backReturnsToSameCard()
@@ -212,7 +212,7 @@ void JourneyTest::tapePlays()
     m_viewer->press(u"select"_s);
     QVERIFY(m_viewer->screen().waitUntil(
         [](const QImage& picture) { return picture::recordedSeconds(picture).value_or(0) >= 1; }, 15s));
-    QVERIFY(figures::maps(m_viewer->set().process().pid(), u"libmpv"_s));
+    QVERIFY(figures::maps(m_viewer->program().process().pid(), u"libmpv"_s));
 
     // The recording shows its position in the picture: four seconds of it must take about four seconds.
     const int start = *recordedSeconds();
@@ -241,14 +241,14 @@ void JourneyTest::secondBackOnFrontScreenQuits()
 {
     m_viewer->press(u"back"_s);
     QVERIFY(m_viewer->waitForText(area::notice, u"back again"_s, 2s));
-    QVERIFY(m_viewer->set().process().isRunning());
+    QVERIFY(m_viewer->program().process().isRunning());
     m_viewer->press(u"back"_s);
-    QCOMPARE(m_viewer->set().process().waitForEnd(5s), std::optional(0));
+    QCOMPARE(m_viewer->program().process().waitForEnd(5s), std::optional(0));
 }
 
 void JourneyTest::onlyResumeFileIsWritten()
 {
-    for (const QString& file : m_viewer->set().writtenFiles())
+    for (const QString& file : m_viewer->program().writtenFiles())
         QVERIFY2(file.endsWith(u"/resume.ini"_s), qPrintable(file));
 }
 
