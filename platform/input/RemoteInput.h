@@ -41,8 +41,8 @@ private:
     KeyRepeat m_repeat;
     RemoteButton m_held = RemoteButton::None; ///< the repeating button that is down, also while its release is delayed
     std::unique_ptr<Clock::Timer> m_releaseTimer; ///< delays the release of m_held, which may be part of an X11 repeat
-    RemoteButton m_sentRelease =
-        RemoteButton::None;                       ///< its delayed release was just sent; a late X11 repeat resumes it
+    /** The button whose delayed release was sent last. If an X11 repeat of it comes late, the repetition continues. */
+    RemoteButton m_sentRelease = RemoteButton::None;
     RemoteButton m_released = RemoteButton::None; ///< button of the last release event
     quint64 m_pressedAt = 0;                      ///< time of the latest press, in milliseconds
     quint64 m_releasedAt = 0;                     ///< time of the latest release, in milliseconds

@@ -4,7 +4,8 @@
 
 namespace quillmere {
 
-/** Functions for texts. All are pure, valid for any text unless stated otherwise, and thread-safe. */
+// Functions for texts. All are pure, valid for any text unless stated otherwise, and thread-safe. A maximum length is
+// at least 1.
 
 /** In UTF-16 units. Limit for texts that the screen thread scans or lays out; far longer than anyone reads. */
 constexpr qsizetype maxTextLength = 20'000;

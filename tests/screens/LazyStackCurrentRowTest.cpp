@@ -23,6 +23,7 @@ private Q_SLOTS:
     void hasFocusChangesOnceAsFocusEntersOrLeaves();
     void currentRowChangesOncePerKeyPress();
     void sectionIsEnteredAtCurrentRow();
+    void sectionIsEnteredBesideDisabledCurrentRow();
     void newStackStartsAtCurrentRowWithoutScrolling();
     void currentRowOutOfRangeIsIgnored();
 };
@@ -232,6 +233,16 @@ void LazyStackCurrentRowTest::currentRowChangesOncePerKeyPress()
     rows.setCurrentRow(3);
     QCOMPARE(fixture.focusedTitle(), u"3, round 0"_s);
     QCOMPARE(changes.count(), 2);
+}
+
+void LazyStackCurrentRowTest::sectionIsEnteredBesideDisabledCurrentRow()
+{
+    Rows rows(13);
+    LazyStackFixture fixture(&rows);
+    fixture.press(Qt::Key_Down);
+    fixture.row->itemAt(0)->setEnabled(false);
+    fixture.press(Qt::Key_Up);
+    QCOMPARE(fixture.focusedTitle(), u"1, round 0"_s);
 }
 
 void LazyStackCurrentRowTest::sectionIsEnteredAtCurrentRow()
