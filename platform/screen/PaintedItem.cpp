@@ -90,7 +90,7 @@ SharedPictures::Picture PaintedItem::pictureFor(const PixelPlacement& placement)
     for (qsizetype i = 0; i < m_pictures.size(); ++i) {
         if (m_pictures.at(i).placement == placement) {
             m_pictures.move(i, 0);
-            return m_pictures.constFirst().image;
+            return m_pictures.constFirst().picture;
         }
     }
     const auto paint = [&] { return paintImage(placement); };
@@ -99,7 +99,7 @@ SharedPictures::Picture PaintedItem::pictureFor(const PixelPlacement& placement)
                                                  : SharedPictures::get({key, size(), placement}, paint)});
     if (m_pictures.size() > maxPictures)
         m_pictures.removeLast();
-    return m_pictures.constFirst().image;
+    return m_pictures.constFirst().picture;
 }
 
 QImage PaintedItem::paintImage(const PixelPlacement& placement) const

@@ -49,7 +49,7 @@ public:
     virtual bool isSoft() const { return false; }
 
     /** The image that is shown; null if there is none. */
-    SharedPictures::Picture picture() const { return m_pictures.isEmpty() ? nullptr : m_pictures.constFirst().image; }
+    SharedPictures::Picture picture() const { return m_pictures.isEmpty() ? nullptr : m_pictures.constFirst().picture; }
 
 Q_SIGNALS:
     /** An input of the art has changed. */
@@ -78,10 +78,10 @@ protected:
     QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override;
 
 private:
-    struct Picture
+    struct PlacedPicture
     {
         PixelPlacement placement;
-        SharedPictures::Picture image;
+        SharedPictures::Picture picture;
     };
 
     PixelPlacement placement() const;
@@ -91,7 +91,7 @@ private:
     PixelPlacement m_lastPlacement;    ///< in the previous frame
     PixelPlacement m_paintedPlacement; ///< of the image that is shown
     bool m_inputsChanged = true;
-    QList<Picture> m_pictures; ///< most recently used first
+    QList<PlacedPicture> m_pictures; ///< most recently used first
 };
 
 } // namespace quillmere

@@ -10,7 +10,7 @@ namespace {
 
 struct Entry
 {
-    SharedPictures::Subject subject;
+    SharedPictures::Key key;
     std::weak_ptr<const QImage> picture;
 };
 
@@ -26,7 +26,7 @@ void keepLatest(LatestPictures& latest, const SharedPictures::Picture& picture)
 
 } // namespace
 
-SharedPictures::Picture SharedPictures::get(const Subject& subject, const std::function<QImage()>& paint)
+SharedPictures::Picture SharedPictures::get(const Key& key, const std::function<QImage()>& paint)
 {
     static QMutex mutex; // each window may have its own render thread
     static QList<Entry> entries;
@@ -34,7 +34,7 @@ SharedPictures::Picture SharedPictures::get(const Subject& subject, const std::f
     const QMutexLocker lock(&mutex);
     entries.removeIf([](const Entry& entry) { return entry.picture.expired(); });
     for (const Entry& entry : std::as_const(entries)) {
-        if (entry.subject == subject) {
+        if (entry.key == key) {
             const Picture picture = entry.picture.lock();
             if (!picture)
                 break;
@@ -43,7 +43,7 @@ SharedPictures::Picture SharedPictures::get(const Subject& subject, const std::f
         }
     }
     const auto picture = std::make_shared<const QImage>(paint());
-    entries.append({subject, picture});
+    entries.append({key, picture});
     keepLatest(latest, picture);
     return picture;
 }

@@ -20,13 +20,13 @@ class SharedPictures
 public:
     using Picture = std::shared_ptr<const QImage>;
 
-    struct Subject
+    struct Key
     {
         QString cacheKey; ///< describes the art; see PaintedItem::cacheKey
         QSizeF size;      ///< points
         PixelPlacement placement;
 
-        bool operator==(const Subject&) const = default;
+        bool operator==(const Key&) const = default;
     };
 
     /** Most bytes of images kept without a user: the shadows of two screens of 1080 lines. */
@@ -34,7 +34,7 @@ public:
     /** Most bytes of one such image; excludes backgrounds of a whole display. */
     static constexpr qint64 maxUnusedPictureBytes = 2 * 1024 * 1024;
 
-    static Picture get(const Subject& subject, const std::function<QImage()>& paint);
+    static Picture get(const Key& key, const std::function<QImage()>& paint);
 };
 
 } // namespace quillmere
