@@ -1,7 +1,6 @@
 #include "HttpServerFixture.h"
+#include "Rows.h"
 #include "TestMain.h"
-
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -17,49 +16,46 @@ class HttpBrokenAnswersTest : public HttpServerFixture
 private Q_SLOTS:
     void brokenConnectionIsFailure_data()
     {
-        QTest::addColumn<QByteArray>("sent");
-        QTest::newRow("before the head") << QByteArray();
-        QTest::newRow("within the head") << QByteArray("HTTP/1.1 200 OK\r\nContent-");
-        QTest::newRow("after the head") << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\n");
-        QTest::newRow("within the body") << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nhalf");
-        QTest::newRow("within a chunk") << QByteArray("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n9\r\nhalf");
-        QTest::newRow("between chunks") << QByteArray(
-            "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n4\r\nhalf\r\n");
-        QTest::newRow("within a gzip body")
-            << QByteArray("HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\nContent-Length: 900\r\n\r\n") +
-                   gzip(QByteArray(90'000, 'a')).left(100);
-        QTest::newRow("not HTTP at all") << QByteArray("SSH-2.0-Something_1.0\r\n\r\nhello hello hello\r\n\r\n");
+        const QByteArray ok = "HTTP/1.1 200 OK\r\n";
+        const QByteArray chunked = ok + "Transfer-Encoding: chunked\r\n\r\n";
+        rows<QByteArray>({"sent"}, {{"before the head", ""},
+                                    {"within the head", ok + "Content-"},
+                                    {"after the head", ok + "Content-Length: 9\r\n\r\n"},
+                                    {"within the body", ok + "Content-Length: 9\r\n\r\nhalf"},
+                                    {"within a chunk", chunked + "9\r\nhalf"},
+                                    {"between chunks", chunked + "4\r\nhalf\r\n"},
+                                    {"within a gzip body",
+                                     ok + "Content-Encoding: gzip\r\nContent-Length: 900\r\n\r\n" + halfOfGzip()},
+                                    {"not HTTP at all", "SSH-2.0-Something_1.0\r\n\r\nhello hello hello\r\n\r\n"}});
     }
     void brokenConnectionIsFailure()
     {
         QFETCH(QByteArray, sent);
         m_server->on("/", FaultServer::sendAndClose(sent));
-        const HttpOutcome outcome = fetch(*m_client, requestTo(m_server->url()));
+        const HttpOutcome outcome = get();
         QVERIFY(outcome.failedWith(Kind::Network));
         QVERIFY(!outcome.errorDescription().isEmpty());
     }
 
-    void gzipBodyThatEndsEarlyIsFailure()
+    void brokenGzipBodyIsFailure_data()
     {
-        const QByteArray body = gzip(QByteArray(90'000, 'a')).left(100);
-        m_server->on("/", FaultServer::answer(200, body, {"Content-Encoding: gzip"}));
-        const HttpOutcome outcome = fetch(*m_client, requestTo(m_server->url()));
-        QVERIFY(outcome.failedWith(Kind::Truncated));
-        QCOMPARE(outcome.errorDescription(), QString());
+        rows<QByteArray, Kind>({"body", "failure"}, {{"ends early", halfOfGzip(), Kind::Truncated},
+                                                     {"damaged", "this is not gzip at all", Kind::Unreadable}});
     }
-
-    void damagedGzipBodyIsFailure()
+    void brokenGzipBodyIsFailure()
     {
-        m_server->on("/", FaultServer::answer(200, "this is not gzip at all", {"Content-Encoding: gzip"}));
-        const HttpOutcome outcome = fetch(*m_client, requestTo(m_server->url()));
-        QVERIFY(outcome.failedWith(Kind::Unreadable));
+        QFETCH(QByteArray, body);
+        QFETCH(Kind, failure);
+        m_server->on("/", FaultServer::answer(200, body, {"Content-Encoding: gzip"}));
+        const HttpOutcome outcome = get();
+        QVERIFY(outcome.failedWith(failure));
         QCOMPARE(outcome.errorDescription(), QString());
     }
 
     void bodyWithoutLengthEndsWhenConnectionCloses()
     {
         m_server->on("/", FaultServer::sendAndClose("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\nall of it"));
-        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body(), QByteArray("all of it"));
+        QCOMPARE(get().body(), QByteArray("all of it"));
     }
 
     void gzipBodyIsDecompressed()
@@ -68,9 +64,7 @@ private Q_SLOTS:
         for (int line = 0; line < 60'000; ++line)
             text += "line " + QByteArray::number(line * 7919) + "\n";
         m_server->on("/", FaultServer::answer(200, gzip(text), {"Content-Encoding: gzip"}));
-        const HttpOutcome outcome = fetch(*m_client, requestTo(m_server->url()));
-        QCOMPARE(outcome.body().size(), text.size());
-        QVERIFY(outcome.body() == text);
+        QVERIFY(get().body() == text);
     }
 
     void closedPortIsFailure()
@@ -81,6 +75,9 @@ private Q_SLOTS:
         QVERIFY(outcome.failedWith(Kind::Network));
         QCOMPARE(outcome.errorDescription(), u"Connection refused"_s);
     }
+
+private:
+    static QByteArray halfOfGzip() { return gzip(QByteArray(90'000, 'a')).left(100); }
 };
 
 QUILLMERE_TEST(HttpBrokenAnswersTest, QCoreApplication)

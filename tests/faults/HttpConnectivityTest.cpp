@@ -1,9 +1,7 @@
 #include "HttpServerFixture.h"
+#include "Rows.h"
 #include "TaskScope.h"
 #include "TestMain.h"
-
-#include <QElapsedTimer>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -11,6 +9,20 @@ using namespace std::chrono_literals;
 namespace quillmere {
 
 using Kind = HttpFailure::Kind;
+
+namespace {
+
+const QUrl unknownHost(u"https://no-such-host.invalid/"_s);
+
+/** A client on a machine whose network is down. */
+struct OfflineClient
+{
+    std::unique_ptr<ScriptedConnectivity> network = std::make_unique<ScriptedConnectivity>(false);
+    ScriptedConnectivity* const connectivity = network.get();
+    QtHttpClient client{FaultServer::issuer(), std::move(network)};
+};
+
+} // namespace
 
 /** Requests on a machine without a network. */
 class HttpConnectivityTest : public HttpServerFixture
@@ -20,86 +32,72 @@ class HttpConnectivityTest : public HttpServerFixture
 private Q_SLOTS:
     void requestWaitsForNetwork()
     {
-        auto network = std::make_unique<ScriptedConnectivity>(false);
-        ScriptedConnectivity* const connectivity = network.get();
-        QtHttpClient client(FaultServer::issuer(), std::move(network));
-        const auto outcome = start(client, requestTo(QUrl(u"https://no-such-host.invalid/"_s)));
-        QTRY_VERIFY(connectivity->queryCount() > 0);
+        OfflineClient offline;
+        const auto outcome = start(offline.client, requestTo(unknownHost));
+        QTRY_VERIFY(offline.connectivity->queryCount() > 0);
         QVERIFY(!outcome->result);
-        connectivity->setOnline(true);
+        offline.connectivity->setOnline(true);
         QTRY_VERIFY(outcome->result);
         // The request was sent again and failed as it does with a network.
         QVERIFY(outcome->failedWith(Kind::Network));
-        QVERIFY(connectivity->queryCount() >= 3);
+        QVERIFY(offline.connectivity->queryCount() >= 3);
     }
 
     void waitingRequestIsRetriedWithoutNetworkNotification()
     {
-        auto network = std::make_unique<ScriptedConnectivity>(false);
-        const ScriptedConnectivity* const connectivity = network.get();
-        QtHttpClient client(FaultServer::issuer(), std::move(network));
-        const auto outcome = start(client, requestTo(QUrl(u"https://no-such-host.invalid/"_s)));
+        OfflineClient offline;
+        const auto outcome = start(offline.client, requestTo(unknownHost));
         // The connectivity is queried once after each failed attempt.
-        QTRY_VERIFY_WITH_TIMEOUT(connectivity->queryCount() >= 3, 15000);
+        QTRY_VERIFY_WITH_TIMEOUT(offline.connectivity->queryCount() >= 3, 15000);
         QVERIFY(!outcome->result);
     }
 
     void requestFailsWithFirstErrorWhenNetworkStaysDown_data()
     {
-        QTest::addColumn<int>("inactivity");
-        QTest::addColumn<int>("overall");
-        QTest::newRow("inactivity limit") << 400 << 5000;
-        QTest::newRow("overall limit") << 5000 << 400;
+        rows<int, int>({"inactivity", "overall"}, {{"inactivity limit", 400, 5000}, {"overall limit", 5000, 400}});
     }
     void requestFailsWithFirstErrorWhenNetworkStaysDown()
     {
         QFETCH(int, inactivity);
         QFETCH(int, overall);
-        QtHttpClient client(FaultServer::issuer(), std::make_unique<ScriptedConnectivity>(false));
-        HttpRequest request = requestTo(QUrl(u"https://no-such-host.invalid/"_s));
-        request.inactivityLimit = std::chrono::milliseconds(inactivity);
-        request.overallLimit = std::chrono::milliseconds(overall);
-        QElapsedTimer timer;
-        timer.start();
-        const HttpOutcome outcome = fetch(client, request);
+        OfflineClient offline;
+        const HttpOutcome outcome = fetch(offline.client, requestTo(unknownHost, std::chrono::milliseconds(inactivity),
+                                                                    std::chrono::milliseconds(overall)));
         QVERIFY(outcome.failedWith(Kind::Network));
         QCOMPARE(outcome.errorDescription(), u"Host no-such-host.invalid not found"_s);
-        QVERIFY2(timer.elapsed() >= 390 && timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY2(outcome.milliseconds >= 390 && outcome.milliseconds < 3000,
+                 qPrintable(QString::number(outcome.milliseconds)));
     }
 
     void unknownHostFailsAtOnceWithNetwork()
     {
-        const HttpOutcome outcome = fetch(*m_client, requestTo(QUrl(u"https://no-such-host.invalid/"_s)));
+        const HttpOutcome outcome = fetch(*m_client, requestTo(unknownHost));
         QVERIFY(outcome.failedWith(Kind::Network));
         QCOMPARE(outcome.errorDescription(), u"Host no-such-host.invalid not found"_s);
     }
 
     void loopbackNeedsNoNetwork()
     {
-        QtHttpClient client(FaultServer::issuer(), std::make_unique<ScriptedConnectivity>(false));
+        OfflineClient offline;
         m_server->on("/", FaultServer::answer(200, "here"));
-        QCOMPARE(fetch(client, requestTo(m_server->url())).body(), QByteArray("here"));
+        QCOMPARE(fetch(offline.client, requestTo(m_server->url())).body(), QByteArray("here"));
     }
 
     void waitingRequestCanBeCancelled()
     {
-        auto network = std::make_unique<ScriptedConnectivity>(false);
-        ScriptedConnectivity* const connectivity = network.get();
-        QtHttpClient client(FaultServer::issuer(), std::move(network));
+        OfflineClient offline;
         TaskScope scope;
-        const auto outcome = start(client, requestTo(QUrl(u"https://no-such-host.invalid/"_s)), scope.token());
-        QTRY_VERIFY(connectivity->queryCount() > 0);
+        const auto outcome = start(offline.client, requestTo(unknownHost), scope.token());
+        QTRY_VERIFY(offline.connectivity->queryCount() > 0);
         scope.cancel();
         QVERIFY(outcome->failedWith(Kind::Cancelled));
-        connectivity->setOnline(true);
+        offline.connectivity->setOnline(true);
     }
 
     void systemConnectivityIsUsedByDefault()
     {
         QtHttpClient client(FaultServer::issuer());
-        HttpRequest request = requestTo(QUrl(u"https://no-such-host.invalid/"_s));
-        request.inactivityLimit = 300ms;
-        QVERIFY(fetch(client, request).failedWith(Kind::Network));
+        QVERIFY(fetch(client, requestTo(unknownHost, 300ms)).failedWith(Kind::Network));
     }
 };
 

@@ -40,8 +40,8 @@ private Q_SLOTS:
     void nothingIsWrittenToDisk()
     {
         m_server->on("/", FaultServer::answer(200, "kept", {"ETag: \"1\"", "Set-Cookie: a=b; Max-Age=9999"}));
-        fetch(*m_client, requestTo(m_server->url()));
-        fetch(*m_client, requestTo(m_server->url()));
+        get();
+        get();
         m_client.reset();
         QDirIterator files(home().path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
         QVERIFY2(!files.hasNext(), qPrintable(files.next()));

@@ -1,10 +1,7 @@
 #include "HttpServerFixture.h"
+#include "Rows.h"
 #include "TaskScope.h"
 #include "TestMain.h"
-
-#include <QElapsedTimer>
-#include <QTest>
-#include <QTimer>
 
 using namespace std::chrono_literals;
 
@@ -84,13 +81,9 @@ private Q_SLOTS:
             QCOMPARE(outcome.body(), path);
         }
     }
-
     void interimStatusDoesNotShiftLaterAnswers_data()
     {
-        QTest::addColumn<int>("interval");
-        QTest::newRow("at once") << 0;
-        QTest::newRow("soon after") << 40;
-        QTest::newRow("late") << 1500;
+        rows<int>({"interval"}, {{"at once", 0}, {"soon after", 40}, {"late", 1500}});
     }
     void interimStatusDoesNotShiftLaterAnswers()
     {
@@ -99,12 +92,11 @@ private Q_SLOTS:
         for (const QByteArray path : {"/1", "/2", "/3", "/4"}) {
             if (path != "/1")
                 m_server->on(path, interim({}, 0));
-            const HttpOutcome outcome = fetch(*m_client, requestTo(m_server->url(path)));
+            const HttpOutcome outcome = get(path);
             QCOMPARE(outcome.status(), 200);
             QCOMPARE(outcome.body(), path);
         }
     }
-
     void overlappingRequestsGetOwnAnswers_data()
     {
         QTest::addColumn<int>("every");
@@ -129,7 +121,6 @@ private Q_SLOTS:
             QCOMPARE(outcomes.at(request)->body(), "/" + QByteArray::number(request));
         }
     }
-
     void cancelledRequestLeavesNoAnswerForNextRequest()
     {
         m_server->on("/old", interim({earlyHints}, 60));
@@ -139,19 +130,19 @@ private Q_SLOTS:
             const auto old = start(*m_client, requestTo(m_server->url("/old")), scope.token());
             QTest::qWait(delay);
             scope.cancel();
-            QCOMPARE(fetch(*m_client, requestTo(m_server->url("/new"))).body(), QByteArray("/new"));
+            QCOMPARE(get("/new").body(), QByteArray("/new"));
         }
     }
 
     void connectionWithInterimStatusIsNotReused()
     {
         m_server->on("/", interim({earlyHints}, 40));
-        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body(), QByteArray("/"));
+        QCOMPARE(get().body(), QByteArray("/"));
         const int requestCount = int(m_server->requests().size());
         QVERIFY2(requestCount <= 2, "the request was repeated more than once");
         QCOMPARE(m_server->connections(), requestCount);
         // The client now knows this server and sends each request once.
-        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body(), QByteArray("/"));
+        QCOMPARE(get().body(), QByteArray("/"));
         QCOMPARE(m_server->requests().size(), requestCount + 1);
     }
 
@@ -173,83 +164,71 @@ private Q_SLOTS:
 
     void interimStatusWithoutFinalAnswerIsReturned_data()
     {
-        QTest::addColumn<QByteArray>("sent");
-        QTest::addColumn<int>("status");
-        const QByteArray odd = "HTTP/1.1 199 Odd\r\nContent-Length: 0\r\n\r\n";
-        QTest::newRow("199") << odd << 199;
-        QTest::newRow("103") << earlyHints << 103;
-        QTest::newRow("101") << QByteArray("HTTP/1.1 101 Switching Protocols\r\n\r\n") << 101;
-        QTest::newRow("103, then half a head") << earlyHints + "HTTP/1.1 200 OK\r\nContent-" << 103;
-        QTest::newRow("101, then another protocol")
-            << "HTTP/1.1 101 Switching Protocols\r\n\r\n" + QByteArray(18, '\x01') << 101;
+        const QByteArray switching = "HTTP/1.1 101 Switching Protocols\r\n\r\n";
+        rows<QByteArray, int>({"sent", "status"},
+                              {{"199", "HTTP/1.1 199 Odd\r\nContent-Length: 0\r\n\r\n", 199},
+                               {"103", earlyHints, 103},
+                               {"101", switching, 101},
+                               {"103, then half a head", earlyHints + "HTTP/1.1 200 OK\r\nContent-", 103},
+                               {"101, then another protocol", switching + QByteArray(18, '\x01'), 101}});
     }
     void interimStatusWithoutFinalAnswerIsReturned()
     {
         QFETCH(QByteArray, sent);
         m_server->on("/", FaultServer::sendAndClose(sent));
         m_server->on("/next", interim({}, 0));
-        QTEST(fetch(*m_client, requestTo(m_server->url())).status(), "status");
-        QCOMPARE(fetch(*m_client, requestTo(m_server->url("/next"))).body(), QByteArray("/next"));
+        QTEST(get().status(), "status");
+        QCOMPARE(get("/next").body(), QByteArray("/next"));
     }
-
     void truncatedAnswerAfterInterimStatusIsFailure()
     {
         m_server->on("/", FaultServer::sendAndClose(earlyHints + answerTo("/").chopped(1)));
-        QVERIFY(fetch(*m_client, requestTo(m_server->url())).failedWith(Kind::Network));
+        QVERIFY(get().failedWith(Kind::Network));
     }
 
     void silenceAfterInterimStatusTimesOut()
     {
         m_server->on("/", FaultServer::sendAndWait(earlyHints));
-        HttpRequest request = requestTo(m_server->url());
-        request.inactivityLimit = 300ms;
-        QVERIFY(fetch(*m_client, request).failedWith(Kind::TimedOut));
+        QVERIFY(fetch(*m_client, requestTo(m_server->url(), 300ms)).failedWith(Kind::TimedOut));
         QTRY_COMPARE(m_server->openConnections(), 0);
     }
 
     void endlessInterimStatusesTimeOut()
     {
         m_server->on("/", FaultServer::sendInPieces(Pieces(200, earlyHints), 20));
-        HttpRequest request = requestTo(m_server->url());
-        request.overallLimit = 1s;
-        QElapsedTimer timer;
-        timer.start();
-        QVERIFY(fetch(*m_client, request).failedWith(Kind::TimedOut));
-        QVERIFY(timer.elapsed() < 3000);
+        const HttpOutcome outcome = fetch(*m_client, requestTo(m_server->url(), 5s, 1s));
+        QVERIFY(outcome.failedWith(Kind::TimedOut));
+        QVERIFY(outcome.milliseconds < 3000);
         QTRY_COMPARE(m_server->openConnections(), 0);
     }
 
     void answerAfterInterimStatusIsParsed_data()
     {
-        QTest::addColumn<QByteArray>("answer");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QByteArray>("body");
+        const QByteArray ok = "HTTP/1.1 200 OK\r\n";
         const QByteArray packed = gzip("packed");
-        QTest::newRow("gzip") << "HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\nContent-Length: " +
-                                     QByteArray::number(packed.size()) + "\r\n\r\n" + packed
-                              << 200 << QByteArray("packed");
-        QTest::newRow("chunks") << QByteArray("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
-                                              "3;x=y\r\nin \r\n5\r\nparts\r\n0\r\nX-Trailer: yes\r\n\r\n")
-                                << 200 << QByteArray("in parts");
-        QTest::newRow("to the close") << QByteArray("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\nall of it") << 200
-                                      << QByteArray("all of it");
-        QTest::newRow("no content") << QByteArray("HTTP/1.1 204 No Content\r\n\r\n") << 204 << QByteArray();
-        QTest::newRow("not found") << QByteArray("HTTP/1.1 404 Not Found\r\nContent-Length: 2\r\n\r\nno") << 404
-                                   << QByteArray();
-        QTest::newRow("HTTP/1.0") << QByteArray("HTTP/1.0 200 OK\r\n\r\nold") << 200 << QByteArray("old");
+        const QByteArray length = QByteArray::number(packed.size());
+        rows<QByteArray, int, QByteArray>(
+            {"answer", "status", "body"},
+            {{"gzip", ok + "Content-Encoding: gzip\r\nContent-Length: " + length + "\r\n\r\n" + packed, 200, "packed"},
+             {"chunks",
+              ok + "Transfer-Encoding: chunked\r\n\r\n3;x=y\r\nin \r\n5\r\nparts\r\n0\r\nX-Trailer: yes\r\n\r\n", 200,
+              "in parts"},
+             {"to the close", ok + "Connection: close\r\n\r\nall of it", 200, "all of it"},
+             {"no content", "HTTP/1.1 204 No Content\r\n\r\n", 204, ""},
+             {"not found", "HTTP/1.1 404 Not Found\r\nContent-Length: 2\r\n\r\nno", 404, ""},
+             {"HTTP/1.0", "HTTP/1.0 200 OK\r\n\r\nold", 200, "old"}});
     }
     void answerAfterInterimStatusIsParsed()
     {
         QFETCH(QByteArray, answer);
         m_server->on("/", FaultServer::sendAndClose(earlyHints + answer));
-        const HttpOutcome outcome = fetch(*m_client, requestTo(m_server->url("/?q=%20a")));
+        const HttpOutcome outcome = get("/?q=%20a");
         QTEST(outcome.status(), "status");
         QTEST(outcome.body(), "body");
         QCOMPARE(m_server->requests().last().target, QByteArray("/?q=%20a"));
         QCOMPARE(m_server->requests().last().headers.value("host"),
                  "localhost:" + QByteArray::number(m_server->serverPort()));
     }
-
     void largeBodyAfterInterimStatusIsComplete()
     {
         QByteArray body;
@@ -257,7 +236,7 @@ private Q_SLOTS:
             body += QByteArray::number(line) + '\n';
         m_server->on("/", FaultServer::sendAndWait(earlyHints + "HTTP/1.1 200 OK\r\nContent-Length: " +
                                                    QByteArray::number(body.size()) + "\r\n\r\n" + body));
-        QVERIFY(fetch(*m_client, requestTo(m_server->url())).body() == body);
+        QVERIFY(get().body() == body);
         HttpRequest request = requestTo(m_server->url());
         request.maxBytes = body.size() - 1;
         QVERIFY(fetch(*m_client, request).failedWith(Kind::TooLarge));
@@ -268,16 +247,16 @@ private Q_SLOTS:
         m_server->on("/", FaultServer::sendAndWait(
                               earlyHints + "HTTP/1.1 302 Found\r\nLocation: /there\r\nContent-Length: 0\r\n\r\n"));
         m_server->on("/there", interim({earlyHints}, 30));
-        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body(), QByteArray("/there"));
+        QCOMPARE(get().body(), QByteArray("/there"));
     }
 
     void cachedAnswerIsRevalidatedAfterInterimStatus()
     {
         m_server->on("/", FaultServer::sendAndWait(earlyHints +
                                                    "HTTP/1.1 200 OK\r\nETag: \"1\"\r\nContent-Length: 4\r\n\r\nkept"));
-        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body(), QByteArray("kept"));
+        QCOMPARE(get().body(), QByteArray("kept"));
         m_server->on("/", FaultServer::sendAndWait(earlyHints + "HTTP/1.1 304 Not Modified\r\n\r\n"));
-        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body(), QByteArray("kept"));
+        QCOMPARE(get().body(), QByteArray("kept"));
         QCOMPARE(m_server->requests().last().headers.value("if-none-match"), QByteArray("\"1\""));
     }
 
@@ -285,10 +264,10 @@ private Q_SLOTS:
     {
         // No QNetworkAccessManager skips status 101, so the next request uses a new connection.
         m_server->on("/", interim({"HTTP/1.1 101 Switching Protocols\r\n\r\n"}, 30));
-        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body(), QByteArray("/"));
+        QCOMPARE(get().body(), QByteArray("/"));
         const auto requestCount = m_server->requests().size();
         m_server->setCertificate("unknown-issuer");
-        QVERIFY(fetch(*m_client, requestTo(m_server->url())).failedWith(Kind::Network));
+        QVERIFY(get().failedWith(Kind::Network));
         QCOMPARE(m_server->requests().size(), requestCount);
     }
 };

@@ -1,7 +1,7 @@
 #include "HttpServerFixture.h"
+#include "Rows.h"
 #include "TestMain.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QTcpServer>
 #include <QTimer>
@@ -39,23 +39,18 @@ class HttpLimitsTest : public HttpServerFixture
 private Q_SLOTS:
     void silentServerTimesOutAtInactivityLimit_data()
     {
-        QTest::addColumn<QByteArray>("sent");
-        QTest::newRow("before the head") << QByteArray();
-        QTest::newRow("within the head") << QByteArray("HTTP/1.1 200 OK\r\nContent-");
-        QTest::newRow("within the body") << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nhalf");
+        rows<QByteArray>({"sent"}, {{"before the head", ""},
+                                    {"within the head", "HTTP/1.1 200 OK\r\nContent-"},
+                                    {"within the body", "HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nhalf"}});
     }
     void silentServerTimesOutAtInactivityLimit()
     {
         QFETCH(QByteArray, sent);
         m_server->on("/", FaultServer::sendAndWait(sent));
-        HttpRequest request = requestTo(m_server->url());
-        request.inactivityLimit = 300ms;
-        QElapsedTimer timer;
-        timer.start();
-        const HttpOutcome outcome = fetch(*m_client, request);
+        const HttpOutcome outcome = fetch(*m_client, requestTo(m_server->url(), 300ms));
         QVERIFY(outcome.failedWith(Kind::TimedOut));
         QCOMPARE(outcome.errorDescription(), QString());
-        QVERIFY2(timer.elapsed() >= 290 && timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY2(outcome.milliseconds >= 290 && outcome.milliseconds < 3000, elapsed(outcome));
         QTRY_COMPARE(m_server->openConnections(), 0);
     }
 
@@ -63,30 +58,23 @@ private Q_SLOTS:
     {
         QTcpServer silentServer;
         QVERIFY(silentServer.listen(QHostAddress::LocalHost));
-        HttpRequest request = requestTo(QUrl(u"https://localhost:%1/"_s.arg(silentServer.serverPort())));
-        request.inactivityLimit = 300ms;
-        QVERIFY(fetch(*m_client, request).failedWith(Kind::TimedOut));
+        const QUrl url(u"https://localhost:%1/"_s.arg(silentServer.serverPort()));
+        QVERIFY(fetch(*m_client, requestTo(url, 300ms)).failedWith(Kind::TimedOut));
     }
 
     void tricklingAnswerTimesOutAtOverallLimit()
     {
         m_server->on("/", FaultServer::trickle(100'000, 50));
-        HttpRequest request = requestTo(m_server->url());
-        request.inactivityLimit = 400ms;
-        request.overallLimit = 1200ms;
-        QElapsedTimer timer;
-        timer.start();
-        QVERIFY(fetch(*m_client, request).failedWith(Kind::TimedOut));
-        QVERIFY2(timer.elapsed() >= 1190 && timer.elapsed() < 4000, qPrintable(QString::number(timer.elapsed())));
+        const HttpOutcome outcome = fetch(*m_client, requestTo(m_server->url(), 400ms, 1200ms));
+        QVERIFY(outcome.failedWith(Kind::TimedOut));
+        QVERIFY2(outcome.milliseconds >= 1190 && outcome.milliseconds < 4000, elapsed(outcome));
         QTRY_COMPARE(m_server->openConnections(), 0);
     }
 
     void tricklingAnswerIsReceivedWithinOverallLimit()
     {
         m_server->on("/", FaultServer::trickle(10, 60));
-        HttpRequest request = requestTo(m_server->url());
-        request.inactivityLimit = 400ms;
-        QCOMPARE(fetch(*m_client, request).body(), QByteArray(10, 'x'));
+        QCOMPARE(fetch(*m_client, requestTo(m_server->url(), 400ms)).body(), QByteArray(10, 'x'));
     }
 
     void answerDelayedWithinLimitsIsReceived()
@@ -94,15 +82,12 @@ private Q_SLOTS:
         m_server->on("/", [](const FaultServer::Request& request) {
             QTimer::singleShot(300, request.socket, [request] { FaultServer::answer(200, "late")(request); });
         });
-        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body(), QByteArray("late"));
+        QCOMPARE(get().body(), QByteArray("late"));
     }
 
     void queuedRequestTimesOutOrStartsWithinOverallLimit_data()
     {
-        QTest::addColumn<int>("overall");
-        QTest::addColumn<bool>("answered");
-        QTest::newRow("too long") << 300 << false;
-        QTest::newRow("long enough") << 5000 << true;
+        rows<int, bool>({"overall", "answered"}, {{"too long", 300, false}, {"long enough", 5000, true}});
     }
     void queuedRequestTimesOutOrStartsWithinOverallLimit()
     {
@@ -110,34 +95,24 @@ private Q_SLOTS:
         QFETCH(bool, answered);
         m_server->on("/slow", FaultServer::sendAndWait());
         m_server->on("/", FaultServer::answer(200, "here"));
-        QList<std::shared_ptr<HttpOutcome>> slow;
-        for (int request = 0; request < 6; ++request) {
-            HttpRequest slowRequest = requestTo(m_server->url("/slow"));
-            slowRequest.overallLimit = 1s;
-            slow.append(start(*m_client, slowRequest));
-        }
+        for (int request = 0; request < 6; ++request)
+            start(*m_client, requestTo(m_server->url("/slow"), 5s, 1s));
         QTRY_COMPARE(m_server->requests().size(), 6);
-        HttpRequest request = requestTo(m_server->url());
         // The time in the queue does not count as inactivity.
-        request.inactivityLimit = 500ms;
-        request.overallLimit = std::chrono::milliseconds(overall);
-        const HttpOutcome outcome = fetch(*m_client, request);
+        const HttpOutcome outcome =
+            fetch(*m_client, requestTo(m_server->url(), 500ms, std::chrono::milliseconds(overall)));
         QCOMPARE(outcome.status() == 200, answered);
         QCOMPARE(outcome.failedWith(Kind::TimedOut), !answered);
         QCOMPARE(m_server->requests().size(), answered ? 7 : 6);
     }
-
     void bodyLimitIsExact_data()
     {
-        QTest::addColumn<int>("size");
-        QTest::addColumn<bool>("compressed");
-        QTest::addColumn<bool>("fits");
-        for (const bool compressed : {false, true}) {
-            const char* const form = compressed ? "gzip" : "plain";
-            QTest::addRow("%s, at the limit", form) << 300'000 << compressed << true;
-            QTest::addRow("%s, one above", form) << 300'001 << compressed << false;
-            QTest::addRow("%s, far above", form) << 3'000'000 << compressed << false;
-        }
+        rows<int, bool, bool>({"size", "compressed", "fits"}, {{"plain, at the limit", 300'000, false, true},
+                                                               {"plain, one above", 300'001, false, false},
+                                                               {"plain, far above", 3'000'000, false, false},
+                                                               {"gzip, at the limit", 300'000, true, true},
+                                                               {"gzip, one above", 300'001, true, false},
+                                                               {"gzip, far above", 3'000'000, true, false}});
     }
     void bodyLimitIsExact()
     {
@@ -155,11 +130,10 @@ private Q_SLOTS:
         if (!fits)
             QCOMPARE(outcome.errorDescription(), QString());
     }
-
     void bodyOfMaximumSizeIsReceived()
     {
         m_server->on("/", FaultServer::answer(200, QByteArray(16 * 1024 * 1024, 'b')));
-        QCOMPARE(fetch(*m_client, requestTo(m_server->url())).body().size(), 16 * 1024 * 1024);
+        QCOMPARE(get().body().size(), 16 * 1024 * 1024);
     }
 
     void gzipBombIsRefusedWithoutUsingMemory()
@@ -169,12 +143,15 @@ private Q_SLOTS:
         QVERIFY(bomb.size() < mebi);
         m_server->on("/", FaultServer::answer(200, bomb, {"Content-Encoding: gzip"}));
         const qint64 before = peakMemory();
-        const HttpOutcome outcome = fetch(*m_client, requestTo(m_server->url()));
+        const HttpOutcome outcome = get();
         const qint64 after = peakMemory();
         QVERIFY(outcome.failedWith(Kind::TooLarge));
         QVERIFY2(after - before < 64, qPrintable(u"%1 MiB more"_s.arg(after - before)));
         QTRY_COMPARE(m_server->openConnections(), 0);
     }
+
+private:
+    static QByteArray elapsed(const HttpOutcome& outcome) { return QByteArray::number(outcome.milliseconds); }
 };
 
 QUILLMERE_TEST(HttpLimitsTest, QCoreApplication)

@@ -1,7 +1,6 @@
 #include "HttpServerFixture.h"
+#include "Rows.h"
 #include "TestMain.h"
-
-#include <QTest>
 
 namespace quillmere {
 
@@ -10,7 +9,7 @@ class HttpRevalidationTest : public HttpServerFixture
 {
     Q_OBJECT
 
-    HttpOutcome fetchRoot(HttpRequest::Cache cache = HttpRequest::Cache::Revalidate)
+    HttpOutcome getWith(HttpRequest::Cache cache)
     {
         HttpRequest request = requestTo(m_server->url());
         request.cache = cache;
@@ -19,11 +18,17 @@ class HttpRevalidationTest : public HttpServerFixture
     const QMap<QByteArray, QByteArray>& sent() const { return m_server->requests().last().headers; }
     bool sentNoValidator() const { return !sent().contains("if-none-match") && !sent().contains("if-modified-since"); }
 
+    void cacheAnswer()
+    {
+        m_server->on("/", FaultServer::answer(200, "kept", {"ETag: \"1\""}));
+        get();
+    }
+
 private Q_SLOTS:
     void firstRequestHasNoValidator()
     {
         m_server->on("/", FaultServer::answer(200, "body"));
-        fetchRoot();
+        get();
         QVERIFY(sentNoValidator());
         QVERIFY(!sent().contains("cache-control"));
         QVERIFY(!sent().contains("pragma"));
@@ -32,15 +37,12 @@ private Q_SLOTS:
 
     void notModifiedAnswerReturnsCachedBody_data()
     {
-        QTest::addColumn<QByteArray>("header");
-        QTest::addColumn<QByteArray>("condition");
-        QTest::addColumn<QByteArray>("validator");
-        QTest::newRow("ETag") << QByteArray("ETag: \"one\"") << QByteArray("if-none-match") << QByteArray("\"one\"");
-        QTest::newRow("weak ETag") << QByteArray("ETag: W/\"one\"") << QByteArray("if-none-match")
-                                   << QByteArray("W/\"one\"");
-        QTest::newRow("Last-Modified") << QByteArray("Last-Modified: Tue, 03 Jun 2025 17:00:00 GMT")
-                                       << QByteArray("if-modified-since")
-                                       << QByteArray("Tue, 03 Jun 2025 17:00:00 GMT");
+        const QByteArray time = "Tue, 03 Jun 2025 17:00:00 GMT";
+        rows<QByteArray, QByteArray, QByteArray>(
+            {"header", "condition", "validator"},
+            {{"ETag", "ETag: \"one\"", "if-none-match", "\"one\""},
+             {"weak ETag", "ETag: W/\"one\"", "if-none-match", "W/\"one\""},
+             {"Last-Modified", "Last-Modified: " + time, "if-modified-since", time}});
     }
     void notModifiedAnswerReturnsCachedBody()
     {
@@ -48,10 +50,10 @@ private Q_SLOTS:
         QFETCH(QByteArray, condition);
         m_server->on("/", FaultServer::answer(200, gzip("body"),
                                               {header, "Content-Encoding: gzip", "Cache-Control: max-age=60"}));
-        QCOMPARE(fetchRoot().body(), QByteArray("body"));
+        QCOMPARE(get().body(), QByteArray("body"));
         m_server->on("/", FaultServer::answer(304, {}, {header}));
         for (int again = 0; again < 2; ++again) {
-            const HttpOutcome outcome = fetchRoot();
+            const HttpOutcome outcome = get();
             QTEST(sent().value(condition), "validator");
             QVERIFY(!sent().contains("cache-control"));
             QCOMPARE(outcome.status(), 200);
@@ -59,120 +61,110 @@ private Q_SLOTS:
         }
         QCOMPARE(m_server->requests().size(), 3);
     }
-
     void bothValidatorsAreSent()
     {
         m_server->on("/",
                      FaultServer::answer(200, "body", {"ETag: \"1\"", "Last-Modified: Tue, 03 Jun 2025 17:00:00 GMT"}));
-        fetchRoot();
-        fetchRoot();
+        get();
+        get();
         QVERIFY(sent().contains("if-none-match") && sent().contains("if-modified-since"));
     }
 
     void changedAnswerReplacesCachedOne()
     {
-        m_server->on("/", FaultServer::answer(200, "old", {"ETag: \"1\""}));
-        fetchRoot();
+        cacheAnswer();
         m_server->on("/", FaultServer::answer(200, "new", {"ETag: \"2\""}));
-        QCOMPARE(fetchRoot().body(), QByteArray("new"));
+        QCOMPARE(get().body(), QByteArray("new"));
         QCOMPARE(sent().value("if-none-match"), QByteArray("\"1\""));
         m_server->on("/", FaultServer::answer(304));
-        QCOMPARE(fetchRoot().body(), QByteArray("new"));
+        QCOMPARE(get().body(), QByteArray("new"));
         QCOMPARE(sent().value("if-none-match"), QByteArray("\"2\""));
     }
 
     void uncacheableAnswerIsNotCached_data()
     {
-        QTest::addColumn<int>("status");
-        QTest::addColumn<FaultServer::Headers>("headers");
-        QTest::newRow("no validator") << 200 << FaultServer::Headers{"Cache-Control: max-age=60"};
-        QTest::newRow("no-store") << 200 << FaultServer::Headers{"ETag: \"2\"", "Cache-Control: private, No-Store"};
-        QTest::newRow("not found") << 404 << FaultServer::Headers{"ETag: \"2\""};
-        QTest::newRow("partial") << 206 << FaultServer::Headers{"ETag: \"2\""};
-        QTest::newRow("no content") << 204 << FaultServer::Headers{"ETag: \"2\""};
-        QTest::newRow("server error") << 503 << FaultServer::Headers{"ETag: \"2\""};
+        rows<int, FaultServer::Headers>({"status", "headers"},
+                                        {{"no validator", 200, {"Cache-Control: max-age=60"}},
+                                         {"no-store", 200, {"ETag: \"2\"", "Cache-Control: private, No-Store"}},
+                                         {"not found", 404, {"ETag: \"2\""}},
+                                         {"partial", 206, {"ETag: \"2\""}},
+                                         {"no content", 204, {"ETag: \"2\""}},
+                                         {"server error", 503, {"ETag: \"2\""}}});
     }
     void uncacheableAnswerIsNotCached()
     {
         QFETCH(int, status);
         QFETCH(FaultServer::Headers, headers);
-        m_server->on("/", FaultServer::answer(200, "kept", {"ETag: \"1\""}));
-        fetchRoot();
+        cacheAnswer();
         m_server->on("/", FaultServer::answer(status, "other", headers));
-        QCOMPARE(fetchRoot().status(), status);
+        QCOMPARE(get().status(), status);
         QCOMPARE(sent().value("if-none-match"), QByteArray("\"1\""));
-        fetchRoot();
+        get();
         QVERIFY(sentNoValidator());
     }
-
     void cachedAnswerRemainsAfterTransportFailure()
     {
-        m_server->on("/", FaultServer::answer(200, "kept", {"ETag: \"1\""}));
-        fetchRoot();
+        cacheAnswer();
         m_server->on("/", FaultServer::sendAndClose("HTTP/1.1 200 OK\r\nETag: \"2\"\r\nContent-Length: 9\r\n\r\nhalf"));
-        QVERIFY(fetchRoot().failedWith(HttpFailure::Kind::Network));
+        QVERIFY(get().failedWith(HttpFailure::Kind::Network));
         m_server->on("/", FaultServer::answer(304));
-        QCOMPARE(fetchRoot().body(), QByteArray("kept"));
+        QCOMPARE(get().body(), QByteArray("kept"));
     }
 
     void bypassNeitherUsesNorChangesCache()
     {
-        m_server->on("/", FaultServer::answer(200, "kept", {"ETag: \"1\""}));
-        fetchRoot();
+        cacheAnswer();
         m_server->on("/", FaultServer::answer(200, "probed", {"ETag: \"2\""}));
-        QCOMPARE(fetchRoot(HttpRequest::Cache::Bypass).body(), QByteArray("probed"));
+        QCOMPARE(getWith(HttpRequest::Cache::Bypass).body(), QByteArray("probed"));
         QVERIFY(sentNoValidator());
         m_server->on("/", FaultServer::answer(304));
-        QCOMPARE(fetchRoot().body(), QByteArray("kept"));
+        QCOMPARE(get().body(), QByteArray("kept"));
         QCOMPARE(sent().value("if-none-match"), QByteArray("\"1\""));
     }
 
     void unrequested304IsReturned_data()
     {
-        QTest::addColumn<HttpRequest::Cache>("cache");
-        QTest::newRow("revalidate") << HttpRequest::Cache::Revalidate;
-        QTest::newRow("bypass") << HttpRequest::Cache::Bypass;
+        using Cache = HttpRequest::Cache;
+        rows<Cache>({"cache"}, {{"revalidate", Cache::Revalidate}, {"bypass", Cache::Bypass}});
     }
     void unrequested304IsReturned()
     {
         QFETCH(HttpRequest::Cache, cache);
         m_server->on("/", FaultServer::answer(304));
-        const HttpOutcome outcome = fetchRoot(cache);
+        const HttpOutcome outcome = getWith(cache);
         QCOMPARE(outcome.status(), 304);
         QCOMPARE(outcome.body(), QByteArray());
     }
-
     void urlsAreCachedSeparately()
     {
         for (const QByteArray page : {"1", "2"}) {
             m_server->on("/tapes", FaultServer::answer(200, "page " + page, {"ETag: \"" + page + "\""}));
-            fetch(*m_client, requestTo(m_server->url("/tapes?page=" + page)));
+            get("/tapes?page=" + page);
             QVERIFY(sentNoValidator());
         }
         m_server->on("/tapes", FaultServer::answer(304));
-        QCOMPARE(fetch(*m_client, requestTo(m_server->url("/tapes?page=1"))).body(), QByteArray("page 1"));
-        QCOMPARE(fetch(*m_client, requestTo(m_server->url("/tapes?page=2"))).body(), QByteArray("page 2"));
+        QCOMPARE(get("/tapes?page=1").body(), QByteArray("page 1"));
+        QCOMPARE(get("/tapes?page=2").body(), QByteArray("page 2"));
     }
 
     void redirectedAnswerIsNotCached()
     {
         m_server->on("/", FaultServer::redirect("/there"));
         m_server->on("/there", FaultServer::answer(200, "found", {"ETag: \"1\""}));
-        fetchRoot();
-        fetchRoot();
+        get();
+        get();
         QVERIFY(sentNoValidator());
     }
 
     void validatorIsNotSentToRedirectTarget()
     {
-        m_server->on("/", FaultServer::answer(200, "kept", {"ETag: \"1\""}));
-        fetchRoot();
+        cacheAnswer();
         m_server->on("/", FaultServer::redirect("/there"));
         m_server->on("/there", [](const FaultServer::Request& request) {
             const bool isConfirmed = request.headers.value("if-none-match") == "\"1\"";
             (isConfirmed ? FaultServer::answer(304) : FaultServer::answer(200, "found"))(request);
         });
-        QCOMPARE(fetchRoot().body(), QByteArray("found"));
+        QCOMPARE(get().body(), QByteArray("found"));
     }
 
     void cacheIsLimitedToEightMebibytes()
@@ -181,12 +173,12 @@ private Q_SLOTS:
         for (int part = 0; part < 5; ++part) {
             const QByteArray path = "/" + QByteArray::number(part);
             m_server->on(path, FaultServer::answer(200, QByteArray(2 * mebi, 'b'), {"ETag: \"1\""}));
-            fetch(*m_client, requestTo(m_server->url(path)));
+            get(path);
         }
         int kept = 0;
         for (int part = 4; part >= 0; --part) {
             const QByteArray path = "/" + QByteArray::number(part);
-            fetch(*m_client, requestTo(m_server->url(path)));
+            get(path);
             kept += sentNoValidator() ? 0 : 1;
         }
         QCOMPARE(kept, 3);
@@ -195,8 +187,8 @@ private Q_SLOTS:
     void answerLargerThanCacheIsNotCached()
     {
         m_server->on("/", FaultServer::answer(200, QByteArray(9 * 1024 * 1024, 'b'), {"ETag: \"1\""}));
-        fetchRoot();
-        fetchRoot();
+        get();
+        get();
         QVERIFY(sentNoValidator());
     }
 };

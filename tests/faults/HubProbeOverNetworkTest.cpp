@@ -1,16 +1,14 @@
 #include "HubServerFixture.h"
+#include "Rows.h"
 #include "TestMain.h"
 
 #include <QElapsedTimer>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
 namespace quillmere {
 
 namespace {
-
-const QByteArray playlist = "#EXTM3U\n#EXT-X-VERSION:3\n";
 
 /** Answers with a head and an endless body, and adds to `sent` the bytes that the network has accepted. */
 void flood(const FaultServer::Request& request, const QByteArray& head, qint64& sent)
@@ -42,21 +40,19 @@ class HubProbeOverNetworkTest : public HubServerFixture
 private Q_SLOTS:
     void probeSucceedsForStatus200WithAnyBody_data()
     {
-        QTest::addColumn<QByteArray>("sent");
-        QTest::addColumn<bool>("closes");
         const QByteArray ok = "HTTP/1.1 200 OK\r\n";
-        const auto row = [](const char* name, const QByteArray& sent, bool closes) {
-            QTest::newRow(name) << sent << closes;
-        };
-        row("whole", ok + "Content-Length: 7\r\n\r\n#EXTM3U", false);
-        row("empty", ok + "Content-Length: 0\r\n\r\n", false);
-        row("still arriving", ok + "Content-Length: 9\r\n\r\n#EXTM3U", false);
-        row("not begun", ok + "Content-Length: 9\r\n\r\n", false);
-        row("without end", ok + "\r\n#EXTM3U", false);
-        row("cut short", ok + "Content-Length: 9\r\n\r\n#EXTM3U", true);
-        row("damaged gzip", ok + "Content-Encoding: gzip\r\nContent-Length: 7\r\n\r\n#EXTM3U", false);
-        row("larger than 4 MiB", ok + "Content-Length: 5000000\r\n\r\n" + QByteArray(5'000'000, 'x'), false);
-        row("behind 103", "HTTP/1.1 103 Early Hints\r\n\r\n" + ok + "Content-Length: 9\r\n\r\n#EXT", false);
+        const QByteArray longer = ok + "Content-Length: 9\r\n\r\n";
+        rows<QByteArray, bool>(
+            {"sent", "closes"},
+            {{"whole", ok + "Content-Length: 7\r\n\r\n#EXTM3U", false},
+             {"empty", ok + "Content-Length: 0\r\n\r\n", false},
+             {"still arriving", longer + "#EXTM3U", false},
+             {"not begun", longer, false},
+             {"without end", ok + "\r\n#EXTM3U", false},
+             {"cut short", longer + "#EXTM3U", true},
+             {"damaged gzip", ok + "Content-Encoding: gzip\r\nContent-Length: 7\r\n\r\n#EXTM3U", false},
+             {"larger than 4 MiB", ok + "Content-Length: 5000000\r\n\r\n" + QByteArray(5'000'000, 'x'), false},
+             {"behind 103", "HTTP/1.1 103 Early Hints\r\n\r\n" + longer + "#EXT", false}});
     }
     void probeSucceedsForStatus200WithAnyBody()
     {
@@ -68,7 +64,6 @@ private Q_SLOTS:
         QVERIFY(probe());
         QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
     }
-
     void probeFailsForOtherStatus_data()
     {
         QTest::addColumn<QByteArray>("sent");
@@ -83,23 +78,17 @@ private Q_SLOTS:
         serve(FaultServer::sendAndClose(sent));
         QVERIFY(!probe());
     }
-
     void probeFollowsRedirects_data()
     {
-        QTest::addColumn<int>("status");
-        QTest::addColumn<bool>("expected");
-        QTest::newRow("200") << 200 << true;
-        QTest::newRow("206") << 206 << false;
-        QTest::newRow("404") << 404 << false;
+        rows<int, bool>({"status", "expected"}, {{"200", 200, true}, {"206", 206, false}, {"404", 404, false}});
     }
     void probeFollowsRedirects()
     {
         QFETCH(int, status);
         serve(FaultServer::redirect("/there"));
-        m_server->on("/there", FaultServer::answer(status, playlist));
+        m_server->on("/there", FaultServer::answer(status, "#EXTM3U\n#EXT-X-VERSION:3\n"));
         QTEST(probe(), "expected");
     }
-
     void endlessBodyIsAborted()
     {
         qint64 sent = 0;
@@ -119,12 +108,10 @@ private Q_SLOTS:
 
     void probesReuseConnection_data()
     {
-        QTest::addColumn<int>("status");
-        QTest::addColumn<int>("size");
-        QTest::newRow("a playlist") << 200 << 400;
-        QTest::newRow("a longer one") << 200 << 40'000;
-        QTest::newRow("an error page") << 404 << 10'000;
-        QTest::newRow("an empty answer") << 204 << 0;
+        rows<int, int>({"status", "size"}, {{"a playlist", 200, 400},
+                                            {"a longer one", 200, 40'000},
+                                            {"an error page", 404, 10'000},
+                                            {"an empty answer", 204, 0}});
     }
     void probesReuseConnection()
     {

@@ -23,6 +23,8 @@ struct MprisFixture
     static constexpr auto path = "/org/mpris/MediaPlayer2"_L1;
     static constexpr auto playerInterface = "org.mpris.MediaPlayer2.Player"_L1;
 
+    explicit MprisFixture(const QList<MetadataItem>& texts = {}) { start(texts); }
+
     /** Plays an item of known duration and announces the player. */
     void start(const QList<MetadataItem>& texts = {})
     {

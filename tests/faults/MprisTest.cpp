@@ -1,7 +1,7 @@
 #include "MprisFixture.h"
+#include "Rows.h"
 #include "TestMain.h"
 
-#include <QGuiApplication>
 #include <QRegularExpression>
 
 namespace quillmere {
@@ -42,151 +42,121 @@ class MprisTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
+    void initTestCase()
+    {
+        QGuiApplication::setApplicationDisplayName(u"A Set"_s);
+        QGuiApplication::setDesktopFileName(u"a-set"_s);
+    }
+
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
-    void playerIsRegisteredWhilePresenceExists();
-    void identityOfProgramIsReported();
-    void playbackStatusIsReported();
-    void metadataIsReported();
-    void unknownMetadataIsOmitted();
-    void positionIsReported();
-    void changesAreSignalled();
-    void seekedIsSignalledOnlyForJumps();
-    void textsAreValidAndLimited_data();
-    void textsAreValidAndLimited();
-    void secondPlayerGetsOwnBusName();
+    void playerIsRegisteredWhilePresenceExists()
+    {
+        MprisFixture bus;
+        QCOMPARE(bus.playerctl({u"--list-all"_s}), u"quillmere_tv"_s);
+        bus.presence.reset();
+        QTRY_VERIFY(!bus.isRegistered());
+        QCOMPARE(bus.playerctl({u"--list-all"_s}), QString());
+    }
+
+    void identityOfProgramIsReported()
+    {
+        MprisFixture bus;
+        const QString root = u"org.mpris.MediaPlayer2"_s;
+        QCOMPARE(bus.property(root, u"Identity"_s).toString(), u"A Set"_s);
+        QCOMPARE(bus.property(root, u"DesktopEntry"_s).toString(), u"a-set"_s);
+        QCOMPARE(bus.property(root, u"CanQuit"_s), QVariant(false));
+        QCOMPARE(bus.property(root, u"CanRaise"_s), QVariant(false));
+        QCOMPARE(bus.property(root, u"HasTrackList"_s), QVariant(false));
+    }
+
+    void playbackStatusAndPositionAreReported()
+    {
+        MprisFixture bus;
+        QCOMPARE(bus.playerctl({u"status"_s}), u"Playing"_s);
+        bus.player.moveTo(125.5);
+        QVERIFY(bus.playerctl({u"position"_s}).startsWith(u"125.5"_s));
+        bus.player.setWaiting(true);
+        bus.player.pause();
+        QTRY_COMPARE(bus.playerctl({u"status"_s}), u"Paused"_s);
+        bus.player.setItem(nullptr);
+        QTRY_COMPARE(bus.playerctl({u"status"_s}), u"Stopped"_s);
+    }
+
+    void metadataIsReported()
+    {
+        using Identifier = MetadataItem::Identifier;
+        MprisFixture bus({{Identifier::Title, u"The Long Reel"_s},
+                          {Identifier::SubTitle, u"DRAMA · Hearing"_s},
+                          {Identifier::Description, u"Much is said."_s},
+                          {Identifier::Publisher, u"A Label"_s}});
+        const QString format = u"{{title}}|{{album}}|{{artist}}|{{xesam:comment}}|{{mpris:length}}"_s;
+        QCOMPARE(bus.playerctl({u"metadata"_s, u"--format"_s, format}),
+                 u"The Long Reel|DRAMA · Hearing|A Label|Much is said.|3600000000"_s);
+    }
+
+    void unknownMetadataIsOmitted()
+    {
+        MprisFixture bus;
+        bus.player.setDuration(0);
+        QTRY_COMPARE(bus.metadata().keys(), QStringList{u"mpris:trackid"_s});
+    }
+
+    void changesAreSignalled()
+    {
+        MprisFixture bus;
+        const Listener listener(bus.connection);
+        bus.player.pause();
+        QTRY_COMPARE(listener.changes.value(u"PlaybackStatus"_s), QVariant(u"Paused"_s));
+        QCOMPARE(listener.changes.keys(), QStringList{u"PlaybackStatus"_s});
+        bus.player.setDuration(60);
+        QTRY_VERIFY(listener.changes.contains(u"Metadata"_s));
+        const auto reported = qdbus_cast<QVariantMap>(listener.changes.value(u"Metadata"_s));
+        QCOMPARE(reported.value(u"mpris:length"_s), QVariant(qlonglong(60000000)));
+    }
+
+    void seekedIsSignalledOnlyForJumps()
+    {
+        MprisFixture bus;
+        const Listener listener(bus.connection);
+        bus.player.moveTo(0.5);
+        bus.player.moveTo(1.5);
+        bus.player.moveTo(600);
+        bus.player.moveTo(600.25);
+        bus.player.moveTo(30);
+        QTRY_COMPARE(listener.seeked, (QList<qlonglong>{qlonglong(600000000), qlonglong(30000000)}));
+    }
+
+    void textsAreValidAndLimited_data()
+    {
+        const QString limit(4000, u'x');
+        rows<QString, QString>({"text", "expected"},
+                               {{"markup", u"<b>A & B</b>"_s, u"<b>A & B</b>"_s},
+                                {"beyond the basic plane", u"📼 tape"_s, u"📼 tape"_s},
+                                {"half a character", QString(QChar(0xD83D)) + u"tape"_s, u"?tape"_s},
+                                {"a zero", u"a"_s + QChar(0) + u"b"_s, u"a"_s},
+                                {"very long", QString(1000000, u'x'), limit},
+                                {"cut inside a character", limit.chopped(1) + u"📼"_s, limit.chopped(1)}});
+    }
+    void textsAreValidAndLimited()
+    {
+        QFETCH(const QString, text);
+        using Identifier = MetadataItem::Identifier;
+        MprisFixture bus({{Identifier::Title, text}, {Identifier::Description, text}});
+        QTEST(bus.metadata().value(u"xesam:title"_s).toString(), "expected");
+        QTEST(bus.metadata().value(u"xesam:comment"_s).toStringList().value(0), "expected");
+    }
+
+    void secondPlayerGetsOwnBusName()
+    {
+        MprisFixture bus;
+        ScriptedVideoPlayer other;
+        const DesktopPresence second(other, u"Another tape plays"_s, bus.daemon.address());
+        const QString name = MprisFixture::service + u".instance%1"_s.arg(QCoreApplication::applicationPid());
+        QTRY_VERIFY(bus.hasName(name));
+        QVERIFY(bus.isRegistered());
+    }
 };
-
-void MprisTest::initTestCase()
-{
-    QGuiApplication::setApplicationDisplayName(u"A Set"_s);
-    QGuiApplication::setDesktopFileName(u"a-set"_s);
-}
-
-void MprisTest::playerIsRegisteredWhilePresenceExists()
-{
-    MprisFixture bus;
-    QVERIFY(!bus.isRegistered());
-    bus.start();
-    QCOMPARE(bus.playerctl({u"--list-all"_s}), u"quillmere_tv"_s);
-    bus.presence.reset();
-    QTRY_VERIFY(!bus.isRegistered());
-    QCOMPARE(bus.playerctl({u"--list-all"_s}), QString());
-}
-
-void MprisTest::identityOfProgramIsReported()
-{
-    MprisFixture bus;
-    bus.start();
-    const QString root = u"org.mpris.MediaPlayer2"_s;
-    QCOMPARE(bus.property(root, u"Identity"_s).toString(), u"A Set"_s);
-    QCOMPARE(bus.property(root, u"DesktopEntry"_s).toString(), u"a-set"_s);
-    QCOMPARE(bus.property(root, u"CanQuit"_s), QVariant(false));
-    QCOMPARE(bus.property(root, u"CanRaise"_s), QVariant(false));
-    QCOMPARE(bus.property(root, u"HasTrackList"_s), QVariant(false));
-}
-
-void MprisTest::playbackStatusIsReported()
-{
-    MprisFixture bus;
-    bus.start();
-    QCOMPARE(bus.playerctl({u"status"_s}), u"Playing"_s);
-    bus.player.setWaiting(true);
-    bus.player.pause();
-    QTRY_COMPARE(bus.playerctl({u"status"_s}), u"Paused"_s);
-    bus.player.setItem(nullptr);
-    QTRY_COMPARE(bus.playerctl({u"status"_s}), u"Stopped"_s);
-}
-
-void MprisTest::metadataIsReported()
-{
-    MprisFixture bus;
-    using Identifier = MetadataItem::Identifier;
-    bus.start({{Identifier::Title, u"The Long Reel"_s},
-               {Identifier::SubTitle, u"DRAMA · Hearing"_s},
-               {Identifier::Description, u"Much is said."_s},
-               {Identifier::Publisher, u"A Label"_s}});
-    const QString format = u"{{title}}|{{album}}|{{artist}}|{{xesam:comment}}|{{mpris:length}}"_s;
-    QCOMPARE(bus.playerctl({u"metadata"_s, u"--format"_s, format}),
-             u"The Long Reel|DRAMA · Hearing|A Label|Much is said.|3600000000"_s);
-}
-
-void MprisTest::unknownMetadataIsOmitted()
-{
-    MprisFixture bus;
-    bus.start();
-    bus.player.setDuration(0);
-    QTRY_COMPARE(bus.metadata().keys(), QStringList{u"mpris:trackid"_s});
-}
-
-void MprisTest::positionIsReported()
-{
-    MprisFixture bus;
-    bus.start();
-    bus.player.moveTo(125.5);
-    QVERIFY(bus.playerctl({u"position"_s}).startsWith(u"125.5"_s));
-}
-
-void MprisTest::changesAreSignalled()
-{
-    MprisFixture bus;
-    bus.start();
-    const Listener listener(bus.connection);
-    bus.player.pause();
-    QTRY_COMPARE(listener.changes.value(u"PlaybackStatus"_s), QVariant(u"Paused"_s));
-    QCOMPARE(listener.changes.keys(), QStringList{u"PlaybackStatus"_s});
-    bus.player.setDuration(60);
-    QTRY_VERIFY(listener.changes.contains(u"Metadata"_s));
-    const auto reported = qdbus_cast<QVariantMap>(listener.changes.value(u"Metadata"_s));
-    QCOMPARE(reported.value(u"mpris:length"_s), QVariant(qlonglong(60000000)));
-}
-
-void MprisTest::seekedIsSignalledOnlyForJumps()
-{
-    MprisFixture bus;
-    bus.start();
-    const Listener listener(bus.connection);
-    bus.player.moveTo(0.5);
-    bus.player.moveTo(1.5);
-    bus.player.moveTo(600);
-    bus.player.moveTo(600.25);
-    bus.player.moveTo(30);
-    QTRY_COMPARE(listener.seeked, (QList<qlonglong>{qlonglong(600000000), qlonglong(30000000)}));
-}
-
-void MprisTest::textsAreValidAndLimited_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("markup") << u"<b>A & B</b>"_s << u"<b>A & B</b>"_s;
-    QTest::newRow("beyond the basic plane") << u"📼 tape"_s << u"📼 tape"_s;
-    QTest::newRow("half a character") << QString(QChar(0xD83D)) + u"tape"_s << u"?tape"_s;
-    QTest::newRow("a zero") << u"a"_s + QChar(0) + u"b"_s << u"a"_s;
-    QTest::newRow("very long") << QString(1000000, u'x') << QString(4000, u'x');
-    QTest::newRow("cut inside a character") << QString(3999, u'x') + u"📼"_s << QString(3999, u'x');
-}
-
-void MprisTest::textsAreValidAndLimited()
-{
-    MprisFixture bus;
-    QFETCH(const QString, text);
-    using Identifier = MetadataItem::Identifier;
-    bus.start({{Identifier::Title, text}, {Identifier::Description, text}});
-    QTEST(bus.metadata().value(u"xesam:title"_s).toString(), "expected");
-    QTEST(bus.metadata().value(u"xesam:comment"_s).toStringList().value(0), "expected");
-}
-
-void MprisTest::secondPlayerGetsOwnBusName()
-{
-    MprisFixture bus;
-    bus.start();
-    ScriptedVideoPlayer other;
-    const DesktopPresence second(other, u"Another tape plays"_s, bus.daemon.address());
-    const QString name = MprisFixture::service + u".instance%1"_s.arg(QCoreApplication::applicationPid());
-    QTRY_VERIFY(bus.hasName(name));
-    QVERIFY(bus.isRegistered());
-}
 
 QUILLMERE_TEST(MprisTest, QGuiApplication)
 

@@ -104,13 +104,75 @@ class PlaybackLeakTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void openingAndClosingManyTimesLeaksNothing();
+    void initTestCase()
+    {
+        VideoPlugins::addFolder(QStringLiteral(QUILLMERE_TEST_PLUGINS));
+        m_hub = std::make_unique<SampleHub>();
+        const auto page = decodeRecord<TapePage>(m_hub->fetchBody(u"/api/tv/tapes?page=1&per_page=1"_s));
+        QVERIFY(page && !page->items.isEmpty());
+        m_tape = page->items.constFirst();
+
+        m_bus = std::make_unique<PrivateBus>();
+        qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus->address().toLatin1());
+        m_desktop = m_bus->connect();
+        m_screenSaver = std::make_unique<FakeScreenSaver>(*m_desktop);
+
+        m_fixture = std::make_unique<ScreenFixture>(QSize(1280, 720));
+        m_fixture->canvas = m_fixture->load(u"Canvas { focus: true }"_s);
+    }
+
+    void openingAndClosingManyTimesLeaksNothing()
+    {
+        const auto openMany = [this](int count) {
+            for (int i = 0; i < count; ++i)
+                QVERIFY2(openAndClose(moments[size_t(i) % std::size(moments)]), QByteArray::number(i));
+        };
+        openMany(warmUp);
+        const double memoryBefore = memory(*m_fixture);
+        const ProcessResources before;
+
+        openMany(openings);
+        QTRY_VERIFY2_WITH_TIMEOUT(ProcessResources().isWithin(before),
+                                  ProcessResources().text() + " after " + before.text(), timeout);
+        double grown = growthSince(memoryBefore);
+        if (grown > allowedGrowth) {
+            // A leak grows in every round; memory that the library happens to use at the moment does not.
+            const double memoryBetween = memory(*m_fixture);
+            openMany(openings);
+            grown = growthSince(memoryBetween);
+        }
+        QVERIFY(grown <= allowedGrowth);
+    }
 
 private:
-    bool openAndClose(Moment moment);
-    bool hasAllEnded();
-    double growthSince(double before);
+    bool openAndClose(Moment moment)
+    {
+        {
+            const OpenTapePlayer opened(*m_fixture, m_clock, m_tape);
+            if (!QTest::qWaitFor([&] { return opened.hasReached(moment); }, timeout))
+                return false;
+        }
+        return QTest::qWaitFor([this] { return hasAllEnded(); }, timeout);
+    }
+
+    bool hasAllEnded()
+    {
+        const QStringList players = m_desktop->interface()->registeredServiceNames().value().filter(u"org.mpris."_s);
+        return !ProcessResources::isPlayerEnding() && players.isEmpty() && m_screenSaver->inhibitions().isEmpty();
+    }
+
+    /** Growth of memory in MB. Waits until late releases bring it below the allowed growth, or the timeout. */
+    double growthSince(double before)
+    {
+        double grown = 0;
+        const auto isWithin = [&] {
+            grown = memory(*m_fixture) - before;
+            return grown <= allowedGrowth;
+        };
+        [[maybe_unused]] const bool hasShrunk = QTest::qWaitFor(isWithin, timeout);
+        qInfo("%.1f MB, and %.2f MB more after %d openings", before, grown, openings);
+        return grown;
+    }
 
     std::unique_ptr<SampleHub> m_hub;
     std::unique_ptr<PrivateBus> m_bus;
@@ -118,78 +180,8 @@ private:
     std::unique_ptr<FakeScreenSaver> m_screenSaver;
     std::unique_ptr<ScreenFixture> m_fixture;
     Tape m_tape;
-
     SystemClock m_clock;
 };
-
-void PlaybackLeakTest::initTestCase()
-{
-    VideoPlugins::addFolder(QStringLiteral(QUILLMERE_TEST_PLUGINS));
-    m_hub = std::make_unique<SampleHub>();
-    const auto page = decodeRecord<TapePage>(m_hub->fetchBody(u"/api/tv/tapes?page=1&per_page=1"_s));
-    QVERIFY(page && !page->items.isEmpty());
-    m_tape = page->items.constFirst();
-
-    m_bus = std::make_unique<PrivateBus>();
-    qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus->address().toLatin1());
-    m_desktop = m_bus->connect();
-    m_screenSaver = std::make_unique<FakeScreenSaver>(*m_desktop);
-
-    m_fixture = std::make_unique<ScreenFixture>(QSize(1280, 720));
-    m_fixture->canvas = m_fixture->load(u"Canvas { focus: true }"_s);
-}
-
-bool PlaybackLeakTest::hasAllEnded()
-{
-    const QStringList players = m_desktop->interface()->registeredServiceNames().value().filter(u"org.mpris."_s);
-    return !ProcessResources::isPlayerEnding() && players.isEmpty() && m_screenSaver->inhibitions().isEmpty();
-}
-
-bool PlaybackLeakTest::openAndClose(Moment moment)
-{
-    {
-        const OpenTapePlayer opened(*m_fixture, m_clock, m_tape);
-        if (!QTest::qWaitFor([&] { return opened.hasReached(moment); }, timeout))
-            return false;
-    }
-    return QTest::qWaitFor([this] { return hasAllEnded(); }, timeout);
-}
-
-/** Growth of memory in MB. Waits until late releases bring it below the allowed growth, or the timeout. */
-double PlaybackLeakTest::growthSince(double before)
-{
-    double grown = 0;
-    const auto isWithin = [&] {
-        grown = memory(*m_fixture) - before;
-        return grown <= allowedGrowth;
-    };
-    [[maybe_unused]] const bool hasShrunk = QTest::qWaitFor(isWithin, timeout);
-    qInfo("%.1f MB, and %.2f MB more after %d openings", before, grown, openings);
-    return grown;
-}
-
-void PlaybackLeakTest::openingAndClosingManyTimesLeaksNothing()
-{
-    const auto openMany = [this](int count) {
-        for (int i = 0; i < count; ++i)
-            QVERIFY2(openAndClose(moments[size_t(i) % std::size(moments)]), QByteArray::number(i));
-    };
-    openMany(warmUp);
-    const double memoryBefore = memory(*m_fixture);
-    const ProcessResources before;
-
-    openMany(openings);
-    QTRY_VERIFY2_WITH_TIMEOUT(ProcessResources().isWithin(before),
-                              ProcessResources().text() + " after " + before.text(), timeout);
-    double grown = growthSince(memoryBefore);
-    if (grown > allowedGrowth) {
-        // A leak grows in every round; memory that the library happens to use at the moment does not.
-        const double memoryBetween = memory(*m_fixture);
-        openMany(openings);
-        grown = growthSince(memoryBetween);
-    }
-    QVERIFY(grown <= allowedGrowth);
-}
 
 QUILLMERE_TEST(PlaybackLeakTest, QGuiApplication)
 

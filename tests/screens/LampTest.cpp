@@ -4,28 +4,21 @@
 #include "StationMotion.h"
 #include "TestMain.h"
 
-#include <QTest>
-
-#include <cmath>
-
-using namespace Qt::StringLiterals;
-
 namespace quillmere {
 
 namespace {
 
 /** A lamp on black whose glow the test sets. */
-struct Lamp
+struct Lamp : TestScreen
 {
-    TestScreen fixture;
     QQuickItem* root;
     QQuickItem* lamp;
 
-    explicit Lamp(QSize size = {400, 120}, double scale = 1) : fixture(size)
+    explicit Lamp(QSize size = {400, 120}, double scale = 1) : TestScreen(size)
     {
-        root = fixture.load(
+        root = load(
             u"Item { scale: %1; transformOrigin: Item.TopLeft; OnAirLamp { x: 48; y: 48; live: false } }"_s.arg(scale));
-        lamp = TestScreen::first(root, "OnAirLamp");
+        lamp = first(root, "OnAirLamp");
         lamp->setProperty("live", true);
         pulse()->setProperty("paused", true);
     }
@@ -42,8 +35,8 @@ struct Lamp
     QImage at(double glow)
     {
         lamp->setProperty("glow", glow);
-        fixture.waitForFrame();
-        return fixture.window().grabWindow();
+        waitForFrame();
+        return window().grabWindow();
     }
 };
 
@@ -78,137 +71,121 @@ class LampTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void glowUsesConstantsOfDesign();
-    void glowGrowsInRadiusAndOpacity_data();
-    void glowGrowsInRadiusAndOpacity();
-    void glowUsesEaseInOutCurve();
-    void pulsePaintsEachStepOnce();
-    void lampTextsHaveSameBaseline_data();
-    void lampTextsHaveSameBaseline();
-    void frontScreenWithoutBroadcastDrawsNoFrame();
-    void litLampRepaintsOnlyItself();
-};
+    void pulseUsesConstantsAndCurveOfDesign()
+    {
+        QCOMPARE(StationMotion::glowTime(), 1100);
+        QCOMPARE(StationMotion::faintGlowRadius, 6.0);
+        QCOMPARE(StationMotion::faintGlowOpacity, 0.3);
+        QCOMPARE(StationMotion::fullGlowRadius, 18.0);
+        QCOMPARE(StationMotion::fullGlowOpacity, 0.9);
 
-void LampTest::glowUsesConstantsOfDesign()
-{
-    QCOMPARE(StationMotion::glowTime(), 1100);
-    QCOMPARE(StationMotion::faintGlowRadius, 6.0);
-    QCOMPARE(StationMotion::faintGlowOpacity, 0.3);
-    QCOMPARE(StationMotion::fullGlowRadius, 18.0);
-    QCOMPARE(StationMotion::fullGlowOpacity, 0.9);
-
-    const Lamp lamp;
-    QCOMPARE(TestScreen::animationTimes(lamp.root), (QList<int>{1100, 1100}));
-}
-
-void LampTest::glowGrowsInRadiusAndOpacity_data()
-{
-    QTest::addColumn<double>("scale");
-    QTest::addColumn<double>("glow");
-    for (const double scale : {2.0 / 3, 1.0, 2.0}) {
-        for (const double glow : {0.0, 0.1, 0.25, 0.4, 0.5, 0.75, 1.0})
-            QTest::addRow("%.2f at scale %.2f", glow, scale) << scale << glow;
+        const Lamp lamp;
+        QCOMPARE(TestScreen::animationTimes(lamp.root), (QList<int>{1100, 1100}));
+        const QEasingCurve curve = StationMotion::easeInOut();
+        QCOMPARE(TestScreen::animationCurves(lamp.root), (QList<QEasingCurve>{curve, curve}));
     }
-}
 
-void LampTest::glowGrowsInRadiusAndOpacity()
-{
-    QFETCH(const double, scale);
-    QFETCH(const double, glow);
-    Lamp lamp({int(400 * scale), int(120 * scale)}, scale);
-    const QImage picture = lamp.at(glow);
-    const double radius = 6 + (18 - 6) * glow;
-    const double opacity = 0.3 + (0.9 - 0.3) * glow;
-    const QRectF disc = TestScreen::area(TestScreen::first(lamp.root, "LampDisc"));
-    const int y = int(disc.center().y());
-    for (int x = int(std::floor(disc.left())) - 1; x >= 0; --x) {
-        // Distance, in points, of the pixel's centre from the edge of the disc.
-        const double distance = std::hypot(disc.center().x() - x - 0.5, disc.center().y() - y - 0.5) / scale - 13;
-        // The integral of a bell curve: half of the opacity at the edge, a thirteenth of it one radius outside.
-        const double wanted = 217 * opacity * 0.5 * std::erfc(distance / radius);
-        const int seen = picture.pixelColor(x, y).red();
-        QVERIFY2(std::abs(seen - wanted) <= 3, qPrintable(u"%1 at %2 instead of %3"_s.arg(seen).arg(x).arg(wanted)));
-    }
-}
-
-void LampTest::glowUsesEaseInOutCurve()
-{
-    const Lamp lamp;
-    const QEasingCurve curve = StationMotion::easeInOut();
-    QCOMPARE(TestScreen::animationCurves(lamp.root), (QList<QEasingCurve>{curve, curve}));
-}
-
-void LampTest::pulsePaintsEachStepOnce()
-{
-    Lamp lamp;
-    const auto* glow = qobject_cast<PaintedItem*>(TestScreen::first(lamp.root, "SoftShadow"));
-    QSet<SharedPictures::Picture> pictures;
-    for (int round = 0; round < 2; ++round) {
-        for (int percent = 0; percent <= 100; ++percent) {
-            lamp.lamp->setProperty("glow", percent / 100.0);
-            lamp.fixture.waitForFrame();
-            pictures.insert(glow->picture());
+    void glowGrowsInRadiusAndOpacity_data()
+    {
+        QTest::addColumn<double>("scale");
+        QTest::addColumn<double>("glow");
+        for (const double scale : {2.0 / 3, 1.0, 2.0}) {
+            for (const double glow : {0.0, 0.1, 0.25, 0.4, 0.5, 0.75, 1.0})
+                QTest::addRow("%.2f at scale %.2f", glow, scale) << scale << glow;
         }
     }
-    QCOMPARE(pictures.size(), StationMotion::glowSteps + 1);
-}
 
-void LampTest::lampTextsHaveSameBaseline_data()
-{
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<bool>("live");
-    for (const QSize size :
-         {QSize(1280, 720), QSize(1366, 768), QSize(1920, 1080), QSize(2560, 1080), QSize(3840, 2160)}) {
-        for (const bool live : {false, true})
-            QTest::addRow("%s at %d by %d", live ? "lit" : "dark", size.width(), size.height()) << size << live;
+    void glowGrowsInRadiusAndOpacity()
+    {
+        QFETCH(const double, scale);
+        QFETCH(const double, glow);
+        Lamp lamp({int(400 * scale), int(120 * scale)}, scale);
+        const QImage picture = lamp.at(glow);
+        const double radius = 6 + (18 - 6) * glow;
+        const double opacity = 0.3 + (0.9 - 0.3) * glow;
+        const QRectF disc = TestScreen::area(TestScreen::first(lamp.root, "LampDisc"));
+        const int y = int(disc.center().y());
+        for (int x = int(std::floor(disc.left())) - 1; x >= 0; --x) {
+            // Distance, in points, of the pixel's centre from the edge of the disc.
+            const double distance = std::hypot(disc.center().x() - x - 0.5, disc.center().y() - y - 0.5) / scale - 13;
+            // The integral of a bell curve: half of the opacity at the edge, a thirteenth of it one radius outside.
+            const double wanted = 217 * opacity * 0.5 * std::erfc(distance / radius);
+            const int seen = picture.pixelColor(x, y).red();
+            QVERIFY2(std::abs(seen - wanted) <= 3,
+                     qPrintable(u"%1 at %2 instead of %3"_s.arg(seen).arg(x).arg(wanted)));
+        }
     }
-}
 
-void LampTest::lampTextsHaveSameBaseline()
-{
-    QFETCH(const QSize, size);
-    QFETCH(const bool, live);
-    FrontFixture fixture(size);
-    fixture.setNews(live, u"Harbour Council"_s);
-    // Neither text has a letter with a descender, so their lowest pixels are on the baseline.
-    const QQuickItem* words = TestScreen::texts(TestScreen::first(fixture.newsDoor(), "OnAirLamp")).constFirst();
-    const QQuickItem* caption = TestScreen::texts(fixture.newsDoor()).constLast();
-    QCOMPARE(words->property("text").toString(), live ? u"ON AIR"_s : u"OFF AIR"_s);
-    QCOMPARE(caption->property("text").toString(), live ? u"ON AIR"_s : u"STANDBY"_s);
-    fixture.waitForFrame();
-    const QImage picture = fixture.window().grabWindow();
-    QCOMPARE(lowestInk(picture, TestScreen::area(words)), lowestInk(picture, TestScreen::area(caption)));
-}
+    void pulsePaintsEachStepOnce()
+    {
+        Lamp lamp;
+        const auto* glow = qobject_cast<PaintedItem*>(TestScreen::first(lamp.root, "SoftShadow"));
+        QSet<SharedPictures::Picture> pictures;
+        for (int round = 0; round < 2; ++round) {
+            for (int percent = 0; percent <= 100; ++percent) {
+                lamp.lamp->setProperty("glow", percent / 100.0);
+                lamp.waitForFrame();
+                pictures.insert(glow->picture());
+            }
+        }
+        QCOMPARE(pictures.size(), StationMotion::glowSteps + 1);
+    }
 
-void LampTest::frontScreenWithoutBroadcastDrawsNoFrame()
-{
-    FrontFixture fixture;
-    fixture.waitUntilIdle();
-    const int framesAtRest = fixture.frames();
-    QTest::qWait(3000);
-    QCOMPARE(fixture.frames(), framesAtRest);
-}
+    void lampTextsHaveSameBaseline_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<bool>("live");
+        for (const QSize size :
+             {QSize(1280, 720), QSize(1366, 768), QSize(1920, 1080), QSize(2560, 1080), QSize(3840, 2160)}) {
+            for (const bool live : {false, true})
+                QTest::addRow("%s at %d by %d", live ? "lit" : "dark", size.width(), size.height()) << size << live;
+        }
+    }
 
-void LampTest::litLampRepaintsOnlyItself()
-{
-    FrontFixture fixture;
-    fixture.setNews(true, u"Harbour Council"_s);
-    const QQuickItem* lamp = TestScreen::first(fixture.newsDoor(), "OnAirLamp");
-    const auto glow = [&] { return lamp->property("glow").toDouble(); };
-    QTRY_VERIFY(glow() > 0.9);
-    QTRY_VERIFY(glow() < 0.1);
+    void lampTextsHaveSameBaseline()
+    {
+        QFETCH(const QSize, size);
+        QFETCH(const bool, live);
+        FrontFixture fixture(size);
+        fixture.setNews(live, u"Harbour Council"_s);
+        // Neither text has a letter with a descender, so their lowest pixels are on the baseline.
+        const QQuickItem* words = TestScreen::texts(TestScreen::first(fixture.newsDoor(), "OnAirLamp")).constFirst();
+        const QQuickItem* caption = TestScreen::texts(fixture.newsDoor()).constLast();
+        QCOMPARE(words->property("text").toString(), live ? u"ON AIR"_s : u"OFF AIR"_s);
+        QCOMPARE(caption->property("text").toString(), live ? u"ON AIR"_s : u"STANDBY"_s);
+        fixture.waitForFrame();
+        const QImage picture = fixture.window().grabWindow();
+        QCOMPARE(lowestInk(picture, TestScreen::area(words)), lowestInk(picture, TestScreen::area(caption)));
+    }
 
-    // What is drawn on the display during a whole pulse, even if no pixel changes.
-    DrawnArea drawn(XConnection::open());
-    QTRY_VERIFY(glow() > 0.9);
-    QTRY_VERIFY(glow() < 0.1);
-    const QRectF area = drawn.take();
-    const QRectF disc = TestScreen::area(TestScreen::first(fixture.newsDoor(), "LampDisc"));
-    const auto around = [&](double margin) { return disc.marginsAdded({margin, margin, margin, margin}); };
-    const double reach = StationMotion::glowSpread(1) * StationMotion::liftScale();
-    QVERIFY2(area.contains(around(reach / 2)), "the glow is not drawn");
-    QVERIFY2(around(reach + 3).contains(area), qPrintable(u"%1 x %2 pixels"_s.arg(area.width()).arg(area.height())));
-}
+    void frontScreenWithoutBroadcastDrawsNoFrame()
+    {
+        FrontFixture fixture;
+        QCOMPARE(framesAtRest(fixture, 3000), 0);
+    }
+
+    void litLampRepaintsOnlyItself()
+    {
+        FrontFixture fixture;
+        fixture.setNews(true, u"Harbour Council"_s);
+        const QQuickItem* lamp = TestScreen::first(fixture.newsDoor(), "OnAirLamp");
+        const auto glow = [&] { return lamp->property("glow").toDouble(); };
+        QTRY_VERIFY(glow() > 0.9);
+        QTRY_VERIFY(glow() < 0.1);
+
+        // What is drawn on the display during a whole pulse, even if no pixel changes.
+        DrawnArea drawn(XConnection::open());
+        QTRY_VERIFY(glow() > 0.9);
+        QTRY_VERIFY(glow() < 0.1);
+        const QRectF area = drawn.take();
+        const QRectF disc = TestScreen::area(TestScreen::first(fixture.newsDoor(), "LampDisc"));
+        const auto around = [&](double margin) { return disc.marginsAdded({margin, margin, margin, margin}); };
+        const double reach = StationMotion::glowSpread(1) * StationMotion::liftScale();
+        QVERIFY2(area.contains(around(reach / 2)), "the glow is not drawn");
+        QVERIFY2(around(reach + 3).contains(area),
+                 qPrintable(u"%1 x %2 pixels"_s.arg(area.width()).arg(area.height())));
+    }
+};
 
 QUILLMERE_TEST(LampTest, QGuiApplication)
 

@@ -1,17 +1,10 @@
 #pragma once
 
 #include "CurrentRowModel.h"
-#include "FocusScreen.h"
-#include "FocusSection.h"
+#include "FocusFixture.h"
 #include "LazyStack.h"
-#include "ScrollArea.h"
-#include "TestScreen.h"
-
-#include <QTest>
 
 namespace quillmere {
-
-using namespace Qt::StringLiterals;
 
 inline constexpr qreal extent = 250;
 inline constexpr qreal pitch = 290; // extent and spacing
@@ -74,16 +67,16 @@ private:
     int m_removals = 0;
 };
 
-inline constexpr auto stack =
+inline const QString stack =
     u"LazyStack { x: 6; orientation: Qt.Horizontal; extent: 250; spacing: 40; cacheBuffer: 600;"
     "  model: screen.rows;"
     "  delegate: Focusable { required property int index; required property string title;"
-    "    width: 250; height: 390 } }";
+    "    width: 250; height: 390 } }"_s;
 
 /** A screen with a section that contains one row of Focusables, and a button below it. */
 struct LazyStackFixture : TestScreen
 {
-    explicit LazyStackFixture(Rows* rows, const QString& content = QString::fromUtf16(stack))
+    explicit LazyStackFixture(Rows* rows, const QString& content = stack)
         : screen(static_cast<FocusScreen*>(
               load(u"FocusScreen { id: screen; width: 1920; height: 1080; property var rows;"
                    "  FocusSection { width: 1920; height: 400; ScrollArea { x: 70; width: 1780; height: 400;"
@@ -91,7 +84,7 @@ struct LazyStackFixture : TestScreen
                    "  Focusable { objectName: 'below'; x: 70; y: 600; width: 300; height: 100 } }"_s.arg(content),
                    {{u"rows"_s, QVariant::fromValue<QObject*>(rows)}}))),
           area(static_cast<ScrollArea*>(first(screen, "ScrollArea"))),
-          row(static_cast<LazyStack*>(first(screen, "LazyStack")))
+          row(static_cast<LazyStack*>(first(screen, "LazyStack"))), below(screen->findChild<Focusable*>(u"below"_s))
     {
         const auto measure = [this] { area->setContentExtent(row->implicitWidth() + 12); };
         if (row) {
@@ -118,10 +111,36 @@ struct LazyStackFixture : TestScreen
                    : QString();
     }
     void focusRow(int index) { screen->focus(static_cast<Focusable*>(row->itemAt(index))); }
+    /** Whether the focused row is inside the viewport when the area has scrolled to this position. */
+    bool isFocusVisible(qreal position) const
+    {
+        const qreal x = screen->focused()->x() + 6 - position;
+        return x >= 0 && x + screen->focused()->width() <= viewportExtent;
+    }
 
     FocusScreen* screen;
     ScrollArea* area;
     LazyStack* row;
+    Focusable* below;
+};
+
+/** The rows outlive the screen that shows them. */
+struct OwnedRows
+{
+    template<typename Content>
+    explicit OwnedRows(const Content& content) : rows(content)
+    {}
+
+    Rows rows;
+};
+
+/** The same screen with rows of its own. `content` is their number or their keys. */
+struct RowsFixture : OwnedRows, LazyStackFixture
+{
+    template<typename Content>
+    explicit RowsFixture(const Content& content, const QString& qml = stack)
+        : OwnedRows(content), LazyStackFixture(&rows, qml)
+    {}
 };
 
 } // namespace quillmere

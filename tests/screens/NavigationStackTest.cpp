@@ -1,11 +1,8 @@
 #include "NavigationStack.h"
+#include "FocusFixture.h"
 #include "TestMain.h"
-#include "TestScreen.h"
 
 #include <QSignalSpy>
-#include <QTest>
-
-using namespace Qt::StringLiterals;
 
 namespace quillmere {
 
@@ -26,6 +23,35 @@ const QString plainStack = u"NavigationStack { id: stack; width: 1920; height: 1
                            "    Focusable { width: 100; height: 100 }"
                            "    Focusable { x: 200; width: 100; height: 100 } } } %1 }"_s;
 
+struct StackFixture : TestScreen
+{
+    explicit StackFixture(const QString& more = {}) : stack(static_cast<NavigationStack*>(load(plainStack.arg(more))))
+    {
+        stack->acquireFocus();
+    }
+    FocusScreen* front() const { return stack->front(); }
+    bool frontHasFocus() const { return front()->focused() && front()->focused()->hasActiveFocus(); }
+    QStringList log() const { return stack->property("log").toStringList(); }
+    QStringList existing() const { return namesOf(stack->childItems()); }
+    QStringList visible() const
+    {
+        auto pages = stack->childItems();
+        pages.removeIf([](const QQuickItem* page) { return !page->isVisible(); });
+        return namesOf(pages);
+    }
+
+    NavigationStack* const stack;
+
+private:
+    static QStringList namesOf(const QList<QQuickItem*>& pages)
+    {
+        QStringList names;
+        for (const QQuickItem* page : pages)
+            names.append(page->objectName());
+        return names;
+    }
+};
+
 } // namespace
 
 /** Screens pushed onto each other. */
@@ -34,271 +60,201 @@ class NavigationStackTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void rootHasInitialFocus();
-    void pushedPageHasFocusAtOnceAndFadesIn();
-    void poppedPageReturnsFocusAtOnceAndFadesOut();
-    void backPopsOncePerKeyPress();
-    void backOnRootIsNotAccepted();
-    void coveredPagesAreHidden();
-    void depthCanChangeBySeveralPages();
-    void rapidDepthChangesEndInLastOne();
-    void initialDepthIsShownWithoutAnimation();
-    void pageCanChangeDepthInOnCompleted();
-    void pagesEmitAppearedAndDisappeared();
-    void appearanceOfStackIsForwardedToPages();
-    void noFrameIsDrawnAfterTransition();
-    void stackInBackgroundDoesNotTakeFocus();
-    void componentThatIsNoScreenIsRejected();
+    void rootHasInitialFocusAndDoesNotAcceptBack()
+    {
+        StackFixture fixture;
+        const QSignalSpy popped(fixture.stack, &NavigationStack::popped);
+        QCOMPARE(fixture.front()->objectName(), u"root"_s);
+        QVERIFY(fixture.frontHasFocus());
+        QCOMPARE(fixture.front()->size(), QSizeF(1920, 1080));
+        QVERIFY(!isAccepted(fixture, Qt::Key_Back));
+        QVERIFY(popped.isEmpty());
+    }
 
-private:
-    static NavigationStack* put(TestScreen& fixture, const QString& more = {})
+    void pushedPageHasFocusAtOnceAndFadesIn()
     {
-        auto stack = static_cast<NavigationStack*>(fixture.load(plainStack.arg(more)));
-        stack->acquireFocus();
-        return stack;
+        StackFixture fixture;
+        fixture.stack->setDepth(1);
+        QPointer<FocusScreen> page = fixture.front();
+        QCOMPARE(page->objectName(), u"page0"_s);
+        QCOMPARE(page->size(), QSizeF(1920, 1080));
+        QVERIFY(page->focused()->hasActiveFocus());
+        QCOMPARE(page->opacity(), 0.0);
+        QTRY_VERIFY(page->opacity() > 0 && page->opacity() < 1);
+        QTRY_COMPARE(page->opacity(), 1.0);
     }
-    static QStringList log(const NavigationStack* stack) { return stack->property("log").toStringList(); }
-    static QStringList visible(const NavigationStack* stack)
+
+    void poppedPageReturnsFocusAtOnceAndFadesOut()
     {
-        QStringList names;
-        const auto children = stack->childItems();
-        for (const QQuickItem* child : children) {
-            if (child->isVisible())
-                names.append(child->objectName());
+        StackFixture fixture;
+        fixture.press(Qt::Key_Right);
+        Focusable* second = fixture.front()->focused();
+        fixture.stack->setDepth(1);
+        QPointer<FocusScreen> page = fixture.front();
+        QTRY_COMPARE(fixture.visible(), QStringList{u"page0"_s});
+        fixture.stack->setDepth(0);
+        QVERIFY(second->hasActiveFocus());
+        QVERIFY(!page->isEnabled());
+        QCOMPARE(fixture.visible(), (QStringList{u"root"_s, u"page0"_s}));
+        fixture.press(Qt::Key_Left);
+        QVERIFY(fixture.front()->focused() != second);
+        QVERIFY(fixture.frontHasFocus());
+        QTRY_VERIFY(!page);
+    }
+
+    void backPopsOncePerKeyPress()
+    {
+        StackFixture fixture;
+        QSignalSpy popped(fixture.stack, &NavigationStack::popped);
+        fixture.stack->setDepth(3);
+        for (const bool isRepeat : {false, true, true, true})
+            QVERIFY(isAccepted(fixture, Qt::Key_Back, isRepeat));
+        QCOMPARE(fixture.stack->depth(), 2);
+        QCOMPARE(popped.size(), 1);
+        fixture.press({Qt::Key_Back, Qt::Key_Back});
+        QCOMPARE(fixture.stack->depth(), 0);
+        QCOMPARE(popped.size(), 3);
+    }
+
+    void coveredPagesAreHidden()
+    {
+        StackFixture fixture;
+        fixture.stack->setDepth(1);
+        QCOMPARE(fixture.visible(), (QStringList{u"root"_s, u"page0"_s}));
+        QTRY_COMPARE(fixture.visible(), QStringList{u"page0"_s});
+        fixture.stack->setDepth(2);
+        QCOMPARE(fixture.visible(), (QStringList{u"page0"_s, u"page1"_s}));
+        QTRY_COMPARE(fixture.visible(), QStringList{u"page1"_s});
+        fixture.stack->setDepth(1);
+        QCOMPARE(fixture.visible(), (QStringList{u"page0"_s, u"page1"_s}));
+        QTRY_COMPARE(fixture.existing(), (QStringList{u"root"_s, u"page0"_s}));
+        QCOMPARE(fixture.visible(), QStringList{u"page0"_s});
+    }
+
+    void depthCanChangeBySeveralPages()
+    {
+        StackFixture fixture;
+        fixture.stack->setDepth(3);
+        QCOMPARE(fixture.front()->objectName(), u"page2"_s);
+        QVERIFY(fixture.frontHasFocus());
+        QTRY_COMPARE(fixture.visible(), QStringList{u"page2"_s});
+        QCOMPARE(fixture.existing().size(), 4);
+        QCOMPARE(fixture.log(), QStringList{u"page2"_s}); // the other pages were never visible
+        fixture.stack->setDepth(0);
+        QVERIFY(fixture.frontHasFocus());
+        QCOMPARE(fixture.log(), (QStringList{u"page2"_s, u"-page2"_s, u"root"_s}));
+        QCOMPARE(fixture.visible(), (QStringList{u"root"_s, u"page2"_s}));
+        QTRY_COMPARE(fixture.existing(), QStringList{u"root"_s});
+    }
+
+    void rapidDepthChangesEndInLastOne()
+    {
+        StackFixture fixture;
+        for (const int depth : {1, 0, 1, 2, 0, 3, 2, 1, 2}) {
+            fixture.stack->setDepth(depth);
+            QVERIFY(fixture.frontHasFocus());
+            QVERIFY(fixture.front()->isVisible());
+            QTest::qWait(40);
         }
-        return names;
+        QTRY_COMPARE(fixture.existing(), (QStringList{u"root"_s, u"page0"_s, u"page1"_s}));
+        QTRY_COMPARE(fixture.visible(), QStringList{u"page1"_s});
+        QCOMPARE(fixture.front()->opacity(), 1.0);
     }
-    static QStringList existing(const NavigationStack* stack)
+
+    void initialDepthIsShownWithoutAnimation()
     {
-        QStringList names;
-        const auto children = stack->childItems();
-        for (const QQuickItem* child : children)
-            names.append(child->objectName());
-        return names;
+        StackFixture fixture(u"depth: 2"_s);
+        QCOMPARE(fixture.visible(), QStringList{u"page1"_s});
+        QCOMPARE(fixture.front()->opacity(), 1.0);
+        QVERIFY(fixture.frontHasFocus());
+        QCOMPARE(fixture.log(), QStringList{}); // the stack itself has not appeared yet
+        fixture.press(Qt::Key_Back);
+        QCOMPARE(fixture.front()->objectName(), u"page0"_s);
+        QVERIFY(fixture.frontHasFocus());
+    }
+
+    void pageCanChangeDepthInOnCompleted()
+    {
+        TestScreen fixture;
+        auto stack = static_cast<NavigationStack*>(
+            fixture.load(u"NavigationStack { id: stack; focus: true; FocusScreen { }"
+                         "  page: Component { FocusScreen { required property int level;"
+                         "    Component.onCompleted: stack.depth = level === 0 ? 3 : stack.depth;"
+                         "    onAppeared: stack.depth = level === 2 ? 1 : stack.depth } } }"_s));
+        stack->acquireFocus();
+        stack->setDepth(1);
+        QCOMPARE(stack->depth(), 1);
+        QCOMPARE(stack->front()->property("level").toInt(), 0);
+        QVERIFY(stack->front()->hasActiveFocus());
+        QTRY_COMPARE(stack->childItems().size(), 2);
+    }
+
+    void pagesEmitAppearedAndDisappeared()
+    {
+        StackFixture fixture;
+        fixture.stack->setDepth(1);
+        fixture.stack->setDepth(2);
+        QCOMPARE(fixture.log(), (QStringList{u"page0"_s, u"page1"_s}));
+        fixture.stack->setDepth(1);
+        QCOMPARE(fixture.log(), (QStringList{u"page0"_s, u"page1"_s, u"-page1"_s, u"page0"_s}));
+        fixture.stack->setDepth(0);
+        QCOMPARE(fixture.log().mid(4), (QStringList{u"-page0"_s, u"root"_s}));
+        QTRY_COMPARE(fixture.log().mid(6), (QStringList{u"destroyed"_s, u"destroyed"_s}));
+    }
+
+    void appearanceOfStackIsForwardedToPages()
+    {
+        StackFixture fixture;
+        Q_EMIT fixture.stack->appeared();
+        QCOMPARE(fixture.log(), QStringList{u"root"_s});
+        fixture.stack->setDepth(1);
+        Q_EMIT fixture.stack->disappeared();
+        QCOMPARE(fixture.log(), (QStringList{u"root"_s, u"page0"_s, u"-page0"_s, u"-root"_s}));
+        Q_EMIT fixture.stack->appeared();
+        QCOMPARE(fixture.log().mid(4), QStringList{u"page0"_s});
+    }
+
+    void noFrameIsDrawnAfterTransition()
+    {
+        StackFixture fixture;
+        for (const int depth : {1, 0}) {
+            fixture.stack->setDepth(depth);
+            QTRY_COMPARE(fixture.visible().size(), 1);
+            QCOMPARE(framesAtRest(fixture), 0);
+        }
+    }
+
+    void stackInBackgroundDoesNotTakeFocus()
+    {
+        TestScreen fixture;
+        QQuickItem* host = fixture.load(u"FocusScope { focus: true; "_s + plainStack.arg(QString()) +
+                                        u"FocusScreen { id: other; objectName: 'other' } }"_s);
+        auto stack = static_cast<NavigationStack*>(TestScreen::first(host, "NavigationStack"));
+        stack->acquireFocus();
+        stack->setDepth(1);
+        auto other = host->findChild<FocusScreen*>(u"other"_s);
+        other->acquireFocus();
+        QVERIFY(other->hasActiveFocus());
+        stack->setDepth(0);
+        stack->setDepth(1);
+        QVERIFY(other->hasActiveFocus());
+        stack->acquireFocus();
+        QVERIFY(stack->front()->focused()->hasActiveFocus());
+    }
+
+    void componentThatIsNoScreenIsRejected()
+    {
+        TestScreen fixture;
+        QTest::ignoreMessage(QtWarningMsg, "a page of a NavigationStack is no FocusScreen");
+        auto stack = static_cast<NavigationStack*>(fixture.load(
+            u"NavigationStack { depth: 2; FocusScreen { } page: Component { Item { required property int level } } }"_s));
+        stack->setDepth(1);
+        QTRY_COMPARE(stack->childItems().size(), 1);
+        QVERIFY(stack->front());
+        stack->setDepth(0);
+        QVERIFY(stack->front());
     }
 };
-
-void NavigationStackTest::rootHasInitialFocus()
-{
-    TestScreen fixture;
-    NavigationStack* stack = put(fixture);
-    QCOMPARE(stack->front()->objectName(), u"root"_s);
-    QVERIFY(stack->front()->focused());
-    QVERIFY(stack->front()->focused()->hasActiveFocus());
-    QCOMPARE(stack->front()->size(), QSizeF(1920, 1080));
-}
-
-void NavigationStackTest::pushedPageHasFocusAtOnceAndFadesIn()
-{
-    TestScreen fixture;
-    NavigationStack* stack = put(fixture);
-    stack->setDepth(1);
-    QPointer<FocusScreen> page = stack->front();
-    QCOMPARE(page->objectName(), u"page0"_s);
-    QCOMPARE(page->size(), QSizeF(1920, 1080));
-    QVERIFY(page->focused()->hasActiveFocus());
-    QCOMPARE(page->opacity(), 0.0);
-    QTRY_VERIFY(page->opacity() > 0 && page->opacity() < 1);
-    QTRY_COMPARE(page->opacity(), 1.0);
-}
-
-void NavigationStackTest::poppedPageReturnsFocusAtOnceAndFadesOut()
-{
-    TestScreen fixture;
-    NavigationStack* stack = put(fixture);
-    fixture.press(Qt::Key_Right);
-    Focusable* second = stack->front()->focused();
-    stack->setDepth(1);
-    QPointer<FocusScreen> page = stack->front();
-    QTRY_COMPARE(visible(stack), QStringList{u"page0"_s});
-    stack->setDepth(0);
-    QVERIFY(second->hasActiveFocus());
-    QVERIFY(!page->isEnabled());
-    QCOMPARE(visible(stack), (QStringList{u"root"_s, u"page0"_s}));
-    fixture.press(Qt::Key_Left);
-    QVERIFY(stack->front()->focused() != second);
-    QVERIFY(stack->front()->focused()->hasActiveFocus());
-    QTRY_VERIFY(!page);
-}
-
-void NavigationStackTest::backPopsOncePerKeyPress()
-{
-    TestScreen fixture;
-    NavigationStack* stack = put(fixture);
-    QSignalSpy popped(stack, &NavigationStack::popped);
-    stack->setDepth(3);
-    for (const bool isRepeat : {false, true, true, true}) {
-        QKeyEvent press(QEvent::KeyPress, Qt::Key_Back, Qt::NoModifier, {}, isRepeat);
-        QCoreApplication::sendEvent(&fixture.window(), &press);
-        QVERIFY(press.isAccepted());
-    }
-    QCOMPARE(stack->depth(), 2);
-    QCOMPARE(popped.size(), 1);
-    fixture.press(Qt::Key_Back);
-    fixture.press(Qt::Key_Back);
-    QCOMPARE(stack->depth(), 0);
-    QCOMPARE(popped.size(), 3);
-}
-
-void NavigationStackTest::backOnRootIsNotAccepted()
-{
-    TestScreen fixture;
-    NavigationStack* stack = put(fixture);
-    QSignalSpy popped(stack, &NavigationStack::popped);
-    QKeyEvent press(QEvent::KeyPress, Qt::Key_Back, Qt::NoModifier);
-    QCoreApplication::sendEvent(&fixture.window(), &press);
-    QVERIFY(!press.isAccepted());
-    QVERIFY(popped.isEmpty());
-}
-
-void NavigationStackTest::coveredPagesAreHidden()
-{
-    TestScreen fixture;
-    NavigationStack* stack = put(fixture);
-    stack->setDepth(1);
-    QCOMPARE(visible(stack), (QStringList{u"root"_s, u"page0"_s}));
-    QTRY_COMPARE(visible(stack), QStringList{u"page0"_s});
-    stack->setDepth(2);
-    QCOMPARE(visible(stack), (QStringList{u"page0"_s, u"page1"_s}));
-    QTRY_COMPARE(visible(stack), QStringList{u"page1"_s});
-    stack->setDepth(1);
-    QCOMPARE(visible(stack), (QStringList{u"page0"_s, u"page1"_s}));
-    QTRY_COMPARE(existing(stack), (QStringList{u"root"_s, u"page0"_s}));
-    QCOMPARE(visible(stack), QStringList{u"page0"_s});
-}
-
-void NavigationStackTest::depthCanChangeBySeveralPages()
-{
-    TestScreen fixture;
-    NavigationStack* stack = put(fixture);
-    stack->setDepth(3);
-    QCOMPARE(stack->front()->objectName(), u"page2"_s);
-    QVERIFY(stack->front()->focused()->hasActiveFocus());
-    QTRY_COMPARE(visible(stack), QStringList{u"page2"_s});
-    QCOMPARE(existing(stack).size(), 4);
-    QCOMPARE(log(stack), QStringList{u"page2"_s}); // the other pages were never visible
-    stack->setDepth(0);
-    QVERIFY(stack->front()->focused()->hasActiveFocus());
-    QCOMPARE(log(stack), (QStringList{u"page2"_s, u"-page2"_s, u"root"_s}));
-    QCOMPARE(visible(stack), (QStringList{u"root"_s, u"page2"_s}));
-    QTRY_COMPARE(existing(stack), QStringList{u"root"_s});
-}
-
-void NavigationStackTest::rapidDepthChangesEndInLastOne()
-{
-    TestScreen fixture;
-    NavigationStack* stack = put(fixture);
-    for (const int depth : {1, 0, 1, 2, 0, 3, 2, 1, 2}) {
-        stack->setDepth(depth);
-        QVERIFY(stack->front()->focused()->hasActiveFocus());
-        QVERIFY(stack->front()->isVisible());
-        QTest::qWait(40);
-    }
-    QTRY_COMPARE(existing(stack), (QStringList{u"root"_s, u"page0"_s, u"page1"_s}));
-    QTRY_COMPARE(visible(stack), QStringList{u"page1"_s});
-    QCOMPARE(stack->front()->opacity(), 1.0);
-}
-
-void NavigationStackTest::initialDepthIsShownWithoutAnimation()
-{
-    TestScreen fixture;
-    NavigationStack* stack = put(fixture, u"depth: 2"_s);
-    QCOMPARE(visible(stack), QStringList{u"page1"_s});
-    QCOMPARE(stack->front()->opacity(), 1.0);
-    QVERIFY(stack->front()->focused()->hasActiveFocus());
-    QCOMPARE(log(stack), QStringList{}); // the stack itself has not appeared yet
-    fixture.press(Qt::Key_Back);
-    QCOMPARE(stack->front()->objectName(), u"page0"_s);
-    QVERIFY(stack->front()->focused()->hasActiveFocus());
-}
-
-void NavigationStackTest::pageCanChangeDepthInOnCompleted()
-{
-    TestScreen fixture;
-    auto stack = static_cast<NavigationStack*>(
-        fixture.load(u"NavigationStack { id: stack; focus: true; FocusScreen { }"
-                     "  page: Component { FocusScreen { required property int level;"
-                     "    Component.onCompleted: stack.depth = level === 0 ? 3 : stack.depth;"
-                     "    onAppeared: stack.depth = level === 2 ? 1 : stack.depth } } }"_s));
-    stack->acquireFocus();
-    stack->setDepth(1);
-    QCOMPARE(stack->depth(), 1);
-    QCOMPARE(stack->front()->property("level").toInt(), 0);
-    QVERIFY(stack->front()->hasActiveFocus());
-    QTRY_COMPARE(stack->childItems().size(), 2);
-}
-
-void NavigationStackTest::pagesEmitAppearedAndDisappeared()
-{
-    TestScreen fixture;
-    NavigationStack* stack = put(fixture);
-    stack->setDepth(1);
-    stack->setDepth(2);
-    QCOMPARE(log(stack), (QStringList{u"page0"_s, u"page1"_s}));
-    stack->setDepth(1);
-    QCOMPARE(log(stack), (QStringList{u"page0"_s, u"page1"_s, u"-page1"_s, u"page0"_s}));
-    stack->setDepth(0);
-    QCOMPARE(log(stack).mid(4), (QStringList{u"-page0"_s, u"root"_s}));
-    QTRY_COMPARE(log(stack).mid(6), (QStringList{u"destroyed"_s, u"destroyed"_s}));
-}
-
-void NavigationStackTest::appearanceOfStackIsForwardedToPages()
-{
-    TestScreen fixture;
-    NavigationStack* stack = put(fixture);
-    Q_EMIT stack->appeared();
-    QCOMPARE(log(stack), QStringList{u"root"_s});
-    stack->setDepth(1);
-    Q_EMIT stack->disappeared();
-    QCOMPARE(log(stack), (QStringList{u"root"_s, u"page0"_s, u"-page0"_s, u"-root"_s}));
-    Q_EMIT stack->appeared();
-    QCOMPARE(log(stack).mid(4), QStringList{u"page0"_s});
-}
-
-void NavigationStackTest::noFrameIsDrawnAfterTransition()
-{
-    TestScreen fixture;
-    NavigationStack* stack = put(fixture);
-    for (const int depth : {1, 0}) {
-        stack->setDepth(depth);
-        QTRY_COMPARE(visible(stack).size(), 1);
-        fixture.waitUntilIdle();
-        const int frames = fixture.frames();
-        QTest::qWait(300);
-        QCOMPARE(fixture.frames(), frames);
-    }
-}
-
-void NavigationStackTest::stackInBackgroundDoesNotTakeFocus()
-{
-    TestScreen fixture;
-    QQuickItem* host = fixture.load(u"FocusScope { focus: true; "_s + plainStack.arg(QString()) +
-                                    u"FocusScreen { id: other; objectName: 'other' } }"_s);
-    auto stack = static_cast<NavigationStack*>(TestScreen::first(host, "NavigationStack"));
-    stack->acquireFocus();
-    stack->setDepth(1);
-    auto other = host->findChild<FocusScreen*>(u"other"_s);
-    other->acquireFocus();
-    QVERIFY(other->hasActiveFocus());
-    stack->setDepth(0);
-    stack->setDepth(1);
-    QVERIFY(other->hasActiveFocus());
-    stack->acquireFocus();
-    QVERIFY(stack->front()->focused()->hasActiveFocus());
-}
-
-void NavigationStackTest::componentThatIsNoScreenIsRejected()
-{
-    TestScreen fixture;
-    QTest::ignoreMessage(QtWarningMsg, "a page of a NavigationStack is no FocusScreen");
-    auto stack = static_cast<NavigationStack*>(fixture.load(
-        u"NavigationStack { depth: 2; FocusScreen { } page: Component { Item { required property int level } } }"_s));
-    stack->setDepth(1);
-    QTRY_COMPARE(stack->childItems().size(), 1);
-    QVERIFY(stack->front());
-    stack->setDepth(0);
-    QVERIFY(stack->front());
-}
 
 QUILLMERE_TEST(NavigationStackTest, QGuiApplication)
 

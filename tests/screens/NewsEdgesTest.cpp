@@ -2,26 +2,13 @@
 #include "StationPalette.h"
 #include "TestMain.h"
 
-#include <QTest>
-
 #include <cmath>
-
-using namespace std::chrono_literals;
 
 namespace quillmere {
 
 namespace {
 
 constexpr int reach = 3; // pixels on each side of an edge that are checked for other edges
-
-const QString standbyCard = u"property bool checking: false; StandbyCard { anchors.fill: parent; news: canvas.news; "
-                            "station: canvas.station; checking: canvas.checking; clock: canvas.clock }"_s;
-const QString lowerThird = u"LowerThird { anchors.fill: parent; clock: canvas.clock; "
-                           "stationLabel: canvas.station.label; program: canvas.news.programTitle; "
-                           "note: canvas.news.programNote; tagline: ''; ticker: [] }"_s;
-const QString tunerStrip = u"FocusScreen { anchors.fill: parent; focus: true; TunerStrip { width: parent.width; "
-                           "height: implicitHeight; stations: canvas.stations; current: canvas.station; "
-                           "clock: canvas.clock } }"_s;
 
 /** Texts with various fractional widths in points. */
 const QStringList texts{u"Harbour Council"_s,
@@ -31,14 +18,9 @@ const QStringList texts{u"Harbour Council"_s,
                         u"The Joint Committee on Harbours, Ferries, Footbridges, Fog Horns, Lights and Lanterns: "
                         "a budget of some length, a second one, and what the library's roof has cost so far"_s};
 
-NewsStatus newsOf(const QString& text)
+NewsStatus newsOf(const QString& title)
 {
-    NewsStatus news;
-    news.programTitle = text;
-    news.programNote = u"A note"_s;
-    news.nextBroadcast = u"2025-01-01T14:30:30Z"_s;
-    news.nextBroadcastLabel = u"Tonight"_s;
-    return news;
+    return programme(title, u"A note"_s, u"2025-01-01T14:30:30Z"_s, u"Tonight"_s);
 }
 
 void sizes()
@@ -47,12 +29,6 @@ void sizes()
     for (const QSize size : {QSize(1280, 720), QSize(1366, 768), QSize(1920, 1080), QSize(2560, 1080),
                              QSize(2560, 1440), QSize(3840, 2160)})
         QTest::addRow("%d by %d", size.width(), size.height()) << size;
-}
-
-int difference(QRgb one, QRgb other)
-{
-    return std::max({std::abs(qRed(one) - qRed(other)), std::abs(qGreen(one) - qGreen(other)),
-                     std::abs(qBlue(one) - qBlue(other))});
 }
 
 int largestDifference(const QImage& one, const QImage& other)
@@ -107,29 +83,17 @@ QString sideError(const QImage& picture, const Side& side, int border)
     return {};
 }
 
-/** A flat shape in the picture, with a check of its four sides. */
-struct Shape
+/** Describes what is wrong with the sides of a flat shape, checked at the coordinates `beside`, in pixels. */
+QString shapeError(const QImage& picture, QRectF area, int border, QPointF beside)
 {
-    const QImage& picture;
-    QRectF area;    ///< pixels
-    int border = 0; ///< pixels
-    QPointF beside; ///< coordinates at which the sides are checked, in pixels
-
-    QStringList errors() const
-    {
-        const Side sides[] = {{"left", area.left(), beside.y(), area.width(), true, 1},
-                              {"right", area.right(), beside.y(), area.width(), true, -1},
-                              {"top", area.top(), beside.x(), area.height(), false, 1},
-                              {"bottom", area.bottom(), beside.x(), area.height(), false, -1}};
-        QStringList all;
-        for (const Side& side : sides) {
-            const QString one = sideError(picture, side, border);
-            if (!one.isEmpty())
-                all.append(one);
-        }
-        return all;
-    }
-};
+    QString errors;
+    for (const Side& side : {Side{"left", area.left(), beside.y(), area.width(), true, 1},
+                             {"right", area.right(), beside.y(), area.width(), true, -1},
+                             {"top", area.top(), beside.x(), area.height(), false, 1},
+                             {"bottom", area.bottom(), beside.x(), area.height(), false, -1}})
+        errors += sideError(picture, side, border);
+    return errors;
+}
 
 int outline(double points, double factor)
 {
@@ -155,27 +119,18 @@ int length(QPair<int, int> extent)
     return extent.second - extent.first + 1;
 }
 
-struct Standby : BroadcastFixture
+struct Scene : StandbyFixture
 {
-    explicit Standby(QSize size) : BroadcastFixture(standbyCard, size, newsOf({}))
+    explicit Scene(QSize size) : StandbyFixture(newsOf({}), size)
     {
         // On black, every edge separates two plain colours.
         item("ColorBars")->setVisible(false);
         // The crawl's animation would never let the picture come to rest.
         item("TickerCrawl")->setVisible(false);
     }
-
-    QQuickItem* plate(const QString& name) const { return item("StandbyCard")->findChild<QQuickItem*>(name); }
-    QQuickItem* rule() const { return TestScreen::first(item("StandbyCard"), "PixelRectangle"); }
 };
 
 } // namespace
-
-#define VERIFY_SHARP(shape)                                                                                            \
-    do {                                                                                                               \
-        const QStringList errors = (shape).errors();                                                                   \
-        QVERIFY2(errors.isEmpty(), qPrintable(errors.join(u'\n')));                                                    \
-    } while (false)
 
 /** The graphics of the news channel at sizes that are not whole pixels: all edges are sharp and at their positions. */
 class NewsEdgesTest : public QObject
@@ -184,186 +139,173 @@ class NewsEdgesTest : public QObject
 
 private Q_SLOTS:
     void standbyCardHasSharpOutline_data() { sizes(); }
-    void standbyCardHasSharpOutline();
-    void ruleHasConstantSize_data() { sizes(); }
-    void ruleHasConstantSize();
-    void statusDotIsRound_data() { sizes(); }
-    void statusDotIsRound();
-    void lowerThirdHasSharpEdges_data() { sizes(); }
-    void lowerThirdHasSharpEdges();
-    void badgeAndStationLabelAreAligned_data() { sizes(); }
-    void badgeAndStationLabelAreAligned();
-    void tunerStripHasSharpEdges_data() { sizes(); }
-    void tunerStripHasSharpEdges();
-    void colourBarsHaveSharpEdges_data() { sizes(); }
-    void colourBarsHaveSharpEdges();
-    void countdownTickMovesNoOtherText_data() { sizes(); }
-    void countdownTickMovesNoOtherText();
-};
-
-void NewsEdgesTest::standbyCardHasSharpOutline()
-{
-    QFETCH(const QSize, size);
-    Standby scene(size);
-    for (const QString& text : texts) {
-        for (const bool checking : {false, true}) {
-            scene.canvas->setProperty("checking", checking);
-            scene.setNews(newsOf(text));
-            const QImage picture = scene.picture();
-            const QRectF area = TestScreen::area(scene.plate(u"card"_s));
-            VERIFY_SHARP((Shape{picture, area, outline(2, scene.factor()), area.center()}));
-        }
-    }
-}
-
-void NewsEdgesTest::ruleHasConstantSize()
-{
-    QFETCH(const QSize, size);
-    Standby scene(size);
-    for (const QString& text : texts) {
-        scene.setNews(newsOf(text));
-        const QImage picture = scene.currentPicture();
-        const QRectF area = TestScreen::area(scene.rule());
-        const QPoint inside = area.center().toPoint();
-        const auto across = extent(picture, inside, true);
-        QCOMPARE(length(across), int(std::lround(420 * scene.factor())));
-        QCOMPARE(length(extent(picture, inside, false)), int(std::lround(3 * scene.factor())));
-        QVERIFY(std::abs(across.first - area.left()) <= 1);
-        for (const int beside : {across.first - 1, across.second + 1})
-            QVERIFY(difference(picture.pixel(beside, inside.y()), picture.pixel(inside.x(), int(area.top()) - 2)) <= 1);
-    }
-}
-
-void NewsEdgesTest::statusDotIsRound()
-{
-    QFETCH(const QSize, size);
-    Standby scene(size);
-    for (const QString& text : texts) {
-        scene.setNews(newsOf(text));
-        const QImage picture = scene.picture();
-        const QRectF area = TestScreen::area(scene.plate(u"statusDot"_s));
-        const QRgb backgroundColor = picture.pixel(area.topLeft().toPoint() - QPoint(4, 4));
-        QRect dot;
-        for (int y = int(area.top()) - 2; y <= int(area.bottom()) + 2; ++y) {
-            for (int x = int(area.left()) - 2; x <= int(area.right()) + 2; ++x) {
-                if (difference(picture.pixel(x, y), backgroundColor) > 1)
-                    dot |= QRect(x, y, 1, 1);
+    void standbyCardHasSharpOutline()
+    {
+        QFETCH(const QSize, size);
+        Scene scene(size);
+        for (const QString& text : texts) {
+            for (const bool checking : {false, true}) {
+                scene.canvas->setProperty("checking", checking);
+                scene.setNews(newsOf(text));
+                const QImage picture = scene.picture();
+                const QRectF area = TestScreen::area(scene.card());
+                QCOMPARE(shapeError(picture, area, outline(2, scene.factor()), area.center()), QString());
             }
         }
-        QCOMPARE(dot.width(), dot.height());
-        QVERIFY2(std::abs(dot.width() - 14 * scene.factor()) < 1, qPrintable(QString::number(dot.width())));
-        const QImage seen = picture.copy(dot);
-        // Mirrored or rotated it looks the same; a shift by part of a pixel would show.
-        for (const QImage& turned :
-             {seen.mirrored(true, false), seen.mirrored(false, true), seen.transformed(QTransform().rotate(90))})
-            QVERIFY(largestDifference(seen, turned) <= 4);
     }
-}
 
-void NewsEdgesTest::lowerThirdHasSharpEdges()
-{
-    QFETCH(const QSize, size);
-    BroadcastFixture scene(lowerThird, size, newsOf({}));
-    QTRY_COMPARE(scene.item("LowerThird")->property("slideProgress").toDouble(), 1.0);
-    for (const QString& text : texts) {
-        scene.setNews(newsOf(text));
-        scene.canvas->setProperty("station", QVariant::fromValue(TunerStation{u"5"_s, text.left(30), {}}));
-        const QImage picture = scene.currentPicture();
-        const auto shapes = TestScreen::all(scene.item("LowerThird"), "PixelRectangle");
-        QCOMPARE(shapes.size(), 3);
-        for (const QQuickItem* shape : shapes) {
-            const QRectF area = TestScreen::area(shape);
-            // At a point that its texts do not cover.
-            const double padding = 4 * scene.factor();
-            VERIFY_SHARP((Shape{picture, area, 0, area.topLeft() + QPointF(padding, padding)}));
+    void ruleHasConstantSize_data() { sizes(); }
+    void ruleHasConstantSize()
+    {
+        QFETCH(const QSize, size);
+        Scene scene(size);
+        for (const QString& text : texts) {
+            scene.setNews(newsOf(text));
+            const QImage picture = scene.currentPicture();
+            const QRectF area = TestScreen::area(scene.rule());
+            const QPoint inside = area.center().toPoint();
+            const auto across = extent(picture, inside, true);
+            QCOMPARE(length(across), int(std::lround(420 * scene.factor())));
+            QCOMPARE(length(extent(picture, inside, false)), int(std::lround(3 * scene.factor())));
+            QVERIFY(std::abs(across.first - area.left()) <= 1);
+            for (const int beside : {across.first - 1, across.second + 1})
+                QVERIFY(difference(picture.pixel(beside, inside.y()), picture.pixel(inside.x(), int(area.top()) - 2)) <=
+                        1);
         }
     }
-}
 
-void NewsEdgesTest::badgeAndStationLabelAreAligned()
-{
-    QFETCH(const QSize, size);
-    BroadcastFixture scene(lowerThird, size, newsOf({}));
-    QTRY_COMPARE(scene.item("LowerThird")->property("slideProgress").toDouble(), 1.0);
-    for (const QString& text : texts) {
-        scene.canvas->setProperty("station", QVariant::fromValue(TunerStation{u"5"_s, text.left(30), {}}));
-        const QImage picture = scene.currentPicture();
-        QCOMPARE(TestScreen::all(scene.item("LowerThird"), "PixelRectangle").size(), 3);
-        const auto areaOf = [&](const QString& name) {
-            return TestScreen::area(scene.item("LowerThird")->findChild<QQuickItem*>(name));
-        };
-        const QRectF badge = areaOf(u"badge"_s);
-        const QPointF padding = QPointF(4, 4) * scene.factor();
-        const QPoint inBadge = (badge.topLeft() + padding).toPoint();
-        const QPoint inStation = (areaOf(u"stationPlate"_s).topLeft() + padding).toPoint();
-        QCOMPARE(extent(picture, inBadge, false), extent(picture, inStation, false));
-        const QPoint between(int(badge.right() + 8 * scene.factor()), inBadge.y());
-        QVERIFY(std::abs(length(extent(picture, between, true)) - 16 * scene.factor()) < 1);
+    void statusDotIsRound_data() { sizes(); }
+    void statusDotIsRound()
+    {
+        QFETCH(const QSize, size);
+        Scene scene(size);
+        for (const QString& text : texts) {
+            scene.setNews(newsOf(text));
+            const QImage picture = scene.picture();
+            const QRectF area = TestScreen::area(scene.statusDot());
+            const QRgb backgroundColor = picture.pixel(area.topLeft().toPoint() - QPoint(4, 4));
+            QRect dot;
+            for (int y = int(area.top()) - 2; y <= int(area.bottom()) + 2; ++y) {
+                for (int x = int(area.left()) - 2; x <= int(area.right()) + 2; ++x) {
+                    if (difference(picture.pixel(x, y), backgroundColor) > 1)
+                        dot |= QRect(x, y, 1, 1);
+                }
+            }
+            QCOMPARE(dot.width(), dot.height());
+            QVERIFY2(std::abs(dot.width() - 14 * scene.factor()) < 1, qPrintable(QString::number(dot.width())));
+            const QImage seen = picture.copy(dot);
+            // Mirrored or rotated it looks the same; a shift by part of a pixel would show.
+            for (const QImage& turned :
+                 {seen.mirrored(true, false), seen.mirrored(false, true), seen.transformed(QTransform().rotate(90))})
+                QVERIFY(largestDifference(seen, turned) <= 4);
+        }
     }
-}
 
-void NewsEdgesTest::tunerStripHasSharpEdges()
-{
-    QFETCH(const QSize, size);
-    NewsStatus news;
-    for (int i = 0; i < 3; ++i)
-        news.channels.insert(QString::number(6 + i), {texts.at(i), u"/live/%1"_s.arg(i)});
-    BroadcastFixture scene(tunerStrip, size, news);
-    const QImage picture = scene.picture();
-    const double bottom = scene.item("TunerStrip")->height() * scene.factor();
-    for (const int x : {3, picture.width() - 3})
-        QCOMPARE(sideError(picture, {"bottom", bottom, double(x), bottom, false, -1}, 0), QString());
-    const auto buttons = TestScreen::all(scene.item("TunerStrip"), "TunerButton");
-    QVERIFY(buttons.size() >= 3);
-    for (QQuickItem* button : buttons) {
-        const bool isFocused = button->hasActiveFocus();
-        // On the focused button, the bright plate covers the outlined one.
-        const QRectF area = TestScreen::area(TestScreen::first(button, "CardPlate"));
-        if (area.right() > picture.width())
-            continue;
-        const QPointF beside(area.left() + 24 * scene.factor(), area.center().y());
-        VERIFY_SHARP((Shape{picture, area, isFocused ? 0 : outline(2, scene.factor()), beside}));
+    void lowerThirdHasSharpEdges_data() { sizes(); }
+    void lowerThirdHasSharpEdges()
+    {
+        QFETCH(const QSize, size);
+        LowerThirdFixture scene(newsOf({}), size);
+        for (const QString& text : texts) {
+            scene.setNews(newsOf(text));
+            scene.setStation(text.left(30));
+            const QImage picture = scene.currentPicture();
+            const auto shapes = TestScreen::all(scene.third(), "PixelRectangle");
+            QCOMPARE(shapes.size(), 3);
+            for (const QQuickItem* shape : shapes) {
+                const QRectF area = TestScreen::area(shape);
+                // At a point that its texts do not cover.
+                const double padding = 4 * scene.factor();
+                QCOMPARE(shapeError(picture, area, 0, area.topLeft() + QPointF(padding, padding)), QString());
+            }
+        }
     }
-}
 
-void NewsEdgesTest::colourBarsHaveSharpEdges()
-{
-    QFETCH(const QSize, size);
-    BroadcastFixture scene(
-        u"ColorBars { x: 100.3; y: 50.7; width: 1033.4; height: 777.7; bars: StationPalette.colorBars }"_s, size);
-    const QImage picture = scene.picture();
-    const QRectF area = TestScreen::area(scene.item("ColorBars"));
-    VERIFY_SHARP((Shape{picture, area, 0, area.topLeft() + QPointF(20, 20)}));
-    QSet<QRgb> colors{qRgb(0, 0, 0)};
-    for (const QColor& color : StationPalette::colorBars())
-        colors.insert(color.rgb());
-    for (const QColor& color :
-         {QColor(14, 26, 50), QColor(240, 240, 240), QColor(42, 14, 50), QColor(16, 16, 16), QColor(27, 27, 27)})
-        colors.insert(color.rgb());
-    QSet<QRgb> seen;
-    for (int y = 0; y < picture.height(); ++y) {
-        const auto* const line = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
-        seen.unite(QSet<QRgb>(line, line + picture.width()));
+    void badgeAndStationLabelAreAligned_data() { sizes(); }
+    void badgeAndStationLabelAreAligned()
+    {
+        QFETCH(const QSize, size);
+        LowerThirdFixture scene(newsOf({}), size);
+        for (const QString& text : texts) {
+            scene.setStation(text.left(30));
+            const QImage picture = scene.currentPicture();
+            QCOMPARE(TestScreen::all(scene.third(), "PixelRectangle").size(), 3);
+            const QRectF badge = TestScreen::area(scene.part(u"badge"_s));
+            const QPointF padding = QPointF(4, 4) * scene.factor();
+            const QPoint inBadge = (badge.topLeft() + padding).toPoint();
+            const QPoint inStation = (TestScreen::area(scene.part(u"stationPlate"_s)).topLeft() + padding).toPoint();
+            QCOMPARE(extent(picture, inBadge, false), extent(picture, inStation, false));
+            const QPoint between(int(badge.right() + 8 * scene.factor()), inBadge.y());
+            QVERIFY(std::abs(length(extent(picture, between, true)) - 16 * scene.factor()) < 1);
+        }
     }
-    QCOMPARE(seen, colors);
-}
 
-void NewsEdgesTest::countdownTickMovesNoOtherText()
-{
-    QFETCH(const QSize, size);
-    Standby scene(size);
-    for (const QString& text : texts) {
-        scene.setNews(newsOf(text));
-        const QImage before = scene.currentPicture();
-        const QRectF area = TestScreen::area(scene.item("Countdown"));
-        scene.clock.advance(1s);
-        const QImage after = scene.currentPicture();
-        QVERIFY(before != after);
-        // The hours, the minutes and the label do not move.
-        const QRect hours = QRectF(area.topLeft(), QSizeF(area.width() / 2, area.height())).toRect();
-        QCOMPARE(after.copy(hours), before.copy(hours));
+    void tunerStripHasSharpEdges_data() { sizes(); }
+    void tunerStripHasSharpEdges()
+    {
+        QFETCH(const QSize, size);
+        NewsStatus news;
+        for (int i = 0; i < 3; ++i)
+            news.channels.insert(QString::number(6 + i), {texts.at(i), u"/live/%1"_s.arg(i)});
+        TunerStripFixture scene(news, size);
+        const QImage picture = scene.picture();
+        const double bottom = scene.strip()->height() * scene.factor();
+        for (const int x : {3, picture.width() - 3})
+            QCOMPARE(sideError(picture, {"bottom", bottom, double(x), bottom, false, -1}, 0), QString());
+        const auto buttons = scene.buttons();
+        QVERIFY(buttons.size() >= 3);
+        for (QQuickItem* button : buttons) {
+            // On the focused button, the bright plate covers the outlined one.
+            const QRectF area = TestScreen::area(TestScreen::first(button, "CardPlate"));
+            if (area.right() > picture.width())
+                continue;
+            const QPointF beside(area.left() + 24 * scene.factor(), area.center().y());
+            const int border = button->hasActiveFocus() ? 0 : outline(2, scene.factor());
+            QCOMPARE(shapeError(picture, area, border, beside), QString());
+        }
     }
-}
+
+    void colourBarsHaveSharpEdges_data() { sizes(); }
+    void colourBarsHaveSharpEdges()
+    {
+        QFETCH(const QSize, size);
+        BroadcastFixture scene(
+            u"ColorBars { x: 100.3; y: 50.7; width: 1033.4; height: 777.7; bars: StationPalette.colorBars }"_s, size);
+        const QImage picture = scene.picture();
+        const QRectF area = TestScreen::area(scene.item("ColorBars"));
+        QCOMPARE(shapeError(picture, area, 0, area.topLeft() + QPointF(20, 20)), QString());
+        QSet<QRgb> colors{qRgb(0, 0, 0)};
+        for (const QColor& color : StationPalette::colorBars())
+            colors.insert(color.rgb());
+        for (const QColor& color :
+             {QColor(14, 26, 50), QColor(240, 240, 240), QColor(42, 14, 50), QColor(16, 16, 16), QColor(27, 27, 27)})
+            colors.insert(color.rgb());
+        QSet<QRgb> seen;
+        for (int y = 0; y < picture.height(); ++y) {
+            const auto* const line = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
+            seen.unite(QSet<QRgb>(line, line + picture.width()));
+        }
+        QCOMPARE(seen, colors);
+    }
+
+    void countdownTickMovesNoOtherText_data() { sizes(); }
+    void countdownTickMovesNoOtherText()
+    {
+        QFETCH(const QSize, size);
+        Scene scene(size);
+        for (const QString& text : texts) {
+            scene.setNews(newsOf(text));
+            const QImage before = scene.currentPicture();
+            const QRectF area = TestScreen::area(scene.item("Countdown"));
+            scene.clock.advance(1s);
+            const QImage after = scene.currentPicture();
+            QVERIFY(before != after);
+            // The hours, the minutes and the label do not move.
+            const QRect hours = QRectF(area.topLeft(), QSizeF(area.width() / 2, area.height())).toRect();
+            QCOMPARE(after.copy(hours), before.copy(hours));
+        }
+    }
+};
 
 QUILLMERE_TEST(NewsEdgesTest, QGuiApplication)
 

@@ -64,6 +64,17 @@ struct NewsFixture : ScreenFixture
         store->setStatus(status);
     }
 
+    void changeNews(const std::function<void(NewsStatus&)>& change)
+    {
+        TVStatus status = store->status();
+        change(status.news);
+        store->setStatus(status);
+    }
+    void addChannelTwo()
+    {
+        changeNews([](NewsStatus& news) { news.channels.insert(u"2"_s, {u"Channel Two"_s, u"/live/two.m3u8"_s}); });
+    }
+
     static QString path(int number) { return u"/live/%1/index.m3u8"_s.arg(number); }
 
     /** Answers the waiting probe and fails the refresh that follows it, so that the pass ends and its pause begins. */
@@ -82,9 +93,20 @@ struct NewsFixture : ScreenFixture
         answerPass(lit, path);
     }
 
+    bool showsLowerThird() const { return item("LowerThird")->property("shown").toBool(); }
+
     void pressAndDraw(int key)
     {
         press(key);
+        waitForFrame();
+    }
+};
+
+struct OnAirFixture : NewsFixture
+{
+    explicit OnAirFixture(int channels = 0) : NewsFixture(channels)
+    {
+        answerPass(true);
         waitForFrame();
     }
 };

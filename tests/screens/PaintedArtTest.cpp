@@ -1,4 +1,5 @@
 #include "PaintedItem.h"
+#include "Rows.h"
 #include "TestMain.h"
 #include "TestScreen.h"
 #include "VeneerBackground.h"
@@ -20,6 +21,8 @@ class CountingDisc : public PaintedItem
 public:
     mutable int paintings = 0;
 
+    explicit CountingDisc(QQuickItem* parent) : PaintedItem(parent) { setSize({100, 100}); }
+
     void paint(QPainter& painter, const QSizeF& size) const override
     {
         ++paintings;
@@ -37,154 +40,126 @@ class PaintedArtTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void moveByWholePixelsKeepsPicture_data();
-    void moveByWholePixelsKeepsPicture();
-    void moveByWholePixelsDrawsOneFrame();
-    void moveByFractionOfPixelPaintsOnceAtEnd();
-    void scaledArtIsRepaintedDuringScroll();
-    void hiddenArtIsNotPainted();
-    void artOnWholePixelsIsOpaque_data();
-    void artOnWholePixelsIsOpaque();
-    void opaqueArtIsBlendedWithItsOpacity();
-};
+    void moveByWholePixelsKeepsPicture_data() { rowsOfDisplaySizes(); }
 
-void PaintedArtTest::moveByWholePixelsKeepsPicture_data()
-{
-    QTest::addColumn<QSize>("size");
-    QTest::newRow("720p") << QSize(1280, 720);
-    QTest::newRow("1080p") << QSize(1920, 1080);
-    QTest::newRow("2160p") << QSize(3840, 2160);
-}
-
-void PaintedArtTest::moveByWholePixelsKeepsPicture()
-{
-    QFETCH(QSize, size);
-    TestScreen fixture(size);
-    QQuickItem* canvas = fixture.load(u"Canvas {}"_s);
-    CountingDisc disc;
-    disc.setSize({101, 101});
-    disc.setPosition({40.3, 30.7});
-    disc.setParentItem(canvas);
-    const QImage before = fixture.picture();
-    const double points = 1920.0 / size.width(); // points per pixel
-    int moved = 0;
-    for (const int step : {1, 7, 30, 2, 11}) {
-        moved += step;
-        disc.setX(40.3 + moved * points);
-        fixture.waitForFrame();
-        // As sharp during the movement as at rest.
-        const QImage now = fixture.window().grabWindow().convertToFormat(QImage::Format_RGB32);
-        QCOMPARE(now.copy(moved, 0, 300, 300), before.copy(0, 0, 300, 300));
-    }
-    fixture.waitUntilIdle();
-    QCOMPARE(disc.paintings, 1);
-}
-
-void PaintedArtTest::moveByWholePixelsDrawsOneFrame()
-{
-    TestScreen fixture({400, 300});
-    QQuickItem* root = fixture.load(u"Item {}"_s);
-    CountingDisc disc;
-    disc.setSize({100, 100});
-    disc.setParentItem(root);
-    fixture.waitUntilIdle();
-    const int before = fixture.frames();
-    disc.setX(25);
-    fixture.waitUntilIdle();
-    QCOMPARE(fixture.frames(), before + 1);
-}
-
-void PaintedArtTest::moveByFractionOfPixelPaintsOnceAtEnd()
-{
-    TestScreen fixture({400, 300});
-    QQuickItem* root = fixture.load(u"Item {}"_s);
-    CountingDisc disc;
-    disc.setSize({100, 100});
-    disc.setParentItem(root);
-    fixture.waitUntilIdle();
-    for (const double x : {0.2, 0.4, 0.6}) {
-        disc.setX(x);
-        fixture.waitForFrame();
+    void moveByWholePixelsKeepsPicture()
+    {
+        QFETCH(QSize, size);
+        TestScreen fixture(size);
+        QQuickItem* canvas = fixture.load(u"Canvas {}"_s);
+        CountingDisc disc(canvas);
+        disc.setSize({101, 101});
+        disc.setPosition({40.3, 30.7});
+        const QImage before = fixture.picture();
+        const double points = 1920.0 / size.width(); // points per pixel
+        int moved = 0;
+        for (const int step : {1, 7, 30, 2, 11}) {
+            moved += step;
+            disc.setX(40.3 + moved * points);
+            fixture.waitForFrame();
+            // As sharp during the movement as at rest.
+            const QImage now = fixture.window().grabWindow().convertToFormat(QImage::Format_RGB32);
+            QCOMPARE(now.copy(moved, 0, 300, 300), before.copy(0, 0, 300, 300));
+        }
+        fixture.waitUntilIdle();
         QCOMPARE(disc.paintings, 1);
     }
-    fixture.waitUntilIdle();
-    QCOMPARE(disc.paintings, 2);
-}
 
-void PaintedArtTest::scaledArtIsRepaintedDuringScroll()
-{
-    TestScreen fixture({600, 300});
-    QQuickItem* root = fixture.load(u"Item {}"_s);
-    CountingDisc disc;
-    disc.setSize({100, 100});
-    disc.setTransformOrigin(QQuickItem::TopLeft);
-    disc.setParentItem(root);
-    fixture.waitUntilIdle();
-    disc.setScale(1.5);
-    QTRY_VERIFY_WITH_TIMEOUT(
-        [&] {
-            disc.setX(std::fmod(disc.x() + 1, 300));
+    void moveByWholePixelsDrawsOneFrame()
+    {
+        TestScreen fixture({400, 300});
+        QQuickItem* root = fixture.load(u"Item {}"_s);
+        CountingDisc disc(root);
+        fixture.waitUntilIdle();
+        const int before = fixture.frames();
+        disc.setX(25);
+        fixture.waitUntilIdle();
+        QCOMPARE(fixture.frames(), before + 1);
+    }
+
+    void moveByFractionOfPixelPaintsOnceAtEnd()
+    {
+        TestScreen fixture({400, 300});
+        QQuickItem* root = fixture.load(u"Item {}"_s);
+        CountingDisc disc(root);
+        fixture.waitUntilIdle();
+        for (const double x : {0.2, 0.4, 0.6}) {
+            disc.setX(x);
             fixture.waitForFrame();
-            return disc.paintings == 2;
-        }(),
-        2000);
-}
+            QCOMPARE(disc.paintings, 1);
+        }
+        fixture.waitUntilIdle();
+        QCOMPARE(disc.paintings, 2);
+    }
 
-void PaintedArtTest::hiddenArtIsNotPainted()
-{
-    TestScreen fixture({400, 300});
-    QQuickItem* root =
-        fixture.load(u"Item { Rectangle { width: 400; height: 300; color: 'white' } Item { objectName: 'parent' } }"_s);
-    QQuickItem* parent = root->findChild<QQuickItem*>(u"parent"_s);
-    parent->setVisible(false);
-    CountingDisc disc;
-    disc.setSize({100, 100});
-    disc.setParentItem(parent);
-    fixture.waitUntilIdle();
-    QCOMPARE(disc.paintings, 0);
-    parent->setVisible(true);
-    QCOMPARE(fixture.picture().pixelColor(50, 50), QColor(Qt::red));
-    QCOMPARE(disc.paintings, 1);
-    // It keeps its picture while hidden for a short time.
-    parent->setVisible(false);
-    fixture.waitUntilIdle();
-    parent->setVisible(true);
-    QCOMPARE(fixture.picture().pixelColor(50, 50), QColor(Qt::red));
-    QCOMPARE(disc.paintings, 1);
-}
+    void scaledArtIsRepaintedDuringScroll()
+    {
+        TestScreen fixture({600, 300});
+        QQuickItem* root = fixture.load(u"Item {}"_s);
+        CountingDisc disc(root);
+        disc.setTransformOrigin(QQuickItem::TopLeft);
+        fixture.waitUntilIdle();
+        disc.setScale(1.5);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            [&] {
+                disc.setX(std::fmod(disc.x() + 1, 300));
+                fixture.waitForFrame();
+                return disc.paintings == 2;
+            }(),
+            2000);
+    }
 
-void PaintedArtTest::artOnWholePixelsIsOpaque_data()
-{
-    QTest::addColumn<double>("x");
-    QTest::addColumn<bool>("isOpaque");
-    QTest::newRow("on whole pixels") << 30.0 << true;
-    QTest::newRow("on half pixels") << 30.5 << false;
-}
+    void hiddenArtIsNotPainted()
+    {
+        TestScreen fixture({400, 300});
+        QQuickItem* root = fixture.load(
+            u"Item { Rectangle { width: 400; height: 300; color: 'white' } Item { objectName: 'parent' } }"_s);
+        QQuickItem* parent = root->findChild<QQuickItem*>(u"parent"_s);
+        parent->setVisible(false);
+        CountingDisc disc(parent);
+        fixture.waitUntilIdle();
+        QCOMPARE(disc.paintings, 0);
+        parent->setVisible(true);
+        QCOMPARE(fixture.picture().pixelColor(50, 50), QColor(Qt::red));
+        QCOMPARE(disc.paintings, 1);
+        // It keeps its picture while hidden for a short time.
+        parent->setVisible(false);
+        fixture.waitUntilIdle();
+        parent->setVisible(true);
+        QCOMPARE(fixture.picture().pixelColor(50, 50), QColor(Qt::red));
+        QCOMPARE(disc.paintings, 1);
+    }
 
-void PaintedArtTest::artOnWholePixelsIsOpaque()
-{
-    QFETCH(double, x);
-    QFETCH(bool, isOpaque);
-    TestScreen fixture({400, 300});
-    QQuickItem* root = fixture.load(u"Item {}"_s);
-    VeneerBackground veneer(root);
-    veneer.setSize({100, 100});
-    veneer.setX(x);
-    fixture.waitUntilIdle();
-    QCOMPARE(veneer.picture()->hasAlphaChannel(), !isOpaque);
-}
+    void artOnWholePixelsIsOpaque_data()
+    {
+        rows<double, bool>({"x", "isOpaque"}, {{"on whole pixels", 30.0, true}, {"on half pixels", 30.5, false}});
+    }
 
-void PaintedArtTest::opaqueArtIsBlendedWithItsOpacity()
-{
-    TestScreen fixture({400, 300});
-    QQuickItem* root = fixture.load(u"Item { Rectangle { width: 400; height: 300; color: 'white' } }"_s);
-    VeneerBackground veneer(root);
-    veneer.setSize({100, 100});
-    veneer.setOpacity(0.5);
-    const QColor seen = fixture.picture().pixelColor(50, 50);
-    const QColor wood = veneer.picture()->pixelColor(50, 50);
-    QVERIFY2(std::abs(seen.red() - (wood.red() + 255) / 2) <= 2, qPrintable(seen.name()));
-}
+    void artOnWholePixelsIsOpaque()
+    {
+        QFETCH(double, x);
+        QFETCH(bool, isOpaque);
+        TestScreen fixture({400, 300});
+        QQuickItem* root = fixture.load(u"Item {}"_s);
+        VeneerBackground veneer(root);
+        veneer.setSize({100, 100});
+        veneer.setX(x);
+        fixture.waitUntilIdle();
+        QCOMPARE(veneer.picture()->hasAlphaChannel(), !isOpaque);
+    }
+
+    void opaqueArtIsBlendedWithItsOpacity()
+    {
+        TestScreen fixture({400, 300});
+        QQuickItem* root = fixture.load(u"Item { Rectangle { width: 400; height: 300; color: 'white' } }"_s);
+        VeneerBackground veneer(root);
+        veneer.setSize({100, 100});
+        veneer.setOpacity(0.5);
+        const QColor seen = fixture.picture().pixelColor(50, 50);
+        const QColor wood = veneer.picture()->pixelColor(50, 50);
+        QVERIFY2(std::abs(seen.red() - (wood.red() + 255) / 2) <= 2, qPrintable(seen.name()));
+    }
+};
 
 QUILLMERE_TEST(PaintedArtTest, QGuiApplication)
 

@@ -1,3 +1,4 @@
+#include "Rows.h"
 #include "ScrollArea.h"
 #include "TestMain.h"
 #include "TestScreen.h"
@@ -11,22 +12,21 @@ namespace quillmere {
 namespace {
 
 /** A viewport of 600 points with content of height `extent`, and the scroll indicator beside it. */
-struct ScrollingPage
+struct ScrollingPage : TestScreen
 {
-    TestScreen fixture{{800, 600}};
     ScrollArea* area = nullptr;
     QQuickItem* indicator = nullptr;
 
-    explicit ScrollingPage(int extent)
+    explicit ScrollingPage(int extent) : TestScreen({800, 600})
     {
-        QQuickItem* root = fixture.load(u"Item { width: 800; height: 600; ScrollArea { id: area; anchors.fill: parent; "
-                                        "contentExtent: %1 } ScrollIndicator { id: bar; area: area; height: 600; "
-                                        "anchors.right: parent.right } }"_s.arg(extent));
-        area = qobject_cast<ScrollArea*>(TestScreen::first(root, "ScrollArea"));
-        indicator = TestScreen::first(root, "ScrollIndicator");
+        QQuickItem* root = load(u"Item { width: 800; height: 600; ScrollArea { id: area; anchors.fill: parent; "
+                                "contentExtent: %1 } ScrollIndicator { id: bar; area: area; height: 600; "
+                                "anchors.right: parent.right } }"_s.arg(extent));
+        area = qobject_cast<ScrollArea*>(first(root, "ScrollArea"));
+        indicator = first(root, "ScrollIndicator");
     }
 
-    QRectF bar() const { return TestScreen::area(TestScreen::first(indicator, "CardPlate")); }
+    QRectF bar() const { return TestScreen::area(first(indicator, "CardPlate")); }
 };
 
 } // namespace
@@ -37,54 +37,40 @@ class ScrollIndicatorTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void barLengthIsProportionalToVisiblePart();
-    void barMovesFromEndToEnd();
-    void barHasMinimumLength();
-    void barIsHiddenWhenContentFits_data();
-    void barIsHiddenWhenContentFits();
+    void barShowsLengthAndPositionOfVisiblePart()
+    {
+        const ScrollingPage page(1800);
+        QVERIFY(page.indicator->isVisible());
+        QCOMPARE(page.bar().height(), 200.0);
+        QCOMPARE(page.bar().right(), 800.0);
+        QCOMPARE(page.bar().top(), 0.0);
+        page.area->reveal(900, 900, true);
+        const double middle = page.bar().top();
+        QVERIFY(middle > 50 && middle < 350);
+        page.area->reveal(1790, 1800, true);
+        QCOMPARE(page.bar().bottom(), 600.0);
+    }
+
+    void barHasMinimumLength()
+    {
+        const ScrollingPage page(1'000'000);
+        QCOMPARE(page.bar().height(), 40.0);
+        page.area->reveal(999'999, 1'000'000, true);
+        QCOMPARE(page.bar().bottom(), 600.0);
+    }
+
+    void barIsHiddenWhenContentFits_data()
+    {
+        rows<int>({"extent"}, {{"nothing", 0}, {"short", 300}, {"as long as the viewport", 600}});
+    }
+
+    void barIsHiddenWhenContentFits()
+    {
+        QFETCH(int, extent);
+        const ScrollingPage page(extent);
+        QVERIFY(!page.indicator->isVisible());
+    }
 };
-
-void ScrollIndicatorTest::barLengthIsProportionalToVisiblePart()
-{
-    const ScrollingPage page(1800);
-    QVERIFY(page.indicator->isVisible());
-    QCOMPARE(page.bar().height(), 200.0);
-    QCOMPARE(page.bar().right(), 800.0);
-}
-
-void ScrollIndicatorTest::barMovesFromEndToEnd()
-{
-    const ScrollingPage page(1800);
-    QCOMPARE(page.bar().top(), 0.0);
-    page.area->reveal(900, 900, true);
-    const double middle = page.bar().top();
-    QVERIFY(middle > 50 && middle < 350);
-    page.area->reveal(1790, 1800, true);
-    QCOMPARE(page.bar().bottom(), 600.0);
-}
-
-void ScrollIndicatorTest::barHasMinimumLength()
-{
-    const ScrollingPage page(1'000'000);
-    QCOMPARE(page.bar().height(), 40.0);
-    page.area->reveal(999'999, 1'000'000, true);
-    QCOMPARE(page.bar().bottom(), 600.0);
-}
-
-void ScrollIndicatorTest::barIsHiddenWhenContentFits_data()
-{
-    QTest::addColumn<int>("extent");
-    QTest::newRow("nothing") << 0;
-    QTest::newRow("short") << 300;
-    QTest::newRow("as long as the viewport") << 600;
-}
-
-void ScrollIndicatorTest::barIsHiddenWhenContentFits()
-{
-    QFETCH(int, extent);
-    const ScrollingPage page(extent);
-    QVERIFY(!page.indicator->isVisible());
-}
 
 QUILLMERE_TEST(ScrollIndicatorTest, QGuiApplication)
 

@@ -4,14 +4,42 @@
 #include "ScreenFixture.h"
 #include "ShelvesOfTapes.h"
 
+#include <QRegularExpression>
+
 namespace quillmere {
 
-/** The shop, opened over a screen as the front screen opens it. */
-struct ShopFixture : ScreenFixture
+/** A screen to which a test sends many keys. */
+struct KeysFixture : ScreenFixture
+{
+    using ScreenFixture::ScreenFixture;
+
+    using ScreenFixture::press;
+    void press(int key, int times)
+    {
+        for (int i = 0; i < times; ++i)
+            press(key);
+    }
+
+    /** The accessible name of the focused item after these key presses. */
+    QString focusedAfter(int key, int times = 1)
+    {
+        press(key, times);
+        return focusedName();
+    }
+    QString focusedAfter(std::initializer_list<int> keys)
+    {
+        press(keys);
+        return focusedName();
+    }
+};
+
+/** The shop, opened over a screen as the front screen opens it. Every warning fails the test. */
+struct ShopFixture : KeysFixture
 {
     /** `more` is QML with further properties of the shop. */
-    explicit ShopFixture(const QString& more = {}, QSize size = {960, 540}) : ScreenFixture(size)
+    explicit ShopFixture(const QString& more = {}, QSize size = {960, 540}) : KeysFixture(size)
     {
+        QTest::failOnWarning(QRegularExpression(u".*"_s));
         const QString contents =
             u"property bool open: true\n"
             "FocusScreen { anchors.fill: parent; focus: true\n"
@@ -59,6 +87,23 @@ struct ShopFixture : ScreenFixture
     {
         store->setShelves(shelvesOf(shelves));
         waitForFrame();
+    }
+
+    /** The text of a shelf of tapes with consecutive ids, for show(). */
+    static QString shelf(const QString& name, int first, int count)
+    {
+        QString text = name + u':';
+        for (int id = first; id < first + count; ++id)
+            text += u' ' + QString::number(id);
+        return text;
+    }
+
+    static QStringList slugs(int count, const QString& pattern = u"market number %1"_s)
+    {
+        QStringList all;
+        for (int market = 0; market < count; ++market)
+            all.append(pattern.arg(market));
+        return all;
     }
 
     /** Sets markets named after their slugs. The first has 1 tape, the next 2, and so on. */

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "FullScreenCover.h"
-#include "ScreenFixture.h"
 #include "ScrollArea.h"
+#include "ShopFixture.h"
 #include "TapeDetailController.h"
 
 namespace quillmere {
 
 /** The screen of a tape, with a player screen that plays nothing. */
-struct TapeDetailFixture : ScreenFixture
+struct TapeDetailFixture : KeysFixture
 {
     explicit TapeDetailFixture(const Tape& tape, double resumePosition = 0)
     {

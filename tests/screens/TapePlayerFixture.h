@@ -14,13 +14,22 @@ namespace quillmere {
 struct TapePlayerFixture : ScreenFixture
 {
     static constexpr double length = 3725; // seconds
+    static constexpr QRectF safeArea{80, 60, 1760, 960};
 
-    explicit TapePlayerFixture(const Tape& tape, const VHSCover& cover = cassette(), double startAt = 0)
+    static Tape tape(const QString& path = u"/media/42/index.m3u8"_s)
+    {
+        Tape tape;
+        tape.id = 42;
+        tape.streamURLPath = path;
+        return tape;
+    }
+
+    explicit TapePlayerFixture(const Tape& played = tape(), const VHSCover& cover = cassette(), double startAt = 0)
     {
         view = openScreen("import Quillmere.Playback\nTapePlayerView {}",
                           {{u"store"_s, QVariant::fromValue(store.get())},
                            {u"clock"_s, QVariant::fromValue<Clock*>(&clock)},
-                           {u"tape"_s, QVariant::fromValue(tape)},
+                           {u"tape"_s, QVariant::fromValue(played)},
                            {u"cover"_s, QVariant::fromValue(cover)},
                            {u"startAt"_s, startAt}},
                           [this](FocusScreen* screen) {
@@ -39,14 +48,6 @@ struct TapePlayerFixture : ScreenFixture
     FocusScreen* view = nullptr;
     TapePlayerController* controller = nullptr;
     std::unique_ptr<QSignalSpy> dismissals;
-
-    static Tape tape(const QString& path = u"/media/42/index.m3u8"_s)
-    {
-        Tape tape;
-        tape.id = 42;
-        tape.streamURLPath = path;
-        return tape;
-    }
 
     static VHSCover cassette()
     {
@@ -72,9 +73,10 @@ struct TapePlayerFixture : ScreenFixture
         return {id, kind, title, {}, isSelected};
     }
 
-    static QList<MediaTrack> tracks()
+    static QList<MediaTrack> tracks(int selectedAudio = 1)
     {
-        return {track(1, MediaTrack::Kind::Audio, u"English"_s, true), track(2, MediaTrack::Kind::Audio, u"Español"_s),
+        return {track(1, MediaTrack::Kind::Audio, u"English"_s, selectedAudio == 1),
+                track(2, MediaTrack::Kind::Audio, u"Español"_s, selectedAudio == 2),
                 track(1, MediaTrack::Kind::Subtitle, u"English captions"_s),
                 track(2, MediaTrack::Kind::Subtitle, u"Subtítulos"_s)};
     }

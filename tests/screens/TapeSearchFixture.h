@@ -4,6 +4,7 @@
 #include "TapeSearchController.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace quillmere {
 
@@ -39,6 +40,13 @@ struct TapeSearchFixture : ShopFixture
     {
         field()->setProperty("text", query);
         QMetaObject::invokeMethod(field(), "submitted");
+    }
+
+    static QList<int> ids(int first, int count)
+    {
+        QList<int> all(count);
+        std::iota(all.begin(), all.end(), first);
+        return all;
     }
 
     /** The JSON of a page of tapes with these ids; the titles contain the ids. */

@@ -162,6 +162,16 @@ QList<QQuickItem*> TestScreen::texts(QQuickItem* root)
     return found;
 }
 
+bool TestScreen::textsArePlain(QQuickItem* root)
+{
+    // A StationText draws with a TextEdit.
+    QList<QQuickItem*> drawn;
+    collect(root, {"QQuickTextEdit", "QQuickText"}, drawn);
+    return !drawn.isEmpty() && std::all_of(drawn.cbegin(), drawn.cend(), [](const QQuickItem* item) {
+        return item->property("textFormat").toInt() == int(Qt::PlainText);
+    });
+}
+
 QStringList TestScreen::words(QQuickItem* root)
 {
     QStringList all;

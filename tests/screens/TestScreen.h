@@ -60,6 +60,8 @@ public:
     static QList<QQuickItem*> texts(QQuickItem* root);
     /** What they say. */
     static QStringList words(QQuickItem* root);
+    /** Whether there are texts below `root`, none of which is parsed as markup. */
+    static bool textsArePlain(QQuickItem* root);
 
     /** The durations, in milliseconds, of the animations that belong to `root` and the objects below it. */
     static QList<int> animationTimes(const QQuickItem* root);

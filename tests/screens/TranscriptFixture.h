@@ -29,6 +29,13 @@ struct TranscriptFixture : ScreenFixture
         dismissals = std::make_unique<QSignalSpy>(view, SIGNAL(dismissed()));
     }
 
+    /** The screen of a transcript that has arrived. */
+    explicit TranscriptFixture(const QString& text, const VHSCover& cover = sampleCover())
+        : TranscriptFixture(true, cover)
+    {
+        read(text);
+    }
+
     FocusScreen* view = nullptr;
     ScrollArea* page = nullptr;
     LazyStack* column = nullptr;
@@ -62,6 +69,9 @@ struct TranscriptFixture : ScreenFixture
     }
 
     QStringList shown() const { return words(view); }
+
+    /** The text item of a passage. */
+    const QQuickItem* passageText(int row) const { return texts(column->itemAt(row)).constFirst(); }
 
     /** The number at the beginning of the focused passage; 0 if no passage has focus. */
     int focusedNumber() const

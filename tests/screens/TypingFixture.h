@@ -111,4 +111,9 @@ struct TypingFixture : ScreenFixture
     int presses = 0; ///< of the remote
 };
 
+struct OpenKeyboardFixture : TypingFixture
+{
+    OpenKeyboardFixture() { open(); }
+};
+
 } // namespace quillmere

@@ -2,6 +2,7 @@
 
 #include "HttpClient.h"
 
+#include <QElapsedTimer>
 #include <QTest>
 
 #include <memory>
@@ -13,6 +14,7 @@ namespace quillmere {
 struct HttpOutcome
 {
     std::optional<HttpResult> result;
+    qint64 milliseconds = 0; ///< how long `fetch` waited for it
 
     int status() const { return result && *result ? (*result)->status : 0; }
     QByteArray body() const { return result && *result ? (*result)->body : QByteArray("(no answer)"); }
@@ -40,18 +42,22 @@ inline std::shared_ptr<HttpOutcome> start(HttpClient& client, const HttpRequest&
 /** Starts the request and waits until it has finished. */
 inline HttpOutcome fetch(HttpClient& client, const HttpRequest& request)
 {
+    QElapsedTimer timer;
+    timer.start();
     const auto outcome = start(client, request);
     [&] { QTRY_VERIFY_WITH_TIMEOUT(outcome->result, 20000); }();
+    outcome->milliseconds = timer.elapsed();
     return *outcome;
 }
 
 /** A request with time limits short enough for a test. */
-inline HttpRequest requestTo(const QUrl& url)
+inline HttpRequest requestTo(const QUrl& url, std::chrono::milliseconds inactivityLimit = std::chrono::seconds(5),
+                             std::chrono::milliseconds overallLimit = std::chrono::seconds(10))
 {
     HttpRequest request;
     request.url = url;
-    request.inactivityLimit = std::chrono::seconds(5);
-    request.overallLimit = std::chrono::seconds(10);
+    request.inactivityLimit = inactivityLimit;
+    request.overallLimit = overallLimit;
     return request;
 }
 

@@ -21,6 +21,9 @@ protected:
     std::unique_ptr<FaultServer> m_server;
     std::unique_ptr<QtHttpClient> m_client;
 
+    /** The server's answer to a request for this path. */
+    HttpOutcome get(const QByteArray& path = "/") { return fetch(*m_client, requestTo(m_server->url(path))); }
+
     void setUp()
     {
         m_server = std::make_unique<FaultServer>();

@@ -43,6 +43,16 @@ public:
     QString path() const { return m_folder.path(); }
     QByteArray read(const QString& name) const { return readFile(m_folder.filePath(name)); }
 
+    /** Runs ffmpeg in the folder with a generated input. No argument contains a blank. */
+    bool generate(const QString& arguments) const
+    {
+        QProcess process;
+        process.setWorkingDirectory(m_folder.path());
+        process.start(QStringLiteral("ffmpeg"),
+                      (QStringLiteral("-v error -nostdin -f lavfi -i ") + arguments).split(QLatin1Char(' ')));
+        return process.waitForFinished() && process.exitCode() == 0;
+    }
+
 private:
     QTemporaryDir m_folder;
     bool m_ready = false;
@@ -60,14 +70,14 @@ struct VideoFixture
         view->setSize(size);
         view->setPlayer(player.get());
         window.show();
+        [this] { QVERIFY(QTest::qWaitForWindowExposed(&window)); }();
     }
-
-    bool isExposed() { return QTest::qWaitForWindowExposed(&window); }
 
     /** Plays a stream from `startAt` seconds, in place of the current one. */
     void play(const QUrl& url, double startAt = 0, PlayerItem::Kind kind = PlayerItem::Kind::Recording)
     {
         item = std::make_shared<PlayerItem>(url, kind);
+        ended = std::make_unique<QSignalSpy>(item.get(), &PlayerItem::didPlayToEnd);
         player->setItem(item);
         player->seek(startAt, SeekTolerance::AtOrAfter);
         player->play();
@@ -79,6 +89,8 @@ struct VideoFixture
             [this] { return player->timeControl() == VideoPlayer::TimeControl::Playing && player->position() > 0; },
             milliseconds);
     }
+
+    QImage picture() { return window.grabWindow(); }
 
     bool hasFailed() const { return item->status() == PlayerItem::Status::Failed; }
     VideoFailure failure() const { return item->error().value_or(VideoFailure{}); }
@@ -92,7 +104,7 @@ struct VideoFixture
             const double before = player->position();
             if (!QTest::qWaitFor([this, before] { return player->position() > before + 0.1; }))
                 break;
-            const QImage now = window.grabWindow();
+            const QImage now = picture();
             count += !last.isNull() && now != last;
             last = now;
         }
@@ -102,8 +114,39 @@ struct VideoFixture
     SystemClock clock;
     QQuickWindow window;
     std::unique_ptr<StreamPlayer> player;
+    QSignalSpy shown{player.get(), &VideoPlayer::pictureShown};
     std::unique_ptr<VideoView> view;
-    std::shared_ptr<PlayerItem> item; ///< set by `play`
+    std::shared_ptr<PlayerItem> item;  ///< set by `play`
+    std::unique_ptr<QSignalSpy> ended; ///< ends of `item`
+};
+
+/** Base of tests that use a folder of streams, and a fresh server of that folder in every test function. */
+class StreamFixture : public QObject
+{
+    Q_OBJECT
+
+protected:
+    StreamFolder m_folder;
+    std::unique_ptr<StreamServer> m_server;
+    QUrl m_stream; ///< a stream of six segments of two seconds
+
+    /** Creates more streams in the folder, once. Returns false on failure. */
+    virtual bool createStreams() { return true; }
+
+    QByteArray authority() const { return m_folder.read(QStringLiteral("authority.pem")); }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY(m_folder.isReady() && createStreams());
+        VideoPlugins::addFolder(QStringLiteral(QUILLMERE_TEST_PLUGINS));
+    }
+
+    void init()
+    {
+        m_server = std::make_unique<StreamServer>(m_folder.path());
+        m_stream = m_server->url(QStringLiteral("/index.m3u8"));
+    }
 };
 
 } // namespace quillmere

@@ -8,7 +8,10 @@ namespace quillmere {
 
 using namespace Qt::StringLiterals;
 
-/** Records a store's change signals: "will" before a change, the field and its new value after it. */
+/**
+ * Records a store's changes: the field and its new value. A change without a preceding objectWillChange() is recorded
+ * as "unannounced", an objectWillChange() as "will" until its change follows, and as "late" if its change came before.
+ */
 class Announcements : public QObject
 {
     Q_OBJECT
@@ -16,10 +19,8 @@ class Announcements : public QObject
 public:
     explicit Announcements(const Store& store) : m_store(store), m_lastValues(currentValues())
     {
-        connect(&store, &Store::objectWillChange, this, [this] {
-            received.append(u"will"_s);
-            wasAlwaysAnnouncedFirst = wasAlwaysAnnouncedFirst && currentValues() == m_lastValues;
-        });
+        connect(&store, &Store::objectWillChange, this,
+                [this] { received.append(currentValues() == m_lastValues ? u"will"_s : u"late"_s); });
         connect(&store, &Store::statusChanged, this, [this] { record(u"status"_s, m_store.status().rewindery.tapes); });
         connect(&store, &Store::tapesChanged, this, [this] { record(u"tapes"_s, m_store.tapes().size()); });
         connect(&store, &Store::shelvesChanged, this, [this] { record(u"shelves"_s, m_store.shelves().size()); });
@@ -32,12 +33,14 @@ public:
     }
 
     QStringList received;
-    bool wasAlwaysAnnouncedFirst = true;
 
 private:
     void record(const QString& field, const QVariant& value)
     {
-        received.append(field + u'=' + value.toString());
+        const bool isAnnounced = !received.isEmpty() && received.constLast() == u"will"_s;
+        if (isAnnounced)
+            received.removeLast();
+        received.append((isAnnounced ? u""_s : u"unannounced "_s) + field + u'=' + value.toString());
         m_lastValues = currentValues();
     }
 

@@ -1,17 +1,15 @@
 #include "Coordinator.h"
+#include "Rows.h"
 #include "ScriptedVideoPlayer.h"
 #include "TestMain.h"
 
 #include <QMetaMethod>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
 namespace quillmere {
 
 namespace {
-
-const QString archived = u"The tape wouldn't play. It may still be being archived."_s;
 
 /** A player item that logs each signal which is disconnected, after the latest call to its player. */
 class WatchedItem : public PlayerItem
@@ -41,221 +39,159 @@ class CoordinatorTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-    void startWithinFirstSecondPlaysAtOnceFromBeginning_data();
-    void startWithinFirstSecondPlaysAtOnceFromBeginning();
-    void laterStartPlaysAfterSeek_data();
-    void laterStartPlaysAfterSeek();
-    void positionIsReportedEveryTenSeconds();
-    void endIsReported();
-    void readyItemIsNotReported();
-    void failureIsReportedFromEventLoop();
-    void failureIsReportedWithCause_data();
-    void failureIsReportedWithCause();
-    void playerIsKeptUntilTearDown();
-    void observersAreRemovedInOrder();
-    void tearDownTwiceIsSafe();
-    void lateEventIsIgnored_data();
-    void lateEventIsIgnored();
-    void previousPlayerIsReleased();
+    void init()
+    {
+        m_coordinator.reset();
+        m_reports.clear();
+        m_log.clear();
+        m_player = std::make_shared<ScriptedVideoPlayer>();
+        m_item =
+            std::make_shared<WatchedItem>(QUrl(u"https://hub.example/media/7/index.m3u8"_s), m_player->calls(), m_log);
+        m_player->setItem(m_item);
+        m_coordinator = std::make_unique<Coordinator>(
+            [this](double seconds) { m_reports.append(QString::number(seconds)); },
+            [this] { m_reports.append(u"finished"_s); }, [this](const QString& message) { m_reports.append(message); });
+    }
+
+    void startWithinFirstSecondPlaysAtOnceFromBeginning_data()
+    {
+        rows<double>({"startAt"}, {{"start", 0}, {"one second", 1}, {"negative", -5}, {"not a number", qQNaN()}});
+    }
+
+    void startWithinFirstSecondPlaysAtOnceFromBeginning()
+    {
+        QFETCH(const double, startAt);
+        attach(startAt);
+        QCOMPARE(*m_player->calls(), QStringList({u"setItem"_s, u"play"_s, u"observe"_s}));
+    }
+
+    void laterStartPlaysAfterSeek_data()
+    {
+        rows<bool>({"finished"}, {{"the seek finished", true}, {"the seek was interrupted", false}});
+    }
+
+    void laterStartPlaysAfterSeek()
+    {
+        QFETCH(const bool, finished);
+        attach(1.5);
+        QCOMPARE(*m_player->calls(), QStringList({u"setItem"_s, u"seek"_s, u"observe"_s}));
+        QCOMPARE(m_player->seeks.first().seconds, 1.5);
+        QCOMPARE(m_player->seeks.first().tolerance, SeekTolerance::AtOrAfter);
+        m_player->finishSeek(finished);
+        QCOMPARE(m_player->calls()->last(), u"play"_s);
+    }
+
+    void positionIsReportedEveryTenSeconds()
+    {
+        attach();
+        QCOMPARE(m_player->observations.size(), 1);
+        QCOMPARE(m_player->observations.first().interval, std::chrono::seconds(10));
+        // Every report is passed on unfiltered.
+        for (const double seconds : {10.0, 0.0, 20.0, 20.0, 3725.5})
+            m_player->report(seconds);
+        QCOMPARE(m_reports, QStringList({u"10"_s, u"0"_s, u"20"_s, u"20"_s, u"3725.5"_s}));
+    }
+
+    void endIsReportedButReadyItemIsNot()
+    {
+        attach();
+        m_player->showPicture();
+        QCOMPARE(m_item->status(), PlayerItem::Status::ReadyToPlay);
+        QCoreApplication::processEvents();
+        QCOMPARE(m_reports, QStringList());
+        m_player->end();
+        QCOMPARE(m_reports, QStringList(u"finished"_s));
+    }
+
+    void failureIsReportedFromEventLoopWithCause_data()
+    {
+        using enum VideoFailure::Cause;
+        rows<VideoFailure, QString>({"failure", "message"},
+                                    {{"unknown", {}, u"The tape wouldn't play. It may still be being archived."_s},
+                                     {"refused", {Refused, 0, {}}, u"The connection was refused."_s},
+                                     {"404", {Status, 404, {}}, u"The hub answered 404."_s}});
+    }
+
+    void failureIsReportedFromEventLoopWithCause()
+    {
+        QFETCH(const VideoFailure, failure);
+        attach();
+        m_player->fail(failure);
+        QCOMPARE(m_reports, QStringList());
+        QTRY_COMPARE(m_reports.size(), 1);
+        QTEST(m_reports.first(), "message");
+    }
+
+    void playerIsKeptUntilObserversAreRemovedInOrder()
+    {
+        connect(m_player.get(), &QObject::destroyed, this, [this] { m_log.append(u"player destroyed"_s); });
+        const auto item = m_item; // keeps the item alive after the player has released it
+        attach();
+        m_player.reset();
+        m_coordinator->tearDown();
+        QCOMPARE(m_log, QStringList({u"unobserve"_s, u"statusChanged"_s, u"unobserve"_s, u"didPlayToEnd"_s,
+                                     u"player destroyed"_s}));
+    }
+
+    void tearDownTwiceIsSafe()
+    {
+        m_coordinator->tearDown();
+        attach();
+        m_coordinator->tearDown();
+        m_coordinator->tearDown();
+        QCOMPARE(m_player->calls()->count(u"unobserve"_s), 1);
+    }
+
+    void lateEventIsIgnored_data() { rows<bool>({"isDestroyed"}, {{"torn down", false}, {"destroyed", true}}); }
+
+    void lateEventIsIgnored()
+    {
+        QFETCH(const bool, isDestroyed);
+        attach(125);
+        // This notification is already queued.
+        m_player->fail({});
+        if (isDestroyed)
+            m_coordinator.reset();
+        else
+            m_coordinator->tearDown();
+        m_player->observations.first().callback(30);
+        m_item->setPlayedToEnd();
+        m_item->setFailed({});
+        const auto calls = *m_player->calls();
+        m_player->finishSeek(true);
+        QCoreApplication::processEvents();
+        QCOMPARE(*m_player->calls(), calls);
+        QCOMPARE(m_reports, QStringList());
+    }
+
+    void previousPlayerIsReleased()
+    {
+        const std::weak_ptr<VideoPlayer> earlier = m_player;
+        const auto earlierItem = m_item;
+        attach(125);
+        const auto seek = m_player->seeks.first();
+        m_player = std::make_shared<ScriptedVideoPlayer>();
+        m_item = std::make_shared<PlayerItem>(QUrl(u"https://hub.example/media/8/index.m3u8"_s));
+        m_player->setItem(m_item);
+        attach(125);
+        QVERIFY(earlier.expired());
+        seek.done(true);
+        QVERIFY(!m_player->calls()->contains(u"play"_s));
+        earlierItem->setPlayedToEnd();
+        QCOMPARE(m_reports, QStringList());
+        m_player->end();
+        QCOMPARE(m_reports, QStringList(u"finished"_s));
+    }
 
 private:
-    void attach(double startAt = 0);
+    void attach(double startAt = 0) { m_coordinator->attach(m_player, *m_item, startAt); }
 
+    QStringList m_reports;
+    QStringList m_log;
     std::shared_ptr<ScriptedVideoPlayer> m_player;
     std::shared_ptr<PlayerItem> m_item;
     std::unique_ptr<Coordinator> m_coordinator;
-    QStringList m_reports;
-    QStringList m_log;
 };
-
-void CoordinatorTest::init()
-{
-    m_reports.clear();
-    m_log.clear();
-    m_player = std::make_shared<ScriptedVideoPlayer>();
-    m_item = std::make_shared<WatchedItem>(QUrl(u"https://hub.example/media/7/index.m3u8"_s), m_player->calls(), m_log);
-    m_player->setItem(m_item);
-    m_coordinator = std::make_unique<Coordinator>(
-        [this](double seconds) { m_reports.append(QString::number(seconds)); },
-        [this] { m_reports.append(u"finished"_s); }, [this](const QString& message) { m_reports.append(message); });
-}
-
-void CoordinatorTest::cleanup()
-{
-    m_coordinator.reset();
-    m_player.reset();
-    m_item.reset();
-}
-
-void CoordinatorTest::attach(double startAt)
-{
-    m_coordinator->attach(m_player, *m_item, startAt);
-}
-
-void CoordinatorTest::startWithinFirstSecondPlaysAtOnceFromBeginning_data()
-{
-    QTest::addColumn<double>("startAt");
-    QTest::newRow("start") << 0.0;
-    QTest::newRow("one second") << 1.0;
-    QTest::newRow("negative") << -5.0;
-    QTest::newRow("not a number") << qQNaN();
-}
-
-void CoordinatorTest::startWithinFirstSecondPlaysAtOnceFromBeginning()
-{
-    QFETCH(const double, startAt);
-    attach(startAt);
-    QCOMPARE(*m_player->calls(), QStringList({u"setItem"_s, u"play"_s, u"observe"_s}));
-}
-
-void CoordinatorTest::laterStartPlaysAfterSeek_data()
-{
-    QTest::addColumn<bool>("finished");
-    QTest::newRow("the seek finished") << true;
-    QTest::newRow("the seek was interrupted") << false;
-}
-
-void CoordinatorTest::laterStartPlaysAfterSeek()
-{
-    QFETCH(const bool, finished);
-    attach(1.5);
-    QCOMPARE(*m_player->calls(), QStringList({u"setItem"_s, u"seek"_s, u"observe"_s}));
-    QCOMPARE(m_player->seeks.first().seconds, 1.5);
-    QCOMPARE(m_player->seeks.first().tolerance, SeekTolerance::AtOrAfter);
-    m_player->finishSeek(finished);
-    QCOMPARE(m_player->calls()->last(), u"play"_s);
-}
-
-void CoordinatorTest::positionIsReportedEveryTenSeconds()
-{
-    attach();
-    QCOMPARE(m_player->observations.size(), 1);
-    QCOMPARE(m_player->observations.first().interval, std::chrono::seconds(10));
-    // Every report is passed on unfiltered.
-    for (const double seconds : {10.0, 0.0, 20.0, 20.0, 3725.5})
-        m_player->report(seconds);
-    QCOMPARE(m_reports, QStringList({u"10"_s, u"0"_s, u"20"_s, u"20"_s, u"3725.5"_s}));
-}
-
-void CoordinatorTest::endIsReported()
-{
-    attach();
-    m_player->end();
-    QCOMPARE(m_reports, QStringList(u"finished"_s));
-}
-
-void CoordinatorTest::readyItemIsNotReported()
-{
-    attach();
-    m_player->showPicture();
-    QCOMPARE(m_item->status(), PlayerItem::Status::ReadyToPlay);
-    QCoreApplication::processEvents();
-    QCOMPARE(m_reports, QStringList());
-}
-
-void CoordinatorTest::failureIsReportedFromEventLoop()
-{
-    attach();
-    m_player->fail({});
-    QCOMPARE(m_reports, QStringList());
-    QTRY_COMPARE(m_reports, QStringList(archived));
-}
-
-void CoordinatorTest::failureIsReportedWithCause_data()
-{
-    QTest::addColumn<VideoFailure>("failure");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("unknown") << VideoFailure{} << archived;
-    QTest::newRow("refused") << VideoFailure{VideoFailure::Cause::Refused, 0, {}} << u"The connection was refused."_s;
-    QTest::newRow("404") << VideoFailure{VideoFailure::Cause::Status, 404, {}} << u"The hub answered 404."_s;
-}
-
-void CoordinatorTest::failureIsReportedWithCause()
-{
-    QFETCH(const VideoFailure, failure);
-    attach();
-    m_player->fail(failure);
-    QTRY_COMPARE(m_reports.size(), 1);
-    QTEST(m_reports.first(), "message");
-}
-
-void CoordinatorTest::playerIsKeptUntilTearDown()
-{
-    const std::weak_ptr<VideoPlayer> player = m_player;
-    attach();
-    m_player.reset();
-    QVERIFY(!player.expired());
-    m_coordinator->tearDown();
-    QVERIFY(player.expired());
-}
-
-void CoordinatorTest::observersAreRemovedInOrder()
-{
-    connect(m_player.get(), &QObject::destroyed, this, [this] { m_log.append(u"player destroyed"_s); });
-    const auto item = m_item; // keeps the item alive after the player has released it
-    attach();
-    m_player.reset();
-    m_coordinator->tearDown();
-    QCOMPARE(m_log, QStringList({u"unobserve"_s, u"statusChanged"_s, u"unobserve"_s, u"didPlayToEnd"_s,
-                                 u"player destroyed"_s}));
-}
-
-void CoordinatorTest::tearDownTwiceIsSafe()
-{
-    m_coordinator->tearDown();
-    attach();
-    m_coordinator->tearDown();
-    m_coordinator->tearDown();
-    QCOMPARE(m_player->calls()->count(u"unobserve"_s), 1);
-}
-
-void CoordinatorTest::lateEventIsIgnored_data()
-{
-    QTest::addColumn<bool>("isDestroyed");
-    QTest::newRow("torn down") << false;
-    QTest::newRow("destroyed") << true;
-}
-
-void CoordinatorTest::lateEventIsIgnored()
-{
-    QFETCH(const bool, isDestroyed);
-    attach(125);
-    // This notification is already queued.
-    m_player->fail({});
-    if (isDestroyed)
-        m_coordinator.reset();
-    else
-        m_coordinator->tearDown();
-    m_player->observations.first().callback(30);
-    m_item->setPlayedToEnd();
-    m_item->setFailed({});
-    const auto calls = *m_player->calls();
-    m_player->finishSeek(true);
-    QCoreApplication::processEvents();
-    QCOMPARE(*m_player->calls(), calls);
-    QCOMPARE(m_reports, QStringList());
-}
-
-void CoordinatorTest::previousPlayerIsReleased()
-{
-    const std::weak_ptr<VideoPlayer> earlier = m_player;
-    const auto earlierItem = m_item;
-    attach(125);
-    const auto seek = m_player->seeks.first();
-    m_player = std::make_shared<ScriptedVideoPlayer>();
-    m_item = std::make_shared<PlayerItem>(QUrl(u"https://hub.example/media/8/index.m3u8"_s));
-    m_player->setItem(m_item);
-    attach(125);
-    QVERIFY(earlier.expired());
-    seek.done(true);
-    QVERIFY(!m_player->calls()->contains(u"play"_s));
-    earlierItem->setPlayedToEnd();
-    QCOMPARE(m_reports, QStringList());
-    m_player->end();
-    QCOMPARE(m_reports, QStringList(u"finished"_s));
-}
 
 QUILLMERE_TEST(CoordinatorTest, QCoreApplication)
 

@@ -1,4 +1,5 @@
 #include "CountdownTimer.h"
+#include "Rows.h"
 #include "ScriptedClock.h"
 #include "TestMain.h"
 
@@ -31,6 +32,12 @@ struct Fixture
         timer.setClock(&clock);
         timer.setRunning(true);
     }
+
+    QString headlineAfter(std::chrono::milliseconds time)
+    {
+        clock.advance(time);
+        return timer.headline();
+    }
 };
 
 } // namespace
@@ -41,156 +48,118 @@ class CountdownTimerTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void countdownIsShownAtOnce();
-    void countdownUpdatesEachSecondFromStart();
-    void lateTickDoesNotDelayNext();
-    void lateTickShowsTimeOfPunctualTick();
-    void countdownEndsAtBroadcast();
-    void clockJumpIsShownAtNextTick_data();
-    void clockJumpIsShownAtNextTick();
-    void withoutBroadcastNothingChanges();
-    void newBroadcastIsShownAtOnceAsOfLatestTick();
-    void stoppedCountdownDoesNotTick();
-    void restartedCountdownUpdatesAtOnceAndKeepsTickTimes();
-    void veryLongLabelIsCutToOneLine();
-};
-
-void CountdownTimerTest::countdownIsShownAtOnce()
-{
-    Fixture fixture;
-    QVERIFY(fixture.timer.isCounting());
-    QCOMPARE(fixture.timer.headline(), u"00:00:10"_s);
-    QCOMPARE(fixture.timer.detail(), u"Tonight"_s);
-}
-
-void CountdownTimerTest::countdownUpdatesEachSecondFromStart()
-{
-    Fixture fixture;
-    const QSignalSpy readings(&fixture.timer, &CountdownTimer::readingChanged);
-    fixture.clock.advance(999ms);
-    QCOMPARE(readings.size(), 0);
-    fixture.clock.advance(1ms);
-    QCOMPARE(readings.size(), 1);
-    QCOMPARE(fixture.timer.headline(), u"00:00:09"_s);
-    fixture.clock.advance(5s);
-    QCOMPARE(readings.size(), 6);
-    QCOMPARE(fixture.timer.headline(), u"00:00:04"_s);
-}
-
-void CountdownTimerTest::lateTickDoesNotDelayNext()
-{
-    Fixture fixture;
-    fixture.clock.stall(2400ms);
-    fixture.clock.advance(0ms);
-    QCOMPARE(fixture.timer.headline(), u"00:00:08"_s);
-    fixture.clock.advance(599ms);
-    QCOMPARE(fixture.timer.headline(), u"00:00:08"_s);
-    fixture.clock.advance(1ms);
-    QCOMPARE(fixture.timer.headline(), u"00:00:07"_s);
-}
-
-void CountdownTimerTest::lateTickShowsTimeOfPunctualTick()
-{
-    // At each tick, 20 ms remain until the text changes. Every tick is late.
-    Fixture fixture(u"2025-06-03T17:00:00.520Z"_s);
-    QCOMPARE(fixture.timer.headline(), u"00:00:11"_s);
-    for (const QString& text : {u"00:00:10"_s, u"00:00:09"_s, u"00:00:08"_s}) {
-        fixture.clock.stall(1s - std::chrono::milliseconds(fixture.clock.elapsed().count() % 1000) + 30ms);
-        fixture.clock.advance(0ms);
-        QCOMPARE(fixture.timer.headline(), text);
+    void countdownIsShownAtOnceAndUpdatesEachSecond()
+    {
+        Fixture fixture;
+        QVERIFY(fixture.timer.isCounting());
+        QCOMPARE(fixture.timer.headline(), u"00:00:10"_s);
+        QCOMPARE(fixture.timer.detail(), u"Tonight"_s);
+        const QSignalSpy readings(&fixture.timer, &CountdownTimer::readingChanged);
+        fixture.clock.advance(999ms);
+        QCOMPARE(readings.size(), 0);
+        fixture.clock.advance(1ms);
+        QCOMPARE(readings.size(), 1);
+        QCOMPARE(fixture.timer.headline(), u"00:00:09"_s);
+        fixture.clock.advance(5s);
+        QCOMPARE(readings.size(), 6);
+        QCOMPARE(fixture.timer.headline(), u"00:00:04"_s);
     }
-}
 
-void CountdownTimerTest::countdownEndsAtBroadcast()
-{
-    Fixture fixture(u"2025-06-03T17:00:00.500Z"_s);
-    fixture.clock.advance(10s);
-    QCOMPARE(fixture.timer.headline(), u"00:00:01"_s);
-    fixture.clock.advance(1s);
-    QVERIFY(!fixture.timer.isCounting());
-    QCOMPARE(fixture.timer.headline(), u"no broadcast scheduled"_s);
-    QCOMPARE(fixture.timer.detail(), u"last on the schedule · Tonight"_s);
-}
+    void lateTickDoesNotDelayNext()
+    {
+        Fixture fixture;
+        fixture.clock.stall(2400ms);
+        QCOMPARE(fixture.headlineAfter(0ms), u"00:00:08"_s);
+        QCOMPARE(fixture.headlineAfter(599ms), u"00:00:08"_s);
+        QCOMPARE(fixture.headlineAfter(1ms), u"00:00:07"_s);
+    }
 
-void CountdownTimerTest::clockJumpIsShownAtNextTick_data()
-{
-    QTest::addColumn<QDateTime>("now");
-    QTest::addColumn<QString>("headline");
-    QTest::newRow("forward") << at(16, 59, 57, 200) << u"00:00:02"_s;
-    QTest::newRow("past the broadcast") << at(18, 0) << u"no broadcast scheduled"_s;
-    QTest::newRow("back") << at(12, 0) << u"04:59:59"_s;
-    QTest::newRow("back by a day") << at(16, 0).addDays(-1) << u"1d 00:59:59"_s;
-    QTest::newRow("in another time zone") << at(16, 0).toOffsetFromUtc(-5 * 3600) << u"00:59:59"_s;
-}
+    void lateTickShowsTimeOfPunctualTick()
+    {
+        // At each tick, 20 ms remain until the text changes. Every tick is late.
+        Fixture fixture(u"2025-06-03T17:00:00.520Z"_s);
+        QCOMPARE(fixture.timer.headline(), u"00:00:11"_s);
+        for (const QString& text : {u"00:00:10"_s, u"00:00:09"_s, u"00:00:08"_s}) {
+            fixture.clock.stall(1s - std::chrono::milliseconds(fixture.clock.elapsed().count() % 1000) + 30ms);
+            QCOMPARE(fixture.headlineAfter(0ms), text);
+        }
+    }
 
-void CountdownTimerTest::clockJumpIsShownAtNextTick()
-{
-    QFETCH(QDateTime, now);
-    QFETCH(QString, headline);
-    Fixture fixture;
-    fixture.clock.advance(400ms);
-    fixture.clock.jumpTo(now);
-    QCOMPARE(fixture.timer.headline(), u"00:00:10"_s);
-    fixture.clock.advance(599ms);
-    QCOMPARE(fixture.timer.headline(), u"00:00:10"_s);
-    fixture.clock.advance(1ms);
-    QCOMPARE(fixture.timer.headline(), headline);
-}
+    void countdownEndsAtBroadcast()
+    {
+        Fixture fixture(u"2025-06-03T17:00:00.500Z"_s);
+        QCOMPARE(fixture.headlineAfter(10s), u"00:00:01"_s);
+        fixture.clock.advance(1s);
+        QVERIFY(!fixture.timer.isCounting());
+        QCOMPARE(fixture.timer.headline(), u"no broadcast scheduled"_s);
+        QCOMPARE(fixture.timer.detail(), u"last on the schedule · Tonight"_s);
+    }
 
-void CountdownTimerTest::withoutBroadcastNothingChanges()
-{
-    Fixture fixture(u"2025-06-03 17:00"_s);
-    const QSignalSpy readings(&fixture.timer, &CountdownTimer::readingChanged);
-    QVERIFY(!fixture.timer.isCounting());
-    QCOMPARE(fixture.timer.headline(), u"no broadcast scheduled"_s);
-    QCOMPARE(fixture.timer.detail(), QString());
-    fixture.clock.advance(1min);
-    QCOMPARE(readings.size(), 0);
-}
+    void clockJumpIsShownAtNextTick_data()
+    {
+        rows<QDateTime, QString>({"now", "headline"},
+                                 {{"forward", at(16, 59, 57, 200), u"00:00:02"_s},
+                                  {"past the broadcast", at(18, 0), u"no broadcast scheduled"_s},
+                                  {"back", at(12, 0), u"04:59:59"_s},
+                                  {"back by a day", at(16, 0).addDays(-1), u"1d 00:59:59"_s},
+                                  {"in another time zone", at(16, 0).toOffsetFromUtc(-5 * 3600), u"00:59:59"_s}});
+    }
 
-void CountdownTimerTest::newBroadcastIsShownAtOnceAsOfLatestTick()
-{
-    Fixture fixture;
-    fixture.clock.advance(2900ms);
-    QCOMPARE(fixture.timer.headline(), u"00:00:08"_s);
-    fixture.timer.setLabel(u"This evening"_s);
-    QCOMPARE(fixture.timer.detail(), u"This evening"_s);
-    QCOMPARE(fixture.timer.headline(), u"00:00:08"_s);
-    fixture.timer.setNextBroadcast(u"2025-06-03T18:00:00Z"_s);
-    QCOMPARE(fixture.timer.headline(), u"01:00:08"_s);
-    fixture.clock.advance(100ms);
-    QCOMPARE(fixture.timer.headline(), u"01:00:07"_s);
-}
+    void clockJumpIsShownAtNextTick()
+    {
+        QFETCH(QDateTime, now);
+        Fixture fixture;
+        fixture.clock.advance(400ms);
+        fixture.clock.jumpTo(now);
+        QCOMPARE(fixture.timer.headline(), u"00:00:10"_s);
+        QCOMPARE(fixture.headlineAfter(599ms), u"00:00:10"_s);
+        QTEST(fixture.headlineAfter(1ms), "headline");
+    }
 
-void CountdownTimerTest::stoppedCountdownDoesNotTick()
-{
-    Fixture fixture;
-    fixture.timer.setRunning(false);
-    QCOMPARE(fixture.clock.pendingTimers(), 0);
-    fixture.clock.advance(3s);
-    QCOMPARE(fixture.timer.headline(), u"00:00:10"_s);
-}
+    void withoutBroadcastNothingChanges()
+    {
+        Fixture fixture(u"2025-06-03 17:00"_s);
+        const QSignalSpy readings(&fixture.timer, &CountdownTimer::readingChanged);
+        QVERIFY(!fixture.timer.isCounting());
+        QCOMPARE(fixture.timer.headline(), u"no broadcast scheduled"_s);
+        QCOMPARE(fixture.timer.detail(), QString());
+        fixture.clock.advance(1min);
+        QCOMPARE(readings.size(), 0);
+    }
 
-void CountdownTimerTest::restartedCountdownUpdatesAtOnceAndKeepsTickTimes()
-{
-    Fixture fixture;
-    fixture.timer.setRunning(false);
-    fixture.clock.advance(3700ms);
-    fixture.timer.setRunning(true);
-    QCOMPARE(fixture.timer.headline(), u"00:00:07"_s);
-    fixture.clock.advance(299ms);
-    QCOMPARE(fixture.timer.headline(), u"00:00:07"_s);
-    fixture.clock.advance(1ms);
-    QCOMPARE(fixture.timer.headline(), u"00:00:06"_s);
-    QCOMPARE(fixture.clock.pendingTimers(), 1);
-}
+    void newBroadcastIsShownAtOnceAsOfLatestTick()
+    {
+        Fixture fixture;
+        QCOMPARE(fixture.headlineAfter(2900ms), u"00:00:08"_s);
+        fixture.timer.setLabel(u"This evening"_s);
+        QCOMPARE(fixture.timer.detail(), u"This evening"_s);
+        QCOMPARE(fixture.timer.headline(), u"00:00:08"_s);
+        fixture.timer.setNextBroadcast(u"2025-06-03T18:00:00Z"_s);
+        QCOMPARE(fixture.timer.headline(), u"01:00:08"_s);
+        QCOMPARE(fixture.headlineAfter(100ms), u"01:00:07"_s);
+    }
 
-void CountdownTimerTest::veryLongLabelIsCutToOneLine()
-{
-    Fixture fixture(u"2025-06-03T17:00:00Z"_s, u"To\nnight"_s + QString(1'000'000, u'!'));
-    QVERIFY(fixture.timer.detail().startsWith(u"To night!"_s));
-    QVERIFY(fixture.timer.detail().size() < 6000);
-}
+    void stoppedCountdownDoesNotTick()
+    {
+        Fixture fixture;
+        fixture.timer.setRunning(false);
+        QCOMPARE(fixture.clock.pendingTimers(), 0);
+        QCOMPARE(fixture.headlineAfter(3700ms), u"00:00:10"_s);
+        // A restart shows the time at once and keeps the times of the ticks.
+        fixture.timer.setRunning(true);
+        QCOMPARE(fixture.timer.headline(), u"00:00:07"_s);
+        QCOMPARE(fixture.headlineAfter(299ms), u"00:00:07"_s);
+        QCOMPARE(fixture.headlineAfter(1ms), u"00:00:06"_s);
+        QCOMPARE(fixture.clock.pendingTimers(), 1);
+    }
+
+    void veryLongLabelIsCutToOneLine()
+    {
+        Fixture fixture(u"2025-06-03T17:00:00Z"_s, u"To\nnight"_s + QString(1'000'000, u'!'));
+        QVERIFY(fixture.timer.detail().startsWith(u"To night!"_s));
+        QVERIFY(fixture.timer.detail().size() < 6000);
+    }
+};
 
 QUILLMERE_TEST(CountdownTimerTest, QCoreApplication)
 

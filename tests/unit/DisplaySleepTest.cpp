@@ -1,6 +1,7 @@
 #include "DisplaySleep.h"
 #include "IdleInhibitor.h"
 #include "RemoteInput.h"
+#include "Rows.h"
 #include "ScriptedClock.h"
 #include "ScriptedDisplayPower.h"
 #include "TestMain.h"
@@ -59,22 +60,17 @@ public:
     ScriptedDisplayPower power;
     std::optional<DisplaySleep> sleep;
     bool isAsleep = false;
-    QStringList delivered;
+    QList<int> delivered; ///< keys; a release as a negative number
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override { delivered.append(u"press %1"_s.arg(event->key(), 0, 16)); }
-    void keyReleaseEvent(QKeyEvent* event) override { delivered.append(u"release %1"_s.arg(event->key(), 0, 16)); }
+    void keyPressEvent(QKeyEvent* event) override { delivered.append(event->key()); }
+    void keyReleaseEvent(QKeyEvent* event) override { delivered.append(-event->key()); }
 };
 
-QString pressOf(int key)
+struct AsleepWindow : SleepingWindow
 {
-    return u"press %1"_s.arg(key, 0, 16);
-}
-
-QString releaseOf(int key)
-{
-    return u"release %1"_s.arg(key, 0, 16);
-}
+    AsleepWindow() { fallAsleep(); }
+};
 
 } // namespace
 
@@ -83,353 +79,245 @@ class DisplaySleepTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void displaySleepsAfterDelayWithoutKey();
-    void blackIsShownBeforeOutputGoesOff();
-    void keyRestartsDelay();
-    void keysAreDeliveredWhileAwake();
-    void displayStaysOnWhileSomethingPlays();
-    void delayBeginsWhenPlayingEnds();
-    void displayStaysOnIfSomethingPlayedFromBeginning();
-    void keyWakesDisplay();
-    void windowIsBlackUntilDisplayIsOn();
-    void displayThatTurnsOnTooLateStaysBlack();
-    void displayMayTurnOnAfterDisplaySleepIsDestroyed();
-    void wakingKeyIsNotDelivered_data();
-    void wakingKeyIsNotDelivered();
-    void heldWakingKeyIsNotDelivered_data();
-    void heldWakingKeyIsNotDelivered();
-    void repeatOfWakingKeyReportedAsNewPressIsNotDelivered();
-    void nextPressOfWakingKeyIsDelivered();
-    void otherKeyIsDeliveredWhileWakingKeyIsHeld();
-    void wakingKeyIsIdentifiedByScanCode();
-    void wakingKeyIsDeliveredAgainAfterWindowLostFocus_data();
-    void wakingKeyIsDeliveredAgainAfterWindowLostFocus();
-    void releaseOfKeyPressedBeforeSleepIsDeliveredWithoutWaking();
-    void keyBeforeOutputIsOffCancelsSwitching();
-    void playingWakesDisplay();
-    void displaySleepsAgainAfterKey();
-    void displaySleepsAgainAfterPlaying();
-    void delayIsParsed_data();
-    void delayIsParsed();
-};
-
-void DisplaySleepTest::displaySleepsAfterDelayWithoutKey()
-{
-    SleepingWindow window;
-    window.clock.advance(delay - 1ms);
-    QVERIFY(!window.isAsleep);
-    window.clock.advance(1ms);
-    QVERIFY(window.isAsleep);
-    window.clock.advance(24h);
-    QCOMPARE(window.power.calls, QStringList{u"off"_s});
-}
-
-void DisplaySleepTest::blackIsShownBeforeOutputGoesOff()
-{
-    SleepingWindow window;
-    window.clock.advance(delay + timeToDraw - 1ms);
-    QVERIFY(window.isAsleep);
-    QCOMPARE(window.power.calls, QStringList());
-    window.clock.advance(1ms);
-    QCOMPARE(window.power.calls, QStringList{u"off"_s});
-}
-
-void DisplaySleepTest::keyRestartsDelay()
-{
-    SleepingWindow window;
-    for (int i = 0; i < 3; ++i) {
+    void blackIsShownAfterDelayWithoutKeyAndOutputGoesOffLater()
+    {
+        SleepingWindow window;
         window.clock.advance(delay - 1ms);
+        QVERIFY(!window.isAsleep);
+        window.clock.advance(1ms);
+        QVERIFY(window.isAsleep);
+        window.clock.advance(timeToDraw - 1ms);
+        QCOMPARE(window.power.calls, QStringList());
+        window.clock.advance(1ms);
+        QCOMPARE(window.power.calls, QStringList{u"off"_s});
+        window.clock.advance(24h);
+        QCOMPARE(window.power.calls, QStringList{u"off"_s});
+    }
+
+    void keyRestartsDelay()
+    {
+        SleepingWindow window;
+        for (int i = 0; i < 3; ++i) {
+            window.clock.advance(delay - 1ms);
+            window.press(Qt::Key_Back);
+            window.send(QEvent::KeyRelease, Qt::Key_Back);
+        }
+        window.clock.advance(delay - 1ms);
+        QVERIFY(!window.isAsleep);
+        window.clock.advance(1ms);
+        QVERIFY(window.isAsleep);
+    }
+
+    void delayBeginsWhenAllPlayingEnds()
+    {
+        SleepingWindow window;
+        std::optional<IdleInhibitor> first(std::in_place);
+        std::optional<IdleInhibitor> second(std::in_place);
+        window.clock.advance(3 * delay);
+        second.reset();
+        window.clock.advance(3 * delay);
+        QVERIFY(!window.isAsleep);
+        first.reset();
+        window.clock.advance(delay - 1ms);
+        QVERIFY(!window.isAsleep);
+        window.clock.advance(1ms);
+        QVERIFY(window.isAsleep);
+    }
+
+    void displayStaysOnIfSomethingPlayedFromBeginning()
+    {
+        std::optional<IdleInhibitor> playing(std::in_place);
+        SleepingWindow window;
+        window.clock.advance(3 * delay);
+        QVERIFY(!window.isAsleep);
+        playing.reset();
+        window.clock.advance(delay);
+        QVERIFY(window.isAsleep);
+    }
+
+    void windowIsBlackUntilDisplayIsOn()
+    {
+        AsleepWindow window;
+        window.power.isSlow = true;
+        window.press(Qt::Key_Down);
+        QVERIFY(window.isAsleep);
+        window.power.switchOnCompletion.resolve(true);
+        QVERIFY(!window.isAsleep);
+    }
+
+    void displayThatTurnsOnTooLateStaysBlack()
+    {
+        AsleepWindow window;
+        window.power.isSlow = true;
+        window.press(Qt::Key_Down);
+        window.release(Qt::Key_Down);
+        const Completion<bool> first = window.power.switchOnCompletion;
+        window.clock.advance(delay + timeToDraw);
+        first.resolve(true);
+        QVERIFY(window.isAsleep);
+    }
+
+    void displayMayTurnOnAfterDisplaySleepIsDestroyed()
+    {
+        AsleepWindow window;
+        window.power.isSlow = true;
+        window.press(Qt::Key_Down);
+        window.sleep.reset();
+        window.power.switchOnCompletion.resolve(true);
+        QVERIFY(window.isAsleep);
+    }
+
+    void keyWakesDisplayForAnotherDelayAndIsNotDelivered_data()
+    {
+        rows<int>({"key"}, {{"arrow", Qt::Key_Down},
+                            {"select", Qt::Key_Return},
+                            {"back", Qt::Key_Escape},
+                            {"letter", Qt::Key_A},
+                            {"unknown key", Qt::Key_unknown},
+                            {"key without a name", 0}});
+    }
+    void keyWakesDisplayForAnotherDelayAndIsNotDelivered()
+    {
+        QFETCH(const int, key);
+        AsleepWindow window;
+        window.press(key);
+        QVERIFY(!window.isAsleep);
+        QCOMPARE(window.power.calls, QStringList{u"on"_s});
+        window.release(key);
+        QCOMPARE(window.delivered, QList<int>());
+        window.clock.advance(delay + timeToDraw);
+        QVERIFY(window.isAsleep);
+        QCOMPARE(window.power.calls, (QStringList{u"on"_s, u"off"_s}));
+    }
+
+    void heldWakingKeyIsNotDelivered_data()
+    {
+        rows<int>({"key"},
+                  {{"arrow, repeated by the program", Qt::Key_Down}, {"letter, repeated by the system", Qt::Key_A}});
+    }
+    void heldWakingKeyIsNotDelivered()
+    {
+        QFETCH(const int, key);
+        AsleepWindow window;
+        window.press(key);
+        for (int i = 0; i < 20; ++i) {
+            window.clock.advance(100ms);
+            window.send(QEvent::KeyRelease, key, 0, true);
+            window.send(QEvent::KeyPress, key, 0, true);
+        }
+        window.release(key);
+        QCOMPARE(window.delivered, QList<int>());
+    }
+
+    void nextPressOfWakingKeyIsDeliveredButNotRepeatReportedAsPress()
+    {
+        AsleepWindow window;
+        window.send(QEvent::KeyPress, Qt::Key_A, 1000);
+        for (quint64 time = 1400; time < 2000; time += 40) {
+            window.send(QEvent::KeyRelease, Qt::Key_A, time);
+            window.send(QEvent::KeyPress, Qt::Key_A, time);
+        }
+        window.send(QEvent::KeyRelease, Qt::Key_A, 2010);
+        QCOMPARE(window.delivered, QList<int>());
+        window.send(QEvent::KeyPress, Qt::Key_A, 2110);
+        window.send(QEvent::KeyRelease, Qt::Key_A, 2210);
+        QCOMPARE(window.delivered, (QList<int>{Qt::Key_A, -Qt::Key_A}));
+    }
+
+    void otherKeyIsDeliveredWhileWakingKeyIsHeld()
+    {
+        AsleepWindow window;
+        window.press(Qt::Key_A);
+        window.press(Qt::Key_B);
+        window.release(Qt::Key_B);
+        window.release(Qt::Key_A);
+        QCOMPARE(window.delivered, (QList<int>{Qt::Key_B, -Qt::Key_B}));
+    }
+
+    void wakingKeyIsIdentifiedByScanCode()
+    {
+        AsleepWindow window;
+        constexpr quint32 scanCode = 24;
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_At, Qt::GroupSwitchModifier, scanCode, 0, 0);
+        QCoreApplication::sendEvent(&window, &press);
+        QKeyEvent release(QEvent::KeyRelease, Qt::Key_Q, Qt::NoModifier, scanCode, 0, 0);
+        QCoreApplication::sendEvent(&window, &release);
+        QCOMPARE(window.delivered, QList<int>());
+    }
+
+    void wakingKeyIsDeliveredAgainAfterWindowLostFocus_data()
+    {
+        rows<int>({"key"}, {{"repeating button", Qt::Key_Left},
+                            {"button without repeat", Qt::Key_Select},
+                            {"back", Qt::Key_Back},
+                            {"no button of the remote", Qt::Key_A}});
+    }
+    void wakingKeyIsDeliveredAgainAfterWindowLostFocus()
+    {
+        QFETCH(const int, key);
+        AsleepWindow window;
+        window.press(key);
+        // Another window gets the release.
+        QFocusEvent focusOut(QEvent::FocusOut);
+        QCoreApplication::sendEvent(&window, &focusOut);
+        window.press(key);
+        QCOMPARE(window.delivered, QList<int>{key});
+    }
+
+    void releaseOfKeyPressedBeforeSleepIsDeliveredWithoutWaking()
+    {
+        SleepingWindow window;
         window.press(Qt::Key_Back);
-        window.send(QEvent::KeyRelease, Qt::Key_Back);
+        window.fallAsleep();
+        window.release(Qt::Key_Back);
+        QCOMPARE(window.delivered, QList<int>{-Qt::Key_Back});
+        QVERIFY(window.isAsleep);
     }
-    window.clock.advance(delay - 1ms);
-    QVERIFY(!window.isAsleep);
-    window.clock.advance(1ms);
-    QVERIFY(window.isAsleep);
-}
 
-void DisplaySleepTest::keysAreDeliveredWhileAwake()
-{
-    SleepingWindow window;
-    window.press(Qt::Key_A);
-    window.release(Qt::Key_A);
-    QCOMPARE(window.delivered, (QStringList{pressOf(Qt::Key_A), releaseOf(Qt::Key_A)}));
-}
-
-void DisplaySleepTest::displayStaysOnWhileSomethingPlays()
-{
-    SleepingWindow window;
-    const IdleInhibitor first;
-    std::optional<IdleInhibitor> second(std::in_place);
-    window.clock.advance(3 * delay);
-    second.reset();
-    window.clock.advance(3 * delay);
-    QVERIFY(!window.isAsleep);
-}
-
-void DisplaySleepTest::delayBeginsWhenPlayingEnds()
-{
-    SleepingWindow window;
-    std::optional<IdleInhibitor> playing(std::in_place);
-    window.clock.advance(3 * delay);
-    playing.reset();
-    window.clock.advance(delay - 1ms);
-    QVERIFY(!window.isAsleep);
-    window.clock.advance(1ms);
-    QVERIFY(window.isAsleep);
-}
-
-void DisplaySleepTest::displayStaysOnIfSomethingPlayedFromBeginning()
-{
-    std::optional<IdleInhibitor> playing(std::in_place);
-    SleepingWindow window;
-    window.clock.advance(3 * delay);
-    QVERIFY(!window.isAsleep);
-    playing.reset();
-    window.clock.advance(delay);
-    QVERIFY(window.isAsleep);
-}
-
-void DisplaySleepTest::keyWakesDisplay()
-{
-    SleepingWindow window;
-    window.fallAsleep();
-    window.press(Qt::Key_Down);
-    QVERIFY(!window.isAsleep);
-    QCOMPARE(window.power.calls, QStringList{u"on"_s});
-}
-
-void DisplaySleepTest::windowIsBlackUntilDisplayIsOn()
-{
-    SleepingWindow window;
-    window.power.isSlow = true;
-    window.fallAsleep();
-    window.press(Qt::Key_Down);
-    QVERIFY(window.isAsleep);
-    window.power.switchOnCompletion.resolve(true);
-    QVERIFY(!window.isAsleep);
-}
-
-void DisplaySleepTest::displayThatTurnsOnTooLateStaysBlack()
-{
-    SleepingWindow window;
-    window.power.isSlow = true;
-    window.fallAsleep();
-    window.press(Qt::Key_Down);
-    window.release(Qt::Key_Down);
-    const Completion<bool> first = window.power.switchOnCompletion;
-    window.clock.advance(delay + timeToDraw);
-    first.resolve(true);
-    QVERIFY(window.isAsleep);
-}
-
-void DisplaySleepTest::displayMayTurnOnAfterDisplaySleepIsDestroyed()
-{
-    SleepingWindow window;
-    window.power.isSlow = true;
-    window.fallAsleep();
-    window.press(Qt::Key_Down);
-    window.sleep.reset();
-    window.power.switchOnCompletion.resolve(true);
-    QVERIFY(window.isAsleep);
-}
-
-void DisplaySleepTest::wakingKeyIsNotDelivered_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::newRow("arrow") << int(Qt::Key_Down);
-    QTest::newRow("select") << int(Qt::Key_Return);
-    QTest::newRow("back") << int(Qt::Key_Escape);
-    QTest::newRow("letter") << int(Qt::Key_A);
-    QTest::newRow("unknown key") << int(Qt::Key_unknown);
-    QTest::newRow("key without a name") << 0;
-}
-
-void DisplaySleepTest::wakingKeyIsNotDelivered()
-{
-    QFETCH(const int, key);
-    SleepingWindow window;
-    window.fallAsleep();
-    window.press(key);
-    window.release(key);
-    QCOMPARE(window.delivered, QStringList());
-}
-
-void DisplaySleepTest::heldWakingKeyIsNotDelivered_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::newRow("arrow, repeated by the program") << int(Qt::Key_Down);
-    QTest::newRow("letter, repeated by the system") << int(Qt::Key_A);
-}
-
-void DisplaySleepTest::heldWakingKeyIsNotDelivered()
-{
-    QFETCH(const int, key);
-    SleepingWindow window;
-    window.fallAsleep();
-    window.press(key);
-    for (int i = 0; i < 20; ++i) {
-        window.clock.advance(100ms);
-        window.send(QEvent::KeyRelease, key, 0, true);
-        window.send(QEvent::KeyPress, key, 0, true);
+    void keyBeforeOutputIsOffCancelsSwitching()
+    {
+        SleepingWindow window;
+        window.clock.advance(delay);
+        window.press(Qt::Key_Down);
+        QVERIFY(!window.isAsleep);
+        window.clock.advance(delay - 1ms);
+        QCOMPARE(window.power.calls, QStringList());
     }
-    window.release(key);
-    QCOMPARE(window.delivered, QStringList());
-}
 
-void DisplaySleepTest::repeatOfWakingKeyReportedAsNewPressIsNotDelivered()
-{
-    SleepingWindow window;
-    window.fallAsleep();
-    window.send(QEvent::KeyPress, Qt::Key_A, 1000);
-    for (quint64 time = 1400; time < 2000; time += 40) {
-        window.send(QEvent::KeyRelease, Qt::Key_A, time);
-        window.send(QEvent::KeyPress, Qt::Key_A, time);
+    void playingWakesDisplayUntilDelayAfterItsEnd()
+    {
+        AsleepWindow window;
+        std::optional<IdleInhibitor> playing(std::in_place);
+        QVERIFY(!window.isAsleep);
+        QCOMPARE(window.power.calls, QStringList{u"on"_s});
+        window.press(Qt::Key_A);
+        QCOMPARE(window.delivered, QList<int>{Qt::Key_A});
+        window.clock.advance(delay);
+        playing.reset();
+        window.clock.advance(delay + timeToDraw);
+        QVERIFY(window.isAsleep);
+        QCOMPARE(window.power.calls, (QStringList{u"on"_s, u"off"_s}));
     }
-    window.send(QEvent::KeyRelease, Qt::Key_A, 2010);
-    QCOMPARE(window.delivered, QStringList());
-}
 
-void DisplaySleepTest::nextPressOfWakingKeyIsDelivered()
-{
-    SleepingWindow window;
-    window.fallAsleep();
-    window.send(QEvent::KeyPress, Qt::Key_A, 1000);
-    window.send(QEvent::KeyRelease, Qt::Key_A, 1100);
-    window.send(QEvent::KeyPress, Qt::Key_A, 1200);
-    window.send(QEvent::KeyRelease, Qt::Key_A, 1300);
-    QCOMPARE(window.delivered, (QStringList{pressOf(Qt::Key_A), releaseOf(Qt::Key_A)}));
-}
-
-void DisplaySleepTest::otherKeyIsDeliveredWhileWakingKeyIsHeld()
-{
-    SleepingWindow window;
-    window.fallAsleep();
-    window.press(Qt::Key_A);
-    window.press(Qt::Key_B);
-    window.release(Qt::Key_B);
-    window.release(Qt::Key_A);
-    QCOMPARE(window.delivered, (QStringList{pressOf(Qt::Key_B), releaseOf(Qt::Key_B)}));
-}
-
-void DisplaySleepTest::wakingKeyIsIdentifiedByScanCode()
-{
-    SleepingWindow window;
-    window.fallAsleep();
-    constexpr quint32 scanCode = 24;
-    QKeyEvent press(QEvent::KeyPress, Qt::Key_At, Qt::GroupSwitchModifier, scanCode, 0, 0);
-    QCoreApplication::sendEvent(&window, &press);
-    QKeyEvent release(QEvent::KeyRelease, Qt::Key_Q, Qt::NoModifier, scanCode, 0, 0);
-    QCoreApplication::sendEvent(&window, &release);
-    QCOMPARE(window.delivered, QStringList());
-}
-
-void DisplaySleepTest::wakingKeyIsDeliveredAgainAfterWindowLostFocus_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::newRow("repeating button") << int(Qt::Key_Left);
-    QTest::newRow("button without repeat") << int(Qt::Key_Select);
-    QTest::newRow("back") << int(Qt::Key_Back);
-    QTest::newRow("no button of the remote") << int(Qt::Key_A);
-}
-
-void DisplaySleepTest::wakingKeyIsDeliveredAgainAfterWindowLostFocus()
-{
-    QFETCH(const int, key);
-    SleepingWindow window;
-    window.fallAsleep();
-    window.press(key);
-    // Another window gets the release.
-    QFocusEvent focusOut(QEvent::FocusOut);
-    QCoreApplication::sendEvent(&window, &focusOut);
-    window.press(key);
-    QCOMPARE(window.delivered, QStringList{pressOf(key)});
-}
-
-void DisplaySleepTest::releaseOfKeyPressedBeforeSleepIsDeliveredWithoutWaking()
-{
-    SleepingWindow window;
-    window.press(Qt::Key_Back);
-    window.fallAsleep();
-    window.release(Qt::Key_Back);
-    QCOMPARE(window.delivered, QStringList{releaseOf(Qt::Key_Back)});
-    QVERIFY(window.isAsleep);
-}
-
-void DisplaySleepTest::keyBeforeOutputIsOffCancelsSwitching()
-{
-    SleepingWindow window;
-    window.clock.advance(delay);
-    window.press(Qt::Key_Down);
-    QVERIFY(!window.isAsleep);
-    window.clock.advance(delay - 1ms);
-    QCOMPARE(window.power.calls, QStringList());
-}
-
-void DisplaySleepTest::playingWakesDisplay()
-{
-    SleepingWindow window;
-    window.fallAsleep();
-    const IdleInhibitor playing;
-    QVERIFY(!window.isAsleep);
-    QCOMPARE(window.power.calls, QStringList{u"on"_s});
-    window.press(Qt::Key_A);
-    QCOMPARE(window.delivered, QStringList{pressOf(Qt::Key_A)});
-}
-
-void DisplaySleepTest::displaySleepsAgainAfterKey()
-{
-    SleepingWindow window;
-    window.fallAsleep();
-    window.press(Qt::Key_Down);
-    window.release(Qt::Key_Down);
-    window.clock.advance(delay + timeToDraw);
-    QVERIFY(window.isAsleep);
-    QCOMPARE(window.power.calls, (QStringList{u"on"_s, u"off"_s}));
-}
-
-void DisplaySleepTest::displaySleepsAgainAfterPlaying()
-{
-    SleepingWindow window;
-    window.fallAsleep();
-    std::optional<IdleInhibitor> playing(std::in_place);
-    window.clock.advance(delay);
-    playing.reset();
-    window.clock.advance(delay + timeToDraw);
-    QVERIFY(window.isAsleep);
-    QCOMPARE(window.power.calls, (QStringList{u"on"_s, u"off"_s}));
-}
-
-void DisplaySleepTest::delayIsParsed_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<std::optional<milliseconds>>("parsed");
-
-    const auto row = [](const char* text, std::optional<milliseconds> parsed) {
-        QTest::newRow(text) << QString::fromLatin1(text) << parsed;
-    };
-    row("20min", 20min);
-    row("20 m", 20min);
-    row("20", 20min);
-    row("90s", 90s);
-    row("90 sec", 90s);
-    row("2h", 2h);
-    row(" 5min ", 5min);
-    row("0", 0ms);
-    row("", std::nullopt);
-    row("never", std::nullopt);
-    row("-1", std::nullopt);
-    row("1.5min", std::nullopt);
-    row("20 hours", std::nullopt);
-    row("99999999", std::nullopt);
-}
-
-void DisplaySleepTest::delayIsParsed()
-{
-    QFETCH(const QString, text);
-    QFETCH(const std::optional<milliseconds>, parsed);
-    QCOMPARE(DisplaySleep::parseDelay(text), parsed);
-}
+    void delayIsParsed_data()
+    {
+        rows<std::optional<milliseconds>>({"parsed"}, {{"20min", 20min},
+                                                       {"20 m", 20min},
+                                                       {"20", 20min},
+                                                       {"90s", 90s},
+                                                       {"90 sec", 90s},
+                                                       {"2h", 2h},
+                                                       {" 5min ", 5min},
+                                                       {"0", 0ms},
+                                                       {"", std::nullopt},
+                                                       {"never", std::nullopt},
+                                                       {"-1", std::nullopt},
+                                                       {"1.5min", std::nullopt},
+                                                       {"20 hours", std::nullopt},
+                                                       {"99999999", std::nullopt}});
+    }
+    void delayIsParsed() { QTEST(DisplaySleep::parseDelay(QString::fromLatin1(QTest::currentDataTag())), "parsed"); }
+};
 
 QUILLMERE_TEST(DisplaySleepTest, QGuiApplication)
 

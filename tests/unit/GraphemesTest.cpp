@@ -1,4 +1,5 @@
 #include "Graphemes.h"
+#include "Rows.h"
 #include "TestMain.h"
 
 #include <QFile>
@@ -17,24 +18,23 @@ class GraphemesTest : public QObject
 private Q_SLOTS:
     void graphemeClustersAreCounted_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<qsizetype>("characters");
-        QTest::newRow("empty") << QString() << qsizetype(0);
-        QTest::newRow("plain letters") << u"Council"_s << qsizetype(7);
-        QTest::newRow("CR LF") << u"a\r\nb"_s << qsizetype(3);
-        QTest::newRow("LF CR") << u"\n\r"_s << qsizetype(2);
-        QTest::newRow("CR LF between accented letters") << u"é\r\né"_s << qsizetype(3);
-        QTest::newRow("CR at the end") << u"a\r"_s << qsizetype(2);
-        QTest::newRow("a letter with a combining mark") << u"e\u0301"_s << qsizetype(1);
-        QTest::newRow("a combining mark alone") << u"\u0301"_s << qsizetype(1);
-        QTest::newRow("a supplementary letter") << u"\U00010400"_s << qsizetype(1);
-        QTest::newRow("a family") << u"\U0001F469\u200D\U0001F469\u200D\U0001F467\u200D\U0001F466"_s << qsizetype(1);
-        QTest::newRow("a skin tone") << u"\U0001F44D\U0001F3FD"_s << qsizetype(1);
-        QTest::newRow("two flags") << u"\U0001F1FA\U0001F1F8\U0001F1E8\U0001F1E6"_s << qsizetype(2);
-        QTest::newRow("a flag and one regional indicator") << u"\U0001F1FA\U0001F1F8\U0001F1E8"_s << qsizetype(2);
-        QTest::newRow("Hangul as jamo") << u"\u1112\u1161\u11AB"_s << qsizetype(1);
-        QTest::newRow("Devanagari with a vowel sign") << u"\u0928\u093F"_s << qsizetype(1);
-        QTest::newRow("an unpaired surrogate") << QString(QChar(0xD83D)) << qsizetype(1);
+        rows<QString, qsizetype>({"text", "characters"},
+                                 {{"empty", QString(), 0},
+                                  {"plain letters", u"Council"_s, 7},
+                                  {"CR LF", u"a\r\nb"_s, 3},
+                                  {"LF CR", u"\n\r"_s, 2},
+                                  {"CR LF between accented letters", u"é\r\né"_s, 3},
+                                  {"CR at the end", u"a\r"_s, 2},
+                                  {"a letter with a combining mark", u"e\u0301"_s, 1},
+                                  {"a combining mark alone", u"\u0301"_s, 1},
+                                  {"a supplementary letter", u"\U00010400"_s, 1},
+                                  {"a family", u"\U0001F469\u200D\U0001F469\u200D\U0001F467\u200D\U0001F466"_s, 1},
+                                  {"a skin tone", u"\U0001F44D\U0001F3FD"_s, 1},
+                                  {"two flags", u"\U0001F1FA\U0001F1F8\U0001F1E8\U0001F1E6"_s, 2},
+                                  {"a flag and one regional indicator", u"\U0001F1FA\U0001F1F8\U0001F1E8"_s, 2},
+                                  {"Hangul as jamo", u"\u1112\u1161\u11AB"_s, 1},
+                                  {"Devanagari with a vowel sign", u"\u0928\u093F"_s, 1},
+                                  {"an unpaired surrogate", QString(QChar(0xD83D)), 1}});
     }
 
     void graphemeClustersAreCounted()
@@ -47,32 +47,25 @@ private Q_SLOTS:
         QVERIFY(Graphemes::prefixLength(text, 0) == 0);
     }
 
-    void lengthOfFirstCharactersEndsAtClusterBoundary()
-    {
-        QVERIFY(Graphemes::prefixLength(u"e\u0301a", 1) == 2);
-        QVERIFY(Graphemes::prefixLength(u"\r\na", 1) == 2);
-        QVERIFY(Graphemes::prefixLength(u"abc", 2) == 2);
-    }
-
     void emojiIsFoundAsWholeSequence_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<qsizetype>("length"); // of the only emoji, which starts at index 2; 0 if there is none
-        QTest::newRow("letters") << u"abcd"_s << qsizetype(0);
-        QTest::newRow("Chinese") << u"ab市議會"_s << qsizetype(0);
-        QTest::newRow("a pictograph") << u"ab\U0001F6A2cd"_s << qsizetype(2);
-        QTest::newRow("a BMP pictograph") << u"ab\u2693cd"_s << qsizetype(1);
-        QTest::newRow("a BMP pictograph in text style") << u"ab\u2693\uFE0Ecd"_s << qsizetype(0);
-        QTest::newRow("a text symbol") << u"ab\u2764cd"_s << qsizetype(0);
-        QTest::newRow("a text symbol in emoji style") << u"ab\u2764\uFE0Fcd"_s << qsizetype(2);
-        QTest::newRow("a judge") << u"ab\U0001F469\U0001F3FD\u200D\u2696\uFE0Fcd"_s << qsizetype(7);
-        QTest::newRow("a family") << u"ab\U0001F469\u200D\U0001F469\u200D\U0001F467cd"_s << qsizetype(8);
-        QTest::newRow("a skin tone") << u"ab\U0001F44D\U0001F3FDcd"_s << qsizetype(4);
-        QTest::newRow("a flag") << u"ab\U0001F1FA\U0001F1F8cd"_s << qsizetype(4);
-        QTest::newRow("a keycap") << u"ab1\uFE0F\u20E3cd"_s << qsizetype(3);
-        QTest::newRow("a keycap without emoji style") << u"ab1\u20E3cd"_s << qsizetype(0);
-        QTest::newRow("a corner bracket") << u"ab\u231Ccd"_s << qsizetype(0);
-        QTest::newRow("an unpaired surrogate") << u"ab"_s + QChar(0xD83D) << qsizetype(0);
+        // "length" is that of the only emoji, which starts at index 2; 0 if there is none.
+        rows<QString, qsizetype>({"text", "length"},
+                                 {{"letters", u"abcd"_s, 0},
+                                  {"Chinese", u"ab市議會"_s, 0},
+                                  {"a pictograph", u"ab\U0001F6A2cd"_s, 2},
+                                  {"a BMP pictograph", u"ab\u2693cd"_s, 1},
+                                  {"a BMP pictograph in text style", u"ab\u2693\uFE0Ecd"_s, 0},
+                                  {"a text symbol", u"ab\u2764cd"_s, 0},
+                                  {"a text symbol in emoji style", u"ab\u2764\uFE0Fcd"_s, 2},
+                                  {"a judge", u"ab\U0001F469\U0001F3FD\u200D\u2696\uFE0Fcd"_s, 7},
+                                  {"a family", u"ab\U0001F469\u200D\U0001F469\u200D\U0001F467cd"_s, 8},
+                                  {"a skin tone", u"ab\U0001F44D\U0001F3FDcd"_s, 4},
+                                  {"a flag", u"ab\U0001F1FA\U0001F1F8cd"_s, 4},
+                                  {"a keycap", u"ab1\uFE0F\u20E3cd"_s, 3},
+                                  {"a keycap without emoji style", u"ab1\u20E3cd"_s, 0},
+                                  {"a corner bracket", u"ab\u231Ccd"_s, 0},
+                                  {"an unpaired surrogate", u"ab"_s + QChar(0xD83D), 0}});
     }
 
     void emojiIsFoundAsWholeSequence()
@@ -89,15 +82,13 @@ private Q_SLOTS:
 
     void hyphenIsWholeCharacterUnlessJoined_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("isWhole");
-        QTest::newRow("between letters") << u"a-b"_s << true;
-        QTest::newRow("at the end") << u"a-"_s << true;
-        QTest::newRow("between accented letters") << u"é-é"_s << true;
-        QTest::newRow("after an unpaired surrogate") << QString(QChar(0xD83D)) + u'-' << true;
-        QTest::newRow("before a combining mark") << u"a-\u0301"_s << false;
-        QTest::newRow("before a joiner") << u"a-\u200D"_s << false;
-        QTest::newRow("after a prepended mark") << u"\u0600-"_s << false;
+        rows<QString, bool>({"text", "isWhole"}, {{"between letters", u"a-b"_s, true},
+                                                  {"at the end", u"a-"_s, true},
+                                                  {"between accented letters", u"é-é"_s, true},
+                                                  {"after an unpaired surrogate", QString(QChar(0xD83D)) + u'-', true},
+                                                  {"before a combining mark", u"a-\u0301"_s, false},
+                                                  {"before a joiner", u"a-\u200D"_s, false},
+                                                  {"after a prepended mark", u"\u0600-"_s, false}});
     }
 
     void hyphenIsWholeCharacterUnlessJoined()

@@ -1,4 +1,5 @@
 #include "Gunzip.h"
+#include "Rows.h"
 #include "TestMain.h"
 
 #include <QTest>
@@ -39,20 +40,19 @@ class GunzipTest : public QObject
 private Q_SLOTS:
     void bodyIsDecompressed_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QByteArray>("expected");
         const QByteArray one = compressed("one");
         const QByteArray two = compressed(QByteArray(100'000, '2'));
         const QByteArray both = "one" + QByteArray(100'000, '2');
-        QTest::newRow("one member") << one << QByteArray("one");
-        QTest::newRow("two members") << one + two << both;
-        QTest::newRow("an empty member between two") << one + compressed("") + two << both;
-        QTest::newRow("zeros after the member") << one + QByteArray(512, '\0') << QByteArray("one");
-        QTest::newRow("text after the member") << one + "\n<!-- served by 7 -->" << QByteArray("one");
-        QTest::newRow("text after two members") << one + two + "trailing" << both;
-        QTest::newRow("first magic byte after the member") << one + '\x1F' << QByteArray("one");
-        QTest::newRow("first magic byte and text after the member") << one + "\x1F words" << QByteArray("one");
-        QTest::newRow("text and a member after the member") << one + "words" + two << QByteArray("one");
+        rows<QByteArray, QByteArray>({"bytes", "expected"},
+                                     {{"one member", one, "one"},
+                                      {"two members", one + two, both},
+                                      {"an empty member between two", one + compressed("") + two, both},
+                                      {"zeros after the member", one + QByteArray(512, '\0'), "one"},
+                                      {"text after the member", one + "\n<!-- served by 7 -->", "one"},
+                                      {"text after two members", one + two + "trailing", both},
+                                      {"first magic byte after the member", one + '\x1F', "one"},
+                                      {"first magic byte and text after the member", one + "\x1F words", "one"},
+                                      {"text and a member after the member", one + "words" + two, "one"}});
     }
     void bodyIsDecompressed()
     {
@@ -69,11 +69,11 @@ private Q_SLOTS:
 
     void bodyThatEndsInsideMemberIsIncomplete_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::newRow("in the first member") << compressed("one").chopped(1);
-        QTest::newRow("in the magic bytes") << compressed("one").first(1);
-        QTest::newRow("in the second member") << compressed("one") + compressed("two").chopped(1);
-        QTest::newRow("after the second member's magic bytes") << compressed("one") + compressed("two").first(2);
+        rows<QByteArray>({"bytes"},
+                         {{"in the first member", compressed("one").chopped(1)},
+                          {"in the magic bytes", compressed("one").first(1)},
+                          {"in the second member", compressed("one") + compressed("two").chopped(1)},
+                          {"after the second member's magic bytes", compressed("one") + compressed("two").first(2)}});
     }
     void bodyThatEndsInsideMemberIsIncomplete()
     {
@@ -86,12 +86,11 @@ private Q_SLOTS:
 
     void damagedBodyIsRejected_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
         QByteArray damaged = compressed(QByteArray(1000, 'a'));
         damaged[damaged.size() - 6] = char(damaged.at(damaged.size() - 6) ^ 1); // a byte of the checksum
-        QTest::newRow("checksum") << damaged;
-        QTest::newRow("checksum of the second member") << compressed("one") + damaged;
-        QTest::newRow("no gzip") << QByteArray("this is not gzip at all");
+        rows<QByteArray>({"bytes"}, {{"checksum", damaged},
+                                     {"checksum of the second member", compressed("one") + damaged},
+                                     {"no gzip", "this is not gzip at all"}});
     }
     void damagedBodyIsRejected()
     {

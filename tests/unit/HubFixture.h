@@ -19,11 +19,13 @@ bool isFinished(const PendingResult<T>& result)
     return result->has_value();
 }
 
-/** The error text for the viewer if the fetch failed; empty if it succeeded. */
+/** "pending", "success", or the error text for the viewer. */
 template<typename T>
-QString failure(const PendingResult<HubResult<T>>& result)
+QString outcome(const PendingResult<HubResult<T>>& result)
 {
-    return **result ? QString() : (*result)->error().errorDescription();
+    if (!isFinished(result))
+        return u"pending"_s;
+    return **result ? u"success"_s : (*result)->error().errorDescription();
 }
 
 inline const QString unreadableText = u"The hub sent something this app couldn't read."_s;

@@ -1,4 +1,5 @@
 #include "IniDefaults.h"
+#include "Rows.h"
 #include "TestMain.h"
 
 #include <QDir>
@@ -6,7 +7,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <cmath>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -61,13 +61,12 @@ private Q_SLOTS:
 
     void numberIsKeptForNextRun_data()
     {
-        QTest::addColumn<double>("value");
-        QTest::newRow("whole") << 60.0;
-        QTest::newRow("fraction") << 1234.5678901234567;
-        QTest::newRow("tiny") << 5e-324;
-        QTest::newRow("huge") << 1e300;
-        QTest::newRow("negative") << -3.25;
-        QTest::newRow("zero") << 0.0;
+        rows<double>({"value"}, {{"whole", 60},
+                                 {"fraction", 1234.5678901234567},
+                                 {"tiny", 5e-324},
+                                 {"huge", 1e300},
+                                 {"negative", -3.25},
+                                 {"zero", 0}});
     }
     void numberIsKeptForNextRun()
     {
@@ -98,14 +97,13 @@ private Q_SLOTS:
 
     void valueInFileIsReturnedUnchanged_data()
     {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<double>("number");
-        QTest::newRow("text") << QByteArray("an hour or so") << 0.0;
-        QTest::newRow("empty") << QByteArray() << 0.0;
-        QTest::newRow("a list") << QByteArray("1, 2") << 0.0;
-        QTest::newRow("infinity") << QByteArray("inf") << std::numeric_limits<double>::infinity();
-        QTest::newRow("negative") << QByteArray("-12.5") << -12.5;
-        QTest::newRow("1e300") << QByteArray("1e300") << 1e300;
+        rows<QByteArray, double>({"text", "number"}, {{"text", "an hour or so", 0},
+                                                      {"empty", QByteArray(), 0},
+                                                      {"a list", "1, 2", 0},
+                                                      {"not a number", "nan", std::numeric_limits<double>::quiet_NaN()},
+                                                      {"infinity", "inf", std::numeric_limits<double>::infinity()},
+                                                      {"negative", "-12.5", -12.5},
+                                                      {"1e300", "1e300", 1e300}});
     }
     void valueInFileIsReturnedUnchanged()
     {
@@ -116,25 +114,18 @@ private Q_SLOTS:
         QTEST(defaults.number(u"resume.tape.7"_s), "number");
     }
 
-    void nanInFileIsReturnedAsNan()
-    {
-        writeFile(m_path, "[General]\nresume.tape.7=nan\n");
-        QVERIFY(std::isnan(IniDefaults(m_path).number(u"resume.tape.7"_s)));
-    }
-
     void damagedFileIsRenamedBeforeWriting_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<double>("saved");
         QByteArray noise;
         for (int i = 0; i < 4096; ++i)
             noise += char((i * 167 + i / 7) & 0xff);
-        QTest::newRow("binary noise") << noise << 0.0;
-        QTest::newRow("zeros") << QByteArray(512, '\0') << 0.0;
-        QTest::newRow("plain text") << QByteArray("this is not what it was\nat all\n") << 0.0;
-        QTest::newRow("zeros at the end")
-            << QByteArray("[General]\nresume.tape.7=123.5\n") + QByteArray(64, '\0') << 123.5;
-        QTest::newRow("last line cut") << QByteArray("[General]\nresume.tape.7=123.5\nresume.ta") << 123.5;
+        rows<QByteArray, double>(
+            {"bytes", "saved"},
+            {{"binary noise", noise, 0},
+             {"zeros", QByteArray(512, '\0'), 0},
+             {"plain text", "this is not what it was\nat all\n", 0},
+             {"zeros at the end", QByteArray("[General]\nresume.tape.7=123.5\n") + QByteArray(64, '\0'), 123.5},
+             {"last line cut", "[General]\nresume.tape.7=123.5\nresume.ta", 123.5}});
     }
     void damagedFileIsRenamedBeforeWriting()
     {
@@ -206,10 +197,9 @@ private Q_SLOTS:
 
     void unwritablePathDoesNotCrash_data()
     {
-        QTest::addColumn<QString>("relativePath");
-        QTest::newRow("a file instead of the folder") << u"blocked/resume.ini"_s;
-        QTest::newRow("a folder instead of the file") << u"folder"_s;
-        QTest::newRow("no such device") << u"/proc/nowhere/resume.ini"_s;
+        rows<QString>({"relativePath"}, {{"a file instead of the folder", u"blocked/resume.ini"_s},
+                                         {"a folder instead of the file", u"folder"_s},
+                                         {"no such device", u"/proc/nowhere/resume.ini"_s}});
     }
     void unwritablePathDoesNotCrash()
     {

@@ -1,7 +1,6 @@
 #include "PlaybackTexts.h"
+#include "Rows.h"
 #include "TestMain.h"
-
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -9,61 +8,42 @@ namespace quillmere {
 
 using enum MetadataItem::Identifier;
 
-namespace {
-
-VHSCover fullCover()
-{
-    VHSCover cover;
-    cover.title = u"Harbour Council"_s;
-    cover.genre = u"DRAMA"_s;
-    cover.bodyName = u"Council"_s;
-    cover.synopsis = u"They meet."_s;
-    return cover;
-}
-
-} // namespace
-
 class MetadataItemsTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void fourItemsAreInOrder();
-    void withoutSynopsisThereAreThreeItems();
-    void withoutTitleThereIsNoTitleItem();
-    void subtitleAndPublisherAreAlwaysPresent();
+    void emptyTitleAndSynopsisHaveNoItem_data()
+    {
+        const MetadataItem title{Title, u"Harbour Council"_s, u"und"_s};
+        const MetadataItem subtitle{SubTitle, u"DRAMA · Council"_s, u"und"_s};
+        const MetadataItem description{Description, u"They meet."_s, u"und"_s};
+        const MetadataItem publisher{Publisher, u"Rewindery Home Video"_s, u"und"_s};
+        rows<QString, QString, QList<MetadataItem>>(
+            {"title", "synopsis", "items"},
+            {{"title and synopsis", title.value, description.value, {title, subtitle, description, publisher}},
+             {"no synopsis", title.value, {}, {title, subtitle, publisher}},
+             {"no title", {}, description.value, {subtitle, description, publisher}}});
+    }
+
+    void emptyTitleAndSynopsisHaveNoItem()
+    {
+        QFETCH(const QString, title);
+        QFETCH(const QString, synopsis);
+        VHSCover cover;
+        cover.title = title;
+        cover.genre = u"DRAMA"_s;
+        cover.bodyName = u"Council"_s;
+        cover.synopsis = synopsis;
+        QTEST(metadataItems(cover), "items");
+    }
+
+    void subtitleAndPublisherAreAlwaysPresent()
+    {
+        const QList<MetadataItem> items{{SubTitle, u" · "_s}, {Publisher, u"Rewindery Home Video"_s}};
+        QCOMPARE(metadataItems({}), items);
+    }
 };
-
-void MetadataItemsTest::fourItemsAreInOrder()
-{
-    const QList<MetadataItem> items{{Title, u"Harbour Council"_s, u"und"_s},
-                                    {SubTitle, u"DRAMA · Council"_s, u"und"_s},
-                                    {Description, u"They meet."_s, u"und"_s},
-                                    {Publisher, u"Rewindery Home Video"_s, u"und"_s}};
-    QCOMPARE(metadataItems(fullCover()), items);
-}
-
-void MetadataItemsTest::withoutSynopsisThereAreThreeItems()
-{
-    VHSCover cover = fullCover();
-    cover.synopsis.clear();
-    const QList<MetadataItem> items = metadataItems(cover);
-    QCOMPARE(items.size(), 3);
-    QCOMPARE(items.last().identifier, Publisher);
-}
-
-void MetadataItemsTest::withoutTitleThereIsNoTitleItem()
-{
-    VHSCover cover = fullCover();
-    cover.title.clear();
-    QCOMPARE(metadataItems(cover).first().identifier, SubTitle);
-}
-
-void MetadataItemsTest::subtitleAndPublisherAreAlwaysPresent()
-{
-    const QList<MetadataItem> items{{SubTitle, u" · "_s}, {Publisher, u"Rewindery Home Video"_s}};
-    QCOMPARE(metadataItems({}), items);
-}
 
 QUILLMERE_TEST(MetadataItemsTest, QCoreApplication)
 

@@ -74,6 +74,22 @@ struct NewsControllerFixture : StoreFixture
 
     ScriptedVideoPlayer* player() const { return players.isEmpty() ? nullptr : players.last().data(); }
     QString number() const { return screen->currentStation().number; }
+
+    /** The states of the screen that hold. */
+    QString state() const
+    {
+        const QList<std::pair<bool, QString>> states{{screen->isChecking(), u"checking"_s},
+                                                     {screen->isLive(), u"live"_s},
+                                                     {screen->player(), u"player"_s},
+                                                     {screen->isLit(), u"lit"_s},
+                                                     {screen->isOnStandby(), u"standby"_s}};
+        QStringList names;
+        for (const auto& [holds, name] : states) {
+            if (holds)
+                names.append(name);
+        }
+        return names.join(u' ');
+    }
 };
 
 } // namespace quillmere

@@ -65,54 +65,52 @@ class NewsEnduranceTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void twoHoursOfPollingLeakNothing();
-};
-
-void NewsEnduranceTest::twoHoursOfPollingLeakNothing()
-{
-    constexpr int passes = 1200;
-    constexpr int warmUp = 200;
-    constexpr qint64 allowedBytes = 256 * 1024; // a leak of about 260 bytes per pass would exceed this
-    FaultyHub http;
-    HubAPI hub(http, QUrl(u"https://hub.example"_s));
-    MemoryDefaults defaults;
-    Store store(hub, defaults);
-    ScriptedClock clock;
-    int alive = 0;
-    int created = 0;
-    NewsController screen;
-    screen.setStore(&store);
-    screen.setProperty("hub", QVariant::fromValue<HubAPI*>(&hub));
-    screen.setProperty("clock", QVariant::fromValue<Clock*>(&clock));
-    screen.setCreatePlayer([&](Clock&) {
-        ++alive;
-        ++created;
-        auto player = std::make_shared<ScriptedVideoPlayer>();
-        connect(player.get(), &QObject::destroyed, this, [&alive] { --alive; });
-        return player;
-    });
-    screen.appear();
-    qint64 before = 0;
-    for (int pass = 1; pass <= passes; ++pass) {
-        // A pass is over when its pause timer has started. The status is decoded on another thread.
-        while (clock.pendingTimers() == 0)
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        QCOMPARE(http.probes, pass);
-        QCOMPARE(http.refreshes, pass);
-        QCOMPARE(screen.isLit(), pass % 2 == 1);
-        QCOMPARE(alive, pass % 2);
-        if (pass == warmUp)
-            before = memoryInUse();
-        if (pass < passes)
-            clock.advance(6s);
+    void twoHoursOfPollingLeakNothing()
+    {
+        constexpr int passes = 1200;
+        constexpr int warmUp = 200;
+        constexpr qint64 allowedBytes = 256 * 1024; // a leak of about 260 bytes per pass would exceed this
+        FaultyHub http;
+        HubAPI hub(http, QUrl(u"https://hub.example"_s));
+        MemoryDefaults defaults;
+        Store store(hub, defaults);
+        ScriptedClock clock;
+        int alive = 0;
+        int created = 0;
+        NewsController screen;
+        screen.setStore(&store);
+        screen.setProperty("hub", QVariant::fromValue<HubAPI*>(&hub));
+        screen.setProperty("clock", QVariant::fromValue<Clock*>(&clock));
+        screen.setCreatePlayer([&](Clock&) {
+            ++alive;
+            ++created;
+            auto player = std::make_shared<ScriptedVideoPlayer>();
+            connect(player.get(), &QObject::destroyed, this, [&alive] { --alive; });
+            return player;
+        });
+        screen.appear();
+        qint64 before = 0;
+        for (int pass = 1; pass <= passes; ++pass) {
+            // A pass is over when its pause timer has started. The status is decoded on another thread.
+            while (clock.pendingTimers() == 0)
+                QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+            QCOMPARE(http.probes, pass);
+            QCOMPARE(http.refreshes, pass);
+            QCOMPARE(screen.isLit(), pass % 2 == 1);
+            QCOMPARE(alive, pass % 2);
+            if (pass == warmUp)
+                before = memoryInUse();
+            if (pass < passes)
+                clock.advance(6s);
+        }
+        const qint64 after = memoryInUse();
+        QVERIFY2(after - before < allowedBytes, qPrintable(u"%1 bytes more"_s.arg(after - before)));
+        QCOMPARE(created, passes / 2);
+        screen.disappear();
+        QCOMPARE(alive, 0);
+        QCOMPARE(clock.pendingTimers(), 0);
     }
-    const qint64 after = memoryInUse();
-    QVERIFY2(after - before < allowedBytes, qPrintable(u"%1 bytes more"_s.arg(after - before)));
-    QCOMPARE(created, passes / 2);
-    screen.disappear();
-    QCOMPARE(alive, 0);
-    QCOMPARE(clock.pendingTimers(), 0);
-}
+};
 
 QUILLMERE_TEST(NewsEnduranceTest, QCoreApplication)
 

@@ -1,6 +1,7 @@
 #include "HubURL.h"
 #include "NewsController.h"
 #include "NewsControllerFixture.h"
+#include "Rows.h"
 #include "TestMain.h"
 
 #include <QSignalSpy>
@@ -23,334 +24,285 @@ class NewsStationsTest : public QObject
 private Q_SLOTS:
     void init() { m_news = std::make_unique<NewsControllerFixture>(); }
     void cleanup() { m_news.reset(); }
-    void withoutChannelsThereIsOneStationAndNoTuner();
-    void tunerIsShownForTwoStations();
-    void channelWithoutPathShowsNoTuner();
-    void unchangedStationsAreNotNotified();
 
-    void pickingStationTunesToIt();
-    void pickingCurrentStationChangesNothing();
-    void stationWithSameNumberIsSameStation();
-    void pickingDuringProbeEndsInChecking();
-    void pickingDuringRefreshCancelsRefresh();
-    void pickingDuringPauseProbesAtOnce();
-    void pickedStationWithSamePathKeepsPolling();
-    void pickedStationIsKeptWhenStatusOmitsIt();
-    void pickedStationIsForgottenWhenScreenCloses();
-    void pickedStationIsPlayedWhenItsTowerIsLit();
+    void withoutChannelsThereIsOneStationAndNoTuner()
+    {
+        m_news->open(false);
+        QCOMPARE(screen().stations(), QList<TunerStation>({{u"5"_s, u"5 O'Clock News"_s, m_news->five}}));
+        QCOMPARE(screen().currentStation(), screen().stations().constFirst());
+        QVERIFY(!screen().hasTuner());
+    }
 
-    void reorderedStationsChangeCurrentStation();
-    void reorderingWhileLitKeepsPlayerUntilNewTowerIsDark();
-    void statusSetDuringProbeCancelsProbe();
-    void reorderingWithSamePathKeepsPolling();
+    void tunerIsShownForTwoStations()
+    {
+        m_news->open(false, R"({"news": {"channels": {"7": {"label": "Seven", "path": "seven"}}}})");
+        QCOMPARE(screen().stations().size(), 2);
+        QVERIFY(screen().hasTuner());
+        QCOMPARE(m_news->number(), u"5"_s);
+    }
 
-    void channelKeysStepThroughStationsInCircle();
-    void channelKeysSkipStationsThatCannotBePicked();
-    void channelKeysStepFromStationNoLongerListed_data();
-    void channelKeysStepFromStationNoLongerListed();
-    void channelKeysFindStationWithChangedLabel();
-    void channelKeysChangeNothingWithOneStation();
-    void otherKeysAreNotHandled();
+    void channelWithoutPathShowsNoTuner()
+    {
+        m_news->open(false, R"({"news": {"channels": {"7": {"label": "Seven", "path": ""}}}})");
+        QVERIFY(!screen().hasTuner());
+    }
+
+    void unchangedStationsAreNotNotified()
+    {
+        openThree(true);
+        QSignalSpy stations(&screen(), &NewsController::stationsChanged);
+        QSignalSpy station(&screen(), &NewsController::currentStationChanged);
+        m_news->pause();
+        m_news->pass(true, m_news->five, m_news->threeStations());
+        QCOMPARE(stations.count(), 0);
+        QCOMPARE(station.count(), 0);
+    }
+
+    void pickingStationTunesToIt()
+    {
+        openThree(true);
+        const auto callsBefore = m_news->calls.last();
+        pick(1);
+        QCOMPARE(callsBefore->last(2), QStringList({u"pause"_s, u"clearItem"_s}));
+        QCOMPARE(m_news->state(), u"checking standby"_s);
+        QCOMPARE(screen().selected(), screen().stations().at(1));
+        QCOMPARE(m_news->number(), u"7"_s);
+        QVERIFY(m_news->isWaitingFor(m_news->seven));
+        m_news->pass(false, m_news->seven, m_news->threeStations());
+        QCOMPARE(m_news->players.size(), 1);
+        m_news->pause();
+        m_news->probe(true, m_news->seven);
+        QCOMPARE(m_news->players.size(), 2);
+        QCOMPARE(m_news->player()->item()->url(), *hubURL(m_news->seven));
+        QCOMPARE(screen().shownStationNumbers(), QStringList{u"7"_s});
+    }
+
+    void pickingCurrentStationChangesNothing()
+    {
+        openThree(true);
+        const int requestCount = m_news->http.count();
+        const auto callsBefore = *m_news->calls.last();
+        pick(0);
+        QCOMPARE(m_news->state(), u"live player lit"_s);
+        QVERIFY(!screen().selected());
+        QCOMPARE(m_news->http.count(), requestCount);
+        QCOMPARE(*m_news->calls.last(), callsBefore);
+    }
+
+    void stationWithSameNumberIsSameStation()
+    {
+        m_news->open(true, R"({"news": {"channels": {"5": {"label": "Another", "path": "another"}}}})");
+        QCOMPARE(screen().stations().size(), 2);
+        QVERIFY(screen().hasTuner());
+        pick(1);
+        QVERIFY(screen().isLit());
+        QVERIFY(!screen().selected());
+        QCOMPARE(screen().currentStation().path, m_news->five);
+    }
+
+    void pickingDuringProbeEndsInChecking()
+    {
+        openThree(true);
+        m_news->pause();
+        const int probe = m_news->http.waitingFor(m_news->five);
+        QStringList seen;
+        connect(&screen(), &NewsController::checkingChanged, this,
+                [&] { seen.append(screen().isChecking() ? u"checking"_s : u"answered"_s); });
+        pick(1);
+        QVERIFY(m_news->http.wasCancelled(probe));
+        // The cancelled probe answers false, which counts as an answer; then polling of the new station starts.
+        QCOMPARE(seen, QStringList({u"checking"_s, u"answered"_s, u"checking"_s}));
+        QVERIFY(!screen().isLive());
+        QCOMPARE(m_news->requests(m_news->seven), 1);
+        m_news->pass(true, m_news->seven, m_news->threeStations());
+        QVERIFY(screen().isLit());
+        QCOMPARE(m_news->clock.pendingTimers(), 1);
+    }
+
+    void pickingDuringRefreshCancelsRefresh()
+    {
+        openThree(false);
+        m_news->pause();
+        m_news->probe(true);
+        const int refresh = m_news->http.waitingFor(m_news->status);
+        pick(2);
+        QVERIFY(m_news->http.wasCancelled(refresh));
+        QCOMPARE(m_news->state(), u"checking standby"_s);
+        m_news->pass(true, m_news->nine, m_news->threeStations());
+        QVERIFY(screen().isLit());
+        m_news->pause();
+        QCOMPARE(m_news->requests(m_news->nine), 2);
+        QCOMPARE(m_news->requests(m_news->five), 2);
+    }
+
+    void pickingDuringPauseProbesAtOnce()
+    {
+        openThree(false);
+        pick(1);
+        QCOMPARE(m_news->clock.pendingTimers(), 0);
+        QVERIFY(m_news->isWaitingFor(m_news->seven));
+        m_news->clock.advance(1h);
+        QCOMPARE(m_news->requests(m_news->five), 1);
+    }
+
+    void pickedStationWithSamePathKeepsPolling()
+    {
+        m_news->open(true, R"({"news": {"channels": {"7": {"label": "Seven", "path": "/live/news/index.m3u8"}}}})");
+        const int requestCount = m_news->http.count();
+        pick(1);
+        QCOMPARE(m_news->number(), u"7"_s);
+        QCOMPARE(m_news->state(), u"checking standby"_s);
+        QCOMPARE(m_news->http.count(), requestCount);
+        m_news->pause();
+        m_news->probe(true);
+        QCOMPARE(m_news->state(), u"live player lit"_s);
+        QCOMPARE(screen().shownStationNumbers(), QStringList{u"7"_s});
+    }
+
+    void pickedStationIsKeptWhenStatusOmitsIt()
+    {
+        openThree(false);
+        pick(1);
+        m_news->pass(true, m_news->seven, "{}");
+        QVERIFY(!screen().hasTuner());
+        QCOMPARE(m_news->number(), u"7"_s);
+        QVERIFY(screen().isLit());
+        m_news->pause();
+        QVERIFY(m_news->isWaitingFor(m_news->seven));
+    }
+
+    void pickedStationIsForgottenWhenScreenCloses()
+    {
+        openThree(false);
+        pick(1);
+        screen().disappear();
+        NewsController next;
+        next.setStore(m_news->store.get());
+        QVERIFY(!next.selected());
+        QCOMPARE(next.currentStation().number, u"5"_s);
+    }
+
+    void reorderedStationsChangeCurrentStation()
+    {
+        m_news->open(false, reordered);
+        QCOMPARE(m_news->number(), u"2"_s);
+        QVERIFY(m_news->isWaitingFor(two));
+        QVERIFY(screen().isChecking());
+        QVERIFY(!screen().selected());
+        QCOMPARE(m_news->clock.pendingTimers(), 0);
+    }
+
+    void reorderingWhileLitKeepsPlayerUntilNewTowerIsDark()
+    {
+        m_news->open(true, reordered);
+        QCOMPARE(m_news->state(), u"checking live player lit"_s);
+        QCOMPARE(screen().shownStationNumbers(), QStringList{u"2"_s});
+        const QPointer<ScriptedVideoPlayer> player = m_news->player();
+        m_news->pass(true, two, reordered);
+        QCOMPARE(screen().player(), player.data());
+        QCOMPARE(m_news->players.size(), 1);
+        m_news->pause();
+        m_news->pass(false, two, reordered);
+        QVERIFY(!player);
+        QVERIFY(screen().isOnStandby());
+    }
+
+    void statusSetDuringProbeCancelsProbe()
+    {
+        m_news->open(true);
+        m_news->pause();
+        const int probe = m_news->http.waitingFor(m_news->five);
+        TVStatus status;
+        status.news.hlsURL = u"/live/other.m3u8"_s;
+        m_news->store->setStatus(status);
+        QVERIFY(m_news->http.wasCancelled(probe));
+        QCOMPARE(m_news->state(), u"checking standby"_s);
+        QVERIFY(m_news->isWaitingFor(u"/live/other.m3u8"_s));
+    }
+
+    void reorderingWithSamePathKeepsPolling()
+    {
+        m_news->open(false, R"({"news": {"channels": {"2": {"label": "Two", "path": "/live/news/index.m3u8"}}}})");
+        QCOMPARE(m_news->number(), u"2"_s);
+        QVERIFY(!screen().isChecking());
+        QCOMPARE(m_news->clock.pendingTimers(), 1);
+    }
+
+    void channelKeysStepThroughStationsInCircle()
+    {
+        openThree(false);
+        QStringList seen;
+        for (const int key : {Qt::Key_ChannelUp, Qt::Key_ChannelUp, Qt::Key_ChannelUp, Qt::Key_ChannelDown,
+                              Qt::Key_ChannelDown, Qt::Key_ChannelDown}) {
+            QVERIFY(screen().press(key));
+            seen.append(m_news->number());
+            QVERIFY(screen().isChecking());
+        }
+        QCOMPARE(seen, QStringList({u"7"_s, u"9"_s, u"5"_s, u"9"_s, u"7"_s, u"5"_s}));
+    }
+
+    void channelKeysSkipStationsThatCannotBePicked()
+    {
+        m_news->open(false, R"({"news": {"channels": {"5": {"label": "Another", "path": "another"},
+            "7": {"label": "Seven", "path": "seven"}}}})");
+        QCOMPARE(screen().stations().size(), 3);
+        screen().press(Qt::Key_ChannelUp);
+        QCOMPARE(screen().currentStation().path, m_news->seven);
+        screen().press(Qt::Key_ChannelUp);
+        QCOMPARE(screen().currentStation().path, m_news->five);
+        screen().press(Qt::Key_ChannelDown);
+        screen().press(Qt::Key_ChannelDown);
+        QCOMPARE(screen().currentStation().path, u"/live/another/index.m3u8"_s);
+    }
+
+    void channelKeysStepFromStationNoLongerListed_data()
+    {
+        rows<Qt::Key, QString>({"key", "station"},
+                               {{"up", Qt::Key_ChannelUp, u"5"_s}, {"down", Qt::Key_ChannelDown, u"9"_s}});
+    }
+
+    void channelKeysStepFromStationNoLongerListed()
+    {
+        QFETCH(const Qt::Key, key);
+        openThree(false);
+        screen().pick(m_news->station(u"13"_s, u"/live/thirteen.m3u8"_s));
+        screen().press(key);
+        QTEST(m_news->number(), "station");
+    }
+
+    void channelKeysFindStationWithChangedLabel()
+    {
+        openThree(false);
+        screen().pick(m_news->station(u"7"_s, m_news->seven));
+        QVERIFY(!screen().stations().contains(screen().currentStation()));
+        screen().press(Qt::Key_ChannelUp);
+        QCOMPARE(m_news->number(), u"9"_s);
+    }
+
+    void channelKeysChangeNothingWithOneStation()
+    {
+        m_news->open(true);
+        QVERIFY(screen().press(Qt::Key_ChannelUp));
+        QVERIFY(screen().press(Qt::Key_ChannelDown));
+        QVERIFY(screen().isLit());
+        QVERIFY(!screen().selected());
+    }
+
+    void otherKeysAreNotHandled()
+    {
+        openThree(true);
+        for (const int key : {Qt::Key_Back, Qt::Key_Up, Qt::Key_Left, Qt::Key_Select, Qt::Key_MediaTogglePlayPause})
+            QVERIFY(!screen().press(key));
+        QVERIFY(screen().isLit());
+    }
 
 private:
     NewsController& screen() { return *m_news->screen; }
-    void openThree(bool lit) { m_news->open(lit, NewsControllerFixture::threeStations()); }
+    void openThree(bool lit) { m_news->open(lit, m_news->threeStations()); }
     void pick(int index) { screen().pick(screen().stations().at(index)); }
 
     std::unique_ptr<NewsControllerFixture> m_news;
 };
-
-void NewsStationsTest::withoutChannelsThereIsOneStationAndNoTuner()
-{
-    m_news->open(false);
-    QCOMPARE(screen().stations(), QList<TunerStation>({{u"5"_s, u"5 O'Clock News"_s, NewsControllerFixture::five}}));
-    QCOMPARE(screen().currentStation(), screen().stations().constFirst());
-    QVERIFY(!screen().hasTuner());
-}
-
-void NewsStationsTest::tunerIsShownForTwoStations()
-{
-    m_news->open(false, R"({"news": {"channels": {"7": {"label": "Seven", "path": "seven"}}}})");
-    QCOMPARE(screen().stations().size(), 2);
-    QVERIFY(screen().hasTuner());
-    QCOMPARE(m_news->number(), u"5"_s);
-}
-
-void NewsStationsTest::channelWithoutPathShowsNoTuner()
-{
-    m_news->open(false, R"({"news": {"channels": {"7": {"label": "Seven", "path": ""}}}})");
-    QVERIFY(!screen().hasTuner());
-}
-
-void NewsStationsTest::unchangedStationsAreNotNotified()
-{
-    openThree(true);
-    QSignalSpy stations(&screen(), &NewsController::stationsChanged);
-    QSignalSpy station(&screen(), &NewsController::currentStationChanged);
-    m_news->pause();
-    m_news->pass(true, NewsControllerFixture::five, NewsControllerFixture::threeStations());
-    QCOMPARE(stations.count(), 0);
-    QCOMPARE(station.count(), 0);
-}
-
-void NewsStationsTest::pickingStationTunesToIt()
-{
-    openThree(true);
-    const auto callsBefore = m_news->calls.last();
-    pick(1);
-    QCOMPARE(callsBefore->last(2), QStringList({u"pause"_s, u"clearItem"_s}));
-    QVERIFY(!screen().player());
-    QVERIFY(!screen().isLive());
-    QVERIFY(screen().isChecking());
-    QVERIFY(screen().isOnStandby());
-    QCOMPARE(screen().selected(), screen().stations().at(1));
-    QCOMPARE(m_news->number(), u"7"_s);
-    QVERIFY(m_news->isWaitingFor(NewsControllerFixture::seven));
-}
-
-void NewsStationsTest::pickingCurrentStationChangesNothing()
-{
-    openThree(true);
-    const int requestCount = m_news->http.count();
-    const auto callsBefore = *m_news->calls.last();
-    pick(0);
-    QVERIFY(screen().isLit());
-    QVERIFY(!screen().isChecking());
-    QVERIFY(!screen().selected());
-    QCOMPARE(m_news->http.count(), requestCount);
-    QCOMPARE(*m_news->calls.last(), callsBefore);
-}
-
-void NewsStationsTest::stationWithSameNumberIsSameStation()
-{
-    m_news->open(true, R"({"news": {"channels": {"5": {"label": "Another", "path": "another"}}}})");
-    QCOMPARE(screen().stations().size(), 2);
-    QVERIFY(screen().hasTuner());
-    pick(1);
-    QVERIFY(screen().isLit());
-    QVERIFY(!screen().selected());
-    QCOMPARE(screen().currentStation().path, NewsControllerFixture::five);
-}
-
-void NewsStationsTest::pickingDuringProbeEndsInChecking()
-{
-    openThree(true);
-    m_news->pause();
-    const int probe = m_news->http.waitingFor(NewsControllerFixture::five);
-    QStringList seen;
-    connect(&screen(), &NewsController::checkingChanged, this,
-            [&] { seen.append(screen().isChecking() ? u"checking"_s : u"answered"_s); });
-    pick(1);
-    QVERIFY(m_news->http.wasCancelled(probe));
-    // The cancelled probe answers false, which counts as an answer; then polling of the new station starts.
-    QCOMPARE(seen, QStringList({u"checking"_s, u"answered"_s, u"checking"_s}));
-    QVERIFY(!screen().isLive());
-    QCOMPARE(m_news->requests(NewsControllerFixture::seven), 1);
-    m_news->pass(true, NewsControllerFixture::seven, NewsControllerFixture::threeStations());
-    QVERIFY(screen().isLit());
-    QCOMPARE(m_news->clock.pendingTimers(), 1);
-}
-
-void NewsStationsTest::pickingDuringRefreshCancelsRefresh()
-{
-    openThree(false);
-    m_news->pause();
-    m_news->probe(true);
-    const int refresh = m_news->http.waitingFor(NewsControllerFixture::status);
-    pick(2);
-    QVERIFY(m_news->http.wasCancelled(refresh));
-    QVERIFY(!screen().isLive());
-    QVERIFY(!screen().player());
-    m_news->pass(true, NewsControllerFixture::nine, NewsControllerFixture::threeStations());
-    QVERIFY(screen().isLit());
-    m_news->pause();
-    QCOMPARE(m_news->requests(NewsControllerFixture::nine), 2);
-    QCOMPARE(m_news->requests(NewsControllerFixture::five), 2);
-}
-
-void NewsStationsTest::pickingDuringPauseProbesAtOnce()
-{
-    openThree(false);
-    pick(1);
-    QCOMPARE(m_news->clock.pendingTimers(), 0);
-    QVERIFY(m_news->isWaitingFor(NewsControllerFixture::seven));
-    m_news->clock.advance(1h);
-    QCOMPARE(m_news->requests(NewsControllerFixture::five), 1);
-}
-
-void NewsStationsTest::pickedStationWithSamePathKeepsPolling()
-{
-    m_news->open(true, R"({"news": {"channels": {"7": {"label": "Seven", "path": "/live/news/index.m3u8"}}}})");
-    const int requestCount = m_news->http.count();
-    pick(1);
-    QCOMPARE(m_news->number(), u"7"_s);
-    QVERIFY(!screen().player());
-    QVERIFY(screen().isChecking());
-    QCOMPARE(m_news->http.count(), requestCount);
-    m_news->pause();
-    m_news->probe(true);
-    QVERIFY(screen().isLit());
-    QVERIFY(!screen().isChecking());
-    QCOMPARE(screen().shownStationNumbers(), QStringList{u"7"_s});
-}
-
-void NewsStationsTest::pickedStationIsKeptWhenStatusOmitsIt()
-{
-    openThree(false);
-    pick(1);
-    m_news->pass(true, NewsControllerFixture::seven, "{}");
-    QVERIFY(!screen().hasTuner());
-    QCOMPARE(m_news->number(), u"7"_s);
-    QVERIFY(screen().isLit());
-    m_news->pause();
-    QVERIFY(m_news->isWaitingFor(NewsControllerFixture::seven));
-}
-
-void NewsStationsTest::pickedStationIsForgottenWhenScreenCloses()
-{
-    openThree(false);
-    pick(1);
-    screen().disappear();
-    NewsController next;
-    next.setStore(m_news->store.get());
-    QVERIFY(!next.selected());
-    QCOMPARE(next.currentStation().number, u"5"_s);
-}
-
-void NewsStationsTest::pickedStationIsPlayedWhenItsTowerIsLit()
-{
-    openThree(true);
-    pick(1);
-    m_news->pass(false, NewsControllerFixture::seven, NewsControllerFixture::threeStations());
-    QCOMPARE(m_news->players.size(), 1);
-    m_news->pause();
-    m_news->probe(true, NewsControllerFixture::seven);
-    QCOMPARE(m_news->players.size(), 2);
-    QCOMPARE(m_news->player()->item()->url(), *hubURL(NewsControllerFixture::seven));
-    QCOMPARE(screen().shownStationNumbers(), QStringList{u"7"_s});
-}
-
-void NewsStationsTest::reorderedStationsChangeCurrentStation()
-{
-    m_news->open(false, reordered);
-    QCOMPARE(m_news->number(), u"2"_s);
-    QVERIFY(m_news->isWaitingFor(two));
-    QVERIFY(screen().isChecking());
-    QVERIFY(!screen().selected());
-    QCOMPARE(m_news->clock.pendingTimers(), 0);
-}
-
-void NewsStationsTest::reorderingWhileLitKeepsPlayerUntilNewTowerIsDark()
-{
-    m_news->open(true, reordered);
-    QVERIFY(screen().isLit());
-    QVERIFY(screen().isChecking());
-    QCOMPARE(screen().shownStationNumbers(), QStringList{u"2"_s});
-    const QPointer<ScriptedVideoPlayer> player = m_news->player();
-    m_news->pass(true, two, reordered);
-    QCOMPARE(screen().player(), player.data());
-    QCOMPARE(m_news->players.size(), 1);
-    m_news->pause();
-    m_news->pass(false, two, reordered);
-    QVERIFY(!player);
-    QVERIFY(screen().isOnStandby());
-}
-
-void NewsStationsTest::statusSetDuringProbeCancelsProbe()
-{
-    m_news->open(true);
-    m_news->pause();
-    const int probe = m_news->http.waitingFor(NewsControllerFixture::five);
-    TVStatus status;
-    status.news.hlsURL = u"/live/other.m3u8"_s;
-    m_news->store->setStatus(status);
-    QVERIFY(m_news->http.wasCancelled(probe));
-    QVERIFY(!screen().player());
-    QVERIFY(!screen().isLive());
-    QVERIFY(screen().isChecking());
-    QVERIFY(m_news->isWaitingFor(u"/live/other.m3u8"_s));
-}
-
-void NewsStationsTest::reorderingWithSamePathKeepsPolling()
-{
-    m_news->open(false, R"({"news": {"channels": {"2": {"label": "Two", "path": "/live/news/index.m3u8"}}}})");
-    QCOMPARE(m_news->number(), u"2"_s);
-    QVERIFY(!screen().isChecking());
-    QCOMPARE(m_news->clock.pendingTimers(), 1);
-}
-
-void NewsStationsTest::channelKeysStepThroughStationsInCircle()
-{
-    openThree(false);
-    QStringList seen;
-    for (const int key : {Qt::Key_ChannelUp, Qt::Key_ChannelUp, Qt::Key_ChannelUp, Qt::Key_ChannelDown,
-                          Qt::Key_ChannelDown, Qt::Key_ChannelDown}) {
-        QVERIFY(screen().press(key));
-        seen.append(m_news->number());
-        QVERIFY(screen().isChecking());
-    }
-    QCOMPARE(seen, QStringList({u"7"_s, u"9"_s, u"5"_s, u"9"_s, u"7"_s, u"5"_s}));
-}
-
-void NewsStationsTest::channelKeysSkipStationsThatCannotBePicked()
-{
-    m_news->open(false, R"({"news": {"channels": {"5": {"label": "Another", "path": "another"},
-        "7": {"label": "Seven", "path": "seven"}}}})");
-    QCOMPARE(screen().stations().size(), 3);
-    QStringList seen;
-    for (int press = 0; press < 2; ++press) {
-        screen().press(Qt::Key_ChannelUp);
-        seen.append(screen().currentStation().path);
-    }
-    screen().press(Qt::Key_ChannelDown);
-    screen().press(Qt::Key_ChannelDown);
-    seen.append(screen().currentStation().path);
-    QCOMPARE(seen,
-             QStringList({NewsControllerFixture::seven, NewsControllerFixture::five, u"/live/another/index.m3u8"_s}));
-}
-
-void NewsStationsTest::channelKeysStepFromStationNoLongerListed_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::addColumn<QString>("station");
-    QTest::newRow("up") << int(Qt::Key_ChannelUp) << u"5"_s;
-    QTest::newRow("down") << int(Qt::Key_ChannelDown) << u"9"_s;
-}
-
-void NewsStationsTest::channelKeysStepFromStationNoLongerListed()
-{
-    QFETCH(const int, key);
-    openThree(false);
-    screen().pick(NewsControllerFixture::station(u"13"_s, u"/live/thirteen.m3u8"_s));
-    screen().press(key);
-    QTEST(m_news->number(), "station");
-}
-
-void NewsStationsTest::channelKeysFindStationWithChangedLabel()
-{
-    openThree(false);
-    screen().pick(NewsControllerFixture::station(u"7"_s, NewsControllerFixture::seven));
-    QVERIFY(!screen().stations().contains(screen().currentStation()));
-    screen().press(Qt::Key_ChannelUp);
-    QCOMPARE(m_news->number(), u"9"_s);
-}
-
-void NewsStationsTest::channelKeysChangeNothingWithOneStation()
-{
-    m_news->open(true);
-    QVERIFY(screen().press(Qt::Key_ChannelUp));
-    QVERIFY(screen().press(Qt::Key_ChannelDown));
-    QVERIFY(screen().isLit());
-    QVERIFY(!screen().selected());
-}
-
-void NewsStationsTest::otherKeysAreNotHandled()
-{
-    openThree(true);
-    for (const int key : {Qt::Key_Back, Qt::Key_Up, Qt::Key_Left, Qt::Key_Select, Qt::Key_MediaTogglePlayPause})
-        QVERIFY(!screen().press(key));
-    QVERIFY(screen().isLit());
-}
 
 QUILLMERE_TEST(NewsStationsTest, QCoreApplication)
 

@@ -6,27 +6,9 @@
 
 #include <QSignalSpy>
 
+#include <optional>
+
 namespace quillmere {
-
-/** A scripted player that, like a real one, moves its position to the seek target at once. */
-class SeekingPlayer : public ScriptedVideoPlayer
-{
-public:
-    void seek(double seconds, SeekTolerance tolerance, SeekCallback done = {}) override
-    {
-        ScriptedVideoPlayer::seek(seconds, tolerance, std::move(done));
-        moveTo(seconds);
-    }
-
-    /** All seek targets in seconds, in order. */
-    QList<double> targets() const
-    {
-        QList<double> all;
-        for (const Seek& seek : seeks)
-            all.append(seek.seconds);
-        return all;
-    }
-};
 
 /** A scripted player with its controller. By default a recording of one hour plays at ten minutes. */
 struct PlayerControllerFixture
@@ -66,13 +48,30 @@ struct PlayerControllerFixture
         }
     }
 
+    /** Holds the key for `time` and releases it. Returns whether the release was handled. */
+    bool holdAndRelease(int key, std::chrono::milliseconds time)
+    {
+        hold(key, time);
+        return controller.release(key);
+    }
+
+    /** All seek targets in seconds, in order. */
+    QList<double> targets() const
+    {
+        QList<double> all;
+        for (const ScriptedVideoPlayer::Seek& seek : player->seeks)
+            all.append(seek.seconds);
+        return all;
+    }
+
     static constexpr std::chrono::milliseconds firstRepeat{400};
     static constexpr std::chrono::milliseconds repeatInterval{125};
 
     ScriptedClock clock;
-    std::unique_ptr<SeekingPlayer> player = std::make_unique<SeekingPlayer>();
+    std::unique_ptr<ScriptedVideoPlayer> player = std::make_unique<ScriptedVideoPlayer>();
     std::shared_ptr<PlayerItem> item;
     PlayerController controller{clock};
+    QSignalSpy dismissRequested{&controller, &PlayerController::dismissRequested};
 };
 
 } // namespace quillmere

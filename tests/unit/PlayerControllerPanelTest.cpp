@@ -1,28 +1,10 @@
 #include "PlayerControllerFixture.h"
 #include "TestMain.h"
 
-#include <QTest>
-
 using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
 namespace quillmere {
-
-/** Tests how the information panel opens and closes, and which keys it handles while it is open. */
-class PlayerControllerPanelTest : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void downOpensPanelAndUpClosesIt();
-    void panelDoesNotHideByItself();
-    void panelWithTracksGetsArrowKeys();
-    void panelWithoutTracksLeavesArrowKeysToPlayer();
-    void upClosesPanelOnlyFromTop();
-    void repeatedUpDoesNotClosePanel();
-    void pickedTrackIsSelectedInPlayer();
-    void trackListsFollowPlayer();
-};
 
 namespace {
 
@@ -30,101 +12,94 @@ const QList<MediaTrack> subtitles{{1, MediaTrack::Kind::Subtitle, u"English"_s, 
 
 } // namespace
 
-void PlayerControllerPanelTest::downOpensPanelAndUpClosesIt()
+/** Tests how the information panel opens and closes, and which keys it handles while it is open. */
+class PlayerControllerPanelTest : public QObject
 {
-    PlayerControllerFixture fixture;
-    QVERIFY(fixture.tap(Qt::Key_Up));
-    QVERIFY(!fixture.controller.panelShown());
-    QVERIFY(fixture.tap(Qt::Key_Down));
-    QVERIFY(fixture.controller.panelShown());
-    QVERIFY(fixture.tap(Qt::Key_Down));
-    QVERIFY(fixture.controller.panelShown());
-    QVERIFY(fixture.tap(Qt::Key_Up));
-    QVERIFY(!fixture.controller.panelShown());
-}
+    Q_OBJECT
 
-void PlayerControllerPanelTest::panelDoesNotHideByItself()
-{
-    PlayerControllerFixture fixture;
-    fixture.tap(Qt::Key_Down);
-    fixture.clock.advance(1h);
-    QVERIFY(fixture.controller.panelShown());
-    QVERIFY(!fixture.controller.transportShown());
-}
+private Q_SLOTS:
+    void init() { m_fixture.emplace(); }
 
-void PlayerControllerPanelTest::panelWithTracksGetsArrowKeys()
-{
-    PlayerControllerFixture fixture;
-    fixture.player->setTracks(subtitles);
-    fixture.tap(Qt::Key_Down);
-    for (const int key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Down, Qt::Key_Select}) {
-        QVERIFY(!fixture.controller.press(key));
-        QVERIFY(!fixture.controller.press(key, true));
+    void downOpensPanelAndUpClosesIt()
+    {
+        QVERIFY(m_fixture->tap(Qt::Key_Up));
+        QVERIFY(!m_fixture->controller.panelShown());
+        QVERIFY(m_fixture->tap(Qt::Key_Down));
+        QVERIFY(m_fixture->controller.panelShown());
+        QVERIFY(m_fixture->tap(Qt::Key_Down));
+        QVERIFY(m_fixture->controller.panelShown());
+        QVERIFY(m_fixture->tap(Qt::Key_Up));
+        QVERIFY(!m_fixture->controller.panelShown());
     }
-    QCOMPARE(fixture.player->seeks.size(), 0);
-    QCOMPARE(fixture.player->timeControl(), VideoPlayer::TimeControl::Playing);
-    QVERIFY(fixture.tap(Qt::Key_MediaTogglePlayPause));
-    QCOMPARE(fixture.player->timeControl(), VideoPlayer::TimeControl::Paused);
-}
 
-void PlayerControllerPanelTest::panelWithoutTracksLeavesArrowKeysToPlayer()
-{
-    PlayerControllerFixture fixture;
-    fixture.tap(Qt::Key_Down);
-    QVERIFY(fixture.tap(Qt::Key_Right));
-    QCOMPARE(fixture.player->targets(), QList<double>{610});
-    QVERIFY(fixture.tap(Qt::Key_Select));
-    QCOMPARE(fixture.player->timeControl(), VideoPlayer::TimeControl::Paused);
-    QVERIFY(fixture.controller.panelShown());
-}
+    void panelDoesNotHideByItself()
+    {
+        m_fixture->tap(Qt::Key_Down);
+        m_fixture->clock.advance(1h);
+        QVERIFY(m_fixture->controller.panelShown());
+        QVERIFY(!m_fixture->controller.transportShown());
+    }
 
-void PlayerControllerPanelTest::upClosesPanelOnlyFromTop()
-{
-    PlayerControllerFixture fixture;
-    fixture.player->setTracks(subtitles);
-    fixture.tap(Qt::Key_Down);
-    fixture.controller.setPanelTopFocused(false);
-    QVERIFY(!fixture.controller.press(Qt::Key_Up));
-    QVERIFY(fixture.controller.panelShown());
-    fixture.controller.setPanelTopFocused(true);
-    QVERIFY(fixture.controller.press(Qt::Key_Up));
-    QVERIFY(!fixture.controller.panelShown());
-}
+    void panelWithTracksGetsArrowKeys()
+    {
+        m_fixture->player->setTracks(subtitles);
+        m_fixture->tap(Qt::Key_Down);
+        for (const int key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Down, Qt::Key_Select}) {
+            QVERIFY(!m_fixture->controller.press(key));
+            QVERIFY(!m_fixture->controller.press(key, true));
+        }
+        QCOMPARE(m_fixture->player->seeks.size(), 0);
+        QCOMPARE(m_fixture->player->timeControl(), VideoPlayer::TimeControl::Playing);
+        QVERIFY(m_fixture->tap(Qt::Key_MediaTogglePlayPause));
+        QCOMPARE(m_fixture->player->timeControl(), VideoPlayer::TimeControl::Paused);
+    }
 
-void PlayerControllerPanelTest::repeatedUpDoesNotClosePanel()
-{
-    PlayerControllerFixture fixture;
-    fixture.player->setTracks(subtitles);
-    fixture.tap(Qt::Key_Down);
-    QVERIFY(fixture.controller.press(Qt::Key_Up, true));
-    QVERIFY(fixture.controller.panelShown());
-}
+    void panelWithoutTracksLeavesArrowKeysToPlayer()
+    {
+        m_fixture->tap(Qt::Key_Down);
+        QVERIFY(m_fixture->tap(Qt::Key_Right));
+        QCOMPARE(m_fixture->targets(), QList<double>{610});
+        QVERIFY(m_fixture->tap(Qt::Key_Select));
+        QCOMPARE(m_fixture->player->timeControl(), VideoPlayer::TimeControl::Paused);
+        QVERIFY(m_fixture->controller.panelShown());
+    }
 
-void PlayerControllerPanelTest::pickedTrackIsSelectedInPlayer()
-{
-    PlayerControllerFixture fixture;
-    fixture.player->setTracks(subtitles);
-    fixture.controller.subtitleTracks()->pick(1);
-    fixture.controller.subtitleTracks()->pick(0);
-    QCOMPARE(fixture.player->selections.size(), 2);
-    QCOMPARE(fixture.player->selections.first().kind, MediaTrack::Kind::Subtitle);
-    QCOMPARE(fixture.player->selections.first().id, 1);
-    QCOMPARE(fixture.player->selections.last().id, MediaTrack::none);
-    fixture.player.reset();
-    fixture.controller.subtitleTracks()->pick(0);
-}
+    void newPressOfUpClosesPanelOnlyFromTop()
+    {
+        m_fixture->player->setTracks(subtitles);
+        m_fixture->tap(Qt::Key_Down);
+        QVERIFY(m_fixture->controller.press(Qt::Key_Up, true));
+        QVERIFY(m_fixture->controller.panelShown());
+        m_fixture->controller.setPanelTopFocused(false);
+        QVERIFY(!m_fixture->controller.press(Qt::Key_Up));
+        QVERIFY(m_fixture->controller.panelShown());
+        m_fixture->controller.setPanelTopFocused(true);
+        QVERIFY(m_fixture->controller.press(Qt::Key_Up));
+        QVERIFY(!m_fixture->controller.panelShown());
+    }
 
-void PlayerControllerPanelTest::trackListsFollowPlayer()
-{
-    PlayerControllerFixture fixture;
-    fixture.player->setTracks(subtitles);
-    QCOMPARE(fixture.controller.subtitleTracks()->count(), 2);
-    QCOMPARE(fixture.controller.audioTracks()->count(), 0);
-    fixture.controller.setPlayer(nullptr);
-    QCOMPARE(fixture.controller.subtitleTracks()->count(), 0);
-    fixture.controller.setPlayer(fixture.player.get());
-    QCOMPARE(fixture.controller.subtitleTracks()->count(), 2);
-}
+    void trackListsFollowPlayerAndSelectPickedTrack()
+    {
+        m_fixture->player->setTracks(subtitles);
+        QCOMPARE(m_fixture->controller.subtitleTracks()->count(), 2);
+        QCOMPARE(m_fixture->controller.audioTracks()->count(), 0);
+        m_fixture->controller.subtitleTracks()->pick(1);
+        m_fixture->controller.subtitleTracks()->pick(0);
+        QCOMPARE(m_fixture->player->selections.size(), 2);
+        QCOMPARE(m_fixture->player->selections.first().kind, MediaTrack::Kind::Subtitle);
+        QCOMPARE(m_fixture->player->selections.first().id, 1);
+        QCOMPARE(m_fixture->player->selections.last().id, MediaTrack::none);
+        m_fixture->controller.setPlayer(nullptr);
+        QCOMPARE(m_fixture->controller.subtitleTracks()->count(), 0);
+        m_fixture->controller.setPlayer(m_fixture->player.get());
+        QCOMPARE(m_fixture->controller.subtitleTracks()->count(), 2);
+        m_fixture->player.reset();
+        m_fixture->controller.subtitleTracks()->pick(0);
+    }
+
+private:
+    std::optional<PlayerControllerFixture> m_fixture;
+};
 
 QUILLMERE_TEST(PlayerControllerPanelTest, QCoreApplication)
 

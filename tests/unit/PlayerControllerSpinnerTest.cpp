@@ -1,8 +1,6 @@
 #include "PlayerControllerFixture.h"
 #include "TestMain.h"
 
-#include <QTest>
-
 using namespace std::chrono_literals;
 
 namespace quillmere {
@@ -13,68 +11,57 @@ class PlayerControllerSpinnerTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void spinnerIsShownAfter500Milliseconds();
-    void spinnerHidesAtOnce();
-    void shortWaitShowsNoSpinner();
-    void spinnerIsShownUntilFirstPicture();
-    void spinnerIsNotShownAfterFailure();
-};
+    void init() { m_fixture.emplace(); }
 
-void PlayerControllerSpinnerTest::spinnerIsShownAfter500Milliseconds()
-{
-    PlayerControllerFixture fixture;
-    fixture.player->setWaiting(true);
-    fixture.clock.advance(499ms);
-    fixture.player->setWaiting(true);
-    QVERIFY(!fixture.controller.spinnerShown());
-    fixture.clock.advance(1ms);
-    QVERIFY(fixture.controller.spinnerShown());
-    fixture.player->setWaiting(true);
-    QCOMPARE(fixture.clock.pendingTimers(), 0);
-}
-
-void PlayerControllerSpinnerTest::spinnerHidesAtOnce()
-{
-    PlayerControllerFixture fixture;
-    fixture.player->setWaiting(true);
-    fixture.clock.advance(1s);
-    fixture.player->setWaiting(false);
-    QVERIFY(!fixture.controller.spinnerShown());
-}
-
-void PlayerControllerSpinnerTest::shortWaitShowsNoSpinner()
-{
-    PlayerControllerFixture fixture;
-    for (int wait = 0; wait < 3; ++wait) {
-        fixture.player->setWaiting(true);
-        fixture.clock.advance(400ms);
-        fixture.player->setWaiting(false);
+    void spinnerIsShownAfter500MillisecondsAndHidesAtOnce()
+    {
+        m_fixture->player->setWaiting(true);
+        m_fixture->clock.advance(499ms);
+        m_fixture->player->setWaiting(true);
+        QVERIFY(!m_fixture->controller.spinnerShown());
+        m_fixture->clock.advance(1ms);
+        QVERIFY(m_fixture->controller.spinnerShown());
+        m_fixture->player->setWaiting(true);
+        QCOMPARE(m_fixture->clock.pendingTimers(), 0);
+        m_fixture->player->setWaiting(false);
+        QVERIFY(!m_fixture->controller.spinnerShown());
     }
-    fixture.clock.advance(1s);
-    QVERIFY(!fixture.controller.spinnerShown());
-}
 
-void PlayerControllerSpinnerTest::spinnerIsShownUntilFirstPicture()
-{
-    ScriptedClock clock;
-    ScriptedVideoPlayer player;
-    PlayerController controller(clock);
-    controller.setPlayer(&player);
-    player.setItem(std::make_shared<PlayerItem>(QUrl()));
-    clock.advance(500ms);
-    QVERIFY(controller.spinnerShown());
-    player.showPicture();
-    QVERIFY(!controller.spinnerShown());
-}
+    void shortWaitShowsNoSpinner()
+    {
+        for (int wait = 0; wait < 3; ++wait) {
+            m_fixture->player->setWaiting(true);
+            m_fixture->clock.advance(400ms);
+            m_fixture->player->setWaiting(false);
+        }
+        m_fixture->clock.advance(1s);
+        QVERIFY(!m_fixture->controller.spinnerShown());
+    }
 
-void PlayerControllerSpinnerTest::spinnerIsNotShownAfterFailure()
-{
-    PlayerControllerFixture fixture;
-    fixture.player->fail({});
-    fixture.player->setWaiting(true);
-    fixture.clock.advance(1s);
-    QVERIFY(!fixture.controller.spinnerShown());
-}
+    void spinnerIsShownUntilFirstPicture()
+    {
+        ScriptedClock clock;
+        ScriptedVideoPlayer player;
+        PlayerController controller(clock);
+        controller.setPlayer(&player);
+        player.setItem(std::make_shared<PlayerItem>(QUrl()));
+        clock.advance(500ms);
+        QVERIFY(controller.spinnerShown());
+        player.showPicture();
+        QVERIFY(!controller.spinnerShown());
+    }
+
+    void spinnerIsNotShownAfterFailure()
+    {
+        m_fixture->player->fail({});
+        m_fixture->player->setWaiting(true);
+        m_fixture->clock.advance(1s);
+        QVERIFY(!m_fixture->controller.spinnerShown());
+    }
+
+private:
+    std::optional<PlayerControllerFixture> m_fixture;
+};
 
 QUILLMERE_TEST(PlayerControllerSpinnerTest, QCoreApplication)
 

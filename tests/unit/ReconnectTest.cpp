@@ -1,3 +1,4 @@
+#include "Rows.h"
 #include "StreamPlayerFixture.h"
 #include "TestMain.h"
 
@@ -8,39 +9,16 @@ using namespace std::chrono_literals;
 
 namespace quillmere {
 
-using Cause = VideoFailure::Cause;
-using Kind = PlayerItem::Kind;
-using Status = PlayerItem::Status;
-using TimeControl = VideoPlayer::TimeControl;
+namespace {
 
-/** Tests broken streams: when reconnection is attempted, where playback continues, and when it is given up. */
-class ReconnectTest : public QObject
+/** A recording of 120 seconds that broke at 57 seconds. */
+struct BrokenFixture : PlayingFixture
 {
-    Q_OBJECT
-
-private Q_SLOTS:
-    void brokenStreamContinuesWhereItBroke();
-    void attemptsAreMadeAfterOneTwoFourAndEightSeconds();
-    void itemHasCauseOfLastFailure_data();
-    void itemHasCauseOfLastFailure();
-    void attemptCountIsResetBeyondFurthestBreak_data();
-    void attemptCountIsResetBeyondFurthestBreak();
-    void attemptCountIsResetAfterSeek();
-    void recordingThatNeverPlayedFailsAtOnce();
-    void liveStreamIsRetriedEveryEightSecondsForever_data();
-    void liveStreamIsRetriedEveryEightSecondsForever();
-    void pauseWhileReconnectingIsKept();
-    void seekWhileReconnectingSetsStartPosition();
-    void removingItemWhileReconnectingCancelsIt();
-    void reportsOfBrokenLoadAreIgnored();
-    void startBeyondEndIsMovedBeforeEnd();
-
-private:
-    static void expectAttempts(StreamPlayerFixture& fixture, std::initializer_list<std::chrono::seconds> delays);
+    BrokenFixture() : PlayingFixture(57) { endFile(); }
 };
 
-// Expects an attempt after each delay and not a millisecond earlier; every attempt fails.
-void ReconnectTest::expectAttempts(StreamPlayerFixture& fixture, std::initializer_list<std::chrono::seconds> delays)
+/** Expects an attempt after each delay and not a millisecond earlier; every attempt fails. */
+void expectAttempts(StreamPlayerFixture& fixture, std::initializer_list<std::chrono::seconds> delays)
 {
     for (const std::chrono::seconds delay : delays) {
         const auto before = fixture.engine->loads.size();
@@ -52,217 +30,194 @@ void ReconnectTest::expectAttempts(StreamPlayerFixture& fixture, std::initialize
     }
 }
 
-void ReconnectTest::brokenStreamContinuesWhereItBroke()
-{
-    StreamPlayerFixture fixture;
-    fixture.playFrom(20);
-    QSignalSpy shown(fixture.player.get(), &VideoPlayer::pictureShown);
-    fixture.moveTo(57);
-    fixture.endFile();
-    QCOMPARE(fixture.player->timeControl(), TimeControl::WaitingToPlay);
-    QVERIFY(fixture.player->isWaiting());
-    QCOMPARE(fixture.item->status(), Status::ReadyToPlay);
-    fixture.clock.advance(1s);
-    QCOMPARE(fixture.engine->loads.last().startAt, 57.0);
-    QVERIFY(!fixture.engine->loads.last().isPaused);
-    QCOMPARE(fixture.player->position(), 57.0);
-    QCOMPARE(fixture.player->duration(), 120.0);
-    fixture.showPicture(57.5);
-    QCOMPARE(shown.count(), 1);
-    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
-    QCOMPARE(fixture.player->position(), 57.5);
-}
+} // namespace
 
-void ReconnectTest::attemptsAreMadeAfterOneTwoFourAndEightSeconds()
+/** Tests broken streams: when reconnection is attempted, where playback continues, and when it is given up. */
+class ReconnectTest : public QObject
 {
-    StreamPlayerFixture fixture;
-    fixture.playFrom(57);
-    fixture.endFile();
-    expectAttempts(fixture, {1s, 2s, 4s});
-    QCOMPARE(fixture.item->status(), Status::ReadyToPlay);
-    expectAttempts(fixture, {8s});
-    QCOMPARE(fixture.item->status(), Status::Failed);
-    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
-    QCOMPARE(fixture.player->position(), 57.0);
-    QCOMPARE(fixture.clock.pendingTimers(), 0);
-}
+    Q_OBJECT
 
-void ReconnectTest::itemHasCauseOfLastFailure_data()
-{
-    QTest::addColumn<bool>("byError");
-    QTest::addColumn<Cause>("reported");
-    QTest::addColumn<Cause>("cause");
-    QTest::newRow("status") << true << Cause::Status << Cause::Status;
-    QTest::newRow("end of file") << false << Cause::Unknown << Cause::BrokenStream;
-    QTest::newRow("no cause") << true << Cause::Unknown << Cause::BrokenStream;
-}
-
-void ReconnectTest::itemHasCauseOfLastFailure()
-{
-    QFETCH(const bool, byError);
-    QFETCH(const Cause, reported);
-    QFETCH(const Cause, cause);
-    StreamPlayerFixture fixture;
-    fixture.playFrom(57);
-    fixture.endFile();
-    expectAttempts(fixture, {1s, 2s, 4s});
-    fixture.clock.advance(8s);
-    fixture.showPicture(57);
-    if (byError)
-        fixture.fail({reported, 0, {}});
-    else
+private Q_SLOTS:
+    void brokenStreamContinuesWhereItBroke()
+    {
+        PlayingFixture fixture(20);
+        QSignalSpy shown(fixture.player.get(), &VideoPlayer::pictureShown);
+        fixture.moveTo(57);
         fixture.endFile();
-    QCOMPARE(fixture.item->status(), Status::Failed);
-    QCOMPARE(int(fixture.item->error()->cause), int(cause));
-}
+        QCOMPARE(fixture.player->timeControl(), TimeControl::WaitingToPlay);
+        QVERIFY(fixture.player->isWaiting());
+        QCOMPARE(fixture.item->status(), Status::ReadyToPlay);
+        fixture.clock.advance(1s);
+        QCOMPARE(fixture.engine->loads.last().startAt, 57.0);
+        QVERIFY(!fixture.engine->loads.last().isPaused);
+        QCOMPARE(fixture.player->position(), 57.0);
+        QCOMPARE(fixture.player->duration(), 120.0);
+        fixture.showPicture(57.5);
+        QCOMPARE(shown.count(), 1);
+        QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
+        QCOMPARE(fixture.player->position(), 57.5);
+    }
 
-void ReconnectTest::attemptCountIsResetBeyondFurthestBreak_data()
-{
-    QTest::addColumn<double>("reached");
-    QTest::addColumn<std::chrono::seconds>("delay");
-    QTest::newRow("2 seconds beyond") << 59.0 << std::chrono::seconds(1);
-    QTest::newRow("less than 2 seconds beyond") << 58.99 << std::chrono::seconds(4);
-}
+    void attemptsAreMadeAfterOneTwoFourAndEightSeconds()
+    {
+        BrokenFixture fixture;
+        expectAttempts(fixture, {1s, 2s, 4s});
+        QCOMPARE(fixture.item->status(), Status::ReadyToPlay);
+        expectAttempts(fixture, {8s});
+        QCOMPARE(fixture.item->status(), Status::Failed);
+        QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
+        QCOMPARE(fixture.player->position(), 57.0);
+        QCOMPARE(fixture.clock.pendingTimers(), 0);
+    }
 
-void ReconnectTest::attemptCountIsResetBeyondFurthestBreak()
-{
-    QFETCH(const double, reached);
-    QFETCH(const std::chrono::seconds, delay);
-    StreamPlayerFixture fixture;
-    fixture.playFrom(57);
-    fixture.endFile();
-    fixture.clock.advance(1s);
-    fixture.showPicture(55);
-    fixture.endFile();
-    fixture.clock.advance(2s);
-    fixture.showPicture(55);
-    fixture.moveTo(57.5);
-    fixture.moveTo(reached);
-    fixture.moveTo(reached - 1);
-    fixture.endFile();
-    expectAttempts(fixture, {delay});
-}
+    void itemHasCauseOfLastFailure_data()
+    {
+        rows<bool, Cause, Cause>({"byError", "reported", "cause"},
+                                 {{"status", true, Cause::Status, Cause::Status},
+                                  {"end of file", false, Cause::Unknown, Cause::BrokenStream},
+                                  {"no cause", true, Cause::Unknown, Cause::BrokenStream}});
+    }
+    void itemHasCauseOfLastFailure()
+    {
+        QFETCH(const bool, byError);
+        QFETCH(const Cause, reported);
+        QFETCH(const Cause, cause);
+        BrokenFixture fixture;
+        expectAttempts(fixture, {1s, 2s, 4s});
+        fixture.reconnect(8s, 57);
+        if (byError)
+            fixture.fail({reported, 0, {}});
+        else
+            fixture.endFile();
+        QCOMPARE(fixture.item->status(), Status::Failed);
+        QCOMPARE(int(fixture.item->error()->cause), int(cause));
+    }
 
-void ReconnectTest::attemptCountIsResetAfterSeek()
-{
-    StreamPlayerFixture fixture;
-    fixture.playFrom(57);
-    fixture.endFile();
-    expectAttempts(fixture, {1s, 2s});
-    fixture.clock.advance(4s);
-    fixture.showPicture(57);
-    fixture.player->seek(10, SeekTolerance::AtOrAfter);
-    fixture.finishSeek(10);
-    fixture.endFile();
-    expectAttempts(fixture, {1s});
-}
+    void attemptCountIsResetBeyondFurthestBreak_data()
+    {
+        rows<double, std::chrono::seconds>({"reached", "delay"},
+                                           {{"2 seconds beyond", 59, 1s}, {"less than 2 seconds beyond", 58.99, 4s}});
+    }
+    void attemptCountIsResetBeyondFurthestBreak()
+    {
+        QFETCH(const double, reached);
+        QFETCH(const std::chrono::seconds, delay);
+        BrokenFixture fixture;
+        fixture.reconnect(1s, 55);
+        fixture.endFile();
+        fixture.reconnect(2s, 55);
+        fixture.moveTo(57.5);
+        fixture.moveTo(reached);
+        fixture.moveTo(reached - 1);
+        fixture.endFile();
+        expectAttempts(fixture, {delay});
+    }
 
-void ReconnectTest::recordingThatNeverPlayedFailsAtOnce()
-{
-    StreamPlayerFixture fixture;
-    fixture.setItem();
-    fixture.start();
-    fixture.endFile();
-    QCOMPARE(fixture.item->status(), Status::Failed);
-    QCOMPARE(int(fixture.item->error()->cause), int(Cause::BrokenStream));
-    QCOMPARE(fixture.clock.pendingTimers(), 0);
-}
+    void attemptCountIsResetAfterSeek()
+    {
+        BrokenFixture fixture;
+        expectAttempts(fixture, {1s, 2s});
+        fixture.reconnect(4s, 57);
+        fixture.player->seek(10, SeekTolerance::AtOrAfter);
+        fixture.finishSeek(10);
+        fixture.endFile();
+        expectAttempts(fixture, {1s});
+    }
 
-void ReconnectTest::liveStreamIsRetriedEveryEightSecondsForever_data()
-{
-    QTest::addColumn<bool>("playedBefore");
-    QTest::newRow("that played") << true;
-    QTest::newRow("that never played") << false;
-}
+    void recordingThatNeverPlayedFailsAtOnce()
+    {
+        LoadingFixture fixture;
+        fixture.endFile();
+        QCOMPARE(fixture.item->status(), Status::Failed);
+        QCOMPARE(int(fixture.item->error()->cause), int(Cause::BrokenStream));
+        QCOMPARE(fixture.clock.pendingTimers(), 0);
+    }
 
-void ReconnectTest::liveStreamIsRetriedEveryEightSecondsForever()
-{
-    QFETCH(const bool, playedBefore);
-    StreamPlayerFixture fixture;
-    fixture.setItem(Kind::Live);
-    fixture.player->play();
-    fixture.start();
-    if (playedBefore)
-        fixture.showPicture(3600);
-    fixture.endFile();
-    expectAttempts(fixture, {8s, 8s, 8s, 8s, 8s, 8s});
-    QVERIFY(fixture.engine->loads.last().isLive);
-    QCOMPARE(fixture.engine->loads.last().startAt, 0.0);
-    QVERIFY(fixture.item->status() != Status::Failed);
-    QCOMPARE(fixture.player->timeControl(), TimeControl::WaitingToPlay);
-    fixture.clock.advance(8s);
-    fixture.showPicture(3700);
-    QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
-}
+    void liveStreamIsRetriedEveryEightSecondsForever_data()
+    {
+        rows<bool>({"playedBefore"}, {{"that played", true}, {"that never played", false}});
+    }
+    void liveStreamIsRetriedEveryEightSecondsForever()
+    {
+        QFETCH(const bool, playedBefore);
+        StreamPlayerFixture fixture;
+        fixture.setItem(Kind::Live);
+        fixture.player->play();
+        fixture.start();
+        if (playedBefore)
+            fixture.showPicture(3600);
+        fixture.endFile();
+        expectAttempts(fixture, {8s, 8s, 8s, 8s, 8s, 8s});
+        QVERIFY(fixture.engine->loads.last().isLive);
+        QCOMPARE(fixture.engine->loads.last().startAt, 0.0);
+        QVERIFY(fixture.item->status() != Status::Failed);
+        QCOMPARE(fixture.player->timeControl(), TimeControl::WaitingToPlay);
+        fixture.reconnect(8s, 3700);
+        QCOMPARE(fixture.player->timeControl(), TimeControl::Playing);
+    }
 
-void ReconnectTest::pauseWhileReconnectingIsKept()
-{
-    StreamPlayerFixture fixture;
-    fixture.playFrom(57);
-    fixture.endFile();
-    fixture.player->pause();
-    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
-    QVERIFY(fixture.player->isWaiting());
-    fixture.clock.advance(1s);
-    QVERIFY(fixture.engine->loads.last().isPaused);
-    fixture.showPicture(57);
-    QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
-    QVERIFY(!fixture.player->isWaiting());
-}
+    void pauseWhileReconnectingIsKept()
+    {
+        BrokenFixture fixture;
+        fixture.player->pause();
+        QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
+        QVERIFY(fixture.player->isWaiting());
+        fixture.clock.advance(1s);
+        QVERIFY(fixture.engine->loads.last().isPaused);
+        fixture.showPicture(57);
+        QCOMPARE(fixture.player->timeControl(), TimeControl::Paused);
+        QVERIFY(!fixture.player->isWaiting());
+    }
 
-void ReconnectTest::seekWhileReconnectingSetsStartPosition()
-{
-    StreamPlayerFixture fixture;
-    fixture.playFrom(57);
-    fixture.endFile();
-    QList<bool> done;
-    fixture.player->seek(90, SeekTolerance::Nearest, [&](bool finished) { done << finished; });
-    QCOMPARE(fixture.player->position(), 90.0);
-    QCOMPARE(fixture.engine->loads.size(), 1);
-    fixture.clock.advance(1s);
-    QCOMPARE(fixture.engine->loads.last().startAt, 90.0);
-    QCOMPARE(done, QList<bool>{});
-    fixture.showPicture(90);
-    QCOMPARE(done, QList<bool>{true});
-}
+    void seekWhileReconnectingSetsStartPosition()
+    {
+        BrokenFixture fixture;
+        QList<bool> done;
+        fixture.player->seek(90, SeekTolerance::Nearest, [&](bool finished) { done << finished; });
+        QCOMPARE(fixture.player->position(), 90.0);
+        QCOMPARE(fixture.engine->loads.size(), 1);
+        fixture.clock.advance(1s);
+        QCOMPARE(fixture.engine->loads.last().startAt, 90.0);
+        QCOMPARE(done, QList<bool>{});
+        fixture.showPicture(90);
+        QCOMPARE(done, QList<bool>{true});
+    }
 
-void ReconnectTest::removingItemWhileReconnectingCancelsIt()
-{
-    StreamPlayerFixture fixture;
-    fixture.playFrom(57);
-    fixture.endFile();
-    fixture.player->setItem(nullptr);
-    fixture.clock.advance(1h);
-    QCOMPARE(fixture.engine->loads.size(), 1);
-    QVERIFY(!fixture.player->isWaiting());
-}
+    void removingItemWhileReconnectingCancelsIt()
+    {
+        BrokenFixture fixture;
+        fixture.player->setItem(nullptr);
+        fixture.clock.advance(1h);
+        QCOMPARE(fixture.engine->loads.size(), 1);
+        QVERIFY(!fixture.player->isWaiting());
+    }
 
-void ReconnectTest::reportsOfBrokenLoadAreIgnored()
-{
-    StreamPlayerFixture fixture;
-    fixture.playFrom(57);
-    fixture.clock.advance(12s);
-    fixture.moveTo(100);
-    fixture.endFile();
-    fixture.fail({Cause::Status, 404, {}});
-    QCOMPARE(fixture.player->position(), 57.0);
-    expectAttempts(fixture, {1s});
-}
+    void reportsOfBrokenLoadAreIgnored()
+    {
+        PlayingFixture fixture(57);
+        fixture.clock.advance(12s);
+        fixture.moveTo(100);
+        fixture.endFile();
+        fixture.fail({Cause::Status, 404, {}});
+        QCOMPARE(fixture.player->position(), 57.0);
+        expectAttempts(fixture, {1s});
+    }
 
-void ReconnectTest::startBeyondEndIsMovedBeforeEnd()
-{
-    StreamPlayerFixture fixture;
-    fixture.setItem();
-    fixture.player->seek(500, SeekTolerance::AtOrAfter);
-    fixture.start();
-    fixture.reportDuration(120);
-    fixture.fail({});
-    QCOMPARE(fixture.engine->loads.last().startAt, 117.0);
-    QCOMPARE(fixture.item->status(), Status::Unknown);
-    fixture.reportDuration(120);
-    fixture.fail({Cause::Status, 500, {}});
-    QCOMPARE(fixture.item->status(), Status::Failed);
-}
+    void startBeyondEndIsMovedBeforeEnd()
+    {
+        StreamPlayerFixture fixture;
+        fixture.setItem();
+        fixture.player->seek(500, SeekTolerance::AtOrAfter);
+        fixture.start();
+        fixture.reportDuration(120);
+        fixture.fail({});
+        QCOMPARE(fixture.engine->loads.last().startAt, 117.0);
+        QCOMPARE(fixture.item->status(), Status::Unknown);
+        fixture.reportDuration(120);
+        fixture.fail({Cause::Status, 500, {}});
+        QCOMPARE(fixture.item->status(), Status::Failed);
+    }
+};
 
 QUILLMERE_TEST(ReconnectTest, QCoreApplication)
 

@@ -1,11 +1,11 @@
 #include "Reflow.h"
 
 #include "Graphemes.h"
+#include "Rows.h"
 #include "TestMain.h"
 #include "Text.h"
 
 #include <QRandomGenerator>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -77,145 +77,128 @@ class ReflowTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void linesAreJoinedBySpaces_data();
-    void linesAreJoinedBySpaces();
-    void paragraphEndsWithLineThatReachesLimit();
-    void paragraphEndsExactlyAtLimit_data();
-    void paragraphEndsExactlyAtLimit();
-    void lineIsNeverCut();
-    void graphemeClustersAreCountedNotCodeUnits();
-    void markJoinedWithSpaceIsOneCharacter();
-    void randomTextIsReflowedCorrectly();
-    void reflowTimeIsLinear();
-    void tooLongParagraphIsSplitBetweenWords_data();
-    void tooLongParagraphIsSplitBetweenWords();
-};
-
-void ReflowTest::linesAreJoinedBySpaces_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QStringList>("paragraphs");
-    QTest::newRow("three short lines") << u"a\nb\n\nc"_s << QStringList{u"a b c"_s};
-    QTest::newRow("empty") << QString() << QStringList();
-    QTest::newRow("only white space") << u" \t\u00A0\u3000\n\n \r\n\t"_s << QStringList();
-    QTest::newRow("blank lines between") << u"a\n \t \n\t\nb"_s << QStringList{u"a b"_s};
-    QTest::newRow("white space at line ends") << u"  a \n\tb\t\n c"_s << QStringList{u"a b c"_s};
-    QTest::newRow("white space within a line") << u"a  b\tc\nd"_s << QStringList{u"a  b\tc d"_s};
-    QTest::newRow("no line break at the end") << u"a"_s << QStringList{u"a"_s};
-    QTest::newRow("a line break at the end") << u"a\n"_s << QStringList{u"a"_s};
-    QTest::newRow("every line break") << u"a\nb\vc\fd\re\r\nf\u0085g\u2028h\u2029i"_s
-                                      << QStringList{u"a b c d e f g h i"_s};
-    QTest::newRow("separators that break no line") << u"a\u001Cb\u001Fc"_s << QStringList{u"a\u001Cb\u001Fc"_s};
-}
-
-void ReflowTest::linesAreJoinedBySpaces()
-{
-    QFETCH(const QString, text);
-    QTEST(Reflow::paragraphs(text, limit), "paragraphs");
-}
-
-void ReflowTest::paragraphEndsWithLineThatReachesLimit()
-{
-    const QString line = u"twenty characters it"_s;
-    const QStringList paragraphs = Reflow::paragraphs((line + u'\n').repeated(30), limit);
-    QCOMPARE(paragraphs.size(), 2);
-    QCOMPARE(paragraphs.first(), QStringList(21, line).join(u' '));
-    QCOMPARE(paragraphs.first().size(), 440);
-    QCOMPARE(paragraphs.last(), QStringList(9, line).join(u' '));
-}
-
-void ReflowTest::paragraphEndsExactlyAtLimit_data()
-{
-    QTest::addColumn<qsizetype>("first");
-    QTest::addColumn<QList<qsizetype>>("lengths");
-    // A space and the second line add two characters; the third line adds two more.
-    QTest::newRow("one character short") << limit - 3 << QList<qsizetype>{limit + 1};
-    QTest::newRow("exactly full") << limit - 2 << QList<qsizetype>{limit, 1};
-    QTest::newRow("full by the first line") << limit << QList<qsizetype>{limit, 3};
-}
-
-void ReflowTest::paragraphEndsExactlyAtLimit()
-{
-    QFETCH(const qsizetype, first);
-    QList<qsizetype> lengths;
-    for (const QString& paragraph : Reflow::paragraphs(QString(first, u'x') + u"\ny\nz"_s, limit))
-        lengths.append(paragraph.size());
-    QTEST(lengths, "lengths");
-}
-
-void ReflowTest::lineIsNeverCut()
-{
-    const QString line(1000, u'x');
-    QCOMPARE(Reflow::paragraphs(line, limit), QStringList{line});
-    QCOMPARE(Reflow::paragraphs(u"a\n"_s + line + u"\nb"_s, limit), (QStringList{u"a "_s + line, u"b"_s}));
-}
-
-void ReflowTest::graphemeClustersAreCountedNotCodeUnits()
-{
-    const QString family = u"\U0001F469\u200D\U0001F469\u200D\U0001F467\u200D\U0001F466"_s;
-    QCOMPARE(Reflow::paragraphs((family + u'\n').repeated(210), limit).size(), 1);
-    // 211 families and the spaces between them are 421 characters.
-    QCOMPARE(Reflow::paragraphs((family + u'\n').repeated(211), limit).size(), 1);
-    QCOMPARE(Reflow::paragraphs((family + u'\n').repeated(212), limit).size(), 2);
-}
-
-void ReflowTest::markJoinedWithSpaceIsOneCharacter()
-{
-    const QString full(9, u'x');
-    QCOMPARE(Reflow::paragraphs(full + u"\ny\nz"_s, 11), (QStringList{full + u" y"_s, u"z"_s}));
-    // The first mark forms one character with the space after it, the second one with the space before it.
-    QCOMPARE(Reflow::paragraphs(QString(8, u'x') + u"\u0600\ny\nz"_s, 11).size(), 1);
-    QCOMPARE(Reflow::paragraphs(QString(8, u'x') + u"\U000110BD\ny\nz"_s, 11).size(), 1);
-    QCOMPARE(Reflow::paragraphs(full + u"\n\u0301\nz"_s, 11).size(), 1);
-}
-
-void ReflowTest::randomTextIsReflowedCorrectly()
-{
-    QRandomGenerator random(20260612);
-    for (int round = 0; round < 4000; ++round) {
-        const QString text = randomText(random);
-        const qsizetype full = 1 + random.bounded(60);
-        const QStringList lines = linesOf(text);
-        const QStringList paragraphs = Reflow::paragraphs(text, full);
-        for (qsizetype i = 0; i + 1 < paragraphs.size(); ++i)
-            QVERIFY(Graphemes::count(paragraphs[i]) >= full);
-        // No line is cut, and only the spaces between lines are added.
-        QCOMPARE(paragraphs.join(u' '), lines.join(u' '));
-        QCOMPARE(paragraphs, slowParagraphs(lines, full));
+    void linesAreJoinedBySpaces_data()
+    {
+        rows<QString, QStringList>(
+            {"text", "paragraphs"},
+            {{"three short lines", u"a\nb\n\nc"_s, {u"a b c"_s}},
+             {"empty", {}, {}},
+             {"only white space", u" \t\u00A0\u3000\n\n \r\n\t"_s, {}},
+             {"blank lines between", u"a\n \t \n\t\nb"_s, {u"a b"_s}},
+             {"white space at line ends", u"  a \n\tb\t\n c"_s, {u"a b c"_s}},
+             {"white space within a line", u"a  b\tc\nd"_s, {u"a  b\tc d"_s}},
+             {"no line break at the end", u"a"_s, {u"a"_s}},
+             {"a line break at the end", u"a\n"_s, {u"a"_s}},
+             {"every line break", u"a\nb\vc\fd\re\r\nf\u0085g\u2028h\u2029i"_s, {u"a b c d e f g h i"_s}},
+             {"separators that break no line", u"a\u001Cb\u001Fc"_s, {u"a\u001Cb\u001Fc"_s}}});
     }
-}
 
-void ReflowTest::reflowTimeIsLinear()
-{
-    // With quadratic counting this would take hours.
-    const QString text = u"é\n"_s.repeated(1'000'000);
-    const QStringList paragraphs = Reflow::paragraphs(text, text.size());
-    QCOMPARE(paragraphs.size(), 1);
-    QCOMPARE(paragraphs.first().size(), text.size() - 1);
-}
+    void linesAreJoinedBySpaces()
+    {
+        QFETCH(const QString, text);
+        QTEST(Reflow::paragraphs(text, limit), "paragraphs");
+    }
 
-void ReflowTest::tooLongParagraphIsSplitBetweenWords_data()
-{
-    QTest::addColumn<QStringList>("paragraphs");
-    QTest::addColumn<QStringList>("passages");
-    const QStringList short_{u"one"_s, u"two words"_s, u"ten words."_s};
-    QTest::newRow("empty") << QStringList() << QStringList();
-    QTest::newRow("no long paragraph") << short_ << short_;
-    QTest::newRow("words") << QStringList{u"a"_s, u"an eleventh word follows"_s}
-                           << QStringList{u"a"_s, u"an "_s, u"eleventh "_s, u"word "_s, u"follows"_s};
-    QTest::newRow("no spaces") << QStringList{u"abcdefghijklmnopqrstuvwxyz"_s}
-                               << QStringList{u"abcdefghij"_s, u"klmnopqrst"_s, u"uvwxyz"_s};
-    QTest::newRow("surrogate pair at the cut")
-        << QStringList{u"abcdefghi\U0001F44Djk"_s} << QStringList{u"abcdefghi"_s, u"\U0001F44Djk"_s};
-}
+    void paragraphEndsWithLineThatReachesLimit()
+    {
+        const QString line = u"twenty characters it"_s;
+        const QStringList paragraphs = Reflow::paragraphs((line + u'\n').repeated(30), limit);
+        QCOMPARE(paragraphs.size(), 2);
+        QCOMPARE(paragraphs.first(), QStringList(21, line).join(u' '));
+        QCOMPARE(paragraphs.first().size(), 440);
+        QCOMPARE(paragraphs.last(), QStringList(9, line).join(u' '));
+    }
 
-void ReflowTest::tooLongParagraphIsSplitBetweenWords()
-{
-    QFETCH(const QStringList, paragraphs);
-    const QStringList passages = Reflow::passages(paragraphs, 10);
-    QCOMPARE(passages.join(QString()), paragraphs.join(QString()));
-    QTEST(passages, "passages");
-}
+    void paragraphEndsExactlyAtLimit_data()
+    {
+        // A space and the second line add two characters; the third line adds two more.
+        rows<qsizetype, QList<qsizetype>>({"first", "lengths"}, {{"one character short", limit - 3, {limit + 1}},
+                                                                 {"exactly full", limit - 2, {limit, 1}},
+                                                                 {"full by the first line", limit, {limit, 3}}});
+    }
+
+    void paragraphEndsExactlyAtLimit()
+    {
+        QFETCH(const qsizetype, first);
+        QList<qsizetype> lengths;
+        for (const QString& paragraph : Reflow::paragraphs(QString(first, u'x') + u"\ny\nz"_s, limit))
+            lengths.append(paragraph.size());
+        QTEST(lengths, "lengths");
+    }
+
+    void lineIsNeverCut()
+    {
+        const QString line(1000, u'x');
+        QCOMPARE(Reflow::paragraphs(line, limit), QStringList{line});
+        QCOMPARE(Reflow::paragraphs(u"a\n"_s + line + u"\nb"_s, limit), (QStringList{u"a "_s + line, u"b"_s}));
+    }
+
+    void graphemeClustersAreCountedNotCodeUnits()
+    {
+        const QString family = u"\U0001F469\u200D\U0001F469\u200D\U0001F467\u200D\U0001F466"_s;
+        QCOMPARE(Reflow::paragraphs((family + u'\n').repeated(210), limit).size(), 1);
+        // 211 families and the spaces between them are 421 characters.
+        QCOMPARE(Reflow::paragraphs((family + u'\n').repeated(211), limit).size(), 1);
+        QCOMPARE(Reflow::paragraphs((family + u'\n').repeated(212), limit).size(), 2);
+    }
+
+    void markJoinedWithSpaceIsOneCharacter()
+    {
+        const QString full(9, u'x');
+        QCOMPARE(Reflow::paragraphs(full + u"\ny\nz"_s, 11), (QStringList{full + u" y"_s, u"z"_s}));
+        // The first mark forms one character with the space after it, the second one with the space before it.
+        QCOMPARE(Reflow::paragraphs(QString(8, u'x') + u"\u0600\ny\nz"_s, 11).size(), 1);
+        QCOMPARE(Reflow::paragraphs(QString(8, u'x') + u"\U000110BD\ny\nz"_s, 11).size(), 1);
+        QCOMPARE(Reflow::paragraphs(full + u"\n\u0301\nz"_s, 11).size(), 1);
+    }
+
+    void randomTextIsReflowedCorrectly()
+    {
+        QRandomGenerator random(20260612);
+        for (int round = 0; round < 4000; ++round) {
+            const QString text = randomText(random);
+            const qsizetype full = 1 + random.bounded(60);
+            const QStringList lines = linesOf(text);
+            const QStringList paragraphs = Reflow::paragraphs(text, full);
+            for (qsizetype i = 0; i + 1 < paragraphs.size(); ++i)
+                QVERIFY(Graphemes::count(paragraphs[i]) >= full);
+            // No line is cut, and only the spaces between lines are added.
+            QCOMPARE(paragraphs.join(u' '), lines.join(u' '));
+            QCOMPARE(paragraphs, slowParagraphs(lines, full));
+        }
+    }
+
+    void reflowTimeIsLinear()
+    {
+        // With quadratic counting this would take hours.
+        const QString text = u"é\n"_s.repeated(1'000'000);
+        const QStringList paragraphs = Reflow::paragraphs(text, text.size());
+        QCOMPARE(paragraphs.size(), 1);
+        QCOMPARE(paragraphs.first().size(), text.size() - 1);
+    }
+
+    void tooLongParagraphIsSplitBetweenWords_data()
+    {
+        const QStringList shortParagraphs{u"one"_s, u"two words"_s, u"ten words."_s};
+        rows<QStringList, QStringList>(
+            {"paragraphs", "passages"},
+            {{"empty", {}, {}},
+             {"no long paragraph", shortParagraphs, shortParagraphs},
+             {"words",
+              {u"a"_s, u"an eleventh word follows"_s},
+              {u"a"_s, u"an "_s, u"eleventh "_s, u"word "_s, u"follows"_s}},
+             {"no spaces", {u"abcdefghijklmnopqrstuvwxyz"_s}, {u"abcdefghij"_s, u"klmnopqrst"_s, u"uvwxyz"_s}},
+             {"surrogate pair at the cut", {u"abcdefghi\U0001F44Djk"_s}, {u"abcdefghi"_s, u"\U0001F44Djk"_s}}});
+    }
+
+    void tooLongParagraphIsSplitBetweenWords()
+    {
+        QFETCH(const QStringList, paragraphs);
+        const QStringList passages = Reflow::passages(paragraphs, 10);
+        QCOMPARE(passages.join(QString()), paragraphs.join(QString()));
+        QTEST(passages, "passages");
+    }
+};
 
 QUILLMERE_TEST(ReflowTest, QCoreApplication)
 

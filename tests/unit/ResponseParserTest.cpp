@@ -1,4 +1,5 @@
 #include "ResponseParser.h"
+#include "Rows.h"
 #include "TestMain.h"
 
 #include <QTest>
@@ -30,63 +31,51 @@ class ResponseParserTest : public QObject
 private Q_SLOTS:
     void answerIsParsedFromPiecesOfAnySize_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<bool>("ends");
-        QTest::addColumn<QByteArray>("expected");
-        const auto row = [](const char* name, const QByteArray& bytes, bool ends, const QByteArray& expected) {
-            QTest::newRow(name) << bytes << ends << expected;
-        };
-        row("no bytes", "", false, "0  more");
-        row("no bytes, connection closed", "", true, "0  broken");
-        row("length", "HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody", false, "200 body whole");
-        row("bytes after the length", "HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbodyHTTP/1.1 500 No\r\n\r\n", true,
-            "200 body whole");
-        row("length in capitals", "HTTP/1.1 200 OK\r\nCONTENT-LENGTH:4\r\n\r\nbody", false, "200 body whole");
-        row("no reason phrase", "HTTP/1.1 200\r\nContent-Length: 4\r\n\r\nbody", false, "200 body whole");
-        row("length, closed early", "HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\nbody", true, "200 body broken");
-        row("no length", "HTTP/1.1 200 OK\r\n\r\nbody", false, "200 body more");
-        row("no length, closed", "HTTP/1.1 200 OK\r\n\r\nbody", true, "200 body whole");
-        row("length 0", "HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n", false, "200  whole");
-        row("one length twice", "HTTP/1.1 200 OK\r\nContent-Length: 4, 4\r\n\r\nbody", false, "200 body whole");
-        row("two lengths", "HTTP/1.1 200 OK\r\nContent-Length: 4\r\nContent-Length: 5\r\n\r\nbody", false,
-            "200  broken");
-        row("negative length", "HTTP/1.1 200 OK\r\nContent-Length: -4\r\n\r\nbody", false, "200  broken");
-        row("length of 20 digits", "HTTP/1.1 200 OK\r\nContent-Length: 99999999999999999999\r\n\r\nbody", false,
-            "200  broken");
-        row("length is not a number", "HTTP/1.1 200 OK\r\nContent-Length: four\r\n\r\nbody", false, "200  broken");
-        row("204 with a length", "HTTP/1.1 204 No\r\nContent-Length: 4\r\n\r\n", false, "204  whole");
-        row("304 with a length", "HTTP/1.1 304 No\r\nContent-Length: 4\r\n\r\n", false, "304  whole");
-        row("chunks", "HTTP/1.1 200 OK\r\nTransfer-Encoding: Chunked\r\n\r\n2\r\nbo\r\n2\r\ndy\r\n0\r\n\r\n", false,
-            "200 body whole");
-        row("chunks and a length",
-            "HTTP/1.1 200 OK\r\nContent-Length: 9\r\nTransfer-Encoding: chunked\r\n\r\n4\r\nbody\r\n0\r\n\r\n", false,
-            "200 body whole");
-        row("chunk size in hexadecimal",
-            "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nA\r\nbody body!\r\n0\r\n\r\n", false,
-            "200 body body! whole");
-        row("chunk extension", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n4 ;a=b\r\nbody\r\n0\r\n\r\n",
-            false, "200 body whole");
-        row("trailer", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n4\r\nbody\r\n0\r\nA: b\r\nC: d\r\n\r\n",
-            false, "200 body whole");
-        row("chunks, closed early", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n4\r\nbody\r\n", true,
-            "200 body broken");
-        row("chunk without a size", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nbody\r\n", false,
-            "200  broken");
-        row("chunk with a wrong end", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n4\r\nbodyxx\r\n", false,
-            "200 body broken");
-        row("negative chunk size", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n-4\r\nbody\r\n", false,
-            "200  broken");
-        row("interim answer",
-            "HTTP/1.1 103 Hints\r\nContent-Length: 4\r\n\r\nHTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody", false,
-            "200 body whole");
-        row("only an interim answer", "HTTP/1.1 103 Hints\r\n\r\n", false, "0  more");
-        row("only an interim answer, closed", "HTTP/1.1 103 Hints\r\n\r\n", true, "0  broken");
-        row("line feeds without carriage returns", "HTTP/1.1 103 Hints\n\nHTTP/1.1 200 OK\nContent-Length: 4\n\nbody",
-            false, "200 body whole");
-        row("blank lines first", "\r\n\r\nHTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody", false, "200 body whole");
-        row("another protocol", "SSH-2.0-Something\r\n\r\n", false, "0  broken");
-        row("status is not a number", "HTTP/1.1 OK\r\n\r\n", false, "0  broken");
-        row("another version", "HTTP/2 200\r\n\r\n", false, "0  broken");
+        const QByteArray ok = "HTTP/1.1 200 OK\r\n";
+        const QByteArray chunked = ok + "Transfer-Encoding: chunked\r\n\r\n";
+        rows<QByteArray, bool, QByteArray>(
+            {"bytes", "ends", "expected"},
+            {{"no bytes", "", false, "0  more"},
+             {"no bytes, connection closed", "", true, "0  broken"},
+             {"length", ok + "Content-Length: 4\r\n\r\nbody", false, "200 body whole"},
+             {"bytes after the length", ok + "Content-Length: 4\r\n\r\nbodyHTTP/1.1 500 No\r\n\r\n", true,
+              "200 body whole"},
+             {"length in capitals", ok + "CONTENT-LENGTH:4\r\n\r\nbody", false, "200 body whole"},
+             {"no reason phrase", "HTTP/1.1 200\r\nContent-Length: 4\r\n\r\nbody", false, "200 body whole"},
+             {"length, closed early", ok + "Content-Length: 5\r\n\r\nbody", true, "200 body broken"},
+             {"no length", ok + "\r\nbody", false, "200 body more"},
+             {"no length, closed", ok + "\r\nbody", true, "200 body whole"},
+             {"length 0", ok + "Content-Length: 0\r\n\r\n", false, "200  whole"},
+             {"one length twice", ok + "Content-Length: 4, 4\r\n\r\nbody", false, "200 body whole"},
+             {"two lengths", ok + "Content-Length: 4\r\nContent-Length: 5\r\n\r\nbody", false, "200  broken"},
+             {"negative length", ok + "Content-Length: -4\r\n\r\nbody", false, "200  broken"},
+             {"length of 20 digits", ok + "Content-Length: 99999999999999999999\r\n\r\nbody", false, "200  broken"},
+             {"length is not a number", ok + "Content-Length: four\r\n\r\nbody", false, "200  broken"},
+             {"204 with a length", "HTTP/1.1 204 No\r\nContent-Length: 4\r\n\r\n", false, "204  whole"},
+             {"304 with a length", "HTTP/1.1 304 No\r\nContent-Length: 4\r\n\r\n", false, "304  whole"},
+             {"chunks", ok + "Transfer-Encoding: Chunked\r\n\r\n2\r\nbo\r\n2\r\ndy\r\n0\r\n\r\n", false,
+              "200 body whole"},
+             {"chunks and a length",
+              ok + "Content-Length: 9\r\nTransfer-Encoding: chunked\r\n\r\n4\r\nbody\r\n0\r\n\r\n", false,
+              "200 body whole"},
+             {"chunk size in hexadecimal", chunked + "A\r\nbody body!\r\n0\r\n\r\n", false, "200 body body! whole"},
+             {"chunk extension", chunked + "4 ;a=b\r\nbody\r\n0\r\n\r\n", false, "200 body whole"},
+             {"trailer", chunked + "4\r\nbody\r\n0\r\nA: b\r\nC: d\r\n\r\n", false, "200 body whole"},
+             {"chunks, closed early", chunked + "4\r\nbody\r\n", true, "200 body broken"},
+             {"chunk without a size", chunked + "body\r\n", false, "200  broken"},
+             {"chunk with a wrong end", chunked + "4\r\nbodyxx\r\n", false, "200 body broken"},
+             {"negative chunk size", chunked + "-4\r\nbody\r\n", false, "200  broken"},
+             {"interim answer",
+              "HTTP/1.1 103 Hints\r\nContent-Length: 4\r\n\r\nHTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody", false,
+              "200 body whole"},
+             {"only an interim answer", "HTTP/1.1 103 Hints\r\n\r\n", false, "0  more"},
+             {"only an interim answer, closed", "HTTP/1.1 103 Hints\r\n\r\n", true, "0  broken"},
+             {"line feeds without carriage returns", "HTTP/1.1 103 Hints\n\nHTTP/1.1 200 OK\nContent-Length: 4\n\nbody",
+              false, "200 body whole"},
+             {"blank lines first", "\r\n\r\nHTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody", false, "200 body whole"},
+             {"another protocol", "SSH-2.0-Something\r\n\r\n", false, "0  broken"},
+             {"status is not a number", "HTTP/1.1 OK\r\n\r\n", false, "0  broken"},
+             {"another version", "HTTP/2 200\r\n\r\n", false, "0  broken"}});
     }
     void answerIsParsedFromPiecesOfAnySize()
     {
@@ -113,13 +102,11 @@ private Q_SLOTS:
 
     void headWithoutEndIsRejected_data()
     {
-        QTest::addColumn<QByteArray>("start");
-        QTest::addColumn<QByteArray>("part");
-        QTest::newRow("status line") << QByteArray("HTTP/1.1 200 ") << QByteArray("x");
-        QTest::newRow("many headers") << QByteArray("HTTP/1.1 200 OK\r\n") << QByteArray("A: b\r\n");
-        QTest::newRow("headers of interim answer") << QByteArray("HTTP/1.1 103 A\r\n") << QByteArray("A: b\r\n");
-        QTest::newRow("chunk size") << QByteArray("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n4;")
-                                    << QByteArray("a");
+        rows<QByteArray, QByteArray>({"start", "part"},
+                                     {{"status line", "HTTP/1.1 200 ", "x"},
+                                      {"many headers", "HTTP/1.1 200 OK\r\n", "A: b\r\n"},
+                                      {"headers of interim answer", "HTTP/1.1 103 A\r\n", "A: b\r\n"},
+                                      {"chunk size", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n4;", "a"}});
     }
     void headWithoutEndIsRejected()
     {

@@ -1,4 +1,5 @@
 #include "Dressing.h"
+#include "Rows.h"
 #include "TestMain.h"
 
 #include <QTest>
@@ -9,19 +10,15 @@ namespace quillmere {
 
 namespace {
 
-Tape tape(qint64 id, const QString& title)
+/** Tapes with these titles; the ids are 1, 2, and so on. */
+QList<Tape> tapes(const QStringList& titles)
 {
-    Tape result;
-    result.id = id;
-    result.title = title;
-    return result;
-}
-
-VHSCover coverOf(const QString& bodyName)
-{
-    VHSCover cover;
-    cover.bodyName = bodyName;
-    return cover;
+    QList<Tape> all(titles.size());
+    for (qsizetype index = 0; index < titles.size(); ++index) {
+        all[index].id = index + 1;
+        all[index].title = titles[index];
+    }
+    return all;
 }
 
 QStringList titles(const Shelf& shelf)
@@ -44,8 +41,7 @@ private Q_SLOTS:
     void shelvesAndCoversAreInOrderOfFirstAppearance()
     {
         const QList<Shelf> shelves =
-            buildShelves({tape(1, u"Open Mic"_s), tape(2, u"Zoning B"_s), tape(3, u"City Council"_s),
-                          tape(4, u"Zoning A"_s), tape(5, u"Another Evening"_s)});
+            buildShelves(tapes({u"Open Mic"_s, u"Zoning B"_s, u"City Council"_s, u"Zoning A"_s, u"Another Evening"_s}));
         QCOMPARE(shelves.size(), 3);
         QCOMPARE(shelves[0].name, u"Staff Picks"_s);
         QCOMPARE(titles(shelves[0]), (QStringList{u"Open Mic"_s, u"Another Evening"_s}));
@@ -57,11 +53,9 @@ private Q_SLOTS:
 
     void genreHasShelf()
     {
-        const QList<Shelf> shelves = buildShelves(
-            {tape(1, u"Work Session"_s), tape(2, u"Planning"_s), tape(3, u"Finance"_s), tape(4, u"Commission"_s),
-             tape(5, u"Committee"_s), tape(6, u"Board"_s), tape(7, u"Council"_s), tape(8, u"Parade"_s)});
         QStringList names;
-        for (const Shelf& shelf : shelves)
+        for (const Shelf& shelf : buildShelves(tapes({u"Work Session"_s, u"Planning"_s, u"Finance"_s, u"Commission"_s,
+                                                      u"Committee"_s, u"Board"_s, u"Council"_s, u"Parade"_s})))
             names.append(shelf.name);
         QCOMPARE(names, (QStringList{u"Slow Burn & Study Sessions"_s, u"City-Building Epics"_s, u"Money on the Table"_s,
                                      u"After Dark: Commission Noir"_s, u"Procedurals"_s, u"Boardroom Thrillers"_s,
@@ -70,8 +64,9 @@ private Q_SLOTS:
 
     void tapesWithSameIdBothHaveCoversAndMapHasLater()
     {
-        const QList<Shelf> shelves =
-            buildShelves({tape(1, u"Zoning, early"_s), tape(2, u"Council"_s), tape(1, u"Zoning, late"_s)});
+        QList<Tape> repeated = tapes({u"Zoning, early"_s, u"Council"_s, u"Zoning, late"_s});
+        repeated[2].id = 1;
+        const QList<Shelf> shelves = buildShelves(repeated);
         QCOMPARE(titles(shelves[0]), (QStringList{u"Zoning, early"_s, u"Zoning, late"_s}));
         QCOMPARE(shelves[0].tapesByID.size(), 2);
         QCOMPARE(shelves[0].tapesByID.value(1).title, u"Zoning, late"_s);
@@ -79,7 +74,7 @@ private Q_SLOTS:
 
     void shelvesShareOneMapOfAllTapes()
     {
-        const QList<Shelf> shelves = buildShelves({tape(1, u"Zoning"_s), tape(2, u"Council"_s), tape(3, u"Parade"_s)});
+        const QList<Shelf> shelves = buildShelves(tapes({u"Zoning"_s, u"Council"_s, u"Parade"_s}));
         for (const Shelf& shelf : shelves) {
             QCOMPARE(shelf.tapesByID.size(), 3);
             QVERIFY(shelf.tapesByID.isSharedWith(shelves.first().tapesByID));
@@ -88,7 +83,7 @@ private Q_SLOTS:
 
     void shelvesAreEqualByNameAndCoversAndHashOnlyByName()
     {
-        const Shelf shelf = buildShelves({tape(1, u"Zoning"_s)}).first();
+        const Shelf shelf = buildShelves(tapes({u"Zoning"_s})).first();
         Shelf other = shelf;
         other.tapesByID.clear();
         QCOMPARE(other, shelf);
@@ -102,28 +97,28 @@ private Q_SLOTS:
 
     void bodySummaryNamesTwoBodies_data()
     {
-        QTest::addColumn<QStringList>("bodies");
-        QTest::addColumn<QString>("summary");
         const QString council = u"City Council"_s;
         const QString school = u"School Board"_s;
-        QTest::newRow("none") << QStringList() << QString();
-        QTest::newRow("one") << QStringList{council} << council;
-        QTest::newRow("one, twice") << QStringList{council, council} << council;
-        QTest::newRow("exactly two") << QStringList{council, school, council} << u"City Council · School Board"_s;
-        QTest::newRow("three") << QStringList{council, school, u"A"_s} << u"City Council · School Board +1 more"_s;
-        QTest::newRow("five") << QStringList{council, u"City Council"_s, school, u"A"_s, u"B"_s, u"A"_s, u"C"_s}
-                              << u"City Council · School Board +3 more"_s;
-        QTest::newRow("compared exactly")
-            << QStringList{council, u"CITY COUNCIL"_s} << u"City Council · CITY COUNCIL"_s;
-        QTest::newRow("a body without a name is included") << QStringList{QString(), council} << u" · City Council"_s;
+        rows<QStringList, QString>(
+            {"bodies", "summary"},
+            {{"none", {}, QString()},
+             {"one", {council}, council},
+             {"one, twice", {council, council}, council},
+             {"exactly two", {council, school, council}, u"City Council · School Board"_s},
+             {"three", {council, school, u"A"_s}, u"City Council · School Board +1 more"_s},
+             {"five",
+              {council, council, school, u"A"_s, u"B"_s, u"A"_s, u"C"_s},
+              u"City Council · School Board +3 more"_s},
+             {"compared exactly", {council, u"CITY COUNCIL"_s}, u"City Council · CITY COUNCIL"_s},
+             {"a body without a name is included", {QString(), council}, u" · City Council"_s}});
     }
 
     void bodySummaryNamesTwoBodies()
     {
         QFETCH(QStringList, bodies);
-        QList<VHSCover> covers;
-        for (const QString& body : bodies)
-            covers.append(coverOf(body));
+        QList<VHSCover> covers(bodies.size());
+        for (qsizetype index = 0; index < bodies.size(); ++index)
+            covers[index].bodyName = bodies[index];
         QTEST(bodySummary(covers), "summary");
     }
 };

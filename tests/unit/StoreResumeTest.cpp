@@ -1,4 +1,5 @@
 #include "Announcements.h"
+#include "Rows.h"
 #include "StoreFixture.h"
 #include "TestMain.h"
 
@@ -19,71 +20,41 @@ class StoreResumeTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void positionInFirstMinuteIsRemoved_data()
+    void positionIsSavedFromFirstMinuteOn_data()
     {
-        QTest::addColumn<double>("seconds");
-        QTest::newRow("at the start") << 0.0;
-        QTest::newRow("just below a minute") << 59.9;
-        QTest::newRow("negative") << -1.0;
-        QTest::newRow("negative infinity") << -infinity;
+        rows<double, double>({"seconds", "position"}, {{"at the start", 0, 0},
+                                                       {"just below a minute", 59.9, 0},
+                                                       {"negative", -1, 0},
+                                                       {"negative infinity", -infinity, 0},
+                                                       {"a minute", 60, 60},
+                                                       {"a fraction", 1234.5678, 1234.5678},
+                                                       {"largest", 1e9, 1e9},
+                                                       {"not a number: not saved", notANumber, 500},
+                                                       {"infinite: not saved", infinity, 500},
+                                                       {"above the largest: not saved", 1e9 + 1, 500}});
     }
 
-    void positionInFirstMinuteIsRemoved()
+    void positionIsSavedFromFirstMinuteOn()
     {
         QFETCH(double, seconds);
+        QFETCH(double, position);
         StoreFixture fixture;
         fixture.defaults.setNumber(keyOfSeven, 500);
         fixture->saveResume(7, seconds);
-        QVERIFY(!fixture.defaults.contains(keyOfSeven));
-        QCOMPARE(fixture->resumePosition(7), 0.0);
-    }
-
-    void positionAfterFirstMinuteIsSaved_data()
-    {
-        QTest::addColumn<double>("seconds");
-        QTest::newRow("a minute") << 60.0;
-        QTest::newRow("a fraction") << 1234.5678;
-        QTest::newRow("largest") << 1e9;
-    }
-
-    void positionAfterFirstMinuteIsSaved()
-    {
-        QFETCH(double, seconds);
-        StoreFixture fixture;
-        fixture.defaults.setNumber(keyOfSeven, 500);
-        fixture->saveResume(7, seconds);
-        QCOMPARE(fixture.defaults.number(keyOfSeven), seconds);
-        QCOMPARE(fixture->resumePosition(7), seconds);
-    }
-
-    void invalidPositionIsNotSaved_data()
-    {
-        QTest::addColumn<double>("seconds");
-        QTest::newRow("not a number") << notANumber;
-        QTest::newRow("infinite") << infinity;
-        QTest::newRow("above the largest") << 1e9 + 1;
-    }
-
-    void invalidPositionIsNotSaved()
-    {
-        QFETCH(double, seconds);
-        StoreFixture fixture;
-        fixture.defaults.setNumber(keyOfSeven, 500);
-        fixture->saveResume(7, seconds);
-        QCOMPARE(fixture->resumePosition(7), 500.0);
+        QCOMPARE(fixture.defaults.contains(keyOfSeven), position > 0);
+        QCOMPARE(fixture.defaults.number(keyOfSeven), position);
+        QCOMPARE(fixture->resumePosition(7), position);
     }
 
     void invalidStoredPositionIsReadAsZero_data()
     {
-        QTest::addColumn<double>("stored");
-        QTest::addColumn<double>("read");
-        QTest::newRow("not a number") << notANumber << 0.0;
-        QTest::newRow("infinite") << infinity << 0.0;
-        QTest::newRow("negative") << -0.5 << 0.0;
-        QTest::newRow("too long") << 1e9 + 1 << 0.0;
-        QTest::newRow("zero") << 0.0 << 0.0;
-        QTest::newRow("below a minute, not written by the store") << 30.0 << 30.0;
-        QTest::newRow("largest") << 1e9 << 1e9;
+        rows<double, double>({"stored", "read"}, {{"not a number", notANumber, 0},
+                                                  {"infinite", infinity, 0},
+                                                  {"negative", -0.5, 0},
+                                                  {"too long", 1e9 + 1, 0},
+                                                  {"zero", 0, 0},
+                                                  {"below a minute, not written by the store", 30, 30},
+                                                  {"largest", 1e9, 1e9}});
     }
 
     void invalidStoredPositionIsReadAsZero()
@@ -92,12 +63,6 @@ private Q_SLOTS:
         StoreFixture fixture;
         fixture.defaults.setNumber(keyOfSeven, stored);
         QTEST(fixture->resumePosition(7), "read");
-    }
-
-    void tapeNeverPlayedHasNoPosition()
-    {
-        const StoreFixture fixture;
-        QCOMPARE(fixture->resumePosition(7), 0.0);
     }
 
     void removedPositionIsZero()

@@ -10,6 +10,14 @@
 
 namespace quillmere {
 
+using Cause = VideoFailure::Cause;
+using Kind = PlayerItem::Kind;
+using Listener = VideoEngineListener;
+using Status = PlayerItem::Status;
+using TimeControl = VideoPlayer::TimeControl;
+
+inline const MediaTrack audioTrack{1, MediaTrack::Kind::Audio, {}, {}, true};
+
 /** The real StreamPlayer on a scripted engine and a scripted clock. */
 class StreamPlayerFixture
 {
@@ -29,7 +37,7 @@ public:
         return [this] { return loadOnce(); };
     }
 
-    void setItem(PlayerItem::Kind kind = PlayerItem::Kind::Recording)
+    void setItem(Kind kind = Kind::Recording)
     {
         item = std::make_shared<PlayerItem>(url, kind);
         player->setItem(item);
@@ -40,12 +48,12 @@ public:
     {
         pluginLoaded.resolve(true);
         engine = plugin.latest.lock();
-        notify([](VideoEngineListener& to) { to.onEngineReady(); });
-        notify([](VideoEngineListener& to) { to.onRendererReady(); });
+        notify([](Listener& to) { to.onEngineReady(); });
+        notify([](Listener& to) { to.onRendererReady(); });
     }
 
-    /** Loads an item of 120 seconds that plays from `at` seconds. */
-    void playFrom(double at, PlayerItem::Kind kind = PlayerItem::Kind::Recording)
+    /** Loads an item of 120 seconds that is to play from `at` seconds. */
+    void loadFrom(double at, Kind kind = Kind::Recording)
     {
         setItem(kind);
         player->seek(at, SeekTolerance::AtOrAfter);
@@ -53,6 +61,12 @@ public:
         if (!engine)
             start();
         reportDuration(120);
+    }
+
+    /** As `loadFrom`, and shows its first picture. */
+    void playFrom(double at, Kind kind = Kind::Recording)
+    {
+        loadFrom(at, kind);
         showPicture(at);
     }
 
@@ -66,22 +80,26 @@ public:
     // The following functions report events of the engine's latest load.
     int load() const { return engine->loads.last().id; }
     template<typename... Values>
-    void reportEvent(void (VideoEngineListener::*event)(int, Values...), std::type_identity_t<Values>... values)
+    void reportEvent(void (Listener::*event)(int, Values...), std::type_identity_t<Values>... values)
     {
-        notify([=, load = load()](VideoEngineListener& to) { (to.*event)(load, values...); });
+        notify([=, load = load()](Listener& to) { (to.*event)(load, values...); });
     }
-    void showPicture(double at) { reportEvent(&VideoEngineListener::onPictureShown, at); }
-    void reportDuration(double duration) { reportEvent(&VideoEngineListener::onDurationKnown, duration); }
-    void report(double seconds) { reportEvent(&VideoEngineListener::onPositionChanged, seconds); }
-    void skipData() { reportEvent(&VideoEngineListener::onDataSkipped); }
-    void setWaiting(bool waiting) { reportEvent(&VideoEngineListener::onWaitingChanged, waiting); }
-    void endFile() { reportEvent(&VideoEngineListener::onEndOfFile); }
-    void fail(const VideoFailure& failure) { reportEvent(&VideoEngineListener::onLoadFailed, failure); }
+    void showPicture(double at) { reportEvent(&Listener::onPictureShown, at); }
+    void reportDuration(double duration) { reportEvent(&Listener::onDurationKnown, duration); }
+    void report(double seconds) { reportEvent(&Listener::onPositionChanged, seconds); }
+    void skipData() { reportEvent(&Listener::onDataSkipped); }
+    void setWaiting(bool waiting) { reportEvent(&Listener::onWaitingChanged, waiting); }
+    void endFile() { reportEvent(&Listener::onEndOfFile); }
+    void fail(const VideoFailure& failure) { reportEvent(&Listener::onLoadFailed, failure); }
     void finishSeek(double seconds)
     {
-        notify([=, seek = engine->seeks.last()](VideoEngineListener& to) {
-            to.onSeekFinished(seek.load, seek.number, seconds);
-        });
+        notify([=, seek = engine->seeks.last()](Listener& to) { to.onSeekFinished(seek.load, seek.number, seconds); });
+    }
+    /** Waits `delay` for the next attempt to load a broken stream; its first picture is at `at`. */
+    void reconnect(std::chrono::seconds delay, double at)
+    {
+        clock.advance(delay);
+        showPicture(at);
     }
     /** Reports positions up to `seconds` in steps of 0.9 s, without advancing the clock. */
     void moveTo(double seconds)
@@ -115,6 +133,22 @@ private:
             co_return &plugin;
         co_return tl::unexpected(QStringLiteral("not there"));
     }
+};
+
+/** A player whose engine has started and loads an item. */
+struct LoadingFixture : StreamPlayerFixture
+{
+    explicit LoadingFixture(Kind kind = Kind::Recording)
+    {
+        setItem(kind);
+        start();
+    }
+};
+
+/** A player that plays an item of 120 seconds from `at` seconds. */
+struct PlayingFixture : StreamPlayerFixture
+{
+    explicit PlayingFixture(double at, Kind kind = Kind::Recording) { playFrom(at, kind); }
 };
 
 } // namespace quillmere

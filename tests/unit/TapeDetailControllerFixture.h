@@ -41,10 +41,17 @@ protected:
         m_screen->setProperty("tape", QVariant::fromValue(tape));
     }
 
-    QByteArray fullRecord() const
+    static QByteArray fullRecord()
     {
         return R"({"id": 9007199254740993, "title": "Harbour Council, in full", "has_transcript": true,
                    "location": "Town Hall", "documents": [{"title": "Agenda"}]})";
+    }
+
+    void appearWithRecord(const QByteArray& record = fullRecord())
+    {
+        m_screen->appear();
+        m_shop->answer(m_path, record);
+        QTRY_VERIFY(m_screen->detail());
     }
 
     QStringList values() const

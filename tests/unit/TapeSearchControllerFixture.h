@@ -34,6 +34,14 @@ protected:
         m_screen->search();
     }
 
+    /** Searches, and waits until tapes with these titles are shown. */
+    void find(const QString& query, const QStringList& titles)
+    {
+        search(query);
+        m_fixture->answerTapes(titles, request(query));
+        QTRY_VERIFY(m_screen->showsResults());
+    }
+
     QStringList found() const
     {
         QStringList titles;
