@@ -4,7 +4,10 @@
 
 namespace quillmere {
 
-/** Disc of the on-air lamp: on-air red if `live`, else soot, with a thin parchment rim. */
+/**
+ * Disc of the on-air lamp, in the colour `onAirRed` of StationPalette if `live`, else in `soot`. It always has a thin
+ * rim in `parchment`.
+ */
 class LampDisc : public quillmere::PaintedItem
 {
     Q_OBJECT

@@ -7,8 +7,8 @@
 namespace quillmere {
 
 /**
- * The soft shadow of a plate as large as the item, or the glow of a round lamp. It is painted once; fading and scaling
- * reuse the picture, and equal shadows share one. `spread` is the distance from the edge, in points, at which the
+ * The soft shadow of a plate as large as the item, or the glow of a round lamp. While it fades or is being scaled, its
+ * picture is reused; equal shadows share one. `spread` is the distance from the edge, in points, at which the
  * shadow is transparent. `radius` is the corner radius; half the size of the item makes the shadow round.
  */
 class SoftShadow : public quillmere::PaintedItem

@@ -34,7 +34,7 @@ public:
     /** Returns `text` with each emoji formatted in the emoji font, and without the variation selectors of emoji. */
     static FormattedText withEmojiFont(const QString& text);
 
-    /** In `text`, U+2028 is the only line break. */
+    /** `text` must contain no line break other than U+2028; callers replace the others. */
     TextLines(const QString& text, const QFont& font);
 
     double ascent() const { return m_ascent; } ///< of every line

@@ -326,7 +326,10 @@ void PlayerController::updateSpinner()
     }
 }
 
-/** The bar is shown after a key press and while paused. Once shown, it stays until the item plays. */
+/**
+ * The bar is shown for some seconds after a key press, and while paused. While playback waits, or the viewer scrubs, it
+ * stays if it is shown. A failure hides it.
+ */
 void PlayerController::updateTransport()
 {
     const bool isPaused = m_state == State::Paused && item();

@@ -47,7 +47,7 @@ ReadingScreen {
     Item {
         anchors.fill: parent
         anchors.topMargin: header.height
-        // Scrolled content disappears below the header.
+        // Scrolled text is not drawn over the header.
         clip: true
 
         ScrollArea {

@@ -6,9 +6,9 @@
 namespace quillmere {
 
 /**
- * Cassettes side by side: a list model with their keys, covers and titles, and the title line of a shelf. When its
- * content changes, the current row stays on the same tape. Screen thread only; ShelfList owns the rows of shelves,
- * TapeSearchController that of the results.
+ * Cassettes side by side: a list model with their keys, covers and titles, and the title line of a shelf. Whoever
+ * sets new content chooses the current row; currentRowIn() finds the row of the same tape. Screen thread only;
+ * ShelfList owns the rows of shelves, TapeSearchController that of the results.
  */
 class CassetteRow : public quillmere::CurrentRowModel
 {

@@ -14,7 +14,7 @@ int indexOf(const List& list, Predicate predicate)
     return found == list.cend() ? -1 : int(found - list.cbegin());
 }
 
-/** The shelf nearest to `shelf` that has cassettes; of two equally near, the lower one. */
+/** The shelf nearest to `shelf` that has cassettes; of two equally near, the one below it. -1 if none has. */
 template<typename Changes>
 int nearestShelf(const Changes& changes, int shelf)
 {

@@ -7,9 +7,9 @@ namespace quillmere {
 /**
  * The shelves of the shop, from top to bottom. After a refresh, an equal shelf (same name and covers) keeps its
  * CassetteRow and the current row in it. Any other shelf, and every shelf of another market, gets a new CassetteRow
- * that starts at its first cassette. If the focus is in the list, it stays on the same tape, wherever that is now. If
- * the tape is gone, the focus moves to the nearest cassette, or in another market to the first cassette of the shelf.
- * Screen thread only; RewinderyController owns it.
+ * that starts at its first cassette. If the focus is in the list, it stays on the same tape, and a shelf with the name
+ * of the shelf that had the focus keeps its CassetteRow. If the tape is gone, the focus moves to the nearest shelf with
+ * cassettes. Screen thread only; RewinderyController owns it.
  */
 class ShelfList : public quillmere::CurrentRowModel
 {

@@ -46,7 +46,10 @@ std::chrono::milliseconds displaySleepDelay()
     return DisplaySleep::parseDelay(builtIn).value_or(std::chrono::milliseconds::zero());
 }
 
-/** Sets up the sleep of the display if it is enabled. `power` outlives `sleep`. */
+/**
+ * Sets up the sleep of the display if it is enabled. If only the file for the state of the display is named, `power` is
+ * created without `sleep` and keeps that file at "on". `power` outlives `sleep`.
+ */
 struct DisplaySleepSetup
 {
     DisplaySleepSetup(ScreenWindow& window, Clock& clock)

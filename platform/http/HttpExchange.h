@@ -14,8 +14,8 @@ namespace quillmere {
 
 /**
  * Performs one GET: sends it, follows redirects, revalidates a cached response, enforces the limits, and waits for the
- * network if the machine is offline. Lives on the network thread; the engine owns it. Destroying it aborts the request
- * and reports nothing.
+ * network if the machine is offline. Lives on the network thread; the engine of QtHttpClient owns it. Destroying it
+ * aborts the request and reports nothing.
  */
 class HttpExchange : public QObject
 {

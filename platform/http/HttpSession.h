@@ -32,7 +32,7 @@ public:
     ResponseCache& cache() { return m_cache; }
     Connectivity& connectivity() { return m_connectivity; }
 
-    /** A free channel, preferably one that is connected to the server of `url`; null if all are in use. */
+    /** A free channel, preferably one whose last request went to the server of `url`; null if all are in use. */
     HttpChannel* findFreeChannel(const QUrl& url);
 
     /** Sends the request with the currently trusted certificates. */

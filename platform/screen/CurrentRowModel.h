@@ -16,9 +16,9 @@ struct AbstractItemModelForQml
 };
 
 /**
- * A list model with a current row: the row whose item in the `LazyStack` has or last had the focus. The rows and the
- * current row always change together, in one model reset, so that the stack never sees a row number of the old rows.
- * Screen thread only.
+ * A list model with a current row: the row whose item in the `LazyStack` has or last had the focus. New rows and their
+ * current row are set in one model reset, so that the stack never uses a row number of the old rows. Screen thread
+ * only.
  */
 class CurrentRowModel : public QAbstractListModel
 {

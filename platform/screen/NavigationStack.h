@@ -12,8 +12,9 @@ namespace quillmere {
  * above the root; each is created from `page`, which has a `required property int level` (0 for the first). A pushed
  * page fades in over 0.25 s, a popped one fades out; keys go to the new top screen before the animation. Covered pages
  * are not drawn. Back emits `popped`, once for each press. Root and pages are resized to the stack's size. The stack
- * emits `appeared` and `disappeared` of its pages when they, or the stack itself, appear and disappear. Screen thread
- * only; owned by its parent item.
+ * emits `appeared` of a screen when it becomes the top one, and of the top one when the stack appears. It emits
+ * `disappeared` of a popped page, and of every screen when the stack disappears; a covered page has not disappeared.
+ * Screen thread only; owned by its parent item.
  */
 class NavigationStack : public quillmere::FocusScreen
 {

@@ -5,9 +5,12 @@
 
 namespace quillmere {
 
-PixelAlignedItem::PixelAlignedItem(QQuickItem* parent) : QQuickItem(parent)
+// QQuickItem's constructor would enter the parent's window before itemChange() of this class can be called.
+PixelAlignedItem::PixelAlignedItem(QQuickItem* parent)
 {
     setFlag(ItemHasContents);
+    setParent(parent);
+    setParentItem(parent);
 }
 
 void PixelAlignedItem::itemChange(ItemChange change, const ItemChangeData& data)

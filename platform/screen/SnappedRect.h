@@ -13,7 +13,10 @@ namespace quillmere {
  */
 enum class SnapTo { Edges, Size };
 
-/** Rounds `rect` to whole device pixels, so that a plain shape has no blurred edge. Any thread. */
+/**
+ * Returns `rect`, in its own coordinates, rounded to whole device pixels, so that a plain shape has no blurred edge.
+ * `toDevice` maps these coordinates to device pixels. Any thread.
+ */
 QRectF snappedRect(const QTransform& toDevice, const QRectF& rect, SnapTo to = SnapTo::Edges);
 
 /** As above; the painter's transform maps to device pixels. */

@@ -48,9 +48,9 @@ qsizetype cutLength(QStringView text, qsizetype maxLength);
 QString truncatedText(const QString& text, qsizetype maxLength);
 
 /**
- * Same as truncatedText(), but marks the cut with an ellipsis. No screen has room for more than the default: the
- * longest line of a screen shows a few hundred. Without the limit, laying out a million characters would block the
- * screen thread for 0.1 s.
+ * Same as truncatedText(), but appends an ellipsis to a text that was cut. The default is enough for a text of few
+ * lines, as one line shows a few hundred UTF-16 units at most. Without a limit, laying out a million characters would
+ * block the screen thread for 0.1 s.
  */
 QString shortenedText(const QString& text, qsizetype maxLength = 1000);
 

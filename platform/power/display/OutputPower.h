@@ -17,7 +17,10 @@ public:
     /** Null if the compositor does not offer the protocol. */
     static std::unique_ptr<OutputPower> create(WaylandConnection& connection);
 
-    /** Switches off every output that is on; false if none of them went off. */
+    /**
+     * Switches off every output that is on. If none goes off, or one still reports that it is on, switches them on again
+     * and returns false.
+     */
     bool switchOff();
     /** Switches on the outputs that switchOff() switched off. */
     void switchOn();

@@ -12,7 +12,10 @@ namespace RunningCores {
 void add(const MpvCore* core);
 void remove(const MpvCore* core);
 
-/** Waits until all cores started before this one have ended, at most one second. */
+/**
+ * Waits until all cores started before this one have ended, at most one second: the libraries send their log messages
+ * to one core only.
+ */
 void waitForTurn(const MpvCore* core);
 
 /** Waits until every core has ended; false if some still run after `limit`. */
