@@ -18,7 +18,7 @@ private Q_SLOTS:
 
     void keyPlaysOrPauses_data()
     {
-        using enum TimeControl;
+        using enum VideoPlayer::TimeControl;
         rows<Qt::Key, TimeControl, TimeControl>({"key", "fromPlaying", "fromPaused"},
                                                 {{"select", Qt::Key_Select, Paused, Playing},
                                                  {"play/pause", Qt::Key_MediaTogglePlayPause, Paused, Playing},
