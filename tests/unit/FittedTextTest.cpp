@@ -76,9 +76,16 @@ private Q_SLOTS:
         QVERIFY(std::abs(fitted.height() - 2 * lineHeight()) < 0.01);
     }
 
+    void blockShrinksUntilLinesFit_data()
+    {
+        rows<QString>({"title"},
+                      {{"a little", u"Joint Powers Authority Finance Committee"_s},
+                       {"much", u"Joint Powers Authority Finance and Administration Committee Meeting of March 5"_s}});
+    }
+
     void blockShrinksUntilLinesFit()
     {
-        const QString title = u"Joint Powers Authority Finance and Administration Committee Meeting of March 5"_s;
+        QFETCH(QString, title);
         const FittedText fitted = block(title);
         QVERIFY(fitted.scale() < 1);
         QVERIFY(fitted.scale() > 0.5);
