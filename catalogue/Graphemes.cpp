@@ -16,8 +16,10 @@ struct CloseIterator
     void operator()(UBreakIterator* iterator) const { ubrk_close(iterator); }
 };
 
-/** The thread's break iterator, set to `text`. It is reused because creating one takes longer than computing a
- * whole cassette cover. */
+/**
+ * The thread's break iterator, set to `text`. It is reused because creating one takes longer than computing a whole
+ * cassette cover.
+ */
 UBreakIterator* breakIterator(QStringView text)
 {
     thread_local const std::unique_ptr<UBreakIterator, CloseIterator> iterator = [] {

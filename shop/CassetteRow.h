@@ -6,8 +6,8 @@
 namespace quillmere {
 
 /**
- * Cassettes side by side: a list model with their keys, covers and titles, and the title line of a shelf. Whoever
- * sets new content chooses the current row; currentRowIn() finds the row of the same tape. Screen thread only;
+ * Cassettes side by side: a list model with their keys, covers and titles, and the title line of a shelf. The
+ * caller of setContent() chooses the current row; currentRowIn() finds the row of the same tape. Screen thread only;
  * ShelfList owns the rows of shelves, TapeSearchController that of the results.
  */
 class CassetteRow : public quillmere::CurrentRowModel

@@ -7,8 +7,8 @@ namespace quillmere {
 
 /**
  * Stops the tasks of an object when it is destroyed. It is the object's last member, so that tasks end before other
- * members are destroyed. A task gets `token()` when it starts and checks it after every co_await. Tasks are stopped in
- * the reverse order of their callbacks' registration. Screen thread only.
+ * members are destroyed. A task gets `token()` when it starts and checks it after every co_await. The order in
+ * which tasks are stopped is not defined. Screen thread only.
  */
 class TaskScope
 {

@@ -121,7 +121,7 @@ private Q_SLOTS:
         QCOMPARE(pair.second->property("lift").toDouble(), 0.0);
         QTRY_COMPARE(pair.second->property("lift").toDouble(), 1.0);
         QTRY_COMPARE(pair.first->property("lift").toDouble(), 0.0);
-        QCOMPARE(framesAtRest(pair, 500), 0);
+        QCOMPARE(pair.framesAtRest(500), 0);
     }
 
     void buttonIsSelectedOncePerKeyPress_data() { styles(); }

@@ -20,15 +20,6 @@ inline bool isAccepted(TestScreen& screen, int key, bool isRepeat = false)
     return press.isAccepted();
 }
 
-/** The number of frames drawn in 400 ms once all animations have ended. */
-inline int framesAtRest(TestScreen& screen)
-{
-    screen.waitUntilIdle();
-    const int frames = screen.frames();
-    QTest::qWait(400);
-    return screen.frames() - frames;
-}
-
 /** The QML of an item. */
 inline QString qmlItem(const char* type, const char* name, QRectF rect, const QString& more)
 {

@@ -14,15 +14,6 @@ inline bool isClose(const QColor& seen, const QColor& wanted, int tolerance)
            std::abs(seen.blue() - wanted.blue()) <= tolerance;
 }
 
-/** The number of frames drawn in this time once all animations have ended. */
-inline int framesAtRest(TestScreen& screen, int milliseconds)
-{
-    screen.waitUntilIdle();
-    const int frames = screen.frames();
-    QTest::qWait(milliseconds);
-    return screen.frames() - frames;
-}
-
 /** The front screen. */
 struct FrontFixture : ScreenFixture
 {

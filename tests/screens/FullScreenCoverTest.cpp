@@ -210,11 +210,11 @@ private Q_SLOTS:
         fixture.show("first");
         QTRY_VERIFY(!fixture.content->isVisible());
         QTRY_COMPARE(fixture.cover->childItems().size(), 1);
-        QCOMPARE(framesAtRest(fixture), 0);
+        QCOMPARE(fixture.framesAtRest(400), 0);
         fixture.dismiss();
         QTRY_VERIFY(fixture.content->isVisible());
         QTRY_COMPARE(fixture.cover->childItems().size(), 0);
-        QCOMPARE(framesAtRest(fixture), 0);
+        QCOMPARE(fixture.framesAtRest(400), 0);
     }
 
     void coverCanBeDestroyedWithItsScreen()

@@ -161,7 +161,7 @@ private Q_SLOTS:
     void frontScreenWithoutBroadcastDrawsNoFrame()
     {
         FrontFixture fixture;
-        QCOMPARE(framesAtRest(fixture, 3000), 0);
+        QCOMPARE(fixture.framesAtRest(3000), 0);
     }
 
     void litLampRepaintsOnlyItself()

@@ -197,7 +197,7 @@ private Q_SLOTS:
     {
         RowsFixture fixture(200);
         fixture.press(Qt::Key_Right);
-        QCOMPARE(framesAtRest(fixture), 0);
+        QCOMPARE(fixture.framesAtRest(400), 0);
     }
 };
 

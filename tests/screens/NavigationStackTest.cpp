@@ -220,7 +220,7 @@ private Q_SLOTS:
         for (const int depth : {1, 0}) {
             fixture.stack->setDepth(depth);
             QTRY_COMPARE(fixture.visible().size(), 1);
-            QCOMPARE(framesAtRest(fixture), 0);
+            QCOMPARE(fixture.framesAtRest(400), 0);
         }
     }
 

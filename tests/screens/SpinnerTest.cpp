@@ -59,7 +59,7 @@ private Q_SLOTS:
         QVERIFY(spinner->isRunning());
         spinner->parentItem()->setVisible(false);
         QVERIFY(!spinner->isRunning());
-        QCOMPARE(framesAtRest(fixture, 500), 0);
+        QCOMPARE(fixture.framesAtRest(500), 0);
         spinner->parentItem()->setVisible(true);
         QVERIFY(spinner->isRunning());
         spinner->parentItem()->setParentItem(nullptr);

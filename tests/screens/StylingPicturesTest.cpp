@@ -118,7 +118,7 @@ private Q_SLOTS:
         const QQuickItem* words = TestScreen::texts(root).constFirst();
         QCOMPARE(words->property("text").toString(), u"OFF AIR"_s);
         QCOMPARE(words->property("color").value<QColor>(), StationPalette::faded(StationPalette::parchment(), 0.4));
-        QCOMPARE(framesAtRest(fixture, 600), 0);
+        QCOMPARE(fixture.framesAtRest(600), 0);
     }
 
     void liveLampIsRedAndGlows()

@@ -141,6 +141,14 @@ QList<QEasingCurve> TestScreen::animationCurves(const QQuickItem* root)
     return valuesOfAnimations<QEasingCurve>(root, "easing");
 }
 
+int TestScreen::framesAtRest(int milliseconds)
+{
+    waitUntilIdle();
+    const int before = m_frames;
+    QTest::qWait(milliseconds);
+    return m_frames - before;
+}
+
 QList<QQuickItem*> TestScreen::all(QQuickItem* root, const QByteArray& type)
 {
     QList<QQuickItem*> found;

@@ -46,6 +46,8 @@ public:
     void waitForFrame();
 
     int frames() const { return m_frames; }
+    /** The number of frames drawn in this time once all animations have ended. */
+    int framesAtRest(int milliseconds);
 
     /** The active focus item; null if there is none. */
     QQuickItem* focused() const { return m_window->activeFocusItem(); }
